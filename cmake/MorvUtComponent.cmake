@@ -1,0 +1,68 @@
+# The settings every target of this project shares, and the shape of a component.
+include(GenerateExportHeader)
+
+# Warnings are errors, nothing is visible by default, 32-bit x86 computes with SSE2 (the x87 unit rounds differently).
+function(morvut_settings target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF
+    CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON POSITION_INDEPENDENT_CODE ON)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wshadow -Werror)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    target_compile_options(${target} PRIVATE -msse2 -mfpmath=sse)
+  endif()
+  if(MORVUT_SANITIZE)
+    target_compile_options(${target} PRIVATE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=address,undefined)
+  endif()
+endfunction()
+
+# morvut_component(NAME SOURCES files... [USES components...] [LINKS private third-party targets...])
+# makes MorvUt::NAME from components/NAME, with NAME/Export.h and the macro <NAME>_API.
+function(morvut_component name)
+  cmake_parse_arguments(arg "" "" "SOURCES;USES;LINKS" ${ARGN})
+  if(MORVUT_STATIC)
+    add_library(${name} STATIC ${arg_SOURCES})
+  else()
+    add_library(${name} SHARED ${arg_SOURCES})
+  endif()
+  add_library(MorvUt::${name} ALIAS ${name})
+  morvut_settings(${name})
+  string(TOUPPER ${name} upper)
+  set(exports "${PROJECT_BINARY_DIR}/exports")
+  generate_export_header(${name} BASE_NAME ${name} EXPORT_MACRO_NAME ${upper}_API
+    EXPORT_FILE_NAME "${exports}/${name}/Export.h" STATIC_DEFINE ${upper}_STATIC)
+  if(MORVUT_STATIC)
+    target_compile_definitions(${name} PUBLIC ${upper}_STATIC)
+  endif()
+  target_include_directories(${name} PUBLIC
+    "$<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/components>" "$<BUILD_INTERFACE:${exports}>"
+    "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
+  foreach(used ${arg_USES})
+    target_link_libraries(${name} PUBLIC ${used})
+  endforeach()
+  target_link_libraries(${name} PRIVATE ${arg_LINKS})
+  if(NOT name STREQUAL "MorvUt")
+    set_target_properties(${name} PROPERTIES OUTPUT_NAME "MorvUt${name}")
+  endif()
+  set_target_properties(${name} PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}
+    INSTALL_RPATH "$ORIGIN")
+  install(TARGETS ${name} EXPORT MorvUtTargets
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
+  install(DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}/" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${name}"
+    FILES_MATCHING PATTERN "*.h" PATTERN "*.def" PATTERN "drivers" EXCLUDE PATTERN "detail" EXCLUDE)
+  install(FILES "${exports}/${name}/Export.h" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${name}")
+endfunction()
+
+# morvut_tests(NAME SOURCES files... USES targets... [LABELS labels...]): one GoogleTest executable of a component.
+function(morvut_tests name)
+  cmake_parse_arguments(arg "" "" "SOURCES;USES;LABELS" ${ARGN})
+  if(NOT arg_LABELS)
+    set(arg_LABELS unit)
+  endif()
+  add_executable(${name} ${arg_SOURCES})
+  morvut_settings(${name})
+  target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
+  target_link_libraries(${name} PRIVATE ${arg_USES} GTest::gtest)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 300)
+endfunction()
