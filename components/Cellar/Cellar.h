@@ -1,0 +1,10 @@
+#pragma once
+
+// Database access, whole.
+
+#include "Cellar/BufferedRowList.h"
+#include "Cellar/Connection.h"
+#include "Cellar/DatabaseError.h"
+#include "Cellar/Dialect.h"
+#include "Cellar/SqlText.h"
+#include "Cellar/Value.h"

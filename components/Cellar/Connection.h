@@ -1,0 +1,96 @@
+#pragma once
+
+// A connection to the practice's database.
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Cellar/DatabaseError.h"
+#include "Cellar/Dialect.h"
+#include "Cellar/Driver.h"
+#include "Cellar/Export.h"
+#include "Cellar/SqlText.h"
+#include "Cellar/Value.h"
+
+namespace Cellar
+{
+
+/// One open connection. Statements are T-SQL; each %s (text), %d (int, short), %ld (long), %I64d (__int64), %b
+/// (binary), %t (date-time or date), %m (amount) becomes a bound parameter, never pasted text. Number and type of the
+/// arguments are checked before anything is sent; a NULL fits every placeholder. Errors are DatabaseError.
+///
+/// Transactions are levels: no BEGIN is sent before the first write, then one write transaction with a savepoint for
+/// each open level. Used by one thread.
+class CELLAR_API CConnection
+{
+public:
+    enum class Create : bool
+    {
+        No,
+        IfMissing // a missing or empty file becomes a new database
+    };
+
+    /// Opens what the text names: `sqlite:path` or a bare path. Throws DatabaseError (CannotOpen) with a message that
+    /// says what is wrong and how to mend it.
+    static std::unique_ptr<CConnection> Open(const CString& connectionText, Create create = Create::No);
+    ~CConnection();
+    CConnection(const CConnection&) = delete;
+    CConnection& operator=(const CConnection&) = delete;
+
+    /// Rows changed. A statement that touches no row is a success.
+    template<class... Args>
+    long ExecuteDirectf(const SqlText& statement, const Args&... args)
+    {
+        return Execute(statement, {Value(args)...});
+    }
+    long ExecuteDirect(const SqlText& statement) { return Execute(statement, {}); }
+    template<class... Args>
+    RowSet Queryf(const SqlText& statement, const Args&... args)
+    {
+        return Query(statement, {Value(args)...});
+    }
+    long Execute(const SqlText& statement, const std::vector<Value>& values);
+    RowSet Query(const SqlText& statement, const std::vector<Value>& values);
+    /// Statements of the database's own dialect (the schema).
+    void Script(std::string_view statements);
+
+    // Transactions. A level that is not committed is rolled back; the outermost commit makes it durable.
+    void Begin();
+    void Commit();   // nothing when no level is open
+    void Rollback(); // the innermost level
+    int GetLevel() const noexcept;
+    /// The open levels hold a write that is not durable yet.
+    bool HasUnsavedWrites() const noexcept;
+
+    std::int64_t GetSessionId();
+    const Dialect& GetDialect() const noexcept;
+    const CString& GetConnectionText() const noexcept; // without passwords
+
+    /// Told of each direct statement that changed something, unless suspended; null removes the hook.
+    void OnDirectStatement(std::function<void(std::string_view statement)> hook);
+    bool AreDirectEventsSuspended() const noexcept;
+
+private:
+    friend class SuspendDirectSQLEvents;
+    struct State;
+    explicit CConnection(std::unique_ptr<State> state);
+    std::unique_ptr<State> m_state;
+};
+
+/// While it lives, direct statements of the connection are not reported.
+class CELLAR_API SuspendDirectSQLEvents
+{
+public:
+    explicit SuspendDirectSQLEvents(CConnection& connection) noexcept;
+    ~SuspendDirectSQLEvents();
+    SuspendDirectSQLEvents(const SuspendDirectSQLEvents&) = delete;
+    SuspendDirectSQLEvents& operator=(const SuspendDirectSQLEvents&) = delete;
+
+private:
+    CConnection& m_connection;
+};
+
+} // namespace Cellar

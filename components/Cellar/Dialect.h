@@ -1,0 +1,57 @@
+#pragma once
+
+// From T-SQL to what another engine speaks.
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Cellar/Export.h"
+#include "Cellar/Value.h"
+
+namespace Cellar
+{
+
+/// The type, order and quoting of one placeholder of a statement.
+struct Placeholder
+{
+    enum class Type : std::uint8_t
+    {
+        Text,     // %s, also '%s'
+        Int,      // %d
+        Long,     // %ld
+        Int64,    // %I64d
+        Binary,   // %b
+        DateTime, // %t: a date-time or a date
+        Money     // %m: an amount
+    };
+    Type type;
+};
+
+/// A statement ready for an engine: its own dialect, '?' for each value.
+struct PreparedText
+{
+    std::string text;
+    std::vector<Placeholder> placeholders;
+};
+
+/// One database's way of writing what the library writes in T-SQL. The rules work on tokens, not on text.
+class CELLAR_API Dialect
+{
+public:
+    virtual ~Dialect();
+    virtual const char* GetName() const noexcept = 0;
+    /// Throws DatabaseError (Syntax) for an unknown placeholder, an open string or comment, and an unknown @@name.
+    virtual PreparedText Translate(std::string_view tsql) const = 0;
+    /// The column type as this database declares it, e.g. "TEXT COLLATE NOCASE".
+    virtual std::string TypeName(ColumnType type) const = 0;
+    /// Server dialects lock a table against other writers with this; empty where a write transaction suffices.
+    virtual std::string LockTable(std::string_view table) const = 0;
+};
+
+CELLAR_API const Dialect& SqliteDialect();
+CELLAR_API const Dialect& PostgresDialect();
+CELLAR_API const Dialect& SqlServerDialect();
+
+} // namespace Cellar

@@ -1,0 +1,26 @@
+#pragma once
+
+// Values of the application's settings key.
+
+#include "Afx/CString.h"
+#include "Shellkit/Export.h"
+
+/// One key of the settings store; value names ignore case. Without an argument the application's own key,
+/// "Software\Velmara Open Systems\Corvane Pro".
+class SHELLKIT_API CRegistry
+{
+public:
+    CRegistry();
+    explicit CRegistry(const CString& key) : m_key(key) {}
+
+    /// `defaultValue` when the value is absent or no number.
+    int GetInt(const char* name, int defaultValue) const;
+    /// Any number but 0, "true", "yes" and "on" are true.
+    bool GetBool(const char* name, bool defaultValue) const;
+    CString GetString(const char* name, const char* defaultValue = "") const;
+    bool SetInt(const char* name, int value);
+    bool SetString(const char* name, const char* value);
+
+private:
+    CString m_key;
+};
