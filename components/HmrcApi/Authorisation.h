@@ -1,0 +1,95 @@
+#pragma once
+
+// OAuth 2.0 with HMRC: the authorisation-code dialogue in the user's browser, and the refreshing of tokens.
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "HmrcApi/Export.h"
+#include "HmrcApi/Interfaces.h"
+
+namespace HmrcApi
+{
+
+/// The tokens of a grant in plain text; wiped when destroyed.
+class HMRCAPI_API COAuth2Tokens
+{
+public:
+    COAuth2Tokens() = default;
+    COAuth2Tokens(const COAuth2Tokens&) = default;
+    COAuth2Tokens& operator=(const COAuth2Tokens&) = default;
+    ~COAuth2Tokens();
+
+    std::string accessToken;
+    std::string refreshToken;
+    std::string tokenType;
+    std::string scope;
+    std::int32_t expiresIn = 0; // seconds
+};
+
+/// One authorisation with HMRC, on behalf of the user whose tokens the store holds.
+///
+/// Refreshing takes the store's lock, reads the tokens again (another workstation may have been quicker), asks HMRC
+/// once, and stores the new pair before anything uses it: a refresh token is good for one use only.
+class HMRCAPI_API CAuthorisation
+{
+public:
+    CAuthorisation(std::shared_ptr<IAuthorisationStore> store, std::shared_ptr<IScope> scope,
+                   std::shared_ptr<IClientData> clientData);
+    ~CAuthorisation();
+
+    /// The whole dialogue: the store's status becomes 0, the browser opens HMRC's page, the loopback listener waits
+    /// for the code, the code becomes tokens, the store keeps them with status 1. True when authority was given;
+    /// otherwise GetLastError() says why.
+    bool DoAuthorisation(IChainLogger* logger);
+    /// Reads the tokens from the store; within 60 seconds of their end refreshes them first. False when there are none
+    /// or they cannot be refreshed (GetLastError()).
+    bool LoadTokens();
+    /// Refreshes now, under the store's lock. `rejectedAccessToken`: the one HMRC refused; when the store holds
+    /// another by now, that one is taken and HMRC is not asked.
+    bool RefreshTokens(IChainLogger* logger);
+    /// Writes the tokens in hand to the store.
+    bool UpdateTokens();
+
+    /// Opens the browser and waits for the code (empty: none came, GetLastError()).
+    std::string RequestAuthCode();
+    /// Turns a code into tokens.
+    bool RequestAccessToken(const std::string& code);
+
+    /// The tokens in hand; false when there are none.
+    bool get_authtokens(COAuth2Tokens& tokens) const;
+
+    struct Error
+    {
+        std::string code; // HMRC's or ours, e.g. INVALID_GRANT, NO_CONNECTION, ACCESS_DENIED
+        std::string text;
+        std::string status; // HTTP status; empty when there was no answer
+    };
+    const Error& GetLastError() const noexcept;
+
+    IClientData& GetClientData() const noexcept;
+
+    /// The plain text of an enciphered token or credential; empty when it cannot be read.
+    static std::string DecryptToken(const std::vector<unsigned char>& token);
+    /// Enciphers with the practice's key; nothing when there is no key.
+    static std::optional<std::vector<unsigned char>> EncryptToken(std::string_view token);
+
+    /// Ports of http://localhost:PORT/callback, tried in turn; the default is 53681, 53682, 53683.
+    void SetRedirectPorts(std::vector<unsigned short> ports);
+    /// How long to wait for the browser; default 5 minutes.
+    void SetBrowserTimeout(unsigned milliseconds);
+    /// Opens the address; default Afx::WindowSystem::OpenBrowser. False: it could not.
+    void SetBrowser(std::function<bool(const std::string& address)> open);
+    /// Asked while waiting; true ends the wait.
+    void SetCancel(std::function<bool()> cancelled);
+
+private:
+    struct State;
+    std::unique_ptr<State> m_state;
+};
+
+} // namespace HmrcApi

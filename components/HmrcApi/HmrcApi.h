@@ -1,0 +1,10 @@
+#pragma once
+
+// HMRC plumbing, whole.
+
+#include "HmrcApi/Authorisation.h"
+#include "HmrcApi/Endpoints.h"
+#include "HmrcApi/Errors.h"
+#include "HmrcApi/Interfaces.h"
+#include "HmrcApi/Responses.h"
+#include "HmrcApi/transport/Transport.h"

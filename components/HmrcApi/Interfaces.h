@@ -1,0 +1,102 @@
+#pragma once
+
+// What the plumbing asks of its host: where tokens rest, what the application is, and where log lines go.
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "Afx/DateTime.h"
+#include "Afx/Platform.h"
+#include "HmrcApi/Export.h"
+
+namespace HmrcApi
+{
+
+/// The OAuth tokens of one Government Gateway ID, and the lock that keeps two workstations from refreshing at once.
+/// Tokens are held and stored enciphered, as CAuthorisation::EncryptToken makes them.
+class HMRCAPI_API IAuthorisationStore
+{
+public:
+    enum AuthorisationStatus : std::int16_t
+    {
+        NotAuthorised = 0,
+        Authorised = 1
+    };
+
+    virtual ~IAuthorisationStore();
+    virtual bool LoadTokens() = 0;
+    virtual bool UpdateTokens() = 0;
+    virtual bool LockStore() = 0;
+    virtual bool UnlockStore() = 0;
+    virtual bool HasAuthenticatedGatewayID() const = 0;
+    virtual std::vector<unsigned char> GetAccessToken() = 0;
+    virtual void SetAccessToken(const std::vector<unsigned char>& token) = 0;
+    virtual std::vector<unsigned char> GetRefreshToken() = 0;
+    virtual void SetRefreshToken(const std::vector<unsigned char>& token) = 0;
+    virtual std::int32_t GetExpiresIn() const = 0; // seconds
+    virtual void SetExpiresIn(std::int32_t seconds) = 0;
+    virtual std::string GetScope() = 0;
+    virtual void SetScope(const std::string& scope) = 0;
+    virtual std::string GetTokenType() = 0;
+    virtual void SetTokenType(const std::string& type) = 0;
+    virtual COleDateTime GetAuthenticatedTimestamp() = 0; // UTC
+    virtual void SetAuthenticatedTimestamp(const COleDateTime& timestamp) = 0;
+    virtual void SetAuthorisationStatus(AuthorisationStatus status) = 0;
+    virtual AuthorisationStatus GetAuthorisationStatus() = 0;
+    virtual std::uint32_t GetRetryDelay() const = 0; // milliseconds
+    virtual void SetRetryDelay(std::uint32_t milliseconds) = 0;
+};
+
+class HMRCAPI_API IScope
+{
+public:
+    virtual ~IScope();
+    /// The scopes to ask for, separated by single blanks.
+    virtual std::string GetScope() = 0;
+    virtual void SetScope(const std::string& scope) = 0;
+};
+
+class HMRCAPI_API IClientData
+{
+public:
+    virtual ~IClientData();
+    virtual std::string GetId() = 0;     // empty: this build has no credentials
+    virtual std::string GetSecret() = 0;
+    virtual std::string GetAuthenticationEndpoint() = 0; // absolute, ends in '/'
+    virtual std::string GetAPIEndpoint() = 0;
+};
+
+class HMRCAPI_API IChainLogger
+{
+public:
+    virtual ~IChainLogger();
+    virtual void SetChainId(const GUID& id) = 0;
+    virtual const GUID& GetChainId() = 0;
+    virtual std::string GetChainIdString() = 0;
+    virtual bool IsDebugLogging() = 0;
+    /// Event, interface, request, response, detail. The plumbing masks tokens, secrets and National Insurance numbers
+    /// before it calls this.
+    virtual void Log(const std::string& a1, const std::string& a2, const std::string& a3, const std::string& a4,
+                     const std::string& a5) = 0;
+};
+
+/// Canned answers in place of HMRC's.
+class HMRCAPI_API IEndpointOverride
+{
+public:
+    /// 0 asks HMRC; each other value is one of HMRC's published examples.
+    enum ResponseType : std::int32_t
+    {
+        Live = 0,
+        Everything = 1,
+        EverythingMissingPayAndTax = 2,
+        Employed = 3,
+        Employed2 = 4,
+        Pensioner = 5,
+        Jobseeker = 6
+    };
+    virtual ~IEndpointOverride();
+};
+
+} // namespace HmrcApi

@@ -1,0 +1,61 @@
+#pragma once
+
+// The port behind which HTTP happens.
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "HmrcApi/Export.h"
+
+namespace HmrcApi
+{
+
+struct HttpRequest
+{
+    std::string method = "GET";
+    std::string address; // absolute
+    std::vector<std::pair<std::string, std::string>> headers;
+    std::string body;
+    unsigned connectMilliseconds = 10'000;
+    unsigned totalMilliseconds = 60'000;
+    std::size_t bodyLimit = 8u * 1024 * 1024; // after decompression
+    std::function<bool()> cancelled;          // asked during the request; may be empty
+};
+
+struct HttpAnswer
+{
+    enum class Outcome
+    {
+        Answered,
+        NoConnection, // refused, unknown host, TLS failure
+        Incomplete,   // dropped short of its length
+        TimedOut,
+        TooLarge,
+        Cancelled
+    };
+    Outcome outcome = Outcome::NoConnection;
+    int status = 0;
+    std::string contentType; // lower case, without parameters
+    std::string retryAfter;  // as sent; empty when absent
+    std::string body;
+    std::string problem;     // for people, when not Answered; never holds a token
+};
+
+/// Sends one request. Redirects of GET are followed, with the Authorization header only to the host first asked.
+class HMRCAPI_API ITransport
+{
+public:
+    virtual ~ITransport();
+    virtual HttpAnswer Send(const HttpRequest& request) = 0;
+};
+
+/// The system's HTTP library (libcurl). TLS verification is always on; plain HTTP only to loopback addresses.
+HMRCAPI_API std::unique_ptr<ITransport> MakeHttpTransport();
+
+/// The scheme is HTTP or HTTPS and the host is 127.0.0.0/8, [::1] or localhost.
+HMRCAPI_API bool IsLoopbackAddress(const std::string& address);
+
+} // namespace HmrcApi
