@@ -1,0 +1,55 @@
+#pragma once
+
+// The practice's schema, made from the declarations.
+
+#include <string>
+#include <vector>
+
+#include "Brix/Export.h"
+#include "Cellar/Connection.h"
+#include "Quarry/Table.h"
+
+namespace Brix
+{
+
+/// The version of the schema that this library reads and writes.
+inline constexpr int kSchemaVersion = 1;
+
+/// All declared tables, record classes first, then the tables that are reached by statements only.
+BRIX_API const std::vector<const Quarry::Table*>& AllTables();
+
+/// The statements that make the whole schema in the dialect.
+BRIX_API std::string SchemaScript(const Cellar::Dialect& dialect);
+
+/// Makes the schema in an empty database, in one transaction. Throws Cellar::DatabaseError (Other) when a practice is
+/// there already.
+BRIX_API void CreateSchema(Cellar::CConnection& connection);
+
+enum class SchemaState
+{
+    Current,
+    NotAPractice, // no schema of ours
+    Older,
+    Newer // made by a newer library: refused
+};
+struct SchemaVersion
+{
+    SchemaState state;
+    int version; // 0 when not a practice
+};
+BRIX_API SchemaVersion ReadSchemaVersion(Cellar::CConnection& connection);
+/// Brings an older practice up to date in one transaction.
+BRIX_API void UpgradeSchema(Cellar::CConnection& connection);
+
+/// Something that does not fit together in a practice.
+struct Fault
+{
+    std::string table;
+    long id; // 0: the table or the file as a whole
+    std::string fault;
+};
+/// The file's own integrity, missing tables and columns, rows without their parent, copied keys that differ, staging
+/// keys that stand twice, unreadable dates and amounts.
+BRIX_API std::vector<Fault> CheckPractice(Cellar::CConnection& connection);
+
+} // namespace Brix

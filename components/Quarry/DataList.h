@@ -1,0 +1,127 @@
+#pragma once
+
+// Lists of records: loaded for a key, walked, changed row by row.
+
+#include <initializer_list>
+#include <memory>
+#include <stdexcept>
+#include <vector>
+
+#include "Quarry/Export.h"
+#include "Quarry/Table.h"
+
+namespace Quarry
+{
+
+/// The values of one row by ordinal; what listeners are given.
+class QUARRY_API Row
+{
+public:
+    explicit Row(const Table& table);
+    const Table& GetTable() const noexcept { return *m_table; }
+    /// NULL for an ordinal that the table has not.
+    const Cellar::Value& Get(int ordinal) const noexcept;
+    void Set(int ordinal, Cellar::Value value);
+
+    long GetLong(int ordinal) const noexcept { return Cellar::ToLong(Get(ordinal)); }
+    int GetInt(int ordinal) const noexcept { return static_cast<int>(Cellar::ToLong(Get(ordinal))); }
+    short GetShort(int ordinal) const noexcept { return static_cast<short>(Cellar::ToLong(Get(ordinal))); }
+    bool GetBool(int ordinal) const noexcept { return Cellar::ToLong(Get(ordinal)) != 0; }
+    double GetDouble(int ordinal) const noexcept { return Cellar::ToDouble(Get(ordinal)); }
+    CString GetText(int ordinal) const { return Cellar::ToText(Get(ordinal)); }
+    Cellar::Bytes GetBinary(int ordinal) const { return Cellar::ToBytes(Get(ordinal)); }
+    Kiln::CDate GetDate(int ordinal) const noexcept { return Cellar::ToDate(Get(ordinal)); }
+    COleDateTime GetDateTime(int ordinal) const noexcept { return Cellar::ToDateTime(Get(ordinal)); }
+    Kiln::CAmt GetAmount(int ordinal) const noexcept { return Cellar::ToAmount(Get(ordinal)); }
+
+private:
+    friend class CDataList;
+    const Table* m_table;
+    std::vector<Cellar::Value> m_values; // in the order of the table's columns
+    long m_version = 0;
+};
+
+/// Another user changed, or deleted, the row since it was read.
+class QUARRY_API ChangedByAnotherUser : public std::runtime_error
+{
+public:
+    explicit ChangedByAnotherUser(const std::string& message);
+    ~ChangedByAnotherUser() override;
+};
+
+/// A condition: the column of this ordinal equals the value (NULL: is null).
+struct Where
+{
+    int ordinal;
+    Cellar::Value value;
+};
+
+struct Sort
+{
+    int ordinal;
+    bool descending = false;
+};
+
+/// The rows of one record class that fulfil all conditions, in the order asked for, then by key. The list is a copy:
+/// what others do afterwards is not seen until it is opened again. All operations work on the current connection and
+/// throw Cellar::DatabaseError.
+class QUARRY_API CDataList
+{
+public:
+    explicit CDataList(const Table& table) noexcept;
+    CDataList(const CDataList&) = default;
+    CDataList& operator=(const CDataList&) = default;
+    CDataList(CDataList&&) noexcept = default;
+    CDataList& operator=(CDataList&&) noexcept = default;
+    virtual ~CDataList();
+
+    const Table& GetTable() const noexcept { return *m_table; }
+
+    /// Loads, and stands on the first row. False when there is none.
+    bool Open(std::initializer_list<Where> where = {}, std::initializer_list<Sort> sort = {});
+
+    bool MoveFirst() noexcept; // false when there is no row
+    bool MoveNext() noexcept;  // false behind the last
+    bool IsEOL() const noexcept { return m_at >= m_rows.size(); }
+    int GetCount() const noexcept { return static_cast<int>(m_rows.size()); }
+    int GetPosition() const noexcept { return static_cast<int>(m_at); }
+    bool MoveTo(int position) noexcept;
+    bool MoveToId(long id) noexcept;
+
+    /// Appends an empty row with a new id and stands on it; it is saved by Update.
+    void AddNew();
+    /// Appends a copy of the current row with a new id and stands on it; it is saved by Update.
+    void CopyRow();
+    /// Saves the current row: inserts a new one, otherwise updates what changed. Stays on the row. Throws
+    /// ChangedByAnotherUser when the row is no longer as it was read.
+    void Update();
+    /// Deletes the current row and stands on the next.
+    void Delete();
+    /// The current row has values that are not saved.
+    bool IsDirty() const noexcept;
+
+    /// The current row; throws std::logic_error behind the last.
+    const Row& Current() const;
+    long GetID() const { return Current().GetLong(0); }
+    const Cellar::Value& Get(int ordinal) const { return Current().Get(ordinal); }
+    bool IsNull(int ordinal) const { return Get(ordinal).IsNull(); }
+    /// Sets a value of the current row; setting an equal value changes nothing.
+    void Set(int ordinal, Cellar::Value value);
+
+private:
+    struct Entry
+    {
+        Row row;
+        Row stored; // as read or last saved
+        bool isNew = false;
+    };
+    const Table* m_table;
+    std::vector<Entry> m_rows;
+    std::size_t m_at = 0;
+};
+
+/// A new id of the table: the greater of its counter and its largest id, plus one. The counter moves in the same
+/// transaction.
+QUARRY_API long NewId(const Table& table);
+
+} // namespace Quarry

@@ -1,0 +1,8 @@
+#pragma once
+
+// Data services, whole.
+
+#include "Quarry/DataList.h"
+#include "Quarry/Listeners.h"
+#include "Quarry/Session.h"
+#include "Quarry/Table.h"
