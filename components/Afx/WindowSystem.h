@@ -45,7 +45,8 @@ public:
 };
 
 /// Runs a script: each message box takes the next answer and is kept for the test to read.
-/// A box without a scripted answer goes to `OnUnexpected`, which by default answers as the console does.
+/// A box without a scripted answer, or with one that its style does not offer, goes to `OnUnexpected`, which by default
+/// answers as the console does.
 class AFX_API HeadlessWindowSystem : public WindowSystem
 {
 public:
