@@ -25,7 +25,8 @@ int Position(std::size_t found) noexcept { return found == std::string::npos ? -
 
 char CString::GetAt(int index) const noexcept
 {
-    return index >= 0 && static_cast<std::size_t>(index) < m_text.size() ? m_text[static_cast<std::size_t>(index)] : '\0';
+    return index >= 0 && static_cast<std::size_t>(index) < m_text.size() ? m_text[static_cast<std::size_t>(index)]
+                                                                         : '\0';
 }
 
 void CString::SetAt(int index, char c) noexcept
@@ -58,10 +59,7 @@ CString CString::Mid(int first, int count) const
     const std::size_t from = Clamp(first, m_text.size());
     return CString(View().substr(from, Clamp(count, m_text.size())));
 }
-CString CString::Right(int count) const
-{
-    return CString(View().substr(m_text.size() - Clamp(count, m_text.size())));
-}
+CString CString::Right(int count) const { return CString(View().substr(m_text.size() - Clamp(count, m_text.size()))); }
 
 CString CString::SpanIncluding(const char* set) const
 {
@@ -71,7 +69,8 @@ CString CString::SpanIncluding(const char* set) const
 CString CString::Tokenize(const char* separators, int& start) const
 {
     const std::string_view set = ViewOf(separators);
-    const std::size_t first = start < 0 ? std::string::npos : m_text.find_first_not_of(set, Clamp(start, m_text.size()));
+    const std::size_t first =
+        start < 0 ? std::string::npos : m_text.find_first_not_of(set, Clamp(start, m_text.size()));
     if (first == std::string::npos) {
         start = -1;
         return {};

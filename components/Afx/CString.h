@@ -33,13 +33,11 @@ public:
 
     FormatArg() noexcept : m_kind(Kind::Unsigned), m_unsigned(0) {} // stands where there are no arguments
     template<std::signed_integral T>
-        requires(!std::same_as<T, char>)
-    FormatArg(T value) noexcept : m_kind(Kind::Signed), m_signed(value)
-    {}
+    requires(!std::same_as<T, char>) FormatArg(T value)
+    noexcept : m_kind(Kind::Signed), m_signed(value) {}
     template<std::unsigned_integral T>
-        requires(!std::same_as<T, char>)
-    FormatArg(T value) noexcept : m_kind(Kind::Unsigned), m_unsigned(value)
-    {}
+    requires(!std::same_as<T, char>) FormatArg(T value)
+    noexcept : m_kind(Kind::Unsigned), m_unsigned(value) {}
     FormatArg(char value) noexcept : m_kind(Kind::Char), m_signed(value) {}
     FormatArg(double value) noexcept : m_kind(Kind::Real), m_real(value) {}
     FormatArg(const char* value) noexcept : m_kind(Kind::Text), m_text(value ? std::string_view(value) : "(null)") {}
@@ -55,8 +53,7 @@ public:
 
 private:
     Kind m_kind;
-    union
-    {
+    union {
         std::int64_t m_signed;
         std::uint64_t m_unsigned;
         double m_real;

@@ -51,17 +51,20 @@ std::int64_t SystemZoneOffset(std::int64_t utc)
 {
     const LocalTime fields = FromUnixMilliseconds(utc);
     const auto word = [](int value) { return static_cast<WORD>(value); };
-    const SYSTEMTIME universal{word(fields.year), word(fields.month),  word(0), word(fields.day), word(fields.hour),
-                               word(fields.minute), word(fields.second), word(fields.milliseconds)};
+    const SYSTEMTIME universal{word(fields.year),   word(fields.month),       word(0),
+                               word(fields.day),    word(fields.hour),        word(fields.minute),
+                               word(fields.second), word(fields.milliseconds)};
     SYSTEMTIME local;
     if (!SystemTimeToTzSpecificLocalTime(nullptr, &universal, &local))
         return 0;
     return ToUnixMilliseconds({local.wYear, local.wMonth, local.wDay, local.wHour, local.wMinute, local.wSecond,
-                               local.wMilliseconds}) - utc;
+                               local.wMilliseconds}) -
+           utc;
 }
 constexpr bool SystemHolds(std::int64_t utc) noexcept
 {
-    return utc >= DaysFromCivil(1602, 1, 1) * kMillisecondsPerDay && utc < DaysFromCivil(9999, 1, 1) * kMillisecondsPerDay;
+    return utc >= DaysFromCivil(1602, 1, 1) * kMillisecondsPerDay &&
+           utc < DaysFromCivil(9999, 1, 1) * kMillisecondsPerDay;
 }
 
 #else
@@ -100,13 +103,7 @@ LocalTime FromUnixMilliseconds(std::int64_t milliseconds) noexcept
     const std::int64_t days = FloorDivide(milliseconds, kMillisecondsPerDay);
     const CivilDate date = CivilFromDays(days);
     const int ofDay = static_cast<int>(milliseconds - days * kMillisecondsPerDay);
-    return {date.year,
-            date.month,
-            date.day,
-            ofDay / 3'600'000,
-            ofDay / 60'000 % 60,
-            ofDay / 1000 % 60,
-            ofDay % 1000};
+    return {date.year, date.month, date.day, ofDay / 3'600'000, ofDay / 60'000 % 60, ofDay / 1000 % 60, ofDay % 1000};
 }
 
 std::int64_t ToUnixMilliseconds(const LocalTime& utc) noexcept

@@ -18,7 +18,8 @@ bool IsTimeOfDay(const Afx::LocalTime& time) noexcept
 
 bool IsDate(const Afx::LocalTime& time) noexcept
 {
-    return time.year >= 100 && time.year <= 9999 && time.day >= 1 && time.day <= Afx::DaysInMonth(time.year, time.month);
+    return time.year >= 100 && time.year <= 9999 && time.day >= 1 &&
+           time.day <= Afx::DaysInMonth(time.year, time.month);
 }
 
 int MillisecondOfDay(const Afx::LocalTime& time) noexcept

@@ -377,7 +377,8 @@ void Formatter::WriteText(const Placeholder& place, std::string_view text)
             --cut;
         text = text.substr(0, cut);
     }
-    const int blanks = text.size() < static_cast<std::size_t>(place.width) ? place.width - static_cast<int>(text.size()) : 0;
+    const int blanks =
+        text.size() < static_cast<std::size_t>(place.width) ? place.width - static_cast<int>(text.size()) : 0;
     if (!place.left)
         m_writer.Fill(' ', blanks);
     m_writer.Put(text);

@@ -154,7 +154,8 @@ Place FindPlace(std::string_view text, std::string_view section, std::string_vie
 
 bool IsPlain(std::string_view text) noexcept
 {
-    return !text.empty() && Trim(text) == text && text.find_first_of(std::string_view("\n\r\0", 3)) == std::string_view::npos;
+    return !text.empty() && Trim(text) == text &&
+           text.find_first_of(std::string_view("\n\r\0", 3)) == std::string_view::npos;
 }
 
 } // namespace

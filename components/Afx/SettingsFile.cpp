@@ -92,7 +92,8 @@ private:
 class WriteLock
 {
 public:
-    explicit WriteLock(const fs::path& path) : m_folder(::open(path.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
+    explicit WriteLock(const fs::path& path)
+        : m_folder(::open(path.parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
     {
         while (::flock(m_folder.Get(), LOCK_EX) != 0 && errno == EINTR)
             continue;
@@ -124,8 +125,10 @@ bool Replace(const fs::path& path, std::string_view text)
     const mode_t mode = ::stat(path.c_str(), &old) == 0 ? old.st_mode & 07777 : S_IRUSR | S_IWUSR;
     bool good = false;
     {
-        const Descriptor file(::open(fresh.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));
-        good = file.Get() >= 0 && WriteAll(file.Get(), text) && ::fchmod(file.Get(), mode) == 0 && ::fsync(file.Get()) == 0;
+        const Descriptor file(
+            ::open(fresh.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));
+        good = file.Get() >= 0 && WriteAll(file.Get(), text) && ::fchmod(file.Get(), mode) == 0 &&
+               ::fsync(file.Get()) == 0;
     }
     good = good && ::rename(fresh.c_str(), path.c_str()) == 0;
     if (!good)

@@ -59,7 +59,11 @@ public:
     int MessageBox(const std::string& text, unsigned style) override;
     void Answer(int button) { m_answers.push_back(button); }
     const std::vector<Shown>& Messages() const noexcept { return m_shown; }
-    void Clear() { m_shown.clear(); m_answers.clear(); }
+    void Clear()
+    {
+        m_shown.clear();
+        m_answers.clear();
+    }
     void OnUnexpected(std::function<int(const Shown&)> handler) { m_unexpected = std::move(handler); }
 
 private:
