@@ -3,11 +3,13 @@
 // The application framework, whole.
 
 #include "Afx/Application.h"
+#include "Afx/Calendar.h"
 #include "Afx/Clock.h"
 #include "Afx/Collections.h"
 #include "Afx/Computer.h"
 #include "Afx/CString.h"
 #include "Afx/DateTime.h"
+#include "Afx/Decimal.h"
 #include "Afx/Exceptions.h"
 #include "Afx/MessageBox.h"
 #include "Afx/Numbers.h"

@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 #include "Afx/Export.h"
 
@@ -30,14 +31,13 @@ public:
         Char
     };
 
+    FormatArg() noexcept : m_kind(Kind::Unsigned), m_unsigned(0) {} // stands where there are no arguments
     template<std::signed_integral T>
-        requires(!std::same_as<T, char>)
-    FormatArg(T value) noexcept : m_kind(Kind::Signed), m_signed(value)
-    {}
+    requires(!std::same_as<T, char>) FormatArg(T value)
+    noexcept : m_kind(Kind::Signed), m_signed(value) {}
     template<std::unsigned_integral T>
-        requires(!std::same_as<T, char>)
-    FormatArg(T value) noexcept : m_kind(Kind::Unsigned), m_unsigned(value)
-    {}
+    requires(!std::same_as<T, char>) FormatArg(T value)
+    noexcept : m_kind(Kind::Unsigned), m_unsigned(value) {}
     FormatArg(char value) noexcept : m_kind(Kind::Char), m_signed(value) {}
     FormatArg(double value) noexcept : m_kind(Kind::Real), m_real(value) {}
     FormatArg(const char* value) noexcept : m_kind(Kind::Text), m_text(value ? std::string_view(value) : "(null)") {}
@@ -53,8 +53,7 @@ public:
 
 private:
     Kind m_kind;
-    union
-    {
+    union {
         std::int64_t m_signed;
         std::uint64_t m_unsigned;
         double m_real;
@@ -63,8 +62,10 @@ private:
 };
 
 /// Appends `format` to `out`, each placeholder filled from `args`: %d %i %u %ld %lu %lld %llu %I64d %I64u %x %X %c %s
-/// %f %g %% with flags (- 0 + space), width and precision; the decimal point is always '.'.
-/// Throws CInvalidArgException when number or type of the arguments does not fit the format.
+/// %f %g %% with flags (- 0 + space), width and precision (up to 512); the decimal point is always '.'.
+/// %d takes any integer whose value fits an int, %ld a long, %I64d and %lld 64 bits; %u and %x likewise, unsigned.
+/// Throws CInvalidArgException, with the placeholder in its message and nothing appended, when number, type or value of
+/// the arguments does not fit the format.
 AFX_API void AppendFormat(std::string& out, std::string_view format, const FormatArg* args, std::size_t count);
 
 } // namespace Afx

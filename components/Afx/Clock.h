@@ -13,7 +13,7 @@ namespace Afx
 /// A calendar date and time of day; no zone.
 struct LocalTime
 {
-    int year, month, day;              // month 1 to 12, day 1 to 31
+    int year, month, day; // month 1 to 12, day 1 to 31
     int hour, minute, second, milliseconds;
 
     friend bool operator==(const LocalTime&, const LocalTime&) = default;

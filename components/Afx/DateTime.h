@@ -25,7 +25,8 @@ public:
     /// Now by the machine's zone, and in UTC (from Afx::Clock).
     static COleDateTime GetCurrentTime();
     static COleDateTime GetCurrentUtcTime();
-    /// `YYYY-MM-DD`, or with `HH:MM[:SS[.mmm]]` after a blank or `T`; not valid when it is anything else.
+    /// `YYYY-MM-DD`, or with `HH:MM[:SS[.mmm]]` after a blank or `T`; not valid when it is anything else. One to nine
+    /// digits of a second are read (servers differ), those beyond the millisecond are dropped.
     static COleDateTime ParseIso(std::string_view text) noexcept;
 
     DateTimeStatus GetStatus() const noexcept { return m_status; }

@@ -39,9 +39,15 @@ public:                                                                         
     DECLARE_DYNAMIC(name)                                                                                              \
     static CObject* CreateObject();
 #define IMPLEMENT_DYNAMIC(name, base)                                                                                  \
-    const CRuntimeClass name::class##name{#name, RUNTIME_CLASS(base), nullptr};                                        \
+    const CRuntimeClass name::class##name                                                                              \
+    {                                                                                                                  \
+#name, RUNTIME_CLASS(base), nullptr                                                                            \
+    };                                                                                                                 \
     const CRuntimeClass* name::GetRuntimeClass() const { return RUNTIME_CLASS(name); }
 #define IMPLEMENT_DYNCREATE(name, base)                                                                                \
     CObject* name::CreateObject() { return new name; }                                                                 \
-    const CRuntimeClass name::class##name{#name, RUNTIME_CLASS(base), &name::CreateObject};                            \
+    const CRuntimeClass name::class##name                                                                              \
+    {                                                                                                                  \
+#name, RUNTIME_CLASS(base), &name::CreateObject                                                                \
+    };                                                                                                                 \
     const CRuntimeClass* name::GetRuntimeClass() const { return RUNTIME_CLASS(name); }

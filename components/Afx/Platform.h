@@ -12,6 +12,7 @@
 #define NOMINMAX
 #endif
 #include <windows.h>
+#include <wtypes.h> // DECIMAL
 // <windows.h> renames these to their A or W forms; they are names of our methods.
 #undef SetWindowText
 #undef GetWindowText
@@ -21,6 +22,8 @@
 #undef DrawText
 #undef GetClassName
 #undef GetComputerName
+#undef SetComputerName
+#undef GetCurrentTime
 #undef FormatMessage
 #undef MessageBox
 #else
@@ -35,6 +38,15 @@ struct GUID
     std::uint8_t Data4[8];
 
     friend bool operator==(const GUID&, const GUID&) = default;
+};
+
+/// OLE's decimal number: 96 bits of magnitude, over 10 to the power of `scale` (0 to 28).
+struct DECIMAL
+{
+    std::uint8_t scale;
+    std::uint8_t sign; // 0x80: negative
+    std::uint32_t Hi32;
+    std::uint64_t Lo64;
 };
 
 /// A device context's handle; only ever passed through.

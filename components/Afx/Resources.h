@@ -48,6 +48,9 @@ private:
 
 /// `pattern` with %1, %2 ... replaced by `texts` in order; a text's own %n is left as it is.
 AFX_API CString FillPlaces(std::string_view pattern, std::initializer_list<std::string_view> texts);
+/// The same with string resource `id` of the current module. Without such a string: its number and the texts, so that
+/// nothing of a message is lost.
+AFX_API CString FillPlacesOf(unsigned id, std::initializer_list<std::string_view> texts);
 
 } // namespace Afx
 

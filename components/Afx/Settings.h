@@ -16,7 +16,8 @@ class AFX_API Settings
 {
 public:
     static std::optional<CString> Read(const char* section, const char* name);
-    /// False when the store cannot be written.
+    /// False when the store cannot be written, and for a section or name that an INI file cannot hold. A null `value`
+    /// removes the entry.
     static bool Write(const char* section, const char* name, const char* value);
     /// The file in use; empty on Windows.
     static CString GetPath();

@@ -31,7 +31,8 @@ AFX_API std::int64_t AtoI64(const char* text) noexcept;
 
 struct LocalTime; // Afx/Clock.h
 
-/// A date and time by a strftime-like pattern with English names: %d %m %y %Y %b %B %H %M %S %X %#d %#m %%.
+/// A date and time by a strftime-like pattern with English names: %d %m %y %Y %b %B %H %M %S %X %#d %#m %%. Any other
+/// placeholder stays as it is; a month outside 1 to 12 has no name.
 AFX_API CString FormatTime(const LocalTime& time, std::string_view pattern);
 
 /// Valid UTF-8 stays, anything else is read as Windows-1252 and returned in UTF-8.

@@ -45,7 +45,8 @@ public:
 };
 
 /// Runs a script: each message box takes the next answer and is kept for the test to read.
-/// A box without a scripted answer goes to `OnUnexpected`, which by default answers as the console does.
+/// A box without a scripted answer, or with one that its style does not offer, goes to `OnUnexpected`, which by default
+/// answers as the console does.
 class AFX_API HeadlessWindowSystem : public WindowSystem
 {
 public:
@@ -58,7 +59,11 @@ public:
     int MessageBox(const std::string& text, unsigned style) override;
     void Answer(int button) { m_answers.push_back(button); }
     const std::vector<Shown>& Messages() const noexcept { return m_shown; }
-    void Clear() { m_shown.clear(); m_answers.clear(); }
+    void Clear()
+    {
+        m_shown.clear();
+        m_answers.clear();
+    }
     void OnUnexpected(std::function<int(const Shown&)> handler) { m_unexpected = std::move(handler); }
 
 private:

@@ -32,7 +32,11 @@ public:
 
     /// Reads an amount as users type it: blanks, £, one sign in front or behind or brackets, commas between groups of
     /// three, up to four decimals. True when it is one; otherwise invalid (null for an empty or blank text) and false.
+    /// ".5" and "12." are amounts; decimals after the fourth may only be 0; "1,23" is none (a slip must not become a
+    /// figure).
     bool Parse(const CString& text);
+    /// Why `text` is no amount, and how to mend it, for the user. Empty when it is one.
+    static CString WhyNotAmount(const CString& text);
 
     Status GetStatus() const noexcept { return m_status; }
     bool IsValid() const noexcept { return m_status == Status::Valid; }
@@ -41,8 +45,8 @@ public:
     /// The system calculated this amount (the user did not type it).
     bool IsAuto() const noexcept { return m_auto; }
     void SetAuto(bool isAuto) noexcept { m_auto = isAuto; }
-    std::int64_t GetValue() const noexcept { return m_value; }        // ten-thousandths; 0 when not valid
-    std::int64_t GetPence() const noexcept { return m_value / 100; }  // truncated toward zero
+    std::int64_t GetValue() const noexcept { return m_value; }       // ten-thousandths; 0 when not valid
+    std::int64_t GetPence() const noexcept { return m_value / 100; } // truncated toward zero
 
     /// `percent` per cent of the amount: value * percent / 100.0 in that order. With `roundFlag` 1 to the nearest
     /// penny, with 0 to the ten-thousandth, halves away from zero. NaN, infinity and overflow give an invalid amount;

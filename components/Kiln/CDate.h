@@ -36,7 +36,14 @@ public:
 
     /// Reads a date as users type it (day first, or month first by SetParseOrder); true when it is one. Otherwise the
     /// date becomes invalid, or null for an empty or blank text, and the result is false.
+    ///
+    /// Day, month and year between single `/`, `-` or `.`, or blanks; the month as number or English name (three
+    /// letters or whole, any case; a name may also stand first: Apr 5 2024); a year of four digits, or of two: 00 to 49
+    /// are 2000 to 2049, 50 to 99 are 1950 to 1999; `yyyy-mm-dd`; `ddmmyy` and `ddmmyyyy`. Day and month alone take the
+    /// year from the year handler. A month above 12 is never taken for the day.
     bool ParseDate(const char* text);
+    /// Why `text` is no date, and how to mend it, for the user: "31 April does not exist". Empty when it is one.
+    static CString WhyNotDate(const char* text);
     enum class ParseOrder : std::uint8_t
     {
         DayFirst,
@@ -44,11 +51,15 @@ public:
     };
     static void SetParseOrder(ParseOrder order) noexcept;
     static ParseOrder GetParseOrder() noexcept;
+    /// Gives the year of a date typed as day and month alone; 0 refuses it.
+    using YearHandler = int (*)(int day, int month);
+    /// Installs a handler and gives back the one before. Null: the current calendar year.
+    static YearHandler SetYearHandler(YearHandler handler) noexcept;
 
     Status GetStatus() const noexcept { return m_status; }
     bool IsValid() const noexcept { return m_status == Status::Valid; }
     bool IsNull() const noexcept { return m_status == Status::Null; }
-    int GetYear() const noexcept;  // 0 when not valid, likewise month and day
+    int GetYear() const noexcept; // 0 when not valid, likewise month and day
     int GetMonth() const noexcept;
     int GetDay() const noexcept;
     double GetOleDate() const noexcept { return m_date; }
@@ -75,6 +86,19 @@ public:
 private:
     double m_date = 0.0;
     Status m_status = Status::Null;
+};
+
+/// Keeps a year handler installed while it lives, then the one before.
+class KILN_API YearHandlerScope
+{
+public:
+    explicit YearHandlerScope(CDate::YearHandler handler) noexcept : m_before(CDate::SetYearHandler(handler)) {}
+    YearHandlerScope(const YearHandlerScope&) = delete;
+    YearHandlerScope& operator=(const YearHandlerScope&) = delete;
+    ~YearHandlerScope() { CDate::SetYearHandler(m_before); }
+
+private:
+    CDate::YearHandler m_before;
 };
 
 /// Days from `from` to `to`, to the nearest whole day after half a second's correction toward the sign of the

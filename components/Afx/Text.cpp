@@ -1,0 +1,207 @@
+#include "Afx/Text.h"
+
+#include <cstring>
+#include <limits>
+
+#include "Afx/Clock.h"
+#include "Afx/Exceptions.h"
+
+namespace Afx
+{
+
+void BoundedCopy(char* buffer, unsigned size, std::string_view text)
+{
+    if (!buffer || size == 0)
+        throw new CInvalidArgException("There is no buffer to copy the text into");
+    if (text.size() >= size) {
+        buffer[0] = '\0';
+        CString message;
+        message.Format("The buffer of %u bytes is too small for a text of %I64u and its end mark", size,
+                       static_cast<std::uint64_t>(text.size()));
+        throw new CInvalidArgException(message);
+    }
+    if (!text.empty())
+        std::memcpy(buffer, text.data(), text.size());
+    buffer[text.size()] = '\0';
+}
+
+std::int64_t AtoI64(const char* text) noexcept
+{
+    if (!text)
+        return 0;
+    while (*text == ' ' || (*text >= '\t' && *text <= '\r'))
+        ++text;
+    const bool negative = *text == '-';
+    if (negative || *text == '+')
+        ++text;
+    // Built on the negative side, which reaches one further.
+    constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
+    constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
+    std::int64_t value = 0;
+    for (; *text >= '0' && *text <= '9'; ++text) {
+        const int digit = *text - '0';
+        if (value < (kMin + digit) / 10)
+            return negative ? kMin : kMax;
+        value = value * 10 - digit;
+    }
+    if (negative)
+        return value;
+    return value == kMin ? kMax : -value;
+}
+
+namespace
+{
+
+constexpr std::string_view kMonths[] = {"January", "February", "March",     "April",   "May",      "June",
+                                        "July",    "August",   "September", "October", "November", "December"};
+
+std::string_view MonthName(int month) noexcept
+{
+    return month >= 1 && month <= 12 ? kMonths[month - 1] : std::string_view();
+}
+
+/// Appends what `placeholder` (without its %) stands for; false when it is none.
+bool AppendTime(CString& out, const LocalTime& time, char placeholder)
+{
+    switch (placeholder) {
+    case 'd':
+        out.AppendFormat("%02d", time.day);
+        return true;
+    case 'm':
+        out.AppendFormat("%02d", time.month);
+        return true;
+    case 'y':
+        out.AppendFormat("%02d", (time.year % 100 + 100) % 100);
+        return true;
+    case 'Y':
+        out.AppendFormat("%04d", time.year);
+        return true;
+    case 'b':
+        out += MonthName(time.month).substr(0, 3);
+        return true;
+    case 'B':
+        out += MonthName(time.month);
+        return true;
+    case 'H':
+        out.AppendFormat("%02d", time.hour);
+        return true;
+    case 'M':
+        out.AppendFormat("%02d", time.minute);
+        return true;
+    case 'S':
+        out.AppendFormat("%02d", time.second);
+        return true;
+    case 'X':
+        out.AppendFormat("%02d:%02d:%02d", time.hour, time.minute, time.second);
+        return true;
+    case '%':
+        out += '%';
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// The placeholders that # writes without a leading zero.
+bool AppendShort(CString& out, const LocalTime& time, char placeholder)
+{
+    if (placeholder != 'd' && placeholder != 'm')
+        return false;
+    out.AppendFormat("%d", placeholder == 'd' ? time.day : time.month);
+    return true;
+}
+
+} // namespace
+
+CString FormatTime(const LocalTime& time, std::string_view pattern)
+{
+    CString out;
+    for (std::size_t i = 0; i < pattern.size(); ++i) {
+        if (pattern[i] == '%' && i + 1 < pattern.size()) {
+            if (AppendTime(out, time, pattern[i + 1])) {
+                ++i;
+                continue;
+            }
+            if (pattern[i + 1] == '#' && i + 2 < pattern.size() && AppendShort(out, time, pattern[i + 2])) {
+                i += 2;
+                continue;
+            }
+        }
+        out += pattern[i];
+    }
+    return out;
+}
+
+namespace
+{
+
+/// The length of the UTF-8 character at the start of `bytes`, which are not empty; 0 when it is none.
+std::size_t CharacterLength(std::string_view bytes) noexcept
+{
+    const auto at = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
+    const unsigned lead = at(0);
+    if (lead < 0x80)
+        return 1;
+    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
+    if (lead < 0xC2 || lead > 0xF4 || bytes.size() < length)
+        return 0;
+    for (std::size_t i = 1; i < length; ++i)
+        if ((at(i) & 0xC0) != 0x80)
+            return 0;
+    const unsigned second = at(1);
+    const bool isOverlong = (lead == 0xE0 && second < 0xA0) || (lead == 0xF0 && second < 0x90);
+    const bool isSurrogate = lead == 0xED && second > 0x9F;
+    const bool isBeyondUnicode = lead == 0xF4 && second > 0x8F;
+    return isOverlong || isSurrogate || isBeyondUnicode ? 0 : length;
+}
+
+/// Windows-1252 from 0x80 to 0x9F; its five unused bytes are the control characters of the same number.
+constexpr unsigned short kWindows1252[] = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178,
+};
+static_assert(std::size(kWindows1252) == 32);
+
+void AppendUtf8(std::string& out, unsigned code)
+{
+    if (code < 0x80) {
+        out += static_cast<char>(code);
+        return;
+    }
+    if (code < 0x800) {
+        out += static_cast<char>(0xC0 | code >> 6);
+    } else {
+        out += static_cast<char>(0xE0 | code >> 12);
+        out += static_cast<char>(0x80 | (code >> 6 & 0x3F));
+    }
+    out += static_cast<char>(0x80 | (code & 0x3F));
+}
+
+} // namespace
+
+bool IsUtf8(std::string_view bytes) noexcept
+{
+    while (!bytes.empty()) {
+        const std::size_t length = CharacterLength(bytes);
+        if (length == 0)
+            return false;
+        bytes.remove_prefix(length);
+    }
+    return true;
+}
+
+std::string ToUtf8(std::string_view bytes)
+{
+    if (IsUtf8(bytes))
+        return std::string(bytes);
+    std::string out;
+    out.reserve(bytes.size() + bytes.size() / 8);
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        AppendUtf8(out, byte >= 0x80 && byte < 0xA0 ? kWindows1252[byte - 0x80] : byte);
+    }
+    return out;
+}
+
+} // namespace Afx

@@ -1,0 +1,181 @@
+#include "Kiln/detail/AmountText.h"
+
+#include <limits>
+
+namespace Kiln::Detail
+{
+namespace
+{
+
+constexpr std::size_t kLongest = 128; // room for leading zeros, far beyond the largest amount
+constexpr int kPoundDigits = 15;      // of 922,337,203,685,477
+constexpr int kDecimals = 4;
+constexpr std::string_view kPoundSign = "\xC2\xA3"; // £
+constexpr std::uint64_t kPowersOfTen[] = {1, 10, 100, 1000, 10'000};
+
+constexpr bool IsBlank(char c) noexcept { return c == ' ' || (c >= '\t' && c <= '\r'); }
+constexpr bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
+
+/// Reads one text, from left to right.
+class Reader
+{
+public:
+    explicit Reader(std::string_view text) noexcept : m_at(text.data()), m_end(text.data() + text.size()) {}
+
+    AmountText Read() noexcept;
+
+private:
+    AmountText Refuse(AmountFault fault) const noexcept
+    {
+        return {fault, 0, std::string_view(m_at, static_cast<std::size_t>(m_end - m_at))};
+    }
+    bool Is(char c) const noexcept { return m_at != m_end && *m_at == c; }
+    bool Take(char c) noexcept
+    {
+        const bool is = Is(c);
+        m_at += is;
+        return is;
+    }
+    bool TakePound() noexcept
+    {
+        const bool is = m_end - m_at >= 2 && m_at[0] == kPoundSign[0] && m_at[1] == kPoundSign[1];
+        m_at += is ? 2 : 0;
+        return is;
+    }
+    void SkipBlanks() noexcept
+    {
+        while (m_at != m_end && IsBlank(*m_at))
+            ++m_at;
+    }
+    AmountFault ReadFront() noexcept;
+    AmountFault ReadPounds() noexcept;
+    AmountFault ReadDecimals() noexcept;
+    AmountFault ReadBack() noexcept;
+
+    const char* m_at;
+    const char* m_end;
+    bool m_pound = false, m_sign = false, m_minus = false, m_bracket = false;
+    bool m_hasDigit = false;
+    std::uint64_t m_value = 0; // of the digits read
+};
+
+/// £, sign and opening bracket, in any order, each at most once.
+AmountFault Reader::ReadFront() noexcept
+{
+    for (; m_at != m_end && !IsDigit(*m_at); SkipBlanks()) {
+        if (Is('-') || Is('+')) {
+            if (m_sign || m_bracket)
+                return AmountFault::Signs;
+            m_sign = true;
+            m_minus = Take('-') || !Take('+');
+        } else if (Is('(')) {
+            if (m_sign || m_bracket)
+                return AmountFault::Signs;
+            m_bracket = m_minus = Take('(');
+        } else if (m_pound || !TakePound()) {
+            break;
+        } else {
+            m_pound = true;
+        }
+    }
+    return AmountFault::None;
+}
+
+/// Digits before the point, with commas between groups of three or with none.
+AmountFault Reader::ReadPounds() noexcept
+{
+    int significant = 0, group = 0;
+    bool hasComma = false;
+    for (; m_at != m_end; ++m_at) {
+        if (IsDigit(*m_at)) {
+            m_hasDigit = true;
+            ++group;
+            m_value = m_value * 10 + static_cast<unsigned>(*m_at - '0');
+            significant += m_value != 0;
+            if (significant > kPoundDigits)
+                return AmountFault::TooLarge;
+        } else if (*m_at == ',') {
+            if (hasComma ? group != 3 : group < 1 || group > 3)
+                return AmountFault::Commas;
+            hasComma = true;
+            group = 0;
+        } else {
+            break;
+        }
+    }
+    return hasComma && group != 3 ? AmountFault::Commas : AmountFault::None;
+}
+
+AmountFault Reader::ReadDecimals() noexcept
+{
+    int count = 0;
+    if (Take('.'))
+        for (; m_at != m_end && IsDigit(*m_at); ++m_at) {
+            m_hasDigit = true;
+            if (count < kDecimals) {
+                m_value = m_value * 10 + static_cast<unsigned>(*m_at - '0');
+                ++count;
+            } else if (*m_at != '0') {
+                return AmountFault::Decimals;
+            }
+        }
+    m_value *= kPowersOfTen[kDecimals - count]; // 19 digits at most: fits
+    return AmountFault::None;
+}
+
+/// A sign behind, or the closing bracket, and nothing after it.
+AmountFault Reader::ReadBack() noexcept
+{
+    SkipBlanks();
+    if (Is('-') || Is('+')) {
+        if (m_sign || m_bracket)
+            return AmountFault::Signs;
+        m_sign = true;
+        m_minus = Take('-') || !Take('+');
+        SkipBlanks();
+        if (Is('-') || Is('+'))
+            return AmountFault::Signs;
+    }
+    const bool closes = Take(')');
+    if (closes != m_bracket && (closes || m_at == m_end))
+        return AmountFault::Bracket;
+    SkipBlanks();
+    if (Is(','))
+        return AmountFault::Commas;
+    return m_at == m_end ? AmountFault::None : AmountFault::Character;
+}
+
+AmountText Reader::Read() noexcept
+{
+    if (const AmountFault fault = ReadFront(); fault != AmountFault::None)
+        return Refuse(fault);
+    if (const AmountFault fault = ReadPounds(); fault != AmountFault::None)
+        return Refuse(fault);
+    if (const AmountFault fault = ReadDecimals(); fault != AmountFault::None)
+        return Refuse(fault);
+    if (!m_hasDigit)
+        return Refuse(m_at == m_end || *m_at == ')' ? AmountFault::NoDigits : AmountFault::Character);
+    if (const AmountFault fault = ReadBack(); fault != AmountFault::None)
+        return Refuse(fault);
+    constexpr auto kMax = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
+    if (m_value > kMax + m_minus)
+        return Refuse(AmountFault::TooLarge);
+    return {AmountFault::None, static_cast<std::int64_t>(m_minus ? 0 - m_value : m_value), {}};
+}
+
+} // namespace
+
+AmountText ReadAmount(std::string_view text) noexcept
+{
+    while (!text.empty() && IsBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && IsBlank(text.back()))
+        text.remove_suffix(1);
+    if (text.empty())
+        return {AmountFault::Blank, 0, {}};
+    if (text.size() > kLongest)
+        return {AmountFault::TooLarge, 0, {}};
+    return Reader(text).Read();
+}
+
+} // namespace Kiln::Detail

@@ -1,0 +1,253 @@
+#include "Kiln/CDate.h"
+
+#include <atomic>
+#include <cmath>
+
+#include "Afx/Calendar.h"
+#include "Afx/Clock.h"
+#include "Afx/Numbers.h"
+#include "Afx/Text.h"
+#include "Kiln/detail/DateText.h"
+
+namespace Kiln
+{
+namespace
+{
+
+using Detail::DateFault;
+
+constexpr int kSecondsPerDay = 86'400;
+constexpr double kHalfSecond = 0.5 / kSecondsPerDay; // in days
+
+std::atomic<CDate::ParseOrder> g_parseOrder{CDate::ParseOrder::DayFirst};
+std::atomic<CDate::YearHandler> g_yearHandler{nullptr};
+
+int CurrentYear(int, int) { return Afx::Clock::Local().year; }
+
+Detail::DateText ReadNow(const char* text)
+{
+    const CDate::YearHandler handler = g_yearHandler.load(std::memory_order_relaxed);
+    return Detail::ReadDate(text ? text : "", g_parseOrder.load(std::memory_order_relaxed),
+                            handler ? handler : CurrentYear);
+}
+
+/// The OLE number as a count of days that grows with time: before 1900 the fraction of an OLE number runs against it.
+double Linear(double oleDate) noexcept { return oleDate < 0 ? 2 * std::trunc(oleDate) - oleDate : oleDate; }
+
+double FromLinear(double days) noexcept
+{
+    const double whole = std::floor(days);
+    return whole < 0 ? whole - (days - whole) : days;
+}
+
+struct Moment
+{
+    int day; // OLE day number
+    int second;
+};
+
+/// Rounded to the second, as Windows does, so that 23:59:59.9 is the next day.
+Moment ToMoment(double oleDate) noexcept
+{
+    const double linear = Linear(oleDate), whole = std::floor(linear);
+    Moment moment{static_cast<int>(whole), static_cast<int>((linear - whole) * kSecondsPerDay + 0.5)};
+    if (moment.second < kSecondsPerDay)
+        return moment;
+    if (moment.day == Afx::kLastOleDay)
+        return {moment.day, kSecondsPerDay - 1};
+    return {moment.day + 1, 0};
+}
+
+Afx::CivilDate ToCivil(double oleDate) noexcept { return Afx::CivilFromDays(ToMoment(oleDate).day + Afx::kOleDayZero); }
+
+bool IsSameMoment(double a, double b) noexcept { return std::fabs(Linear(a) - Linear(b)) < kHalfSecond; }
+
+/// "April" and so on.
+CString MonthName(int month)
+{
+    CString name(Detail::kMonthNames[month - 1]);
+    name.SetAt(0, static_cast<char>(name.GetAt(0) ^ 0x20));
+    return name;
+}
+
+/// Why a day is not in its month; names the year where the year decides.
+CString NoSuchDay(const Detail::DateText& read)
+{
+    CString month = MonthName(read.month);
+    const int length = Afx::DaysInMonth(read.year ? read.year : 2000, read.month);
+    if (read.month == 2 && read.day == 29)
+        month.AppendFormat(" %d", read.year);
+    CString reason;
+    reason.Format("%d %s does not exist; %s has %d days", read.day, month, month, length);
+    return reason;
+}
+
+CString Reason(const Detail::DateText& read)
+{
+    const bool monthFirst = CDate::GetParseOrder() == CDate::ParseOrder::MonthFirst;
+    const char* const example = monthFirst ? "4/30/2024" : "30/4/2024";
+    CString reason;
+    switch (read.fault) {
+    case DateFault::None:
+        break;
+    case DateFault::Blank:
+        return "No date was given";
+    case DateFault::Form:
+        reason.Format("This is no date; write it as in %s, 30 Apr 2024 or 2024-04-30", example);
+        break;
+    case DateFault::Separators:
+        reason.Format("Write the same sign between day, month and year, as in %s", example);
+        break;
+    case DateFault::MonthName:
+        reason.Format("\"%s\" is no month; write three letters or the whole name, as in 30 Apr 2024", read.word);
+        break;
+    case DateFault::Month:
+        reason.Format("%d is no month; write the %s first, as in %s", read.month, monthFirst ? "month" : "day",
+                      example);
+        break;
+    case DateFault::Day:
+        reason.Format("%d is no day of a month; write the date as in %s", read.day, example);
+        break;
+    case DateFault::NoSuchDay:
+        return NoSuchDay(read);
+    case DateFault::YearDigits:
+        reason.Format("A year has two or four digits, as in %s", example);
+        break;
+    case DateFault::YearRange:
+        return "The year must be 100 to 9999";
+    case DateFault::NoYear:
+        reason.Format("The year is missing; write it as in %s", example);
+    }
+    return reason;
+}
+
+} // namespace
+
+CDate::CDate(int year, int month, int day) noexcept
+{
+    if (year == 0 && month == 0 && day == 0)
+        return;
+    m_status = Status::Invalid;
+    if (year < 100 || year > 9999 || day < 1 || day > Afx::DaysInMonth(year, month))
+        return;
+    m_date = static_cast<double>(Afx::DaysFromCivil(year, month, day) - Afx::kOleDayZero);
+    m_status = Status::Valid;
+}
+
+CDate CDate::FromOleDate(double oleDate) noexcept
+{
+    const auto day = Afx::ToInt64(oleDate);
+    if (!day || *day < Afx::kFirstOleDay || *day > Afx::kLastOleDay)
+        return Invalid();
+    CDate date;
+    date.m_date = oleDate;
+    date.m_status = Status::Valid;
+    return date;
+}
+
+CDate CDate::Invalid() noexcept
+{
+    CDate date;
+    date.m_status = Status::Invalid;
+    return date;
+}
+
+CDate CDate::Today()
+{
+    const Afx::LocalTime now = Afx::Clock::Local();
+    return CDate(now.year, now.month, now.day);
+}
+
+bool CDate::ParseDate(const char* text)
+{
+    const Detail::DateText read = ReadNow(text);
+    m_date = 0.0;
+    if (read.fault == DateFault::None) {
+        m_date = static_cast<double>(Afx::DaysFromCivil(read.year, read.month, read.day) - Afx::kOleDayZero);
+        m_status = Status::Valid;
+        return true;
+    }
+    m_status = read.fault == DateFault::Blank ? Status::Null : Status::Invalid;
+    return false;
+}
+
+CString CDate::WhyNotDate(const char* text) { return Reason(ReadNow(text)); }
+
+void CDate::SetParseOrder(ParseOrder order) noexcept { g_parseOrder.store(order, std::memory_order_relaxed); }
+CDate::ParseOrder CDate::GetParseOrder() noexcept { return g_parseOrder.load(std::memory_order_relaxed); }
+CDate::YearHandler CDate::SetYearHandler(YearHandler handler) noexcept { return g_yearHandler.exchange(handler); }
+
+int CDate::GetYear() const noexcept { return IsValid() ? ToCivil(m_date).year : 0; }
+int CDate::GetMonth() const noexcept { return IsValid() ? ToCivil(m_date).month : 0; }
+int CDate::GetDay() const noexcept { return IsValid() ? ToCivil(m_date).day : 0; }
+bool CDate::IsLeapYear(int year) noexcept { return Afx::IsLeapYear(year); }
+
+CString CDate::Format(const char* pattern) const
+{
+    if (!IsValid() || !pattern)
+        return {};
+    const Moment moment = ToMoment(m_date);
+    const Afx::CivilDate date = Afx::CivilFromDays(moment.day + Afx::kOleDayZero);
+    return Afx::FormatTime(
+        {date.year, date.month, date.day, moment.second / 3600, moment.second / 60 % 60, moment.second % 60, 0},
+        pattern);
+}
+
+CString CDate::FormatIso() const
+{
+    CString text;
+    if (!IsValid())
+        return text;
+    const Afx::CivilDate date = ToCivil(m_date);
+    text.Format("%04d-%02d-%02d", date.year, date.month, date.day);
+    return text;
+}
+
+bool CDate::IsSameDay(const CDate& other) const noexcept
+{
+    return IsValid() && other.IsValid() && ToMoment(m_date).day == ToMoment(other.m_date).day;
+}
+
+CDate CDate::operator+(int days) const noexcept
+{
+    if (!IsValid())
+        return *this;
+    return FromOleDate(FromLinear(Linear(m_date) + days));
+}
+
+CDate CDate::operator-(int days) const noexcept
+{
+    if (!IsValid())
+        return *this;
+    return FromOleDate(FromLinear(Linear(m_date) - days));
+}
+
+double CDate::operator-(const CDate& other) const noexcept
+{
+    return IsValid() && other.IsValid() ? Linear(m_date) - Linear(other.m_date) : 0.0;
+}
+
+bool operator==(const CDate& a, const CDate& b) noexcept
+{
+    if (a.m_status != b.m_status)
+        return false;
+    return !a.IsValid() || IsSameMoment(a.m_date, b.m_date);
+}
+
+bool operator<(const CDate& a, const CDate& b) noexcept
+{
+    return a.IsValid() && b.IsValid() && Linear(a.m_date) < Linear(b.m_date);
+}
+
+bool operator<=(const CDate& a, const CDate& b) noexcept
+{
+    return a < b || (a.IsValid() && b.IsValid() && IsSameMoment(a.m_date, b.m_date));
+}
+
+long DaysBetween(const CDate& from, const CDate& to) noexcept
+{
+    const double days = to - from;
+    return std::lround(days + std::copysign(kHalfSecond, days));
+}
+
+} // namespace Kiln

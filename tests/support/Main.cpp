@@ -1,0 +1,51 @@
+#include <gtest/gtest.h>
+
+#include "Afx/Clock.h"
+#include "Afx/Computer.h"
+#include "Afx/Settings.h"
+#include "support/TestSupport.h"
+
+namespace Test
+{
+
+void RemoveTempDir();
+
+namespace
+{
+
+class Surroundings : public testing::EmptyTestEventListener
+{
+    void OnTestStart(const testing::TestInfo&) override
+    {
+        Reset();
+        auto windows = std::make_unique<Afx::HeadlessWindowSystem>();
+        windows->OnUnexpected([](const Afx::HeadlessWindowSystem::Shown& shown) {
+            ADD_FAILURE() << "message box without a scripted answer that it offers: " << shown.text;
+            return Afx::SafeAnswer(shown.style);
+        });
+        Afx::WindowSystem::Install(std::move(windows));
+        Afx::Settings::SetPath((TempDir() + "/settings.ini").c_str());
+    }
+    void OnTestEnd(const testing::TestInfo&) override
+    {
+        Reset();
+        Afx::WindowSystem::Install(nullptr);
+        RemoveTempDir();
+    }
+    static void Reset()
+    {
+        Afx::Clock::Set({});
+        Afx::Clock::SetSleep({});
+        Afx::SetComputerName({});
+    }
+};
+
+} // namespace
+} // namespace Test
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    testing::UnitTest::GetInstance()->listeners().Append(new Test::Surroundings);
+    return RUN_ALL_TESTS();
+}

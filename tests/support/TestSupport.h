@@ -1,0 +1,42 @@
+#pragma once
+
+// What every test finds around it: a headless window system, its own settings file and folder, the machine's own clock.
+// All of it is made anew before each test and put back after it.
+
+#include <optional>
+#include <string>
+
+#include "Afx/Exceptions.h"
+#include "Afx/WindowSystem.h"
+
+namespace Test
+{
+
+/// The window system of the running test. A message box that the test has not scripted fails it.
+Afx::HeadlessWindowSystem& Windows();
+
+/// A folder of this test's own, made on first use and removed with all in it afterwards.
+std::string TempDir();
+/// Writes a file in that folder and answers its path.
+std::string WriteFile(const std::string& name, std::string_view bytes);
+/// A file's bytes; empty when there is none.
+std::string ReadFile(const std::string& path);
+
+/// From now on, until the end of the test, this is the local time of Afx::Clock.
+void SetNow(int year, int month, int day, int hour = 12, int minute = 0, int second = 0, int milliseconds = 0);
+
+/// Runs `action` and gives the message of the exception of class E that it throws; nothing when it throws none.
+template<class E, class Action>
+std::optional<std::string> MessageOf(Action action)
+{
+    try {
+        action();
+    } catch (E* exception) {
+        std::string message = exception->GetErrorMessage().Str();
+        exception->Delete();
+        return message;
+    }
+    return std::nullopt;
+}
+
+} // namespace Test
