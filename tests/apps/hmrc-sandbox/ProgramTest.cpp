@@ -37,7 +37,8 @@ public:
     {
         if (m_pid > 0)
             End(SIGKILL);
-        std::fclose(m_out);
+        if (m_out != nullptr)
+            std::fclose(m_out);
     }
 
     std::string ReadLine()
