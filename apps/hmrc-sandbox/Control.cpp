@@ -2,6 +2,7 @@
 #include "ControlError.h"
 #include "Handlers.h"
 #include "Interfaces.h"
+#include "Text.h"
 
 #include <climits>
 #include <iterator>
@@ -177,14 +178,13 @@ struct Control
 {
     std::string_view method;
     std::string_view path;
-    bool below; ///< the path goes on
+    bool below; ///< the path may go on
     Answer (*handle)(State&, const Options&, const Call&);
 };
 
 constexpr Control kControls[] = {
     {"PUT", kAnswerPath, true, PutAnswer},
     {"DELETE", kAnswerPath, true, DeleteAnswer},
-    {"DELETE", kAnswerPath, false, DeleteAnswer},
     {"GET", "/sandbox/fault", false, GetFaults},
     {"POST", "/sandbox/fault", false, PostFault},
     {"DELETE", "/sandbox/fault", false, DeleteFaults},
@@ -198,10 +198,7 @@ constexpr Control kControls[] = {
 
 bool IsPathOf(const Control& control, std::string_view path)
 {
-    if (!control.below)
-        return path == control.path;
-    return path.size() > control.path.size() && path.substr(0, control.path.size()) == control.path &&
-           path[control.path.size()] == '/';
+    return control.below ? IsBelow(path, control.path) : path == control.path;
 }
 
 std::string ControlList()
@@ -209,7 +206,7 @@ std::string ControlList()
     std::string list;
     for (const Control& control : kControls)
         list += (list.empty() ? "" : ", ") + std::string(control.method) + " " + std::string(control.path) +
-                (control.below ? "/…" : "");
+                (control.below ? "/PATH" : "");
     return list;
 }
 

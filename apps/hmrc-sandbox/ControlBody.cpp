@@ -3,7 +3,7 @@
 #include "ControlError.h"
 
 #include <algorithm>
-#include <cstring>
+#include <cstdint>
 
 namespace Sandbox
 {

@@ -3,6 +3,7 @@
 #include "ControlBody.h"
 #include "ControlError.h"
 #include "Errors.h"
+#include "Text.h"
 
 #include <algorithm>
 
@@ -51,14 +52,6 @@ const FaultKind* FindKind(std::string_view name)
     const auto at =
         std::find_if(std::begin(kKinds), std::end(kKinds), [&](const FaultKind& kind) { return kind.name == name; });
     return at == std::end(kKinds) ? nullptr : at;
-}
-
-/// Whether `path` is `start` or lies below it.
-bool IsBelow(std::string_view path, std::string_view start)
-{
-    if (!start.empty() && start.back() == '/')
-        start.remove_suffix(1);
-    return path.substr(0, start.size()) == start && (path.size() == start.size() || path[start.size()] == '/');
 }
 
 Answer Body(std::string body, const char* contentType = "application/json")

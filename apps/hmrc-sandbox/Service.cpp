@@ -3,6 +3,7 @@
 #include "ControlError.h"
 #include "Handlers.h"
 #include "Interfaces.h"
+#include "Text.h"
 
 #include <string_view>
 #include <utility>
@@ -12,8 +13,6 @@ namespace Sandbox
 
 namespace
 {
-
-bool IsBelow(std::string_view path, std::string_view start) { return path.substr(0, start.size()) == start; }
 
 Answer PlainRefusal(const std::string& why)
 {
@@ -37,7 +36,7 @@ Answer Greeting()
 
 Handled Dispatch(State& state, const Options& options, const Call& call)
 {
-    if (IsBelow(call.path, "/oauth/"))
+    if (IsBelow(call.path, "/oauth"))
         return HandleOAuth(state, call);
     const auto first = std::string_view(call.path).substr(0, call.path.find('/', 1));
     const std::string_view support = "-test-support";
@@ -55,7 +54,7 @@ Answer Service::Handle(const Call& call)
     const std::lock_guard lock(m_mutex);
     if (call.path == "/" && call.method == "GET")
         return Greeting();
-    if (call.path == "/sandbox" || IsBelow(call.path, "/sandbox/")) {
+    if (IsBelow(call.path, "/sandbox")) {
         try {
             return HandleControl(m_state, m_options, call);
         } catch (const ControlError& error) {

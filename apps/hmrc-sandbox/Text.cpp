@@ -15,6 +15,13 @@ std::vector<std::string_view> Split(std::string_view text, char separator)
     }
 }
 
+bool IsBelow(std::string_view path, std::string_view start)
+{
+    if (!start.empty() && start.back() == '/')
+        start.remove_suffix(1);
+    return path.substr(0, start.size()) == start && (path.size() == start.size() || path[start.size()] == '/');
+}
+
 std::string PercentEncode(std::string_view text)
 {
     constexpr std::string_view kUnreserved = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-._~";
