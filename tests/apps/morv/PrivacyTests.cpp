@@ -27,15 +27,6 @@ std::size_t CountOf(const std::string& text, const std::string& part)
     return count;
 }
 
-// The tokens that the sandbox has given out are known only to it: it shows them to this test.
-std::vector<std::string> TokensOf(HmrcSandbox& sandbox)
-{
-    std::vector<std::string> tokens;
-    for (const Json& token : Json::parse(sandbox.Send("GET", "/sandbox/token", ""))["issued"])
-        tokens.push_back(token);
-    return tokens;
-}
-
 TEST(Privacy, NothingPrintedLoggedOrStoredGivesASecretAway)
 {
     HmrcSandbox sandbox("EVERYTHING");
@@ -70,7 +61,7 @@ TEST(Privacy, NothingPrintedLoggedOrStoredGivesASecretAway)
         run(arguments);
 
     const std::string stored = AllBytes(practice);
-    const auto tokens = TokensOf(sandbox);
+    const auto tokens = sandbox.Issued();
     ASSERT_GE(tokens.size(), 4u);
     for (const std::string& token : tokens) {
         EXPECT_EQ(CountOf(printed, token), 0u) << "a token is printed";

@@ -30,13 +30,6 @@ void Redirect(const std::string& path, int descriptor)
     close(file);
 }
 
-Sandbox::Options WithScenario(const std::string& scenario)
-{
-    Sandbox::Options options;
-    options.scenario = scenario;
-    return options;
-}
-
 } // namespace
 
 RunningMorv::RunningMorv(const std::vector<std::string>& arguments) : m_out(NextFile("out")), m_err(NextFile("err"))
@@ -97,7 +90,24 @@ std::string SamplePractice(const std::string& name)
     return path;
 }
 
-HmrcSandbox::HmrcSandbox(const std::string& scenario) : m_server(WithScenario(scenario)) { m_server.Start(); }
+HmrcSandbox::HmrcSandbox(const std::string& scenario) : m_server(OptionsFor(scenario)) { m_server.Start(); }
+
+Sandbox::Options HmrcSandbox::OptionsFor(const std::string& scenario)
+{
+    Sandbox::Options options;
+    options.scenario = scenario;
+    options.issued = [this](const std::string& secret) {
+        const std::lock_guard lock(m_mutex);
+        m_issued.push_back(secret);
+    };
+    return options;
+}
+
+std::vector<std::string> HmrcSandbox::Issued()
+{
+    const std::lock_guard lock(m_mutex);
+    return m_issued;
+}
 
 std::string HmrcSandbox::Send(const std::string& method, const std::string& path, const std::string& body)
 {

@@ -4,7 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include <memory>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -58,7 +58,14 @@ public:
     /// Primes the PAYE scenario for a National Insurance number and real tax year.
     void Prime(const std::string& nino, int year, const std::string& scenario);
 
+    /// Every code and token that it has given out.
+    std::vector<std::string> Issued();
+
 private:
+    Sandbox::Options OptionsFor(const std::string& scenario);
+
+    std::mutex m_mutex; // over m_issued: the server answers on threads of its own
+    std::vector<std::string> m_issued;
     Sandbox::Server m_server;
 };
 
