@@ -104,6 +104,21 @@ TEST(CTime, CountsWholeSecondsDownwards)
     EXPECT_LT(CTime(1), CTime(4'000'000'000));
 }
 
+namespace
+{
+
+DECIMAL Decimal(std::uint8_t scale, std::uint8_t sign, std::uint32_t high, std::uint64_t low)
+{
+    DECIMAL value{};
+    value.scale = scale;
+    value.sign = sign;
+    value.Hi32 = high;
+    value.Lo64 = low;
+    return value;
+}
+
+} // namespace
+
 TEST(DecimalToCy, RoundsHalvesToEven)
 {
     const struct
@@ -112,20 +127,20 @@ TEST(DecimalToCy, RoundsHalvesToEven)
         std::optional<std::int64_t> expected;
         const char* why;
     } rows[] = {
-        {{2, 0, 0, 1234}, 123400, "12.34"},
-        {{4, 0x80, 0, 123456}, -123456, "-12.3456"},
-        {{0, 0, 0, 5}, 50000, "5"},
-        {{5, 0, 0, 123455}, 12346, "1.23455: half, to the even neighbour above"},
-        {{5, 0, 0, 123445}, 12344, "1.23445: half, to the even neighbour below"},
-        {{6, 0, 0, 1234451}, 12345, "1.234451: more than half"},
-        {{28, 0, 1, 0}, 0, "tiny"},
-        {{4, 0, 0, 0x7FFF'FFFF'FFFF'FFFF}, std::numeric_limits<std::int64_t>::max(), "largest"},
-        {{4, 0x80, 0, 0x8000'0000'0000'0000}, std::numeric_limits<std::int64_t>::min(), "smallest"},
-        {{4, 0, 0, 0x8000'0000'0000'0000}, std::nullopt, "one too many"},
-        {{5, 0, 4, 0xFFFF'FFFF'FFFF'FFFA}, std::numeric_limits<std::int64_t>::max(), "down to the largest"},
-        {{5, 0, 4, 0xFFFF'FFFF'FFFF'FFFF}, std::nullopt, "up beyond the largest"},
-        {{0, 0, 0xFFFF'FFFF, 0xFFFF'FFFF'FFFF'FFFF}, std::nullopt, "96 bits of pounds"},
-        {{29, 0, 0, 1}, std::nullopt, "no such scale"},
+        {Decimal(2, 0, 0, 1234), 123400, "12.34"},
+        {Decimal(4, 0x80, 0, 123456), -123456, "-12.3456"},
+        {Decimal(0, 0, 0, 5), 50000, "5"},
+        {Decimal(5, 0, 0, 123455), 12346, "1.23455: half, to the even neighbour above"},
+        {Decimal(5, 0, 0, 123445), 12344, "1.23445: half, to the even neighbour below"},
+        {Decimal(6, 0, 0, 1234451), 12345, "1.234451: more than half"},
+        {Decimal(28, 0, 1, 0), 0, "tiny"},
+        {Decimal(4, 0, 0, 0x7FFF'FFFF'FFFF'FFFF), std::numeric_limits<std::int64_t>::max(), "largest"},
+        {Decimal(4, 0x80, 0, 0x8000'0000'0000'0000), std::numeric_limits<std::int64_t>::min(), "smallest"},
+        {Decimal(4, 0, 0, 0x8000'0000'0000'0000), std::nullopt, "one too many"},
+        {Decimal(5, 0, 4, 0xFFFF'FFFF'FFFF'FFFA), std::numeric_limits<std::int64_t>::max(), "down to the largest"},
+        {Decimal(5, 0, 4, 0xFFFF'FFFF'FFFF'FFFF), std::nullopt, "up beyond the largest"},
+        {Decimal(0, 0, 0xFFFF'FFFF, 0xFFFF'FFFF'FFFF'FFFF), std::nullopt, "96 bits of pounds"},
+        {Decimal(29, 0, 0, 1), std::nullopt, "no such scale"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(Afx::DecimalToCy(row.value), row.expected) << row.why;
