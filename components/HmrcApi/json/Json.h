@@ -15,7 +15,7 @@ namespace HmrcApi
 {
 
 /// One JSON value. Numbers stay text: an amount must not pass through binary floating point.
-struct JsonValue
+struct HMRCAPI_API JsonValue
 {
     enum class Kind : unsigned char
     {

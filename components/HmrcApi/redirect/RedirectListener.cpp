@@ -51,15 +51,19 @@ public:
     }
     ~Listener()
     {
-        if (!m_thread.joinable())
+        if (!m_isBound)
             return;
+        Start(); // only a server that has run gives its port back
         m_server.stop();
         m_thread.join();
     }
 
-    bool Bind(const char* host, int port) { return m_server.bind_to_port(host, port); }
+    bool Bind(const char* host, int port) { return m_isBound = m_server.bind_to_port(host, port); }
+    bool BindAnyPort(const char* host) { return m_isBound = m_server.bind_to_any_port(host) > 0; }
     void Start()
     {
+        if (m_thread.joinable())
+            return;
         m_thread = std::thread([this] { m_server.listen_after_bind(); });
         while (!m_server.is_running()) // a stop before that would be lost
             std::this_thread::sleep_for(std::chrono::milliseconds(1));
@@ -68,12 +72,13 @@ public:
 private:
     httplib::Server m_server;
     std::thread m_thread;
+    bool m_isBound = false;
 };
 
 bool HasIpv6()
 {
-    httplib::Server probe;
-    return probe.bind_to_any_port("::1") > 0;
+    Listener probe([](const httplib::Request&, httplib::Response&) {});
+    return probe.BindAnyPort("::1");
 }
 
 class RedirectListener : public IRedirectListener
