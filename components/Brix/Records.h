@@ -1,7 +1,8 @@
 #pragma once
 
 // The record classes, made from their declarations in records.def: for each column `Xyz` of ordinal n there are
-// kXyz == n, GetXyz() and SetXyz().
+// kXyz == n, GetXyz() and SetXyz(). A NULL reads as 0, false, empty, a null date or a null amount; IsNull(kXyz) tells,
+// and Set(kXyz, nullptr) stores one.
 
 #include "Brix/Export.h"
 #include "Brix/Keys.h"
@@ -20,9 +21,13 @@ namespace Brix
     {                                                                                                                  \
     public:                                                                                                            \
         name() noexcept : CDataList(Declaration()) {}                                                                  \
-        static const Quarry::Table& Declaration() noexcept;
+        static const Quarry::Table& Declaration() noexcept;                                                            \
+        static constexpr int kTableNumber = number;
 #define KEY(columns)
+#define NULLABLE_KEY(columns)
 #define PARENT(column, sqlTable)
+#define PARENT_BY(column, sqlTable, parentColumn)
+#define TAX_FORM_CHILD LONG(1, TaxFormID, "lTaxFormID") LONG(2, ClientID, "lClientID") SHORT(3, Year, "nYear")
 #define LONG(ordinal, name, sql) BRIX_COLUMN(long, ordinal, name, GetLong)
 #define INT(ordinal, name, sql) BRIX_COLUMN(int, ordinal, name, GetInt)
 #define SHORT(ordinal, name, sql) BRIX_COLUMN(short, ordinal, name, GetShort)
@@ -38,19 +43,5 @@ namespace Brix
     ;
 #include "Brix/records.def"
 #undef BRIX_COLUMN
-#undef RECORD
-#undef KEY
-#undef PARENT
-#undef LONG
-#undef INT
-#undef SHORT
-#undef BIT
-#undef TEXT
-#undef BINARY
-#undef DATE
-#undef DATETIME
-#undef MONEY
-#undef DOUBLE
-#undef END_RECORD
 
 } // namespace Brix

@@ -3,6 +3,7 @@
 // The practice's schema, made from the declarations.
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Brix/Export.h"
@@ -17,6 +18,8 @@ inline constexpr int kSchemaVersion = 1;
 
 /// All declared tables, record classes first, then the tables that are reached by statements only.
 BRIX_API const std::vector<const Quarry::Table*>& AllTables();
+/// Null when nothing is declared under that SQL name; names ignore case.
+BRIX_API const Quarry::Table* FindTable(std::string_view sqlName) noexcept;
 
 /// The statements that make the whole schema in the dialect.
 BRIX_API std::string SchemaScript(const Cellar::Dialect& dialect);

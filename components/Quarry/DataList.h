@@ -62,9 +62,9 @@ struct Sort
     bool descending = false;
 };
 
-/// The rows of one record class that fulfil all conditions, in the order asked for, then by key. The list is a copy:
-/// what others do afterwards is not seen until it is opened again. All operations work on the current connection and
-/// throw Cellar::DatabaseError.
+/// The rows of one record class that fulfil all conditions, in the order asked for (nulls first, texts without regard
+/// to case), then by key. The list is a copy: what others do afterwards, and a rollback, is not seen until it is opened
+/// again. All operations work on the current connection and throw Cellar::DatabaseError.
 class QUARRY_API CDataList
 {
 public:
@@ -88,14 +88,16 @@ public:
     bool MoveTo(int position) noexcept;
     bool MoveToId(long id) noexcept;
 
-    /// Appends an empty row with a new id and stands on it; it is saved by Update.
+    /// Appends a row and stands on it; it is saved by Update, and without that never existed. It has a new id (tables
+    /// with another key: set it), the columns' defaults, and the values that the list was opened with.
     void AddNew();
     /// Appends a copy of the current row with a new id and stands on it; it is saved by Update.
     void CopyRow();
-    /// Saves the current row: inserts a new one, otherwise updates what changed. Stays on the row. Throws
-    /// ChangedByAnotherUser when the row is no longer as it was read.
+    /// Saves the current row: inserts a new one, otherwise updates what changed. Stays on the row; the order of the
+    /// list stays as it is. Throws ChangedByAnotherUser when the row is no longer as it was read.
     void Update();
-    /// Deletes the current row and stands on the next.
+    /// Deletes the current row and stands on the next. Throws ChangedByAnotherUser when the row is no longer as it was
+    /// read.
     void Delete();
     /// The current row has values that are not saved.
     bool IsDirty() const noexcept;
@@ -103,9 +105,11 @@ public:
     /// The current row; throws std::logic_error behind the last.
     const Row& Current() const;
     long GetID() const { return Current().GetLong(0); }
+    bool IsNew() const; // not saved yet
     const Cellar::Value& Get(int ordinal) const { return Current().Get(ordinal); }
     bool IsNull(int ordinal) const { return Get(ordinal).IsNull(); }
-    /// Sets a value of the current row; setting an equal value changes nothing.
+    /// Sets a value of the current row; setting an equal value changes nothing. Throws std::logic_error for an ordinal
+    /// that the table has not, and for the id of a row that is saved.
     void Set(int ordinal, Cellar::Value value);
 
 private:
@@ -115,13 +119,19 @@ private:
         Row stored; // as read or last saved
         bool isNew = false;
     };
+    Entry& At();
+    void Insert(Entry& entry);
+    void UpdateChanged(Entry& entry);
+
     const Table* m_table;
+    std::vector<Where> m_where; // of the last Open
     std::vector<Entry> m_rows;
     std::size_t m_at = 0;
 };
 
 /// A new id of the table: the greater of its counter and its largest id, plus one. The counter moves in the same
-/// transaction.
+/// transaction. Throws Cellar::DatabaseError (Other) when 2147483647 has been given out, and std::logic_error for a
+/// table whose key is no single number.
 QUARRY_API long NewId(const Table& table);
 
 } // namespace Quarry

@@ -19,11 +19,12 @@ QUARRY_API bool HasConnection() noexcept;
 QUARRY_API void SetConnection(std::unique_ptr<Cellar::CConnection> connection);
 
 QUARRY_API void BeginTransaction();
+/// With no level open: nothing; in a debug build throws std::logic_error.
 QUARRY_API void Commit();
 QUARRY_API void Rollback();
 QUARRY_API int GetTransactionLevel() noexcept;
 
-/// One level: rolled back at the end of the scope unless committed.
+/// One level: rolled back at the end of the scope unless committed, with any level that was begun in it and left open.
 class QUARRY_API CTransaction
 {
 public:
@@ -35,14 +36,18 @@ public:
     void Rollback();
 
 private:
-    bool m_open = true;
+    int m_level; // 0: no longer open
+    const Cellar::CConnection* m_connection;
 };
 
-/// Told after every rollback, so that caches reload. Returns a number for RemoveRollbackListener.
+/// Told when caches must reload: after every rollback, and after a direct statement that names a table of the data
+/// model and is not kept back by CIgnoreDirectSQL. Returns a number for RemoveRollbackListener. Listeners may be added
+/// and removed meanwhile.
 QUARRY_API int AddRollbackListener(std::function<void()> listener);
 QUARRY_API void RemoveRollbackListener(int number);
 
-/// While it lives, direct statements on the current connection reach no listener.
+/// While it lives, direct statements on the connection that is current now make no cache reload. (They carry no rows,
+/// so the listeners of changed rows never hear of them.)
 class QUARRY_API CIgnoreDirectSQL
 {
 public:

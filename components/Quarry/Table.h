@@ -3,6 +3,7 @@
 // The declaration of a table: what a record class says of itself, and what the schema is made from.
 
 #include <span>
+#include <string_view>
 
 #include "Cellar/Value.h"
 #include "Quarry/Export.h"
@@ -16,25 +17,32 @@ struct Column
     int ordinal;
     const char* name;
     Cellar::ColumnType type;
-    const char* defaultValue = nullptr; // as SQL, such as "0"; null: NULL
+    const char* defaultValue = nullptr; // as T-SQL, such as "0" or "GETDATE()"; null: NULL
+    int length = 0;                     // greatest number of characters of a text on servers; 0: any
+    bool identity = false;              // counted up by the database when left out
 };
 
-/// One table. Ordinal 0 is the row id `lID`, except where `key` names other columns; every table has `nVersion`.
-struct Table
+/// One table. Ordinal 0 is the row id `lID`, except where `key` names other columns.
+struct QUARRY_API Table
 {
-    const char* className;
-    int number; // tells listeners which table changed
-    const char* sqlName;
-    std::span<const Column> columns;
-    /// Columns that hold a parent's id: column and the parent's SQL table. A null or 0 means that parent is not meant.
+    /// A column that holds a parent's id. A null or 0 (an empty text) there means that this parent is not meant.
     struct Parent
     {
         const char* column;
         const char* sqlTable;
         const char* parentColumn = "lID";
     };
+
+    const char* className; // empty: reached by statements only
+    int number;            // tells listeners which table changed
+    const char* sqlName;
+    std::span<const Column> columns;
     std::span<const Parent> parents;
-    const char* key = "lID"; // primary key columns, comma separated
+    const char* key = "lID";      // what tells rows apart: columns, comma separated; empty: nothing does
+    bool keyMayBeNull = false;    // so the key is a unique index instead of the primary key
+    const char* unique = nullptr; // a column without duplicates besides the key
+    bool versioned = true;        // has `nVersion`, by which a change by another user is noticed
+    const char* database = "BRIX";
 
     /// Null when there is no such column; names ignore case.
     const Column* Find(int ordinal) const noexcept;

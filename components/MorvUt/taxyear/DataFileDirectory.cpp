@@ -1,0 +1,14 @@
+#include "MorvUt/taxyear/DataFileDirectory.h"
+
+#include "Afx/Application.h"
+#include "Afx/Computer.h"
+
+CString GetDataFileDirectory()
+{
+    CString folder;
+    if (CWinApp* const app = AfxGetApp())
+        folder = app->GetProfileString("Preferences", "DataDirectory");
+    while (folder.GetLength() > 1 && (folder.Right(1) == "/" || folder.Right(1) == "\\"))
+        folder.Delete(folder.GetLength() - 1);
+    return folder.IsEmpty() ? Afx::GetProgramDirectory() : folder;
+}
