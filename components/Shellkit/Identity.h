@@ -10,8 +10,8 @@
 namespace Shellkit
 {
 
-SHELLKIT_API GUID NewGuid();                          // random (version 4)
-SHELLKIT_API std::string FormatGuid(const GUID& id);  // 36 characters, upper case, no braces
+SHELLKIT_API GUID NewGuid();                         // random (version 4)
+SHELLKIT_API std::string FormatGuid(const GUID& id); // 36 characters, upper case, no braces
 
 } // namespace Shellkit
 

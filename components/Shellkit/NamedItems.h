@@ -2,10 +2,14 @@
 
 // Objects that belong to the process: one per key, shared by every module in it.
 
+#include <atomic>
+
 #include "Shellkit/Export.h"
 
-/// The item `key`, made by `creator` on first use; the key is copied. A creator may ask for other items. `destroyer`
-/// ends the item in DeleteGlobalItem and in Shellkit::Shutdown, never in static destruction.
+/// The item `key`, made by `creator` on first use; the key is copied, null is the empty key. A creator may ask for
+/// other items; asking for its own gives null, and what it throws goes to the caller. A null item is not kept. Without
+/// a creator: the item or null. `destroyer`, if any, ends the item in DeleteGlobalItem and in Shellkit::Shutdown, never
+/// in static destruction. Threads that ask while an item is being made wait for it.
 SHELLKIT_API void* GetGlobalDataItem(const char* key, void* (*creator)(), void (*destroyer)(void*));
 /// The item is there; never makes it.
 SHELLKIT_API bool GlobalItemExists(const char* key);
@@ -15,8 +19,12 @@ SHELLKIT_API bool DeleteGlobalItem(const char* key);
 namespace Shellkit
 {
 
-/// Ends all named items, the youngest first.
+/// Ends all named items, the youngest first, and those that destroyers make meanwhile (1,000 at most, so that two that
+/// revive each other come to an end). An item that a creator asked for is older than the creator's.
 SHELLKIT_API void Shutdown();
+
+/// Grows whenever an item leaves the store: who keeps the address of an item may use it while this has not changed.
+SHELLKIT_API const std::atomic<unsigned>& GlobalItemGeneration() noexcept;
 
 /// A flag that every module of the process sees (a named item): the read-only PIN.
 SHELLKIT_API bool GetSharedFlag(const char* key);

@@ -13,11 +13,12 @@ public:
     CRegistry();
     explicit CRegistry(const CString& key) : m_key(key) {}
 
-    /// `defaultValue` when the value is absent or no number.
+    /// `defaultValue` when the value is absent or no number of 32 bits.
     int GetInt(const char* name, int defaultValue) const;
-    /// Any number but 0, "true", "yes" and "on" are true.
+    /// Any number but 0, "true", "yes" and "on" are true; 0, "false", "no" and "off" are false; else `defaultValue`.
     bool GetBool(const char* name, bool defaultValue) const;
     CString GetString(const char* name, const char* defaultValue = "") const;
+    /// False when the store cannot be written. A null text removes the value.
     bool SetInt(const char* name, int value);
     bool SetString(const char* name, const char* value);
 

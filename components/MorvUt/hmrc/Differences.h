@@ -1,0 +1,65 @@
+#pragma once
+
+// Where HMRC's figures differ from those of the return.
+
+#include <vector>
+
+#include "Afx/CString.h"
+#include "Brix/Keys.h"
+#include "Kiln/CAmt.h"
+#include "Kiln/CDate.h"
+#include "MorvUt/Export.h"
+#include "MorvUt/taxyear/TaxYear.h"
+
+namespace HmrcApi
+{
+
+/// One figure: the return's and HMRC's. Of `amounts` and `dates` one pair is used.
+struct DifferenceRow
+{
+    enum class Kind
+    {
+        Amount,
+        Date
+    };
+    CString caption;
+    Kind kind = Kind::Amount;
+    Kiln::CAmt returnAmount, hmrcAmount; // a figure that the return lacks is null
+    Kiln::CDate returnDate, hmrcDate;
+    bool estimate = false; // HMRC's figure is a forecast
+
+    /// As shown: "22551.05", "20/08/2017"; empty for what is not there.
+    MORVUT_API CString ReturnText() const;
+    MORVUT_API CString HmrcText() const;
+};
+
+/// One item of HMRC's whose schedule says something else.
+struct Difference
+{
+    enum class State
+    {
+        Open,
+        Accepted,
+        Rejected,
+        Skipped
+    };
+    enum class Schedule
+    {
+        Employment,
+        PensionOrBenefit
+    };
+    int number = 0; // from 1, in the order shown
+    Schedule schedule = Schedule::Employment;
+    CString item; // whose figures: employer and PAYE reference, or pension and payer
+    State state = State::Open;
+    std::vector<DifferenceRow> rows;
+    long stagedId = 0;   // CMTD_Employments or CMTD_PensionStateBenefits
+    long scheduleId = 0; // CNewEmploy or CPensionStateBenefits
+};
+
+/// Compares the staged records of a client's year with the return's schedules: employments first, then pensions and
+/// benefits, each in the return's order. No difference: an item without a schedule, one that HMRC has withdrawn, a
+/// figure that HMRC did not send, National Insurance.
+MORVUT_API std::vector<Difference> FindDifferences(ClientId client, TaxYear taxYear);
+
+} // namespace HmrcApi

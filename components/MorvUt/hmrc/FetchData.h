@@ -1,0 +1,61 @@
+#pragma once
+
+// The command "fetch from HMRC".
+
+#include <memory>
+#include <string>
+
+#include "Afx/CString.h"
+#include "Brix/Keys.h"
+#include "HmrcApi/Errors.h"
+#include "HmrcApi/Interfaces.h"
+#include "MorvUt/Export.h"
+#include "MorvUt/hmrc/SchedulePrepop.h"
+
+namespace HmrcApi
+{
+
+/// What a fetch did, for programs that show it themselves.
+struct FetchResult
+{
+    /// Why nothing was asked of HMRC.
+    enum class Stopped
+    {
+        No,
+        Trust,
+        NoRight,
+        NotEnabled,
+        NotAuthorised, // the gateway id has no authority from HMRC
+        NoNINumber,
+        NoUTR,
+        UnsavedChanges,
+        Failed // an exception; some of it may have been done
+    };
+    enum class Route
+    {
+        Paye,
+        Employments
+    };
+
+    bool ok = false;      // all fetches ran and HMRC reported no error
+    bool newData = false; // a staging row was written or changed
+    bool clear = true;    // no fetched figure differs from what the return holds
+    Stopped stopped = Stopped::No;
+    CString message; // what was shown when it stopped; empty otherwise, and for a trust
+    Route route = Route::Employments;
+    StagedCounts staged;
+    std::shared_ptr<const CAPIErrorHandler> errors; // never null
+};
+
+/// Fetches the client's records of the current tax year and stages them, with every message that GetHMRCApiData shows.
+MORVUT_API FetchResult FetchFromHmrc(ClientId client, const std::string& gatewayId,
+                                     IEndpointOverride::ResponseType type = IEndpointOverride::Live);
+
+} // namespace HmrcApi
+
+/// Fetches the client's records of the current tax year from HMRC and stages them: PAYE records by the National
+/// Insurance number (or, by the practice's option, the individual interfaces' by UTR), then National Insurance by UTR.
+/// `newData`: staging rows were written. `clear`: nothing differs from the return. True when all fetches ran and HMRC
+/// reported no error; what stopped it, and HMRC's errors, are shown. Nothing is fetched for a trust.
+MORVUT_API bool GetHMRCApiData(ClientId client, const std::string& gatewayId, bool& newData, bool& clear,
+                               HmrcApi::IEndpointOverride::ResponseType type);

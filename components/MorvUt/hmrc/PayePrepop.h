@@ -1,0 +1,118 @@
+#pragma once
+
+// HMRC's PAYE records of a client and year: fetched, staged, made into schedules.
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "Brix/Records.h"
+#include "HmrcApi/Endpoints.h"
+#include "HmrcApi/Responses.h"
+#include "MorvUt/hmrc/IPrepopPAYE.h"
+#include "MorvUt/hmrc/SchedulePrepop.h"
+
+namespace HmrcApi
+{
+
+/// What CreateNewSchedules made.
+struct CreatedSchedules
+{
+    int employments = 0;
+    int pensionsAndBenefits = 0;
+    std::vector<CString> notes; // for the user: what of HMRC's did not become a schedule of its own, and why
+};
+
+/// Two stages. A fetch writes HMRC's figures into the year's staging rows (CMTD_Employments and its company benefits,
+/// CMTD_PensionStateBenefits, CMTD_TaxFreeAllowances): new items are added, changed ones updated, those no longer sent
+/// are kept and marked withdrawn. Then, when the user asks, schedules are made for staged items that the return lacks.
+///
+/// An employment's staging key is its PAYE reference. When one answer holds a reference more than once, each of its
+/// employments has the reference, a blank and the works number; without one "#2", "#3" ... in the order of the answer.
+class MORVUT_API CPAYEPrepop : public CSchedulePrepop, public IPrepopPAYE
+{
+public:
+    /// Kinds of staged pensions and benefits; part of the database's format.
+    enum MTD_PSBType : int
+    {
+        MTD_None = 0, // the state pension and its lump sum are staged with this one
+        MTD_PrivatePension = 1,
+        MTD_JobseekersAllowance = 2,
+        MTD_IncapacityBenefit = 3,
+        MTD_EmploymentAndSupportAllowance = 4
+    };
+
+    /// `identifier`: the National Insurance number.
+    CPAYEPrepop(ClientId client, TaxYear taxYear, std::string identifier, IEndpointOverride::ResponseType type,
+                const CAuthorisationStore& store = CAuthorisationStore());
+    ~CPAYEPrepop() override;
+
+    /// Asks HMRC and stages the answer, all or nothing. Errors of HMRC go to the group "PAYE" of the handler.
+    void GetPAYEData(std::string nationalInsuranceNumber, std::shared_ptr<CAPIErrorHandler> errors, Logger* logger);
+
+    // Staging. MapPaye takes the answer in; the others bring the staging rows of one kind into line with it.
+
+    void MapPaye(ClientId client, TaxYear taxYear, const CPayeResponse& response);
+    void AddEmploymentDataToMap(ClientId client, TaxYear taxYear, std::string key,
+                                std::shared_ptr<const Employment_t> employment);
+    void UpdateMTDPensionStateBenefits();
+    void UpdateMTDPensionStateBenefits_PrivatePensions();
+    void UpdateMTDPensionStateBenefits_TaxableSocialSecurityBenefits();
+    void UpdateMTDPensionsAndOther();
+    void UpdateMTDEmployments();
+    void UpdateMTDTaxFreeAllowances();
+
+    // Schedules, from the stored staging rows.
+
+    bool DoNewEmploymentsExist() override;
+    bool DoNewPensionStateBenefitsExist() override;
+    bool DoNewPensionStateBenefitsExist_Other();
+    bool DoNewPensionStateBenefitsExist_PrivatePensions();
+    bool DoNewPensionStateBenefitsExist_TaxableSocialSecurityBenefits();
+    void CreateNewSchedules() override;
+    const CreatedSchedules& GetCreatedSchedules() const noexcept { return m_created; }
+    void CreateNewEmploymentSchedules();
+    void CreateNewPensionStateBenefitSchedules_PrivatePensions();
+    void CreateNewPensionStateBenefitSchedules_TaxableSocialSecurityBenefits();
+    void CreateNewPensionStateBenefitSchedules_Other();
+    /// Appends a row with a new GUID, the next ordering number (`ordering`, which moves on) and the two texts. The
+    /// caller fills in the figures and saves it.
+    void CreateNewEmploymentSchedule(Brix::CNewEmploy& schedules, int& ordering, const char* identifyingText,
+                                     const char* employerName);
+    /// Appends and saves a schedule of the year. `estimate`: the figure is a forecast.
+    void CreateNewPensionStateBenefitSchedule(long section, long type, Kiln::CAmt amount, Kiln::CAmt tax, bool estimate,
+                                              const char* payerName, const char* payerReference, Kiln::CDate date,
+                                              const char* description);
+
+    // Rules.
+
+    /// Whether a schedule of the return is HMRC's item: pensions (1040, 1050) by the same reference, benefits (1090,
+    /// 1140) by the same date. Two dates that are not valid are the same.
+    static bool PSBMatchesMTDPSB(Brix::CPensionStateBenefits& schedule, Brix::CMTD_PensionStateBenefits& staged);
+    /// Whether the stored benefits of an employment are not those that HMRC sends; their order does not matter.
+    /// Withdrawn rows do not count. Moves the list.
+    static bool CompanyBenefitsDiffers(Brix::CMTD_EmploymentsCompanyBenefits& stored,
+                                       std::vector<CompanyBenefit_t> fromHmrc);
+    /// The current row's amount is there and not 0.
+    static bool MTD_TaxFreeAllowancesHasValue(const Brix::CMTD_TaxFreeAllowances& allowances);
+    /// Positions the list on the employment with the lowest ordering number; false when there is none.
+    static bool Match_MTD_TaxFreeAllowancesToEmployment(Brix::CNewEmploy& schedules);
+
+    static MTD_PSBType MapTSSBBenefitTypeToMTD_PSBType(int benefitType) noexcept;
+    static bool IsPrivatePension(long mtdType) noexcept;
+    static bool IsTaxableSocialSecurityBenefit(long mtdType) noexcept;
+    /// `scheduleType`: a code of mapPSBTypes.
+    static bool DoPSBTypeAndMTD_PSBTypeMatch(long scheduleType, long mtdType) noexcept;
+
+private:
+    virtual std::shared_ptr<CPaye> GetPayeEndpoint(CAuthorisation& authorisation);
+    void Stage(const CPayeResponse& response);
+
+    struct Answer; // HMRC's, mapped to what the staging rows must hold
+    struct Schedules;
+    std::unique_ptr<Answer> m_answer;
+    CreatedSchedules m_created;
+};
+
+} // namespace HmrcApi

@@ -1,0 +1,70 @@
+#include "Shellkit/Registry.h"
+
+#include <charconv>
+#include <cstdint>
+#include <optional>
+
+#include "Afx/Settings.h"
+#include "Afx/TextFold.h"
+
+namespace
+{
+
+constexpr char kApplicationKey[] = "Software\\Velmara Open Systems\\Corvane Pro";
+
+/// A whole number with blanks around it and perhaps a sign; nothing for another text or one that `T` cannot hold.
+template<class T>
+std::optional<T> NumberIn(CString text)
+{
+    text.Trim();
+    std::string_view digits = text.View();
+    if (digits.starts_with('+') && !digits.starts_with("+-"))
+        digits.remove_prefix(1);
+    T number = 0;
+    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    if (error != std::errc() || end != digits.data() + digits.size())
+        return std::nullopt;
+    return number;
+}
+
+struct Word
+{
+    const char* text;
+    bool value;
+};
+constexpr Word kWords[] = {{"true", true},   {"yes", true}, {"on", true},
+                           {"false", false}, {"no", false}, {"off", false}};
+
+} // namespace
+
+CRegistry::CRegistry() : m_key(kApplicationKey) {}
+
+int CRegistry::GetInt(const char* name, int defaultValue) const
+{
+    const auto text = Afx::Settings::Read(m_key, name);
+    return text ? NumberIn<int>(*text).value_or(defaultValue) : defaultValue;
+}
+
+bool CRegistry::GetBool(const char* name, bool defaultValue) const
+{
+    auto text = Afx::Settings::Read(m_key, name);
+    if (!text)
+        return defaultValue;
+    if (const auto number = NumberIn<std::int64_t>(*text))
+        return *number != 0;
+    text->Trim();
+    for (const Word& word : kWords) {
+        if (Afx::EqualNoCase(text->View(), word.text))
+            return word.value;
+    }
+    return defaultValue;
+}
+
+CString CRegistry::GetString(const char* name, const char* defaultValue) const
+{
+    return Afx::Settings::Read(m_key, name).value_or(defaultValue);
+}
+
+bool CRegistry::SetInt(const char* name, int value) { return SetString(name, std::to_string(value).c_str()); }
+
+bool CRegistry::SetString(const char* name, const char* value) { return Afx::Settings::Write(m_key, name, value); }

@@ -1,0 +1,101 @@
+#include <filesystem>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "Shellkit/Cipher.h"
+#include "support/TestSupport.h"
+
+using std::filesystem::perms;
+
+namespace
+{
+
+const std::string kDigits = "000102030405060708090A0B0C0D0E0F101112131415161718191a1b1c1d1e1f";
+
+std::string OwnFile(const std::string& name, std::string_view text)
+{
+    const std::string path = ::Test::WriteFile(name, text);
+    std::filesystem::permissions(path, perms::owner_read | perms::owner_write);
+    return path;
+}
+
+} // namespace
+
+TEST(KeyFile, IsMadeForItsOwnerOnlyAndReadBack)
+{
+    const std::string first = ::Test::TempDir() + "/one.key", second = ::Test::TempDir() + "/two.key";
+    ASSERT_TRUE(Shellkit::MakeKeyFile(first));
+    ASSERT_TRUE(Shellkit::MakeKeyFile(second));
+    EXPECT_EQ(std::filesystem::status(first).permissions(), perms::owner_read | perms::owner_write);
+    EXPECT_EQ(::Test::ReadFile(first).size(), 65u);
+    const auto key = Shellkit::ReadKeyFile(first);
+    ASSERT_TRUE(key);
+    EXPECT_EQ(key->size(), Shellkit::kKeySize);
+    EXPECT_NE(key, Shellkit::ReadKeyFile(second));
+    EXPECT_EQ(Shellkit::KeyFileProblem(first), "");
+}
+
+TEST(KeyFile, IsNeverOverwritten)
+{
+    const std::string path = OwnFile("practice.key", "precious");
+    EXPECT_FALSE(Shellkit::MakeKeyFile(path));
+    EXPECT_EQ(::Test::ReadFile(path), "precious");
+    EXPECT_FALSE(Shellkit::MakeKeyFile(::Test::TempDir() + "/no such folder/practice.key"));
+}
+
+TEST(KeyFile, HoldsSixtyFourDigitsAndALineEnd)
+{
+    const struct
+    {
+        std::string text;
+        bool good;
+        const char* why;
+    } rows[] = {
+        {kDigits + "\n", true, "as made"},
+        {kDigits, true, "an editor dropped the line end"},
+        {kDigits + "\r\n", true, "an editor of another system"},
+        {"", false, "empty: the disk was full"},
+        {kDigits.substr(1) + "\n", false, "a digit is missing"},
+        {kDigits + "0\n", false, "a digit too many"},
+        {kDigits + "\n\n", false, "two line ends"},
+        {kDigits + "\n" + kDigits + "\n", false, "two keys"},
+        {" " + kDigits.substr(1), false, "a blank among the digits"},
+        {"g" + kDigits.substr(1), false, "no digit"},
+        {kDigits.substr(1) + "\xc1", false, "a byte that folds to a digit only in seven bits"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        const std::string path = OwnFile("practice.key", row.text);
+        const auto key = Shellkit::ReadKeyFile(path);
+        ASSERT_EQ(key.has_value(), row.good);
+        EXPECT_EQ(Shellkit::KeyFileProblem(path).empty(), row.good);
+        for (std::size_t i = 0; row.good && i < Shellkit::kKeySize; ++i)
+            EXPECT_EQ((*key)[i], i);
+    }
+}
+
+TEST(KeyFile, ThatOthersMayReadIsRefused)
+{
+    const std::string path = OwnFile("practice.key", kDigits);
+    for (const perms others : {perms::group_read, perms::others_read, perms::others_write, perms::group_exec}) {
+        std::filesystem::permissions(path, perms::owner_read | others);
+        EXPECT_FALSE(Shellkit::ReadKeyFile(path));
+        EXPECT_NE(Shellkit::KeyFileProblem(path).find("chmod 600"), std::string::npos);
+    }
+    std::filesystem::permissions(path, perms::owner_read);
+    EXPECT_TRUE(Shellkit::ReadKeyFile(path));
+}
+
+TEST(KeyFile, ProblemNamesThePathAndNeverTheKey)
+{
+    const std::string missing = ::Test::TempDir() + "/absent.key";
+    const std::string spoilt = OwnFile("spoilt.key", kDigits + "0");
+    for (const std::string& path : {missing, spoilt, ::Test::TempDir()}) {
+        const std::string problem = Shellkit::KeyFileProblem(path);
+        EXPECT_NE(problem.find(path), std::string::npos) << problem;
+        EXPECT_EQ(problem.find(kDigits), std::string::npos);
+        EXPECT_EQ(problem.find('\n'), std::string::npos);
+    }
+    EXPECT_NE(Shellkit::KeyFileProblem(missing), Shellkit::KeyFileProblem(spoilt));
+}

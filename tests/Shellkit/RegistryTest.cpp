@@ -1,0 +1,73 @@
+#include "Shellkit/Registry.h"
+
+#include <climits>
+
+#include <gtest/gtest.h>
+
+#include "Afx/Settings.h"
+
+TEST(Registry, NamesIgnoreCase)
+{
+    CRegistry registry;
+    ASSERT_TRUE(registry.SetString("DataSource", "sqlite:practice.db"));
+    EXPECT_EQ(CRegistry().GetString("Datasource"), "sqlite:practice.db");
+    ASSERT_TRUE(registry.SetString("DATASOURCE", "odbc:Driver=X"));
+    EXPECT_EQ(registry.GetString("DataSource"), "odbc:Driver=X");
+}
+
+TEST(Registry, StandsUnderTheApplicationsKey)
+{
+    ASSERT_TRUE(CRegistry().SetInt("HMRCEndPoint", 2));
+    EXPECT_EQ(CRegistry("Software\\velmara open systems\\Corvane PRO").GetInt("HMRCEndPoint", 0), 2);
+    EXPECT_EQ(Afx::Settings::Read("Software\\Velmara Open Systems\\Corvane Pro", "HMRCEndPoint"), CString("2"));
+    EXPECT_EQ(CRegistry("Software\\Other").GetInt("HMRCEndPoint", -5), -5);
+}
+
+TEST(Registry, ReadsNumbersAndTruthFromTheirTexts)
+{
+    const struct
+    {
+        const char* text;
+        int number; // with default 7
+        int truth;  // 1, 0; -1: the default
+        const char* why;
+    } rows[] = {
+        {"0", 0, 0, "zero"},
+        {"12", 12, 1, "a number"},
+        {"-1", -1, 1, "any number but 0 is true"},
+        {" +3 ", 3, 1, "blanks and a plus"},
+        {"2147483647", INT_MAX, 1, "largest"},
+        {"-2147483648", INT_MIN, 1, "smallest"},
+        {"2147483648", 7, 1, "too large for 32 bits, yet not 0"},
+        {"12x", 7, -1, "no number as a whole"},
+        {"+-3", 7, -1, "two signs"},
+        {"1.5", 7, -1, "no whole number"},
+        {"", 7, -1, "present and empty"},
+        {"True", 7, 1, "word of any case"},
+        {"YES", 7, 1, "word"},
+        {"on", 7, 1, "word"},
+        {"off", 7, 0, "word"},
+        {"No", 7, 0, "word"},
+        {"false", 7, 0, "word"},
+        {"maybe", 7, -1, "another word"},
+    };
+    CRegistry registry;
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        ASSERT_TRUE(registry.SetString("Value", row.text));
+        EXPECT_EQ(registry.GetInt("Value", 7), row.number);
+        EXPECT_EQ(registry.GetBool("Value", true), row.truth != 0);
+        EXPECT_EQ(registry.GetBool("Value", false), row.truth == 1);
+    }
+}
+
+TEST(Registry, AnAbsentValueIsTheDefault)
+{
+    CRegistry registry;
+    registry.SetString("Value", "x");
+    ASSERT_TRUE(registry.SetString("Value", nullptr));
+    EXPECT_EQ(registry.GetString("Value", "none"), "none");
+    EXPECT_EQ(registry.GetString("Value", nullptr), "");
+    EXPECT_EQ(registry.GetInt("Value", 4), 4);
+    EXPECT_TRUE(registry.GetBool("Value", true));
+}
