@@ -260,10 +260,10 @@ private:
                    " NOT BETWEEN -2147483648 AND 2147483647";
         case ColumnType::Money:
             return SqlText("typeof(") + value + ") NOT IN ('integer', 'null')";
-        case ColumnType::Date:
-            return SqlText("date(") + value + ") IS NOT " + value;
+        case ColumnType::Date: // adding nothing makes the engine notice 30 February
+            return SqlText("date(") + value + ", '+0 days') IS NOT " + value;
         case ColumnType::DateTime:
-            return SqlText("datetime(") + value + ") IS NOT substr(" + value + ", 1, 19)";
+            return SqlText("datetime(") + value + ", '+0 days') IS NOT substr(" + value + ", 1, 19)";
         default:
             return {};
         }
