@@ -50,12 +50,34 @@ constexpr CivilDate CivilFromDays(std::int64_t days) noexcept
 }
 
 /// Day 0 of OLE automation dates, 30 December 1899, counted from 1970-01-01.
-inline constexpr std::int64_t kOleDayZero = DaysFromCivil(1899, 12, 30);
+inline constexpr int kOleDayZero = -25569;
 /// The first and the last OLE day: 1 January 100 and 31 December 9999.
-inline constexpr std::int64_t kFirstOleDay = DaysFromCivil(100, 1, 1) - kOleDayZero;
-inline constexpr std::int64_t kLastOleDay = DaysFromCivil(9999, 12, 31) - kOleDayZero;
+inline constexpr int kFirstOleDay = -657434, kLastOleDay = 2958465;
 
-static_assert(kOleDayZero == -25569 && kFirstOleDay == -657434 && kLastOleDay == 2958465);
-static_assert(CivilFromDays(kOleDayZero) == CivilDate{1899, 12, 30});
+/// The OLE day of a date that exists, in the years 100 to 9999.
+constexpr int OleDayOf(int year, int month, int day) noexcept
+{
+    constexpr short kDaysBefore[] = {0, 306, 337, 0, 31, 61, 92, 122, 153, 184, 214, 245, 275}; // from March on
+    const auto marchYear = static_cast<unsigned>(year - (month <= 2));
+    const unsigned days = marchYear * 365 + marchYear / 4 - marchYear / 100 + marchYear / 400;
+    return static_cast<int>(days) + kDaysBefore[month] + day - 693900;
+}
+
+/// The date of an OLE day from the first to the last.
+constexpr CivilDate CivilOfOleDay(int day) noexcept
+{
+    const auto shifted = static_cast<unsigned>(day + 693899); // from 1 March of year 0
+    const unsigned era = shifted / 146097, dayOfEra = shifted % 146097;
+    const unsigned yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
+    const unsigned dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+    const unsigned marchMonth = (5 * dayOfYear + 2) / 153;
+    const unsigned month = marchMonth < 10 ? marchMonth + 3 : marchMonth - 9;
+    return {static_cast<int>(era * 400 + yearOfEra + (month <= 2)), static_cast<int>(month),
+            static_cast<int>(dayOfYear - (153 * marchMonth + 2) / 5 + 1)};
+}
+
+static_assert(DaysFromCivil(1899, 12, 30) == kOleDayZero && CivilFromDays(kOleDayZero) == CivilDate{1899, 12, 30});
+static_assert(OleDayOf(100, 1, 1) == kFirstOleDay && OleDayOf(9999, 12, 31) == kLastOleDay);
+static_assert(CivilOfOleDay(kFirstOleDay) == CivilDate{100, 1, 1} && CivilOfOleDay(0) == CivilDate{1899, 12, 30});
 
 } // namespace Afx

@@ -102,7 +102,7 @@ COleDateTime::COleDateTime(const Afx::LocalTime& time) noexcept
         m_status = invalid;
         return;
     }
-    const auto day = static_cast<double>(Afx::DaysFromCivil(time.year, time.month, time.day) - Afx::kOleDayZero);
+    const auto day = static_cast<double>(Afx::OleDayOf(time.year, time.month, time.day));
     const double fraction = MillisecondOfDay(time) / static_cast<double>(kMillisecondsPerDay);
     m_date = day < 0 ? day - fraction : day + fraction; // the fraction runs forward in time on both sides
 }
@@ -138,9 +138,9 @@ Afx::LocalTime COleDateTime::Fields() const noexcept
 {
     if (m_status != valid)
         return {};
-    const double whole = std::trunc(m_date);
-    auto day = static_cast<std::int64_t>(whole); // in range: the constructors see to it
-    auto milliseconds = static_cast<std::int64_t>(std::fabs(m_date - whole) * kMillisecondsPerDay + 0.5);
+    std::int64_t day = Afx::ToInt64(m_date).value_or(0); // in range: the constructors see to it
+    const double fraction = std::fabs(m_date - static_cast<double>(day));
+    std::int64_t milliseconds = Afx::ToInt64(fraction * kMillisecondsPerDay + 0.5).value_or(0);
     if (milliseconds == kMillisecondsPerDay) {
         if (day == Afx::kLastOleDay)
             --milliseconds;

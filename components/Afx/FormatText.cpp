@@ -34,6 +34,19 @@ public:
             Flush();
         m_buffer[m_used++] = c;
     }
+    /// A whole number with zeros in front up to `width`, 20 at most.
+    void PutNumber(std::uint32_t value, int width)
+    {
+        if (sizeof m_buffer - m_used < 20)
+            Flush();
+        int length = value < 10 ? 1 : value < 100 ? 2 : value < 1000 ? 3 : value < 10'000 ? 4 : 5;
+        for (std::uint32_t rest = value / 100'000; rest != 0; rest /= 10)
+            ++length;
+        length = length < width ? width : length;
+        for (char* at = m_buffer + m_used + length; at != m_buffer + m_used; value /= 10)
+            *--at = static_cast<char>('0' + value % 10);
+        m_used += static_cast<std::size_t>(length);
+    }
     void Put(std::string_view text)
     {
         if (text.size() > sizeof m_buffer - m_used) {
@@ -102,6 +115,7 @@ public:
 private:
     [[noreturn]] void Fail(const Placeholder& place, std::string_view why) const;
     [[noreturn]] void FailUnused() const;
+    bool WriteUsual();
     Placeholder Read();
     int ReadNumber(Placeholder& place);
     void Write(const Placeholder& place);
@@ -155,13 +169,36 @@ void Formatter::Run()
         } else if (m_at + 1 < m_format.size() && m_format[m_at + 1] == '%') {
             m_writer.Put('%');
             m_at += 2;
-        } else {
+        } else if (!WriteUsual()) {
             Write(Read());
         }
     }
     if (m_used != m_count)
         FailUnused();
     m_writer.Finish();
+}
+
+/// Most placeholders are %s, %d or %0nd with the argument they should have: those are written without the detour over a
+/// Placeholder. False, and nothing done, for any other.
+bool Formatter::WriteUsual()
+{
+    const std::string_view rest = m_format.substr(m_at + 1, 3);
+    if (rest.empty() || m_used == m_count)
+        return false;
+    const FormatArg& arg = m_args[m_used];
+    if (rest[0] == 's' && arg.GetKind() == FormatArg::Kind::Text) {
+        m_writer.Put(arg.Text());
+        m_at += 2;
+    } else {
+        const bool hasWidth = rest.size() == 3 && rest[0] == '0' && rest[1] >= '1' && rest[1] <= '9';
+        if (rest[hasWidth ? 2 : 0] != 'd' || arg.GetKind() != FormatArg::Kind::Signed || arg.Signed() < 0 ||
+            arg.Signed() > std::numeric_limits<int>::max())
+            return false;
+        m_writer.PutNumber(static_cast<std::uint32_t>(arg.Signed()), hasWidth ? rest[1] - '0' : 1);
+        m_at += hasWidth ? 4 : 2;
+    }
+    ++m_used;
+    return true;
 }
 
 /// Digits at this place; 0 when there are none.

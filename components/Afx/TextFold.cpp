@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 
 // Every letter that folds is one byte (ASCII) or two (U+00C0 to U+017F, lead bytes C3 to C5), and so is its other case:
 // folding never changes the length, and the order is that of the folded bytes. A broken sequence is left as it is.
@@ -95,12 +97,41 @@ std::string Fold(std::string_view text, const FoldTable& table, char firstAscii,
     return folded;
 }
 
+using Eight = std::uint64_t;
+constexpr Eight kEach = 0x0101'0101'0101'0101;
+
+Eight LoadEight(const char* at) noexcept
+{
+    Eight bytes;
+    std::memcpy(&bytes, at, sizeof bytes);
+    return bytes;
+}
+
+/// Eight ASCII bytes in lower case at once: adding makes the top bit of a byte tell whether it is a capital.
+constexpr Eight LowerEight(Eight ascii) noexcept
+{
+    const Eight fromA = ascii + (0x80 - 'A') * kEach, beyondZ = ascii + (0x80 - 'Z' - 1) * kEach;
+    return ascii | ((fromA & ~beyondZ & 0x80 * kEach) >> 2);
+}
+
+/// How many bytes from the start on are ASCII and equal in both, rounded down to eights.
+std::size_t EqualAscii(std::string_view a, std::string_view b, std::size_t common) noexcept
+{
+    std::size_t i = 0;
+    for (; common - i >= sizeof(Eight); i += sizeof(Eight)) {
+        const Eight eightA = LoadEight(a.data() + i), eightB = LoadEight(b.data() + i);
+        if (((eightA | eightB) & 0x80 * kEach) != 0 || LowerEight(eightA) != LowerEight(eightB))
+            break;
+    }
+    return i;
+}
+
 } // namespace
 
 int CompareNoCase(std::string_view a, std::string_view b) noexcept
 {
     const std::size_t common = std::min(a.size(), b.size());
-    std::size_t i = 0;
+    std::size_t i = EqualAscii(a, b, common);
     while (i < common) {
         const auto byteA = static_cast<unsigned char>(a[i]), byteB = static_cast<unsigned char>(b[i]);
         if ((byteA | byteB) < 0x80) {

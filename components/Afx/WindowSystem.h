@@ -58,6 +58,8 @@ public:
 
     int MessageBox(const std::string& text, unsigned style) override;
     void Answer(int button) { m_answers.push_back(button); }
+    /// How many scripted answers no box has taken.
+    std::size_t AnswersLeft() const noexcept { return m_answers.size(); }
     const std::vector<Shown>& Messages() const noexcept { return m_shown; }
     void Clear()
     {

@@ -13,7 +13,7 @@ namespace
 
 using Detail::AmountFault;
 
-constexpr int kTenThousandthsPerPound = 10'000, kTenThousandthsPerPenny = 100;
+constexpr int kTenThousandthsPerPenny = 100;
 
 /// The first character of a text, whole.
 std::string_view FirstCharacter(std::string_view text) noexcept
@@ -96,16 +96,25 @@ CAmt CAmt::PercentOf(double percent, int roundFlag) const
 
 CString CAmt::Format() const
 {
-    CString text;
     if (!IsValid())
-        return text;
+        return {};
     const auto bits = static_cast<std::uint64_t>(m_value);
-    const std::uint64_t magnitude = m_value < 0 ? 0 - bits : bits;
-    const std::uint64_t decimals = magnitude % kTenThousandthsPerPound;
-    text.Format("%s%I64u.%04I64u", m_value < 0 ? "-" : "", magnitude / kTenThousandthsPerPound, decimals);
-    for (int surplus = 0; surplus < 2 && text.GetAt(text.GetLength() - 1) == '0'; ++surplus)
-        text.Delete(text.GetLength() - 1);
-    return text;
+    std::uint64_t rest = m_value < 0 ? 0 - bits : bits;
+    int decimals = 4;
+    for (; decimals > 2 && rest % 10 == 0; --decimals)
+        rest /= 10;
+    char buffer[24];
+    char* first = buffer + sizeof buffer;
+    // The decimals and their point, then at least one digit of pounds.
+    for (int written = 0; written <= decimals || rest != 0; ++written) {
+        if (written == decimals)
+            *--first = '.';
+        *--first = static_cast<char>('0' + rest % 10);
+        rest /= 10;
+    }
+    if (m_value < 0)
+        *--first = '-';
+    return CString(std::string_view(first, static_cast<std::size_t>(buffer + sizeof buffer - first)));
 }
 
 CAmt operator+(const CAmt& a, const CAmt& b) noexcept

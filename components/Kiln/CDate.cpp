@@ -22,6 +22,24 @@ constexpr double kHalfSecond = 0.5 / kSecondsPerDay; // in days
 std::atomic<CDate::ParseOrder> g_parseOrder{CDate::ParseOrder::DayFirst};
 std::atomic<CDate::YearHandler> g_yearHandler{nullptr};
 
+/// Digit `c` into `value`; false when it is none.
+bool AddDigit(int& value, char c) noexcept
+{
+    const unsigned digit = static_cast<unsigned char>(c) - unsigned{'0'};
+    value = value * 10 + static_cast<int>(digit & 0xF);
+    return digit < 10;
+}
+
+/// The form that programs write, `nn/nn/nnnn` with a year from 100 on, in as few steps as it takes. False, and nothing
+/// decided, for any other.
+bool ReadFixed(const char* text, int& first, int& second, int& year) noexcept
+{
+    const auto separates = [](char c) { return c == '/' || c == '-' || c == '.'; };
+    return AddDigit(first, text[0]) && AddDigit(first, text[1]) && separates(text[2]) && AddDigit(second, text[3]) &&
+           AddDigit(second, text[4]) && text[5] == text[2] && AddDigit(year, text[6]) && AddDigit(year, text[7]) &&
+           AddDigit(year, text[8]) && AddDigit(year, text[9]) && text[10] == '\0' && year >= 100;
+}
+
 int CurrentYear(int, int) { return Afx::Clock::Local().year; }
 
 Detail::DateText ReadNow(const char* text)
@@ -31,8 +49,11 @@ Detail::DateText ReadNow(const char* text)
                             handler ? handler : CurrentYear);
 }
 
+/// The whole days of an OLE number, toward zero. In range: every way to make a date sees to it.
+int WholeDays(double oleDate) noexcept { return static_cast<int>(Afx::ToInt64(oleDate).value_or(0)); }
+
 /// The OLE number as a count of days that grows with time: before 1900 the fraction of an OLE number runs against it.
-double Linear(double oleDate) noexcept { return oleDate < 0 ? 2 * std::trunc(oleDate) - oleDate : oleDate; }
+double Linear(double oleDate) noexcept { return oleDate < 0 ? 2.0 * WholeDays(oleDate) - oleDate : oleDate; }
 
 double FromLinear(double days) noexcept
 {
@@ -49,16 +70,17 @@ struct Moment
 /// Rounded to the second, as Windows does, so that 23:59:59.9 is the next day.
 Moment ToMoment(double oleDate) noexcept
 {
-    const double linear = Linear(oleDate), whole = std::floor(linear);
-    Moment moment{static_cast<int>(whole), static_cast<int>((linear - whole) * kSecondsPerDay + 0.5)};
-    if (moment.second < kSecondsPerDay)
-        return moment;
-    if (moment.day == Afx::kLastOleDay)
-        return {moment.day, kSecondsPerDay - 1};
-    return {moment.day + 1, 0};
+    const int day = WholeDays(oleDate);
+    const double fraction = std::fabs(oleDate - day);
+    const int second = static_cast<int>(Afx::ToInt64(fraction * kSecondsPerDay + 0.5).value_or(0));
+    if (second < kSecondsPerDay)
+        return {day, second};
+    if (day == Afx::kLastOleDay)
+        return {day, kSecondsPerDay - 1};
+    return {day + 1, 0};
 }
 
-Afx::CivilDate ToCivil(double oleDate) noexcept { return Afx::CivilFromDays(ToMoment(oleDate).day + Afx::kOleDayZero); }
+Afx::CivilDate ToCivil(double oleDate) noexcept { return Afx::CivilOfOleDay(ToMoment(oleDate).day); }
 
 bool IsSameMoment(double a, double b) noexcept { return std::fabs(Linear(a) - Linear(b)) < kHalfSecond; }
 
@@ -130,7 +152,7 @@ CDate::CDate(int year, int month, int day) noexcept
     m_status = Status::Invalid;
     if (year < 100 || year > 9999 || day < 1 || day > Afx::DaysInMonth(year, month))
         return;
-    m_date = static_cast<double>(Afx::DaysFromCivil(year, month, day) - Afx::kOleDayZero);
+    m_date = Afx::OleDayOf(year, month, day);
     m_status = Status::Valid;
 }
 
@@ -160,10 +182,15 @@ CDate CDate::Today()
 
 bool CDate::ParseDate(const char* text)
 {
+    int first = 0, second = 0, year = 0;
+    if (text && ReadFixed(text, first, second, year)) {
+        *this = GetParseOrder() == ParseOrder::MonthFirst ? CDate(year, first, second) : CDate(year, second, first);
+        return IsValid();
+    }
     const Detail::DateText read = ReadNow(text);
     m_date = 0.0;
     if (read.fault == DateFault::None) {
-        m_date = static_cast<double>(Afx::DaysFromCivil(read.year, read.month, read.day) - Afx::kOleDayZero);
+        m_date = Afx::OleDayOf(read.year, read.month, read.day);
         m_status = Status::Valid;
         return true;
     }
@@ -187,7 +214,7 @@ CString CDate::Format(const char* pattern) const
     if (!IsValid() || !pattern)
         return {};
     const Moment moment = ToMoment(m_date);
-    const Afx::CivilDate date = Afx::CivilFromDays(moment.day + Afx::kOleDayZero);
+    const Afx::CivilDate date = Afx::CivilOfOleDay(moment.day);
     return Afx::FormatTime(
         {date.year, date.month, date.day, moment.second / 3600, moment.second / 60 % 60, moment.second % 60, 0},
         pattern);

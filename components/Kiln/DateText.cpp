@@ -53,43 +53,78 @@ int MonthOf(std::string_view word) noexcept
     return 0;
 }
 
-/// The checks of all forms. A year of 0 is asked for.
-DateText Check(int day, int month, int year, CDate::YearHandler handler)
+/// Whether the month has the day, in the year if that is known (not 0).
+DateFault CheckDay(int day, int month, int year) noexcept
 {
-    DateText date{DateFault::None, year, month, day, {}};
-    const bool asks = year == 0;
     if (month < 1 || month > kMonthsInYear)
-        date.fault = DateFault::Month;
-    else if (day < 1 || day > kLongestMonthDays)
-        date.fault = DateFault::Day;
-    else if (day > Afx::DaysInMonth(kLeapYear, month))
-        date.fault = DateFault::NoSuchDay;
+        return DateFault::Month;
+    if (day < 1 || day > kLongestMonthDays)
+        return DateFault::Day;
+    return day > Afx::DaysInMonth(year ? year : kLeapYear, month) ? DateFault::NoSuchDay : DateFault::None;
+}
+
+/// A date typed without its year.
+DateText WithoutYear(int day, int month, CDate::YearHandler handler)
+{
+    DateText date{CheckDay(day, month, 0), 0, month, day, {}};
     if (date.fault != DateFault::None)
         return date;
-    if (asks)
-        date.year = handler(day, month);
+    date.year = handler(day, month);
     if (date.year < kFirstYear || date.year > kLastYear)
-        date.fault = asks ? DateFault::NoYear : DateFault::YearRange;
-    else if (day > Afx::DaysInMonth(date.year, month))
-        date.fault = DateFault::NoSuchDay;
+        date.fault = DateFault::NoYear;
+    else
+        date.fault = CheckDay(day, month, date.year);
     return date;
 }
 
-/// Digit `c` into `value`; false when it is none.
-bool AddDigit(int& value, char c) noexcept
+DateText WithYear(const Part& day, const Part& month, const Part& year) noexcept
 {
-    const unsigned digit = static_cast<unsigned char>(c) - unsigned{'0'};
-    value = value * 10 + static_cast<int>(digit & 0xF);
-    return digit < 10;
+    if (day.digits > 2 || month.digits > 2)
+        return Refuse(DateFault::Form);
+    if (year.digits != 2 && year.digits != 4)
+        return Refuse(DateFault::YearDigits);
+    int full = year.value;
+    if (year.digits == 2)
+        full += year.value < kPivot ? 2000 : 1900;
+    DateText date{CheckDay(day.value, month.value, full), full, month.value, day.value, {}};
+    if (full < kFirstYear && (date.fault == DateFault::None || date.fault == DateFault::NoSuchDay))
+        date.fault = DateFault::YearRange;
+    return date;
 }
 
-/// The form that programs write, `nn/nn/nnnn`, without the detour over parts.
-bool ReadUsual(const char* text, int& first, int& second, int& year) noexcept
+DateText Three(const Part& first, const Part& second, const Part& third, char separator, bool monthFirst) noexcept
 {
-    const auto separates = [](char c) { return c == '/' || c == '-' || c == '.'; };
-    return AddDigit(first, text[0]) && AddDigit(first, text[1]) && separates(text[2]) && AddDigit(second, text[3]) &&
-           AddDigit(second, text[4]) && text[5] == text[2] && AddDigit(year, text[6]) && AddDigit(year, text[7]) &&
-           AddDigit(year, text[8]) && AddDigit(year, text[9]) && text[10] == '\0' && year != 0;
+    const int names = (first.digits == 0) + (second.digits == 0) + (third.digits == 0);
+    if (names > 1 || third.digits == 0)
+        return Refuse(DateFault::Form);
+    if (first.digits == 4 && names == 0 && separator == '-' && third.digits <= 2)
+        return WithYear(third, second, first);
+    const bool monthLeads = first.digits == 0 || (second.digits != 0 && monthFirst);
+    return monthLeads ? WithYear(second, first, third) : WithYear(first, second, third);
+}
+
+/// A run of up to four digits at `at`, which moves behind it.
+Part TakeNumber(const char*& at) noexcept
+{
+    Part number;
+    for (; number.digits < 4 && IsDigit(*at); ++at, ++number.digits)
+        number.value = number.value * 10 + (*at - '0');
+    return number;
+}
+
+/// Three numbers between two equal signs, and nothing else: what programs write and most people type. False, and
+/// nothing decided, for anything that these few steps do not settle.
+bool ReadUsual(const char* at, Part& first, Part& second, Part& third, char& separator) noexcept
+{
+    first = TakeNumber(at);
+    separator = *at;
+    if (separator != '/' && separator != '-' && separator != '.')
+        return false;
+    second = TakeNumber(++at);
+    if (*at != separator)
+        return false;
+    third = TakeNumber(++at);
+    return *at == '\0' && first.digits && second.digits && third.digits;
 }
 
 /// Reads any form, from left to right.
@@ -113,8 +148,6 @@ private:
     DateFault ReadSeparator() noexcept;
     DateText One();
     DateText Two();
-    DateText Three();
-    DateText WithYear(const Part& day, const Part& month, const Part& year);
 
     const char* m_at;
     bool m_monthFirst;
@@ -188,7 +221,9 @@ DateText Reader::Read()
         refused.word = m_word;
         return refused;
     }
-    return m_count == 1 ? One() : m_count == 2 ? Two() : Three();
+    return m_count == 1   ? One()
+           : m_count == 2 ? Two()
+                          : Three(m_parts[0], m_parts[1], m_parts[2], m_separator, m_monthFirst);
 }
 
 /// `ddmmyy` or `ddmmyyyy`.
@@ -208,35 +243,8 @@ DateText Reader::Two()
     if (first.digits > 2 || second.digits > 2 || first.digits + second.digits == 0)
         return Refuse(DateFault::Form);
     const bool monthLeads = first.digits == 0 || (second.digits != 0 && m_monthFirst);
-    return monthLeads ? Check(second.value, first.value, 0, m_handler) : Check(first.value, second.value, 0, m_handler);
-}
-
-DateText Reader::Three()
-{
-    const Part &first = m_parts[0], &second = m_parts[1], &third = m_parts[2];
-    const int names = (first.digits == 0) + (second.digits == 0) + (third.digits == 0);
-    if (names > 1 || third.digits == 0)
-        return Refuse(DateFault::Form);
-    if (first.digits == 4 && names == 0 && m_separator == '-' && third.digits <= 2)
-        return WithYear(third, second, first);
-    if (first.digits > 2 || second.digits > 2)
-        return Refuse(DateFault::Form);
-    const bool monthLeads = first.digits == 0 || (second.digits != 0 && m_monthFirst);
-    return monthLeads ? WithYear(second, first, third) : WithYear(first, second, third);
-}
-
-DateText Reader::WithYear(const Part& day, const Part& month, const Part& year)
-{
-    if (day.digits > 2 || month.digits > 2)
-        return Refuse(DateFault::Form);
-    if (year.digits != 2 && year.digits != 4)
-        return Refuse(DateFault::YearDigits);
-    int full = year.value;
-    if (year.digits == 2)
-        full += year.value < kPivot ? 2000 : 1900;
-    if (full == 0)
-        return Refuse(DateFault::YearRange);
-    return Check(day.value, month.value, full, m_handler);
+    return monthLeads ? WithoutYear(second.value, first.value, m_handler)
+                      : WithoutYear(first.value, second.value, m_handler);
 }
 
 } // namespace
@@ -244,9 +252,10 @@ DateText Reader::WithYear(const Part& day, const Part& month, const Part& year)
 DateText ReadDate(const char* text, CDate::ParseOrder order, CDate::YearHandler handler)
 {
     const bool monthFirst = order == CDate::ParseOrder::MonthFirst;
-    int first = 0, second = 0, year = 0;
-    if (ReadUsual(text, first, second, year))
-        return monthFirst ? Check(second, first, year, handler) : Check(first, second, year, handler);
+    Part first, second, third;
+    char separator = '\0';
+    if (ReadUsual(text, first, second, third, separator))
+        return Three(first, second, third, separator, monthFirst);
     return Reader(text, monthFirst, handler).Read();
 }
 

@@ -2,11 +2,129 @@
 
 #include <gtest/gtest.h>
 
-#include "support/TestSupport.h"
+#include <sstream>
 
-TEST(CStringFormat, WritesWithFlagsWidthAndPrecision)
+TEST(CString, TakesNullAsTheEmptyText)
 {
-    CString text;
-    text.Format("%02d/%02d/%04d", 5, 4, 2024);
-    EXPECT_EQ(text, "05/04/2024");
+    const char* const null = nullptr;
+    CString text(null);
+    EXPECT_TRUE(text.IsEmpty());
+    text = null;
+    text += null;
+    EXPECT_EQ(text.Find(null), 0);
+    EXPECT_EQ(text.Compare(null), 0);
+    EXPECT_EQ(text.Replace(null, "x"), 0);
+    EXPECT_TRUE(text == null);
+}
+
+TEST(CString, CutsWithinItsBounds)
+{
+    const struct
+    {
+        CString piece;
+        const char* expected;
+        const char* why;
+    } rows[] = {
+        {CString("Schedule").Left(5), "Sched", "start"},
+        {CString("Schedule").Left(99), "Schedule", "more than there is"},
+        {CString("Schedule").Left(-1), "", "negative count"},
+        {CString("Schedule").Right(3), "ule", "end"},
+        {CString("Schedule").Right(99), "Schedule", "more than there is"},
+        {CString("Schedule").Mid(2, 3), "hed", "middle"},
+        {CString("Schedule").Mid(6, 99), "le", "middle, beyond the end"},
+        {CString("Schedule").Mid(8), "", "at the end"},
+        {CString("Schedule").Mid(-3, 2), "Sc", "before the start"},
+        {CString("12/5").SpanIncluding("0123456789"), "12", "characters of a set"},
+        {CString("125").SpanIncluding("0123456789"), "125", "nothing else"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(row.piece, row.expected) << row.why;
+}
+
+TEST(CString, ReadsAndWritesBytesOnlyInside)
+{
+    CString text("abc");
+    EXPECT_EQ(text.GetAt(-1), '\0');
+    EXPECT_EQ(text[3], '\0');
+    text.SetAt(1, 'X');
+    text.SetAt(3, 'Y');
+    text.SetAt(-1, 'Z');
+    EXPECT_EQ(text, "aXc");
+}
+
+TEST(CString, ReplacesAllPlacesOnce)
+{
+    const struct
+    {
+        const char *text, *from, *to;
+        int count;
+        const char* expected;
+    } rows[] = {
+        {"1,234,567", ",", "", 2, "1234567"}, {"aaa", "aa", "b", 1, "ba"},
+        {"a.b", ".", "..", 1, "a..b"}, // what is put in is not searched again
+        {"abc", "x", "y", 0, "abc"},          {"abc", "", "y", 0, "abc"},
+    };
+    for (const auto& row : rows) {
+        CString text(row.text);
+        EXPECT_EQ(text.Replace(row.from, row.to), row.count) << row.text;
+        EXPECT_EQ(text, row.expected);
+    }
+}
+
+TEST(CString, InsertsDeletesRemovesTrims)
+{
+    CString text("12345");
+    EXPECT_EQ(text.Insert(2, ','), 6);
+    EXPECT_EQ(text.Insert(99, text.GetString()), 12);
+    EXPECT_EQ(text, "12,34512,345");
+    EXPECT_EQ(text.Remove(','), 2);
+    EXPECT_EQ(text.Delete(5, 99), 5);
+    EXPECT_EQ(text.Delete(-1), 4);
+    EXPECT_EQ(text, "2345");
+    EXPECT_EQ(CString(" \t a b\r\n").Trim(), "a b");
+    EXPECT_EQ(CString(" \t ").Trim(), "");
+    EXPECT_EQ(CString(" a ").TrimLeft(), "a ");
+}
+
+TEST(CString, FindsFromAPlaceOn)
+{
+    const CString text("a-b-c");
+    EXPECT_EQ(text.Find('-'), 1);
+    EXPECT_EQ(text.Find('-', 2), 3);
+    EXPECT_EQ(text.Find("-c", -5), 3);
+    EXPECT_EQ(text.Find("b", 99), -1);
+    EXPECT_EQ(text.ReverseFind('-'), 3);
+}
+
+TEST(CString, TokenizesUntilNothingIsLeft)
+{
+    const CString list(",Name,120;Date,80;");
+    std::string found;
+    int start = 0;
+    for (CString token = list.Tokenize(",;", start); start != -1; token = list.Tokenize(",;", start))
+        found += "[" + token.Str() + "]";
+    EXPECT_EQ(found, "[Name][120][Date][80]");
+    EXPECT_EQ(list.Tokenize(",;", start), "") << "stays at the end";
+}
+
+TEST(CString, ComparesWithCharactersOnEitherSide)
+{
+    const CString a("abc"), b("abd");
+    EXPECT_TRUE(a < b && a < "abd" && "abc" < b && b > a && b > "abc" && "abd" > a);
+    EXPECT_TRUE(a <= "abc" && "abc" >= a && a >= CString("abc"));
+    EXPECT_TRUE("abc" == a && a != b);
+    EXPECT_TRUE(CString("\xC3\xA9") > "z") << "bytes compare unsigned";
+}
+
+TEST(CString, ChangesCaseBeyondAscii)
+{
+    EXPECT_EQ(CString("Zoë Łukasz Ÿ").MakeUpper(), "ZOË ŁUKASZ Ÿ");
+    EXPECT_EQ(CString("ZOË ŁUKASZ Ÿ ×").MakeLower(), "zoë łukasz ÿ ×");
+}
+
+TEST(CString, ConcatenatesAndPrints)
+{
+    std::ostringstream out;
+    out << "a" + CString("b") + 'c' + "d" + CString('e', 2);
+    EXPECT_EQ(out.str(), "abcdee");
 }

@@ -2,13 +2,326 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <cmath>
+#include <limits>
+
 #include "support/TestSupport.h"
 
 using Kiln::CDate;
+using Kiln::YearHandlerScope;
 
-TEST(CDateParseDate, ReadsTheUsualForm)
+namespace
 {
-    CDate date;
-    EXPECT_TRUE(date.ParseDate("05/04/2024"));
-    EXPECT_EQ(date, CDate(2024, 4, 5));
+
+constexpr double kHalfSecond = 5.787037037037037e-6; // of a day
+constexpr int kMinInt = std::numeric_limits<int>::min(), kMaxInt = std::numeric_limits<int>::max();
+
+/// Ordering is false for dates that are not valid; a hash or a three-way order would have to invent an answer.
+static_assert(!std::three_way_comparable<CDate>);
+static_assert(!std::is_convertible_v<double, CDate>);
+
+class ParseOrderScope
+{
+public:
+    explicit ParseOrderScope(CDate::ParseOrder order) : m_before(CDate::GetParseOrder())
+    {
+        CDate::SetParseOrder(order);
+    }
+    ~ParseOrderScope() { CDate::SetParseOrder(m_before); }
+
+private:
+    CDate::ParseOrder m_before;
+};
+
+/// The date as read, "null", or "invalid"; checks that result, status and reason agree.
+std::string Read(const char* text)
+{
+    CDate date(1999, 12, 31);
+    const bool good = date.ParseDate(text);
+    EXPECT_EQ(good, date.IsValid());
+    EXPECT_EQ(good, CDate::WhyNotDate(text).IsEmpty());
+    return good ? date.FormatIso().Str() : date.IsNull() ? "null" : "invalid";
+}
+
+} // namespace
+
+TEST(CDateParseDate, ReadsEveryForm)
+{
+    ::Test::SetNow(2025, 6, 1);
+    const struct
+    {
+        const char *text, *expected;
+    } rows[] = {
+        {"05/04/2024", "2024-04-05"},   {"5/4/2024", "2024-04-05"},   {"5-4-24", "2024-04-05"},
+        {"05.04.2024", "2024-04-05"},   {"5 4 2024", "2024-04-05"},   {"  5  4\t2024 ", "2024-04-05"},
+        {"5 / 4 / 2024", "2024-04-05"}, {"5 Apr 2024", "2024-04-05"}, {"5-APRIL-24", "2024-04-05"},
+        {"05may2024", "2024-05-05"},    {"Sep 5 2024", "2024-09-05"}, {"september/5/24", "2024-09-05"},
+        {"2024-04-05", "2024-04-05"},   {"2024-4-5", "2024-04-05"},   {"050424", "2024-04-05"},
+        {" 05042024 ", "2024-04-05"},   {"1/1/00", "2000-01-01"},     {"1/1/49", "2049-01-01"},
+        {"1/1/50", "1950-01-01"},       {"311299", "1999-12-31"},     {"29/02/2024", "2024-02-29"},
+        {"29/02/2000", "2000-02-29"},   {"1/1/0100", "0100-01-01"},   {"31/12/9999", "9999-12-31"},
+        {"5/4", "2025-04-05"},          {"5 Apr", "2025-04-05"},      {"April 5", "2025-04-05"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(Read(row.text), row.expected) << row.text;
+}
+
+TEST(CDateParseDate, RefusesAndSaysHowToMendIt)
+{
+    ::Test::SetNow(2025, 6, 1);
+    const struct
+    {
+        const char *text, *reason;
+    } rows[] = {
+        {"31/04/2024", "31 April does not exist; April has 30 days"},
+        {"31/4", "31 April does not exist; April has 30 days"},
+        {"30/2/24", "30 February does not exist; February has 29 days"},
+        {"29/02/2023", "29 February 2023 does not exist; February 2023 has 28 days"},
+        {"29/2/1900", "29 February 1900 does not exist; February 1900 has 28 days"},
+        {"29 Feb", "29 February 2025 does not exist; February 2025 has 28 days"},
+        {"04/13/2024", "13 is no month; write the day first, as in 30/4/2024"},
+        {"13/13/2024", "13 is no month; write the day first, as in 30/4/2024"},
+        {"2024-13-01", "13 is no month; write the day first, as in 30/4/2024"},
+        {"20240405", "24 is no month; write the day first, as in 30/4/2024"},
+        {"00/00/0000", "0 is no month; write the day first, as in 30/4/2024"},
+        {"32/1/2024", "32 is no day of a month; write the date as in 30/4/2024"},
+        {"0/1/2024", "0 is no day of a month; write the date as in 30/4/2024"},
+        {"5 Aprl 2024", "\"Aprl\" is no month; write three letters or the whole name, as in 30 Apr 2024"},
+        {"5 Sept 2024", "\"Sept\" is no month; write three letters or the whole name, as in 30 Apr 2024"},
+        {"Unknown", "\"Unknown\" is no month; write three letters or the whole name, as in 30 Apr 2024"},
+        {"5/4/4", "A year has two or four digits, as in 30/4/2024"},
+        {"5/4/024", "A year has two or four digits, as in 30/4/2024"},
+        {"5/4/20245", "A year has two or four digits, as in 30/4/2024"},
+        {"5/4/0024", "The year must be 100 to 9999"},
+        {"1/1/0099", "The year must be 100 to 9999"},
+        {"1/1/0000", "The year must be 100 to 9999"},
+        {"5/4-2024", "Write the same sign between day, month and year, as in 30/4/2024"},
+        {"", "No date was given"},
+        {" \t", "No date was given"},
+        {nullptr, "No date was given"},
+    };
+    for (const auto& row : rows) {
+        const bool isBlank = std::string_view(row.reason) == "No date was given";
+        EXPECT_EQ(Read(row.text), isBlank ? "null" : "invalid") << row.reason;
+        EXPECT_EQ(CDate::WhyNotDate(row.text), row.reason);
+    }
+}
+
+TEST(CDateParseDate, RefusesWhatIsNothingLikeADate)
+{
+    for (const char* const text : {"x",
+                                   "5",
+                                   "2024",
+                                   "5/",
+                                   "5/4/",
+                                   "/5/4",
+                                   "5//4/2024",
+                                   "5/4/2024/",
+                                   "5/4/2024 10:00",
+                                   "5/4/2024x",
+                                   "005/4/2024",
+                                   "5/004/2024",
+                                   "2024/04/05",
+                                   "2024-04-005",
+                                   "04-2024",
+                                   "Apr",
+                                   "Apr 2024",
+                                   "Apr May",
+                                   "5 Apr May",
+                                   "2024 Apr 5",
+                                   "5 4 Apr",
+                                   "12345",
+                                   "1234567",
+                                   "123456789",
+                                   "-5/4/2024",
+                                   "5/-4/2024",
+                                   "5,4,2024",
+                                   "5/4/2024\xA0",
+                                   "5 Àpr 2024",
+                                   "99999999999999999999",
+                                   "5/4/99999999999999999999",
+                                   "\xFF\xFE",
+                                   "@@/@@/@@@@",
+                                   "5/4/2O24"})
+        EXPECT_EQ(Read(text), "invalid") << text;
+}
+
+TEST(CDateParseDate, ReadsTheMonthFirstOnRequest)
+{
+    const ParseOrderScope order(CDate::ParseOrder::MonthFirst);
+    ::Test::SetNow(2025, 6, 1);
+    const struct
+    {
+        const char *text, *expected, *why;
+    } rows[] = {
+        {"04/05/2024", "2024-04-05", "fixed form"},
+        {"4/5/24", "2024-04-05", "short form"},
+        {"4 5 2024", "2024-04-05", "blanks"},
+        {"040524", "2024-04-05", "six digits"},
+        {"04052024", "2024-04-05", "eight digits"},
+        {"4/5", "2025-04-05", "no year"},
+        {"5 Apr 2024", "2024-04-05", "a name is not mistaken"},
+        {"2024-04-05", "2024-04-05", "neither is a year in front"},
+        {"13/05/2024", "invalid", "never swapped"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(Read(row.text), row.expected) << row.why;
+    EXPECT_EQ(CDate::WhyNotDate("13/05/2024"), "13 is no month; write the month first, as in 4/30/2024");
+}
+
+TEST(CDateParseDate, AsksTheYearHandlerOnlyWhenTheYearIsMissing)
+{
+    static int asked = 0;
+    const YearHandlerScope outer([](int day, int month) { return ++asked, month * 100 + day; });
+    EXPECT_EQ(Read("5/12"), "1205-12-05");
+    EXPECT_EQ(asked, 2) << "once for the date, once for the reason";
+    Read("5/12/2024");
+    Read("31/4");
+    Read("5/13");
+    EXPECT_EQ(asked, 2);
+    {
+        const YearHandlerScope inner([](int, int) { return 0; });
+        EXPECT_EQ(Read("5/12"), "invalid");
+        EXPECT_EQ(CDate::WhyNotDate("5/12"), "The year is missing; write it as in 30/4/2024");
+        const YearHandlerScope innermost([](int, int) { return kMinInt; });
+        EXPECT_EQ(Read("5/12"), "invalid");
+    }
+    EXPECT_EQ(Read("6/12"), "1206-12-06") << "the handler before is back";
+}
+
+TEST(CDateParseDate, ReadsBackEveryDayInEveryForm)
+{
+    const char* const patterns[] = {"%d/%m/%Y", "%#d/%#m/%Y", "%d %b %Y", "%#d %B %Y",
+                                    "%b %d %Y", "%Y-%m-%d",   "%d%m%Y"};
+    for (int ole = -657434; ole <= 2958465; ole += 97) {
+        const CDate date = CDate::FromOleDate(ole);
+        for (const char* const pattern : patterns) {
+            CDate read;
+            ASSERT_TRUE(read.ParseDate(date.Format(pattern))) << date.Format(pattern);
+            ASSERT_EQ(read.GetOleDate(), ole);
+        }
+    }
+}
+
+TEST(CDateParseDate, DecidesHugeTextsAtOnce)
+{
+    const std::size_t size = 1u << 20;
+    const auto start = std::chrono::steady_clock::now();
+    for (const char c : {'1', '0', 'a', '/', ' ', '\xFF'})
+        for (const char* const prefix : {"", "5/", "5/4/", "5 Apr "})
+            EXPECT_NE(Read((prefix + std::string(size, c)).c_str()), "2024-04-05");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+}
+
+TEST(CDate, HasAStatus)
+{
+    EXPECT_TRUE(CDate().IsNull());
+    EXPECT_TRUE(CDate(0, 0, 0).IsNull());
+    const int fields[][3] = {
+        {2023, 2, 29}, {2024, 0, 1},  {2024, 13, 1},   {2024, 1, 0},       {2024, 4, 31},
+        {99, 12, 31},  {10000, 1, 1}, {kMinInt, 1, 1}, {2024, kMinInt, 1}, {2024, 1, kMaxInt},
+        {-1, 4, 6},    {0, 0, 1},     {0, 4, 6},       {-32768, 4, 5},     {kMaxInt, kMaxInt, kMaxInt}};
+    for (const auto& [year, month, day] : fields) {
+        const CDate date(year, month, day);
+        EXPECT_EQ(date.GetStatus(), CDate::Status::Invalid) << year << '-' << month << '-' << day;
+        EXPECT_EQ(date.GetYear() + date.GetMonth() + date.GetDay(), 0);
+        EXPECT_EQ(date.FormatIso(), "");
+        EXPECT_EQ(date.Format("%Y"), "");
+    }
+    for (const double ole : {std::nan(""), HUGE_VAL, -HUGE_VAL, 2958466.0, -657435.0, 1e300})
+        EXPECT_EQ(CDate::FromOleDate(ole), CDate::Invalid()) << ole;
+    EXPECT_TRUE(CDate(100, 1, 1).IsValid() && CDate(9999, 12, 31).IsValid());
+}
+
+TEST(CDate, TakesTheTimeAlongAndRoundsToTheSecond)
+{
+    const struct
+    {
+        double ole;
+        const char *text, *why;
+    } rows[] = {
+        {45387.75, "2024-04-05 18:00:00", "evening"},
+        {45387.999999, "2024-04-06 00:00:00", "less than half a second before midnight"},
+        {45387.99999, "2024-04-05 23:59:59", "more than that"},
+        {-1.25, "1899-12-29 06:00:00", "before day zero the fraction runs forward too"},
+        {2958465.9999999, "9999-12-31 23:59:59", "the last day has no next"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(CDate::FromOleDate(row.ole).Format("%Y-%m-%d %X"), row.text) << row.why;
+    EXPECT_EQ(CDate::FromOleDate(45387.999999).GetDay(), 6);
+    EXPECT_TRUE(CDate::FromOleDate(45387.9).IsSameDay(CDate(2024, 4, 5)));
+    EXPECT_FALSE(CDate::FromOleDate(45387.999999).IsSameDay(CDate(2024, 4, 5)));
+    EXPECT_FALSE(CDate().IsSameDay(CDate())) << "only valid dates have a day";
+}
+
+TEST(CDate, ComparesByHalfASecond)
+{
+    const CDate day(2024, 4, 5), next(2024, 4, 6), null, invalid = CDate::Invalid();
+    const CDate near = CDate::FromOleDate(45387 + kHalfSecond * 0.9),
+                far = CDate::FromOleDate(45387 + kHalfSecond * 1.1);
+    EXPECT_TRUE(day == near && day < near && near <= day) << "equal and still earlier";
+    EXPECT_TRUE(day != far && day < far && !(far <= day));
+    EXPECT_TRUE(day < next && next > day && next >= day && day <= day);
+    EXPECT_TRUE(null == CDate() && invalid == CDate::Invalid() && null != invalid && null != day);
+    for (const CDate& other : {null, invalid})
+        EXPECT_FALSE(other < day || day < other || other > day || other <= other || other >= other);
+    EXPECT_TRUE(CDate::FromOleDate(-1.75) > CDate::FromOleDate(-1.25)) << "evening after morning before 1900";
+}
+
+TEST(CDate, AddsDays)
+{
+    const CDate day(2024, 2, 28);
+    EXPECT_EQ(day + 1, CDate(2024, 2, 29));
+    EXPECT_EQ(day + 2, CDate(2024, 3, 1));
+    EXPECT_EQ(day - 59, CDate(2023, 12, 31));
+    EXPECT_EQ(CDate::FromOleDate(1.25) - 3, CDate::FromOleDate(-2.25)) << "06:00 stays 06:00 across day zero";
+    EXPECT_EQ((CDate::FromOleDate(1.25) - 3).Format("%d %X"), "28 06:00:00");
+    for (const int days : {kMinInt, kMaxInt}) {
+        EXPECT_EQ((day + days).GetStatus(), CDate::Status::Invalid);
+        EXPECT_EQ((day - days).GetStatus(), CDate::Status::Invalid);
+        EXPECT_TRUE((CDate() + days).IsNull());
+    }
+    EXPECT_EQ(CDate(9999, 12, 31) + 1, CDate::Invalid());
+    EXPECT_EQ(CDate(100, 1, 1) - 1, CDate::Invalid());
+}
+
+TEST(DaysBetween, CountsWholeDays)
+{
+    const struct
+    {
+        CDate from, to;
+        long days;
+        const char* why;
+    } rows[] = {
+        {{2023, 4, 6}, {2024, 4, 5}, 365, "a tax year with 29 February"},
+        {{2024, 4, 5}, {2023, 4, 6}, -365, "backwards"},
+        {{100, 1, 1}, {9999, 12, 31}, 3615899, "all there is"},
+        {CDate::FromOleDate(10.5), CDate(1900, 1, 10), 1, "half a day counts as one"},
+        {CDate(1900, 1, 10), CDate::FromOleDate(10.5), -1, "backwards too"},
+        {CDate::FromOleDate(10.5 + kHalfSecond * 0.9), CDate(1900, 1, 10), 1, "half a second's correction"},
+        {CDate::FromOleDate(10.5 + kHalfSecond * 1.1), CDate(1900, 1, 10), 0, "and no more"},
+        {{}, {2024, 4, 5}, 0, "null"},
+        {{2024, 4, 5}, CDate::Invalid(), 0, "invalid"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(DaysBetween(row.from, row.to), row.days) << row.why;
+    EXPECT_EQ(CDate::FromOleDate(-1.75) - CDate::FromOleDate(-1.25), 0.5) << "before 1900";
+}
+
+TEST(DatePeriod, HoldsBothEnds)
+{
+    const Kiln::DatePeriod year({2023, 4, 6}, {2024, 4, 5});
+    EXPECT_TRUE(year.IsDateInPeriod({2023, 4, 6}) && year.IsDateInPeriod({2024, 4, 5}));
+    EXPECT_FALSE(year.IsDateInPeriod({2023, 4, 5}) || year.IsDateInPeriod({2024, 4, 6}));
+    EXPECT_FALSE(year.IsDateInPeriod({}) || year.IsDateInPeriod(CDate::Invalid()));
+    EXPECT_FALSE(Kiln::DatePeriod({}, {2024, 4, 5}).IsDateInPeriod({2024, 1, 1})) << "an end is missing";
+}
+
+TEST(CDate, KnowsTodayAndLeapYears)
+{
+    ::Test::SetNow(2024, 4, 5, 23, 59, 59);
+    EXPECT_EQ(CDate::Today(), CDate(2024, 4, 5));
+    EXPECT_TRUE(CDate::IsLeapYear(2000) && CDate::IsLeapYear(2024));
+    EXPECT_FALSE(CDate::IsLeapYear(1900) || CDate::IsLeapYear(2023));
 }

@@ -29,6 +29,9 @@ class Surroundings : public testing::EmptyTestEventListener
     void OnTestEnd(const testing::TestInfo&) override
     {
         Reset();
+        if (const auto* windows = dynamic_cast<Afx::HeadlessWindowSystem*>(Afx::WindowSystem::Current())) {
+            EXPECT_EQ(windows->AnswersLeft(), 0u) << "message boxes that the test has scripted, but that never came";
+        }
         Afx::WindowSystem::Install(nullptr);
         RemoveTempDir();
     }

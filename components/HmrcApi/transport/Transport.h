@@ -41,7 +41,7 @@ struct HttpAnswer
     std::string contentType; // lower case, without parameters
     std::string retryAfter;  // as sent; empty when absent
     std::string body;
-    std::string problem;     // for people, when not Answered; never holds a token
+    std::string problem; // for people, when not Answered; never holds a token
 };
 
 /// Sends one request. Redirects of GET are followed, with the Authorization header only to the host first asked.

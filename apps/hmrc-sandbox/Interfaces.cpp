@@ -1,0 +1,109 @@
+#include "Interfaces.h"
+
+#include "Identifiers.h"
+#include "Text.h"
+
+#include <algorithm>
+
+namespace Sandbox
+{
+
+namespace
+{
+
+std::span<const Scenario> NoScenarios() { return {}; }
+
+constexpr Interface kInterfaces[] = {
+    {"/individual-paye/nino/{id}/annual-summary/{taxYear}", IdKind::Nino, "1.0", "read:individual-paye", "",
+     "/individual-paye-test-support/paye/nino/{id}/tax-year/{taxYear}", "2.0", false, PayeScenarios, ""},
+    {"/national-insurance/sa/{id}/annual-summary/{taxYear}", IdKind::Utr, "1.0 1.1", "read:national-insurance", "",
+     "/national-insurance-test-support/sa/{id}/annual-summary/{taxYear}", "1.0", true, NationalInsuranceScenarios,
+     "HAPPY_PATH_2"},
+    {"/hello/user", IdKind::None, "1.0", "hello", R"({"message":"Hello User"})", "", "", false, NoScenarios, ""},
+    {"/hello/world", IdKind::None, "1.0", "", R"({"message":"Hello World"})", "", "", false, NoScenarios, ""},
+};
+
+/// Fills in what `path` has in the place of the pattern's variable segments; false when the shapes differ.
+bool Fits(std::string_view pattern, std::string_view path, Route& route)
+{
+    const auto wanted = Split(pattern, '/');
+    const auto given = Split(path, '/');
+    if (wanted.size() != given.size())
+        return false;
+    for (std::size_t i = 0; i < wanted.size(); ++i) {
+        if (wanted[i] == "{id}" || wanted[i] == "{taxYear}") {
+            if (given[i].empty())
+                return false;
+            (wanted[i] == "{id}" ? route.identifier : route.taxYear) = given[i];
+        } else if (wanted[i] != given[i])
+            return false;
+    }
+    return true;
+}
+
+std::optional<Route> FindBy(std::string_view Interface::*pattern, std::string_view path)
+{
+    for (const Interface& interface : kInterfaces) {
+        Route route{&interface, {}, {}};
+        if (!(interface.*pattern).empty() && Fits(interface.*pattern, path, route))
+            return route;
+    }
+    return std::nullopt;
+}
+
+bool IsVersion(std::string_view text)
+{
+    const auto parts = Split(text, '.');
+    return parts.size() == 2 && std::all_of(parts.begin(), parts.end(), [](std::string_view part) {
+               return !part.empty() && part.find_first_not_of("0123456789") == std::string_view::npos;
+           });
+}
+
+} // namespace
+
+std::span<const Interface> Interfaces() { return kInterfaces; }
+
+std::optional<Route> FindRoute(std::string_view path) { return FindBy(&Interface::path, path); }
+
+std::optional<Route> FindSupportRoute(std::string_view path) { return FindBy(&Interface::supportPath, path); }
+
+std::string DataPath(const Route& route)
+{
+    std::string path;
+    for (const auto segment : Split(route.interface->path.substr(1), '/')) {
+        path += '/';
+        path += segment == "{id}" ? route.identifier : segment == "{taxYear}" ? route.taxYear : std::string(segment);
+    }
+    return path;
+}
+
+bool HasVersion(std::string_view versions, std::string_view version)
+{
+    const auto list = Split(versions, ' ');
+    return std::find(list.begin(), list.end(), version) != list.end();
+}
+
+std::optional<std::string_view> AcceptedVersion(std::string_view accept)
+{
+    constexpr std::string_view kBefore = "application/vnd.hmrc.";
+    constexpr std::string_view kAfter = "+json";
+    if (accept.size() < kBefore.size() + kAfter.size() || accept.substr(0, kBefore.size()) != kBefore ||
+        accept.substr(accept.size() - kAfter.size()) != kAfter)
+        return std::nullopt;
+    const auto version = accept.substr(kBefore.size(), accept.size() - kBefore.size() - kAfter.size());
+    return IsVersion(version) ? std::optional(version) : std::nullopt;
+}
+
+const char* CheckRoute(const Route& route)
+{
+    const IdKind kind = route.interface->id;
+    if (kind == IdKind::Utr && !IsUtr(route.identifier))
+        return "SA_UTR_INVALID";
+    if (kind == IdKind::Nino && !IsNino(route.identifier))
+        return "NINO_INVALID";
+    if (kind != IdKind::None && !IsTaxYear(route.taxYear))
+        return "TAX_YEAR_INVALID";
+    return nullptr;
+}
+
+} // namespace Sandbox

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "Scenarios.h"
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace Sandbox
+{
+
+/// What stands in an interface's path before the tax year.
+enum class IdKind
+{
+    None, ///< neither identifier nor tax year
+    Utr,
+    Nino
+};
+
+/// One interface that the server speaks. A further one is a further row of the table.
+struct Interface
+{
+    std::string_view path; ///< with "{id}" and "{taxYear}" for the variable segments
+    IdKind id;
+    std::string_view versions; ///< of the Accept header, separated by blanks
+    std::string_view scope;    ///< empty: open to everyone, no token needed
+    std::string_view body;     ///< the answer of an interface without data; empty: it has data
+
+    std::string_view supportPath;     ///< POST here primes the data; empty: nothing to prime
+    std::string_view supportVersions; ///< of its Accept header
+    bool supportEchoes;               ///< priming answers with the data, else with an empty object
+    std::span<const Scenario> (*scenarios)();
+    std::string_view startScenario; ///< unprimed, with --scenario: this one; empty: the named one itself
+};
+
+/// Every interface.
+std::span<const Interface> Interfaces();
+
+/// An interface reached by a path, with what the path named.
+struct Route
+{
+    const Interface* interface;
+    std::string identifier;
+    std::string taxYear;
+};
+
+/// The interface whose path has the shape of `path`; nothing for every other path, and for one with an empty segment.
+std::optional<Route> FindRoute(std::string_view path);
+
+/// The same for the paths that prime data.
+std::optional<Route> FindSupportRoute(std::string_view path);
+
+/// The path by which the data of a route is asked for.
+std::string DataPath(const Route& route);
+
+/// Whether `version` is one of a blank-separated list.
+bool HasVersion(std::string_view versions, std::string_view version);
+
+/// The version that an Accept header "application/vnd.hmrc.<version>+json" asks for, nothing when it has another form.
+std::optional<std::string_view> AcceptedVersion(std::string_view accept);
+
+/// The code of what is wrong with a route's identifier or tax year, null when both are good.
+const char* CheckRoute(const Route& route);
+
+} // namespace Sandbox

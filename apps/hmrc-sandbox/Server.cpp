@@ -1,0 +1,204 @@
+#include "Server.h"
+
+#include "Errors.h"
+
+#include <cerrno>
+#include <httplib.h>
+#include <thread>
+
+namespace Sandbox
+{
+
+namespace
+{
+
+constexpr char kIpv4[] = "127.0.0.1";
+constexpr char kIpv6[] = "::1";
+constexpr int kTries = 20;                          // for a port that is free on both addresses
+constexpr std::size_t kThreads = 32;                // an idle kept connection holds one
+constexpr std::size_t kMostBody = 16 * 1024 * 1024; // of a request; answers set by hand may be too large on purpose
+constexpr std::size_t kLongestPath = 2000;          // the route pattern below recurses once a character
+constexpr char kAnyPath[] = R"([\s\S]*)";
+
+/// Only SO_REUSEADDR: with SO_REUSEPORT a second listener on a busy port would be let in.
+void ReuseAddress(socket_t socket)
+{
+    const int on = 1;
+    setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, reinterpret_cast<const char*>(&on), sizeof on);
+}
+
+bool HasIpv6Loopback()
+{
+    const socket_t socket = ::socket(AF_INET6, SOCK_STREAM, 0);
+    if (socket == INVALID_SOCKET)
+        return false;
+    sockaddr_in6 address{};
+    address.sin6_family = AF_INET6;
+    address.sin6_addr = in6addr_loopback;
+    const bool bound = ::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+#ifdef _WIN32
+    closesocket(socket);
+#else
+    close(socket);
+#endif
+    return bound;
+}
+
+Call ToCall(const httplib::Request& request)
+{
+    Call call;
+    call.method = request.method;
+    call.path = request.path;
+    call.accept = request.get_header_value("Accept");
+    call.authorization = request.get_header_value("Authorization");
+    call.contentType = request.get_header_value("Content-Type");
+    call.body = request.body;
+    call.parameters = {request.params.begin(), request.params.end()};
+    call.hasQuery = request.target.find('?') != std::string::npos;
+    return call;
+}
+
+/// Announces the whole body, sends half of it and gives up, whereupon the server closes the connection.
+void SendHalf(const Answer& answer, httplib::Response& response)
+{
+    const std::string body = answer.body.size() < 2 ? std::string("{}") : answer.body;
+    response.set_content_provider(body.size(), answer.contentType,
+                                  [body](std::size_t offset, std::size_t, httplib::DataSink& sink) {
+                                      return offset == 0 && sink.write(body.data(), body.size() / 2);
+                                  });
+}
+
+void Send(const Answer& answer, httplib::Response& response)
+{
+    response.status = answer.status;
+    for (const auto& [name, value] : answer.headers)
+        response.set_header(name.c_str(), value);
+    if (answer.dropped)
+        SendHalf(answer, response);
+    else
+        response.set_content(answer.body, answer.contentType);
+}
+
+} // namespace
+
+/// One address. A listener that is bound already serves; its destructor ends it.
+class Server::Listener : public httplib::Server
+{
+public:
+    explicit Listener(Handler handler)
+    {
+        set_socket_options(ReuseAddress);
+        set_tcp_nodelay(true);
+        set_keep_alive_max_count(10000);
+        set_keep_alive_timeout(1); // an idle connection delays the end by as much
+        set_payload_max_length(kMostBody);
+        new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
+        set_pre_routing_handler([](const httplib::Request& request, httplib::Response& response) {
+            if (request.path.size() <= kLongestPath)
+                return HandlerResponse::Unhandled;
+            Send(ErrorAnswer("MATCHING_RESOURCE_NOT_FOUND"), response);
+            return HandlerResponse::Handled;
+        });
+        Get(kAnyPath, handler); // and HEAD
+        Post(kAnyPath, handler);
+        Put(kAnyPath, handler);
+        Patch(kAnyPath, handler);
+        Delete(kAnyPath, handler);
+        Options(kAnyPath, handler);
+    }
+
+    ~Listener() override
+    {
+        if (!m_thread.joinable())
+            return;
+        while (!is_running() && !m_ended)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        stop();
+        m_thread.join();
+    }
+
+    /// The port that is served from now on, 0 when `port` (0: any) cannot be had; errno then tells why.
+    int Serve(const char* host, int port)
+    {
+        errno = 0;
+        const int bound = port == 0 ? bind_to_any_port(host) : bind_to_port(host, port) ? port : 0;
+        if (bound <= 0)
+            return 0;
+        ::listen(svr_sock_, 128); // the library's own queue of five makes a burst of connections wait a second
+        m_thread = std::thread([this] {
+            listen_after_bind();
+            m_ended = true;
+        });
+        return bound;
+    }
+
+private:
+    std::thread m_thread;
+    std::atomic<bool> m_ended{false};
+};
+
+Server::Server(Sandbox::Options options) : m_service(std::move(options)) {}
+
+Server::~Server() { Stop(); }
+
+void Server::Start(int port)
+{
+    Stop();
+    {
+        const std::lock_guard lock(m_stopMutex);
+        m_stopping = false;
+    }
+    const bool withIpv6 = HasIpv6Loopback();
+    for (int tries = port == 0 ? kTries : 1; tries > 0; --tries)
+        if (TryStart(port, withIpv6))
+            return;
+    if (port == 0)
+        throw PortError("no free port on localhost; end a program that holds many connections and try again");
+    const std::string where = "port " + std::to_string(port) + " on localhost ";
+    throw PortError(where + (errno == EACCES ? "is not open to this user; choose one above 1023 with --port"
+                                             : "is in use; choose another with --port, or leave --port out"));
+}
+
+bool Server::TryStart(int port, bool withIpv6)
+{
+    const auto handler = [this](const httplib::Request& request, httplib::Response& response) {
+        const Answer answer = m_service.Handle(ToCall(request));
+        Wait(answer.delay);
+        Send(answer, response);
+    };
+    auto ipv4 = std::make_unique<Listener>(handler);
+    auto ipv6 = std::make_unique<Listener>(handler);
+    const int bound = ipv4->Serve(kIpv4, port);
+    if (bound == 0 || (withIpv6 && ipv6->Serve(kIpv6, bound) == 0)) {
+        const int why = errno; // ending the listener may overwrite it
+        ipv4.reset();
+        errno = why;
+        return false;
+    }
+    m_ipv4 = std::move(ipv4);
+    m_ipv6 = std::move(ipv6);
+    m_port = bound;
+    return true;
+}
+
+void Server::Stop()
+{
+    {
+        const std::lock_guard lock(m_stopMutex);
+        m_stopping = true;
+    }
+    m_stopped.notify_all();
+    m_ipv4.reset();
+    m_ipv6.reset();
+    m_port = 0;
+}
+
+void Server::Wait(std::chrono::milliseconds delay)
+{
+    if (delay.count() == 0)
+        return;
+    std::unique_lock lock(m_stopMutex);
+    m_stopped.wait_for(lock, delay, [this] { return m_stopping; });
+}
+
+} // namespace Sandbox

@@ -1,0 +1,68 @@
+#include "Errors.h"
+#include "Handlers.h"
+#include "Interfaces.h"
+
+#include <nlohmann/json.hpp>
+#include <optional>
+
+namespace Sandbox
+{
+
+namespace
+{
+
+/// HMRC wants the version here too. A request without a wish, as plain tools send it, is taken; a wrong wish is not.
+const char* CheckSupportAccept(const Interface& interface, const std::string& accept)
+{
+    if (accept.empty() || accept == "*/*")
+        return nullptr;
+    const auto version = AcceptedVersion(accept);
+    if (!version)
+        return "ACCEPT_HEADER_INVALID";
+    return HasVersion(interface.supportVersions, *version) ? nullptr : "MATCHING_RESOURCE_NOT_FOUND";
+}
+
+/// The scenario that a body asks for: `{"scenario":"…"}`, the first for an empty body or object; null for an unknown
+/// one. Nothing when the body is something else.
+std::optional<const Scenario*> AskedScenario(const Interface& interface, const std::string& body)
+{
+    const auto json = body.empty() ? nlohmann::json::object() : nlohmann::json::parse(body, nullptr, false);
+    if (!json.is_object())
+        return std::nullopt;
+    const auto name = json.find("scenario");
+    if (name == json.end())
+        return &interface.scenarios().front();
+    if (!name->is_string())
+        return std::nullopt;
+    return FindScenario(interface.scenarios(), name->get<std::string>());
+}
+
+} // namespace
+
+Handled HandleSupport(State& state, const Call& call)
+{
+    const bool authorised = FindBearer(state.tokens, call.authorization) != nullptr;
+    const auto refuse = [&](const char* code) { return Handled{ErrorAnswer(code), authorised}; };
+
+    const auto route = FindSupportRoute(call.path);
+    if (!route)
+        return refuse("MATCHING_RESOURCE_NOT_FOUND");
+    if (call.method != "POST")
+        return refuse("METHOD_NOT_ALLOWED");
+    if (const char* fault = CheckSupportAccept(*route->interface, call.accept))
+        return refuse(fault);
+    if (const char* fault = CheckRoute(*route))
+        return refuse(fault);
+    const auto scenario = AskedScenario(*route->interface, call.body);
+    if (!scenario)
+        return refuse("BAD_REQUEST");
+    if (*scenario == nullptr)
+        return refuse("UNKNOWN_SCENARIO");
+    state.primed[DataPath(*route)] = (*scenario)->body;
+    Answer answer;
+    answer.status = 201;
+    answer.body = route->interface->supportEchoes ? (*scenario)->body : "{}";
+    return {answer, authorised};
+}
+
+} // namespace Sandbox

@@ -1,0 +1,74 @@
+#include "Scenarios.h"
+#include "Server.h"
+
+#include <CLI/CLI.hpp>
+#include <csignal>
+#include <cstdio>
+#include <thread>
+
+namespace
+{
+
+constexpr int kBadArguments = 2;
+constexpr int kCannotListen = 3;
+
+volatile std::sig_atomic_t endAsked = 0;
+
+void AskForEnd(int) { endAsked = 1; }
+
+std::vector<std::string> ScenarioNames()
+{
+    std::vector<std::string> names;
+    for (const auto& scenario : Sandbox::PayeScenarios())
+        names.emplace_back(scenario.name);
+    return names;
+}
+
+int Serve(int port, const std::string& scenario)
+{
+    Sandbox::Options options;
+    options.scenario = scenario;
+    Sandbox::Server server(options);
+    try {
+        server.Start(port);
+    } catch (const Sandbox::PortError& error) {
+        std::fprintf(stderr, "hmrc-sandbox: %s\n", error.what());
+        return kCannotListen;
+    }
+    std::printf("HMRC sandbox at %s/ (Ctrl-C ends it)\n", server.Address().c_str());
+    std::fflush(stdout);
+    while (endAsked == 0)
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    std::signal(SIGINT, AskForEnd);
+    std::signal(SIGTERM, AskForEnd);
+
+    CLI::App app("A loopback server that speaks HMRC's OAuth, Individual PAYE and National Insurance interfaces,\n"
+                 "with made-up figures and faults on demand. Nothing leaves this machine.",
+                 "hmrc-sandbox");
+    app.footer("Client id morvut-sandbox, secret morvut-sandbox-secret. The README lists the switches below /sandbox.\n"
+               "Exit codes: 0 ended by Ctrl-C or a signal, 2 bad arguments, 3 the port cannot be had.");
+    int port = 0;
+    std::string scenario;
+    app.add_option("--port", port, "Port on 127.0.0.1 and [::1]; 0, the default, is a free one")
+        ->check(CLI::Range(0, 65535))
+        ->type_name("N");
+    app.add_option("--scenario", scenario, "Figures of every person and year that has not been primed")
+        ->check(CLI::IsMember(ScenarioNames()))
+        ->type_name("NAME");
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::CallForHelp& help) {
+        return app.exit(help);
+    } catch (const CLI::ParseError& error) {
+        std::fprintf(stderr, "hmrc-sandbox: %s; see --help\n", error.what());
+        return kBadArguments;
+    }
+    return Serve(port, scenario);
+}

@@ -1,0 +1,89 @@
+#include "Afx/Clock.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <limits>
+
+#include "Afx/Calendar.h"
+#include "support/TestSupport.h"
+
+namespace
+{
+
+std::int64_t Utc(int year, int month, int day, int hour)
+{
+    return Afx::ToUnixMilliseconds({year, month, day, hour, 0, 0, 0});
+}
+
+} // namespace
+
+TEST(Calendar, AgreesWithTheStandardLibrary)
+{
+    for (int day = Afx::kFirstOleDay; day <= Afx::kLastOleDay; day += 11) {
+        const auto days = std::chrono::sys_days{std::chrono::days{day + Afx::kOleDayZero}};
+        const std::chrono::year_month_day date{days};
+        const Afx::CivilDate expected{static_cast<int>(date.year()), static_cast<int>(unsigned{date.month()}),
+                                      static_cast<int>(unsigned{date.day()})};
+        ASSERT_EQ(Afx::CivilOfOleDay(day), expected) << day;
+        ASSERT_EQ(Afx::CivilFromDays(day + Afx::kOleDayZero), expected) << day;
+        ASSERT_EQ(Afx::OleDayOf(expected.year, expected.month, expected.day), day);
+        ASSERT_EQ(Afx::DaysFromCivil(expected.year, expected.month, expected.day), day + Afx::kOleDayZero);
+    }
+}
+
+TEST(Clock, CountsFromTheEpochBothWays)
+{
+    EXPECT_EQ(Afx::FromUnixMilliseconds(-1), (Afx::LocalTime{1969, 12, 31, 23, 59, 59, 999}));
+    EXPECT_EQ(Afx::ToUnixMilliseconds({2038, 1, 19, 3, 14, 8, 0}), 2147483648000);
+    for (const std::int64_t extreme :
+         {std::numeric_limits<std::int64_t>::min() + 86'400'000, std::numeric_limits<std::int64_t>::max()})
+        EXPECT_EQ(Afx::ToUnixMilliseconds(Afx::FromUnixMilliseconds(extreme)), extreme);
+}
+
+#ifndef _WIN32
+TEST(Clock, GivesLocalTimeByTheZoneInEveryYear)
+{
+    const char* const zoneBefore = std::getenv("TZ");
+    const std::string before = zoneBefore ? zoneBefore : "";
+    ::setenv("TZ", "GMT0BST,M3.5.0/1,M10.5.0", 1); // London's rule, without needing the zone files
+    const struct
+    {
+        std::int64_t utc;
+        int localHour;
+        const char* why;
+    } rows[] = {
+        {Utc(2024, 1, 15, 12), 12, "winter"},
+        {Utc(2024, 7, 15, 12), 13, "summer"},
+        {Utc(2024, 3, 31, 0), 0, "last hour of winter"},
+        {Utc(2024, 3, 31, 1), 2, "first hour of summer"},
+        {Utc(2050, 7, 15, 12), 13, "beyond 32-bit system time"},
+        {Utc(3000, 7, 15, 12), 13, "far beyond"},
+    };
+    for (const auto& row : rows) {
+        Afx::Clock::Set([&] { return row.utc; });
+        EXPECT_EQ(Afx::Clock::Local().hour, row.localHour) << row.why;
+    }
+    if (zoneBefore)
+        ::setenv("TZ", before.c_str(), 1);
+    else
+        ::unsetenv("TZ");
+}
+#endif
+
+TEST(Clock, RunsOnceNobodySetsIt)
+{
+    ::Test::SetNow(2024, 4, 5, 23, 59, 59);
+    EXPECT_EQ(Afx::Clock::Local(), (Afx::LocalTime{2024, 4, 5, 23, 59, 59, 0}));
+    Afx::Clock::Set({});
+    EXPECT_GT(Afx::Clock::UnixMilliseconds(), Utc(2025, 1, 1, 0));
+}
+
+TEST(Clock, SleepsThroughTheReplacement)
+{
+    unsigned slept = 0;
+    Afx::Clock::SetSleep([&](unsigned milliseconds) { slept += milliseconds; });
+    Afx::Clock::Sleep(3'600'000);
+    EXPECT_EQ(slept, 3'600'000u);
+}

@@ -1,0 +1,147 @@
+#include "Afx/DateTime.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "Afx/Decimal.h"
+#include "support/TestSupport.h"
+
+TEST(COleDateTime, CountsFromTheEndOf1899)
+{
+    const struct
+    {
+        double ole;
+        const char* iso; // empty: not valid
+        const char* why;
+    } rows[] = {
+        {0.0, "1899-12-30 00:00:00.000", "day zero"},
+        {2.0, "1900-01-01 00:00:00.000", "published example"},
+        {5.25, "1900-01-04 06:00:00.000", "published example"},
+        {5.875, "1900-01-04 21:00:00.000", "published example"},
+        {-1.25, "1899-12-29 06:00:00.000", "the fraction runs forward before day zero too"},
+        {-0.25, "1899-12-30 06:00:00.000", "the first day has two numbers"},
+        {45387.999999999, "2024-04-06 00:00:00.000", "rounded over midnight"},
+        {-1.9999999999, "1899-12-30 00:00:00.000", "rounded over midnight before day zero"},
+        {-657434.0, "0100-01-01 00:00:00.000", "first"},
+        {-657434.75, "0100-01-01 18:00:00.000", "evening of the first"},
+        {-657435.0, "", "before the first"},
+        {2958465.999999999999, "", "is the day after the last"},
+        {2958465.9999999995, "9999-12-31 23:59:59.999", "last, not rounded over"},
+        {2958466.0, "", "after the last"},
+        {std::numeric_limits<double>::quiet_NaN(), "", "not a number"},
+        {std::numeric_limits<double>::infinity(), "", "infinite"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(COleDateTime(row.ole).FormatIso(), row.iso) << row.why;
+}
+
+TEST(COleDateTime, KeepsEveryMillisecond)
+{
+    for (const int year : {100, 1899, 1900, 2024, 9999})
+        for (int ms = 0; ms < 86'400'000; ms += 1'234'567) {
+            const Afx::LocalTime time{year, 12, 29, ms / 3'600'000, ms / 60'000 % 60, ms / 1000 % 60, ms % 1000};
+            const COleDateTime date(time);
+            ASSERT_EQ(date.Fields(), time);
+            ASSERT_EQ(COleDateTime::ParseIso(date.FormatIso().View()), date);
+        }
+}
+
+TEST(COleDateTime, RefusesFieldsThatDoNotExist)
+{
+    EXPECT_EQ(COleDateTime(2024, 2, 29, 23, 59, 59, 999).GetStatus(), COleDateTime::valid);
+    const COleDateTime refused[] = {
+        {2023, 2, 29, 0, 0, 0}, {2024, 13, 1, 0, 0, 0}, {2024, 0, 1, 0, 0, 0},     {2024, 1, 0, 0, 0, 0},
+        {99, 1, 1, 0, 0, 0},    {10000, 1, 1, 0, 0, 0}, {2024, 1, 1, 24, 0, 0},    {2024, 1, 1, 0, 60, 0},
+        {2024, 1, 1, 0, 0, 60}, {2024, 1, 1, -1, 0, 0}, {2024, 1, 1, 0, 0, 0, -1}, {2024, 1, 1, 0, 0, 0, 1000},
+    };
+    for (const COleDateTime& time : refused) {
+        EXPECT_EQ(time.GetStatus(), COleDateTime::invalid);
+        EXPECT_EQ(time.Fields(), Afx::LocalTime{});
+    }
+}
+
+TEST(COleDateTime, ReadsIsoTexts)
+{
+    const struct
+    {
+        const char *text, *iso;
+    } rows[] = {
+        {"2024-04-05", "2024-04-05 00:00:00.000"},
+        {"2024-04-05 13:14", "2024-04-05 13:14:00.000"},
+        {"2024-04-05T13:14:15", "2024-04-05 13:14:15.000"},
+        {"2024-04-05 13:14:15.5", "2024-04-05 13:14:15.500"},
+        {"2024-04-05 13:14:15.1239999", "2024-04-05 13:14:15.123"},
+        {"", ""},
+        {"2024-4-5", ""},
+        {"2024-04-05 ", ""},
+        {"2024-04-05 13", ""},
+        {"2024-04-05 13:14:15.", ""},
+        {"2024-04-05 13:14:15.1234567890", ""},
+        {"2024-04-05 13:14:15Z", ""},
+        {"2024-04-05 25:00", ""},
+        {"2023-02-29", ""},
+        {"+024-04-05", ""},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(COleDateTime::ParseIso(row.text).FormatIso(), row.iso) << row.text;
+}
+
+TEST(COleDateTime, HasAStatus)
+{
+    EXPECT_EQ(COleDateTime::Null().FormatIso(), "");
+    EXPECT_EQ(COleDateTime::Null(), COleDateTime::Null());
+    EXPECT_FALSE(COleDateTime::Null() == COleDateTime());
+    ::Test::SetNow(2024, 4, 5, 13, 14, 15, 16);
+    EXPECT_EQ(COleDateTime::GetCurrentTime().FormatIso(), "2024-04-05 13:14:15.016");
+}
+
+TEST(CTime, CountsWholeSecondsDownwards)
+{
+    Afx::Clock::Set([] { return -1; });
+    EXPECT_EQ(CTime::GetCurrentTime().GetTime(), -1);
+    EXPECT_LT(CTime(1), CTime(4'000'000'000));
+}
+
+namespace
+{
+
+DECIMAL Decimal(std::uint8_t scale, std::uint8_t sign, std::uint32_t high, std::uint64_t low)
+{
+    DECIMAL value{};
+    value.scale = scale;
+    value.sign = sign;
+    value.Hi32 = high;
+    value.Lo64 = low;
+    return value;
+}
+
+} // namespace
+
+TEST(DecimalToCy, RoundsHalvesToEven)
+{
+    const struct
+    {
+        DECIMAL value;
+        std::optional<std::int64_t> expected;
+        const char* why;
+    } rows[] = {
+        {Decimal(2, 0, 0, 1234), 123400, "12.34"},
+        {Decimal(4, 0x80, 0, 123456), -123456, "-12.3456"},
+        {Decimal(0, 0, 0, 5), 50000, "5"},
+        {Decimal(5, 0, 0, 123455), 12346, "1.23455: half, to the even neighbour above"},
+        {Decimal(5, 0, 0, 123445), 12344, "1.23445: half, to the even neighbour below"},
+        {Decimal(6, 0, 0, 1234451), 12345, "1.234451: more than half"},
+        {Decimal(28, 0, 1, 0), 0, "tiny"},
+        {Decimal(4, 0, 0, 0x7FFF'FFFF'FFFF'FFFF), std::numeric_limits<std::int64_t>::max(), "largest"},
+        {Decimal(4, 0x80, 0, 0x8000'0000'0000'0000), std::numeric_limits<std::int64_t>::min(), "smallest"},
+        {Decimal(4, 0, 0, 0x8000'0000'0000'0000), std::nullopt, "one too many"},
+        {Decimal(5, 0, 4, 0xFFFF'FFFF'FFFF'FFFA), std::numeric_limits<std::int64_t>::max(), "down to the largest"},
+        {Decimal(5, 0, 4, 0xFFFF'FFFF'FFFF'FFFF), std::nullopt, "up beyond the largest"},
+        {Decimal(0, 0, 0xFFFF'FFFF, 0xFFFF'FFFF'FFFF'FFFF), std::nullopt, "96 bits of pounds"},
+        {Decimal(29, 0, 0, 1), std::nullopt, "no such scale"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(Afx::DecimalToCy(row.value), row.expected) << row.why;
+}

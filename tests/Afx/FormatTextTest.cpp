@@ -1,0 +1,132 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <limits>
+
+#include "Afx/CString.h"
+#include "support/TestSupport.h"
+
+namespace
+{
+
+template<class... Args>
+std::string Formatted(const char* format, const Args&... args)
+{
+    CString text;
+    text.Format(format, args...);
+    return text.Str();
+}
+
+/// What the C library makes of the same: it knows these placeholders, and its locale here is "C".
+template<class T>
+std::string Printed(const char* format, T value)
+{
+    char buffer[1024];
+    std::snprintf(buffer, sizeof buffer, format, value);
+    return buffer;
+}
+
+constexpr std::int64_t kMin64 = std::numeric_limits<std::int64_t>::min();
+
+} // namespace
+
+TEST(Format, AgreesWithPrintfOnWholeNumbers)
+{
+    const char* const formats[] = {"%d",    "%5d",    "%-5d|", "%05d", "%+d",  "% d",  "%+05d", "%-05d|", "%.3d",
+                                   "%8.3d", "%08.3d", "%.0d",  "%i",   "%02d", "%09d", "%1d",   "%010d",  "%+.0d"};
+    const int values[] = {0,     1,      -1,    9,      10,        99,         100,
+                          12345, -12345, 99999, 100000, 999999999, 2147483647, -2147483647 - 1};
+    for (const char* const format : formats)
+        for (const int value : values)
+            EXPECT_EQ(Formatted(format, value), Printed(format, value)) << format;
+    for (const char* const format : {"%u", "%x", "%X", "%08x", "%-10X|", "%.4x"})
+        for (const unsigned value : {0u, 1u, 0xABCDEFu, 4294967295u})
+            EXPECT_EQ(Formatted(format, value), Printed(format, value)) << format;
+}
+
+TEST(Format, AgreesWithPrintfOnRealNumbers)
+{
+    const char* const formats[] = {"%f",  "%.2f", "%15.2f", "%-10.1f|", "%010.2f", "%+.0f",
+                                   "% f", "%g",   "%.3g",   "%.0g",     "%12g"};
+    const double values[] = {0.0,   -0.0, 0.125, 0.5,   1.5,  2.5,    1234.565, -0.005,    1e15,
+                             1e300, 1e-9, 1e100, 100.0, 1e-5, 0.0001, 123456.0, 1234567.0, -1.0 / 3};
+    for (const char* const format : formats)
+        for (const double value : values)
+            EXPECT_EQ(Formatted(format, value), Printed(format, value)) << format;
+    EXPECT_EQ(Formatted("%05.1f", std::numeric_limits<double>::infinity()), "  inf") << "no zeros before a word";
+}
+
+TEST(Format, TakesAnyWholeNumberThatFits)
+{
+    EXPECT_EQ(Formatted("%d", std::int64_t{2147483647}), "2147483647");
+    EXPECT_EQ(Formatted("%d", 7u), "7");
+    EXPECT_EQ(Formatted("%d", static_cast<short>(-7)), "-7");
+    EXPECT_EQ(Formatted("%u", 7), "7");
+    EXPECT_EQ(Formatted("%ld", 7), "7");
+    EXPECT_EQ(Formatted("%I64d", kMin64), "-9223372036854775808");
+    EXPECT_EQ(Formatted("%lld.%02I64d", std::int64_t{-12}, std::int64_t{5}), "-12.05");
+    EXPECT_EQ(Formatted("%I64u", std::numeric_limits<std::uint64_t>::max()), "18446744073709551615");
+}
+
+TEST(Format, WritesTextsAndCharacters)
+{
+    EXPECT_EQ(Formatted("%s|%5s|%-5s|", "a", std::string("bc"), CString("d")), "a|   bc|d    |");
+    EXPECT_EQ(Formatted("%.2s", "abc"), "ab");
+    EXPECT_EQ(Formatted("%.2s", "aé"), "a") << "never cuts a character";
+    EXPECT_EQ(Formatted("%c%c%3c", 'a', 98, 'c'), "ab  c");
+    EXPECT_EQ(Formatted("%s", static_cast<const char*>(nullptr)), "(null)");
+    EXPECT_EQ(Formatted("100%%"), "100%");
+    const std::string longText(1000, 'x');
+    EXPECT_EQ(Formatted("<%s>%d", longText, 1), "<" + longText + ">1") << "more than the buffer holds";
+}
+
+TEST(Format, RefusesWhatDoesNotFit)
+{
+    const struct
+    {
+        std::optional<std::string> message;
+        const char *part, *why;
+    } rows[] = {
+#define REFUSED(...) ::Test::MessageOf<CInvalidArgException>([] { Formatted(__VA_ARGS__); })
+        {REFUSED("%d and %s", 1, 2), "Placeholder 2 (%s)", "number for a text"},
+        {REFUSED("%d", "x"), "takes a whole number", "text for a number"},
+        {REFUSED("%d", 1.5), "takes a whole number", "real for a whole number"},
+        {REFUSED("%5.2f", 1), "Placeholder 1 (%5.2f)", "whole number for a real"},
+        {REFUSED("%d", std::int64_t{2147483648}), "too small", "beyond an int"},
+        {REFUSED("%02d", std::int64_t{-2147483649}), "too small", "below an int"},
+        {REFUSED("%I64d", std::numeric_limits<std::uint64_t>::max()), "too small", "beyond 64 bits"},
+        {REFUSED("%u", -1), "no negative", "negative for unsigned"},
+        {REFUSED("%c", 300), "0 to 127", "no character"},
+        {REFUSED("%d %d", 1), "has no argument", "argument missing"},
+        {REFUSED("%d", 1, 2), "takes 1 arguments, not 2", "argument left"},
+        {REFUSED("5%"), "not complete", "lone per cent sign"},
+        {REFUSED("%ll"), "not complete", "size alone"},
+        {REFUSED("%n", 1), "unknown", "not a placeholder"},
+        {REFUSED("%*d", 1, 2), "unknown", "width from an argument"},
+        {REFUSED("%513d", 1), "wider", "field too wide"},
+        {REFUSED("%99999999999d", 1), "wider", "width beyond an int"},
+#undef REFUSED
+    };
+    for (const auto& row : rows) {
+        ASSERT_TRUE(row.message.has_value()) << row.why;
+        EXPECT_NE(row.message->find(row.part), std::string::npos) << row.why << ": " << *row.message;
+    }
+}
+
+TEST(Format, MayTakeItsOwnTextAsArgument)
+{
+    CString text("inner");
+    text.Format("<%s>", text);
+    EXPECT_EQ(text, "<inner>");
+    text.AppendFormat("%s", text);
+    EXPECT_EQ(text, "<inner><inner>");
+}
+
+TEST(Format, LeavesTheTextAloneWhenItFails)
+{
+    std::string out = "before";
+    const Afx::FormatArg args[] = {std::string_view("x")};
+    const std::string format = std::string(500, 'y') + "%d";
+    EXPECT_TRUE(::Test::MessageOf<CInvalidArgException>([&] { Afx::AppendFormat(out, format, args, 1); }));
+    EXPECT_EQ(out, "before");
+}

@@ -1,0 +1,83 @@
+#include "Afx/Object.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <stdexcept>
+
+#include "Afx/Collections.h"
+#include "Afx/Numbers.h"
+#include "support/TestSupport.h"
+
+namespace
+{
+
+class CPlain : public CObject
+{
+    DECLARE_DYNAMIC(CPlain)
+};
+class CMade : public CPlain
+{
+    DECLARE_DYNCREATE(CMade)
+};
+IMPLEMENT_DYNAMIC(CPlain, CObject)
+IMPLEMENT_DYNCREATE(CMade, CPlain)
+
+} // namespace
+
+TEST(CObject, KnowsItsClasses)
+{
+    const CMade made;
+    EXPECT_TRUE(made.IsKindOf(RUNTIME_CLASS(CMade)) && made.IsKindOf(RUNTIME_CLASS(CPlain)) &&
+                made.IsKindOf(RUNTIME_CLASS(CObject)));
+    EXPECT_FALSE(CPlain().IsKindOf(RUNTIME_CLASS(CMade)));
+    EXPECT_FALSE(made.IsKindOf(nullptr));
+    EXPECT_STREQ(made.GetRuntimeClass()->m_lpszClassName, "CMade");
+}
+
+TEST(CRuntimeClass, MakesWhatCanBeMade)
+{
+    const std::unique_ptr<CObject> made(RUNTIME_CLASS(CMade)->CreateObject());
+    ASSERT_TRUE(made);
+    EXPECT_EQ(made->GetRuntimeClass(), RUNTIME_CLASS(CMade));
+    EXPECT_EQ(RUNTIME_CLASS(CPlain)->CreateObject(), nullptr);
+}
+
+TEST(CException, IsCaughtByItsBaseAndKeepsItsClass)
+{
+    try {
+        throw new CInvalidArgException("no such year");
+    } catch (CException* exception) {
+        EXPECT_EQ(exception->GetErrorMessage(), "no such year");
+        EXPECT_TRUE(exception->IsKindOf(RUNTIME_CLASS(CInvalidArgException)));
+        EXPECT_FALSE(exception->IsKindOf(RUNTIME_CLASS(CUserException)));
+        exception->Delete();
+    }
+    EXPECT_EQ(::Test::MessageOf<CUserException>([] { throw new CUserException; }), "");
+}
+
+TEST(CArray, ChecksEveryIndex)
+{
+    CStringArray names;
+    EXPECT_EQ(names.Add("a"), 0);
+    EXPECT_EQ(names.Add("b"), 1);
+    names.SetAt(0, "c");
+    EXPECT_EQ(names[0], "c");
+    for (const int index : {-1, 2, std::numeric_limits<int>::min()}) {
+        EXPECT_THROW(names.GetAt(index), std::out_of_range);
+        EXPECT_THROW(names[index], std::out_of_range);
+        EXPECT_THROW(names.RemoveAt(index), std::out_of_range);
+    }
+    names.RemoveAt(0);
+    EXPECT_EQ(names.GetSize(), 1);
+    EXPECT_EQ(names[0], "b");
+}
+
+TEST(ToInt64, TruncatesAndRefuses)
+{
+    EXPECT_EQ(Afx::ToInt64(-1.9), -1);
+    EXPECT_EQ(Afx::ToInt64(-9223372036854775808.0), std::numeric_limits<std::int64_t>::min());
+    for (const double refused : {9223372036854775808.0, -9223372036854777856.0, std::numeric_limits<double>::infinity(),
+                                 std::numeric_limits<double>::quiet_NaN()})
+        EXPECT_EQ(Afx::ToInt64(refused), std::nullopt);
+}

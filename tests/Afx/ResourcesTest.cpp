@@ -1,0 +1,118 @@
+#include "Afx/Resources.h"
+
+#include <gtest/gtest-spi.h>
+#include <gtest/gtest.h>
+
+#include "Afx/MessageBox.h"
+#include "support/TestSupport.h"
+
+namespace
+{
+
+constexpr Afx::StringResource kLibrary[] = {{7, "%1 is using %2."}, {3, "100% of %1, %9 and %"}, {1, "first"}};
+constexpr Afx::StringResource kModule[] = {{1, "other"}};
+const Afx::ResourceContext library(kLibrary, std::size(kLibrary)), module_(kModule, std::size(kModule));
+
+} // namespace
+
+TEST(ResourceContext, SwitchesAndComesBack)
+{
+    CString text("unchanged");
+    EXPECT_FALSE(text.LoadString(1)) << "no module yet";
+    const Afx::ResourceContextGuard outer(library);
+    {
+        const Afx::ResourceContextGuard inner(module_);
+        EXPECT_TRUE(text.LoadString(1));
+        EXPECT_EQ(text, "other");
+        EXPECT_FALSE(text.LoadString(7)) << "the inner module has no such text";
+        EXPECT_EQ(text, "other");
+    }
+    EXPECT_TRUE(text.LoadString(1));
+    EXPECT_EQ(text, "first");
+}
+
+TEST(FillPlaces, FillsInOrderAndOnlyOnce)
+{
+    const Afx::ResourceContextGuard guard(library);
+    CString text;
+    AfxFormatString2(text, 7, "%2", "returns");
+    EXPECT_EQ(text, "%2 is using returns.") << "a text's own %2 stays";
+    AfxFormatString1(text, 3, "it");
+    EXPECT_EQ(text, "100% of it, %9 and %") << "places without a text stay";
+    text.FormatMessage(7, {"Anna", "it"});
+    EXPECT_EQ(text, "Anna is using it.");
+    text.FormatMessage(99, {"Anna", "it"});
+    EXPECT_EQ(text, "Message 99 Anna it") << "without the string nothing of the message is lost";
+    AfxFormatString1(text, 7, nullptr);
+    EXPECT_EQ(text, " is using %2.");
+}
+
+TEST(AfxMessageBox, AsksTheWindowSystem)
+{
+    const Afx::ResourceContextGuard guard(library);
+    ::Test::Windows().Answer(IDYES);
+    ::Test::Windows().Answer(IDOK);
+    EXPECT_EQ(AfxMessageBox("Sure?", MB_YESNO | MB_ICONWARNING), IDYES);
+    EXPECT_EQ(AfxMessageBox(1), IDOK);
+    ASSERT_EQ(::Test::Windows().Messages().size(), 2u);
+    EXPECT_EQ(::Test::Windows().Messages()[0].style, MB_YESNO | MB_ICONWARNING);
+    EXPECT_EQ(::Test::Windows().Messages()[1].text, "first");
+}
+
+TEST(AfxMessageBox, FailsATestThatDoesNotExpectIt)
+{
+    int answer = 0;
+    EXPECT_NONFATAL_FAILURE(answer = AfxMessageBox("Sure?", MB_YESNO), "Sure?");
+    EXPECT_EQ(answer, IDNO);
+}
+
+TEST(AfxMessageBox, AnswersSafelyOnTheConsoleAndWithoutAWindowSystem)
+{
+    const struct
+    {
+        unsigned style;
+        int answer;
+    } rows[] = {{MB_OK, IDOK}, {MB_OKCANCEL | MB_ICONWARNING, IDCANCEL}, {MB_YESNO | MB_DEFBUTTON2, IDNO}};
+    for (const bool hasConsole : {true, false}) {
+        Afx::WindowSystem::Install(hasConsole ? std::make_unique<Afx::ConsoleWindowSystem>() : nullptr);
+        for (const auto& row : rows) {
+            testing::internal::CaptureStderr();
+            EXPECT_EQ(AfxMessageBox("Sure?", row.style), row.answer);
+            EXPECT_EQ(testing::internal::GetCapturedStderr(), "Sure?\n");
+        }
+    }
+}
+
+TEST(HeadlessWindowSystem, SendsOnWhatTheScriptDoesNotAnswer)
+{
+    Afx::HeadlessWindowSystem windows;
+    EXPECT_EQ(windows.MessageBox("a", MB_OKCANCEL), IDCANCEL) << "as the console does";
+    std::string unexpected;
+    windows.OnUnexpected([&](const Afx::HeadlessWindowSystem::Shown& shown) {
+        windows.Clear();
+        unexpected = shown.text;
+        return IDNO;
+    });
+    windows.Answer(IDOK);
+    EXPECT_EQ(windows.MessageBox("b", MB_YESNO), IDNO) << "a box with Yes and No offers no OK";
+    EXPECT_EQ(unexpected, "b");
+}
+
+TEST(CWaitCursor, TellsTheWindowSystemBothWays)
+{
+    struct Counting : Afx::HeadlessWindowSystem
+    {
+        explicit Counting(int& depth) : m_depth(depth) {}
+        void Wait(int change) override { m_depth += change; }
+        int& m_depth;
+    };
+    int depth = 0;
+    Afx::WindowSystem::Install(std::make_unique<Counting>(depth));
+    {
+        const CWaitCursor outer, inner;
+        EXPECT_EQ(depth, 2);
+    }
+    EXPECT_EQ(depth, 0);
+    Afx::WindowSystem::Install(nullptr);
+    const CWaitCursor nobodyWaits;
+}

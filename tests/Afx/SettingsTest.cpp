@@ -1,0 +1,198 @@
+#include "Afx/Settings.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <thread>
+
+#include "Afx/Application.h"
+#include "support/TestSupport.h"
+
+using Afx::Settings;
+
+namespace
+{
+
+std::string Read(const char* section, const char* name)
+{
+    return Settings::Read(section, name).value_or("(none)").Str();
+}
+
+} // namespace
+
+TEST(Settings, ReadsWhatPeopleWrite)
+{
+    Settings::SetPath(::Test::WriteFile("people.ini", "\xEF\xBB\xBF; a comment\r\n"
+                                                      "Outside=1\r\n"
+                                                      "[ Preferences ]\r\n"
+                                                      "this line is none\r\n"
+                                                      "=no name\r\n"
+                                                      "  LastYOA =  33  \r\n"
+                                                      "LastYOA=34\r\n"
+                                                      "#Hidden=1\r\n"
+                                                      "Equation=a=b\r\n"
+                                                      "Empty=\r\n"
+                                                      "[broken\r\n"
+                                                      "AfterBroken=1\r\n"
+                                                      "Name=Zo\xEB\r\n"
+                                                      "[preferences]\r\n"
+                                                      "Second=2"));
+    const struct
+    {
+        const char *name, *expected, *why;
+    } rows[] = {
+        {"lastyoa", "33", "any case, blanks dropped, the first of two"},
+        {"Equation", "a=b", "only the first = parts"},
+        {"Empty", "", "present and empty"},
+        {"Outside", "(none)", "before any section"},
+        {"Hidden", "(none)", "comment"},
+        {"#Hidden", "(none)", "comment by its whole name"},
+        {"AfterBroken", "1", "a broken heading begins nothing"},
+        {"Name", "Zoë", "Windows-1252"},
+        {"Second", "2", "a section may come in two parts; no line end at the end"},
+        {"Missing", "(none)", "not there"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(Read("PREFERENCES", row.name), row.expected) << row.why;
+    EXPECT_EQ(Read(nullptr, nullptr), "(none)");
+}
+
+TEST(Settings, ChangesOneLineAndKeepsTheRest)
+{
+    const struct
+    {
+        const char *before, *section, *name, *value, *after, *why;
+    } rows[] = {
+        {"", "S", "n", "v", "[S]\nn=v\n", "first value of all"},
+        {"; c\n[S]\nn=1 \nm=2\n", "s", "N", "3", "; c\n[S]\nN=3\nm=2\n", "replaced"},
+        {"[S]\nn=1\n\n[T]\nx=1\n", "S", "m", "2", "[S]\nn=1\nm=2\n\n[T]\nx=1\n", "added before the gap"},
+        {"[S]", "S", "n", "v", "[S]\nn=v\n", "after an unended line"},
+        {"[S]\n[T]\n", "S", "n", "v", "[S]\nn=v\n[T]\n", "into an empty section"},
+        {"[S]\r\nn=1\r\n", "T", "n", "v", "[S]\r\nn=1\r\n\r\n[T]\r\nn=v\r\n", "with the file's own line ends"},
+        {"[S]\nn=1\njunk\nm=2\n", "S", "n", nullptr, "[S]\njunk\nm=2\n", "removed"},
+        {"[S]\n", "S", "n", nullptr, "[S]\n", "nothing to remove"},
+    };
+    for (const auto& row : rows) {
+        const std::string path = ::Test::WriteFile("change.ini", row.before);
+        Settings::SetPath(path);
+        EXPECT_TRUE(Settings::Write(row.section, row.name, row.value)) << row.why;
+        EXPECT_EQ(::Test::ReadFile(path), row.after) << row.why;
+    }
+}
+
+TEST(Settings, GivesBackWhatWasWritten)
+{
+    const char* const values[] = {"plain", "",      " blanks ",    "two\nlines\r\n", "\"quoted\"",
+                                  "\"",    "a\\b",  "\\n \\\" \n", "; no comment",   "[no section]",
+                                  "a=b",   "Zoë £5"};
+    for (const char* const value : values) {
+        EXPECT_TRUE(Settings::Write("Software\\Some Vendor\\Key", "Value", value));
+        EXPECT_EQ(Read("software\\some vendor\\key", "value"), value);
+    }
+}
+
+TEST(Settings, RefusesNamesThatNoFileHolds)
+{
+    for (const char* const name : {"", " n", "a=b", "a\nb", ";a", "#a", "[a"})
+        EXPECT_FALSE(Settings::Write("S", name, "v")) << name;
+    for (const char* const section : {"", "a\nb", "a ", "a]"})
+        EXPECT_FALSE(Settings::Write(section, "n", "v")) << section;
+    EXPECT_FALSE(std::filesystem::exists(Settings::GetPath().GetString()));
+}
+
+TEST(Settings, NeverLosesAFileItCannotRead)
+{
+    Settings::SetPath(::Test::TempDir().c_str()); // a folder
+    EXPECT_EQ(Read("S", "n"), "(none)");
+    EXPECT_FALSE(Settings::Write("S", "n", "v"));
+    const std::string large = ::Test::WriteFile("large.ini", std::string(5u << 20, ';'));
+    Settings::SetPath(large);
+    EXPECT_FALSE(Settings::Write("S", "n", "v"));
+    EXPECT_EQ(::Test::ReadFile(large).size(), 5u << 20);
+}
+
+#ifndef _WIN32
+TEST(Settings, KeepsLinkAndRightsOfTheFile)
+{
+    namespace fs = std::filesystem;
+    const fs::path real = ::Test::WriteFile("real.ini", "[S]\n"), link = ::Test::TempDir() + "/link.ini";
+    fs::permissions(real, fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+    fs::create_symlink(real, link);
+    Settings::SetPath(link.string());
+    ASSERT_TRUE(Settings::Write("S", "n", "v"));
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(fs::status(real).permissions(), fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+    Settings::SetPath((::Test::TempDir() + "/new/folder/s.ini").c_str());
+    ASSERT_TRUE(Settings::Write("S", "n", "v"));
+    EXPECT_EQ(fs::status(Settings::GetPath().GetString()).permissions(),
+              fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST(Settings, LosesNothingWhenTwoWriteAtOnce)
+{
+    const auto write = [](char letter) {
+        for (int i = 0; i < 20; ++i)
+            Settings::Write("S", (letter + std::to_string(i)).c_str(), "v");
+    };
+    std::thread other(write, 'a');
+    write('b');
+    other.join();
+    for (int i = 0; i < 20; ++i)
+        EXPECT_EQ(Read("S", ("a" + std::to_string(i)).c_str()) + Read("S", ("b" + std::to_string(i)).c_str()), "vv")
+            << i;
+}
+
+TEST(Settings, FindsItsFileByTheEnvironment)
+{
+    const char* const names[] = {"MORVUT_SETTINGS", "XDG_CONFIG_HOME", "HOME"};
+    std::optional<std::string> before[3];
+    for (int i = 0; i < 3; ++i)
+        if (const char* const value = std::getenv(names[i]))
+            before[i] = value;
+    const struct
+    {
+        const char *settings, *config, *home, *expected;
+    } rows[] = {
+        {"/own.ini", "/config", "/home", "/own.ini"},
+        {"", "/config", "/home", "/config/morvut/settings.ini"},
+        {"", "relative", "/home", "/home/.config/morvut/settings.ini"},
+        {"", "", "", ""},
+    };
+    Settings::SetPath({});
+    for (const auto& row : rows) {
+        ::setenv(names[0], row.settings, 1);
+        ::setenv(names[1], row.config, 1);
+        ::setenv(names[2], row.home, 1);
+        EXPECT_EQ(Settings::GetPath(), row.expected);
+    }
+    EXPECT_FALSE(Settings::Write("S", "n", "v")) << "no file at all";
+    for (int i = 0; i < 3; ++i)
+        before[i] ? ::setenv(names[i], before[i]->c_str(), 1) : ::unsetenv(names[i]);
+}
+#endif
+
+TEST(CWinApp, IsFoundWhileItLives)
+{
+    EXPECT_EQ(AfxGetApp(), nullptr);
+    {
+        CWinApp app;
+        EXPECT_EQ(AfxGetApp(), &app);
+    }
+    EXPECT_EQ(AfxGetApp(), nullptr);
+}
+
+TEST(CWinApp, KeepsWholeNumbersInItsProfile)
+{
+    CWinApp app;
+    EXPECT_EQ(app.GetProfileInt("Preferences", "LastYOA", 13), 13);
+    EXPECT_TRUE(app.WriteProfileInt("Preferences", "LastYOA", -2147483647 - 1));
+    EXPECT_EQ(app.GetProfileInt("preferences", "lastyoa", 13), -2147483647 - 1);
+    for (const char* const text : {"", "x", "5x", "2147483648", "1.5"}) {
+        EXPECT_TRUE(app.WriteProfileString("Preferences", "LastYOA", text));
+        EXPECT_EQ(app.GetProfileInt("Preferences", "LastYOA", 13), 13) << text;
+        EXPECT_EQ(app.GetProfileString("Preferences", "LastYOA", "default"), text);
+    }
+    EXPECT_TRUE(app.WriteProfileString("Preferences", "LastYOA", nullptr));
+    EXPECT_EQ(app.GetProfileString("Preferences", "LastYOA", "default"), "default");
+}

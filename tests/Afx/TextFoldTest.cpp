@@ -1,0 +1,75 @@
+#include "Afx/TextFold.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <map>
+
+namespace
+{
+int Sign(int value) { return (value > 0) - (value < 0); }
+} // namespace
+
+TEST(CompareNoCase, FoldsThreeAlphabets)
+{
+    const struct
+    {
+        const char *a, *b;
+        int order;
+        const char* why;
+    } rows[] = {
+        {"Statutory Sick Pay", "STATUTORY sick PAY", 0, "ASCII"},
+        {"abcdefgh[", "ABCDEFGH{", -1, "brackets are no letters"},
+        {"abcdefg@", "ABCDEFG`", -1, "beside the letters"},
+        {"Zoë", "ZOË", 0, "Latin-1"},
+        {"×", "÷", -1, "signs of Latin-1 are no letters"},
+        {"straße", "STRASSE", 1, "sharp s has no pair"},
+        {"Łódź", "ŁÓDŹ", 0, "Latin Extended-A"},
+        {"ÿ", "Ÿ", 0, "a pair across two blocks"},
+        {"ı", "I", 1, "the Turkish letters stand alone"},
+        {"ab", "ABC", -1, "shorter first"},
+        {"", "", 0, "empty"},
+        {"Ж", "ж", -1, "other alphabets by their bytes"},
+        {"\xC3", "\xC3\xA0", -1, "broken at the end"},
+        {"\xC3x", "\xC3\x80", -1, "broken in the middle"},
+        {"\xC3\xC3\xA0", "\xC3\xC3\x80", 0, "whole again after a broken byte"},
+        {"a\xFF\xFE", "A\xFF\xFE", 0, "bytes of no character"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(Sign(Afx::CompareNoCase(row.a, row.b)), row.order) << row.why;
+        EXPECT_EQ(Sign(Afx::CompareNoCase(row.b, row.a)), -row.order) << row.why << ", turned round";
+    }
+}
+
+TEST(CompareNoCase, OrdersAsTheFoldedBytesDo)
+{
+    // Every text of up to three of these bytes, broken ones included, against every other.
+    const char bytes[] = {'\0', 'A', 'a', 'z', '\x80', '\x98', '\xB8', '\xBF', '\xC3', '\xC4', '\xC5', '\xE2'};
+    std::vector<std::string> texts{""};
+    for (std::size_t i = 0; texts[i].size() < 3; ++i)
+        for (const char byte : bytes)
+            texts.push_back(texts[i] + byte);
+    for (std::size_t i = 0; i < texts.size(); i += 7)
+        for (const std::string& other : texts)
+            ASSERT_EQ(Sign(Afx::CompareNoCase(texts[i], other)),
+                      Sign(Afx::FoldLower(texts[i]).compare(Afx::FoldLower(other))));
+}
+
+TEST(Fold, MapsEveryPairThereAndBack)
+{
+    int pairs = 0;
+    for (unsigned code = 0x80; code < 0x180; ++code) {
+        const std::string text{static_cast<char>(0xC0 | code >> 6), static_cast<char>(0x80 | (code & 0x3F))};
+        const std::string lower = Afx::FoldLower(text), upper = Afx::FoldUpper(text);
+        EXPECT_TRUE(lower == text || upper == text) << code;
+        EXPECT_TRUE(Afx::EqualNoCase(lower, upper)) << code;
+        pairs += lower != text;
+    }
+    EXPECT_EQ(pairs, 30 + 62) << "capitals of Latin-1 and of Latin Extended-A";
+}
+
+TEST(LessNoCase, FindsTheKeyInAnyCase)
+{
+    const std::map<std::string, int, Afx::LessNoCase> map{{"Réunion", 1}};
+    EXPECT_EQ(map.count("RÉUNION"), 1u);
+}

@@ -1,0 +1,108 @@
+#include "Afx/Text.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "Afx/Clock.h"
+#include "support/TestSupport.h"
+
+TEST(BoundedCopy, FillsUpToTheEndMark)
+{
+    char buffer[4] = {'x', 'x', 'x', 'x'};
+    Afx::BoundedCopy(buffer, sizeof buffer, "abc");
+    EXPECT_STREQ(buffer, "abc");
+    Afx::BoundedCopy(buffer, sizeof buffer, "");
+    EXPECT_STREQ(buffer, "");
+    Afx::BoundedFormat(buffer, sizeof buffer, "%03d", 7);
+    EXPECT_STREQ(buffer, "007");
+}
+
+TEST(BoundedCopy, RefusesInsteadOfCutting)
+{
+    char buffer[4] = {'x', 'x', 'x', 'x'};
+    EXPECT_TRUE(::Test::MessageOf<CInvalidArgException>([&] { Afx::BoundedCopy(buffer, sizeof buffer, "abcd"); }));
+    EXPECT_EQ(std::string_view(buffer, 4), std::string_view("\0xxx", 4)) << "empty, and nothing else touched";
+    buffer[0] = 'x';
+    EXPECT_TRUE(::Test::MessageOf<CInvalidArgException>([&] { Afx::BoundedCopy(buffer, 0, "a"); }));
+    EXPECT_EQ(buffer[0], 'x') << "a buffer of no bytes is not written to";
+    EXPECT_TRUE(::Test::MessageOf<CInvalidArgException>([&] { Afx::BoundedCopy(nullptr, 4, "a"); }));
+}
+
+TEST(AtoI64, ReadsWhatItCanAndSaturates)
+{
+    constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max(),
+                           kMin = std::numeric_limits<std::int64_t>::min();
+    const struct
+    {
+        const char* text;
+        std::int64_t expected;
+    } rows[] = {
+        {nullptr, 0},
+        {"", 0},
+        {" \t\n+42x", 42},
+        {"-42", -42},
+        {"- 42", 0},
+        {"+-42", 0},
+        {"1,234", 1},
+        {"007", 7},
+        {"x1", 0},
+        {"9223372036854775806", kMax - 1},
+        {"9223372036854775807", kMax},
+        {"9223372036854775808", kMax},
+        {"99999999999999999999", kMax},
+        {"-9223372036854775808", kMin},
+        {"-9223372036854775809", kMin},
+        {"\xB2\xB3", 0},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(Afx::AtoI64(row.text), row.expected) << (row.text ? row.text : "null");
+}
+
+TEST(FormatTime, WritesEnglishNames)
+{
+    const Afx::LocalTime time{2024, 4, 5, 9, 8, 7, 6};
+    const struct
+    {
+        const char *pattern, *expected;
+    } rows[] = {
+        {"%d/%m/%y", "05/04/24"},
+        {"%d %b %Y", "05 Apr 2024"},
+        {"%#d %B %Y", "5 April 2024"},
+        {"%#d/%#m/%y", "5/4/24"},
+        {"%X", "09:08:07"},
+        {"%H-%M-%S", "09-08-07"},
+        {"100%% %q %#y %#", "100% %q %#y %#"},
+        {"%", "%"},
+        {"", ""},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(Afx::FormatTime(time, row.pattern), row.expected) << row.pattern;
+}
+
+TEST(FormatTime, SurvivesFieldsOutsideTheCalendar)
+{
+    constexpr int kMin = std::numeric_limits<int>::min();
+    EXPECT_EQ(Afx::FormatTime({kMin, 13, 0, 0, 0, 0, 0}, "[%b][%B][%y]"), "[][][52]");
+    EXPECT_EQ(Afx::FormatTime({100, kMin, 0, 0, 0, 0, 0}, "%b%Y"), "0100");
+}
+
+TEST(ToUtf8, KeepsUtf8AndConvertsTheRest)
+{
+    const struct
+    {
+        std::string_view bytes, expected;
+        const char* why;
+    } rows[] = {
+        {"Réunion", "Réunion", "UTF-8 already"},
+        {"R\xE9union \x80 5", "Réunion € 5", "Windows-1252"},
+        {"\x8E\x9F\x81", "\xC5\xBD\xC5\xB8\xC2\x81", "ends of the table, and an unused byte"},
+        {"\xC0\xAF", "À¯", "overlong"},
+        {"\xED\xA0\x80", "í\xC2\xA0€", "surrogate"},
+        {"\xF4\x90\x80\x80", "ô\xC2\x90€€", "beyond Unicode"},
+        {"\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80", "four bytes"},
+        {"a\xC3", "aÃ", "cut off"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(Afx::ToUtf8(row.bytes), row.expected) << row.why;
+}

@@ -1,0 +1,142 @@
+#include "Fixture.h"
+
+#include "hmrc-sandbox/Scenarios.h"
+
+namespace Sandbox
+{
+
+class ApiTest : public SandboxTest
+{};
+
+TEST_F(ApiTest, ChecksInThePlatformsOrder)
+{
+    // Each request has the faults of the following rows too; the first one wins.
+    const std::string good = AccessToken("read:individual-paye"), other = AccessToken("hello");
+    const std::string badBoth = "/individual-paye/nino/QQ123456A/annual-summary/2017-19";
+    const std::string badYear = "/individual-paye/nino/AA000001A/annual-summary/2017-19";
+    const struct
+    {
+        const char* method;
+        std::string path, accept, authorization;
+        int status;
+        const char* code;
+    } rows[] = {
+        {"POST", "/individual-pay/nino/x", "", "", 404, "MATCHING_RESOURCE_NOT_FOUND"},
+        {"POST", "/individual-paye/nino//annual-summary/2017-18", "", "", 404, "MATCHING_RESOURCE_NOT_FOUND"},
+        {"POST", badBoth, "", "", 405, "METHOD_NOT_ALLOWED"},
+        {"GET", badBoth, "", "", 406, "ACCEPT_HEADER_INVALID"},
+        {"GET", badBoth, "application/json", "", 406, "ACCEPT_HEADER_INVALID"},
+        {"GET", badBoth, "application/vnd.hmrc.1+json", "", 406, "ACCEPT_HEADER_INVALID"},
+        {"GET", badBoth, "application/vnd.hmrc.1.1+json", "", 404, "MATCHING_RESOURCE_NOT_FOUND"},
+        {"GET", badBoth, kVersion1, "", 401, "MISSING_CREDENTIALS"},
+        {"GET", badBoth, kVersion1, "Basic eDp5", 401, "MISSING_CREDENTIALS"},
+        {"GET", badBoth, kVersion1, "Bearer unknown", 401, "INVALID_CREDENTIALS"},
+        {"GET", badBoth, kVersion1, "Bearer " + other, 403, "INVALID_SCOPE"},
+        {"GET", badBoth, kVersion1, "Bearer " + good, 400, "NINO_INVALID"},
+        {"GET", badYear, kVersion1, "bearer " + good, 400, "TAX_YEAR_INVALID"},
+        {"GET", kPaye, kVersion1, "Bearer " + good, 404, "NOT_FOUND"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.code + (" " + row.path));
+        const Answer answer =
+            m_service.Handle({row.method, row.path, row.accept, row.authorization, "", "", {}, false});
+        EXPECT_EQ(answer.status, row.status);
+        EXPECT_EQ(nlohmann::json::parse(answer.body)["code"], row.code);
+        EXPECT_EQ(Header(answer, "WWW-Authenticate"),
+                  row.status == 401 || row.status == 403 ? "Bearer realm=\"HMRC API Platform\"" : "");
+    }
+}
+
+TEST_F(ApiTest, NationalInsuranceTakesAUtrAndTwoVersions)
+{
+    const std::string token = AccessToken();
+    Send("POST", kNiSupport);
+    EXPECT_EQ(Get(kNi, token, "application/vnd.hmrc.1.1+json").status, 200);
+    EXPECT_EQ(Get(kNi, token, "application/vnd.hmrc.1.0+json").status, 200);
+    EXPECT_EQ(Get(kNi, token, "application/vnd.hmrc.1.2+json").code, "MATCHING_RESOURCE_NOT_FOUND");
+    EXPECT_EQ(Get("/national-insurance/sa/1234567890/annual-summary/2017-18", token).code, "SA_UTR_INVALID");
+}
+
+TEST_F(ApiTest, HelloWorldIsOpen)
+{
+    EXPECT_EQ(Get("/hello/world").body, R"({"message":"Hello World"})");
+    EXPECT_EQ(Get("/hello/user").code, "MISSING_CREDENTIALS");
+}
+
+TEST_F(ApiTest, PrimingGivesOnePersonAndYearItsFigures)
+{
+    const std::string token = AccessToken();
+    for (const Scenario& scenario : PayeScenarios()) {
+        SCOPED_TRACE(scenario.name);
+        const Answer primed = Send("POST", kPayeSupport, nlohmann::json{{"scenario", scenario.name}}.dump());
+        EXPECT_EQ(primed.status, 201);
+        EXPECT_EQ(primed.body, "{}");
+        EXPECT_EQ(Get(kPaye, token).body, scenario.body);
+    }
+    EXPECT_EQ(Get("/individual-paye/nino/AA000001A/annual-summary/2018-19", token).status, 404) << "another year";
+    EXPECT_EQ(Get("/individual-paye/nino/AA000002A/annual-summary/2017-18", token).status, 404) << "another person";
+}
+
+TEST_F(ApiTest, PrimingNationalInsuranceAnswersWithTheData)
+{
+    const Answer primed = Send("POST", kNiSupport, R"({"scenario":"HAPPY_PATH_2"})");
+    EXPECT_EQ(primed.status, 201);
+    EXPECT_EQ(nlohmann::json::parse(primed.body)["class2"]["totalDue"].dump(), "319.57");
+    EXPECT_EQ(Get(kNi, AccessToken()).body, primed.body);
+}
+
+TEST_F(ApiTest, PrimingRefusesWhatHmrcRefuses)
+{
+    const struct
+    {
+        const char* path;
+        const char* body;
+        const char* code;
+    } rows[] = {
+        {kPayeSupport, R"({"scenario":"NOBODY"})", "UNKNOWN_SCENARIO"},
+        {kNiSupport, R"({"scenario":"EVERYTHING"})", "UNKNOWN_SCENARIO"},
+        {kPayeSupport, R"({"scenario":1})", "BAD_REQUEST"},
+        {kPayeSupport, "[", "BAD_REQUEST"},
+        {"/individual-paye-test-support/paye/nino/QQ123456A/tax-year/2017-18", "{}", "NINO_INVALID"},
+        {"/individual-paye-test-support/paye/nino/AA000001A/tax-year/2017-19", "{}", "TAX_YEAR_INVALID"},
+        {"/individual-paye-test-support/nino/AA000001A/tax-year/2017-18", "{}", "MATCHING_RESOURCE_NOT_FOUND"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.body);
+        EXPECT_EQ(Send("POST", row.path, row.body).code, row.code);
+    }
+}
+
+TEST(StartScenario, AnswersEveryoneWhoIsNotPrimed)
+{
+    const struct
+    {
+        const char* scenario;
+        const char* path;
+        const char* name;
+        std::span<const Scenario> (*scenarios)();
+    } rows[] = {
+        {"PENSIONER", kPaye, "PENSIONER", PayeScenarios},
+        {"PENSIONER", kNi, "HAPPY_PATH_2", NationalInsuranceScenarios},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.path);
+        Service service(Options{row.scenario});
+        const auto code = QueryValue(
+            Header(service.Handle({"GET", "/oauth/authorize", "", "", "", "", AuthoriseQuery(), true}), "Location"),
+            "code");
+        const Parameters form{{"grant_type", "authorization_code"},
+                              {"client_id", kClientId},
+                              {"client_secret", kClientSecret},
+                              {"redirect_uri", kCallback},
+                              {"code", code}};
+        const auto pair = nlohmann::json::parse(
+            service.Handle({"POST", "/oauth/token", "", "", "application/x-www-form-urlencoded", "", form, false})
+                .body);
+        const std::string bearer = "Bearer " + pair["access_token"].get<std::string>();
+        EXPECT_EQ(service.Handle({"GET", row.path, kVersion1, bearer, "", "", {}, false}).body,
+                  FindScenario(row.scenarios(), row.name)->body);
+    }
+}
+
+} // namespace Sandbox

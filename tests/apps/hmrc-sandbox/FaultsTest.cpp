@@ -1,0 +1,147 @@
+#include "Fixture.h"
+
+namespace Sandbox
+{
+
+class FaultsTest : public SandboxTest
+{
+protected:
+    void SetUp() override
+    {
+        m_token = AccessToken();
+        Send("POST", kPayeSupport);
+        m_whole = Get(kPaye, m_token).body;
+    }
+
+    void Set(const std::string& fault) { ASSERT_EQ(Send("POST", "/sandbox/fault", fault).status, 200) << fault; }
+
+    std::string m_token, m_whole;
+};
+
+TEST_F(FaultsTest, EveryFaultBreaksOneAnswer)
+{
+    const struct
+    {
+        const char* fault;
+        int status;
+        const char* code; // empty: no error body
+    } rows[] = {
+        {"MESSAGE_THROTTLED_OUT", 429, "MESSAGE_THROTTLED_OUT"},
+        {"RESOURCE_FORBIDDEN", 403, "RESOURCE_FORBIDDEN"},
+        {"FORBIDDEN", 403, "FORBIDDEN"},
+        {"SERVER_ERROR", 503, "SERVER_ERROR"},
+        {"SCHEDULED_MAINTENANCE", 503, "SCHEDULED_MAINTENANCE"},
+        {"GATEWAY_TIMEOUT", 504, "GATEWAY_TIMEOUT"},
+        {"INTERNAL_SERVER_ERROR", 500, "INTERNAL_SERVER_ERROR"},
+        {"UNAUTHORIZED", 401, "UNAUTHORIZED"},
+        {"BAD_REQUEST", 400, "BAD_REQUEST"},
+        {"NOT_ACCEPTABLE", 406, "ACCEPT_HEADER_INVALID"},
+        {"NOT_FOUND", 404, "NOT_FOUND"},
+        {"MATCHING_RESOURCE_NOT_FOUND", 404, "MATCHING_RESOURCE_NOT_FOUND"},
+        {"INVALID_CREDENTIALS", 401, "INVALID_CREDENTIALS"},
+        {"INVALID_SCOPE", 403, "INVALID_SCOPE"},
+        {"REFRESH_IN_PROGRESS", 400, "invalid_request"},
+        {"HTML", 502, ""},
+        {"EMPTY", 500, ""},
+        {"MALFORMED", 200, ""},
+        {"TOO_LARGE", 200, ""},
+        {"TOO_DEEP", 200, ""},
+        {"CUT_OFF", 200, ""},
+        {"DROPPED", 200, ""},
+        {"SLOW", 200, ""},
+        {"REDIRECT", 307, ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.fault);
+        Set(nlohmann::json{{"path", kPaye}, {"fault", row.fault}}.dump());
+        const Answer broken = Get(kPaye, m_token);
+        EXPECT_EQ(broken.status, row.status);
+        EXPECT_EQ(broken.code, row.code);
+        EXPECT_EQ(Get(kPaye, m_token).body, m_whole) << "only the next answer";
+    }
+}
+
+TEST_F(FaultsTest, SpoiltBodiesAreWhatTheirNamesSay)
+{
+    const auto body = [&](const std::string& fault) {
+        Set(R"({"path":"/","fault":")" + fault + "\"}");
+        return Get(kPaye, m_token);
+    };
+    const auto isJson = [](const std::string& text) { return nlohmann::json::accept(text); };
+
+    const std::string large = body("TOO_LARGE").body, deep = body("TOO_DEEP").body;
+    EXPECT_TRUE(isJson(large) && large.size() > 8U * 1024 * 1024);
+    EXPECT_TRUE(isJson(deep) && deep.find(']') > 32);
+    EXPECT_FALSE(isJson(body("MALFORMED").body));
+    const std::string cut = body("CUT_OFF").body;
+    EXPECT_FALSE(isJson(cut));
+    EXPECT_EQ(cut, m_whole.substr(0, cut.size()));
+    EXPECT_EQ(body("HTML").contentType, "text/html");
+    EXPECT_EQ(body("EMPTY").body, "");
+    const Answer dropped = body("DROPPED");
+    EXPECT_TRUE(dropped.dropped);
+    EXPECT_EQ(dropped.body, m_whole) << "announced whole";
+    EXPECT_GE(body("SLOW").delay.count(), 1000);
+}
+
+TEST_F(FaultsTest, FaultsOfAPathPlayInOrderAndCountDown)
+{
+    Set(R"({"path":"/individual-paye","fault":"SERVER_ERROR","times":2,"retryAfter":1,"delayMs":5})");
+    Set(R"({"path":"/individual-paye","fault":"HTML","status":503})");
+    Set(R"({"path":"/individual-pay","fault":"EMPTY"})"); // whole segments only
+    EXPECT_EQ(Get("/hello/user", m_token).status, 200) << "another path";
+    for (int i = 0; i < 2; ++i) {
+        const Answer answer = Get(kPaye, m_token);
+        EXPECT_EQ(answer.code, "SERVER_ERROR");
+        EXPECT_EQ(Header(answer, "Retry-After"), "1");
+        EXPECT_EQ(answer.delay.count(), 5);
+    }
+    EXPECT_EQ(Get(kPaye, m_token).contentType, "text/html");
+    EXPECT_EQ(Get(kPaye, m_token).status, 200);
+}
+
+TEST_F(FaultsTest, FaultWithoutCountHoldsUntilCleared)
+{
+    Set(R"({"path":"/","fault":"GATEWAY_TIMEOUT","times":0})");
+    for (int i = 0; i < 5; ++i)
+        EXPECT_EQ(Get(kPaye, m_token).status, 504);
+    Send("DELETE", "/sandbox/fault");
+    EXPECT_EQ(Get(kPaye, m_token).status, 200);
+}
+
+TEST_F(FaultsTest, FaultFollowsThePlatformsChecksAndPrecedesTheInterfaces)
+{
+    Set(R"({"path":"/individual-paye","fault":"SERVER_ERROR","times":0})");
+    EXPECT_EQ(Get(kPaye, "unknown").code, "INVALID_CREDENTIALS");
+    EXPECT_EQ(Get("/individual-paye/nino/x/annual-summary/y", m_token).code, "SERVER_ERROR");
+}
+
+TEST_F(FaultsTest, RedirectedRequestIsAnswered)
+{
+    Set(R"({"path":"/individual-paye","fault":"REDIRECT","times":0})");
+    EXPECT_EQ(Header(Get(kPaye, m_token), "Location"), std::string(kPaye) + "?redirected=1");
+    const Answer followed =
+        m_service.Handle({"GET", kPaye, kVersion1, "Bearer " + m_token, "", "", {{"redirected", "1"}}, true});
+    EXPECT_EQ(followed.body, m_whole);
+}
+
+TEST_F(FaultsTest, LostTokenAnswerHasUsedTheRefreshTokenUp)
+{
+    const auto pair = Dialogue();
+    Set(R"({"path":"/oauth/token","fault":"DROPPED"})");
+    EXPECT_TRUE(Token(RefreshForm(pair["refresh_token"])).dropped);
+    EXPECT_EQ(Token(RefreshForm(pair["refresh_token"])).code, "invalid_grant");
+}
+
+TEST_F(FaultsTest, RefusedTokenRequestHasNotUsedTheRefreshTokenUp)
+{
+    const auto pair = Dialogue();
+    for (const char* fault : {"SERVER_ERROR", "REFRESH_IN_PROGRESS", "HTML"}) {
+        SCOPED_TRACE(fault);
+        Set(nlohmann::json{{"path", "/oauth/token"}, {"fault", fault}}.dump());
+        EXPECT_GE(Token(RefreshForm(pair["refresh_token"])).status, 400);
+    }
+    EXPECT_EQ(Token(RefreshForm(pair["refresh_token"])).status, 200);
+}
+
+} // namespace Sandbox

@@ -1,0 +1,47 @@
+#include "hmrc-sandbox/RedirectUri.h"
+
+#include <gtest/gtest.h>
+
+namespace Sandbox
+{
+
+TEST(IsRedirectUri, TakesWhatHmrcRegisters)
+{
+    const struct
+    {
+        const char* uri;
+        bool good;
+        const char* why;
+    } rows[] = {
+        {"http://localhost:8080", true, "installed application"},
+        {"http://localhost:53681/callback", true, "any port, with a path"},
+        {"http://LocalHost/callback", true, "host names ignore case"},
+        {"https://www.example.com:8443/auth-redirect?from=hmrc", true, "port and query"},
+        {"urn:ietf:wg:oauth:2.0:oob", true, "code on a page"},
+        {"urn:ietf:wg:oauth:2.0:oob:auto", true, "code on a page that closes"},
+        {"urn:ietf:wg:oauth:2.0:oob:other", false, "no such name"},
+        {"http://127.0.0.1:8080/callback", false, "IP address instead of a name"},
+        {"https://127.0.0.1/callback", false, "IP address, also with https"},
+        {"http://[::1]:8080/callback", false, "IPv6 address"},
+        {"https://[::1]/callback", false, "IPv6 address with https"},
+        {"http://www.example.com/", false, "plain http to another host"},
+        {"http://localhost.example.com/", false, "another host that starts the same"},
+        {"http://localhost@example.com/", false, "user part"},
+        {"http://localhost:0/", false, "no port 0"},
+        {"http://localhost:65536/", false, "port out of range"},
+        {"http://localhost:80x/", false, "port with a letter"},
+        {"http://localhost/callback#part", false, "fragment"},
+        {"http://localhost/call back", false, "blank"},
+        {"http://localhost/\r\nX: y", false, "line break"},
+        {"/callback", false, "relative"},
+        {"https:///callback", false, "no host"},
+        {"ftp://localhost/", false, "other scheme"},
+        {"", false, "empty"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        EXPECT_EQ(IsRedirectUri(row.uri), row.good);
+    }
+}
+
+} // namespace Sandbox

@@ -1,0 +1,166 @@
+#include "hmrc-sandbox/Server.h"
+
+#include <atomic>
+#include <chrono>
+#include <gtest/gtest.h>
+#include <httplib.h>
+#include <thread>
+
+namespace Sandbox
+{
+
+namespace
+{
+
+const httplib::Headers kHello = {{"Accept", "application/vnd.hmrc.1.0+json"}};
+
+class ServerTest : public testing::Test
+{
+protected:
+    void SetUp() override { m_server.Start(); }
+
+    httplib::Client Client(const char* host = "127.0.0.1") { return httplib::Client(host, m_server.Port()); }
+
+    void SetFault(const std::string& body)
+    {
+        const auto answer = Client().Post("/sandbox/fault", body, "application/json");
+        ASSERT_TRUE(answer && answer->status == 200);
+    }
+
+    Server m_server;
+};
+
+} // namespace
+
+TEST_F(ServerTest, ListensOnBothLoopbackAddresses)
+{
+    for (const char* host : {"127.0.0.1", "localhost", "::1"}) {
+        if (std::string(host) == "::1" &&
+            httplib::Client(host, m_server.Port()).Get("/").error() == httplib::Error::Connection)
+            continue; // a machine without IPv6
+        SCOPED_TRACE(host);
+        const auto answer = Client(host).Get("/hello/world", kHello);
+        ASSERT_TRUE(answer);
+        EXPECT_EQ(answer->status, 200);
+        EXPECT_EQ(answer->get_header_value("Content-Type"), "application/json");
+    }
+}
+
+TEST_F(ServerTest, BusyPortIsRefused)
+{
+    Server second;
+    try {
+        second.Start(m_server.Port());
+        FAIL() << "two servers on one port";
+    } catch (const PortError& error) {
+        EXPECT_NE(std::string(error.what()).find(std::to_string(m_server.Port())), std::string::npos);
+    }
+    EXPECT_TRUE(Client().Get("/")) << "the first goes on";
+}
+
+TEST_F(ServerTest, PortIsFreeAgainAfterStop)
+{
+    const int port = m_server.Port();
+    ASSERT_TRUE(Client().Get("/"));
+    m_server.Stop();
+    EXPECT_EQ(m_server.Port(), 0);
+    EXPECT_FALSE(httplib::Client("127.0.0.1", port).Get("/"));
+    m_server.Start(port);
+    EXPECT_TRUE(Client().Get("/"));
+}
+
+TEST_F(ServerTest, FormOverTheWireGetsAToken)
+{
+    const auto authorised = Client().Get("/oauth/authorize?response_type=code&client_id=morvut-sandbox&scope=hello%20"
+                                         "read%3Aindividual-paye&redirect_uri=http%3A%2F%2Flocalhost%3A53681%2Fcb");
+    ASSERT_TRUE(authorised);
+    const std::string to = authorised->get_header_value("Location");
+    ASSERT_NE(to.find("?code="), std::string::npos) << authorised->body;
+    const httplib::Params form{{"grant_type", "authorization_code"},
+                               {"client_id", "morvut-sandbox"},
+                               {"client_secret", "morvut-sandbox-secret"},
+                               {"redirect_uri", "http://localhost:53681/cb"},
+                               {"code", to.substr(to.find("?code=") + 6)}};
+    const auto token = Client().Post("/oauth/token", form);
+    ASSERT_TRUE(token);
+    EXPECT_EQ(token->status, 200) << token->body;
+}
+
+TEST_F(ServerTest, DroppedAnswerEndsBeforeItsAnnouncedLength)
+{
+    SetFault(R"({"path":"/hello","fault":"DROPPED"})");
+    std::string received;
+    std::size_t announced = 0;
+    auto client = Client();
+    const auto answer = client.Get(
+        "/hello/world", kHello,
+        [&](const httplib::Response& response) {
+            announced = std::stoul(response.get_header_value("Content-Length"));
+            return true;
+        },
+        [&](const char* data, std::size_t length) {
+            received.append(data, length);
+            return true;
+        });
+    EXPECT_FALSE(answer);
+    EXPECT_GT(received.size(), 0U);
+    EXPECT_LT(received.size(), announced);
+    EXPECT_TRUE(Client().Get("/hello/world", kHello)) << "the next one is whole";
+}
+
+TEST_F(ServerTest, DelayedAnswerHoldsUpNeitherOthersNorTheEnd)
+{
+    SetFault(R"({"path":"/hello/world","fault":"SLOW","delayMs":60000})");
+    std::thread waiting([&] { Client().Get("/hello/world", kHello); });
+    const auto list = [&] { return Client().Get("/sandbox/requests")->body; };
+    for (int tries = 0; tries < 1000 && list().find("/hello/world") == std::string::npos; ++tries)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    EXPECT_EQ(Client().Get("/hello/world", kHello)->status, 200);
+    const auto start = std::chrono::steady_clock::now();
+    m_server.Stop();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    waiting.join();
+}
+
+TEST_F(ServerTest, SurvivesHostileRequests)
+{
+    const httplib::Headers manyHeaders = [] {
+        httplib::Headers headers;
+        for (int i = 0; i < 5000; ++i)
+            headers.emplace("X-" + std::to_string(i), "y");
+        return headers;
+    }();
+    Client().Get("/" + std::string(7000, 'a'));
+    Client().Get("/" + std::string(100000, 'a'));
+    Client().Get("/hello/world", httplib::Headers{{"Accept", std::string(1000000, 'x')}});
+    Client().Get("/hello/world", manyHeaders);
+    Client().Get("/%00%ff%0a/%zz?%=%");
+    Client().Get("/hello/world", httplib::Headers{{"Range", "bytes=9-1,-,a-b"}});
+    for (const std::string& body : {std::string(500000, '['), std::string("{\"\xff\":1}"), std::string("\0", 1)}) {
+        const auto answer = Client().Post("/sandbox/fault", body, "application/json");
+        ASSERT_TRUE(answer);
+        EXPECT_EQ(answer->status, 400);
+    }
+    const auto answer = Client().Get("/hello/world", kHello);
+    ASSERT_TRUE(answer);
+    EXPECT_EQ(answer->status, 200);
+}
+
+TEST_F(ServerTest, AnswersManyAtOnce)
+{
+    std::atomic<int> good{0};
+    std::vector<std::thread> clients;
+    for (int i = 0; i < 24; ++i)
+        clients.emplace_back([&] {
+            auto client = Client();
+            client.set_keep_alive(true);
+            for (int j = 0; j < 20; ++j)
+                if (const auto answer = client.Get("/hello/world", kHello); answer && answer->status == 200)
+                    ++good;
+        });
+    for (auto& client : clients)
+        client.join();
+    EXPECT_EQ(good, 24 * 20);
+}
+
+} // namespace Sandbox
