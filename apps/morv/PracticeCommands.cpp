@@ -32,6 +32,9 @@ void RequireEmptyPlace(const std::string& practice)
 void MakeKey(const std::string& practice)
 {
     const std::string path = KeyPath(practice);
+    std::error_code none;
+    if (std::filesystem::is_empty(path, none) && !none)
+        std::filesystem::remove(path, none); // the creation ended before the key was in it
     if (!std::filesystem::exists(path) && !Shellkit::MakeKeyFile(path))
         throw CommandError(Exit::CannotOpen, "NO_KEY", "the practice's key file cannot be written: " + path,
                            "Check the folder's permissions and free space.");
