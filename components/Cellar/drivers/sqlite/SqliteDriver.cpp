@@ -85,7 +85,7 @@ public:
             std::vector<Value>& row = set.rows.emplace_back();
             row.reserve(static_cast<std::size_t>(columns));
             for (int column = 0; column < columns; ++column)
-                row.push_back(run.GetValue(column));
+                run.Read(column, row.emplace_back());
         }
         return set;
     }
