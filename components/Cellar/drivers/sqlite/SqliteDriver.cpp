@@ -154,7 +154,7 @@ private:
         if (sqlite3_exec(m_database.get(), "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr) ==
             SQLITE_OK)
             return;
-        switch (sqlite3_errcode(m_database.get())) {
+        switch (sqlite3_errcode(m_database.get()) & 0xFF) { // extended codes are on
         case SQLITE_NOTADB:
         case SQLITE_CORRUPT:
             FailOpen(path, "it is no database, or damaged; check the name, or go back to a copy of it");
