@@ -37,7 +37,7 @@ struct HttpAnswer
         Cancelled
     };
     Outcome outcome = Outcome::NoConnection;
-    int status = 0;
+    int status = 0;          // also when TooLarge
     std::string contentType; // lower case, without parameters
     std::string retryAfter;  // as sent; empty when absent
     std::string body;
