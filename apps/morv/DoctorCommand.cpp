@@ -79,10 +79,10 @@ Finding CheckPracticeFile(const std::string& practice)
 
 Finding CheckKey(const std::string& practice)
 {
-    const CString problem = Shellkit::KeyFileProblem(KeyPath(practice));
-    if (problem.IsEmpty())
+    const std::string problem = Shellkit::KeyFileProblem(KeyPath(practice));
+    if (problem.empty())
         return {"key", true, KeyPath(practice), ""};
-    return {"key", false, problem.Str(), "Stored tokens and passwords cannot be read without it."};
+    return {"key", false, problem, "Stored tokens and passwords cannot be read without it."};
 }
 
 Finding CheckTokens(const std::string&)
