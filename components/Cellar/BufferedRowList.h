@@ -47,9 +47,10 @@ public:
         return ToLong(Get(column), whenNull);
     }
     template<class Column>
-    short GetShort(Column column) const
+    short GetShort(Column column) const // outside 16 bits: 0
     {
-        return static_cast<short>(ToLong(Get(column)));
+        const long value = ToLong(Get(column));
+        return value == static_cast<short>(value) ? static_cast<short>(value) : short{0};
     }
     template<class Column>
     int GetInt(Column column) const

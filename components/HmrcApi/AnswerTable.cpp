@@ -155,7 +155,7 @@ HmrcApiErrorException ErrorOf(const HttpAnswer& answer, const AnswerRule& rule, 
     std::string text(rule.text);
     if (!answer.problem.empty())
         text += ": " + Mask(answer.problem);
-    return {std::string(rule.entry), std::move(text), {}, {}};
+    return {std::string(rule.entry), std::move(text), {}, answer.status > 0 ? std::to_string(answer.status) : ""};
 }
 
 std::string DescribeAnswer(const HttpAnswer& answer, const ErrorBody& body)

@@ -305,6 +305,23 @@ struct CAuthorisation::State
     }
 };
 
+/// An operation begins without an error; its logger may not outlive it.
+class CAuthorisation::Operation
+{
+public:
+    Operation(State& state, IChainLogger* logger) noexcept : m_state(state)
+    {
+        m_state.logger = logger;
+        m_state.error = {};
+    }
+    ~Operation() { m_state.logger = nullptr; }
+    Operation(const Operation&) = delete;
+    Operation& operator=(const Operation&) = delete;
+
+private:
+    State& m_state;
+};
+
 CAuthorisation::CAuthorisation(std::shared_ptr<IAuthorisationStore> store, std::shared_ptr<IScope> scope,
                                std::shared_ptr<IClientData> clientData)
     : m_state(std::make_unique<State>())
@@ -319,8 +336,7 @@ CAuthorisation::~CAuthorisation() { Wipe(m_state->verifier); }
 bool CAuthorisation::DoAuthorisation(IChainLogger* logger)
 {
     State& state = *m_state;
-    state.logger = logger;
-    state.error = {};
+    const Operation operation(state, logger);
     if (!state.HasCredentials() || !state.HasKey())
         return false;
     state.store->LoadTokens(); // a row that is not there yet is made by the update
@@ -334,8 +350,7 @@ bool CAuthorisation::DoAuthorisation(IChainLogger* logger)
 bool CAuthorisation::LoadTokens(IChainLogger* logger)
 {
     State& state = *m_state;
-    state.logger = logger;
-    state.error = {};
+    const Operation operation(state, logger);
     if (!state.TakeStored())
         return false;
     return state.SecondsLeft() > kRefreshBefore || RefreshTokens(logger);
@@ -344,8 +359,7 @@ bool CAuthorisation::LoadTokens(IChainLogger* logger)
 bool CAuthorisation::RefreshTokens(IChainLogger* logger)
 {
     State& state = *m_state;
-    state.logger = logger;
-    state.error = {};
+    const Operation operation(state, logger);
     if (!state.HasCredentials() || !state.HasKey())
         return false;
     const std::string rejected = state.tokens.accessToken;
@@ -359,7 +373,12 @@ bool CAuthorisation::RefreshTokens(IChainLogger* logger)
     return state.Refresh(rejected);
 }
 
-bool CAuthorisation::UpdateTokens() { return m_state->Save(); }
+bool CAuthorisation::UpdateTokens()
+{
+    if (m_state->tokens.accessToken.empty()) // would overwrite a grant with nothing
+        return m_state->Fail("NOT_AUTHORISED", "There are no HMRC tokens to store");
+    return m_state->Save();
+}
 
 std::string CAuthorisation::RequestAuthCode()
 {

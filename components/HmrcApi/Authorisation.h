@@ -95,6 +95,7 @@ public:
 
 private:
     struct State;
+    class Operation;
     std::unique_ptr<State> m_state;
 };
 

@@ -90,8 +90,19 @@ void Refresh(CAuthorisation& authorisation, HttpRequest& request, COAuth2Tokens&
 std::string BodyOf(HttpAnswer& answer)
 {
     if (answer.body.empty()) // not to be taken for "nothing yet"
-        throw HmrcApiErrorException("ANSWER_MALFORMED", "HMRC's answer is empty", {});
+        throw HmrcApiErrorException("ANSWER_MALFORMED", "HMRC's answer is empty", {}, "200");
     return std::move(answer.body);
+}
+
+/// Reads a body; what it refuses was an answer all the same, so the error gets its status.
+template<class Response>
+Response ReadAnswer(Response (*read)(std::string_view), const std::string& body)
+{
+    try {
+        return read(body);
+    } catch (const HmrcApiErrorException& error) {
+        throw HmrcApiErrorException(error.GetCode(), error.GetText(), error.GetThird(), "200");
+    }
 }
 
 /// Sends until the answer table is content. Empty: HMRC has nothing.
@@ -157,14 +168,14 @@ std::string CEndpoint::Get(const InterfaceFacts& facts, const std::string& ident
 CPayeResponse CPaye::GetPaye(const std::string& identifier, short taxYear, IChainLogger* logger)
 {
     const std::string body = Get(kPayeFacts, identifier, taxYear, logger);
-    return body.empty() ? CPayeResponse() : ReadPayeResponse(body);
+    return body.empty() ? CPayeResponse() : ReadAnswer(&ReadPayeResponse, body);
 }
 
 CNationalInsuranceResponse CNationalInsurance::GetNationalInsurance(const std::string& identifier, short taxYear,
                                                                     IChainLogger* logger)
 {
     const std::string body = Get(kNationalInsuranceFacts, identifier, taxYear, logger);
-    return body.empty() ? CNationalInsuranceResponse() : ReadNationalInsuranceResponse(body);
+    return body.empty() ? CNationalInsuranceResponse() : ReadAnswer(&ReadNationalInsuranceResponse, body);
 }
 
 std::unique_ptr<ITransport> CPayeOverride::RestFactory()

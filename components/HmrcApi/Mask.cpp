@@ -93,6 +93,16 @@ std::string MaskNamed(std::string text, std::string_view name)
     return text;
 }
 
+/// Letters alone, and fewer than any token has.
+bool IsPlainWord(std::string_view word) noexcept
+{
+    constexpr std::size_t kShortestToken = 16;
+    for (const char c : word)
+        if (!IsAlpha(c))
+            return false;
+    return word.size() < kShortestToken;
+}
+
 std::string MaskBearer(std::string text)
 {
     std::string lower = AsciiLower(text);
@@ -100,6 +110,8 @@ std::string MaskBearer(std::string text)
     for (std::size_t at = lower.find(kBearer); at != std::string::npos; at = lower.find(kBearer, at)) {
         at += kBearer.size();
         const std::size_t end = ValueEnd(text, at, false);
+        if (IsPlainWord(std::string_view(lower).substr(at, end - at)))
+            continue; // "Bearer token is missing"
         text.replace(at, end - at, kMasked);
         lower.replace(at, end - at, kMasked);
     }

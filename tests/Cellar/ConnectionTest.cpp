@@ -233,6 +233,9 @@ TEST_F(Connection, RowListsRefuseWhatIsNotThere)
     EXPECT_EQ(list.GetInt("B"), 2);
     EXPECT_EQ(list.GetInt("a"), 1); // the first of that name, whatever was read before
     EXPECT_FALSE(CBufferedRowList().MoveFirst());
+    const CBufferedRowList large(*connection, "SELECT 65537 AS nLarge, -32768 AS nSmall");
+    EXPECT_EQ(large.GetShort("nLarge"), 0); // and not what is left of it in 16 bits
+    EXPECT_EQ(large.GetShort("nSmall"), -32768);
 }
 
 } // namespace

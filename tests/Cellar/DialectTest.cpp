@@ -152,6 +152,11 @@ TEST(Dialect, NamesTypesAndLocks)
 /// Four lines a statement (T-SQL, then the dialects); blank lines between, '#' begins a remark.
 TEST(Dialect, GoldenStatements)
 {
+    const auto connection = OpenPractice(); // what SQLite gets must also mean something to it
+    connection->Script("CREATE TABLE MTDAuthorisation(lID, strGatewayID, nAuthorisedStatus, vbAccessToken, "
+                       "vbRefreshToken, nExpiresIn, strScope, strTokenType, dtAuthenticated);"
+                       "CREATE TABLE MTDAuthorisationLock(lMTDAuthorisationID, strUserID, strWorkstation);"
+                       "CREATE TABLE MTDLogWrite(a, b, c, d, e, f, g, h, i)");
     std::istringstream file(::Test::ReadFile(CELLAR_GOLDEN "/authorisation.txt"));
     int statements = 0;
     for (std::string tsql; std::getline(file, tsql);) {
@@ -164,6 +169,7 @@ TEST(Dialect, GoldenStatements)
             std::getline(file, expected);
             EXPECT_EQ(std::string(dialect->GetName()) + ": " + dialect->Translate(tsql).text, expected);
         }
+        EXPECT_NO_THROW(connection->Script("EXPLAIN " + SqliteDialect().Translate(tsql).text));
     }
     EXPECT_EQ(statements, 12);
 }

@@ -68,9 +68,9 @@ TEST_F(Fetch, DecidesEveryAnswerByTheTable)
         const char* entry;
     } rows[] = {
         {Outcome::Answered, 200, "{}", 1, 0, "none"},
-        {Outcome::Answered, 200, "", 1, 0, "ANSWER_MALFORMED"},
-        {Outcome::Answered, 200, "{\"employments\":[", 1, 0, "ANSWER_MALFORMED"},
-        {Outcome::Answered, 200, std::string(40, '['), 1, 0, "ANSWER_MALFORMED"},
+        {Outcome::Answered, 200, "", 1, 0, "ANSWER_MALFORMED 200"},
+        {Outcome::Answered, 200, "{\"employments\":[", 1, 0, "ANSWER_MALFORMED 200"},
+        {Outcome::Answered, 200, std::string(40, '['), 1, 0, "ANSWER_MALFORMED 200"},
         {Outcome::Answered, 204, "", 1, 0, "HTTP_204 204"},
         {Outcome::Answered, 307, "", 1, 0, "HTTP_307 307"},
         {Outcome::Answered, 401, Body("INVALID_CREDENTIALS"), 2, 1, "INVALID_CREDENTIALS 401"}, // still, when refreshed
@@ -93,7 +93,7 @@ TEST_F(Fetch, DecidesEveryAnswerByTheTable)
         {Outcome::NoConnection, 0, "", 4, 0, "NO_CONNECTION"},
         {Outcome::Incomplete, 0, "", 4, 0, "ANSWER_INCOMPLETE"},
         {Outcome::TimedOut, 0, "", 1, 0, "TIMED_OUT"},
-        {Outcome::TooLarge, 0, "", 1, 0, "ANSWER_TOO_LARGE"},
+        {Outcome::TooLarge, 200, "", 1, 0, "ANSWER_TOO_LARGE 200"},
         {Outcome::Cancelled, 0, "", 1, 0, "CANCELLED"},
     };
     for (const auto& row : rows) {

@@ -175,6 +175,12 @@ TEST_F(Refresh, TriesToSaveThreeTimesAndKeepsTheTokensInHand)
     EXPECT_EQ(StoredAccessToken(), "access-2");
 }
 
+TEST_F(Refresh, DoesNotOverwriteAGrantWithNothing)
+{
+    EXPECT_FALSE(authorisation->UpdateTokens());
+    EXPECT_EQ(StoredAccessToken(), "access-1");
+}
+
 TEST_F(Refresh, AsksHmrcForNothingThatCouldNotBeKept)
 {
     ASSERT_TRUE(authorisation->LoadTokens());

@@ -138,8 +138,9 @@ TEST_F(Dialogue, ListensOnBothFamiliesOfAddresses)
 
 TEST_F(Dialogue, SaysWhyNoAuthorityCame)
 {
-    Answer(
-        [](const std::string& state) { return "?error=access_denied&error_description=user%20said%20no&state=" + state; });
+    Answer([](const std::string& state) {
+        return "?error=access_denied&error_description=user%20said%20no&state=" + state;
+    });
     EXPECT_FALSE(authorisation->DoAuthorisation(nullptr));
     EXPECT_EQ(Code(), "ACCESS_DENIED");
     EXPECT_NE(authorisation->GetLastError().text.find("user said no"), std::string::npos);

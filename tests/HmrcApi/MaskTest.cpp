@@ -27,7 +27,7 @@ TEST(Mask, HidesNumbersTokensAndSecretsInEveryForm)
         {"AA000001A AB123456C", "[masked] [masked]", "two"},
         {"\"nino\":\"AA000001A\"", "\"nino\":\"[masked]\"", "in JSON"},
         {"Authorization: Bearer abc.def-1", "Authorization: Bearer [masked]", "header"},
-        {"sent bearer xyz end", "sent bearer [masked] end", "bearer in a text"},
+        {"sent bearer xyz1 end", "sent bearer [masked] end", "bearer in a text"},
         {R"({"access_token":"a\"b","scope":"s"})", R"({"access_token":"[masked]","scope":"s"})", "escaped quote"},
         {R"({ "refresh_token" : "abc" })", R"({ "refresh_token" : "[masked]" })", "blanks round the colon"},
         {"grant_type=x&client_secret=s3&refresh_token=r1", "grant_type=x&client_secret=[masked]&refresh_token=[masked]",
@@ -44,8 +44,9 @@ TEST(Mask, HidesNumbersTokensAndSecretsInEveryForm)
 
 TEST(Mask, LeavesOtherTextAlone)
 {
-    for (const char* text : {"", "401 INVALID_CREDENTIALS, 76 bytes", "2018-04-05", "{\"code\":\"NOT_FOUND\"}",
-                             "123/AB456", "UTR 2234567890", "AB1234567", "XAA000001A", "AA00001A", "100% of 5", "%4",
-                             "GET /individual-paye/nino/*/annual-summary/2017-18"})
+    for (const char* text :
+         {"", "401 INVALID_CREDENTIALS, 76 bytes", "2018-04-05", "{\"code\":\"NOT_FOUND\"}", "123/AB456",
+          "UTR 2234567890", "Bearer token is missing or not authorized", "AB1234567", "XAA000001A", "AA00001A",
+          "100% of 5", "%4", "GET /individual-paye/nino/*/annual-summary/2017-18"})
         EXPECT_EQ(Mask(text), text);
 }

@@ -1,6 +1,7 @@
 #include "HmrcApi/transport/Transport.h"
 
 #include <atomic>
+#include <cstdlib>
 #include <mutex>
 #include <vector>
 
@@ -50,6 +51,9 @@ protected:
         });
         handlers.Get("/exact", [](const httplib::Request&, httplib::Response& response) {
             response.set_content(std::string(1u << 20, ' '), "application/json");
+        });
+        handlers.Get("/port", [](const httplib::Request& request, httplib::Response& response) {
+            response.set_content(std::to_string(request.remote_port), "text/plain");
         });
         handlers.Get("/loop", Redirect(m_server.Address("/loop")));
         handlers.Get("/same", Redirect("/seen"));
@@ -169,6 +173,52 @@ TEST_F(Transport, PostsAFormAndFollowsNoRedirectWithIt)
     request.address = m_server.Address("/moved");
     EXPECT_EQ(m_transport->Send(request).status, 307);
     EXPECT_EQ(Get("/json").status, 200) << "the next request is a GET again";
+}
+
+TEST_F(Transport, KeepsItsConnection)
+{
+    const std::string port = Get("/port").body;
+    EXPECT_FALSE(port.empty());
+    EXPECT_EQ(Get("/port").body, port);
+}
+
+TEST_F(Transport, ReachesThisComputerWithoutTheProxy)
+{
+    setenv("http_proxy", "http://127.0.0.1:1", 1);
+    setenv("all_proxy", "http://127.0.0.1:1", 1);
+    EXPECT_EQ(Get("/json").status, 200);
+    unsetenv("http_proxy");
+    unsetenv("all_proxy");
+}
+
+TEST(TransportSecurity, RefusesACertificateThatNobodySigned)
+{
+    const std::unique_ptr<EVP_PKEY, decltype(&EVP_PKEY_free)> key(EVP_EC_gen("P-256"), &EVP_PKEY_free);
+    const std::unique_ptr<X509, decltype(&X509_free)> certificate(X509_new(), &X509_free);
+    X509_gmtime_adj(X509_getm_notBefore(certificate.get()), -3600);
+    X509_gmtime_adj(X509_getm_notAfter(certificate.get()), 3600);
+    X509_set_pubkey(certificate.get(), key.get());
+    X509_NAME* name = X509_get_subject_name(certificate.get());
+    const auto host = reinterpret_cast<const unsigned char*>("localhost");
+    X509_NAME_add_entry_by_txt(name, "CN", MBSTRING_ASC, host, -1, -1, 0);
+    X509_set_issuer_name(certificate.get(), name);
+    ASSERT_GT(X509_sign(certificate.get(), key.get(), EVP_sha256()), 0);
+
+    httplib::SSLServer server(certificate.get(), key.get());
+    std::atomic<int> requests = 0;
+    server.Get("/", [&](const httplib::Request&, httplib::Response&) { ++requests; });
+    const int port = server.bind_to_any_port("127.0.0.1");
+    std::thread thread([&] { server.listen_after_bind(); });
+    while (!server.is_running())
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    HttpRequest request;
+    request.address = "https://localhost:" + std::to_string(port) + '/';
+    const HttpAnswer answer = MakeHttpTransport()->Send(request);
+    server.stop();
+    thread.join();
+    EXPECT_EQ(answer.outcome, Outcome::NoConnection);
+    EXPECT_NE(answer.problem.find("certificate"), std::string::npos) << answer.problem;
+    EXPECT_EQ(requests, 0);
 }
 
 TEST_F(Transport, DoesNotSendPlainHttpOutside)

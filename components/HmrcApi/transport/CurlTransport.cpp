@@ -276,15 +276,18 @@ private:
     {
         HttpAnswer& answer = exchange.answer;
         answer.outcome = OutcomeOf(code, exchange);
+        long status = 0;
+        curl_easy_getinfo(m_handle.get(), CURLINFO_RESPONSE_CODE, &status);
         if (answer.outcome != Outcome::Answered) {
-            answer.problem = *problem ? problem : curl_easy_strerror(code);
             answer.body.clear(); // a part of an answer is none
+            if (answer.outcome == Outcome::TooLarge)
+                answer.status = static_cast<int>(status);
+            else if (answer.outcome != Outcome::Cancelled) // for the two that we caused the library has no good words
+                answer.problem = *problem ? problem : curl_easy_strerror(code);
             return {};
         }
-        long status = 0;
         const char* type = nullptr;
         const char* next = nullptr;
-        curl_easy_getinfo(m_handle.get(), CURLINFO_RESPONSE_CODE, &status);
         curl_easy_getinfo(m_handle.get(), CURLINFO_CONTENT_TYPE, &type);
         curl_easy_getinfo(m_handle.get(), CURLINFO_REDIRECT_URL, &next);
         answer.status = static_cast<int>(status);

@@ -111,6 +111,8 @@ DatabaseFile Look(const std::string& path, bool createIfMissing)
     const fs::file_status status = fs::status(file, error);
     if (fs::is_directory(status))
         FailOpen(path, "it is a folder; name the database file in it");
+    if (fs::exists(status) && !fs::is_regular_file(status))
+        FailOpen(path, "it is not an ordinary file; check the name");
     if (status.type() == fs::file_type::none)
         FailOpen(path, "it cannot be reached (" + error.message() + "); check the name and the rights to its folder");
     const fs::path folder = file.parent_path();

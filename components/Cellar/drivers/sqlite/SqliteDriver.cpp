@@ -85,7 +85,7 @@ public:
             std::vector<Value>& row = set.rows.emplace_back();
             row.reserve(static_cast<std::size_t>(columns));
             for (int column = 0; column < columns; ++column)
-                row.push_back(run.GetValue(column));
+                run.Read(column, row.emplace_back());
         }
         return set;
     }
@@ -154,7 +154,7 @@ private:
         if (sqlite3_exec(m_database.get(), "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr) ==
             SQLITE_OK)
             return;
-        switch (sqlite3_errcode(m_database.get())) {
+        switch (sqlite3_errcode(m_database.get()) & 0xFF) { // extended codes are on
         case SQLITE_NOTADB:
         case SQLITE_CORRUPT:
             FailOpen(path, "it is no database, or damaged; check the name, or go back to a copy of it");

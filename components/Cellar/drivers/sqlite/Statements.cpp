@@ -107,9 +107,8 @@ std::string Run::GetColumnName(int column) const
     return name ? name : "";
 }
 
-Value Run::GetValue(int column) const
+void Run::Read(int column, Value& value) const
 {
-    Value value;
     switch (sqlite3_column_type(m_statement, column)) {
     case SQLITE_INTEGER:
         value.kind = Value::Kind::Integer;
@@ -130,7 +129,6 @@ Value Run::GetValue(int column) const
     default:
         break;
     }
-    return value;
 }
 
 } // namespace Cellar::Sqlite

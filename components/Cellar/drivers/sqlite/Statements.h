@@ -59,7 +59,8 @@ public:
     bool Step();
     int GetColumnCount() const noexcept { return sqlite3_column_count(m_statement); }
     std::string GetColumnName(int column) const;
-    Value GetValue(int column) const;
+    /// Fills a new value.
+    void Read(int column, Value& value) const;
 
 private:
     sqlite3* m_database;
