@@ -122,8 +122,7 @@ constexpr Option kOptions[] = {
      [](const Brix::COptions& o) { return o.GetCFStaff() ? 1 : 0; },
      [](Brix::COptions& o, int v) { o.SetCFStaff(v != 0); }},
     {"nDateFormat", 0, 3, "0 DD/MM/YY, 1 MM/DD/YY, 2 DD MMM YYYY, 3 MMM DD YYYY",
-     [](const Brix::COptions& o) { return o.GetDateFormat(); },
-     [](Brix::COptions& o, int v) { o.SetDateFormat(v); }},
+     [](const Brix::COptions& o) { return o.GetDateFormat(); }, [](Brix::COptions& o, int v) { o.SetDateFormat(v); }},
 };
 
 void SetOption(Brix::COptions& record, const std::string& assignment)

@@ -38,8 +38,8 @@ constexpr std::array<SampleClient, kSampleClients> kClients{{
     {"Margaret Ellison"},
     {"Cecil Drummond"},
     {"Priya Raman"},
-    {"Oscar Lindqvist", Kind::Individual, false},             // no National Insurance number yet
-    {"Beatrice Okafor", Kind::Individual, true, false},       // UTR mistyped
+    {"Oscar Lindqvist", Kind::Individual, false},       // no National Insurance number yet
+    {"Beatrice Okafor", Kind::Individual, true, false}, // UTR mistyped
     {"Walter Greenhalgh", Kind::Individual, true, true, true, false, "2017-11-03"},
     {"Imogen Farquhar", Kind::Individual, true, true, false}, // no longer a client
     {"Desmond Achebe", Kind::Individual, true, true, true, true},
