@@ -51,18 +51,18 @@ std::string StagedYear(long year)
     Allowances allowances;
     allowances.Open({{Allowances::kMTD_TaxYearID, year}}, {{Allowances::kAllowanceType}});
     return ShowRows(employments,
-                 [](const Employments& row) {
-                     return Mark(row.GetWithdrawn()) +
-                            Line(row.GetKey(), row.GetEmployerName(), row.GetPAYEReference(), row.GetWorksNumber(),
-                                 row.GetStart(), row.GetEnd(), row.GetPay(), row.GetTax(), row.GetStudentLoan()) +
-                            '\n' + StagedBenefits(row.GetID());
-                 }) +
+                    [](const Employments& row) {
+                        return Mark(row.GetWithdrawn()) +
+                               Line(row.GetKey(), row.GetEmployerName(), row.GetPAYEReference(), row.GetWorksNumber(),
+                                    row.GetStart(), row.GetEnd(), row.GetPay(), row.GetTax(), row.GetStudentLoan()) +
+                               '\n' + StagedBenefits(row.GetID());
+                    }) +
            ShowRows(psb,
-                 [](const Psb& row) {
-                     return Mark(row.GetWithdrawn()) + Text(row.GetMTDType()) + ' ' +
-                            Line(row.GetReference(), row.GetPayer(), row.GetStart(), row.GetAmount(), row.GetTax()) +
-                            '\n';
-                 }) +
+                    [](const Psb& row) {
+                        return Mark(row.GetWithdrawn()) + Text(row.GetMTDType()) + ' ' +
+                               Line(row.GetReference(), row.GetPayer(), row.GetStart(), row.GetAmount(), row.GetTax()) +
+                               '\n';
+                    }) +
            ShowRows(allowances, [](const Allowances& row) {
                return Mark(row.GetWithdrawn()) + "allowance " + Text(row.GetAllowanceType()) + ' ' +
                       row.GetAllowanceTypeName().Str() + ' ' + Text(row.GetAmount()) + '\n';
@@ -88,12 +88,12 @@ std::string FormSchedules(long form)
     Psb psb;
     psb.Open({{Psb::kTaxFormID, form}}, {{Psb::kOrdering}});
     return ShowRows(employ,
-                 [](const Employ& row) {
-                     return Text(row.GetOrdering()) + ' ' +
-                            Line(row.GetEmployerName(), row.GetPAYEReference(), row.GetWorksNumber(), row.GetStart(),
-                                 row.GetEnd(), row.GetPay(), row.GetTax(), row.GetStudentLoan()) +
-                            '\n' + ScheduleBenefits(row.GetID());
-                 }) +
+                    [](const Employ& row) {
+                        return Text(row.GetOrdering()) + ' ' +
+                               Line(row.GetEmployerName(), row.GetPAYEReference(), row.GetWorksNumber(), row.GetStart(),
+                                    row.GetEnd(), row.GetPay(), row.GetTax(), row.GetStudentLoan()) +
+                               '\n' + ScheduleBenefits(row.GetID());
+                    }) +
            ShowRows(psb, [](const Psb& row) {
                return Text(row.GetOrdering()) + ' ' + Text(row.GetSection()) + '/' + Text(row.GetType()) + ' ' +
                       Line(row.GetDescription(), row.GetPayer(), row.GetReference(), row.GetStart(), row.GetAmount(),
