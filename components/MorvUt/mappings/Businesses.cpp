@@ -2,6 +2,9 @@
 
 #include "MorvUt/mappings/TypeMappings.h"
 
+// One row a line.
+// clang-format off
+
 // Standard lines of the partnership return, SA800.
 const TypeMapping mapExpenditure[] = {
     {9, "EX_ADVER", "Advertising, Promotion and Entertainment"},

@@ -3,11 +3,18 @@
 #include "MorvUt/mappings/TypeMappings.h"
 #include "MorvUt/mappings/UnnamedTables.h"
 
+// One row a line.
+// clang-format off
+
 const TypeMapping CGTRefs[] = {
-    {0, "CH_ASSET", "Chargeable Asset"},       {1, "TRUSTEES", "Trustees"},
-    {2, "CH_SETLR", "Charge on Settlor"},      {3, "PRV_OTHR", "Private and Other"},
-    {4, "AssetOS", "Asset Overseas"},          {5, "Fasset", "Foreign Asset"},
-    {6, "FAssetOS", "Foreign Asset Overseas"}, kEndOfTable,
+    {0, "CH_ASSET", "Chargeable Asset"},
+    {1, "TRUSTEES", "Trustees"},
+    {2, "CH_SETLR", "Charge on Settlor"},
+    {3, "PRV_OTHR", "Private and Other"},
+    {4, "AssetOS", "Asset Overseas"},
+    {5, "Fasset", "Foreign Asset"},
+    {6, "FAssetOS", "Foreign Asset Overseas"},
+    kEndOfTable,
 };
 
 const TypeMapping CGTCategoryRefs[] = {

@@ -3,6 +3,9 @@
 #include "MorvUt/mappings/TypeMappings.h"
 #include "MorvUt/mappings/UnnamedTables.h"
 
+// One row a line.
+// clang-format off
+
 const TypeMapping EmpStatusRefs[] = {
     {0, "DIRECTOR", "Director"},
     {1, "EMPLOYEE", "Employee"},
@@ -114,9 +117,12 @@ const TypeMapping mapEmploymentCompensationPayments[] = {
 };
 
 const TypeMapping mapEmploymentCompensationRelief[] = {
-    {0, "EC_FRSEX", "Foreign Service Exemption"}, {1, "EC_FRRED", "Foreign Service Reduction"},
-    {2, "EC_DISEX", "Disability Exemption"},      {3, "EC_ACTXC", "Accident, Taxed or Contribution"},
-    {4, "EC_GENEX", "General Exemption"},         kEndOfTable,
+    {0, "EC_FRSEX", "Foreign Service Exemption"},
+    {1, "EC_FRRED", "Foreign Service Reduction"},
+    {2, "EC_DISEX", "Disability Exemption"},
+    {3, "EC_ACTXC", "Accident, Taxed or Contribution"},
+    {4, "EC_GENEX", "General Exemption"},
+    kEndOfTable,
 };
 
 // Sections of form P11D.

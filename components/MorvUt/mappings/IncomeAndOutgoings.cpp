@@ -3,6 +3,9 @@
 #include "MorvUt/mappings/TypeMappings.h"
 #include "MorvUt/mappings/UnnamedTables.h"
 
+// One row a line.
+// clang-format off
+
 const TypeMapping IncTypeRefs[] = {
     {0, "SETTLMT", "Settlements"},
     {1, "ESTATES", "Estates"},
@@ -122,8 +125,12 @@ const TypeMapping NICTransTypeRefs[] = {
 };
 
 const TypeMapping PersonalAllowanceTypes[] = {
-    {1, "PERSAll", "All"},        {0, "PERSAUTO", "Automatic"}, {2, "PERSHALF", "Half"},
-    {3, "PERSSPEC", "Specified"}, {4, "PERSNONE", "None"},      kEndOfTable,
+    {1, "PERSAll", "All"},
+    {0, "PERSAUTO", "Automatic"},
+    {2, "PERSHALF", "Half"},
+    {3, "PERSSPEC", "Specified"},
+    {4, "PERSNONE", "None"},
+    kEndOfTable,
 };
 
 const TypeMapping Mappings::periods[] = {

@@ -3,6 +3,9 @@
 #include "MorvUt/mappings/TypeMappings.h"
 #include "MorvUt/mappings/UnnamedTables.h"
 
+// One row a line.
+// clang-format off
+
 const TypeMapping IntTypeRefs[] = {
     {0, "NTBANK", "Net Bank"},
     {1, "NSBORACC", "NSB Ordinary Account"},
@@ -105,9 +108,12 @@ const TypeMapping Shares[] = {
 };
 
 const TypeMapping OtherShares[] = {
-    {0, "DIVIDEND", "Dividend"},        {1, "TRUST", "Trust"},
-    {2, "OTHER_DV", "Other Dividend"},  {3, "OUNITRST", "Other Unit Trust"},
-    {4, "FRGNDIV", "Foreign Dividend"}, kEndOfTable,
+    {0, "DIVIDEND", "Dividend"},
+    {1, "TRUST", "Trust"},
+    {2, "OTHER_DV", "Other Dividend"},
+    {3, "OUNITRST", "Other Unit Trust"},
+    {4, "FRGNDIV", "Foreign Dividend"},
+    kEndOfTable,
 };
 
 const TypeMapping BTaxShareEnums[] = {

@@ -2,6 +2,9 @@
 
 #include "MorvUt/mappings/TypeMappings.h"
 
+// One row a line.
+// clang-format off
+
 const TypeMapping mapLloydsIncomeGrid[] = {
     {1, "lI_ReceiptsFromLloydsCentralFund", "Receipts from Lloyd's Central Fund"},
     {2, "lI_CompensationReceipts", "Compensation Receipts"},

@@ -2,6 +2,9 @@
 
 #include "MorvUt/mappings/TypeMappings.h"
 
+// One row a line.
+// clang-format off
+
 const TypeMapping mapMembersTypeGrid[] = {
     {10, "mpT_Parliament", "Parliament"},
     {20, "mpT_WelshNationalAssembly", "Welsh National Assembly"},

@@ -3,6 +3,9 @@
 #include "MorvUt/mappings/TypeMappings.h"
 #include "MorvUt/mappings/UnnamedTables.h"
 
+// One row a line.
+// clang-format off
+
 const TypeMapping pensions[] = {
     {0, "RETIRPEN", "Retirement Pension"},
     {1, "WIDOWPEN", "Widow's Pension"},

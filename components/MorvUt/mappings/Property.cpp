@@ -2,6 +2,9 @@
 
 #include "MorvUt/mappings/TypeMappings.h"
 
+// One row a line.
+// clang-format off
+
 const TypeMapping propUK[] = {
     {0, "UNFLET", "Unfurnished Letting"},
     {1, "FURLET", "Furnished Letting"},
@@ -92,7 +95,10 @@ const TypeMapping propLoan[] = {
 };
 
 const TypeMapping propPurpose[] = {
-    {0, "MIRAS", "MIRAS"}, {1, "BRGEDNET", "Bridging, Net"}, {2, "BRGEDGRS", "Bridging, Gross"}, {3, "POTHER", "Other"},
+    {0, "MIRAS", "MIRAS"},
+    {1, "BRGEDNET", "Bridging, Net"},
+    {2, "BRGEDGRS", "Bridging, Gross"},
+    {3, "POTHER", "Other"},
     kEndOfTable,
 };
 

@@ -3,6 +3,9 @@
 #include "MorvUt/mappings/TypeMappings.h"
 #include "MorvUt/mappings/UnnamedTables.h"
 
+// One row a line.
+// clang-format off
+
 const TypeMapping mapClientContacts[] = {
     {0, "CO_EMAIL", "E-mail"},
     {1, "CO_FAX", "Fax"},

@@ -3,6 +3,9 @@
 #include "MorvUt/mappings/TypeMappings.h"
 #include "MorvUt/mappings/UnnamedTables.h"
 
+// One row a line.
+// clang-format off
+
 const TypeMapping mapTaxPayerStatus[] = {
     {0, "TaxPayerStatusUK", "UK"},
     {1, "TaxPayerStatusScottish", "Scottish"},

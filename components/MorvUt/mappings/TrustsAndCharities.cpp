@@ -3,6 +3,9 @@
 #include "MorvUt/mappings/TypeMappings.h"
 #include "MorvUt/mappings/UnnamedTables.h"
 
+// One row a line.
+// clang-format off
+
 const TypeMapping mapTESTypes[] = {
     {10, "tesT_Estates", "Estates"},
     {20, "tesT_Settlements", "Settlements"},
