@@ -47,10 +47,10 @@ void PrintEmployments(const Json& employments)
         }
 }
 
-void PrintPensions(const Json& pensions)
+void PrintPensions(const Json& rows)
 {
     TextTable table({"Pension or benefit", "Reference", "Date", "Amount", "Tax"});
-    for (const Json& row : pensions) {
+    for (const Json& row : rows) {
         std::string name = row["payer"];
         if (row.contains("description") && name.empty())
             name = row["description"];

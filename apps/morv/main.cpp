@@ -102,6 +102,7 @@ int main(int argc, char** argv)
     AddClientCommands(app, program);
     AddUserCommands(app, program);
     AddHmrcCommands(app, program);
+    AddTableCommands(app, program);
     AddDoctorCommand(app, program);
     FallThrough(app);
 

@@ -95,6 +95,21 @@ TEST(Commands, TheYearOfARunIsNotRemembered)
     EXPECT_EQ(MorvJson({"client", "show", practice, "--client", "1"})["year"], 2011) << "the profile was written";
 }
 
+TEST(Commands, CodeTablesAreFoundByNameAndByPosition)
+{
+    const Json list = MorvJson({"table", "list"});
+    ASSERT_EQ(list.size(), 104u);
+    EXPECT_EQ(list[65], (Json{{"position", 65}, {"name", "mapPSBTypes"}, {"rows", 17}}));
+    EXPECT_EQ(list[83], (Json{{"position", 83}, {"name", nullptr}, {"rows", 1}}));
+    EXPECT_EQ(list[101], (Json{{"position", nullptr}, {"name", "TradeLossesSections"}, {"rows", 3}}));
+    EXPECT_EQ(MorvJson({"table", "show", "65"}), MorvJson({"table", "show", "mappsbtypes"}));
+    EXPECT_EQ(MorvJson({"table", "show", "83"}).size(), 1u);
+
+    const Json giftAid = Json::array({{{"code", 1}, {"key", "GIFTAID"}, {"name", "Gift Aid"}}});
+    for (const char* key : {"1", "giftaid", "Gift Aid"})
+        EXPECT_EQ(MorvJson({"table", "find", "OtherOutRefs", key}), giftAid) << key;
+}
+
 TEST(Commands, EveryCommandHasHelp)
 {
     for (const std::vector<std::string>& command : std::vector<std::vector<std::string>>{{},
@@ -114,6 +129,9 @@ TEST(Commands, EveryCommandHasHelp)
                                                                                          {"hmrc", "create"},
                                                                                          {"hmrc", "differences"},
                                                                                          {"hmrc", "log"},
+                                                                                         {"table", "list"},
+                                                                                         {"table", "show"},
+                                                                                         {"table", "find"},
                                                                                          {"doctor"}}) {
         auto arguments = command;
         arguments.push_back("--help");

@@ -1,0 +1,151 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "MorvUt/mappings/TypeMappings.h"
+
+namespace
+{
+
+struct Published
+{
+    int position;
+    std::string_view name;
+    unsigned rows;
+    std::uint32_t digest;
+};
+constexpr Published kPublished[] = {
+#define TABLE(position, name, rows, digest) {position, name, rows, digest},
+#include "MorvUt/mappings/PublishedTables.inc"
+#undef TABLE
+};
+
+std::uint32_t Digest(const TypeMapping* table)
+{
+    std::uint32_t digest = 0x811C9DC5;
+    for (; table->shortName; ++table)
+        for (const char c : std::to_string(table->index) + " " + table->shortName + ";")
+            digest = (digest ^ static_cast<unsigned char>(c)) * 0x01000193;
+    return digest;
+}
+
+std::string NameOf(const NamedMapping& mapping)
+{
+    return *mapping.name ? mapping.name : "position " + std::to_string(mapping.position);
+}
+
+TEST(AllMappings, HoldThePublishedCodesAndKeysInOrder)
+{
+    const auto mappings = GetNamedMappings();
+    ASSERT_EQ(mappings.size(), std::size(kPublished));
+    for (std::size_t i = 0; i < mappings.size(); ++i) {
+        const Published& expected = kPublished[i];
+        SCOPED_TRACE(NameOf(mappings[i]));
+        EXPECT_EQ(mappings[i].position, expected.position);
+        EXPECT_EQ(mappings[i].name, expected.name);
+        EXPECT_EQ(GetMapCount(mappings[i].table), expected.rows);
+        EXPECT_EQ(Digest(mappings[i].table), expected.digest) << "a code, a key or their order has changed";
+    }
+}
+
+TEST(AllMappings, ArrayAndListAgreeOnEveryPosition)
+{
+    for (const NamedMapping& mapping : GetNamedMappings())
+        if (mapping.position != kOutsideMappings) {
+            EXPECT_EQ(ppAllMappings[mapping.position], mapping.table) << NameOf(mapping);
+        }
+    EXPECT_EQ(ppAllMappings[101], nullptr);
+    EXPECT_EQ(ppAllMappings[5], mapCapitalAllowances2008);
+    EXPECT_EQ(ppAllMappings[98], mapTaxPayerStatus);
+}
+
+TEST(AllMappings, EveryNameLeadsBackToItsRow)
+{
+    for (const NamedMapping& mapping : GetNamedMappings()) {
+        SCOPED_TRACE(NameOf(mapping));
+        std::set<std::string_view> seen;
+        for (const TypeMapping* row = mapping.table; row->shortName; ++row) {
+            ASSERT_NE(row->longName, nullptr) << row->shortName;
+            const bool isNew = seen.insert(row->longName).second;
+            EXPECT_TRUE(isNew || *row->longName == '\0') << row->longName << " stands twice";
+        }
+    }
+}
+
+TEST(AllMappings, NamesArePlainText)
+{
+    for (const NamedMapping& mapping : GetNamedMappings())
+        for (const TypeMapping* row = mapping.table; row->shortName; ++row) {
+            const std::string_view name = row->longName;
+            SCOPED_TRACE(NameOf(mapping) + ": " + row->shortName);
+            EXPECT_TRUE(
+                std::all_of(name.begin(), name.end(), [](char c) { return (c >= ' ' && c <= '~') || c == '\t'; }));
+            EXPECT_FALSE(name.starts_with(' ') || name.ends_with(' ') || name.find("  ") != name.npos) << name;
+        }
+}
+
+bool IsMeantToBeNameless(const TypeMapping* table, std::string_view key)
+{
+    return table == mapScheduleNumbers || key.empty() || key == "CG_BLANK" || key.ends_with("MaxGainTypes") ||
+           key == "TrackingEndSourceTypes";
+}
+
+TEST(AllMappings, EveryRowHasANameButThoseMeantToHaveNone)
+{
+    for (const NamedMapping& mapping : GetNamedMappings())
+        for (const TypeMapping* row = mapping.table; row->shortName; ++row)
+            EXPECT_EQ(*row->longName == '\0', IsMeantToBeNameless(mapping.table, row->shortName))
+                << NameOf(mapping) << ": " << row->shortName;
+}
+
+TEST(AllMappings, RowsWhoseTextIsFixedAreExact)
+{
+    const struct
+    {
+        const TypeMapping* table;
+        int index;
+        const char *key, *name, *why;
+    } rows[] = {
+        {OtherOutRefs, 0, "CHARCOV", "Charitable Covenants", "first row"},
+        {OtherOutRefs, 1, "GIFTAID", "Gift Aid", ""},
+        {OtherOutRefs, 9, "UKPRPRNT", "UK Property Rents\tfor non uk landlords", "a tab inside"},
+        {OtherOutRefs, 10, "YRINTABR", "Yearly Interest Abraod", "spelling"},
+        {OtherOutRefs, 14, "GAIDCOV", "Gift Aid and Covernants", "spelling"},
+        {OtherOutRefs, 17, "ANNPAY", "Annities and Annual Payments", "spelling"},
+        {OtherOutRefs, 27, "SITR", "Social Investment Relief", "last row"},
+        {mapPSBCategorys, 100, "psbC_Foreign", "Foreign", ""},
+        {mapPSBCategorys, 200, "psbC_RetirementPensions", "Retirement Pensions", ""},
+        {mapPSBCategorys, 300, "psbC_StateBenefits", "State Benefits", ""},
+        {mapPSBTypes, 1085, "psbT_CarersAllowances", "Carer's Allowance", "no literal split of the key"},
+        {mapPSBTypes, 1140, "psbT_TaxableIncapacityBenefitEmploymentAndSupportAllowance",
+         "Taxable Incapacity Benefit / Employment and Support Allowance", "longest key"},
+        {ReportDateFormats, 0, "UK", "%d/%m/%y", "a format"},
+        {ReportDateFormats, 1, "USA", "%m/%d/%y", "a format"},
+        {ReportDateFormats, 2, "UK_Text", "%d %b %Y", "a format"},
+        {ReportDateFormats, 3, "USA_Text", "%b %d %Y", "a format"},
+        {ReportDateFormats, 4, "UK_FullText", "%#d %B %Y", "no leading zero"},
+        {ReportDateFormats, 5, "USA_FullText", "%B %#d %Y", "no leading zero"},
+        {DividendType, 10, "DIV_TYPE_ORDINARY", "Ordinary", ""},
+        {mapScheduleNumbers, 3, "RECORD_EMPLOYMENT", "", "keys only"},
+        {TradeLossesSections, 0, "CONT380", "380 (Continuing)", ""},
+        {TradeLossesSections, 1, "EARLY381", "381 (Early years)", ""},
+        {TradeLossesSections, 2, "TERM388", "388 (Terminal) and 380 (Current)", ""},
+        {TradeLossesSections0708, 0, "CONT_S64", "s.64 (Continuing)", ""},
+        {TradeLossesSections0708, 1, "EARLY_S72", "s.72 (Early years)", ""},
+        {TradeLossesSections0708, 2, "TERM_S89", "s.89 (Terminal) and s.64 (Current)", ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        const char *key = nullptr, *name = nullptr;
+        EXPECT_EQ(GetMapShortNameFromIndex(row.table, &key, row.index), 1);
+        EXPECT_EQ(GetMapLongNameFromIndex(row.table, &name, row.index), 1);
+        EXPECT_STREQ(key, row.key);
+        EXPECT_STREQ(name, row.name);
+    }
+}
+
+} // namespace

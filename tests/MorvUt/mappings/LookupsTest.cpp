@@ -1,0 +1,141 @@
+#include <gtest/gtest.h>
+
+#include "Afx/TextFold.h"
+#include "MorvUt/mappings/TypeMappings.h"
+
+namespace
+{
+
+constexpr int kUntouched = -77;
+
+int IndexOfKey(const TypeMapping* table, const char* key)
+{
+    int index = kUntouched;
+    const int found = GetMapIndexFromShortName(table, key, &index);
+    EXPECT_EQ(found, index == kUntouched ? 0 : 1);
+    return index;
+}
+
+int IndexOfName(const TypeMapping* table, const char* name)
+{
+    int index = kUntouched;
+    const int found = GetMapIndexFromLongName(table, name, &index);
+    EXPECT_EQ(found, index == kUntouched ? 0 : 1);
+    return index;
+}
+
+// Keys that the published tables do not hold, but a module's may.
+const TypeMapping kOddTable[] = {
+    {1, "Same", "One"},
+    {2, "SAME", "Two"},
+    {3, "\xC3\x89t\xC3\xA9", "Three"}, // "Été"
+    {4, "A@longer[key", "Four"},
+    {5, "short", "One"},
+    {1, "other", "Six"},
+    {7, "Czech \xC4\x8C", "Seven"}, // ends with a capital C with caron
+    kEndOfTable,
+};
+
+TEST(GetMapIndexFromShortName, IgnoresCase)
+{
+    const struct
+    {
+        const TypeMapping* table;
+        const char* key;
+        int index;
+        const char* why;
+    } rows[] = {
+        {OtherOutRefs, "giftaid", 1, "all small"},
+        {OtherOutRefs, "GiftAid", 1, "mixed"},
+        {OtherOutRefs, "GIFTAI", kUntouched, "a part only"},
+        {OtherOutRefs, "GIFTAID ", kUntouched, "a blank too many"},
+        {OtherOutRefs, "SITR", 27, "last row, shorter than a machine word"},
+        {mapPSBTypes, "PSBT_statutorypaymentspaidbyhmrc", 1107, "several words long"},
+        {mapPSBTypes, "psbT_StatutoryPaymentsPaidByHMRX", kUntouched, "last letter differs"},
+        {mapPSBTypes, "psbT_StatutoryPaymentsPaidXyHMRC", kUntouched, "a letter in the middle differs"},
+        {Shares, "", 3, "the row without a key"},
+        {mapPSBTypes, "", kUntouched, "no such row"},
+        {Shares, " ", kUntouched, "a blank is not the end of a key"},
+        {kOddTable, "same", 1, "the first of two"},
+        {kOddTable, "SAME", 1, "not the one that is equal to the letter"},
+        {kOddTable, "\xC3\xA9T\xC3\x89", 3, "accents fold"},
+        {kOddTable, "e\xCC\x81t\xC3\xA9", kUntouched, "another spelling of the accent"},
+        {kOddTable, "CZECH \xC4\x8D", 7, "the last letter folds by another bit than ASCII's"},
+        {kOddTable, "a@LONGER[KEY", 4, "signs between the letters"},
+        {kOddTable, "a`longer{key", kUntouched, "signs that differ by the bit of case"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        EXPECT_EQ(IndexOfKey(row.table, row.key), row.index);
+    }
+}
+
+TEST(GetMapIndexFromShortName, FindsEveryKeyInAnyCase)
+{
+    for (const NamedMapping& mapping : GetNamedMappings())
+        for (const TypeMapping* row = mapping.table; row->shortName; ++row) {
+            EXPECT_EQ(IndexOfKey(mapping.table, row->shortName), row->index) << row->shortName;
+            EXPECT_EQ(IndexOfKey(mapping.table, Afx::FoldLower(row->shortName).c_str()), row->index) << row->shortName;
+            EXPECT_EQ(IndexOfKey(mapping.table, Afx::FoldUpper(row->shortName).c_str()), row->index) << row->shortName;
+        }
+}
+
+TEST(GetMapIndexFromLongName, MindsCase)
+{
+    EXPECT_EQ(IndexOfName(OtherOutRefs, "Gift Aid"), 1);
+    EXPECT_EQ(IndexOfName(OtherOutRefs, "gift aid"), kUntouched);
+    EXPECT_EQ(IndexOfName(OtherOutRefs, "Gift"), kUntouched);
+    EXPECT_EQ(IndexOfName(OtherOutRefs, "Gift Aid and Covenants"), kUntouched) << "the table's own spelling counts";
+    EXPECT_EQ(IndexOfName(kOddTable, "One"), 1) << "the first of two";
+    EXPECT_EQ(IndexOfName(mapScheduleNumbers, ""), 1) << "all names are empty: the first row";
+}
+
+TEST(GetMapIndexFromLongName, EndsAtTheFirstRowWithoutAName)
+{
+    const TypeMapping table[] = {{1, "a", "A"}, {2, nullptr, "B"}, {3, "c", nullptr}, {4, "d", "D"}, kEndOfTable};
+    EXPECT_EQ(IndexOfName(table, "B"), 2);
+    EXPECT_EQ(IndexOfName(table, "D"), kUntouched);
+    EXPECT_EQ(IndexOfKey(table, "a"), 1);
+    EXPECT_EQ(IndexOfKey(table, "c"), kUntouched) << "keys end at the first row without a key";
+    EXPECT_EQ(GetMapCount(table), 1u);
+}
+
+TEST(GetMapNamesFromIndex, TakeTheFirstRowAndLeaveTheOutputOtherwise)
+{
+    const char* text = "untouched";
+    EXPECT_EQ(GetMapLongNameFromIndex(mapPSBTypes, &text, 1000), 0);
+    EXPECT_EQ(GetMapShortNameFromIndex(mapPSBTypes, &text, 1000), 0);
+    EXPECT_STREQ(text, "untouched");
+    EXPECT_EQ(GetMapShortNameFromIndex(kOddTable, &text, 1), 1);
+    EXPECT_STREQ(text, "Same");
+    EXPECT_EQ(GetMapLongNameFromIndex(mapNewEmployForeignAspectsGrid, &text, 50), 1);
+    EXPECT_STREQ(text, "Foreign Tax with No Tax Credit Relief Claimed") << "the code stands twice";
+    EXPECT_EQ(GetMapShortNameFromIndex(PersonalAllowanceTypes, &text, 0), 1);
+    EXPECT_STREQ(text, "PERSAUTO") << "codes are not in order";
+}
+
+TEST(GetMapCount, CountsRowsBeforeTheEndMark)
+{
+    EXPECT_EQ(GetMapCount(&kEndOfTable), 0u);
+    EXPECT_EQ(GetMapCount(Shares), 7u) << "the row without a key counts";
+    EXPECT_EQ(GetMapCount(ppAllMappings[83]), 1u);
+}
+
+TEST(Lookups, FindNothingWithoutATableOrAText)
+{
+    int index = kUntouched;
+    const char* text = nullptr;
+    EXPECT_EQ(GetMapCount(nullptr), 0u);
+    EXPECT_EQ(GetMapIndexFromShortName(nullptr, "UKDIV", &index), 0);
+    EXPECT_EQ(GetMapIndexFromLongName(nullptr, "UK Dividend", &index), 0);
+    EXPECT_EQ(GetMapShortNameFromIndex(nullptr, &text, 0), 0);
+    EXPECT_EQ(GetMapLongNameFromIndex(nullptr, &text, 0), 0);
+    EXPECT_EQ(GetMapIndexFromShortName(Shares, nullptr, &index), 0);
+    EXPECT_EQ(GetMapIndexFromLongName(Shares, nullptr, &index), 0);
+    EXPECT_EQ(GetMapIndexFromShortName(Shares, "UKDIV", nullptr), 0);
+    EXPECT_EQ(GetMapShortNameFromIndex(Shares, nullptr, 0), 0);
+    EXPECT_EQ(index, kUntouched);
+    EXPECT_EQ(text, nullptr);
+}
+
+} // namespace
