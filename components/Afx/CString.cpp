@@ -10,7 +10,7 @@
 namespace
 {
 
-constexpr std::string_view kBlanks = " \t\n\v\f\r";
+constexpr char kBlanks[] = " \t\n\v\f\r";
 
 std::string_view ViewOf(const char* text) noexcept { return text ? std::string_view(text) : std::string_view(); }
 
@@ -108,6 +108,13 @@ int CString::Replace(const char* from, const char* to)
     return count;
 }
 
+int CString::Replace(char from, char to) noexcept
+{
+    const auto count = std::count(m_text.begin(), m_text.end(), from);
+    std::replace(m_text.begin(), m_text.end(), from, to);
+    return static_cast<int>(count);
+}
+
 int CString::Remove(char c) { return static_cast<int>(std::erase(m_text, c)); }
 
 int CString::Insert(int index, const char* text)
@@ -127,15 +134,18 @@ int CString::Delete(int index, int count)
     return GetLength();
 }
 
-CString& CString::Trim() { return TrimRight().TrimLeft(); }
-CString& CString::TrimLeft()
+CString& CString::Trim() { return Trim(kBlanks); }
+CString& CString::TrimLeft() { return TrimLeft(kBlanks); }
+CString& CString::TrimRight() { return TrimRight(kBlanks); }
+CString& CString::Trim(const char* set) { return TrimRight(set).TrimLeft(set); }
+CString& CString::TrimLeft(const char* set)
 {
-    m_text.erase(0, std::min(m_text.find_first_not_of(kBlanks), m_text.size()));
+    m_text.erase(0, std::min(m_text.find_first_not_of(ViewOf(set)), m_text.size()));
     return *this;
 }
-CString& CString::TrimRight()
+CString& CString::TrimRight(const char* set)
 {
-    m_text.erase(m_text.find_last_not_of(kBlanks) + 1); // nothing found: npos + 1 is 0
+    m_text.erase(m_text.find_last_not_of(ViewOf(set)) + 1); // nothing found: npos + 1 is 0
     return *this;
 }
 CString& CString::MakeUpper()

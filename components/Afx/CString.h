@@ -76,6 +76,10 @@ class AFX_API CString
 public:
     CString() noexcept = default;
     CString(const char* text) : m_text(text ? text : "") {} // null gives the empty text
+    /// The first `length` bytes of `text`, which has at least that many; none for null or a negative length.
+    CString(const char* text, int length)
+        : m_text(text && length > 0 ? std::string_view(text, static_cast<std::size_t>(length)) : "")
+    {}
     CString(std::string_view text) : m_text(text) {}
     CString(const std::string& text) : m_text(text) {}
     CString(std::string&& text) noexcept : m_text(std::move(text)) {}
@@ -143,6 +147,7 @@ public:
     int ReverseFind(char c) const noexcept;
     /// Each returns the number of places (Replace, Remove) or the new length (Insert, Delete).
     int Replace(const char* from, const char* to);
+    int Replace(char from, char to) noexcept;
     int Remove(char c);
     int Insert(int index, const char* text);
     int Insert(int index, char c);
@@ -150,6 +155,12 @@ public:
     CString& Trim(); // white space
     CString& TrimLeft();
     CString& TrimRight();
+    CString& Trim(const char* set); // the bytes of `set`; null or empty: nothing
+    CString& TrimLeft(const char* set);
+    CString& TrimRight(const char* set);
+    CString& Trim(char c) { return Trim(CString(c)); }
+    CString& TrimLeft(char c) { return TrimLeft(CString(c)); }
+    CString& TrimRight(char c) { return TrimRight(CString(c)); }
     CString& MakeUpper();
     CString& MakeLower();
 

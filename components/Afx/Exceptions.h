@@ -11,13 +11,11 @@ class AFX_API CException : public CObject
     DECLARE_DYNAMIC(CException)
     CException() = default;
     explicit CException(CString message) : m_message(std::move(message)) {}
+    ~CException() override;
 
     void Delete() { delete this; }
     /// What went wrong, for people.
     virtual CString GetErrorMessage() const { return m_message; }
-
-protected:
-    ~CException() override; // only Delete ends one
 
 private:
     CString m_message;
@@ -28,8 +26,6 @@ class AFX_API CUserException : public CException
 {
     DECLARE_DYNAMIC(CUserException)
     using CException::CException;
-
-protected:
     ~CUserException() override;
 };
 
@@ -38,7 +34,5 @@ class AFX_API CInvalidArgException : public CException
 {
     DECLARE_DYNAMIC(CInvalidArgException)
     using CException::CException;
-
-protected:
     ~CInvalidArgException() override;
 };

@@ -67,6 +67,8 @@ std::string DefaultOf(const Dialect& dialect, const Column& column)
     const std::string_view value = column.defaultValue ? column.defaultValue : "";
     if (value.empty() || (value == "HOST_NAME()" && &dialect != &Cellar::SqlServerDialect()))
         return {};
+    if (value == "@@SPID")
+        return " DEFAULT " + dialect.SessionIdDefault();
     const bool isConstant = value.find_first_not_of("0123456789") == std::string_view::npos;
     const std::string native = dialect.Translate(value).text;
     return " DEFAULT " + (isConstant || native.front() == '(' ? native : "(" + native + ")");

@@ -35,8 +35,9 @@ struct Rules
     std::string (*quotedName)(std::string_view token);
     const char* insertInto; // for INSERT without INTO
     const char* sessionId;  // @@SPID
-    const char* call;       // EXEC
-    Around arguments;       // of the call; only with one
+    const char* sessionDefault;
+    const char* call; // EXEC
+    Around arguments; // of the call; only with one
     const char* noArguments;
     Around bytes;      // round the digits of 0xAB; null `before`: as it stands
     bool plainStrings; // '...' for N'...'
@@ -82,6 +83,7 @@ constexpr Rules kSqlite = {
     .quotedName = nullptr,
     .insertInto = " INTO",
     .sessionId = "(spid())",
+    .sessionDefault = "(sqlite_compileoption_used('CELLAR_SESSION'))", // see SqliteDriver
     .call = "INSERT INTO ", // a view of that name, whose trigger does the work
     .arguments = {" VALUES (", ")"},
     .noArguments = " DEFAULT VALUES",
@@ -100,6 +102,7 @@ constexpr Rules kPostgres = {
     .quotedName = PostgresName,
     .insertInto = " INTO",
     .sessionId = "pg_backend_pid()",
+    .sessionDefault = "(pg_backend_pid())",
     .call = "CALL ",
     .arguments = {"(", ")"},
     .noArguments = "()",
@@ -119,6 +122,7 @@ constexpr Rules kSqlServer = {
     .quotedName = nullptr,
     .insertInto = nullptr,
     .sessionId = nullptr,
+    .sessionDefault = "(@@SPID)",
     .call = nullptr,
     .arguments = {nullptr, nullptr},
     .noArguments = nullptr,
@@ -348,6 +352,7 @@ public:
             return {};
         return m_rules.lockTable.before + std::string(name.View()) + m_rules.lockTable.after;
     }
+    std::string SessionIdDefault() const override { return m_rules.sessionDefault; }
     std::string SchemaStart() const override { return m_rules.schemaStart; }
 
 private:

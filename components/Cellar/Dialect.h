@@ -61,6 +61,9 @@ public:
     virtual std::string TypeName(ColumnType type) const = 0;
     /// Server dialects lock a table against other writers with this; empty where a write transaction suffices.
     virtual std::string LockTable(std::string_view table) const = 0;
+    /// What a column that takes @@SPID by default is declared with, in brackets. On SQLite it means the same to Cellar,
+    /// and 0 to ordinary tools, so that they can add and mend rows too.
+    virtual std::string SessionIdDefault() const = 0;
     /// Statements that a schema begins with, so that the types it names exist; may be empty.
     virtual std::string SchemaStart() const = 0;
 };

@@ -1,18 +1,14 @@
 #pragma once
 
-// The library's exported interface, whole.
+// The library's exported interface, whole, with the components that it speaks in: a program that uses the library also
+// makes its application object, opens its connection and reads its records.
 
+#include "Afx/Afx.h"
+#include "Brix/Brix.h"
+#include "Cellar/Cellar.h"
+#include "HmrcApi/HmrcApi.h"
+#include "Kiln/Kiln.h"
 #include "MorvUt/context/ClientStatus.h"
-#include "MorvUt/hmrc/AuthorisationStore.h"
-#include "MorvUt/hmrc/ClientData.h"
-#include "MorvUt/hmrc/Differences.h"
-#include "MorvUt/hmrc/FetchData.h"
-#include "MorvUt/hmrc/IPrepopPAYE.h"
-#include "MorvUt/hmrc/Logger.h"
-#include "MorvUt/hmrc/NicPrepop.h"
-#include "MorvUt/hmrc/PayePrepop.h"
-#include "MorvUt/hmrc/SchedulePrepop.h"
-#include "MorvUt/hmrc/Scope.h"
 #include "MorvUt/hmrc/AuthorisationStore.h"
 #include "MorvUt/hmrc/ClientData.h"
 #include "MorvUt/hmrc/Differences.h"
@@ -38,3 +34,5 @@
 #include "MorvUt/taxyear/TaxYearHelpers.h"
 #include "MorvUt/taxyear/YearTitles.h"
 #include "MorvUt/users/UserData.h"
+#include "Quarry/Quarry.h"
+#include "Shellkit/Shellkit.h"

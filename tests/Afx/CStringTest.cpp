@@ -15,6 +15,9 @@ TEST(CString, TakesNullAsTheEmptyText)
     EXPECT_EQ(text.Compare(null), 0);
     EXPECT_EQ(text.Replace(null, "x"), 0);
     EXPECT_TRUE(text == null);
+    EXPECT_EQ(CString(null, 3), "");
+    EXPECT_EQ(CString("abc", -1), "");
+    EXPECT_EQ(CString("abc", 2), "ab");
 }
 
 TEST(CString, CutsWithinItsBounds)
@@ -84,6 +87,13 @@ TEST(CString, InsertsDeletesRemovesTrims)
     EXPECT_EQ(CString(" \t a b\r\n").Trim(), "a b");
     EXPECT_EQ(CString(" \t ").Trim(), "");
     EXPECT_EQ(CString(" a ").TrimLeft(), "a ");
+    EXPECT_EQ(CString("007.50").TrimLeft('0').TrimRight("05."), "7");
+    EXPECT_EQ(CString("--a-b--").Trim('-'), "a-b");
+    EXPECT_EQ(CString("000").TrimLeft('0'), "");
+    EXPECT_EQ(CString(" a ").Trim(static_cast<const char*>(nullptr)), " a ");
+    text = "1.2.3";
+    EXPECT_EQ(text.Replace('.', '/'), 2);
+    EXPECT_EQ(text, "1/2/3");
 }
 
 TEST(CString, FindsFromAPlaceOn)

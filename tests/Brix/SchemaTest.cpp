@@ -1,5 +1,7 @@
 #include "Brix/Schema.h"
 
+#include <sqlite3.h>
+
 #include "NewPractice.h"
 
 using Brix::SchemaState;
@@ -20,7 +22,7 @@ TEST(SchemaScript, IsWrittenForEveryDatabase)
          "an id that other programs may leave out"},
         {Cellar::SqliteDialect(), "[bActive] INTEGER DEFAULT 1", "default"},
         {Cellar::SqliteDialect(), "[strGatewayID] TEXT COLLATE NOCASE", "texts have no case"},
-        {Cellar::SqliteDialect(), "[ConnectionID] INTEGER DEFAULT (spid())", "session"},
+        {Cellar::SqliteDialect(), "[ConnectionID] INTEGER DEFAULT (sqlite_compileoption_used(", "session"},
         {Cellar::SqliteDialect(), "[default] INTEGER DEFAULT 0", "a column whose name is a keyword"},
         {Cellar::SqliteDialect(), "INSTEAD OF INSERT ON MTDLogWrite", "no procedures"},
         {Cellar::PostgresDialect(), "CREATE COLLATION", "before the tables that use it"},
@@ -69,6 +71,23 @@ TEST_F(Schema, FillsWhatStatementsLeaveOut)
     EXPECT_EQ(Cellar::ToDateTime(Single("SELECT dtLocked FROM MorvUserLocks")).GetStatus(), COleDateTime::valid);
     EXPECT_EQ(Cellar::ToDateTime(Single("SELECT dtLocked FROM FeatureLocks")).GetStatus(), COleDateTime::valid);
     EXPECT_EQ(Cellar::ToLong(Single("SELECT lID FROM MTDAudit")), 1);
+}
+
+TEST_F(Schema, LetsOrdinaryToolsAddRows)
+{
+    sqlite3* tool = nullptr; // as the sqlite3 command opens it: none of our functions
+    ASSERT_EQ(sqlite3_open((::Test::TempDir() + "/practice.db").c_str(), &tool), SQLITE_OK);
+    for (const char* statement : {
+             "INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID, strUserID, strWorkstation) VALUES (7, 'eve', "
+             "'PC')",
+             "INSERT INTO MorvUserLocks (UserId) VALUES ('eve')",
+             "INSERT INTO FeatureLocks (nFeature, strUserID, strWorkstation) VALUES (1, 'eve', 'PC')",
+             "INSERT INTO BRIXUser (strUserID) VALUES ('eve')",
+         })
+        EXPECT_EQ(sqlite3_exec(tool, statement, nullptr, nullptr, nullptr), SQLITE_OK)
+            << statement << ": " << sqlite3_errmsg(tool);
+    sqlite3_close(tool);
+    EXPECT_EQ(Cellar::ToLong(Single("SELECT ConnectionID FROM MorvUserLocks"), -1), 0) << "nobody's session";
 }
 
 TEST_F(Schema, LetsLocksStandOnce)

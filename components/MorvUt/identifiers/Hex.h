@@ -18,10 +18,8 @@ class MORVUT_API InvalidHexCharacterException : public CException
 {
     DECLARE_DYNAMIC(InvalidHexCharacterException)
     explicit InvalidHexCharacterException(unsigned char character);
-    unsigned char GetCharacter() const noexcept { return m_character; }
-
-protected:
     ~InvalidHexCharacterException() override;
+    unsigned char GetCharacter() const noexcept { return m_character; }
 
 private:
     unsigned char m_character;
@@ -32,12 +30,10 @@ class MORVUT_API InvalidHexStringException : public CException
 {
     DECLARE_DYNAMIC(InvalidHexStringException)
     InvalidHexStringException(InvalidHexReason reason, const CString& text);
+    ~InvalidHexStringException() override;
     InvalidHexReason GetReason() const noexcept { return m_reason; }
     const CString& GetText() const noexcept { return m_text; }
     unsigned GetLength() const noexcept { return static_cast<unsigned>(m_text.GetLength()); }
-
-protected:
-    ~InvalidHexStringException() override;
 
 private:
     InvalidHexReason m_reason;

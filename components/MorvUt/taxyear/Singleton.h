@@ -72,15 +72,17 @@ private:
 
     static void* Create()
     {
-        std::unique_ptr<Derived> made(new Derived);
+        auto* const derived = new Derived; // the store hands back this very pointer, not its base
+        std::unique_ptr<CSingleton> made(derived);
         if (!AreQuarryListenersDisabled())
             made->AddListeners();
-        return made.release();
+        made.release();
+        return derived;
     }
 
     static void End(void* item)
     {
-        const std::unique_ptr<Derived> ended(static_cast<Derived*>(item));
+        const std::unique_ptr<CSingleton> ended(static_cast<Derived*>(item)); // whose destructor may be private
         if (!AreQuarryListenersDisabled())
             ended->RemoveListeners();
     }

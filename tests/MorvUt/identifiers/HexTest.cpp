@@ -83,9 +83,9 @@ TEST(Hex, NamesTheFirstBadCharacter)
             Bytes(row.text);
             FAIL() << "was taken";
         } catch (InvalidHexCharacterException* exception) {
+            const std::unique_ptr<InvalidHexCharacterException> owned(exception); // as good as Delete
             EXPECT_EQ(exception->GetCharacter(), row.character);
             EXPECT_TRUE(exception->IsKindOf(RUNTIME_CLASS(CException)));
-            exception->Delete();
         }
     }
 }

@@ -24,6 +24,8 @@ constexpr char kTakeSessionId[] =
     "INSERT INTO CellarSession(nNext) SELECT 1 WHERE NOT EXISTS(SELECT 1 FROM CellarSession);"
     "UPDATE CellarSession SET nNext = nNext + 1;";
 
+constexpr char kSessionOption[] = "CELLAR_SESSION"; // as SqliteDialect().SessionIdDefault() names it
+
 struct CloseDatabase
 {
     void operator()(sqlite3* database) const noexcept { sqlite3_close_v2(database); }
@@ -132,9 +134,24 @@ private:
         sqlite3_busy_timeout(database, kBusyTimeout);
         sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr); // "name" is never a string
         sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-        // Innocuous, so that a column's default may call it.
-        sqlite3_create_function_v2(database, "spid", 0, SQLITE_UTF8 | SQLITE_INNOCUOUS, this, Spid, nullptr, nullptr,
-                                   nullptr);
+        // Innocuous, so that a column's default may call them.
+        constexpr int kInnocuous = SQLITE_UTF8 | SQLITE_INNOCUOUS;
+        sqlite3_create_function_v2(database, "spid", 0, kInnocuous, this, Spid, nullptr, nullptr, nullptr);
+        sqlite3_create_function_v2(database, "sqlite_compileoption_used", 1, kInnocuous, this, CompileOptionUsed,
+                                   nullptr, nullptr, nullptr);
+    }
+
+    /// The engine's own function, which knows one option more here: the session id. A default that called spid()
+    /// would keep ordinary tools from adding a row; this one they all have, and it gives them 0, nobody's id.
+    static void CompileOptionUsed(sqlite3_context* context, int count, sqlite3_value** arguments)
+    {
+        const auto* const option = reinterpret_cast<const char*>(sqlite3_value_text(arguments[0]));
+        if (!option)
+            sqlite3_result_null(context);
+        else if (sqlite3_stricmp(option, kSessionOption) == 0)
+            Spid(context, count, arguments);
+        else
+            sqlite3_result_int(context, sqlite3_compileoption_used(option));
     }
 
     static void Spid(sqlite3_context* context, int, sqlite3_value**)
