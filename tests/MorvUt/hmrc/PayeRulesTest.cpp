@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "MorvUt/hmrc/detail/StagingKeys.h"
 #include "MorvUt/hmrc/HmrcTest.h"
-#include "MorvUt/hmrc/StagingKeys.h"
 
 using HmrcApi::CPAYEPrepop;
 
