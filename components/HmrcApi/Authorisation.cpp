@@ -71,7 +71,8 @@ std::string BusyText(IAuthorisationStore& store)
     std::string workstation, user;
     auto* holder = dynamic_cast<ILockHolder*>(&store);
     if (!holder || !holder->GetLockHolder(workstation, user))
-        return "The authorisation is being refreshed at another workstation";
+        return "The authorisation is being refreshed at another workstation, or another program is writing to the "
+               "practice";
     return "The authorisation is being refreshed at workstation " + workstation + " by " + user;
 }
 

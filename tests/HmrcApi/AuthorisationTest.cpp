@@ -96,7 +96,8 @@ TEST_F(Refresh, GivesUpAfterTenAttemptsAndNamesTheHolder)
     EXPECT_TRUE(practice.isLocked);
     store->isHolderKnown = false;
     EXPECT_FALSE(authorisation->RefreshTokens(nullptr));
-    EXPECT_EQ(authorisation->GetLastError().text, "The authorisation is being refreshed at another workstation");
+    EXPECT_EQ(authorisation->GetLastError().text, "The authorisation is being refreshed at another workstation, or "
+                                                  "another program is writing to the practice");
 }
 
 TEST_F(Refresh, DecidesWhatTheTokenEndpointAnswers)

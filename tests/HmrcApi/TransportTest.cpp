@@ -230,6 +230,15 @@ TEST_F(Transport, DoesNotSendPlainHttpOutside)
     }
 }
 
+TEST(SetTimeouts, ShortensButNeverLifts)
+{
+    SetTimeouts({0, 70'000});
+    EXPECT_EQ(HttpRequest().connectMilliseconds, 1u) << "0 would be no limit";
+    EXPECT_EQ(HttpRequest().totalMilliseconds, 60'000u);
+    SetTimeouts({});
+    EXPECT_EQ(HttpRequest().connectMilliseconds, 10'000u);
+}
+
 TEST(IsLoopbackAddress, IsTrueOnlyForThisComputer)
 {
     const struct

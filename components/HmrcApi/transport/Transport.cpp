@@ -1,5 +1,7 @@
 #include "HmrcApi/transport/Transport.h"
 
+#include <algorithm>
+#include <atomic>
 #include <string_view>
 
 #include "Afx/TextFold.h"
@@ -32,7 +34,20 @@ bool IsLoopbackNumber(std::string_view host) noexcept
     }
 }
 
+std::atomic<unsigned> g_connectMilliseconds{Timeouts().connectMilliseconds};
+std::atomic<unsigned> g_totalMilliseconds{Timeouts().totalMilliseconds};
+
 } // namespace
+
+Timeouts GetTimeouts() noexcept { return {g_connectMilliseconds, g_totalMilliseconds}; }
+
+void SetTimeouts(Timeouts timeouts) noexcept
+{
+    constexpr Timeouts kUsual;
+    // The library takes 0 for "no limit".
+    g_connectMilliseconds = std::clamp(timeouts.connectMilliseconds, 1u, kUsual.connectMilliseconds);
+    g_totalMilliseconds = std::clamp(timeouts.totalMilliseconds, 1u, kUsual.totalMilliseconds);
+}
 
 ITransport::~ITransport() = default;
 

@@ -13,14 +13,25 @@
 namespace HmrcApi
 {
 
+/// How long a request may take that sets no limits of its own.
+struct Timeouts
+{
+    unsigned connectMilliseconds = 10'000;
+    unsigned totalMilliseconds = 60'000;
+};
+HMRCAPI_API Timeouts GetTimeouts() noexcept;
+/// Shortens them for this process; {} puts the usual ones back. Longer ones are cut to the usual ones, because the
+/// token lock of a workstation that still waits would be taken for one left behind.
+HMRCAPI_API void SetTimeouts(Timeouts timeouts) noexcept;
+
 struct HttpRequest
 {
     std::string method = "GET";
     std::string address; // absolute
     std::vector<std::pair<std::string, std::string>> headers;
     std::string body;
-    unsigned connectMilliseconds = 10'000;
-    unsigned totalMilliseconds = 60'000;
+    unsigned connectMilliseconds = GetTimeouts().connectMilliseconds;
+    unsigned totalMilliseconds = GetTimeouts().totalMilliseconds;
     std::size_t bodyLimit = 8u * 1024 * 1024; // after decompression
     std::function<bool()> cancelled;          // asked during the request; may be empty
 };

@@ -8,6 +8,8 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <chrono>
+#include <thread>
 
 #include "Afx/CString.h"
 #include "support/TestSupport.h"
@@ -134,8 +136,15 @@ void HmrcSandbox::Prime(const std::string& nino, int year, const std::string& sc
 
 Ended Authorise(const std::string& practice, const HmrcSandbox& sandbox, const std::string& gateway)
 {
-    return RunMorv({"hmrc", "authorise", practice, "--gateway", gateway, "--base", sandbox.Base(), "--browser",
-                    "curl -sSL -o /dev/null", "--json"});
+    constexpr int kAttempts = 20;
+    for (int attempt = 1;; ++attempt) {
+        const Ended ended = RunMorv({"hmrc", "authorise", practice, "--gateway", gateway, "--base", sandbox.Base(),
+                                     "--browser", "curl -sSL -o /dev/null", "--json"});
+        // Tests that run at the same time may hold all three of the program's ports for a moment.
+        if (attempt == kAttempts || ended.out.find("NO_REDIRECT_PORT") == std::string::npos)
+            return ended;
+        std::this_thread::sleep_for(std::chrono::milliseconds(250));
+    }
 }
 
 std::vector<std::string> FetchArguments(const std::string& practice, const HmrcSandbox& sandbox, int client,

@@ -1,0 +1,79 @@
+// Another program holds the practice's write lock for longer than a statement waits.
+
+#include <sqlite3.h>
+
+#include "apps/main-job/FetchTest.h"
+
+namespace
+{
+
+/// Holds the write lock while it lives.
+class Writer
+{
+public:
+    Writer()
+    {
+        const std::string path = ::Test::TempDir() + "/practice.db";
+        EXPECT_EQ(sqlite3_open(path.c_str(), &m_database), SQLITE_OK);
+        EXPECT_EQ(sqlite3_exec(m_database, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    }
+    ~Writer() { sqlite3_close(m_database); }
+    Writer(const Writer&) = delete;
+    Writer& operator=(const Writer&) = delete;
+
+private:
+    sqlite3* m_database = nullptr;
+};
+
+class Busy : public FetchTest
+{
+protected:
+    Busy()
+    {
+        Quarry::GetConnection().SetBusyTimeout(50);
+        Serve(1000);
+        EXPECT_TRUE(Fetch().result.ok);
+        Serve(1001);
+        ::Test::Windows().Clear();
+    }
+};
+
+} // namespace
+
+TEST_F(Busy, StagingIsGivenUpWithOneLineAndNothingIsLost)
+{
+    const Tables tables = Read();
+    {
+        const Writer writer;
+        const Fetched fetched = Fetch();
+        EXPECT_FALSE(fetched.result.ok || fetched.result.newData);
+        EXPECT_EQ(fetched.result.stopped, HmrcApi::FetchResult::Stopped::Failed);
+        const std::string message = fetched.result.message.Str();
+        EXPECT_TRUE(message.starts_with("another program is writing to the database; try again")) << message;
+        EXPECT_EQ(message.find('\n'), std::string::npos) << message;
+        ASSERT_EQ(::Test::Windows().Messages().size(), 1u);
+        EXPECT_EQ(::Test::Windows().Messages()[0].text, message);
+    }
+    EXPECT_EQ(Changed(tables, Read(), {}), std::set<std::string>{});
+    EXPECT_TRUE(Fetch().result.ok);
+    EXPECT_EQ(StagedPaye(), 1001);
+    EXPECT_EQ(StagedNationalInsurance(), 1001);
+}
+
+TEST_F(Busy, ATokenThatCouldNotBeKeptIsNotAskedFor)
+{
+    m_sandbox.Send("POST", "/sandbox/token", R"({"expire": true})");
+    const Tables tables = Read();
+    {
+        const Writer writer;
+        const Fetched fetched = Fetch();
+        EXPECT_EQ(fetched.tokens, 0) << "a refresh token is good for one use";
+        EXPECT_EQ(fetched.Errors("PAYE"), "REFRESH_BUSY ");
+        EXPECT_EQ(fetched.Errors("National Insurance"), "REFRESH_BUSY ");
+    }
+    EXPECT_EQ(Changed(tables, Read(), {}), std::set<std::string>{});
+    const Fetched again = Fetch();
+    EXPECT_TRUE(again.result.ok) << again.Errors("PAYE");
+    EXPECT_EQ(again.tokens, 1);
+    EXPECT_EQ(StagedPaye(), 1001);
+}

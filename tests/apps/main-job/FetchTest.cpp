@@ -1,0 +1,181 @@
+#include "apps/main-job/FetchTest.h"
+
+#include <httplib.h>
+#include <sqlite3.h>
+
+#include <memory>
+
+#include "Afx/Clock.h"
+#include "HmrcApi/Authorisation.h"
+#include "MorvUt/hmrc/ClientData.h"
+#include "MorvUt/hmrc/Scope.h"
+#include "MorvUt/taxyear/CurrentTaxYear.h"
+#include "Shellkit/Cipher.h"
+
+namespace
+{
+
+using ::Test::Json;
+
+constexpr char kPayeAnswer[] = "/sandbox/answer/individual-paye/nino/AA000001A/annual-summary/2017-18";
+constexpr char kNationalInsuranceAnswer[] = "/sandbox/answer/national-insurance/sa/2234567890/annual-summary/2017-18";
+
+using Database = std::unique_ptr<sqlite3, decltype(&sqlite3_close)>;
+using Statement = std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)>;
+
+Database OpenAsStranger()
+{
+    sqlite3* database = nullptr;
+    const std::string path = ::Test::TempDir() + "/practice.db";
+    EXPECT_EQ(sqlite3_open_v2(path.c_str(), &database, SQLITE_OPEN_READONLY, nullptr), SQLITE_OK);
+    return {database, &sqlite3_close};
+}
+
+/// Types and bytes of all rows, in the order in which they were written.
+std::string Rows(sqlite3* database, const std::string& select)
+{
+    sqlite3_stmt* raw = nullptr;
+    EXPECT_EQ(sqlite3_prepare_v2(database, select.c_str(), -1, &raw, nullptr), SQLITE_OK) << select;
+    const Statement statement(raw, &sqlite3_finalize);
+    std::string bytes;
+    while (sqlite3_step(raw) == SQLITE_ROW) {
+        for (int column = 0; column < sqlite3_column_count(raw); ++column) {
+            bytes += static_cast<char>('0' + sqlite3_column_type(raw, column));
+            if (const void* value = sqlite3_column_blob(raw, column))
+                bytes.append(static_cast<const char*>(value), static_cast<size_t>(sqlite3_column_bytes(raw, column)));
+            bytes += '\x1F';
+        }
+        bytes += '\n';
+    }
+    return bytes;
+}
+
+unsigned short FreePort()
+{
+    Sandbox::Server probe;
+    probe.Start();
+    return static_cast<unsigned short>(probe.Port());
+}
+
+/// The pounds of an amount, which are the number that Serve was given; -1 when there is no such row.
+template<class List>
+int PoundsOf(Kiln::CAmt (List::*amount)() const)
+{
+    List list;
+    list.Open();
+    return list.IsEOL() ? -1 : static_cast<int>((list.*amount)().GetPence() / 100);
+}
+
+} // namespace
+
+std::string Fetched::Errors(const std::string& group) const
+{
+    std::string text;
+    for (const auto& each : result.errors->GetGroups())
+        if (each.name == group)
+            for (const auto& error : each.errors)
+                text += (text.empty() ? "" : ", ") + error.GetCode() + ' ' + error.GetHttpStatus();
+    return text;
+}
+
+FetchTest::FetchTest()
+{
+    SetCurrentTaxYear(kYear - 1991);
+    Shellkit::SetPracticeKey(std::vector<std::uint8_t>(Shellkit::kKeySize, 7));
+    HmrcApi::CClientData::SetLoopbackOverride(m_sandbox.Base());
+    ::Test::Windows().OnUnexpected([](const auto& shown) { return Afx::SafeAnswer(shown.style); });
+    Afx::Clock::SetSleep([this](unsigned milliseconds) { m_waited += milliseconds; });
+    Authorise();
+}
+
+FetchTest::~FetchTest()
+{
+    Afx::Clock::SetSleep({});
+    HmrcApi::SetTimeouts({});
+    HmrcApi::CClientData::SetLoopbackOverride({});
+    Shellkit::SetPracticeKey({});
+}
+
+void FetchTest::Authorise()
+{
+    HmrcApi::CAuthorisation authorisation(std::make_shared<HmrcApi::CAuthorisationStore>(kGateway),
+                                          std::make_shared<HmrcApi::CScope>(),
+                                          std::make_shared<HmrcApi::CClientData>());
+    authorisation.SetRedirectPorts({FreePort(), FreePort(), FreePort()}); // other tests authorise at the same time
+    authorisation.SetBrowserTimeout(10'000);
+    authorisation.SetBrowser([](const std::string& address) {
+        const std::size_t path = address.find('/', address.find("://") + 3);
+        httplib::Client browser(address.substr(0, path));
+        browser.set_follow_location(true);
+        const auto page = browser.Get(address.substr(path));
+        return page && page->status == 200;
+    });
+    ASSERT_TRUE(authorisation.DoAuthorisation(nullptr))
+        << authorisation.GetLastError().code << ' ' << authorisation.GetLastError().text;
+}
+
+void FetchTest::Serve(int number)
+{
+    const std::string pounds = std::to_string(number) + ".25";
+    m_sandbox.Send("PUT", kPayeAnswer,
+                   Answer(Employment("123/AB456", "A1", pounds, Benefit("CarBenefit", "44.00")),
+                          Pension("321/AB456", "P1", pounds), StateBenefit("JobseekersAllowance", "2017-05-01", pounds),
+                          R"(, "taxFreeAllowances": [{"allowanceType": "FlatRateJobExpenses", "amount": 200.00}])"));
+    m_sandbox.Send("PUT", kNationalInsuranceAnswer,
+                   R"({"class1": {"totalNICableEarnings": 17.00}, "class2": {"totalDue": )" + pounds + "}}");
+}
+
+Fetched FetchTest::Fetch()
+{
+    m_sandbox.Send("DELETE", "/sandbox/requests");
+    m_waited = 0;
+    Fetched fetched;
+    fetched.result = HmrcApi::FetchFromHmrc(m_client, kGateway);
+    fetched.waited = m_waited;
+    for (const Json& request : Json::parse(m_sandbox.Send("GET", "/sandbox/requests", ""))) {
+        const std::string path = request["path"];
+        fetched.paye += path.starts_with("/individual-paye/");
+        fetched.nationalInsurance += path.starts_with("/national-insurance/");
+        fetched.tokens += path == "/oauth/token";
+    }
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAuthorisationLock"), "0") << "a lock was left behind";
+    return fetched;
+}
+
+int FetchTest::StagedPaye() const { return PoundsOf(&Brix::CMTD_Employments::GetPay); }
+int FetchTest::StagedNationalInsurance() const { return PoundsOf(&Brix::CMTD_NIC::GetClass2Due); }
+
+FetchTest::Tables FetchTest::Read() const
+{
+    const Database database = OpenAsStranger();
+    sqlite3_stmt* raw = nullptr;
+    sqlite3_prepare_v2(database.get(), "SELECT name FROM sqlite_master WHERE type = 'table'", -1, &raw, nullptr);
+    const Statement names(raw, &sqlite3_finalize);
+    Tables tables;
+    while (sqlite3_step(raw) == SQLITE_ROW) {
+        const std::string name = reinterpret_cast<const char*>(sqlite3_column_text(raw, 0));
+        tables[name] = Rows(database.get(), "SELECT * FROM \"" + name + '"');
+    }
+    EXPECT_GT(tables.size(), 20u);
+    return tables;
+}
+
+std::set<std::string> FetchTest::Changed(const Tables& before, const Tables& after,
+                                         const std::set<std::string>& without)
+{
+    std::set<std::string> names;
+    for (const auto& [name, rows] : after) {
+        const auto old = before.find(name);
+        if (!without.contains(name) && (old == before.end() || old->second != rows))
+            names.insert(name);
+    }
+    return names;
+}
+
+const std::set<std::string>& Bookkeeping()
+{
+    // The log, the tokens and their lock, counters, and the year's row with the time of the fetch.
+    static const std::set<std::string> names{"MTDLog",     "MTDAuthorisation", "MTDAuthorisationLock",
+                                             "BRIXNextID", "BRIXMTD_TaxYear",  "sqlite_sequence"};
+    return names;
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+// Fetches through the library from a sandbox in this process.
+
+#include <map>
+#include <set>
+#include <string>
+
+#include "apps/morv/Program.h"
+#include "MorvUt/hmrc/FetchData.h"
+#include "MorvUt/hmrc/HmrcTest.h"
+
+/// What a fetch from the sandbox did.
+struct Fetched
+{
+    HmrcApi::FetchResult result;
+    int paye = 0, nationalInsurance = 0, tokens = 0; // requests that the sandbox saw
+    unsigned waited = 0;                             // milliseconds between tries
+
+    /// The errors of a group, "code status" each, separated by commas.
+    std::string Errors(const std::string& group) const;
+};
+
+/// The practice of HmrcTest, authorised at the sandbox. Waits take no time.
+class FetchTest : public HmrcTest
+{
+protected:
+    FetchTest();
+    ~FetchTest() override;
+
+    void Authorise();
+    /// From now on HMRC holds figures that no earlier call had; `number` is what tells them from the others.
+    void Serve(int number);
+    Fetched Fetch();
+    int StagedPaye() const; // the number that was staged last
+    int StagedNationalInsurance() const;
+
+    /// Every table's rows, byte for byte, as another program reads them.
+    using Tables = std::map<std::string, std::string>;
+    Tables Read() const;
+    /// The names of the tables that differ, but those of `without`.
+    static std::set<std::string> Changed(const Tables& before, const Tables& after,
+                                         const std::set<std::string>& without);
+
+    ::Test::HmrcSandbox m_sandbox;
+    unsigned m_waited = 0;
+};
+
+/// What every fetch may write besides staging rows.
+const std::set<std::string>& Bookkeeping();
