@@ -37,23 +37,51 @@ public:
     const Value& Get(std::string_view column) const;
     const Value& Get(int position) const;
     template<class Column>
-    bool IsNull(Column column) const { return Get(column).IsNull(); }
+    bool IsNull(Column column) const
+    {
+        return Get(column).IsNull();
+    }
     template<class Column>
-    long GetLong(Column column, long whenNull = 0) const { return ToLong(Get(column), whenNull); }
+    long GetLong(Column column, long whenNull = 0) const
+    {
+        return ToLong(Get(column), whenNull);
+    }
     template<class Column>
-    short GetShort(Column column) const { return static_cast<short>(ToLong(Get(column))); }
+    short GetShort(Column column) const // outside 16 bits: 0
+    {
+        const long value = ToLong(Get(column));
+        return value == static_cast<short>(value) ? static_cast<short>(value) : short{0};
+    }
     template<class Column>
-    int GetInt(Column column) const { return static_cast<int>(ToLong(Get(column))); }
+    int GetInt(Column column) const
+    {
+        return static_cast<int>(ToLong(Get(column)));
+    }
     template<class Column>
-    bool GetBool(Column column) const { return ToLong(Get(column)) != 0; }
+    bool GetBool(Column column) const
+    {
+        return ToLong(Get(column)) != 0;
+    }
     template<class Column>
-    CString GetText(Column column) const { return ToText(Get(column)); }
+    CString GetText(Column column) const
+    {
+        return ToText(Get(column));
+    }
     template<class Column>
-    Bytes GetBinary(Column column) const { return ToBytes(Get(column)); }
+    Bytes GetBinary(Column column) const
+    {
+        return ToBytes(Get(column));
+    }
     template<class Column>
-    COleDateTime GetDateTime(Column column) const { return ToDateTime(Get(column)); }
+    COleDateTime GetDateTime(Column column) const
+    {
+        return ToDateTime(Get(column));
+    }
     template<class Column>
-    Kiln::CAmt GetAmount(Column column) const { return ToAmount(Get(column)); }
+    Kiln::CAmt GetAmount(Column column) const
+    {
+        return ToAmount(Get(column));
+    }
 
 private:
     RowSet m_set;

@@ -19,11 +19,16 @@ namespace Cellar
 {
 
 /// One open connection. Statements are T-SQL; each %s (text), %d (int, short), %ld (long), %I64d (__int64), %b
-/// (binary), %t (date-time or date), %m (amount) becomes a bound parameter, never pasted text. Number and type of the
-/// arguments are checked before anything is sent; a NULL fits every placeholder. Errors are DatabaseError.
+/// (binary), %t (date-time or date), %m (amount), %f (double) becomes a bound parameter, never pasted text; '%s' in
+/// quotes means %s; %% is a per cent sign. Number, type and range of the arguments are checked before anything is sent
+/// (%d and %ld take 32 bits); a NULL fits every placeholder. Errors are DatabaseError.
 ///
 /// Transactions are levels: no BEGIN is sent before the first write, then one write transaction with a savepoint for
-/// each open level. Used by one thread.
+/// each further level. A first write that is refused as busy leaves the levels as they were: try again. Outside any
+/// level each statement is durable by itself. Used by one thread.
+///
+/// When the engine ends the transaction by itself (disk full, connection lost), the levels stay counted for those who
+/// opened them, but writes and commits on them are refused until all have been rolled back.
 class CELLAR_API CConnection
 {
 public:
@@ -44,32 +49,37 @@ public:
     template<class... Args>
     long ExecuteDirectf(const SqlText& statement, const Args&... args)
     {
-        return Execute(statement, {Value(args)...});
+        return Execute(statement, Values(args...));
     }
     long ExecuteDirect(const SqlText& statement) { return Execute(statement, {}); }
     template<class... Args>
     RowSet Queryf(const SqlText& statement, const Args&... args)
     {
-        return Query(statement, {Value(args)...});
+        return Query(statement, Values(args...));
     }
     long Execute(const SqlText& statement, const std::vector<Value>& values);
     RowSet Query(const SqlText& statement, const std::vector<Value>& values);
-    /// Statements of the database's own dialect (the schema).
+    /// Statements of the database's own dialect (the schema). Counts as a write.
     void Script(std::string_view statements);
+    /// Keeps other connections from writing to the table until the outermost level ends. Needs an open level.
+    void LockTable(const SqlText& table);
+    /// How long a statement waits for another connection before it is refused as busy; 5000 unless told.
+    void SetBusyTimeout(unsigned milliseconds);
 
     // Transactions. A level that is not committed is rolled back; the outermost commit makes it durable.
     void Begin();
     void Commit();   // nothing when no level is open
-    void Rollback(); // the innermost level
+    void Rollback(); // the innermost level; nothing when no level is open
     int GetLevel() const noexcept;
     /// The open levels hold a write that is not durable yet.
     bool HasUnsavedWrites() const noexcept;
 
+    /// The number that marks this connection in lock rows (@@SPID); the first call may write.
     std::int64_t GetSessionId();
     const Dialect& GetDialect() const noexcept;
     const CString& GetConnectionText() const noexcept; // without passwords
 
-    /// Told of each direct statement that changed something, unless suspended; null removes the hook.
+    /// Told of each statement of Execute that changed something, in T-SQL, unless suspended; null removes the hook.
     void OnDirectStatement(std::function<void(std::string_view statement)> hook);
     bool AreDirectEventsSuspended() const noexcept;
 
@@ -77,6 +87,14 @@ private:
     friend class SuspendDirectSQLEvents;
     struct State;
     explicit CConnection(std::unique_ptr<State> state);
+    template<class... Args>
+    static std::vector<Value> Values(const Args&... args)
+    {
+        std::vector<Value> values;
+        values.reserve(sizeof...(Args));
+        (values.emplace_back(args), ...);
+        return values;
+    }
     std::unique_ptr<State> m_state;
 };
 

@@ -20,6 +20,8 @@ struct RowSet
     std::vector<std::vector<Value>> rows;
 };
 
+class Dialect;
+
 /// One open session. Statements are in the engine's own dialect, with '?' for each bound value.
 /// Every operation throws DatabaseError; `statement` in it is filled by the connection.
 class CELLAR_API Driver
@@ -33,8 +35,27 @@ public:
     virtual void Script(std::string_view statements) = 0;
     /// The number that marks this session in lock rows.
     virtual std::int64_t GetSessionId() = 0;
+    virtual const Dialect& GetDialect() const noexcept = 0;
+    /// How long a statement waits for another connection's lock before it is refused as busy.
+    virtual void SetBusyTimeout(unsigned milliseconds) = 0;
+
+    /// Begins a transaction that may write; a busy one changes nothing.
+    virtual void BeginWrite() = 0;
+    virtual void Commit() = 0;
+    virtual void Rollback() = 0;
+    virtual void SetSavepoint(int level);
+    virtual void ReleaseSavepoint(int level);
+    virtual void RollbackToSavepoint(int level); // and releases it
     /// The engine has a transaction open (it may have rolled back by itself).
     virtual bool InTransaction() = 0;
 };
+
+/// Opens what a connection text names, with the driver that its beginning names.
+struct OpenedDriver
+{
+    std::unique_ptr<Driver> driver;
+    std::string connectionText; // without passwords
+};
+CELLAR_API OpenedDriver OpenDriver(std::string_view connectionText, bool createIfMissing);
 
 } // namespace Cellar

@@ -57,14 +57,14 @@ struct CELLAR_API Value
     Value(long long value) : kind(Kind::Integer), integer(value) {}
     Value(unsigned char value) : kind(Kind::Integer), integer(value) {}
     Value(double value) : kind(Kind::Real), real(value) {}
-    Value(const char* value);             // null pointer: NULL
+    Value(const char* value); // null pointer: NULL
     Value(std::string value) : kind(Kind::Text), text(std::move(value)) {}
     Value(std::string_view value) : kind(Kind::Text), text(value) {}
     Value(const CString& value) : kind(Kind::Text), text(value.Str()) {}
     Value(const Bytes& value) : kind(Kind::Binary), text(value.begin(), value.end()) {}
-    Value(const Kiln::CDate& value);      // NULL unless valid
-    Value(const COleDateTime& value);     // NULL unless valid
-    Value(const Kiln::CAmt& value);       // NULL unless valid
+    Value(const Kiln::CDate& value);  // NULL unless valid
+    Value(const COleDateTime& value); // NULL unless valid
+    Value(const Kiln::CAmt& value);   // NULL unless valid
 
     bool IsNull() const noexcept { return kind == Kind::Null; }
     friend bool operator==(const Value&, const Value&) = default;
@@ -76,13 +76,20 @@ struct CELLAR_API Value
 };
 
 // Reading, whatever form the driver gave: a NULL or a value that does not fit the type gives the stated default.
+// Numbers are also read from text that is one, whole and decimal; a fraction is no integer; dates are no numbers.
 CELLAR_API std::int64_t ToInt64(const Value& value, std::int64_t whenNull = 0) noexcept;
 CELLAR_API long ToLong(const Value& value, long whenNull = 0) noexcept; // outside 32 bits: whenNull
 CELLAR_API double ToDouble(const Value& value, double whenNull = 0.0) noexcept;
+/// Numbers in decimal, money in pounds ("12.50"); bytes only when they are UTF-8.
 CELLAR_API CString ToText(const Value& value);
+/// Of Binary and Text; empty for anything else.
 CELLAR_API Bytes ToBytes(const Value& value);
-CELLAR_API Kiln::CDate ToDate(const Value& value) noexcept; // null date for NULL, invalid for other text
-CELLAR_API COleDateTime ToDateTime(const Value& value) noexcept; // status null for NULL
-CELLAR_API Kiln::CAmt ToAmount(const Value& value) noexcept; // null amount for NULL
+/// Null date for NULL; of a date-time its day; invalid for any other text or kind.
+CELLAR_API Kiln::CDate ToDate(const Value& value) noexcept;
+/// Status null for NULL, invalid for any other text or kind; a date is its midnight.
+CELLAR_API COleDateTime ToDateTime(const Value& value) noexcept;
+/// Null amount for NULL. Integers, and reals without a fraction, are ten-thousandths; text is pounds, as servers write
+/// money. Anything else is invalid.
+CELLAR_API Kiln::CAmt ToAmount(const Value& value) noexcept;
 
 } // namespace Cellar

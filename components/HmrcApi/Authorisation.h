@@ -2,6 +2,7 @@
 
 // OAuth 2.0 with HMRC: the authorisation-code dialogue in the user's browser, and the refreshing of tokens.
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -11,6 +12,7 @@
 
 #include "HmrcApi/Export.h"
 #include "HmrcApi/Interfaces.h"
+#include "HmrcApi/transport/Transport.h"
 
 namespace HmrcApi
 {
@@ -48,11 +50,12 @@ public:
     bool DoAuthorisation(IChainLogger* logger);
     /// Reads the tokens from the store; within 60 seconds of their end refreshes them first. False when there are none
     /// or they cannot be refreshed (GetLastError()).
-    bool LoadTokens();
-    /// Refreshes now, under the store's lock. `rejectedAccessToken`: the one HMRC refused; when the store holds
-    /// another by now, that one is taken and HMRC is not asked.
+    bool LoadTokens(IChainLogger* logger = nullptr);
+    /// Refreshes now, under the store's lock. When the store holds another access token than the one in hand by now,
+    /// that one is taken and HMRC is not asked. False also when HMRC gave new tokens and the store could not keep them
+    /// (TOKENS_NOT_SAVED): they are in hand then, and UpdateTokens may be tried again.
     bool RefreshTokens(IChainLogger* logger);
-    /// Writes the tokens in hand to the store.
+    /// Writes the tokens in hand to the store, with status 1 and the time; tries up to three times.
     bool UpdateTokens();
 
     /// Opens the browser and waits for the code (empty: none came, GetLastError()).
@@ -84,11 +87,15 @@ public:
     void SetBrowserTimeout(unsigned milliseconds);
     /// Opens the address; default Afx::WindowSystem::OpenBrowser. False: it could not.
     void SetBrowser(std::function<bool(const std::string& address)> open);
-    /// Asked while waiting; true ends the wait.
+    /// Asked while waiting; true ends the wait. Default: the window system's Cancel. A refresh under way is not ended:
+    /// its token would be lost.
     void SetCancel(std::function<bool()> cancelled);
+    /// Sends the token requests; default MakeHttpTransport.
+    void SetTransport(std::shared_ptr<ITransport> transport);
 
 private:
     struct State;
+    class Operation;
     std::unique_ptr<State> m_state;
 };
 

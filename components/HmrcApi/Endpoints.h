@@ -47,8 +47,7 @@ class HMRCAPI_API CNationalInsurance : public CEndpoint
 public:
     using CEndpoint::CEndpoint;
     /// `identifier`: UTR; `taxYear`: real tax year. HMRC has nothing: an empty response.
-    CNationalInsuranceResponse GetNationalInsurance(const std::string& identifier, short taxYear,
-                                                    IChainLogger* logger);
+    CNationalInsuranceResponse GetNationalInsurance(const std::string& identifier, short taxYear, IChainLogger* logger);
 };
 
 class HMRCAPI_API CPayeOverride : public CPaye, public IEndpointOverride

@@ -48,6 +48,16 @@ public:
     virtual void SetRetryDelay(std::uint32_t milliseconds) = 0;
 };
 
+/// Who holds the store's lock. A store may implement this beside IAuthorisationStore; the refresh then names the
+/// holder.
+class HMRCAPI_API ILockHolder
+{
+public:
+    virtual ~ILockHolder();
+    /// False when nobody holds the lock, or it cannot be told.
+    virtual bool GetLockHolder(std::string& workstation, std::string& user) = 0;
+};
+
 class HMRCAPI_API IScope
 {
 public:
@@ -61,7 +71,7 @@ class HMRCAPI_API IClientData
 {
 public:
     virtual ~IClientData();
-    virtual std::string GetId() = 0;     // empty: this build has no credentials
+    virtual std::string GetId() = 0; // empty: this build has no credentials
     virtual std::string GetSecret() = 0;
     virtual std::string GetAuthenticationEndpoint() = 0; // absolute, ends in '/'
     virtual std::string GetAPIEndpoint() = 0;

@@ -16,8 +16,8 @@ namespace HmrcApi
 
 struct CompanyBenefit_t
 {
-    std::string benefitType;  // HMRC's name, kept when unknown
-    int benefitNumber = 0;    // HMRC's number of that name; 0 when unknown
+    std::string benefitType; // HMRC's name, kept when unknown
+    int benefitNumber = 0;   // HMRC's number of that name; 0 when unknown
     Kiln::CAmt amount;
     bool isForecastBenefit = false; // a coding estimate, not a P11D figure
 };

@@ -3,10 +3,11 @@
 // Lists of records: loaded for a key, walked, changed row by row.
 
 #include <initializer_list>
-#include <memory>
+#include <optional>
 #include <stdexcept>
 #include <vector>
 
+#include "Cellar/SqlText.h"
 #include "Quarry/Export.h"
 #include "Quarry/Table.h"
 
@@ -116,12 +117,14 @@ private:
     struct Entry
     {
         Row row;
-        Row stored; // as read or last saved
+        std::optional<Row> stored; // as read or last saved, when a value was set since
         bool isNew = false;
     };
     Entry& At();
     void Insert(Entry& entry);
     void UpdateChanged(Entry& entry);
+    /// Appends the condition that names this very row as it was read.
+    static void AppendIdentity(Cellar::SqlText& statement, std::vector<Cellar::Value>& values, const Row& row);
 
     const Table* m_table;
     std::vector<Where> m_where; // of the last Open

@@ -32,6 +32,7 @@ public:
     ~CTransaction();
     CTransaction(const CTransaction&) = delete;
     CTransaction& operator=(const CTransaction&) = delete;
+    /// Throws std::logic_error when it is not the innermost open level.
     void Commit();
     void Rollback();
 

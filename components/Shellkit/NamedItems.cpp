@@ -33,6 +33,16 @@ struct Store
     std::map<std::string, Item, std::less<>> items;
     std::vector<std::string_view> inMaking; // keys whose creators are running
     std::uint64_t made = 0;
+    std::atomic<unsigned> generation{0};
+
+    /// Takes the item out; whoever holds it then ends it. Only while the mutex is held.
+    Item Remove(std::map<std::string, Item, std::less<>>::iterator at)
+    {
+        const Item item = at->second;
+        items.erase(at);
+        generation.fetch_add(1, std::memory_order_release);
+        return item;
+    }
 };
 
 Store& TheStore()
@@ -56,7 +66,6 @@ private:
     Store& m_store;
 };
 
-/// Takes the item out; whoever holds it then ends it.
 std::optional<Item> TakeOut(std::string_view key)
 {
     Store& store = TheStore();
@@ -64,9 +73,7 @@ std::optional<Item> TakeOut(std::string_view key)
     const auto found = store.items.find(key);
     if (found == store.items.end())
         return std::nullopt;
-    const Item item = found->second;
-    store.items.erase(found);
-    return item;
+    return store.Remove(found);
 }
 
 std::optional<Item> TakeOutYoungest()
@@ -77,9 +84,7 @@ std::optional<Item> TakeOutYoungest()
                                            [](const auto& a, const auto& b) { return a.second.age < b.second.age; });
     if (youngest == store.items.end())
         return std::nullopt;
-    const Item item = youngest->second;
-    store.items.erase(youngest);
-    return item;
+    return store.Remove(youngest);
 }
 
 std::size_t ItemCount()
@@ -143,6 +148,8 @@ void Shutdown()
         item->End();
     }
 }
+
+const std::atomic<unsigned>& GlobalItemGeneration() noexcept { return TheStore().generation; }
 
 bool GetSharedFlag(const char* key) { return GlobalItemExists(FlagKey(key).c_str()); }
 

@@ -2,6 +2,8 @@
 
 // Objects that belong to the process: one per key, shared by every module in it.
 
+#include <atomic>
+
 #include "Shellkit/Export.h"
 
 /// The item `key`, made by `creator` on first use; the key is copied, null is the empty key. A creator may ask for
@@ -20,6 +22,9 @@ namespace Shellkit
 /// Ends all named items, the youngest first, and those that destroyers make meanwhile (1,000 at most, so that two that
 /// revive each other come to an end). An item that a creator asked for is older than the creator's.
 SHELLKIT_API void Shutdown();
+
+/// Grows whenever an item leaves the store: who keeps the address of an item may use it while this has not changed.
+SHELLKIT_API const std::atomic<unsigned>& GlobalItemGeneration() noexcept;
 
 /// A flag that every module of the process sees (a named item): the read-only PIN.
 SHELLKIT_API bool GetSharedFlag(const char* key);

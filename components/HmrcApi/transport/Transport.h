@@ -37,11 +37,11 @@ struct HttpAnswer
         Cancelled
     };
     Outcome outcome = Outcome::NoConnection;
-    int status = 0;
+    int status = 0;          // also when TooLarge
     std::string contentType; // lower case, without parameters
     std::string retryAfter;  // as sent; empty when absent
     std::string body;
-    std::string problem;     // for people, when not Answered; never holds a token
+    std::string problem; // for people, when not Answered; never holds a token
 };
 
 /// Sends one request. Redirects of GET are followed, with the Authorization header only to the host first asked.
@@ -52,7 +52,8 @@ public:
     virtual HttpAnswer Send(const HttpRequest& request) = 0;
 };
 
-/// The system's HTTP library (libcurl). TLS verification is always on; plain HTTP only to loopback addresses.
+/// The system's HTTP library (libcurl). TLS verification is always on; plain HTTP only to loopback addresses, which are
+/// never reached through a proxy. Requests to other hosts go at most twice a second from this process.
 HMRCAPI_API std::unique_ptr<ITransport> MakeHttpTransport();
 
 /// The scheme is HTTP or HTTPS and the host is 127.0.0.0/8, [::1] or localhost.

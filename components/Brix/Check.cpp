@@ -1,0 +1,302 @@
+// Whether a practice fits together. All of it is worked out from the declarations, but for what may not stand twice.
+
+#include <algorithm>
+
+#include "Afx/TextFold.h"
+#include "Brix/detail/Catalog.h"
+#include "Brix/Records.h"
+#include "Brix/Schema.h"
+
+namespace Brix
+{
+namespace
+{
+
+using Cellar::ColumnType;
+using Cellar::SqlText;
+using Cellar::Value;
+using Quarry::Column;
+using Quarry::Table;
+
+SqlText Bracketed(std::string_view name) { return SqlText("[") + SqlText::Identifier(name) + "]"; }
+/// a.[name]
+SqlText In(const SqlText& alias, std::string_view name) { return alias + "." + Bracketed(name); }
+
+/// Columns whose values together must not stand twice; rows with a null among them do not count.
+struct Unique
+{
+    const Table& (*table)() noexcept;
+    std::vector<const char*> columns;
+    bool ignoreCase;
+    const char* fault;
+};
+
+const std::vector<Unique>& Uniques()
+{
+    static const auto& uniques = *new std::vector<Unique>{
+        {&CMTD_TaxYear::Declaration, {"lClientID", "nYear"}, false, "the client's staged tax year stands twice"},
+        {&CMTD_Employments::Declaration,
+         {"lMTD_TaxYearID", "strKey"},
+         false,
+         "the year's staged employment stands twice"},
+        {&CMTD_NIC::Declaration, {"lMTD_TaxYearID"}, false, "the year's staged National Insurance stands twice"},
+        {&CTaxForm::Declaration, {"lClientID", "nYear"}, false, "the client's tax form of the year stands twice"},
+        {&CPartnershipTaxForm::Declaration,
+         {"lpClientID", "nYear"},
+         false,
+         "the partnership's tax form of the year stands twice"},
+        {&CClientYearly::Declaration, {"lClientID", "nYear"}, false, "the client's yearly row stands twice"},
+        {&CPartnershipYearly::Declaration, {"lpClientID", "nYear"}, false, "the partnership's yearly row stands twice"},
+        {&CPFile::Declaration, {"nYear"}, false, "the year's parameters stand twice"},
+        {&CUser::Declaration, {"strUserID"}, true, "the user stands twice"},
+        {&CUserRole::Declaration, {"strRole"}, true, "the role stands twice"},
+        {&CUserPermissions::Declaration, {"strUserID", "nPermission"}, true, "the user's permission stands twice"},
+        {&CUserRolePermissions::Declaration, {"strRole", "nPermission"}, true, "the role's permission stands twice"},
+    };
+    return uniques;
+}
+
+class Check
+{
+public:
+    explicit Check(Cellar::CConnection& connection)
+        : m_connection(connection), m_isSqlite(&connection.GetDialect() == &Cellar::SqliteDialect())
+    {}
+
+    std::vector<Fault> Run()
+    {
+        if (m_isSqlite)
+            Try("", [&] { CheckFile(); });
+        Catalog catalog;
+        Try("", [&] { catalog = ReadCatalog(m_connection); });
+        for (const Table* const table : AllTables()) {
+            if (!CheckColumns(catalog, *table))
+                m_incomplete.push_back(table);
+        }
+        for (const Table* const table : AllTables()) {
+            if (!IsWhole(*table))
+                continue;
+            Try(table->sqlName, [&] { CheckParents(*table); });
+            Try(table->sqlName, [&] { CheckCopies(*table); });
+            if (m_isSqlite)
+                Try(table->sqlName, [&] { CheckValues(*table); });
+        }
+        for (const Unique& unique : Uniques()) {
+            if (IsWhole(unique.table()))
+                Try(unique.table().sqlName, [&] { CheckUnique(unique); });
+        }
+        if (IsWhole(COptions::Declaration()))
+            Try(COptions::Declaration().sqlName, [&] { CheckOptions(); });
+        return std::move(m_faults);
+    }
+
+private:
+    void Add(const Table& table, const Value& id, std::string fault)
+    {
+        m_faults.push_back({table.sqlName, Cellar::ToLong(id), std::move(fault)});
+    }
+
+    /// What a damaged file answers is a fault of its own. That another program holds it is none.
+    template<class Action>
+    void Try(const char* table, Action action)
+    {
+        try {
+            action();
+        } catch (const Cellar::DatabaseError& error) {
+            if (error.GetCategory() != Cellar::DatabaseError::Category::Other)
+                throw;
+            m_faults.push_back({table, 0, error.what()});
+        }
+    }
+
+    bool IsWhole(const Table& table) const
+    {
+        return std::find(m_incomplete.begin(), m_incomplete.end(), &table) == m_incomplete.end();
+    }
+
+    void CheckFile()
+    {
+        for (const auto& row : m_connection.Queryf("PRAGMA integrity_check").rows) {
+            if (const CString text = Cellar::ToText(row.at(0)); text != "ok")
+                m_faults.push_back({"", 0, text.Str()});
+        }
+    }
+
+    bool CheckColumns(const Catalog& catalog, const Table& table)
+    {
+        const auto there = catalog.find(Afx::FoldLower(table.sqlName));
+        if (there == catalog.end()) {
+            Add(table, {}, "the table is missing");
+            return false;
+        }
+        const std::size_t before = m_faults.size();
+        const auto require = [&](const char* column) {
+            if (!there->second.contains(Afx::FoldLower(column)))
+                Add(table, {}, std::string("the column ") + column + " is missing");
+        };
+        for (const Column& column : table.columns)
+            require(column.name);
+        if (table.versioned)
+            require("nVersion");
+        return m_faults.size() == before;
+    }
+
+    /// The id of the row, as far as its table has one.
+    static SqlText IdOf(const Table& table, const SqlText& alias)
+    {
+        return *table.key ? In(alias, table.columns[0].name) : SqlText("0");
+    }
+
+    /// No parent is meant: null, 0, an empty text.
+    static SqlText IsMeant(const Table& table, const Table::Parent& parent)
+    {
+        const SqlText column = In("c", parent.column);
+        const bool isText = table.Find(parent.column)->type == ColumnType::Text;
+        return SqlText("(") + column + " IS NOT NULL AND " + column + (isText ? SqlText(" <> '')") : SqlText(" <> 0)"));
+    }
+
+    void CheckParents(const Table& table)
+    {
+        SqlText noParent;
+        for (const Table::Parent& parent : table.parents) {
+            noParent += noParent.IsEmpty() ? SqlText(" WHERE NOT ") : SqlText(" AND NOT ");
+            noParent += IsMeant(table, parent);
+            const Table* const parentTable = FindTable(parent.sqlTable);
+            if (!IsWhole(*parentTable))
+                continue;
+            const SqlText statement = SqlText("SELECT ") + IdOf(table, "c") + ", " + In("c", parent.column) + " FROM " +
+                                      Bracketed(table.sqlName) + " c WHERE " + IsMeant(table, parent) +
+                                      " AND NOT EXISTS (SELECT 1 FROM " + Bracketed(parent.sqlTable) + " p WHERE " +
+                                      In("p", parent.parentColumn) + " = " + In("c", parent.column) + ")";
+            for (const auto& row : m_connection.Query(statement, {}).rows)
+                Add(table, row[0],
+                    std::string("the parent does not exist: ") + parent.sqlTable + " " + Cellar::ToText(row[1]).Str());
+        }
+        if (noParent.IsEmpty())
+            return;
+        const SqlText statement =
+            SqlText("SELECT ") + IdOf(table, "c") + " FROM " + Bracketed(table.sqlName) + " c" + noParent;
+        for (const auto& row : m_connection.Query(statement, {}).rows)
+            Add(table, row[0], "the row has no parent");
+    }
+
+    /// Rows under a tax form repeat its client and year.
+    void CheckCopies(const Table& table)
+    {
+        if (!table.Find("lTaxFormID") || !table.Find("lClientID") || !table.Find("nYear"))
+            return;
+        const SqlText statement = SqlText("SELECT c.[lID] FROM ") + Bracketed(table.sqlName) +
+                                  " c, [BRIXTaxForm] f WHERE f.[lID] = c.[lTaxFormID] AND "
+                                  "(COALESCE(c.[lClientID], 0) <> COALESCE(f.[lClientID], 0) OR "
+                                  "COALESCE(c.[nYear], 0) <> COALESCE(f.[nYear], 0))";
+        for (const auto& row : m_connection.Query(statement, {}).rows)
+            Add(table, row[0], "client or year differ from those of the tax form");
+    }
+
+    void CheckUnique(const Unique& unique)
+    {
+        const Table& table = unique.table();
+        SqlText columns;
+        SqlText same;
+        for (const char* const column : unique.columns) {
+            columns += SqlText(", ") + In("a", column) + ", " + In("b", column);
+            same += SqlText(" AND ") + In("a", column) + " = " + In("b", column);
+        }
+        const SqlText name = Bracketed(table.sqlName);
+        const SqlText statement = SqlText("SELECT a.[lID]") + columns + " FROM " + name + " a, " + name +
+                                  " b WHERE b.[lID] < a.[lID]" + same + " ORDER BY a.[lID]";
+        long last = 0;
+        for (const auto& row : m_connection.Query(statement, {}).rows) {
+            bool isSame = true; // the database compares texts without regard to case
+            for (std::size_t i = 1; i + 1 < row.size() && !unique.ignoreCase; i += 2)
+                isSame = isSame && row[i] == row[i + 1];
+            const long id = Cellar::ToLong(row[0]);
+            if (isSame && id != last)
+                Add(table, row[0], unique.fault);
+            last = isSame ? id : last;
+        }
+    }
+
+    void CheckOptions()
+    {
+        const Table& table = COptions::Declaration();
+        for (const auto& row : m_connection.Queryf("SELECT [lID] FROM [BRIXOptions] WHERE [lID] <> 1").rows)
+            Add(table, row[0], "the practice options stand in row 1 only");
+    }
+
+    /// The embedded database takes any value in any column: those that do not read as their type.
+    void CheckValues(const Table& table)
+    {
+        SqlText columns = IdOf(table, "c");
+        SqlText conditions;
+        std::vector<const Column*> checked;
+        for (const Column& column : table.columns) {
+            const SqlText doubt = DoubtOf(column);
+            if (doubt.IsEmpty())
+                continue;
+            columns += SqlText(", ") + In("c", column.name);
+            conditions += (conditions.IsEmpty() ? SqlText(" WHERE ") : SqlText(" OR ")) + doubt;
+            checked.push_back(&column);
+        }
+        if (checked.empty())
+            return;
+        const SqlText statement =
+            SqlText("SELECT ") + columns + " FROM " + Bracketed(table.sqlName) + " c" + conditions;
+        for (const auto& row : m_connection.Query(statement, {}).rows) {
+            for (std::size_t i = 0; i < checked.size(); ++i)
+                CheckValue(table, row[0], *checked[i], row[i + 1]);
+        }
+    }
+
+    /// Lets through what is certainly readable, so that few rows are looked at one by one.
+    static SqlText DoubtOf(const Column& column)
+    {
+        const SqlText value = In("c", column.name);
+        switch (column.type) {
+        case ColumnType::Int:
+        case ColumnType::SmallInt:
+        case ColumnType::Bit:
+            return SqlText("typeof(") + value + ") NOT IN ('integer', 'null') OR " + value +
+                   " NOT BETWEEN -2147483648 AND 2147483647";
+        case ColumnType::Money:
+            return SqlText("typeof(") + value + ") NOT IN ('integer', 'null')";
+        case ColumnType::Date: // adding nothing makes the engine notice 30 February
+            return SqlText("date(") + value + ", '+0 days') IS NOT " + value;
+        case ColumnType::DateTime:
+            return SqlText("datetime(") + value + ", '+0 days') IS NOT substr(" + value + ", 1, 19)";
+        default:
+            return {};
+        }
+    }
+
+    void CheckValue(const Table& table, const Value& id, const Column& column, const Value& value)
+    {
+        if (value.IsNull())
+            return;
+        const char* what = nullptr;
+        switch (column.type) {
+        case ColumnType::Date:
+        case ColumnType::DateTime:
+            what = Cellar::ToDateTime(value).GetStatus() == COleDateTime::valid ? nullptr : "no date";
+            break;
+        case ColumnType::Money:
+            what = Cellar::ToAmount(value).IsValid() ? nullptr : "no amount in ten-thousandths of a pound";
+            break;
+        default:
+            what = Cellar::ToLong(value, 0) == Cellar::ToLong(value, 1) ? nullptr : "no whole number of 32 bits";
+        }
+        if (what)
+            Add(table, id, std::string(column.name) + ": '" + Cellar::ToText(value).Str() + "' is " + what);
+    }
+
+    Cellar::CConnection& m_connection;
+    bool m_isSqlite;
+    std::vector<const Table*> m_incomplete;
+    std::vector<Fault> m_faults;
+};
+
+} // namespace
+
+std::vector<Fault> CheckPractice(Cellar::CConnection& connection) { return Check(connection).Run(); }
+
+} // namespace Brix

@@ -1,0 +1,120 @@
+#include "Cellar/detail/Levels.h"
+
+#include <algorithm>
+#include <cassert>
+
+#include "Cellar/DatabaseError.h"
+
+namespace Cellar::Detail
+{
+
+void Levels::Begin()
+{
+    const int level = GetCount() + 1;
+    m_levels.reserve(m_levels.size() + 1); // what follows the savepoint cannot fail
+    if (m_state == State::Started)
+        m_driver.SetSavepoint(level);
+    m_levels.push_back(false);
+}
+
+void Levels::Commit()
+{
+    assert(!m_levels.empty() && "commit without a transaction");
+    if (m_levels.empty())
+        return;
+    RefuseWhenLost();
+    if (m_state == State::Started) {
+        try {
+            if (m_levels.size() == 1)
+                m_driver.Commit();
+            else
+                m_driver.ReleaseSavepoint(GetCount());
+        } catch (...) {
+            AfterFailure(); // a full disk may have ended the transaction
+            throw;
+        }
+    }
+    const bool wrote = m_levels.back();
+    Pop();
+    if (!m_levels.empty())
+        m_levels.back() = m_levels.back() || wrote;
+}
+
+void Levels::Rollback()
+{
+    if (m_levels.empty())
+        return;
+    const int level = GetCount();
+    const bool started = m_state == State::Started;
+    Pop(); // first: the level is over whatever the engine says
+    if (!started)
+        return;
+    try {
+        if (level == 1)
+            m_driver.Rollback();
+        else
+            m_driver.RollbackToSavepoint(level);
+    } catch (...) {
+        if (!m_levels.empty())
+            m_state = State::Lost; // what the outer levels hold is not certain any more
+        throw;
+    }
+}
+
+bool Levels::HasWrites() const noexcept
+{
+    return m_state != State::Lost && std::find(m_levels.begin(), m_levels.end(), true) != m_levels.end();
+}
+
+void Levels::BeforeWrite()
+{
+    RefuseWhenLost();
+    if (m_levels.empty() || m_state == State::Started)
+        return;
+    m_driver.BeginWrite();
+    try {
+        for (int level = 2; level <= GetCount(); ++level)
+            m_driver.SetSavepoint(level);
+    } catch (...) {
+        m_driver.Rollback();
+        throw;
+    }
+    m_state = State::Started;
+}
+
+void Levels::AfterWrite() noexcept
+{
+    if (!m_levels.empty())
+        m_levels.back() = true;
+}
+
+void Levels::AfterFailure() noexcept
+{
+    if (m_state != State::Started)
+        return;
+    bool open = false;
+    try {
+        open = m_driver.InTransaction();
+    } catch (...) { // no answer: the connection is gone, and the transaction with it
+    }
+    if (!open)
+        m_state = State::Lost;
+}
+
+void Levels::RefuseWhenLost() const
+{
+    if (m_state == State::Lost)
+        throw DatabaseError(DatabaseError::Category::Other, "",
+                            "the database has undone this transaction after an earlier error, nothing of it was "
+                            "saved; close it and begin again",
+                            "");
+}
+
+void Levels::Pop() noexcept
+{
+    m_levels.pop_back();
+    if (m_levels.empty())
+        m_state = State::Waiting;
+}
+
+} // namespace Cellar::Detail

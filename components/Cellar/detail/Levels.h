@@ -1,0 +1,46 @@
+#pragma once
+
+// Nested transactions over one engine transaction.
+
+#include <vector>
+
+#include "Cellar/Driver.h"
+
+namespace Cellar::Detail
+{
+
+/// The open levels of a connection. The engine's transaction begins with the first write; the outermost level is that
+/// transaction, each further one a savepoint in it.
+class Levels
+{
+public:
+    explicit Levels(Driver& driver) noexcept : m_driver(driver) {}
+
+    void Begin();
+    void Commit();
+    void Rollback();
+    int GetCount() const noexcept { return static_cast<int>(m_levels.size()); }
+    bool HasWrites() const noexcept;
+
+    /// Before a statement that may write: opens the transaction when levels are open. When it throws, nothing changed.
+    void BeforeWrite();
+    void AfterWrite() noexcept; // the statement went through
+    /// After a failed statement: the engine may have ended the transaction by itself.
+    void AfterFailure() noexcept;
+
+private:
+    enum class State : std::uint8_t
+    {
+        Waiting, // no write yet, nothing sent
+        Started,
+        Lost // the engine ended the transaction; its levels wait for their owners
+    };
+    void RefuseWhenLost() const;
+    void Pop() noexcept;
+
+    Driver& m_driver;
+    std::vector<bool> m_levels; // each: it holds a write
+    State m_state = State::Waiting;
+};
+
+} // namespace Cellar::Detail

@@ -1,0 +1,197 @@
+#include "Cellar/detail/Tokens.h"
+
+#include <algorithm>
+#include <string>
+
+#include "Cellar/DatabaseError.h"
+
+namespace Cellar::Detail
+{
+namespace
+{
+
+using Kind = Token::Kind;
+
+bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
+bool IsHexDigit(char c) noexcept { return IsDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
+/// Every byte of a character beyond ASCII is taken for a letter.
+bool IsLetter(char c) noexcept
+{
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || static_cast<unsigned char>(c) >= 0x80;
+}
+bool IsWordCharacter(char c) noexcept { return IsLetter(c) || IsDigit(c) || c == '$' || c == '#'; }
+bool IsSpace(char c) noexcept { return c == ' ' || (c >= '\t' && c <= '\r'); }
+/// Characters that mean a parameter to some engine (? : $ @) are none of these.
+bool IsSymbol(char c) noexcept { return std::string_view("(),.;+-*/<>=!&|^~").find(c) != std::string_view::npos; }
+
+struct PlaceholderText
+{
+    std::string_view text;
+    Placeholder::Type type;
+};
+constexpr PlaceholderText kPlaceholders[] = {
+    {"%s", Placeholder::Type::Text},     {"%d", Placeholder::Type::Int},    {"%ld", Placeholder::Type::Long},
+    {"%I64d", Placeholder::Type::Int64}, {"%b", Placeholder::Type::Binary}, {"%t", Placeholder::Type::DateTime},
+    {"%m", Placeholder::Type::Money},    {"%f", Placeholder::Type::Real},
+};
+
+class Tokenizer
+{
+public:
+    explicit Tokenizer(std::string_view statement) : m_statement(statement) {}
+
+    std::vector<Token> Run()
+    {
+        std::vector<Token> tokens;
+        tokens.reserve(m_statement.size() / 3);
+        while (m_at < m_statement.size())
+            tokens.push_back(Next());
+        return tokens;
+    }
+
+private:
+    char Peek(std::size_t ahead = 0) const noexcept
+    {
+        return m_at + ahead < m_statement.size() ? m_statement[m_at + ahead] : '\0';
+    }
+    std::string_view Rest() const noexcept { return m_statement.substr(m_at); }
+    [[noreturn]] void Fail(const char* why) const { FailSyntax(m_statement, Rest(), why); }
+
+    Token Take(Kind kind, std::size_t length) noexcept
+    {
+        const Token token{kind, m_statement.substr(m_at, length)};
+        m_at += token.text.size();
+        return token;
+    }
+    template<class Predicate>
+    Token TakeWhile(Kind kind, std::size_t from, Predicate belongs) noexcept
+    {
+        std::size_t length = from;
+        while (m_at + length < m_statement.size() && belongs(m_statement[m_at + length]))
+            ++length;
+        return Take(kind, length);
+    }
+
+    Token Next()
+    {
+        const char c = Peek();
+        if (IsSpace(c))
+            return TakeWhile(Kind::Blank, 1, IsSpace);
+        if (c == '-' && Peek(1) == '-')
+            return TakeWhile(Kind::Blank, 2, [](char next) { return next != '\n'; });
+        if (c == '/' && Peek(1) == '*')
+            return Take(Kind::Blank, CommentLength());
+        if (c == '\'')
+            return String(Kind::String, 0);
+        if ((c == 'N' || c == 'n') && Peek(1) == '\'')
+            return String(Kind::NString, 1);
+        if (IsLetter(c))
+            return TakeWhile(Kind::Word, 1, IsWordCharacter);
+        if (c == '[')
+            return Take(Kind::BracketName, EnclosedLength(0, ']', "a [name] has no end"));
+        if (c == '"')
+            return Take(Kind::QuotedName, EnclosedLength(0, '"', "a \"name\" has no end"));
+        if (c == '0' && (Peek(1) == 'x' || Peek(1) == 'X'))
+            return TakeWhile(Kind::Bytes, 2, IsHexDigit);
+        if (IsDigit(c))
+            return Number();
+        if (c == '@' && Peek(1) == '@')
+            return TakeWhile(Kind::System, 2, IsWordCharacter);
+        if (c == '%')
+            return Percent();
+        if (IsSymbol(c))
+            return Take(Kind::Symbol, 1);
+        Fail("this character has no meaning outside a string; values are bound, not named");
+    }
+
+    /// T-SQL comments nest.
+    std::size_t CommentLength() const
+    {
+        std::size_t length = 2;
+        for (int depth = 1; depth > 0;) {
+            if (m_at + length + 1 >= m_statement.size())
+                Fail("a comment has no end");
+            const char c = Peek(length), next = Peek(length + 1);
+            const bool opens = c == '/' && next == '*', closes = c == '*' && next == '/';
+            depth += opens ? 1 : closes ? -1 : 0;
+            length += opens || closes ? 2 : 1;
+        }
+        return length;
+    }
+
+    /// From the opening mark at `open` to the closing one, both counted; a doubled closing mark stands for itself.
+    std::size_t EnclosedLength(std::size_t open, char close, const char* unclosed) const
+    {
+        for (std::size_t length = open + 1; m_at + length < m_statement.size(); ++length) {
+            if (Peek(length) != close)
+                continue;
+            if (Peek(length + 1) != close)
+                return length + 1;
+            ++length;
+        }
+        Fail(unclosed);
+    }
+
+    /// `open` is where the quote stands.
+    Token String(Kind kind, std::size_t open)
+    {
+        const std::size_t length = EnclosedLength(open, '\'', "a string has no end");
+        const std::string_view inner = Rest().substr(open + 1, length - open - 2);
+        if (inner == "%s")
+            return Take(Kind::Placeholder, length);
+        for (std::size_t i = inner.find('%'); i != std::string_view::npos; i = inner.find('%', i + 2))
+            if (inner.substr(i, 2) != "%%")
+                Fail("a placeholder in a string must be '%s' and all of it; write %% for a per cent sign");
+        return Take(kind, length);
+    }
+
+    Token Number() noexcept
+    {
+        std::size_t length = 0;
+        while (IsDigit(Peek(length)) || Peek(length) == '.')
+            ++length;
+        if (Peek(length) == 'e' || Peek(length) == 'E') {
+            const std::size_t digits = length + (Peek(length + 1) == '+' || Peek(length + 1) == '-' ? 2 : 1);
+            if (IsDigit(Peek(digits)))
+                return TakeWhile(Kind::Number, digits, IsDigit);
+        }
+        return Take(Kind::Number, length);
+    }
+
+    Token Percent()
+    {
+        if (Peek(1) == '%')
+            return Take(Kind::Percent, 2);
+        for (const PlaceholderText& known : kPlaceholders)
+            if (Rest().starts_with(known.text) && !IsWordCharacter(Peek(known.text.size()))) {
+                Token token = Take(Kind::Placeholder, known.text.size());
+                token.placeholder = known.type;
+                return token;
+            }
+        Fail("unknown placeholder; known are %s %d %ld %I64d %b %t %m %f, and %% for a per cent sign");
+    }
+
+    std::string_view m_statement;
+    std::size_t m_at = 0;
+};
+
+} // namespace
+
+std::vector<Token> Tokenize(std::string_view statement) { return Tokenizer(statement).Run(); }
+
+void FailSyntax(std::string_view statement, std::string_view at, const char* why)
+{
+    const auto position = at.data() ? at.data() - statement.data() + 1 : 1;
+    throw DatabaseError(DatabaseError::Category::Syntax, "",
+                        std::string(why) + " (at character " + std::to_string(position) + ")", std::string(statement));
+}
+
+bool IsWord(const Token& token, std::string_view capitals) noexcept
+{
+    return token.kind == Kind::Word &&
+           std::equal(token.text.begin(), token.text.end(), capitals.begin(), capitals.end(), [](char a, char b) {
+               return (a >= 'a' && a <= 'z' ? static_cast<char>(a - 'a' + 'A') : a) == b;
+           });
+}
+
+} // namespace Cellar::Detail

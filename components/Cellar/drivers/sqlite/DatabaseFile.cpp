@@ -1,0 +1,130 @@
+#include "Cellar/drivers/sqlite/DatabaseFile.h"
+
+#include <filesystem>
+#include <fstream>
+#include <system_error>
+
+#include "Afx/Platform.h"
+#include "Cellar/DatabaseError.h"
+
+#ifdef __linux__
+#include <sys/vfs.h>
+#endif
+
+namespace Cellar::Sqlite
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view kMagic("SQLite format 3\0", 16);
+
+fs::path ToPath(const std::string& utf8) { return fs::path(std::u8string(utf8.begin(), utf8.end())); }
+std::string ToUtf8(const fs::path& path)
+{
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
+/// The name of the network file system that holds `folder`, or null.
+const char* ShareName(const fs::path& folder)
+{
+#if defined(__linux__)
+    struct statfs system = {};
+    return statfs(folder.c_str(), &system) == 0 ? NetworkFileSystem(static_cast<std::uint32_t>(system.f_type))
+                                                : nullptr;
+#elif defined(_WIN32)
+    const fs::path root = folder.root_path();
+    const bool isShare = folder.native().starts_with(L"\\\\") || GetDriveTypeW(root.c_str()) == DRIVE_REMOTE;
+    return isShare ? "a mapped drive or UNC path" : nullptr;
+#else
+    static_cast<void>(folder);
+    return nullptr;
+#endif
+}
+
+void RefuseNetworkShare(const std::string& path, const fs::path& folder)
+{
+    if (const char* const share = ShareName(folder))
+        FailOpen(path, std::string("it is on a network share (") + share +
+                           "), where a database file gets damaged; copy it to a disk of this computer, or keep the "
+                           "practice on a server and open that with odbc:Driver=...;Servername=...");
+}
+
+/// True for an empty file.
+bool LookInside(const std::string& path, const fs::path& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream)
+        FailOpen(path, "there is no permission to read it; ask for the right to read and write it");
+    char start[kMagic.size()];
+    stream.read(start, sizeof start);
+    const std::string_view found(start, static_cast<std::size_t>(stream.gcount()));
+    if (!found.empty() && found != kMagic)
+        FailOpen(path, "it is no database; check the name, or go back to a copy if it was one");
+    return found.empty();
+}
+
+} // namespace
+
+void FailOpen(const std::string& path, const std::string& why)
+{
+    throw DatabaseError(DatabaseError::Category::CannotOpen, "", "cannot open " + path + ": " + why, "");
+}
+
+const char* NetworkFileSystem(std::uint32_t type) noexcept
+{
+    switch (type) {
+    case 0x6969:
+        return "NFS";
+    case 0x517B:
+        return "SMB";
+    case 0xFF534D42:
+        return "CIFS";
+    case 0xFE534D42:
+        return "SMB2";
+    case 0x5346414F:
+        return "AFS";
+    case 0x73757245:
+        return "Coda";
+    case 0x564C:
+        return "NCP";
+    case 0x00C36400:
+        return "Ceph";
+    case 0x01021997:
+        return "9P";
+    case 0x65735546:
+        return "FUSE";
+    default:
+        return nullptr;
+    }
+}
+
+DatabaseFile Look(const std::string& path, bool createIfMissing)
+{
+    if (path.empty() || path.find('\0') != std::string::npos)
+        throw DatabaseError(DatabaseError::Category::CannotOpen, "",
+                            "no database is named; name a file, as in sqlite:practice.db", "");
+    std::error_code error;
+    const fs::path file = fs::absolute(ToPath(path), error);
+    const fs::file_status status = fs::status(file, error);
+    if (fs::is_directory(status))
+        FailOpen(path, "it is a folder; name the database file in it");
+    if (fs::exists(status) && !fs::is_regular_file(status))
+        FailOpen(path, "it is not an ordinary file; check the name");
+    if (status.type() == fs::file_type::none)
+        FailOpen(path, "it cannot be reached (" + error.message() + "); check the name and the rights to its folder");
+    const fs::path folder = file.parent_path();
+    if (!fs::exists(status) && !fs::is_directory(folder, error))
+        FailOpen(path, "its folder does not exist; check the name, or make the folder first");
+    RefuseNetworkShare(path, fs::exists(status) ? file : folder);
+
+    const bool isNew = !fs::exists(status) || LookInside(path, file);
+    if (isNew && !createIfMissing)
+        FailOpen(path, fs::exists(status) ? "the file is empty; check the name, or create the practice first"
+                                          : "there is no such file; check the name, or create the practice first");
+    return {ToUtf8(file), isNew};
+}
+
+} // namespace Cellar::Sqlite

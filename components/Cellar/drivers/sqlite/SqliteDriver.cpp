@@ -1,0 +1,219 @@
+#include "Cellar/drivers/sqlite/SqliteDriver.h"
+
+#include <algorithm>
+#include <limits>
+#include <new>
+
+#include "Cellar/DatabaseError.h"
+#include "Cellar/Dialect.h"
+#include "Cellar/drivers/sqlite/DatabaseFile.h"
+#include "Cellar/drivers/sqlite/SqliteError.h"
+#include "Cellar/drivers/sqlite/Statements.h"
+
+namespace Cellar::Sqlite
+{
+namespace
+{
+
+constexpr int kBusyTimeout = 5000; // milliseconds
+
+/// The session id is a number that no other session of this file ever had: ids of processes and of threads come back,
+/// and a lock row that a dead session left behind would then look like ours.
+constexpr char kTakeSessionId[] =
+    "CREATE TABLE IF NOT EXISTS CellarSession(nNext INTEGER NOT NULL);"
+    "INSERT INTO CellarSession(nNext) SELECT 1 WHERE NOT EXISTS(SELECT 1 FROM CellarSession);"
+    "UPDATE CellarSession SET nNext = nNext + 1;";
+
+struct CloseDatabase
+{
+    void operator()(sqlite3* database) const noexcept { sqlite3_close_v2(database); }
+};
+using DatabasePtr = std::unique_ptr<sqlite3, CloseDatabase>;
+
+DatabasePtr OpenFile(const std::string& path, bool create)
+{
+    sqlite3* raw = nullptr;
+    const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
+    const int result = sqlite3_open_v2(path.c_str(), &raw, flags, nullptr);
+    DatabasePtr database(raw);
+    if (!database)
+        throw std::bad_alloc();
+    if (result != SQLITE_OK)
+        FailOpen(path, std::string("the system does not let it be opened (") + sqlite3_errmsg(raw) +
+                           "); check the rights to the file and its folder");
+    return database;
+}
+
+class SqliteDriver final : public Driver
+{
+public:
+    explicit SqliteDriver(const DatabaseFile& file)
+        : m_database(OpenFile(file.path, file.isNew)), m_statements(m_database.get())
+    {
+        SetUp();
+        CheckUsable(file.path);
+        // FULL: a token is good for one use, so a commit must outlast a power cut.
+        Exec("PRAGMA foreign_keys = ON; PRAGMA synchronous = FULL");
+        if (file.isNew)
+            TakeSessionId();
+    }
+
+    long Execute(std::string_view statement, const std::vector<Value>& values) override
+    {
+        Run run(m_database.get(), Ready(statement));
+        run.Bind(values);
+        const std::int64_t before = sqlite3_total_changes64(m_database.get());
+        while (run.Step())
+            ;
+        if (sqlite3_total_changes64(m_database.get()) == before)
+            return 0; // the engine still counts the changes of the statement before
+        const std::int64_t changed = sqlite3_changes64(m_database.get());
+        return static_cast<long>(std::min<std::int64_t>(changed, std::numeric_limits<std::int32_t>::max()));
+    }
+
+    RowSet Query(std::string_view statement, const std::vector<Value>& values) override
+    {
+        Run run(m_database.get(), Ready(statement));
+        run.Bind(values);
+        RowSet set;
+        bool more = run.Step(); // before the columns are read: the engine may prepare the statement anew
+        const int columns = run.GetColumnCount();
+        set.columns.reserve(static_cast<std::size_t>(columns));
+        for (int column = 0; column < columns; ++column)
+            set.columns.push_back(run.GetColumnName(column));
+        for (; more; more = run.Step()) {
+            std::vector<Value>& row = set.rows.emplace_back();
+            row.reserve(static_cast<std::size_t>(columns));
+            for (int column = 0; column < columns; ++column)
+                run.Read(column, row.emplace_back());
+        }
+        return set;
+    }
+
+    void Script(std::string_view statements) override
+    {
+        if (!InTransaction())
+            TakeSessionId();
+        Exec(std::string(statements).c_str());
+    }
+
+    std::int64_t GetSessionId() override
+    {
+        TakeSessionId();
+        return m_sessionId;
+    }
+    const Dialect& GetDialect() const noexcept override { return SqliteDialect(); }
+    void SetBusyTimeout(unsigned milliseconds) override
+    {
+        constexpr unsigned kMost = 1U << 30;
+        sqlite3_busy_timeout(m_database.get(), static_cast<int>(std::min(milliseconds, kMost)));
+    }
+
+    void BeginWrite() override { Execute("BEGIN IMMEDIATE", {}); } // a plain one fails at its first write when busy
+    void Commit() override { Execute("COMMIT", {}); }
+    void Rollback() override
+    {
+        if (InTransaction())
+            Execute("ROLLBACK", {});
+    }
+    bool InTransaction() override { return sqlite3_get_autocommit(m_database.get()) == 0; }
+
+private:
+    void Exec(const char* statements)
+    {
+        if (sqlite3_exec(m_database.get(), statements, nullptr, nullptr, nullptr) != SQLITE_OK)
+            Throw(m_database.get(), Doing::Preparing);
+    }
+
+    void SetUp()
+    {
+        sqlite3* const database = m_database.get();
+        sqlite3_extended_result_codes(database, 1);
+        sqlite3_busy_timeout(database, kBusyTimeout);
+        sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr); // "name" is never a string
+        sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+        // Innocuous, so that a column's default may call it.
+        sqlite3_create_function_v2(database, "spid", 0, SQLITE_UTF8 | SQLITE_INNOCUOUS, this, Spid, nullptr, nullptr,
+                                   nullptr);
+    }
+
+    static void Spid(sqlite3_context* context, int, sqlite3_value**)
+    {
+        const auto* const self = static_cast<const SqliteDriver*>(sqlite3_user_data(context));
+        if (self->m_sessionId != 0)
+            sqlite3_result_int64(context, self->m_sessionId);
+        else
+            sqlite3_result_error(context, "this session has no id before its first write", -1);
+    }
+
+    /// The engine opens files only when it reads, and falls back to reading when it may not write.
+    void CheckUsable(const std::string& path)
+    {
+        if (sqlite3_db_readonly(m_database.get(), "main") == 1)
+            FailOpen(path, "it can only be read; ask for the right to write to it and its folder");
+        if (sqlite3_exec(m_database.get(), "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr) ==
+            SQLITE_OK)
+            return;
+        switch (sqlite3_errcode(m_database.get()) & 0xFF) { // extended codes are on
+        case SQLITE_NOTADB:
+        case SQLITE_CORRUPT:
+            FailOpen(path, "it is no database, or damaged; check the name, or go back to a copy of it");
+        case SQLITE_CANTOPEN:
+        case SQLITE_READONLY:
+        case SQLITE_PERM:
+            FailOpen(path, "its folder does not let files be made beside it; ask for the right to write to the folder");
+        default:
+            Throw(m_database.get(), Doing::Running);
+        }
+    }
+
+    sqlite3_stmt* Ready(std::string_view text)
+    {
+        sqlite3_stmt* const statement = m_statements.Get(text);
+        if (m_sessionId == 0 && !sqlite3_stmt_readonly(statement) && !InTransaction())
+            TakeSessionId(); // now: the statement, or one after it in the same transaction, may ask for it
+        return statement;
+    }
+
+    /// In a transaction of its own, before any other, so that no rollback gives the number back.
+    void TakeSessionId()
+    {
+        if (m_sessionId != 0)
+            return;
+        sqlite3_exec(m_database.get(), "PRAGMA journal_mode = WAL", nullptr, nullptr, nullptr); // busy: next session
+        Exec("BEGIN IMMEDIATE");
+        try {
+            Exec(kTakeSessionId);
+            const std::int64_t id = ReadNumber("SELECT max(nNext) - 1 FROM CellarSession");
+            Exec("COMMIT");
+            m_sessionId = id;
+        } catch (...) {
+            if (InTransaction())
+                sqlite3_exec(m_database.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+            throw;
+        }
+    }
+
+    std::int64_t ReadNumber(const char* query)
+    {
+        sqlite3_stmt* raw = nullptr;
+        const int result = sqlite3_prepare_v2(m_database.get(), query, -1, &raw, nullptr);
+        const StatementPtr statement(raw);
+        if (result != SQLITE_OK || sqlite3_step(raw) != SQLITE_ROW)
+            Throw(m_database.get(), Doing::Running);
+        return sqlite3_column_int64(raw, 0);
+    }
+
+    DatabasePtr m_database;
+    Statements m_statements;      // closed before the database
+    std::int64_t m_sessionId = 0; // 0: not taken yet
+};
+
+} // namespace
+
+std::unique_ptr<Driver> Open(const std::string& path, bool createIfMissing)
+{
+    return std::make_unique<SqliteDriver>(Look(path, createIfMissing));
+}
+
+} // namespace Cellar::Sqlite

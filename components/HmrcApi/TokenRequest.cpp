@@ -1,0 +1,101 @@
+#include "HmrcApi/TokenRequest.h"
+
+#include <charconv>
+#include <cstdint>
+
+#include "HmrcApi/json/Json.h"
+#include "Shellkit/Cipher.h"
+
+namespace HmrcApi
+{
+namespace
+{
+
+constexpr struct
+{
+    std::string_view base, page;
+} kAuthorisePages[] = {
+    {"https://api.service.hmrc.gov.uk", "https://www.tax.service.gov.uk"},
+    {"https://test-api.service.hmrc.gov.uk", "https://test-www.tax.service.gov.uk"},
+};
+
+constexpr std::int32_t kUsualLifetime = 14'400; // seconds; HMRC's access tokens live four hours
+
+std::string TextOf(const JsonValue& json, std::string_view name)
+{
+    const JsonValue* member = json.Find(name);
+    return member && member->Is(JsonValue::Kind::Text) ? member->text : std::string();
+}
+
+std::int32_t LifetimeOf(const JsonValue& json)
+{
+    const JsonValue* member = json.Find("expires_in");
+    std::int32_t seconds = kUsualLifetime;
+    if (member && (member->Is(JsonValue::Kind::Number) || member->Is(JsonValue::Kind::Text)))
+        std::from_chars(member->text.data(), member->text.data() + member->text.size(), seconds);
+    return seconds;
+}
+
+/// Nothing unless both tokens are there: an access token alone would end in four hours with no way on.
+std::optional<COAuth2Tokens> ReadTokens(const std::string& body)
+{
+    const std::optional<JsonValue> json = ParseJson(body);
+    if (!json)
+        return std::nullopt;
+    COAuth2Tokens tokens;
+    tokens.accessToken = TextOf(*json, "access_token");
+    tokens.refreshToken = TextOf(*json, "refresh_token");
+    tokens.tokenType = TextOf(*json, "token_type");
+    tokens.scope = TextOf(*json, "scope");
+    tokens.expiresIn = LifetimeOf(*json);
+    if (tokens.accessToken.empty() || tokens.refreshToken.empty())
+        return std::nullopt;
+    return tokens;
+}
+
+} // namespace
+
+TokenAnswer RequestTokens(ITransport& transport, IClientData& clientData, FormFields fields,
+                          const std::function<bool()>& cancelled)
+{
+    const std::string id = clientData.GetId();
+    std::string secret = clientData.GetSecret();
+    fields.emplace_back("client_id", id);
+    fields.emplace_back("client_secret", secret);
+    HttpRequest request;
+    request.method = "POST";
+    request.address = JoinAddress(clientData.GetAuthenticationEndpoint(), "oauth/token");
+    request.headers = {{"Content-Type", "application/x-www-form-urlencoded"}, {"Accept", "application/json"}};
+    request.body = EncodeForm(fields);
+    request.cancelled = cancelled;
+
+    TokenAnswer result;
+    result.answer = transport.Send(request);
+    Shellkit::Wipe(request.body.data(), request.body.size());
+    Shellkit::Wipe(secret.data(), secret.size());
+    std::string& body = result.answer.body;
+    if (result.answer.outcome == HttpAnswer::Outcome::Answered) {
+        if (result.answer.status == 200)
+            result.tokens = ReadTokens(body);
+        if (result.answer.status == 200 && !result.tokens)
+            result.error = {"ANSWER_MALFORMED", "HMRC's answer holds no tokens", {}};
+        else if (!result.tokens)
+            result.error = ReadErrorBody(result.answer);
+    }
+    Shellkit::Wipe(body.data(), body.size());
+    body.clear();
+    return result;
+}
+
+std::string AuthoriseAddress(const std::string& base)
+{
+    std::string_view host = base;
+    while (host.ends_with('/'))
+        host.remove_suffix(1);
+    for (const auto& row : kAuthorisePages)
+        if (row.base == host)
+            host = row.page;
+    return JoinAddress(host, "oauth/authorize");
+}
+
+} // namespace HmrcApi

@@ -1,0 +1,184 @@
+#include "HmrcApi/redirect/RedirectListener.h"
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+#include <httplib.h>
+
+namespace HmrcApi
+{
+namespace
+{
+
+constexpr char kPath[] = "/callback";
+constexpr std::chrono::milliseconds kSlice{100};
+
+std::string Page(const char* title, const char* text)
+{
+    return std::string("<!DOCTYPE html><html lang=\"en\"><head><meta charset=\"utf-8\"><title>") + title +
+           "</title></head><body style=\"font-family: sans-serif; max-width: 40em; margin: 3em auto\"><h1>" + title +
+           "</h1><p>" + text + "</p></body></html>";
+}
+
+/// Equal, in a time that does not tell where they differ.
+bool IsSameSecret(const std::string& a, const std::string& b) noexcept
+{
+    unsigned difference = a.size() == b.size() ? 0 : 1;
+    for (std::size_t i = 0; i < a.size() && i < b.size(); ++i)
+        difference |= static_cast<unsigned char>(a[i]) ^ static_cast<unsigned char>(b[i]);
+    return difference == 0;
+}
+
+/// One server on one address, its thread with it.
+class Listener
+{
+public:
+    explicit Listener(std::function<void(const httplib::Request&, httplib::Response&)> answer)
+    {
+        m_server.Get(kPath, std::move(answer));
+        // Without SO_REUSEPORT, which would let a second program listen on the same port.
+        m_server.set_socket_options([](socket_t socket) {
+            const int yes = 1;
+            setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, reinterpret_cast<const char*>(&yes), sizeof yes);
+        });
+        m_server.set_keep_alive_max_count(1);
+        m_server.set_keep_alive_timeout(1); // browsers open connections that they never use
+        m_server.set_read_timeout(2);
+        m_server.set_payload_max_length(4096);
+    }
+    ~Listener()
+    {
+        if (!m_isBound)
+            return;
+        Start(); // only a server that has run gives its port back
+        m_server.stop();
+        m_thread.join();
+    }
+
+    bool Bind(const char* host, int port) { return m_isBound = m_server.bind_to_port(host, port); }
+    bool BindAnyPort(const char* host) { return m_isBound = m_server.bind_to_any_port(host) > 0; }
+    void Start()
+    {
+        if (m_thread.joinable())
+            return;
+        m_thread = std::thread([this] { m_server.listen_after_bind(); });
+        while (!m_server.is_running()) // a stop before that would be lost
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+
+private:
+    httplib::Server m_server;
+    std::thread m_thread;
+    bool m_isBound = false;
+};
+
+bool HasIpv6()
+{
+    Listener probe([](const httplib::Request&, httplib::Response&) {});
+    return probe.BindAnyPort("::1");
+}
+
+class RedirectListener : public IRedirectListener
+{
+public:
+    explicit RedirectListener(std::string state) : m_state(std::move(state)) {}
+    ~RedirectListener() override = default;
+
+    bool Open(unsigned short port, bool needsIpv6)
+    {
+        m_port = port;
+        if (!Add("127.0.0.1") || (needsIpv6 && !Add("::1"))) {
+            m_listeners.clear();
+            return false;
+        }
+        for (const auto& listener : m_listeners)
+            listener->Start();
+        return true;
+    }
+
+    unsigned short Port() const noexcept override { return m_port; }
+
+    RedirectAnswer Wait(unsigned milliseconds, const std::function<bool()>& cancelled) override
+    {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
+        std::unique_lock lock(m_mutex);
+        while (!m_answer) {
+            const auto now = std::chrono::steady_clock::now();
+            if (now >= end)
+                return {RedirectAnswer::Kind::TimedOut, {}, {}};
+            m_arrived.wait_until(lock, std::min(now + kSlice, end));
+            lock.unlock(); // the user's answer may take its time
+            const bool isCancelled = cancelled && cancelled();
+            lock.lock();
+            if (isCancelled && !m_answer)
+                return {RedirectAnswer::Kind::Cancelled, {}, {}};
+        }
+        return *m_answer;
+    }
+
+private:
+    bool Add(const char* host)
+    {
+        auto listener = std::make_unique<Listener>(
+            [this](const httplib::Request& request, httplib::Response& response) { Answer(request, response); });
+        if (!listener->Bind(host, m_port))
+            return false;
+        m_listeners.push_back(std::move(listener));
+        return true;
+    }
+
+    void Answer(const httplib::Request& request, httplib::Response& response)
+    {
+        response.set_header("Cache-Control", "no-store");
+        response.set_header("Referrer-Policy", "no-referrer"); // the address holds the code
+        const std::string code = request.get_param_value("code");
+        const bool isDenied = request.has_param("error");
+        if (!IsSameSecret(request.get_param_value("state"), m_state) || (code.empty() && !isDenied)) {
+            response.status = 400;
+            response.set_content(Page("Not expected", "This answer does not belong to the sign-in under way."),
+                                 "text/html");
+            return;
+        }
+        if (isDenied)
+            response.set_content(Page("No authority given", "You may close this page and return to the program."),
+                                 "text/html");
+        else
+            response.set_content(
+                Page("Authority given", "HMRC has told the program. You may close this page and return to it."),
+                "text/html");
+        const std::lock_guard lock(m_mutex);
+        if (!m_answer)
+            m_answer = {isDenied ? RedirectAnswer::Kind::Denied : RedirectAnswer::Kind::Code, code,
+                        request.get_param_value("error_description")};
+        m_arrived.notify_all();
+    }
+
+    const std::string m_state;
+    unsigned short m_port = 0;
+    std::mutex m_mutex;
+    std::condition_variable m_arrived;
+    std::optional<RedirectAnswer> m_answer;
+    std::vector<std::unique_ptr<Listener>> m_listeners; // last, so that the threads end first
+};
+
+} // namespace
+
+IRedirectListener::~IRedirectListener() = default;
+
+std::unique_ptr<IRedirectListener> OpenRedirectListener(const std::vector<unsigned short>& ports,
+                                                        const std::string& state)
+{
+    // Where the computer has IPv6, "localhost" may mean ::1 to the browser: the port must be ours on both.
+    const bool needsIpv6 = HasIpv6();
+    for (const unsigned short port : ports) {
+        auto listener = std::make_unique<RedirectListener>(state);
+        if (listener->Open(port, needsIpv6))
+            return listener;
+    }
+    return nullptr;
+}
+
+} // namespace HmrcApi

@@ -1,0 +1,50 @@
+#include "HmrcApi/transport/Pace.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <mutex>
+
+#include "Afx/Clock.h"
+#include "HmrcApi/Waiting.h"
+#include "Shellkit/NamedItems.h"
+
+namespace HmrcApi
+{
+namespace
+{
+
+constexpr std::int64_t kSpacing = 500; // milliseconds
+
+/// The next free moment; one for the process, whichever modules send.
+struct Turns
+{
+    std::mutex mutex;
+    std::int64_t next = 0; // Unix milliseconds
+
+    /// Takes the next turn and answers how long it is away.
+    std::int64_t Take()
+    {
+        const std::lock_guard lock(mutex);
+        const std::int64_t now = Afx::Clock::UnixMilliseconds();
+        // A clock that was set back must not leave us waiting for the old time.
+        const std::int64_t turn = next - now > 60 * kSpacing ? now : std::max(now, next);
+        next = turn + kSpacing;
+        return turn - now;
+    }
+};
+
+Turns& TheTurns()
+{
+    void* item = GetGlobalDataItem(
+        "HmrcApi.Turns", []() -> void* { return new Turns; }, [](void* turns) { delete static_cast<Turns*>(turns); });
+    return *static_cast<Turns*>(item);
+}
+
+} // namespace
+
+bool TakeTurn(const std::function<bool()>& cancelled)
+{
+    return WaitUnless(cancelled, static_cast<unsigned>(TheTurns().Take()));
+}
+
+} // namespace HmrcApi

@@ -1,0 +1,70 @@
+#include "HmrcApi/transport/Transport.h"
+
+#include <string_view>
+
+#include "Afx/TextFold.h"
+
+namespace HmrcApi
+{
+namespace
+{
+
+/// Four decimal numbers up to 255, the first 127.
+bool IsLoopbackNumber(std::string_view host) noexcept
+{
+    if (!host.starts_with("127."))
+        return false;
+    int parts = 0;
+    while (true) {
+        int value = 0;
+        std::size_t digits = 0;
+        while (digits < host.size() && host[digits] >= '0' && host[digits] <= '9' && digits < 4)
+            value = value * 10 + (host[digits++] - '0');
+        if (digits == 0 || digits > 3 || value > 255)
+            return false;
+        host.remove_prefix(digits);
+        ++parts;
+        if (host.empty())
+            return parts == 4;
+        if (host.front() != '.' || parts == 4)
+            return false;
+        host.remove_prefix(1);
+    }
+}
+
+} // namespace
+
+ITransport::~ITransport() = default;
+
+bool IsLoopbackAddress(const std::string& address)
+{
+    std::string_view rest = address;
+    const std::size_t colon = rest.find("://");
+    if (colon == std::string_view::npos)
+        return false;
+    const std::string_view scheme = rest.substr(0, colon);
+    if (!Afx::EqualNoCase(scheme, "http") && !Afx::EqualNoCase(scheme, "https"))
+        return false;
+    rest.remove_prefix(colon + 3);
+    std::string_view host = rest.substr(0, rest.find_first_of("/?#"));
+    // A user name, a backslash or a blank may mean another host to the next reader of this address.
+    for (const char c : host)
+        if (c == '@' || c == '\\' || c == '%' || static_cast<unsigned char>(c) <= ' ' ||
+            static_cast<unsigned char>(c) >= 0x7F)
+            return false;
+
+    const std::size_t nameEnd = host.starts_with('[') ? host.find(']') : host.find(':');
+    if (host.starts_with('[') && nameEnd == std::string_view::npos)
+        return false;
+    std::string_view port;
+    if (nameEnd != std::string_view::npos) {
+        port = host.substr(host.starts_with('[') ? nameEnd + 1 : nameEnd);
+        host = host.starts_with('[') ? host.substr(0, nameEnd + 1) : host.substr(0, nameEnd);
+    }
+    if (!port.empty() &&
+        (port.front() != ':' || port.substr(1).find_first_not_of("0123456789") != std::string_view::npos))
+        return false;
+    return host == "[::1]" || Afx::EqualNoCase(host, "localhost") || IsLoopbackNumber(host);
+}
+
+} // namespace HmrcApi

@@ -1,0 +1,103 @@
+#include <fstream>
+
+#include "NewPractice.h"
+
+using Brix::Fault;
+
+namespace
+{
+
+class CheckPractice : public NewPractice
+{
+protected:
+    void SetUp() override
+    {
+        NewPractice::SetUp();
+        Sql("INSERT INTO BRIXClient (lID, strName, dtDeath) VALUES (1, 'Ann', '2024-02-29'), (2, 'Bob', NULL);"
+            "INSERT INTO BRIXPartnership (lID) VALUES (1);"
+            "INSERT INTO BRIXTaxForm (lID, lClientID, nYear) VALUES (1, 1, 2024), (2, 1, 2025), (3, 2, 2024);"
+            "INSERT INTO BRIXNewEmploy (lID, lTaxFormID, lClientID, nYear, amtPay) VALUES (1, 1, 1, 2024, 123400);"
+            "INSERT INTO BRIXBTaxProprietor (lID, lClientID, lpClientID) VALUES (1, 1, NULL), (2, 0, 1);"
+            "INSERT INTO BRIXMTD_TaxYear (lID, lClientID, nYear, dtFetched)"
+            " VALUES (1, 1, 2024, '2025-01-31 10:00:00.000'), (2, 1, 2025, '2025-01-31');"
+            "INSERT INTO BRIXMTD_Employments (lID, lMTD_TaxYearID, strKey) VALUES (1, 1, 'A1'), (2, 1, 'a1'),"
+            " (3, 2, 'A1'), (4, 1, NULL), (5, 1, NULL);"
+            "INSERT INTO BRIXUser (lID, strUserID) VALUES (1, 'Ann');"
+            "INSERT INTO BRIXUserPermissions (lID, strUserID, nPermission, bAllowed) VALUES (1, 'ANN', 87, 1);"
+            "INSERT INTO Source (SourceID, ClientID, Year, SourceTypeID) VALUES (9, 1, 2024, 1);"
+            "INSERT INTO SourceTask (SourceID, TypeID, DueDate) VALUES (9, 1, '2024-01-31T00:00:00');"
+            "INSERT INTO BRIXOptions (lID) VALUES (1);");
+    }
+};
+
+TEST_F(CheckPractice, FindsNothingInOneThatFitsTogether)
+{
+    for (const Fault& fault : Brix::CheckPractice(Quarry::GetConnection()))
+        ADD_FAILURE() << fault.table << " " << fault.id << ": " << fault.fault;
+}
+
+TEST_F(CheckPractice, FindsWhatDoesNotFit)
+{
+    const struct
+    {
+        const char* sql;
+        const char* table;
+        long id;
+        const char* fault;
+    } rows[] = {
+        {"UPDATE BRIXNewEmploy SET lTaxFormID = 99", "BRIXNewEmploy", 1, "does not exist: BRIXTaxForm 99"},
+        {"UPDATE BRIXNewEmploy SET lTaxFormID = 0", "BRIXNewEmploy", 1, "has no parent"},
+        {"UPDATE BRIXNewEmploy SET nYear = 2025", "BRIXNewEmploy", 1, "client or year differ"},
+        {"UPDATE BRIXNewEmploy SET lClientID = NULL", "BRIXNewEmploy", 1, "client or year differ"},
+        {"UPDATE BRIXBTaxProprietor SET lpClientID = 7 WHERE lID = 2", "BRIXBTaxProprietor", 2, "BRIXPartnership 7"},
+        {"UPDATE BRIXBTaxProprietor SET lClientID = NULL WHERE lID = 1", "BRIXBTaxProprietor", 1, "has no parent"},
+        {"UPDATE BRIXUserPermissions SET strUserID = 'eve'", "BRIXUserPermissions", 1, "BRIXUser eve"},
+        {"UPDATE SourceTask SET SourceID = 8", "SourceTask", 8, "Source 8"},
+        {"INSERT INTO BRIXMTD_TaxYear (lID, lClientID, nYear) VALUES (7, 1, 2024)", "BRIXMTD_TaxYear", 7, "twice"},
+        {"INSERT INTO BRIXMTD_Employments (lID, lMTD_TaxYearID, strKey, bWithdrawn) VALUES (7, 1, 'A1', 1)",
+         "BRIXMTD_Employments", 7, "twice"},
+        {"INSERT INTO BRIXTaxForm (lID, lClientID, nYear) VALUES (7, 1, 2024)", "BRIXTaxForm", 7, "twice"},
+        {"INSERT INTO BRIXUser (lID, strUserID) VALUES (7, 'aNN')", "BRIXUser", 7, "twice"},
+        {"INSERT INTO BRIXOptions (lID) VALUES (2)", "BRIXOptions", 2, "row 1 only"},
+        {"UPDATE BRIXClient SET dtDeath = '2023-02-29' WHERE lID = 1", "BRIXClient", 1, "dtDeath: '2023-02-29' is no"},
+        {"UPDATE BRIXClient SET dtDeath = '31/01/2024' WHERE lID = 2", "BRIXClient", 2, "dtDeath: '31/01/2024' is no"},
+        {"UPDATE BRIXMTD_TaxYear SET dtFetched = '2025-01-31 25:00:00' WHERE lID = 1", "BRIXMTD_TaxYear", 1,
+         "dtFetched: '2025-01-31 25:00:00' is no date"},
+        {"UPDATE BRIXNewEmploy SET amtPay = 12.34", "BRIXNewEmploy", 1, "amtPay: '12.34' is no amount"},
+        {"UPDATE BRIXNewEmploy SET amtPay = 'twelve'", "BRIXNewEmploy", 1, "amtPay: 'twelve' is no amount"},
+        {"UPDATE BRIXNewEmploy SET nOrdering = 'first'", "BRIXNewEmploy", 1, "nOrdering: 'first' is no whole"},
+        {"UPDATE BRIXNewEmploy SET lID = 4294967297", "BRIXNewEmploy", 0, "lID: '4294967297' is no whole"},
+        {"DROP TABLE BRIXBank", "BRIXBank", 0, "the table is missing"},
+        {"ALTER TABLE BRIXPlan DROP COLUMN nOrdering", "BRIXPlan", 0, "the column nOrdering is missing"},
+        {"ALTER TABLE BRIXPlan DROP COLUMN nVersion", "BRIXPlan", 0, "the column nVersion is missing"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.sql);
+        const Quarry::CTransaction undone;
+        Sql(row.sql);
+        const std::vector<Fault> faults = Brix::CheckPractice(Quarry::GetConnection());
+        ASSERT_EQ(faults.size(), 1U);
+        EXPECT_EQ(faults[0].table, row.table);
+        EXPECT_EQ(faults[0].id, row.id);
+        EXPECT_NE(faults[0].fault.find(row.fault), std::string::npos) << faults[0].fault;
+    }
+}
+
+TEST_F(CheckPractice, FindsADamagedFile)
+{
+    for (int i = 0; i < 200; ++i)
+        Quarry::GetConnection().ExecuteDirectf("INSERT INTO BRIXBank (strName) VALUES (%s)", std::string(300, 'x'));
+    Quarry::SetConnection(nullptr);
+    const std::string path = ::Test::TempDir() + "/practice.db";
+    const auto pages = Open("practice.db")->Queryf("SELECT rootpage FROM sqlite_master WHERE name = 'BRIXBank'");
+    {
+        std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
+        file.seekp((Cellar::ToLong(pages.rows.at(0).at(0)) - 1) * 4096);
+        file << std::string(2000, '\xEE');
+        ASSERT_TRUE(file.flush().good());
+    }
+    Quarry::SetConnection(Open("practice.db"));
+    EXPECT_FALSE(Brix::CheckPractice(Quarry::GetConnection()).empty());
+}
+
+} // namespace

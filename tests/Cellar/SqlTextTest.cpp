@@ -1,0 +1,50 @@
+#include "Cellar/SqlText.h"
+
+#include <type_traits>
+#include <utility>
+
+#include "CellarTestSupport.h"
+
+namespace Cellar
+{
+namespace
+{
+
+// What a user typed never becomes statement text.
+static_assert(!std::is_constructible_v<SqlText, std::string>);
+static_assert(!std::is_constructible_v<SqlText, std::string_view>);
+static_assert(!std::is_constructible_v<SqlText, const char*>);
+static_assert(!std::is_constructible_v<SqlText, CString>);
+
+TEST(SqlText, StaysWholeWhenCopiedMovedAndJoined)
+{
+    SqlText table = SqlText::Identifier("MorvUserLocks"); // short enough for a string's own buffer
+    SqlText joined = "SELECT Count(*) FROM " + table + " WHERE nYear = " + SqlText::Number(-2024);
+    const SqlText copy = joined;
+    const SqlText moved = std::move(joined);
+    EXPECT_TRUE(joined.IsEmpty()); // NOLINT: what is left of a moved text is promised
+    EXPECT_EQ(copy.View(), "SELECT Count(*) FROM MorvUserLocks WHERE nYear = -2024");
+    EXPECT_EQ(moved.View(), copy.View());
+    const SqlText other = std::move(table);
+    EXPECT_EQ(other.View(), "MorvUserLocks");
+    SqlText twice = other;
+    twice += twice;
+    EXPECT_EQ(twice.View(), "MorvUserLocksMorvUserLocks");
+    twice = *&twice;
+    EXPECT_EQ(twice.View(), "MorvUserLocksMorvUserLocks");
+    twice = "literal";
+    EXPECT_EQ(twice.View(), "literal");
+}
+
+TEST(SqlTextIdentifier, RefusesWhatCouldEndAName)
+{
+    for (const char* const name : {"", "1st", "a b", "a'b", "a\"b", "a]b", "a;b", "a--", "a.b", "\xc3\xa9", "a\nb"}) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(ErrorOf([&] { SqlText::Identifier(name); }).GetCategory(), Category::Syntax);
+    }
+    EXPECT_EQ(ErrorOf([] { SqlText::Identifier({"a\0b", 3}); }).GetCategory(), Category::Syntax);
+    EXPECT_EQ(SqlText::Identifier("_BRIXMTD_TaxYear2").View(), "_BRIXMTD_TaxYear2");
+}
+
+} // namespace
+} // namespace Cellar

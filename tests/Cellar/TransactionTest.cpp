@@ -1,0 +1,218 @@
+#include <atomic>
+#include <thread>
+#include <vector>
+
+#include "CellarTestSupport.h"
+
+namespace Cellar
+{
+namespace
+{
+
+class Transaction : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        connection = OpenPractice();
+        connection->Script("CREATE TABLE Note(lID INTEGER PRIMARY KEY, strText TEXT NOT NULL)");
+        other = OpenPractice();
+        other->SetBusyTimeout(0);
+    }
+
+    std::unique_ptr<CConnection> connection, other;
+};
+
+/// B begin, C commit, R rollback; a digit writes that row.
+TEST_F(Transaction, LevelsKeepWhatTheyShould)
+{
+    const struct
+    {
+        const char* steps;
+        const char* rows; // ids that are there for another connection afterwards
+        const char* why;
+    } cases[] = {
+        {"1", "1", "outside any level a write is durable at once"},
+        {"B1C", "1", "committed"},
+        {"B1R", "", "rolled back"},
+        {"B1", "", "still open"},
+        {"B1B2CC", "12", "both committed"},
+        {"B1B2RC", "1", "the inner one rolled back"},
+        {"B1B2CR", "", "the outer one takes the inner one with it"},
+        {"BB1RC", "", "opened before the first write, rolled back"},
+        {"BB1RB2CC", "2", "the next level stands where the last one did"},
+        {"BB1C2BB3RCC", "12", "only the third level's write goes"},
+        {"BBB1R2R3C", "3", "each level rolls back to its own start"},
+        {"BBB1CCC", "1", "three levels"},
+        {"BRB1C", "1", "a level without a write leaves nothing behind"},
+        {"BCBC1", "1", "nor does a committed one"},
+        {"R1", "1", "a rollback without a level is nothing"},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.why);
+        for (const char* step = row.steps; *step; ++step) {
+            switch (*step) {
+            case 'B':
+                connection->Begin();
+                break;
+            case 'C':
+                connection->Commit();
+                break;
+            case 'R':
+                connection->Rollback();
+                break;
+            default:
+                Insert(*connection, *step - '0');
+            }
+        }
+        std::string ids;
+        for (CBufferedRowList list(*other, "SELECT lID FROM Note ORDER BY lID"); !list.IsEOL(); list.MoveNext())
+            ids += ToText(list.Get(0));
+        EXPECT_EQ(ids, row.rows);
+        while (connection->GetLevel() > 0)
+            connection->Rollback();
+        connection->ExecuteDirect("DELETE FROM Note");
+    }
+}
+
+TEST_F(Transaction, HoldsNoLockBeforeTheFirstWrite)
+{
+    connection->Begin();
+    EXPECT_EQ(Count(*connection), 0);
+    Insert(*other, 1); // another may write meanwhile
+    EXPECT_EQ(Count(*connection), 1);
+    Insert(*connection, 2);
+    connection->Commit();
+    EXPECT_EQ(Count(*other), 2);
+}
+
+TEST_F(Transaction, TellsUnsavedWrites)
+{
+    connection->Begin();
+    EXPECT_FALSE(connection->HasUnsavedWrites());
+    connection->Begin();
+    Insert(*connection, 1);
+    EXPECT_TRUE(connection->HasUnsavedWrites());
+    connection->Rollback();
+    EXPECT_FALSE(connection->HasUnsavedWrites()); // the only write is gone
+    connection->Begin();
+    Insert(*connection, 1);
+    connection->Commit();
+    EXPECT_TRUE(connection->HasUnsavedWrites()); // passed to the outer level
+    connection->Commit();
+    EXPECT_FALSE(connection->HasUnsavedWrites());
+}
+
+TEST_F(Transaction, ABusyFirstWriteCanBeTriedAgain)
+{
+    other->Begin();
+    Insert(*other, 1);
+    connection->SetBusyTimeout(1);
+    connection->Begin();
+    connection->Begin();
+    const DatabaseError error = ErrorOf([&] { Insert(*connection, 2); });
+    EXPECT_EQ(error.GetCategory(), Category::Busy);
+    EXPECT_EQ(error.GetCode(), "5");
+    EXPECT_EQ(connection->GetLevel(), 2);
+    EXPECT_FALSE(connection->HasUnsavedWrites());
+
+    other->Commit();
+    Insert(*connection, 2);
+    connection->Commit();
+    connection->Commit();
+    EXPECT_EQ(Count(*other), 2);
+}
+
+TEST_F(Transaction, ARefusedRowLeavesTheTransactionAlive)
+{
+    connection->Begin();
+    Insert(*connection, 1);
+    EXPECT_EQ(ErrorOf([&] { Insert(*connection, 1); }).GetCategory(), Category::DuplicateKey);
+    Insert(*connection, 2);
+    connection->Commit();
+    EXPECT_EQ(Count(*other), 2);
+}
+
+/// ON CONFLICT ROLLBACK ends the engine's transaction in the midst of a statement, as a full disk does.
+TEST_F(Transaction, NothingIsSavedOnLevelsThatTheEngineEnded)
+{
+    connection->Begin();
+    connection->Begin();
+    Insert(*connection, 1);
+    connection->Script("CREATE TABLE Strict(lID INTEGER PRIMARY KEY ON CONFLICT ROLLBACK)");
+    connection->ExecuteDirect("INSERT INTO Strict VALUES (1)");
+    EXPECT_EQ(ErrorOf([&] { connection->ExecuteDirect("INSERT INTO Strict VALUES (1)"); }).GetCategory(),
+              Category::DuplicateKey);
+    EXPECT_FALSE(connection->HasUnsavedWrites());
+    EXPECT_EQ(Count(*connection), 0);
+
+    EXPECT_EQ(ErrorOf([&] { Insert(*connection, 2); }).GetCategory(), Category::Other);
+    EXPECT_EQ(ErrorOf([&] { connection->Commit(); }).GetCategory(), Category::Other);
+    connection->Rollback();
+    ErrorOf([&] { connection->Commit(); }); // the outer level has lost its rows, too
+    connection->Rollback();
+    EXPECT_EQ(connection->GetLevel(), 0);
+    Insert(*connection, 3);
+    EXPECT_EQ(Count(*other), 1);
+}
+
+TEST_F(Transaction, AFullDiskLosesNothingThatWasSaved)
+{
+    Insert(*connection, 1);
+    CBufferedRowList(*connection, "PRAGMA max_page_count = 4");
+    connection->Begin();
+    Insert(*connection, 2);
+    const DatabaseError error = ErrorOf([&] {
+        for (long id = 3; id < 100; ++id)
+            connection->ExecuteDirectf("INSERT INTO Note VALUES (%ld, %s)", id, std::string(4000, 'x'));
+    });
+    EXPECT_EQ(error.GetCategory(), Category::ReadOnly);
+    connection->Rollback();
+    EXPECT_EQ(Count(*connection), 1);
+    EXPECT_EQ(connection->GetLevel(), 0);
+}
+
+TEST_F(Transaction, ATableIsLockedWithinALevelOnly)
+{
+    EXPECT_EQ(ErrorOf([&] { connection->LockTable("Note"); }).GetCategory(), Category::Other);
+    connection->Begin();
+    connection->LockTable("Note");
+    EXPECT_EQ(ErrorOf([&] { Insert(*other, 1); }).GetCategory(), Category::Busy);
+    connection->Rollback();
+    Insert(*other, 1);
+}
+
+TEST_F(Transaction, ACommitWithoutALevelIsAMistakeOfTheCaller)
+{
+    EXPECT_DEBUG_DEATH(connection->Commit(), "commit without a transaction");
+}
+
+TEST_F(Transaction, ContendingConnectionsAllGetThrough)
+{
+    constexpr int kThreads = 4, kEach = 25;
+    connection->Script("CREATE TABLE Counter(nValue INTEGER); INSERT INTO Counter VALUES (0)");
+    std::atomic<int> failures = 0;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < kThreads; ++i)
+        threads.emplace_back([&failures, path = PracticePath()] {
+            try {
+                const auto own = CConnection::Open(path.c_str());
+                for (int n = 0; n < kEach; ++n) {
+                    own->Begin();
+                    own->LockTable("Counter");
+                    const long value = CBufferedRowList(*own, "SELECT nValue FROM Counter").GetLong(0);
+                    own->ExecuteDirectf("UPDATE Counter SET nValue = %ld", value + 1);
+                    own->Commit();
+                }
+            } catch (const DatabaseError&) {
+                ++failures;
+            }
+        });
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(failures, 0);
+    EXPECT_EQ(CBufferedRowList(*connection, "SELECT nValue FROM Counter").GetLong(0), kThreads * kEach);
+}
+
+} // namespace
+} // namespace Cellar

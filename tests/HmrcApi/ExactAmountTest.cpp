@@ -1,0 +1,72 @@
+#include "HmrcApi/json/ExactAmount.h"
+
+#include <gtest/gtest.h>
+
+using HmrcApi::ExactTenThousandths;
+
+TEST(ExactTenThousandths, ReadsEveryFormOfAJsonNumberExactly)
+{
+    const struct
+    {
+        const char* text;
+        std::int64_t value;
+        const char* why;
+    } rows[] = {
+        {"22551.05", 225510500, "pence"},
+        {"44", 440000, "no decimals"},
+        {"0.0001", 1, "the smallest step"},
+        {"-12.5", -125000, "a refund"},
+        {"-0", 0, "minus nothing"},
+        {"0.07", 700, "no binary fraction"},
+        {"1.5e2", 1500000, "exponent"},
+        {"1.5E+2", 1500000, "capital exponent with sign"},
+        {"12345e-2", 1234500, "negative exponent"},
+        {"1e-4", 1, "the last exponent that fits"},
+        {"1.00000000", 10000, "zeros beyond the fourth decimal"},
+        {"100000e-9", 1, "zeros that an exponent pushes beyond it"},
+        {"0e999999999999", 0, "nothing, however often"},
+        {"0.0e-999999999999", 0, "nothing, divided"},
+        {"922337203685477.5807", INT64_MAX, "the largest amount"},
+        {"-922337203685477.5808", INT64_MIN, "the smallest amount"},
+        {"0.00009223372036854775807e19", 9223372036854775807, "many zeros in front"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        EXPECT_EQ(ExactTenThousandths(row.text), row.value) << row.text;
+    }
+}
+
+TEST(ExactTenThousandths, RefusesWhatItCannotKeep)
+{
+    const struct
+    {
+        const char* text;
+        const char* why;
+    } rows[] = {
+        {"0.00001", "a fifth decimal"},
+        {"1.23456", "a fifth decimal behind four"},
+        {"1e-5", "a fifth decimal by exponent"},
+        {"1e-999999999999", "far below the smallest step"},
+        {"922337203685477.5808", "one step too large"},
+        {"-922337203685477.5809", "one step too small"},
+        {"1e15", "too large by exponent"},
+        {"1e999999999999", "an exponent beyond any number type"},
+        {"99999999999999999999", "twenty digits"},
+        {"", "nothing"},
+        {"-", "a sign alone"},
+        {".5", "no digit in front"},
+        {"5.", "no digit behind"},
+        {"01", "a leading zero"},
+        {"+1", "a plus"},
+        {"1e", "an empty exponent"},
+        {"1e+", "a sign for an exponent"},
+        {"1,5", "a comma"},
+        {"NaN", "no number"},
+        {"0x10", "hexadecimal"},
+        {" 1", "a blank"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        EXPECT_EQ(ExactTenThousandths(row.text), std::nullopt) << row.text;
+    }
+}

@@ -1,0 +1,45 @@
+#include "HmrcApi/Uri.h"
+
+#include <gtest/gtest.h>
+
+#include "HmrcApi/TokenRequest.h"
+
+using namespace HmrcApi;
+
+TEST(TaxYearText, NamesBothCalendarYears)
+{
+    const struct
+    {
+        short year;
+        const char* text;
+    } rows[] = {{2018, "2017-18"}, {2000, "1999-00"}, {2001, "2000-01"}, {2100, "2099-00"},
+                {0, ""},           {-1, ""},          {10000, ""}};
+    for (const auto& row : rows)
+        EXPECT_EQ(TaxYearText(row.year), row.text) << row.year;
+}
+
+TEST(IdentifierSegment, IsUpperCaseWithoutBlanksAndCannotLeaveItsSegment)
+{
+    EXPECT_EQ(IdentifierSegment(" aa 00 00 01 a "), "AA000001A");
+    EXPECT_EQ(IdentifierSegment("../x?y#z"), "..%2FX%3FY%23Z");
+    EXPECT_EQ(IdentifierSegment("\xC3\xA9"), "%C3%A9");
+}
+
+TEST(JoinAddress, HasOneSlash)
+{
+    for (const char* base : {"https://host", "https://host/", "https://host//"})
+        EXPECT_EQ(JoinAddress(base, "/a/b"), "https://host/a/b");
+}
+
+TEST(EncodeForm, KeepsSeparatorsOutOfValues)
+{
+    EXPECT_EQ(EncodeForm({{"a", "x y&z=1+1"}, {"b", ""}}), "a=x%20y%26z%3D1%2B1&b=");
+}
+
+TEST(AuthoriseAddress, IsOnAnotherHostThanTheApi)
+{
+    EXPECT_EQ(AuthoriseAddress("https://api.service.hmrc.gov.uk/"), "https://www.tax.service.gov.uk/oauth/authorize");
+    EXPECT_EQ(AuthoriseAddress("https://test-api.service.hmrc.gov.uk/"),
+              "https://test-www.tax.service.gov.uk/oauth/authorize");
+    EXPECT_EQ(AuthoriseAddress("http://127.0.0.1:8080/"), "http://127.0.0.1:8080/oauth/authorize");
+}

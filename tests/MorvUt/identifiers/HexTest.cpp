@@ -1,0 +1,98 @@
+#include "MorvUt/identifiers/Hex.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "support/TestSupport.h"
+
+namespace
+{
+
+struct Digits : BinaryToHex
+{
+    using BinaryToHex::NibbleToChar;
+};
+
+std::string Bytes(const CString& text)
+{
+    unsigned size = 99;
+    const std::unique_ptr<unsigned char[]> bytes(HexToBinary::Convert(text, &size));
+    return std::string(reinterpret_cast<const char*>(bytes.get()), size);
+}
+
+} // namespace
+
+TEST(Hex, WritesEveryByteAndReadsItBack)
+{
+    std::string all;
+    for (int i = 0; i < 256; ++i)
+        all += static_cast<char>(i);
+    const CString text = BinaryToHex::Convert(reinterpret_cast<const unsigned char*>(all.data()), 256);
+    EXPECT_EQ(text.Left(6), "000102");
+    EXPECT_EQ(text.Mid(0xAB * 2, 2), "AB");
+    EXPECT_EQ(text.Right(2), "FF");
+    EXPECT_EQ(Bytes(text), all);
+}
+
+TEST(Hex, HasNothingForNothing)
+{
+    const unsigned char byte = 1;
+    EXPECT_EQ(BinaryToHex::Convert(&byte, 0), "");
+    EXPECT_EQ(BinaryToHex::Convert(nullptr, 5), "");
+    EXPECT_EQ(Bytes(""), "");
+}
+
+TEST(Hex, RefusesMoreThanAnAddressCounts)
+{
+    const unsigned char byte = 1;
+    EXPECT_TRUE(::Test::MessageOf<CInvalidArgException>([&] { BinaryToHex::Convert(&byte, (1u << 30) + 1); }));
+}
+
+TEST(Hex, RefusesAnOddLength)
+{
+    try {
+        Bytes("0AB");
+        FAIL() << "three characters were taken";
+    } catch (InvalidHexStringException* exception) {
+        EXPECT_EQ(exception->GetReason(), 2);
+        EXPECT_EQ(exception->GetText(), "0AB");
+        EXPECT_EQ(exception->GetLength(), 3u);
+        EXPECT_TRUE(exception->IsKindOf(RUNTIME_CLASS(InvalidHexStringException)));
+        EXPECT_EQ(exception->GetErrorMessage().Find("0AB"), -1) << "it may be a secret";
+        exception->Delete();
+    }
+}
+
+TEST(Hex, NamesTheFirstBadCharacter)
+{
+    const struct
+    {
+        const char* text;
+        unsigned char character;
+        const char* why;
+    } rows[] = {
+        {"ab", 'a', "lower case"},         {"0g", 'g', "second of its pair"}, {"00/:", '/', "before 0"},
+        {"00:/", ':', "behind 9"},         {"@0", '@', "before A"},           {"0G", 'G', "behind F"},
+        {"00\xE9\xE9", 0xE9, "above 127"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        try {
+            Bytes(row.text);
+            FAIL() << "was taken";
+        } catch (InvalidHexCharacterException* exception) {
+            EXPECT_EQ(exception->GetCharacter(), row.character);
+            EXPECT_TRUE(exception->IsKindOf(RUNTIME_CLASS(CException)));
+            exception->Delete();
+        }
+    }
+}
+
+TEST(Hex, TakesTheLowerFourBitsOfANibble)
+{
+    EXPECT_EQ(Digits::NibbleToChar(9), '9');
+    EXPECT_EQ(Digits::NibbleToChar(10), 'A');
+    EXPECT_EQ(Digits::NibbleToChar(0x1F), 'F') << "used to read behind the table";
+}

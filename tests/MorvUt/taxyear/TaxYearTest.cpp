@@ -1,0 +1,94 @@
+#include "MorvUt/taxyear/TaxYear.h"
+
+#include <gtest/gtest.h>
+
+TEST(TaxYearRange, NumbersThirtyFiveYears)
+{
+    EXPECT_EQ(GetMinRealTaxYear(), 1991);
+    EXPECT_EQ(GetMaxRealTaxYear(), 2025);
+    EXPECT_EQ(GetMaxTaxYear(), 34);
+    EXPECT_EQ(GetNumTaxYears(), 35);
+    EXPECT_EQ(GetDefaultRealTaxYear(), 2024);
+}
+
+TEST(TaxYearRange, ConvertsAnyNumberAndBack)
+{
+    const struct
+    {
+        short real, relative;
+        const char* why;
+    } rows[] = {
+        {1991, 0, "first"},
+        {2025, 34, "last"},
+        {1990, -1, "before the range"},
+        {2100, 109, "behind the range"},
+        {-32768, 30777, "wraps at 16 bits"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        EXPECT_EQ(ConvertRealToRelativeTaxYear(row.real), row.relative);
+        EXPECT_EQ(ConvertRelativeToRealTaxYear(row.relative), row.real);
+        EXPECT_EQ(TaxYear(row.real).GetRelativeTaxYear(), row.relative);
+    }
+}
+
+TEST(TaxYear, RunsFromSixthToFifthOfApril)
+{
+    const TaxYear year(2024);
+    EXPECT_EQ(year.GetStart().FormatIso(), "2023-04-06");
+    EXPECT_EQ(year.GetEnd().FormatIso(), "2024-04-05");
+}
+
+TEST(TaxYear, EveryDayOfTheRangeLiesInExactlyOneYear)
+{
+    TaxYear expected = TaxYear::GetFirstTaxYear();
+    for (Kiln::CDate day = expected.GetStart(); day <= TaxYear::GetLastTaxYear().GetEnd(); day = day + 1) {
+        if (day.GetMonth() == 4 && day.GetDay() == 6)
+            expected = TaxYear(static_cast<short>(day.GetYear() + 1));
+        int found = 0;
+        for (TaxYear year = expected - 1; year <= expected + 1; ++year)
+            found += year.GetPeriod().IsDateInPeriod(day);
+        ASSERT_EQ(found, 1) << day.FormatIso();
+        ASSERT_TRUE(expected.GetPeriod().IsDateInPeriod(day)) << day.FormatIso();
+    }
+}
+
+TEST(TaxYear, HasNoDatesWhereDatesEnd)
+{
+    const struct
+    {
+        short year;
+        bool start, end;
+    } rows[] = {{101, true, true},      {100, false, true}, {0, false, false},
+                {-32768, false, false}, {9999, true, true}, {10000, true, false}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.year);
+        EXPECT_EQ(TaxYear(row.year).GetStart().IsValid(), row.start);
+        EXPECT_EQ(TaxYear(row.year).GetEnd().IsValid(), row.end);
+    }
+}
+
+TEST(TaxYear, ComparesTheYearAlone)
+{
+    EXPECT_FALSE(TaxYear().IsValid());
+    EXPECT_TRUE(TaxYear(0).IsValid());
+    EXPECT_EQ(TaxYear(), TaxYear(0));
+    EXPECT_NE(TaxYear(2023), TaxYear(2024));
+    EXPECT_TRUE(TaxYear(-1) < TaxYear(0));
+    EXPECT_TRUE(TaxYear(2024) > TaxYear(2023) && TaxYear(2024) >= TaxYear(2024) && TaxYear(2024) <= TaxYear(2024));
+    EXPECT_FALSE(TaxYear(2024) > TaxYear(2024) || TaxYear(2023) >= TaxYear(2024) || TaxYear(2024) <= TaxYear(2023));
+}
+
+TEST(TaxYear, MovesByYears)
+{
+    TaxYear year(2025);
+    EXPECT_EQ(year++, TaxYear(2025));
+    EXPECT_EQ(++year, TaxYear(2027)); // the range is nobody's business here
+    EXPECT_EQ(year--, TaxYear(2027));
+    EXPECT_EQ(--year, TaxYear(2025));
+    EXPECT_EQ((year += 10) -= 4, TaxYear(2031));
+    EXPECT_EQ(year + -31, TaxYear(2000));
+    EXPECT_EQ(year - 31, TaxYear(2000));
+    EXPECT_EQ(TaxYear(32767) + 1, TaxYear(-32768));
+    EXPECT_FALSE((TaxYear() + 2024).IsValid()) << "a null year stays null";
+}

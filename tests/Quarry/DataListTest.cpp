@@ -1,0 +1,308 @@
+#include "Quarry/DataList.h"
+
+#include "SmallPractice.h"
+
+using Quarry::CDataList;
+
+namespace
+{
+
+class DataList : public SmallPractice
+{
+protected:
+    /// A saved row of that name, and the list that stands on it.
+    static CDataList Saved(const char* name)
+    {
+        CDataList list(kTask);
+        list.AddNew();
+        list.Set(kName, name);
+        list.Update();
+        return list;
+    }
+};
+
+TEST_F(DataList, KeepsValuesOfEveryType)
+{
+    const Cellar::Bytes token{0, 255, 39};
+    const COleDateTime seen(2025, 1, 31, 23, 59, 58, 123);
+    CDataList list(kTask);
+    list.AddNew();
+    list.Set(kName, "O'Brien %s \xC3\xA9");
+    list.Set(kDue, Kiln::CDate(2024, 2, 29));
+    list.Set(kPay, Kiln::CAmt(-123'456'789'012));
+    list.Set(kRate, 12.5);
+    list.Set(kYear, 2025);
+    list.Set(kSeen, seen);
+    list.Set(kToken, token);
+    list.Update();
+
+    ASSERT_TRUE(list.Open());
+    const Quarry::Row& row = list.Current();
+    EXPECT_EQ(row.GetText(kName), "O'Brien %s \xC3\xA9");
+    EXPECT_TRUE(list.IsNull(kParentID));
+    EXPECT_EQ(row.GetLong(kParentID), 0);
+    EXPECT_EQ(row.GetDate(kDue), Kiln::CDate(2024, 2, 29));
+    EXPECT_EQ(row.GetAmount(kPay), Kiln::CAmt(-123'456'789'012));
+    EXPECT_EQ(row.GetDouble(kRate), 12.5);
+    EXPECT_EQ(row.GetShort(kYear), 2025);
+    EXPECT_EQ(row.GetDateTime(kSeen).FormatIso(), seen.FormatIso());
+    EXPECT_EQ(row.GetBinary(kToken), token);
+    EXPECT_TRUE(row.GetBool(kDone)) << "the default holds before the row is saved, too";
+}
+
+TEST_F(DataList, SetsNull)
+{
+    CDataList list = Saved("a");
+    list.Set(kPay, Kiln::CAmt(1));
+    list.Update();
+    list.Set(kPay, Kiln::CAmt());
+    list.Set(kName, nullptr);
+    list.Update();
+    EXPECT_EQ(Count("FROM BRIXTask WHERE amtPay IS NULL AND strName IS NULL"), 1);
+}
+
+TEST_F(DataList, OrdersByWhatIsAskedThenByKey)
+{
+    Sql("INSERT INTO BRIXTask (lID, strName, nYear) VALUES (4, 'b', 1), (3, 'A', 2), (2, 'a', 1), (1, NULL, 2), "
+        "(5, 'C', 1)");
+    const struct
+    {
+        std::initializer_list<Quarry::Sort> sort;
+        std::vector<long> ids;
+        const char* why;
+    } rows[] = {
+        {{}, {1, 2, 3, 4, 5}, "by key"},
+        {{{kID, true}}, {5, 4, 3, 2, 1}, "the key itself, descending"},
+        {{{kName}}, {1, 2, 3, 4, 5}, "null first, no regard to case, ties by key"},
+        {{{kName, true}}, {5, 4, 2, 3, 1}, "descending, ties still by ascending key"},
+        {{{kYear, true}, {kName}}, {1, 3, 2, 4, 5}, "two columns"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        CDataList list(kTask);
+        list.Open({}, row.sort);
+        EXPECT_EQ(Ids(list), row.ids);
+    }
+}
+
+TEST_F(DataList, TakesRowsThatFulfilAllConditions)
+{
+    Sql("INSERT INTO BRIXTask (lID, strName, lParentID, dtDue, amtPay) VALUES (1, 'Ann', 7, '2024-04-05', 10000), "
+        "(2, 'ANN', 8, NULL, 20000), (3, 'Bob''; --', 7, '2024-04-06', NULL), (4, NULL, NULL, NULL, NULL)");
+    const struct
+    {
+        std::initializer_list<Quarry::Where> where;
+        std::vector<long> ids;
+        const char* why;
+    } rows[] = {
+        {{{kParentID, 7}}, {1, 3}, "number"},
+        {{{kParentID, 7}, {kName, "ann"}}, {1}, "texts have no case"},
+        {{{kName, "Bob'; --"}}, {3}, "what a user typed is bound"},
+        {{{kDue, Kiln::CDate(2024, 4, 6)}}, {3}, "date"},
+        {{{kPay, Kiln::CAmt(20000)}}, {2}, "amount"},
+        {{{kParentID, nullptr}}, {4}, "null"},
+        {{{kDue, nullptr}, {kParentID, 8}}, {2}, "null and another"},
+        {{{kParentID, 9}}, {}, "none"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        CDataList list(kTask);
+        EXPECT_EQ(list.Open(row.where), !row.ids.empty());
+        EXPECT_EQ(Ids(list), row.ids);
+    }
+}
+
+TEST_F(DataList, ReadsRowsOfOtherPrograms)
+{
+    Sql("INSERT INTO BRIXTask (lID, strName, dtDue, dtSeen, nYear, amtPay, nVersion) "
+        "VALUES (1, 12, '2024-04-05T00:00:00', '2024-04-05', '2024', 12.0, NULL)");
+    CDataList list(kTask);
+    ASSERT_TRUE(list.Open());
+    EXPECT_EQ(list.Current().GetText(kName), "12");
+    EXPECT_EQ(list.Current().GetDate(kDue), Kiln::CDate(2024, 4, 5));
+    EXPECT_EQ(list.Current().GetDateTime(kSeen).FormatIso(), "2024-04-05 00:00:00.000");
+    EXPECT_EQ(list.Current().GetShort(kYear), 2024);
+    EXPECT_EQ(list.Current().GetAmount(kPay), Kiln::CAmt(12));
+    list.Set(kDue, Kiln::CDate(2024, 4, 5));
+    EXPECT_FALSE(list.IsDirty()) << "the same date in another spelling is no change";
+
+    list.Set(kName, "changed"); // its version is null
+    list.Update();
+    EXPECT_EQ(Count("FROM BRIXTask WHERE strName = 'changed' AND nVersion = 1"), 1);
+    list.Delete();
+    EXPECT_EQ(Count("FROM BRIXTask"), 0);
+}
+
+TEST_F(DataList, WritesOnlyWhatChanged)
+{
+    CDataList list = Saved("before");
+    Sql("UPDATE BRIXTask SET nYear = 2025"); // another program, which knows nothing of versions
+    list.Set(kName, "after");
+    list.Update();
+    EXPECT_EQ(Count("FROM BRIXTask WHERE strName = 'after' AND nYear = 2025 AND nVersion = 1"), 1);
+
+    list.Set(kName, "after");
+    list.Update();
+    list.Set(kName, "other");
+    list.Set(kName, "after");
+    EXPECT_TRUE(list.IsDirty());
+    list.Update();
+    EXPECT_FALSE(list.IsDirty());
+    EXPECT_EQ(Count("FROM BRIXTask WHERE nVersion = 1"), 1) << "no change, no statement";
+}
+
+TEST_F(DataList, RefusesARowThatAnotherUserChanged)
+{
+    const struct
+    {
+        void (*act)(CDataList&);
+        const char* why;
+    } rows[] = {
+        {[](CDataList& list) {
+             list.Set(kName, "mine");
+             list.Update();
+         },
+         "update"},
+        {[](CDataList& list) { list.Delete(); }, "delete"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        CDataList list = Saved("first");
+        const long id = list.GetID();
+        const auto other = Open();
+        other->ExecuteDirectf("UPDATE BRIXTask SET strName = %s, nVersion = nVersion + 1 WHERE lID = %ld", "theirs",
+                              id);
+        EXPECT_THROW(row.act(list), Quarry::ChangedByAnotherUser);
+        EXPECT_EQ(list.GetID(), id);
+        EXPECT_EQ(Count("FROM BRIXTask WHERE strName = 'theirs' AND nVersion = 1"), 1);
+        other->ExecuteDirectf("DELETE FROM BRIXTask");
+        EXPECT_THROW(row.act(list), Quarry::ChangedByAnotherUser) << "deleted meanwhile";
+    }
+}
+
+TEST_F(DataList, ChangesARowAgainAndAgain)
+{
+    CDataList list = Saved("1");
+    for (const char* name : {"2", "3", "4"}) {
+        list.Set(kName, name);
+        list.Update();
+    }
+    CDataList again(kTask);
+    ASSERT_TRUE(again.Open());
+    EXPECT_EQ(again.Current().GetText(kName), "4");
+    again.Set(kName, "5");
+    again.Update();
+    EXPECT_EQ(Count("FROM BRIXTask WHERE strName = '5' AND nVersion = 4"), 1);
+}
+
+TEST_F(DataList, ForgetsNewRowsThatWereNotSaved)
+{
+    {
+        CDataList list(kTask);
+        list.AddNew();
+        list.Set(kName, "never");
+        EXPECT_TRUE(list.IsNew());
+        list.AddNew();
+        list.Delete();
+        EXPECT_EQ(list.GetCount(), 1);
+    }
+    EXPECT_EQ(Count("FROM BRIXTask"), 0);
+}
+
+TEST_F(DataList, NewRowsBelongToTheListTheyWereAddedTo)
+{
+    Sql("INSERT INTO BRIXTask (lID, lParentID) VALUES (1, 7)");
+    CDataList list(kTask);
+    list.Open({{kParentID, 7}, {kName, nullptr}});
+    list.AddNew();
+    EXPECT_EQ(list.GetPosition(), 1);
+    EXPECT_EQ(list.Current().GetLong(kParentID), 7);
+    list.Set(kParentID, 8);
+    list.Update();
+    EXPECT_EQ(Count("FROM BRIXTask WHERE lParentID = 8"), 1);
+}
+
+TEST_F(DataList, CopiesARow)
+{
+    CDataList list = Saved("original");
+    list.Set(kPay, Kiln::CAmt(5));
+    list.Update();
+    const long original = list.GetID();
+    list.CopyRow();
+    EXPECT_NE(list.GetID(), original);
+    list.Set(kName, "copy");
+    list.Update();
+    list.Set(kYear, 2024); // as a row of its own version
+    list.Update();
+    EXPECT_EQ(Count("FROM BRIXTask WHERE amtPay = 5 AND strName = 'copy' AND nYear = 2024"), 1);
+    EXPECT_EQ(Count("FROM BRIXTask WHERE amtPay = 5 AND strName = 'original' AND nYear IS NULL"), 1);
+}
+
+TEST_F(DataList, StandsOnTheNextRowAfterADelete)
+{
+    Sql("INSERT INTO BRIXTask (lID) VALUES (1), (2), (3)");
+    CDataList list(kTask);
+    list.Open();
+    ASSERT_TRUE(list.MoveToId(2));
+    list.Delete();
+    EXPECT_EQ(list.GetID(), 3);
+    list.Delete();
+    EXPECT_TRUE(list.IsEOL());
+    EXPECT_EQ(list.GetCount(), 1);
+    EXPECT_FALSE(list.MoveNext());
+    EXPECT_FALSE(list.MoveToId(3));
+    EXPECT_FALSE(list.MoveTo(-1));
+    EXPECT_TRUE(list.MoveTo(0));
+}
+
+TEST_F(DataList, RefusesWhatACallerMustNotDo)
+{
+    CDataList list(kTask);
+    EXPECT_THROW(list.Current(), std::logic_error) << "no row";
+    EXPECT_THROW(list.Set(kName, "x"), std::logic_error) << "no row";
+    EXPECT_THROW(list.Update(), std::logic_error) << "no row";
+    EXPECT_THROW(list.Delete(), std::logic_error) << "no row";
+    EXPECT_THROW(list.Open({{50, 1}}), std::logic_error) << "ordinal in a gap";
+    list = Saved("a");
+    EXPECT_THROW(list.Set(kID, list.GetID() + 1), std::logic_error) << "id of a saved row";
+    EXPECT_TRUE(list.IsNull(50)) << "reading a gap is null";
+}
+
+TEST_F(DataList, TellsRowsApartByOtherKeys)
+{
+    CDataList list(kLink);
+    list.AddNew();
+    list.Set(0, 5);
+    list.Set(1, 19);
+    list.Update();
+    list.CopyRow();
+    list.Set(2, 3);
+    list.Set(3, true);
+    list.Update();
+    ASSERT_TRUE(list.Open({{0, 5}}));
+    EXPECT_TRUE(list.IsNull(2)) << "null before 3";
+    list.Set(3, true);
+    list.Update();
+    EXPECT_EQ(Count("FROM Link WHERE [default] = 1"), 2);
+    list.Delete();
+    EXPECT_EQ(Count("FROM Link WHERE TrackerID = 3"), 1);
+    EXPECT_EQ(Count("FROM Link"), 1);
+}
+
+TEST_F(DataList, GivesIdsThatNobodyHas)
+{
+    EXPECT_EQ(Quarry::NewId(kTask), 1);
+    EXPECT_EQ(Quarry::NewId(kTask), 2) << "although no row took 1";
+    Sql("INSERT INTO BRIXTask (lID) VALUES (41)");
+    EXPECT_EQ(Quarry::NewId(kTask), 42) << "another program's row";
+    Sql("DELETE FROM BRIXTask");
+    EXPECT_EQ(Quarry::NewId(kTask), 43) << "ids are not used again";
+    Sql("INSERT INTO BRIXTask (lID) VALUES (2147483646)");
+    EXPECT_EQ(Quarry::NewId(kTask), 2147483647);
+    EXPECT_THROW(Quarry::NewId(kTask), Cellar::DatabaseError) << "one more does not fit";
+    EXPECT_EQ(Quarry::GetTransactionLevel(), 0);
+    EXPECT_EQ(Count("FROM BRIXNextID WHERE lNext > 2147483647"), 0);
+    EXPECT_THROW(Quarry::NewId(kLink), std::logic_error);
+}
+
+} // namespace

@@ -1,0 +1,156 @@
+#include "Quarry/Session.h"
+
+#include <stdexcept>
+
+#include "SmallPractice.h"
+
+using Quarry::CTransaction;
+
+namespace
+{
+
+class Session : public SmallPractice
+{
+protected:
+    void SetUp() override
+    {
+        SmallPractice::SetUp();
+        m_listener = Quarry::AddRollbackListener([this] { ++m_reloads; });
+    }
+    void TearDown() override
+    {
+        Quarry::RemoveRollbackListener(m_listener);
+        SmallPractice::TearDown();
+    }
+    static void AddRow(long id)
+    {
+        const Quarry::CIgnoreDirectSQL quiet;
+        Quarry::GetConnection().ExecuteDirectf("INSERT INTO BRIXTask (lID) VALUES (%ld)", id);
+    }
+    int m_reloads = 0;
+    int m_listener = 0;
+};
+
+TEST_F(Session, HasNoConnectionUntilItIsGivenOne)
+{
+    Quarry::SetConnection(nullptr);
+    EXPECT_FALSE(Quarry::HasConnection());
+    EXPECT_EQ(Quarry::GetTransactionLevel(), 0);
+    try {
+        Quarry::GetConnection();
+        FAIL() << "no connection";
+    } catch (const Cellar::DatabaseError& error) {
+        EXPECT_EQ(error.GetCategory(), Cellar::DatabaseError::Category::LostConnection);
+    }
+}
+
+TEST_F(Session, RollsBackALevelThatEndsWithoutCommit)
+{
+    {
+        CTransaction outer;
+        AddRow(1);
+        {
+            CTransaction inner;
+            AddRow(2);
+            EXPECT_EQ(Quarry::GetTransactionLevel(), 2);
+        }
+        EXPECT_EQ(m_reloads, 1);
+        AddRow(3);
+        outer.Commit();
+    }
+    EXPECT_EQ(Quarry::GetTransactionLevel(), 0);
+    EXPECT_EQ(m_reloads, 1) << "what was committed tells nobody";
+    EXPECT_EQ(Count("FROM BRIXTask WHERE lID IN (1, 3)"), 2);
+    EXPECT_EQ(Count("FROM BRIXTask"), 2);
+}
+
+TEST_F(Session, RollsBackInUnwinding)
+{
+    try {
+        CTransaction outer;
+        AddRow(1);
+        Quarry::BeginTransaction(); // left open
+        AddRow(2);
+        throw std::runtime_error("in between");
+    } catch (const std::runtime_error&) {
+    }
+    EXPECT_EQ(Quarry::GetTransactionLevel(), 0) << "with the level that was left open in it";
+    EXPECT_EQ(Count("FROM BRIXTask"), 0);
+    EXPECT_EQ(m_reloads, 1);
+}
+
+TEST_F(Session, ListenersThatThrowDoNotEndTheProgram)
+{
+    const int listener = Quarry::AddRollbackListener([] { throw std::runtime_error("cache"); });
+    testing::internal::CaptureStderr();
+    {
+        CTransaction transaction;
+        AddRow(1);
+    }
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("cache"), std::string::npos);
+    Quarry::RemoveRollbackListener(listener);
+    EXPECT_EQ(Count("FROM BRIXTask"), 0);
+}
+
+TEST_F(Session, OutlivesItsConnection)
+{
+    CTransaction transaction;
+    Quarry::SetConnection(Open()); // the one before was closed with its level open
+    Quarry::BeginTransaction();
+    transaction.Rollback();
+    EXPECT_EQ(Quarry::GetTransactionLevel(), 1) << "the level of the new connection is another's";
+    Quarry::Rollback();
+}
+
+TEST_F(Session, CommitsTheInnermostLevelOnly)
+{
+    CTransaction outer;
+    {
+        CTransaction inner;
+        EXPECT_THROW(outer.Commit(), std::logic_error);
+        inner.Commit();
+        EXPECT_THROW(inner.Commit(), std::logic_error);
+    }
+    outer.Commit();
+#ifndef NDEBUG
+    EXPECT_THROW(Quarry::Commit(), std::logic_error);
+#else
+    EXPECT_NO_THROW(Quarry::Commit());
+#endif
+}
+
+TEST_F(Session, ListenersComeAndGoDuringANotice)
+{
+    int second = 0;
+    int secondCalls = 0;
+    const int first = Quarry::AddRollbackListener([&] { Quarry::RemoveRollbackListener(second); });
+    second = Quarry::AddRollbackListener([&] { ++secondCalls; });
+    Quarry::BeginTransaction();
+    Quarry::Rollback();
+    EXPECT_EQ(secondCalls, 0);
+    Quarry::RemoveRollbackListener(first);
+}
+
+TEST_F(Session, CachesReloadAfterDirectStatements)
+{
+    Sql("INSERT INTO Link (SourceID) VALUES (1)");
+    EXPECT_EQ(m_reloads, 0) << "no cache is made from that table";
+    Sql("insert into brixtask (lID) values (1)");
+    EXPECT_EQ(m_reloads, 1);
+    Sql("UPDATE BRIXTask SET nYear = 1 WHERE lID = 99");
+    EXPECT_EQ(m_reloads, 1) << "no row changed";
+    {
+        const Quarry::CIgnoreDirectSQL quiet;
+        Sql("DELETE FROM BRIXTask");
+    }
+    EXPECT_EQ(m_reloads, 1);
+    Quarry::CDataList list(kTask);
+    list.AddNew();
+    list.Update();
+    list.Set(kYear, 2024);
+    list.Update();
+    list.Delete();
+    EXPECT_EQ(m_reloads, 1) << "lists tell their listeners instead";
+}
+
+} // namespace

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "Quarry/Quarry.h"
+#include "support/TestSupport.h"
+
+/// A database with one table of every type and one with a key of its own.
+class SmallPractice : public testing::Test
+{
+protected:
+    enum : int
+    {
+        kID = 0,
+        kName = 1,
+        kParentID = 2,
+        kDue = 3,
+        kPay = 4,
+        kRate = 5,
+        kYear = 6,
+        kSeen = 7,
+        kToken = 8,
+        kDone = 110
+    };
+    static constexpr Quarry::Column kColumns[] = {
+        {kID, "lID", Cellar::ColumnType::Int},
+        {kName, "strName", Cellar::ColumnType::Text},
+        {kParentID, "lParentID", Cellar::ColumnType::Int},
+        {kDue, "dtDue", Cellar::ColumnType::Date},
+        {kPay, "amtPay", Cellar::ColumnType::Money},
+        {kRate, "dblRate", Cellar::ColumnType::Double},
+        {kYear, "nYear", Cellar::ColumnType::SmallInt},
+        {kSeen, "dtSeen", Cellar::ColumnType::DateTime},
+        {kToken, "vbToken", Cellar::ColumnType::Binary},
+        {kDone, "bDone", Cellar::ColumnType::Bit, "1"},
+    };
+    static constexpr Quarry::Table kTask{
+        .className = "CTask", .number = 77, .sqlName = "BRIXTask", .columns = kColumns, .parents = {}};
+    static constexpr Quarry::Column kLinkColumns[] = {
+        {0, "SourceID", Cellar::ColumnType::Int},
+        {1, "TypeID", Cellar::ColumnType::Int},
+        {2, "TrackerID", Cellar::ColumnType::Int},
+        {3, "default", Cellar::ColumnType::Bit, "0"},
+    };
+    static constexpr Quarry::Table kLink{.className = "CLink",
+                                         .number = 78,
+                                         .sqlName = "Link",
+                                         .columns = kLinkColumns,
+                                         .parents = {},
+                                         .key = "SourceID,TypeID,TrackerID",
+                                         .keyMayBeNull = true};
+
+    void SetUp() override
+    {
+        Quarry::SetConnection(Open());
+        Quarry::GetConnection().Script(
+            "CREATE TABLE BRIXTask (lID INTEGER PRIMARY KEY, strName TEXT COLLATE NOCASE, lParentID INTEGER, dtDue "
+            "TEXT,"
+            " amtPay INTEGER, dblRate REAL, nYear INTEGER, dtSeen TEXT, vbToken BLOB, bDone INTEGER DEFAULT 1,"
+            " nVersion INTEGER DEFAULT 0);"
+            "CREATE TABLE Link (SourceID INTEGER, TypeID INTEGER, TrackerID INTEGER, [default] INTEGER DEFAULT 0,"
+            " nVersion INTEGER DEFAULT 0);"
+            "CREATE TABLE BRIXNextID (strTable TEXT COLLATE NOCASE NOT NULL PRIMARY KEY, lNext INTEGER);");
+    }
+    void TearDown() override
+    {
+        Quarry::RemoveAllListeners();
+        Quarry::SetConnection(nullptr);
+    }
+
+    /// Another user's connection to the same file.
+    static std::unique_ptr<Cellar::CConnection> Open()
+    {
+        return Cellar::CConnection::Open(CString(::Test::TempDir() + "/small.db"),
+                                         Cellar::CConnection::Create::IfMissing);
+    }
+    static void Sql(const Cellar::SqlText& statement) { Quarry::GetConnection().ExecuteDirect(statement); }
+    static long Count(const Cellar::SqlText& from)
+    {
+        return Cellar::ToLong(Quarry::GetConnection().Query(Cellar::SqlText("SELECT COUNT(*) ") + from, {}).rows[0][0]);
+    }
+    /// Ids of the list, in its order.
+    static std::vector<long> Ids(Quarry::CDataList& list)
+    {
+        std::vector<long> ids;
+        for (bool there = list.MoveFirst(); there; there = list.MoveNext())
+            ids.push_back(list.GetID());
+        return ids;
+    }
+};
