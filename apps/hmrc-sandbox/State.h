@@ -18,6 +18,7 @@ struct Options
 {
     std::string scenario; ///< answers every identifier and year that is not primed; empty: those have no data
     Now now = [] { return std::chrono::steady_clock::now(); };
+    Issued issued; ///< told of each code and token that is given out; for tests that look for them where none may be
 };
 
 /// What a test has switched.
@@ -33,7 +34,7 @@ struct Switches
 /// Everything that a request can change.
 struct State
 {
-    explicit State(const Options& options) : tokens(options.now) {}
+    explicit State(const Options& options) : tokens(options.now, options.issued) {}
 
     Tokens tokens;
     Faults faults;

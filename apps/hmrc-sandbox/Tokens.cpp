@@ -46,12 +46,20 @@ std::string JoinScopes(const Scopes& scopes)
     return text;
 }
 
-Tokens::Tokens(Now now) : m_now(std::move(now)) {}
+Tokens::Tokens(Now now, Issued issued) : m_now(std::move(now)), m_issued(std::move(issued)) {}
+
+std::string Tokens::NewSecret()
+{
+    std::string secret = RandomText();
+    if (m_issued)
+        m_issued(secret);
+    return secret;
+}
 
 std::string Tokens::IssueCode(CodeGrant grant)
 {
     DropExpired();
-    const std::string code = RandomText();
+    const std::string code = NewSecret();
     m_codes[code] = {std::move(grant), m_now() + kCodeLifetime};
     return code;
 }
@@ -117,14 +125,14 @@ void Tokens::DropScope(const std::string& scope)
 
 std::string Tokens::AddAccess(const Scopes& scopes, bool application)
 {
-    std::string token = RandomText();
+    std::string token = NewSecret();
     m_access[token] = {scopes, application, m_now() + std::chrono::seconds(m_lifetime)};
     return token;
 }
 
 Tokens::Pair Tokens::AddPair(const Scopes& scopes, TimePoint grantEnds)
 {
-    Pair pair{AddAccess(scopes, false), RandomText(), scopes, m_lifetime};
+    Pair pair{AddAccess(scopes, false), NewSecret(), scopes, m_lifetime};
     m_refresh[pair.refresh] = {pair.access, scopes, grantEnds};
     return pair;
 }

@@ -16,6 +16,9 @@ using TimePoint = std::chrono::steady_clock::time_point;
 /// Where the time comes from; tests set their own.
 using Now = std::function<TimePoint()>;
 
+/// Told of each code and token as it is given out; may be empty.
+using Issued = std::function<void(const std::string&)>;
+
 using Scopes = std::set<std::string>;
 
 /// Every scope that can be asked for.
@@ -56,7 +59,7 @@ public:
         long long lifetime; ///< seconds
     };
 
-    explicit Tokens(Now now);
+    explicit Tokens(Now now, Issued issued = {});
 
     /// A code that holds for ten minutes.
     std::string IssueCode(CodeGrant grant);
@@ -106,7 +109,10 @@ private:
     Pair AddPair(const Scopes& scopes, TimePoint grantEnds);
     void DropExpired();
 
+    std::string NewSecret();
+
     Now m_now;
+    Issued m_issued;
     long long m_lifetime = kLifetime;
     std::map<std::string, Code> m_codes;
     std::map<std::string, Access> m_access;

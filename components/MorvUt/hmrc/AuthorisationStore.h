@@ -56,6 +56,8 @@ public:
     void SetRetryDelay(std::uint32_t milliseconds) override { m_retryDelay = milliseconds; }
 
     bool GetLockHolder(std::string& workstation, std::string& user) override;
+    /// Where a cleared lock is logged; null: with a chain id of its own. Must outlive the store and its copies.
+    void SetLogger(IChainLogger* logger) noexcept { m_logger = logger; }
 
     /// Registers a Government Gateway ID: a row with status 0 and no tokens. False when it is there already, for an
     /// empty id or one that holds a single quote, and when the database fails.
@@ -77,9 +79,10 @@ private:
         bool isHeld = false;
     };
 
-    bool FindRow();
+    bool FindRowId();
     bool InsertLock() const;
     bool ClearStaleLock() const;
+    void LogClearedLock(const std::string& workstation, const std::string& user) const;
 
     std::string m_gatewayId;
     long m_rowId = 0; // 0: not known yet
@@ -93,6 +96,7 @@ private:
     std::vector<unsigned char> m_accessToken;
     std::vector<unsigned char> m_refreshToken;
     std::uint32_t m_retryDelay = 500;
+    IChainLogger* m_logger = nullptr;
 };
 
 } // namespace HmrcApi

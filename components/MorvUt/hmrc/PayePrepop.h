@@ -108,9 +108,9 @@ public:
 private:
     virtual std::shared_ptr<CPaye> GetPayeEndpoint(CAuthorisation& authorisation);
     void Stage(const CPayeResponse& response);
+    void CreateNewPsbSchedules(bool (*isOfKind)(long mtdType));
 
     struct Answer; // HMRC's, mapped to what the staging rows must hold
-    struct Schedules;
     std::unique_ptr<Answer> m_answer;
     CreatedSchedules m_created;
 };

@@ -53,6 +53,7 @@ public:
 
 protected:
     ClientId GetClient() const noexcept { return m_client; }
+    const std::string& GetIdentifier() const noexcept { return m_identifier; }
     TaxYear GetTaxYear() const noexcept { return m_taxYear; }
     short GetYear() const noexcept { return m_taxYear.GetRealTaxYear(); }
     IEndpointOverride::ResponseType GetResponseType() const noexcept { return m_type; }

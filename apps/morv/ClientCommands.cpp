@@ -1,0 +1,143 @@
+// client list, show.
+
+#include <memory>
+
+#include "ClientView.h"
+#include "Commands.h"
+#include "MorvUt/MorvUt.h"
+
+namespace Morv
+{
+
+namespace
+{
+
+void List(const std::string& practice, const CommonOptions& options)
+{
+    const PracticeSession session(practice, options, Login::Needed);
+    Json list = Json::array();
+    Brix::CClient clients;
+    for (clients.Open(); !clients.IsEOL(); clients.MoveNext())
+        list.push_back(ViewOf(clients));
+    Brix::CPartnership partnerships;
+    for (partnerships.Open(); !partnerships.IsEOL(); partnerships.MoveNext())
+        list.push_back(ViewOf(partnerships));
+    if (options.json)
+        return PrintJson(list);
+    TextTable table({"Id", "Code", "Kind", "Name"});
+    for (const Json& row : list)
+        table.Add({std::to_string(row["id"].get<long>()), row["code"], row["kind"], row["name"]});
+    table.Print();
+}
+
+void PrintEmployments(const Json& employments)
+{
+    TextTable table({"Employment", "Reference", "Works number", "From", "To", "Pay", "Tax", "Student loan"});
+    const auto date = [](const Json& value) { return value.is_null() ? "-" : value.get<std::string>(); };
+    for (const Json& row : employments)
+        table.Add({row["employer"], row["reference"], row["worksNumber"], date(row["start"]), date(row["end"]),
+                   Money(row["payPence"]), Money(row["taxPence"]), Money(row["studentLoanPence"])});
+    if (!table.IsEmpty())
+        table.Print("  ");
+    for (const Json& row : employments)
+        for (const Json& benefit : row["benefits"]) {
+            const std::string name = benefit.contains("code") ? benefit["code"] : benefit["type"];
+            PrintLine("    benefit of %s: %s %s", row["employer"].get<std::string>(), name, Money(benefit["amountPence"]));
+        }
+}
+
+void PrintPensions(const Json& pensions)
+{
+    TextTable table({"Pension or benefit", "Reference", "Date", "Amount", "Tax"});
+    for (const Json& row : pensions) {
+        std::string name = row["payer"];
+        if (row.contains("description") && name.empty())
+            name = row["description"];
+        table.Add({name.empty() ? "-" : name, row["reference"], row["date"].is_null() ? "-" : row["date"].get<std::string>(),
+                   Money(row["amountPence"]), Money(row["taxPence"])});
+    }
+    if (!table.IsEmpty())
+        table.Print("  ");
+}
+
+void PrintView(const Json& view)
+{
+    const Json& client = view["client"];
+    PrintLine("%s %s, %s, tax year %s", client["code"].get<std::string>(), client["name"].get<std::string>(),
+              client["kind"].get<std::string>(), FormatYearString42Digit(view["year"].get<int>()));
+    if (client.contains("nationalInsuranceNumber"))
+        PrintLine("National Insurance number %s, UTR %s", client["nationalInsuranceNumber"].get<std::string>(),
+                  client["utr"].get<std::string>());
+    PrintText("Schedules of the return:");
+    PrintEmployments(view["schedules"]["employments"]);
+    PrintPensions(view["schedules"]["pensionsAndBenefits"]);
+    PrintText("Staged from HMRC:");
+    PrintEmployments(view["staged"]["employments"]);
+    PrintPensions(view["staged"]["pensionsAndBenefits"]);
+    for (const Json& row : view["staged"]["taxFreeAllowances"])
+        PrintLine("  allowance %s %s", row["type"].get<std::string>(), Money(row["amountPence"]));
+    const Json& insurance = view["staged"]["nationalInsurance"];
+    if (!insurance.is_null())
+        PrintLine("  National Insurance: Class 1 earnings %s, Class 2 due %s", Money(insurance["class1EarningsPence"]),
+                  Money(insurance["class2DuePence"]));
+}
+
+Json ClientOf(long id)
+{
+    Brix::CClient client;
+    if (id == 0 || !client.Open({{0, id}}))
+        throw CommandError(Exit::BadInput, "UNKNOWN_CLIENT", "--client: there is no client " + std::to_string(id),
+                           "morv client list shows who there is.");
+    Json view = ViewOf(client);
+    view["nationalInsuranceNumber"] = TextOf(client.GetNINumber());
+    view["utr"] = TextOf(client.GetUTR());
+    return view;
+}
+
+Json PartnershipOf(long id)
+{
+    Brix::CPartnership partnership;
+    if (id == 0 || !partnership.Open({{0, id}}))
+        throw CommandError(Exit::BadInput, "UNKNOWN_CLIENT", "--partnership: there is no partnership " + std::to_string(id),
+                           "morv client list shows who there is.");
+    return ViewOf(partnership);
+}
+
+void Show(const std::string& practice, long client, long partnership, const CommonOptions& options)
+{
+    const PracticeSession session(practice, options, Login::Needed);
+    const short year = GetCurrentRealTaxYear();
+    const Json view{{"client", partnership ? PartnershipOf(partnership) : ClientOf(client)},
+                    {"year", year},
+                    {"status", nullptr},
+                    {"schedules", SchedulesOf(client, year)},
+                    {"staged", StagedOf(client, year)}};
+    if (options.json)
+        PrintJson(view);
+    else
+        PrintView(view);
+}
+
+} // namespace
+
+void AddClientCommands(CLI::App& app, Program& program)
+{
+    CLI::App* client = app.add_subcommand("client", "Clients and partnerships")->require_subcommand(1);
+    auto path = std::make_shared<std::string>();
+    auto clientId = std::make_shared<long>(0);
+    auto partnershipId = std::make_shared<long>(0);
+
+    CLI::App* list = client->add_subcommand("list", "All clients, then all partnerships");
+    list->add_option("practice", *path, "The practice")->required();
+    list->callback([=, &program] { List(*path, program.options); });
+
+    CLI::App* show = client->add_subcommand("show", "One client: status, schedules, staged records");
+    show->add_option("practice", *path, "The practice")->required();
+    CLI::Option_group* who = show->add_option_group("who");
+    who->add_option("--client", *clientId, "Row id of the client")->check(CLI::Range(1L, 2147483647L));
+    who->add_option("--partnership", *partnershipId, "Row id of the partnership")->check(CLI::Range(1L, 2147483647L));
+    who->require_option(1);
+    show->callback([=, &program] { Show(*path, *clientId, *partnershipId, program.options); });
+}
+
+} // namespace Morv

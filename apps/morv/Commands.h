@@ -1,0 +1,25 @@
+#pragma once
+
+// The commands, each group in its own source. Each adds its sub-commands, whose callbacks set `exit`.
+
+#include <CLI/CLI.hpp>
+
+#include "CommandError.h"
+#include "Session.h"
+
+namespace Morv
+{
+
+struct Program
+{
+    CommonOptions options;
+    Exit exit = Exit::Done;
+};
+
+void AddPracticeCommands(CLI::App& app, Program& program);
+void AddClientCommands(CLI::App& app, Program& program);
+void AddUserCommands(CLI::App& app, Program& program);
+void AddHmrcCommands(CLI::App& app, Program& program);
+void AddDoctorCommand(CLI::App& app, Program& program);
+
+} // namespace Morv

@@ -1,0 +1,159 @@
+// doctor: what may keep the programs from working, in plain words.
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <memory>
+
+#include "Afx/Clock.h"
+#include "Afx/Settings.h"
+#include "Brix/Schema.h"
+#include "Cellar/BufferedRowList.h"
+#include "Commands.h"
+#include "MorvUt/MorvUt.h"
+#include "Output.h"
+#include "Quarry/Session.h"
+#include "Shellkit/Cipher.h"
+
+namespace Morv
+{
+
+namespace
+{
+
+struct Finding
+{
+    const char* check;
+    bool ok;
+    std::string found;
+    std::string action; // empty when ok
+};
+
+Finding CheckSettings()
+{
+    const std::string path = Afx::Settings::GetPath().Str();
+    if (path.empty() || !std::filesystem::exists(path))
+        return {"settings", true, "none yet; the defaults are used" + (path.empty() ? "" : " (" + path + ")"), ""};
+    const auto status = std::filesystem::status(path);
+    if (!std::filesystem::is_regular_file(status))
+        return {"settings", false, path + " is not a file", "Move it away, or name another with MORVUT_SETTINGS."};
+    return {"settings", true, path, ""};
+}
+
+Finding CheckClock()
+{
+    const int year = Afx::Clock::Local().year;
+    if (year >= GetMinRealTaxYear() && year <= 2100)
+        return {"clock", true, COleDateTime::GetCurrentTime().FormatIso().Str(), ""};
+    return {"clock", false, "the machine's clock says " + std::to_string(year), "Set the clock: HMRC's tokens depend on it."};
+}
+
+Finding CheckCertificates()
+{
+    for (const char* path : {"/etc/ssl/certs/ca-certificates.crt", "/etc/pki/tls/certs/ca-bundle.crt", "/etc/ssl/cert.pem"})
+        if (std::filesystem::exists(path))
+            return {"certificates", true, path, ""};
+    return {"certificates", false, "the system has no list of trusted certificates",
+            "Install the package ca-certificates: HMRC cannot be reached safely without it."};
+}
+
+Finding CheckDrivers() { return {"drivers", true, "embedded database (SQLite); no server driver in this build", ""}; }
+
+Finding CheckCredentials()
+{
+    if (!HmrcApi::CClientData().GetId().empty())
+        return {"credentials", true, "this build is registered with HMRC", ""};
+    return {"credentials", true, "this build holds no HMRC credentials: only a loopback server can be asked",
+            "Build with cmake -DMORVUT_HMRC_CREDENTIALS=FILE."};
+}
+
+Finding CheckPracticeFile(const std::string& practice)
+{
+    const auto version = Brix::ReadSchemaVersion(Quarry::GetConnection());
+    const auto faults = Brix::CheckPractice(Quarry::GetConnection());
+    if (faults.empty())
+        return {"schema", true, practice + ": version " + std::to_string(version.version) + ", nothing wrong", ""};
+    return {"schema", false, std::to_string(faults.size()) + " faults, the first in " + faults.front().table + ": " + faults.front().fault,
+            "morv practice check lists them."};
+}
+
+Finding CheckKey(const std::string& practice)
+{
+    const CString problem = Shellkit::KeyFileProblem(KeyPath(practice));
+    if (problem.IsEmpty())
+        return {"key", true, KeyPath(practice), ""};
+    return {"key", false, problem.Str(), "Stored tokens and passwords cannot be read without it."};
+}
+
+Finding CheckTokens(const std::string&)
+{
+    Cellar::CBufferedRowList rows(Quarry::GetConnection(),
+                                  "SELECT strGatewayID, nAuthorisedStatus FROM MTDAuthorisation ORDER BY strGatewayID");
+    if (rows.GetCount() == 0)
+        return {"tokens", true, "no Government Gateway ID is registered yet", ""};
+    std::string lapsed;
+    for (; !rows.IsEOL(); rows.MoveNext())
+        if (rows.GetShort("nAuthorisedStatus") != 1)
+            lapsed += (lapsed.empty() ? "" : ", ") + rows.GetText("strGatewayID").Str();
+    if (lapsed.empty())
+        return {"tokens", true, std::to_string(rows.GetCount()) + " authorised", ""};
+    return {"tokens", false, "not authorised: " + lapsed, "morv hmrc authorise PRACTICE --gateway ID"};
+}
+
+Finding CheckLocks(const std::string&)
+{
+    Cellar::CBufferedRowList rows(Quarry::GetConnection(), "SELECT strUserID, strWorkstation FROM MTDAuthorisationLock");
+    if (rows.GetCount() == 0)
+        return {"locks", true, "none is held", ""};
+    return {"locks", false,
+            "tokens are being refreshed at workstation " + rows.GetText("strWorkstation").Str() + " by " +
+                rows.GetText("strUserID").Str(),
+            "A lock that is left behind is cleared by the next fetch after 150 seconds."};
+}
+
+constexpr Finding (*kMachineChecks[])() = {CheckSettings, CheckClock, CheckCertificates, CheckDrivers, CheckCredentials};
+constexpr Finding (*kPracticeChecks[])(const std::string&) = {CheckPracticeFile, CheckKey, CheckTokens, CheckLocks};
+
+std::vector<Finding> Examine(const std::string& practice, const CommonOptions& options)
+{
+    std::vector<Finding> findings;
+    for (const auto check : kMachineChecks)
+        findings.push_back(check());
+    if (practice.empty())
+        return findings;
+    const PracticeSession session(practice, options, Login::IfGiven);
+    for (const auto check : kPracticeChecks)
+        findings.push_back(check(practice));
+    return findings;
+}
+
+Exit Doctor(const std::string& practice, const CommonOptions& options)
+{
+    const auto findings = Examine(practice, options);
+    Json list = Json::array();
+    TextTable table({"Check", "", "Found", "What to do"});
+    bool ok = true;
+    for (const Finding& finding : findings) {
+        ok = ok && finding.ok;
+        list.push_back({{"check", finding.check}, {"ok", finding.ok}, {"found", finding.found},
+                        {"action", finding.action.empty() ? Json(nullptr) : Json(finding.action)}});
+        table.Add({finding.check, finding.ok ? "ok" : "look", finding.found, finding.action});
+    }
+    if (options.json)
+        PrintJson(list);
+    else
+        table.Print();
+    return ok ? Exit::Done : Exit::Refused;
+}
+
+} // namespace
+
+void AddDoctorCommand(CLI::App& app, Program& program)
+{
+    auto path = std::make_shared<std::string>();
+    CLI::App* doctor = app.add_subcommand("doctor", "What may keep the programs from working, in plain words");
+    doctor->add_option("practice", *path, "Look at this practice too");
+    doctor->callback([=, &program] { program.exit = Doctor(*path, program.options); });
+}
+
+} // namespace Morv

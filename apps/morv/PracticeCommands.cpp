@@ -1,0 +1,202 @@
+// practice create, check, options.
+
+#include <filesystem>
+#include <memory>
+#include <vector>
+
+#include "Brix/Records.h"
+#include "Brix/Schema.h"
+#include "Cellar/Connection.h"
+#include "Commands.h"
+#include "MorvUt/StartUp.h"
+#include "Output.h"
+#include "Quarry/Session.h"
+#include "SamplePractice.h"
+#include "Shellkit/Cipher.h"
+
+namespace Morv
+{
+
+namespace
+{
+
+void RequireEmptyPlace(const std::string& practice)
+{
+    if (Quarry::GetConnection().Queryf("SELECT name FROM sqlite_master").rows.empty())
+        return;
+    throw CommandError(Exit::CannotOpen, "EXISTS", practice + " is there already",
+                       "Choose another name, or remove the file first.");
+}
+
+// A key that is left from a creation that was cut short serves again: nothing was enciphered with it yet.
+void MakeKey(const std::string& practice)
+{
+    const std::string path = KeyPath(practice);
+    std::error_code none;
+    if (std::filesystem::is_empty(path, none) && !none)
+        std::filesystem::remove(path, none); // the creation ended before the key was in it
+    if (!std::filesystem::exists(path) && !Shellkit::MakeKeyFile(path))
+        throw CommandError(Exit::CannotOpen, "NO_KEY", "the practice's key file cannot be written: " + path,
+                           "Check the folder's permissions and free space.");
+    const auto key = Shellkit::ReadKeyFile(path);
+    if (!key || !Shellkit::SetPracticeKey(*key))
+        throw CommandError(Exit::CannotOpen, "NO_KEY", Shellkit::KeyFileProblem(path).Str(), "");
+}
+
+int CountRows(Quarry::CDataList&& list) { return list.Open() ? list.GetCount() : 0; }
+
+void Create(const std::string& practice, bool sample, int clients, const CommonOptions& options)
+{
+    if (PracticePath(practice).empty())
+        throw CommandError(Exit::CannotOpen, "NO_SERVER_DRIVER", "this build makes practices in files only",
+                           "Give a path.");
+    UseYear(options);
+    try {
+        Quarry::SetConnection(Cellar::CConnection::Open(CString(practice), Cellar::CConnection::Create::IfMissing));
+        RequireEmptyPlace(practice);
+        MakeKey(practice);
+        // One transaction: killed half-way, the file holds nothing and the next creation succeeds.
+        Quarry::CTransaction transaction;
+        Brix::CreateSchema(Quarry::GetConnection());
+        if (sample)
+            FillSamplePractice(clients);
+        else
+            FillNewPractice();
+        transaction.Commit();
+    } catch (const Cellar::DatabaseError& error) {
+        throw FromDatabaseError(error);
+    }
+    const Json result{{"practice", practice},
+                      {"schema", Brix::kSchemaVersion},
+                      {"clients", CountRows(Brix::CClient())},
+                      {"partnerships", CountRows(Brix::CPartnership())}};
+    if (options.json)
+        PrintJson(result);
+    else
+        PrintLine("Made %s: %d clients, %d partnerships. Its key is in %s: keep the two together.", practice,
+                  result["clients"].get<int>(), result["partnerships"].get<int>(), KeyPath(practice));
+}
+
+Exit Check(const std::string& practice, const CommonOptions& options)
+{
+    const PracticeSession session(practice, options, Login::IfGiven);
+    const auto faults = Brix::CheckPractice(Quarry::GetConnection());
+    if (options.json) {
+        Json list = Json::array();
+        for (const auto& fault : faults)
+            list.push_back({{"table", fault.table}, {"id", fault.id}, {"fault", fault.fault}});
+        PrintJson({{"ok", faults.empty()}, {"schema", Brix::kSchemaVersion}, {"faults", list}});
+    } else if (faults.empty()) {
+        PrintLine("%s: nothing wrong.", practice);
+    } else {
+        TextTable table({"Table", "Row", "Fault"});
+        for (const auto& fault : faults)
+            table.Add({fault.table, std::to_string(fault.id), fault.fault});
+        table.Print();
+    }
+    return faults.empty() ? Exit::Done : Exit::Refused;
+}
+
+struct Option
+{
+    const char* name;
+    int least, most;
+    const char* meaning;
+    int (*get)(const Brix::COptions&);
+    void (*set)(Brix::COptions&, int);
+};
+
+constexpr Option kOptions[] = {
+    {"nPAYEInterface", 0, 255, "1: fetch by the PAYE interface; otherwise by the individual interfaces",
+     [](const Brix::COptions& o) { return o.GetPAYEInterface(); },
+     [](Brix::COptions& o, int v) { o.SetPAYEInterface(v); }},
+    {"nDebugLogging", 0, 9, "above 0: the HMRC log holds requests and answers, masked",
+     [](const Brix::COptions& o) { return o.GetDebugLogging(); },
+     [](Brix::COptions& o, int v) { o.SetDebugLogging(v); }},
+    {"bHMRCRetrieval", 0, 1, "1: records may be fetched from HMRC",
+     [](const Brix::COptions& o) { return o.GetHMRCRetrieval() ? 1 : 0; },
+     [](Brix::COptions& o, int v) { o.SetHMRCRetrieval(v != 0); }},
+    {"bCFStaff", 0, 1, "1: staff are carried forward with tracker tasks",
+     [](const Brix::COptions& o) { return o.GetCFStaff() ? 1 : 0; },
+     [](Brix::COptions& o, int v) { o.SetCFStaff(v != 0); }},
+    {"nDateFormat", 0, 3, "0 DD/MM/YY, 1 MM/DD/YY, 2 DD MMM YYYY, 3 MMM DD YYYY",
+     [](const Brix::COptions& o) { return o.GetDateFormat(); },
+     [](Brix::COptions& o, int v) { o.SetDateFormat(v); }},
+};
+
+void SetOption(Brix::COptions& record, const std::string& assignment)
+{
+    const std::size_t equals = assignment.find('=');
+    const std::string name = assignment.substr(0, equals);
+    for (const Option& option : kOptions) {
+        if (CString(name).CompareNoCase(option.name) != 0)
+            continue;
+        std::string text = equals == std::string::npos ? "" : assignment.substr(equals + 1);
+        if (option.most == 1 && (text == "true" || text == "false"))
+            text = text == "true" ? "1" : "0";
+        int value = 0;
+        const auto [stop, problem] = std::from_chars(text.data(), text.data() + text.size(), value);
+        if (problem != std::errc() || stop != text.data() + text.size() || value < option.least || value > option.most)
+            throw CommandError(Exit::BadInput, "BAD_VALUE",
+                               name + " takes a whole number from " + std::to_string(option.least) + " to " +
+                                   std::to_string(option.most) + ", not '" + text + "'",
+                               std::string("Write ") + option.name + "=" + std::to_string(option.least) + ".");
+        return option.set(record, value);
+    }
+    throw CommandError(Exit::BadInput, "UNKNOWN_OPTION", "there is no option " + name,
+                       "morv practice options PRACTICE lists them.");
+}
+
+void Options(const std::string& practice, const std::vector<std::string>& assignments, const CommonOptions& options)
+{
+    const PracticeSession session(practice, options, Login::IfGiven);
+    Brix::COptions record;
+    if (!record.Open())
+        record.AddNew();
+    for (const std::string& assignment : assignments)
+        SetOption(record, assignment);
+    if (!assignments.empty())
+        record.Update();
+    Json result = Json::object();
+    TextTable table({"Option", "Value", "Meaning"});
+    for (const Option& option : kOptions) {
+        const int value = option.get(record);
+        result[option.name] = option.most == 1 ? Json(value != 0) : Json(value);
+        table.Add({option.name, std::to_string(value), option.meaning});
+    }
+    if (options.json)
+        PrintJson(result);
+    else
+        table.Print();
+}
+
+} // namespace
+
+void AddPracticeCommands(CLI::App& app, Program& program)
+{
+    CLI::App* practice = app.add_subcommand("practice", "Make, check and set up practices")->require_subcommand(1);
+    // Shared by the callbacks, which run after the parse.
+    auto path = std::make_shared<std::string>();
+    auto sample = std::make_shared<bool>(false);
+    auto clients = std::make_shared<int>(kSampleClients);
+    auto assignments = std::make_shared<std::vector<std::string>>();
+
+    CLI::App* create = practice->add_subcommand("create", "Make a practice in a new file");
+    create->add_option("practice", *path, "Path of the new practice")->required();
+    CLI::Option* isSample = create->add_flag("--sample", *sample, "With sample clients and users");
+    create->add_option("--clients", *clients, "Number of sample clients (12)")
+        ->check(CLI::Range(1, 1000000))
+        ->needs(isSample);
+    create->callback([=, &program] { Create(*path, *sample, *clients, program.options); });
+
+    CLI::App* check = practice->add_subcommand("check", "Look for what does not fit together");
+    check->add_option("practice", *path, "The practice")->required();
+    check->callback([=, &program] { program.exit = Check(*path, program.options); });
+
+    CLI::App* options = practice->add_subcommand("options", "Show or set the practice's options");
+    options->add_option("practice", *path, "The practice")->required();
+    options->add_option("assignments", *assignments, "NAME=VALUE ...");
+    options->callback([=, &program] { Options(*path, *assignments, program.options); });
+}
+
+} // namespace Morv

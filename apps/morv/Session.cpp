@@ -1,0 +1,134 @@
+#include "Session.h"
+
+#include <charconv>
+
+#include "Brix/Schema.h"
+#include "Cellar/Connection.h"
+#include "MorvUt/MorvUt.h"
+#include "MorvUt/StartUp.h"
+#include "Quarry/Session.h"
+#include "Shellkit/Cipher.h"
+
+namespace Morv
+{
+
+namespace
+{
+
+void CheckSchema(const std::string& practice)
+{
+    const auto version = Brix::ReadSchemaVersion(Quarry::GetConnection());
+    switch (version.state) {
+    case Brix::SchemaState::Current:
+        return;
+    case Brix::SchemaState::Older:
+        Brix::UpgradeSchema(Quarry::GetConnection());
+        return;
+    case Brix::SchemaState::NotAPractice:
+        throw CommandError(Exit::CannotOpen, "NOT_A_PRACTICE", practice + " is a database, but not a practice",
+                           "Name a practice, or make one with morv practice create.");
+    case Brix::SchemaState::Newer:
+        throw CommandError(Exit::CannotOpen, "NEWER_SCHEMA",
+                           practice + " has schema " + std::to_string(version.version) + ", this program reads up to " +
+                               std::to_string(Brix::kSchemaVersion),
+                           "Update this program.");
+    }
+}
+
+void LoadKey(const std::string& practice)
+{
+    const std::string path = KeyPath(practice);
+    const auto key = Shellkit::ReadKeyFile(path);
+    if (!key || !Shellkit::SetPracticeKey(*key)) {
+        const CString problem = Shellkit::KeyFileProblem(path);
+        throw CommandError(Exit::CannotOpen, "NO_PRACTICE_KEY", problem.IsEmpty() ? path + ": no practice key" : problem.Str(),
+                           "Put the key file that was made with the practice beside it.");
+    }
+}
+
+void LogIn(const std::string& user, Login login)
+{
+    if (user.empty() && login == Login::IfGiven)
+        return;
+    Brix::CUser users;
+    if (!user.empty()) {
+        if (!users.Open({{Brix::CUser::kUserID, user}}))
+            throw CommandError(Exit::BadInput, "UNKNOWN_USER", "--user: there is no user " + user + " in this practice",
+                               "morv user list shows who there is.");
+        CUserData::ClearPermissions();
+        CUserData::SetUser(user.c_str());
+        return;
+    }
+    for (users.Open({}, {{Brix::CUser::kUserID}}); !users.IsEOL(); users.MoveNext())
+        if (users.GetListed() && users.GetUserID().CompareNoCase("AdminMorv") != 0) {
+            CUserData::ClearPermissions();
+            CUserData::SetUser(users.GetUserID());
+            return;
+        }
+    throw CommandError(Exit::Refused, "NO_USER", "the practice has no listed user to work as",
+                       "Add a user to the practice, or name one with --user.");
+}
+
+} // namespace
+
+std::string PracticePath(const std::string& practice)
+{
+    if (practice.starts_with("odbc:"))
+        return {};
+    return practice.starts_with("sqlite:") ? practice.substr(7) : practice;
+}
+
+std::string KeyPath(const std::string& practice) { return PracticePath(practice) + ".key"; }
+
+CommandError FromDatabaseError(const std::exception& error)
+{
+    using Category = Cellar::DatabaseError::Category;
+    const auto* database = dynamic_cast<const Cellar::DatabaseError*>(&error);
+    if (!database)
+        return CommandError(Exit::Refused, "CHANGED_BY_ANOTHER_USER", error.what(), "Run the command again.");
+    switch (database->GetCategory()) {
+    case Category::Busy:
+        return CommandError(Exit::CannotOpen, "PRACTICE_BUSY", error.what(), "Another program is writing; try again.");
+    case Category::CannotOpen:
+    case Category::ReadOnly:
+    case Category::LostConnection:
+        return CommandError(Exit::CannotOpen, "CANNOT_OPEN", error.what(), "");
+    default:
+        return CommandError(Exit::CannotOpen, "DATABASE_ERROR", error.what(),
+                            "morv practice check says what is wrong with the practice.");
+    }
+}
+
+void UseYear(const CommonOptions& options)
+{
+    if (options.year.empty())
+        return;
+    int year = 0;
+    const char* end = options.year.data() + options.year.size();
+    const auto [stop, problem] = std::from_chars(options.year.data(), end, year);
+    if (problem != std::errc() || stop != end || year < GetMinRealTaxYear() || year > GetMaxRealTaxYear())
+        throw CommandError(Exit::BadInput, "BAD_YEAR", "--year: " + options.year + " is no tax year that is supported",
+                           "Give the year in which the tax year ends, 1991 to 2025.");
+    SetCurrentTaxYear(ConvertRealToRelativeTaxYear(static_cast<short>(year)));
+}
+
+PracticeSession::PracticeSession(const std::string& practice, const CommonOptions& options, Login login)
+{
+    UseYear(options);
+    try {
+        Quarry::SetConnection(Cellar::CConnection::Open(CString(practice)));
+        CheckSchema(practice);
+        LoadKey(practice);
+        LogIn(options.user, login);
+    } catch (const Cellar::DatabaseError& error) {
+        MorvUtShutDown();
+        throw FromDatabaseError(error);
+    } catch (...) {
+        MorvUtShutDown();
+        throw;
+    }
+}
+
+PracticeSession::~PracticeSession() { MorvUtShutDown(); }
+
+} // namespace Morv

@@ -1,0 +1,58 @@
+#pragma once
+
+// An open practice with someone logged in.
+
+#include <optional>
+#include <string>
+
+#include "Afx/Application.h"
+#include "CommandError.h"
+
+namespace Morv
+{
+
+/// What every command takes.
+struct CommonOptions
+{
+    bool json = false;
+    bool quiet = false;
+    std::string user; // empty: the practice's first listed user
+    std::string year; // real tax year; empty: the current one of the profile
+    std::string base; // loopback address in place of HMRC's; empty: HMRC
+};
+
+/// The program's application object. The profile is read and never written: --year holds for one run.
+class MorvApp : public CWinApp
+{
+public:
+    bool WriteProfileInt(const char*, const char*, int) override { return true; }
+    bool WriteProfileString(const char*, const char*, const char*) override { return true; }
+};
+
+enum class Login
+{
+    Needed,
+    IfGiven // commands that look at the practice itself
+};
+
+/// Makes --year the current tax year of this run. Throws CommandError for a year that is none.
+void UseYear(const CommonOptions& options);
+
+/// Opens the practice: its file, its schema, its key, and the user. Ends them all in the end (MorvUtShutDown).
+class PracticeSession
+{
+public:
+    PracticeSession(const std::string& practice, const CommonOptions& options, Login login);
+    ~PracticeSession();
+    PracticeSession(const PracticeSession&) = delete;
+    PracticeSession& operator=(const PracticeSession&) = delete;
+};
+
+/// The file behind a practice text: "sqlite:path" or a bare path; empty for a server.
+std::string PracticePath(const std::string& practice);
+std::string KeyPath(const std::string& practice);
+
+/// What the database refused, as an error of the command.
+CommandError FromDatabaseError(const std::exception& error);
+
+} // namespace Morv

@@ -1,0 +1,107 @@
+// morv: everything of the library that can be done without a window.
+
+#include <clocale>
+#include <cstdio>
+#include <memory>
+
+#include "Afx/Exceptions.h"
+#include "Afx/WindowSystem.h"
+#include "Cellar/DatabaseError.h"
+#include "Commands.h"
+#include "MorvUt/StartUp.h"
+#include "Output.h"
+#include "Quarry/DataList.h"
+
+namespace
+{
+
+using namespace Morv;
+
+constexpr char kFooter[] = R"(PRACTICE is the path of a practice (or sqlite:PATH). Years are the calendar years in which tax years end.
+Exit codes: 0 done; 1 refused, or errors were reported; 2 bad arguments or input; 3 the practice cannot be opened or
+written; 4 HMRC cannot be reached.)";
+
+std::string OneLine(std::string text)
+{
+    for (char& c : text)
+        if (c == '\n' || c == '\r')
+            c = ' ';
+    return text;
+}
+
+Exit Report(const CommandError& error, bool json)
+{
+    if (json)
+        PrintJson({{"error", {{"code", error.code}, {"message", error.what()}, {"action", error.action}}}});
+    const std::string line = OneLine(std::string(error.what()) + (error.action.empty() ? "" : ". " + error.action));
+    std::fprintf(stderr, "morv: %s\n", line.c_str());
+    return error.exit;
+}
+
+void AddCommonOptions(CLI::App& app, CommonOptions& options)
+{
+    app.add_flag("--json", options.json, "Print one JSON document on standard output");
+    app.add_flag("--quiet", options.quiet, "Print no progress");
+    app.add_option("--user", options.user, "Who is logged in (default: the practice's first listed user)");
+    app.add_option("--year", options.year, "Tax year of this run (default: the current one of the profile)");
+}
+
+// Sub-commands see the options of the program wherever they stand on the line.
+void FallThrough(CLI::App& app)
+{
+    for (CLI::App* command : app.get_subcommands({})) {
+        command->fallthrough();
+        FallThrough(*command);
+    }
+}
+
+Exit Run(CLI::App& app, Program& program, int argc, char** argv)
+{
+    try {
+        app.parse(argc, argv);
+        return program.exit;
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success))
+            return static_cast<Exit>(app.exit(error)); // --help, --version
+        return Report(CommandError(Exit::BadInput, "BAD_ARGUMENTS", error.what(), "morv --help tells how."),
+                      program.options.json);
+    } catch (const CommandError& error) {
+        return Report(error, program.options.json);
+    } catch (const Cellar::DatabaseError& error) {
+        return Report(FromDatabaseError(error), program.options.json);
+    } catch (const Quarry::ChangedByAnotherUser& error) {
+        return Report(FromDatabaseError(error), program.options.json);
+    } catch (const std::exception& error) {
+        return Report(CommandError(Exit::Refused, "FAILED", error.what(), ""), program.options.json);
+    } catch (CException* error) {
+        const CommandError failed(Exit::Refused, "FAILED", error->GetErrorMessage().Str(), "");
+        error->Delete();
+        return Report(failed, program.options.json);
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    MorvApp application;
+    MorvUtStartUp("Corvane Pro", "Software\\Velmara Open Systems");
+    Afx::WindowSystem::Install(std::make_unique<Afx::ConsoleWindowSystem>());
+
+    Program program;
+    CLI::App app("MorvUt on the command line: practices, clients, and their records at HMRC.", "morv");
+    app.footer(kFooter);
+    app.set_version_flag("--version", MORVUT_VERSION);
+    app.require_subcommand(1);
+    AddCommonOptions(app, program.options);
+    AddPracticeCommands(app, program);
+    AddClientCommands(app, program);
+    AddUserCommands(app, program);
+    AddHmrcCommands(app, program);
+    AddDoctorCommand(app, program);
+    FallThrough(app);
+
+    const Exit exit = Run(app, program, argc, argv);
+    MorvUtShutDown();
+    return static_cast<int>(exit);
+}

@@ -1,0 +1,23 @@
+# morvut_hmrc_credentials(TARGET): HmrcCredentials.inc for the target's sources, the enciphered credentials of the file
+# MORVUT_HMRC_CREDENTIALS (INI: sections production and test, values id and secret), or empty ones without a file.
+function(morvut_hmrc_credentials target)
+  set(source "${CMAKE_CURRENT_SOURCE_DIR}/credentials")
+  set(folder "${CMAKE_CURRENT_BINARY_DIR}/credentials")
+  set(output "${folder}/HmrcCredentials.inc")
+  if(NOT MORVUT_HMRC_CREDENTIALS)
+    configure_file("${source}/NoCredentials.inc" "${output}" COPYONLY)
+  else()
+    get_filename_component(file "${MORVUT_HMRC_CREDENTIALS}" ABSOLUTE BASE_DIR "${CMAKE_BINARY_DIR}")
+    if(NOT EXISTS "${file}")
+      message(FATAL_ERROR "MORVUT_HMRC_CREDENTIALS: there is no file ${file}")
+    endif()
+    add_executable(seal-credentials "${source}/SealCredentials.cpp")
+    morvut_settings(seal-credentials)
+    target_link_libraries(seal-credentials PRIVATE Shellkit Afx)
+    file(MAKE_DIRECTORY "${folder}")
+    add_custom_command(OUTPUT "${output}" COMMAND seal-credentials "${file}" "${output}"
+      DEPENDS seal-credentials "${file}" COMMENT "Enciphering the HMRC credentials" VERBATIM)
+    target_sources(${target} PRIVATE "${output}")
+  endif()
+  target_include_directories(${target} PRIVATE "${folder}")
+endfunction()

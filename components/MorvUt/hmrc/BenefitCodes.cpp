@@ -1,0 +1,97 @@
+#include "MorvUt/hmrc/BenefitCodes.h"
+
+namespace HmrcApi
+{
+namespace
+{
+
+constexpr int kOtherItems = 180;
+
+struct BenefitRow
+{
+    int hmrcNumber;
+    int code;
+};
+// By HMRC's number. Several of HMRC's may share one code: they are added up.
+constexpr BenefitRow kBenefits[] = {
+    {8, 140},           // EmployerProvidedServices
+    {28, 170},          // TotalBenefitInKind; which code is open to review
+    {29, 80},           // CarFuelBenefit
+    {30, 120},          // MedicalInsurance
+    {31, 70},           // CarBenefit
+    {32, 240},          // TelephoneBenefit
+    {33, 140},          // ServiceBenefit
+    {34, 260},          // TaxableExpenseBenefit; open to review
+    {35, 90},           // VanBenefit
+    {36, 95},           // VanFuelBenefit
+    {37, 100},          // BeneficialLoan
+    {38, 50},           // Accommodation
+    {39, 150},          // Assets
+    {40, 10},           // AssetTransfer
+    {41, 200},          // EducationalService
+    {42, 220},          // Entertaining
+    {43, 260},          // ExpensesPay; open to review
+    {44, 60},           // Mileage
+    {45, 250},          // NonQualifyingRelocationExpense
+    {47, 180},          // OtherItems
+    {48, 20},           // PaymentEmployeesBehalf
+    {49, 260},          // PersonalIncidentExpenses; open to review
+    {50, 130},          // QualifyingRelocationExpenses
+    {51, 160},          // EmployerProvidedProfessionalSubscription
+    {52, 190},          // IncomeTaxPaidNotDeductedFromDirectorsRemuneration
+    {53, 210},          // TravelAndSubsistence
+    {54, 40},           // VoucherAndCreditCards
+    {117, kOtherItems}, // NonCashBenefit; open to review
+};
+
+struct CaptionRow
+{
+    int code;
+    const char* caption;
+};
+constexpr CaptionRow kCaptions[] = {
+    {10, "Assets transferred"},
+    {20, "Payments made for employee"},
+    {40, "Vouchers and credit cards"},
+    {50, "Living accommodation"},
+    {60, "Mileage allowance"},
+    {70, "Car benefit"},
+    {80, "Fuel benefit"},
+    {90, "Company vans"},
+    {95, "Company vans fuel benefit"},
+    {100, "Beneficial loan"},
+    {120, "Private medical and dental insurance"},
+    {130, "Qualifying relocation expenses"},
+    {140, "Services supplied to employee"},
+    {150, "Assets at employee's disposal"},
+    {160, "Professional fees and subscriptions"},
+    {170, "Other items with Class 1A"},
+    {180, "Other items without Class 1A"},
+    {190, "Tax paid on remuneration"},
+    {200, "Education assistance"},
+    {210, "Travel and subsistence costs"},
+    {220, "Entertainment"},
+    {240, "Home telephone payments"},
+    {250, "Non-qualifying relocation expenses"},
+    {260, "Other expenses"},
+};
+
+} // namespace
+
+int BenefitCode(int hmrcNumber) noexcept
+{
+    for (const BenefitRow& row : kBenefits)
+        if (row.hmrcNumber == hmrcNumber)
+            return row.code;
+    return kOtherItems;
+}
+
+const char* BenefitCaption(int code) noexcept
+{
+    for (const CaptionRow& row : kCaptions)
+        if (row.code == code)
+            return row.caption;
+    return "";
+}
+
+} // namespace HmrcApi

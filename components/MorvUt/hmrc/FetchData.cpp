@@ -1,0 +1,169 @@
+#include "MorvUt/hmrc/FetchData.h"
+
+#include "Afx/MessageBox.h"
+#include "Brix/Records.h"
+#include "MorvUt/context/ClientStatus.h"
+#include "MorvUt/hmrc/NicPrepop.h"
+#include "MorvUt/hmrc/PayePrepop.h"
+#include "MorvUt/hmrc/PracticeOptions.h"
+#include "MorvUt/identifiers/TaxIdentifiers.h"
+#include "MorvUt/res/Strings.h"
+#include "MorvUt/taxyear/CurrentTaxYear.h"
+#include "MorvUt/users/UserData.h"
+#include "Quarry/Session.h"
+
+namespace HmrcApi
+{
+namespace
+{
+
+/// Whom to ask about, and as whom.
+struct Request
+{
+    ClientId client;
+    TaxYear taxYear;
+    CAuthorisationStore store;
+    IEndpointOverride::ResponseType type = IEndpointOverride::Live;
+    CString nationalInsuranceNumber;
+    CString utr;
+};
+
+CString TextOf(unsigned id)
+{
+    const Afx::ResourceContextGuard resources(MorvUtResources());
+    CString text;
+    text.LoadString(id);
+    return text;
+}
+
+/// What stops a fetch before anything is asked of HMRC, in the order asked. A refusal with a text is shown here.
+struct Check
+{
+    FetchResult::Stopped stopped;
+    bool (*mayGoOn)(const Request& request);
+    unsigned text; // 0: none, or shown by the check itself
+};
+
+constexpr Check kChecks[] = {
+    {FetchResult::Stopped::Trust, [](const Request& r) { return IsClientATrust(r.client, false) == 0; }, 0},
+    {FetchResult::Stopped::NoRight, [](const Request&) { return TheUser().HMRCDataGetAllowed(true); }, 0},
+    {FetchResult::Stopped::NotEnabled, [](const Request&) { return IsRetrievalEnabled(); }, IDS_HMRC_NOT_ENABLED},
+    {FetchResult::Stopped::NotAuthorised, [](const Request& r) { return r.store.HasAuthenticatedGatewayID(); },
+     IDS_HMRC_NOT_ENABLED_FOR_USER},
+    {FetchResult::Stopped::NoNINumber,
+     [](const Request& r) { return !UsesPayeInterface() || !r.nationalInsuranceNumber.IsEmpty(); },
+     IDS_HMRC_NINO_REQUIRED},
+    {FetchResult::Stopped::NoUTR, [](const Request& r) { return IsValidUTR(r.utr); }, IDS_HMRC_UTR_REQUIRED},
+    {FetchResult::Stopped::UnsavedChanges, [](const Request&) { return Quarry::GetTransactionLevel() == 0; },
+     IDS_HMRC_UNSAVED_CHANGES},
+};
+
+/// True when nothing stops the fetch.
+bool MayFetch(const Request& request, FetchResult& result)
+{
+    for (const Check& check : kChecks) {
+        if (check.mayGoOn(request))
+            continue;
+        result.stopped = check.stopped;
+        if (check.stopped == FetchResult::Stopped::NoRight)
+            result.message = TextOf(IDS_NO_PERMISSION);
+        if (check.text != 0) {
+            result.message = TextOf(check.text);
+            AfxMessageBox(result.message);
+        }
+        return false;
+    }
+    return true;
+}
+
+void Fold(const CSchedulePrepop& prepop, FetchResult& result)
+{
+    result.staged += prepop.GetStagedCounts();
+    result.newData = result.newData || prepop.HasNewData();
+    result.clear = result.clear && !prepop.HasDifferences();
+}
+
+void FetchEmployments(CAPIErrorHandler& errors)
+{
+    constexpr char kGroup[] = "Employments";
+    errors.AddGroup(kGroup);
+    errors.AddError(kGroup, CAPIError("NOT_AVAILABLE",
+                                      "Employments cannot be retrieved through the individual interfaces yet: switch "
+                                      "the practice to the PAYE interface",
+                                      {}, {}));
+}
+
+void FetchAll(const Request& request, const std::shared_ptr<CAPIErrorHandler>& errors, FetchResult& result)
+{
+    Logger logger;
+    if (result.route == FetchResult::Route::Paye) {
+        const std::string& number = request.nationalInsuranceNumber.Str();
+        CPAYEPrepop paye(request.client, request.taxYear, number, request.type, request.store);
+        paye.GetPAYEData(number, errors, &logger);
+        Fold(paye, result);
+    } else {
+        FetchEmployments(*errors);
+    }
+    const std::string& utr = request.utr.Str();
+    CNICPrepop nic(request.client, request.taxYear, utr, request.type, request.store);
+    nic.GetNICData(utr, errors, &logger);
+    Fold(nic, result);
+}
+
+Request MakeRequest(ClientId client, const std::string& gatewayId, IEndpointOverride::ResponseType type)
+{
+    Request request;
+    request.client = client;
+    request.store = CAuthorisationStore(gatewayId);
+    request.type = type;
+    Brix::CClient list;
+    if (list.Open({{0, client.Get()}})) {
+        request.nationalInsuranceNumber = list.GetNINumber();
+        request.nationalInsuranceNumber.Trim();
+        request.utr = list.GetUTR();
+    }
+    return request;
+}
+
+void ShowException(const char* text, FetchResult& result)
+{
+    result.stopped = FetchResult::Stopped::Failed;
+    result.ok = false;
+    result.message = text;
+    AfxMessageBox(text);
+}
+
+} // namespace
+
+FetchResult FetchFromHmrc(ClientId client, const std::string& gatewayId, IEndpointOverride::ResponseType type)
+{
+    const auto errors = std::make_shared<CAPIErrorHandler>();
+    FetchResult result;
+    result.errors = errors;
+    try {
+        Request request = MakeRequest(client, gatewayId, type);
+        result.route = UsesPayeInterface() ? FetchResult::Route::Paye : FetchResult::Route::Employments;
+        if (!MayFetch(request, result))
+            return result;
+        request.taxYear = TaxYear(GetCurrentRealTaxYear());
+        FetchAll(request, errors, result);
+        errors->DisplayErrors();
+        result.ok = errors->GetErrorCount() == 0;
+    } catch (const std::exception& problem) {
+        ShowException(problem.what(), result);
+    }
+    return result;
+}
+
+} // namespace HmrcApi
+
+bool GetHMRCApiData(ClientId client, const std::string& gatewayId, bool& newData, bool& clear,
+                    HmrcApi::IEndpointOverride::ResponseType type)
+{
+    newData = false;
+    clear = true;
+    const HmrcApi::FetchResult result = HmrcApi::FetchFromHmrc(client, gatewayId, type);
+    newData = result.newData;
+    clear = result.clear;
+    return result.ok;
+}

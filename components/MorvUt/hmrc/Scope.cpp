@@ -1,0 +1,34 @@
+#include "MorvUt/hmrc/Scope.h"
+
+#include "MorvUt/hmrc/PracticeOptions.h"
+#include "Shellkit/Registry.h"
+
+namespace HmrcApi
+{
+
+CScope::CScope()
+{
+    AppendScope("read:marriage-allowance");
+    AppendScope("read:national-insurance");
+    if (UsesPayeInterface()) {
+        AppendScope("read:individual-paye");
+    } else {
+        AppendScope("read:individual-benefits");
+        AppendScope("read:individual-employment");
+        AppendScope("read:individual-income");
+        AppendScope("read:individual-tax");
+    }
+    if (CRegistry().GetBool("DbgHMRCEnableHelloScope", false))
+        AppendScope("hello");
+}
+
+CScope::~CScope() = default;
+
+void CScope::AppendScope(const char* scope)
+{
+    if (!m_scope.empty())
+        m_scope += ' ';
+    m_scope += scope;
+}
+
+} // namespace HmrcApi

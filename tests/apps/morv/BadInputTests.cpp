@@ -1,0 +1,202 @@
+// Every command refuses bad input with one line and the stated exit code, and changes nothing.
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include <algorithm>
+#include <fstream>
+
+#include "apps/morv/Program.h"
+#include "support/TestSupport.h"
+
+namespace
+{
+
+using namespace Test;
+
+enum Fault
+{
+    MissingFile,
+    NotADatabase,
+    OtherDatabase,
+    NewerSchema,
+    NoKey
+};
+
+void Execute(const std::string& path, const char* statement)
+{
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open(path.c_str(), &database), SQLITE_OK);
+    char* problem = nullptr;
+    EXPECT_EQ(sqlite3_exec(database, statement, nullptr, nullptr, &problem), SQLITE_OK) << problem;
+    sqlite3_close(database);
+}
+
+std::string MakeFaulty(Fault fault)
+{
+    const std::string path = TempDir() + "/faulty" + std::to_string(fault) + ".db";
+    switch (fault) {
+    case MissingFile:
+        break;
+    case NotADatabase:
+        std::ofstream(path) << "This is a letter to a client, not a database. It is long enough to have a header.";
+        break;
+    case OtherDatabase:
+        Execute(path, "CREATE TABLE Recipe (Name TEXT)");
+        break;
+    case NewerSchema:
+        SamplePractice("faulty" + std::to_string(fault) + ".db");
+        Execute(path, "UPDATE BRIXSchema SET nVersion = 1000000");
+        break;
+    case NoKey:
+        SamplePractice("faulty" + std::to_string(fault) + ".db");
+        std::remove((path + ".key").c_str());
+        break;
+    }
+    return path;
+}
+
+void ExpectOneLine(const Ended& ended, int exit)
+{
+    EXPECT_EQ(ended.exit, exit) << ended.out << ended.err;
+    EXPECT_EQ(std::count(ended.err.begin(), ended.err.end(), '\n'), 1) << ended.err;
+    EXPECT_EQ(ended.err.rfind("morv: ", 0), 0u) << ended.err;
+}
+
+// PRACTICE stands for the practice's path, BASE for the sandbox's address.
+std::vector<std::string> Fill(std::vector<std::string> arguments, const std::string& practice, const std::string& base = {})
+{
+    for (std::string& argument : arguments) {
+        if (argument == "PRACTICE")
+            argument = practice;
+        if (argument == "BASE")
+            argument = base;
+    }
+    return arguments;
+}
+
+const std::vector<std::vector<std::string>> kCommands = {
+    {"practice", "check", "PRACTICE"},
+    {"practice", "options", "PRACTICE"},
+    {"client", "list", "PRACTICE"},
+    {"client", "show", "PRACTICE", "--client", "1"},
+    {"user", "list", "PRACTICE"},
+    {"user", "show", "PRACTICE", "alice"},
+    {"hmrc", "authorise", "PRACTICE", "--gateway", "g", "--base", "http://127.0.0.1:1"},
+    {"hmrc", "fetch", "PRACTICE", "--client", "1", "--gateway", "g", "--base", "http://127.0.0.1:1"},
+    {"hmrc", "create", "PRACTICE", "--client", "1"},
+    {"hmrc", "differences", "PRACTICE", "--client", "1"},
+    {"hmrc", "log", "PRACTICE"},
+    {"doctor", "PRACTICE"},
+};
+
+TEST(BadInput, APracticeThatCannotBeOpenedIsExit3InEveryCommand)
+{
+    for (const Fault fault : {MissingFile, NotADatabase, OtherDatabase, NewerSchema, NoKey}) {
+        const std::string practice = MakeFaulty(fault);
+        for (const auto& command : kCommands) {
+            SCOPED_TRACE(command[0] + " " + command[1] + " with fault " + std::to_string(fault));
+            ExpectOneLine(RunMorv(Fill(command, practice)), 3);
+        }
+        if (fault == MissingFile)
+            EXPECT_NE(access(practice.c_str(), F_OK), 0) << "a look must not make the file";
+    }
+}
+
+TEST(BadInput, BadArgumentsAreExit2)
+{
+    const std::string practice = SamplePractice();
+    const struct
+    {
+        std::vector<std::string> arguments;
+        const char* why;
+    } rows[] = {
+        {{}, "no command"},
+        {{"practise", "check", "PRACTICE"}, "unknown command"},
+        {{"practice", "check"}, "no practice"},
+        {{"practice", "create", "PRACTICE.new", "--clients", "5"}, "--clients without --sample"},
+        {{"practice", "create", "PRACTICE.new", "--sample", "--clients", "0"}, "no clients"},
+        {{"practice", "options", "PRACTICE", "nColour=1"}, "unknown option"},
+        {{"practice", "options", "PRACTICE", "nPAYEInterface"}, "no value"},
+        {{"practice", "options", "PRACTICE", "nPAYEInterface=1e3"}, "not a whole number"},
+        {{"practice", "options", "PRACTICE", "bHMRCRetrieval=2"}, "out of range"},
+        {{"client", "show", "PRACTICE"}, "no client"},
+        {{"client", "show", "PRACTICE", "--client", "999999"}, "unknown client"},
+        {{"client", "show", "PRACTICE", "--client", "-1"}, "negative client"},
+        {{"client", "show", "PRACTICE", "--client", "1x"}, "malformed client"},
+        {{"client", "show", "PRACTICE", "--client", "1", "--partnership", "1"}, "two of them"},
+        {{"client", "show", "PRACTICE", "--partnership", "77"}, "unknown partnership"},
+        {{"client", "list", "PRACTICE", "--year", "17/18"}, "malformed year"},
+        {{"client", "list", "PRACTICE", "--year", "1990"}, "year before the first"},
+        {{"client", "list", "PRACTICE", "--year", "2026"}, "year after the last"},
+        {{"client", "list", "PRACTICE", "--user", "nobody"}, "unknown user"},
+        {{"user", "show", "PRACTICE", "nobody"}, "unknown user asked for"},
+        {{"hmrc", "fetch", "PRACTICE", "--client", "999999", "--gateway", "g", "--base", "BASE"}, "unknown client"},
+        {{"hmrc", "fetch", "PRACTICE", "--client", "1"}, "no gateway"},
+        {{"hmrc", "fetch", "PRACTICE", "--gateway", "g"}, "neither --client nor --all"},
+        {{"hmrc", "fetch", "PRACTICE", "--client", "1", "--gateway", "g", "--base", "http://example.com/"},
+         "a base that is not loopback"},
+        {{"hmrc", "fetch", "PRACTICE", "--client", "1", "--gateway", "g", "--base", "http://127.0.0.1.example.com/"},
+         "a base that only looks like loopback"},
+        {{"hmrc", "authorise", "PRACTICE", "--gateway", "g", "--base", "ftp://127.0.0.1/"}, "another scheme"},
+        {{"hmrc", "authorise", "PRACTICE", "--gateway", "it's", "--base", "BASE"}, "a quote in a gateway id"},
+        {{"hmrc", "create", "PRACTICE", "--client", "999999"}, "unknown client"},
+        {{"hmrc", "differences", "PRACTICE", "--client", "999999"}, "unknown client"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        ExpectOneLine(RunMorv(Fill(row.arguments, practice, "http://127.0.0.1:1")), 2);
+    }
+    EXPECT_EQ(MorvJson({"practice", "check", practice})["ok"], true);
+}
+
+TEST(BadInput, WithJsonTheErrorIsOneDocument)
+{
+    const Ended ended = RunMorv({"client", "show", SamplePractice(), "--client", "999999", "--json"});
+    const Json error = ended.Document()["error"];
+    EXPECT_EQ(ended.exit, 2);
+    EXPECT_EQ(error["code"], "UNKNOWN_CLIENT");
+    EXPECT_FALSE(error["message"].get<std::string>().empty());
+    EXPECT_FALSE(error["action"].get<std::string>().empty());
+    const Ended arguments = RunMorv({"client", "show", "--json"});
+    EXPECT_EQ(arguments.exit, 2);
+    EXPECT_EQ(arguments.Document()["error"]["code"], "BAD_ARGUMENTS") << arguments.out;
+}
+
+TEST(BadInput, AnExistingFileIsNeverOverwritten)
+{
+    const std::string practice = SamplePractice();
+    const std::string before = ReadFile(practice + ".key");
+    ExpectOneLine(RunMorv({"practice", "create", practice, "--sample"}), 3);
+    EXPECT_EQ(ReadFile(practice + ".key"), before);
+    EXPECT_EQ(MorvJson({"client", "list", practice}).size(), 14u);
+    const std::string letter = WriteFile("letter.txt", "Dear Sir or Madam, this is a letter and no database at all.");
+    ExpectOneLine(RunMorv({"practice", "create", letter}), 3);
+    EXPECT_EQ(ReadFile(letter).rfind("Dear Sir", 0), 0u);
+}
+
+TEST(BadInput, NoAnswerIsExit4)
+{
+    const std::string practice = SamplePractice();
+    std::string gone;
+    {
+        const HmrcSandbox sandbox("EVERYTHING");
+        ASSERT_EQ(Authorise(practice, sandbox).exit, 0);
+        gone = sandbox.Base();
+    }
+    const Ended ended = RunMorv({"hmrc", "fetch", practice, "--client", "1", "--gateway", "gateway-1", "--year", "2018",
+                                 "--base", gone, "--json"});
+    EXPECT_EQ(ended.exit, 4) << ended.out << ended.err;
+    EXPECT_EQ(ended.Document()["errors"][0]["code"], "NO_CONNECTION") << ended.out;
+}
+
+TEST(BadInput, APracticeWithoutUsersSaysSo)
+{
+    const std::string practice = TempDir() + "/empty.db";
+    ASSERT_EQ(RunMorv({"practice", "create", practice}).exit, 0);
+    ExpectOneLine(RunMorv({"client", "list", practice}), 1);
+    EXPECT_EQ(MorvJson({"user", "list", practice}).size(), 0u);
+    EXPECT_EQ(MorvJson({"practice", "check", practice})["ok"], true);
+}
+
+} // namespace

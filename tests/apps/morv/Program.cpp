@@ -1,0 +1,147 @@
+#include "apps/morv/Program.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <httplib.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+
+#include "support/TestSupport.h"
+
+namespace Test
+{
+
+namespace
+{
+
+std::string NextFile(const char* kind)
+{
+    static std::atomic<int> number{0};
+    return TempDir() + "/" + kind + std::to_string(number++);
+}
+
+void Redirect(const std::string& path, int descriptor)
+{
+    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    dup2(file, descriptor);
+    close(file);
+}
+
+} // namespace
+
+RunningMorv::RunningMorv(const std::vector<std::string>& arguments) : m_out(NextFile("out")), m_err(NextFile("err"))
+{
+    std::vector<std::string> all{MORV_PROGRAM};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    std::vector<char*> argv;
+    for (std::string& argument : all)
+        argv.push_back(argument.data());
+    argv.push_back(nullptr);
+    const std::string settings = TempDir() + "/settings.ini"; // the user's own are never touched
+    m_pid = fork();
+    if (m_pid == 0) {
+        Redirect("/dev/null", STDIN_FILENO);
+        Redirect(m_out, STDOUT_FILENO);
+        Redirect(m_err, STDERR_FILENO);
+        setenv("MORVUT_SETTINGS", settings.c_str(), 1);
+        execv(MORV_PROGRAM, argv.data());
+        _exit(127);
+    }
+}
+
+RunningMorv::~RunningMorv()
+{
+    if (m_pid > 0) {
+        Kill();
+        Wait();
+    }
+}
+
+void RunningMorv::Kill() { kill(m_pid, SIGKILL); }
+
+Ended RunningMorv::Wait()
+{
+    int status = 0;
+    waitpid(m_pid, &status, 0);
+    m_pid = -1;
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), ReadFile(m_out), ReadFile(m_err)};
+}
+
+Ended RunMorv(const std::vector<std::string>& arguments) { return RunningMorv(arguments).Wait(); }
+
+Json MorvJson(std::vector<std::string> arguments)
+{
+    arguments.push_back("--json");
+    const Ended ended = RunMorv(arguments);
+    EXPECT_EQ(ended.exit, 0) << ended.out << ended.err;
+    const Json document = ended.Document();
+    EXPECT_FALSE(document.is_discarded()) << ended.out;
+    return document;
+}
+
+std::string SamplePractice(const std::string& name)
+{
+    const std::string path = TempDir() + "/" + name;
+    const Ended ended = RunMorv({"practice", "create", path, "--sample"});
+    EXPECT_EQ(ended.exit, 0) << ended.err;
+    return path;
+}
+
+HmrcSandbox::HmrcSandbox(const std::string& scenario) : m_server(OptionsFor(scenario)) { m_server.Start(); }
+
+Sandbox::Options HmrcSandbox::OptionsFor(const std::string& scenario)
+{
+    Sandbox::Options options;
+    options.scenario = scenario;
+    options.issued = [this](const std::string& secret) {
+        const std::lock_guard lock(m_mutex);
+        m_issued.push_back(secret);
+    };
+    return options;
+}
+
+std::vector<std::string> HmrcSandbox::Issued()
+{
+    const std::lock_guard lock(m_mutex);
+    return m_issued;
+}
+
+std::string HmrcSandbox::Send(const std::string& method, const std::string& path, const std::string& body)
+{
+    httplib::Client client(Base());
+    httplib::Request request;
+    request.method = method;
+    request.path = path;
+    request.body = body;
+    request.headers = {{"Content-Type", "application/json"}, {"Accept", "application/vnd.hmrc.2.0+json"}};
+    const auto answer = client.send(request);
+    EXPECT_TRUE(answer) << method << " " << path;
+    EXPECT_LT(answer ? answer->status : 999, 400) << method << " " << path << ": " << answer->body;
+    return answer ? answer->body : std::string();
+}
+
+void HmrcSandbox::Prime(const std::string& nino, int year, const std::string& scenario)
+{
+    char text[8];
+    std::snprintf(text, sizeof text, "%04d-%02d", year - 1, year % 100);
+    Send("POST", "/individual-paye-test-support/paye/nino/" + nino + "/tax-year/" + text,
+         "{\"scenario\":\"" + scenario + "\"}");
+}
+
+Ended Authorise(const std::string& practice, const HmrcSandbox& sandbox, const std::string& gateway)
+{
+    return RunMorv({"hmrc", "authorise", practice, "--gateway", gateway, "--base", sandbox.Base(), "--browser",
+                    "curl -sSL -o /dev/null", "--json"});
+}
+
+std::vector<std::string> FetchArguments(const std::string& practice, const HmrcSandbox& sandbox, int client,
+                                        const std::string& gateway)
+{
+    return {"hmrc",      "fetch", practice, "--client", std::to_string(client), "--gateway", gateway,
+            "--year", "2018",  "--base", sandbox.Base()};
+}
+
+} // namespace Test

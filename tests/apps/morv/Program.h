@@ -1,0 +1,77 @@
+#pragma once
+
+// Runs morv as a user does, on practices of the test's own, against a sandbox in this process.
+
+#include <nlohmann/json.hpp>
+
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "hmrc-sandbox/Server.h"
+
+namespace Test
+{
+
+using Json = nlohmann::json;
+
+struct Ended
+{
+    int exit = -1; // negative: the signal that ended it
+    std::string out, err;
+
+    /// The one document on standard output; a discarded value when it is none.
+    Json Document() const { return Json::parse(out, nullptr, false); }
+};
+
+/// A started morv, still running.
+class RunningMorv
+{
+public:
+    explicit RunningMorv(const std::vector<std::string>& arguments);
+    ~RunningMorv();
+    RunningMorv(const RunningMorv&) = delete;
+    RunningMorv& operator=(const RunningMorv&) = delete;
+    void Kill(); // SIGKILL
+    Ended Wait();
+
+private:
+    int m_pid = -1;
+    std::string m_out, m_err; // files
+};
+
+Ended RunMorv(const std::vector<std::string>& arguments);
+/// The same; fails the test when it does not end with exit code 0. Answers the JSON document (--json is added).
+Json MorvJson(std::vector<std::string> arguments);
+
+/// A new sample practice in the test's folder.
+std::string SamplePractice(const std::string& name = "practice.db");
+
+/// A sandbox that runs for the test's length.
+class HmrcSandbox
+{
+public:
+    explicit HmrcSandbox(const std::string& scenario = {});
+    std::string Base() const { return m_server.Address(); }
+    /// One request to it; the body of the answer.
+    std::string Send(const std::string& method, const std::string& path, const std::string& body = "{}");
+    /// Primes the PAYE scenario for a National Insurance number and real tax year.
+    void Prime(const std::string& nino, int year, const std::string& scenario);
+
+    /// Every code and token that it has given out.
+    std::vector<std::string> Issued();
+
+private:
+    Sandbox::Options OptionsFor(const std::string& scenario);
+
+    std::mutex m_mutex; // over m_issued: the server answers on threads of its own
+    std::vector<std::string> m_issued;
+    Sandbox::Server m_server;
+};
+
+/// Gives `gateway` authority at the sandbox, the browser being curl.
+Ended Authorise(const std::string& practice, const HmrcSandbox& sandbox, const std::string& gateway = "gateway-1");
+std::vector<std::string> FetchArguments(const std::string& practice, const HmrcSandbox& sandbox, int client = 1,
+                                        const std::string& gateway = "gateway-1");
+
+} // namespace Test
