@@ -48,7 +48,8 @@ void Ours(benchmark::State& state)
         state.PauseTiming();
         const long client = AddClient();
         state.ResumeTiming();
-        HmrcApi::CPAYEPrepop prepop(ClientId(client), TaxYear(2018), "AA000001A", HmrcApi::IEndpointOverride::Everything);
+        HmrcApi::CPAYEPrepop prepop(ClientId(client), TaxYear(2018), "AA000001A",
+                                    HmrcApi::IEndpointOverride::Everything);
         auto errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
         prepop.GetPAYEData("AA000001A", errors, nullptr);
         prepop.CreateNewSchedules();
@@ -114,12 +115,15 @@ private:
 // Reads back what Ours wrote for one client, so that both write the same rows.
 std::vector<RawRow> RowsOfOneClient()
 {
-    const Quarry::Table* tables[] = {
-        &Brix::CMTD_TaxYear::Declaration(),       &Brix::CMTD_Employments::Declaration(),
-        &Brix::CMTD_EmploymentsCompanyBenefits::Declaration(), &Brix::CMTD_PensionStateBenefits::Declaration(),
-        &Brix::CMTD_TaxFreeAllowances::Declaration(), &Brix::CTaxForm::Declaration(),
-        &Brix::CNewEmploy::Declaration(),         &Brix::CNewEmployBenefits::Declaration(),
-        &Brix::CPensionStateBenefits::Declaration()};
+    const Quarry::Table* tables[] = {&Brix::CMTD_TaxYear::Declaration(),
+                                     &Brix::CMTD_Employments::Declaration(),
+                                     &Brix::CMTD_EmploymentsCompanyBenefits::Declaration(),
+                                     &Brix::CMTD_PensionStateBenefits::Declaration(),
+                                     &Brix::CMTD_TaxFreeAllowances::Declaration(),
+                                     &Brix::CTaxForm::Declaration(),
+                                     &Brix::CNewEmploy::Declaration(),
+                                     &Brix::CNewEmployBenefits::Declaration(),
+                                     &Brix::CPensionStateBenefits::Declaration()};
     std::vector<RawRow> rows;
     for (const Quarry::Table* table : tables) {
         Quarry::CDataList list(*table);
@@ -161,7 +165,8 @@ void RawC(benchmark::State& state)
 
 void OpenPractice(const std::string& name)
 {
-    Quarry::SetConnection(Cellar::CConnection::Open(CString(Scratch() + "/" + name), Cellar::CConnection::Create::IfMissing));
+    Quarry::SetConnection(
+        Cellar::CConnection::Open(CString(Scratch() + "/" + name), Cellar::CConnection::Create::IfMissing));
     Brix::CreateSchema(Quarry::GetConnection());
 }
 
@@ -173,7 +178,8 @@ int main(int argc, char** argv)
     Shellkit::SetPracticeKey(Shellkit::RandomBytes(Shellkit::kKeySize));
     OpenPractice("raw.db"); // its schema serves the C interface
     OpenPractice("one.db");
-    HmrcApi::CPAYEPrepop prepop(ClientId(AddClient()), TaxYear(2018), "AA000001A", HmrcApi::IEndpointOverride::Everything);
+    HmrcApi::CPAYEPrepop prepop(ClientId(AddClient()), TaxYear(2018), "AA000001A",
+                                HmrcApi::IEndpointOverride::Everything);
     prepop.GetPAYEData("AA000001A", std::make_shared<HmrcApi::CAPIErrorHandler>(), nullptr);
     prepop.CreateNewSchedules();
     g_rows = RowsOfOneClient();

@@ -42,7 +42,8 @@ void PrintEmployments(const Json& employments)
     for (const Json& row : employments)
         for (const Json& benefit : row["benefits"]) {
             const std::string name = benefit.contains("code") ? benefit["code"] : benefit["type"];
-            PrintLine("    benefit of %s: %s %s", row["employer"].get<std::string>(), name, Money(benefit["amountPence"]));
+            PrintLine("    benefit of %s: %s %s", row["employer"].get<std::string>(), name,
+                      Money(benefit["amountPence"]));
         }
 }
 
@@ -53,8 +54,9 @@ void PrintPensions(const Json& pensions)
         std::string name = row["payer"];
         if (row.contains("description") && name.empty())
             name = row["description"];
-        table.Add({name.empty() ? "-" : name, row["reference"], row["date"].is_null() ? "-" : row["date"].get<std::string>(),
-                   Money(row["amountPence"]), Money(row["taxPence"])});
+        table.Add({name.empty() ? "-" : name, row["reference"],
+                   row["date"].is_null() ? "-" : row["date"].get<std::string>(), Money(row["amountPence"]),
+                   Money(row["taxPence"])});
     }
     if (!table.IsEmpty())
         table.Print("  ");
@@ -98,7 +100,8 @@ Json PartnershipOf(long id)
 {
     Brix::CPartnership partnership;
     if (id == 0 || !partnership.Open({{0, id}}))
-        throw CommandError(Exit::BadInput, "UNKNOWN_CLIENT", "--partnership: there is no partnership " + std::to_string(id),
+        throw CommandError(Exit::BadInput, "UNKNOWN_CLIENT",
+                           "--partnership: there is no partnership " + std::to_string(id),
                            "morv client list shows who there is.");
     return ViewOf(partnership);
 }

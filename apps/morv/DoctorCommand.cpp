@@ -45,12 +45,14 @@ Finding CheckClock()
     const int year = Afx::Clock::Local().year;
     if (year >= GetMinRealTaxYear() && year <= 2100)
         return {"clock", true, COleDateTime::GetCurrentTime().FormatIso().Str(), ""};
-    return {"clock", false, "the machine's clock says " + std::to_string(year), "Set the clock: HMRC's tokens depend on it."};
+    return {"clock", false, "the machine's clock says " + std::to_string(year),
+            "Set the clock: HMRC's tokens depend on it."};
 }
 
 Finding CheckCertificates()
 {
-    for (const char* path : {"/etc/ssl/certs/ca-certificates.crt", "/etc/pki/tls/certs/ca-bundle.crt", "/etc/ssl/cert.pem"})
+    for (const char* path :
+         {"/etc/ssl/certs/ca-certificates.crt", "/etc/pki/tls/certs/ca-bundle.crt", "/etc/ssl/cert.pem"})
         if (std::filesystem::exists(path))
             return {"certificates", true, path, ""};
     return {"certificates", false, "the system has no list of trusted certificates",
@@ -73,16 +75,18 @@ Finding CheckPracticeFile(const std::string& practice)
     const auto faults = Brix::CheckPractice(Quarry::GetConnection());
     if (faults.empty())
         return {"schema", true, practice + ": version " + std::to_string(version.version) + ", nothing wrong", ""};
-    return {"schema", false, std::to_string(faults.size()) + " faults, the first in " + faults.front().table + ": " + faults.front().fault,
+    return {"schema", false,
+            std::to_string(faults.size()) + " faults, the first in " + faults.front().table + ": " +
+                faults.front().fault,
             "morv practice check lists them."};
 }
 
 Finding CheckKey(const std::string& practice)
 {
-    const CString problem = Shellkit::KeyFileProblem(KeyPath(practice));
-    if (problem.IsEmpty())
+    const std::string problem = Shellkit::KeyFileProblem(KeyPath(practice));
+    if (problem.empty())
         return {"key", true, KeyPath(practice), ""};
-    return {"key", false, problem.Str(), "Stored tokens and passwords cannot be read without it."};
+    return {"key", false, problem, "Stored tokens and passwords cannot be read without it."};
 }
 
 Finding CheckTokens(const std::string&)
@@ -102,7 +106,8 @@ Finding CheckTokens(const std::string&)
 
 Finding CheckLocks(const std::string&)
 {
-    Cellar::CBufferedRowList rows(Quarry::GetConnection(), "SELECT strUserID, strWorkstation FROM MTDAuthorisationLock");
+    Cellar::CBufferedRowList rows(Quarry::GetConnection(),
+                                  "SELECT strUserID, strWorkstation FROM MTDAuthorisationLock");
     if (rows.GetCount() == 0)
         return {"locks", true, "none is held", ""};
     return {"locks", false,
@@ -111,7 +116,8 @@ Finding CheckLocks(const std::string&)
             "A lock that is left behind is cleared by the next fetch after 150 seconds."};
 }
 
-constexpr Finding (*kMachineChecks[])() = {CheckSettings, CheckClock, CheckCertificates, CheckDrivers, CheckCredentials};
+constexpr Finding (*kMachineChecks[])() = {CheckSettings, CheckClock, CheckCertificates, CheckDrivers,
+                                           CheckCredentials};
 constexpr Finding (*kPracticeChecks[])(const std::string&) = {CheckPracticeFile, CheckKey, CheckTokens, CheckLocks};
 
 std::vector<Finding> Examine(const std::string& practice, const CommonOptions& options)
@@ -135,7 +141,9 @@ Exit Doctor(const std::string& practice, const CommonOptions& options)
     bool ok = true;
     for (const Finding& finding : findings) {
         ok = ok && finding.ok;
-        list.push_back({{"check", finding.check}, {"ok", finding.ok}, {"found", finding.found},
+        list.push_back({{"check", finding.check},
+                        {"ok", finding.ok},
+                        {"found", finding.found},
                         {"action", finding.action.empty() ? Json(nullptr) : Json(finding.action)}});
         table.Add({finding.check, finding.ok ? "ok" : "look", finding.found, finding.action});
     }

@@ -114,7 +114,8 @@ Json GatewayOf(const std::string& gateway)
 
 [[noreturn]] void ThrowAuthorisationError(const HmrcApi::CAuthorisation::Error& error)
 {
-    const bool unreachable = error.code == "NO_CONNECTION" || error.code == "TIMED_OUT" || error.code == "ANSWER_INCOMPLETE";
+    const bool unreachable =
+        error.code == "NO_CONNECTION" || error.code == "TIMED_OUT" || error.code == "ANSWER_INCOMPLETE";
     throw CommandError(unreachable ? Exit::HmrcUnreachable : Exit::Refused, error.code.empty() ? "REFUSED" : error.code,
                        error.text.empty() ? "HMRC gave no authority" : error.text,
                        HmrcApi::ActionFor(error.code, error.status));
@@ -130,7 +131,8 @@ void Authorise(const HmrcArguments& arguments, const CommonOptions& options)
     HmrcApi::CAuthorisationStore::CreateGatewayID(arguments.gateway); // false: it is registered already
     HmrcApi::Logger logger;
     HmrcApi::CAuthorisation authorisation(std::make_shared<HmrcApi::CAuthorisationStore>(arguments.gateway),
-                                          std::make_shared<HmrcApi::CScope>(), std::make_shared<HmrcApi::CClientData>());
+                                          std::make_shared<HmrcApi::CScope>(),
+                                          std::make_shared<HmrcApi::CClientData>());
     authorisation.SetBrowser(Browser(arguments.browser));
     if (!authorisation.DoAuthorisation(&logger))
         ThrowAuthorisationError(authorisation.GetLastError());
@@ -138,7 +140,8 @@ void Authorise(const HmrcArguments& arguments, const CommonOptions& options)
     if (options.json)
         return PrintJson(view);
     PrintLine("%s is authorised for %s. The grant ends %s.", arguments.gateway, view["scope"].get<std::string>(),
-              view["grantEnds"].is_null() ? std::string("in 18 months") : view["grantEnds"].get<std::string>().substr(0, 10));
+              view["grantEnds"].is_null() ? std::string("in 18 months")
+                                          : view["grantEnds"].get<std::string>().substr(0, 10));
 }
 
 // ---- fetch
@@ -174,16 +177,17 @@ bool IsUnreachable(const HmrcApi::FetchResult& result)
 Json ViewOf(long client, const HmrcApi::FetchResult& result)
 {
     using Route = HmrcApi::FetchResult::Route;
-    return {{"client", client},
-            {"year", GetCurrentRealTaxYear()},
-            {"route", result.route == Route::Paye ? "paye" : "employments"},
-            {"ok", result.ok},
-            {"newData", result.newData},
-            {"clear", result.clear},
-            {"staged",
-             {{"added", result.staged.added}, {"changed", result.staged.changed}, {"withdrawn", result.staged.withdrawn}}},
-            {"message", result.message.IsEmpty() ? Json(nullptr) : TextOf(result.message)},
-            {"errors", ErrorsOf(*result.errors)}};
+    return {
+        {"client", client},
+        {"year", GetCurrentRealTaxYear()},
+        {"route", result.route == Route::Paye ? "paye" : "employments"},
+        {"ok", result.ok},
+        {"newData", result.newData},
+        {"clear", result.clear},
+        {"staged",
+         {{"added", result.staged.added}, {"changed", result.staged.changed}, {"withdrawn", result.staged.withdrawn}}},
+        {"message", result.message.IsEmpty() ? Json(nullptr) : TextOf(result.message)},
+        {"errors", ErrorsOf(*result.errors)}};
 }
 
 std::string FlatText(std::string text)
@@ -199,9 +203,10 @@ std::string FlatText(std::string text)
 void PrintView(const Json& view)
 {
     const Json& staged = view["staged"];
-    PrintLine("Client %d, %s: %s. Staged rows: %d new, %d changed, %d withdrawn by HMRC. %s", view["client"].get<long>(),
-              FormatYearString42Digit(view["year"].get<int>()), view["ok"].get<bool>() ? "fetched" : "not fetched",
-              staged["added"].get<int>(), staged["changed"].get<int>(), staged["withdrawn"].get<int>(),
+    PrintLine("Client %d, %s: %s. Staged rows: %d new, %d changed, %d withdrawn by HMRC. %s",
+              view["client"].get<long>(), FormatYearString42Digit(view["year"].get<int>()),
+              view["ok"].get<bool>() ? "fetched" : "not fetched", staged["added"].get<int>(),
+              staged["changed"].get<int>(), staged["withdrawn"].get<int>(),
               view["clear"].get<bool>() ? "Nothing differs from the return." : "Some figures differ from the return.");
     if (!view["message"].is_null())
         PrintLine("  %s", FlatText(view["message"]));
@@ -277,9 +282,9 @@ void Create(const HmrcArguments& arguments, const CommonOptions& options)
         prepop.CreateNewSchedules();
     const auto& created = prepop.GetCreatedSchedules();
     if (options.json)
-        return PrintJson({{"created",
-                           {{"employments", created.employments}, {"pensionsAndBenefits", created.pensionsAndBenefits}}},
-                          {"schedules", SchedulesOf(arguments.client, GetCurrentRealTaxYear())}});
+        return PrintJson(
+            {{"created", {{"employments", created.employments}, {"pensionsAndBenefits", created.pensionsAndBenefits}}},
+             {"schedules", SchedulesOf(arguments.client, GetCurrentRealTaxYear())}});
     if (created.employments + created.pensionsAndBenefits == 0)
         PrintText("Nothing new: the return has a schedule for every item that HMRC holds.");
     else
@@ -292,9 +297,13 @@ void Create(const HmrcArguments& arguments, const CommonOptions& options)
 Json ViewOf(const HmrcApi::DifferenceRow& row)
 {
     if (row.kind == HmrcApi::DifferenceRow::Kind::Date)
-        return {{"caption", TextOf(row.caption)}, {"return", DateOf(row.returnDate)}, {"hmrc", DateOf(row.hmrcDate)},
+        return {{"caption", TextOf(row.caption)},
+                {"return", DateOf(row.returnDate)},
+                {"hmrc", DateOf(row.hmrcDate)},
                 {"estimate", row.estimate}};
-    return {{"caption", TextOf(row.caption)}, {"return", PenceOf(row.returnAmount)}, {"hmrc", PenceOf(row.hmrcAmount)},
+    return {{"caption", TextOf(row.caption)},
+            {"return", PenceOf(row.returnAmount)},
+            {"hmrc", PenceOf(row.hmrcAmount)},
             {"estimate", row.estimate}};
 }
 
@@ -338,20 +347,27 @@ void Differences(const HmrcArguments& arguments, const CommonOptions& options)
 void ShowLog(const HmrcArguments& arguments, const CommonOptions& options)
 {
     const PracticeSession session(arguments.practice, options, Login::Needed);
-    auto rows = arguments.chain.empty()
-                    ? Cellar::CBufferedRowList(Quarry::GetConnection(), "SELECT * FROM MTDLog ORDER BY lID")
-                    : Cellar::CBufferedRowList(Quarry::GetConnection(),
-                                               "SELECT * FROM MTDLog WHERE strChainID = %s ORDER BY lID", arguments.chain);
+    auto rows =
+        arguments.chain.empty()
+            ? Cellar::CBufferedRowList(Quarry::GetConnection(), "SELECT * FROM MTDLog ORDER BY lID")
+            : Cellar::CBufferedRowList(Quarry::GetConnection(),
+                                       "SELECT * FROM MTDLog WHERE strChainID = %s ORDER BY lID", arguments.chain);
     Json list = Json::array();
     TextTable table({"When", "User", "Event", "Interface", "Request", "Response", "Detail"});
     for (; !rows.IsEOL(); rows.MoveNext()) {
         // Rows that another program wrote are masked too.
         const auto text = [&rows](const char* column) { return HmrcApi::Mask(rows.GetText(column).Str()); };
         const Json when = MomentOf(rows.GetDateTime("dtLogged"));
-        list.push_back({{"when", when}, {"user", text("strUserID")}, {"workstation", text("strWorkstation")},
-                        {"session", text("strSessionID")}, {"chain", text("strChainID")}, {"event", text("strEvent")},
-                        {"interface", text("strInterface")}, {"request", text("strRequest")},
-                        {"response", text("strResponse")}, {"detail", text("strDetail")}});
+        list.push_back({{"when", when},
+                        {"user", text("strUserID")},
+                        {"workstation", text("strWorkstation")},
+                        {"session", text("strSessionID")},
+                        {"chain", text("strChainID")},
+                        {"event", text("strEvent")},
+                        {"interface", text("strInterface")},
+                        {"request", text("strRequest")},
+                        {"response", text("strResponse")},
+                        {"detail", text("strDetail")}});
         table.Add({when.is_null() ? "-" : when.get<std::string>(), text("strUserID"), text("strEvent"),
                    text("strInterface"), text("strRequest"), text("strResponse"), text("strDetail")});
     }
@@ -372,7 +388,8 @@ CLI::App* AddCommand(CLI::App& hmrc, const char* name, const char* meaning, cons
 
 CLI::Option* AddClient(CLI::App* command, const Arguments& arguments)
 {
-    return command->add_option("--client", arguments->client, "Row id of the client")->check(CLI::Range(1L, 2147483647L));
+    return command->add_option("--client", arguments->client, "Row id of the client")
+        ->check(CLI::Range(1L, 2147483647L));
 }
 
 } // namespace
@@ -384,7 +401,8 @@ void AddHmrcCommands(CLI::App& app, Program& program)
     auto arguments = std::make_shared<HmrcArguments>();
 
     CLI::App* authorise = AddCommand(*hmrc, "authorise", "Ask a Government Gateway user for authority", arguments);
-    authorise->add_option("--gateway", arguments->gateway, "Government Gateway ID; registered when it is not there")->required();
+    authorise->add_option("--gateway", arguments->gateway, "Government Gateway ID; registered when it is not there")
+        ->required();
     authorise->add_option("--browser", arguments->browser, "Command that opens the address");
     authorise->callback([=, &program] { Authorise(*arguments, program.options); });
 

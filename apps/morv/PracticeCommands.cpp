@@ -1,5 +1,6 @@
 // practice create, check, options.
 
+#include <charconv>
 #include <filesystem>
 #include <memory>
 #include <vector>
@@ -20,9 +21,10 @@ namespace Morv
 namespace
 {
 
+// The connection's own counter of sessions does not count.
 void RequireEmptyPlace(const std::string& practice)
 {
-    if (Quarry::GetConnection().Queryf("SELECT name FROM sqlite_master").rows.empty())
+    if (Quarry::GetConnection().Queryf("SELECT name FROM sqlite_master WHERE name <> 'CellarSession'").rows.empty())
         return;
     throw CommandError(Exit::CannotOpen, "EXISTS", practice + " is there already",
                        "Choose another name, or remove the file first.");
@@ -40,7 +42,7 @@ void MakeKey(const std::string& practice)
                            "Check the folder's permissions and free space.");
     const auto key = Shellkit::ReadKeyFile(path);
     if (!key || !Shellkit::SetPracticeKey(*key))
-        throw CommandError(Exit::CannotOpen, "NO_KEY", Shellkit::KeyFileProblem(path).Str(), "");
+        throw CommandError(Exit::CannotOpen, "NO_KEY", Shellkit::KeyFileProblem(path), "");
 }
 
 int CountRows(Quarry::CDataList&& list) { return list.Open() ? list.GetCount() : 0; }
@@ -108,8 +110,8 @@ struct Option
 
 constexpr Option kOptions[] = {
     {"nPAYEInterface", 0, 255, "1: fetch by the PAYE interface; otherwise by the individual interfaces",
-     [](const Brix::COptions& o) { return o.GetPAYEInterface(); },
-     [](Brix::COptions& o, int v) { o.SetPAYEInterface(v); }},
+     [](const Brix::COptions& o) { return int{o.GetPAYEInterface()}; },
+     [](Brix::COptions& o, int v) { o.SetPAYEInterface(static_cast<short>(v)); }},
     {"nDebugLogging", 0, 9, "above 0: the HMRC log holds requests and answers, masked",
      [](const Brix::COptions& o) { return o.GetDebugLogging(); },
      [](Brix::COptions& o, int v) { o.SetDebugLogging(v); }},
@@ -120,8 +122,7 @@ constexpr Option kOptions[] = {
      [](const Brix::COptions& o) { return o.GetCFStaff() ? 1 : 0; },
      [](Brix::COptions& o, int v) { o.SetCFStaff(v != 0); }},
     {"nDateFormat", 0, 3, "0 DD/MM/YY, 1 MM/DD/YY, 2 DD MMM YYYY, 3 MMM DD YYYY",
-     [](const Brix::COptions& o) { return o.GetDateFormat(); },
-     [](Brix::COptions& o, int v) { o.SetDateFormat(v); }},
+     [](const Brix::COptions& o) { return o.GetDateFormat(); }, [](Brix::COptions& o, int v) { o.SetDateFormat(v); }},
 };
 
 void SetOption(Brix::COptions& record, const std::string& assignment)

@@ -3,7 +3,6 @@
 #include "Brix/Records.h"
 
 #include <array>
-#include <cstdio>
 #include <string>
 
 namespace Morv
@@ -39,8 +38,8 @@ constexpr std::array<SampleClient, kSampleClients> kClients{{
     {"Margaret Ellison"},
     {"Cecil Drummond"},
     {"Priya Raman"},
-    {"Oscar Lindqvist", Kind::Individual, false},             // no National Insurance number yet
-    {"Beatrice Okafor", Kind::Individual, true, false},       // UTR mistyped
+    {"Oscar Lindqvist", Kind::Individual, false},       // no National Insurance number yet
+    {"Beatrice Okafor", Kind::Individual, true, false}, // UTR mistyped
     {"Walter Greenhalgh", Kind::Individual, true, true, true, false, "2017-11-03"},
     {"Imogen Farquhar", Kind::Individual, true, true, false}, // no longer a client
     {"Desmond Achebe", Kind::Individual, true, true, true, true},
@@ -53,19 +52,19 @@ std::string MakeUTR(int serial)
 {
     constexpr int kWeights[] = {6, 7, 8, 9, 10, 5, 4, 3, 2};
     constexpr char kCheck[] = "21987654321";
-    char digits[10];
-    std::snprintf(digits, sizeof digits, "%09d", serial % 1000000000);
+    CString digits;
+    digits.Format("%09d", serial % 1000000000);
     int sum = 0;
     for (int i = 0; i < 9; ++i)
         sum += (digits[i] - '0') * kWeights[i];
-    return kCheck[sum % 11] + std::string(digits, 9);
+    return kCheck[sum % 11] + digits.Str();
 }
 
 std::string MakeNINumber(int serial)
 {
-    char text[10];
-    std::snprintf(text, sizeof text, "AA%06d%c", serial % 1000000, 'A' + serial % 4);
-    return text;
+    CString text;
+    text.Format("AA%06d%c", serial % 1000000, static_cast<char>('A' + serial % 4));
+    return text.Str();
 }
 
 void AddTaxForm(long clientId, bool isDormant)
@@ -190,7 +189,7 @@ void AddUsers()
     AddToGroup("cara", tax);
 }
 
-void SetOptions(int payeInterface, bool retrieval)
+void SetOptions(short payeInterface, bool retrieval)
 {
     Brix::COptions options;
     if (!options.Open())

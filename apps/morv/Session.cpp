@@ -40,8 +40,8 @@ void LoadKey(const std::string& practice)
     const std::string path = KeyPath(practice);
     const auto key = Shellkit::ReadKeyFile(path);
     if (!key || !Shellkit::SetPracticeKey(*key)) {
-        const CString problem = Shellkit::KeyFileProblem(path);
-        throw CommandError(Exit::CannotOpen, "NO_PRACTICE_KEY", problem.IsEmpty() ? path + ": no practice key" : problem.Str(),
+        const std::string problem = Shellkit::KeyFileProblem(path);
+        throw CommandError(Exit::CannotOpen, "NO_PRACTICE_KEY", problem.empty() ? path + ": no practice key" : problem,
                            "Put the key file that was made with the practice beside it.");
     }
 }

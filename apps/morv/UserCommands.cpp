@@ -99,7 +99,8 @@ void Show(const std::string& practice, const std::string& id, const CommonOption
               RoleOf(view), JoinTexts(view["groups"]));
     TextTable table({"No.", "Right", "Allowed"});
     for (const Json& right : view["rights"])
-        table.Add({std::to_string(right["number"].get<int>()), right["name"], right["allowed"].get<bool>() ? "yes" : "no"});
+        table.Add(
+            {std::to_string(right["number"].get<int>()), right["name"], right["allowed"].get<bool>() ? "yes" : "no"});
     table.Print();
 }
 

@@ -1,8 +1,9 @@
 // morv: everything of the library that can be done without a window.
 
-#include <clocale>
+#include <algorithm>
 #include <cstdio>
 #include <memory>
+#include <string_view>
 
 #include "Afx/Exceptions.h"
 #include "Afx/WindowSystem.h"
@@ -17,7 +18,8 @@ namespace
 
 using namespace Morv;
 
-constexpr char kFooter[] = R"(PRACTICE is the path of a practice (or sqlite:PATH). Years are the calendar years in which tax years end.
+constexpr char kFooter[] =
+    R"(PRACTICE is the path of a practice (or sqlite:PATH). Years are the calendar years in which tax years end.
 Exit codes: 0 done; 1 refused, or errors were reported; 2 bad arguments or input; 3 the practice cannot be opened or
 written; 4 HMRC cannot be reached.)";
 
@@ -63,8 +65,10 @@ Exit Run(CLI::App& app, Program& program, int argc, char** argv)
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success))
             return static_cast<Exit>(app.exit(error)); // --help, --version
-        return Report(CommandError(Exit::BadInput, "BAD_ARGUMENTS", error.what(), "morv --help tells how."),
-                      program.options.json);
+        // The flag may not have been read yet when the line is wrong.
+        const bool json =
+            std::any_of(argv + 1, argv + argc, [](const char* text) { return std::string_view(text) == "--json"; });
+        return Report(CommandError(Exit::BadInput, "BAD_ARGUMENTS", error.what(), "morv --help tells how."), json);
     } catch (const CommandError& error) {
         return Report(error, program.options.json);
     } catch (const Cellar::DatabaseError& error) {

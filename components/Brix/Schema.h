@@ -41,7 +41,8 @@ struct SchemaVersion
     int version; // 0 when not a practice
 };
 BRIX_API SchemaVersion ReadSchemaVersion(Cellar::CConnection& connection);
-/// Brings an older practice up to date in one transaction.
+/// Brings an older practice up to date in one transaction: adds the tables and columns that it lacks (a current one
+/// that lost some gets them back). Throws Cellar::DatabaseError (Other) when there is no practice, or a newer one.
 BRIX_API void UpgradeSchema(Cellar::CConnection& connection);
 
 /// Something that does not fit together in a practice.

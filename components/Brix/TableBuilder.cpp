@@ -58,13 +58,15 @@ const Quarry::Table& TableBuilder::Done()
     if (m_table.versioned && std::string_view(m_table.key) == "lID")
         Column(0, "lID", Cellar::ColumnType::Int);
     std::sort(m_columns.begin(), m_columns.end(), [](const auto& a, const auto& b) { return a.ordinal < b.ordinal; });
-    m_table.columns = *new std::vector(std::move(m_columns));
-    m_table.parents = *new std::vector(std::move(m_parents));
-    for (const Quarry::Column& column : m_table.columns) {
-        if (m_table.Find(column.ordinal) != &column || m_table.Find(column.name) != &column)
-            throw std::logic_error(std::string(m_table.sqlName) + " declares " + column.name + " twice");
+    TableBuilder& kept = *new TableBuilder(std::move(*this));
+    Quarry::Table& table = kept.m_table;
+    table.columns = kept.m_columns;
+    table.parents = kept.m_parents;
+    for (const Quarry::Column& column : table.columns) {
+        if (table.Find(column.ordinal) != &column || table.Find(column.name) != &column)
+            throw std::logic_error(std::string(table.sqlName) + " declares " + column.name + " twice");
     }
-    return *new Quarry::Table(m_table);
+    return table;
 }
 
 } // namespace Brix

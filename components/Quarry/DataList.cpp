@@ -325,8 +325,15 @@ long NewId(const Table& table)
     std::optional<CTransaction> transaction;
     if (connection->GetLevel() == 0)
         transaction.emplace();
-    if (connection->ExecuteDirectf(text.countUp, table.sqlName) == 0)
-        connection->ExecuteDirectf(text.startCount, table.sqlName);
+    if (connection->ExecuteDirectf(text.countUp, table.sqlName) == 0) {
+        try {
+            connection->ExecuteDirectf(text.startCount, table.sqlName);
+        } catch (const Cellar::DatabaseError& error) {
+            if (error.GetCategory() != Cellar::DatabaseError::Category::DuplicateKey)
+                throw;
+            connection->ExecuteDirectf(text.countUp, table.sqlName); // another workstation was first, on a server
+        }
+    }
     const Cellar::RowSet set =
         connection->Queryf("SELECT [lNext] FROM [BRIXNextID] WHERE [strTable] = %s", table.sqlName);
     const std::int64_t id = set.rows.empty() ? 0 : Cellar::ToInt64(set.rows[0][0]);

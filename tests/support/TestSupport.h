@@ -1,8 +1,8 @@
 #pragma once
 
 // What every test finds around it: a headless window system, its own settings file and folder, the machine's own clock.
-// All of it is made anew before each test and put back after it. Inside a TEST body write ::Test::, because there Test alone
-// is the base class of GoogleTest.
+// All of it is made anew before each test and put back after it. Inside a TEST body write ::Test::, because there Test
+// alone is the base class of GoogleTest.
 
 #include <optional>
 #include <string>

@@ -32,7 +32,8 @@ int GetMapIndexFromShortName(const TypeMapping* table, const char* key, int* ind
     if (!key || !index)
         return 0;
     const std::string_view wanted = key;
-    const TypeMapping* row = FindRow(table, [wanted](const TypeMapping& r) { return Afx::EqualNoCase(r.shortName, wanted); });
+    const TypeMapping* row =
+        FindRow(table, [wanted](const TypeMapping& r) { return Afx::EqualNoCase(r.shortName, wanted); });
     if (row)
         *index = row->index;
     return row ? 1 : 0;
@@ -59,7 +60,8 @@ int GetMapShortNameFromIndex(const TypeMapping* table, const char** key, int ind
 
 int GetMapLongNameFromIndex(const TypeMapping* table, const char** name, int index) noexcept
 {
-    const TypeMapping* row = name ? FindRow(table, [index](const TypeMapping& r) { return r.index == index; }) : nullptr;
+    const TypeMapping* row =
+        name ? FindRow(table, [index](const TypeMapping& r) { return r.index == index; }) : nullptr;
     if (row)
         *name = row->longName;
     return row ? 1 : 0;

@@ -56,10 +56,12 @@ TEST_F(Singleton, IsMadeOnFirstUseAndAnewAfterDestroy)
     EXPECT_EQ(Counted::Instance().Data().figure, 7);
     EXPECT_EQ(Counted::Loaded(), 1);
     EXPECT_EQ(g_alive, 1);
+    EXPECT_EQ(g_listening, 1);
 
     Counted::Destroy();
     EXPECT_EQ(Counted::Loaded(), 0);
     EXPECT_EQ(g_alive, 0);
+    EXPECT_EQ(g_listening, 0);
     EXPECT_EQ(Counted::Instance().Data().figure, 0);
 }
 
@@ -71,25 +73,8 @@ TEST_F(Singleton, IsFoundByItsKeyWhicheverModuleAsks)
     ASSERT_TRUE(DeleteGlobalItem(key.c_str()));
     EXPECT_EQ(g_alive, 0);
     EXPECT_EQ(Counted::Instance().Data().figure, 0) << "another module destroyed it: made anew, not remembered";
-}
-
-TEST_F(Singleton, EndsWithTheStore)
-{
-    Counted::Instance();
     Shellkit::Shutdown();
-    EXPECT_EQ(g_alive, 0);
-    EXPECT_EQ(g_listening, 0);
-    Counted::Instance();
-    EXPECT_EQ(g_alive, 1);
-}
-
-TEST_F(Singleton, ListensWhileItLives)
-{
-    Counted::Instance();
-    Counted::Instance();
-    EXPECT_EQ(g_listening, 1);
-    Counted::Destroy();
-    EXPECT_EQ(g_listening, 0);
+    EXPECT_EQ(g_alive, 0) << "the store ends it";
 }
 
 TEST_F(Singleton, LeavesListenersAloneWhileTheyAreDisabled)

@@ -28,12 +28,6 @@ TEST(YearTitles, AreWrittenInFourWays)
     }
 }
 
-TEST(YearTitles, SurviveTheSmallestNumber)
-{
-    constexpr int kSmallest = -2147483647 - 1;
-    EXPECT_EQ(FormatYearString42Digit(kSmallest), "-2147483649/-48");
-}
-
 TEST(GetTaxYearTitle, RefusesATooSmallBuffer)
 {
     char buffer[8];

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sqlite3.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <fstream>
@@ -64,7 +65,8 @@ void ExpectOneLine(const Ended& ended, int exit)
 }
 
 // PRACTICE stands for the practice's path, BASE for the sandbox's address.
-std::vector<std::string> Fill(std::vector<std::string> arguments, const std::string& practice, const std::string& base = {})
+std::vector<std::string> Fill(std::vector<std::string> arguments, const std::string& practice,
+                              const std::string& base = {})
 {
     for (std::string& argument : arguments) {
         if (argument == "PRACTICE")
@@ -98,8 +100,9 @@ TEST(BadInput, APracticeThatCannotBeOpenedIsExit3InEveryCommand)
             SCOPED_TRACE(command[0] + " " + command[1] + " with fault " + std::to_string(fault));
             ExpectOneLine(RunMorv(Fill(command, practice)), 3);
         }
-        if (fault == MissingFile)
+        if (fault == MissingFile) {
             EXPECT_NE(access(practice.c_str(), F_OK), 0) << "a look must not make the file";
+        }
     }
 }
 

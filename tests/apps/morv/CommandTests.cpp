@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
+#include <map>
 #include <set>
 
 #include "apps/morv/Program.h"
@@ -36,15 +36,16 @@ TEST(Commands, ThePromisedMembersAreThere)
     const Json authorised = Authorise(practice, sandbox).Document();
     EXPECT_EQ(Members(authorised), (Names{"gateway", "authorised", "scope", "expires", "grantEnds"}));
     EXPECT_EQ(authorised["authorised"], true);
-    EXPECT_EQ(authorised["scope"], "read:marriage-allowance read:national-insurance read:individual-paye");
+    for (const char* scope : {"read:marriage-allowance", "read:national-insurance", "read:individual-paye"})
+        EXPECT_NE(authorised["scope"].get<std::string>().find(scope), std::string::npos) << scope;
     EXPECT_EQ(Members(MorvJson(FetchArguments(practice, sandbox))),
               (Names{"client", "year", "route", "ok", "newData", "clear", "staged", "message", "errors"}));
     EXPECT_EQ(Members(MorvJson({"hmrc", "create", practice, "--client", "1", "--year", "2018"})),
               (Names{"created", "schedules"}));
     const Json log = MorvJson({"hmrc", "log", practice});
     ASSERT_GT(log.size(), 0u);
-    EXPECT_EQ(Members(log[0]), (Names{"when", "user", "workstation", "session", "chain", "event", "interface", "request",
-                                      "response", "detail"}));
+    EXPECT_EQ(Members(log[0]), (Names{"when", "user", "workstation", "session", "chain", "event", "interface",
+                                      "request", "response", "detail"}));
     const std::string chain = log.back()["chain"];
     for (const Json& row : MorvJson({"hmrc", "log", practice, "--chain", chain}))
         EXPECT_EQ(row["chain"], chain);
@@ -78,7 +79,8 @@ TEST(Commands, OptionsAreSetAndShown)
 {
     const std::string practice = SamplePractice();
     EXPECT_EQ(MorvJson({"practice", "options", practice})["bHMRCRetrieval"], true);
-    EXPECT_EQ(MorvJson({"practice", "options", practice, "bhmrcretrieval=0", "nDebugLogging=2"})["bHMRCRetrieval"], false);
+    EXPECT_EQ(MorvJson({"practice", "options", practice, "bhmrcretrieval=0", "nDebugLogging=2"})["bHMRCRetrieval"],
+              false);
     EXPECT_EQ(MorvJson({"practice", "options", practice})["nDebugLogging"], 2);
 }
 
@@ -95,11 +97,24 @@ TEST(Commands, TheYearOfARunIsNotRemembered)
 
 TEST(Commands, EveryCommandHasHelp)
 {
-    for (const std::vector<std::string>& command : std::vector<std::vector<std::string>>{
-             {}, {"practice"}, {"practice", "create"}, {"practice", "check"}, {"practice", "options"}, {"client"},
-             {"client", "list"}, {"client", "show"}, {"user"}, {"user", "list"}, {"user", "show"}, {"hmrc"},
-             {"hmrc", "authorise"}, {"hmrc", "fetch"}, {"hmrc", "create"}, {"hmrc", "differences"}, {"hmrc", "log"},
-             {"doctor"}}) {
+    for (const std::vector<std::string>& command : std::vector<std::vector<std::string>>{{},
+                                                                                         {"practice"},
+                                                                                         {"practice", "create"},
+                                                                                         {"practice", "check"},
+                                                                                         {"practice", "options"},
+                                                                                         {"client"},
+                                                                                         {"client", "list"},
+                                                                                         {"client", "show"},
+                                                                                         {"user"},
+                                                                                         {"user", "list"},
+                                                                                         {"user", "show"},
+                                                                                         {"hmrc"},
+                                                                                         {"hmrc", "authorise"},
+                                                                                         {"hmrc", "fetch"},
+                                                                                         {"hmrc", "create"},
+                                                                                         {"hmrc", "differences"},
+                                                                                         {"hmrc", "log"},
+                                                                                         {"doctor"}}) {
         auto arguments = command;
         arguments.push_back("--help");
         const Ended ended = RunMorv(arguments);

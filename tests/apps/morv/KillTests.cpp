@@ -40,7 +40,8 @@ void ExpectRecovery(const std::string& practice, HmrcSandbox& sandbox)
     if (ended.exit != 0) {
         const Json document = ended.Document();
         const std::string why = document.dump();
-        EXPECT_TRUE(why.find("INVALID_GRANT") != std::string::npos || why.find("not enabled for this user") != std::string::npos)
+        EXPECT_TRUE(why.find("INVALID_GRANT") != std::string::npos ||
+                    why.find("not enabled for this user") != std::string::npos)
             << why << ended.err;
         ASSERT_EQ(Authorise(practice, sandbox).exit, 0);
         ended = RunMorv(arguments);

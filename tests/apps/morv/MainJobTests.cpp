@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <sstream>
 
 #include "apps/morv/Program.h"
 #include "support/TestSupport.h"
@@ -109,10 +110,11 @@ const Scenario kScenarios[] = {
 
 void ExpectPence(const Json& value, std::int64_t pence, const std::string& what)
 {
-    if (pence == kNone)
+    if (pence == kNone) {
         EXPECT_TRUE(value.is_null()) << what << " must be absent, is " << value;
-    else
+    } else {
         EXPECT_EQ(value, pence) << what;
+    }
 }
 
 const Json* FindBy(const Json& list, const char* member, const std::string& value)
@@ -136,10 +138,9 @@ void ExpectStaged(const Scenario& scenario, const Json& staged)
         benefits.insert(benefits.end(), row["benefits"].begin(), row["benefits"].end());
     ASSERT_EQ(benefits.size(), scenario.benefits.size());
     for (const Benefit& expected : scenario.benefits) {
-        const Json* row = FindBy(Json(benefits), "type", expected.type);
-        const auto found = std::find_if(benefits.begin(), benefits.end(), [&](const Json& b) { return b["type"] == expected.type; });
+        const auto found =
+            std::find_if(benefits.begin(), benefits.end(), [&](const Json& b) { return b["type"] == expected.type; });
         ASSERT_NE(found, benefits.end()) << expected.type;
-        static_cast<void>(row);
         ExpectPence((*found)["amountPence"], expected.pence, expected.type);
         EXPECT_EQ((*found)["forecast"], expected.forecast) << expected.type;
     }
@@ -150,8 +151,9 @@ void ExpectStaged(const Scenario& scenario, const Json& staged)
         EXPECT_EQ((*row)["mtdType"], expected.mtdType) << expected.reference;
         ExpectPence((*row)["amountPence"], expected.amount, expected.reference);
         ExpectPence((*row)["taxPence"], expected.tax, expected.reference);
-        if (expected.date)
+        if (expected.date) {
             EXPECT_EQ((*row)["date"], expected.date) << expected.reference;
+        }
     }
     ASSERT_EQ(staged["taxFreeAllowances"].size(), scenario.allowances.size());
     for (const Allowance& expected : scenario.allowances) {
@@ -249,12 +251,14 @@ TEST(MainJob, AChangedFigureChangesOneRowAndShowsAsOneDifference)
          {"benefitType":"CarBenefit","amount":44.00},{"benefitType":"CarFuelBenefit","amount":99.00},
          {"benefitType":"MedicalInsurance","amount":64.00}]}],
         "privatePensions":[],"taxableSocialSecurityBenefits":[],"taxFreeAllowances":[]})";
-    sandbox.Send("PUT", "/sandbox/answer/individual-paye/nino/" + NinoOf(practice, 1) + "/annual-summary/2017-18", answer);
+    sandbox.Send("PUT", "/sandbox/answer/individual-paye/nino/" + NinoOf(practice, 1) + "/annual-summary/2017-18",
+                 answer);
     const Json fetched = MorvJson(FetchArguments(practice, sandbox));
     EXPECT_EQ(fetched["staged"]["changed"], 1);
     EXPECT_EQ(fetched["staged"]["added"], 0);
     EXPECT_EQ(fetched["clear"], false) << "a review is due";
-    // What HMRC no longer sends is kept and marked: one employment with three benefits, seven pensions, three allowances.
+    // What HMRC no longer sends is kept and marked: one employment with three benefits, seven pensions, three
+    // allowances.
     EXPECT_EQ(fetched["staged"]["withdrawn"], 14);
 
     const Json differences = MorvJson(On("differences", practice))["differences"];
@@ -283,8 +287,8 @@ TEST(MainJob, FetchingAllAnswersALineForEachClient)
     HmrcSandbox sandbox("EMPLOYED");
     const std::string practice = SamplePractice();
     ASSERT_EQ(Authorise(practice, sandbox).exit, 0);
-    const Ended ended = RunMorv({"hmrc", "fetch", practice, "--all", "--gateway", "gateway-1", "--year", "2018", "--base",
-                                 sandbox.Base(), "--json"});
+    const Ended ended = RunMorv({"hmrc", "fetch", practice, "--all", "--gateway", "gateway-1", "--year", "2018",
+                                 "--base", sandbox.Base(), "--json"});
     std::vector<Json> lines;
     std::istringstream stream(ended.out);
     for (std::string line; std::getline(stream, line);)

@@ -42,22 +42,23 @@ TEST(Privacy, NothingPrintedLoggedOrStoredGivesASecretAway)
 
     const Ended authorised = Authorise(practice, sandbox);
     printed += authorised.out + authorised.err;
-    for (const char* token : {R"({"expire":true})", R"({"dropScope":"read:individual-paye"})", R"({"refuseRefresh":true})"}) {
+    for (const char* token :
+         {R"({"expire":true})", R"({"dropScope":"read:individual-paye"})", R"({"refuseRefresh":true})"}) {
         run(FetchArguments(practice, sandbox));
         sandbox.Send("POST", "/sandbox/token", token);
         run(FetchArguments(practice, sandbox));
     }
-    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
-             {"practice", "check", practice},
-             {"practice", "options", practice},
-             {"client", "list", practice},
-             {"user", "list", practice},
-             {"user", "show", practice, "alice"},
-             {"hmrc", "create", practice, "--client", "1", "--year", "2018"},
-             {"hmrc", "differences", practice, "--client", "1", "--year", "2018"},
-             {"hmrc", "log", practice},
-             {"hmrc", "log", practice, "--json"},
-             {"doctor", practice}})
+    for (const std::vector<std::string>& arguments :
+         std::vector<std::vector<std::string>>{{"practice", "check", practice},
+                                               {"practice", "options", practice},
+                                               {"client", "list", practice},
+                                               {"user", "list", practice},
+                                               {"user", "show", practice, "alice"},
+                                               {"hmrc", "create", practice, "--client", "1", "--year", "2018"},
+                                               {"hmrc", "differences", practice, "--client", "1", "--year", "2018"},
+                                               {"hmrc", "log", practice},
+                                               {"hmrc", "log", practice, "--json"},
+                                               {"doctor", practice}})
         run(arguments);
 
     const std::string stored = AllBytes(practice);

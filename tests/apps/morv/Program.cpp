@@ -9,6 +9,7 @@
 
 #include <atomic>
 
+#include "Afx/CString.h"
 #include "support/TestSupport.h"
 
 namespace Test
@@ -125,9 +126,9 @@ std::string HmrcSandbox::Send(const std::string& method, const std::string& path
 
 void HmrcSandbox::Prime(const std::string& nino, int year, const std::string& scenario)
 {
-    char text[8];
-    std::snprintf(text, sizeof text, "%04d-%02d", year - 1, year % 100);
-    Send("POST", "/individual-paye-test-support/paye/nino/" + nino + "/tax-year/" + text,
+    CString text;
+    text.Format("%04d-%02d", year - 1, year % 100);
+    Send("POST", "/individual-paye-test-support/paye/nino/" + nino + "/tax-year/" + text.Str(),
          "{\"scenario\":\"" + scenario + "\"}");
 }
 
@@ -140,8 +141,8 @@ Ended Authorise(const std::string& practice, const HmrcSandbox& sandbox, const s
 std::vector<std::string> FetchArguments(const std::string& practice, const HmrcSandbox& sandbox, int client,
                                         const std::string& gateway)
 {
-    return {"hmrc",      "fetch", practice, "--client", std::to_string(client), "--gateway", gateway,
-            "--year", "2018",  "--base", sandbox.Base()};
+    return {"hmrc",  "fetch",  practice, "--client", std::to_string(client), "--gateway",
+            gateway, "--year", "2018",   "--base",   sandbox.Base()};
 }
 
 } // namespace Test
