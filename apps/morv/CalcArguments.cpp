@@ -180,11 +180,13 @@ Values::Values(std::string_view rule, const std::vector<Argument>& declared, con
     std::size_t needed = 0;
     for (const Argument& argument : declared)
         needed += !argument.isOptional;
-    if (texts.size() < needed || texts.size() > declared.size())
+    if (texts.size() < needed || texts.size() > declared.size()) {
+        const std::string most = std::to_string(declared.size());
+        const std::string range = needed == declared.size() ? most : std::to_string(needed) + " to " + most;
         throw CommandError(Exit::BadInput, "BAD_ARGUMENTS",
-                           name + " takes " + std::to_string(declared.size()) + " arguments, not " +
-                               std::to_string(texts.size()),
+                           name + " takes " + range + " arguments, not " + std::to_string(texts.size()),
                            "morv calc --list names them.");
+    }
     m_values.resize(declared.size());
     for (std::size_t i = 0; i < texts.size(); ++i) {
         const Kind* const kind = FindKind(declared[i].kind);

@@ -165,7 +165,9 @@ void AddCalcCommand(CLI::App& app, Program& program)
     calc->add_option("rule", *words, "The rule and its arguments; - in their place reads lines of arguments")
         ->expected(0, -1);
     calc->add_flag("--list", *list, "Name the rules, their arguments and units");
-    calc->footer("A text that begins with a minus and no digit, or is the name of a command, goes behind --.");
+    calc->footer("Lines hold the arguments between blanks, texts with blanks in double quotes. A text that looks like "
+                 "an option or a\n"
+                 "command (-x, client) can only stand in a line.");
     calc->callback([=, &program] { program.exit = Calc(*words, *list, program.options); });
 }
 

@@ -90,10 +90,9 @@ Detail::PenceText::PenceText(std::uint64_t pence, PenceMark mark) noexcept
 
 void CurrencyToCStr(__int64 pence, CString& out)
 {
-    if (pence == 0)
-        out.Empty();
-    else
-        out = CString(TextOf(pence).View());
+    out.Empty();
+    if (pence != 0)
+        out += TextOf(pence).View(); // straight into the memory that `out` has
 }
 
 void ConvertLongPenceToStr(__int64 pence, char* buffer, unsigned size)

@@ -84,11 +84,28 @@ constexpr std::string_view kUnknown = "Unknown";
 /// Whether the record is a day of the Gregorian calendar that `Kiln::CDate` can hold.
 constexpr bool IsCivil(const X_DateStr_tag& date) noexcept
 {
-    return date.year >= 100 && date.year <= 9999 && date.day != 0 &&
+    return date.year >= 100 && date.year <= 9999 && date.day >= 1 &&
            date.day <= Afx::DaysInMonth(date.year, date.month);
 }
 
 constexpr int OleDayOf(const X_DateStr_tag& date) noexcept { return Afx::OleDayOf(date.year, date.month, date.day); }
+
+/// A day of the years 1901 to 2099 that needs no look at the length of its month.
+constexpr bool IsPlain(const X_DateStr_tag& date) noexcept
+{
+    return date.year - 1901u < 199u && date.month - 1u < 12u && date.day - 1u < 28u;
+}
+
+/// A plain day's number, counted from a fixed one. In those years every fourth has a leap day, so no century counts;
+/// the year begins in March, so that the leap day is its last.
+constexpr int PlainDay(const X_DateStr_tag& date) noexcept
+{
+    constexpr short kDaysBefore[] = {0, 306, 337, 0, 31, 61, 92, 122, 153, 184, 214, 245, 275};
+    const unsigned year = date.year - (date.month <= 2 ? 1u : 0u);
+    return static_cast<int>(year * 1461 / 4) + kDaysBefore[date.month] + date.day;
+}
+static_assert(PlainDay({1, 1, 1901}) - PlainDay({28, 12, 2099}) == OleDayOf({1, 1, 1901}) - OleDayOf({28, 12, 2099}));
+static_assert(PlainDay({1, 3, 2000}) - PlainDay({28, 2, 2000}) == 2);
 
 } // namespace
 
@@ -98,12 +115,11 @@ X_DateStr_tag ConvertStrToDate(const char* text) { return Parse(text); }
 
 void ConvertDateToStr(const X_DateStr_tag* date, CString& out)
 {
-    if (date->day == 0)
-        out.Empty();
-    else if (date->day == kUnknownDay)
-        out = CString(kUnknown);
-    else
-        out = CString(TextOf(*date).View());
+    out.Empty(); // and then straight into the memory that `out` has
+    if (date->day == kUnknownDay)
+        out += kUnknown;
+    else if (date->day != 0)
+        out += TextOf(*date).View();
 }
 
 void convert_date_to_str(const X_DateStr_tag* date, char* buffer, unsigned size)
@@ -179,5 +195,7 @@ int GetDayOfWeek(int day, int month, int year) noexcept
 // Both dates are at midnight, so the count is whole and needs no rounding.
 long DayBetween(const X_DateStr_tag* from, const X_DateStr_tag* to) noexcept
 {
+    if (IsPlain(*from) && IsPlain(*to)) // nearly always; a third of the time
+        return PlainDay(*to) - PlainDay(*from);
     return IsCivil(*from) && IsCivil(*to) ? OleDayOf(*to) - OleDayOf(*from) : 0;
 }
