@@ -22,5 +22,6 @@ void AddUserCommands(CLI::App& app, Program& program);
 void AddHmrcCommands(CLI::App& app, Program& program);
 void AddTableCommands(CLI::App& app, Program& program);
 void AddDoctorCommand(CLI::App& app, Program& program);
+void AddCalcCommand(CLI::App& app, Program& program);
 
 } // namespace Morv

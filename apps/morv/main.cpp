@@ -104,6 +104,7 @@ int main(int argc, char** argv)
     AddHmrcCommands(app, program);
     AddTableCommands(app, program);
     AddDoctorCommand(app, program);
+    AddCalcCommand(app, program);
     FallThrough(app);
 
     const Exit exit = Run(app, program, argc, argv);

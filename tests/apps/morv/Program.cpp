@@ -28,14 +28,16 @@ std::string NextFile(const char* kind)
 
 void Redirect(const std::string& path, int descriptor)
 {
-    const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    const int flags = descriptor == STDIN_FILENO ? O_RDONLY : O_WRONLY | O_CREAT | O_TRUNC;
+    const int file = open(path.c_str(), flags, 0600);
     dup2(file, descriptor);
     close(file);
 }
 
 } // namespace
 
-RunningMorv::RunningMorv(const std::vector<std::string>& arguments) : m_out(NextFile("out")), m_err(NextFile("err"))
+RunningMorv::RunningMorv(const std::vector<std::string>& arguments, const std::string& inputFile)
+    : m_out(NextFile("out")), m_err(NextFile("err"))
 {
     std::vector<std::string> all{MORV_PROGRAM};
     all.insert(all.end(), arguments.begin(), arguments.end());
@@ -46,7 +48,7 @@ RunningMorv::RunningMorv(const std::vector<std::string>& arguments) : m_out(Next
     const std::string settings = TempDir() + "/settings.ini"; // the user's own are never touched
     m_pid = fork();
     if (m_pid == 0) {
-        Redirect("/dev/null", STDIN_FILENO);
+        Redirect(inputFile, STDIN_FILENO);
         Redirect(m_out, STDOUT_FILENO);
         Redirect(m_err, STDERR_FILENO);
         setenv("MORVUT_SETTINGS", settings.c_str(), 1);
@@ -73,7 +75,10 @@ Ended RunningMorv::Wait()
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), ReadFile(m_out), ReadFile(m_err)};
 }
 
-Ended RunMorv(const std::vector<std::string>& arguments) { return RunningMorv(arguments).Wait(); }
+Ended RunMorv(const std::vector<std::string>& arguments, const std::string& inputFile)
+{
+    return RunningMorv(arguments, inputFile).Wait();
+}
 
 Json MorvJson(std::vector<std::string> arguments)
 {

@@ -28,7 +28,7 @@ struct Ended
 class RunningMorv
 {
 public:
-    explicit RunningMorv(const std::vector<std::string>& arguments);
+    explicit RunningMorv(const std::vector<std::string>& arguments, const std::string& inputFile = "/dev/null");
     ~RunningMorv();
     RunningMorv(const RunningMorv&) = delete;
     RunningMorv& operator=(const RunningMorv&) = delete;
@@ -40,7 +40,7 @@ private:
     std::string m_out, m_err; // files
 };
 
-Ended RunMorv(const std::vector<std::string>& arguments);
+Ended RunMorv(const std::vector<std::string>& arguments, const std::string& inputFile = "/dev/null");
 /// The same; fails the test when it does not end with exit code 0. Answers the JSON document (--json is added).
 Json MorvJson(std::vector<std::string> arguments);
 
