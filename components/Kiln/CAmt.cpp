@@ -24,6 +24,13 @@ std::string_view FirstCharacter(std::string_view text) noexcept
     return text.substr(0, length);
 }
 
+CAmt AmountOf(const Detail::AmountText& read) noexcept
+{
+    if (read.fault == AmountFault::None)
+        return CAmt(read.value);
+    return read.fault == AmountFault::Blank ? CAmt() : CAmt::Invalid();
+}
+
 CString Reason(const Detail::AmountText& read)
 {
     CString reason;
@@ -71,11 +78,13 @@ CAmt CAmt::Invalid() noexcept
 
 bool CAmt::Parse(const CString& text)
 {
-    const Detail::AmountText read = Detail::ReadAmount(text.View());
-    if (read.fault == AmountFault::None)
-        *this = CAmt(read.value);
-    else
-        *this = read.fault == AmountFault::Blank ? CAmt() : Invalid();
+    *this = AmountOf(Detail::ReadAmount(text.View()));
+    return IsValid();
+}
+
+bool CAmt::Parse(const char* text)
+{
+    *this = AmountOf(Detail::ReadAmount(text ? text : ""));
     return IsValid();
 }
 

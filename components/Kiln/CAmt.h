@@ -35,6 +35,7 @@ public:
     /// ".5" and "12." are amounts; decimals after the fourth may only be 0; "1,23" is none (a slip must not become a
     /// figure).
     bool Parse(const CString& text);
+    bool Parse(const char* text); // null reads as empty
     /// Why `text` is no amount, and how to mend it, for the user. Empty when it is one.
     static CString WhyNotAmount(const CString& text);
 
