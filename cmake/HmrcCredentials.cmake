@@ -2,7 +2,7 @@
 # MORVUT_HMRC_CREDENTIALS (INI: sections production and test, values id and secret), or empty ones without a file.
 function(morvut_hmrc_credentials target)
   set(source "${CMAKE_CURRENT_SOURCE_DIR}/credentials")
-  set(folder "${CMAKE_CURRENT_BINARY_DIR}/credentials")
+  set(folder "${PROJECT_BINARY_DIR}/generated")
   set(output "${folder}/HmrcCredentials.inc")
   if(NOT MORVUT_HMRC_CREDENTIALS)
     configure_file("${source}/NoCredentials.inc" "${output}" COPYONLY)
@@ -17,7 +17,9 @@ function(morvut_hmrc_credentials target)
     file(MAKE_DIRECTORY "${folder}")
     add_custom_command(OUTPUT "${output}" COMMAND seal-credentials "${file}" "${output}"
       DEPENDS seal-credentials "${file}" COMMENT "Enciphering the HMRC credentials" VERBATIM)
-    target_sources(${target} PRIVATE "${output}")
+    # The target stands in another folder, so it depends on a target and not on the file.
+    add_custom_target(hmrc_credentials DEPENDS "${output}")
+    add_dependencies(${target} hmrc_credentials)
   endif()
   target_include_directories(${target} PRIVATE "${folder}")
 endfunction()

@@ -1,7 +1,7 @@
 #include "MorvUt/hmrc/Differences.h"
 
-#include "MorvUt/hmrc/BenefitCodes.h"
-#include "MorvUt/hmrc/PayeMatches.h"
+#include "MorvUt/hmrc/detail/BenefitCodes.h"
+#include "MorvUt/hmrc/detail/PayeMatches.h"
 
 namespace HmrcApi
 {

@@ -5,7 +5,7 @@
 #include "Afx/Computer.h"
 #include "Cellar/Connection.h"
 #include "HmrcApi/Mask.h"
-#include "MorvUt/hmrc/PracticeOptions.h"
+#include "MorvUt/hmrc/detail/PracticeOptions.h"
 #include "MorvUt/users/UserData.h"
 #include "Quarry/Session.h"
 #include "Shellkit/Registry.h"

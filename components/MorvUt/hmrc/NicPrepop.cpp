@@ -1,6 +1,6 @@
 #include "MorvUt/hmrc/NicPrepop.h"
 
-#include "MorvUt/hmrc/YearRecords.h"
+#include "MorvUt/hmrc/detail/YearRecords.h"
 #include "Quarry/Session.h"
 
 namespace HmrcApi

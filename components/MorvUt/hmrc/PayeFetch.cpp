@@ -1,5 +1,5 @@
+#include "MorvUt/hmrc/detail/PayeAnswer.h"
 #include "MorvUt/hmrc/Differences.h"
-#include "MorvUt/hmrc/PayeAnswer.h"
 #include "Quarry/Session.h"
 
 namespace HmrcApi

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <limits>
 
-#include "MorvUt/hmrc/PayeAnswer.h"
-#include "MorvUt/hmrc/PayeMatches.h"
+#include "MorvUt/hmrc/detail/PayeAnswer.h"
+#include "MorvUt/hmrc/detail/PayeMatches.h"
 #include "Quarry/Session.h"
 #include "Shellkit/Identity.h"
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "MorvUt/hmrc/PayeAnswer.h"
-#include "MorvUt/hmrc/PayeMatches.h"
+#include "MorvUt/hmrc/detail/PayeAnswer.h"
+#include "MorvUt/hmrc/detail/PayeMatches.h"
 
 namespace HmrcApi
 {

@@ -1,4 +1,4 @@
-#include "MorvUt/hmrc/PayeAnswer.h"
+#include "MorvUt/hmrc/detail/PayeAnswer.h"
 #include "Quarry/Session.h"
 
 namespace HmrcApi

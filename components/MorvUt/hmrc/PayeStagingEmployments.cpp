@@ -1,4 +1,6 @@
-#include "MorvUt/hmrc/PayeAnswer.h"
+#include <algorithm>
+
+#include "MorvUt/hmrc/detail/PayeAnswer.h"
 #include "Quarry/Session.h"
 
 namespace HmrcApi
@@ -9,15 +11,23 @@ namespace
 using Brix::CMTD_Employments;
 using Brix::CMTD_EmploymentsCompanyBenefits;
 
+/// A staging row as it stood before the answer came.
 struct StoredEmployment
 {
+    long id;
     std::string key;
     PayeIdentity identity;
 };
 
-StoredEmployment ReadStored(const CMTD_Employments& row)
+std::vector<StoredEmployment> ReadStored(RowsUnder<CMTD_Employments>& rows)
 {
-    return {row.GetKey().Str(), {row.GetPAYEReference().Str(), row.GetWorksNumber().Str()}};
+    std::vector<StoredEmployment> stored;
+    for (int row = 0; row < rows.GetCount(); ++row) {
+        const CMTD_Employments& list = rows[row];
+        stored.push_back(
+            {list.GetID(), list.GetKey().Str(), {list.GetPAYEReference().Str(), list.GetWorksNumber().Str()}});
+    }
+    return stored;
 }
 
 /// The same key and works number; then the same employment under a key that was long and is bare now, or the other way
@@ -137,12 +147,7 @@ void CPAYEPrepop::UpdateMTDEmployments()
     Quarry::CTransaction transaction;
     RowsUnder<CMTD_Employments> rows(EnsureStagedYear(m_answer->client, m_answer->Year()),
                                      CMTD_Employments::kMTD_TaxYearID);
-    std::vector<StoredEmployment> stored;
-    std::vector<long> storedIds;
-    for (int row = 0; row < rows.GetCount(); ++row) {
-        stored.push_back(ReadStored(rows[row]));
-        storedIds.push_back(rows[row].GetID());
-    }
+    const std::vector<StoredEmployment> stored = ReadStored(rows);
     const auto rowOf = PairUp(items.size(), rows.GetCount(), 3, [&](int pass, std::size_t item, int row) {
         const Employment_t& record = *items[item].record;
         return Fits(pass, stored[static_cast<std::size_t>(row)], items[item].key,
@@ -159,9 +164,9 @@ void CPAYEPrepop::UpdateMTDEmployments()
 
     for (std::size_t item = 0; item < ids.size(); ++item)
         UpdateBenefits(ids[item], items[item].record->companyBenefits, m_answer->counts);
-    for (const long id : storedIds)
-        if (std::find(ids.begin(), ids.end(), id) == ids.end())
-            UpdateBenefits(id, {}, m_answer->counts); // withdrawn with their employment
+    for (const StoredEmployment& row : stored)
+        if (std::find(ids.begin(), ids.end(), row.id) == ids.end())
+            UpdateBenefits(row.id, {}, m_answer->counts); // withdrawn with their employment
     transaction.Commit();
 }
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "MorvUt/hmrc/detail/StagingKeys.h"
+#include "MorvUt/hmrc/detail/YearRecords.h"
 #include "MorvUt/hmrc/PayePrepop.h"
-#include "MorvUt/hmrc/StagingKeys.h"
-#include "MorvUt/hmrc/YearRecords.h"
 
 namespace HmrcApi
 {

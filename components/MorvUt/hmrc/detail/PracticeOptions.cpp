@@ -1,4 +1,4 @@
-#include "MorvUt/hmrc/PracticeOptions.h"
+#include "MorvUt/hmrc/detail/PracticeOptions.h"
 
 #include "Brix/Records.h"
 #include "Quarry/Session.h"

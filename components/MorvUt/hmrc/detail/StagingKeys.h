@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "MorvUt/Export.h"
+
 namespace HmrcApi
 {
 
@@ -20,7 +22,7 @@ struct PayeIdentity
 
 /// The keys of one answer's items, in its order: the reference; where the answer holds that more than once, the
 /// reference, a blank and the works number, or "#2", "#3" ... for those without one. No two are equal.
-std::vector<std::string> StagingKeys(const std::vector<PayeIdentity>& items);
+MORVUT_API std::vector<std::string> StagingKeys(const std::vector<PayeIdentity>& items);
 
 /// A key for an item whose own was given to another: reference, blank, works number, as it stands when `taken` lacks
 /// it.
@@ -29,6 +31,7 @@ std::string SpareKey(const PayeIdentity& item, const std::set<std::string>& take
 /// The keys that schedules of the return answer to, in their order. `keys`: those of the year's staging rows, withdrawn
 /// ones included. A schedule answers to its reference and works number where that is a key (the second schedule
 /// without a works number to "#3", and so on), else to its reference.
-std::vector<std::string> ScheduleKeys(const std::vector<PayeIdentity>& schedules, const std::set<std::string>& keys);
+MORVUT_API std::vector<std::string> ScheduleKeys(const std::vector<PayeIdentity>& schedules,
+                                                 const std::set<std::string>& keys);
 
 } // namespace HmrcApi

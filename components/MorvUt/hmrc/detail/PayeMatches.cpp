@@ -1,9 +1,9 @@
-#include "MorvUt/hmrc/PayeMatches.h"
+#include "MorvUt/hmrc/detail/PayeMatches.h"
 
 #include <set>
 
-#include "MorvUt/hmrc/BenefitCodes.h"
-#include "MorvUt/hmrc/StagingKeys.h"
+#include "MorvUt/hmrc/detail/BenefitCodes.h"
+#include "MorvUt/hmrc/detail/StagingKeys.h"
 
 namespace HmrcApi
 {

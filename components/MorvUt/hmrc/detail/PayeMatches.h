@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "MorvUt/hmrc/detail/YearRecords.h"
 #include "MorvUt/hmrc/PayePrepop.h"
-#include "MorvUt/hmrc/YearRecords.h"
 
 namespace HmrcApi
 {

@@ -1,4 +1,4 @@
-#include "MorvUt/hmrc/YearRecords.h"
+#include "MorvUt/hmrc/detail/YearRecords.h"
 
 namespace HmrcApi
 {

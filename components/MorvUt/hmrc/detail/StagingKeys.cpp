@@ -1,4 +1,4 @@
-#include "MorvUt/hmrc/StagingKeys.h"
+#include "MorvUt/hmrc/detail/StagingKeys.h"
 
 #include <map>
 

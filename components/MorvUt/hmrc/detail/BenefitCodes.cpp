@@ -1,4 +1,4 @@
-#include "MorvUt/hmrc/BenefitCodes.h"
+#include "MorvUt/hmrc/detail/BenefitCodes.h"
 
 namespace HmrcApi
 {

@@ -1,0 +1,141 @@
+// Scope, base addresses, credentials and the log.
+
+#include <gtest/gtest.h>
+
+#include "Afx/Computer.h"
+#include "MorvUt/hmrc/ClientData.h"
+#include "MorvUt/hmrc/HmrcTest.h"
+#include "MorvUt/hmrc/Scope.h"
+#include "Shellkit/Registry.h"
+
+using HmrcApi::CClientData;
+
+class HmrcScope : public HmrcTest
+{};
+
+TEST_F(HmrcScope, FollowsTheInterfaceAndTheDiagnosis)
+{
+    const std::string paye = "read:marriage-allowance read:national-insurance read:individual-paye";
+    const std::string four = "read:marriage-allowance read:national-insurance read:individual-benefits "
+                             "read:individual-employment read:individual-income read:individual-tax";
+    const struct
+    {
+        int interface;
+        bool hello;
+        std::string scope;
+        const char* why;
+    } rows[] = {
+        {1, false, paye, "single interface"},        {0, false, four, "individual interfaces"},
+        {2, false, four, "anything but 1"},          {1, true, paye + " hello", "diagnosis"},
+        {0, true, four + " hello", "seven entries"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        Quarry::GetConnection().ExecuteDirectf("UPDATE BRIXOptions SET nPAYEInterface = %d", row.interface);
+        CRegistry().SetInt("DbgHMRCEnableHelloScope", row.hello ? 1 : 0);
+        EXPECT_EQ(HmrcApi::CScope().GetScope(), row.scope);
+    }
+    Sql("DELETE FROM BRIXOptions");
+    EXPECT_EQ(HmrcApi::CScope().GetScope(), four + " hello") << "no options record";
+    HmrcApi::CScope replaced;
+    replaced.SetScope("hello");
+    EXPECT_EQ(replaced.GetScope(), "hello");
+}
+
+TEST(HmrcClientData, SelectsTheServicesByTheSetting)
+{
+    const char* const production = "https://api.service.hmrc.gov.uk/";
+    const char* const test = "https://test-api.service.hmrc.gov.uk/";
+    const struct
+    {
+        const char* setting;
+        const char* base;
+        const char* why;
+    } rows[] = {
+        {nullptr, production, "absent"}, {"1", production, "production"},  {"2", test, "test"},
+        {"3", production, "unknown"},    {"two", production, "no number"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        CRegistry().SetString("HMRCEndPoint", row.setting);
+        CClientData data;
+        EXPECT_EQ(data.GetAuthenticationEndpoint(), row.base);
+        EXPECT_EQ(data.GetAPIEndpoint(), row.base);
+        EXPECT_NE(data.GetId(), "morvut-sandbox");
+    }
+}
+
+TEST(HmrcClientData, GoesToALoopbackServerOnRequestOnly)
+{
+    const struct
+    {
+        const char* base;
+        const char* endpoint; // null: refused
+    } rows[] = {
+        {"http://127.0.0.1:8080", "http://127.0.0.1:8080/"}, {"http://localhost:1/", "http://localhost:1/"},
+        {"http://[::1]:8080", "http://[::1]:8080/"},         {"https://test-api.service.hmrc.gov.uk/", nullptr},
+        {"http://127.0.0.1.example.com/", nullptr},          {"http://user@example.com:80/127.0.0.1", nullptr},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.base);
+        ASSERT_TRUE(CClientData::SetLoopbackOverride({}));
+        EXPECT_EQ(CClientData::SetLoopbackOverride(row.base), row.endpoint != nullptr);
+        CClientData data;
+        EXPECT_EQ(data.GetAPIEndpoint(), row.endpoint ? row.endpoint : "https://api.service.hmrc.gov.uk/");
+        EXPECT_EQ(data.GetId() == "morvut-sandbox" && data.GetSecret() == "morvut-sandbox-secret",
+                  row.endpoint != nullptr);
+    }
+    CClientData::SetLoopbackOverride({});
+}
+
+class HmrcLogger : public HmrcTest
+{};
+
+TEST_F(HmrcLogger, WritesOneLineWithItsChain)
+{
+    Afx::SetComputerName("DESK1");
+    HmrcApi::Logger log;
+    log.Log("Request", "PAYE", "GET /x", "200 'OK'", "detail; DROP TABLE MTDLog");
+    EXPECT_EQ(Query("SELECT strUserID || '|' || strWorkstation || '|' || strEvent || '|' || strInterface || '|' || "
+                    "strRequest || '|' || strResponse || '|' || strDetail FROM MTDLog"),
+              "ANNA|DESK1|Request|PAYE|GET /x|200 'OK'|detail; DROP TABLE MTDLog");
+    EXPECT_EQ(Query("SELECT strChainID FROM MTDLog"), log.GetChainIdString());
+    EXPECT_EQ(Query("SELECT strSessionID FROM MTDLog"), CApplicationSessionId::GetSessionId());
+    HmrcApi::Logger other;
+    other.SetChainId(log.GetChainId());
+    EXPECT_EQ(other.GetChainIdString(), log.GetChainIdString());
+}
+
+TEST_F(HmrcLogger, ReadsTheLevelEachTime)
+{
+    HmrcApi::Logger log;
+    for (const int level : {0, 1, 2, -1}) {
+        Quarry::GetConnection().ExecuteDirectf("UPDATE BRIXOptions SET nDebugLogging = %d", level);
+        EXPECT_EQ(log.IsDebugLogging(), level > 0) << level;
+    }
+    Sql("DELETE FROM BRIXOptions");
+    EXPECT_FALSE(log.IsDebugLogging());
+}
+
+TEST_F(HmrcLogger, OpensItsOwnConnectionWithoutACurrentOne)
+{
+    const std::string path = "sqlite:" + ::Test::TempDir() + "/practice.db";
+    CRegistry().SetString("DataSource", path.c_str());
+    Quarry::SetConnection(nullptr);
+    HmrcApi::Logger().Log("Request", {}, {}, {}, {});
+    Quarry::SetConnection(Cellar::CConnection::Open(path.c_str()));
+    EXPECT_EQ(Query("SELECT strEvent FROM MTDLog"), "Request");
+}
+
+TEST_F(HmrcLogger, NeverEndsARetrieval)
+{
+    testing::internal::CaptureStderr();
+    Sql("DROP TABLE MTDLog");
+    HmrcApi::Logger().Log("Request", {}, {}, {}, "Bearer abcdefgh AA000001A");
+    Quarry::SetConnection(nullptr);
+    EXPECT_NO_THROW(HmrcApi::Logger().Log("Request", {}, {}, {}, "Bearer abcdefgh AA000001A"));
+    const std::string shown = testing::internal::GetCapturedStderr();
+    EXPECT_NE(shown.find("HMRC log line not written"), std::string::npos);
+    EXPECT_EQ(shown.find("abcdefgh"), std::string::npos);
+    EXPECT_EQ(shown.find("AA000001A"), std::string::npos);
+}
