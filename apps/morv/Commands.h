@@ -21,5 +21,6 @@ void AddClientCommands(CLI::App& app, Program& program);
 void AddUserCommands(CLI::App& app, Program& program);
 void AddHmrcCommands(CLI::App& app, Program& program);
 void AddDoctorCommand(CLI::App& app, Program& program);
+void AddCalcCommand(CLI::App& app, Program& program);
 
 } // namespace Morv

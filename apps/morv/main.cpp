@@ -103,6 +103,7 @@ int main(int argc, char** argv)
     AddUserCommands(app, program);
     AddHmrcCommands(app, program);
     AddDoctorCommand(app, program);
+    AddCalcCommand(app, program);
     FallThrough(app);
 
     const Exit exit = Run(app, program, argc, argv);

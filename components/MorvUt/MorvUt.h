@@ -3,6 +3,7 @@
 // The library's exported interface, whole.
 
 #include "MorvUt/context/ClientStatus.h"
+#include "MorvUt/context/PFile.h"
 #include "MorvUt/hmrc/AuthorisationStore.h"
 #include "MorvUt/hmrc/ClientData.h"
 #include "MorvUt/hmrc/Differences.h"
@@ -18,11 +19,15 @@
 #include "MorvUt/identifiers/SortCode.h"
 #include "MorvUt/identifiers/TaxIdentifiers.h"
 #include "MorvUt/mappings/TypeMappings.h"
+#include "MorvUt/money/Pence.h"
+#include "MorvUt/money/Rates.h"
 #include "MorvUt/res/Strings.h"
 #include "MorvUt/StartUp.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "MorvUt/taxyear/DataFileDirectory.h"
 #include "MorvUt/taxyear/DateExchange.h"
+#include "MorvUt/taxyear/DateRules.h"
+#include "MorvUt/taxyear/DateStrings.h"
 #include "MorvUt/taxyear/PFileYearOffsetter.h"
 #include "MorvUt/taxyear/Singleton.h"
 #include "MorvUt/taxyear/SplitYear.h"

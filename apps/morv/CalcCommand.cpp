@@ -1,0 +1,172 @@
+// calc: one rule of the library at the prompt, or once per line of standard input.
+
+#include <algorithm>
+#include <cstdio>
+#include <iostream>
+#include <memory>
+
+#include "Afx/Exceptions.h"
+#include "CalcRules.h"
+#include "Commands.h"
+
+namespace Morv
+{
+
+namespace
+{
+
+constexpr char kFromInput[] = "-";
+
+const CalcRule& RuleNamed(const std::string& name)
+{
+    const auto rules = CalcRules();
+    const auto found =
+        std::find_if(rules.begin(), rules.end(), [&](const CalcRule& rule) { return rule.name == name; });
+    if (found == rules.end())
+        throw CommandError(Exit::BadInput, "UNKNOWN_RULE", "there is no rule " + name, "morv calc --list names them.");
+    return *found;
+}
+
+Json ListOfRules()
+{
+    Json list = Json::array();
+    for (const CalcRule& rule : CalcRules()) {
+        Json arguments = Json::array();
+        for (const Argument& argument : DeclaredArguments(rule.arguments))
+            arguments.push_back({{"name", argument.name},
+                                 {"kind", argument.kind},
+                                 {"expected", ExpectedOf(argument.kind)},
+                                 {"optional", argument.isOptional}});
+        list.push_back({{"rule", rule.name}, {"arguments", arguments}, {"result", rule.result}});
+    }
+    return list;
+}
+
+void List(bool json)
+{
+    const Json list = ListOfRules();
+    if (json)
+        return PrintJson(list);
+    TextTable table({"Rule", "Arguments", "Result"});
+    for (const Json& rule : list) {
+        std::string arguments;
+        for (const Json& argument : rule["arguments"]) {
+            const std::string text = argument["name"].get<std::string>() + ":" + argument["kind"].get<std::string>();
+            arguments += (arguments.empty() ? "" : " ") + (argument["optional"].get<bool>() ? "[" + text + "]" : text);
+        }
+        table.Add({rule["rule"], arguments, rule["result"]});
+    }
+    table.Print();
+}
+
+/// A value as a line for people: texts bare, objects as members.
+std::string ResultText(const Json& result)
+{
+    if (result.is_string())
+        return result.get<std::string>();
+    if (result.is_null())
+        return "none";
+    if (!result.is_object())
+        return result.dump();
+    std::string text;
+    for (const auto& member : result.items())
+        text += (text.empty() ? "" : ", ") + member.key() + " " + ResultText(member.value());
+    return text;
+}
+
+Json Apply(const CalcRule& rule, const Values& values)
+{
+    try {
+        return rule.apply(values);
+    } catch (CException* refused) { // the converters of hexadecimal text refuse that way
+        const std::string reason = refused->GetErrorMessage().Str();
+        refused->Delete();
+        throw CommandError(Exit::BadInput, "BAD_ARGUMENTS", std::string(rule.name) + ": " + reason, "");
+    }
+}
+
+void Calculate(const CalcRule& rule, const std::vector<std::string>& texts, bool json)
+{
+    const std::vector<Argument> declared = DeclaredArguments(rule.arguments);
+    const Json result = Apply(rule, Values(rule.name, declared, texts));
+    if (!json)
+        return PrintText(ResultText(result));
+    Json echoed = Json::array();
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        echoed.push_back(EchoOf(declared[i], texts[i]));
+    PrintJson({{"rule", rule.name}, {"arguments", echoed}, {"result", result}});
+}
+
+/// The words of a line, between blanks; double quotes keep blanks together, and "" is an empty word.
+std::vector<std::string> WordsOf(const std::string& line)
+{
+    std::vector<std::string> words;
+    bool isQuoted = false, isWord = false;
+    for (const char c : line) {
+        if (c == '"') {
+            isQuoted = !isQuoted;
+        } else if (!isQuoted && (c == ' ' || c == '\t' || c == '\r')) {
+            isWord = false;
+            continue;
+        }
+        if (!isWord)
+            words.emplace_back();
+        isWord = true;
+        if (c != '"')
+            words.back() += c;
+    }
+    if (isQuoted)
+        throw CommandError(Exit::BadInput, "BAD_ARGUMENTS", "a quotation mark is not closed", "");
+    return words;
+}
+
+/// One answer a line. A bad line is reported and the others are answered; the exit code tells that there was one.
+Exit CalculateLines(const CalcRule& rule, bool json)
+{
+    Exit exit = Exit::Done;
+    std::string line;
+    for (int number = 1; std::getline(std::cin, line); ++number)
+        try {
+            Calculate(rule, WordsOf(line), json);
+        } catch (const CommandError& error) {
+            exit = error.exit;
+            const std::string message = "line " + std::to_string(number) + ": " + error.what();
+            if (json)
+                PrintJson({{"error", {{"code", error.code}, {"message", message}, {"action", error.action}}}});
+            std::fprintf(stderr, "morv: %s\n", message.c_str());
+        }
+    return exit;
+}
+
+Exit Calc(const std::vector<std::string>& words, bool list, const CommonOptions& options)
+{
+    if (list) {
+        List(options.json);
+        return Exit::Done;
+    }
+    if (words.empty())
+        throw CommandError(Exit::BadInput, "BAD_ARGUMENTS", "no rule is named", "morv calc --list names them.");
+    UseYear(options);
+    const CalcRule& rule = RuleNamed(words.front());
+    const std::vector<std::string> arguments(words.begin() + 1, words.end());
+    if (arguments == std::vector<std::string>{kFromInput})
+        return CalculateLines(rule, options.json);
+    Calculate(rule, arguments, options.json);
+    return Exit::Done;
+}
+
+} // namespace
+
+void AddCalcCommand(CLI::App& app, Program& program)
+{
+    auto words = std::make_shared<std::vector<std::string>>();
+    auto list = std::make_shared<bool>(false);
+    CLI::App* calc = app.add_subcommand("calc", "One rule on dates, tax years, money or identifiers");
+    calc->add_option("rule", *words, "The rule and its arguments; - in their place reads lines of arguments")
+        ->expected(0, -1);
+    calc->add_flag("--list", *list, "Name the rules, their arguments and units");
+    calc->footer("A text that begins with a minus and no digit, or is the name of a command, goes behind --.");
+    calc->callback([=, &program] { program.exit = Calc(*words, *list, program.options); });
+}
+
+} // namespace Morv

@@ -1,0 +1,78 @@
+#include "MorvUt/context/PFile.h"
+
+#include <gtest/gtest.h>
+
+#include "MorvUt/money/Rates.h"
+#include "MorvUt/Practice.h"
+#include "MorvUt/taxyear/PFileYearOffsetter.h"
+
+namespace
+{
+
+/// A year's record; its thresholds are the year times 1 to 4, in pounds.
+void AddYear(short year)
+{
+    Test::Add<Brix::CPFile>([year](Brix::CPFile& row) {
+        const auto pounds = [year](int times) { return Kiln::CAmt::FromPence(std::int64_t{year} * 100 * times); };
+        row.SetYear(year);
+        row.SetTurnoverSole(pounds(1));
+        row.SetTurnoverSoleOld(pounds(2));
+        row.SetTurnoverPartnership(pounds(3));
+        row.SetTurnoverPartnershipOld(pounds(4));
+    });
+}
+
+short YearOf(const Brix::CPFile& list) { return list.IsEOL() ? short{0} : list.GetYear(); }
+
+} // namespace
+
+TEST(GetPFileForYear, AddsTheThreadsOffsetOnRequest)
+{
+    const ::Test::Practice practice;
+    AddYear(2023);
+    AddYear(2024);
+    EXPECT_EQ(YearOf(GetPFileForYear(2024, false)), 2024);
+    EXPECT_EQ(YearOf(GetPFileForYear(2022, false)), 0);
+    EXPECT_EQ(YearOf(GetPFileForYear(2024, true)), 2024) << "offset 0";
+    const CPFileYearOffsetter offsetter(-1);
+    EXPECT_EQ(YearOf(GetPFileForYear(2024, true)), 2023);
+    EXPECT_EQ(YearOf(GetPFileForYear(2024, false)), 2024);
+    EXPECT_EQ(YearOf(GetPFileForYear(-32768, true)), 0) << "wraps at 16 bits";
+}
+
+TEST(GetClosestPFileForYear, StepsBackTo2021)
+{
+    const ::Test::Practice practice;
+    AddYear(2020);
+    EXPECT_EQ(YearOf(GetClosestPFileForYear(2025, false)), 0) << "2020 is never reached";
+    EXPECT_EQ(YearOf(GetClosestPFileForYear(2020, false)), 2020) << "but may be asked for";
+    AddYear(2021);
+    AddYear(2023);
+    EXPECT_EQ(YearOf(GetClosestPFileForYear(2025, false)), 2023);
+    EXPECT_EQ(YearOf(GetClosestPFileForYear(2022, false)), 2021);
+    EXPECT_EQ(YearOf(GetClosestPFileForYear(2019, false)), 0);
+}
+
+TEST(GetTurnoverDiscloseLevel, TakesTheYearsColumnOrAnotherYears)
+{
+    const ::Test::Practice practice;
+    EXPECT_EQ(GetTurnoverDiscloseLevel(2024, 0, 1).GetPence(), 15'000'00) << "no record at all";
+    AddYear(2010);
+    AddYear(2007);
+    AddYear(2008);
+    const struct
+    {
+        short year;
+        int first, second;
+        std::int64_t pounds;
+        const char* why;
+    } rows[] = {
+        {2010, 0, 0, 2010, "sole trader"},         {2010, 1, 0, 2010 * 2, "the older level"},
+        {2010, 0, 1, 2010 * 3, "partnership"},     {2010, 1, 1, 2010 * 4, "the older level"},
+        {2008, 0, 0, 2008, "2008 has its record"}, {2008, 1, 0, 15'000, "but not for the older level"},
+        {2008, -1, 1, 15'000, "of either kind"},   {2011, 0, 0, 2010, "after the last: the latest"},
+        {2009, 0, 0, 2010, "between: the latest"}, {2006, 0, 0, 2007, "before the first: the earliest"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(GetTurnoverDiscloseLevel(row.year, row.first, row.second).GetPence(), row.pounds * 100) << row.why;
+}

@@ -1,0 +1,95 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <random>
+#include <string>
+
+#include "Amounts.h"
+#include "MorvUt/money/Pence.h"
+
+TEST(PoundsToPence, ReadsTheNumberAtTheStart)
+{
+    const struct
+    {
+        const char* text;
+        __int64 pence;
+        const char* why;
+    } rows[] = {
+        {"1,234.567", 123457, "rounded"},
+        {"1,234.5", 123450, "one decimal"},
+        {"-0.01", -1, "negative"},
+        {"+0.01", 1, "plus"},
+        {" \t12", 1200, "blanks in front"},
+        {"abc", 0, "no number"},
+        {"", 0, "empty"},
+        {nullptr, 0, "null reads as empty"},
+        {".", 0, "no digit"},
+        {".5", 50, "no pounds"},
+        {"5.", 500, "no pence"},
+        {"12 pounds", 1200, "stops at the rest"},
+        {"1.2.3", 120, "stops at a second point"},
+        {",,1,2,", 1200, "commas count for nothing"},
+        {"- 5", 0, "a blank behind the sign"},
+        {"--5", 0, "two signs"},
+        {"0.125", 12, "a tie that the double holds goes to the even penny"},
+        {"0.375", 38, "here up"},
+        {"1.005", 100, "its double lies below the tie"},
+        {"8.345", 835, "its double lies above"},
+        {"-8.345", -835, "by magnitude"},
+        {"1e2", 10000, "exponent"},
+        {"1.5E-1", 15, "exponent"},
+        {"1e", 100, "no exponent after all"},
+        {"0x10", 0, "no hexadecimal"},
+        {"inf", 0, "infinity"},
+        {"-nan", 0, "NaN"},
+        {"1e400", 0, "beyond a double"},
+        {"1e300", ::Test::kMaxPence, "beyond 64 bits"},
+        {"-1e300", -::Test::kMaxPence, "and below"},
+        {"99999999999999999999", ::Test::kMaxPence, "many digits"},
+        {"1e-400", 0, "next to nothing"},
+        {"0.0000000000000000000001", 0, "many decimals"},
+        {"0.00500000000000000000001", 1, "above the tie by its last digit"},
+        {"999999999999.99", 99999999999999, "the last amount whose pence stand in their place"},
+        {"1000000000000.25", 100000000000000, "the pence are a point too early: .25 reads as 0"},
+        {"12345678901234.56", 1234567890123404, "and here 4.56 reads as 4"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(PoundsToPence(row.text), row.pence) << row.why;
+    EXPECT_EQ(PoundsToPence(std::string(1'000'000, '9').c_str()), 0) << "a megabyte of nines is infinity";
+    EXPECT_EQ(PoundsToPence((std::string(1'000'000, ',') + "1").c_str()), 100) << "a megabyte of commas";
+    EXPECT_EQ(PoundsToPence((std::string(1'000'000, '0') + "1.25").c_str()), 125) << "a megabyte of zeros";
+}
+
+// The definition: the double nearest to the text, printed with two decimals, and the digits read again.
+TEST(PoundsToPence, AgreesWithPrintingTheDouble)
+{
+    std::mt19937_64 random(7);
+    for (int i = 0; i < 20'000; ++i) {
+        const int decimals = static_cast<int>(random() % 7);
+        std::string text = std::to_string(random() >> (24 + random() % 40));
+        text.insert(0, text.size() <= static_cast<std::size_t>(decimals) ? 7 : 0, '0');
+        text.insert(text.size() - static_cast<std::size_t>(decimals), ".");
+        if (i % 3 == 0 && decimals > 2)
+            text.back() = '5'; // near ties
+        char printed[40];
+        std::snprintf(printed, sizeof printed, "%.2f", std::strtod(text.c_str(), nullptr));
+        std::string digits = printed;
+        if (digits.size() > 15)
+            continue;
+        digits.erase(digits.size() - 3, 1);
+        ASSERT_EQ(PoundsToPence(text.c_str()), std::atoll(digits.c_str())) << text;
+    }
+}
+
+TEST(PoundsToPence, ReadsWhatIsWritten)
+{
+    for (const __int64 pence : ::Test::SampleOfPence()) {
+        CString text;
+        CurrencyToCStr(pence, text);
+        if (pence > -100'000'000'000'000 && pence < 100'000'000'000'000) {
+            ASSERT_EQ(PoundsToPence(text), pence);
+        }
+    }
+}

@@ -1,0 +1,361 @@
+#include "MorvUt/taxyear/DateRules.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "MorvUt/taxyear/CurrentTaxYear.h"
+
+namespace
+{
+
+using Kiln::CDate;
+constexpr int kMinInt = std::numeric_limits<int>::min(), kMaxInt = std::numeric_limits<int>::max();
+constexpr short kMinShort = std::numeric_limits<short>::min(), kMaxShort = std::numeric_limits<short>::max();
+
+/// `seconds` after midnight of a date.
+CDate At(const CDate& date, double seconds)
+{
+    const double fraction = seconds / 86'400;
+    return CDate::FromOleDate(date.GetOleDate() < 0 ? date.GetOleDate() - fraction : date.GetOleDate() + fraction);
+}
+
+/// The rule, by its definition.
+short PlainTaxYear(const CDate& date)
+{
+    const int year = date.GetYear();
+    return static_cast<short>(date >= CDate(year, 4, 6) ? year + 1 : year);
+}
+
+} // namespace
+
+TEST(GetTaxYear, TurnsOverOnTheSixthOfApril)
+{
+    const struct
+    {
+        CDate date;
+        short year;
+        const char* why;
+    } rows[] = {
+        {{2024, 4, 5}, 2024, "last day"},
+        {{2024, 4, 6}, 2025, "first day"},
+        {{2023, 12, 31}, 2024, "calendar year end changes nothing"},
+        {{1899, 4, 5}, 1899, "before day zero of OLE dates"},
+        {{1899, 4, 6}, 1900, "the day after"},
+        {{2000, 4, 6}, 2001, "century that is a leap year"},
+        {{100, 1, 1}, 100, "first date"},
+        {{9999, 12, 31}, 10000, "last date"},
+        {At({2024, 4, 5}, 86'399), 2024, "a second to midnight"},
+        {At({2024, 4, 5}, 86'399.9), 2025, "less than half a second to midnight is midnight"},
+        {At({2024, 4, 6}, 43'200), 2025, "noon"},
+        {At({1890, 4, 5}, 43'200), 1890, "noon, where fractions run against the days"},
+        {{}, -1, "null"},
+        {CDate::Invalid(), -1, "invalid"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(GetTaxYear(row.date), row.year) << row.why;
+}
+
+TEST(GetTaxYear, AgreesWithTheDefinitionOnEveryDay)
+{
+    for (CDate day(100, 1, 1); day.IsValid(); day = day + 37)
+        ASSERT_EQ(GetTaxYear(day), PlainTaxYear(day)) << day.FormatIso();
+    for (int year = 100; year <= 9999; ++year) {
+        ASSERT_EQ(GetTaxYear(CDate(year, 4, 5)), year);
+        ASSERT_EQ(GetTaxYear(CDate(year, 4, 6)), year + 1);
+    }
+}
+
+TEST(TaxYears, HoldEveryDayOnce)
+{
+    for (CDate day(1900, 1, 1); day <= CDate(2100, 12, 31); day = day + 1) {
+        const short year = GetTaxYear(day);
+        ASSERT_TRUE(IsDateInTaxYear(day, year)) << day.FormatIso();
+        ASSERT_FALSE(IsDateInTaxYear(day, static_cast<short>(year - 1))) << day.FormatIso();
+        ASSERT_FALSE(IsDateInTaxYear(day, static_cast<short>(year + 1))) << day.FormatIso();
+        ASSERT_EQ(TaxYearDays(year, day, day), 1);
+    }
+}
+
+TEST(IsDateInTaxYear, TakesBothEndsAndNothingThatIsNoDate)
+{
+    const struct
+    {
+        CDate date;
+        short year;
+        bool isIn;
+        const char* why;
+    } rows[] = {
+        {{2023, 4, 6}, 2024, true, "first day"},
+        {{2024, 4, 5}, 2024, true, "last day"},
+        {{2023, 4, 5}, 2024, false, "the day before"},
+        {{2024, 4, 6}, 2024, false, "the day after"},
+        {At({2024, 4, 5}, 0.4), 2024, true, "midnight within half a second"},
+        {At({2024, 4, 5}, 1), 2024, false, "a second past midnight of the last day"},
+        {{}, 2024, false, "null"},
+        {CDate::Invalid(), 2024, false, "invalid"},
+        {{100, 2, 1}, 100, false, "a year whose start no date can hold"},
+        {{9999, 12, 31}, 10000, false, "a year whose end no date can hold"},
+        {{2024, 1, 1}, kMinShort, false, "lowest year"},
+        {{2024, 1, 1}, kMaxShort, false, "highest year"},
+        {{2024, 1, 1}, -1, false, "the year of what is no date"},
+        {{}, -1, false, "and a null date"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(IsDateInTaxYear(row.date, row.year), row.isIn) << row.why;
+}
+
+TEST(TaxYearDays, ClipsToTheYear)
+{
+    const struct
+    {
+        short year;
+        CDate from, to;
+        long days;
+        const char* why;
+    } rows[] = {
+        {2024, {2020, 1, 1}, {2030, 1, 1}, 366, "the whole of a year with a leap day"},
+        {2023, {2020, 1, 1}, {2030, 1, 1}, 365, "and of one without"},
+        {2024, {2024, 4, 6}, {2025, 1, 1}, 0, "the day after"},
+        {2024, {2024, 4, 5}, {2025, 1, 1}, 1, "its last day"},
+        {2024, {2020, 1, 1}, {2023, 4, 5}, 0, "the day before"},
+        {2024, {2020, 1, 1}, {2023, 4, 6}, 1, "its first day"},
+        {2024, {2024, 1, 31}, {2024, 1, 1}, -29, "reversed inside the year, by the formula"},
+        {2024, {}, {2024, 1, 1}, 0, "no start"},
+        {2024, {2024, 1, 1}, {}, 0, "no end"},
+        {2024, {}, {}, 0, "neither"},
+        {100, {100, 1, 1}, {200, 1, 1}, 0, "a year without a start"},
+        {kMinShort, {2024, 1, 1}, {2024, 1, 2}, 0, "lowest year"},
+        {2024, At({2024, 1, 1}, 86'399.8), {2024, 1, 3}, 2, "half a second's correction"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(TaxYearDays(row.year, row.from, row.to), row.days) << row.why;
+}
+
+TEST(DatesIntersect, LetsTheFirstPeriodBeOpen)
+{
+    const CDate jan1(2024, 1, 1), jan31(2024, 1, 31), feb1(2024, 2, 1), feb29(2024, 2, 29), null,
+        bad = CDate::Invalid();
+    const struct
+    {
+        CDate from1, to1, from2, to2;
+        int meet;
+        const char* why;
+    } rows[] = {
+        {jan1, feb1, feb1, feb29, 1, "one shared day"},
+        {jan1, jan31, feb1, feb29, 0, "neighbours"},
+        {feb1, feb29, jan1, jan31, 0, "neighbours, reversed"},
+        {null, null, feb1, feb29, 1, "open at both ends"},
+        {null, null, null, null, 1, "even against nothing"},
+        {null, feb1, feb1, feb29, 1, "open start"},
+        {null, jan31, feb1, feb29, 0, "open start, ends too early"},
+        {feb29, null, feb1, feb29, 1, "open end"},
+        {feb29, null, jan1, feb1, 0, "open end, starts too late"},
+        {jan1, feb1, null, feb29, 0, "the second needs a start"},
+        {jan1, feb1, feb1, null, 0, "and an end"},
+        {jan1, null, null, feb29, 1, "an open end looks at the second's end alone"},
+        {bad, feb1, feb1, feb29, 0, "invalid is not open"},
+        {null, bad, feb1, feb29, 0, "invalid end"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(DatesIntersect(row.from1, row.to1, row.from2, row.to2), row.meet) << row.why;
+}
+
+TEST(PeriodHasLeapDay, FollowsTheGregorianRule)
+{
+    const struct
+    {
+        CDate from, to;
+        int has;
+        const char* why;
+    } rows[] = {
+        {{2024, 3, 1}, {2025, 3, 1}, 0, "from the day after"},
+        {{2024, 2, 29}, {2025, 3, 1}, 1, "from the day"},
+        {{2023, 3, 1}, {2024, 3, 1}, 1, "to a day after"},
+        {{2023, 3, 1}, {2024, 2, 29}, 1, "to the day"},
+        {{2023, 3, 1}, {2024, 2, 28}, 0, "to the day before"},
+        {{2021, 3, 1}, {2023, 3, 1}, 0, "none between"},
+        {{2023, 1, 1}, {2025, 1, 1}, 1, "a year between"},
+        {{2024, 1, 1}, {2024, 12, 31}, 1, "one year"},
+        {{2024, 3, 1}, {2024, 12, 31}, 0, "behind it in one year"},
+        {{2023, 1, 1}, {2023, 12, 31}, 0, "no leap year"},
+        {{1897, 1, 1}, {1903, 12, 31}, 0, "1900 is none"},
+        {{1999, 1, 1}, {2001, 1, 1}, 1, "2000 is one"},
+        {{2025, 1, 1}, {2023, 1, 1}, 0, "reversed"},
+        {{}, {}, 0, "nothing"},
+        {{}, {2024, 1, 1}, 1, "no start: from the year -1"},
+        {{2024, 3, 1}, {}, 0, "no end"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(PeriodHasLeapDay(row.from, row.to), row.has) << row.why;
+}
+
+TEST(LongToCDate, IsTheInverseOfCDateToLong)
+{
+    for (CDate day(1899, 1, 1); day <= CDate(1904, 12, 31); day = day + 1)
+        ASSERT_TRUE(LongToCDate(CDateToLong(day)) == day) << day.FormatIso();
+    EXPECT_EQ(CDateToLong(CDate(2024, 4, 5)), 20240405);
+    EXPECT_EQ(CDateToLong(At({2024, 4, 5}, 43'200)), 20240405);
+    EXPECT_EQ(CDateToLong(CDate()), 0);
+    EXPECT_EQ(CDateToLong(CDate::Invalid()), 0);
+    EXPECT_TRUE(LongToCDate(0).IsNull());
+    for (const long value :
+         {99L, 20230229L, -20240405L, 100000101L, std::numeric_limits<long>::min(), std::numeric_limits<long>::max()})
+        EXPECT_EQ(LongToCDate(value).GetStatus(), CDate::Status::Invalid) << value;
+    if constexpr (sizeof(long) > 4) {
+        EXPECT_FALSE(LongToCDate(static_cast<long>(4'294'967'296LL * 10'000 + 20240405)).IsValid())
+            << "year 2^32 + 2024";
+    }
+}
+
+TEST(AssessmentYearCheck, PlacesDates)
+{
+    const struct
+    {
+        CDate date;
+        int year;
+        AssessmentCheckType place;
+        const char* why;
+    } rows[] = {
+        {{2023, 4, 5}, 2024, AssessmentCheckBefore, "day before"},
+        {{2023, 4, 6}, 2024, AssessmentCheckWithin, "first day"},
+        {{2024, 4, 5}, 2024, AssessmentCheckWithin, "last day"},
+        {{2024, 4, 6}, 2024, AssessmentCheckAfter, "day after"},
+        {{}, 2024, AssessmentCheckWithin, "null"},
+        {CDate::Invalid(), 2024, AssessmentCheckWithin, "invalid"},
+        {{2024, 1, 1}, kMinInt, AssessmentCheckWithin, "no such year"},
+        {{2024, 1, 1}, kMaxInt, AssessmentCheckWithin, "no such year"},
+        {{100, 4, 6}, 100, AssessmentCheckAfter, "a year without a start has an end"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(AssessmentYearCheck(row.date, row.year), row.place) << row.why;
+}
+
+TEST(DateBeforeAndAfterAssessmentYear, PlaceRecords)
+{
+    const struct
+    {
+        X_DateStr_tag date;
+        short year;
+        int before, after;
+        const char* why;
+    } rows[] = {
+        {{5, 4, 2023}, 2024, 1, 0, "day before"},
+        {{6, 4, 2023}, 2024, 0, 0, "first day"},
+        {{31, 12, 2023}, 2024, 0, 0, "December weighs more than its year, but stays inside"},
+        {{1, 10, 2023}, 2024, 0, 0, "so does October"},
+        {{31, 12, 2022}, 2024, 1, 0, "and before"},
+        {{5, 4, 2024}, 2024, 0, 0, "last day"},
+        {{6, 4, 2024}, 2024, 0, 1, "day after"},
+        {{99, 0, 0}, 2024, 1, 1, "unknown lies outside every year"},
+        {{0, 0, 0}, 2024, 1, 0, "null lies before"},
+        {{255, 255, 65535}, kMaxShort, 0, 1, "brim"},
+        {{1, 1, 2024}, kMinShort, 0, 1, "lowest year"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(DateBeforeAssessmentYear(row.year, row.date), row.before) << row.why;
+        EXPECT_EQ(DateAfterAssessmentYear(row.year, row.date), row.after) << row.why;
+    }
+    for (CDate day(2021, 4, 6); day <= CDate(2025, 4, 5); day = day + 1) {
+        X_DateStr_tag record{};
+        LtoxD(CDateToLong(day), &record);
+        ASSERT_EQ(DateBeforeAssessmentYear(2024, record), GetTaxYear(day) < 2024) << day.FormatIso();
+        ASSERT_EQ(DateAfterAssessmentYear(2024, record), GetTaxYear(day) > 2024) << day.FormatIso();
+    }
+}
+
+TEST(CalculateFilingDate, OfNoticesToFile)
+{
+    SetCurrentTaxYear(33); // 2024
+    const struct
+    {
+        CDate issued;
+        const char *type, *due, *why;
+    } rows[] = {
+        {{2024, 10, 1}, "sa100", "2025-01-31", "well before"},
+        {{2024, 10, 31}, "SA800", "2025-01-31", "last day of the ordinary date"},
+        {{2024, 11, 1}, "SA900", "2025-01-31", "November: 91 days"},
+        {{2024, 11, 30}, "SA100", "2025-02-28", "its 30th: 90"},
+        {{2024, 12, 1}, "SA100", "2025-02-28", "December: 89"},
+        {{2025, 1, 31}, "SA100", "2025-04-30", "January: 89"},
+        {{2028, 1, 31}, "SA100", "2028-04-30", "January of a leap year: 90"},
+        {{2025, 2, 28}, "SA100", "2025-05-27", "February: 88"},
+        {{2028, 2, 29}, "SA100", "2028-05-28", "February of a leap year: 89"},
+        {{2025, 3, 31}, "SA100", "2025-06-30", "March: 91"},
+        {{2025, 4, 30}, "SA100", "2025-07-29", "April: 90"},
+        {{2025, 9, 1}, "SA100", "2025-11-30", "September: 90"},
+        {{2025, 10, 1}, "SA100", "2025-12-31", "October: 91"},
+        {{2027, 11, 1}, "SA100", "2028-02-01", "November before a leap year: 92"},
+        {{2027, 11, 30}, "SA100", "2028-02-29", "its 30th: 91"},
+        {{2027, 12, 1}, "SA100", "2028-02-29", "December before a leap year: 90"},
+        {{}, "SA100", "", "null"},
+        {CDate::Invalid(), "SA100", "", "invalid"},
+        {{9999, 12, 31}, "SA100", "", "past the calendar"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(CalculateFilingDate(row.issued, row.type).FormatIso(), row.due) << row.why;
+}
+
+TEST(CalculateFilingDate, OfOtherReturns)
+{
+    SetCurrentTaxYear(33); // 2024: due on 5 April 2025 at the earliest
+    const struct
+    {
+        CDate issued;
+        const char *type, *due, *why;
+    } rows[] = {
+        {{2024, 4, 6}, "P11D", "2025-04-05", "up to 6 April"},
+        {{2024, 4, 7}, "P11D", "2025-04-05", "a month later is still early"},
+        {{2025, 3, 6}, "P11D", "2025-04-05", "30 days: the same day"},
+        {{2025, 3, 7}, "P11D", "2025-04-06", "30 days: a day later"},
+        {{2025, 2, 10}, "P11D", "2025-04-05", "to the end of February, so early"},
+        {{2026, 2, 10}, "P11D", "2026-02-28", "to the end of February"},
+        {{2028, 2, 10}, "P11D", "2028-02-29", "of a leap year"},
+        {{2025, 4, 10}, "SA10", "2025-05-09", "29 days in April"},
+        {{2025, 12, 10}, "", "2026-01-09", "30 in December"},
+        {{2025, 12, 10}, nullptr, "2026-01-09", "no type"},
+        {{}, "P11D", "", "null"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(CalculateFilingDate(row.issued, row.type).FormatIso(), row.due) << row.why;
+}
+
+TEST(EnableSmallBusinessEntitlement, HasTwoWindows)
+{
+    const struct
+    {
+        CDate start, end;
+        bool isEntitled;
+        const char* why;
+    } rows[] = {
+        {{2003, 4, 6}, {2004, 4, 5}, false, "ends before the first window"},
+        {{2003, 4, 7}, {2004, 4, 6}, true, "ends on its first day"},
+        {{2005, 4, 5}, {2006, 4, 4}, true, "starts on its last day"},
+        {{2005, 4, 6}, {2006, 4, 5}, false, "between the windows"},
+        {{2005, 4, 7}, {2006, 4, 6}, true, "ends on the second's first day"},
+        {{2008, 4, 5}, {2009, 4, 4}, true, "starts on its last day"},
+        {{2008, 4, 6}, {2009, 4, 5}, false, "starts too late"},
+        {{}, {2006, 4, 6}, true, "no start"},
+        {{2005, 1, 1}, {}, false, "no end"},
+        {{}, {}, false, "neither"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(EnableSmallBusinessEntitlement(row.start, row.end), row.isEntitled) << row.why;
+}
+
+TEST(HalvessaTaxYears, RunFrom2015ToTheLast)
+{
+    const struct
+    {
+        short year;
+        bool isStart, isEnd;
+    } rows[] = {{2014, false, true}, {2015, true, true}, {2025, true, true}, {2026, true, false}};
+    for (const auto& row : rows) {
+        EXPECT_EQ(IsValidHalvessaTaxYearStart(TaxYear(row.year)), row.isStart) << row.year;
+        EXPECT_EQ(IsValidHalvessaTaxYearEnd(TaxYear(row.year)), row.isEnd) << row.year;
+        EXPECT_EQ(IsValidHalvessaTaxYearStart(GetTaxYearEnd(row.year)), row.isStart) << row.year;
+        EXPECT_EQ(IsValidHalvessaTaxYearEnd(GetTaxYearStart(row.year)), row.isEnd) << row.year;
+    }
+    EXPECT_FALSE(IsValidHalvessaTaxYearStart(CDate()));
+    EXPECT_TRUE(IsValidHalvessaTaxYearEnd(CDate())) << "the year -1: callers test validity";
+}
