@@ -29,6 +29,10 @@
 #else
 using __int64 = std::int64_t;
 
+/// The two parameters of a window message.
+using WPARAM = std::uintptr_t;
+using LPARAM = std::intptr_t;
+
 /// A globally unique identifier, with the members of the Windows type.
 struct GUID
 {

@@ -163,22 +163,35 @@ constexpr unsigned short kWindows1252[] = {
 };
 static_assert(std::size(kWindows1252) == 32);
 
-void AppendUtf8(std::string& out, unsigned code)
+} // namespace
+
+void AppendUtf8(std::string& out, unsigned character)
 {
-    if (code < 0x80) {
-        out += static_cast<char>(code);
+    const bool isSurrogate = character >= 0xD800 && character <= 0xDFFF;
+    if (isSurrogate || character > 0x10FFFF)
+        return;
+    if (character < 0x80) {
+        out += static_cast<char>(character);
         return;
     }
-    if (code < 0x800) {
-        out += static_cast<char>(0xC0 | code >> 6);
-    } else {
-        out += static_cast<char>(0xE0 | code >> 12);
-        out += static_cast<char>(0x80 | (code >> 6 & 0x3F));
-    }
-    out += static_cast<char>(0x80 | (code & 0x3F));
+    const int following = character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
+    constexpr unsigned kLeads[] = {0, 0xC0, 0xE0, 0xF0};
+    out += static_cast<char>(kLeads[following] | character >> 6 * following);
+    for (int i = following - 1; i >= 0; --i)
+        out += static_cast<char>(0x80 | (character >> 6 * i & 0x3F));
 }
 
-} // namespace
+unsigned TakeCharacter(std::string_view& text) noexcept
+{
+    const std::size_t length = CharacterLength(text);
+    auto character = static_cast<unsigned>(static_cast<unsigned char>(text[0]));
+    if (length > 1)
+        character &= 0x7Fu >> length;
+    for (std::size_t i = 1; i < length; ++i)
+        character = character << 6 | (static_cast<unsigned char>(text[i]) & 0x3F);
+    text.remove_prefix(length ? length : 1);
+    return character;
+}
 
 bool IsUtf8(std::string_view bytes) noexcept
 {

@@ -1,8 +1,11 @@
 #include "Afx/WindowSystem.h"
 
 #include <iostream>
+#include <stdexcept>
 
+#include "Afx/Dialog.h"
 #include "Afx/MessageBox.h"
+#include "Afx/Text.h"
 
 namespace Afx
 {
@@ -30,6 +33,12 @@ bool Offers(unsigned style, int button) noexcept
     }
 }
 
+void RequireInput(const CWnd& window)
+{
+    if (!window.TakesInput())
+        throw std::logic_error("window " + std::to_string(window.GetDlgCtrlID()) + " is disabled or hidden");
+}
+
 } // namespace
 
 int SafeAnswer(unsigned style) noexcept
@@ -45,6 +54,7 @@ int SafeAnswer(unsigned style) noexcept
 }
 
 WindowSystem::~WindowSystem() = default;
+void WindowSystem::RunDialog(CDialog&) {}
 void WindowSystem::Wait(int) {}
 void WindowSystem::ShowWait(const std::string&) {}
 bool WindowSystem::WaitCancelled() { return false; }
@@ -73,8 +83,46 @@ int HeadlessWindowSystem::MessageBox(const std::string& text, unsigned style)
         if (Offers(style, answer))
             return answer;
     }
-    const Shown shown = m_shown.back(); // copied: the handler may clear the list
-    return m_unexpected ? m_unexpected(shown) : SafeAnswer(style);
+    return Unexpected({text, style});
+}
+
+int HeadlessWindowSystem::Unexpected(const Shown& shown) const
+{
+    return m_unexpected ? m_unexpected(shown) : SafeAnswer(shown.style);
+}
+
+void HeadlessWindowSystem::RunDialog(CDialog& dialog)
+{
+    if (!m_scripts.empty()) {
+        const DialogScript script = std::move(m_scripts.front());
+        m_scripts.pop_front(); // first: the script may open another dialog
+        script(dialog);
+    }
+    if (!dialog.IsOpen())
+        return;
+    CString title;
+    dialog.GetWindowText(title);
+    dialog.DeliverCommand(static_cast<unsigned>(Unexpected({"dialog: " + title.Str(), MB_OKCANCEL})));
+}
+
+void HeadlessWindowSystem::Type(CWnd& control, std::string_view text)
+{
+    RequireInput(control);
+    if (CWnd::GetFocus() != &control)
+        CDialog::GotoDlgCtrl(&control);
+    while (!text.empty())
+        control.DeliverChar(TakeCharacter(text));
+}
+
+void HeadlessWindowSystem::Leave() { CWnd::KillFocus(); }
+
+void HeadlessWindowSystem::Click(CWnd& window, unsigned id)
+{
+    CWnd* const button = window.GetDlgItem(static_cast<int>(id));
+    RequireInput(button ? *button : window);
+    if (button)
+        button->SetFocus();
+    window.DeliverCommand(id);
 }
 
 } // namespace Afx

@@ -6,9 +6,13 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Afx/Export.h"
+
+class CDialog;
+class CWnd;
 
 namespace Afx
 {
@@ -20,6 +24,9 @@ public:
     virtual ~WindowSystem();
     /// Shows a message and answers IDOK, IDCANCEL, IDYES or IDNO as `style` (MB_...) offers.
     virtual int MessageBox(const std::string& text, unsigned style) = 0;
+    /// Lets the user work in an open dialog until it has ended. When this returns before, the dialog is cancelled,
+    /// which is all that the default does.
+    virtual void RunDialog(CDialog& dialog);
     /// A wait cursor begins (+1) or ends (-1); scopes nest.
     virtual void Wait(int change);
     /// A long operation begins, with a text that tells what is waited for; ends with an empty text.
@@ -44,9 +51,11 @@ public:
     int MessageBox(const std::string& text, unsigned style) override;
 };
 
-/// Runs a script: each message box takes the next answer and is kept for the test to read.
+/// Runs a script: each message box takes the next answer and is kept for the test to read, and each dialog is worked by
+/// the next of the scripts for dialogs.
 /// A box without a scripted answer, or with one that its style does not offer, goes to `OnUnexpected`, which by default
-/// answers as the console does.
+/// answers as the console does; likewise a dialog that has no script, or whose script leaves it open, as a box that
+/// shows the dialog's title and offers OK and Cancel.
 class AFX_API HeadlessWindowSystem : public WindowSystem
 {
 public:
@@ -56,20 +65,41 @@ public:
         unsigned style;
     };
 
+    using DialogScript = std::function<void(CDialog&)>;
+
     int MessageBox(const std::string& text, unsigned style) override;
+    void RunDialog(CDialog& dialog) override;
     void Answer(int button) { m_answers.push_back(button); }
     /// How many scripted answers no box has taken.
     std::size_t AnswersLeft() const noexcept { return m_answers.size(); }
+    /// What the user does in the next dialog that opens, by `Type`, `Leave` and `Click`.
+    void Script(DialogScript script) { m_scripts.push_back(std::move(script)); }
+    std::size_t ScriptsLeft() const noexcept { return m_scripts.size(); }
     const std::vector<Shown>& Messages() const noexcept { return m_shown; }
     void Clear()
     {
         m_shown.clear();
         m_answers.clear();
+        m_scripts.clear();
     }
     void OnUnexpected(std::function<int(const Shown&)> handler) { m_unexpected = std::move(handler); }
 
+    // The user's hands. What the user could not do, as in a control that is disabled, throws std::logic_error.
+
+    /// Types a text, character by character. A control without the focus is first reached by Tab, which selects what a
+    /// field holds; with it, typing goes on at the caret.
+    static void Type(CWnd& control, std::string_view text);
+    /// Leaves the control that has the focus.
+    static void Leave();
+    /// Clicks the button `id` of a window, which takes the focus. Where there is no such button: the command alone, as
+    /// the Enter key and Escape give it.
+    static void Click(CWnd& window, unsigned id);
+
 private:
+    int Unexpected(const Shown& shown) const;
+
     std::deque<int> m_answers;
+    std::deque<DialogScript> m_scripts;
     std::vector<Shown> m_shown;
     std::function<int(const Shown&)> m_unexpected;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
-// Value types for screens and rules, whole.
+// Value types for screens and rules, and controls, whole.
 
 #include "Kiln/CAmt.h"
 #include "Kiln/CDate.h"
+#include "Kiln/controls/DateEdit.h"

@@ -20,6 +20,10 @@
 #include "MorvUt/hmrc/PayePrepop.h"
 #include "MorvUt/hmrc/SchedulePrepop.h"
 #include "MorvUt/hmrc/Scope.h"
+<<<<<<< HEAD
+=======
+#include "MorvUt/identifiers/BuildingSocietyReferenceEdit.h"
+    >>>>>>> controls
 #include "MorvUt/identifiers/Hex.h"
 #include "MorvUt/identifiers/SortCode.h"
 #include "MorvUt/identifiers/TaxIdentifiers.h"
@@ -30,6 +34,7 @@
 #include "MorvUt/StartUp.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "MorvUt/taxyear/DataFileDirectory.h"
+#include "MorvUt/taxyear/DateExchange.h"
 #include "MorvUt/taxyear/DateRules.h"
 #include "MorvUt/taxyear/DateStrings.h"
 #include "MorvUt/taxyear/PFileYearOffsetter.h"

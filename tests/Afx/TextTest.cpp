@@ -106,3 +106,21 @@ TEST(ToUtf8, KeepsUtf8AndConvertsTheRest)
     for (const auto& row : rows)
         EXPECT_EQ(Afx::ToUtf8(row.bytes), row.expected) << row.why;
 }
+
+TEST(TakeCharacter, GivesBackEveryCharacterOfUnicode)
+{
+    for (unsigned character = 0; character <= 0x110000; ++character) {
+        std::string bytes;
+        Afx::AppendUtf8(bytes, character);
+        const bool isCharacter = character <= 0x10FFFF && (character < 0xD800 || character > 0xDFFF);
+        ASSERT_EQ(!bytes.empty(), isCharacter) << character;
+        std::string_view rest = bytes;
+        if (isCharacter) {
+            ASSERT_EQ(Afx::TakeCharacter(rest), character);
+            ASSERT_TRUE(rest.empty()) << character;
+        }
+    }
+    std::string_view broken = "\xE2\x82"; // the start of a euro sign
+    EXPECT_EQ(Afx::TakeCharacter(broken), 0xE2u);
+    EXPECT_EQ(Afx::TakeCharacter(broken), 0x82u);
+}

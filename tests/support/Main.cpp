@@ -20,7 +20,7 @@ class Surroundings : public testing::EmptyTestEventListener
         Reset();
         auto windows = std::make_unique<Afx::HeadlessWindowSystem>();
         windows->OnUnexpected([](const Afx::HeadlessWindowSystem::Shown& shown) {
-            ADD_FAILURE() << "message box without a scripted answer that it offers: " << shown.text;
+            ADD_FAILURE() << "message box or dialog without a script that it takes: " << shown.text;
             return Afx::SafeAnswer(shown.style);
         });
         Afx::WindowSystem::Install(std::move(windows));
@@ -31,6 +31,7 @@ class Surroundings : public testing::EmptyTestEventListener
         Reset();
         if (const auto* windows = dynamic_cast<Afx::HeadlessWindowSystem*>(Afx::WindowSystem::Current())) {
             EXPECT_EQ(windows->AnswersLeft(), 0u) << "message boxes that the test has scripted, but that never came";
+            EXPECT_EQ(windows->ScriptsLeft(), 0u) << "dialogs that the test has scripted, but that never opened";
         }
         Afx::WindowSystem::Install(nullptr);
         RemoveTempDir();

@@ -1,0 +1,53 @@
+#pragma once
+
+// The field in which a date is typed.
+
+#include "Afx/Edit.h"
+#include "Kiln/CDate.h"
+
+class CDataExchange;
+
+namespace Kiln
+{
+
+/// For `CDateEdit::DDX`: an empty field is refused. Without it an empty field is the null date.
+inline constexpr unsigned kDateRequired = 0x1;
+
+/// A field for a date, typed in any form that `CDate::ParseDate` takes and shown as 05/04/2024, or 04/05/2024 where the
+/// month comes first. A date that is left is rewritten in that form, so that the user sees which year was taken.
+class KILN_API CDateEdit : public CEdit
+{
+    DECLARE_DYNCREATE(CDateEdit)
+
+    /// Empties the field for a date that is not valid.
+    void SetDate(const CDate& date);
+    /// The date in the field; null when it is empty or blank, invalid when it holds no date.
+    CDate GetDate() const;
+
+    /// The last day that a date can have, as a date of birth has today. A later date of which the year was typed in two
+    /// digits, or not at all, is meant a century earlier; one with all four digits is taken as it stands. A date that
+    /// is not valid lifts this.
+    void SetLatest(const CDate& latest) noexcept { m_latest = latest; }
+
+    /// Shows `date`, or takes it over. A text that is no date is refused, and `date` left as it was: the user is told
+    /// why, and the exchange fails with the text selected. `flags` is 0 or kDateRequired.
+    void DDX(CDataExchange* exchange, CDate& date, unsigned flags);
+
+    /// Who gives the year of a date typed as day and month alone, in this and all date fields: see
+    /// CDate::SetYearHandler. A field with a rule of its own keeps a YearHandlerScope while OnKillFocus runs.
+    static CDate::YearHandler SetYearHandler(CDate::YearHandler handler) noexcept
+    {
+        return CDate::SetYearHandler(handler);
+    }
+    using YearHandlerScope = Kiln::YearHandlerScope;
+
+protected:
+    void OnKillFocus(CWnd* newFocus) override;
+
+private:
+    CString MeantText() const;
+
+    CDate m_latest;
+};
+
+} // namespace Kiln

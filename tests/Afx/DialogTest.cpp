@@ -1,0 +1,162 @@
+#include "Afx/Dialog.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "Afx/DataExchange.h"
+#include "Afx/MessageBox.h"
+#include "support/TestSupport.h"
+
+namespace
+{
+
+constexpr unsigned kNameId = 101, kCodeId = 102;
+
+/// A name and a code; a code must be four letters long.
+class CCodeDialog : public CDialog
+{
+public:
+    CCodeDialog()
+    {
+        nameEdit.Create(this, kNameId);
+        codeEdit.Create(this, kCodeId);
+        ok.Create(this, IDOK);
+    }
+    CEdit nameEdit, codeEdit;
+    CWnd ok;
+    CString code = "ABCD";
+    bool refusesLoading = false;
+
+protected:
+    void DoDataExchange(CDataExchange* exchange) override
+    {
+        if (!exchange->m_bSaveAndValidate) {
+            codeEdit.SetWindowText(code);
+            if (refusesLoading)
+                exchange->Fail();
+            return;
+        }
+        CString typed;
+        codeEdit.GetWindowText(typed);
+        if (typed.GetLength() != 4) {
+            exchange->PrepareEditCtrl(static_cast<int>(kCodeId));
+            AfxMessageBox("four letters");
+            exchange->Fail();
+        }
+        code = typed;
+    }
+};
+
+} // namespace
+
+TEST(CDialog, TakesTheDataOverOnOK)
+{
+    CCodeDialog dialog;
+    ::Test::Windows().Script([&](CDialog& open) {
+        EXPECT_EQ(CWnd::GetFocus(), &dialog.nameEdit) << "the first control";
+        EXPECT_EQ(open.DoModal(), -1) << "open already";
+        ::Test::Windows().Type(dialog.codeEdit, "WXYZ");
+        ::Test::Windows().Click(open, IDOK);
+    });
+    EXPECT_EQ(dialog.DoModal(), IDOK);
+    EXPECT_EQ(dialog.code, "WXYZ");
+    EXPECT_EQ(CWnd::GetFocus(), nullptr);
+}
+
+TEST(CDialog, StaysOpenAtTheFieldThatIsRefused)
+{
+    CCodeDialog dialog;
+    ::Test::Windows().Script([&](CDialog& open) {
+        ::Test::Windows().Type(dialog.codeEdit, "XY");
+        ::Test::Windows().Answer(IDOK);
+        ::Test::Windows().Click(open, IDOK);
+        EXPECT_TRUE(open.IsOpen());
+        EXPECT_EQ(CWnd::GetFocus(), &dialog.codeEdit);
+        ::Test::Windows().Type(dialog.codeEdit, "PQRS"); // over the text, which is selected
+        ::Test::Windows().Click(open, IDOK);
+    });
+    EXPECT_EQ(dialog.DoModal(), IDOK);
+    EXPECT_EQ(dialog.code, "PQRS");
+    ASSERT_EQ(::Test::Windows().Messages().size(), 1u);
+}
+
+TEST(CDialog, LeavesTheDataOnCancel)
+{
+    CCodeDialog dialog;
+    ::Test::Windows().Script([&](CDialog& open) {
+        ::Test::Windows().Type(dialog.codeEdit, "WXYZ");
+        ::Test::Windows().Click(open, IDCANCEL); // no such button: Escape
+    });
+    EXPECT_EQ(dialog.DoModal(), IDCANCEL);
+    EXPECT_EQ(dialog.code, "ABCD");
+}
+
+TEST(CDialog, DoesNotOpenWhenItCannotBeFilled)
+{
+    CCodeDialog dialog;
+    dialog.refusesLoading = true;
+    EXPECT_EQ(dialog.DoModal(), -1);
+    EXPECT_EQ(CWnd::GetFocus(), nullptr);
+}
+
+TEST(CDialog, IsCancelledWhereNobodyCanWorkIt)
+{
+    CCodeDialog dialog;
+    auto headless = Afx::WindowSystem::Install(nullptr);
+    EXPECT_EQ(dialog.DoModal(), IDCANCEL);
+    Afx::WindowSystem::Install(std::make_unique<Afx::ConsoleWindowSystem>());
+    EXPECT_EQ(dialog.DoModal(), IDCANCEL);
+    Afx::WindowSystem::Install(std::move(headless));
+}
+
+TEST(CDialog, ReportsAScriptThatIsMissingOrLeavesItOpen)
+{
+    for (const bool hasScript : {false, true}) {
+        SCOPED_TRACE(hasScript);
+        CCodeDialog dialog;
+        dialog.SetWindowText("Code");
+        Afx::HeadlessWindowSystem windows;
+        std::string reported;
+        windows.OnUnexpected([&](const Afx::HeadlessWindowSystem::Shown& shown) {
+            reported = shown.text;
+            return IDOK;
+        });
+        if (hasScript)
+            windows.Script([](CDialog&) {});
+        auto before = Afx::WindowSystem::Install(std::make_unique<Afx::HeadlessWindowSystem>(std::move(windows)));
+        EXPECT_EQ(dialog.DoModal(), IDOK);
+        Afx::WindowSystem::Install(std::move(before));
+        EXPECT_EQ(reported, "dialog: Code");
+    }
+}
+
+TEST(CDialog, IsClosedByAnErrorThatPassesThroughIt)
+{
+    CCodeDialog dialog;
+    ::Test::Windows().Script([](CDialog&) { throw std::runtime_error("lost connection"); });
+    EXPECT_THROW(dialog.DoModal(), std::runtime_error);
+    EXPECT_FALSE(dialog.IsOpen());
+}
+
+TEST(CDataExchange, FailsAtThePreparedField)
+{
+    CCodeDialog dialog;
+    for (const bool saving : {true, false}) {
+        SCOPED_TRACE(saving);
+        CDataExchange exchange(&dialog, saving);
+        exchange.PrepareEditCtrl(static_cast<int>(kCodeId));
+        EXPECT_TRUE(::Test::MessageOf<CUserException>([&] { exchange.Fail(); }));
+        EXPECT_EQ(CWnd::GetFocus(), saving ? &dialog.codeEdit : nullptr);
+        CWnd::KillFocus();
+    }
+}
+
+TEST(CDataExchange, KnowsNoOtherFields)
+{
+    CCodeDialog dialog;
+    for (const int id : {0, 999, IDOK}) // IDOK: there, but no field
+        EXPECT_EQ(::Test::MessageOf<CInvalidArgException>([&] { CDataExchange(&dialog, true).PrepareEditCtrl(id); }),
+                  "The dialog has no field " + std::to_string(id));
+    EXPECT_TRUE(::Test::MessageOf<CUserException>([&] { CDataExchange(&dialog, true).Fail(); }));
+}

@@ -1,0 +1,86 @@
+#include "Afx/Edit.h"
+
+#include <gtest/gtest.h>
+
+#include "support/TestSupport.h"
+
+namespace
+{
+
+CString TextOf(const CEdit& edit)
+{
+    CString text;
+    edit.GetWindowText(text);
+    return text;
+}
+
+} // namespace
+
+TEST(CEdit, PutsTypedCharactersInPlaceOfTheSelection)
+{
+    const struct
+    {
+        const char* text;
+        int start, end, limit;
+        const char *typed, *result, *why;
+    } rows[] = {
+        {"", 0, 0, 0, "abc", "abc", "empty"},
+        {"abc", 1, 1, 0, "XY", "aXYbc", "at the caret, which moves on"},
+        {"abc", 1, 2, 0, "X", "aXc", "a selection is replaced"},
+        {"abc", 2, 1, 0, "X", "aXc", "selected backwards"},
+        {"abc", 0, -1, 0, "X", "X", "all selected"},
+        {"abc", -1, 0, 0, "X", "Xabc", "nothing selected"},
+        {"abc", 9, 99, 0, "X", "abcX", "beyond the end"},
+        {"abc", 3, 3, 0, "\b\b", "a", "backspace"},
+        {"abc", 1, 3, 0, "\b", "a", "backspace takes the selection"},
+        {"abc", 0, 0, 0, "\b", "abc", "nothing before the caret"},
+        {"a\xC2\xA3", 3, 3, 0, "\b", "a", "a whole character"},
+        {"a\xC2\xA3", 2, 2, 0, "X", "aX\xC2\xA3", "never into a character"},
+        {"abc", 3, 3, 0, "\t\r\n\x1B\x01\x7F", "abc", "control characters are no text"},
+        {"Unknown", 7, 7, 10, "abcd", "Unknownabc", "up to the limit"},
+        {"Unknown", 7, 7, 10, "\xC2\xA3\xC2\xA3\xC2\xA3\xC2\xA3", "Unknown\xC2\xA3\xC2\xA3\xC2\xA3",
+         "the limit counts characters"},
+        {"abc", 0, 1, 3, "XY", "Xbc", "room for what is replaced"},
+        {"abcdef", 6, 6, 3, "X", "abcdef", "a text that is too long stays"},
+        {"abcdef", 5, 6, 3, "X", "abcdef", "and so does its selection"},
+        {"abcdef", 6, 6, 3, "\b", "abcde", "but can be shortened"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        CEdit edit;
+        edit.LimitText(row.limit);
+        edit.SetWindowText(row.text);
+        edit.SetFocus();
+        edit.SetSel(row.start, row.end);
+        Afx::HeadlessWindowSystem::Type(edit, row.typed);
+        EXPECT_EQ(TextOf(edit), row.result);
+    }
+}
+
+TEST(CEdit, RepeatsACharacterThatIsHeldDown)
+{
+    CEdit edit;
+    edit.LimitText(4);
+    edit.DeliverChar('a', 9);
+    EXPECT_EQ(TextOf(edit), "aaaa");
+    edit.DeliverChar('\b', 3);
+    EXPECT_EQ(TextOf(edit), "a");
+    edit.SetSel(0, -1);
+    for (const unsigned noCharacter : {0xD800u, 0xDFFFu, 0x110000u})
+        edit.DeliverChar(noCharacter);
+    EXPECT_EQ(TextOf(edit), "a") << "half a surrogate pair and numbers beyond Unicode replace nothing";
+}
+
+TEST(CEdit, IsSelectedWholeWhenReachedByTab)
+{
+    CEdit edit;
+    edit.SetWindowText("old");
+    Afx::HeadlessWindowSystem::Type(edit, "new");
+    Afx::HeadlessWindowSystem::Type(edit, "er");
+    EXPECT_EQ(TextOf(edit), "newer");
+    edit.SetWindowText("set");
+    int start = -1, end = -1;
+    edit.GetSel(start, end);
+    EXPECT_EQ(start, 0);
+    EXPECT_EQ(end, 0);
+}

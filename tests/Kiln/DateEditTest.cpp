@@ -1,0 +1,181 @@
+#include "Kiln/controls/DateEdit.h"
+
+#include <gtest/gtest.h>
+
+#include "Afx/DataExchange.h"
+#include "Afx/MessageBox.h"
+#include "support/TestSupport.h"
+
+namespace
+{
+
+using Kiln::CDate;
+using Kiln::CDateEdit;
+
+CString TextOf(const CWnd& window)
+{
+    CString text;
+    window.GetWindowText(text);
+    return text;
+}
+
+/// Whether the text of `edit` was taken over into `date`.
+bool Save(CDateEdit& edit, CDate& date, unsigned flags = 0)
+{
+    CDataExchange exchange(nullptr, true);
+    return !::Test::MessageOf<CUserException>([&] { edit.DDX(&exchange, date, flags); });
+}
+
+} // namespace
+
+TEST(CDateEdit, ShowsWhatItReadsAgain)
+{
+    for (const auto order : {CDate::ParseOrder::DayFirst, CDate::ParseOrder::MonthFirst}) {
+        const auto before = CDate::GetParseOrder();
+        CDate::SetParseOrder(order);
+        for (const CDate& date :
+             {CDate(2024, 4, 5), CDate(100, 1, 1), CDate(9999, 12, 31), CDate(), CDate(1949, 2, 28)}) {
+            SCOPED_TRACE(date.FormatIso());
+            CDateEdit edit;
+            CDataExchange loading(nullptr, false);
+            CDate shown = date, saved(1, 1, 1);
+            edit.DDX(&loading, shown, 0);
+            EXPECT_TRUE(Save(edit, saved));
+            EXPECT_EQ(saved, date);
+        }
+        CDateEdit edit;
+        edit.SetDate(CDate(2024, 4, 5));
+        EXPECT_EQ(TextOf(edit), order == CDate::ParseOrder::DayFirst ? "05/04/2024" : "04/05/2024");
+        edit.SetDate(CDate::Invalid());
+        EXPECT_EQ(TextOf(edit), "");
+        CDate::SetParseOrder(before);
+    }
+}
+
+TEST(CDateEdit, TakesALaterYearACenturyBack)
+{
+    const CDate latest(2024, 6, 15);
+    const struct
+    {
+        const char* text;
+        CDate date;
+        const char* why;
+    } rows[] = {
+        {"15/6/24", {2024, 6, 15}, "the latest day itself"},
+        {"16/6/24", {1924, 6, 16}, "a day later"},
+        {"1/1/49", {1949, 1, 1}, "two digits"},
+        {"010149", {1949, 1, 1}, "run together"},
+        {"1 Jan 49", {1949, 1, 1}, "month by name"},
+        {"1/1/50", {1950, 1, 1}, "not later"},
+        {"25/12", {1924, 12, 25}, "no year"},
+        {"14/6", {2024, 6, 14}, "no year, not later"},
+        {"16/6/2024", {2024, 6, 16}, "all four digits stand"},
+        {"2024-06-16", {2024, 6, 16}, "in whatever order"},
+        {"16062024", {2024, 6, 16}, "run together"},
+        {"29/2/28", {1928, 2, 29}, "leap day"},
+        {"29/2/2000", {2000, 2, 29}, "leap day of a century"},
+        {"rubbish", CDate::Invalid(), "no date"},
+        {"", CDate(), "null"},
+    };
+    ::Test::SetNow(2024, 6, 15);
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        CDateEdit edit;
+        edit.SetLatest(latest);
+        edit.SetWindowText(row.text);
+        EXPECT_EQ(edit.GetDate(), row.date);
+    }
+    CDateEdit edit;
+    edit.SetWindowText("16/6/24");
+    EXPECT_EQ(edit.GetDate(), CDate(2024, 6, 16)) << "no latest day";
+}
+
+TEST(CDateEdit, RewritesADateThatIsLeft)
+{
+    const struct
+    {
+        const char *text, *left, *why;
+    } rows[] = {
+        {"5 apr 24", "05/04/2024", "in full"},         {"6/4", "06/04/2023", "with the handler's year"},
+        {"29/2", "29/2", "that year has no such day"}, {"31/4/24", "31/4/24", "no date stays to be mended"},
+        {"Unknown", "Unknown", "other words stay"},    {"  ", "  ", "blank"},
+    };
+    const CDateEdit::YearHandlerScope scope([](int, int) { return 2023; });
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        CDateEdit edit;
+        Afx::HeadlessWindowSystem::Type(edit, row.text);
+        EXPECT_EQ(TextOf(edit), row.text);
+        Afx::HeadlessWindowSystem::Leave();
+        EXPECT_EQ(TextOf(edit), row.left);
+    }
+}
+
+TEST(CDateEdit, RefusesWhatIsNoDateAndSaysWhy)
+{
+    const struct
+    {
+        const char* text;
+        unsigned flags;
+        CDate latest;
+        const char *reason, *why;
+    } rows[] = {
+        {"31/4/2024", 0, {}, "31 April does not exist; April has 30 days", "no such day"},
+        {"", Kiln::kDateRequired, {}, "No date was given", "empty but required"},
+        {"  ", Kiln::kDateRequired, {}, "No date was given", "blank but required"},
+        {"29/2/00",
+         0,
+         {1999, 12, 31},
+         "29 February 1900 does not exist; February 1900 has 28 days",
+         "a century earlier there is no such day"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        CDateEdit edit;
+        edit.SetLatest(row.latest);
+        edit.SetWindowText(row.text);
+        ::Test::Windows().Clear();
+        ::Test::Windows().Answer(IDOK);
+        CDate date(2020, 2, 2);
+        EXPECT_FALSE(Save(edit, date, row.flags));
+        EXPECT_EQ(date, CDate(2020, 2, 2)) << "left as it was";
+        EXPECT_EQ(CWnd::GetFocus(), &edit);
+        int start = -1, end = -1;
+        edit.GetSel(start, end);
+        EXPECT_EQ(start, 0);
+        EXPECT_EQ(end, TextOf(edit).GetLength());
+        ASSERT_EQ(::Test::Windows().Messages().size(), 1u);
+        EXPECT_EQ(::Test::Windows().Messages()[0].text, row.reason);
+    }
+    CDateEdit edit;
+    CDate date(2020, 2, 2);
+    EXPECT_TRUE(Save(edit, date)) << "empty and not required";
+    EXPECT_TRUE(date.IsNull());
+}
+
+namespace
+{
+
+/// A field whose dates lie in 2021, as a screen's own field would do it.
+class COwnYearEdit : public CDateEdit
+{
+protected:
+    void OnKillFocus(CWnd* newFocus) override
+    {
+        const YearHandlerScope scope([](int, int) { return 2021; });
+        CDateEdit::OnKillFocus(newFocus);
+    }
+};
+
+} // namespace
+
+TEST(CDateEdit, FindsTheYearByTheSameRuleWhenEnterSavesWithoutLeaving)
+{
+    const CDateEdit::YearHandlerScope scope([](int, int) { return 2023; });
+    COwnYearEdit edit;
+    Afx::HeadlessWindowSystem::Type(edit, "6/4");
+    CDate date;
+    EXPECT_TRUE(Save(edit, date));
+    EXPECT_EQ(date, CDate(2021, 4, 6));
+    EXPECT_EQ(CWnd::GetFocus(), &edit);
+}

@@ -1,0 +1,77 @@
+#include "MorvUt/identifiers/BuildingSocietyReferenceEdit.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string_view>
+
+#include "Afx/Text.h"
+#include "support/TestSupport.h"
+
+namespace
+{
+
+CString TextOf(const CWnd& window)
+{
+    CString text;
+    window.GetWindowText(text);
+    return text;
+}
+
+constexpr std::string_view kTaken = "-/0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
+
+} // namespace
+
+TEST(CBuildingSocietyReferenceEdit, TakesOnlyCharactersOfReferences)
+{
+    for (unsigned character = 32; character < 0x3000; ++character) {
+        std::string typed;
+        Afx::AppendUtf8(typed, character);
+        const bool isTaken = character < 128 && kTaken.find(static_cast<char>(character)) != std::string_view::npos;
+        CBuildingSocietyReferenceEdit edit;
+        edit.DeliverChar(character);
+        EXPECT_EQ(TextOf(edit), isTaken ? typed.c_str() : "") << character;
+    }
+}
+
+TEST(CBuildingSocietyReferenceEdit, LeavesEditingToTheField)
+{
+    const struct
+    {
+        const char *typed, *result, *why;
+    } rows[] = {
+        {"A/12-3 456", "A/12-3456", "blanks are swallowed"},
+        {"AB\bC", "AC", "backspace works"},
+        {"AB\x01\x03\x16\t\x1F", "AB", "other keys pass and put nothing in"},
+        {"AB\x7F", "AB", "127 is no key below 32"},
+        {"\xC2\xA3"
+         "1\xEF\xBC\x91",
+         "1", "pound sign; a wide digit one"},
+        {"\xC4\xB0\xC5\x81", "", "numbers 0x130 and 0x141: their last byte is a digit's and a letter's"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        CBuildingSocietyReferenceEdit edit;
+        Afx::HeadlessWindowSystem::Type(edit, row.typed);
+        EXPECT_EQ(TextOf(edit), row.result);
+    }
+}
+
+TEST(CBuildingSocietyReferenceEdit, SwallowsInPlaceOfTheSelectionToo)
+{
+    CBuildingSocietyReferenceEdit edit;
+    edit.LimitText(3);
+    edit.SetWindowText("A B");
+    EXPECT_EQ(TextOf(edit), "A B") << "a text that is set is not looked at";
+    Afx::HeadlessWindowSystem::Type(edit, " "); // all is selected
+    EXPECT_EQ(TextOf(edit), "A B");
+    Afx::HeadlessWindowSystem::Type(edit, "WXYZ");
+    EXPECT_EQ(TextOf(edit), "WXY");
+}
+
+TEST(CBuildingSocietyReferenceEdit, IsMadeByItsClass)
+{
+    const std::unique_ptr<CObject> made(RUNTIME_CLASS(CBuildingSocietyReferenceEdit)->CreateObject());
+    ASSERT_TRUE(made);
+    EXPECT_TRUE(made->IsKindOf(RUNTIME_CLASS(CBuildingSocietyReferenceEdit)) && made->IsKindOf(RUNTIME_CLASS(CEdit)));
+}
