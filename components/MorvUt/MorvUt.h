@@ -20,10 +20,7 @@
 #include "MorvUt/hmrc/PayePrepop.h"
 #include "MorvUt/hmrc/SchedulePrepop.h"
 #include "MorvUt/hmrc/Scope.h"
-<<<<<<< HEAD
-=======
 #include "MorvUt/identifiers/BuildingSocietyReferenceEdit.h"
-    >>>>>>> controls
 #include "MorvUt/identifiers/Hex.h"
 #include "MorvUt/identifiers/SortCode.h"
 #include "MorvUt/identifiers/TaxIdentifiers.h"
