@@ -30,6 +30,33 @@ void List(const std::string& practice, const CommonOptions& options)
     table.Print();
 }
 
+// What people call a benefit, from its key.
+std::string BenefitName(const std::string& key)
+{
+    int code = 0;
+    const char* name = nullptr;
+    return GetMapIndexFromShortName(mapNewEmployBenefitsGrid, key.c_str(), &code) &&
+                   GetMapLongNameFromIndex(mapNewEmployBenefitsGrid, &name, code)
+               ? name
+               : key;
+}
+
+// A schedule's own description; without one its type's display name.
+std::string ScheduleName(const Json& schedule)
+{
+    const char* name = "";
+    if (schedule["description"].get<std::string>().empty())
+        GetMapLongNameFromIndex(mapPSBTypes, &name, schedule["type"].get<int>());
+    return schedule["description"].get<std::string>() + name;
+}
+
+std::string StagedName(int mtdType)
+{
+    constexpr const char* kNames[] = {"State Pension", "Private Pension", "Jobseeker's Allowance", "Incapacity Benefit",
+                                      "Employment and Support Allowance"};
+    return mtdType >= 0 && mtdType < 5 ? kNames[mtdType] : "";
+}
+
 void PrintEmployments(const Json& employments)
 {
     TextTable table({"Employment", "Reference", "Works number", "From", "To", "Pay", "Tax", "Student loan"});
@@ -41,7 +68,7 @@ void PrintEmployments(const Json& employments)
         table.Print("  ");
     for (const Json& row : employments)
         for (const Json& benefit : row["benefits"]) {
-            const std::string name = benefit.contains("code") ? benefit["code"] : benefit["type"];
+            const std::string name = benefit.contains("code") ? BenefitName(benefit["code"]) : benefit["type"];
             PrintLine("    benefit of %s: %s %s", row["employer"].get<std::string>(), name,
                       Money(benefit["amountPence"]));
         }
@@ -52,14 +79,21 @@ void PrintPensions(const Json& rows)
     TextTable table({"Pension or benefit", "Reference", "Date", "Amount", "Tax"});
     for (const Json& row : rows) {
         std::string name = row["payer"];
-        if (row.contains("description") && name.empty())
-            name = row["description"];
+        if (name.empty())
+            name = row.contains("type") ? ScheduleName(row) : StagedName(row["mtdType"]);
         table.Add({name.empty() ? "-" : name, row["reference"],
                    row["date"].is_null() ? "-" : row["date"].get<std::string>(), Money(row["amountPence"]),
                    Money(row["taxPence"])});
     }
     if (!table.IsEmpty())
         table.Print("  ");
+}
+
+// HMRC sends 0.00 until Class 1 earnings are reconciled, by the end of August after the year.
+bool IsClass1Final(const Json& insurance, int year)
+{
+    const Json& earnings = insurance["class1EarningsPence"];
+    return earnings.is_null() || earnings != 0 || Kiln::CDate::Today() >= Kiln::CDate(year, 9, 1);
 }
 
 void PrintView(const Json& view)
@@ -80,7 +114,9 @@ void PrintView(const Json& view)
         PrintLine("  allowance %s %s", row["type"].get<std::string>(), Money(row["amountPence"]));
     const Json& insurance = view["staged"]["nationalInsurance"];
     if (!insurance.is_null())
-        PrintLine("  National Insurance: Class 1 earnings %s, Class 2 due %s", Money(insurance["class1EarningsPence"]),
+        PrintLine("  National Insurance: Class 1 earnings %s%s, Class 2 due %s",
+                  Money(insurance["class1EarningsPence"]),
+                  IsClass1Final(insurance, view["year"].get<int>()) ? "" : " (not yet final)",
                   Money(insurance["class2DuePence"]));
 }
 

@@ -55,7 +55,7 @@ public:
         SetUp();
         CheckUsable(file.path);
         // FULL: a token is good for one use, so a commit must outlast a power cut.
-        Exec("PRAGMA foreign_keys = ON; PRAGMA synchronous = FULL");
+        Exec("PRAGMA foreign_keys = ON; PRAGMA synchronous = FULL; PRAGMA secure_delete = ON");
         if (file.isNew)
             TakeSessionId();
     }

@@ -1,5 +1,7 @@
 #include "MorvUt/hmrc/detail/BenefitCodes.h"
 
+#include "MorvUt/mappings/TypeMappings.h"
+
 namespace HmrcApi
 {
 namespace
@@ -44,38 +46,6 @@ constexpr BenefitRow kBenefits[] = {
     {117, kOtherItems}, // NonCashBenefit; open to review
 };
 
-struct CaptionRow
-{
-    int code;
-    const char* caption;
-};
-constexpr CaptionRow kCaptions[] = {
-    {10, "Assets transferred"},
-    {20, "Payments made for employee"},
-    {40, "Vouchers and credit cards"},
-    {50, "Living accommodation"},
-    {60, "Mileage allowance"},
-    {70, "Car benefit"},
-    {80, "Fuel benefit"},
-    {90, "Company vans"},
-    {95, "Company vans fuel benefit"},
-    {100, "Beneficial loan"},
-    {120, "Private medical and dental insurance"},
-    {130, "Qualifying relocation expenses"},
-    {140, "Services supplied to employee"},
-    {150, "Assets at employee's disposal"},
-    {160, "Professional fees and subscriptions"},
-    {170, "Other items with Class 1A"},
-    {180, "Other items without Class 1A"},
-    {190, "Tax paid on remuneration"},
-    {200, "Education assistance"},
-    {210, "Travel and subsistence costs"},
-    {220, "Entertainment"},
-    {240, "Home telephone payments"},
-    {250, "Non-qualifying relocation expenses"},
-    {260, "Other expenses"},
-};
-
 } // namespace
 
 int BenefitCode(int hmrcNumber) noexcept
@@ -88,10 +58,9 @@ int BenefitCode(int hmrcNumber) noexcept
 
 const char* BenefitCaption(int code) noexcept
 {
-    for (const CaptionRow& row : kCaptions)
-        if (row.code == code)
-            return row.caption;
-    return "";
+    const char* caption = "";
+    GetMapLongNameFromIndex(mapNewEmployBenefitsGrid, &caption, code);
+    return caption;
 }
 
 } // namespace HmrcApi
