@@ -43,7 +43,7 @@ TEST_F(Differences, ShowEachFigureThatHmrcChanges)
         {": 100", ": 100.01", "1 Firm (1/A): Pay 100.00/100.01\n", "a penny of pay"},
         {": 12", ": 0", "1 Firm (1/A): Tax 12.00/0.00\n", "tax taken back"},
         {": 3", ": 4", "1 Firm (1/A): Student loan 3.00/4.00\n", "student loan"},
-        {": 44", ": 45", "1 Firm (1/A): Car benefit 44.00/45.00\n", "benefit"},
+        {": 44", ": 45", "1 Firm (1/A): Car Benefit 44.00/45.00\n", "benefit"},
         {"\"amount\": 44", "\"amount\": 44, \"isForecastBenefit\": true", "", "the same figure, now a forecast"},
         {"CarBenefit", "VanBenefit", "1 Firm (1/A): Company vans /44.00\n", "a benefit that the return lacks"},
         {"2017-05-01", "2017-05-02", "1 Firm (1/A): Start date 01/05/2017/02/05/2017\n", "start"},
@@ -85,7 +85,7 @@ TEST_F(Differences, StandInTheReturnsOrder)
     Sql("UPDATE BRIXNewEmployBenefits SET amtBenefit = 50000");
     Sql("UPDATE BRIXPensionStateBenefits SET amtAmount = 0");
     Sql("UPDATE BRIXNewEmploy SET nOrdering = 9 WHERE strPAYEReference = '1/A'");
-    EXPECT_EQ(Found(), "1 Mine (2/B): Pay /2.00\n2 Firm (1/A): Car benefit 5.00/4.00 estimate\n"
+    EXPECT_EQ(Found(), "1 Mine (2/B): Pay /2.00\n2 Firm (1/A): Car Benefit 5.00/4.00 estimate\n"
                        "3 Fund (3/C): Amount 0.00/3.00\n");
 }
 
