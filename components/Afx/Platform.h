@@ -26,6 +26,9 @@
 #undef GetCurrentTime
 #undef FormatMessage
 #undef MessageBox
+#undef GetProfileInt
+#undef GetProfileString
+#undef WriteProfileString
 #else
 using __int64 = std::int64_t;
 

@@ -7,6 +7,7 @@
 #include <thread>
 
 #include "Afx/Application.h"
+#include "Afx/Platform.h"
 #include "support/TestSupport.h"
 
 using Afx::Settings;
@@ -169,6 +170,29 @@ TEST(Settings, FindsItsFileByTheEnvironment)
     EXPECT_FALSE(Settings::Write("S", "n", "v")) << "no file at all";
     for (int i = 0; i < 3; ++i)
         before[i] ? ::setenv(names[i], before[i]->c_str(), 1) : ::unsetenv(names[i]);
+}
+#endif
+
+#ifdef _WIN32
+TEST(Settings, StandInTheRegistryWhenNoFileIsChosen)
+{
+    Settings::SetPath({});
+    for (const char* const section : {"MorvUt Tests", "Software\\MorvUt Tests\\Own Key"}) {
+        for (const char* const value : {"plain", "", " blanks ", "two\nlines\r\n", "Zoë £5"}) {
+            ASSERT_TRUE(Settings::Write(section, "Value", value));
+            EXPECT_EQ(Read(section, "value"), value) << section;
+        }
+        EXPECT_TRUE(Settings::Write(section, "Value", nullptr));
+        EXPECT_EQ(Read(section, "Value"), "(none)");
+        EXPECT_TRUE(Settings::Write(section, "Value", nullptr)) << "nothing to remove";
+    }
+    const DWORD number = 0xFFFFFFFF; // as other modules of the suite keep numbers
+    ASSERT_EQ(RegSetKeyValueA(HKEY_CURRENT_USER, "Software\\MorvUt Tests\\Own Key", "Number", REG_DWORD, &number,
+                              sizeof number),
+              ERROR_SUCCESS);
+    EXPECT_EQ(Read("Software\\MorvUt Tests\\Own Key", "Number"), "-1");
+    RegDeleteTreeA(HKEY_CURRENT_USER, "Software\\MorvUt Tests");
+    RegDeleteTreeA(HKEY_CURRENT_USER, "Software\\MorvUt\\MorvUt Tests");
 }
 #endif
 

@@ -6,8 +6,6 @@
 #include <string>
 
 #include <gtest/gtest.h>
-#include <openssl/crypto.h>
-#include <openssl/provider.h>
 
 using Shellkit::Bytes;
 using Shellkit::KeyId;
@@ -49,29 +47,6 @@ class Envelope : public testing::Test
 protected:
     void SetUp() override { ASSERT_TRUE(Shellkit::SetPracticeKey(CountingKey())); }
     void TearDown() override { Shellkit::SetPracticeKey({}); }
-};
-
-/// While it lives, OpenSSL has no algorithm to offer on this thread.
-class NoCipher
-{
-public:
-    NoCipher() : m_empty(OSSL_LIB_CTX_new()), m_none(OSSL_PROVIDER_load(m_empty, "null"))
-    {
-        m_before = OSSL_LIB_CTX_set0_default(m_empty);
-    }
-    ~NoCipher()
-    {
-        OSSL_LIB_CTX_set0_default(m_before);
-        OSSL_PROVIDER_unload(m_none);
-        OSSL_LIB_CTX_free(m_empty);
-    }
-    NoCipher(const NoCipher&) = delete;
-    NoCipher& operator=(const NoCipher&) = delete;
-
-private:
-    OSSL_LIB_CTX* m_empty;
-    OSSL_PROVIDER* m_none;
-    OSSL_LIB_CTX* m_before;
 };
 
 } // namespace
@@ -205,25 +180,6 @@ TEST_F(Envelope, OfOneTextLooksDifferentEachTime)
     for (int i = 0; i < 50; ++i)
         seen.insert(Shellkit::Seal(KeyId::Practice, "token").value());
     EXPECT_EQ(seen.size(), 50u);
-}
-
-TEST_F(Envelope, WithoutACipherNothingIsSealedOpenedOrMade)
-{
-    const auto sealed = Shellkit::Seal(KeyId::Practice, "token");
-    ASSERT_TRUE(sealed);
-    Bytes text = Raw("password");
-    {
-        const NoCipher none;
-        EXPECT_FALSE(Shellkit::Seal(KeyId::Practice, "token"));
-        EXPECT_FALSE(Shellkit::Seal(KeyId::Application, "id"));
-        EXPECT_FALSE(Shellkit::Open(*sealed));
-        EXPECT_THROW(Shellkit::RandomBytes(1), std::runtime_error);
-        EXPECT_THROW(Shellkit::Sha256(""), std::runtime_error);
-        EXPECT_THROW(Shellkit::DeriveKey("p", {}, 1, 16), std::runtime_error);
-        EXPECT_THROW(Encrypt(text.data(), 8), std::runtime_error);
-        EXPECT_EQ(text, Raw("password"));
-    }
-    EXPECT_EQ(Shellkit::OpenText(*sealed), "token");
 }
 
 TEST(EncryptInPlace, ComesBackAtEveryLength)

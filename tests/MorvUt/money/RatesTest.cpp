@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 #include "Amounts.h"
@@ -114,8 +115,8 @@ TEST(TaxFromGross, IsAPercentage)
 
 TEST(TaxFromNet, AddsUpToTheGross)
 {
-    EXPECT_EQ(TaxFromNet(__int64{8000}, 20.0), 2000);
-    EXPECT_EQ(TaxFromNet(__int64{-8000}, 20.0), 0);
+    EXPECT_EQ(TaxFromNet(std::int64_t{8000}, 20.0), 2000);
+    EXPECT_EQ(TaxFromNet(std::int64_t{-8000}, 20.0), 0);
     EXPECT_TRUE(TaxFromNet(CAmt(), 20.0) == CAmt::kZero);
     EXPECT_FALSE(TaxFromNet(Pence(8000), 100.0).IsValid());
     for (const double rate : {10.0, 20.0, 22.5, 33.333, 40.0, 45.0, 99.99})
@@ -150,9 +151,9 @@ TEST(CalculateAutoTax, LeavesWhatTheUserTyped)
 
 TEST(PercentOf, RoundsPenceOnly)
 {
-    EXPECT_EQ(PercentOf(__int64{101}, 50.0), 51);
-    EXPECT_EQ(PercentOf(__int64{-101}, 50.0), -51);
-    EXPECT_EQ(PercentOf(__int64{100}, kNaN), 0);
+    EXPECT_EQ(PercentOf(std::int64_t{101}, 50.0), 51);
+    EXPECT_EQ(PercentOf(std::int64_t{-101}, 50.0), -51);
+    EXPECT_EQ(PercentOf(std::int64_t{100}, kNaN), 0);
     EXPECT_EQ(PercentOf(::Test::kMaxPence, 50.0), 0);
     EXPECT_EQ(PercentOf(101.0L, 50.0), 50.5L);
 }
@@ -161,10 +162,10 @@ TEST(PercentOf, RoundsPenceOnly)
 TEST(Rates, GivePublishedFigures)
 {
     // A relief-at-source pension payment of £80 is £100 in the pension (basic rate 20 %).
-    EXPECT_EQ(GrossFromNet(__int64{80'00}, 20.0), 100'00);
+    EXPECT_EQ(GrossFromNet(std::int64_t{80'00}, 20.0), 100'00);
     // A Gift Aid donation of £100 is worth £125 to the charity.
-    EXPECT_EQ(GrossFromNet(__int64{100'00}, 20.0), 125'00);
-    EXPECT_EQ(TaxFromNet(__int64{100'00}, 20.0), 25'00);
+    EXPECT_EQ(GrossFromNet(std::int64_t{100'00}, 20.0), 125'00);
+    EXPECT_EQ(TaxFromNet(std::int64_t{100'00}, 20.0), 25'00);
     // Basic rate on £37,700 of taxable income.
-    EXPECT_EQ(TaxFromGross(__int64{37'700'00}, 20.0), 7'540'00);
+    EXPECT_EQ(TaxFromGross(std::int64_t{37'700'00}, 20.0), 7'540'00);
 }
