@@ -68,7 +68,8 @@ void PrintEmployments(const Json& employments)
         table.Print("  ");
     for (const Json& row : employments)
         for (const Json& benefit : row["benefits"]) {
-            const std::string name = benefit.contains("code") ? BenefitName(benefit["code"]) : benefit["type"];
+            const std::string name =
+                benefit.contains("code") ? BenefitName(benefit["code"]) : benefit["type"].get<std::string>();
             PrintLine("    benefit of %s: %s %s", row["employer"].get<std::string>(), name,
                       Money(benefit["amountPence"]));
         }
