@@ -30,20 +30,24 @@ void List(const std::string& practice, const CommonOptions& options)
     table.Print();
 }
 
+// What follows a staged row that HMRC no longer sends.
+const char* Mark(const Json& row) { return row.value("withdrawn", false) ? " (withdrawn by HMRC)" : ""; }
+
 void PrintEmployments(const Json& employments)
 {
     TextTable table({"Employment", "Reference", "Works number", "From", "To", "Pay", "Tax", "Student loan"});
     const auto date = [](const Json& value) { return value.is_null() ? "-" : value.get<std::string>(); };
     for (const Json& row : employments)
-        table.Add({row["employer"], row["reference"], row["worksNumber"], date(row["start"]), date(row["end"]),
-                   Money(row["payPence"]), Money(row["taxPence"]), Money(row["studentLoanPence"])});
+        table.Add({row["employer"].get<std::string>() + Mark(row), row["reference"], row["worksNumber"],
+                   date(row["start"]), date(row["end"]), Money(row["payPence"]), Money(row["taxPence"]),
+                   Money(row["studentLoanPence"])});
     if (!table.IsEmpty())
         table.Print("  ");
     for (const Json& row : employments)
         for (const Json& benefit : row["benefits"]) {
             const std::string name = benefit.contains("code") ? benefit["code"] : benefit["type"];
-            PrintLine("    benefit of %s: %s %s", row["employer"].get<std::string>(), name,
-                      Money(benefit["amountPence"]));
+            PrintLine("    benefit of %s: %s %s%s", row["employer"].get<std::string>(), name,
+                      Money(benefit["amountPence"]), Mark(benefit));
         }
 }
 
@@ -54,7 +58,7 @@ void PrintPensions(const Json& rows)
         std::string name = row["payer"];
         if (row.contains("description") && name.empty())
             name = row["description"];
-        table.Add({name.empty() ? "-" : name, row["reference"],
+        table.Add({(name.empty() ? "-" : name) + Mark(row), row["reference"],
                    row["date"].is_null() ? "-" : row["date"].get<std::string>(), Money(row["amountPence"]),
                    Money(row["taxPence"])});
     }
@@ -77,7 +81,7 @@ void PrintView(const Json& view)
     PrintEmployments(view["staged"]["employments"]);
     PrintPensions(view["staged"]["pensionsAndBenefits"]);
     for (const Json& row : view["staged"]["taxFreeAllowances"])
-        PrintLine("  allowance %s %s", row["type"].get<std::string>(), Money(row["amountPence"]));
+        PrintLine("  allowance %s %s%s", row["type"].get<std::string>(), Money(row["amountPence"]), Mark(row));
     const Json& insurance = view["staged"]["nationalInsurance"];
     if (!insurance.is_null())
         PrintLine("  National Insurance: Class 1 earnings %s, Class 2 due %s", Money(insurance["class1EarningsPence"]),
