@@ -58,6 +58,22 @@ Call ToCall(const httplib::Request& request)
     return call;
 }
 
+/// The library takes no more than 8 KiB of a body that is called a form, as curl -d calls every body; read piece by
+/// piece, a body is bounded by the payload's length alone.
+httplib::Server::HandlerWithContentReader ReadingTheBody(httplib::Server::Handler handler)
+{
+    return [handler = std::move(handler)](const httplib::Request& request, httplib::Response& response,
+                                          const httplib::ContentReader& read) {
+        httplib::Request whole = request;
+        const auto append = [&whole](const char* data, std::size_t size) {
+            whole.body.append(data, size);
+            return true;
+        };
+        if (read(append))
+            handler(whole, response);
+    };
+}
+
 /// Announces the whole body, sends half of it and gives up, whereupon the server closes the connection.
 void SendHalf(const Answer& answer, httplib::Response& response)
 {
@@ -101,7 +117,7 @@ public:
         });
         Get(kAnyPath, handler); // and HEAD
         Post(kAnyPath, handler);
-        Put(kAnyPath, handler);
+        Put(kAnyPath, ReadingTheBody(handler));
         Patch(kAnyPath, handler);
         Delete(kAnyPath, handler);
         Options(kAnyPath, handler);

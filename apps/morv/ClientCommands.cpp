@@ -57,21 +57,25 @@ std::string StagedName(int mtdType)
     return mtdType >= 0 && mtdType < 5 ? kNames[mtdType] : "";
 }
 
+// What follows a staged row that HMRC no longer sends.
+const char* Mark(const Json& row) { return row.value("withdrawn", false) ? " (withdrawn by HMRC)" : ""; }
+
 void PrintEmployments(const Json& employments)
 {
     TextTable table({"Employment", "Reference", "Works number", "From", "To", "Pay", "Tax", "Student loan"});
     const auto date = [](const Json& value) { return value.is_null() ? "-" : value.get<std::string>(); };
     for (const Json& row : employments)
-        table.Add({row["employer"], row["reference"], row["worksNumber"], date(row["start"]), date(row["end"]),
-                   Money(row["payPence"]), Money(row["taxPence"]), Money(row["studentLoanPence"])});
+        table.Add({row["employer"].get<std::string>() + Mark(row), row["reference"], row["worksNumber"],
+                   date(row["start"]), date(row["end"]), Money(row["payPence"]), Money(row["taxPence"]),
+                   Money(row["studentLoanPence"])});
     if (!table.IsEmpty())
         table.Print("  ");
     for (const Json& row : employments)
         for (const Json& benefit : row["benefits"]) {
             const std::string name =
                 benefit.contains("code") ? BenefitName(benefit["code"]) : benefit["type"].get<std::string>();
-            PrintLine("    benefit of %s: %s %s", row["employer"].get<std::string>(), name,
-                      Money(benefit["amountPence"]));
+            PrintLine("    benefit of %s: %s %s%s", row["employer"].get<std::string>(), name,
+                      Money(benefit["amountPence"]), Mark(benefit));
         }
 }
 
@@ -82,7 +86,7 @@ void PrintPensions(const Json& rows)
         std::string name = row["payer"];
         if (name.empty())
             name = row.contains("type") ? ScheduleName(row) : StagedName(row["mtdType"]);
-        table.Add({name.empty() ? "-" : name, row["reference"],
+        table.Add({(name.empty() ? "-" : name) + Mark(row), row["reference"],
                    row["date"].is_null() ? "-" : row["date"].get<std::string>(), Money(row["amountPence"]),
                    Money(row["taxPence"])});
     }
@@ -112,7 +116,7 @@ void PrintView(const Json& view)
     PrintEmployments(view["staged"]["employments"]);
     PrintPensions(view["staged"]["pensionsAndBenefits"]);
     for (const Json& row : view["staged"]["taxFreeAllowances"])
-        PrintLine("  allowance %s %s", row["type"].get<std::string>(), Money(row["amountPence"]));
+        PrintLine("  allowance %s %s%s", row["type"].get<std::string>(), Money(row["amountPence"]), Mark(row));
     const Json& insurance = view["staged"]["nationalInsurance"];
     if (!insurance.is_null())
         PrintLine("  National Insurance: Class 1 earnings %s%s, Class 2 due %s",

@@ -33,9 +33,8 @@ Json BenefitsOf(const Brix::CNewEmploy& employment)
     return list;
 }
 
-Json EmploymentsOf(long taxForm)
+void AddEmployments(Json& list, long taxForm)
 {
-    Json list = Json::array();
     Brix::CNewEmploy rows;
     for (rows.Open({{Brix::CNewEmploy::kTaxFormID, taxForm}}, {{Brix::CNewEmploy::kOrdering}}); !rows.IsEOL();
          rows.MoveNext())
@@ -50,12 +49,10 @@ Json EmploymentsOf(long taxForm)
                         {"taxPence", PenceOf(rows.GetTax())},
                         {"studentLoanPence", PenceOf(rows.GetStudentLoan())},
                         {"benefits", BenefitsOf(rows)}});
-    return list;
 }
 
-Json PensionsOf(long taxForm)
+void AddPensions(Json& list, long taxForm)
 {
-    Json list = Json::array();
     Brix::CPensionStateBenefits rows;
     for (rows.Open({{Brix::CPensionStateBenefits::kTaxFormID, taxForm}}, {{Brix::CPensionStateBenefits::kOrdering}});
          !rows.IsEOL(); rows.MoveNext())
@@ -68,7 +65,6 @@ Json PensionsOf(long taxForm)
                         {"date", DateOf(rows.GetStart())},
                         {"amountPence", PenceOf(rows.GetAmount())},
                         {"taxPence", PenceOf(rows.GetTax())}});
-    return list;
 }
 
 Json StagedBenefitsOf(const Brix::CMTD_Employments& employment)
@@ -84,9 +80,8 @@ Json StagedBenefitsOf(const Brix::CMTD_Employments& employment)
     return list;
 }
 
-Json StagedEmploymentsOf(long year)
+void AddStagedEmployments(Json& list, long year)
 {
-    Json list = Json::array();
     Brix::CMTD_Employments rows;
     for (rows.Open({{Brix::CMTD_Employments::kMTD_TaxYearID, year}}, {{Brix::CMTD_Employments::kKey}}); !rows.IsEOL();
          rows.MoveNext())
@@ -101,13 +96,11 @@ Json StagedEmploymentsOf(long year)
                         {"studentLoanPence", PenceOf(rows.GetStudentLoan())},
                         {"benefits", StagedBenefitsOf(rows)},
                         {"withdrawn", rows.GetWithdrawn()}});
-    return list;
 }
 
-Json StagedPensionsOf(long year)
+void AddStagedPensions(Json& list, long year)
 {
     using Rows = Brix::CMTD_PensionStateBenefits;
-    Json list = Json::array();
     Rows rows;
     for (rows.Open({{Rows::kMTD_TaxYearID, year}}, {{Rows::kStart}}); !rows.IsEOL(); rows.MoveNext())
         list.push_back({{"mtdType", rows.GetMTDType()},
@@ -117,19 +110,16 @@ Json StagedPensionsOf(long year)
                         {"amountPence", PenceOf(rows.GetAmount())},
                         {"taxPence", PenceOf(rows.GetTax())},
                         {"withdrawn", rows.GetWithdrawn()}});
-    return list;
 }
 
-Json StagedAllowancesOf(long year)
+void AddStagedAllowances(Json& list, long year)
 {
     using Rows = Brix::CMTD_TaxFreeAllowances;
-    Json list = Json::array();
     Rows rows;
     for (rows.Open({{Rows::kMTD_TaxYearID, year}}, {{Rows::kAmount}}); !rows.IsEOL(); rows.MoveNext())
         list.push_back({{"type", TextOf(rows.GetAllowanceTypeName())},
                         {"amountPence", PenceOf(rows.GetAmount())},
                         {"withdrawn", rows.GetWithdrawn()}});
-    return list;
 }
 
 Json NationalInsuranceOf(long year)
@@ -164,21 +154,32 @@ Json ViewOf(const Brix::CPartnership& partnership)
 
 Json SchedulesOf(long clientId, short year)
 {
+    Json employments = Json::array(), pensions = Json::array();
     Brix::CTaxForm form;
-    const bool exists = form.Open({{Brix::CTaxForm::kClientID, clientId}, {Brix::CTaxForm::kYear, year}});
-    return {{"employments", exists ? EmploymentsOf(form.GetID()) : Json::array()},
-            {"pensionsAndBenefits", exists ? PensionsOf(form.GetID()) : Json::array()}};
+    form.Open({{Brix::CTaxForm::kClientID, clientId}, {Brix::CTaxForm::kYear, year}});
+    for (; !form.IsEOL(); form.MoveNext()) { // normally one
+        AddEmployments(employments, form.GetID());
+        AddPensions(pensions, form.GetID());
+    }
+    return {{"employments", employments}, {"pensionsAndBenefits", pensions}};
 }
 
 Json StagedOf(long clientId, short year)
 {
+    Json employments = Json::array(), pensions = Json::array(), allowances = Json::array(), insurance = nullptr;
     Brix::CMTD_TaxYear staged;
-    const bool exists = staged.Open({{Brix::CMTD_TaxYear::kClientID, clientId}, {Brix::CMTD_TaxYear::kYear, year}});
-    const long id = exists ? staged.GetID() : 0;
-    return {{"employments", exists ? StagedEmploymentsOf(id) : Json::array()},
-            {"pensionsAndBenefits", exists ? StagedPensionsOf(id) : Json::array()},
-            {"taxFreeAllowances", exists ? StagedAllowancesOf(id) : Json::array()},
-            {"nationalInsurance", exists ? NationalInsuranceOf(id) : Json(nullptr)}};
+    staged.Open({{Brix::CMTD_TaxYear::kClientID, clientId}, {Brix::CMTD_TaxYear::kYear, year}});
+    for (; !staged.IsEOL(); staged.MoveNext()) { // two when two workstations fetched for the first time at once
+        AddStagedEmployments(employments, staged.GetID());
+        AddStagedPensions(pensions, staged.GetID());
+        AddStagedAllowances(allowances, staged.GetID());
+        if (insurance.is_null())
+            insurance = NationalInsuranceOf(staged.GetID());
+    }
+    return {{"employments", employments},
+            {"pensionsAndBenefits", pensions},
+            {"taxFreeAllowances", allowances},
+            {"nationalInsurance", insurance}};
 }
 
 } // namespace Morv

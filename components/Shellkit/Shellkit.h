@@ -5,5 +5,6 @@
 #include "Shellkit/Cipher.h"
 #include "Shellkit/Identity.h"
 #include "Shellkit/NamedItems.h"
+#include "Shellkit/ProcessMark.h"
 #include "Shellkit/Random.h"
 #include "Shellkit/Registry.h"

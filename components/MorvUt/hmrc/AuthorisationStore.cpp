@@ -33,7 +33,7 @@ constexpr char kInsertGatewayId[] =
 constexpr char kDeleteRow[] = "DELETE FROM [MTDAuthorisation] WHERE [strGatewayID] = %s";
 constexpr char kInsertLock[] =
     "INSERT INTO MTDAuthorisationLock ( lMTDAuthorisationID, strUserID, strWorkstation ) VALUES ( %ld, %s, %s )";
-constexpr char kSelectLock[] = "SELECT [strUserID], [strWorkstation], [dtLocked], GETDATE() AS [dtNow] "
+constexpr char kSelectLock[] = "SELECT [strUserID], [strWorkstation], [dtLocked], [ConnectionID], GETDATE() AS [dtNow] "
                                "FROM MTDAuthorisationLock WHERE lMTDAuthorisationID = %ld";
 constexpr char kDeleteLock[] = "DELETE FROM MTDAuthorisationLock WHERE lMTDAuthorisationID = %ld";
 // The very lock that was looked at: another workstation may have replaced it meanwhile. A date-time that another
@@ -66,6 +66,12 @@ long NewRowId()
 bool IsRowThere(Cellar::CConnection& connection, const std::string& gatewayId)
 {
     return !Cellar::CBufferedRowList(connection, kSelectGatewayId, gatewayId).IsEOL();
+}
+
+/// Of the session that locks the row, on its own workstation.
+std::string MarkName(long rowId, std::int64_t session)
+{
+    return "MorvUt.TokenLock." + std::to_string(rowId) + '.' + std::to_string(session);
 }
 
 bool IsInTransaction() { return Quarry::GetTransactionLevel() > 0; }
@@ -147,16 +153,32 @@ bool CAuthorisationStore::LockStore()
 }
 
 /// False when another holds it.
-bool CAuthorisationStore::InsertLock() const
+bool CAuthorisationStore::InsertLock()
 {
     try {
+        m_lock.mark.Set(MarkName(m_rowId, Quarry::GetConnection().GetSessionId())); // before the row is seen
         Quarry::GetConnection().ExecuteDirectf(kInsertLock, m_rowId, CUserData::m_strUser, Afx::GetComputerName());
         return true;
     } catch (const Cellar::DatabaseError& error) {
+        m_lock.mark.Clear();
         if (error.GetCategory() != Cellar::DatabaseError::Category::DuplicateKey)
             throw;
         return false;
     }
+}
+
+/// A killed program of this workstation is known by its mark, which it no longer has; elsewhere only time tells. Rows
+/// of other programs name no session.
+bool CAuthorisationStore::IsLeftBehind(Cellar::CBufferedRowList& lock) const
+{
+    const std::int64_t session = lock.GetLong("ConnectionID");
+    if (session != 0 && lock.GetText("strWorkstation") == Afx::GetComputerName() &&
+        !Shellkit::ProcessMark::IsSet(MarkName(m_rowId, session)))
+        return true;
+    const COleDateTime since = lock.GetDateTime("dtLocked");
+    const COleDateTime now = lock.GetDateTime("dtNow"); // of the database, as dtLocked: workstations' clocks differ
+    return since.GetStatus() == COleDateTime::valid && now.GetStatus() == COleDateTime::valid &&
+           (now.GetOleDate() - since.GetOleDate()) * kSecondsADay > kStaleSeconds;
 }
 
 /// True when the lock is worth another try: it was left behind and is cleared now, or gone meanwhile.
@@ -166,15 +188,12 @@ bool CAuthorisationStore::ClearStaleLock() const
     Cellar::CBufferedRowList lock(connection, kSelectLock, m_rowId);
     if (!lock.MoveFirst())
         return true;
-    const COleDateTime since = lock.GetDateTime("dtLocked");
-    const COleDateTime now = lock.GetDateTime("dtNow"); // of the database, as dtLocked: workstations' clocks differ
-    if (since.GetStatus() != COleDateTime::valid || now.GetStatus() != COleDateTime::valid ||
-        (now.GetOleDate() - since.GetOleDate()) * kSecondsADay <= kStaleSeconds)
+    if (!IsLeftBehind(lock))
         return false;
     const Cellar::Value& written = lock.Get("dtLocked");
     const long cleared = written.kind == Cellar::Value::Kind::Text
                              ? connection.ExecuteDirectf(kDeleteLockOfText, m_rowId, written.text)
-                             : connection.ExecuteDirectf(kDeleteLockOfTime, m_rowId, since);
+                             : connection.ExecuteDirectf(kDeleteLockOfTime, m_rowId, lock.GetDateTime("dtLocked"));
     if (cleared != 0)
         LogClearedLock(lock.GetText("strWorkstation").Str(), lock.GetText("strUserID").Str());
     return true;
@@ -197,6 +216,7 @@ bool CAuthorisationStore::UnlockStore()
     return Try([&](Cellar::CConnection& connection) {
         connection.ExecuteDirectf(kDeleteLock, m_rowId);
         m_lock.isHeld = false;
+        m_lock.mark.Clear();
         return true;
     });
 }

@@ -7,6 +7,12 @@
 
 #include "HmrcApi/Interfaces.h"
 #include "MorvUt/Export.h"
+#include "Shellkit/ProcessMark.h"
+
+namespace Cellar
+{
+class CBufferedRowList;
+}
 
 namespace HmrcApi
 {
@@ -74,13 +80,16 @@ private:
         Hold& operator=(const Hold&) noexcept
         {
             isHeld = false;
+            mark.Clear();
             return *this;
         }
         bool isHeld = false;
+        Shellkit::ProcessMark mark; // others of this computer see by it that the holder lives
     };
 
     bool FindRowId();
-    bool InsertLock() const;
+    bool InsertLock();
+    bool IsLeftBehind(Cellar::CBufferedRowList& lock) const;
     bool ClearStaleLock() const;
     void LogClearedLock(const std::string& workstation, const std::string& user) const;
 

@@ -69,8 +69,10 @@ CString ItemOf(const Brix::CNewEmploy& own, const Brix::CMTD_Employments& hmrc)
 CString ItemOf(const Brix::CPensionStateBenefits& own, const Brix::CMTD_PensionStateBenefits& hmrc)
 {
     CString item = own.GetDescription();
-    if (item.IsEmpty() && CPAYEPrepop::MTD_JobseekersAllowance == hmrc.GetMTDType())
-        item = "Jobseeker's Allowance";
+    if (item.IsEmpty())
+        item = hmrc.GetPayer();
+    if (item.IsEmpty())
+        item = PsbName(hmrc.GetMTDType());
     if (hmrc.GetMTDType() != CPAYEPrepop::MTD_None && !hmrc.GetReference().IsEmpty())
         item.AppendFormat(" (%s)", hmrc.GetReference());
     return item;

@@ -20,15 +20,13 @@ struct NewPsb
     long section;
     long type;
     const char* description; // null: HMRC's own text
-    const char* name;        // for notes
 };
 constexpr NewPsb kNewPsbs[] = {
-    {CPAYEPrepop::MTD_None, 200, kStatePensionType, nullptr, "State pension"},
-    {CPAYEPrepop::MTD_PrivatePension, 200, 1050, nullptr, "Private pension"},
-    {CPAYEPrepop::MTD_JobseekersAllowance, 300, 1090, "", "Jobseeker's Allowance"},
-    {CPAYEPrepop::MTD_IncapacityBenefit, 300, 1140, "Taxable Incapacity Benefit", "Incapacity Benefit"},
-    {CPAYEPrepop::MTD_EmploymentAndSupportAllowance, 300, 1140, "Employment and Support Allowance",
-     "Employment and Support Allowance"},
+    {CPAYEPrepop::MTD_None, 200, kStatePensionType, nullptr},
+    {CPAYEPrepop::MTD_PrivatePension, 200, 1050, nullptr},
+    {CPAYEPrepop::MTD_JobseekersAllowance, 300, 1090, ""},
+    {CPAYEPrepop::MTD_IncapacityBenefit, 300, 1140, "Taxable Incapacity Benefit"},
+    {CPAYEPrepop::MTD_EmploymentAndSupportAllowance, 300, 1140, "Employment and Support Allowance"},
 };
 
 const NewPsb& NewPsbOf(long mtdType)
@@ -85,7 +83,7 @@ CString NoteOfRepeated(const Brix::CMTD_PensionStateBenefits& staged)
     CString note;
     note.Format("%s: HMRC sent more than one item with the same %s; one schedule stands for them, with the figures of "
                 "the first.",
-                NewPsbOf(staged.GetMTDType()).name,
+                PsbName(staged.GetMTDType()),
                 CPAYEPrepop::IsTaxableSocialSecurityBenefit(staged.GetMTDType()) ? "date or without a date"
                                                                                  : "reference");
     return note;

@@ -86,14 +86,39 @@ bool HasFigures(const CMTD_PensionStateBenefits& row, const StagedPsb& item)
 }
 
 /// A pension's row keeps its reference when HMRC begins, or ceases, to send a second pension of that payer: its
-/// schedule is found by it. So a pension looks for its reference with works number, then as it would be new, then bare.
+/// schedule is found by it. So a pension looks for its reference with works number (and "#2" where it would have one),
+/// then as it would be new, then bare.
 bool FitsPension(int pass, const CMTD_PensionStateBenefits& row, const StagedPsb& item)
 {
     const CString& reference = row.GetReference();
-    if (pass == 0)
+    if (pass == 0) {
+        const std::string withWorks = item.identity.reference + ' ' + item.identity.worksNumber;
         return !item.identity.worksNumber.empty() &&
-               reference == CString(item.identity.reference + ' ' + item.identity.worksNumber);
+               reference == (item.reference.Str().starts_with(withWorks) ? item.reference : CString(withWorks));
+    }
     return reference == (pass == 1 ? item.reference : CString(item.identity.reference));
+}
+
+void KeepReferences(std::vector<StagedPsb>& pensions, ClientId client, short year)
+{
+    using List = CMTD_PensionStateBenefits;
+    RowsUnder<List> rows(StagedYearIds(client, year), List::kMTD_TaxYearID);
+    rows.Filter([](List& list) { return CPAYEPrepop::IsPrivatePension(list.GetMTDType()); });
+    std::vector<std::string> references;
+    std::vector<PayeIdentity> identities;
+    for (const StagedPsb& pension : pensions) {
+        references.push_back(pension.reference.Str());
+        identities.push_back(pension.identity);
+    }
+    KeepKeys(references, identities, [&](std::size_t item, const std::string& reference) {
+        for (int row = 0; row < rows.GetCount(); ++row)
+            if (rows[row].GetReference().Str() == reference && rows[row].GetStart() == pensions[item].date &&
+                HasFigures(rows[row], pensions[item]))
+                return true;
+        return false;
+    });
+    for (std::size_t item = 0; item < references.size(); ++item)
+        pensions[item].reference = references[item];
 }
 
 /// A benefit is known by kind and date; among several of one date the one with the same figures comes first.
@@ -187,9 +212,11 @@ void CPAYEPrepop::UpdateMTDPensionStateBenefits()
 
 void CPAYEPrepop::UpdateMTDPensionStateBenefits_PrivatePensions()
 {
-    if (m_answer)
-        UpdatePsb(m_answer->client, m_answer->Year(), m_answer->pensions, m_answer->counts, &IsPrivatePension, 3,
-                  &FitsPension);
+    if (!m_answer)
+        return;
+    KeepReferences(m_answer->pensions, m_answer->client, m_answer->Year());
+    UpdatePsb(m_answer->client, m_answer->Year(), m_answer->pensions, m_answer->counts, &IsPrivatePension, 3,
+              &FitsPension);
 }
 
 void CPAYEPrepop::UpdateMTDPensionStateBenefits_TaxableSocialSecurityBenefits()

@@ -40,6 +40,13 @@ bool Fits(int pass, const StoredEmployment& row, const std::string& key, const P
     return row.key == key && (pass == 2 || isSameWork);
 }
 
+bool HasFigures(const CMTD_Employments& row, const Employment_t& record)
+{
+    return row.GetStart() == record.startDate && row.GetEnd() == record.endDate &&
+           row.GetPay() == record.taxablePayTotal && row.GetTax() == record.taxTotal &&
+           row.GetStudentLoan() == record.studentLoan;
+}
+
 void Fill(CMTD_Employments& list, const std::string& key, const Employment_t& record)
 {
     using List = CMTD_Employments;
@@ -52,6 +59,25 @@ void Fill(CMTD_Employments& list, const std::string& key, const Employment_t& re
     Assign(list, &List::GetPay, &List::SetPay, record.taxablePayTotal);
     Assign(list, &List::GetTax, &List::SetTax, record.taxTotal);
     Assign(list, &List::GetStudentLoan, &List::SetStudentLoan, record.studentLoan);
+}
+
+template<class Items>
+void KeepKeys(Items& items, RowsUnder<CMTD_Employments>& rows)
+{
+    std::vector<std::string> keys;
+    std::vector<PayeIdentity> identities;
+    for (const auto& item : items) {
+        keys.push_back(item.key);
+        identities.push_back({item.record->employerPayeReference, item.record->worksNumber});
+    }
+    KeepKeys(keys, identities, [&](std::size_t item, const std::string& key) {
+        for (int row = 0; row < rows.GetCount(); ++row)
+            if (rows[row].GetKey().Str() == key && HasFigures(rows[row], *items[item].record))
+                return true;
+        return false;
+    });
+    for (std::size_t item = 0; item < keys.size(); ++item)
+        items[item].key = keys[item];
 }
 
 /// Gives a row that HMRC no longer sends another key when its own belongs to a row that it does send.
@@ -143,11 +169,12 @@ void CPAYEPrepop::UpdateMTDEmployments()
 {
     if (!m_answer)
         return;
-    const auto& items = m_answer->employments;
+    auto& items = m_answer->employments;
     Quarry::CTransaction transaction;
     RowsUnder<CMTD_Employments> rows(EnsureStagedYear(m_answer->client, m_answer->Year()),
                                      CMTD_Employments::kMTD_TaxYearID);
     const std::vector<StoredEmployment> stored = ReadStored(rows);
+    KeepKeys(items, rows);
     const auto rowOf = PairUp(items.size(), rows.GetCount(), 3, [&](int pass, std::size_t item, int row) {
         const Employment_t& record = *items[item].record;
         return Fits(pass, stored[static_cast<std::size_t>(row)], items[item].key,

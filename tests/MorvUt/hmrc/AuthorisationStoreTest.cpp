@@ -169,6 +169,33 @@ TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
     }
 }
 
+TEST_F(AuthorisationStore, ClearsAtOnceTheLockOfAProgramThatIsGone)
+{
+    const struct
+    {
+        const char *workstation, *session;
+        bool isCleared;
+        const char* why;
+    } rows[] = {
+        {"DESK1", "4711", true, "nobody here has the mark of that session"},
+        {"DESK1", "4712", false, "that session's program is still running"},
+        {"DESK2", "4711", false, "another workstation cannot be asked"},
+        {"DESK1", "NULL", false, "of a program that sets no mark"},
+    };
+    Afx::SetComputerName("DESK1");
+    Shellkit::ProcessMark running;
+    ASSERT_TRUE(running.Set("MorvUt.TokenLock.7.4712"));
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        Sql("DELETE FROM MTDAuthorisationLock");
+        Quarry::GetConnection().Script(
+            std::string("INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID, strUserID, strWorkstation, ") +
+            "ConnectionID) VALUES (7, 'BOB', '" + row.workstation + "', " + row.session + ");");
+        EXPECT_EQ(CAuthorisationStore(kGateway).LockStore(), row.isCleared);
+        EXPECT_EQ(Query("SELECT strUserID FROM MTDAuthorisationLock"), row.isCleared ? "ANNA" : "BOB");
+    }
+}
+
 TEST_F(AuthorisationStore, RegistersGatewayIds)
 {
     const struct

@@ -96,3 +96,15 @@ TEST_F(Differences, CompareNothingInTheReturnWithNothingOfHmrcs)
     Sql("UPDATE BRIXNewEmploy SET amtPay = NULL");
     EXPECT_EQ(Found(), "");
 }
+
+TEST_F(Differences, NameWhatTheReturnLeavesUnnamed)
+{
+    Fetch(Answer({}, Pension("3/C", "", "1") + R"(,{"employerPayeReference": "4/D", "taxablePayTotal": 2})",
+                 StateBenefit("JobseekersAllowance", "2017-05-01", "3") + "," +
+                     StateBenefit("EmploymentAndSupportAllowance", "2017-05-01", "4")));
+    Create();
+    Sql("UPDATE BRIXPensionStateBenefits SET strDescription = NULL, amtAmount = NULL");
+    EXPECT_EQ(Found(), "1 Fund (3/C): Amount /1.00\n2 Private pension (4/D): Amount /2.00\n"
+                       "3 Jobseeker's Allowance: Amount /3.00\n"
+                       "4 Employment and Support Allowance: Amount /4.00\n");
+}

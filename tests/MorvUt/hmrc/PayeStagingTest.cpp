@@ -174,6 +174,37 @@ TEST_F(PayeStaging, PairsSeveralOfOneKindByTheirFigures)
                         "! 2 ||-|10.00|-\n2 ||-|20.00|-\n");
 }
 
+TEST_F(PayeStaging, TakesAnotherOrderOfWhatOnlyTheOrderTellsApartForTheSame)
+{
+    const struct
+    {
+        const char* works;
+        const char* why;
+    } rows[] = {{"", "without works numbers"}, {"W1", "one works number"}};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        const auto answer = [&](const std::vector<std::string>& pays) {
+            std::string employments, pensions;
+            for (const auto& pay : pays) {
+                const char* comma = employments.empty() ? "" : ",";
+                employments += comma + Employment("1/A", row.works, pay, Benefit("CarBenefit", pay));
+                pensions += comma + Pension("3/C", row.works, pay);
+            }
+            return Answer(employments, pensions);
+        };
+        EXPECT_EQ(Fetch(answer({"1", "2", "3"})), (StagedCounts{9, 0, 0}));
+        Create();
+        EXPECT_EQ(Fetch(answer({"3", "1", "2"})), StagedCounts{});
+        EXPECT_TRUE(HmrcApi::FindDifferences(m_client, TaxYear(kYear)).empty());
+        EXPECT_EQ(Fetch(answer({"3", "4", "1"})), (StagedCounts{0, 3, 0})) << "the second of them is now 4";
+        EXPECT_EQ(HmrcApi::FindDifferences(m_client, TaxYear(kYear)).size(), 2u);
+        Sql("DELETE FROM BRIXMTD_Employments");
+        Sql("DELETE FROM BRIXMTD_PensionStateBenefits");
+        Sql("DELETE FROM BRIXNewEmploy");
+        Sql("DELETE FROM BRIXPensionStateBenefits");
+    }
+}
+
 TEST_F(PayeStaging, TakesRowsOfOtherProgramsAsTheyAre)
 {
     Sql("INSERT INTO BRIXMTD_TaxYear (lID, lClientID, nYear) SELECT 5, lID, 2018 FROM BRIXClient");

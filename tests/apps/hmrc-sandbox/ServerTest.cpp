@@ -46,6 +46,17 @@ TEST_F(ServerTest, ListensOnBothLoopbackAddresses)
     }
 }
 
+TEST_F(ServerTest, TakesAnAnswerOfAnyLengthHoweverItIsLabelled)
+{
+    const std::string path = "/sandbox/answer/individual-paye/nino/AA000001A/annual-summary/2017-18";
+    const std::string body = "{\"x\":\"" + std::string(100'000, 'x') + "\"}";
+    for (const char* type : {"application/json", "application/x-www-form-urlencoded", "text/plain"}) {
+        const auto answer = Client().Put(path.c_str(), body, type);
+        ASSERT_TRUE(answer);
+        EXPECT_EQ(answer->status, 200) << type;
+    }
+}
+
 TEST_F(ServerTest, BusyPortIsRefused)
 {
     Server second;

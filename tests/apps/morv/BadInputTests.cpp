@@ -1,7 +1,6 @@
 // Every command refuses bad input with one line and the stated exit code, and changes nothing.
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -23,15 +22,6 @@ enum Fault
     NewerSchema,
     NoKey
 };
-
-void Execute(const std::string& path, const char* statement)
-{
-    sqlite3* database = nullptr;
-    ASSERT_EQ(sqlite3_open(path.c_str(), &database), SQLITE_OK);
-    char* problem = nullptr;
-    EXPECT_EQ(sqlite3_exec(database, statement, nullptr, nullptr, &problem), SQLITE_OK) << problem;
-    sqlite3_close(database);
-}
 
 std::string MakeFaulty(Fault fault)
 {

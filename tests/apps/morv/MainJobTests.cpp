@@ -268,6 +268,21 @@ TEST(MainJob, AChangedFigureChangesOneRowAndShowsAsOneDifference)
     EXPECT_EQ(Show(practice)["schedules"], schedules) << "a fetch never changes a schedule";
 }
 
+TEST(MainJob, EveryRowOfAYearThatStandsTwiceIsShown)
+{
+    HmrcSandbox sandbox("EVERYTHING");
+    const std::string practice = SamplePractice();
+    ASSERT_EQ(Authorise(practice, sandbox).exit, 0);
+    MorvJson(FetchArguments(practice, sandbox));
+    MorvJson(On("create", practice));
+    const Json before = Show(practice);
+    Execute(practice, "INSERT INTO BRIXMTD_TaxYear (lID, lClientID, nYear) VALUES (0, 1, 2018);"
+                      "INSERT INTO BRIXTaxForm (lID, lClientID, nYear) VALUES (0, 1, 2018)");
+    const Json after = Show(practice);
+    EXPECT_EQ(after["staged"], before["staged"]) << "below the second of two rows";
+    EXPECT_EQ(after["schedules"], before["schedules"]);
+}
+
 TEST(MainJob, AUserWithoutTheRightIsRefusedAndNothingIsSent)
 {
     HmrcSandbox sandbox("EVERYTHING");

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <httplib.h>
 #include <signal.h>
+#include <sqlite3.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -96,6 +97,15 @@ std::string SamplePractice(const std::string& name)
     const Ended ended = RunMorv({"practice", "create", path, "--sample"});
     EXPECT_EQ(ended.exit, 0) << ended.err;
     return path;
+}
+
+void Execute(const std::string& practice, const char* statements)
+{
+    sqlite3* database = nullptr;
+    ASSERT_EQ(sqlite3_open(practice.c_str(), &database), SQLITE_OK);
+    char* problem = nullptr;
+    EXPECT_EQ(sqlite3_exec(database, statements, nullptr, nullptr, &problem), SQLITE_OK) << problem;
+    sqlite3_close(database);
 }
 
 HmrcSandbox::HmrcSandbox(const std::string& scenario) : m_server(OptionsFor(scenario)) { m_server.Start(); }

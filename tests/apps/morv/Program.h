@@ -47,6 +47,9 @@ Json MorvJson(std::vector<std::string> arguments);
 /// A new sample practice in the test's folder.
 std::string SamplePractice(const std::string& name = "practice.db");
 
+/// Runs statements on a practice as another program would.
+void Execute(const std::string& practice, const char* statements);
+
 /// A sandbox that runs for the test's length.
 class HmrcSandbox
 {

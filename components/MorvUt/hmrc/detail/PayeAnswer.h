@@ -61,6 +61,20 @@ std::vector<int> PairUp(std::size_t items, int rows, int passes, Fits fits)
     return rowOf;
 }
 
+/// Items that nothing but their place in the answer tells apart swap keys, so that each has the key under which its
+/// figures are stored: an answer's order means nothing. `holds(item, key)`: the row of that key has the item's figures.
+template<class Holds>
+void KeepKeys(std::vector<std::string>& keys, const std::vector<PayeIdentity>& identities, Holds holds)
+{
+    std::vector<bool> isKept(keys.size());
+    for (std::size_t item = 0; item < keys.size(); ++item)
+        for (std::size_t other = 0; other < keys.size() && !isKept[item]; ++other)
+            if (!isKept[other] && identities[item] == identities[other] && holds(item, keys[other])) {
+                keys[item].swap(keys[other]);
+                isKept[item] = true;
+            }
+}
+
 /// Saves the current row when it is not what is stored.
 template<class List>
 void SaveChanged(List& list, int& count)

@@ -61,6 +61,22 @@ bool IsSent(const CMTD_PensionStateBenefits& staged)
 
 } // namespace
 
+const char* PsbName(long mtdType) noexcept
+{
+    switch (mtdType) {
+    case CPAYEPrepop::MTD_PrivatePension:
+        return "Private pension";
+    case CPAYEPrepop::MTD_JobseekersAllowance:
+        return "Jobseeker's Allowance";
+    case CPAYEPrepop::MTD_IncapacityBenefit:
+        return "Incapacity Benefit";
+    case CPAYEPrepop::MTD_EmploymentAndSupportAllowance:
+        return "Employment and Support Allowance";
+    default:
+        return "State pension";
+    }
+}
+
 EmploymentMatches::EmploymentMatches(ClientId client, short year)
     : staged(StagedYearIds(client, year), CMTD_Employments::kMTD_TaxYearID, {{CMTD_Employments::kKey}}),
       schedules(TaxFormIds(client, year), CNewEmploy::kTaxFormID, {{CNewEmploy::kOrdering}})

@@ -15,6 +15,9 @@ namespace HmrcApi
 inline constexpr int kNoSchedule = -1;
 inline constexpr int kStatePensionType = 1060; // of mapPSBTypes
 
+/// What people call a kind of staged pension or benefit.
+const char* PsbName(long mtdType) noexcept;
+
 /// The employments that HMRC sends, each key once and in the order of the keys, beside the return's in their order.
 struct EmploymentMatches
 {
