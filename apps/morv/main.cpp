@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
-#include <string_view>
+#include <string>
+#include <vector>
 
 #include "Afx/Exceptions.h"
 #include "Afx/WindowSystem.h"
+#include "ArgumentChecks.h"
 #include "Cellar/DatabaseError.h"
 #include "Commands.h"
 #include "MorvUt/StartUp.h"
@@ -44,8 +46,10 @@ void AddCommonOptions(CLI::App& app, CommonOptions& options)
 {
     app.add_flag("--json", options.json, "Print one JSON document on standard output");
     app.add_flag("--quiet", options.quiet, "Print no progress");
-    app.add_option("--user", options.user, "Who is logged in (default: the practice's first listed user)");
-    app.add_option("--year", options.year, "Tax year of this run (default: the current one of the profile)");
+    app.add_option("--user", options.user, "Who is logged in (default: the practice's first listed user)")
+        ->check(NotEmpty());
+    app.add_option("--year", options.year, "Tax year of this run (default: the current one of the profile)")
+        ->check(NotEmpty());
 }
 
 // Sub-commands see the options of the program wherever they stand on the line.
@@ -57,17 +61,16 @@ void FallThrough(CLI::App& app)
     }
 }
 
-Exit Run(CLI::App& app, Program& program, int argc, char** argv)
+Exit Run(CLI::App& app, Program& program, const std::vector<std::string>& arguments)
 {
     try {
-        app.parse(argc, argv);
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend())); // it takes them from the back
         return program.exit;
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success))
             return static_cast<Exit>(app.exit(error)); // --help, --version
         // The flag may not have been read yet when the line is wrong.
-        const bool json =
-            std::any_of(argv + 1, argv + argc, [](const char* text) { return std::string_view(text) == "--json"; });
+        const bool json = std::find(arguments.begin(), arguments.end(), "--json") != arguments.end();
         return Report(CommandError(Exit::BadInput, "BAD_ARGUMENTS", error.what(), "morv --help tells how."), json);
     } catch (const CommandError& error) {
         return Report(error, program.options.json);
@@ -107,7 +110,7 @@ int main(int argc, char** argv)
     AddCalcCommand(app, program);
     FallThrough(app);
 
-    const Exit exit = Run(app, program, argc, argv);
+    const Exit exit = Run(app, program, ArgumentsOf(argc, argv));
     MorvUtShutDown();
     return static_cast<int>(exit);
 }
