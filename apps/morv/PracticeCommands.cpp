@@ -60,6 +60,8 @@ void Create(const std::string& practice, bool sample, int clients, const CommonO
         MakeKey(practice);
         // One transaction: killed half-way, the file holds nothing and the next creation succeeds.
         Quarry::CTransaction transaction;
+        Quarry::GetConnection().LockTable("BRIXSchema"); // whoever creates at the same time waits here ...
+        RequireEmptyPlace(practice);                     // ... and finds that it is done
         Brix::CreateSchema(Quarry::GetConnection());
         if (sample)
             FillSamplePractice(clients);
