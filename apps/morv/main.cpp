@@ -1,5 +1,7 @@
 // morv: everything of the library that can be done without a window.
 
+#include <fcntl.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <memory>
@@ -37,10 +39,23 @@ Exit Report(const CommandError& error, bool json)
 {
     if (json)
         PrintJson({{"error", {{"code", error.code}, {"message", error.what()}, {"action", error.action}}}});
-    const std::string line = OneLine(std::string(error.what()) + (error.action.empty() ? "" : ". " + error.action));
+    std::string message = error.what();
+    if (!error.action.empty())
+        message += (message.ends_with('.') ? " " : ". ") + error.action;
+    const std::string line = OneLine(message);
     std::fprintf(stderr, "morv: %s\n", line.c_str());
     return error.exit;
 }
+
+/// A file that the program opens must not be taken for a standard one that it was started without.
+void OpenStandardFiles()
+{
+    for (int file = 0; file <= 2; ++file)
+        if (fcntl(file, F_GETFD) < 0)
+            open("/dev/null", O_RDWR); // the lowest number that is free
+}
+
+bool IsOutputWritten() { return std::fflush(stdout) == 0 && std::ferror(stdout) == 0; }
 
 void AddCommonOptions(CLI::App& app, CommonOptions& options)
 {
@@ -91,6 +106,7 @@ Exit Run(CLI::App& app, Program& program, const std::vector<std::string>& argume
 
 int main(int argc, char** argv)
 {
+    OpenStandardFiles();
     MorvApp application;
     MorvUtStartUp("Corvane Pro", "Software\\Velmara Open Systems");
     Afx::WindowSystem::Install(std::make_unique<Afx::ConsoleWindowSystem>());
@@ -110,7 +126,12 @@ int main(int argc, char** argv)
     AddCalcCommand(app, program);
     FallThrough(app);
 
-    const Exit exit = Run(app, program, ArgumentsOf(argc, argv));
+    Exit exit = Run(app, program, ArgumentsOf(argc, argv));
     MorvUtShutDown();
+    if (!IsOutputWritten()) {
+        std::fprintf(stderr,
+                     "morv: not all could be written to standard output. Free some space, or name another file.\n");
+        exit = exit == Exit::Done ? Exit::Refused : exit;
+    }
     return static_cast<int>(exit);
 }

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <memory>
 
 #include "apps/morv/Program.h"
 #include "support/TestSupport.h"
@@ -62,6 +63,7 @@ void ExpectOneLine(const Ended& ended, int exit)
     EXPECT_EQ(ended.exit, exit) << ended.out << ended.err;
     EXPECT_EQ(std::count(ended.err.begin(), ended.err.end(), '\n'), 1) << ended.err;
     EXPECT_EQ(ended.err.rfind("morv: ", 0), 0u) << ended.err;
+    EXPECT_EQ(ended.err.find(".."), std::string::npos) << "two full stops: " << ended.err;
 }
 
 // PRACTICE stands for the practice's path, BASE for the sandbox's address.
@@ -194,6 +196,38 @@ TEST(BadInput, AnExistingFileIsNeverOverwritten)
     const std::string letter = WriteFile("letter.txt", "Dear Sir or Madam, this is a letter and no database at all.");
     ExpectOneLine(RunMorv({"practice", "create", letter}), 3);
     EXPECT_EQ(ReadFile(letter).rfind("Dear Sir", 0), 0u);
+}
+
+TEST(BadInput, OneOfManyCreationsAtOnceMakesThePractice)
+{
+    const std::string practice = TempDir() + "/raced.db";
+    std::vector<std::unique_ptr<RunningMorv>> creations;
+    for (int i = 0; i < 4; ++i)
+        creations.push_back(
+            std::make_unique<RunningMorv>(std::vector<std::string>{"practice", "create", practice, "--sample"}));
+    int made = 0;
+    for (const auto& creation : creations) {
+        const Ended ended = creation->Wait();
+        made += ended.exit == 0 ? 1 : 0;
+        if (ended.exit != 0) {
+            ExpectOneLine(ended, 3);
+            EXPECT_LT(ended.err.size(), 1000u) << "no statements";
+        }
+    }
+    EXPECT_EQ(made, 1);
+    EXPECT_EQ(MorvJson({"practice", "check", practice})["ok"], true);
+    EXPECT_EQ(MorvJson({"client", "list", practice}).size(), 14u);
+}
+
+TEST(BadInput, OutputThatCannotBeWrittenIsNotDone)
+{
+    const std::vector<std::vector<std::string>> rows = {
+        {"client", "list", "PRACTICE"}, {"client", "list", "PRACTICE", "--json"}, {"table", "list"}, {"--help"}};
+    const std::string practice = SamplePractice();
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row[0]);
+        ExpectOneLine(RunMorv(Fill(row, practice), "/dev/null", "/dev/full"), 1);
+    }
 }
 
 TEST(BadInput, NoAnswerIsExit4)
