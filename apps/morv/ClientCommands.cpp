@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "ArgumentChecks.h"
 #include "ClientView.h"
 #include "Commands.h"
 #include "MorvUt/MorvUt.h"
@@ -178,8 +179,8 @@ void AddClientCommands(CLI::App& app, Program& program)
     CLI::App* show = client->add_subcommand("show", "One client: status, schedules, staged records");
     show->add_option("practice", *path, "The practice")->required();
     CLI::Option_group* who = show->add_option_group("who");
-    who->add_option("--client", *clientId, "Row id of the client")->check(CLI::Range(1L, 2147483647L));
-    who->add_option("--partnership", *partnershipId, "Row id of the partnership")->check(CLI::Range(1L, 2147483647L));
+    who->add_option("--client", *clientId, "Row id of the client")->check(PlainNumber());
+    who->add_option("--partnership", *partnershipId, "Row id of the partnership")->check(PlainNumber());
     who->require_option(1);
     show->callback([=, &program] { Show(*path, *clientId, *partnershipId, program.options); });
 }

@@ -7,6 +7,7 @@
 
 #include "Afx/Clock.h"
 #include "Afx/Settings.h"
+#include "ArgumentChecks.h"
 #include "Brix/Schema.h"
 #include "Cellar/BufferedRowList.h"
 #include "Commands.h"
@@ -160,7 +161,7 @@ void AddDoctorCommand(CLI::App& app, Program& program)
 {
     auto path = std::make_shared<std::string>();
     CLI::App* doctor = app.add_subcommand("doctor", "What may keep the programs from working, in plain words");
-    doctor->add_option("practice", *path, "Look at this practice too");
+    doctor->add_option("practice", *path, "Look at this practice too")->check(NotEmpty());
     doctor->callback([=, &program] { program.exit = Doctor(*path, program.options); });
 }
 

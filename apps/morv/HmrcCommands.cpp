@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "Afx/Clock.h"
+#include "ArgumentChecks.h"
 #include "Cellar/BufferedRowList.h"
 #include "ClientView.h"
 #include "Commands.h"
@@ -388,8 +389,7 @@ CLI::App* AddCommand(CLI::App& hmrc, const char* name, const char* meaning, cons
 
 CLI::Option* AddClient(CLI::App* command, const Arguments& arguments)
 {
-    return command->add_option("--client", arguments->client, "Row id of the client")
-        ->check(CLI::Range(1L, 2147483647L));
+    return command->add_option("--client", arguments->client, "Row id of the client")->check(PlainNumber());
 }
 
 } // namespace
@@ -397,19 +397,22 @@ CLI::Option* AddClient(CLI::App* command, const Arguments& arguments)
 void AddHmrcCommands(CLI::App& app, Program& program)
 {
     CLI::App* hmrc = app.add_subcommand("hmrc", "A client's records at HMRC")->require_subcommand(1);
-    hmrc->add_option("--base", program.options.base, "Ask a server on this machine instead of HMRC");
+    hmrc->add_option("--base", program.options.base, "Ask a server on this machine instead of HMRC")->check(NotEmpty());
     auto arguments = std::make_shared<HmrcArguments>();
 
     CLI::App* authorise = AddCommand(*hmrc, "authorise", "Ask a Government Gateway user for authority", arguments);
     authorise->add_option("--gateway", arguments->gateway, "Government Gateway ID; registered when it is not there")
-        ->required();
+        ->required()
+        ->check(NotEmpty());
     authorise->add_option("--browser", arguments->browser, "Command that opens the address");
     authorise->callback([=, &program] { Authorise(*arguments, program.options); });
 
     CLI::App* fetch = AddCommand(*hmrc, "fetch", "Fetch and stage the records of one client or of all", arguments);
-    fetch->add_option("--gateway", arguments->gateway, "Government Gateway ID whose authority is used")->required();
+    fetch->add_option("--gateway", arguments->gateway, "Government Gateway ID whose authority is used")
+        ->required()
+        ->check(NotEmpty());
     CLI::Option_group* who = fetch->add_option_group("who");
-    who->add_option("--client", arguments->client, "Row id of the client")->check(CLI::Range(1L, 2147483647L));
+    who->add_option("--client", arguments->client, "Row id of the client")->check(PlainNumber());
     who->add_flag("--all", arguments->all, "All clients");
     who->require_option(1);
     fetch->callback([=, &program] { program.exit = Fetch(*arguments, program.options); });
@@ -423,7 +426,7 @@ void AddHmrcCommands(CLI::App& app, Program& program)
     differences->callback([=, &program] { Differences(*arguments, program.options); });
 
     CLI::App* log = AddCommand(*hmrc, "log", "The log of what was asked of HMRC, masked", arguments);
-    log->add_option("--chain", arguments->chain, "Only this chain of events");
+    log->add_option("--chain", arguments->chain, "Only this chain of events")->check(NotEmpty());
     log->callback([=, &program] { ShowLog(*arguments, program.options); });
 }
 

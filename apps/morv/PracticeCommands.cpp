@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 
+#include "ArgumentChecks.h"
 #include "Brix/Records.h"
 #include "Brix/Schema.h"
 #include "Cellar/Connection.h"
@@ -59,6 +60,8 @@ void Create(const std::string& practice, bool sample, int clients, const CommonO
         MakeKey(practice);
         // One transaction: killed half-way, the file holds nothing and the next creation succeeds.
         Quarry::CTransaction transaction;
+        Quarry::GetConnection().LockTable("BRIXSchema"); // whoever creates at the same time waits here ...
+        RequireEmptyPlace(practice);                     // ... and finds that it is done
         Brix::CreateSchema(Quarry::GetConnection());
         if (sample)
             FillSamplePractice(clients);
@@ -186,7 +189,7 @@ void AddPracticeCommands(CLI::App& app, Program& program)
     create->add_option("practice", *path, "Path of the new practice")->required();
     CLI::Option* isSample = create->add_flag("--sample", *sample, "With sample clients and users");
     create->add_option("--clients", *clients, "Number of sample clients (12)")
-        ->check(CLI::Range(1, 1000000))
+        ->check(PlainNumber(1000000))
         ->needs(isSample);
     create->callback([=, &program] { Create(*path, *sample, *clients, program.options); });
 

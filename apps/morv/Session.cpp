@@ -86,15 +86,16 @@ CommandError FromDatabaseError(const std::exception& error)
     const auto* database = dynamic_cast<const Cellar::DatabaseError*>(&error);
     if (!database)
         return CommandError(Exit::Refused, "CHANGED_BY_ANOTHER_USER", error.what(), "Run the command again.");
+    const std::string& reason = database->GetReason(); // the statement says nothing to who gave the command
     switch (database->GetCategory()) {
     case Category::Busy:
-        return CommandError(Exit::CannotOpen, "PRACTICE_BUSY", error.what(), "Another program is writing; try again.");
+        return CommandError(Exit::CannotOpen, "PRACTICE_BUSY", reason, "Another program is writing; try again.");
     case Category::CannotOpen:
     case Category::ReadOnly:
     case Category::LostConnection:
-        return CommandError(Exit::CannotOpen, "CANNOT_OPEN", error.what(), "");
+        return CommandError(Exit::CannotOpen, "CANNOT_OPEN", reason, "");
     default:
-        return CommandError(Exit::CannotOpen, "DATABASE_ERROR", error.what(),
+        return CommandError(Exit::CannotOpen, "DATABASE_ERROR", reason,
                             "morv practice check says what is wrong with the practice.");
     }
 }

@@ -1,12 +1,16 @@
 // morv: everything of the library that can be done without a window.
 
+#include <fcntl.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <memory>
-#include <string_view>
+#include <string>
+#include <vector>
 
 #include "Afx/Exceptions.h"
 #include "Afx/WindowSystem.h"
+#include "ArgumentChecks.h"
 #include "Cellar/DatabaseError.h"
 #include "Commands.h"
 #include "MorvUt/StartUp.h"
@@ -35,17 +39,32 @@ Exit Report(const CommandError& error, bool json)
 {
     if (json)
         PrintJson({{"error", {{"code", error.code}, {"message", error.what()}, {"action", error.action}}}});
-    const std::string line = OneLine(std::string(error.what()) + (error.action.empty() ? "" : ". " + error.action));
+    std::string message = error.what();
+    if (!error.action.empty())
+        message += (message.ends_with('.') ? " " : ". ") + error.action;
+    const std::string line = OneLine(message);
     std::fprintf(stderr, "morv: %s\n", line.c_str());
     return error.exit;
 }
+
+/// A file that the program opens must not be taken for a standard one that it was started without.
+void OpenStandardFiles()
+{
+    for (int file = 0; file <= 2; ++file)
+        if (fcntl(file, F_GETFD) < 0)
+            open("/dev/null", O_RDWR); // the lowest number that is free
+}
+
+bool IsOutputWritten() { return std::fflush(stdout) == 0 && std::ferror(stdout) == 0; }
 
 void AddCommonOptions(CLI::App& app, CommonOptions& options)
 {
     app.add_flag("--json", options.json, "Print one JSON document on standard output");
     app.add_flag("--quiet", options.quiet, "Print no progress");
-    app.add_option("--user", options.user, "Who is logged in (default: the practice's first listed user)");
-    app.add_option("--year", options.year, "Tax year of this run (default: the current one of the profile)");
+    app.add_option("--user", options.user, "Who is logged in (default: the practice's first listed user)")
+        ->check(NotEmpty());
+    app.add_option("--year", options.year, "Tax year of this run (default: the current one of the profile)")
+        ->check(NotEmpty());
 }
 
 // Sub-commands see the options of the program wherever they stand on the line.
@@ -57,17 +76,16 @@ void FallThrough(CLI::App& app)
     }
 }
 
-Exit Run(CLI::App& app, Program& program, int argc, char** argv)
+Exit Run(CLI::App& app, Program& program, const std::vector<std::string>& arguments)
 {
     try {
-        app.parse(argc, argv);
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend())); // it takes them from the back
         return program.exit;
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success))
             return static_cast<Exit>(app.exit(error)); // --help, --version
         // The flag may not have been read yet when the line is wrong.
-        const bool json =
-            std::any_of(argv + 1, argv + argc, [](const char* text) { return std::string_view(text) == "--json"; });
+        const bool json = std::find(arguments.begin(), arguments.end(), "--json") != arguments.end();
         return Report(CommandError(Exit::BadInput, "BAD_ARGUMENTS", error.what(), "morv --help tells how."), json);
     } catch (const CommandError& error) {
         return Report(error, program.options.json);
@@ -88,6 +106,7 @@ Exit Run(CLI::App& app, Program& program, int argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    OpenStandardFiles();
     MorvApp application;
     MorvUtStartUp("Corvane Pro", "Software\\Velmara Open Systems");
     Afx::WindowSystem::Install(std::make_unique<Afx::ConsoleWindowSystem>());
@@ -107,7 +126,12 @@ int main(int argc, char** argv)
     AddCalcCommand(app, program);
     FallThrough(app);
 
-    const Exit exit = Run(app, program, argc, argv);
+    Exit exit = Run(app, program, ArgumentsOf(argc, argv));
     MorvUtShutDown();
+    if (!IsOutputWritten()) {
+        std::fprintf(stderr,
+                     "morv: not all could be written to standard output. Free some space, or name another file.\n");
+        exit = exit == Exit::Done ? Exit::Refused : exit;
+    }
     return static_cast<int>(exit);
 }

@@ -1,5 +1,8 @@
 #include "HmrcApi/Endpoints.h"
 
+#include <algorithm>
+
+#include "Afx/Text.h"
 #include "HmrcApi/AnswerTable.h"
 #include "HmrcApi/CannedAnswers.h"
 #include "HmrcApi/FraudHeaders.h"
@@ -49,14 +52,25 @@ public:
         std::string detail = "request " + std::to_string(number);
         if (!answer.problem.empty())
             detail += ": " + answer.problem;
-        constexpr std::size_t kShown = 4000;
         if (m_logger->IsDebugLogging() && !answer.body.empty())
-            detail += "; " + answer.body.substr(0, kShown);
+            detail += "; " + Shown(answer.body, token);
         m_logger->Log("Request", m_interface, m_request, Mask(DescribeAnswer(answer, body), {token}),
                       Mask(detail, {token}));
     }
 
 private:
+    /// The beginning of a body: masked before it is cut, so that no half of a token stays, and whole characters only.
+    static std::string Shown(const std::string& body, const std::string& token)
+    {
+        constexpr std::size_t kShown = 4000;
+        std::string text = Afx::ToUtf8(Mask(body, {token}));
+        std::size_t end = std::min(kShown, text.size());
+        while (end > 0 && end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
+            --end;
+        text.resize(end);
+        return text;
+    }
+
     IChainLogger* m_logger;
     std::string m_interface, m_request;
 };
@@ -120,7 +134,9 @@ std::string Send(ITransport& transport, HttpRequest& request, CAuthorisation& au
         if (!isCancelled && !WaitWindow::IsCancelled())
             answer = transport.Send(request);
         const bool isError = answer.outcome == HttpAnswer::Outcome::Answered && answer.status != 200;
-        const ErrorBody body = isError ? ReadErrorBody(answer) : ErrorBody();
+        ErrorBody body = isError ? ReadErrorBody(answer) : ErrorBody();
+        for (std::string* text : {&body.code, &body.message, &body.path})
+            *text = Mask(*text, {tokens.accessToken}); // an answer may repeat what it was sent
         log.Answered(number, answer, body, tokens.accessToken);
         const AnswerRule& rule = RuleFor(answer, body.code);
         if (rule.verdict == Verdict::Success)

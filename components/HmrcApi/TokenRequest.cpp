@@ -1,5 +1,6 @@
 #include "HmrcApi/TokenRequest.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
 
@@ -36,6 +37,12 @@ std::int32_t LifetimeOf(const JsonValue& json)
     return seconds;
 }
 
+/// Visible characters only, as OAuth has it: a line end in a token would be a line of the next request's head.
+bool IsToken(std::string_view text)
+{
+    return !text.empty() && std::all_of(text.begin(), text.end(), [](char c) { return c > ' ' && c <= '~'; });
+}
+
 /// Nothing unless both tokens are there: an access token alone would end in four hours with no way on.
 std::optional<COAuth2Tokens> ReadTokens(const std::string& body)
 {
@@ -48,7 +55,7 @@ std::optional<COAuth2Tokens> ReadTokens(const std::string& body)
     tokens.tokenType = TextOf(*json, "token_type");
     tokens.scope = TextOf(*json, "scope");
     tokens.expiresIn = LifetimeOf(*json);
-    if (tokens.accessToken.empty() || tokens.refreshToken.empty())
+    if (!IsToken(tokens.accessToken) || !IsToken(tokens.refreshToken))
         return std::nullopt;
     return tokens;
 }

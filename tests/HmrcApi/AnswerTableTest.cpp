@@ -1,5 +1,6 @@
 #include "HmrcApi/AnswerTable.h"
 
+#include "Afx/Text.h"
 #include "HmrcApi/Fakes.h"
 
 using namespace HmrcApi;
@@ -117,6 +118,33 @@ TEST_F(Fetch, DecidesEveryAnswerByTheTable)
     }
 }
 
+TEST_F(Fetch, TellsNobodyTheTokenThatAnAnswerRepeats)
+{
+    const struct
+    {
+        std::string body;
+        const char* why;
+    } rows[] = {
+        {R"({"code":"C","message":"no access-1 here"})", "in the message"},
+        {R"({"code":"access-1","message":"m"})", "in the code"},
+        {R"({"code":"C","message":"m","errors":[{"code":"access-1","message":"access-1","path":"/access-1"}]})",
+         "listed"},
+        {std::string(3996, 'x') + "access-1", "where the log cuts the body"},
+        {std::string(3999, 'x') + "\xC3\xA9", "a character where the log cuts the body"},
+        {"\xFF\xFE access-1", "no UTF-8"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        logger.text.clear();
+        api.answers.clear();
+        api.Add(400, row.body);
+        const std::string told = Run() + message + logger.text;
+        EXPECT_TRUE(Afx::IsUtf8(told));
+        EXPECT_EQ(told.find("access-1"), std::string::npos) << told;
+        EXPECT_EQ(told.find("xacc"), std::string::npos) << "a part of the token";
+    }
+}
+
 TEST_F(Fetch, RecoversWhenARepeatedRequestSucceeds)
 {
     api.Add(503, Body("SERVER_ERROR"));
@@ -170,7 +198,7 @@ TEST_F(Fetch, LogsEveryRequestWithoutNumberAndToken)
 {
     api.Add(400, R"({"code":"NINO_INVALID","message":"aa000001a with access-1 is invalid"})");
     EXPECT_EQ(Run(), "NINO_INVALID 400");
-    EXPECT_EQ(message, "[masked] with access-1 is invalid");
+    EXPECT_EQ(message, "[masked] with [masked] is invalid");
     EXPECT_NE(logger.text.find("Individual PAYE|GET /individual-paye/nino/*/annual-summary/2017-18|400 NINO_INVALID"),
               std::string::npos)
         << logger.text;

@@ -125,6 +125,11 @@ TEST_F(Refresh, DecidesWhatTheTokenEndpointAnswers)
         {{{500, R"({"error":"server_error"})"}}, "SERVER_ERROR", 1, "not repeated: single use"},
         {{{200, "<html>"}}, "ANSWER_MALFORMED", 1, "no JSON"},
         {{{200, R"({"access_token":"a"})"}}, "ANSWER_MALFORMED", 1, "no refresh token"},
+        {{{200, R"({"access_token":"a\r\nX: y","refresh_token":"r"})"}},
+         "ANSWER_MALFORMED",
+         1,
+         "a line end in a token"},
+        {{{200, R"({"access_token":"a","refresh_token":"r\u0000"})"}}, "ANSWER_MALFORMED", 1, "a zero in a token"},
     };
     for (const auto& test : rows) {
         SCOPED_TRACE(test.why);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <memory>
 
 #include "apps/morv/Program.h"
 #include "support/TestSupport.h"
@@ -52,6 +53,7 @@ void ExpectOneLine(const Ended& ended, int exit)
     EXPECT_EQ(ended.exit, exit) << ended.out << ended.err;
     EXPECT_EQ(std::count(ended.err.begin(), ended.err.end(), '\n'), 1) << ended.err;
     EXPECT_EQ(ended.err.rfind("morv: ", 0), 0u) << ended.err;
+    EXPECT_EQ(ended.err.find(".."), std::string::npos) << "two full stops: " << ended.err;
 }
 
 // PRACTICE stands for the practice's path, BASE for the sandbox's address.
@@ -117,12 +119,20 @@ TEST(BadInput, BadArgumentsAreExit2)
         {{"client", "show", "PRACTICE", "--client", "999999"}, "unknown client"},
         {{"client", "show", "PRACTICE", "--client", "-1"}, "negative client"},
         {{"client", "show", "PRACTICE", "--client", "1x"}, "malformed client"},
+        {{"client", "show", "PRACTICE", "--client", "010"}, "would be read as eight"},
+        {{"client", "show", "PRACTICE", "--client", "0x1"}, "hexadecimal"},
+        {{"hmrc", "create", "PRACTICE", "--client", " 1"}, "a blank before the client"},
         {{"client", "show", "PRACTICE", "--client", "1", "--partnership", "1"}, "two of them"},
         {{"client", "show", "PRACTICE", "--partnership", "77"}, "unknown partnership"},
         {{"client", "list", "PRACTICE", "--year", "17/18"}, "malformed year"},
         {{"client", "list", "PRACTICE", "--year", "1990"}, "year before the first"},
         {{"client", "list", "PRACTICE", "--year", "2026"}, "year after the last"},
         {{"client", "list", "PRACTICE", "--user", "nobody"}, "unknown user"},
+        {{"client", "list", "PRACTICE", "--user", ""}, "an empty user is nobody, not the first one"},
+        {{"client", "list", "PRACTICE", "--user="}, "the same"},
+        {{"client", "list", "--user=", "PRACTICE"}, "the practice is not the user"},
+        {{"client", "list", "PRACTICE", "--year", ""}, "an empty year"},
+        {{"doctor", ""}, "an empty practice"},
         {{"user", "show", "PRACTICE", "nobody"}, "unknown user asked for"},
         {{"table", "show", "mapNothing"}, "unknown table"},
         {{"table", "show", "101"}, "position after the last"},
@@ -133,6 +143,9 @@ TEST(BadInput, BadArgumentsAreExit2)
         {{"table", "find", "mapPSBTypes"}, "no key"},
         {{"hmrc", "fetch", "PRACTICE", "--client", "999999", "--gateway", "g", "--base", "BASE"}, "unknown client"},
         {{"hmrc", "fetch", "PRACTICE", "--client", "1"}, "no gateway"},
+        {{"hmrc", "fetch", "PRACTICE", "--client", "1", "--gateway", "", "--base", "BASE"}, "an empty gateway"},
+        {{"hmrc", "authorise", "PRACTICE", "--gateway", "", "--base", "BASE"}, "the same"},
+        {{"hmrc", "fetch", "PRACTICE", "--client", "1", "--gateway", "g", "--base", ""}, "an empty base is not HMRC's"},
         {{"hmrc", "fetch", "PRACTICE", "--gateway", "g"}, "neither --client nor --all"},
         {{"hmrc", "fetch", "PRACTICE", "--client", "1", "--gateway", "g", "--base", "http://example.com/"},
          "a base that is not loopback"},
@@ -173,6 +186,38 @@ TEST(BadInput, AnExistingFileIsNeverOverwritten)
     const std::string letter = WriteFile("letter.txt", "Dear Sir or Madam, this is a letter and no database at all.");
     ExpectOneLine(RunMorv({"practice", "create", letter}), 3);
     EXPECT_EQ(ReadFile(letter).rfind("Dear Sir", 0), 0u);
+}
+
+TEST(BadInput, OneOfManyCreationsAtOnceMakesThePractice)
+{
+    const std::string practice = TempDir() + "/raced.db";
+    std::vector<std::unique_ptr<RunningMorv>> creations;
+    for (int i = 0; i < 4; ++i)
+        creations.push_back(
+            std::make_unique<RunningMorv>(std::vector<std::string>{"practice", "create", practice, "--sample"}));
+    int made = 0;
+    for (const auto& creation : creations) {
+        const Ended ended = creation->Wait();
+        made += ended.exit == 0 ? 1 : 0;
+        if (ended.exit != 0) {
+            ExpectOneLine(ended, 3);
+            EXPECT_LT(ended.err.size(), 1000u) << "no statements";
+        }
+    }
+    EXPECT_EQ(made, 1);
+    EXPECT_EQ(MorvJson({"practice", "check", practice})["ok"], true);
+    EXPECT_EQ(MorvJson({"client", "list", practice}).size(), 14u);
+}
+
+TEST(BadInput, OutputThatCannotBeWrittenIsNotDone)
+{
+    const std::vector<std::vector<std::string>> rows = {
+        {"client", "list", "PRACTICE"}, {"client", "list", "PRACTICE", "--json"}, {"table", "list"}, {"--help"}};
+    const std::string practice = SamplePractice();
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row[0]);
+        ExpectOneLine(RunMorv(Fill(row, practice), "/dev/null", "/dev/full"), 1);
+    }
 }
 
 TEST(BadInput, NoAnswerIsExit4)

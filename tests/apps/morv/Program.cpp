@@ -37,8 +37,9 @@ void Redirect(const std::string& path, int descriptor)
 
 } // namespace
 
-RunningMorv::RunningMorv(const std::vector<std::string>& arguments, const std::string& inputFile)
-    : m_out(NextFile("out")), m_err(NextFile("err"))
+RunningMorv::RunningMorv(const std::vector<std::string>& arguments, const std::string& inputFile,
+                         const std::string& outputFile)
+    : m_out(outputFile.empty() ? NextFile("out") : outputFile), m_err(NextFile("err"))
 {
     std::vector<std::string> all{MORV_PROGRAM};
     all.insert(all.end(), arguments.begin(), arguments.end());
@@ -73,12 +74,13 @@ Ended RunningMorv::Wait()
     int status = 0;
     waitpid(m_pid, &status, 0);
     m_pid = -1;
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), ReadFile(m_out), ReadFile(m_err)};
+    const std::string out = m_out.starts_with("/dev/") ? std::string() : ReadFile(m_out); // a device has no end
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), out, ReadFile(m_err)};
 }
 
-Ended RunMorv(const std::vector<std::string>& arguments, const std::string& inputFile)
+Ended RunMorv(const std::vector<std::string>& arguments, const std::string& inputFile, const std::string& outputFile)
 {
-    return RunningMorv(arguments, inputFile).Wait();
+    return RunningMorv(arguments, inputFile, outputFile).Wait();
 }
 
 Json MorvJson(std::vector<std::string> arguments)

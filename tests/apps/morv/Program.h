@@ -28,7 +28,8 @@ struct Ended
 class RunningMorv
 {
 public:
-    explicit RunningMorv(const std::vector<std::string>& arguments, const std::string& inputFile = "/dev/null");
+    explicit RunningMorv(const std::vector<std::string>& arguments, const std::string& inputFile = "/dev/null",
+                         const std::string& outputFile = {}); // empty: a file of its own, which Wait reads
     ~RunningMorv();
     RunningMorv(const RunningMorv&) = delete;
     RunningMorv& operator=(const RunningMorv&) = delete;
@@ -40,7 +41,8 @@ private:
     std::string m_out, m_err; // files
 };
 
-Ended RunMorv(const std::vector<std::string>& arguments, const std::string& inputFile = "/dev/null");
+Ended RunMorv(const std::vector<std::string>& arguments, const std::string& inputFile = "/dev/null",
+              const std::string& outputFile = {});
 /// The same; fails the test when it does not end with exit code 0. Answers the JSON document (--json is added).
 Json MorvJson(std::vector<std::string> arguments);
 

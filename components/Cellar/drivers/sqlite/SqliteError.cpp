@@ -27,6 +27,7 @@ constexpr Meaning kMeanings[] = {
     {SQLITE_BUSY, Category::Busy, "another program is writing to the database; try again"},
     {SQLITE_LOCKED, Category::Busy, "another statement holds the table; try again"},
     {SQLITE_FULL, Category::ReadOnly, "the disk is full; free some space and try again"},
+    {SQLITE_IOERR_SHMSIZE, Category::ReadOnly, "there is no room for the files beside the database; free some space"},
     {SQLITE_READONLY, Category::ReadOnly, "the database can only be read; ask for the right to write to its folder"},
     {SQLITE_PERM, Category::ReadOnly, "there is no right to write to the database"},
     {SQLITE_IOERR, Category::Other, "the disk did not read or write the database; check the disk"},
