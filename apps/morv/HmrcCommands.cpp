@@ -115,8 +115,7 @@ Json GatewayOf(const std::string& gateway)
 
 [[noreturn]] void ThrowAuthorisationError(const HmrcApi::CAuthorisation::Error& error)
 {
-    const bool unreachable =
-        error.code == "NO_CONNECTION" || error.code == "TIMED_OUT" || error.code == "ANSWER_INCOMPLETE";
+    const bool unreachable = error.code == "NO_CONNECTION" || error.code == "TIMED_OUT";
     throw CommandError(unreachable ? Exit::HmrcUnreachable : Exit::Refused, error.code.empty() ? "REFUSED" : error.code,
                        error.text.empty() ? "HMRC gave no authority" : error.text,
                        HmrcApi::ActionFor(error.code, error.status));

@@ -184,7 +184,11 @@ std::string CEndpoint::Get(const InterfaceFacts& facts, const std::string& ident
 CPayeResponse CPaye::GetPaye(const std::string& identifier, short taxYear, IChainLogger* logger)
 {
     const std::string body = Get(kPayeFacts, identifier, taxYear, logger);
-    return body.empty() ? CPayeResponse() : ReadAnswer(&ReadPayeResponse, body);
+    if (!body.empty())
+        return ReadAnswer(&ReadPayeResponse, body);
+    CPayeResponse response;
+    response.SetNothingYet();
+    return response;
 }
 
 CNationalInsuranceResponse CNationalInsurance::GetNationalInsurance(const std::string& identifier, short taxYear,

@@ -94,7 +94,11 @@ public:
     /// Null when HMRC sent none.
     std::shared_ptr<const StatePension_t> getStatePension() const noexcept { return m_statePension; }
 
+    /// HMRC holds nothing for the person and year, not even that there is nothing: what was sent earlier stands.
+    bool IsNothingYet() const noexcept { return m_isNothingYet; }
+
     // Filled by the reader of the answer, and by tests.
+    void SetNothingYet() noexcept { m_isNothingYet = true; }
     void Add(Employment_t item) { m_employments.push_back(std::make_shared<const Employment_t>(std::move(item))); }
     void Add(PrivatePension_t item) { m_pensions.push_back(std::make_shared<const PrivatePension_t>(std::move(item))); }
     void Add(TaxableSocialSecurityBenefit_t item)
@@ -129,6 +133,7 @@ private:
     List<TaxableSocialSecurityBenefit_t> m_benefits;
     List<TaxFreeAllowance_t> m_allowances;
     std::shared_ptr<const StatePension_t> m_statePension;
+    bool m_isNothingYet = false;
 };
 
 /// The answer of the National Insurance interface.

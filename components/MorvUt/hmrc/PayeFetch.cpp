@@ -32,6 +32,8 @@ void CPAYEPrepop::GetPAYEData(std::string nationalInsuranceNumber, std::shared_p
 /// All or nothing: the whole answer is mapped before the first row is written.
 void CPAYEPrepop::Stage(const CPayeResponse& response)
 {
+    if (response.IsNothingYet()) // the year's records come later, or are gone since the return was processed
+        return;
     MapPaye(GetClient(), GetTaxYear(), response);
     Quarry::CTransaction transaction;
     UpdateMTDPensionStateBenefits();

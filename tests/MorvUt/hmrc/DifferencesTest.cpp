@@ -45,7 +45,7 @@ TEST_F(Differences, ShowEachFigureThatHmrcChanges)
         {": 3", ": 4", "1 Firm (1/A): Student loan 3.00/4.00\n", "student loan"},
         {": 44", ": 45", "1 Firm (1/A): Car Benefit 44.00/45.00\n", "benefit"},
         {"\"amount\": 44", "\"amount\": 44, \"isForecastBenefit\": true", "", "the same figure, now a forecast"},
-        {"CarBenefit", "VanBenefit", "1 Firm (1/A): Company vans /44.00\n", "a benefit that the return lacks"},
+        {"CarBenefit", "VanBenefit", "1 Firm (1/A): Company Vans /44.00\n", "a benefit that the return lacks"},
         {"2017-05-01", "2017-05-02", "1 Firm (1/A): Start date 01/05/2017/02/05/2017\n", "start"},
         {"\"startDate\": \"2017-05-01\",", "\"endDate\": \"2017-12-31\",", "", "a date that only one side has"},
         {": 50", ": 51", "1 Fund (3/C): Amount 50.00/51.00\n", "pension"},

@@ -169,7 +169,7 @@ protected:
     static std::set<std::string> MayChange(const Row& row)
     {
         std::set<std::string> names = Bookkeeping();
-        const bool isFailure = !row.code.empty();
+        const bool isFailure = !row.code.empty() || row.isNothingYet; // "nothing yet" leaves all as it was
         if (!isFailure || row.group == Group::NationalInsurance)
             names.insert(kPayeTables.begin(), kPayeTables.end());
         if (!isFailure || row.group == Group::Paye)
