@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -6,6 +7,13 @@
 
 #include "fuzz/Targets.h"
 #include "support/TestSupport.h"
+
+namespace Fuzz
+{
+
+static void PrintTo(const Target& target, std::ostream* out) { *out << target.name; } // for the names of the tests
+
+} // namespace Fuzz
 
 namespace
 {
