@@ -17,6 +17,9 @@ function(morvut_settings target)
     target_compile_options(${target} PRIVATE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(${target} PRIVATE -fsanitize=address,undefined)
   endif()
+  if(MORVUT_FUZZ)
+    target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link) # tells the fuzzer which branches ran
+  endif()
 endfunction()
 
 # morvut_component(NAME SOURCES files... [USES components...] [LINKS private third-party targets...])

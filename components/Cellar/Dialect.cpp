@@ -150,7 +150,7 @@ public:
         if (m_first == m_end || m_tokens[m_first].text == ";")
             Detail::FailSyntax(m_statement, m_statement, "there is no statement");
         m_out.effect = FindEffect();
-        if (m_out.effect == Effect::Call && m_rules.call)
+        if (m_out.effect == Effect::Call)
             Call();
         else
             Emit(0, m_end);
@@ -176,12 +176,12 @@ private:
 
     Effect FindEffect() const
     {
+        if (IsOneOf(m_tokens[m_first], {"EXEC", "EXECUTE"}))
+            return Effect::Call;
         const auto firstWord =
             std::find_if(m_tokens.begin(), m_tokens.end(), [](const Token& token) { return token.kind == Kind::Word; });
         if (firstWord == m_tokens.end())
             return Effect::Write;
-        if (IsOneOf(*firstWord, {"EXEC", "EXECUTE"}))
-            return Effect::Call;
         if (!IsOneOf(*firstWord, {"SELECT", "WITH", "VALUES", "PRAGMA", "EXPLAIN"}))
             return Effect::Write;
         const bool writes = std::any_of(firstWord, m_tokens.end(), [&](const Token& token) {
@@ -199,6 +199,8 @@ private:
             ++nameEnd;
         if (name == nameEnd)
             Detail::FailSyntax(m_statement, m_statement, "EXEC names no procedure");
+        if (!m_rules.call)
+            return Emit(0, m_end);
         std::size_t end = nameEnd;
         while (end < m_end && !IsSymbol(end, ';'))
             ++end;

@@ -69,7 +69,8 @@ MORVUT_API int validXDate(const X_DateStr_tag* date) noexcept;
 /// The same, and 1 for the null date and the Unknown date.
 MORVUT_API int IsValidDate(const X_DateStr_tag* date) noexcept;
 /// 0 for Monday to 6 for Sunday, by Zeller's congruence in the Gregorian calendar. Any numbers are taken; what is no
-/// date gives some day of the week.
+/// date gives some day of the week. From 1 March 3000 on the congruence turns negative for some days, which then give
+/// Sunday; callers rely on the formula, so it stays.
 MORVUT_API int GetDayOfWeek(int day, int month, int year) noexcept;
 /// Days from `from` to `to`, negative when `to` is earlier: 365 from 6 April 2023 to 5 April 2024. 0 unless both are
 /// days of the real (Gregorian) calendar from the year 100 on, so 29 February 1900 counts nothing.

@@ -1,0 +1,165 @@
+#include <string>
+
+#include "fuzz/Targets.h"
+#include "HmrcApi/Errors.h"
+#include "HmrcApi/json/ExactAmount.h"
+#include "HmrcApi/json/Json.h"
+#include "HmrcApi/Responses.h"
+
+namespace Fuzz
+{
+namespace
+{
+
+using HmrcApi::JsonValue;
+
+void WriteText(const std::string& text, std::string& out)
+{
+    constexpr char kHex[] = "0123456789abcdef";
+    out += '"';
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x20 || c == '"' || c == '\\')
+            out.append("\\u00").append(1, kHex[byte >> 4]).append(1, kHex[byte & 15]);
+        else
+            out += c;
+    }
+    out += '"';
+}
+
+void Write(const JsonValue& value, std::string& out)
+{
+    const bool isObject = value.Is(JsonValue::Kind::Object);
+    switch (value.kind) {
+    case JsonValue::Kind::Null:
+        out += "null";
+        return;
+    case JsonValue::Kind::Boolean:
+        out += value.boolean ? "true" : "false";
+        return;
+    case JsonValue::Kind::Number:
+        out += value.text;
+        return;
+    case JsonValue::Kind::Text:
+        return WriteText(value.text, out);
+    case JsonValue::Kind::Array:
+    case JsonValue::Kind::Object:
+        break;
+    }
+    out += isObject ? '{' : '[';
+    for (std::size_t i = 0; i < value.items.size(); ++i) {
+        if (i > 0)
+            out += ',';
+        if (isObject) {
+            WriteText(value.names.at(i), out);
+            out += ':';
+        }
+        Write(value.items[i], out);
+    }
+    out += isObject ? '}' : ']';
+}
+
+bool IsSame(const JsonValue& a, const JsonValue& b)
+{
+    if (a.kind != b.kind || a.boolean != b.boolean || a.text != b.text || a.names != b.names ||
+        a.items.size() != b.items.size())
+        return false;
+    for (std::size_t i = 0; i < a.items.size(); ++i)
+        if (!IsSame(a.items[i], b.items[i]))
+            return false;
+    return true;
+}
+
+void CheckNumbers(const JsonValue& value)
+{
+    if (value.Is(JsonValue::Kind::Number))
+        if (const auto exact = HmrcApi::ExactTenThousandths(value.text)) {
+            const CString text = Kiln::CAmt(*exact).Format();
+            Require(HmrcApi::ExactTenThousandths(text.View()) == exact, "an exact amount comes back from its text");
+        }
+    for (const JsonValue& item : value.items)
+        CheckNumbers(item);
+}
+
+void Check(const Kiln::CAmt& amount)
+{
+    Require(amount.IsValid() || amount.IsNull(), "an amount that is read is exact or absent");
+}
+
+template<class Dated>
+void CheckDates(const Dated& item)
+{
+    for (const Kiln::CDate& date : {item.startDate, item.endDate})
+        Require(date.IsValid() || date.IsNull(), "a date that is read is a day or absent");
+    Check(item.taxablePayTotal);
+    Check(item.taxTotal);
+}
+
+void CheckPaye(std::string_view json)
+{
+    const HmrcApi::CPayeResponse answer = HmrcApi::ReadPayeResponse(json);
+    for (int i = 0; i <= answer.GetEmploymentUpperBound(); ++i) {
+        const auto item = answer.GetEmploymentAt(i);
+        Require(!item->employerPayeReference.empty(), "an employment has its reference");
+        CheckDates(*item);
+        Check(item->studentLoan);
+        for (const auto& benefit : item->companyBenefits) {
+            Require(!benefit.benefitType.empty(), "a benefit has its type");
+            Check(benefit.amount);
+        }
+    }
+    for (int i = 0; i <= answer.GetPrivatePensionUpperBound(); ++i)
+        CheckDates(*answer.GetPrivatePensionAt(i));
+    for (int i = 0; i <= answer.GetTaxableSocialSecurityBenefitUpperBound(); ++i)
+        CheckDates(*answer.GetTaxableSocialSecurityBenefitAt(i));
+    for (int i = 0; i <= answer.GetTaxFreeAllowanceUpperBound(); ++i)
+        Check(answer.GetTaxFreeAllowanceAt(i)->amount);
+    if (const auto pension = answer.getStatePension()) {
+        Check(pension->grossAmount);
+        if (pension->lumpSum)
+            CheckDates(*pension->lumpSum);
+    }
+}
+
+void CheckNationalInsurance(std::string_view json)
+{
+    const HmrcApi::CNationalInsuranceResponse answer = HmrcApi::ReadNationalInsuranceResponse(json);
+    Check(answer.class1NicableEarnings);
+    Check(answer.class2Due);
+}
+
+/// True when the answer is accepted.
+template<class Read>
+bool IsAccepted(Read read, std::string_view json)
+{
+    try {
+        read(json);
+        return true;
+    } catch (const HmrcApi::HmrcApiErrorException& refusal) {
+        Require(refusal.GetCode() == "ANSWER_MALFORMED" || refusal.GetCode() == "AMOUNT_NOT_EXACT",
+                "an answer is refused by one of two codes");
+        return false;
+    }
+}
+
+} // namespace
+
+void JsonAnswer(std::string_view input)
+{
+    const bool isPaye = IsAccepted(CheckPaye, input);
+    const bool isNationalInsurance = IsAccepted(CheckNationalInsurance, input);
+    HmrcApi::JsonProblem problem;
+    const auto value = HmrcApi::ParseJson(input, &problem);
+    Require(value.has_value() == problem.text.empty(), "a reason is given exactly for what is refused");
+    if (!value) {
+        Require(!isPaye && !isNationalInsurance, "what is no JSON is no answer");
+        return;
+    }
+    CheckNumbers(*value);
+    std::string text;
+    Write(*value, text);
+    const auto again = HmrcApi::ParseJson(text);
+    Require(again && IsSame(*value, *again), "the value comes back from its text");
+}
+
+} // namespace Fuzz
