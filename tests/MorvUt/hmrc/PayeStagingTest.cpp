@@ -76,7 +76,9 @@ TEST_F(PayeStaging, KeepsWhatHmrcWithdrawsAndTakesItBack)
                                    Pension("3/C", "", "50"), StateBenefit("IncapacityBenefit", "", "10"));
     EXPECT_EQ(Fetch(all), (StagedCounts{4, 0, 0}));
     const std::string before = Staged();
-    EXPECT_EQ(Fetch(std::string()), (StagedCounts{0, 0, 4})) << "HMRC has nothing any more";
+    EXPECT_EQ(Fetch(std::string()), StagedCounts{}) << "nothing yet: what was sent earlier stands";
+    EXPECT_EQ(Errors() + Staged(), before);
+    EXPECT_EQ(Fetch(Answer("")), (StagedCounts{0, 0, 4})) << "HMRC sends none of it any more";
     EXPECT_EQ(Errors(), "");
     EXPECT_EQ(Staged(), "! 1/A|Firm|1/A|W1|-|-|100.00|-|-\n! + 31 CarBenefit 44.00\n! 1 3/C|Fund|-|50.00|-\n"
                         "! 3 ||-|10.00|-\n");
