@@ -9,11 +9,11 @@
 #include <cstring>
 
 #include "Afx/Decimal.h"
-#include "compare/Values.h"
 #include "MorvUt/identifiers/Hex.h"
 #include "MorvUt/identifiers/SortCode.h"
 #include "MorvUt/identifiers/TaxIdentifiers.h"
 #include "MorvUt/taxyear/TaxYear.h"
+#include "Values.h"
 #if __has_include("MorvUt/taxyear/DateRules.h")
 #include "MorvUt/taxyear/DateRules.h"
 #define COMPARE_DATE_RULES
