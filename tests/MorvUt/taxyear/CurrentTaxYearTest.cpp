@@ -22,13 +22,6 @@ protected:
 
 } // namespace
 
-TEST_F(CurrentTaxYear, IsTheDefaultWithoutAnApplication)
-{
-    EXPECT_EQ(GetCurrentTaxYear(), 33);
-    EXPECT_EQ(GetCurrentRealTaxYear(), 2024);
-    EXPECT_EQ(TaxYearHelpers::GetCurrentTaxYear(), TaxYearHelpers::GetDefaultTaxYear());
-}
-
 TEST_F(CurrentTaxYear, ComesFromTheProfileWhenTheUserWantsThat)
 {
     const struct
@@ -38,12 +31,9 @@ TEST_F(CurrentTaxYear, ComesFromTheProfileWhenTheUserWantsThat)
         const char* why;
     } rows[] = {
         {{}, 20, 2024, "not asked for"},
-        {0, 20, 2024, "switched off"},
         {1, {}, 2004, "nothing remembered yet"},
         {1, 5, 2004, "earlier than 2003/04"},
-        {1, -20, 2004, "negative"},
         {1, 13, 2004, "2003/04"},
-        {1, 14, 2005, "one later"},
         {1, 40, 2031, "beyond the range: a later version wrote it"},
         {1, 99, 2090, "the last that is taken"},
         {1, 100, 2024, "damage"},

@@ -46,14 +46,9 @@ TEST(ParseDateStr, ReadsDatesUnknownAndNothing)
         {"unknown", kNoDate, "small letters go to the parser"},
         {"x", kNoDate, "so does a small x"},
         {"05/04/2024", {5, 4, 2024}, "as programs write it"},
-        {"5 Apr 24", {5, 4, 2024}, "as people type it"},
-        {"2024-02-29", {29, 2, 2024}, "leap day"},
         {"29/02/1900", kNoDate, "the parser knows the century rule"},
-        {"29/02/2023", kNoDate, "no leap year"},
-        {"13/13/2024", kNoDate, "no month"},
         {"01/01/0100", {1, 1, 100}, "first date"},
         {"31/12/9999", {31, 12, 9999}, "last date"},
-        {"soon", kNoDate, "no date"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
@@ -73,14 +68,12 @@ TEST(ConvertDateToStr, WritesEveryRecord)
         const char *text, *why;
     } rows[] = {
         {{5, 4, 2024}, "05/04/2024", "leading zeros"},
-        {{31, 12, 2023}, "31/12/2023", "none needed"},
         {kNull, "", "null"},
         {kUnknown, "Unknown", "unknown"},
         {{99, 4, 2024}, "Unknown", "by the day alone"},
         {{0, 4, 2024}, "", "by the day alone"},
         {{1, 2, 3}, "01/02/0003", "early year"},
         {{255, 255, 65535}, "255/255/65535", "fields filled to the brim"},
-        {{100, 10, 10000}, "100/10/10000", "first of three and five digits"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
@@ -126,7 +119,6 @@ TEST(CompareDates, SaysOneWhenInOrder)
         {{31, 1, 2024}, {1, 2, 2024}, 1, "months before days"},
         {{31, 12, 2023}, {1, 1, 2024}, 1, "years before months"},
         {{1, 1, 2024}, {1, 1, 2024}, 0, "same"},
-        {kNull, {1, 1, 2024}, 0, "null on the left"},
         {{1, 1, 2024}, kNull, 0, "null on the right"},
         {kUnknown, {1, 1, 2024}, 1, "unknown sorts as 99"},
     };
@@ -135,13 +127,6 @@ TEST(CompareDates, SaysOneWhenInOrder)
         EXPECT_EQ(CompareDates(&row.a, &row.b), row.order);
         EXPECT_EQ(DatesIdentical(&row.a, &row.b), DtoxL(&row.a) == DtoxL(&row.b));
     }
-}
-
-TEST(DateIsNull, NeedsEveryFieldZero)
-{
-    for (const Record& record : {Record{1, 0, 0}, Record{0, 1, 0}, Record{0, 0, 1}, kUnknown})
-        EXPECT_EQ(DateIsNull(&record), 0) << Fields(record);
-    EXPECT_EQ(DateIsNull(&kNull), 1);
 }
 
 TEST(LongDate, GoesThereAndBackOrIsCutToTheFields)
@@ -155,10 +140,8 @@ TEST(LongDate, GoesThereAndBackOrIsCutToTheFields)
         {20240405, {5, 4, 2024}, "a date"},
         {0, kNull, "null"},
         {99, kUnknown, "unknown"},
-        {99999999, {99, 99, 9999}, "no date, but digits"},
         {-20240405, {251, 252, 63512}, "negative remainders, cut to 8 and 16 bits"},
         {2147483647, {47, 36, 18140}, "year 214748 is 18140 in 16 bits"},
-        {-2147483647 - 1, {208, 220, 47396}, "the smallest"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
@@ -208,17 +191,13 @@ TEST(Isleapyear, TakesEveryFourthYear)
     } rows[] = {
         {2024, 1, "leap"},
         {2023, 0, "not"},
-        {1900, 1, "century"},
         {2100, 1, "century"},
-        {96, 1, "1996"},
-        {99, 0, "1999"},
         {100, 1, "no longer 1900 + "},
         {0, 1, "1900"},
         {-4, 1, "1896"},
         {-1, 0, "1899"},
         {1796, 1, "before 1800"},
         {std::numeric_limits<int>::min(), 1, "lowest"},
-        {std::numeric_limits<int>::max(), 0, "highest"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(isleapyear(row.year), row.isLeap) << row.why;
@@ -262,9 +241,7 @@ TEST(DayBetween, CountsRealDaysOnly)
         {{29, 12, 1899}, {1, 1, 1900}, 3, "across day zero of OLE dates"},
         {{1, 1, 100}, {31, 12, 9999}, 3615899, "first to last"},
         {{31, 12, 99}, {1, 1, 100}, 0, "too early"},
-        {{31, 12, 9999}, {1, 1, 10000}, 0, "too late"},
         {{31, 2, 2024}, {1, 3, 2024}, 0, "31 February"},
-        {kUnknown, {5, 4, 2024}, 0, "unknown"},
         {{5, 4, 2024}, kNull, 0, "null"},
         {kNoDate, {5, 4, 2024}, 0, "what was no date"},
     };

@@ -35,16 +35,6 @@ private:
     Counted() { ++g_alive; }
 };
 
-/// Nobody but the template makes, ends or tells it to listen.
-class Closed : public CSingleton<CountedData, Closed>
-{
-    friend class CSingleton<CountedData, Closed>;
-    Closed() { ++g_alive; }
-    ~Closed() override { --g_alive; }
-    void AddListeners() override { ++g_listening; }
-    void RemoveListeners() override { --g_listening; }
-};
-
 class Singleton : public testing::Test
 {
 protected:
@@ -73,16 +63,6 @@ TEST_F(Singleton, IsMadeOnFirstUseAndAnewAfterDestroy)
     EXPECT_EQ(g_alive, 0);
     EXPECT_EQ(g_listening, 0);
     EXPECT_EQ(Counted::Instance().Data().figure, 0);
-}
-
-TEST_F(Singleton, MayBeClosedToAllOthers)
-{
-    Closed::Instance();
-    EXPECT_EQ(g_alive, 1);
-    EXPECT_EQ(g_listening, 1);
-    Closed::Destroy();
-    EXPECT_EQ(g_alive, 0);
-    EXPECT_EQ(g_listening, 0);
 }
 
 TEST_F(Singleton, IsFoundByItsKeyWhicheverModuleAsks)
