@@ -26,7 +26,6 @@ TEST_F(ApiTest, ChecksInThePlatformsOrder)
         {"POST", badBoth, "", "", 405, "METHOD_NOT_ALLOWED"},
         {"GET", badBoth, "", "", 406, "ACCEPT_HEADER_INVALID"},
         {"GET", badBoth, "application/json", "", 406, "ACCEPT_HEADER_INVALID"},
-        {"GET", badBoth, "application/vnd.hmrc.1+json", "", 406, "ACCEPT_HEADER_INVALID"},
         {"GET", badBoth, "application/vnd.hmrc.1.1+json", "", 404, "MATCHING_RESOURCE_NOT_FOUND"},
         {"GET", badBoth, kVersion1, "", 401, "MISSING_CREDENTIALS"},
         {"GET", badBoth, kVersion1, "Basic eDp5", 401, "MISSING_CREDENTIALS"},
@@ -104,38 +103,6 @@ TEST_F(ApiTest, PrimingRefusesWhatHmrcRefuses)
     for (const auto& row : rows) {
         SCOPED_TRACE(row.body);
         EXPECT_EQ(Send("POST", row.path, row.body).code, row.code);
-    }
-}
-
-TEST(StartScenario, AnswersEveryoneWhoIsNotPrimed)
-{
-    const struct
-    {
-        const char* scenario;
-        const char* path;
-        const char* name;
-        std::span<const Scenario> (*scenarios)();
-    } rows[] = {
-        {"PENSIONER", kPaye, "PENSIONER", PayeScenarios},
-        {"PENSIONER", kNi, "HAPPY_PATH_2", NationalInsuranceScenarios},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.path);
-        Service service(Options{row.scenario});
-        const auto code = QueryValue(
-            Header(service.Handle({"GET", "/oauth/authorize", "", "", "", "", AuthoriseQuery(), true}), "Location"),
-            "code");
-        const Parameters form{{"grant_type", "authorization_code"},
-                              {"client_id", kClientId},
-                              {"client_secret", kClientSecret},
-                              {"redirect_uri", kCallback},
-                              {"code", code}};
-        const auto pair = nlohmann::json::parse(
-            service.Handle({"POST", "/oauth/token", "", "", "application/x-www-form-urlencoded", "", form, false})
-                .body);
-        const std::string bearer = "Bearer " + pair["access_token"].get<std::string>();
-        EXPECT_EQ(service.Handle({"GET", row.path, kVersion1, bearer, "", "", {}, false}).body,
-                  FindScenario(row.scenarios(), row.name)->body);
     }
 }
 

@@ -18,49 +18,6 @@ protected:
     std::string m_token, m_whole;
 };
 
-TEST_F(FaultsTest, EveryFaultBreaksOneAnswer)
-{
-    const struct
-    {
-        const char* fault;
-        int status;
-        const char* code; // empty: no error body
-    } rows[] = {
-        {"MESSAGE_THROTTLED_OUT", 429, "MESSAGE_THROTTLED_OUT"},
-        {"RESOURCE_FORBIDDEN", 403, "RESOURCE_FORBIDDEN"},
-        {"FORBIDDEN", 403, "FORBIDDEN"},
-        {"SERVER_ERROR", 503, "SERVER_ERROR"},
-        {"SCHEDULED_MAINTENANCE", 503, "SCHEDULED_MAINTENANCE"},
-        {"GATEWAY_TIMEOUT", 504, "GATEWAY_TIMEOUT"},
-        {"INTERNAL_SERVER_ERROR", 500, "INTERNAL_SERVER_ERROR"},
-        {"UNAUTHORIZED", 401, "UNAUTHORIZED"},
-        {"BAD_REQUEST", 400, "BAD_REQUEST"},
-        {"NOT_ACCEPTABLE", 406, "ACCEPT_HEADER_INVALID"},
-        {"NOT_FOUND", 404, "NOT_FOUND"},
-        {"MATCHING_RESOURCE_NOT_FOUND", 404, "MATCHING_RESOURCE_NOT_FOUND"},
-        {"INVALID_CREDENTIALS", 401, "INVALID_CREDENTIALS"},
-        {"INVALID_SCOPE", 403, "INVALID_SCOPE"},
-        {"REFRESH_IN_PROGRESS", 400, "invalid_request"},
-        {"HTML", 502, ""},
-        {"EMPTY", 500, ""},
-        {"MALFORMED", 200, ""},
-        {"TOO_LARGE", 200, ""},
-        {"TOO_DEEP", 200, ""},
-        {"CUT_OFF", 200, ""},
-        {"DROPPED", 200, ""},
-        {"SLOW", 200, ""},
-        {"REDIRECT", 307, ""},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.fault);
-        Set(nlohmann::json{{"path", kPaye}, {"fault", row.fault}}.dump());
-        const Answer broken = Get(kPaye, m_token);
-        EXPECT_EQ(broken.status, row.status);
-        EXPECT_EQ(broken.code, row.code);
-        EXPECT_EQ(Get(kPaye, m_token).body, m_whole) << "only the next answer";
-    }
-}
-
 TEST_F(FaultsTest, SpoiltBodiesAreWhatTheirNamesSay)
 {
     const auto body = [&](const std::string& fault) {

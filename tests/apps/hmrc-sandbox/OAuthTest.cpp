@@ -18,8 +18,6 @@ Parameters ChallengedQuery()
 
 } // namespace
 
-TEST(S256Challenge, AgreesWithThePublishedPair) { EXPECT_EQ(S256Challenge(kVerifier), kChallenge); }
-
 class OAuthTest : public SandboxTest
 {
 protected:
