@@ -264,19 +264,3 @@ TEST_F(Faults, EveryAnswerOfTheTable)
         EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXMTD_Employments WHERE bWithdrawn = 0"), "1");
     }
 }
-
-TEST_F(Faults, NobodyListensAtAll)
-{
-    Serve(1000);
-    ASSERT_TRUE(Fetch().result.ok);
-    const Tables tables = Read();
-    HmrcApi::CClientData::SetLoopbackOverride("http://127.0.0.1:1");
-    const Fetched fetched = Fetch();
-    EXPECT_EQ(fetched.Errors("PAYE"), "NO_CONNECTION ");
-    EXPECT_EQ(fetched.Errors("National Insurance"), "NO_CONNECTION ");
-    EXPECT_EQ(::Test::Windows().Messages().size(), 1u) << "both in one box";
-    EXPECT_GE(fetched.waited, 2 * 3500u) << "four tries each";
-    EXPECT_EQ(Changed(tables, Read(), {"MTDLog"}), std::set<std::string>{});
-    HmrcApi::CClientData::SetLoopbackOverride(m_sandbox.Base());
-    EXPECT_TRUE(Fetch().result.ok);
-}
