@@ -52,7 +52,6 @@ TEST(ReadErrorBody, ReadsEveryKindOfBody)
          "code_verifier is invalid", "", "OAuth"},
         {R"({"code":"ODD","message":"no data for AA 000001 A"})", "ODD", "no data for [masked]", "", "a number in it"},
         {"<html>Bad gateway</html>", "HTTP_502", "HMRC answered with HTTP status 502", "", "HTML"},
-        {"", "HTTP_502", "HMRC answered with HTTP status 502", "", "empty"},
         {"[1]", "HTTP_502", "HMRC answered with HTTP status 502", "", "JSON of another shape"},
         {R"({"code":7})", "HTTP_502", "HMRC answered with HTTP status 502", "", "a code that is no text"},
     };
@@ -80,13 +79,10 @@ TEST(RetryWait, GrowsAndHonoursRetryAfterWithinAMinute)
         const char* why;
     } rows[] = {
         {1, "", 500, 625, "first"},
-        {2, "", 1000, 1250, "second"},
         {3, "", 2000, 2500, "third"},
         {1, "5", 5000, 5000, "seconds"},
         {3, "1", 2000, 2500, "ours is longer"},
-        {1, "86400", 60000, 60000, "a day"},
         {1, "99999999999999999999", 60000, 60000, "beyond any number"},
-        {1, "-5", 500, 625, "negative"},
         {1, "soon", 500, 625, "no number"},
         {1, "Fri, 01 Mar 2024 12:00:07 GMT", 7000, 7000, "a date"},
         {1, "Wed, 21 Oct 2015 07:28:00 GMT", 500, 625, "a past date"},
