@@ -31,14 +31,6 @@ CAuthorisationStore Authorised(const char* gateway = kGateway)
 class AuthorisationStore : public HmrcTest
 {};
 
-TEST_F(AuthorisationStore, BeginsEmpty)
-{
-    CAuthorisationStore store(kGateway);
-    EXPECT_EQ(store.GetRetryDelay(), 500u);
-    EXPECT_EQ(store.GetAuthorisationStatus(), Store::NotAuthorised);
-    EXPECT_EQ(store.GetAuthenticatedTimestamp(), COleDateTime(0.0));
-}
-
 TEST_F(AuthorisationStore, KeepsTokensOfTheGatewayIdItIsFor)
 {
     EXPECT_TRUE(Authorised("NEW").UpdateTokens()) << "a row that is not there is made";
@@ -152,7 +144,6 @@ TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
     } rows[] = {
         {"-140 seconds", false, "a refresh may still be under way"},
         {"-160 seconds", true, "twice the time-outs have passed"},
-        {"-2 days", true, "left behind by a crash"},
         {"+1 hours", false, "the clocks went back"},
     };
     for (const auto& row : rows) {

@@ -7,17 +7,6 @@
 
 using HmrcApi::CPAYEPrepop;
 
-TEST(PsbTypes, MatchAsTheTableSays)
-{
-    const long schedules[] = {0, 1010, 1040, 1050, 1060, 1085, 1090, 1110, 1140, 1150};
-    for (const long schedule : schedules)
-        for (const long mtd : {-1, 0, 1, 2, 3, 4, 5}) {
-            const bool expected = (mtd == 1 && (schedule == 1040 || schedule == 1050)) ||
-                                  (mtd == 2 && schedule == 1090) || ((mtd == 3 || mtd == 4) && schedule == 1140);
-            EXPECT_EQ(CPAYEPrepop::DoPSBTypeAndMTD_PSBTypeMatch(schedule, mtd), expected) << schedule << ' ' << mtd;
-        }
-}
-
 TEST(PsbTypes, ComeFromHmrcsBenefitTypes)
 {
     const struct
@@ -45,7 +34,6 @@ TEST(PSBMatchesMTDPSB, ComparesReferencesOfPensionsAndDatesOfBenefits)
     } rows[] = {
         {1050, 1, "1/A", "1/A", {2017, 5, 1}, {2018, 1, 1}, true, "pension: reference alone"},
         {1040, 1, "1/A", "1/a", {}, {}, false, "case counts"},
-        {1040, 1, "1/A", "1/A 7", {}, {}, false, "another reference"},
         {1060, 1, "1/A", "1/A", {}, {}, false, "not a pension's type"},
         {1090, 2, "1/A", "2/B", {2017, 5, 1}, {2017, 5, 1}, true, "benefit: date alone"},
         {1090, 2, "1/A", "1/A", {2017, 5, 1}, {2017, 5, 2}, false, "another day"},
@@ -88,8 +76,6 @@ TEST(CompanyBenefitsDiffers, ComparesCountTypeAmountAndForecast)
         const char* why;
     } rows[] = {
         {{}, {}, false, "none on either side"},
-        {{car, fuel, unknown}, {unknown, car, fuel}, false, "another order"},
-        {{car, fuel}, {car}, true, "one more stored"},
         {{car}, {car, fuel}, true, "one more sent"},
         {{car, fuel}, {car, unknown}, true, "another type"},
         {{car}, {with(car, Kiln::CAmt::FromPence(4401), false)}, true, "a penny"},
@@ -164,10 +150,7 @@ TEST(StagingKeys, TellOneAnswersItemsApart)
         std::vector<std::string> keys;
         const char* why;
     } rows[] = {
-        {{{"1/A", "W1"}, {"2/B", ""}}, {"1/A", "2/B"}, "each reference once"},
         {{{"1/A", "W1"}, {"2/B", "W1"}, {"1/A", "W2"}}, {"1/A W1", "2/B", "1/A W2"}, "one reference twice"},
-        {{{"1/A", ""}, {"1/A", "W1"}, {"1/A", ""}}, {"1/A #2", "1/A W1", "1/A #3"}, "some without works number"},
-        {{{"1/A", "W1"}, {"1/A", "W1"}, {"1/A", "W1"}}, {"1/A W1", "1/A W1 #2", "1/A W1 #3"}, "one works number"},
         {{{"1/A", "#2"}, {"1/A", ""}, {"1/A", ""}}, {"1/A #2", "1/A #3", "1/A #4"}, "a works number like ours"},
         {{{"1/A", "W"}, {"1/a", "W"}}, {"1/A", "1/a"}, "case counts"},
         {{{"", ""}, {"", ""}}, {" #2", " #3"}, "without any reference"},
@@ -187,12 +170,8 @@ TEST(ScheduleKeys, FindTheStagedRowOfEachSchedule)
         std::vector<std::string> found;
         const char* why;
     } rows[] = {
-        {{{"1/A", "W1"}, {"2/B", ""}}, {"1/A", "2/B"}, {"1/A", "2/B"}, "references that are keys"},
-        {{{"1/A", "W1"}, {"1/A", "W2"}}, {"1/A W1", "1/A W2"}, {"1/A W1", "1/A W2"}, "two periods"},
         {{{"1/A", "W1"}, {"1/A", "W2"}}, {"1/A", "1/A W2"}, {"1/A", "1/A W2"}, "one of them withdrawn"},
         {{{"1/A", "W9"}}, {"1/A"}, {"1/A"}, "a works number that HMRC has changed"},
-        {{{"1/A", ""}, {"1/A", ""}}, {"1/A #2", "1/A #3"}, {"1/A #2", "1/A #3"}, "numbered in the return's order"},
-        {{{"1/A", "W1"}, {"1/A", ""}}, {"1/A W1", "1/A #2"}, {"1/A W1", "1/A #2"}, "one without works number"},
         {{{"1/A #2", ""}}, {"1/A #2"}, {"1/A #2"}, "a reference typed like the key"},
         {{{"9/Z", "W1"}}, {"1/A"}, {"9/Z W1"}, "not HMRC's"},
         {{{"1/a", "W1"}}, {"1/A"}, {"1/a W1"}, "case counts"},

@@ -1,5 +1,8 @@
 // HMRC's published examples, from the answer to the schedules, with every figure written out.
 
+#include <cstring>
+#include <regex>
+
 #include "MorvUt/hmrc/HmrcTest.h"
 
 namespace
@@ -59,41 +62,10 @@ const Scenario kScenarios[] = {
     {Type::EverythingMissingPayAndTax,
      "figures that HMRC leaves out are null, not 0",
      {18, 0, 0},
-     "123/AB456|Company XYZ|123/AB456|A123456|-|2017-08-20|-|-|-\n"
-     "+ 31 CarBenefit -\n"
-     "+ 29 CarFuelBenefit -\n"
-     "+ 30 MedicalInsurance 64.00\n"
-     "456/AB456|Company ABC|456/AB456|00191048716|2017-09-05|-|8650.20|224.99|-\n"
-     "+ 54 VoucherAndCreditCards 80.00 forecast\n"
-     "+ 8 EmployerProvidedServices 125.00 forecast\n"
-     "+ 38 Accommodation 375.00 forecast\n"
-     "0 State Pension||-|-|-\n"
-     "0 State Pension lump sum||2018-03-05|-|-\n"
-     "1 321/AB456|Pension Provider XYZ|-|-|-\n"
-     "1 654/AB456|Pension Provider ABC|2015-03-04|3874.42|0.00\n"
-     "2 475/BB00987||2017-05-01|2010.10|502.02\n"
-     "3 892/BA500||2017-08-14|800.64|200.16\n"
-     "4 267/ESA500||2018-03-20|456.11|118.04\n"
-     "allowance 56 FlatRateJobExpenses 200.00\n"
-     "allowance 57 ProfessionalSubscriptions 100.00\n"
-     "allowance 101 EarlierYearsAdjustment 155.00\n",
+     nullptr, // as everything, but for what HMRC leaves out
      2,
      7,
-     "1 Company XYZ|123/AB456|A123456|-|2017-08-20|-|-|-\n"
-     "+ 70 -\n"
-     "+ 80 -\n"
-     "+ 120 64.00\n"
-     "2 Company ABC|456/AB456|00191048716|2017-09-05|-|8650.20|224.99|-\n"
-     "+ 40 80.00 estimate\n"
-     "+ 50 375.00 estimate\n"
-     "+ 140 125.00 estimate\n"
-     "1 200/1050 Pension Provider XYZ|Pension Provider XYZ|321/AB456|-|-|-\n"
-     "2 200/1050 Pension Provider ABC|Pension Provider ABC|654/AB456|2015-03-04|3874.42|0.00\n"
-     "3 300/1090 ||475/BB00987|2017-05-01|2010.10|502.02\n"
-     "4 300/1140 Taxable Incapacity Benefit||892/BA500|2017-08-14|800.64|200.16\n"
-     "5 300/1140 Employment and Support Allowance||267/ESA500|2018-03-20|456.11|118.04\n"
-     "6 200/1060 State Pension|||-|-|-\n"
-     "7 200/1060 State Pension lump sum|||2018-03-05|-|-\n"},
+     nullptr},
     {Type::Employed,
      "one employment",
      {4, 0, 0},
@@ -141,6 +113,20 @@ const Scenario kScenarios[] = {
      "1 300/1090 ||475/BB00987|2017-06-12|1040.84|270.16\n"},
 };
 
+/// The rows of "everything" without the figures that HMRC leaves out of the example of that name.
+std::string WithoutPayAndTax(std::string text)
+{
+    for (const char* figures :
+         {"22551.05|900.38|284.85", "44.00", "99.00", "3910.01", "10520.80|2520.60", "10150.62|2563.18"}) {
+        const std::size_t at = text.find(figures);
+        if (at == text.npos)
+            ADD_FAILURE() << figures;
+        else
+            text.replace(at, std::strlen(figures), std::regex_replace(figures, std::regex("[0-9.]+"), "-"));
+    }
+    return text;
+}
+
 class PayeScenarios : public HmrcTest, public testing::WithParamInterface<Scenario>
 {};
 
@@ -150,9 +136,11 @@ TEST_P(PayeScenarios, AreStagedAndBecomeSchedulesOnce)
 {
     const Scenario& row = GetParam();
     SCOPED_TRACE(row.why);
+    const std::string expected = row.staged ? row.staged : WithoutPayAndTax(kScenarios[0].staged);
+    const std::string schedules = row.schedules ? row.schedules : WithoutPayAndTax(kScenarios[0].schedules);
     EXPECT_EQ(Fetch(row.type), row.counts);
     EXPECT_EQ(Errors(), "");
-    EXPECT_EQ(Staged(), row.staged);
+    EXPECT_EQ(Staged(), expected);
     EXPECT_EQ(Schedules(), "") << "a fetch makes no schedule";
 
     HmrcApi::CPAYEPrepop later(m_client, TaxYear(kYear), "AA000001A", Type::Live);
@@ -162,18 +150,18 @@ TEST_P(PayeScenarios, AreStagedAndBecomeSchedulesOnce)
     EXPECT_EQ(created.employments, row.employments);
     EXPECT_EQ(created.pensionsAndBenefits, row.pensionsAndBenefits);
     EXPECT_TRUE(created.notes.empty());
-    EXPECT_EQ(Schedules(), row.schedules);
+    EXPECT_EQ(Schedules(), schedules);
 
     EXPECT_FALSE(later.DoNewEmploymentsExist());
     EXPECT_FALSE(later.DoNewPensionStateBenefitsExist());
     EXPECT_EQ(Create().employments + Create().pensionsAndBenefits, 0);
-    EXPECT_EQ(Schedules(), row.schedules);
+    EXPECT_EQ(Schedules(), schedules);
 
     HmrcApi::CPAYEPrepop again(m_client, TaxYear(kYear), "AA000001A", row.type);
     EXPECT_EQ(Fetch(again), HmrcApi::StagedCounts{}) << "the same answer";
     EXPECT_FALSE(again.HasNewData());
     EXPECT_FALSE(again.HasDifferences());
-    EXPECT_EQ(Staged(), row.staged);
+    EXPECT_EQ(Staged(), expected);
 }
 
 INSTANTIATE_TEST_SUITE_P(Published, PayeScenarios, testing::ValuesIn(kScenarios),
