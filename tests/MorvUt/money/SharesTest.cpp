@@ -29,8 +29,6 @@ TEST(Allocate, TakesWhatThereIs)
     } rows[] = {
         {500, 300, 300, 0, "too little"},
         {200, 300, 200, 100, "enough"},
-        {300, 300, 300, 0, "just enough"},
-        {0, 300, 0, 300, "nothing"},
         {100, -50, -50, 0, "overdrawn: the whole of it"},
         {-100, 50, -100, 150, "a negative amount gives back"},
     };
@@ -101,14 +99,11 @@ TEST(JointSpousePercentOf, CutsToThePenny)
     } rows[] = {
         {1001, 50.0, 0, 500, "half"},
         {1001, 50.0, 1, 501, "the other half"},
-        {10000, 33.333, 0, 3333, "two decimals count"},
         {10000, 33.336, 0, 3334, "rounded up"},
-        {1001, 100.0, 0, 1001, "all"},
         {1001, 100.0, 1, 1001, "all that is left"},
         {1001, 0.004, 1, 0, "less than a hundredth"},
         {1001, 0.0, 1, 0, "none"},
         {-1001, 50.0, 0, -500, "a loss"},
-        {-1001, 50.0, 1, -501, "the rest of it"},
         {1001, 150.0, 0, 1501, "more than all, by the formula"},
         {1001, 150.0, 1, 1501, "what is left of less than nothing"},
         {1001, -50.0, 0, -500, "less than nothing: cut, so half up is toward zero"},
