@@ -21,46 +21,6 @@ protected:
     }
 };
 
-TEST_F(DataList, KeepsValuesOfEveryType)
-{
-    const Cellar::Bytes token{0, 255, 39};
-    const COleDateTime seen(2025, 1, 31, 23, 59, 58, 123);
-    CDataList list(kTask);
-    list.AddNew();
-    list.Set(kName, "O'Brien %s \xC3\xA9");
-    list.Set(kDue, Kiln::CDate(2024, 2, 29));
-    list.Set(kPay, Kiln::CAmt(-123'456'789'012));
-    list.Set(kRate, 12.5);
-    list.Set(kYear, 2025);
-    list.Set(kSeen, seen);
-    list.Set(kToken, token);
-    list.Update();
-
-    ASSERT_TRUE(list.Open());
-    const Quarry::Row& row = list.Current();
-    EXPECT_EQ(row.GetText(kName), "O'Brien %s \xC3\xA9");
-    EXPECT_TRUE(list.IsNull(kParentID));
-    EXPECT_EQ(row.GetLong(kParentID), 0);
-    EXPECT_EQ(row.GetDate(kDue), Kiln::CDate(2024, 2, 29));
-    EXPECT_EQ(row.GetAmount(kPay), Kiln::CAmt(-123'456'789'012));
-    EXPECT_EQ(row.GetDouble(kRate), 12.5);
-    EXPECT_EQ(row.GetShort(kYear), 2025);
-    EXPECT_EQ(row.GetDateTime(kSeen).FormatIso(), seen.FormatIso());
-    EXPECT_EQ(row.GetBinary(kToken), token);
-    EXPECT_TRUE(row.GetBool(kDone)) << "the default holds before the row is saved, too";
-}
-
-TEST_F(DataList, SetsNull)
-{
-    CDataList list = Saved("a");
-    list.Set(kPay, Kiln::CAmt(1));
-    list.Update();
-    list.Set(kPay, Kiln::CAmt());
-    list.Set(kName, nullptr);
-    list.Update();
-    EXPECT_EQ(Count("FROM BRIXTask WHERE amtPay IS NULL AND strName IS NULL"), 1);
-}
-
 TEST_F(DataList, OrdersByWhatIsAskedThenByKey)
 {
     Sql("INSERT INTO BRIXTask (lID, strName, nYear) VALUES (4, 'b', 1), (3, 'A', 2), (2, 'a', 1), (1, NULL, 2), "
@@ -72,7 +32,6 @@ TEST_F(DataList, OrdersByWhatIsAskedThenByKey)
         const char* why;
     } rows[] = {
         {{}, {1, 2, 3, 4, 5}, "by key"},
-        {{{kID, true}}, {5, 4, 3, 2, 1}, "the key itself, descending"},
         {{{kName}}, {1, 2, 3, 4, 5}, "null first, no regard to case, ties by key"},
         {{{kName, true}}, {5, 4, 2, 3, 1}, "descending, ties still by ascending key"},
         {{{kYear, true}, {kName}}, {1, 3, 2, 4, 5}, "two columns"},
@@ -95,14 +54,10 @@ TEST_F(DataList, TakesRowsThatFulfilAllConditions)
         std::vector<long> ids;
         const char* why;
     } rows[] = {
-        {{{kParentID, 7}}, {1, 3}, "number"},
         {{{kParentID, 7}, {kName, "ann"}}, {1}, "texts have no case"},
         {{{kName, "Bob'; --"}}, {3}, "what a user typed is bound"},
-        {{{kDue, Kiln::CDate(2024, 4, 6)}}, {3}, "date"},
-        {{{kPay, Kiln::CAmt(20000)}}, {2}, "amount"},
         {{{kParentID, nullptr}}, {4}, "null"},
         {{{kDue, nullptr}, {kParentID, 8}}, {2}, "null and another"},
-        {{{kParentID, 9}}, {}, "none"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
@@ -137,9 +92,11 @@ TEST_F(DataList, WritesOnlyWhatChanged)
 {
     CDataList list = Saved("before");
     Sql("UPDATE BRIXTask SET nYear = 2025"); // another program, which knows nothing of versions
-    list.Set(kName, "after");
-    list.Update();
-    EXPECT_EQ(Count("FROM BRIXTask WHERE strName = 'after' AND nYear = 2025 AND nVersion = 1"), 1);
+    for (const char* name : {"middle", "after"}) {
+        list.Set(kName, name);
+        list.Update();
+    }
+    EXPECT_EQ(Count("FROM BRIXTask WHERE strName = 'after' AND nYear = 2025 AND nVersion = 2"), 1);
 
     list.Set(kName, "after");
     list.Update();
@@ -148,7 +105,14 @@ TEST_F(DataList, WritesOnlyWhatChanged)
     EXPECT_TRUE(list.IsDirty());
     list.Update();
     EXPECT_FALSE(list.IsDirty());
-    EXPECT_EQ(Count("FROM BRIXTask WHERE nVersion = 1"), 1) << "no change, no statement";
+    EXPECT_EQ(Count("FROM BRIXTask WHERE nVersion = 2"), 1) << "no change, no statement";
+
+    list.Set(kPay, Kiln::CAmt(1));
+    list.Update();
+    list.Set(kPay, Kiln::CAmt());
+    list.Set(kName, nullptr);
+    list.Update();
+    EXPECT_EQ(Count("FROM BRIXTask WHERE amtPay IS NULL AND strName IS NULL"), 1);
 }
 
 TEST_F(DataList, RefusesARowThatAnotherUserChanged)
@@ -178,21 +142,6 @@ TEST_F(DataList, RefusesARowThatAnotherUserChanged)
         other->ExecuteDirectf("DELETE FROM BRIXTask");
         EXPECT_THROW(row.act(list), Quarry::ChangedByAnotherUser) << "deleted meanwhile";
     }
-}
-
-TEST_F(DataList, ChangesARowAgainAndAgain)
-{
-    CDataList list = Saved("1");
-    for (const char* name : {"2", "3", "4"}) {
-        list.Set(kName, name);
-        list.Update();
-    }
-    CDataList again(kTask);
-    ASSERT_TRUE(again.Open());
-    EXPECT_EQ(again.Current().GetText(kName), "4");
-    again.Set(kName, "5");
-    again.Update();
-    EXPECT_EQ(Count("FROM BRIXTask WHERE strName = '5' AND nVersion = 4"), 1);
 }
 
 TEST_F(DataList, ForgetsNewRowsThatWereNotSaved)

@@ -121,11 +121,4 @@ TEST_F(Listeners, MayChangeDataThemselves)
     EXPECT_EQ(g_heard, (std::vector<std::string>{"a1", "nested2", "nested3"}));
 }
 
-TEST_F(Listeners, DoNotHearOfDirectStatements)
-{
-    Quarry::AddDataChangedListenerForInsert(kNumber, "BRIX", Hear);
-    Sql("INSERT INTO BRIXTask (lID) VALUES (1)");
-    EXPECT_TRUE(g_heard.empty());
-}
-
 } // namespace

@@ -31,19 +31,6 @@ protected:
     int m_listener = 0;
 };
 
-TEST_F(Session, HasNoConnectionUntilItIsGivenOne)
-{
-    Quarry::SetConnection(nullptr);
-    EXPECT_FALSE(Quarry::HasConnection());
-    EXPECT_EQ(Quarry::GetTransactionLevel(), 0);
-    try {
-        Quarry::GetConnection();
-        FAIL() << "no connection";
-    } catch (const Cellar::DatabaseError& error) {
-        EXPECT_EQ(error.GetCategory(), Cellar::DatabaseError::Category::LostConnection);
-    }
-}
-
 TEST_F(Session, RollsBackALevelThatEndsWithoutCommit)
 {
     {
