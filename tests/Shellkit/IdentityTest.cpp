@@ -32,12 +32,6 @@ TEST(ChainId, IsANewOneEachUntilItIsSet)
     EXPECT_EQ(one.GetChainIdString(), other.GetChainIdString());
 }
 
-TEST(ApplicationSessionId, StaysForTheRun)
-{
-    EXPECT_EQ(CApplicationSessionId::GetSessionId(), CApplicationSessionId::GetSessionId());
-    EXPECT_NE(CApplicationSessionId::GetSessionId(), CChainId().GetChainIdString());
-}
-
 TEST(RandomGenerator, GivesPositiveNumbersFromTheWholeRange)
 {
     std::set<long> seen;
