@@ -156,37 +156,4 @@ TEST_F(Records, OfEveryClassAreAddedChangedAndDeleted)
     }
 }
 
-TEST_F(Records, HaveTypedAccessors)
-{
-    Brix::CTaxForm forms;
-    forms.AddNew();
-    EXPECT_EQ(forms.GetID(), 1);
-    forms.SetClientID(7);
-    forms.SetYear(2024);
-    forms.SetFinalised(Kiln::CDate(2025, 1, 31));
-    forms.Update();
-    ASSERT_TRUE(forms.Open({{Brix::CTaxForm::kClientID, 7}, {Brix::CTaxForm::kYear, 2024}}));
-    EXPECT_EQ(forms.GetYear(), 2024);
-    EXPECT_EQ(forms.GetFinalised(), Kiln::CDate(2025, 1, 31));
-    EXPECT_TRUE(forms.GetClientReview().IsNull());
-    EXPECT_FALSE(forms.GetDormant());
-    EXPECT_FALSE(forms.IsNull(Brix::CTaxForm::kDormant));
-}
-
-TEST_F(Records, SortStagedRowsByTheirFirstAndThirdField)
-{
-    Sql("INSERT INTO BRIXMTD_Employments (lID, lMTD_TaxYearID, strKey) VALUES (1, 1, '120/B1'), (2, 1, '120/a1');"
-        "INSERT INTO BRIXMTD_PensionStateBenefits (lID, lMTD_TaxYearID, dtStart) VALUES (1, 1, '2024-05-01'),"
-        " (2, 1, '2023-05-01'), (3, 1, NULL);");
-    Brix::CMTD_Employments employments;
-    ASSERT_TRUE(employments.Open({}, {{1}}));
-    EXPECT_EQ(employments.GetKey(), "120/a1");
-    EXPECT_FALSE(employments.GetWithdrawn()) << "the default of a row that says nothing";
-    Brix::CMTD_PensionStateBenefits benefits;
-    ASSERT_TRUE(benefits.Open({}, {{3}}));
-    EXPECT_EQ(benefits.GetID(), 3);
-    ASSERT_TRUE(benefits.MoveNext());
-    EXPECT_EQ(benefits.GetID(), 2);
-}
-
 } // namespace
