@@ -23,15 +23,21 @@ TEST(Registry, ReadsNumbersAndTruthFromTheirTexts)
         int truth;  // 1, 0; -1: the default
         const char* why;
     } rows[] = {
+        {"0", 0, 0, "zero"},
         {"12", 12, 1, "a number"},
         {"-1", -1, 1, "any number but 0 is true"},
+        {" +3 ", 3, 1, "blanks and a plus"},
         {"2147483647", INT_MAX, 1, "largest"},
+        {"-2147483648", INT_MIN, 1, "smallest"},
         {"2147483648", 7, 1, "too large for 32 bits, yet not 0"},
         {"12x", 7, -1, "no number as a whole"},
         {"1.5", 7, -1, "no whole number"},
         {"", 7, -1, "present and empty"},
         {"True", 7, 1, "word of any case"},
+        {"YES", 7, 1, "word"},
+        {"on", 7, 1, "word"},
         {"off", 7, 0, "word"},
+        {"No", 7, 0, "word"},
         {"false", 7, 0, "word"},
         {"maybe", 7, -1, "another word"},
     };
