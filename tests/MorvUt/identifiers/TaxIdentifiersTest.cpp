@@ -27,16 +27,11 @@ TEST(NINumber, IsRefusedWithAReason)
         {"QQ12345\xC3\xA9\xC3\xA9\xC3\xA9", "A National Insurance number has 8 or 9 characters; this has 10",
          "counts characters, not bytes"},
         {"QQ12345C", "Character 8 must be a digit", "a digit too few"},
-        {"Q1123456C", "Character 2 must be a letter", "prefix"},
-        {"QQ1234567", "Character 9 must be a letter", "suffix"},
         {"QQ12O456C", "Character 5 must be a digit", "letter O for zero"},
         {"Q\xC3\xA9"
          "123456C",
          "Character 2 must be a letter", "a letter of another alphabet"},
         {"12345678", "Character 3 must be a letter", "the third shape is nearest"},
-        {"\xD1\xD1"
-         "123456C",
-         "Character 1 must be a letter", "bytes above 127"},
         {"QQ12345\xC2\xB2", "Character 8 must be a digit", "superscript two"},
     };
     for (const auto& row : rows) {
@@ -54,12 +49,6 @@ TEST(NINumber, IsNeverRefusedWithoutAReason)
             text[static_cast<std::size_t>(place)] = static_cast<char>(c);
             ASSERT_EQ(IsValidNINumber(text.c_str()), WhyNotNINumber(text.c_str()).IsEmpty()) << place << ' ' << c;
         }
-}
-
-TEST(UTR, IsTakenWithItsCheckDigit)
-{
-    EXPECT_TRUE(IsValidUTR("2234567890"));
-    EXPECT_EQ(WhyNotUTR("2234567890"), "");
 }
 
 TEST(UTR, HasACheckDigitForEveryRemainder)
@@ -98,7 +87,6 @@ TEST(UTR, IsRefusedWithAReason)
         {"22345 67890", "A UTR is written without blanks", "as HMRC prints it"},
         {"223456789", "A UTR has 10 digits; this has 9", "too short"},
         {"22345678901", "A UTR has 10 digits; this has 11", "too long"},
-        {"2234567890K", "Character 11 must be a digit", "with the letter behind it"},
         {"22345\xD9\xA3"
          "7890",
          "Character 6 must be a digit", "a digit of another script"},

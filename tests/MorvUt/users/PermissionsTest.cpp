@@ -8,12 +8,6 @@ using Permissions = UsersTest;
 
 } // namespace
 
-TEST_F(Permissions, AreNoneBeforeTheLogin)
-{
-    EXPECT_EQ(Allowed(), Numbers{});
-    EXPECT_EQ(TheUser().HasUserLoggedIn(), 0);
-}
-
 TEST_F(Permissions, KeepTheirStoredNumbers)
 {
     EXPECT_EQ(CUserData::GetPermissionQueries().size(), 97u);
@@ -49,6 +43,7 @@ TEST_F(Permissions, KeepTheirStoredNumbers)
 
 TEST_F(Permissions, IgnoreStoredNumbersThatNobodyAsksFor)
 {
+    EXPECT_EQ(Allowed(), Numbers{}) << "before the login";
     AddUser("Bob", "Bob Example");
     for (const int number : {-1, 0, 25, 94, 100, 1'000'000, 3})
         LetUser("Bob", number);

@@ -96,26 +96,24 @@ TEST_F(UserLogin, LoadsTheParticulars)
     row.SetTallywickPassword(Cellar::Bytes{1, 2, 3}); // no envelope
     row.Update();
 
+    const auto particulars = [&user = TheUser()] {
+        return Names{user.GetFullUserName(),      user.GetEmailAddress(),     user.GetTelephone(),
+                     user.GetGatewayID(),         user.GetFBIUserName(),      user.GetFBIPassword(),
+                     user.GetTallywickUserName(), user.GetTallywickPassword()};
+    };
     CUserData::SetUser("Bob");
-    const CUserData& user = TheUser();
-    EXPECT_STREQ(user.GetFullUserName(), "Bob Example");
-    EXPECT_STREQ(user.GetEmailAddress(), "bob@example.org");
-    EXPECT_STREQ(user.GetTelephone(), "020 7946 0000");
-    EXPECT_STREQ(user.GetGatewayID(), "gateway");
-    EXPECT_STREQ(user.GetFBIUserName(), "bob-fbi");
-    EXPECT_STREQ(user.GetFBIPassword(), "file me");
-    EXPECT_EQ(user.GetEncryptedFBIPassword(), *stored);
-    EXPECT_EQ(user.RememberFBIPassword(), 1);
-    EXPECT_EQ(user.FBICanSendImmediately(), 0);
-    EXPECT_STREQ(user.GetTallywickUserName(), "bob-tw");
-    EXPECT_STREQ(user.GetTallywickPassword(), "") << "cannot be deciphered";
+    EXPECT_EQ(particulars(),
+              (Names{"Bob Example", "bob@example.org", "020 7946 0000", "gateway", "bob-fbi", "file me", "bob-tw", ""}))
+        << "the last cannot be deciphered";
+    EXPECT_EQ(TheUser().GetEncryptedFBIPassword(), *stored);
+    EXPECT_EQ(TheUser().RememberFBIPassword(), 1);
+    EXPECT_EQ(TheUser().FBICanSendImmediately(), 0);
 
     CUserData::SetUser("Mallory");
     EXPECT_EQ(CUserData::m_strUser, "Mallory");
-    EXPECT_STREQ(user.GetFullUserName(), "") << "nothing of the user before";
-    EXPECT_STREQ(user.GetFBIPassword(), "");
-    EXPECT_TRUE(user.GetEncryptedFBIPassword().empty());
-    EXPECT_EQ(user.RememberFBIPassword(), 0);
+    EXPECT_EQ(particulars(), Names(8)) << "nothing of the user before";
+    EXPECT_TRUE(TheUser().GetEncryptedFBIPassword().empty());
+    EXPECT_EQ(TheUser().RememberFBIPassword(), 0);
 }
 
 TEST_F(UserLogin, KeepsANewTallywickPasswordEnciphered)
