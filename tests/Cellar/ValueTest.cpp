@@ -38,8 +38,6 @@ TEST(ValueReading, NumbersFromWhateverTheDriverGave)
         const char* why;
     } rows[] = {
         {{}, -1, -1, -1, "NULL"},
-        {7, 7, 7, 7, "integer"},
-        {2147483647, 2147483647, 2147483647, 2147483647.0, "largest of 32 bits"},
         {2147483648LL, 2147483648, -1, 2147483648.0, "beyond 32 bits"},
         {-2147483649LL, -2147483649, -1, -2147483649.0, "beyond 32 bits, below"},
         {3.0, 3, 3, 3, "real without a fraction"},
@@ -49,7 +47,6 @@ TEST(ValueReading, NumbersFromWhateverTheDriverGave)
         {"42", 42, 42, 42, "text, as servers give sums"},
         {"-42.5", -1, -1, -42.5, "text with a fraction"},
         {"42 ", -1, -1, -1, "more than the number"},
-        {"", -1, -1, -1, "empty text"},
         {"nan", -1, -1, -1, "what only the parser takes for a number"},
         {CAmt(12'5000), 12'5000, 12'5000, 12.5, "money"},
         {CDate(2024, 4, 6), -1, -1, -1, "a date"},
@@ -104,7 +101,6 @@ TEST(ValueReading, DatesAndDateTimesReadForEither)
         {"2024-04-06 23:59:59.999", CDate(2024, 4, 6), "2024-04-06 23:59:59.999", "the day is not rounded up"},
         {"2024-04-06T01:02", CDate(2024, 4, 6), "2024-04-06 01:02:00.000", "T between"},
         {"1899-12-29 18:00:00", CDate(1899, 12, 29), "1899-12-29 18:00:00.000", "before day 0 of OLE dates"},
-        {"2024-02-30", CDate::Invalid(), "", "no such day"},
         {"06/04/2024", CDate::Invalid(), "", "as users write it"},
         {"", CDate::Invalid(), "", "empty text"},
         {45388, CDate::Invalid(), "", "a number is no date"},
