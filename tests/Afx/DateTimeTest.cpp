@@ -17,6 +17,8 @@ TEST(COleDateTime, CountsFromTheEndOf1899)
         const char* why;
     } rows[] = {
         {0.0, "1899-12-30 00:00:00.000", "day zero"},
+        {2.0, "1900-01-01 00:00:00.000", "published example"},
+        {5.25, "1900-01-04 06:00:00.000", "published example"},
         {5.875, "1900-01-04 21:00:00.000", "published example"},
         {-1.25, "1899-12-29 06:00:00.000", "the fraction runs forward before day zero too"},
         {-0.25, "1899-12-30 06:00:00.000", "the first day has two numbers"},

@@ -44,6 +44,7 @@ TEST(AtoI64, ReadsWhatItCanAndSaturates)
         {"- 42", 0},
         {"+-42", 0},
         {"1,234", 1},
+        {"9223372036854775806", kMax - 1},
         {"9223372036854775807", kMax},
         {"9223372036854775808", kMax},
         {"99999999999999999999", kMax},
@@ -89,6 +90,7 @@ TEST(ToUtf8, KeepsUtf8AndConvertsTheRest)
         {"\xC0\xAF", "À¯", "overlong"},
         {"\xED\xA0\x80", "í\xC2\xA0€", "surrogate"},
         {"\xF4\x90\x80\x80", "ô\xC2\x90€€", "beyond Unicode"},
+        {"\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80", "four bytes"},
         {"a\xC3", "aÃ", "cut off"},
     };
     for (const auto& row : rows)
