@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Case.h"
+
 TEST(CString, TakesNullAsTheEmptyText)
 {
     const char* const null = nullptr;
@@ -20,12 +22,7 @@ TEST(CString, TakesNullAsTheEmptyText)
 
 TEST(CString, CutsWithinItsBounds)
 {
-    const struct
-    {
-        CString piece;
-        const char* expected;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<CString, const char*> rows[] = {
         {CString("Schedule").Left(5), "Sched", "start"},
         {CString("Schedule").Left(99), "Schedule", "more than there is"},
         {CString("Schedule").Left(-1), "", "negative count"},
@@ -36,7 +33,7 @@ TEST(CString, CutsWithinItsBounds)
         {CString("125").SpanIncluding("0123456789"), "125", "nothing else"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(row.piece, row.expected) << row.why;
+        EXPECT_EQ(row.in, row.out) << row.why;
 }
 
 TEST(CString, ReadsAndWritesBytesOnlyInside)

@@ -7,6 +7,7 @@
 #include <limits>
 
 #include "Afx/Calendar.h"
+#include "support/Case.h"
 #include "support/TestSupport.h"
 
 namespace
@@ -48,12 +49,7 @@ TEST(Clock, GivesLocalTimeByTheZoneInEveryYear)
     const char* const zoneBefore = std::getenv("TZ");
     const std::string before = zoneBefore ? zoneBefore : "";
     ::setenv("TZ", "GMT0BST,M3.5.0/1,M10.5.0", 1); // London's rule, without needing the zone files
-    const struct
-    {
-        std::int64_t utc;
-        int localHour;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<std::int64_t, int> rows[] = {
         {Utc(2024, 1, 15, 12), 12, "winter"},
         {Utc(2024, 7, 15, 12), 13, "summer"},
         {Utc(2024, 3, 31, 0), 0, "last hour of winter"},
@@ -61,8 +57,8 @@ TEST(Clock, GivesLocalTimeByTheZoneInEveryYear)
         {Utc(2050, 7, 15, 12), 13, "beyond 32-bit system time"},
     };
     for (const auto& row : rows) {
-        Afx::Clock::Set([&] { return row.utc; });
-        EXPECT_EQ(Afx::Clock::Local().hour, row.localHour) << row.why;
+        Afx::Clock::Set([&] { return row.in; });
+        EXPECT_EQ(Afx::Clock::Local().hour, row.out) << row.why;
     }
     if (zoneBefore)
         ::setenv("TZ", before.c_str(), 1);

@@ -4,14 +4,12 @@
 
 #include <filesystem>
 
+#include "support/Case.h"
 #include "support/TestSupport.h"
 
 TEST(GetComputerName, HasFifteenBytesOfTheFirstLabel)
 {
-    const struct
-    {
-        const char *told, *name, *why;
-    } rows[] = {
+    const ::Test::Case<const char*, const char*> rows[] = {
         {"anna.practice.example", "anna", "first label"},
         {"workstation-0015", "workstation-001", "sixteen bytes"},
         {"workstation-00é", "workstation-00", "the last character would be cut"},
@@ -19,8 +17,8 @@ TEST(GetComputerName, HasFifteenBytesOfTheFirstLabel)
         {".example", "Unknown", "nothing before the point"},
     };
     for (const auto& row : rows) {
-        Afx::SetComputerName(row.told);
-        EXPECT_EQ(Afx::GetComputerName(), row.name) << row.why;
+        Afx::SetComputerName(row.in);
+        EXPECT_EQ(Afx::GetComputerName(), row.out) << row.why;
     }
     Afx::SetComputerName({});
     EXPECT_FALSE(Afx::GetComputerName().IsEmpty());

@@ -6,16 +6,13 @@
 #include <limits>
 
 #include "Afx/Decimal.h"
+#include "support/Case.h"
 #include "support/TestSupport.h"
 
 TEST(COleDateTime, CountsFromTheEndOf1899)
 {
-    const struct
-    {
-        double ole;
-        const char* iso; // empty: not valid
-        const char* why;
-    } rows[] = {
+    // out: empty: not valid
+    const ::Test::Case<double, const char*> rows[] = {
         {0.0, "1899-12-30 00:00:00.000", "day zero"},
         {2.0, "1900-01-01 00:00:00.000", "published example"},
         {5.25, "1900-01-04 06:00:00.000", "published example"},
@@ -32,7 +29,7 @@ TEST(COleDateTime, CountsFromTheEndOf1899)
         {std::numeric_limits<double>::quiet_NaN(), "", "not a number"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(COleDateTime(row.ole).FormatIso(), row.iso) << row.why;
+        EXPECT_EQ(COleDateTime(row.in).FormatIso(), row.out) << row.why;
 }
 
 TEST(COleDateTime, KeepsEveryMillisecond)
@@ -62,10 +59,7 @@ TEST(COleDateTime, RefusesFieldsThatDoNotExist)
 
 TEST(COleDateTime, ReadsIsoTexts)
 {
-    const struct
-    {
-        const char *text, *iso;
-    } rows[] = {
+    const ::Test::Case<const char*, const char*> rows[] = {
         {"2024-04-05", "2024-04-05 00:00:00.000"},
         {"2024-04-05T13:14:15", "2024-04-05 13:14:15.000"},
         {"2024-04-05 13:14:15.5", "2024-04-05 13:14:15.500"},
@@ -81,7 +75,7 @@ TEST(COleDateTime, ReadsIsoTexts)
         {"+024-04-05", ""},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(COleDateTime::ParseIso(row.text).FormatIso(), row.iso) << row.text;
+        EXPECT_EQ(COleDateTime::ParseIso(row.in).FormatIso(), row.out) << row.in;
 }
 
 TEST(COleDateTime, HasAStatus)
@@ -117,12 +111,7 @@ DECIMAL Decimal(std::uint8_t scale, std::uint8_t sign, std::uint32_t high, std::
 
 TEST(DecimalToCy, RoundsHalvesToEven)
 {
-    const struct
-    {
-        DECIMAL value;
-        std::optional<std::int64_t> expected;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<DECIMAL, std::optional<std::int64_t>> rows[] = {
         {Decimal(4, 0x80, 0, 123456), -123456, "-12.3456"},
         {Decimal(0, 0, 0, 5), 50000, "5"},
         {Decimal(5, 0, 0, 123455), 12346, "1.23455: half, to the even neighbour above"},
@@ -137,5 +126,5 @@ TEST(DecimalToCy, RoundsHalvesToEven)
         {Decimal(29, 0, 0, 1), std::nullopt, "no such scale"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(Afx::DecimalToCy(row.value), row.expected) << row.why;
+        EXPECT_EQ(Afx::DecimalToCy(row.in), row.out) << row.why;
 }

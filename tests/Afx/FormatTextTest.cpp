@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "Afx/CString.h"
+#include "support/Case.h"
 #include "support/TestSupport.h"
 
 namespace
@@ -82,11 +83,7 @@ TEST(Format, WritesTextsAndCharacters)
 
 TEST(Format, RefusesWhatDoesNotFit)
 {
-    const struct
-    {
-        std::optional<std::string> message;
-        const char *part, *why;
-    } rows[] = {
+    const ::Test::Case<std::optional<std::string>, const char*> rows[] = {
 #define REFUSED(...) ::Test::MessageOf<CInvalidArgException>([] { Formatted(__VA_ARGS__); })
         {REFUSED("%d and %s", 1, 2), "Placeholder 2 (%s)", "number for a text"},
         {REFUSED("%d", "x"), "takes a whole number", "text for a number"},
@@ -108,8 +105,8 @@ TEST(Format, RefusesWhatDoesNotFit)
 #undef REFUSED
     };
     for (const auto& row : rows) {
-        ASSERT_TRUE(row.message.has_value()) << row.why;
-        EXPECT_NE(row.message->find(row.part), std::string::npos) << row.why << ": " << *row.message;
+        ASSERT_TRUE(row.in.has_value()) << row.why;
+        EXPECT_NE(row.in->find(row.out), std::string::npos) << row.why << ": " << *row.in;
     }
 }
 

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "Afx/MessageBox.h"
+#include "support/Case.h"
 #include "support/TestSupport.h"
 
 namespace
@@ -56,16 +57,13 @@ TEST(AfxMessageBox, FailsATestThatDoesNotExpectIt)
 
 TEST(AfxMessageBox, AnswersSafelyOnTheConsoleAndWithoutAWindowSystem)
 {
-    const struct
-    {
-        unsigned style;
-        int answer;
-    } rows[] = {{MB_OK, IDOK}, {MB_OKCANCEL | MB_ICONWARNING, IDCANCEL}, {MB_YESNO | MB_DEFBUTTON2, IDNO}};
+    const ::Test::Case<unsigned, int> rows[] = {
+        {MB_OK, IDOK}, {MB_OKCANCEL | MB_ICONWARNING, IDCANCEL}, {MB_YESNO | MB_DEFBUTTON2, IDNO}};
     for (const bool hasConsole : {true, false}) {
         Afx::WindowSystem::Install(hasConsole ? std::make_unique<Afx::ConsoleWindowSystem>() : nullptr);
         for (const auto& row : rows) {
             testing::internal::CaptureStderr();
-            EXPECT_EQ(AfxMessageBox("Sure?", row.style), row.answer);
+            EXPECT_EQ(AfxMessageBox("Sure?", row.in), row.out);
             EXPECT_EQ(testing::internal::GetCapturedStderr(), "Sure?\n");
         }
     }

@@ -8,6 +8,7 @@
 
 #include "Afx/Application.h"
 #include "Afx/Platform.h"
+#include "support/Case.h"
 #include "support/TestSupport.h"
 
 using Afx::Settings;
@@ -39,10 +40,7 @@ TEST(Settings, ReadsWhatPeopleWrite)
                                                       "Name=Zo\xEB\r\n"
                                                       "[preferences]\r\n"
                                                       "Second=2"));
-    const struct
-    {
-        const char *name, *expected, *why;
-    } rows[] = {
+    const ::Test::Case<const char*, const char*> rows[] = {
         {"lastyoa", "33", "any case, blanks dropped, the first of two"},
         {"Equation", "a=b", "only the first = parts"},
         {"Empty", "", "present and empty"},
@@ -54,7 +52,7 @@ TEST(Settings, ReadsWhatPeopleWrite)
         {"Missing", "(none)", "not there"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(Read("PREFERENCES", row.name), row.expected) << row.why;
+        EXPECT_EQ(Read("PREFERENCES", row.in), row.out) << row.why;
     EXPECT_EQ(Read(nullptr, nullptr), "(none)");
 }
 

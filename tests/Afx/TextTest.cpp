@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "Afx/Clock.h"
+#include "support/Case.h"
 #include "support/TestSupport.h"
 
 TEST(BoundedCopy, FillsUpToTheEndMark)
@@ -33,11 +34,7 @@ TEST(AtoI64, ReadsWhatItCanAndSaturates)
 {
     constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max(),
                            kMin = std::numeric_limits<std::int64_t>::min();
-    const struct
-    {
-        const char* text;
-        std::int64_t expected;
-    } rows[] = {
+    const ::Test::Case<const char*, std::int64_t> rows[] = {
         {nullptr, 0},
         {"", 0},
         {" \t\n+42x", 42},
@@ -53,21 +50,18 @@ TEST(AtoI64, ReadsWhatItCanAndSaturates)
         {"\xB2\xB3", 0},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(Afx::AtoI64(row.text), row.expected) << (row.text ? row.text : "null");
+        EXPECT_EQ(Afx::AtoI64(row.in), row.out) << (row.in ? row.in : "null");
 }
 
 TEST(FormatTime, WritesEnglishNames)
 {
     const Afx::LocalTime time{2024, 4, 5, 9, 8, 7, 6};
-    const struct
-    {
-        const char *pattern, *expected;
-    } rows[] = {
+    const ::Test::Case<const char*, const char*> rows[] = {
         {"%d/%m/%y", "05/04/24"}, {"%d %b %Y", "05 Apr 2024"},           {"%#d %B %Y", "5 April 2024"},
         {"%X", "09:08:07"},       {"100%% %q %#y %#", "100% %q %#y %#"}, {"%", "%"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(Afx::FormatTime(time, row.pattern), row.expected) << row.pattern;
+        EXPECT_EQ(Afx::FormatTime(time, row.in), row.out) << row.in;
 }
 
 TEST(FormatTime, SurvivesFieldsOutsideTheCalendar)
@@ -79,11 +73,7 @@ TEST(FormatTime, SurvivesFieldsOutsideTheCalendar)
 
 TEST(ToUtf8, KeepsUtf8AndConvertsTheRest)
 {
-    const struct
-    {
-        std::string_view bytes, expected;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<std::string_view, std::string_view> rows[] = {
         {"Réunion", "Réunion", "UTF-8 already"},
         {"R\xE9union \x80 5", "Réunion € 5", "Windows-1252"},
         {"\x8E\x9F\x81", "\xC5\xBD\xC5\xB8\xC2\x81", "ends of the table, and an unused byte"},
@@ -94,7 +84,7 @@ TEST(ToUtf8, KeepsUtf8AndConvertsTheRest)
         {"a\xC3", "aÃ", "cut off"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(Afx::ToUtf8(row.bytes), row.expected) << row.why;
+        EXPECT_EQ(Afx::ToUtf8(row.in), row.out) << row.why;
 }
 
 TEST(TakeCharacter, GivesBackEveryCharacterOfUnicode)

@@ -5,6 +5,7 @@
 #include <thread>
 
 #include "CellarTestSupport.h"
+#include "support/Case.h"
 
 namespace Cellar
 {
@@ -74,12 +75,7 @@ TEST_F(Connection, WhatUsersTypeChangesNoStatement)
 
 TEST_F(Connection, ChecksArgumentsBeforeAnythingIsSent)
 {
-    const struct
-    {
-        SqlText statement;
-        std::vector<Value> values;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<SqlText, std::vector<Value>> rows[] = {
         {"DELETE FROM Note WHERE strText = %s", {}, "too few"},
         {"DELETE FROM Note", {1}, "too many"},
         {"DELETE FROM Note WHERE strText = %s", {1}, "a number for text"},
@@ -95,9 +91,9 @@ TEST_F(Connection, ChecksArgumentsBeforeAnythingIsSent)
     connection->Begin();
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        const DatabaseError error = ErrorOf([&] { connection->Execute(row.statement, row.values); });
+        const DatabaseError error = ErrorOf([&] { connection->Execute(row.in, row.out); });
         EXPECT_EQ(error.GetCategory(), Category::Syntax);
-        EXPECT_EQ(error.GetStatement(), row.statement.View());
+        EXPECT_EQ(error.GetStatement(), row.in.View());
     }
     EXPECT_FALSE(connection->HasUnsavedWrites());
     EXPECT_EQ(connection->ExecuteDirectf("DELETE FROM Note WHERE lID = %ld AND vb = %b", nullptr, nullptr), 0);

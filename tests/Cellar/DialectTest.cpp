@@ -3,6 +3,7 @@
 #include <sstream>
 
 #include "CellarTestSupport.h"
+#include "support/Case.h"
 
 namespace Cellar
 {
@@ -109,12 +110,7 @@ TEST(Dialect, RefusesWhatItCannotRead)
 
 TEST(Dialect, TellsReadingFromWriting)
 {
-    const struct
-    {
-        const char* tsql;
-        Effect effect;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<const char*, Effect> rows[] = {
         {" -- DELETE\n SELECT 'INSERT' FROM [Update]", Effect::Read, "words in comments, strings and names"},
         {"WITH a AS (SELECT 1 b) SELECT b FROM a", Effect::Read, "a table expression that reads"},
         {"WITH a AS (SELECT 1 b) DELETE FROM t", Effect::Write, "a table expression that writes"},
@@ -127,7 +123,7 @@ TEST(Dialect, TellsReadingFromWriting)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        EXPECT_EQ(SqliteDialect().Translate(row.tsql).effect, row.effect);
+        EXPECT_EQ(SqliteDialect().Translate(row.in).effect, row.out);
     }
     EXPECT_TRUE(SqliteDialect().Translate("SELECT @@spid").usesSessionId);
     EXPECT_FALSE(SqliteDialect().Translate("SELECT '@@SPID'").usesSessionId);

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "CellarTestSupport.h"
+#include "support/Case.h"
 
 namespace Cellar
 {
@@ -26,12 +27,8 @@ protected:
 /// B begin, C commit, R rollback; a digit writes that row.
 TEST_F(Transaction, LevelsKeepWhatTheyShould)
 {
-    const struct
-    {
-        const char* steps;
-        const char* rows; // ids that are there for another connection afterwards
-        const char* why;
-    } cases[] = {
+    // out: ids that are there for another connection afterwards
+    const ::Test::Case<const char*, const char*> cases[] = {
         {"1", "1", "outside any level a write is durable at once"},
         {"B1C", "1", "committed"},
         {"B1R", "", "rolled back"},
@@ -50,7 +47,7 @@ TEST_F(Transaction, LevelsKeepWhatTheyShould)
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(row.why);
-        for (const char* step = row.steps; *step; ++step) {
+        for (const char* step = row.in; *step; ++step) {
             switch (*step) {
             case 'B':
                 connection->Begin();
@@ -68,7 +65,7 @@ TEST_F(Transaction, LevelsKeepWhatTheyShould)
         std::string ids;
         for (CBufferedRowList list(*other, "SELECT lID FROM Note ORDER BY lID"); !list.IsEOL(); list.MoveNext())
             ids += ToText(list.Get(0));
-        EXPECT_EQ(ids, row.rows);
+        EXPECT_EQ(ids, row.out);
         while (connection->GetLevel() > 0)
             connection->Rollback();
         connection->ExecuteDirect("DELETE FROM Note");

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "CellarTestSupport.h"
+#include "support/Case.h"
 
 namespace Cellar
 {
@@ -65,12 +66,7 @@ TEST(ValueReading, NumbersFromWhateverTheDriverGave)
 
 TEST(ValueReading, Amounts)
 {
-    const struct
-    {
-        Value value;
-        CAmt amount;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<Value, CAmt> rows[] = {
         {{}, CAmt(), "NULL is no amount"},
         {0, CAmt::kZero, "zero is one"},
         {125000, CAmt(125000), "ten-thousandths, as the embedded database holds them"},
@@ -83,7 +79,7 @@ TEST(ValueReading, Amounts)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        EXPECT_EQ(ToAmount(row.value), row.amount);
+        EXPECT_EQ(ToAmount(row.in), row.out);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "HmrcApi/Authorisation.h"
 
 #include "HmrcApi/Fakes.h"
+#include "support/Case.h"
 
 using namespace HmrcApi;
 using Outcome = HttpAnswer::Outcome;
@@ -20,12 +21,8 @@ protected:
 
 TEST_F(Refresh, HappensBeforeTheLastMinuteOfTheAccessToken)
 {
-    const struct
-    {
-        double age; // seconds
-        bool isRefreshed;
-        const char* why;
-    } rows[] = {
+    // in: seconds
+    const ::Test::Case<double, bool> rows[] = {
         {14345, true, "55 seconds left"},
         {20000, true, "over"},
         {-3600, false, "a clock that was set back"},
@@ -34,9 +31,9 @@ TEST_F(Refresh, HappensBeforeTheLastMinuteOfTheAccessToken)
         SCOPED_TRACE(row.why);
         practice.access = Fakes::Sealed("access-1");
         practice.refresh = Fakes::Sealed("refresh-1");
-        practice.authenticated = COleDateTime(COleDateTime::GetCurrentUtcTime().GetOleDate() - row.age / 86400);
+        practice.authenticated = COleDateTime(COleDateTime::GetCurrentUtcTime().GetOleDate() - row.in / 86400);
         EXPECT_TRUE(authorisation->LoadTokens());
-        EXPECT_EQ(AccessToken(), row.isRefreshed ? "access-2" : "access-1");
+        EXPECT_EQ(AccessToken(), row.out ? "access-2" : "access-1");
         EXPECT_EQ(practice.isLocked, false);
     }
 }
@@ -158,18 +155,14 @@ TEST_F(Refresh, TakesWhatAnotherStoredWhileHmrcWasBusy)
 
 TEST_F(Refresh, TriesToSaveThreeTimesAndKeepsTheTokensInHand)
 {
-    const struct
-    {
-        int failures;
-        bool isSaved;
-    } rows[] = {{2, true}, {3, false}};
+    const ::Test::Case<int, bool> rows[] = {{2, true}, {3, false}};
     for (const auto& test : rows) {
-        SCOPED_TRACE(test.failures);
+        SCOPED_TRACE(test.in);
         practice.access = Fakes::Sealed("access-1");
         ASSERT_TRUE(authorisation->LoadTokens());
-        practice.failingUpdates = test.failures;
-        EXPECT_EQ(authorisation->RefreshTokens(nullptr), test.isSaved);
-        EXPECT_EQ(Code(), test.isSaved ? "" : "TOKENS_NOT_SAVED");
+        practice.failingUpdates = test.in;
+        EXPECT_EQ(authorisation->RefreshTokens(nullptr), test.out);
+        EXPECT_EQ(Code(), test.out ? "" : "TOKENS_NOT_SAVED");
         EXPECT_EQ(AccessToken(), "access-2");
     }
     EXPECT_TRUE(authorisation->UpdateTokens()) << "tried again later";

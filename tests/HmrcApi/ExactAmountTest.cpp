@@ -2,16 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Case.h"
+
 using HmrcApi::ExactTenThousandths;
 
 TEST(ExactTenThousandths, ReadsEveryFormOfAJsonNumberExactly)
 {
-    const struct
-    {
-        const char* text;
-        std::int64_t value;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<const char*, std::int64_t> rows[] = {
         {"22551.05", 225510500, "pence"},
         {"44", 440000, "no decimals"},
         {"0.0001", 1, "the smallest step"},
@@ -29,7 +26,7 @@ TEST(ExactTenThousandths, ReadsEveryFormOfAJsonNumberExactly)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        EXPECT_EQ(ExactTenThousandths(row.text), row.value) << row.text;
+        EXPECT_EQ(ExactTenThousandths(row.in), row.out) << row.in;
     }
 }
 

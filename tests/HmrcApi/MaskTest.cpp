@@ -2,16 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Case.h"
+
 using HmrcApi::Mask;
 
 TEST(Mask, HidesNumbersTokensAndSecretsInEveryForm)
 {
-    const struct
-    {
-        const char* text;
-        const char* masked;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<const char*, const char*> rows[] = {
         {"for AA000001A.", "for [masked].", "plain"},
         {"AA 00 00 01 A", "[masked]", "in pairs"},
         {"A A 0 0 0 0 0 1 A", "[masked]", "spaced out"},
@@ -34,7 +31,7 @@ TEST(Mask, HidesNumbersTokensAndSecretsInEveryForm)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        EXPECT_EQ(Mask(row.text, {"the-token-itself", ""}), row.masked);
+        EXPECT_EQ(Mask(row.in, {"the-token-itself", ""}), row.out);
     }
 }
 

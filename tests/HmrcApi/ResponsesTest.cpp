@@ -4,6 +4,7 @@
 
 #include "HmrcApi/CannedAnswers.h"
 #include "HmrcApi/Errors.h"
+#include "support/Case.h"
 
 using namespace HmrcApi;
 using Kiln::CAmt;
@@ -44,12 +45,7 @@ TEST(ReadPayeResponse, TakesWhatIsAbsentUnknownOrLoose)
 
 TEST(ReadPayeResponse, ReadsDatesWithOneDigitAndDropsUnreadableOnes)
 {
-    const struct
-    {
-        const char* json;
-        CDate date;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<const char*, CDate> rows[] = {
         {"\"2017-05-01\"", CDate(2017, 5, 1), "as published"},
         {"\"2017-5-1\"", CDate(2017, 5, 1), "both short"},
         {"\"2016-02-29\"", CDate(2016, 2, 29), "leap day"},
@@ -61,19 +57,14 @@ TEST(ReadPayeResponse, ReadsDatesWithOneDigitAndDropsUnreadableOnes)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        const auto response = ReadPayeResponse(Employment("\"startDate\":" + std::string(row.json)));
-        EXPECT_EQ(response.GetEmploymentAt(0)->startDate, row.date);
+        const auto response = ReadPayeResponse(Employment("\"startDate\":" + std::string(row.in)));
+        EXPECT_EQ(response.GetEmploymentAt(0)->startDate, row.out);
     }
 }
 
 TEST(ReadPayeResponse, RefusesWhatWouldLoseAFigureAndNamesThePlace)
 {
-    const struct
-    {
-        std::string json;
-        const char* refusal;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<std::string, const char*> rows[] = {
         {"{", "ANSWER_MALFORMED ", "cut off"},
         {R"({"employments":{}})", "ANSWER_MALFORMED /employments", "no array"},
         {R"({"employments":[{"employerName":"X"}]})", "ANSWER_MALFORMED /employments/0/employerPayeReference",
@@ -91,7 +82,7 @@ TEST(ReadPayeResponse, RefusesWhatWouldLoseAFigureAndNamesThePlace)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        EXPECT_EQ(RefusalOf(row.json), row.refusal);
+        EXPECT_EQ(RefusalOf(row.in), row.out);
     }
 }
 

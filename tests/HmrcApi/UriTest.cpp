@@ -3,19 +3,16 @@
 #include <gtest/gtest.h>
 
 #include "HmrcApi/TokenRequest.h"
+#include "support/Case.h"
 
 using namespace HmrcApi;
 
 TEST(TaxYearText, NamesBothCalendarYears)
 {
-    const struct
-    {
-        short year;
-        const char* text;
-    } rows[] = {{2018, "2017-18"}, {2000, "1999-00"}, {2001, "2000-01"}, {2100, "2099-00"},
-                {0, ""},           {-1, ""},          {10000, ""}};
+    const ::Test::Case<short, const char*> rows[] = {
+        {2018, "2017-18"}, {2000, "1999-00"}, {2001, "2000-01"}, {2100, "2099-00"}, {0, ""}, {-1, ""}, {10000, ""}};
     for (const auto& row : rows)
-        EXPECT_EQ(TaxYearText(row.year), row.text) << row.year;
+        EXPECT_EQ(TaxYearText(row.in), row.out) << row.in;
 }
 
 TEST(IdentifierSegment, IsUpperCaseWithoutBlanksAndCannotLeaveItsSegment)

@@ -6,6 +6,8 @@
 #include <limits>
 #include <vector>
 
+#include "support/Case.h"
+
 using Kiln::CAmt;
 
 namespace
@@ -31,11 +33,8 @@ CAmt Read(const char* text)
 
 TEST(CAmtParse, ReadsWhatUsersType)
 {
-    const struct
-    {
-        std::int64_t value; // ten-thousandths
-        std::vector<const char*> texts;
-    } rows[] = {
+    // in: ten-thousandths
+    const ::Test::Case<std::int64_t, std::vector<const char*>> rows[] = {
         {0, {"0", "-0"}},
         {50'000, {"5", "£5", "\t 5 \r\n", "000000000000000000000000005"}},
         {125'000, {"12.5", "12.50", "+12.50", "12.50 +"}},
@@ -56,17 +55,13 @@ TEST(CAmtParse, ReadsWhatUsersType)
         {kMin, {"-922337203685477.5808", "(922337203685477.5808)"}},
     };
     for (const auto& row : rows)
-        for (const char* const text : row.texts)
-            EXPECT_EQ(Read(text), CAmt(row.value)) << text;
+        for (const char* const text : row.out)
+            EXPECT_EQ(Read(text), CAmt(row.in)) << text;
 }
 
 TEST(CAmtParse, RefusesAndSaysHowToMendIt)
 {
-    const struct
-    {
-        const char* reason;
-        std::vector<const char*> texts;
-    } rows[] = {
+    const ::Test::Case<const char*, std::vector<const char*>> rows[] = {
         {"needs digits", {"-", ".", "£", "()"}},
         {"One sign", {"--5", "+-5", "-5-", "5--", "(-5)", "-(5)", "(5-)", "((5))"}},
         {"both sides", {"(5", "5)"}},
@@ -82,9 +77,9 @@ TEST(CAmtParse, RefusesAndSaysHowToMendIt)
           "\xC2", "1234:678", "123/5678", "5("}},
     };
     for (const auto& row : rows)
-        for (const char* const text : row.texts) {
+        for (const char* const text : row.out) {
             EXPECT_EQ(Read(text), CAmt::Invalid()) << text;
-            EXPECT_GE(CAmt::WhyNotAmount(text).Find(row.reason), 0) << text << ": " << CAmt::WhyNotAmount(text);
+            EXPECT_GE(CAmt::WhyNotAmount(text).Find(row.in), 0) << text << ": " << CAmt::WhyNotAmount(text);
         }
     EXPECT_EQ(CAmt::WhyNotAmount("5€"), "\"€\" does not belong in an amount; write it as in 1,234.56")
         << "a whole character";
@@ -132,11 +127,7 @@ TEST(CAmtParse, DecidesHugeTextsAtOnce)
 
 TEST(CAmtFormat, ShowsTwoToFourDecimals)
 {
-    const struct
-    {
-        CAmt amount;
-        const char* text;
-    } rows[] = {
+    const ::Test::Case<CAmt, const char*> rows[] = {
         {CAmt(0), "0.00"},
         {CAmt(12'345'600), "1234.56"},
         {CAmt(500), "0.05"},
@@ -148,7 +139,7 @@ TEST(CAmtFormat, ShowsTwoToFourDecimals)
         {CAmt(kMin), "-922337203685477.5808"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(row.amount.Format(), row.text);
+        EXPECT_EQ(row.in.Format(), row.out);
 }
 
 TEST(CAmt, HasAStatus)

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 
+#include "support/Case.h"
 #include "support/TestSupport.h"
 
 using Kiln::CDate;
@@ -49,10 +50,7 @@ std::string Read(const char* text)
 TEST(CDateParseDate, ReadsEveryForm)
 {
     ::Test::SetNow(2025, 6, 1);
-    const struct
-    {
-        const char *text, *expected;
-    } rows[] = {
+    const ::Test::Case<const char*, const char*> rows[] = {
         {"05/04/2024", "2024-04-05"},   {"5/4/2024", "2024-04-05"},   {"5-4-24", "2024-04-05"},
         {"05.04.2024", "2024-04-05"},   {"5 4 2024", "2024-04-05"},   {"  5  4\t2024 ", "2024-04-05"},
         {"5 / 4 / 2024", "2024-04-05"}, {"5 Apr 2024", "2024-04-05"}, {"5-APRIL-24", "2024-04-05"},
@@ -64,16 +62,13 @@ TEST(CDateParseDate, ReadsEveryForm)
         {"5/4", "2025-04-05"},          {"5 Apr", "2025-04-05"},      {"April 5", "2025-04-05"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(Read(row.text), row.expected) << row.text;
+        EXPECT_EQ(Read(row.in), row.out) << row.in;
 }
 
 TEST(CDateParseDate, RefusesAndSaysHowToMendIt)
 {
     ::Test::SetNow(2025, 6, 1);
-    const struct
-    {
-        const char *text, *reason;
-    } rows[] = {
+    const ::Test::Case<const char*, const char*> rows[] = {
         {"31/04/2024", "31 April does not exist; April has 30 days"},
         {"29/02/2023", "29 February 2023 does not exist; February 2023 has 28 days"},
         {"29/2/1900", "29 February 1900 does not exist; February 1900 has 28 days"},
@@ -92,9 +87,9 @@ TEST(CDateParseDate, RefusesAndSaysHowToMendIt)
         {nullptr, "No date was given"},
     };
     for (const auto& row : rows) {
-        const bool isBlank = std::string_view(row.reason) == "No date was given";
-        EXPECT_EQ(Read(row.text), isBlank ? "null" : "invalid") << row.reason;
-        EXPECT_EQ(CDate::WhyNotDate(row.text), row.reason);
+        const bool isBlank = std::string_view(row.out) == "No date was given";
+        EXPECT_EQ(Read(row.in), isBlank ? "null" : "invalid") << row.out;
+        EXPECT_EQ(CDate::WhyNotDate(row.in), row.out);
     }
 }
 
@@ -117,10 +112,7 @@ TEST(CDateParseDate, ReadsTheMonthFirstOnRequest)
 {
     const ParseOrderScope order(CDate::ParseOrder::MonthFirst);
     ::Test::SetNow(2025, 6, 1);
-    const struct
-    {
-        const char *text, *expected, *why;
-    } rows[] = {
+    const ::Test::Case<const char*, const char*> rows[] = {
         {"04/05/2024", "2024-04-05", "fixed form"},
         {"4 5 2024", "2024-04-05", "blanks"},
         {"04052024", "2024-04-05", "eight digits"},
@@ -130,7 +122,7 @@ TEST(CDateParseDate, ReadsTheMonthFirstOnRequest)
         {"13/05/2024", "invalid", "never swapped"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(Read(row.text), row.expected) << row.why;
+        EXPECT_EQ(Read(row.in), row.out) << row.why;
     EXPECT_EQ(CDate::WhyNotDate("13/05/2024"), "13 is no month; write the month first, as in 4/30/2024");
 }
 
@@ -200,11 +192,7 @@ TEST(CDate, HasAStatus)
 
 TEST(CDate, TakesTheTimeAlongAndRoundsToTheSecond)
 {
-    const struct
-    {
-        double ole;
-        const char *text, *why;
-    } rows[] = {
+    const ::Test::Case<double, const char*> rows[] = {
         {45387.75, "2024-04-05 18:00:00", "evening"},
         {45387.999999, "2024-04-06 00:00:00", "less than half a second before midnight"},
         {45387.99999, "2024-04-05 23:59:59", "more than that"},
@@ -212,7 +200,7 @@ TEST(CDate, TakesTheTimeAlongAndRoundsToTheSecond)
         {2958465.9999999, "9999-12-31 23:59:59", "the last day has no next"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(CDate::FromOleDate(row.ole).Format("%Y-%m-%d %X"), row.text) << row.why;
+        EXPECT_EQ(CDate::FromOleDate(row.in).Format("%Y-%m-%d %X"), row.out) << row.why;
     EXPECT_EQ(CDate::FromOleDate(45387.999999).GetDay(), 6);
     EXPECT_TRUE(CDate::FromOleDate(45387.9).IsSameDay(CDate(2024, 4, 5)));
     EXPECT_FALSE(CDate::FromOleDate(45387.999999).IsSameDay(CDate(2024, 4, 5)));

@@ -4,6 +4,7 @@
 
 #include "Afx/DataExchange.h"
 #include "Afx/MessageBox.h"
+#include "support/Case.h"
 #include "support/TestSupport.h"
 
 namespace
@@ -55,12 +56,7 @@ TEST(CDateEdit, ShowsWhatItReadsAgain)
 TEST(CDateEdit, TakesALaterYearACenturyBack)
 {
     const CDate latest(2024, 6, 15);
-    const struct
-    {
-        const char* text;
-        CDate date;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<const char*, CDate> rows[] = {
         {"15/6/24", {2024, 6, 15}, "the latest day itself"},
         {"16/6/24", {1924, 6, 16}, "a day later"},
         {"1/1/49", {1949, 1, 1}, "two digits"},
@@ -75,8 +71,8 @@ TEST(CDateEdit, TakesALaterYearACenturyBack)
         SCOPED_TRACE(row.why);
         CDateEdit edit;
         edit.SetLatest(latest);
-        edit.SetWindowText(row.text);
-        EXPECT_EQ(edit.GetDate(), row.date);
+        edit.SetWindowText(row.in);
+        EXPECT_EQ(edit.GetDate(), row.out);
     }
     CDateEdit edit;
     edit.SetWindowText("16/6/24");
@@ -85,10 +81,7 @@ TEST(CDateEdit, TakesALaterYearACenturyBack)
 
 TEST(CDateEdit, RewritesADateThatIsLeft)
 {
-    const struct
-    {
-        const char *text, *left, *why;
-    } rows[] = {
+    const ::Test::Case<const char*, const char*> rows[] = {
         {"5 apr 24", "05/04/2024", "in full"},         {"6/4", "06/04/2023", "with the handler's year"},
         {"29/2", "29/2", "that year has no such day"}, {"31/4/24", "31/4/24", "no date stays to be mended"},
         {"Unknown", "Unknown", "other words stay"},    {"  ", "  ", "blank"},
@@ -97,10 +90,10 @@ TEST(CDateEdit, RewritesADateThatIsLeft)
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
         CDateEdit edit;
-        Afx::HeadlessWindowSystem::Type(edit, row.text);
-        EXPECT_EQ(TextOf(edit), row.text);
+        Afx::HeadlessWindowSystem::Type(edit, row.in);
+        EXPECT_EQ(TextOf(edit), row.in);
         Afx::HeadlessWindowSystem::Leave();
-        EXPECT_EQ(TextOf(edit), row.left);
+        EXPECT_EQ(TextOf(edit), row.out);
     }
 }
 

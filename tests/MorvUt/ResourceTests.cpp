@@ -7,22 +7,19 @@
 
 TEST(MorvUtResources, EveryTextHasANumberOfItsOwnAndIsFound)
 {
-    const struct
-    {
-        unsigned id;
-        const char* text;
-    } rows[] = {
+    const ::Test::Case<unsigned, const char*> rows[] = {
 #define STRING(id, number, text) {id, text},
 #include "MorvUt/res/strings.def"
+#include "support/Case.h"
 #undef STRING
     };
     std::map<unsigned, std::string> seen;
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.text);
-        EXPECT_TRUE(seen.emplace(row.id, row.text).second) << "number " << row.id << " stands twice";
-        const char* found = MorvUtResources().FindString(row.id);
+        SCOPED_TRACE(row.out);
+        EXPECT_TRUE(seen.emplace(row.in, row.out).second) << "number " << row.in << " stands twice";
+        const char* found = MorvUtResources().FindString(row.in);
         ASSERT_NE(found, nullptr);
-        EXPECT_STREQ(found, row.text);
+        EXPECT_STREQ(found, row.out);
     }
     EXPECT_EQ(MorvUtResources().FindString(1), nullptr);
 }

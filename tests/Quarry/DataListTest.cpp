@@ -1,6 +1,7 @@
 #include "Quarry/DataList.h"
 
 #include "SmallPractice.h"
+#include "support/Case.h"
 
 using Quarry::CDataList;
 
@@ -25,12 +26,7 @@ TEST_F(DataList, OrdersByWhatIsAskedThenByKey)
 {
     Sql("INSERT INTO BRIXTask (lID, strName, nYear) VALUES (4, 'b', 1), (3, 'A', 2), (2, 'a', 1), (1, NULL, 2), "
         "(5, 'C', 1)");
-    const struct
-    {
-        std::initializer_list<Quarry::Sort> sort;
-        std::vector<long> ids;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<std::initializer_list<Quarry::Sort>, std::vector<long>> rows[] = {
         {{}, {1, 2, 3, 4, 5}, "by key"},
         {{{kName}}, {1, 2, 3, 4, 5}, "null first, no regard to case, ties by key"},
         {{{kName, true}}, {5, 4, 2, 3, 1}, "descending, ties still by ascending key"},
@@ -39,8 +35,8 @@ TEST_F(DataList, OrdersByWhatIsAskedThenByKey)
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
         CDataList list(kTask);
-        list.Open({}, row.sort);
-        EXPECT_EQ(Ids(list), row.ids);
+        list.Open({}, row.in);
+        EXPECT_EQ(Ids(list), row.out);
     }
 }
 
@@ -48,12 +44,7 @@ TEST_F(DataList, TakesRowsThatFulfilAllConditions)
 {
     Sql("INSERT INTO BRIXTask (lID, strName, lParentID, dtDue, amtPay) VALUES (1, 'Ann', 7, '2024-04-05', 10000), "
         "(2, 'ANN', 8, NULL, 20000), (3, 'Bob''; --', 7, '2024-04-06', NULL), (4, NULL, NULL, NULL, NULL)");
-    const struct
-    {
-        std::initializer_list<Quarry::Where> where;
-        std::vector<long> ids;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<std::initializer_list<Quarry::Where>, std::vector<long>> rows[] = {
         {{{kParentID, 7}, {kName, "ann"}}, {1}, "texts have no case"},
         {{{kName, "Bob'; --"}}, {3}, "what a user typed is bound"},
         {{{kParentID, nullptr}}, {4}, "null"},
@@ -62,8 +53,8 @@ TEST_F(DataList, TakesRowsThatFulfilAllConditions)
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
         CDataList list(kTask);
-        EXPECT_EQ(list.Open(row.where), !row.ids.empty());
-        EXPECT_EQ(Ids(list), row.ids);
+        EXPECT_EQ(list.Open(row.in), !row.out.empty());
+        EXPECT_EQ(Ids(list), row.out);
     }
 }
 

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Case.h"
+
 using Shellkit::Bytes;
 using Shellkit::KeyId;
 
@@ -53,17 +55,13 @@ protected:
 
 TEST(Sha256, GivesThePublishedDigests)
 {
-    const struct
-    {
-        std::string text, digest;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<std::string, std::string> rows[] = {
         {"", "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855", "empty"},
         {"abcdbcdecdefdefgefghfghighijhijkijkljklmklmnlmnomnopnopq",
          "248d6a61d20638b8e5c026930c3e6039a33ce45964ff2167f6ecedd419db06c1", "FIPS 180, two blocks"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(Hex(Shellkit::Sha256(row.text)), row.digest) << row.why;
+        EXPECT_EQ(Hex(Shellkit::Sha256(row.in)), row.out) << row.why;
 }
 
 TEST(DeriveKey, GivesTheKeysOfRfc7914)
@@ -79,12 +77,7 @@ TEST(DeriveKey, GivesTheKeysOfRfc7914)
 
 TEST(Base64Url, GivesThePublishedTexts)
 {
-    const struct
-    {
-        Bytes data;
-        const char* text;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<Bytes, const char*> rows[] = {
         {{}, "", "empty"},
         {Raw("f"), "Zg", "RFC 4648, no padding after one byte"},
         {{0xfb, 0xff, 0xbf}, "-_-_", "the two digits that the URL alphabet changes"},
@@ -92,7 +85,7 @@ TEST(Base64Url, GivesThePublishedTexts)
          "RFC 7636, the code challenge"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(Shellkit::Base64Url(row.data), row.text) << row.why;
+        EXPECT_EQ(Shellkit::Base64Url(row.in), row.out) << row.why;
 }
 
 TEST_F(Envelope, OpensWhatWasSealed)

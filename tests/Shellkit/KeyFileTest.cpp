@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "Shellkit/Cipher.h"
+#include "support/Case.h"
 #include "support/TestSupport.h"
 
 #ifdef _WIN32
@@ -81,12 +82,7 @@ TEST(KeyFile, IsNeverOverwritten)
 
 TEST(KeyFile, HoldsSixtyFourDigitsAndALineEnd)
 {
-    const struct
-    {
-        std::string text;
-        bool good;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<std::string, bool> rows[] = {
         {kDigits + "\n", true, "as made"},
         {kDigits + "\r\n", true, "an editor of another system"},
         {"", false, "empty: the disk was full"},
@@ -97,11 +93,11 @@ TEST(KeyFile, HoldsSixtyFourDigitsAndALineEnd)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        const std::string path = OwnFile("practice.key", row.text);
+        const std::string path = OwnFile("practice.key", row.in);
         const auto key = Shellkit::ReadKeyFile(path);
-        ASSERT_EQ(key.has_value(), row.good);
-        EXPECT_EQ(Shellkit::KeyFileProblem(path).empty(), row.good);
-        for (std::size_t i = 0; row.good && i < Shellkit::kKeySize; ++i)
+        ASSERT_EQ(key.has_value(), row.out);
+        EXPECT_EQ(Shellkit::KeyFileProblem(path).empty(), row.out);
+        for (std::size_t i = 0; row.out && i < Shellkit::kKeySize; ++i)
             EXPECT_EQ((*key)[i], i);
     }
 }

@@ -3,6 +3,7 @@
 #include "Afx/Computer.h"
 #include "Cellar/DatabaseError.h"
 #include "MorvUt/hmrc/HmrcTest.h"
+#include "support/Case.h"
 
 namespace
 {
@@ -136,12 +137,7 @@ TEST_F(AuthorisationStore, LocksOnceForAllObjects)
 
 TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
 {
-    const struct
-    {
-        const char* age;
-        bool isCleared;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<const char*, bool> rows[] = {
         {"-140 seconds", false, "a refresh may still be under way"},
         {"-160 seconds", true, "twice the time-outs have passed"},
         {"+1 hours", false, "the clocks went back"},
@@ -153,10 +149,10 @@ TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
         Quarry::GetConnection().Script(
             std::string("INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID, strUserID, strWorkstation, dtLocked) "
                         "VALUES (7, 'BOB', 'DESK2', datetime('now', 'localtime', '") +
-            row.age + "'));");
-        EXPECT_EQ(CAuthorisationStore(kGateway).LockStore(), row.isCleared);
-        EXPECT_EQ(Query("SELECT strUserID FROM MTDAuthorisationLock"), row.isCleared ? "ANNA" : "BOB");
-        EXPECT_EQ(Query("SELECT strEvent FROM MTDLog"), row.isCleared ? "LockCleared" : "");
+            row.in + "'));");
+        EXPECT_EQ(CAuthorisationStore(kGateway).LockStore(), row.out);
+        EXPECT_EQ(Query("SELECT strUserID FROM MTDAuthorisationLock"), row.out ? "ANNA" : "BOB");
+        EXPECT_EQ(Query("SELECT strEvent FROM MTDLog"), row.out ? "LockCleared" : "");
     }
 }
 
@@ -189,12 +185,7 @@ TEST_F(AuthorisationStore, ClearsAtOnceTheLockOfAProgramThatIsGone)
 
 TEST_F(AuthorisationStore, RegistersGatewayIds)
 {
-    const struct
-    {
-        const char* id;
-        bool isMade;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<const char*, bool> rows[] = {
         {"NEW", true, "new"},
         {"NEW", false, "there already"},
         {"O'BRIEN", false, "stands between quotes in the statement"},
@@ -203,7 +194,7 @@ TEST_F(AuthorisationStore, RegistersGatewayIds)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        EXPECT_EQ(CAuthorisationStore::CreateGatewayID(row.id), row.isMade);
+        EXPECT_EQ(CAuthorisationStore::CreateGatewayID(row.in), row.out);
     }
     EXPECT_EQ(Query("SELECT strGatewayID FROM MTDAuthorisation WHERE nAuthorisedStatus = 0 AND lID > 0 "
                     "AND vbAccessToken IS NULL ORDER BY strGatewayID"),

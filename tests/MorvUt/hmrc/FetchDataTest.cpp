@@ -4,6 +4,7 @@
 
 #include "MorvUt/hmrc/HmrcTest.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
+#include "support/Case.h"
 
 namespace
 {
@@ -39,12 +40,8 @@ TEST_F(FetchData, IsStoppedBeforeAnyRequest)
 {
     // Each row mends what the row before was stopped by, so the order shows too.
     const std::string contact = "\n\nPlease contact your administrator.";
-    const struct
-    {
-        Cellar::SqlText mend;
-        std::string message; // empty: none
-        const char* why;
-    } rows[] = {
+    // out: empty: none
+    const ::Test::Case<Cellar::SqlText, std::string> rows[] = {
         {"UPDATE BRIXClient SET bTrust = 1, strNINumber = ' ', strUTR = '1234567890'", "", "a trust"},
         {"UPDATE BRIXClient SET bTrust = 0",
          "You do not have permission to do this.\n\nPlease contact your administrator for more details.", "no right"},
@@ -64,10 +61,10 @@ TEST_F(FetchData, IsStoppedBeforeAnyRequest)
     Sql("UPDATE MTDAuthorisation SET nAuthorisedStatus = 0");
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        Sql(row.mend);
+        Sql(row.in);
         CUserData::ClearPermissions();
         CUserData::SetUser("ANNA");
-        EXPECT_EQ(Run(), row.message.empty() ? std::vector<std::string>{} : std::vector{row.message});
+        EXPECT_EQ(Run(), row.out.empty() ? std::vector<std::string>{} : std::vector{row.out});
         EXPECT_FALSE(m_isOk);
         EXPECT_FALSE(m_newData);
         EXPECT_TRUE(m_clear);

@@ -4,19 +4,17 @@
 
 #include "MorvUt/hmrc/detail/StagingKeys.h"
 #include "MorvUt/hmrc/HmrcTest.h"
+#include "support/Case.h"
 
 using HmrcApi::CPAYEPrepop;
 
 TEST(PsbTypes, ComeFromHmrcsBenefitTypes)
 {
-    const struct
-    {
-        int benefit, mtd;
-    } rows[] = {{0, 2}, {1, 3}, {2, 4}, {3, 0}, {-1, 0}, {99, 0}};
+    const ::Test::Case<int, int> rows[] = {{0, 2}, {1, 3}, {2, 4}, {3, 0}, {-1, 0}, {99, 0}};
     for (const auto& row : rows) {
-        const auto type = CPAYEPrepop::MapTSSBBenefitTypeToMTD_PSBType(row.benefit);
-        EXPECT_EQ(type, row.mtd) << row.benefit;
-        EXPECT_EQ(CPAYEPrepop::IsTaxableSocialSecurityBenefit(type), row.mtd != 0) << row.benefit;
+        const auto type = CPAYEPrepop::MapTSSBBenefitTypeToMTD_PSBType(row.in);
+        EXPECT_EQ(type, row.out) << row.in;
+        EXPECT_EQ(CPAYEPrepop::IsTaxableSocialSecurityBenefit(type), row.out != 0) << row.in;
     }
     for (const long type : {0, 1, 2, 3, 4, 5})
         EXPECT_EQ(CPAYEPrepop::IsPrivatePension(type), type == 1) << type;
@@ -144,12 +142,7 @@ TEST(TaxFreeAllowances, BelongToTheFirstEmployment)
 
 TEST(StagingKeys, TellOneAnswersItemsApart)
 {
-    const struct
-    {
-        std::vector<HmrcApi::PayeIdentity> items;
-        std::vector<std::string> keys;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<std::vector<HmrcApi::PayeIdentity>, std::vector<std::string>> rows[] = {
         {{{"1/A", "W1"}, {"2/B", "W1"}, {"1/A", "W2"}}, {"1/A W1", "2/B", "1/A W2"}, "one reference twice"},
         {{{"1/A", "#2"}, {"1/A", ""}, {"1/A", ""}}, {"1/A #2", "1/A #3", "1/A #4"}, "a works number like ours"},
         {{{"1/A", "W"}, {"1/a", "W"}}, {"1/A", "1/a"}, "case counts"},
@@ -157,7 +150,7 @@ TEST(StagingKeys, TellOneAnswersItemsApart)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        EXPECT_EQ(HmrcApi::StagingKeys(row.items), row.keys);
+        EXPECT_EQ(HmrcApi::StagingKeys(row.in), row.out);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "MorvUt/hmrc/Differences.h"
 #include "MorvUt/hmrc/HmrcTest.h"
+#include "support/Case.h"
 
 using HmrcApi::StagedCounts;
 
@@ -132,12 +133,7 @@ TEST_F(PayeStaging, KeepsAnEmploymentWhenItsKeyIsSplitAndJoined)
 TEST_F(PayeStaging, KeepsAPensionWhenItsReferenceIsSplitAndJoined)
 {
     const std::string one = Pension("1/A", "W1", "100"), two = Pension("1/A", "W2", "200");
-    const struct
-    {
-        std::vector<std::string> answers;
-        const char* references;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<std::vector<std::string>, const char*> rows[] = {
         {{one + "," + two}, "1/A W1, 1/A W2", "two at once"},
         {{one, one + "," + two}, "1/A, 1/A W2", "split: the schedule of the first is found by the bare reference"},
         {{one, one + "," + two, two}, "! 1/A, 1/A W2", "back to the second"},
@@ -145,7 +141,7 @@ TEST_F(PayeStaging, KeepsAPensionWhenItsReferenceIsSplitAndJoined)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        for (const auto& answer : row.answers) {
+        for (const auto& answer : row.in) {
             Fetch(Answer({}, answer));
             Create();
             EXPECT_EQ(Fetch(Answer({}, answer)), StagedCounts{});
@@ -153,7 +149,7 @@ TEST_F(PayeStaging, KeepsAPensionWhenItsReferenceIsSplitAndJoined)
         }
         EXPECT_EQ(Query("SELECT CASE WHEN bWithdrawn = 1 THEN '! ' ELSE '' END || strReference "
                         "FROM BRIXMTD_PensionStateBenefits ORDER BY lID"),
-                  row.references);
+                  row.out);
         EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXPensionStateBenefits"), "2");
         EXPECT_TRUE(HmrcApi::FindDifferences(m_client, TaxYear(kYear)).empty());
         Sql("DELETE FROM BRIXMTD_PensionStateBenefits");

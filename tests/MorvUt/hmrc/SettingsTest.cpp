@@ -7,6 +7,7 @@
 #include "MorvUt/hmrc/HmrcTest.h"
 #include "MorvUt/hmrc/Scope.h"
 #include "Shellkit/Registry.h"
+#include "support/Case.h"
 
 using HmrcApi::CClientData;
 
@@ -46,44 +47,35 @@ TEST(HmrcClientData, SelectsTheServicesByTheSetting)
 {
     const char* const production = "https://api.service.hmrc.gov.uk/";
     const char* const test = "https://test-api.service.hmrc.gov.uk/";
-    const struct
-    {
-        const char* setting;
-        const char* base;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<const char*, const char*> rows[] = {
         {nullptr, production, "absent"}, {"1", production, "production"},  {"2", test, "test"},
         {"3", production, "unknown"},    {"two", production, "no number"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        CRegistry().SetString("HMRCEndPoint", row.setting);
+        CRegistry().SetString("HMRCEndPoint", row.in);
         CClientData data;
-        EXPECT_EQ(data.GetAuthenticationEndpoint(), row.base);
-        EXPECT_EQ(data.GetAPIEndpoint(), row.base);
+        EXPECT_EQ(data.GetAuthenticationEndpoint(), row.out);
+        EXPECT_EQ(data.GetAPIEndpoint(), row.out);
         EXPECT_NE(data.GetId(), "morvut-sandbox");
     }
 }
 
 TEST(HmrcClientData, GoesToALoopbackServerOnRequestOnly)
 {
-    const struct
-    {
-        const char* base;
-        const char* endpoint; // null: refused
-    } rows[] = {
+    // out: null: refused
+    const ::Test::Case<const char*, const char*> rows[] = {
         {"http://127.0.0.1:8080", "http://127.0.0.1:8080/"}, {"http://localhost:1/", "http://localhost:1/"},
         {"http://[::1]:8080", "http://[::1]:8080/"},         {"https://test-api.service.hmrc.gov.uk/", nullptr},
         {"http://127.0.0.1.example.com/", nullptr},          {"http://user@example.com:80/127.0.0.1", nullptr},
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.base);
+        SCOPED_TRACE(row.in);
         ASSERT_TRUE(CClientData::SetLoopbackOverride({}));
-        EXPECT_EQ(CClientData::SetLoopbackOverride(row.base), row.endpoint != nullptr);
+        EXPECT_EQ(CClientData::SetLoopbackOverride(row.in), row.out != nullptr);
         CClientData data;
-        EXPECT_EQ(data.GetAPIEndpoint(), row.endpoint ? row.endpoint : "https://api.service.hmrc.gov.uk/");
-        EXPECT_EQ(data.GetId() == "morvut-sandbox" && data.GetSecret() == "morvut-sandbox-secret",
-                  row.endpoint != nullptr);
+        EXPECT_EQ(data.GetAPIEndpoint(), row.out ? row.out : "https://api.service.hmrc.gov.uk/");
+        EXPECT_EQ(data.GetId() == "morvut-sandbox" && data.GetSecret() == "morvut-sandbox-secret", row.out != nullptr);
     }
     CClientData::SetLoopbackOverride({});
 }

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "Afx/Text.h"
+#include "support/Case.h"
 #include "support/TestSupport.h"
 
 namespace
@@ -35,10 +36,7 @@ TEST(CBuildingSocietyReferenceEdit, TakesOnlyCharactersOfReferences)
 
 TEST(CBuildingSocietyReferenceEdit, LeavesEditingToTheField)
 {
-    const struct
-    {
-        const char *typed, *result, *why;
-    } rows[] = {
+    const ::Test::Case<const char*, const char*> rows[] = {
         {"A/12-3 456", "A/12-3456", "blanks are swallowed"},
         {"AB\x01\x03\x16\t\x1F", "AB", "other keys pass and put nothing in"},
         {"AB\x7F", "AB", "127 is no key below 32"},
@@ -50,8 +48,8 @@ TEST(CBuildingSocietyReferenceEdit, LeavesEditingToTheField)
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
         CBuildingSocietyReferenceEdit edit;
-        Afx::HeadlessWindowSystem::Type(edit, row.typed);
-        EXPECT_EQ(TextOf(edit), row.result);
+        Afx::HeadlessWindowSystem::Type(edit, row.in);
+        EXPECT_EQ(TextOf(edit), row.out);
     }
 }
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "support/Case.h"
 #include "support/TestSupport.h"
 
 namespace
@@ -67,12 +68,7 @@ TEST(Hex, RefusesAnOddLength)
 
 TEST(Hex, NamesTheFirstBadCharacter)
 {
-    const struct
-    {
-        const char* text;
-        unsigned char character;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<const char*, unsigned char> rows[] = {
         {"ab", 'a', "lower case"},         {"0g", 'g', "second of its pair"}, {"00/:", '/', "before 0"},
         {"00:/", ':', "behind 9"},         {"@0", '@', "before A"},           {"0G", 'G', "behind F"},
         {"00\xE9\xE9", 0xE9, "above 127"},
@@ -80,11 +76,11 @@ TEST(Hex, NamesTheFirstBadCharacter)
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
         try {
-            Bytes(row.text);
+            Bytes(row.in);
             FAIL() << "was taken";
         } catch (InvalidHexCharacterException* exception) {
             const std::unique_ptr<InvalidHexCharacterException> owned(exception); // as good as Delete
-            EXPECT_EQ(exception->GetCharacter(), row.character);
+            EXPECT_EQ(exception->GetCharacter(), row.out);
             EXPECT_TRUE(exception->IsKindOf(RUNTIME_CLASS(CException)));
         }
     }

@@ -2,12 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Case.h"
+
 TEST(FormatSortCode, PutsDashesBetweenPairs)
 {
-    const struct
-    {
-        const char *code, *shown, *why;
-    } rows[] = {
+    const ::Test::Case<const char*, const char*> rows[] = {
         {"123456", "12-34-56", "six digits"},
         {"1234567", "12-34-56", "cut after six"},
         {"12345", "12-34-5", "five"},
@@ -21,7 +20,7 @@ TEST(FormatSortCode, PutsDashesBetweenPairs)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        EXPECT_EQ(FormatSortCode(row.code), row.shown);
+        EXPECT_EQ(FormatSortCode(row.in), row.out);
     }
 }
 
@@ -34,10 +33,7 @@ TEST(TidySortCodeString, EmptiesTheEmptyMask)
 
 TEST(WhyNotSortCode, NamesPlaceAndLength)
 {
-    const struct
-    {
-        const char *code, *reason;
-    } rows[] = {
+    const ::Test::Case<const char*, const char*> rows[] = {
         {"123456", ""},
         {"12-34-56", ""},
         {"12-3456", ""},
@@ -50,7 +46,7 @@ TEST(WhyNotSortCode, NamesPlaceAndLength)
         {"12--3456", "Character 4 must be a digit; a sort code is three pairs of digits"},
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.code);
-        EXPECT_EQ(WhyNotSortCode(row.code), row.reason);
+        SCOPED_TRACE(row.in);
+        EXPECT_EQ(WhyNotSortCode(row.in), row.out);
     }
 }

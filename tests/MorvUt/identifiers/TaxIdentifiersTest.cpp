@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "support/Case.h"
+
 TEST(NINumber, IsTakenInThreeShapes)
 {
     for (const char* text : {"QQ123456C", "qq123456c", "qQ123456z", "QQ123456", "12A34567", "12a34567"}) {
@@ -15,10 +17,7 @@ TEST(NINumber, IsTakenInThreeShapes)
 
 TEST(NINumber, IsRefusedWithAReason)
 {
-    const struct
-    {
-        const char *text, *reason, *why;
-    } rows[] = {
+    const ::Test::Case<const char*, const char*> rows[] = {
         {nullptr, "A National Insurance number is missing", "null"},
         {"", "A National Insurance number is missing", "empty"},
         {"QQ 12 34 56 C", "A National Insurance number is written without blanks", "as people write it"},
@@ -36,8 +35,8 @@ TEST(NINumber, IsRefusedWithAReason)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        EXPECT_FALSE(IsValidNINumber(row.text));
-        EXPECT_EQ(WhyNotNINumber(row.text), row.reason);
+        EXPECT_FALSE(IsValidNINumber(row.in));
+        EXPECT_EQ(WhyNotNINumber(row.in), row.out);
     }
 }
 
@@ -78,10 +77,7 @@ TEST(UTR, WeighsEveryDigit)
 
 TEST(UTR, IsRefusedWithAReason)
 {
-    const struct
-    {
-        const char *text, *reason, *why;
-    } rows[] = {
+    const ::Test::Case<const char*, const char*> rows[] = {
         {nullptr, "A UTR is missing", "null"},
         {"", "A UTR is missing", "empty"},
         {"22345 67890", "A UTR is written without blanks", "as HMRC prints it"},
@@ -99,7 +95,7 @@ TEST(UTR, IsRefusedWithAReason)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        EXPECT_FALSE(IsValidUTR(row.text));
-        EXPECT_EQ(WhyNotUTR(row.text), row.reason);
+        EXPECT_FALSE(IsValidUTR(row.in));
+        EXPECT_EQ(WhyNotUTR(row.in), row.out);
     }
 }

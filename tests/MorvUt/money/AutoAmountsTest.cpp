@@ -4,6 +4,7 @@
 
 #include "Amounts.h"
 #include "MorvUt/money/Pence.h"
+#include "support/Case.h"
 
 TEST(ConvertAutoToStr, MarksWhatWasCalculated)
 {
@@ -33,12 +34,7 @@ TEST(ConvertAutoToStr, MarksWhatWasCalculated)
 
 TEST(ConvertStrToAuto, ReadsMarkerAndAmounts)
 {
-    const struct
-    {
-        const char* text;
-        __int64 value;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<const char*, __int64> rows[] = {
         {"", 0, "empty"},
         {"auto", kAutoMarker, "marker"},
         {" A U T O ", kAutoMarker, "blanks do not count"},
@@ -53,7 +49,7 @@ TEST(ConvertStrToAuto, ReadsMarkerAndAmounts)
         {"A922337203685477.5807", -92233720368547758, "largest amount"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(ConvertStrToAuto(row.text), row.value) << row.why;
+        EXPECT_EQ(ConvertStrToAuto(row.in), row.out) << row.why;
     EXPECT_EQ(ConvertStrToAuto(std::string(1'000'000, 'a')), 0) << "a megabyte";
 }
 

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "Amounts.h"
+#include "support/Case.h"
 #include "support/TestSupport.h"
 
 namespace
@@ -93,12 +94,7 @@ TEST(ConvertLongPenceToStr, RefusesABufferWithoutRoomForTheEndMark)
 
 TEST(CStrToCurrency, ReadsAmountsAndNothingElse)
 {
-    const struct
-    {
-        const char* text;
-        __int64 pence;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<const char*, __int64> rows[] = {
         {"", 0, "empty"},
         {nullptr, 0, "null reads as empty"},
         {"0.0199", 1, "cut to the penny"},
@@ -108,8 +104,8 @@ TEST(CStrToCurrency, ReadsAmountsAndNothingElse)
         {"12 pounds", 0, "rest"},
     };
     for (const auto& row : rows) {
-        EXPECT_EQ(CStrToCurrency(CString(row.text)), row.pence) << row.why;
-        EXPECT_EQ(StrToCurrency(row.text), row.pence) << row.why;
+        EXPECT_EQ(CStrToCurrency(CString(row.in)), row.out) << row.why;
+        EXPECT_EQ(StrToCurrency(row.in), row.out) << row.why;
     }
     EXPECT_EQ(StrToCurrency(std::string(1'000'000, '9').c_str()), 0) << "a megabyte";
 }
@@ -122,11 +118,7 @@ TEST(PenceToPounds, IsTheNearestDouble)
 
 TEST(StringToInt, ReadsDigitsAndSaturates)
 {
-    const struct
-    {
-        const char* text;
-        int value;
-    } rows[] = {
+    const ::Test::Case<const char*, int> rows[] = {
         {" -42x", -42},
         {"", 0},
         {nullptr, 0},
@@ -137,7 +129,7 @@ TEST(StringToInt, ReadsDigitsAndSaturates)
         {"99999999999999999999999", 2147483647},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(StringToInt(row.text), row.value) << (row.text ? row.text : "null");
+        EXPECT_EQ(StringToInt(row.in), row.out) << (row.in ? row.in : "null");
 }
 
 TEST(Decimals, AreRoundedToTheTenThousandthAndCutToThePenny)

@@ -8,15 +8,11 @@
 
 #include "Amounts.h"
 #include "MorvUt/money/Pence.h"
+#include "support/Case.h"
 
 TEST(PoundsToPence, ReadsTheNumberAtTheStart)
 {
-    const struct
-    {
-        const char* text;
-        __int64 pence;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<const char*, __int64> rows[] = {
         {"1,234.567", 123457, "rounded"},
         {"-0.01", -1, "negative"},
         {"+0.01", 1, "plus"},
@@ -47,7 +43,7 @@ TEST(PoundsToPence, ReadsTheNumberAtTheStart)
         {"12345678901234.56", 1234567890123404, "and here 4.56 reads as 4"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(PoundsToPence(row.text), row.pence) << row.why;
+        EXPECT_EQ(PoundsToPence(row.in), row.out) << row.why;
     EXPECT_EQ(PoundsToPence(std::string(1'000'000, '9').c_str()), 0) << "a megabyte of nines is infinity";
     EXPECT_EQ(PoundsToPence((std::string(1'000'000, ',') + "1").c_str()), 100) << "a megabyte of commas";
     EXPECT_EQ(PoundsToPence((std::string(1'000'000, '0') + "1.25").c_str()), 125) << "a megabyte of zeros";

@@ -7,6 +7,7 @@
 #include "Afx/Dialog.h"
 #include "Afx/MessageBox.h"
 #include "Afx/Resources.h"
+#include "support/Case.h"
 #include "support/TestSupport.h"
 
 namespace
@@ -52,19 +53,16 @@ constexpr Afx::StringResource kStrings[] = {{kPromptId, "Please enter a valid da
 
 TEST(DDX_LongDate, ShowsTheDate)
 {
-    const struct
-    {
-        long value;
-        const char* shown;
-    } rows[] = {{20240405, "05/04/2024"}, {0, ""}, {99, "Unknown"}, {20230229, ""}, {-1, ""}};
+    const ::Test::Case<long, const char*> rows[] = {
+        {20240405, "05/04/2024"}, {0, ""}, {99, "Unknown"}, {20230229, ""}, {-1, ""}};
     for (const int allowUnknown : {0, 1})
         for (const auto& row : rows) {
-            SCOPED_TRACE(row.value);
-            CDatesDialog dialog(row.value, allowUnknown);
+            SCOPED_TRACE(row.in);
+            CDatesDialog dialog(row.in, allowUnknown);
             dialog.edit.SetWindowText("old");
             EXPECT_TRUE(dialog.UpdateData(false));
-            EXPECT_EQ(TextOf(dialog.edit), row.shown);
-            EXPECT_EQ(dialog.value, row.value);
+            EXPECT_EQ(TextOf(dialog.edit), row.out);
+            EXPECT_EQ(dialog.value, row.in);
         }
 }
 
@@ -126,12 +124,7 @@ TEST(DDV_ValidDate, RefusesWhatIsNoDateWithTheCallersPrompt)
 {
     const Afx::ResourceContext strings(kStrings, std::size(kStrings));
     const Afx::ResourceContextGuard guard(strings);
-    const struct
-    {
-        const char* text;
-        bool isTaken;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<const char*, bool> rows[] = {
         {"5/4/2024", true, "a date"},
         {"", true, "null"},
         {"Unknown", true, "Unknown"},
@@ -144,15 +137,15 @@ TEST(DDV_ValidDate, RefusesWhatIsNoDateWithTheCallersPrompt)
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
         CDatesDialog dialog(0);
-        dialog.text = row.text;
+        dialog.text = row.in;
         ::Test::Windows().Clear();
         EXPECT_TRUE(dialog.UpdateData(false)) << "loading is not checked";
-        if (!row.isTaken)
+        if (!row.out)
             ::Test::Windows().Answer(IDOK);
-        EXPECT_EQ(dialog.UpdateData(true), row.isTaken);
-        EXPECT_EQ(CWnd::GetFocus(), row.isTaken ? nullptr : &dialog.other);
-        ASSERT_EQ(::Test::Windows().Messages().size(), row.isTaken ? 0u : 1u);
-        if (!row.isTaken) {
+        EXPECT_EQ(dialog.UpdateData(true), row.out);
+        EXPECT_EQ(CWnd::GetFocus(), row.out ? nullptr : &dialog.other);
+        ASSERT_EQ(::Test::Windows().Messages().size(), row.out ? 0u : 1u);
+        if (!row.out) {
             EXPECT_EQ(::Test::Windows().Messages()[0].text, kStrings[0].text);
             EXPECT_EQ(::Test::Windows().Messages()[0].style, MB_OK);
         }

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "MorvUt/taxyear/CurrentTaxYear.h"
+#include "support/Case.h"
 
 namespace
 {
@@ -24,12 +25,7 @@ CDate At(const CDate& date, double seconds)
 
 TEST(GetTaxYear, TurnsOverOnTheSixthOfApril)
 {
-    const struct
-    {
-        CDate date;
-        short year;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<CDate, short> rows[] = {
         {{2024, 4, 5}, 2024, "last day"},
         {{2024, 4, 6}, 2025, "first day"},
         {{1899, 4, 5}, 1899, "before day zero of OLE dates"},
@@ -42,7 +38,7 @@ TEST(GetTaxYear, TurnsOverOnTheSixthOfApril)
         {CDate::Invalid(), -1, "invalid"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(GetTaxYear(row.date), row.year) << row.why;
+        EXPECT_EQ(GetTaxYear(row.in), row.out) << row.why;
 }
 
 TEST(TaxYears, HoldEveryDayOnce)

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "Kiln/CDate.h"
+#include "support/Case.h"
 #include "support/TestSupport.h"
 
 namespace
@@ -31,12 +32,7 @@ std::string TextOf(const Record& record)
 
 TEST(ParseDateStr, ReadsDatesUnknownAndNothing)
 {
-    const struct
-    {
-        const char* text;
-        Record record;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<const char*, Record> rows[] = {
         {"", kNull, "empty"},
         {nullptr, kNull, "null reads as empty"},
         {" ", kNoDate, "a blank is no date"},
@@ -53,20 +49,16 @@ TEST(ParseDateStr, ReadsDatesUnknownAndNothing)
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
         Record record{7, 7, 7};
-        ParseDateStr(row.text, &record);
-        EXPECT_EQ(Fields(record), Fields(row.record));
-        EXPECT_EQ(Fields(ConvertStrToDate(row.text)), Fields(row.record));
+        ParseDateStr(row.in, &record);
+        EXPECT_EQ(Fields(record), Fields(row.out));
+        EXPECT_EQ(Fields(ConvertStrToDate(row.in)), Fields(row.out));
     }
     EXPECT_EQ(Fields(ConvertStrToDate(std::string(1'000'000, '1').c_str())), Fields(kNoDate)) << "a megabyte";
 }
 
 TEST(ConvertDateToStr, WritesEveryRecord)
 {
-    const struct
-    {
-        Record record;
-        const char *text, *why;
-    } rows[] = {
+    const ::Test::Case<Record, const char*> rows[] = {
         {{5, 4, 2024}, "05/04/2024", "leading zeros"},
         {kNull, "", "null"},
         {kUnknown, "Unknown", "unknown"},
@@ -77,10 +69,10 @@ TEST(ConvertDateToStr, WritesEveryRecord)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        EXPECT_EQ(TextOf(row.record), row.text);
+        EXPECT_EQ(TextOf(row.in), row.out);
         char buffer[14] = "xxxxxxxxxxxxx";
-        convert_date_to_str(&row.record, buffer, sizeof buffer);
-        EXPECT_STREQ(buffer, row.text);
+        convert_date_to_str(&row.in, buffer, sizeof buffer);
+        EXPECT_STREQ(buffer, row.out);
     }
 }
 
@@ -131,12 +123,7 @@ TEST(CompareDates, SaysOneWhenInOrder)
 
 TEST(LongDate, GoesThereAndBackOrIsCutToTheFields)
 {
-    const struct
-    {
-        long value;
-        Record record;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<long, Record> rows[] = {
         {20240405, {5, 4, 2024}, "a date"},
         {0, kNull, "null"},
         {99, kUnknown, "unknown"},
@@ -146,10 +133,10 @@ TEST(LongDate, GoesThereAndBackOrIsCutToTheFields)
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
         Record record{1, 1, 1};
-        LtoxD(row.value, &record);
-        EXPECT_EQ(Fields(record), Fields(row.record));
-        if (row.value >= 0 && row.value <= 99999999) {
-            EXPECT_EQ(DtoxL(&record), row.value);
+        LtoxD(row.in, &record);
+        EXPECT_EQ(Fields(record), Fields(row.out));
+        if (row.in >= 0 && row.in <= 99999999) {
+            EXPECT_EQ(DtoxL(&record), row.in);
         }
         Record copy{};
         CopyDate(&copy, &record);
@@ -184,11 +171,7 @@ TEST(ValidXDate, HasNoCenturyRule)
 
 TEST(Isleapyear, TakesEveryFourthYear)
 {
-    const struct
-    {
-        int year, isLeap;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<int, int> rows[] = {
         {2024, 1, "leap"},
         {2023, 0, "not"},
         {2100, 1, "century"},
@@ -200,7 +183,7 @@ TEST(Isleapyear, TakesEveryFourthYear)
         {std::numeric_limits<int>::min(), 1, "lowest"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(isleapyear(row.year), row.isLeap) << row.why;
+        EXPECT_EQ(isleapyear(row.in), row.out) << row.why;
 }
 
 TEST(GetDayOfWeek, BeginsOnMonday)

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Case.h"
+
 namespace
 {
 
@@ -41,18 +43,15 @@ using MayYear = Open<FromMay>;
 
 TEST(SplitYear, TakesYearsFrom1802To2099)
 {
-    const struct
-    {
-        short year;
-        bool taken;
-    } rows[] = {{1801, false}, {1802, true}, {2099, true}, {2100, false}, {-32768, false}, {0, false}};
+    const ::Test::Case<short, bool> rows[] = {{1801, false}, {1802, true},    {2099, true},
+                                              {2100, false}, {-32768, false}, {0, false}};
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.year);
+        SCOPED_TRACE(row.in);
         MayYear year(2024);
-        EXPECT_EQ(year.Create(row.year), row.taken);
-        EXPECT_EQ(year.IsValid(), row.taken);
-        EXPECT_EQ(year.IsInvalid(), !row.taken);
-        EXPECT_EQ(year.GetYearEnd(), row.taken ? row.year : 2024) << "a refused year leaves the number";
+        EXPECT_EQ(year.Create(row.in), row.out);
+        EXPECT_EQ(year.IsValid(), row.out);
+        EXPECT_EQ(year.IsInvalid(), !row.out);
+        EXPECT_EQ(year.GetYearEnd(), row.out ? row.in : 2024) << "a refused year leaves the number";
     }
     EXPECT_TRUE(MayYear(1801).IsInvalid());
 }

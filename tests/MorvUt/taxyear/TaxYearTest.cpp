@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Case.h"
+
 TEST(TaxYearRange, NumbersThirtyFiveYears)
 {
     EXPECT_EQ(GetMinRealTaxYear(), 1991);
@@ -13,11 +15,7 @@ TEST(TaxYearRange, NumbersThirtyFiveYears)
 
 TEST(TaxYearRange, ConvertsAnyNumberAndBack)
 {
-    const struct
-    {
-        short real, relative;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<short, short> rows[] = {
         {1991, 0, "first"},
         {2025, 34, "last"},
         {1990, -1, "before the range"},
@@ -26,9 +24,9 @@ TEST(TaxYearRange, ConvertsAnyNumberAndBack)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        EXPECT_EQ(ConvertRealToRelativeTaxYear(row.real), row.relative);
-        EXPECT_EQ(ConvertRelativeToRealTaxYear(row.relative), row.real);
-        EXPECT_EQ(TaxYear(row.real).GetRelativeTaxYear(), row.relative);
+        EXPECT_EQ(ConvertRealToRelativeTaxYear(row.in), row.out);
+        EXPECT_EQ(ConvertRelativeToRealTaxYear(row.out), row.in);
+        EXPECT_EQ(TaxYear(row.in).GetRelativeTaxYear(), row.out);
     }
 }
 

@@ -2,17 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include "support/Case.h"
+
 namespace Sandbox
 {
 
 TEST(IsRedirectUri, TakesWhatHmrcRegisters)
 {
-    const struct
-    {
-        const char* uri;
-        bool good;
-        const char* why;
-    } rows[] = {
+    const ::Test::Case<const char*, bool> rows[] = {
         {"http://localhost:8080", true, "installed application"},
         {"http://localhost:53681/callback", true, "any port, with a path"},
         {"http://LocalHost/callback", true, "host names ignore case"},
@@ -35,7 +32,7 @@ TEST(IsRedirectUri, TakesWhatHmrcRegisters)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        EXPECT_EQ(IsRedirectUri(row.uri), row.good);
+        EXPECT_EQ(IsRedirectUri(row.in), row.out);
     }
 }
 

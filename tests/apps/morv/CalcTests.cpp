@@ -6,6 +6,7 @@
 #include <set>
 
 #include "apps/morv/Program.h"
+#include "support/Case.h"
 #include "support/TestSupport.h"
 
 namespace
@@ -21,11 +22,7 @@ std::vector<std::string> Call(std::vector<std::string> words)
 
 TEST(Calc, AnswersInTheUnitsOfTheList)
 {
-    const struct
-    {
-        std::vector<std::string> words;
-        const char *result, *why;
-    } rows[] = {
+    const ::Test::Case<std::vector<std::string>, const char*> rows[] = {
         {{"GetTaxYear", "2024-04-06"}, "2025", "year"},
         {{"GetTaxYear", "null"}, "-1", "null date"},
         {{"GetTaxYearStart", "2024"}, "\"2023-04-06\"", "date"},
@@ -46,16 +43,12 @@ TEST(Calc, AnswersInTheUnitsOfTheList)
         {{"HexToBinary::Convert", "00FF"}, "[0,255]", "bytes"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(MorvJson(Call(row.words))["result"], Json::parse(row.result)) << row.why;
+        EXPECT_EQ(MorvJson(Call(row.in))["result"], Json::parse(row.out)) << row.why;
 }
 
 TEST(Calc, RefusesBadArgumentsInOneLine)
 {
-    const struct
-    {
-        std::vector<std::string> words;
-        const char *part, *why;
-    } rows[] = {
+    const ::Test::Case<std::vector<std::string>, const char*> rows[] = {
         {{}, "no rule", "nothing"},
         {{"GetTax"}, "no rule GetTax", "unknown rule"},
         {{"GetTaxYear"}, "takes 1 arguments, not 0", "too few"},
@@ -73,9 +66,9 @@ TEST(Calc, RefusesBadArgumentsInOneLine)
         {{"HexToBinary::Convert", "ab"}, "hexadecimal", "refused by the rule itself"},
     };
     for (const auto& row : rows) {
-        const Ended ended = RunMorv(Call(row.words));
+        const Ended ended = RunMorv(Call(row.in));
         EXPECT_EQ(ended.exit, 2) << row.why;
-        EXPECT_NE(ended.err.find(row.part), std::string::npos) << row.why << ": " << ended.err;
+        EXPECT_NE(ended.err.find(row.out), std::string::npos) << row.why << ": " << ended.err;
         EXPECT_EQ(std::count(ended.err.begin(), ended.err.end(), '\n'), 1) << row.why;
         EXPECT_EQ(ended.out, "") << row.why;
     }
