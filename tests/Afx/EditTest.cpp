@@ -4,18 +4,6 @@
 
 #include "support/TestSupport.h"
 
-namespace
-{
-
-CString TextOf(const CEdit& edit)
-{
-    CString text;
-    edit.GetWindowText(text);
-    return text;
-}
-
-} // namespace
-
 TEST(CEdit, PutsTypedCharactersInPlaceOfTheSelection)
 {
     const struct
@@ -49,7 +37,7 @@ TEST(CEdit, PutsTypedCharactersInPlaceOfTheSelection)
         edit.SetFocus();
         edit.SetSel(row.start, row.end);
         Afx::HeadlessWindowSystem::Type(edit, row.typed);
-        EXPECT_EQ(TextOf(edit), row.result);
+        EXPECT_EQ(::Test::TextOf(edit), row.result);
     }
 }
 
@@ -58,13 +46,13 @@ TEST(CEdit, RepeatsACharacterThatIsHeldDown)
     CEdit edit;
     edit.LimitText(4);
     edit.DeliverChar('a', 9);
-    EXPECT_EQ(TextOf(edit), "aaaa");
+    EXPECT_EQ(::Test::TextOf(edit), "aaaa");
     edit.DeliverChar('\b', 3);
-    EXPECT_EQ(TextOf(edit), "a");
+    EXPECT_EQ(::Test::TextOf(edit), "a");
     edit.SetSel(0, -1);
     for (const unsigned noCharacter : {0xD800u, 0xDFFFu, 0x110000u})
         edit.DeliverChar(noCharacter);
-    EXPECT_EQ(TextOf(edit), "a") << "half a surrogate pair and numbers beyond Unicode replace nothing";
+    EXPECT_EQ(::Test::TextOf(edit), "a") << "half a surrogate pair and numbers beyond Unicode replace nothing";
 }
 
 TEST(CEdit, IsSelectedWholeWhenReachedByTab)
@@ -73,7 +61,7 @@ TEST(CEdit, IsSelectedWholeWhenReachedByTab)
     edit.SetWindowText("old");
     Afx::HeadlessWindowSystem::Type(edit, "new");
     Afx::HeadlessWindowSystem::Type(edit, "er");
-    EXPECT_EQ(TextOf(edit), "newer");
+    EXPECT_EQ(::Test::TextOf(edit), "newer");
     edit.SetWindowText("set");
     int start = -1, end = -1;
     edit.GetSel(start, end);

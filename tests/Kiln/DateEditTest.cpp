@@ -13,13 +13,6 @@ namespace
 using Kiln::CDate;
 using Kiln::CDateEdit;
 
-CString TextOf(const CWnd& window)
-{
-    CString text;
-    window.GetWindowText(text);
-    return text;
-}
-
 /// Whether the text of `edit` was taken over into `date`.
 bool Save(CDateEdit& edit, CDate& date, unsigned flags = 0)
 {
@@ -46,9 +39,9 @@ TEST(CDateEdit, ShowsWhatItReadsAgain)
         }
         CDateEdit edit;
         edit.SetDate(CDate(2024, 4, 5));
-        EXPECT_EQ(TextOf(edit), order == CDate::ParseOrder::DayFirst ? "05/04/2024" : "04/05/2024");
+        EXPECT_EQ(::Test::TextOf(edit), order == CDate::ParseOrder::DayFirst ? "05/04/2024" : "04/05/2024");
         edit.SetDate(CDate::Invalid());
-        EXPECT_EQ(TextOf(edit), "");
+        EXPECT_EQ(::Test::TextOf(edit), "");
         CDate::SetParseOrder(before);
     }
 }
@@ -91,9 +84,9 @@ TEST(CDateEdit, RewritesADateThatIsLeft)
         SCOPED_TRACE(row.why);
         CDateEdit edit;
         Afx::HeadlessWindowSystem::Type(edit, row.in);
-        EXPECT_EQ(TextOf(edit), row.in);
+        EXPECT_EQ(::Test::TextOf(edit), row.in);
         Afx::HeadlessWindowSystem::Leave();
-        EXPECT_EQ(TextOf(edit), row.out);
+        EXPECT_EQ(::Test::TextOf(edit), row.out);
     }
 }
 
@@ -128,7 +121,7 @@ TEST(CDateEdit, RefusesWhatIsNoDateAndSaysWhy)
         int start = -1, end = -1;
         edit.GetSel(start, end);
         EXPECT_EQ(start, 0);
-        EXPECT_EQ(end, TextOf(edit).GetLength());
+        EXPECT_EQ(end, ::Test::TextOf(edit).GetLength());
         ASSERT_EQ(::Test::Windows().Messages().size(), 1u);
         EXPECT_EQ(::Test::Windows().Messages()[0].text, row.reason);
     }

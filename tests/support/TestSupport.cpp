@@ -72,4 +72,11 @@ void SetNow(int year, int month, int day, int hour, int minute, int second, int 
     Afx::Clock::Set([utc] { return utc; });
 }
 
+CString TextOf(const CWnd& window)
+{
+    CString text;
+    window.GetWindowText(text);
+    return text;
+}
+
 } // namespace Test

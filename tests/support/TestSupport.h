@@ -26,6 +26,9 @@ std::string ReadFile(const std::string& path);
 /// From now on, until the end of the test, this is the local time of Afx::Clock.
 void SetNow(int year, int month, int day, int hour = 12, int minute = 0, int second = 0, int milliseconds = 0);
 
+/// What a window shows.
+CString TextOf(const CWnd& window);
+
 /// Runs `action` and gives the message of the exception of class E that it throws; nothing when it throws none.
 template<class E, class Action>
 std::optional<std::string> MessageOf(Action action)

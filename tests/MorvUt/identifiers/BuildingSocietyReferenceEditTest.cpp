@@ -11,13 +11,6 @@
 namespace
 {
 
-CString TextOf(const CWnd& window)
-{
-    CString text;
-    window.GetWindowText(text);
-    return text;
-}
-
 constexpr std::string_view kTaken = "-/0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
 
 } // namespace
@@ -30,7 +23,7 @@ TEST(CBuildingSocietyReferenceEdit, TakesOnlyCharactersOfReferences)
         const bool isTaken = character < 128 && kTaken.find(static_cast<char>(character)) != std::string_view::npos;
         CBuildingSocietyReferenceEdit edit;
         edit.DeliverChar(character);
-        EXPECT_EQ(TextOf(edit), isTaken ? typed.c_str() : "") << character;
+        EXPECT_EQ(::Test::TextOf(edit), isTaken ? typed.c_str() : "") << character;
     }
 }
 
@@ -49,7 +42,7 @@ TEST(CBuildingSocietyReferenceEdit, LeavesEditingToTheField)
         SCOPED_TRACE(row.why);
         CBuildingSocietyReferenceEdit edit;
         Afx::HeadlessWindowSystem::Type(edit, row.in);
-        EXPECT_EQ(TextOf(edit), row.out);
+        EXPECT_EQ(::Test::TextOf(edit), row.out);
     }
 }
 
@@ -58,9 +51,9 @@ TEST(CBuildingSocietyReferenceEdit, SwallowsInPlaceOfTheSelectionToo)
     CBuildingSocietyReferenceEdit edit;
     edit.LimitText(3);
     edit.SetWindowText("A B");
-    EXPECT_EQ(TextOf(edit), "A B") << "a text that is set is not looked at";
+    EXPECT_EQ(::Test::TextOf(edit), "A B") << "a text that is set is not looked at";
     Afx::HeadlessWindowSystem::Type(edit, " "); // all is selected
-    EXPECT_EQ(TextOf(edit), "A B");
+    EXPECT_EQ(::Test::TextOf(edit), "A B");
     Afx::HeadlessWindowSystem::Type(edit, "WXYZ");
-    EXPECT_EQ(TextOf(edit), "WXY");
+    EXPECT_EQ(::Test::TextOf(edit), "WXY");
 }

@@ -63,43 +63,27 @@ TEST(AllMappings, ArrayAndListAgreeOnEveryPosition)
     EXPECT_EQ(ppAllMappings[98], mapTaxPayerStatus);
 }
 
-TEST(AllMappings, EveryNameLeadsBackToItsRow)
-{
-    for (const NamedMapping& mapping : GetNamedMappings()) {
-        SCOPED_TRACE(NameOf(mapping));
-        std::set<std::string_view> seen;
-        for (const TypeMapping* row = mapping.table; row->shortName; ++row) {
-            ASSERT_NE(row->longName, nullptr) << row->shortName;
-            const bool isNew = seen.insert(row->longName).second;
-            EXPECT_TRUE(isNew || *row->longName == '\0') << row->longName << " stands twice";
-        }
-    }
-}
-
-TEST(AllMappings, NamesArePlainText)
-{
-    for (const NamedMapping& mapping : GetNamedMappings())
-        for (const TypeMapping* row = mapping.table; row->shortName; ++row) {
-            const std::string_view name = row->longName;
-            SCOPED_TRACE(NameOf(mapping) + ": " + row->shortName);
-            EXPECT_TRUE(
-                std::all_of(name.begin(), name.end(), [](char c) { return (c >= ' ' && c <= '~') || c == '\t'; }));
-            EXPECT_FALSE(name.starts_with(' ') || name.ends_with(' ') || name.find("  ") != name.npos) << name;
-        }
-}
-
 bool IsMeantToBeNameless(const TypeMapping* table, std::string_view key)
 {
     return table == mapScheduleNumbers || key.empty() || key == "CG_BLANK" || key.ends_with("MaxGainTypes") ||
            key == "TrackingEndSourceTypes";
 }
 
-TEST(AllMappings, EveryRowHasANameButThoseMeantToHaveNone)
+TEST(AllMappings, NamesArePlainTextAndStandOnce)
 {
-    for (const NamedMapping& mapping : GetNamedMappings())
-        for (const TypeMapping* row = mapping.table; row->shortName; ++row)
-            EXPECT_EQ(*row->longName == '\0', IsMeantToBeNameless(mapping.table, row->shortName))
-                << NameOf(mapping) << ": " << row->shortName;
+    for (const NamedMapping& mapping : GetNamedMappings()) {
+        std::set<std::string_view> seen;
+        for (const TypeMapping* row = mapping.table; row->shortName; ++row) {
+            SCOPED_TRACE(NameOf(mapping) + ": " + row->shortName);
+            ASSERT_NE(row->longName, nullptr);
+            const std::string_view name = row->longName;
+            EXPECT_EQ(name.empty(), IsMeantToBeNameless(mapping.table, row->shortName));
+            EXPECT_TRUE(seen.insert(name).second || name.empty()) << name << " leads to another row";
+            EXPECT_TRUE(
+                std::all_of(name.begin(), name.end(), [](char c) { return (c >= ' ' && c <= '~') || c == '\t'; }));
+            EXPECT_FALSE(name.starts_with(' ') || name.ends_with(' ') || name.find("  ") != name.npos) << name;
+        }
+    }
 }
 
 TEST(AllMappings, RowsWhoseTextIsFixedAreExact)

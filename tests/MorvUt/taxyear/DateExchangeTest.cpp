@@ -40,13 +40,6 @@ private:
     int m_allowUnknown;
 };
 
-CString TextOf(const CWnd& window)
-{
-    CString text;
-    window.GetWindowText(text);
-    return text;
-}
-
 constexpr Afx::StringResource kStrings[] = {{kPromptId, "Please enter a valid date of birth"}};
 
 } // namespace
@@ -61,7 +54,7 @@ TEST(DDX_LongDate, ShowsTheDate)
             CDatesDialog dialog(row.in, allowUnknown);
             dialog.edit.SetWindowText("old");
             EXPECT_TRUE(dialog.UpdateData(false));
-            EXPECT_EQ(TextOf(dialog.edit), row.out);
+            EXPECT_EQ(::Test::TextOf(dialog.edit), row.out);
             EXPECT_EQ(dialog.value, row.in);
         }
 }
@@ -75,7 +68,7 @@ TEST(DDX_LongDate, LimitsTheFieldThatShowsUnknown)
         dialog.edit.SetFocus();
         dialog.edit.SetSel(7, 7);
         Afx::HeadlessWindowSystem::Type(dialog.edit, typed);
-        EXPECT_EQ(TextOf(dialog.edit), result);
+        EXPECT_EQ(::Test::TextOf(dialog.edit), result);
     }
 }
 

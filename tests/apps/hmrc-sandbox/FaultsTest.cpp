@@ -18,29 +18,6 @@ protected:
     std::string m_token, m_whole;
 };
 
-TEST_F(FaultsTest, SpoiltBodiesAreWhatTheirNamesSay)
-{
-    const auto body = [&](const std::string& fault) {
-        Set(R"({"path":"/","fault":")" + fault + "\"}");
-        return Get(kPaye, m_token);
-    };
-    const auto isJson = [](const std::string& text) { return nlohmann::json::accept(text); };
-
-    const std::string large = body("TOO_LARGE").body, deep = body("TOO_DEEP").body;
-    EXPECT_TRUE(isJson(large) && large.size() > 8U * 1024 * 1024);
-    EXPECT_TRUE(isJson(deep) && deep.find(']') > 32);
-    EXPECT_FALSE(isJson(body("MALFORMED").body));
-    const std::string cut = body("CUT_OFF").body;
-    EXPECT_FALSE(isJson(cut));
-    EXPECT_EQ(cut, m_whole.substr(0, cut.size()));
-    EXPECT_EQ(body("HTML").contentType, "text/html");
-    EXPECT_EQ(body("EMPTY").body, "");
-    const Answer dropped = body("DROPPED");
-    EXPECT_TRUE(dropped.dropped);
-    EXPECT_EQ(dropped.body, m_whole) << "announced whole";
-    EXPECT_GE(body("SLOW").delay.count(), 1000);
-}
-
 TEST_F(FaultsTest, FaultsOfAPathPlayInOrderAndCountDown)
 {
     Set(R"({"path":"/individual-paye","fault":"SERVER_ERROR","times":2,"retryAfter":1,"delayMs":5})");
@@ -80,25 +57,6 @@ TEST_F(FaultsTest, RedirectedRequestIsAnswered)
     const Answer followed =
         m_service.Handle({"GET", kPaye, kVersion1, "Bearer " + m_token, "", "", {{"redirected", "1"}}, true});
     EXPECT_EQ(followed.body, m_whole);
-}
-
-TEST_F(FaultsTest, LostTokenAnswerHasUsedTheRefreshTokenUp)
-{
-    const auto pair = Dialogue();
-    Set(R"({"path":"/oauth/token","fault":"DROPPED"})");
-    EXPECT_TRUE(Token(RefreshForm(pair["refresh_token"])).dropped);
-    EXPECT_EQ(Token(RefreshForm(pair["refresh_token"])).code, "invalid_grant");
-}
-
-TEST_F(FaultsTest, RefusedTokenRequestHasNotUsedTheRefreshTokenUp)
-{
-    const auto pair = Dialogue();
-    for (const char* fault : {"SERVER_ERROR", "REFRESH_IN_PROGRESS", "HTML"}) {
-        SCOPED_TRACE(fault);
-        Set(nlohmann::json{{"path", "/oauth/token"}, {"fault", fault}}.dump());
-        EXPECT_GE(Token(RefreshForm(pair["refresh_token"])).status, 400);
-    }
-    EXPECT_EQ(Token(RefreshForm(pair["refresh_token"])).status, 200);
 }
 
 } // namespace Sandbox
