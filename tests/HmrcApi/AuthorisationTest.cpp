@@ -23,6 +23,7 @@ TEST_F(Refresh, HappensBeforeTheLastMinuteOfTheAccessToken)
 {
     // in: seconds
     const ::Test::Case<double, bool> rows[] = {
+        {14300, false, "100 seconds left"},
         {14345, true, "55 seconds left"},
         {20000, true, "over"},
         {-3600, false, "a clock that was set back"},

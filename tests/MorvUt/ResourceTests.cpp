@@ -4,13 +4,13 @@
 #include <string>
 
 #include "MorvUt/res/Strings.h"
+#include "support/Case.h"
 
 TEST(MorvUtResources, EveryTextHasANumberOfItsOwnAndIsFound)
 {
     const ::Test::Case<unsigned, const char*> rows[] = {
 #define STRING(id, number, text) {id, text},
 #include "MorvUt/res/strings.def"
-#include "support/Case.h"
 #undef STRING
     };
     std::map<unsigned, std::string> seen;

@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "Afx/Clock.h"
+#include "Afx/Wnd.h"
 
 namespace Test
 {
