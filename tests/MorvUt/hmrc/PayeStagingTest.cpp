@@ -101,6 +101,7 @@ TEST_F(PayeStaging, KeepsAnEmploymentWhenItsKeyIsSplitAndJoined)
         const char* why;
     } rows[] = {
         {{one, one + "," + two}, "1/A W1=W1, 1/A W2=W2", 2, "split"},
+        {{one, two + "," + one}, "1/A W1=W1, 1/A W2=W2", 2, "split, the other way round"},
         {{one, one + "," + two, one}, "1/A=W1, ! 1/A W2=W2", 2, "and back to the first"},
         {{one, one + "," + two, two}, "! 1/A W1=W1, 1/A=W2", 2, "and back to the second"},
         {{one, one + "," + two, two, one + "," + two}, "1/A W1=W1, 1/A W2=W2", 2, "and split again"},
@@ -138,6 +139,7 @@ TEST_F(PayeStaging, KeepsAPensionWhenItsReferenceIsSplitAndJoined)
         {{one, one + "," + two}, "1/A, 1/A W2", "split: the schedule of the first is found by the bare reference"},
         {{one, one + "," + two, two}, "! 1/A, 1/A W2", "back to the second"},
         {{one + "," + two, one}, "1/A W1, ! 1/A W2", "joined"},
+        {{one + "," + two, two + "," + one}, "1/A W1, 1/A W2", "another order"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
