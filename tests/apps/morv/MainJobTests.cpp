@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 
 #include "apps/morv/Program.h"
@@ -13,67 +14,174 @@ namespace
 
 using namespace Test;
 
-/// Figures of one kind: how many, how many of them HMRC left out, and the sum of the others in pence.
-struct Sum
+constexpr std::int64_t kNone = -1; // HMRC sent no figure
+
+struct Pay
 {
-    int count, absent;
-    std::int64_t pence;
-    bool operator==(const Sum&) const = default;
-    friend std::ostream& operator<<(std::ostream& out, const Sum& sum)
-    {
-        return out << sum.count << " figures, " << sum.absent << " absent, " << sum.pence << " pence";
-    }
+    const char* key;
+    std::int64_t pay, tax, loan; // pence
 };
 
-Sum SumOf(const Json& rows, const char* member)
+struct Benefit
 {
-    Sum sum{0, 0, 0};
-    for (const Json& row : rows) {
-        ++sum.count;
-        row[member].is_null() ? sum.absent += 1 : sum.pence += row[member].get<std::int64_t>();
-    }
-    return sum;
-}
+    const char* type;
+    std::int64_t pence;
+    bool forecast;
+};
 
-/// HMRC's published figures; which of them stands in which row, the tests of the staging show.
-const struct Scenario
+struct Pension
+{
+    int mtdType;
+    const char* reference;
+    const char* date; // null: none
+    std::int64_t amount, tax;
+};
+
+struct Allowance
+{
+    const char* type;
+    std::int64_t pence;
+};
+
+struct Scenario
 {
     const char* name;
-    Sum pay, tax, loan, benefits, pensions, pensionTax, allowances;
-} kScenarios[] = {
-    {"EVERYTHING",
-     {2, 0, 3120125},
-     {2, 0, 112537},
-     {2, 1, 28485},
-     {6, 0, 78700},
-     {7, 0, 3172270},
-     {7, 1, 590400},
-     {3, 0, 45500}},
-    {"EVERYTHING_MISSING_PAY_AND_TAX",
-     {2, 1, 865020},
-     {2, 1, 22499},
-     {2, 2, 0},
-     {6, 2, 64400},
-     {7, 3, 714127},
-     {7, 3, 82022},
-     {3, 0, 45500}},
-    {"EMPLOYED", {1, 0, 3310082}, {1, 0, 750222}, {1, 0, 78811}, {3, 0, 43700}, {0, 0, 0}, {0, 0, 0}, {0, 0, 0}},
-    {"EMPLOYED_2", {2, 0, 1944909}, {2, 0, 40325}, {2, 2, 0}, {0, 0, 0}, {0, 0, 0}, {0, 0, 0}, {3, 0, 47100}},
-    {"PENSIONER", {0, 0, 0}, {0, 0, 0}, {0, 0, 0}, {0, 0, 0}, {3, 0, 7131845}, {3, 1, 1558323}, {0, 0, 0}},
-    {"JOBSEEKER", {1, 0, 456095}, {1, 0, 112501}, {1, 1, 0}, {0, 0, 0}, {1, 0, 104084}, {1, 0, 27016}, {0, 0, 0}},
+    std::vector<Pay> employments;
+    std::vector<Benefit> benefits;
+    std::vector<Pension> pensions;
+    std::vector<Allowance> allowances;
 };
 
-void ExpectSums(const Scenario& scenario, const Json& rows)
+// HMRC's published figures.
+const Scenario kScenarios[] = {
+    {"EVERYTHING",
+     {{"123/AB456", 2255105, 90038, 28485}, {"456/AB456", 865020, 22499, kNone}},
+     {{"CarBenefit", 4400, false},
+      {"CarFuelBenefit", 9900, false},
+      {"MedicalInsurance", 6400, false},
+      {"VoucherAndCreditCards", 8000, true},
+      {"EmployerProvidedServices", 12500, true},
+      {"Accommodation", 37500, true}},
+     {{1, "321/AB456", nullptr, 1015062, 256318},
+      {1, "654/AB456", "2015-03-04", 387442, 0},
+      {2, "475/BB00987", "2017-05-01", 201010, 50202},
+      {3, "892/BA500", "2017-08-14", 80064, 20016},
+      {4, "267/ESA500", "2018-03-20", 45611, 11804},
+      {0, "State Pension", nullptr, 391001, kNone},
+      {0, "State Pension lump sum", "2018-03-05", 1052080, 252060}},
+     {{"FlatRateJobExpenses", 20000}, {"ProfessionalSubscriptions", 10000}, {"EarlierYearsAdjustment", 15500}}},
+    {"EVERYTHING_MISSING_PAY_AND_TAX",
+     {{"123/AB456", kNone, kNone, kNone}, {"456/AB456", 865020, 22499, kNone}},
+     {{"CarBenefit", kNone, false},
+      {"CarFuelBenefit", kNone, false},
+      {"MedicalInsurance", 6400, false},
+      {"VoucherAndCreditCards", 8000, true},
+      {"EmployerProvidedServices", 12500, true},
+      {"Accommodation", 37500, true}},
+     {{1, "321/AB456", nullptr, kNone, kNone},
+      {1, "654/AB456", "2015-03-04", 387442, 0},
+      {2, "475/BB00987", "2017-05-01", 201010, 50202},
+      {3, "892/BA500", "2017-08-14", 80064, 20016},
+      {4, "267/ESA500", "2018-03-20", 45611, 11804},
+      {0, "State Pension", nullptr, kNone, kNone},
+      {0, "State Pension lump sum", "2018-03-05", kNone, kNone}},
+     {{"FlatRateJobExpenses", 20000}, {"ProfessionalSubscriptions", 10000}, {"EarlierYearsAdjustment", 15500}}},
+    {"EMPLOYED",
+     {{"789/AB456", 3310082, 750222, 78811}},
+     {{"Entertaining", 28400, false},
+      {"EmployerProvidedProfessionalSubscription", 8200, false},
+      {"PersonalIncidentExpenses", 7100, false}},
+     {},
+     {}},
+    {"EMPLOYED_2",
+     {{"789/AB456 C123456", 894628, 19804, kNone}, {"789/AB456 C654321", 1050281, 20521, kNone}},
+     {},
+     {},
+     {{"FlatRateJobExpenses", 25000}, {"ProfessionalSubscriptions", 12000}, {"EarlierYearsAdjustment", 10100}}},
+    {"PENSIONER",
+     {},
+     {},
+     {{1, "678/AB456", "2015-01-01", 3598723, 806211},
+      {0, "State Pension", nullptr, 465067, kNone},
+      {0, "State Pension lump sum", "2012-06-01", 3068055, 752112}},
+     {}},
+    {"JOBSEEKER", {{"567/AB456", 456095, 112501, kNone}}, {}, {{2, "475/BB00987", "2017-06-12", 104084, 27016}}, {}},
+};
+
+void ExpectPence(const Json& value, std::int64_t pence, const std::string& what)
 {
-    EXPECT_EQ(SumOf(rows["employments"], "payPence"), scenario.pay);
-    EXPECT_EQ(SumOf(rows["employments"], "taxPence"), scenario.tax);
-    EXPECT_EQ(SumOf(rows["employments"], "studentLoanPence"), scenario.loan);
-    EXPECT_EQ(SumOf(rows["pensionsAndBenefits"], "amountPence"), scenario.pensions);
-    EXPECT_EQ(SumOf(rows["pensionsAndBenefits"], "taxPence"), scenario.pensionTax);
-    Json benefits = Json::array();
-    for (const Json& row : rows["employments"])
+    if (pence == kNone) {
+        EXPECT_TRUE(value.is_null()) << what << " must be absent, is " << value;
+    } else {
+        EXPECT_EQ(value, pence) << what;
+    }
+}
+
+const Json* FindBy(const Json& list, const char* member, const std::string& value)
+{
+    const auto found = std::find_if(list.begin(), list.end(), [&](const Json& row) { return row[member] == value; });
+    return found == list.end() ? nullptr : &*found;
+}
+
+void ExpectStaged(const Scenario& scenario, const Json& staged)
+{
+    ASSERT_EQ(staged["employments"].size(), scenario.employments.size());
+    std::vector<Json> benefits;
+    for (const Pay& expected : scenario.employments) {
+        const Json* row = FindBy(staged["employments"], "key", expected.key);
+        ASSERT_NE(row, nullptr) << expected.key << " in " << staged["employments"];
+        ExpectPence((*row)["payPence"], expected.pay, expected.key);
+        ExpectPence((*row)["taxPence"], expected.tax, expected.key);
+        ExpectPence((*row)["studentLoanPence"], expected.loan, expected.key);
+    }
+    for (const Json& row : staged["employments"])
         benefits.insert(benefits.end(), row["benefits"].begin(), row["benefits"].end());
-    EXPECT_EQ(SumOf(benefits, "amountPence"), scenario.benefits);
+    ASSERT_EQ(benefits.size(), scenario.benefits.size());
+    for (const Benefit& expected : scenario.benefits) {
+        const auto found =
+            std::find_if(benefits.begin(), benefits.end(), [&](const Json& b) { return b["type"] == expected.type; });
+        ASSERT_NE(found, benefits.end()) << expected.type;
+        ExpectPence((*found)["amountPence"], expected.pence, expected.type);
+        EXPECT_EQ((*found)["forecast"], expected.forecast) << expected.type;
+    }
+    ASSERT_EQ(staged["pensionsAndBenefits"].size(), scenario.pensions.size());
+    for (const Pension& expected : scenario.pensions) {
+        const Json* row = FindBy(staged["pensionsAndBenefits"], "reference", expected.reference);
+        ASSERT_NE(row, nullptr) << expected.reference;
+        EXPECT_EQ((*row)["mtdType"], expected.mtdType) << expected.reference;
+        ExpectPence((*row)["amountPence"], expected.amount, expected.reference);
+        ExpectPence((*row)["taxPence"], expected.tax, expected.reference);
+        if (expected.date) {
+            EXPECT_EQ((*row)["date"], expected.date) << expected.reference;
+        }
+    }
+    ASSERT_EQ(staged["taxFreeAllowances"].size(), scenario.allowances.size());
+    for (const Allowance& expected : scenario.allowances) {
+        const Json* row = FindBy(staged["taxFreeAllowances"], "type", expected.type);
+        ASSERT_NE(row, nullptr) << expected.type;
+        ExpectPence((*row)["amountPence"], expected.pence, expected.type);
+    }
+}
+
+// Each schedule carries the figures of the staging row that it was made from.
+void ExpectSchedules(const Scenario& scenario, const Json& schedules)
+{
+    ASSERT_EQ(schedules["employments"].size(), scenario.employments.size());
+    std::vector<std::int64_t> pay, expectedPay, amounts, expectedAmounts;
+    for (const Json& row : schedules["employments"]) {
+        pay.push_back(row["payPence"].is_null() ? kNone : row["payPence"].get<std::int64_t>());
+        EXPECT_FALSE(row["guid"].get<std::string>().empty());
+    }
+    for (const Pay& row : scenario.employments)
+        expectedPay.push_back(row.pay);
+    for (const Json& row : schedules["pensionsAndBenefits"])
+        amounts.push_back(row["amountPence"].is_null() ? kNone : row["amountPence"].get<std::int64_t>());
+    for (const Pension& row : scenario.pensions)
+        expectedAmounts.push_back(row.amount);
+    for (auto* list : {&pay, &expectedPay, &amounts, &expectedAmounts})
+        std::sort(list->begin(), list->end());
+    EXPECT_EQ(pay, expectedPay);
+    EXPECT_EQ(amounts, expectedAmounts);
 }
 
 Json Show(const std::string& practice, int client = 1)
@@ -109,14 +217,12 @@ TEST(MainJob, EveryExampleTaxpayerIsStagedAndScheduledToThePenny)
         EXPECT_EQ(fetched["route"], "paye");
         EXPECT_EQ(fetched["newData"], true);
         EXPECT_EQ(fetched["year"], 2018);
-        const Json staged = Show(practice, client)["staged"];
-        ExpectSums(scenario, staged);
-        EXPECT_EQ(SumOf(staged["taxFreeAllowances"], "amountPence"), scenario.allowances);
+        ExpectStaged(scenario, Show(practice, client)["staged"]);
 
         const Json created = MorvJson(On("create", practice, client));
-        EXPECT_EQ(created["created"]["employments"], scenario.pay.count);
-        EXPECT_EQ(created["created"]["pensionsAndBenefits"], scenario.pensions.count);
-        ExpectSums(scenario, Show(practice, client)["schedules"]);
+        EXPECT_EQ(created["created"]["employments"], scenario.employments.size());
+        EXPECT_EQ(created["created"]["pensionsAndBenefits"], scenario.pensions.size());
+        ExpectSchedules(scenario, Show(practice, client)["schedules"]);
         EXPECT_EQ(MorvJson(On("differences", practice, client))["differences"].size(), 0u);
 
         const Json before = Show(practice, client);
