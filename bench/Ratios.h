@@ -39,9 +39,8 @@ public:
             if (!run.error_occurred && (run.aggregate_name == "median" || run.repetitions == 1)) {
                 const std::string name = run.run_name.function_name;
                 const std::size_t slash = name.rfind('/');
-                TimesOf(name.substr(0, slash))
-                    .emplace_back(name.substr(slash + 1),
-                                  m_clock == Clock::Processor ? run.GetAdjustedCPUTime() : run.GetAdjustedRealTime());
+                m_times[name.substr(0, slash)][name.substr(slash + 1)] =
+                    m_clock == Clock::Processor ? run.GetAdjustedCPUTime() : run.GetAdjustedRealTime();
             }
     }
 
@@ -50,39 +49,30 @@ public:
     {
         std::printf("\n%-36s %-36s %s\n", "subject", "peer", "ours / peer");
         std::string misses;
-        for (const auto& [subject, times] : m_subjects)
-            for (std::size_t i = 1; i < times.size() && times[0].first == "ours"; ++i) {
-                char line[160];
-                const double ratio = times[0].second / times[i].second;
-                std::snprintf(line, sizeof line, "%-36s %-36s %.2f\n", subject.c_str(), times[i].first.c_str(), ratio);
-                std::fputs(line, stdout);
-                if (ratio >= LimitOf(subject + '/' + times[i].first))
-                    misses += line;
-            }
+        for (const auto& [subject, times] : m_times) {
+            const auto ours = times.find("ours");
+            for (const auto& [peer, time] : times)
+                if (ours != times.end() && peer != "ours")
+                    PrintRatio(subject, peer, ours->second / time, misses);
+        }
         std::printf("\n%s%s", misses.empty() ? "every row is below its limit\n" : "not below the limit:\n",
                     misses.c_str());
     }
 
 private:
-    using Times = std::vector<std::pair<std::string, double>>;
-
-    /// In the order in which subjects are registered.
-    Times& TimesOf(const std::string& subject)
+    void PrintRatio(const std::string& subject, const std::string& peer, double ratio, std::string& misses) const
     {
-        for (auto& [name, times] : m_subjects)
-            if (name == subject)
-                return times;
-        return m_subjects.emplace_back(subject, Times()).second;
-    }
-    double LimitOf(const std::string& row) const
-    {
-        const auto limit = m_limits.find(row);
-        return limit == m_limits.end() ? 1 : limit->second;
+        char line[160];
+        std::snprintf(line, sizeof line, "%-36s %-36s %.2f\n", subject.c_str(), peer.c_str(), ratio);
+        std::fputs(line, stdout);
+        const auto limit = m_limits.find(subject + '/' + peer);
+        if (ratio >= (limit == m_limits.end() ? 1 : limit->second))
+            misses += line;
     }
 
     Clock m_clock;
     Limits m_limits;
-    std::vector<std::pair<std::string, Times>> m_subjects;
+    std::map<std::string, std::map<std::string, double>> m_times; // subject, entry
 };
 
 /// Runs everything that is registered; five repetitions, ours and the peers taking turns, unless the command line says

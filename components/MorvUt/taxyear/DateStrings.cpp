@@ -90,11 +90,13 @@ constexpr bool IsCivil(const X_DateStr_tag& date) noexcept
 
 constexpr int OleDayOf(const X_DateStr_tag& date) noexcept { return Afx::OleDayOf(date.year, date.month, date.day); }
 
-/// A day of the years 1901 to 2099 that needs no look at the length of its month.
+/// A day of the years 1901 to 2099 that is in its month in every year: not 29 February.
 constexpr bool IsPlain(const X_DateStr_tag& date) noexcept
 {
-    return date.year - 1901u < 199u && date.month - 1u < 12u && date.day - 1u < 28u;
+    constexpr std::uint8_t kDays[] = {0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    return date.year - 1901u < 199u && date.month <= 12 && date.day - 1u < kDays[date.month];
 }
+static_assert(IsPlain({31, 12, 2099}) && !IsPlain({29, 2, 2024}) && !IsPlain({1, 0, 2024}) && !IsPlain({0, 1, 2024}));
 
 /// A plain day's number, counted from a fixed one. In those years every fourth has a leap day, so no century counts;
 /// the year begins in March, so that the leap day is its last.
