@@ -154,7 +154,8 @@ unsigned GetMapCount(const TypeMapping* table) noexcept
     return count;
 }
 
-int GetMapIndexFromShortName(const TypeMapping* table, const char* key, int* index) noexcept
+// Called for every row that is exchanged: the scan is one loop without calls, but for the row that is like the key.
+[[gnu::flatten]] int GetMapIndexFromShortName(const TypeMapping* table, const char* key, int* index) noexcept
 {
     if (!key || !index)
         return kNotFound;

@@ -1,5 +1,6 @@
 #include "MorvUt/taxyear/DateStrings.h"
 
+#include <array>
 #include <string_view>
 
 #include "Afx/Calendar.h"
@@ -90,11 +91,18 @@ constexpr bool IsCivil(const X_DateStr_tag& date) noexcept
 
 constexpr int OleDayOf(const X_DateStr_tag& date) noexcept { return Afx::OleDayOf(date.year, date.month, date.day); }
 
-/// A day of the years 1901 to 2099 that is in its month in every year: not 29 February.
+/// By any month number: the days that it has in every year, 0 for what is no month.
+constexpr auto kPlainDays = [] {
+    std::array<std::uint8_t, 256> days{};
+    for (int month = 1; month <= 12; ++month)
+        days[static_cast<std::size_t>(month)] = static_cast<std::uint8_t>(Afx::DaysInMonth(2023, month));
+    return days;
+}();
+
+/// A day of the years 1901 to 2099, but 29 February.
 constexpr bool IsPlain(const X_DateStr_tag& date) noexcept
 {
-    constexpr std::uint8_t kDays[] = {0, 31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-    return date.year - 1901u < 199u && date.month <= 12 && date.day - 1u < kDays[date.month];
+    return date.year - 1901u < 199u && date.day - 1u < kPlainDays[date.month];
 }
 static_assert(IsPlain({31, 12, 2099}) && !IsPlain({29, 2, 2024}) && !IsPlain({1, 0, 2024}) && !IsPlain({0, 1, 2024}));
 
