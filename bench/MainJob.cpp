@@ -186,7 +186,7 @@ int main(int argc, char** argv)
     OpenPractice("ours.db");
     benchmark::RegisterBenchmark("fetch to schedules/ours", Ours)->Unit(benchmark::kMicrosecond);
     benchmark::RegisterBenchmark("fetch to schedules/same rows in C", RawC)->Unit(benchmark::kMicrosecond);
-    const int result = Bench::RunAll(argc, argv);
+    const int result = Bench::RunAll(argc, argv, Bench::Clock::Real);
     MorvUtShutDown();
     std::filesystem::remove_all(Scratch());
     return result;

@@ -44,7 +44,7 @@ int main(int argc, char** argv)
 {
     benchmark::RegisterBenchmark("same-key access/ours", Ours);
     benchmark::RegisterBenchmark("same-key access/function-local static", LocalStatic);
-    const int result = Bench::RunAll(argc, argv);
+    const int result = Bench::RunAll(argc, argv, Bench::Clock::Processor);
     MorvUtShutDown();
     return result;
 }

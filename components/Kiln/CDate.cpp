@@ -271,7 +271,7 @@ bool operator<=(const CDate& a, const CDate& b) noexcept
     return a < b || (a.IsValid() && b.IsValid() && IsSameMoment(a.m_date, b.m_date));
 }
 
-long DaysBetween(const CDate& from, const CDate& to) noexcept
+long Detail::RoundedDaysBetween(const CDate& from, const CDate& to) noexcept
 {
     const double days = to - from;
     return std::lround(days + std::copysign(kHalfSecond, days));

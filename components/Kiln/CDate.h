@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "Afx/CString.h"
+#include "Afx/Numbers.h"
 #include "Kiln/Export.h"
 
 namespace Kiln
@@ -101,9 +102,27 @@ private:
     CDate::YearHandler m_before;
 };
 
+namespace Detail
+{
+
+/// DaysBetween for any dates.
+KILN_API long RoundedDaysBetween(const CDate& from, const CDate& to) noexcept;
+
+} // namespace Detail
+
 /// Days from `from` to `to`, to the nearest whole day after half a second's correction toward the sign of the
 /// difference; halves go away from zero. 0 unless both are valid.
-KILN_API long DaysBetween(const CDate& from, const CDate& to) noexcept;
+inline long DaysBetween(const CDate& from, const CDate& to) noexcept
+{
+    // From 30 December 1899 on whole days subtract as they are; only fractions and older dates need more.
+    const double first = from.GetOleDate(), last = to.GetOleDate();
+    if (from.IsValid() && to.IsValid() && first >= 0 && last >= 0) {
+        const auto days = static_cast<long>(Afx::ToInt64(last - first).value_or(0));
+        if (static_cast<double>(days) == last - first)
+            return days;
+    }
+    return Detail::RoundedDaysBetween(from, to);
+}
 
 /// A period; both ends belong to it.
 class KILN_API DatePeriod

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cmath>
 #include <limits>
+#include <vector>
 
 #include "support/Case.h"
 #include "support/TestSupport.h"
@@ -257,6 +258,19 @@ TEST(DaysBetween, CountsWholeDays)
     for (const auto& row : rows)
         EXPECT_EQ(DaysBetween(row.from, row.to), row.days) << row.why;
     EXPECT_EQ(CDate::FromOleDate(-1.75) - CDate::FromOleDate(-1.25), 0.5) << "before 1900";
+}
+
+// Whole days from 1900 on are subtracted in place; the function for all dates is the rule.
+TEST(DaysBetween, AgreesWithTheRuleNearEveryBoundary)
+{
+    std::vector<CDate> dates{{}, CDate::Invalid(), {100, 1, 1}, {9999, 12, 31}};
+    for (const double day : {-2.0, -1.0, 0.0, 1.0, 2.0, 45387.0})
+        for (const double fraction : {-0.75, -0.5, 0.0, kHalfSecond, 0.25, 0.5, 0.5 - kHalfSecond, 0.999999})
+            dates.push_back(CDate::FromOleDate(day + fraction));
+    for (const CDate& from : dates)
+        for (const CDate& to : dates)
+            EXPECT_EQ(DaysBetween(from, to), Kiln::Detail::RoundedDaysBetween(from, to))
+                << from.GetOleDate() << ' ' << to.GetOleDate();
 }
 
 TEST(DatePeriod, HoldsBothEnds)

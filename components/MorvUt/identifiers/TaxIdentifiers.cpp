@@ -13,7 +13,8 @@ using Identifiers::IsDigit;
 using Identifiers::IsLetter;
 
 /// A stands for a letter, 9 for a digit.
-constexpr std::string_view kNINumberShapes[] = {"AA999999A", "AA999999", "99A99999"};
+constexpr std::string_view kUsualShape = "AA999999", kTemporaryShape = "99A99999";
+constexpr std::string_view kNINumberShapes[] = {"AA999999A", kUsualShape, kTemporaryShape};
 
 constexpr int kUTRLength = 10;
 constexpr int kUTRWeights[kUTRLength] = {0, 6, 7, 8, 9, 10, 5, 4, 3, 2}; // the first digit is the check digit
@@ -22,13 +23,14 @@ static_assert(kUTRCheckDigits.size() == 11);
 
 constexpr bool Fits(char c, char place) noexcept { return place == '9' ? IsDigit(c) : IsLetter(c); }
 
-/// Whether `text` is as `shape` says; the end mark fits no place, so a shorter text is not overrun.
-bool Matches(const char* text, std::string_view shape) noexcept
+/// Whether `text` begins as `shape` says; the end mark fits no place, so a shorter text is not overrun. To be called
+/// with a constant, which the compiler makes into one comparison after the other.
+inline bool BeginsAs(const char* text, std::string_view shape) noexcept
 {
     for (std::size_t i = 0; i < shape.size(); ++i)
         if (!Fits(text[i], shape[i]))
             return false;
-    return text[shape.size()] == '\0';
+    return true;
 }
 
 /// Places of `text` that differ from a shape which is not longer.
@@ -75,12 +77,15 @@ int WeightedSum(const char* text) noexcept
 
 bool IsValidNINumber(const char* text) noexcept
 {
+    // The three shapes at once: the first character tells which it can be, and the last letter may be absent.
     if (!text)
         return false;
-    for (const std::string_view shape : kNINumberShapes)
-        if (Matches(text, shape))
-            return true;
-    return false;
+    if (!IsLetter(*text))
+        return BeginsAs(text, kTemporaryShape) && text[kTemporaryShape.size()] == '\0';
+    if (!BeginsAs(text, kUsualShape))
+        return false;
+    const char* const rest = text + kUsualShape.size();
+    return *rest == '\0' || (IsLetter(*rest) && rest[1] == '\0');
 }
 
 bool IsValidUTR(const char* text) noexcept

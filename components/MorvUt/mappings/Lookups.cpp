@@ -1,6 +1,5 @@
 #include <cstdint>
 #include <cstring>
-#include <string_view>
 
 #include "Afx/TextFold.h"
 #include "MorvUt/mappings/TypeMappings.h"
@@ -57,32 +56,87 @@ Word WordAt(const char* text) noexcept
 // them is not ASCII.
 bool LookAlike(char a, char b) noexcept { return ((a ^ b) & 0xDF) == 0 || ((a | b) & 0x80) != 0; }
 
-// Whether two texts of one length are equal but for the case of ASCII letters. The last word may overlap the one
-// before.
-bool EqualAscii(const char* a, const char* b, std::size_t length) noexcept
+// Whether two texts of one length, a word at least, are equal but for the case of ASCII letters. The last word may
+// overlap the one before.
+template<class Word_t>
+bool EqualWords(const char* a, const char* b, std::size_t length) noexcept
 {
-    if (length < kWordSize)
-        return std::memcmp(a, b, length) == 0;
-    const std::size_t last = length - kWordSize;
-    for (std::size_t i = 0; i < last; i += kWordSize)
-        if (LowerAscii(WordAt(a + i)) != LowerAscii(WordAt(b + i)))
+    const auto isEqual = [a, b](std::size_t at) {
+        Word_t wordA, wordB;
+        std::memcpy(&wordA, a + at, sizeof wordA);
+        std::memcpy(&wordB, b + at, sizeof wordB);
+        return LowerAscii(wordA) == LowerAscii(wordB);
+    };
+    const std::size_t last = length - sizeof(Word_t);
+    for (std::size_t i = 0; i < last; i += sizeof(Word_t))
+        if (!isEqual(i))
             return false;
-    return LowerAscii(WordAt(a + last)) == LowerAscii(WordAt(b + last));
+    return isEqual(last);
 }
 
-// Afx::EqualNoCase(key, wanted). Most keys part at the first letter, the length (folding keeps it) or the last letter;
-// the keys of one table often begin alike.
-bool EqualKeys(const char* key, std::string_view wanted) noexcept
+bool EqualAscii(const char* a, const char* b, std::size_t length) noexcept
 {
-    if (*key == '\0' || wanted.empty())
-        return *key == '\0' && wanted.empty();
-    if (!LookAlike(*key, wanted.front()))
-        return false;
-    const std::size_t length = std::strlen(key);
-    if (length != wanted.size() || !LookAlike(key[length - 1], wanted.back()))
-        return false;
-    return EqualAscii(key, wanted.data(), length) || Afx::EqualNoCase({key, length}, wanted);
+    if (length >= kWordSize)
+        return EqualWords<Word>(a, b, length);
+    return length >= sizeof(std::uint32_t) ? EqualWords<std::uint32_t>(a, b, length) : std::memcmp(a, b, length) == 0;
 }
+
+// A key that is looked for. The keys of a table often begin with the same three letters and have the same length, so
+// the first eight characters are compared at once before anything else.
+class WantedKey
+{
+public:
+    explicit WantedKey(const char* text) noexcept : m_text(text)
+    {
+        if (HasWord(text)) {
+            m_word = WordAt(text);
+            m_isWordAscii = (m_word & Each(0x80)) == 0;
+        }
+    }
+
+    // Afx::EqualNoCase(key, wanted).
+    bool Equals(const char* key) const noexcept
+    {
+        if (!m_isWordAscii)
+            return EqualsAny(key);
+        if (!HasWordAlike(key) || ((WordAt(key) ^ m_word) & Each(0xDF)) != 0)
+            return false; // LookAlike of eight; what is ASCII equals nothing else
+        if (key[kWordSize] == '\0' || m_text[kWordSize] == '\0') // the usual length: no more to look at
+            return key[kWordSize] == m_text[kWordSize] && LowerAscii(WordAt(key)) == LowerAscii(m_word);
+        return EqualsAny(key);
+    }
+
+private:
+    // Whether there are so many characters; reads none behind the end mark.
+    static bool HasWord(const char* text) noexcept
+    {
+        return text[0] && text[1] && text[2] && text[3] && text[4] && text[5] && text[6] && text[7];
+    }
+
+    // HasWord of a key that may be equal: the fourth character, the first that differs in most tables, decides early.
+    bool HasWordAlike(const char* key) const noexcept
+    {
+        return key[0] && key[1] && key[2] && LookAlike(key[3], m_text[3]) && key[3] && key[4] && key[5] && key[6] &&
+               key[7];
+    }
+
+    // Equals for any. Most keys part at the first letter, the length (folding keeps it) or the last letter.
+    bool EqualsAny(const char* key) const noexcept
+    {
+        if (*key == '\0' || *m_text == '\0')
+            return *key == *m_text;
+        if (!LookAlike(*key, *m_text))
+            return false;
+        const std::size_t length = std::strlen(key);
+        if (length != std::strlen(m_text) || !LookAlike(key[length - 1], m_text[length - 1]))
+            return false;
+        return EqualAscii(key, m_text, length) || Afx::EqualNoCase({key, length}, {m_text, length});
+    }
+
+    const char* m_text;
+    Word m_word = 0;            // the first eight characters
+    bool m_isWordAscii = false; // there are so many, all of them ASCII
+};
 
 const TypeMapping* FindCode(const TypeMapping* table, int index) noexcept
 {
@@ -100,14 +154,14 @@ unsigned GetMapCount(const TypeMapping* table) noexcept
     return count;
 }
 
-int GetMapIndexFromShortName(const TypeMapping* table, const char* key, int* index) noexcept
+// Called for every row that is exchanged: the scan is one loop without calls, but for the row that is like the key.
+[[gnu::flatten]] int GetMapIndexFromShortName(const TypeMapping* table, const char* key, int* index) noexcept
 {
     if (!key || !index)
         return kNotFound;
-    return Answer(
-        FindRow(table, &TypeMapping::shortName,
-                [wanted = std::string_view(key)](const TypeMapping& row) { return EqualKeys(row.shortName, wanted); }),
-        &TypeMapping::index, index);
+    return Answer(FindRow(table, &TypeMapping::shortName,
+                          [wanted = WantedKey(key)](const TypeMapping& row) { return wanted.Equals(row.shortName); }),
+                  &TypeMapping::index, index);
 }
 
 int GetMapIndexFromLongName(const TypeMapping* table, const char* name, int* index) noexcept

@@ -88,7 +88,8 @@ Detail::PenceText::PenceText(std::uint64_t pence, PenceMark mark) noexcept
         *--m_first = static_cast<char>(mark);
 }
 
-void CurrencyToCStr(__int64 pence, CString& out)
+// Called for every amount that is shown, so nothing in it is a call that need not be.
+[[gnu::flatten]] void CurrencyToCStr(__int64 pence, CString& out)
 {
     out.Empty();
     if (pence != 0)

@@ -1,5 +1,6 @@
 #include "MorvUt/taxyear/DateStrings.h"
 
+#include <array>
 #include <string_view>
 
 #include "Afx/Calendar.h"
@@ -90,11 +91,20 @@ constexpr bool IsCivil(const X_DateStr_tag& date) noexcept
 
 constexpr int OleDayOf(const X_DateStr_tag& date) noexcept { return Afx::OleDayOf(date.year, date.month, date.day); }
 
-/// A day of the years 1901 to 2099 that needs no look at the length of its month.
+/// By any month number: the days that it has in every year, 0 for what is no month.
+constexpr auto kPlainDays = [] {
+    std::array<std::uint8_t, 256> days{};
+    for (int month = 1; month <= 12; ++month)
+        days[static_cast<std::size_t>(month)] = static_cast<std::uint8_t>(Afx::DaysInMonth(2023, month));
+    return days;
+}();
+
+/// A day of the years 1901 to 2099, but 29 February.
 constexpr bool IsPlain(const X_DateStr_tag& date) noexcept
 {
-    return date.year - 1901u < 199u && date.month - 1u < 12u && date.day - 1u < 28u;
+    return date.year - 1901u < 199u && date.day - 1u < kPlainDays[date.month];
 }
+static_assert(IsPlain({31, 12, 2099}) && !IsPlain({29, 2, 2024}) && !IsPlain({1, 0, 2024}) && !IsPlain({0, 1, 2024}));
 
 /// A plain day's number, counted from a fixed one. In those years every fourth has a leap day, so no century counts;
 /// the year begins in March, so that the leap day is its last.

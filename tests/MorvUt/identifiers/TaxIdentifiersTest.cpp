@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <regex>
 #include <string>
+#include <string_view>
 
 #include "support/Case.h"
 
@@ -38,6 +40,19 @@ TEST(NINumber, IsRefusedWithAReason)
         EXPECT_FALSE(IsValidNINumber(row.in));
         EXPECT_EQ(WhyNotNINumber(row.in), row.out);
     }
+}
+
+TEST(NINumber, AgreesWithTheShapesWhateverCharacterChanges)
+{
+    const std::regex shape("[A-Za-z]{2}[0-9]{6}[A-Za-z]?|[0-9]{2}[A-Za-z][0-9]{5}");
+    for (const std::string base : {"QQ123456C", "QQ123456", "12A34567", "12A34567B", "QQ123456CD"})
+        for (std::size_t place = 0; place < base.size(); ++place)
+            for (const char c : std::string_view("AZaz@[`{09/: \x80\xC1\xE1\0", 17)) {
+                std::string text = base;
+                text[place] = c;
+                text = text.c_str(); // up to the end mark
+                EXPECT_EQ(IsValidNINumber(text.c_str()), std::regex_match(text, shape)) << text;
+            }
 }
 
 TEST(NINumber, IsNeverRefusedWithoutAReason)

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "Afx/TextFold.h"
 #include "MorvUt/mappings/TypeMappings.h"
 
@@ -33,6 +35,10 @@ const TypeMapping kOddTable[] = {
     {5, "short", "One"},
     {1, "other", "Six"},
     {7, "Czech \xC4\x8C", "Seven"}, // ends with a capital C with caron
+    {8, "EX_BADDB", "Eight"},
+    {9, "EX_BADDBX", "Nine"},
+    {10, "abc\xC3\xA9t\xC3\xA9", "Ten"}, // not ASCII from the fourth character on
+    {11, "EX_", "Eleven"},
     kEndOfTable,
 };
 
@@ -68,6 +74,31 @@ TEST(GetMapIndexFromShortName, IgnoresCase)
         SCOPED_TRACE(row.why);
         EXPECT_EQ(IndexOfKey(row.table, row.key), row.index);
     }
+}
+
+// The lookup compares several characters at once; this is the rule as it reads.
+int PlainIndexOfKey(const TypeMapping* table, const std::string& key)
+{
+    for (; table->shortName; ++table)
+        if (Afx::EqualNoCase(table->shortName, key))
+            return table->index;
+    return kUntouched;
+}
+
+TEST(GetMapIndexFromShortName, IsTheFirstRowEqualButForCase)
+{
+    for (const TypeMapping* table : {kOddTable, OtherOutRefs, mapPSBTypes, Shares})
+        for (const TypeMapping* row = table; row->shortName; ++row) {
+            const std::string key = row->shortName;
+            for (std::size_t place = 0; place <= key.size(); ++place) {
+                const std::string start = key.substr(0, place), rest = key.substr(place);
+                std::string flipped = key;
+                if (place < key.size())
+                    flipped[place] = static_cast<char>(flipped[place] ^ 0x20);
+                for (const std::string& wanted : {start, rest, start + ' ' + rest, start + "\xC3\xA9" + rest, flipped})
+                    EXPECT_EQ(IndexOfKey(table, wanted.c_str()), PlainIndexOfKey(table, wanted.c_str())) << wanted;
+            }
+        }
 }
 
 TEST(GetMapIndexFromShortName, FindsEveryKeyInAnyCase)

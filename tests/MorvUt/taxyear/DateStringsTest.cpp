@@ -232,6 +232,21 @@ TEST(DayBetween, CountsRealDaysOnly)
         EXPECT_EQ(DayBetween(&row.from, &row.to), row.days) << row.why;
 }
 
+// Most dates are counted in a shorter way; all must count as the calendar does.
+TEST(DayBetween, AgreesWithTheCalendarOnEveryDay)
+{
+    constexpr Record kFrom{15, 6, 2000};
+    for (const int year : {1899, 1900, 1901, 1904, 2000, 2023, 2024, 2099, 2100})
+        for (int month = 0; month <= 14; ++month)
+            for (int day = 0; day <= 32; ++day) {
+                const Record to{static_cast<std::uint8_t>(day), static_cast<std::uint8_t>(month),
+                                static_cast<std::uint16_t>(year)};
+                const Kiln::CDate date(year, month, day);
+                const double days = date - Kiln::CDate(2000, 6, 15);
+                EXPECT_EQ(DayBetween(&kFrom, &to), days) << year << '-' << month << '-' << day;
+            }
+}
+
 TEST(DateFormats, EndWithANull)
 {
     for (const auto* table : {arrDateFormatStrings, arrDateFormatStringsForDialogs}) {
