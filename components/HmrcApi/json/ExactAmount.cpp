@@ -1,6 +1,7 @@
 #include "HmrcApi/json/ExactAmount.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 
 namespace HmrcApi
@@ -60,7 +61,7 @@ bool Append(std::uint64_t& value, unsigned digit) noexcept
 std::optional<std::uint64_t> Scale(std::string_view whole, std::string_view fraction, long long shift) noexcept
 {
     std::uint64_t value = 0;
-    const auto count = static_cast<long long>(whole.size() + fraction.size());
+    const long long count = std::ssize(whole) + std::ssize(fraction);
     for (long long i = 0; i < count; ++i) {
         const auto at = static_cast<std::size_t>(i);
         const char c = at < whole.size() ? whole[at] : fraction[at - whole.size()];

@@ -76,7 +76,7 @@ private:
         std::unique_ptr<CSingleton> made(derived);
         if (!AreQuarryListenersDisabled())
             made->AddListeners();
-        made.release();
+        static_cast<void>(made.release()); // the store's now
         return derived;
     }
 

@@ -85,6 +85,7 @@ EmploymentMatches::EmploymentMatches(ClientId client, short year)
     for (int row = 0; row < staged.GetCount(); ++row)
         keys.insert(staged[row].GetKey().Str());
     std::vector<PayeIdentity> identities;
+    identities.reserve(static_cast<std::size_t>(schedules.GetCount()));
     for (int row = 0; row < schedules.GetCount(); ++row)
         identities.push_back({schedules[row].GetPAYEReference().Str(), schedules[row].GetWorksNumber().Str()});
     const std::vector<std::string> scheduleKeys = ScheduleKeys(identities, keys);
