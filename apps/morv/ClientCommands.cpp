@@ -128,10 +128,7 @@ void PrintView(const Json& view)
 
 Json ClientOf(long id)
 {
-    Brix::CClient client;
-    if (id == 0 || !client.Open({{0, id}}))
-        throw CommandError(Exit::BadInput, "UNKNOWN_CLIENT", "--client: there is no client " + std::to_string(id),
-                           "morv client list shows who there is.");
+    const Brix::CClient client = OpenClient(id);
     Json view = ViewOf(client);
     view["nationalInsuranceNumber"] = TextOf(client.GetNINumber());
     view["utr"] = TextOf(client.GetUTR());

@@ -39,15 +39,6 @@ void UseBase(const CommonOptions& options)
                            "Only http:// or https:// on 127.0.0.1, [::1] or localhost is taken.");
 }
 
-// The client must be there before anything is asked of HMRC.
-void RequireClient(long id)
-{
-    Brix::CClient client;
-    if (id == 0 || !client.Open({{0, id}}))
-        throw CommandError(Exit::BadInput, "UNKNOWN_CLIENT", "--client: there is no client " + std::to_string(id),
-                           "morv client list shows who there is.");
-}
-
 // ---- authorise
 
 // Runs `command` with the address as its last argument; its output goes to standard error.
@@ -262,7 +253,7 @@ Exit Fetch(const HmrcArguments& arguments, const CommonOptions& options)
     const PracticeSession session(arguments.practice, options, Login::Needed);
     if (arguments.all)
         return FetchAll(arguments, options);
-    RequireClient(arguments.client);
+    OpenClient(arguments.client); // it must be there before anything is asked or written
     const Fetched fetched = FetchOne(arguments.client, arguments, options);
     if (fetched.unreachable)
         return Exit::HmrcUnreachable;
@@ -274,7 +265,7 @@ Exit Fetch(const HmrcArguments& arguments, const CommonOptions& options)
 void Create(const HmrcArguments& arguments, const CommonOptions& options)
 {
     const PracticeSession session(arguments.practice, options, Login::Needed);
-    RequireClient(arguments.client);
+    OpenClient(arguments.client); // it must be there before anything is asked or written
     HmrcApi::CPAYEPrepop prepop(ClientId(arguments.client), TaxYearHelpers::GetCurrentTaxYear(), {},
                                 HmrcApi::IEndpointOverride::Live);
     // New schedules are what the staged records hold and the return lacks; without any, nothing is written.
@@ -324,7 +315,7 @@ Json ViewOf(const HmrcApi::Difference& difference)
 void Differences(const HmrcArguments& arguments, const CommonOptions& options)
 {
     const PracticeSession session(arguments.practice, options, Login::Needed);
-    RequireClient(arguments.client);
+    OpenClient(arguments.client); // it must be there before anything is asked or written
     const auto differences = HmrcApi::FindDifferences(ClientId(arguments.client), TaxYearHelpers::GetCurrentTaxYear());
     if (options.json) {
         Json list = Json::array();

@@ -71,6 +71,15 @@ void LogIn(const std::string& user, Login login)
 
 } // namespace
 
+Brix::CClient OpenClient(long id)
+{
+    Brix::CClient client;
+    if (id == 0 || !client.Open({{0, id}}))
+        throw CommandError(Exit::BadInput, "UNKNOWN_CLIENT", "--client: there is no client " + std::to_string(id),
+                           "morv client list shows who there is.");
+    return client;
+}
+
 std::string PracticePath(const std::string& practice)
 {
     if (practice.starts_with("odbc:"))

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "Afx/Application.h"
+#include "Brix/Records.h"
 #include "CommandError.h"
 
 namespace Morv
@@ -47,6 +48,9 @@ public:
     PracticeSession(const PracticeSession&) = delete;
     PracticeSession& operator=(const PracticeSession&) = delete;
 };
+
+/// The client of that row id. Throws CommandError when there is none.
+Brix::CClient OpenClient(long id);
 
 /// The file behind a practice text: "sqlite:path" or a bare path; empty for a server.
 std::string PracticePath(const std::string& practice);
