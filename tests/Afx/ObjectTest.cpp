@@ -25,35 +25,24 @@ IMPLEMENT_DYNCREATE(CMade, CPlain)
 
 } // namespace
 
-TEST(CObject, KnowsItsClasses)
+TEST(CRuntimeClass, MakesWhatCanBeMadeAndKnowsItsBases)
 {
-    const CMade made;
-    EXPECT_TRUE(made.IsKindOf(RUNTIME_CLASS(CMade)) && made.IsKindOf(RUNTIME_CLASS(CPlain)) &&
-                made.IsKindOf(RUNTIME_CLASS(CObject)));
-    EXPECT_FALSE(CPlain().IsKindOf(RUNTIME_CLASS(CMade)));
-    EXPECT_FALSE(made.IsKindOf(nullptr));
-    EXPECT_STREQ(made.GetRuntimeClass()->m_lpszClassName, "CMade");
-}
-
-TEST(CRuntimeClass, MakesWhatCanBeMade)
-{
+    EXPECT_EQ(RUNTIME_CLASS(CPlain)->CreateObject(), nullptr);
     const std::unique_ptr<CObject> made(RUNTIME_CLASS(CMade)->CreateObject());
     ASSERT_TRUE(made);
-    EXPECT_EQ(made->GetRuntimeClass(), RUNTIME_CLASS(CMade));
-    EXPECT_EQ(RUNTIME_CLASS(CPlain)->CreateObject(), nullptr);
+    EXPECT_STREQ(made->GetRuntimeClass()->m_lpszClassName, "CMade");
+    EXPECT_TRUE(made->IsKindOf(RUNTIME_CLASS(CMade)) && made->IsKindOf(RUNTIME_CLASS(CPlain)) &&
+                made->IsKindOf(RUNTIME_CLASS(CObject)));
+    EXPECT_FALSE(CPlain().IsKindOf(RUNTIME_CLASS(CMade)));
+    EXPECT_FALSE(made->IsKindOf(nullptr));
 }
 
 TEST(CException, IsCaughtByItsBaseAndKeepsItsClass)
 {
-    try {
-        throw new CInvalidArgException("no such year");
-    } catch (CException* exception) {
-        EXPECT_EQ(exception->GetErrorMessage(), "no such year");
-        EXPECT_TRUE(exception->IsKindOf(RUNTIME_CLASS(CInvalidArgException)));
-        EXPECT_FALSE(exception->IsKindOf(RUNTIME_CLASS(CUserException)));
-        exception->Delete();
-    }
+    EXPECT_EQ(::Test::MessageOf<CException>([] { throw new CInvalidArgException("no such year"); }), "no such year");
     EXPECT_EQ(::Test::MessageOf<CUserException>([] { throw new CUserException; }), "");
+    EXPECT_TRUE(CInvalidArgException("").IsKindOf(RUNTIME_CLASS(CException)));
+    EXPECT_FALSE(CInvalidArgException("").IsKindOf(RUNTIME_CLASS(CUserException)));
 }
 
 TEST(CArray, ChecksEveryIndex)

@@ -6,11 +6,6 @@
 #include "CellarTestSupport.h"
 #include "support/Case.h"
 
-namespace Cellar
-{
-namespace
-{
-
 class Connection : public testing::Test
 {
 protected:
@@ -194,6 +189,3 @@ TEST_F(Connection, RowListsRefuseWhatIsNotThere)
     EXPECT_EQ(large.GetShort("nLarge"), 0); // and not what is left of it in 16 bits
     EXPECT_EQ(large.GetShort("nSmall"), -32768);
 }
-
-} // namespace
-} // namespace Cellar

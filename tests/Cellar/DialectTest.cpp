@@ -5,11 +5,6 @@
 #include "CellarTestSupport.h"
 #include "support/Case.h"
 
-namespace Cellar
-{
-namespace
-{
-
 const Dialect* const kDialects[] = {&SqliteDialect(), &PostgresDialect(), &SqlServerDialect()};
 
 TEST(Dialect, KnowsThePlaceholders)
@@ -107,6 +102,3 @@ TEST(Dialect, GoldenStatements)
         EXPECT_EQ(dialect->Translate("SELECT 1 -- %s ? '\n, 2 /* a /* %d ' */ b */ FROM t").text,
                   "SELECT 1  \n, 2   FROM t");
 }
-
-} // namespace
-} // namespace Cellar

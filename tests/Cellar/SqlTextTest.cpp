@@ -5,11 +5,6 @@
 
 #include "CellarTestSupport.h"
 
-namespace Cellar
-{
-namespace
-{
-
 // What a user typed never becomes statement text.
 static_assert(!std::is_constructible_v<SqlText, std::string>);
 static_assert(!std::is_constructible_v<SqlText, std::string_view>);
@@ -43,6 +38,3 @@ TEST(SqlTextIdentifier, RefusesWhatCouldEndAName)
         EXPECT_EQ(ErrorOf([&] { SqlText::Identifier(name); }).GetCategory(), Category::Syntax) << name;
     EXPECT_EQ(SqlText::Identifier("_BRIXMTD_TaxYear2").View(), "_BRIXMTD_TaxYear2");
 }
-
-} // namespace
-} // namespace Cellar

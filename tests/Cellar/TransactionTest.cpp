@@ -4,11 +4,6 @@
 #include "CellarTestSupport.h"
 #include "support/Case.h"
 
-namespace Cellar
-{
-namespace
-{
-
 class Transaction : public testing::Test
 {
 protected:
@@ -188,6 +183,3 @@ TEST_F(Transaction, ContendingConnectionsAllGetThrough)
         thread.join();
     EXPECT_EQ(CBufferedRowList(*connection, "SELECT nValue FROM Counter").GetLong(0), 100);
 }
-
-} // namespace
-} // namespace Cellar

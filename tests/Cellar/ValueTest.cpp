@@ -6,11 +6,6 @@
 #include "CellarTestSupport.h"
 #include "support/Case.h"
 
-namespace Cellar
-{
-namespace
-{
-
 using Kiln::CAmt;
 using Kiln::CDate;
 
@@ -103,6 +98,3 @@ TEST(ValueReading, Texts)
     EXPECT_EQ(ToBytes("ab"), (Bytes{'a', 'b'}));
     EXPECT_EQ(ToBytes(12), Bytes{});
 }
-
-} // namespace
-} // namespace Cellar
