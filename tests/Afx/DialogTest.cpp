@@ -39,8 +39,7 @@ protected:
                 exchange->Fail();
             return;
         }
-        CString typed;
-        codeEdit.GetWindowText(typed);
+        const CString typed = ::Test::TextOf(codeEdit);
         if (typed.GetLength() != 4) {
             exchange->PrepareEditCtrl(static_cast<int>(kCodeId));
             AfxMessageBox("four letters");
@@ -83,13 +82,16 @@ TEST(CDialog, LeavesTheDataOnCancel)
     EXPECT_EQ(dialog.code, "ABCD");
 }
 
-TEST(CDialog, DoesNotOpenWhenItCannotBeFilledOrWorked)
+TEST(CDialog, IsClosedWhenItCannotBeFilledOrWorked)
 {
     CCodeDialog dialog;
     dialog.refusesLoading = true;
     EXPECT_EQ(dialog.DoModal(), -1);
     EXPECT_EQ(CWnd::GetFocus(), nullptr);
     dialog.refusesLoading = false;
+    Windows().Script([](CDialog&) { throw std::runtime_error("lost connection"); });
+    EXPECT_THROW(dialog.DoModal(), std::runtime_error);
+    EXPECT_FALSE(dialog.IsOpen());
     Afx::WindowSystem::Install(std::make_unique<Afx::ConsoleWindowSystem>());
     EXPECT_EQ(dialog.DoModal(), IDCANCEL);
     Afx::WindowSystem::Install(nullptr);
@@ -109,14 +111,6 @@ TEST(CDialog, ReportsAScriptThatIsMissingOrLeavesItOpen)
     Windows().Script([](CDialog&) {});
     EXPECT_EQ(dialog.DoModal(), IDOK);
     EXPECT_EQ(reported, "dialog: Code; dialog: Code; ");
-}
-
-TEST(CDialog, IsClosedByAnErrorThatPassesThroughIt)
-{
-    CCodeDialog dialog;
-    Windows().Script([](CDialog&) { throw std::runtime_error("lost connection"); });
-    EXPECT_THROW(dialog.DoModal(), std::runtime_error);
-    EXPECT_FALSE(dialog.IsOpen());
 }
 
 TEST(CDataExchange, KnowsNoOtherFields)

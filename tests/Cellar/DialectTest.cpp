@@ -70,11 +70,8 @@ TEST(Dialect, TellsReadingFromWriting)
     EXPECT_FALSE(SqliteDialect().Translate("SELECT '@@SPID'").usesSessionId);
 }
 
-TEST(Dialect, NamesTypesAndLocks)
+TEST(Dialect, LocksATable)
 {
-    EXPECT_EQ(SqliteDialect().TypeName(ColumnType::Double), "REAL");
-    EXPECT_EQ(PostgresDialect().TypeName(ColumnType::Money), "numeric(19,4)");
-    EXPECT_EQ(SqlServerDialect().TypeName(ColumnType::Bit), "bit");
     EXPECT_EQ(SqliteDialect().LockTable("Source"), "");
     EXPECT_EQ(PostgresDialect().LockTable("Source"), "LOCK TABLE Source IN SHARE ROW EXCLUSIVE MODE");
     EXPECT_EQ(ErrorOf([] { PostgresDialect().LockTable("a; DROP TABLE b"); }).GetCategory(), Category::Syntax);
