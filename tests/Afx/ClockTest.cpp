@@ -23,8 +23,7 @@ std::int64_t Utc(int year, int month, int day, int hour)
 TEST(Calendar, AgreesWithTheStandardLibrary)
 {
     for (int day = Afx::kFirstOleDay; day <= Afx::kLastOleDay; day += 11) {
-        const auto days = std::chrono::sys_days{std::chrono::days{day + Afx::kOleDayZero}};
-        const std::chrono::year_month_day date{days};
+        const std::chrono::year_month_day date{std::chrono::sys_days{std::chrono::days{day + Afx::kOleDayZero}}};
         const Afx::CivilDate expected{static_cast<int>(date.year()), static_cast<int>(unsigned{date.month()}),
                                       static_cast<int>(unsigned{date.day()})};
         ASSERT_EQ(Afx::CivilOfOleDay(day), expected) << day;

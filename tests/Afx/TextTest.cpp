@@ -29,23 +29,16 @@ TEST(BoundedCopy, FillsUpToTheEndMarkAndRefusesInsteadOfCutting)
 
 TEST(AtoI64, ReadsWhatItCanAndSaturates)
 {
-    constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max(),
-                           kMin = std::numeric_limits<std::int64_t>::min();
-    const ::Test::Case<const char*, std::int64_t> rows[] = {{nullptr, 0},
-                                                            {"", 0},
-                                                            {" \t\n+42x", 42},
-                                                            {"- 42", 0},
-                                                            {"+-42", 0},
-                                                            {"1,234", 1},
-                                                            {"\xB2\xB3", 0},
-                                                            {"9223372036854775806", kMax - 1},
-                                                            {"9223372036854775807", kMax},
-                                                            {"9223372036854775808", kMax},
-                                                            {"99999999999999999999", kMax},
-                                                            {"-9223372036854775808", kMin},
-                                                            {"-9223372036854775809", kMin}};
-    for (const auto& row : rows)
-        EXPECT_EQ(Afx::AtoI64(row.in), row.out) << (row.in ? row.in : "null");
+    constexpr auto kMax = std::numeric_limits<std::int64_t>::max(), kMin = std::numeric_limits<std::int64_t>::min();
+    EXPECT_EQ(Afx::AtoI64(" \t\n+42x"), 42);
+    EXPECT_EQ(Afx::AtoI64("1,234"), 1);
+    EXPECT_EQ(Afx::AtoI64("9223372036854775806"), kMax - 1);
+    for (const char* const none : {static_cast<const char*>(nullptr), "", "- 42", "+-42", "\xB2\xB3"})
+        EXPECT_EQ(Afx::AtoI64(none), 0) << (none ? none : "null");
+    for (const char* const large : {"9223372036854775807", "9223372036854775808", "99999999999999999999"})
+        EXPECT_EQ(Afx::AtoI64(large), kMax) << large;
+    for (const char* const small : {"-9223372036854775808", "-9223372036854775809"})
+        EXPECT_EQ(Afx::AtoI64(small), kMin) << small;
 }
 
 TEST(FormatTime, WritesEnglishNames)
