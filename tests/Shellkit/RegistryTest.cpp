@@ -23,6 +23,7 @@ TEST(Registry, ReadsNumbersAndTruthFromTheirTexts)
         {"12", 12, 1, "a number"},
         {"-1", -1, 1, "any number but 0 is true"},
         {" +3 ", 3, 1, "blanks and a plus"},
+        {"+-3", 7, -1, "two signs"},
         {"2147483647", INT_MAX, 1, "largest"},
         {"-2147483648", INT_MIN, 1, "smallest"},
         {"2147483648", 7, 1, "too large for 32 bits, yet not 0"},
