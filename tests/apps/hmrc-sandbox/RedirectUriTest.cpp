@@ -30,10 +30,8 @@ TEST(IsRedirectUri, TakesWhatHmrcRegisters)
         {"ftp://localhost/", false, "other scheme"},
         {"", false, "empty"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        EXPECT_EQ(IsRedirectUri(row.in), row.out);
-    }
+    for (const auto& row : rows)
+        EXPECT_EQ(IsRedirectUri(row.in), row.out) << row.why;
 }
 
 } // namespace Sandbox

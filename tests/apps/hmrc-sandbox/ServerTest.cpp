@@ -84,12 +84,9 @@ TEST_F(ServerTest, DelayedAnswerHoldsUpNeitherOthersNorTheEnd)
 
 TEST_F(ServerTest, SurvivesHostileRequests)
 {
-    const httplib::Headers manyHeaders = [] {
-        httplib::Headers headers;
-        for (int i = 0; i < 5000; ++i)
-            headers.emplace("X-" + std::to_string(i), "y");
-        return headers;
-    }();
+    httplib::Headers manyHeaders;
+    for (int i = 0; i < 5000; ++i)
+        manyHeaders.emplace("X-" + std::to_string(i), "y");
     Client().Get("/" + std::string(7000, 'a'));
     Client().Get("/" + std::string(100000, 'a'));
     Client().Get("/hello/world", httplib::Headers{{"Accept", std::string(1000000, 'x')}});
@@ -101,9 +98,7 @@ TEST_F(ServerTest, SurvivesHostileRequests)
         ASSERT_TRUE(answer);
         EXPECT_EQ(answer->status, 400);
     }
-    const auto answer = Client().Get("/hello/world", kHello);
-    ASSERT_TRUE(answer);
-    EXPECT_EQ(answer->status, 200);
+    EXPECT_EQ(Client().Get("/hello/world", kHello)->status, 200);
 }
 
 TEST_F(ServerTest, AnswersManyAtOnce)

@@ -12,7 +12,6 @@
 #include <chrono>
 #include <thread>
 
-#include "Afx/CString.h"
 #include "support/TestSupport.h"
 
 namespace Test
@@ -27,6 +26,25 @@ std::string NextFile(const char* kind)
     return TempDir() + "/" + kind + std::to_string(number++);
 }
 
+std::vector<std::string> WordsOf(const std::string& line)
+{
+    std::vector<std::string> words;
+    char quote = 0;
+    bool isWord = false;
+    for (const char c : line) {
+        const bool isQuote = quote ? c == quote : c == '\'' || c == '"';
+        const bool isBlank = c == ' ' && !quote;
+        if (isQuote)
+            quote = quote ? 0 : c;
+        if (!isBlank && !isWord)
+            words.emplace_back();
+        isWord = !isBlank;
+        if (isWord && !isQuote)
+            words.back() += c;
+    }
+    return words;
+}
+
 void Redirect(const std::string& path, int descriptor)
 {
     const int flags = descriptor == STDIN_FILENO ? O_RDONLY : O_WRONLY | O_CREAT | O_TRUNC;
@@ -37,15 +55,14 @@ void Redirect(const std::string& path, int descriptor)
 
 } // namespace
 
-RunningMorv::RunningMorv(const std::vector<std::string>& arguments, const std::string& inputFile,
-                         const std::string& outputFile)
+RunningMorv::RunningMorv(const std::string& line, const std::string& inputFile, const std::string& outputFile)
     : m_out(outputFile.empty() ? NextFile("out") : outputFile), m_err(NextFile("err"))
 {
-    std::vector<std::string> all{MORV_PROGRAM};
-    all.insert(all.end(), arguments.begin(), arguments.end());
+    std::vector<std::string> words = WordsOf(line);
+    words.insert(words.begin(), MORV_PROGRAM);
     std::vector<char*> argv;
-    for (std::string& argument : all)
-        argv.push_back(argument.data());
+    for (std::string& word : words)
+        argv.push_back(word.data());
     argv.push_back(nullptr);
     const std::string settings = TempDir() + "/settings.ini"; // the user's own are never touched
     m_pid = fork();
@@ -78,15 +95,14 @@ Ended RunningMorv::Wait()
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), out, ReadFile(m_err)};
 }
 
-Ended RunMorv(const std::vector<std::string>& arguments, const std::string& inputFile, const std::string& outputFile)
+Ended RunMorv(const std::string& line, const std::string& inputFile, const std::string& outputFile)
 {
-    return RunningMorv(arguments, inputFile, outputFile).Wait();
+    return RunningMorv(line, inputFile, outputFile).Wait();
 }
 
-Json MorvJson(std::vector<std::string> arguments)
+Json MorvJson(const std::string& line)
 {
-    arguments.push_back("--json");
-    const Ended ended = RunMorv(arguments);
+    const Ended ended = RunMorv(line + " --json");
     EXPECT_EQ(ended.exit, 0) << ended.out << ended.err;
     const Json document = ended.Document();
     EXPECT_FALSE(document.is_discarded()) << ended.out;
@@ -96,8 +112,7 @@ Json MorvJson(std::vector<std::string> arguments)
 std::string SamplePractice(const std::string& name)
 {
     const std::string path = TempDir() + "/" + name;
-    const Ended ended = RunMorv({"practice", "create", path, "--sample"});
-    EXPECT_EQ(ended.exit, 0) << ended.err;
+    MorvJson("practice create --sample " + path);
     return path;
 }
 
@@ -143,20 +158,12 @@ std::string HmrcSandbox::Send(const std::string& method, const std::string& path
     return answer ? answer->body : std::string();
 }
 
-void HmrcSandbox::Prime(const std::string& nino, int year, const std::string& scenario)
-{
-    CString text;
-    text.Format("%04d-%02d", year - 1, year % 100);
-    Send("POST", "/individual-paye-test-support/paye/nino/" + nino + "/tax-year/" + text.Str(),
-         "{\"scenario\":\"" + scenario + "\"}");
-}
-
-Ended Authorise(const std::string& practice, const HmrcSandbox& sandbox, const std::string& gateway)
+Ended Authorise(const std::string& practice, const HmrcSandbox& sandbox)
 {
     constexpr int kAttempts = 20;
     for (int attempt = 1;; ++attempt) {
-        const Ended ended = RunMorv({"hmrc", "authorise", practice, "--gateway", gateway, "--base", sandbox.Base(),
-                                     "--browser", "curl -sSL -o /dev/null", "--json"});
+        const Ended ended = RunMorv("hmrc authorise " + practice + " --gateway gateway-1 --json --base " +
+                                    sandbox.Base() + " --browser 'curl -sSL -o /dev/null'");
         // Tests that run at the same time may hold all three of the program's ports for a moment.
         if (attempt == kAttempts || ended.out.find("NO_REDIRECT_PORT") == std::string::npos)
             return ended;
@@ -164,11 +171,17 @@ Ended Authorise(const std::string& practice, const HmrcSandbox& sandbox, const s
     }
 }
 
-std::vector<std::string> FetchArguments(const std::string& practice, const HmrcSandbox& sandbox, int client,
-                                        const std::string& gateway)
+std::string AuthorisedPractice(const HmrcSandbox& sandbox)
 {
-    return {"hmrc",  "fetch",  practice, "--client", std::to_string(client), "--gateway",
-            gateway, "--year", "2018",   "--base",   sandbox.Base()};
+    const std::string practice = SamplePractice();
+    EXPECT_EQ(Authorise(practice, sandbox).exit, 0);
+    return practice;
+}
+
+std::string FetchLine(const std::string& practice, const HmrcSandbox& sandbox, int client)
+{
+    return "hmrc fetch " + practice + " --client " + std::to_string(client) +
+           " --gateway gateway-1 --year 2018 --base " + sandbox.Base();
 }
 
 } // namespace Test
