@@ -123,13 +123,9 @@ TEST_F(Refresh, GivesUpAfterTenAttemptsAndNamesTheHolder)
 TEST_F(Refresh, DecidesWhatTheTokenEndpointAnswers)
 {
     constexpr char kGrant[] = R"({"error":"invalid_grant"})";
-    const struct
-    {
-        std::vector<std::pair<int, std::string>> answers; // status 0: the answer is lost
-        const char* code;                                 // empty: success
-        std::size_t requests;
-        const char* why;
-    } rows[] = {
+    // Status 0: the answer is lost; an empty code: success.
+    using Answers = std::vector<std::pair<int, std::string>>;
+    const std::tuple<Answers, std::string, std::size_t, const char*> rows[] = {
         {{{0, ""}, {200, Fakes::kFreshTokens}}, "", 2, "lost before HMRC had it: the same token is still good"},
         {{{0, ""}, {400, kGrant}}, "INVALID_GRANT", 2, "lost after HMRC had granted it"},
         {{{0, ""}, {0, ""}}, "ANSWER_INCOMPLETE", 2, "lost twice: not a third time"},
@@ -142,16 +138,16 @@ TEST_F(Refresh, DecidesWhatTheTokenEndpointAnswers)
         {{{200, R"({"access_token":"a\r\nX: y","refresh_token":"r"})"}}, "ANSWER_MALFORMED", 1, "a line end"},
         {{{200, R"({"access_token":"a","refresh_token":"r\u0000"})"}}, "ANSWER_MALFORMED", 1, "a zero"},
     };
-    for (const auto& test : rows) {
-        SCOPED_TRACE(test.why);
+    for (const auto& [answers, code, requests, why] : rows) {
+        SCOPED_TRACE(why);
         Restart();
-        tokenEndpoint->Script(test.answers);
-        EXPECT_EQ(Run(), *test.code == 0);
-        EXPECT_EQ(Code(), test.code);
-        EXPECT_EQ(Requests(), test.requests);
+        tokenEndpoint->Script(answers);
+        EXPECT_EQ(Run(), code.empty());
+        EXPECT_EQ(Code(), code);
+        EXPECT_EQ(Requests(), requests);
         for (const HttpRequest& request : tokenEndpoint->requests)
             EXPECT_NE(request.body.find("refresh_token=refresh-1&"), std::string::npos);
-        EXPECT_EQ(practice.status == IAuthorisationStore::NotAuthorised, Code() == "INVALID_GRANT");
+        EXPECT_EQ(practice.status == IAuthorisationStore::NotAuthorised, code == "INVALID_GRANT");
         EXPECT_FALSE(practice.isLocked) << "the lock is given back on every way out";
     }
 }

@@ -51,13 +51,7 @@ TEST(ReadErrorBody, ReadsEveryKindOfBody)
 TEST(RetryWait, GrowsAndHonoursRetryAfterWithinAMinute)
 {
     Afx::Clock::Set([] { return Afx::ToUnixMilliseconds({2024, 3, 1, 12, 0, 0, 0}); });
-    const struct
-    {
-        unsigned done;
-        const char* retryAfter;
-        unsigned least, most;
-        const char* why;
-    } rows[] = {
+    const std::tuple<unsigned, const char*, unsigned, unsigned, const char*> rows[] = {
         {1, "", 500, 625, "first"},
         {3, "", 2000, 2500, "third"},
         {1, "5", 5000, 5000, "seconds"},
@@ -68,8 +62,8 @@ TEST(RetryWait, GrowsAndHonoursRetryAfterWithinAMinute)
         {1, "Wed, 21 Oct 2015 07:28:00 GMT", 500, 625, "a past date"},
         {1, "Wed, 21 Xxx 2035 07:28:00 GMT", 500, 625, "no date"},
     };
-    for (const auto& row : rows) {
-        const unsigned wait = RetryWait(row.done, row.retryAfter);
-        EXPECT_TRUE(wait >= row.least && wait <= row.most) << wait << ": " << row.why;
+    for (const auto& [done, retryAfter, least, most, why] : rows) {
+        const unsigned wait = RetryWait(done, retryAfter);
+        EXPECT_TRUE(wait >= least && wait <= most) << wait << ": " << why;
     }
 }

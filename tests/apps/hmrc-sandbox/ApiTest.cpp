@@ -2,6 +2,8 @@
 
 #include "hmrc-sandbox/Scenarios.h"
 
+#include <tuple>
+
 namespace Sandbox
 {
 
@@ -13,13 +15,7 @@ TEST_F(ApiTest, ChecksInThePlatformsOrder)
     const std::string good = AccessToken("read:individual-paye"), other = AccessToken("hello");
     const std::string badBoth = "/individual-paye/nino/QQ123456A/annual-summary/2017-19";
     const std::string badYear = "/individual-paye/nino/AA000001A/annual-summary/2017-19";
-    const struct
-    {
-        const char* method;
-        std::string path, accept, authorization;
-        int status;
-        const char* code;
-    } rows[] = {
+    const std::tuple<const char*, std::string, std::string, std::string, int, const char*> rows[] = {
         {"POST", "/individual-pay/nino/x", "", "", 404, "MATCHING_RESOURCE_NOT_FOUND"},
         {"POST", "/individual-paye/nino//annual-summary/2017-18", "", "", 404, "MATCHING_RESOURCE_NOT_FOUND"},
         {"POST", badBoth, "", "", 405, "METHOD_NOT_ALLOWED"},
@@ -34,14 +30,12 @@ TEST_F(ApiTest, ChecksInThePlatformsOrder)
         {"GET", badYear, kVersion1, "bearer " + good, 400, "TAX_YEAR_INVALID"},
         {"GET", kPaye, kVersion1, "Bearer " + good, 404, "NOT_FOUND"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.code + (" " + row.path));
-        const Answer answer =
-            m_service.Handle({row.method, row.path, row.accept, row.authorization, "", "", {}, false});
-        EXPECT_EQ(answer.status, row.status);
-        EXPECT_EQ(nlohmann::json::parse(answer.body)["code"], row.code);
+    for (const auto& [method, path, accept, authorization, status, code] : rows) {
+        const Answer answer = m_service.Handle({method, path, accept, authorization, "", "", {}, false});
+        EXPECT_EQ(answer.status, status) << code;
+        EXPECT_EQ(nlohmann::json::parse(answer.body)["code"], code) << path;
         EXPECT_EQ(Header(answer, "WWW-Authenticate"),
-                  row.status == 401 || row.status == 403 ? "Bearer realm=\"HMRC API Platform\"" : "");
+                  status == 401 || status == 403 ? "Bearer realm=\"HMRC API Platform\"" : "");
     }
 }
 

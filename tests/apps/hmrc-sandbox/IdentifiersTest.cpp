@@ -2,18 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace Sandbox
 {
 
 TEST(Identifiers, AreWhatTheInterfacesTake)
 {
-    const struct
-    {
-        bool (*check)(std::string_view);
-        const char* text;
-        bool isGood;
-        const char* why;
-    } rows[] = {
+    const std::tuple<bool (*)(std::string_view), const char*, bool, const char*> rows[] = {
         {IsUtr, "2234567890", true, "HMRC's example"},
         {IsUtr, "1111111111", true, "HMRC's example"},
         {IsUtr, "1234567890", false, "check digit wrong"},
@@ -39,8 +35,8 @@ TEST(Identifiers, AreWhatTheInterfacesTake)
         {IsTaxYear, "2017-1a", false, "letter"},
         {IsTaxYear, "", false, "empty"},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(row.check(row.text), row.isGood) << row.text << ": " << row.why;
+    for (const auto& [isRight, text, expected, why] : rows)
+        EXPECT_EQ(isRight(text), expected) << text << ": " << why;
 }
 
 } // namespace Sandbox

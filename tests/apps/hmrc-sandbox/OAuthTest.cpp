@@ -160,7 +160,7 @@ TEST_F(OAuthTest, RefreshEndsTheOldPairAtOnceAndDoesNotExtendTheGrant)
 
 TEST_F(OAuthTest, ApplicationTokenOpensNoUserInterface)
 {
-    const auto body = nlohmann::json::parse(Token(With(RefreshForm(""), "grant_type", "client_credentials")).body);
+    const auto body = nlohmann::json::parse(Token(With(RefreshForm("none"), "grant_type", "client_credentials")).body);
     EXPECT_FALSE(body.contains("refresh_token"));
     EXPECT_EQ(Get("/hello/user", body["access_token"]).code, "INCORRECT_ACCESS_TOKEN_TYPE");
 }

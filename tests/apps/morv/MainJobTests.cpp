@@ -99,111 +99,102 @@ void ExpectSchedules(const Json& schedules, const Json& staged)
         EXPECT_NE(row["guid"], "");
 }
 
-std::string On(const std::string& practice, int client = 1)
+class MainJob : public testing::Test
 {
-    return ' ' + practice + " --client " + std::to_string(client) + " --year 2018";
-}
+protected:
+    Json Run(const std::string& command, int client = 1)
+    {
+        return MorvJson(command + ' ' + m_practice + " --client " + std::to_string(client) + " --year 2018");
+    }
+    Json Show(int client = 1) { return Run("client show", client); }
+    Json Fetch(int client = 1) { return MorvJson(FetchLine(m_practice, m_sandbox, client)); }
+    std::string Nino(int client = 1) { return Show(client)["client"]["nationalInsuranceNumber"]; }
 
-Json Show(const std::string& practice, int client = 1) { return MorvJson("client show" + On(practice, client)); }
+    HmrcSandbox m_sandbox{"EVERYTHING"};
+    const std::string m_practice = AuthorisedPractice(m_sandbox);
+};
 
-std::string NinoOf(const std::string& practice, int client)
+TEST_F(MainJob, EveryExampleTaxpayerIsStagedAndScheduledToThePenny)
 {
-    return Show(practice, client)["client"]["nationalInsuranceNumber"];
-}
-
-TEST(MainJob, EveryExampleTaxpayerIsStagedAndScheduledToThePenny)
-{
-    HmrcSandbox sandbox;
-    const std::string practice = AuthorisedPractice(sandbox);
     int client = 0;
     for (const Scenario& scenario : kScenarios) {
         SCOPED_TRACE(scenario.name);
         client = client == 5 ? 10 : client + 1; // the sixth sample client has no National Insurance number
-        sandbox.Send("POST",
-                     "/individual-paye-test-support/paye/nino/" + NinoOf(practice, client) + "/tax-year/2017-18",
-                     Json{{"scenario", scenario.name}}.dump());
-        const Json fetched = MorvJson(FetchLine(practice, sandbox, client));
+        m_sandbox.Send("POST", "/individual-paye-test-support/paye/nino/" + Nino(client) + "/tax-year/2017-18",
+                       Json{{"scenario", scenario.name}}.dump());
+        const Json fetched = Fetch(client);
         EXPECT_EQ(fetched["ok"], true);
         EXPECT_EQ(fetched["route"], "paye");
         EXPECT_EQ(fetched["newData"], true);
         EXPECT_EQ(fetched["year"], 2018);
-        const Json staged = Show(practice, client)["staged"];
+        const Json staged = Show(client)["staged"];
         ExpectStaged(scenario, staged);
 
-        const Json created = MorvJson("hmrc create" + On(practice, client))["created"];
+        const Json created = Run("hmrc create", client)["created"];
         EXPECT_EQ(created["employments"], staged["employments"].size());
         EXPECT_EQ(created["pensionsAndBenefits"], staged["pensionsAndBenefits"].size());
-        const Json before = Show(practice, client);
+        const Json before = Show(client);
         ExpectSchedules(before["schedules"], staged);
-        EXPECT_EQ(MorvJson("hmrc differences" + On(practice, client))["differences"].size(), 0u);
+        EXPECT_EQ(Run("hmrc differences", client)["differences"].size(), 0u);
 
-        const Json again = MorvJson(FetchLine(practice, sandbox, client));
+        const Json again = Fetch(client);
         EXPECT_EQ(again["newData"], false);
         EXPECT_EQ(again["staged"], (Json{{"added", 0}, {"changed", 0}, {"withdrawn", 0}}));
-        EXPECT_EQ(MorvJson("hmrc create" + On(practice, client))["created"],
-                  (Json{{"employments", 0}, {"pensionsAndBenefits", 0}}));
-        EXPECT_EQ(Show(practice, client), before) << "a second run changes nothing";
+        EXPECT_EQ(Run("hmrc create", client)["created"], (Json{{"employments", 0}, {"pensionsAndBenefits", 0}}));
+        EXPECT_EQ(Show(client), before) << "a second run changes nothing";
     }
-    EXPECT_EQ(MorvJson("practice check " + practice)["ok"], true);
+    EXPECT_EQ(MorvJson("practice check " + m_practice)["ok"], true);
 }
 
-TEST(MainJob, AChangedFigureChangesOneRowAndShowsAsOneDifference)
+TEST_F(MainJob, AChangedFigureChangesOneRowAndShowsAsOneDifference)
 {
-    HmrcSandbox sandbox("EVERYTHING");
-    const std::string practice = AuthorisedPractice(sandbox);
-    MorvJson(FetchLine(practice, sandbox));
-    MorvJson("hmrc create" + On(practice));
-    const Json schedules = Show(practice)["schedules"];
+    Fetch();
+    Run("hmrc create");
+    const Json schedules = Show()["schedules"];
 
-    sandbox.Send("PUT", "/sandbox/answer/individual-paye/nino/" + NinoOf(practice, 1) + "/annual-summary/2017-18",
-                 R"({"employments":[{"employerPayeReference":"123/AB456","employerName":"Company XYZ",
+    m_sandbox.Send("PUT", "/sandbox/answer/individual-paye/nino/" + Nino() + "/annual-summary/2017-18",
+                   R"({"employments":[{"employerPayeReference":"123/AB456","employerName":"Company XYZ",
                  "worksNumber":"A123456","endDate":"2017-08-20","taxablePayTotal":22551.06,"taxTotal":900.38,
                  "studentLoan":284.85,"companyBenefits":[{"benefitType":"CarBenefit","amount":44.00},
                  {"benefitType":"CarFuelBenefit","amount":99.00},{"benefitType":"MedicalInsurance","amount":64.00}]}]})");
-    const Json fetched = MorvJson(FetchLine(practice, sandbox));
+    const Json fetched = Fetch();
     EXPECT_EQ(fetched["clear"], false) << "a review is due";
     // What HMRC no longer sends is kept and marked: one employment with three benefits, seven pensions, three
     // allowances.
     EXPECT_EQ(fetched["staged"], (Json{{"added", 0}, {"changed", 1}, {"withdrawn", 14}}));
 
-    const Json differences = MorvJson("hmrc differences" + On(practice))["differences"];
+    const Json differences = Run("hmrc differences")["differences"];
     ASSERT_EQ(differences.size(), 1u) << differences;
     EXPECT_EQ(differences[0]["state"], "open");
     ASSERT_EQ(differences[0]["rows"].size(), 1u) << differences;
-    EXPECT_EQ(Show(practice)["schedules"], schedules) << "a fetch never changes a schedule";
+    EXPECT_EQ(Show()["schedules"], schedules) << "a fetch never changes a schedule";
 }
 
-TEST(MainJob, EveryRowOfAYearThatStandsTwiceIsShown)
+TEST_F(MainJob, EveryRowOfAYearThatStandsTwiceIsShown)
 {
-    HmrcSandbox sandbox("EVERYTHING");
-    const std::string practice = AuthorisedPractice(sandbox);
-    MorvJson(FetchLine(practice, sandbox));
-    MorvJson("hmrc create" + On(practice));
-    const Json before = Show(practice);
-    Execute(practice, "INSERT INTO BRIXMTD_TaxYear (lID, lClientID, nYear) VALUES (0, 1, 2018);"
-                      "INSERT INTO BRIXTaxForm (lID, lClientID, nYear) VALUES (0, 1, 2018)");
-    const Json after = Show(practice);
+    Fetch();
+    Run("hmrc create");
+    const Json before = Show();
+    Execute(m_practice, "INSERT INTO BRIXMTD_TaxYear (lID, lClientID, nYear) VALUES (0, 1, 2018);"
+                        "INSERT INTO BRIXTaxForm (lID, lClientID, nYear) VALUES (0, 1, 2018)");
+    const Json after = Show();
     EXPECT_EQ(after["staged"], before["staged"]) << "below the second of two rows";
     EXPECT_EQ(after["schedules"], before["schedules"]);
 }
 
-TEST(MainJob, AUserWithoutTheRightIsRefusedAndNothingIsSent)
+TEST_F(MainJob, AUserWithoutTheRightIsRefusedAndNothingIsSent)
 {
-    HmrcSandbox sandbox("EVERYTHING");
-    const std::string practice = AuthorisedPractice(sandbox);
-    sandbox.Send("DELETE", "/sandbox/requests");
-    const Ended ended = RunMorv(FetchLine(practice, sandbox) + " --user ben --json");
+    m_sandbox.Send("DELETE", "/sandbox/requests");
+    const Ended ended = RunMorv(FetchLine(m_practice, m_sandbox) + " --user ben --json");
     EXPECT_EQ(ended.exit, 1);
     EXPECT_EQ(ended.Document()["ok"], false);
-    EXPECT_EQ(sandbox.Send("GET", "/sandbox/requests", ""), "[]\n");
+    EXPECT_EQ(m_sandbox.Send("GET", "/sandbox/requests", ""), "[]\n");
 }
 
-TEST(MainJob, FetchingAllAnswersALineForEachClient)
+TEST_F(MainJob, FetchingAllAnswersALineForEachClient)
 {
-    HmrcSandbox sandbox("EMPLOYED");
-    const std::string practice = AuthorisedPractice(sandbox);
-    const Ended ended =
-        RunMorv("hmrc fetch " + practice + " --all --gateway gateway-1 --year 2018 --json --base " + sandbox.Base());
+    const Ended ended = RunMorv("hmrc fetch " + m_practice + " --all --gateway gateway-1 --year 2018 --json --base " +
+                                m_sandbox.Base());
     std::vector<Json> lines;
     std::istringstream stream(ended.out);
     for (std::string line; std::getline(stream, line);)
