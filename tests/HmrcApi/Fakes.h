@@ -37,10 +37,9 @@ struct FakeRow
     std::vector<IAuthorisationStore::AuthorisationStatus> written; // the status of each update
 };
 
-class FakeStore : public IAuthorisationStore, public ILockHolder
+struct FakeStore : IAuthorisationStore, ILockHolder
 {
-public:
-    explicit FakeStore(FakeRow& row) : m_row(row) {}
+    explicit FakeStore(FakeRow& shared) : row(shared) {}
 
     std::function<void(FakeRow&)> onLockRefused; // what other workstations do meanwhile
     bool isHolderKnown = true;
@@ -48,50 +47,50 @@ public:
 
     bool LoadTokens() override
     {
-        m_copy = m_row;
+        copy = row;
         return true;
     }
     bool UpdateTokens() override
     {
-        if (m_row.failingUpdates > 0)
-            return m_row.failingUpdates-- < 0;
-        m_copy.isLocked = m_row.isLocked;
-        m_copy.written = m_row.written;
-        m_copy.written.push_back(m_copy.status);
-        m_row = m_copy;
+        if (row.failingUpdates > 0)
+            return row.failingUpdates-- < 0;
+        copy.isLocked = row.isLocked;
+        copy.written = row.written;
+        copy.written.push_back(copy.status);
+        row = copy;
         return true;
     }
     bool LockStore() override
     {
-        if (m_row.isLocked && onLockRefused)
-            onLockRefused(m_row);
-        else if (!m_row.isLocked) {
+        if (row.isLocked && onLockRefused)
+            onLockRefused(row);
+        else if (!row.isLocked) {
             ++locks;
-            return m_row.isLocked = true;
+            return row.isLocked = true;
         }
         return false;
     }
     bool UnlockStore() override
     {
         ++unlocks;
-        m_row.isLocked = false;
+        row.isLocked = false;
         return true;
     }
-    bool HasAuthenticatedGatewayID() const override { return m_row.status == Authorised; }
-    std::vector<unsigned char> GetAccessToken() override { return m_copy.access; }
-    void SetAccessToken(const std::vector<unsigned char>& token) override { m_copy.access = token; }
-    std::vector<unsigned char> GetRefreshToken() override { return m_copy.refresh; }
-    void SetRefreshToken(const std::vector<unsigned char>& token) override { m_copy.refresh = token; }
-    std::int32_t GetExpiresIn() const override { return m_copy.expiresIn; }
-    void SetExpiresIn(std::int32_t seconds) override { m_copy.expiresIn = seconds; }
-    std::string GetScope() override { return m_copy.scope; }
-    void SetScope(const std::string& scope) override { m_copy.scope = scope; }
-    std::string GetTokenType() override { return m_copy.type; }
-    void SetTokenType(const std::string& type) override { m_copy.type = type; }
-    COleDateTime GetAuthenticatedTimestamp() override { return m_copy.authenticated; }
-    void SetAuthenticatedTimestamp(const COleDateTime& timestamp) override { m_copy.authenticated = timestamp; }
-    void SetAuthorisationStatus(AuthorisationStatus status) override { m_copy.status = status; }
-    AuthorisationStatus GetAuthorisationStatus() override { return m_copy.status; }
+    bool HasAuthenticatedGatewayID() const override { return row.status == Authorised; }
+    std::vector<unsigned char> GetAccessToken() override { return copy.access; }
+    void SetAccessToken(const std::vector<unsigned char>& token) override { copy.access = token; }
+    std::vector<unsigned char> GetRefreshToken() override { return copy.refresh; }
+    void SetRefreshToken(const std::vector<unsigned char>& token) override { copy.refresh = token; }
+    std::int32_t GetExpiresIn() const override { return copy.expiresIn; }
+    void SetExpiresIn(std::int32_t seconds) override { copy.expiresIn = seconds; }
+    std::string GetScope() override { return copy.scope; }
+    void SetScope(const std::string& scope) override { copy.scope = scope; }
+    std::string GetTokenType() override { return copy.type; }
+    void SetTokenType(const std::string& type) override { copy.type = type; }
+    COleDateTime GetAuthenticatedTimestamp() override { return copy.authenticated; }
+    void SetAuthenticatedTimestamp(const COleDateTime& timestamp) override { copy.authenticated = timestamp; }
+    void SetAuthorisationStatus(AuthorisationStatus status) override { copy.status = status; }
+    AuthorisationStatus GetAuthorisationStatus() override { return copy.status; }
     std::uint32_t GetRetryDelay() const override { return 500; }
     void SetRetryDelay(std::uint32_t) override {}
     bool GetLockHolder(std::string& workstation, std::string& user) override
@@ -100,10 +99,8 @@ public:
         user = "ANNE";
         return isHolderKnown;
     }
-
-private:
-    FakeRow& m_row;
-    FakeRow m_copy;
+    FakeRow& row;
+    FakeRow copy;
 };
 
 struct FakeScope : IScope

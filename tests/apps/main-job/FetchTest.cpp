@@ -1,15 +1,12 @@
 #include "apps/main-job/FetchTest.h"
 
-#include <httplib.h>
 #include <sqlite3.h>
 
 #include <functional>
 #include <memory>
 
 #include "Afx/Clock.h"
-#include "HmrcApi/Authorisation.h"
 #include "MorvUt/hmrc/ClientData.h"
-#include "MorvUt/hmrc/Scope.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "Shellkit/Cipher.h"
 
@@ -42,13 +39,6 @@ std::string BytesOf(sqlite3_stmt* row, int column)
     return bytes ? std::string(bytes, static_cast<size_t>(sqlite3_column_bytes(row, column))) : std::string();
 }
 
-unsigned short FreePort()
-{
-    Sandbox::Server probe;
-    probe.Start();
-    return static_cast<unsigned short>(probe.Port());
-}
-
 /// The pounds of an amount, which are the number that Serve was given; -1 when there is no such row.
 template<class List>
 int PoundsOf(Kiln::CAmt (List::*amount)() const)
@@ -73,7 +63,8 @@ std::string Fetched::Errors(const std::string& group) const
 FetchTest::FetchTest()
 {
     SetCurrentTaxYear(kYear - 1991);
-    Shellkit::SetPracticeKey(std::vector<std::uint8_t>(Shellkit::kKeySize, 7));
+    const std::string key = ::Test::TempDir() + "/practice.db.key";
+    EXPECT_TRUE(Shellkit::MakeKeyFile(key) && Shellkit::SetPracticeKey(*Shellkit::ReadKeyFile(key)));
     HmrcApi::CClientData::SetLoopbackOverride(m_sandbox.Base());
     ::Test::Windows().OnUnexpected([](const auto& shown) { return Afx::SafeAnswer(shown.style); });
     Afx::Clock::SetSleep([this](unsigned milliseconds) { m_waited += milliseconds; });
@@ -90,20 +81,8 @@ FetchTest::~FetchTest()
 
 void FetchTest::Authorise()
 {
-    HmrcApi::CAuthorisation authorisation(std::make_shared<HmrcApi::CAuthorisationStore>(kGateway),
-                                          std::make_shared<HmrcApi::CScope>(),
-                                          std::make_shared<HmrcApi::CClientData>());
-    authorisation.SetRedirectPorts({FreePort(), FreePort(), FreePort()}); // other tests authorise at the same time
-    authorisation.SetBrowserTimeout(10'000);
-    authorisation.SetBrowser([](const std::string& address) {
-        const std::size_t path = address.find('/', address.find("://") + 3);
-        httplib::Client browser(address.substr(0, path));
-        browser.set_follow_location(true);
-        const auto page = browser.Get(address.substr(path));
-        return page && page->status == 200;
-    });
-    ASSERT_TRUE(authorisation.DoAuthorisation(nullptr))
-        << authorisation.GetLastError().code << ' ' << authorisation.GetLastError().text;
+    const ::Test::Ended ended = ::Test::Authorise(::Test::TempDir() + "/practice.db", m_sandbox, kGateway);
+    ASSERT_EQ(ended.exit, 0) << ended.out << ended.err;
 }
 
 void FetchTest::Serve(int number)

@@ -104,34 +104,4 @@ TEST(Commands, CodeTablesAreFoundByNameAndByPosition)
         EXPECT_EQ(MorvJson(std::string("table find OtherOutRefs ") + key), giftAid) << key;
 }
 
-TEST(Commands, EveryCommandHasHelp)
-{
-    for (const std::string command : {"practice create",
-                                      "practice check",
-                                      "practice options",
-                                      "client list",
-                                      "client show",
-                                      "user list",
-                                      "user show",
-                                      "hmrc authorise",
-                                      "hmrc fetch",
-                                      "hmrc create",
-                                      "hmrc differences",
-                                      "hmrc log",
-                                      "table list",
-                                      "table show",
-                                      "table find",
-                                      "doctor",
-                                      "calc",
-                                      "practice",
-                                      "client",
-                                      "user",
-                                      "hmrc",
-                                      ""}) {
-        const Ended ended = RunMorv(command + " --help");
-        EXPECT_EQ(ended.exit, 0) << command << ended.err;
-        EXPECT_NE(ended.out.find("Usage"), std::string::npos) << command << ended.out;
-    }
-}
-
 } // namespace

@@ -10,6 +10,8 @@
 
 #include <atomic>
 #include <chrono>
+#include <iomanip>
+#include <sstream>
 #include <thread>
 
 #include "support/TestSupport.h"
@@ -29,19 +31,9 @@ std::string NextFile(const char* kind)
 std::vector<std::string> WordsOf(const std::string& line)
 {
     std::vector<std::string> words;
-    char quote = 0;
-    bool isWord = false;
-    for (const char c : line) {
-        const bool isQuote = quote ? c == quote : c == '\'' || c == '"';
-        const bool isBlank = c == ' ' && !quote;
-        if (isQuote)
-            quote = quote ? 0 : c;
-        if (!isBlank && !isWord)
-            words.emplace_back();
-        isWord = !isBlank;
-        if (isWord && !isQuote)
-            words.back() += c;
-    }
+    std::istringstream stream(line);
+    for (std::string word; stream >> std::quoted(word, '\'');)
+        words.push_back(word);
     return words;
 }
 
@@ -158,11 +150,11 @@ std::string HmrcSandbox::Send(const std::string& method, const std::string& path
     return answer ? answer->body : std::string();
 }
 
-Ended Authorise(const std::string& practice, const HmrcSandbox& sandbox)
+Ended Authorise(const std::string& practice, const HmrcSandbox& sandbox, const std::string& gateway)
 {
     constexpr int kAttempts = 20;
     for (int attempt = 1;; ++attempt) {
-        const Ended ended = RunMorv("hmrc authorise " + practice + " --gateway gateway-1 --json --base " +
+        const Ended ended = RunMorv("hmrc authorise " + practice + " --json --gateway " + gateway + " --base " +
                                     sandbox.Base() + " --browser 'curl -sSL -o /dev/null'");
         // Tests that run at the same time may hold all three of the program's ports for a moment.
         if (attempt == kAttempts || ended.out.find("NO_REDIRECT_PORT") == std::string::npos)

@@ -24,7 +24,7 @@ struct Ended
     Json Document() const { return Json::parse(out, nullptr, false); }
 };
 
-/// A started morv, still running. A line holds its words between blanks; quotes keep blanks together.
+/// A started morv, still running. A line holds its words between blanks; a word in single quotes may hold blanks.
 class RunningMorv
 {
 public:
@@ -70,8 +70,8 @@ private:
     Sandbox::Server m_server;
 };
 
-/// Gives gateway-1 authority at the sandbox, the browser being curl.
-Ended Authorise(const std::string& practice, const HmrcSandbox& sandbox);
+/// Gives a gateway authority at the sandbox, the browser being curl.
+Ended Authorise(const std::string& practice, const HmrcSandbox& sandbox, const std::string& gateway = "gateway-1");
 /// A sample practice in which that has been done.
 std::string AuthorisedPractice(const HmrcSandbox& sandbox);
 /// The line that fetches the client's records of 2018 by gateway-1.
