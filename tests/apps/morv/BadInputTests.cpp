@@ -93,7 +93,7 @@ TEST(BadInput, BadArgumentsAreExit2)
         {"hmrc fetch PRACTICE --gateway g", "neither --client nor --all"},
         {"hmrc fetch PRACTICE --client 1 --gateway g --base http://example.com/", "a base that is not loopback"},
         {"hmrc fetch PRACTICE --client 1 --gateway g --base http://127.0.0.1.example.com/", "that only looks like it"},
-        {"hmrc authorise PRACTICE --gateway it's --base http://127.0.0.1:1", "a quote in a gateway id"},
+        {"hmrc authorise PRACTICE --gateway it\\'s --base http://127.0.0.1:1", "a quote in a gateway id"},
         {"hmrc create PRACTICE --client 999999", "unknown client"},
         {"hmrc differences PRACTICE --client 999999", "unknown client"},
     };

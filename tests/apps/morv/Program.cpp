@@ -1,6 +1,5 @@
 #include "apps/morv/Program.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <httplib.h>
 #include <signal.h>
@@ -10,8 +9,6 @@
 
 #include <atomic>
 #include <chrono>
-#include <iomanip>
-#include <sstream>
 #include <thread>
 
 #include "support/TestSupport.h"
@@ -22,48 +19,23 @@ namespace Test
 namespace
 {
 
-std::string NextFile(const char* kind)
+std::string NextFile()
 {
     static std::atomic<int> number{0};
-    return TempDir() + "/" + kind + std::to_string(number++);
-}
-
-std::vector<std::string> WordsOf(const std::string& line)
-{
-    std::vector<std::string> words;
-    std::istringstream stream(line);
-    for (std::string word; stream >> std::quoted(word, '\'');)
-        words.push_back(word);
-    return words;
-}
-
-void Redirect(const std::string& path, int descriptor)
-{
-    const int flags = descriptor == STDIN_FILENO ? O_RDONLY : O_WRONLY | O_CREAT | O_TRUNC;
-    const int file = open(path.c_str(), flags, 0600);
-    dup2(file, descriptor);
-    close(file);
+    return TempDir() + "/file" + std::to_string(number++);
 }
 
 } // namespace
 
 RunningMorv::RunningMorv(const std::string& line, const std::string& inputFile, const std::string& outputFile)
-    : m_out(outputFile.empty() ? NextFile("out") : outputFile), m_err(NextFile("err"))
+    : m_out(outputFile.empty() ? NextFile() : outputFile), m_err(NextFile())
 {
-    std::vector<std::string> words = WordsOf(line);
-    words.insert(words.begin(), MORV_PROGRAM);
-    std::vector<char*> argv;
-    for (std::string& word : words)
-        argv.push_back(word.data());
-    argv.push_back(nullptr);
-    const std::string settings = TempDir() + "/settings.ini"; // the user's own are never touched
+    // The user's own settings are never touched.
+    const std::string command = "exec env MORVUT_SETTINGS=" + TempDir() + "/settings.ini '" MORV_PROGRAM "' " + line +
+                                " <" + inputFile + " >" + m_out + " 2>" + m_err;
     m_pid = fork();
     if (m_pid == 0) {
-        Redirect(inputFile, STDIN_FILENO);
-        Redirect(m_out, STDOUT_FILENO);
-        Redirect(m_err, STDERR_FILENO);
-        setenv("MORVUT_SETTINGS", settings.c_str(), 1);
-        execv(MORV_PROGRAM, argv.data());
+        execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
         _exit(127);
     }
 }
@@ -117,17 +89,13 @@ void Execute(const std::string& practice, const char* statements)
     sqlite3_close(database);
 }
 
-HmrcSandbox::HmrcSandbox(const std::string& scenario) : m_server(OptionsFor(scenario)) { m_server.Start(); }
-
-Sandbox::Options HmrcSandbox::OptionsFor(const std::string& scenario)
+HmrcSandbox::HmrcSandbox(const std::string& scenario)
+    : m_server({.scenario = scenario, .issued = [this](const std::string& secret) {
+                    const std::lock_guard lock(m_mutex);
+                    m_issued.push_back(secret);
+                }})
 {
-    Sandbox::Options options;
-    options.scenario = scenario;
-    options.issued = [this](const std::string& secret) {
-        const std::lock_guard lock(m_mutex);
-        m_issued.push_back(secret);
-    };
-    return options;
+    m_server.Start();
 }
 
 std::vector<std::string> HmrcSandbox::Issued()

@@ -24,7 +24,7 @@ struct Ended
     Json Document() const { return Json::parse(out, nullptr, false); }
 };
 
-/// A started morv, still running. A line holds its words between blanks; a word in single quotes may hold blanks.
+/// A started morv, still running. The line is one of the shell's: a word in single quotes may hold blanks.
 class RunningMorv
 {
 public:
@@ -63,8 +63,6 @@ public:
     std::vector<std::string> Issued();
 
 private:
-    Sandbox::Options OptionsFor(const std::string& scenario);
-
     std::mutex m_mutex; // over m_issued: the server answers on threads of its own
     std::vector<std::string> m_issued;
     Sandbox::Server m_server;
