@@ -65,7 +65,7 @@ const Values::Kind* Values::FindKind(std::string_view name)
         {"date", "a date as 2024-04-05, or null", ReadDate},
         {"longdate", "a long date as 20240405 (or 2024-04-05), null or unknown", ReadLongDate},
         {"pence", "a whole number of pence", ReadNumber<kMin64, kMax64>},
-        {"amount", "an amount in pounds as 1234.56, or null", ReadAmount},
+        {"amount", "a whole number of pence, or null", ReadAmount},
         {"decimal", "a decimal number of at most 28 decimals, as 12.3456", ReadDecimal},
         {"percent", "a number in per cent, as 22.5", ReadReal},
         {"year", "a tax year as the calendar year in which it ends, as 2024", ReadNumber<-32768, 32767>},
@@ -127,7 +127,12 @@ bool Values::ReadLongDate(std::string_view text, Value& value)
 
 bool Values::ReadAmount(std::string_view text, Value& value)
 {
-    return text == "null" || value.amount.Parse(CString(text));
+    if (text == "null")
+        return true;
+    if (!ReadWhole(text, value.number))
+        return false;
+    value.amount = Kiln::CAmt::FromPence(value.number);
+    return true;
 }
 
 bool Values::ReadDecimal(std::string_view text, Value& value)

@@ -81,7 +81,8 @@ Json Apply(const CalcRule& rule, const Values& values)
     } catch (CException* refused) { // the converters of hexadecimal text refuse that way
         const std::string reason = refused->GetErrorMessage().Str();
         refused->Delete();
-        throw CommandError(Exit::BadInput, "BAD_ARGUMENTS", std::string(rule.name) + ": " + reason, "");
+        throw CommandError(Exit::BadInput, "BAD_ARGUMENTS", std::string(rule.name) + ": " + reason,
+                           "Write each byte as two digits, 0 to 9 or A to F, as in 00FF.");
     }
 }
 

@@ -15,10 +15,12 @@ namespace
 constexpr std::string_view kYear = "real tax year", kRelative = "relative tax year", kDate = "date or null",
                            kFields = "day, month, year", kLongDate = "long date, yyyymmdd", kPeriod = "from, to",
                            kDays = "days", kYesNo = "true or false", kText = "text", kPence = "pence",
-                           kTenThousandths = "ten-thousandths of a pound, or null", kAuto = "pence, auto amount",
-                           kPounds = "pounds", kNumber = "number", kOrder = "1 in order, 0, -1",
-                           kPlace = "-1 before, 0 within, 1 after", kWeekday = "0 Monday to 6 Sunday", kBytes = "bytes";
+                           kPenceOrNull = "pence or null", kTenThousandths = "ten-thousandths of a pound, or null",
+                           kAuto = "pence, auto amount", kPounds = "pounds", kNumber = "number",
+                           kOrder = "1 in order, 0, -1", kPlace = "-1 before, 0 within, 1 after",
+                           kWeekday = "0 Monday to 6 Sunday", kBytes = "bytes";
 
+Json PenceOf(const Kiln::CAmt& amount) { return amount.IsValid() ? Json(amount.GetPence()) : Json(nullptr); }
 Json AmountOf(const Kiln::CAmt& amount) { return amount.IsValid() ? Json(amount.GetValue()) : Json(nullptr); }
 
 Json FieldsOf(const X_DateStr_tag& record)
@@ -283,8 +285,8 @@ constexpr CalcRule kRules[] = {
     {"Allocate", "amount:pence available:pence", "allocatedPence, availablePence",
      [](const Values& a) { return Allocated(a.Pence(0), a.Pence(1)); }},
     {"ZeroIfNegative", "amount:pence", kPence, [](const Values& a) { return NotNegative(a.Pence(0)); }},
-    {"JointSpousePercentOf", "amount:amount percent:percent remainder:flag", kTenThousandths,
-     [](const Values& a) { return AmountOf(JointSpousePercentOf(a.Amount(0), a.Real(1), a.Int(2))); }},
+    {"JointSpousePercentOf", "amount:amount percent:percent remainder:flag", kPenceOrNull,
+     [](const Values& a) { return PenceOf(JointSpousePercentOf(a.Amount(0), a.Real(1), a.Int(2))); }},
     {"CalculateAutoTax", "net:pence taxField:pence rate:percent", kAuto,
      [](const Values& a) { return Json(CalculateAutoTax(a.Pence(0), a.Pence(1), a.Real(2))); }},
     {"AnnualiseAmount", "amount:pence from:date to:date", kPence,
@@ -293,8 +295,8 @@ constexpr CalcRule kRules[] = {
     // Identifiers.
     {"IsValidNINumber", "number:identifier", kYesNo, [](const Values& a) { return Json(IsValidNINumber(a.Text(0))); }},
     {"WhyNotNINumber", "number:identifier", kText, [](const Values& a) { return TextOf(WhyNotNINumber(a.Text(0))); }},
-    {"IsValidUTR", "reference:text", kYesNo, [](const Values& a) { return Json(IsValidUTR(a.Text(0))); }},
-    {"WhyNotUTR", "reference:text", kText, [](const Values& a) { return TextOf(WhyNotUTR(a.Text(0))); }},
+    {"IsValidUTR", "reference:identifier", kYesNo, [](const Values& a) { return Json(IsValidUTR(a.Text(0))); }},
+    {"WhyNotUTR", "reference:identifier", kText, [](const Values& a) { return TextOf(WhyNotUTR(a.Text(0))); }},
     {"FormatSortCode", "code:text", kText, [](const Values& a) { return TextOf(FormatSortCode(a.Text(0))); }},
     {"TidySortCodeString", "code:text", kText, [](const Values& a) { return TextOf(TidySortCodeString(a.Text(0))); }},
     {"WhyNotSortCode", "code:text", kText, [](const Values& a) { return TextOf(WhyNotSortCode(a.Text(0))); }},

@@ -100,6 +100,20 @@ void AddClient(int number, const SampleClient& sample)
         AddTaxForm(client.GetID(), sample.isDormant);
 }
 
+/// What holds for the sample's year: accounts need not be itemised below these turnovers.
+void AddReferenceYear()
+{
+    const Kiln::CAmt now = Kiln::CAmt::FromPence(85'000'00), before = Kiln::CAmt::FromPence(15'000'00);
+    Brix::CPFile year;
+    year.AddNew();
+    year.SetYear(kSampleYear);
+    year.SetTurnoverSole(now);
+    year.SetTurnoverSoleOld(before);
+    year.SetTurnoverPartnership(now);
+    year.SetTurnoverPartnershipOld(before);
+    year.Update();
+}
+
 void AddPartnership(const char* code, const char* name, int serial, bool isLLP)
 {
     Brix::CPartnership partnership;
@@ -217,6 +231,7 @@ void FillSamplePractice(int clients)
     }
     AddPartnership("P0001", "Ash & Birch", 500000001, false);
     AddPartnership("P0002", "Cedar Advisory LLP", 500000002, true);
+    AddReferenceYear();
     AddUsers();
 }
 

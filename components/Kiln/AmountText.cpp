@@ -1,5 +1,6 @@
 #include "Kiln/detail/AmountText.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstring>
 #include <limits>
@@ -9,8 +10,7 @@ namespace Kiln::Detail
 namespace
 {
 
-constexpr std::size_t kLongest = 128; // room for leading zeros, far beyond the largest amount
-constexpr int kPoundDigits = 15;      // of 922,337,203,685,477
+constexpr int kPoundDigits = 15; // of 922,337,203,685,477
 constexpr int kDecimals = 4;
 constexpr std::string_view kPoundSign = "\xC2\xA3"; // £
 constexpr std::uint64_t kPowersOfTen[] = {1, 10, 100, 1000, 10'000};
@@ -38,9 +38,10 @@ private:
         m_at += is;
         return is;
     }
+    bool IsPound() const noexcept { return m_end - m_at >= 2 && m_at[0] == kPoundSign[0] && m_at[1] == kPoundSign[1]; }
     bool TakePound() noexcept
     {
-        const bool is = m_end - m_at >= 2 && m_at[0] == kPoundSign[0] && m_at[1] == kPoundSign[1];
+        const bool is = IsPound();
         m_at += is ? 2 : 0;
         return is;
     }
@@ -53,10 +54,12 @@ private:
     AmountFault ReadPounds() noexcept;
     AmountFault ReadDecimals() noexcept;
     AmountFault ReadBack() noexcept;
+    AmountFault Leftover() const noexcept;
+    AmountFault NoDigits() const noexcept;
 
     const char* m_at;
     const char* m_end;
-    bool m_pound = false, m_sign = false, m_minus = false, m_bracket = false;
+    bool m_pound = false, m_sign = false, m_minus = false, m_bracket = false, m_isOpen = false;
     bool m_hasDigit = false;
     std::uint64_t m_value = 0; // of the digits read
 };
@@ -73,7 +76,7 @@ AmountFault Reader::ReadFront() noexcept
         } else if (Is('(')) {
             if (m_sign || m_bracket)
                 return AmountFault::Signs;
-            m_bracket = m_minus = Take('(');
+            m_bracket = m_isOpen = m_minus = Take('(');
         } else if (m_pound || !TakePound()) {
             break;
         } else {
@@ -129,22 +132,34 @@ AmountFault Reader::ReadDecimals() noexcept
 AmountFault Reader::ReadBack() noexcept
 {
     SkipBlanks();
-    if (Is('-') || Is('+')) {
-        if (m_sign || m_bracket)
-            return AmountFault::Signs;
-        m_sign = true;
+    if (m_bracket)
+        m_isOpen = !Take(')');
+    else if (!m_sign && (Is('-') || Is('+')))
         m_minus = Take('-') || !Take('+');
-        SkipBlanks();
-        if (Is('-') || Is('+'))
-            return AmountFault::Signs;
-    }
-    const bool closes = Take(')');
-    if (closes != m_bracket && (closes || m_at == m_end))
-        return AmountFault::Bracket;
     SkipBlanks();
-    if (Is(','))
+    return Leftover();
+}
+
+/// What is wrong with the text where the amount has ended; None when the text has ended too.
+AmountFault Reader::Leftover() const noexcept
+{
+    if (m_at == m_end)
+        return m_isOpen ? AmountFault::Bracket : AmountFault::None;
+    if (*m_at == '-' || *m_at == '+')
+        return AmountFault::Signs;
+    if (*m_at == '(' || *m_at == ')')
+        return AmountFault::Bracket;
+    if (*m_at == ',')
         return AmountFault::Commas;
-    return m_at == m_end ? AmountFault::None : AmountFault::Character;
+    return IsDigit(*m_at) || *m_at == '.' || IsPound() ? AmountFault::Place : AmountFault::Character;
+}
+
+/// The same when no digit was read before.
+AmountFault Reader::NoDigits() const noexcept
+{
+    if (m_at != m_end && Leftover() == AmountFault::Character)
+        return AmountFault::Character;
+    return std::any_of(m_at, m_end, IsDigit) ? AmountFault::Place : AmountFault::NoDigits;
 }
 
 AmountText Reader::Read() noexcept
@@ -156,7 +171,7 @@ AmountText Reader::Read() noexcept
     if (const AmountFault fault = ReadDecimals(); fault != AmountFault::None)
         return Refuse(fault);
     if (!m_hasDigit)
-        return Refuse(m_at == m_end || *m_at == ')' ? AmountFault::NoDigits : AmountFault::Character);
+        return Refuse(NoDigits());
     if (const AmountFault fault = ReadBack(); fault != AmountFault::None)
         return Refuse(fault);
     constexpr auto kMax = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
@@ -234,8 +249,6 @@ AmountText ReadAmount(std::string_view text) noexcept
         text.remove_suffix(1);
     if (text.empty())
         return {AmountFault::Blank, 0, {}};
-    if (text.size() > kLongest)
-        return {AmountFault::TooLarge, 0, {}};
     return Reader(text).Read();
 }
 

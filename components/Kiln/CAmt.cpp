@@ -51,6 +51,10 @@ CString Reason(const Detail::AmountText& read)
         return "An amount has at most four decimals, as in 12.3456";
     case AmountFault::TooLarge:
         return "The amount is too large: 922,337,203,685,477.58 is the most";
+    case AmountFault::Place:
+        reason.Format("\"%s\" stands in the wrong place; write the amount as in 1,234.56",
+                      FirstCharacter(read.badText));
+        break;
     case AmountFault::Character:
         reason.Format("\"%s\" does not belong in an amount; write it as in 1,234.56", FirstCharacter(read.badText));
     }

@@ -95,19 +95,20 @@ CString MonthName(int month)
 /// Why a day is not in its month; names the year where the year decides.
 CString NoSuchDay(const Detail::DateText& read)
 {
-    CString month = MonthName(read.month);
-    const int length = Afx::DaysInMonth(read.year ? read.year : 2000, read.month);
-    if (read.month == 2 && read.day == 29)
-        month.AppendFormat(" %d", read.year);
-    CString reason;
-    reason.Format("%d %s does not exist; %s has %d days", read.day, month, month, length);
+    CString month = MonthName(read.month), reason;
+    if (read.month == 2 && read.day > 29)
+        reason.Format("%d February does not exist; February has at most 29 days", read.day);
+    else if (read.month == 2)
+        reason.Format("29 February %d does not exist; February %d has 28 days", read.year, read.year);
+    else
+        reason.Format("%d %s does not exist; %s has 30 days", read.day, month, month);
     return reason;
 }
 
 CString Reason(const Detail::DateText& read)
 {
     const bool monthFirst = CDate::GetParseOrder() == CDate::ParseOrder::MonthFirst;
-    const char* const example = monthFirst ? "4/30/2024" : "30/4/2024";
+    const char* const example = read.yearFirst ? "2024-04-30" : monthFirst ? "4/30/2024" : "30/4/2024";
     CString reason;
     switch (read.fault) {
     case DateFault::None:
@@ -124,6 +125,10 @@ CString Reason(const Detail::DateText& read)
         reason.Format("\"%s\" is no month; write three letters or the whole name, as in 30 Apr 2024", read.word);
         break;
     case DateFault::Month:
+        if (read.yearFirst) {
+            reason.Format("%d is no month; write the month between year and day, as in 2024-04-30", read.month);
+            break;
+        }
         reason.Format("%d is no month; write the %s first, as in %s", read.month, monthFirst ? "month" : "day",
                       example);
         break;

@@ -66,7 +66,7 @@ DateFault CheckDay(int day, int month, int year) noexcept
 /// A date typed without its year.
 DateText WithoutYear(int day, int month, CDate::YearHandler handler)
 {
-    DateText date{CheckDay(day, month, 0), 0, month, day, {}};
+    DateText date{CheckDay(day, month, 0), 0, month, day};
     if (date.fault != DateFault::None)
         return date;
     date.year = handler(day, month);
@@ -86,7 +86,7 @@ DateText WithYear(const Part& day, const Part& month, const Part& year) noexcept
     int full = year.value;
     if (year.digits == 2)
         full += year.value < kPivot ? 2000 : 1900;
-    DateText date{CheckDay(day.value, month.value, full), full, month.value, day.value, {}};
+    DateText date{CheckDay(day.value, month.value, full), full, month.value, day.value};
     if (full < kFirstYear && (date.fault == DateFault::None || date.fault == DateFault::NoSuchDay))
         date.fault = DateFault::YearRange;
     return date;
@@ -97,8 +97,11 @@ DateText Three(const Part& first, const Part& second, const Part& third, char se
     const int names = (first.digits == 0) + (second.digits == 0) + (third.digits == 0);
     if (names > 1 || third.digits == 0)
         return Refuse(DateFault::Form);
-    if (first.digits == 4 && names == 0 && separator == '-' && third.digits <= 2)
-        return WithYear(third, second, first);
+    if (first.digits == 4 && names == 0 && separator == '-' && third.digits <= 2) {
+        DateText date = WithYear(third, second, first);
+        date.yearFirst = true;
+        return date;
+    }
     const bool monthLeads = first.digits == 0 || (second.digits != 0 && monthFirst);
     return monthLeads ? WithYear(second, first, third) : WithYear(first, second, third);
 }
@@ -242,6 +245,8 @@ DateText Reader::Two()
     const Part &first = m_parts[0], &second = m_parts[1];
     if (first.digits > 2 || second.digits > 2 || first.digits + second.digits == 0)
         return Refuse(DateFault::Form);
+    if (first.digits == 0 && !m_monthFirst)
+        return Refuse(DateFault::NoYear); // Apr 24 may mean a month of 2024
     const bool monthLeads = first.digits == 0 || (second.digits != 0 && m_monthFirst);
     return monthLeads ? WithoutYear(second.value, first.value, m_handler)
                       : WithoutYear(first.value, second.value, m_handler);

@@ -60,7 +60,7 @@ TEST(CDateParseDate, ReadsEveryForm)
         {" 05042024 ", "2024-04-05"},   {"1/1/00", "2000-01-01"},     {"1/1/49", "2049-01-01"},
         {"1/1/50", "1950-01-01"},       {"311299", "1999-12-31"},     {"29/02/2024", "2024-02-29"},
         {"29/02/2000", "2000-02-29"},   {"1/1/0100", "0100-01-01"},   {"31/12/9999", "9999-12-31"},
-        {"5/4", "2025-04-05"},          {"5 Apr", "2025-04-05"},      {"April 5", "2025-04-05"},
+        {"5/4", "2025-04-05"},          {"5 Apr", "2025-04-05"},      {"April 5 2025", "2025-04-05"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(Read(row.in), row.out) << row.in;
@@ -75,7 +75,9 @@ TEST(CDateParseDate, RefusesAndSaysHowToMendIt)
         {"29/2/1900", "29 February 1900 does not exist; February 1900 has 28 days"},
         {"29 Feb", "29 February 2025 does not exist; February 2025 has 28 days"},
         {"13/13/2024", "13 is no month; write the day first, as in 30/4/2024"},
-        {"2024-13-01", "13 is no month; write the day first, as in 30/4/2024"},
+        {"2024-13-01", "13 is no month; write the month between year and day, as in 2024-04-30"},
+        {"30/2", "30 February does not exist; February has at most 29 days"},
+        {"Apr 24", "The year is missing; write it as in 30/4/2024"},
         {"20240405", "24 is no month; write the day first, as in 30/4/2024"},
         {"32/1/2024", "32 is no day of a month; write the date as in 30/4/2024"},
         {"5 Aprl 2024", "\"Aprl\" is no month; write three letters or the whole name, as in 30 Apr 2024"},
@@ -118,6 +120,7 @@ TEST(CDateParseDate, ReadsTheMonthFirstOnRequest)
         {"4 5 2024", "2024-04-05", "blanks"},
         {"04052024", "2024-04-05", "eight digits"},
         {"4/5", "2025-04-05", "no year"},
+        {"Apr 24", "2025-04-24", "a name in front, no year"},
         {"5 Apr 2024", "2024-04-05", "a name is not mistaken"},
         {"2024-04-05", "2024-04-05", "neither is a year in front"},
         {"13/05/2024", "invalid", "never swapped"},

@@ -157,3 +157,22 @@ TEST(CDateEdit, FindsTheYearByTheSameRuleWhenEnterSavesWithoutLeaving)
     EXPECT_EQ(date, CDate(2021, 4, 6));
     EXPECT_EQ(CWnd::GetFocus(), &edit);
 }
+
+TEST(CDateEdit, KeepsRefusingWhatItsOwnRuleRefused)
+{
+    const CDateEdit::YearHandlerScope scope([](int, int) { return 2024; }); // which has the day
+    for (const bool leavesFirst : {false, true}) {
+        COwnYearEdit edit;
+        Afx::HeadlessWindowSystem::Type(edit, "29/2");
+        if (leavesFirst)
+            Afx::HeadlessWindowSystem::Leave();
+        ::Test::Windows().Clear();
+        ::Test::Windows().Answer(IDOK);
+        CDate date;
+        EXPECT_FALSE(Save(edit, date));
+        EXPECT_EQ(::Test::Windows().Messages().at(0).text,
+                  "29 February 2021 does not exist; February 2021 has 28 days");
+        edit.SetWindowText("29/02/2024");
+        EXPECT_TRUE(Save(edit, date)) << "another text is another date";
+    }
+}

@@ -43,11 +43,19 @@ void CDateEdit::SetDate(const CDate& date)
     SetWindowText(date.Format(monthFirst ? "%m/%d/%Y" : "%d/%m/%Y"));
 }
 
-/// What was typed or, where that means the day a century earlier, that day.
-CString CDateEdit::MeantText() const
+CString CDateEdit::Text() const
 {
     CString text;
     GetWindowText(text);
+    return text;
+}
+
+bool CDateEdit::StaysRefused() const { return !m_refused.IsEmpty() && Text() == m_refused; }
+
+/// What was typed or, where that means the day a century earlier, that day.
+CString CDateEdit::MeantText() const
+{
+    const CString text = Text();
     CDate date;
     const bool isTooLate = date.ParseDate(text) && date > m_latest; // never when there is no latest day
     return isTooLate && !HasWholeYear(text) ? CenturyBefore(date) : text;
@@ -55,6 +63,8 @@ CString CDateEdit::MeantText() const
 
 CDate CDateEdit::GetDate() const
 {
+    if (StaysRefused())
+        return CDate::Invalid();
     CDate date;
     date.ParseDate(MeantText());
     return date;
@@ -75,14 +85,19 @@ void CDateEdit::DDX(CDataExchange* exchange, CDate& date, unsigned flags)
         return;
     }
     exchange->PrepareEditCtrl(*this);
-    AfxMessageBox(CDate::WhyNotDate(MeantText()));
+    AfxMessageBox(StaysRefused() ? m_whyRefused : CDate::WhyNotDate(MeantText()));
     exchange->Fail();
 }
 
 void CDateEdit::OnKillFocus(CWnd* newFocus)
 {
-    if (const CDate date = GetDate(); date.IsValid())
+    m_refused.Empty(); // the field is being left: the handler of now decides
+    if (const CDate date = GetDate(); date.IsValid()) {
         SetDate(date);
+    } else if (!date.IsNull()) {
+        m_refused = Text();
+        m_whyRefused = CDate::WhyNotDate(MeantText());
+    }
     CEdit::OnKillFocus(newFocus);
 }
 

@@ -45,9 +45,14 @@ protected:
     void OnKillFocus(CWnd* newFocus) override;
 
 private:
+    CString Text() const;
     CString MeantText() const;
+    bool StaysRefused() const;
 
     CDate m_latest;
+    /// A text that was no date when the field was left, by the year handler of that moment, and why. It stays refused
+    /// until it changes: another handler must not make it a date of another year.
+    CString m_refused, m_whyRefused;
 };
 
 } // namespace Kiln

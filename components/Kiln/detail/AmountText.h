@@ -18,6 +18,7 @@ enum class AmountFault : std::uint8_t
     Commas,    // not between groups of three digits
     Decimals,  // more than four
     TooLarge,  // beyond 64 bits of ten-thousandths
+    Place,     // a character of amounts where it does not belong
     Character, // one that does not belong in an amount
 };
 
@@ -25,10 +26,9 @@ struct AmountText
 {
     AmountFault fault;
     std::int64_t value;       // ten-thousandths of a pound; 0 with a fault
-    std::string_view badText; // with the fault Character: the text from that character on
+    std::string_view badText; // with the faults Place and Character: the text from that character on
 };
 
-/// Looks at no more of `text` than an amount can need, blanks around it aside.
 AmountText ReadAmount(std::string_view text) noexcept;
 
 } // namespace Kiln::Detail

@@ -31,7 +31,8 @@ struct DateText
     int year = 0; // 0 while it is not known
     int month = 0;
     int day = 0;
-    std::string_view word; // with the fault MonthName: its letters, or the first of them
+    bool yearFirst = false;  // typed as 2024-04-30
+    std::string_view word{}; // with the fault MonthName: its letters, or the first of them
 };
 
 /// Looks at no more of `text` than a date can need, blanks around its parts aside. `handler` gives the year of a date

@@ -16,7 +16,7 @@ Brix::CPFile OtherYears(short year)
     if (!list.Open({}, {{Brix::CPFile::kYear}}) || year < list.GetYear())
         return list;
     list.MoveTo(list.GetCount() - 1);
-    return list;
+    return GetPFileForYear(list.GetYear(), false);
 }
 
 Kiln::CAmt LevelOf(const Brix::CPFile& list, int first, int second)

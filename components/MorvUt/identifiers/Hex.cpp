@@ -9,7 +9,7 @@ IMPLEMENT_DYNAMIC(InvalidHexStringException, CException)
 namespace
 {
 
-constexpr unsigned kMaxBytes = 1u << 30; // twice that still counts in 32 bits
+constexpr unsigned kMaxBytes = (1u << 30) - 1; // the length of a text is an int
 constexpr unsigned char kNoNibble = 0xFF;
 
 /// The value of an upper-case hexadecimal digit; kNoNibble for any other character. Without branches, see Convert.
@@ -55,7 +55,7 @@ InvalidHexStringException::~InvalidHexStringException() = default;
 CString BinaryToHex::Convert(const unsigned char* data, unsigned size)
 {
     if (size > kMaxBytes)
-        throw new CInvalidArgException("More than 1 GiB is not written as hexadecimal text");
+        throw new CInvalidArgException("1 GiB or more is not written as hexadecimal text");
     if (!data)
         return {};
     std::string text(std::size_t{size} * 2, '\0');

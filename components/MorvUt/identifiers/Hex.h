@@ -46,7 +46,7 @@ public:
     BinaryToHex& operator=(const BinaryToHex&) = default;
     BinaryToHex& operator=(BinaryToHex&&) = default;
 
-    /// Two upper-case digits per byte; empty for size 0 and for null. Throws CInvalidArgException above 2^30 bytes.
+    /// Two upper-case digits per byte; empty for size 0 and for null. Throws CInvalidArgException from 2^30 bytes on.
     static CString Convert(const unsigned char* data, unsigned size);
 
 protected:

@@ -6,7 +6,7 @@
 #include "MorvUt/Export.h"
 
 /// The code with dashes: "123456" is 12-34-56. A code that has a dash stays as it is; longer ones are cut after six
-/// characters, shorter ones end early (12-34-5). An empty code, or one that is only dashes, is the empty mask
+/// characters (bytes), shorter ones end early (12-34-5). An empty code, or one that is only dashes, is the empty mask
 /// "  -  -  ".
 MORVUT_API CString FormatSortCode(const CString& code);
 

@@ -54,6 +54,13 @@ std::string_view NearestShape(std::string_view text, int length) noexcept
     return nearest;
 }
 
+CString LengthMustBe(const char* expected, int length)
+{
+    CString reason;
+    reason.Format("%s; this has %d", expected, length);
+    return reason;
+}
+
 CString PlaceMustBe(std::size_t place, const char* kind)
 {
     CString reason;
@@ -105,11 +112,10 @@ CString WhyNotNINumber(const char* text)
         return "A National Insurance number is written without blanks";
     const int length = CountCharacters(given);
     const std::string_view shape = NearestShape(given, length);
-    if (shape.empty()) {
-        CString reason;
-        reason.Format("A National Insurance number has 8 or 9 characters; this has %d", length);
-        return reason;
-    }
+    if (shape.empty())
+        return LengthMustBe("A National Insurance number has 8 or 9 characters", length);
+    if (BeginsAs(text, kTemporaryShape)) // all of it, so something follows
+        return LengthMustBe("A number of the form 12A34567 has 8 characters", length);
     std::size_t place = 0;
     while (place + 1 < shape.size() && Fits(given[place], shape[place]))
         ++place;
@@ -125,11 +131,9 @@ CString WhyNotUTR(const char* text)
         return "A UTR is missing";
     if (given.find(' ') != std::string_view::npos)
         return "A UTR is written without blanks";
+    if (const int length = CountCharacters(given); length != kUTRLength)
+        return LengthMustBe("A UTR has 10 digits and nothing else", length);
     if (const auto bad = std::find_if_not(given.begin(), given.end(), IsDigit); bad != given.end())
         return PlaceMustBe(static_cast<std::size_t>(bad - given.begin()), "digit");
-    if (given.size() == kUTRLength)
-        return "The first digit does not agree with the other nine: a digit is wrong, or two have changed places";
-    CString reason;
-    reason.Format("A UTR has 10 digits; this has %d", static_cast<int>(given.size()));
-    return reason;
+    return "The first digit does not agree with the other nine: a digit is wrong, or two have changed places";
 }

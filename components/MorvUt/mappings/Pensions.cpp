@@ -76,7 +76,7 @@ const TypeMapping NREAdjustmentTypes[] = {
     {0, "ANPAYMNT", "Annual Payments"},
     {1, "TRLOSSCY", "Trading Losses, Current Year"},
     {2, "TRLOSSLY", "Trading Losses, Later Years"},
-    {3, "ADDTONRE", "Addition to Net Relevant Earnings"},
+    {3, "ADDTONRE", "Addition to Non-Relevant Earnings"},
     kEndOfTable,
 };
 

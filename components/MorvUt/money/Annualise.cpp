@@ -23,9 +23,11 @@ bool CountsLeapDay(const CDate& from, const CDate& to) noexcept
     const Afx::CivilDate first = Detail::CivilFields(from), last = Detail::CivilFields(to);
     if (IsLeapDay(first) || IsLeapDay(last))
         return true;
-    const CDate ahead(first.year + 2, first.month, first.day), back(last.year - 2, last.month, last.day);
-    return Kiln::DaysBetween(from, ahead) == kTwoYearsWithLeapDay &&
-           Kiln::DaysBetween(back, to) == kTwoYearsWithLeapDay;
+    const auto daysInTwoYears = [](int year, int month, int day) { // whole days, whatever the time
+        return Kiln::DaysBetween(CDate(year, month, day), CDate(year + 2, month, day));
+    };
+    return daysInTwoYears(first.year, first.month, first.day) == kTwoYearsWithLeapDay &&
+           daysInTwoYears(last.year - 2, last.month, last.day) == kTwoYearsWithLeapDay;
 }
 
 } // namespace

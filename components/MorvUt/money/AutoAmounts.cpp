@@ -21,6 +21,6 @@ __int64 ConvertStrToAuto(const CString& text)
     if (amount == "AUTO" || amount == "A")
         return kAutoMarker;
     if (amount.GetAt(0) == 'A')
-        return -StrToCurrency(amount.GetString() + 1); // an amount in pence is far from the ends of 64 bits
+        return -CStrToCurrency(amount.Mid(1)); // an amount in pence is far from the ends of 64 bits
     return CStrToCurrency(amount);
 }

@@ -25,8 +25,9 @@ MORVUT_API __int64 CStrToCurrency(const CString& text);
 MORVUT_API __int64 StrToCurrency(const char* text);
 /// Reads the number at the start of a text, as scanf's %lf does, commas anywhere left out: "1,234.567 net" is 123457.
 /// Rounded to the penny as the text of that double with two decimals, so a tie goes to the even penny ("0.125" is 12)
-/// and "1.005", whose double lies below it, is 100. 0 when the text begins with no number, or with infinity or NaN;
-/// saturates. House rule: from £1,000,000,000,000 on the pence are not read right, see docs/dates-and-money.md.
+/// and "1.005", whose double lies below it, is 100. 0 when the text begins with no decimal number (infinity, NaN
+/// and hexadecimal are none); saturates. House rule: from £1,000,000,000,000 on the pence are not read right, see
+/// docs/dates-and-money.md.
 MORVUT_API __int64 PoundsToPence(const char* text);
 MORVUT_API double PenceToPounds(__int64 pence) noexcept;
 /// 64-bit `atoi`, clamped to 32 bits: blanks, a sign, digits. Null reads as empty.

@@ -117,7 +117,4 @@ __int64 CalculateAutoTax(__int64 net, __int64 taxField, double rate) noexcept
 
 long double PercentOf(long double amount, double percent) noexcept { return percent / 100.0 * amount; }
 
-__int64 PercentOf(const __int64& pence, double percent)
-{
-    return CAmt::FromPence(pence).PercentOf(percent, 1).GetPence();
-}
+__int64 PercentOf(__int64& pence, double percent) { return CAmt::FromPence(pence).PercentOf(percent, 1).GetPence(); }

@@ -6,6 +6,8 @@
 // result that is not valid, or overflow, is 0), or pence as `double` and `long double`, for callers that hold them so.
 // Figures are computed in double precision on every platform.
 
+#include <concepts>
+
 #include "Afx/Platform.h"
 #include "Kiln/CAmt.h"
 #include "Kiln/CDate.h"
@@ -45,7 +47,14 @@ MORVUT_API __int64 CalculateAutoTax(__int64 net, __int64 taxField, double rate) 
 /// Not rounded: percent / 100 * amount.
 MORVUT_API long double PercentOf(long double amount, double percent) noexcept;
 /// To the nearest penny, halves away from zero.
-MORVUT_API __int64 PercentOf(const __int64& pence, double percent);
+MORVUT_API __int64 PercentOf(__int64& pence, double percent);
+/// The same for pence that are constant or computed on the spot. Every other type of number goes to the first one.
+template<std::same_as<__int64> Pence>
+__int64 PercentOf(const Pence& pence, double percent)
+{
+    __int64 copy = pence;
+    return PercentOf(copy, percent);
+}
 
 /// Takes `amount` out of `available`, at most what there is; returns what was taken. 500 out of 300 is 300 and leaves
 /// 0. An amount that is not valid (or NaN) takes nothing and returns an empty amount (0).

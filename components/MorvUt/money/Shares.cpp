@@ -28,7 +28,7 @@ Real AllocateReal(Real amount, Real& available) noexcept
     if (std::isnan(amount))
         return 0;
     if (amount <= available) {
-        available -= amount;
+        available = amount == available ? 0 : available - amount; // infinity too leaves nothing of infinity
         return amount;
     }
     const Real taken = available;
@@ -96,10 +96,12 @@ void ZeroIfNegative(__int64& value) noexcept { ZeroBelowZero(value); }
 
 CAmt JointSpousePercentOf(const CAmt& amount, double percent, int remainder) noexcept
 {
-    if (!amount.IsValid())
+    if (amount.IsNull())
         return amount;
     if (percent == 0.0)
         return CAmt::kZero;
+    if (!amount.IsValid())
+        return amount;
     const auto share = ShareOf(amount.GetPence(), percent, remainder);
     return share ? CAmt::FromPence(*share) : CAmt::Invalid();
 }

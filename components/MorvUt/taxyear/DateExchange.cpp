@@ -38,6 +38,8 @@ void DDX_LongDate(CDataExchange* exchange, Kiln::CDateEdit& edit, long& value, u
     } else if (value == kUnknownDay) {
         ShowUnknown(edit);
     } else {
+        if (ShowsUnknown(edit))
+            edit.LimitText(0); // the limit goes with the word
         Kiln::CDate date = LongToCDate(value);
         edit.DDX(exchange, date, flags);
     }

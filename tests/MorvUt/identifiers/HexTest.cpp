@@ -48,7 +48,7 @@ TEST(Hex, HasNothingForNothing)
 TEST(Hex, RefusesMoreThanAnAddressCounts)
 {
     const unsigned char byte = 1;
-    EXPECT_TRUE(::Test::MessageOf<CInvalidArgException>([&] { BinaryToHex::Convert(&byte, (1u << 30) + 1); }));
+    EXPECT_TRUE(::Test::MessageOf<CInvalidArgException>([&] { BinaryToHex::Convert(&byte, 1u << 30); }));
 }
 
 TEST(Hex, RefusesAnOddLength)

@@ -5,6 +5,16 @@
 
 using Kiln::CDate;
 
+namespace
+{
+
+CDate At(int year, int month, int day, int hour)
+{
+    return CDate::FromOleDate(CDate(year, month, day).GetOleDate() + hour / 24.0);
+}
+
+} // namespace
+
 TEST(AnnualiseAmount, ScalesToAYear)
 {
     const struct
@@ -19,6 +29,11 @@ TEST(AnnualiseAmount, ScalesToAYear)
         {36600, {2015, 3, 1}, {2016, 2, 29}, 36600, "ends on the leap day"},
         {36600, {2016, 2, 29}, {2017, 2, 27}, 36700, "begins on it: 365 days of 366, rounded"},
         {36500, {2012, 4, 6}, {2013, 4, 5}, 36500, "first day of the later rule"},
+        {142500, {2012, 4, 6}, {2016, 2, 29}, 36600, "the rule looks at the first day"},
+        {36400, {2012, 2, 29}, {2013, 2, 27}, 36500, "not at the last: earlier rule, 364 days counted"},
+        {3, {2014, 6, 1}, {2014, 6, 30}, 36, "365 / 30 * 100.0 in that order"},
+        {36600, At(2015, 4, 6, 18), At(2016, 4, 5, 18), 36600, "the time of day changes no leap day"},
+        {36600, At(2014, 6, 1, 0), At(2015, 5, 31, 15), 36500, "nor makes one: 366 days, but of 365"},
         {36500, {2012, 4, 5}, {2013, 4, 4}, 36500, "last day of the earlier rule, no leap day"},
         {36500, {2011, 4, 6}, {2012, 4, 5}, 36500, "earlier: the leap day is not counted, 365 of 365"},
         {100, {2012, 2, 29}, {2012, 3, 1}, 36500, "earlier: one day left of two"},

@@ -150,6 +150,10 @@ TEST(PercentOf, RoundsPenceOnly)
     EXPECT_EQ(PercentOf(std::int64_t{100}, kNaN), 0);
     EXPECT_EQ(PercentOf(::Test::kMaxPence, 50.0), 0);
     EXPECT_EQ(PercentOf(101.0L, 50.0), 50.5L);
+    std::int64_t pence = 101;
+    EXPECT_EQ(PercentOf(pence, 50.0), 51);
+    EXPECT_EQ(PercentOf(101.0, 50.0), 50.5L) << "a double is no pence";
+    EXPECT_EQ(PercentOf(101, 50.0), 50.5L) << "nor is an int";
 }
 
 // Figures that the tax authority publishes.

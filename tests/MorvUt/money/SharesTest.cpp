@@ -66,6 +66,9 @@ TEST(Allocate, SaturatesAndRefusesWhatIsNoNumber)
     EXPECT_EQ(real, 100);
     EXPECT_EQ(Allocate(kInfinity, real), 100);
     EXPECT_EQ(real, 0);
+    real = kInfinity;
+    EXPECT_EQ(Allocate(kInfinity, real), kInfinity);
+    EXPECT_EQ(real, 0);
     __int64 all = 700;
     EXPECT_EQ(Allocate(all, all), 700) << "an amount from itself";
     EXPECT_EQ(all, 0);
@@ -117,6 +120,8 @@ TEST(JointSpousePercentOf, TakesAnyNumber)
     EXPECT_TRUE(JointSpousePercentOf(CAmt(), 50.0, 0).IsNull());
     EXPECT_TRUE(JointSpousePercentOf(CAmt(), 0.0, 0).IsNull()) << "null before 0 per cent";
     EXPECT_TRUE(JointSpousePercentOf(Pence(100), 0.0, 0) == CAmt::kZero);
+    EXPECT_TRUE(JointSpousePercentOf(CAmt::Invalid(), 0.0, 0) == CAmt::kZero);
+    EXPECT_TRUE(JointSpousePercentOf(CAmt::Invalid(), 50.0, 0) == CAmt::Invalid());
     constexpr double kPercents[] = {kNaN, kInfinity, -kInfinity, 1e300, -1e300, 9.3e16, 9.2e16, -9.2e16, 1e-300};
     for (const double percent : kPercents)
         for (const int remainder : {0, 1}) {
@@ -135,12 +140,12 @@ TEST(JointSpousePercentOf, TakesAnyNumber)
 // Percentages in thousandths. One whose last digit is 5 rounds up for both owners, so that pair is left out.
 TEST(JointSpousePercentOf, TwoSharesAddUp)
 {
-    constexpr __int64 kAmounts[] = {1, 99, 1001, 123457, 99999999, -1001, 1'000'000'000'01};
+    constexpr __int64 kAmounts[] = {1, 2, 99, 100, 1001, 123457, 99999999, -1001, 1'000'000'000'01, 9'007'199'254'74};
     for (int thousandths = 1; thousandths < 100'000; ++thousandths) {
         if (thousandths % 10 == 5)
             continue;
         const double percent = thousandths / 1000.0;
-        const __int64 pence = kAmounts[thousandths % 7];
-        ASSERT_EQ(Share(pence, percent, 0) + Share(pence, 100.0 - percent, 1), pence) << percent;
+        for (const __int64 pence : kAmounts)
+            ASSERT_EQ(Share(pence, percent, 0) + Share(pence, 100.0 - percent, 1), pence) << percent;
     }
 }
