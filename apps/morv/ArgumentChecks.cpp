@@ -24,7 +24,49 @@ CLI::Validator NotEmpty()
             ""};
 }
 
-std::vector<std::string> ArgumentsOf(int argc, char** argv)
+namespace
+{
+
+constexpr char kWordMark = '\x1'; // never begins an option or a list
+
+const CLI::Option* OptionOf(const CLI::App& app, const std::string& argument)
+{
+    return argument.starts_with('-') ? app.get_option_no_throw(argument.substr(0, argument.find('='))) : nullptr;
+}
+
+/// Marks what is behind `calc`, but for the options of `app` and of calc and their values; "--" ends those and goes.
+std::vector<std::string> WithWordsMarked(std::vector<std::string> arguments, const CLI::App& app)
+{
+    const CLI::App* calc = nullptr;
+    bool isValue = false, takesOptions = true;
+    std::vector<std::string> marked;
+    for (const std::string& argument : arguments) {
+        const CLI::Option* option = nullptr;
+        if (takesOptions && !isValue) {
+            option = OptionOf(app, argument);
+            if (!option && calc)
+                option = OptionOf(*calc, argument);
+        }
+        if (option || isValue) {
+            marked.push_back(argument);
+            isValue = option && option->get_items_expected_max() > 0 && argument.find('=') == argument.npos;
+        } else if (!calc) {
+            if (argument != "calc")
+                return arguments; // another command
+            calc = app.get_subcommand(argument);
+            marked.push_back(argument);
+        } else if (takesOptions && argument == "--") {
+            takesOptions = false;
+        } else {
+            marked.push_back(kWordMark + argument);
+        }
+    }
+    return marked;
+}
+
+} // namespace
+
+std::vector<std::string> ArgumentsOf(int argc, char** argv, const CLI::App& app)
 {
     std::vector<std::string> arguments;
     for (int i = 1; i < argc; ++i) {
@@ -34,7 +76,12 @@ std::vector<std::string> ArgumentsOf(int argc, char** argv)
         if (isEmptyValue)
             arguments.emplace_back();
     }
-    return arguments;
+    return WithWordsMarked(std::move(arguments), app);
+}
+
+std::string WordOf(const std::string& argument)
+{
+    return argument.starts_with(kWordMark) ? argument.substr(1) : argument;
 }
 
 } // namespace Morv

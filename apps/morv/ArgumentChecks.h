@@ -18,8 +18,10 @@ CLI::Validator PlainNumber(long most = kMostRowId);
 /// A text that is there: --user "$NAME" with NAME not set must not work as somebody else.
 CLI::Validator NotEmpty();
 
-/// The arguments behind the program's name, with --name= as --name and an empty text: the library alone takes the next
-/// argument for the value.
-std::vector<std::string> ArgumentsOf(int argc, char** argv);
+/// The arguments behind the program's name, as the library must see them to read them right: --name= as --name and an
+/// empty text (it alone takes the next argument for the value), and behind `calc` all but the options of `app` and of
+/// calc marked, for WordOf to unmark: a rule takes any text (-.5, --, [5]), which the library would take apart.
+std::vector<std::string> ArgumentsOf(int argc, char** argv, const CLI::App& app);
+std::string WordOf(const std::string& argument);
 
 } // namespace Morv

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "CommandError.h"
+#include "Output.h"
 
 namespace Morv
 {
@@ -73,8 +74,11 @@ const Values::Kind* Values::FindKind(std::string_view name)
         {"int", "a whole number of 32 bits", ReadNumber<kMin32, kMax32>},
         {"index", "0, 1, 2 or 3", ReadNumber<0, 3>},
         {"flag", "0 or 1", ReadNumber<0, 1>},
-        {"text", "any text", ReadText},
-        {kIdentifier, "any text; it is not printed again", ReadText},
+        {"byte", "a whole number from 0 to 255", ReadNumber<0, 255>},
+        {"word", "a whole number from 0 to 65535", ReadNumber<0, 65535>},
+        {"bytes", "any text", ReadBytes},
+        {"text", "any text without a zero byte", ReadText},
+        {kIdentifier, "any text without a zero byte; it is not printed again", ReadText},
     };
     for (const Kind& kind : kKinds)
         if (kind.name == name)
@@ -155,6 +159,11 @@ bool Values::ReadDecimal(std::string_view text, Value& value)
 
 bool Values::ReadText(std::string_view text, Value& value)
 {
+    return text.find('\0') == text.npos && ReadBytes(text, value); // the rules take it for the end
+}
+
+bool Values::ReadBytes(std::string_view text, Value& value)
+{
     value.text = text;
     return true;
 }
@@ -189,7 +198,8 @@ Values::Values(std::string_view rule, const std::vector<Argument>& declared, con
         const std::string most = std::to_string(declared.size());
         const std::string range = needed == declared.size() ? most : std::to_string(needed) + " to " + most;
         throw CommandError(Exit::BadInput, "BAD_ARGUMENTS",
-                           name + " takes " + range + " arguments, not " + std::to_string(texts.size()),
+                           name + " takes " + range + (range == "1" ? " argument" : " arguments") + ", not " +
+                               std::to_string(texts.size()),
                            "morv calc --list names them.");
     }
     m_values.resize(declared.size());
@@ -199,8 +209,8 @@ Values::Values(std::string_view rule, const std::vector<Argument>& declared, con
             continue;
         throw CommandError(Exit::BadInput, "BAD_ARGUMENTS",
                            name + ": argument " + std::to_string(i + 1) + " (" + std::string(declared[i].name) +
-                               ") is \"" + texts[i] + "\", expected " + std::string(ExpectedOf(declared[i].kind)),
-                           "");
+                               ") is " + (declared[i].kind == kIdentifier ? "no text" : Quoted(texts[i])),
+                           "Expected is " + std::string(ExpectedOf(declared[i].kind)) + ".");
     }
 }
 

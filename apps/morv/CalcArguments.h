@@ -71,6 +71,7 @@ private:
     static bool ReadAmount(std::string_view text, Value& value);
     static bool ReadDecimal(std::string_view text, Value& value);
     static bool ReadText(std::string_view text, Value& value);
+    static bool ReadBytes(std::string_view text, Value& value);
 
     std::vector<Value> m_values;
 };

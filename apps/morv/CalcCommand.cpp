@@ -6,8 +6,11 @@
 #include <memory>
 
 #include "Afx/Exceptions.h"
+#include "Afx/TextFold.h"
+#include "ArgumentChecks.h"
 #include "CalcRules.h"
 #include "Commands.h"
+#include "Output.h"
 
 namespace Morv
 {
@@ -19,12 +22,17 @@ constexpr char kFromInput[] = "-";
 
 const CalcRule& RuleNamed(const std::string& name)
 {
-    const auto rules = CalcRules();
-    const auto found =
-        std::find_if(rules.begin(), rules.end(), [&](const CalcRule& rule) { return rule.name == name; });
-    if (found == rules.end())
-        throw CommandError(Exit::BadInput, "UNKNOWN_RULE", "there is no rule " + name, "morv calc --list names them.");
-    return *found;
+    std::vector<std::string> names;
+    for (const CalcRule& rule : CalcRules()) {
+        if (Afx::EqualNoCase(rule.name, name))
+            return rule;
+        names.emplace_back(rule.name);
+    }
+    // An argument given first may be somebody's identifier: it is not repeated.
+    const bool mayBeShown = std::none_of(name.begin(), name.end(), [](char c) { return c >= '0' && c <= '9'; });
+    throw CommandError(Exit::BadInput, "UNKNOWN_RULE",
+                       "there is no rule " + (mayBeShown ? Quoted(name) : "of that name") + DidYouMean(name, names),
+                       "morv calc --list names them.");
 }
 
 Json ListOfRules()
@@ -91,7 +99,7 @@ void Calculate(const CalcRule& rule, const std::vector<std::string>& texts, bool
     const std::vector<Argument> declared = DeclaredArguments(rule.arguments);
     const Json result = Apply(rule, Values(rule.name, declared, texts));
     if (!json)
-        return PrintText(ResultText(result));
+        return PrintText(Printable(ResultText(result)));
     Json echoed = Json::array();
     for (std::size_t i = 0; i < texts.size(); ++i)
         echoed.push_back(EchoOf(declared[i], texts[i]));
@@ -117,36 +125,45 @@ std::vector<std::string> WordsOf(const std::string& line)
             words.back() += c;
     }
     if (isQuoted)
-        throw CommandError(Exit::BadInput, "BAD_ARGUMENTS", "a quotation mark is not closed", "");
+        throw CommandError(Exit::BadInput, "BAD_ARGUMENTS", "a quotation mark is not closed",
+                           "Put one on both sides of a text with blanks.");
     return words;
 }
 
 /// One answer a line. A bad line is reported and the others are answered; the exit code tells that there was one.
 Exit CalculateLines(const CalcRule& rule, bool json)
 {
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    std::ios::sync_with_stdio(false); // reads several times as fast
     Exit exit = Exit::Done;
     std::string line;
     for (int number = 1; std::getline(std::cin, line); ++number)
         try {
+            if (number == 1 && line.starts_with(kByteOrderMark))
+                line.erase(0, kByteOrderMark.size());
             Calculate(rule, WordsOf(line), json);
         } catch (const CommandError& error) {
             exit = error.exit;
             const std::string message = "line " + std::to_string(number) + ": " + error.what();
-            if (json)
-                PrintJson({{"error", {{"code", error.code}, {"message", message}, {"action", error.action}}}});
-            std::fprintf(stderr, "morv: %s\n", message.c_str());
+            PrintError(CommandError(error.exit, error.code, message, error.action), json);
         }
+    if (std::cin.bad())
+        throw CommandError(Exit::BadInput, "CANNOT_READ", "standard input cannot be read",
+                           "Give a file of lines, or type them.");
     return exit;
 }
 
-Exit Calc(const std::vector<std::string>& words, bool list, const CommonOptions& options)
+Exit Calc(std::vector<std::string> words, bool list, const CommonOptions& options)
 {
+    if (list && !words.empty())
+        throw CommandError(Exit::BadInput, "BAD_ARGUMENTS", "--list takes no rule", "morv calc --list names them all.");
     if (list) {
         List(options.json);
         return Exit::Done;
     }
     if (words.empty())
         throw CommandError(Exit::BadInput, "BAD_ARGUMENTS", "no rule is named", "morv calc --list names them.");
+    std::transform(words.begin(), words.end(), words.begin(), WordOf);
     UseYear(options);
     const CalcRule& rule = RuleNamed(words.front());
     const std::vector<std::string> arguments(words.begin() + 1, words.end());
@@ -166,9 +183,9 @@ void AddCalcCommand(CLI::App& app, Program& program)
     calc->add_option("rule", *words, "The rule and its arguments; - in their place reads lines of arguments")
         ->expected(0, -1);
     calc->add_flag("--list", *list, "Name the rules, their arguments and units");
-    calc->footer("Lines hold the arguments between blanks, texts with blanks in double quotes. A text that looks like "
-                 "an option or a\n"
-                 "command (-x, client) can only stand in a line.");
+    calc->footer("Lines hold the arguments between blanks, texts with blanks in double quotes. Behind -- even a text "
+                 "like --json is\n"
+                 "an argument.");
     calc->callback([=, &program] { program.exit = Calc(*words, *list, program.options); });
 }
 

@@ -197,7 +197,7 @@ constexpr CalcRule kRules[] = {
     {"DatesIdentical", "first:longdate second:longdate", kYesNo,
      [](const Values& a) { return Json(OnRecords<DatesIdentical>(a) != 0); }},
     {"CompareDates", "first:longdate second:longdate", kOrder, OnRecords<CompareDates>},
-    {"DtoxL", "day:int month:int year:int", kLongDate,
+    {"DtoxL", "day:byte month:byte year:word", kLongDate,
      [](const Values& a) {
          const X_DateStr_tag record = FieldsFrom(a);
          return Json(DtoxL(&record));
@@ -299,8 +299,8 @@ constexpr CalcRule kRules[] = {
     {"WhyNotUTR", "reference:identifier", kText, [](const Values& a) { return TextOf(WhyNotUTR(a.Text(0))); }},
     {"FormatSortCode", "code:text", kText, [](const Values& a) { return TextOf(FormatSortCode(a.Text(0))); }},
     {"TidySortCodeString", "code:text", kText, [](const Values& a) { return TextOf(TidySortCodeString(a.Text(0))); }},
-    {"WhyNotSortCode", "code:text", kText, [](const Values& a) { return TextOf(WhyNotSortCode(a.Text(0))); }},
-    {"BinaryToHex::Convert", "bytes:text", kText, [](const Values& a) { return HexOf(a.Bytes(0)); }},
+    {"WhyNotSortCode", "code:identifier", kText, [](const Values& a) { return TextOf(WhyNotSortCode(a.Text(0))); }},
+    {"BinaryToHex::Convert", "bytes:bytes", kText, [](const Values& a) { return HexOf(a.Bytes(0)); }},
     {"HexToBinary::Convert", "text:text", kBytes, [](const Values& a) { return BytesOf(a.Text(0)); }},
 };
 

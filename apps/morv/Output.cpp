@@ -2,6 +2,11 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <numeric>
+#include <utility>
+
+#include "Afx/Text.h"
+#include "Afx/TextFold.h"
 
 namespace Morv
 {
@@ -14,6 +19,21 @@ std::size_t Width(const std::string& text)
 {
     return static_cast<std::size_t>(
         std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
+
+/// Letters to change, add or leave out, whatever their case, to get from one text to the other.
+std::size_t Distance(std::string_view from, std::string_view to)
+{
+    std::vector<std::size_t> row(to.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 0; i < from.size(); ++i) {
+        std::size_t diagonal = row[0]++;
+        for (std::size_t j = 0; j < to.size(); ++j) {
+            const bool same = Afx::EqualNoCase(from.substr(i, 1), to.substr(j, 1));
+            diagonal = std::exchange(row[j + 1], std::min({row[j] + 1, row[j + 1] + 1, diagonal + !same}));
+        }
+    }
+    return row.back();
 }
 
 void Write(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
@@ -52,6 +72,48 @@ void PrintJson(const Json& document)
 
 void PrintText(const std::string& text) { Write(text + "\n"); }
 
+void PrintError(const CommandError& error, bool json)
+{
+    if (json)
+        PrintJson({{"error", {{"code", error.code}, {"message", error.what()}, {"action", error.action}}}});
+    std::string line = error.what();
+    if (!error.action.empty())
+        line += (line.ends_with('.') || line.ends_with('?') ? " " : ". ") + error.action;
+    std::fprintf(stderr, "morv: %s\n", Printable(line).c_str());
+}
+
+std::string Printable(std::string_view text)
+{
+    std::string printable = Afx::IsUtf8(text) ? std::string(text) : Afx::ToUtf8(text);
+    for (char& c : printable)
+        if (static_cast<unsigned char>(c) < ' ' || c == '\x7F')
+            c = ' ';
+    return printable;
+}
+
+std::string Quoted(std::string_view text)
+{
+    constexpr std::size_t kMost = 80;
+    std::string_view shown = text.substr(0, kMost);
+    while (shown.size() < text.size() && !shown.empty() && !Afx::IsUtf8(shown) && Afx::IsUtf8(text))
+        shown.remove_suffix(1); // not through a character
+    return "\"" + Printable(shown) + (shown.size() < text.size() ? "…\"" : "\"");
+}
+
+std::string DidYouMean(std::string_view given, std::span<const std::string> names)
+{
+    constexpr std::size_t kFar = 3; // that many letters to change, add or leave out
+    std::string_view nearest;
+    std::size_t least = std::min(kFar, given.size() / 2 + 1);
+    for (const std::string& name : names)
+        if (const std::size_t steps = Distance(given.substr(0, 2 * name.size()), name);
+            steps < least && !name.empty()) {
+            least = steps;
+            nearest = name;
+        }
+    return nearest.empty() ? std::string() : "; did you mean " + std::string(nearest) + "?";
+}
+
 void TextTable::Print(const char* indent) const
 {
     std::vector<std::size_t> widths;
@@ -64,7 +126,7 @@ void TextTable::Print(const char* indent) const
     for (const auto& row : m_rows) {
         std::string line = indent;
         for (std::size_t i = 0; i < row.size(); ++i) {
-            line += row[i];
+            line += Printable(row[i]);
             if (i + 1 < row.size())
                 line.append(widths[i] - Width(row[i]) + 2, ' ');
         }

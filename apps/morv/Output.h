@@ -4,12 +4,15 @@
 
 #include <nlohmann/json.hpp>
 
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "Afx/CString.h"
 #include "Afx/DateTime.h"
 #include "Cellar/Value.h"
+#include "CommandError.h"
 #include "Kiln/CAmt.h"
 #include "Kiln/CDate.h"
 
@@ -30,6 +33,16 @@ std::string Money(const Json& pence);
 
 /// Prints `document` on one line.
 void PrintJson(const Json& document);
+
+/// One line for people on standard error: what, where, how to mend it; and the error object on standard output.
+void PrintError(const CommandError& error, bool json);
+
+/// `text` for a terminal: control characters as blanks, bytes that are not UTF-8 replaced.
+std::string Printable(std::string_view text);
+/// What a user gave, for a message: printable, in quotes, cut when it is long.
+std::string Quoted(std::string_view text);
+/// "; did you mean NAME?" for the name that is nearest to what a user gave; empty when none is near.
+std::string DidYouMean(std::string_view given, std::span<const std::string> names);
 
 /// Columns of text, aligned to the widest cell; the last column is not padded.
 class TextTable

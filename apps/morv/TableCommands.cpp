@@ -32,7 +32,11 @@ const TypeMapping* TableOf(const std::string& nameOrPosition)
         if (*mapping.name && Afx::EqualNoCase(mapping.name, nameOrPosition))
             return mapping.table;
     }
-    throw CommandError(Exit::BadInput, "UNKNOWN_TABLE", "there is no code table " + nameOrPosition,
+    std::vector<std::string> names;
+    for (const NamedMapping& mapping : GetNamedMappings())
+        names.emplace_back(mapping.name);
+    throw CommandError(Exit::BadInput, "UNKNOWN_TABLE",
+                       "there is no code table " + Quoted(nameOrPosition) + DidYouMean(nameOrPosition, names),
                        "morv table list shows their names and positions.");
 }
 
@@ -53,7 +57,7 @@ const TypeMapping& RowOf(const TypeMapping* table, const std::string& text)
     for (const TypeMapping* found : {byCode, byKey, byName})
         if (found)
             return *found;
-    throw CommandError(Exit::BadInput, "UNKNOWN_KEY", "the table has no code, key or name " + text,
+    throw CommandError(Exit::BadInput, "UNKNOWN_KEY", "the table has no code, key or name " + Quoted(text),
                        "morv table show lists its rows; capitals count in names.");
 }
 

@@ -27,32 +27,19 @@ constexpr char kFooter[] =
 Exit codes: 0 done; 1 refused, or errors were reported; 2 bad arguments or input; 3 the practice cannot be opened or
 written; 4 HMRC cannot be reached.)";
 
-std::string OneLine(std::string text)
-{
-    for (char& c : text)
-        if (c == '\n' || c == '\r')
-            c = ' ';
-    return text;
-}
-
 Exit Report(const CommandError& error, bool json)
 {
-    if (json)
-        PrintJson({{"error", {{"code", error.code}, {"message", error.what()}, {"action", error.action}}}});
-    std::string message = error.what();
-    if (!error.action.empty())
-        message += (message.ends_with('.') ? " " : ". ") + error.action;
-    const std::string line = OneLine(message);
-    std::fprintf(stderr, "morv: %s\n", line.c_str());
+    PrintError(error, json);
     return error.exit;
 }
 
-/// A file that the program opens must not be taken for a standard one that it was started without.
+/// A file that the program opens must not be taken for a standard one that it was started without. Writing to a
+/// standard output that is not there fails.
 void OpenStandardFiles()
 {
     for (int file = 0; file <= 2; ++file)
         if (fcntl(file, F_GETFD) < 0)
-            open("/dev/null", O_RDWR); // the lowest number that is free
+            open("/dev/null", file == 1 ? O_RDONLY : O_RDWR); // the lowest number that is free
 }
 
 bool IsOutputWritten() { return std::fflush(stdout) == 0 && std::ferror(stdout) == 0; }
@@ -76,6 +63,26 @@ void FallThrough(CLI::App& app)
     }
 }
 
+/// The first word that belongs to nothing is what is wrong; the library alone says what is missing then.
+std::string MessageOf(const CLI::ParseError& error, const CLI::App& app)
+{
+    const std::vector<std::string> unread = app.remaining(true);
+    const bool isOfWords = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError) ||
+                           error.get_exit_code() == static_cast<int>(CLI::ExitCodes::RequiredError);
+    if (unread.empty() || !isOfWords)
+        return error.what();
+    const std::string& word = unread.front();
+    if (word.starts_with('-'))
+        return Quoted(word) + " is no option here";
+    const CLI::App* command = &app;
+    while (!command->get_subcommands().empty())
+        command = command->get_subcommands().front();
+    std::vector<std::string> names;
+    for (const CLI::App* inner : command->get_subcommands({}))
+        names.push_back(inner->get_name());
+    return Quoted(word) + (names.empty() ? " was not expected" : " is no command" + DidYouMean(word, names));
+}
+
 Exit Run(CLI::App& app, Program& program, const std::vector<std::string>& arguments)
 {
     try {
@@ -85,8 +92,10 @@ Exit Run(CLI::App& app, Program& program, const std::vector<std::string>& argume
         if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success))
             return static_cast<Exit>(app.exit(error)); // --help, --version
         // The flag may not have been read yet when the line is wrong.
-        const bool json = std::find(arguments.begin(), arguments.end(), "--json") != arguments.end();
-        return Report(CommandError(Exit::BadInput, "BAD_ARGUMENTS", error.what(), "morv --help tells how."), json);
+        const bool json = std::any_of(arguments.begin(), arguments.end(),
+                                      [](const std::string& text) { return text.starts_with("--json"); });
+        return Report(CommandError(Exit::BadInput, "BAD_ARGUMENTS", MessageOf(error, app), "morv --help tells how."),
+                      json);
     } catch (const CommandError& error) {
         return Report(error, program.options.json);
     } catch (const Cellar::DatabaseError& error) {
@@ -126,7 +135,7 @@ int main(int argc, char** argv)
     AddCalcCommand(app, program);
     FallThrough(app);
 
-    Exit exit = Run(app, program, ArgumentsOf(argc, argv));
+    Exit exit = Run(app, program, ArgumentsOf(argc, argv, app));
     MorvUtShutDown();
     if (!IsOutputWritten()) {
         std::fprintf(stderr,

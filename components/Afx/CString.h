@@ -41,6 +41,7 @@ public:
     FormatArg(char value) noexcept : m_kind(Kind::Char), m_signed(value) {}
     FormatArg(double value) noexcept : m_kind(Kind::Real), m_real(value) {}
     FormatArg(const char* value) noexcept : m_kind(Kind::Text), m_text(value ? std::string_view(value) : "(null)") {}
+    FormatArg(std::nullptr_t) = delete;
     FormatArg(std::string_view value) noexcept : m_kind(Kind::Text), m_text(value) {}
     FormatArg(const std::string& value) noexcept : m_kind(Kind::Text), m_text(value) {}
     inline FormatArg(const CString& value) noexcept;
@@ -173,6 +174,11 @@ public:
     {
         if (text)
             m_text += text;
+        return *this;
+    }
+    CString& operator+=(const std::string& text)
+    {
+        m_text += text;
         return *this;
     }
     CString& operator+=(const CString& text)

@@ -48,9 +48,10 @@ MORVUT_API __int64 CalculateAutoTax(__int64 net, __int64 taxField, double rate) 
 MORVUT_API long double PercentOf(long double amount, double percent) noexcept;
 /// To the nearest penny, halves away from zero.
 MORVUT_API __int64 PercentOf(__int64& pence, double percent);
-/// The same for pence that are constant or computed on the spot. Every other type of number goes to the first one.
-template<std::same_as<__int64> Pence>
-__int64 PercentOf(const Pence& pence, double percent)
+/// The same for pence that are constant, computed on the spot, or in the other type of 64 bits. Every other type of
+/// number goes to the first one.
+template<std::signed_integral Pence>
+requires(sizeof(Pence) == sizeof(__int64)) __int64 PercentOf(const Pence& pence, double percent)
 {
     __int64 copy = pence;
     return PercentOf(copy, percent);

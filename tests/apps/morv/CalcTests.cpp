@@ -36,18 +36,28 @@ TEST(Calc, AnswersInTheUnitsOfTheList)
         {"DecimalToCAmt 79228162514264337593543950335", "null", "largest decimal, too large"},
         {"Allocate 500 300", R"({"allocatedPence":300,"availablePence":0})", "two results"},
         {"HexToBinary::Convert 00FF", "[0,255]", "bytes"},
+        {"getTaxYear 2024-04-06", "2025", "capitals do not count"},
+        {"CStrToCurrency [5]", "0", "brackets are no list"},
+        {"FormatSortCode [5,6]", "\"[5-,6-]\"", "nor is a comma"},
+        {"FormatSortCode ++", "\"++--\"", "signs"},
+        {"GrossFromNet 500 -.5", "498", "no option"},
+        {"FormatSortCode client", "\"cl-ie-nt\"", "no command"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(MorvJson("calc " + row.in)["result"], Json::parse(row.out)) << row.why;
+    EXPECT_EQ(RunMorv("--year 2024 calc FormatSortCode --quiet -- --json").out, "--json\n") << "behind -- all is text";
 }
 
 TEST(Calc, RefusesBadArgumentsInOneLine)
 {
     const ::Test::Case<std::string, const char*> rows[] = {
         {"", "no rule", "nothing"},
-        {"GetTax", "no rule GetTax", "unknown rule"},
-        {"GetTaxYear", "takes 1 arguments, not 0", "too few"},
-        {"GetTaxYear 2024-01-01 1", "takes 1 arguments, not 2", "too many"},
+        {"GetTaxYaer", "no rule \"GetTaxYaer\"; did you mean GetTaxYear?", "unknown rule"},
+        {"QQ123456C", "no rule of that name.", "may be an identifier"},
+        {"--list GetTaxYear", "--list takes no rule", "one or the other"},
+        {"DtoxL 256 1 2024", "0 to 255", "beyond the record's field"},
+        {"GetTaxYear", "takes 1 argument, not 0", "too few"},
+        {"GetTaxYear 2024-01-01 1", "takes 1 argument, not 2", "too many"},
         {"CurrencyToCStr", "takes 1 to 2 arguments", "too few where one may be left out"},
         {"GetTaxYear 2023-02-29", "argument 1 (date)", "no such day"},
         {"GetTaxYear -024-01-01", "argument 1 (date)", "no ISO date"},
@@ -62,6 +72,7 @@ TEST(Calc, RefusesBadArgumentsInOneLine)
     };
     for (const auto& row : rows) {
         const Ended ended = RunMorv("calc " + row.in);
+        EXPECT_EQ(ended.err.find("123456C"), std::string::npos) << row.why;
         EXPECT_EQ(ended.exit, 2) << row.why;
         EXPECT_NE(ended.err.find(row.out), std::string::npos) << row.why << ": " << ended.err;
         EXPECT_EQ(std::count(ended.err.begin(), ended.err.end(), '\n'), 1) << row.why;
@@ -84,8 +95,8 @@ TEST(Calc, ListsEveryRuleOnceWithKnownKinds)
 
 TEST(Calc, KeepsAPersonsIdentifierOffTheOutput)
 {
-    for (const char* line :
-         {"IsValidNINumber QQ123456C", "WhyNotNINumber QQ123456C", "IsValidUTR 1234567890", "WhyNotUTR 1234567890"}) {
+    for (const char* line : {"IsValidNINumber QQ123456C", "IsValidNINumber -QQ123456C", "WhyNotNINumber QQ123456C",
+                             "IsValidUTR 1234567890", "WhyNotUTR 1234567890"}) {
         const Ended ended = RunMorv(std::string("calc --json ") + line);
         EXPECT_EQ(ended.exit, 0);
         EXPECT_EQ((ended.out + ended.err).find("23456"), std::string::npos) << line;
@@ -105,6 +116,20 @@ TEST(Calc, AnswersALineWithALine)
         results.push_back(document.contains("error") ? Json() : document["result"]);
     }
     EXPECT_EQ(Json(results), Json::parse("[10000, null, null, 0, 3, null]"));
+    EXPECT_EQ(RunMorv("calc GetTaxYear -", TempDir()).exit, 2) << "a folder cannot be read";
+}
+
+TEST(Calc, KeepsControlCharactersOffTheTerminal)
+{
+    const std::string lines =
+        WriteFile("control", "\xEF\xBB\xBF\033[2J1\n\"a\rb\033\" 1\n" + std::string("2234567890\0", 11));
+    const Ended ended = RunMorv("calc FormatSortCode -", lines);
+    EXPECT_EQ(ended.out, " [-2J-1\n") << "the mark of the file's encoding is passed over";
+    EXPECT_EQ(std::count(ended.err.begin(), ended.err.end(), '\n'), 2) << "one line each: " << ended.err;
+    for (const char c : {'\033', '\r', '\0'})
+        EXPECT_EQ(ended.err.find(c), std::string::npos) << int{c};
+    EXPECT_NE(ended.err.find("line 3: FormatSortCode: argument 1 (code)"), std::string::npos)
+        << "a zero byte: " << ended.err;
 }
 
 } // namespace
