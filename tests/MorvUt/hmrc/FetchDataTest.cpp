@@ -34,6 +34,8 @@ protected:
     bool m_isOk = false, m_newData = false, m_clear = false;
 };
 
+constexpr char kNoUtr[] = "A valid UTR is required to retrieve data from HMRC.\n\nPlease add a valid UTR.";
+
 } // namespace
 
 TEST_F(FetchData, IsStoppedBeforeAnyRequest)
@@ -53,8 +55,7 @@ TEST_F(FetchData, IsStoppedBeforeAnyRequest)
          "A national insurance number is required to retrieve income and tax data from HMRC.\n\nPlease add a national "
          "insurance number.",
          "no National Insurance number"},
-        {"UPDATE BRIXClient SET strNINumber = 'AA000001A'",
-         "A valid UTR is required to retrieve data from HMRC.\n\nPlease add a valid UTR.", "UTR not valid"},
+        {"UPDATE BRIXClient SET strNINumber = 'AA000001A'", kNoUtr, "UTR not valid"},
     };
     Sql("UPDATE BRIXUserPermissions SET bAllowed = 0");
     Sql("UPDATE BRIXOptions SET bHMRCRetrieval = 0");
@@ -72,6 +73,11 @@ TEST_F(FetchData, IsStoppedBeforeAnyRequest)
         EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXMTD_TaxYear"), "0");
     }
     Sql("UPDATE BRIXClient SET strUTR = '2234567890'");
+    {
+        const Quarry::CTransaction unsavedChanges;
+        EXPECT_EQ(Run().size(), 1u);
+        EXPECT_FALSE(m_isOk);
+    }
     EXPECT_TRUE(Run().empty());
     EXPECT_TRUE(m_isOk);
 }
@@ -80,25 +86,13 @@ TEST_F(FetchData, NeedsTheUtrButNoNationalInsuranceNumberForTheIndividualInterfa
 {
     Sql("UPDATE BRIXOptions SET nPAYEInterface = 0");
     Sql("UPDATE BRIXClient SET strNINumber = NULL, strUTR = NULL");
-    ASSERT_EQ(Run().size(), 1u);
-    EXPECT_EQ(Run()[0], "A valid UTR is required to retrieve data from HMRC.\n\nPlease add a valid UTR.");
+    EXPECT_EQ(Run(), std::vector<std::string>{kNoUtr});
     Sql("UPDATE BRIXClient SET strUTR = '2234567890'");
     const auto shown = Run();
     ASSERT_EQ(shown.size(), 1u);
     EXPECT_NE(shown[0].find("Employments"), std::string::npos) << shown[0];
     EXPECT_FALSE(m_isOk);
-    EXPECT_EQ(Query("SELECT amtClass2Due FROM BRIXMTD_NIC"), "3195700") << "National Insurance is fetched all the same";
-}
-
-TEST_F(FetchData, WaitsForUnsavedChanges)
-{
-    {
-        const Quarry::CTransaction edits;
-        ASSERT_EQ(Run().size(), 1u);
-        EXPECT_FALSE(m_isOk);
-    }
-    EXPECT_TRUE(Run().empty());
-    EXPECT_TRUE(m_isOk);
+    EXPECT_EQ(Query("SELECT amtClass2Due FROM BRIXMTD_NIC"), "319.57") << "National Insurance is fetched all the same";
 }
 
 TEST_F(FetchData, TellsWhatIsNewAndWhetherAReviewIsDue)
@@ -138,22 +132,20 @@ TEST_F(FetchData, ShowsAnExceptionAndSkipsTheRest)
     EXPECT_FALSE(m_isOk || m_newData);
     EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXMTD_NIC"), "0");
     EXPECT_EQ(Staged(), "");
+    EXPECT_EQ(Quarry::GetTransactionLevel(), 0);
 }
 
 TEST_F(FetchData, StagesNationalInsuranceWhenItChanges)
 {
     ::Test::SetNow(2018, 9, 1);
     Run();
-    EXPECT_EQ(Query("SELECT amtClass1Earnings FROM BRIXMTD_NIC"), "170000"); // ten-thousandths of a pound
-    EXPECT_EQ(Query("SELECT amtClass2Due FROM BRIXMTD_NIC"), "3195700");
+    EXPECT_EQ(Rows("SELECT amtClass1Earnings, amtClass2Due FROM BRIXMTD_NIC"), "17.00|319.57\n");
     ::Test::SetNow(2018, 9, 2);
     Run();
     EXPECT_EQ(Query("SELECT dtUpdated FROM BRIXMTD_NIC"), "2018-09-01 12:00:00.000") << "nothing new";
     Sql("UPDATE BRIXMTD_NIC SET amtClass2Due = NULL");
     Run();
     EXPECT_TRUE(m_newData);
-    EXPECT_EQ(Query("SELECT dtUpdated FROM BRIXMTD_NIC"), "2018-09-02 12:00:00.000");
-    EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXMTD_NIC"), "1");
-    Run(kGateway, static_cast<IEndpointOverride::ResponseType>(99)); // HMRC has nothing
-    EXPECT_EQ(Query("SELECT amtClass2Due FROM BRIXMTD_NIC"), "3195700") << "kept";
+    Run(kGateway, static_cast<IEndpointOverride::ResponseType>(99)); // HMRC has nothing: what was sent is kept
+    EXPECT_EQ(Rows("SELECT amtClass2Due, dtUpdated FROM BRIXMTD_NIC"), "319.57|2018-09-02 12:00:00.000\n");
 }

@@ -22,6 +22,7 @@ TEST(PsbTypes, ComeFromHmrcsBenefitTypes)
 
 TEST(PSBMatchesMTDPSB, ComparesReferencesOfPensionsAndDatesOfBenefits)
 {
+    const Kiln::CDate none, may(2017, 5, 1), nextDay(2017, 5, 2);
     const struct
     {
         int scheduleType, mtdType;
@@ -30,18 +31,18 @@ TEST(PSBMatchesMTDPSB, ComparesReferencesOfPensionsAndDatesOfBenefits)
         bool isMatch;
         const char* why;
     } rows[] = {
-        {1050, 1, "1/A", "1/A", {2017, 5, 1}, {2018, 1, 1}, true, "pension: reference alone"},
-        {1040, 1, "1/A", "1/a", {}, {}, false, "case counts"},
-        {1060, 1, "1/A", "1/A", {}, {}, false, "not a pension's type"},
-        {1090, 2, "1/A", "2/B", {2017, 5, 1}, {2017, 5, 1}, true, "benefit: date alone"},
-        {1090, 2, "1/A", "1/A", {2017, 5, 1}, {2017, 5, 2}, false, "another day"},
-        {1140, 4, "", "", {}, {}, true, "two without a date"},
-        {1140, 3, "", "", {2017, 5, 1}, {}, false, "one without a date"},
-        {1140, 2, "", "", {2017, 5, 1}, {2017, 5, 1}, false, "another benefit"},
+        {1050, 1, "1/A", "1/A", may, nextDay, true, "pension: reference alone"},
+        {1040, 1, "1/A", "1/A", none, none, true, "pension of the other type"},
+        {1040, 1, "1/A", "1/a", none, none, false, "case counts"},
+        {1060, 1, "1/A", "1/A", none, none, false, "not a pension's type"},
+        {1090, 2, "1/A", "2/B", may, may, true, "benefit: date alone"},
+        {1090, 2, "1/A", "1/A", may, nextDay, false, "another day"},
+        {1140, 4, "", "", none, none, true, "two without a date"},
+        {1140, 3, "", "", may, none, false, "one without a date"},
+        {1140, 2, "", "", may, may, false, "another benefit"},
     };
     const ::Test::Practice practice;
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
         Brix::CPensionStateBenefits schedule;
         schedule.AddNew();
         schedule.SetType(row.scheduleType);
@@ -52,79 +53,53 @@ TEST(PSBMatchesMTDPSB, ComparesReferencesOfPensionsAndDatesOfBenefits)
         staged.SetMTDType(row.mtdType);
         staged.SetReference(row.stagedReference);
         staged.SetStart(row.stagedDate);
-        EXPECT_EQ(CPAYEPrepop::PSBMatchesMTDPSB(schedule, staged), row.isMatch);
+        EXPECT_EQ(CPAYEPrepop::PSBMatchesMTDPSB(schedule, staged), row.isMatch) << row.why;
     }
 }
 
 TEST(CompanyBenefitsDiffers, ComparesCountTypeAmountAndForecast)
 {
     using Benefits = std::vector<HmrcApi::CompanyBenefit_t>;
-    const HmrcApi::CompanyBenefit_t car{"CarBenefit", 31, Kiln::CAmt::FromPence(4400), false};
-    const HmrcApi::CompanyBenefit_t fuel{"CarFuelBenefit", 29, Kiln::CAmt(), true};
-    const HmrcApi::CompanyBenefit_t unknown{"YachtBenefit", 0, Kiln::CAmt::FromPence(1), false};
-    const auto with = [](HmrcApi::CompanyBenefit_t benefit, const Kiln::CAmt& amount, bool isForecast) {
-        benefit.amount = amount;
-        benefit.isForecastBenefit = isForecast;
-        return benefit;
+    const auto car = [](int pence, bool isForecast = false) {
+        return HmrcApi::CompanyBenefit_t{"CarBenefit", 31, Kiln::CAmt::FromPence(pence), isForecast};
     };
+    const auto unknown = [](const char* name) {
+        return HmrcApi::CompanyBenefit_t{name, 0, Kiln::CAmt::FromPence(1), false};
+    };
+    const HmrcApi::CompanyBenefit_t fuel{"CarFuelBenefit", 29, Kiln::CAmt(), true};
+    const HmrcApi::CompanyBenefit_t zeroFuel{"CarFuelBenefit", 29, Kiln::CAmt::kZero, true};
     const struct
     {
         Benefits stored, sent;
         bool differs;
         const char* why;
+        bool isWithdrawn = false;
     } rows[] = {
         {{}, {}, false, "none on either side"},
-        {{car}, {car, fuel}, true, "one more sent"},
-        {{car, fuel}, {car, unknown}, true, "another type"},
-        {{car}, {with(car, Kiln::CAmt::FromPence(4401), false)}, true, "a penny"},
-        {{car}, {with(car, car.amount, true)}, true, "now a forecast"},
-        {{fuel}, {with(fuel, Kiln::CAmt::kZero, true)}, true, "absent is not zero"},
-        {{unknown}, {{"ZooBenefit", 0, unknown.amount, false}}, true, "unknown types differ by name"},
-        {{car, with(car, Kiln::CAmt::FromPence(5), false)},
-         {car, with(car, Kiln::CAmt::FromPence(5), false)},
-         true,
-         "a second of one type is compared with the first: looked at again, never overlooked"},
+        {{car(44)}, {car(44), fuel}, true, "one more sent"},
+        {{car(44), fuel}, {car(44), unknown("YachtBenefit")}, true, "another type"},
+        {{car(44)}, {car(45)}, true, "a penny"},
+        {{car(44)}, {car(44, true)}, true, "now a forecast"},
+        {{fuel}, {zeroFuel}, true, "absent is not zero"},
+        {{unknown("YachtBenefit")}, {unknown("ZooBenefit")}, true, "unknown types differ by name"},
+        // A second of one type is compared with the first.
+        {{car(44), car(5)}, {car(44), car(5)}, true, "looked at again, never overlooked"},
+        {{car(44)}, {}, false, "withdrawn", true},
+        {{car(44)}, {car(44)}, true, "withdrawn, and sent again", true},
     };
     const ::Test::Practice practice;
-    long employment = 0;
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        ++employment;
         Brix::CMTD_EmploymentsCompanyBenefits list;
-        list.Open({{list.kMTD_EmploymentsID, employment}});
         for (const auto& benefit : row.stored) {
             list.AddNew();
             list.SetBenefitType(benefit.benefitNumber);
             list.SetBenefitTypeName(benefit.benefitType);
             list.SetAmount(benefit.amount);
             list.SetForecast(benefit.isForecastBenefit);
+            list.SetWithdrawn(row.isWithdrawn);
         }
-        EXPECT_EQ(CPAYEPrepop::CompanyBenefitsDiffers(list, row.sent), row.differs);
+        EXPECT_EQ(CPAYEPrepop::CompanyBenefitsDiffers(list, row.sent), row.differs) << row.why;
     }
-}
-
-TEST(CompanyBenefitsDiffers, LeavesOutWithdrawnRows)
-{
-    const ::Test::Practice practice;
-    Brix::CMTD_EmploymentsCompanyBenefits list;
-    list.AddNew();
-    list.SetBenefitType(31);
-    list.SetWithdrawn(true);
-    EXPECT_FALSE(CPAYEPrepop::CompanyBenefitsDiffers(list, {}));
-    EXPECT_TRUE(CPAYEPrepop::CompanyBenefitsDiffers(list, {{"CarBenefit", 31, {}, false}}));
-}
-
-TEST(TaxFreeAllowances, HaveAValueWhenItIsThereAndNotNothing)
-{
-    const ::Test::Practice practice;
-    Brix::CMTD_TaxFreeAllowances list;
-    EXPECT_FALSE(CPAYEPrepop::MTD_TaxFreeAllowancesHasValue(list)) << "no row";
-    list.AddNew();
-    EXPECT_FALSE(CPAYEPrepop::MTD_TaxFreeAllowancesHasValue(list)) << "no amount";
-    list.SetAmount(Kiln::CAmt::kZero);
-    EXPECT_FALSE(CPAYEPrepop::MTD_TaxFreeAllowancesHasValue(list)) << "0";
-    list.SetAmount(Kiln::CAmt::FromPence(-1));
-    EXPECT_TRUE(CPAYEPrepop::MTD_TaxFreeAllowancesHasValue(list)) << "a penny the other way";
 }
 
 TEST(TaxFreeAllowances, BelongToTheFirstEmployment)
@@ -148,10 +123,8 @@ TEST(StagingKeys, TellOneAnswersItemsApart)
         {{{"1/A", "W"}, {"1/a", "W"}}, {"1/A", "1/a"}, "case counts"},
         {{{"", ""}, {"", ""}}, {" #2", " #3"}, "without any reference"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        EXPECT_EQ(HmrcApi::StagingKeys(row.in), row.out);
-    }
+    for (const auto& row : rows)
+        EXPECT_EQ(HmrcApi::StagingKeys(row.in), row.out) << row.why;
 }
 
 TEST(ScheduleKeys, FindTheStagedRowOfEachSchedule)
@@ -169,8 +142,6 @@ TEST(ScheduleKeys, FindTheStagedRowOfEachSchedule)
         {{{"9/Z", "W1"}}, {"1/A"}, {"9/Z W1"}, "not HMRC's"},
         {{{"1/a", "W1"}}, {"1/A"}, {"1/a W1"}, "case counts"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        EXPECT_EQ(HmrcApi::ScheduleKeys(row.schedules, row.keys), row.found);
-    }
+    for (const auto& row : rows)
+        EXPECT_EQ(HmrcApi::ScheduleKeys(row.schedules, row.keys), row.found) << row.why;
 }
