@@ -54,13 +54,17 @@ TEST_F(AuthorisationStore, KeepsTokensOfTheGatewayIdItIsFor)
     EXPECT_EQ(Held(other), Held(fresh)) << "a row without tokens";
 }
 
-TEST_F(AuthorisationStore, NeedsAGatewayIdAndADatabase)
+TEST_F(AuthorisationStore, NeedsAGatewayIdAndADatabaseWithoutAnOpenTransaction)
 {
     CAuthorisationStore none;
     EXPECT_EQ(none.GetRetryDelay(), 500u);
     EXPECT_FALSE(none.LoadTokens() || none.UpdateTokens() || none.HasAuthenticatedGatewayID());
     CAuthorisationStore store = Authorised();
     EXPECT_TRUE(store.HasAuthenticatedGatewayID());
+    {
+        const Quarry::CTransaction edits;
+        EXPECT_FALSE(store.UpdateTokens() || store.LockStore());
+    }
     Sql("UPDATE MTDAuthorisation SET nAuthorisedStatus = 2");
     EXPECT_FALSE(store.HasAuthenticatedGatewayID()) << "only 1 is authority, whatever the object holds";
     Sql("DROP TABLE MTDAuthorisation");
@@ -70,15 +74,6 @@ TEST_F(AuthorisationStore, NeedsAGatewayIdAndADatabase)
     EXPECT_FALSE(CAuthorisationStore::CreateGatewayID("NEW"));
     EXPECT_FALSE(CAuthorisationStore::DeleteGatewayId(kGateway));
     EXPECT_THROW(store.HasAuthenticatedGatewayID(), Cellar::DatabaseError);
-}
-
-TEST_F(AuthorisationStore, WritesNothingIntoAnOpenTransaction)
-{
-    const Quarry::CTransaction edits;
-    CAuthorisationStore store = Authorised();
-    EXPECT_FALSE(store.UpdateTokens());
-    EXPECT_FALSE(store.LockStore());
-    EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAuthorisationLock"), "0");
 }
 
 TEST_F(AuthorisationStore, DatesTheConsentAndNotTheRefresh)
@@ -128,13 +123,13 @@ TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
         bool isCleared;
         const char* why;
     } rows[] = {
-        {"-140 seconds", "DESK2", "NULL", false, "a refresh may still be under way"},
-        {"-160 seconds", "DESK2", "NULL", true, "twice the time-outs have passed"},
-        {"+1 hours", "DESK2", "NULL", false, "the clocks went back"},
+        {"-140 seconds", "DESK2", nullptr, false, "a refresh may still be under way"},
+        {"-160 seconds", "DESK2", nullptr, true, "twice the time-outs have passed"},
+        {"+1 hours", "DESK2", nullptr, false, "the clocks went back"},
         {"-1 seconds", "DESK1", "4711", true, "nobody here has the mark of that session"},
         {"-1 seconds", "DESK1", "4712", false, "that session's program is still running"},
         {"-1 seconds", "DESK2", "4711", false, "another workstation cannot be asked"},
-        {"-1 seconds", "DESK1", "NULL", false, "of a program that sets no mark"},
+        {"-1 seconds", "DESK1", nullptr, false, "of a program that sets no mark"},
     };
     Afx::SetComputerName("DESK1");
     Shellkit::ProcessMark running;
@@ -143,10 +138,10 @@ TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
         SCOPED_TRACE(row.why);
         Sql("DELETE FROM MTDAuthorisationLock");
         Sql("DELETE FROM MTDLog");
-        Quarry::GetConnection().Script(
-            std::string("INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID, strUserID, dtLocked, strWorkstation, "
-                        "ConnectionID) VALUES (7, 'BOB', datetime('now', 'localtime', '") +
-            row.age + "'), '" + row.workstation + "', " + row.session + ");");
+        Quarry::GetConnection().ExecuteDirectf(
+            "INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID, strUserID, dtLocked, strWorkstation, ConnectionID) "
+            "VALUES (7, 'BOB', datetime('now', 'localtime', %s), %s, %s)",
+            row.age, row.workstation, row.session);
         EXPECT_EQ(CAuthorisationStore(kGateway).LockStore(), row.isCleared);
         EXPECT_EQ(Query("SELECT strUserID FROM MTDAuthorisationLock"), row.isCleared ? "ANNA" : "BOB");
         EXPECT_EQ(Query("SELECT strEvent FROM MTDLog"), row.isCleared ? "LockCleared" : "");

@@ -40,6 +40,16 @@ std::string Object(const std::vector<std::pair<std::string, std::string>>& membe
     return '{' + text + '}';
 }
 
+std::string Payer(const char* name, const std::string& reference, const std::string& works, const std::string& pay,
+                  const std::string& benefits)
+{
+    return Object({{"employerPayeReference", Quoted(reference)},
+                   {"employerName", Quoted(name)},
+                   {"worksNumber", Quoted(works)},
+                   {"taxablePayTotal", pay},
+                   {"companyBenefits", benefits}});
+}
+
 } // namespace
 
 std::shared_ptr<HmrcApi::CPaye> PayeOf::GetPayeEndpoint(HmrcApi::CAuthorisation& authorisation)
@@ -53,13 +63,9 @@ HmrcTest::HmrcTest()
     Sql("INSERT INTO BRIXUser (lID, strUserID) VALUES (1, 'ANNA')");
     Sql("INSERT INTO BRIXUserPermissions (lID, strUserID, nPermission, bAllowed) VALUES (1, 'ANNA', 87, 1)");
     CUserData::SetUser("ANNA");
-    m_client = ClientId(::Test::Add<Brix::CClient>([](Brix::CClient& row) {
-        row.SetNINumber("AA000001A");
-        row.SetUTR("2234567890");
-    }));
+    Sql("INSERT INTO BRIXClient (lID, strNINumber, strUTR) VALUES (1, 'AA000001A', '2234567890')");
     Sql("DELETE FROM BRIXOptions");
-    Sql("INSERT INTO BRIXOptions (lID, nPAYEInterface, nDebugLogging, bHMRCRetrieval, nVersion) VALUES (1, 1, 0, 1, "
-        "0)");
+    Sql("INSERT INTO BRIXOptions (lID, nPAYEInterface, bHMRCRetrieval) VALUES (1, 1, 1)");
     Sql("INSERT INTO MTDAuthorisation (lID, strGatewayID, nAuthorisedStatus) VALUES (7, 'GATEWAY1', 1)");
 }
 
@@ -193,11 +199,7 @@ std::string Answer(const std::string& employments, const std::string& pensions, 
 std::string Employment(const std::string& reference, const std::string& works, const std::string& pay,
                        const std::string& benefits)
 {
-    return Object({{"employerPayeReference", Quoted(reference)},
-                   {"employerName", Quoted("Firm")},
-                   {"worksNumber", Quoted(works)},
-                   {"taxablePayTotal", pay},
-                   {"companyBenefits", '[' + benefits + ']'}});
+    return Payer("Firm", reference, works, pay, '[' + benefits + ']');
 }
 
 std::string Benefit(const std::string& type, const std::string& amount, bool isForecast)
@@ -207,10 +209,7 @@ std::string Benefit(const std::string& type, const std::string& amount, bool isF
 
 std::string Pension(const std::string& reference, const std::string& works, const std::string& pay)
 {
-    return Object({{"employerPayeReference", Quoted(reference)},
-                   {"employerName", Quoted("Fund")},
-                   {"worksNumber", Quoted(works)},
-                   {"taxablePayTotal", pay}});
+    return Payer("Fund", reference, works, pay, {});
 }
 
 std::string StateBenefit(const std::string& type, const std::string& start, const std::string& pay)

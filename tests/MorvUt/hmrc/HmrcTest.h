@@ -63,7 +63,7 @@ protected:
     static void Sql(const Cellar::SqlText& statement) { Quarry::GetConnection().ExecuteDirect(statement); }
 
     ::Test::Practice m_practice;
-    ClientId m_client;
+    const ClientId m_client{1};
     std::shared_ptr<HmrcApi::CAPIErrorHandler> m_errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
 };
 

@@ -10,11 +10,9 @@ using HmrcApi::CPAYEPrepop;
 
 TEST(PsbTypes, ComeFromHmrcsBenefitTypes)
 {
-    const ::Test::Case<int, int> rows[] = {{0, 2}, {1, 3}, {2, 4}, {3, 0}, {-1, 0}, {99, 0}};
-    for (const auto& row : rows) {
-        const auto type = CPAYEPrepop::MapTSSBBenefitTypeToMTD_PSBType(row.in);
-        EXPECT_EQ(type, row.out) << row.in;
-        EXPECT_EQ(CPAYEPrepop::IsTaxableSocialSecurityBenefit(type), row.out != 0) << row.in;
+    for (const auto& [benefit, type] : {std::pair(0, 2), {1, 3}, {2, 4}, {3, 0}, {-1, 0}, {99, 0}}) {
+        EXPECT_EQ(CPAYEPrepop::MapTSSBBenefitTypeToMTD_PSBType(benefit), type) << benefit;
+        EXPECT_EQ(CPAYEPrepop::IsTaxableSocialSecurityBenefit(type), type != 0) << type;
     }
     for (const long type : {0, 1, 2, 3, 4, 5})
         EXPECT_EQ(CPAYEPrepop::IsPrivatePension(type), type == 1) << type;
@@ -59,33 +57,30 @@ TEST(PSBMatchesMTDPSB, ComparesReferencesOfPensionsAndDatesOfBenefits)
 
 TEST(CompanyBenefitsDiffers, ComparesCountTypeAmountAndForecast)
 {
-    using Benefits = std::vector<HmrcApi::CompanyBenefit_t>;
-    const auto car = [](int pence, bool isForecast = false) {
-        return HmrcApi::CompanyBenefit_t{"CarBenefit", 31, Kiln::CAmt::FromPence(pence), isForecast};
-    };
-    const auto unknown = [](const char* name) {
-        return HmrcApi::CompanyBenefit_t{name, 0, Kiln::CAmt::FromPence(1), false};
-    };
-    const HmrcApi::CompanyBenefit_t fuel{"CarFuelBenefit", 29, Kiln::CAmt(), true};
-    const HmrcApi::CompanyBenefit_t zeroFuel{"CarFuelBenefit", 29, Kiln::CAmt::kZero, true};
+    using HmrcApi::CompanyBenefit_t;
+    const Kiln::CAmt penny = Kiln::CAmt::FromPence(1);
+    const CompanyBenefit_t car{"CarBenefit", 31, penny, false}, dearer{"CarBenefit", 31, penny + penny, false},
+        forecast{"CarBenefit", 31, penny, true}, free{"CarBenefit", 31, Kiln::CAmt::kZero, false},
+        open{"CarBenefit", 31, Kiln::CAmt(), false}, van{"VanBenefit", 35, penny, false},
+        yacht{"YachtBenefit", 0, penny, false}, zoo{"ZooBenefit", 0, penny, false};
     const struct
     {
-        Benefits stored, sent;
+        std::vector<CompanyBenefit_t> stored, sent;
         bool differs;
         const char* why;
         bool isWithdrawn = false;
     } rows[] = {
         {{}, {}, false, "none on either side"},
-        {{car(44)}, {car(44), fuel}, true, "one more sent"},
-        {{car(44), fuel}, {car(44), unknown("YachtBenefit")}, true, "another type"},
-        {{car(44)}, {car(45)}, true, "a penny"},
-        {{car(44)}, {car(44, true)}, true, "now a forecast"},
-        {{fuel}, {zeroFuel}, true, "absent is not zero"},
-        {{unknown("YachtBenefit")}, {unknown("ZooBenefit")}, true, "unknown types differ by name"},
-        // A second of one type is compared with the first.
-        {{car(44), car(5)}, {car(44), car(5)}, true, "looked at again, never overlooked"},
-        {{car(44)}, {}, false, "withdrawn", true},
-        {{car(44)}, {car(44)}, true, "withdrawn, and sent again", true},
+        {{car, van}, {van, car}, false, "another order"},
+        {{car}, {car, van}, true, "one more sent"},
+        {{car, van}, {car, yacht}, true, "another type"},
+        {{car}, {dearer}, true, "a penny"},
+        {{car}, {forecast}, true, "now a forecast"},
+        {{open}, {free}, true, "absent is not zero"},
+        {{yacht}, {zoo}, true, "unknown types differ by name"},
+        {{car, dearer}, {car, dearer}, true, "a second of one type is looked at again, never overlooked"},
+        {{car}, {}, false, "withdrawn", true},
+        {{car}, {car}, true, "withdrawn, and sent again", true},
     };
     const ::Test::Practice practice;
     for (const auto& row : rows) {
@@ -115,33 +110,27 @@ TEST(TaxFreeAllowances, BelongToTheFirstEmployment)
     EXPECT_EQ(list.GetOrdering(), 1);
 }
 
-TEST(StagingKeys, TellOneAnswersItemsApart)
-{
-    const ::Test::Case<std::vector<HmrcApi::PayeIdentity>, std::vector<std::string>> rows[] = {
-        {{{"1/A", "W1"}, {"2/B", "W1"}, {"1/A", "W2"}}, {"1/A W1", "2/B", "1/A W2"}, "one reference twice"},
-        {{{"1/A", "#2"}, {"1/A", ""}, {"1/A", ""}}, {"1/A #2", "1/A #3", "1/A #4"}, "a works number like ours"},
-        {{{"1/A", "W"}, {"1/a", "W"}}, {"1/A", "1/a"}, "case counts"},
-        {{{"", ""}, {"", ""}}, {" #2", " #3"}, "without any reference"},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(HmrcApi::StagingKeys(row.in), row.out) << row.why;
-}
-
-TEST(ScheduleKeys, FindTheStagedRowOfEachSchedule)
+TEST(StagingKeys, TellItemsApartAndFindTheStagedRowOfEachSchedule)
 {
     const struct
     {
-        std::vector<HmrcApi::PayeIdentity> schedules;
-        std::set<std::string> keys;
-        std::vector<std::string> found;
+        std::vector<HmrcApi::PayeIdentity> items;
+        std::set<std::string> staged; // keys; empty: the items are one answer's
+        std::vector<std::string> keys;
         const char* why;
     } rows[] = {
+        {{{"1/A", "W1"}, {"2/B", "W1"}, {"1/A", "W2"}}, {}, {"1/A W1", "2/B", "1/A W2"}, "one reference twice"},
+        {{{"1/A", "#2"}, {"1/A", ""}, {"1/A", ""}}, {}, {"1/A #2", "1/A #3", "1/A #4"}, "a works number like ours"},
+        {{{"1/A", "W"}, {"1/a", "W"}}, {}, {"1/A", "1/a"}, "case counts"},
+        {{{"", ""}, {"", ""}}, {}, {" #2", " #3"}, "without any reference"},
         {{{"1/A", "W1"}, {"1/A", "W2"}}, {"1/A", "1/A W2"}, {"1/A", "1/A W2"}, "one of them withdrawn"},
         {{{"1/A", "W9"}}, {"1/A"}, {"1/A"}, "a works number that HMRC has changed"},
         {{{"1/A #2", ""}}, {"1/A #2"}, {"1/A #2"}, "a reference typed like the key"},
         {{{"9/Z", "W1"}}, {"1/A"}, {"9/Z W1"}, "not HMRC's"},
-        {{{"1/a", "W1"}}, {"1/A"}, {"1/a W1"}, "case counts"},
+        {{{"1/a", "W1"}}, {"1/A"}, {"1/a W1"}, "case counts for schedules too"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(HmrcApi::ScheduleKeys(row.schedules, row.keys), row.found) << row.why;
+        EXPECT_EQ(row.staged.empty() ? HmrcApi::StagingKeys(row.items) : HmrcApi::ScheduleKeys(row.items, row.staged),
+                  row.keys)
+            << row.why;
 }

@@ -9,6 +9,7 @@ namespace
 {
 
 using PayeStaging = HmrcTest;
+using PayeDifferences = HmrcTest;
 
 int CountOf(const HmrcApi::CreatedSchedules& created) { return created.employments + created.pensionsAndBenefits; }
 
@@ -194,15 +195,17 @@ TEST_F(PayeStaging, TakesAnotherOrderOfWhatOnlyTheOrderTellsApartForTheSame)
 
 TEST_F(PayeStaging, TakesRowsOfOtherProgramsAsTheyAre)
 {
-    Sql("INSERT INTO BRIXMTD_TaxYear (lID, lClientID, nYear) SELECT 5, lID, 2018 FROM BRIXClient");
+    Sql("INSERT INTO BRIXMTD_TaxYear (lID, lClientID, nYear, dtFetched) SELECT 5, lID, 2018, '2018-08-31' FROM "
+        "BRIXClient");
     Sql("INSERT INTO BRIXMTD_TaxYear (lID, lClientID, nYear) SELECT 6, lID, 2018 FROM BRIXClient");
     Sql("INSERT INTO BRIXMTD_Employments (lID, lMTD_TaxYearID, strKey, strEmployerName, strPAYEReference, amtPay, "
         "bWithdrawn, nVersion) VALUES (3, 6, '1/A', 'Firm', '1/A', 1000000, NULL, NULL)");
+    ::Test::SetNow(2018, 9, 1);
     EXPECT_EQ(Fetch(Answer(Employment("1/A", "", "100"))), StagedCounts{}) << "under the second of two year rows";
+    EXPECT_EQ(Query("SELECT lID, dtFetched FROM BRIXMTD_TaxYear"), "5|2018-09-01 12:00:00.000, 6|-");
     EXPECT_EQ(Fetch(Answer(Employment("1/A", "", "101") + "," + Employment("2/B", "", "1"))), (StagedCounts{1, 1, 0}));
     EXPECT_EQ(Query("SELECT lMTD_TaxYearID, strKey, amtPay FROM BRIXMTD_Employments ORDER BY strKey"),
               "6|1/A|101.00, 5|2/B|1.00");
-    EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXMTD_TaxYear"), "2");
     EXPECT_EQ(CountOf(Create()), 2);
 }
 
@@ -226,11 +229,32 @@ TEST_F(PayeStaging, LeavesEverythingAsItWasWhenAnotherUserWasQuicker)
     EXPECT_EQ(Staged(), staged) << "the pension that was staged before is gone again";
 }
 
-TEST_F(PayeStaging, StampsTheYearEachTime)
+TEST_F(PayeDifferences, StandInTheReturnsOrder)
 {
-    for (const int day : {1, 2}) {
-        ::Test::SetNow(2018, 9, day);
-        Fetch(Items("a"));
-        EXPECT_EQ(Query("SELECT dtFetched FROM BRIXMTD_TaxYear"), "2018-09-0" + std::to_string(day) + " 12:00:00.000");
-    }
+    Fetch(Answer(Employment("1/A", "", "1", Benefit("CarBenefit", "4", true)) + "," + Employment("2/B", "", "2"),
+                 Pension("3/C", "", "3")));
+    Create();
+    Sql("UPDATE BRIXNewEmploy SET amtPay = NULL, strEmployerName = 'Mine' WHERE strPAYEReference = '2/B'");
+    Sql("UPDATE BRIXNewEmployBenefits SET amtBenefit = 50000");
+    Sql("UPDATE BRIXPensionStateBenefits SET amtAmount = 0");
+    Sql("UPDATE BRIXNewEmploy SET nOrdering = 9 WHERE strPAYEReference = '1/A'");
+    // Another works number of the employer's: not the schedule that HMRC's figures are held against.
+    Sql("INSERT INTO BRIXNewEmploy (lID, lTaxFormID, nOrdering, strPAYEReference, strWorksNumber) "
+        "SELECT 99, lTaxFormID, 0, '2/B', 'W7' FROM BRIXNewEmploy WHERE strPAYEReference = '2/B'");
+    EXPECT_EQ(Differences(), "1 Mine (2/B): Pay /2.00\n2 Firm (1/A): Car Benefit 5.00/4.00 estimate\n"
+                             "3 Fund (3/C): Amount 0.00/3.00\n");
+}
+
+TEST_F(PayeDifferences, NameWhatTheReturnLeavesUnnamed)
+{
+    Fetch(Answer(Employment("1/A", "", "0"),
+                 Pension("3/C", "", "1") + R"(,{"employerPayeReference": "4/D", "taxablePayTotal": 2})",
+                 StateBenefit("JobseekersAllowance", "2017-05-01", "3") + "," +
+                     StateBenefit("EmploymentAndSupportAllowance", "2017-05-01", "4")));
+    Create();
+    Sql("UPDATE BRIXNewEmploy SET amtPay = NULL"); // nothing in the return is no other figure than HMRC's 0
+    Sql("UPDATE BRIXPensionStateBenefits SET strDescription = NULL, amtAmount = NULL");
+    EXPECT_EQ(Differences(), "1 Fund (3/C): Amount /1.00\n2 Private pension (4/D): Amount /2.00\n"
+                             "3 Jobseeker's Allowance: Amount /3.00\n"
+                             "4 Employment and Support Allowance: Amount /4.00\n");
 }

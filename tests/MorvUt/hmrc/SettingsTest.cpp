@@ -96,28 +96,23 @@ TEST_F(HmrcLogger, ReadsTheLevelEachTime)
         Quarry::GetConnection().ExecuteDirectf("UPDATE BRIXOptions SET nDebugLogging = %d", level);
         EXPECT_EQ(log.IsDebugLogging(), level > 0) << level;
     }
-    Sql("DELETE FROM BRIXOptions");
-    EXPECT_FALSE(log.IsDebugLogging());
 }
 
-TEST_F(HmrcLogger, OpensItsOwnConnectionWithoutACurrentOne)
+TEST_F(HmrcLogger, OpensItsOwnConnectionWithoutACurrentOneAndNeverEndsARetrieval)
 {
+    const auto log = [] { HmrcApi::Logger().Log("Request", {}, {}, {}, "Bearer abcdefgh AA000001A"); };
     const std::string path = "sqlite:" + ::Test::TempDir() + "/practice.db";
     CRegistry().SetString("DataSource", path.c_str());
     Quarry::SetConnection(nullptr);
-    HmrcApi::Logger().Log("Request", {}, {}, {}, {});
+    log();
     Quarry::SetConnection(Cellar::CConnection::Open(path.c_str()));
     EXPECT_EQ(Query("SELECT strEvent FROM MTDLog"), "Request");
-}
-
-TEST_F(HmrcLogger, NeverEndsARetrieval)
-{
-    testing::internal::CaptureStderr();
     Sql("DROP TABLE MTDLog");
-    HmrcApi::Logger().Log("Request", {}, {}, {}, "Bearer abcdefgh AA000001A");
+    testing::internal::CaptureStderr();
+    log();
     Quarry::SetConnection(nullptr);
     CRegistry().SetString("DataSource", "sqlite:/nowhere/AA000001A.db");
-    EXPECT_NO_THROW(HmrcApi::Logger().Log("Request", {}, {}, {}, "Bearer abcdefgh AA000001A"));
+    EXPECT_NO_THROW(log());
     const std::string shown = testing::internal::GetCapturedStderr();
     EXPECT_NE(shown.find("HMRC log line not written"), std::string::npos);
     EXPECT_EQ(shown.find("abcdefgh"), std::string::npos);

@@ -42,34 +42,26 @@ TEST_F(Permissions, KeepTheirStoredNumbers)
     EXPECT_EQ(Allowed(), expected);
 }
 
-TEST_F(Permissions, ComeFromTheRoleWhenThereIsOne)
+TEST_F(Permissions, ComeFromTheRoleOrTheUserAndStayUntilTheyAreCleared)
 {
     AddUser("Bob", "", true, "Manager");
-    AddUser("Eve", "", true, "Nobody");
+    AddUser("Eve");
+    AddUser("Ian", "", true, "Nobody");
     LetRole("Manager", 3);
-    LetRole("Manager", 4, false);
-    for (const char* user : {"Bob", "Eve"})
+    LetRole("Manager", 4);
+    LetRole("Manager", 5, false);
+    LetUser("Eve", 4, false);
+    for (const char* user : {"Bob", "Ian"})
         LetUser(user, 74);
     CUserData::SetUser("Bob");
-    EXPECT_EQ(Allowed(), Numbers{3});
-    CUserData::ClearPermissions();
+    EXPECT_EQ(Allowed(), (Numbers{3, 4})) << "a role's user has nothing of his own";
     CUserData::SetUser("Eve");
-    EXPECT_EQ(Allowed(), Numbers{}) << "a role without rows refuses everything, whatever the user's own rows say";
-}
-
-TEST_F(Permissions, OfTheUserBeforeStayUntilTheyAreCleared)
-{
-    AddUser("Bob");
-    AddUser("Eve");
-    LetUser("Bob", 3);
-    LetUser("Bob", 4);
-    LetUser("Eve", 4, false);
-    CUserData::SetUser("Bob");
-    CUserData::SetUser("Eve");
-    EXPECT_EQ(Allowed(), Numbers{3}) << "Eve's rows do not mention 3";
-    CUserData::ClearPermissions();
-    CUserData::SetUser("Eve");
-    EXPECT_EQ(Allowed(), Numbers{});
+    EXPECT_EQ(Allowed(), Numbers{3}) << "her rows do not mention 3";
+    for (const char* user : {"Eve", "Ian"}) {
+        CUserData::ClearPermissions();
+        CUserData::SetUser(user);
+        EXPECT_EQ(Allowed(), Numbers{}) << user;
+    }
 }
 
 TEST_F(Permissions, AreRefusedWithAMessageWhenAsked)
