@@ -113,15 +113,10 @@ HmrcApi::CreatedSchedules HmrcTest::Create()
 
 void HmrcTest::Forget()
 {
-    const Cellar::SqlText tables[] = {"BRIXMTD_Employments",
-                                      "BRIXMTD_EmploymentsCompanyBenefits",
-                                      "BRIXMTD_PensionStateBenefits",
-                                      "BRIXMTD_TaxFreeAllowances",
-                                      "BRIXNewEmploy",
-                                      "BRIXNewEmployBenefits",
-                                      "BRIXPensionStateBenefits"};
-    for (const auto& table : tables)
-        Sql("DELETE FROM " + table);
+    Quarry::GetConnection().Script("DELETE FROM BRIXMTD_Employments; DELETE FROM BRIXMTD_EmploymentsCompanyBenefits; "
+                                   "DELETE FROM BRIXMTD_PensionStateBenefits; DELETE FROM BRIXMTD_TaxFreeAllowances; "
+                                   "DELETE FROM BRIXNewEmploy; DELETE FROM BRIXNewEmployBenefits; "
+                                   "DELETE FROM BRIXPensionStateBenefits;");
 }
 
 std::string HmrcTest::Staged() const

@@ -67,9 +67,9 @@ TEST_F(NewSchedules, JoinTheReturnAndLeaveItsOwnAsTheyAre)
     EXPECT_EQ(Schedules(), "6|My name for it|1/A|-|-|-|1.00|-|-\n7|Firm|2/B|-|-|-|5.00|-|-\n"
                            "3|-|1060|state pension|-|-|-|-|-\n4|200|1060|State Pension|-|-|-|20.00|-\n")
         << "descriptions differ by case";
+    EXPECT_EQ(Query("SELECT lClientID, nYear, lTaxFormID, LENGTH(strGUID) FROM BRIXNewEmploy WHERE bFromHMRC = 1"),
+              "1|2018|9|36");
     EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXTaxForm"), "1");
-    EXPECT_EQ(Query("SELECT lClientID, nYear, LENGTH(strGUID) FROM BRIXNewEmploy WHERE bFromHMRC = 1"),
-              std::to_string(m_client.Get()) + "|2018|36");
 }
 
 TEST_F(NewSchedules, NumberTheLastPlaceMoreThanOnce)
@@ -114,9 +114,8 @@ TEST_F(NewSchedules, StandForBenefitsOfOneDate)
     EXPECT_EQ(created.notes.size(), 2u) << "one line for each item without a schedule of its own";
     EXPECT_EQ(Schedules(), "1|300|1090|-|-|-|-|10.00|-\n2|300|1140|Taxable Incapacity Benefit|-|-|2017-05-01|30.00|-\n"
                            "3|300|1090|-|-|-|2017-05-01|50.00|-\n");
-    const HmrcApi::CreatedSchedules again = Create();
-    EXPECT_EQ(again.pensionsAndBenefits, 0);
-    EXPECT_TRUE(again.notes.empty());
+    EXPECT_EQ(Create().pensionsAndBenefits, 0);
+    EXPECT_TRUE(Create().notes.empty());
 }
 
 TEST_F(NewSchedules, AreMadeTogetherOrNotAtAll)

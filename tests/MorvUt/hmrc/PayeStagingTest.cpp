@@ -88,9 +88,9 @@ TEST_F(PayeStaging, FollowsEachChangeAndShowsEachFigureThatDiffers)
         EXPECT_EQ(Fetch(changed), StagedCounts{}) << "the same again";
         Fetch(start);
         EXPECT_EQ(Fetch(start), StagedCounts{});
-        Sql("DELETE FROM BRIXMTD_Employments WHERE bWithdrawn = 1");
-        Sql("DELETE FROM BRIXMTD_EmploymentsCompanyBenefits WHERE bWithdrawn = 1");
-        Sql("DELETE FROM BRIXMTD_PensionStateBenefits WHERE bWithdrawn = 1");
+        Quarry::GetConnection().Script("DELETE FROM BRIXMTD_Employments WHERE bWithdrawn = 1;"
+                                       "DELETE FROM BRIXMTD_EmploymentsCompanyBenefits WHERE bWithdrawn = 1;"
+                                       "DELETE FROM BRIXMTD_PensionStateBenefits WHERE bWithdrawn = 1");
         EXPECT_EQ(Staged(), before) << "back to what it was";
         EXPECT_EQ(Differences(), "");
     }
