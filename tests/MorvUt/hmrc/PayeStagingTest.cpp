@@ -105,7 +105,6 @@ TEST_F(PayeStaging, KeepsWhatHmrcWithdrawsAndTakesItBack)
     EXPECT_EQ(Fetch(std::string()), StagedCounts{}) << "nothing yet: what was sent earlier stands";
     EXPECT_EQ(Errors() + Staged(), before);
     EXPECT_EQ(Fetch(Answer("")), (StagedCounts{0, 0, 4})) << "HMRC sends none of it any more";
-    EXPECT_EQ(Errors(), "");
     EXPECT_EQ(Staged(), "! 1/A|Firm|1/A|W1|-|-|100.00|-|-\n! 1/A|31|CarBenefit|44.00|0\n! 1|3/C|Fund|-|50.00|-\n"
                         "! 3|-|-|-|10.00|-\n");
     EXPECT_EQ(CountOf(Create()), 0) << "no schedule of what HMRC withdrew";
@@ -218,12 +217,11 @@ TEST_F(PayeStaging, LeavesEverythingAsItWasWhenAnotherUserWasQuicker)
     const std::string staged = Staged();
 
     // Another workstation changes the second employment while the first is being written.
-    const int table = Brix::CMTD_Employments::Declaration().number;
     const auto meanwhile = [](const Quarry::DataChange& change) {
         if (change.newRow->GetText(Brix::CMTD_Employments::kKey) == "1/A")
             Sql("UPDATE BRIXMTD_Employments SET nVersion = nVersion + 1 WHERE strKey = '2/B'");
     };
-    Quarry::AddDataChangedListenerForUpdate(table, "BRIX", meanwhile);
+    Quarry::AddDataChangedListenerForUpdate(Brix::CMTD_Employments::Declaration().number, "BRIX", meanwhile);
     EXPECT_EQ(Fetch(after), StagedCounts{});
     EXPECT_EQ(Errors(), "CHANGED_BY_ANOTHER_USER");
     EXPECT_EQ(Staged(), staged) << "the pension that was staged before is gone again";
