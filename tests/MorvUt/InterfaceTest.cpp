@@ -4,27 +4,14 @@
 
 #include <memory>
 #include <string>
+#include <type_traits>
 
 namespace Test
 {
 std::string TempDir(); // declared here: its header would bring others along
 }
 
-namespace
-{
-
-/// What a client module brings.
-class CalendarYear : public SplitYear
-{
-public:
-    explicit CalendarYear(const Kiln::CDate& date) { Create(date); }
-    Kiln::DatePeriod GetYearPeriod(short yearEnd) const override
-    {
-        return {Kiln::CDate(yearEnd, 1, 1), Kiln::CDate(yearEnd, 12, 31)};
-    }
-};
-
-} // namespace
+static_assert(std::is_abstract_v<SplitYear>); // what a client module derives from
 
 TEST(Interface, IsWholeInOneHeader)
 {
@@ -42,6 +29,6 @@ TEST(Interface, IsWholeInOneHeader)
     const HmrcApi::CAuthorisation authorisation(store, std::make_shared<HmrcApi::CScope>(),
                                                 std::make_shared<HmrcApi::CClientData>());
     EXPECT_FALSE(store->LoadTokens()) << "no such gateway id";
-    EXPECT_EQ(CalendarYear(Kiln::CDate(2024, 2, 29)).Format(), "2023/24");
+    EXPECT_EQ(GetTaxYear(Kiln::CDate(2024, 2, 29)), 2024);
     Quarry::SetConnection(nullptr);
 }

@@ -9,17 +9,14 @@
 namespace
 {
 
-/// A year's record; its thresholds are the year times 1 to 4, in pounds.
-void AddYear(short year)
+/// Records of years; their thresholds are the year times 1 to 4, in pounds.
+void AddYears(std::initializer_list<int> years)
 {
-    Test::Add<Brix::CPFile>([year](Brix::CPFile& row) {
-        const auto pounds = [year](int times) { return Kiln::CAmt::FromPence(std::int64_t{year} * 100 * times); };
-        row.SetYear(year);
-        row.SetTurnoverSole(pounds(1));
-        row.SetTurnoverSoleOld(pounds(2));
-        row.SetTurnoverPartnership(pounds(3));
-        row.SetTurnoverPartnershipOld(pounds(4));
-    });
+    for (const int year : years)
+        Quarry::GetConnection().ExecuteDirectf(
+            "INSERT INTO BRIXPFile (nYear, amtTurnoverSole, amtTurnoverSoleOld, amtTurnoverPartnership, "
+            "amtTurnoverPartnershipOld) VALUES (%d, %d, %d, %d, %d)",
+            year, year * 10'000, year * 20'000, year * 30'000, year * 40'000);
 }
 
 short YearOf(const Brix::CPFile& list) { return list.IsEOL() ? short{0} : list.GetYear(); }
@@ -29,8 +26,7 @@ short YearOf(const Brix::CPFile& list) { return list.IsEOL() ? short{0} : list.G
 TEST(GetPFileForYear, AddsTheThreadsOffsetOnRequest)
 {
     const ::Test::Practice practice;
-    AddYear(2023);
-    AddYear(2024);
+    AddYears({2023, 2024});
     EXPECT_EQ(YearOf(GetPFileForYear(2024, false)), 2024);
     EXPECT_EQ(YearOf(GetPFileForYear(2022, false)), 0);
     EXPECT_EQ(YearOf(GetPFileForYear(2024, true)), 2024) << "offset 0";
@@ -43,11 +39,10 @@ TEST(GetPFileForYear, AddsTheThreadsOffsetOnRequest)
 TEST(GetClosestPFileForYear, StepsBackTo2021)
 {
     const ::Test::Practice practice;
-    AddYear(2020);
+    AddYears({2020});
     EXPECT_EQ(YearOf(GetClosestPFileForYear(2025, false)), 0) << "2020 is never reached";
     EXPECT_EQ(YearOf(GetClosestPFileForYear(2020, false)), 2020) << "but may be asked for";
-    AddYear(2021);
-    AddYear(2023);
+    AddYears({2021, 2023});
     EXPECT_EQ(YearOf(GetClosestPFileForYear(2025, false)), 2023);
     EXPECT_EQ(YearOf(GetClosestPFileForYear(2022, false)), 2021);
     EXPECT_EQ(YearOf(GetClosestPFileForYear(2019, false)), 0);
@@ -57,10 +52,8 @@ TEST(GetTurnoverDiscloseLevel, TakesTheYearsColumnOrAnotherYears)
 {
     const ::Test::Practice practice;
     EXPECT_EQ(GetTurnoverDiscloseLevel(2024, 0, 1).GetPence(), 15'000'00) << "no record at all";
-    AddYear(2010);
-    ::Test::Add<Brix::CPFile>([](Brix::CPFile& row) { row.SetYear(2010); }); // a second row changes nothing
-    AddYear(2007);
-    AddYear(2008);
+    AddYears({2010, 2008});
+    Quarry::GetConnection().ExecuteDirectf("INSERT INTO BRIXPFile (nYear) VALUES (2010)"); // changes nothing
     const struct
     {
         short year;
@@ -72,7 +65,7 @@ TEST(GetTurnoverDiscloseLevel, TakesTheYearsColumnOrAnotherYears)
         {2010, 0, 1, 2010 * 3, "partnership"},     {2010, 1, 1, 2010 * 4, "the older level"},
         {2008, 0, 0, 2008, "2008 has its record"}, {2008, 1, 0, 15'000, "but not for the older level"},
         {2008, -1, 1, 15'000, "of either kind"},   {2011, 0, 0, 2010, "after the last: the latest"},
-        {2009, 0, 0, 2010, "between: the latest"}, {2006, 0, 0, 2007, "before the first: the earliest"},
+        {2009, 0, 0, 2010, "between: the latest"}, {2007, 0, 0, 2008, "before the first: the earliest"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(GetTurnoverDiscloseLevel(row.year, row.first, row.second).GetPence(), row.pounds * 100) << row.why;

@@ -1,5 +1,7 @@
 #include "MorvUt/hmrc/AuthorisationStore.h"
 
+#include <tuple>
+
 #include "Afx/Computer.h"
 #include "Cellar/DatabaseError.h"
 #include "MorvUt/hmrc/HmrcTest.h"
@@ -11,8 +13,7 @@ namespace
 using HmrcApi::CAuthorisationStore;
 using Store = HmrcApi::IAuthorisationStore;
 using Bytes = std::vector<unsigned char>;
-
-const COleDateTime kMorning(2024, 5, 1, 9, 30, 0);
+using AuthorisationStore = HmrcTest;
 
 CAuthorisationStore Authorised(const char* gateway = kGateway)
 {
@@ -22,57 +23,51 @@ CAuthorisationStore Authorised(const char* gateway = kGateway)
     store.SetExpiresIn(14400);
     store.SetScope("read:national-insurance");
     store.SetTokenType("bearer");
-    store.SetAuthenticatedTimestamp(kMorning);
+    store.SetAuthenticatedTimestamp(COleDateTime(2024, 5, 1, 9, 30, 0));
     store.SetAuthorisationStatus(Store::Authorised);
     return store;
 }
 
-} // namespace
+auto Held(CAuthorisationStore& store)
+{
+    return std::tuple(store.GetAccessToken(), store.GetRefreshToken(), store.GetExpiresIn(), store.GetScope(),
+                      store.GetTokenType(), store.GetAuthenticatedTimestamp(), store.GetAuthorisationStatus());
+}
 
-class AuthorisationStore : public HmrcTest
-{};
+} // namespace
 
 TEST_F(AuthorisationStore, KeepsTokensOfTheGatewayIdItIsFor)
 {
     EXPECT_TRUE(Authorised("NEW").UpdateTokens()) << "a row that is not there is made";
     EXPECT_TRUE(Authorised().UpdateTokens());
-    EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAuthorisation"), "2");
-    for (const char* gateway : {"NEW", kGateway}) {
-        SCOPED_TRACE(gateway);
-        CAuthorisationStore store(gateway);
-        ASSERT_TRUE(store.LoadTokens());
-        EXPECT_EQ(store.GetAccessToken(), (Bytes{1, 0, 2}));
-        EXPECT_EQ(store.GetRefreshToken(), (Bytes{3, 0}));
-        EXPECT_EQ(store.GetExpiresIn(), 14400);
-        EXPECT_EQ(store.GetScope(), "read:national-insurance");
-        EXPECT_EQ(store.GetTokenType(), "bearer");
-        EXPECT_EQ(store.GetAuthenticatedTimestamp(), kMorning);
-        EXPECT_EQ(store.GetAuthorisationStatus(), Store::Authorised);
-    }
-    CAuthorisationStore other("OTHER");
-    other.SetAccessToken({9});
+    const std::string row = "010002|0300|14400|read:national-insurance|bearer|2024-05-01 09:30:00.000|1";
+    EXPECT_EQ(Query("SELECT HEX(vbAccessToken), HEX(vbRefreshToken), nExpiresIn, strScope, strTokenType, "
+                    "dtAuthenticated, nAuthorisedStatus FROM MTDAuthorisation"),
+              row + ", " + row);
+    CAuthorisationStore written = Authorised(), read(kGateway), fresh, other = Authorised("OTHER");
+    ASSERT_TRUE(read.LoadTokens());
+    EXPECT_EQ(Held(read), Held(written));
     EXPECT_FALSE(other.LoadTokens());
     EXPECT_TRUE(other.GetAccessToken().empty());
+    ASSERT_TRUE(CAuthorisationStore::CreateGatewayID("OTHER"));
+    ASSERT_TRUE(other.LoadTokens());
+    EXPECT_EQ(Held(other), Held(fresh)) << "a row without tokens";
 }
 
-TEST_F(AuthorisationStore, ReadsARowWithoutTokens)
-{
-    ASSERT_TRUE(CAuthorisationStore::CreateGatewayID("NEW"));
-    CAuthorisationStore store = Authorised("NEW");
-    ASSERT_TRUE(store.LoadTokens());
-    EXPECT_TRUE(store.GetAccessToken().empty() && store.GetRefreshToken().empty());
-    EXPECT_EQ(store.GetScope() + store.GetTokenType(), "");
-    EXPECT_EQ(store.GetExpiresIn(), 0);
-    EXPECT_EQ(store.GetAuthenticatedTimestamp(), COleDateTime(0.0));
-    EXPECT_EQ(store.GetAuthorisationStatus(), Store::NotAuthorised);
-}
-
-TEST_F(AuthorisationStore, NeedsAGatewayIdAndADatabase)
+TEST_F(AuthorisationStore, NeedsAGatewayIdAndADatabaseWithoutAnOpenTransaction)
 {
     CAuthorisationStore none;
+    EXPECT_EQ(none.GetRetryDelay(), 500u);
     EXPECT_FALSE(none.LoadTokens() || none.UpdateTokens() || none.HasAuthenticatedGatewayID());
-    Sql("DROP TABLE MTDAuthorisation");
     CAuthorisationStore store = Authorised();
+    EXPECT_TRUE(store.HasAuthenticatedGatewayID());
+    {
+        const Quarry::CTransaction edits;
+        EXPECT_FALSE(store.UpdateTokens() || store.LockStore());
+    }
+    Sql("UPDATE MTDAuthorisation SET nAuthorisedStatus = 2");
+    EXPECT_FALSE(store.HasAuthenticatedGatewayID()) << "only 1 is authority, whatever the object holds";
+    Sql("DROP TABLE MTDAuthorisation");
     EXPECT_FALSE(store.LoadTokens());
     EXPECT_FALSE(store.UpdateTokens()) << "a token that is not stored is lost";
     EXPECT_FALSE(store.LockStore());
@@ -81,36 +76,21 @@ TEST_F(AuthorisationStore, NeedsAGatewayIdAndADatabase)
     EXPECT_THROW(store.HasAuthenticatedGatewayID(), Cellar::DatabaseError);
 }
 
-TEST_F(AuthorisationStore, WritesNothingIntoAnOpenTransaction)
-{
-    const Quarry::CTransaction edits;
-    CAuthorisationStore store = Authorised();
-    EXPECT_FALSE(store.UpdateTokens());
-    EXPECT_FALSE(store.LockStore());
-    EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAuthorisationLock"), "0");
-}
-
-TEST_F(AuthorisationStore, AsksTheDatabaseForTheStatus)
-{
-    CAuthorisationStore store(kGateway);
-    EXPECT_TRUE(store.HasAuthenticatedGatewayID()) << "whatever the object holds";
-    Sql("UPDATE MTDAuthorisation SET nAuthorisedStatus = 2");
-    EXPECT_FALSE(store.HasAuthenticatedGatewayID()) << "only 1 is authority";
-}
-
 TEST_F(AuthorisationStore, DatesTheConsentAndNotTheRefresh)
 {
-    CAuthorisationStore store = Authorised("NEW");
-    store.SetAuthorisationStatus(Store::NotAuthorised);
-    ASSERT_TRUE(store.UpdateTokens());
-    EXPECT_EQ(Query("SELECT dtGranted FROM MTDAuthorisation WHERE strGatewayID = 'NEW'"), "") << "dialogue begins";
-    store.SetAuthorisationStatus(Store::Authorised);
-    ASSERT_TRUE(store.UpdateTokens());
-    store.SetAuthenticatedTimestamp(COleDateTime(2024, 5, 1, 13, 30, 0));
-    ASSERT_TRUE(store.UpdateTokens());
+    CAuthorisationStore store = Authorised();
+    const auto granted = [&](Store::AuthorisationStatus status, int hour) {
+        store.SetAuthorisationStatus(status);
+        store.SetAuthenticatedTimestamp(COleDateTime(2024, 5, 1, hour, 30, 0));
+        EXPECT_TRUE(store.UpdateTokens());
+        return Query("SELECT dtGranted, dtAuthenticated FROM MTDAuthorisation");
+    };
+    EXPECT_EQ(granted(Store::NotAuthorised, 8), "-|2024-05-01 08:30:00.000") << "dialogue begins";
+    EXPECT_EQ(granted(Store::Authorised, 9), "2024-05-01 09:30:00.000|2024-05-01 09:30:00.000");
+    EXPECT_EQ(granted(Store::Authorised, 13), "2024-05-01 09:30:00.000|2024-05-01 13:30:00.000");
+    CAuthorisationStore fresh = Authorised("NEW");
+    EXPECT_TRUE(fresh.UpdateTokens());
     EXPECT_EQ(Query("SELECT dtGranted FROM MTDAuthorisation WHERE strGatewayID = 'NEW'"), "2024-05-01 09:30:00.000");
-    EXPECT_EQ(Query("SELECT dtAuthenticated FROM MTDAuthorisation WHERE strGatewayID = 'NEW'"),
-              "2024-05-01 13:30:00.000");
 }
 
 TEST_F(AuthorisationStore, LocksOnceForAllObjects)
@@ -137,49 +117,33 @@ TEST_F(AuthorisationStore, LocksOnceForAllObjects)
 
 TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
 {
-    const ::Test::Case<const char*, bool> rows[] = {
-        {"-140 seconds", false, "a refresh may still be under way"},
-        {"-160 seconds", true, "twice the time-outs have passed"},
-        {"+1 hours", false, "the clocks went back"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        Sql("DELETE FROM MTDAuthorisationLock");
-        Sql("DELETE FROM MTDLog");
-        Quarry::GetConnection().Script(
-            std::string("INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID, strUserID, strWorkstation, dtLocked) "
-                        "VALUES (7, 'BOB', 'DESK2', datetime('now', 'localtime', '") +
-            row.in + "'));");
-        EXPECT_EQ(CAuthorisationStore(kGateway).LockStore(), row.out);
-        EXPECT_EQ(Query("SELECT strUserID FROM MTDAuthorisationLock"), row.out ? "ANNA" : "BOB");
-        EXPECT_EQ(Query("SELECT strEvent FROM MTDLog"), row.out ? "LockCleared" : "");
-    }
-}
-
-TEST_F(AuthorisationStore, ClearsAtOnceTheLockOfAProgramThatIsGone)
-{
     const struct
     {
-        const char *workstation, *session;
+        const char *age, *workstation, *session;
         bool isCleared;
         const char* why;
     } rows[] = {
-        {"DESK1", "4711", true, "nobody here has the mark of that session"},
-        {"DESK1", "4712", false, "that session's program is still running"},
-        {"DESK2", "4711", false, "another workstation cannot be asked"},
-        {"DESK1", "NULL", false, "of a program that sets no mark"},
+        {"-140 seconds", "DESK2", nullptr, false, "a refresh may still be under way"},
+        {"-160 seconds", "DESK2", nullptr, true, "twice the time-outs have passed"},
+        {"+1 hours", "DESK2", nullptr, false, "the clocks went back"},
+        {"-1 seconds", "DESK1", "4711", true, "nobody here has the mark of that session"},
+        {"-1 seconds", "DESK1", "4712", false, "that session's program is still running"},
+        {"-1 seconds", "DESK2", "4711", false, "another workstation cannot be asked"},
+        {"-1 seconds", "DESK1", nullptr, false, "of a program that sets no mark"},
     };
     Afx::SetComputerName("DESK1");
     Shellkit::ProcessMark running;
     ASSERT_TRUE(running.Set("MorvUt.TokenLock.7.4712"));
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        Sql("DELETE FROM MTDAuthorisationLock");
-        Quarry::GetConnection().Script(
-            std::string("INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID, strUserID, strWorkstation, ") +
-            "ConnectionID) VALUES (7, 'BOB', '" + row.workstation + "', " + row.session + ");");
+        Quarry::GetConnection().Script("DELETE FROM MTDAuthorisationLock; DELETE FROM MTDLog;");
+        Quarry::GetConnection().ExecuteDirectf(
+            "INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID, strUserID, dtLocked, strWorkstation, ConnectionID) "
+            "VALUES (7, 'BOB', datetime('now', 'localtime', %s), %s, %s)",
+            row.age, row.workstation, row.session);
         EXPECT_EQ(CAuthorisationStore(kGateway).LockStore(), row.isCleared);
-        EXPECT_EQ(Query("SELECT strUserID FROM MTDAuthorisationLock"), row.isCleared ? "ANNA" : "BOB");
+        EXPECT_EQ(Query("SELECT strUserID, (SELECT strEvent FROM MTDLog) FROM MTDAuthorisationLock"),
+                  row.isCleared ? "ANNA|LockCleared" : "BOB|-");
     }
 }
 
@@ -192,10 +156,8 @@ TEST_F(AuthorisationStore, RegistersGatewayIds)
         {"", false, "no id"},
         {"A B%s", true, "never taken for a placeholder"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        EXPECT_EQ(CAuthorisationStore::CreateGatewayID(row.in), row.out);
-    }
+    for (const auto& row : rows)
+        EXPECT_EQ(CAuthorisationStore::CreateGatewayID(row.in), row.out) << row.why;
     EXPECT_EQ(Query("SELECT strGatewayID FROM MTDAuthorisation WHERE nAuthorisedStatus = 0 AND lID > 0 "
                     "AND vbAccessToken IS NULL ORDER BY strGatewayID"),
               "A B%s, NEW");

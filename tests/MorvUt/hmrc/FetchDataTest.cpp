@@ -16,45 +16,44 @@ class FetchData : public HmrcTest
 protected:
     FetchData() { SetCurrentTaxYear(kYear - 1991); }
 
-    /// The messages shown by the fetch.
-    std::vector<std::string> Run(const char* gateway = kGateway,
-                                 IEndpointOverride::ResponseType type = IEndpointOverride::Everything)
+    /// Fetches; the messages that are shown. What is answered is the true ones of "ok new clear".
+    std::string Run(IEndpointOverride::ResponseType type = IEndpointOverride::Everything)
     {
         ::Test::Windows().Clear();
         ::Test::Windows().OnUnexpected([](const auto& shown) { return Afx::SafeAnswer(shown.style); });
-        m_newData = true;
-        m_clear = false;
-        m_isOk = GetHMRCApiData(m_client, gateway, m_newData, m_clear, type);
-        std::vector<std::string> texts;
+        bool newData = true, clear = false;
+        const bool isOk = GetHMRCApiData(m_client, kGateway, newData, clear, type);
+        m_answer = std::string(isOk ? "ok " : "") + (newData ? "new " : "") + (clear ? "clear" : "");
+        std::string texts;
         for (const auto& shown : ::Test::Windows().Messages())
-            texts.push_back(shown.text);
+            texts += shown.text + '|';
         return texts;
     }
 
-    bool m_isOk = false, m_newData = false, m_clear = false;
+    std::string m_answer;
 };
+
+constexpr char kNoUtr[] = "A valid UTR is required to retrieve data from HMRC.\n\nPlease add a valid UTR.|";
 
 } // namespace
 
 TEST_F(FetchData, IsStoppedBeforeAnyRequest)
 {
     // Each row mends what the row before was stopped by, so the order shows too.
-    const std::string contact = "\n\nPlease contact your administrator.";
-    // out: empty: none
+    const std::string contact = "\n\nPlease contact your administrator.|";
     const ::Test::Case<Cellar::SqlText, std::string> rows[] = {
         {"UPDATE BRIXClient SET bTrust = 1, strNINumber = ' ', strUTR = '1234567890'", "", "a trust"},
         {"UPDATE BRIXClient SET bTrust = 0",
-         "You do not have permission to do this.\n\nPlease contact your administrator for more details.", "no right"},
+         "You do not have permission to do this.\n\nPlease contact your administrator for more details.|", "no right"},
         {"UPDATE BRIXUserPermissions SET bAllowed = 1", "Data retrieval from HMRC is not enabled." + contact,
          "switched off"},
         {"UPDATE BRIXOptions SET bHMRCRetrieval = 1",
          "Data retrieval from HMRC is not enabled for this user or client." + contact, "gateway without authority"},
         {"UPDATE MTDAuthorisation SET nAuthorisedStatus = 1",
          "A national insurance number is required to retrieve income and tax data from HMRC.\n\nPlease add a national "
-         "insurance number.",
+         "insurance number.|",
          "no National Insurance number"},
-        {"UPDATE BRIXClient SET strNINumber = 'AA000001A'",
-         "A valid UTR is required to retrieve data from HMRC.\n\nPlease add a valid UTR.", "UTR not valid"},
+        {"UPDATE BRIXClient SET strNINumber = 'AA000001A'", kNoUtr, "UTR not valid"},
     };
     Sql("UPDATE BRIXUserPermissions SET bAllowed = 0");
     Sql("UPDATE BRIXOptions SET bHMRCRetrieval = 0");
@@ -64,69 +63,52 @@ TEST_F(FetchData, IsStoppedBeforeAnyRequest)
         Sql(row.in);
         CUserData::ClearPermissions();
         CUserData::SetUser("ANNA");
-        EXPECT_EQ(Run(), row.out.empty() ? std::vector<std::string>{} : std::vector{row.out});
-        EXPECT_FALSE(m_isOk);
-        EXPECT_FALSE(m_newData);
-        EXPECT_TRUE(m_clear);
-        EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDLog"), "0") << "no request";
-        EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXMTD_TaxYear"), "0");
+        EXPECT_EQ(Run(), row.out);
+        EXPECT_EQ(m_answer, "clear");
+        EXPECT_EQ(Query("SELECT (SELECT COUNT(*) FROM MTDLog) + COUNT(*) FROM BRIXMTD_TaxYear"), "0") << "no request";
     }
     Sql("UPDATE BRIXClient SET strUTR = '2234567890'");
-    EXPECT_TRUE(Run().empty());
-    EXPECT_TRUE(m_isOk);
+    {
+        const Quarry::CTransaction unsavedChanges;
+        EXPECT_NE(Run(), "");
+        EXPECT_EQ(m_answer, "clear");
+    }
+    EXPECT_EQ(Run(), "");
+    EXPECT_EQ(m_answer, "ok new clear");
 }
 
 TEST_F(FetchData, NeedsTheUtrButNoNationalInsuranceNumberForTheIndividualInterfaces)
 {
     Sql("UPDATE BRIXOptions SET nPAYEInterface = 0");
     Sql("UPDATE BRIXClient SET strNINumber = NULL, strUTR = NULL");
-    ASSERT_EQ(Run().size(), 1u);
-    EXPECT_EQ(Run()[0], "A valid UTR is required to retrieve data from HMRC.\n\nPlease add a valid UTR.");
+    EXPECT_EQ(Run(), kNoUtr);
     Sql("UPDATE BRIXClient SET strUTR = '2234567890'");
-    const auto shown = Run();
-    ASSERT_EQ(shown.size(), 1u);
-    EXPECT_NE(shown[0].find("Employments"), std::string::npos) << shown[0];
-    EXPECT_FALSE(m_isOk);
-    EXPECT_EQ(Query("SELECT amtClass2Due FROM BRIXMTD_NIC"), "3195700") << "National Insurance is fetched all the same";
-}
-
-TEST_F(FetchData, WaitsForUnsavedChanges)
-{
-    {
-        const Quarry::CTransaction edits;
-        ASSERT_EQ(Run().size(), 1u);
-        EXPECT_FALSE(m_isOk);
-    }
-    EXPECT_TRUE(Run().empty());
-    EXPECT_TRUE(m_isOk);
+    EXPECT_TRUE(Run().starts_with("Employments\n")) << ::Test::Windows().Messages()[0].text;
+    EXPECT_EQ(m_answer, "new clear");
+    EXPECT_EQ(Query("SELECT amtClass2Due FROM BRIXMTD_NIC"), "319.57") << "National Insurance is fetched all the same";
 }
 
 TEST_F(FetchData, TellsWhatIsNewAndWhetherAReviewIsDue)
 {
-    EXPECT_TRUE(Run().empty());
-    EXPECT_TRUE(m_isOk && m_newData && m_clear) << "items without a schedule are no difference";
-    EXPECT_TRUE(Run().empty());
-    EXPECT_TRUE(m_isOk && !m_newData && m_clear) << "the same answer";
+    EXPECT_EQ(Run(), "");
+    EXPECT_EQ(m_answer, "ok new clear") << "items without a schedule are no difference";
+    EXPECT_EQ(Run(), "");
+    EXPECT_EQ(m_answer, "ok clear") << "the same answer";
     Create();
     Sql("UPDATE BRIXNewEmploy SET amtPay = amtPay + 100");
     Run();
-    EXPECT_TRUE(m_isOk && !m_newData && !m_clear) << "the return was changed";
-
+    EXPECT_EQ(m_answer, "ok ") << "the return was changed";
     HmrcApi::FetchResult result = HmrcApi::FetchFromHmrc(m_client, kGateway, IEndpointOverride::Employed);
     EXPECT_EQ(result.staged, (HmrcApi::StagedCounts{4, 1, 18})) << "another National Insurance figure is the change";
-    EXPECT_EQ(result.route, HmrcApi::FetchResult::Route::Paye);
-    EXPECT_EQ(result.stopped, HmrcApi::FetchResult::Stopped::No);
     EXPECT_TRUE(result.ok && result.newData && result.clear && result.message.IsEmpty());
 }
 
 TEST_F(FetchData, ReportsTokensThatCannotBeLoaded)
 {
-    const auto shown = Run(kGateway, IEndpointOverride::Live); // authorised, but the row has no tokens
-    ASSERT_EQ(shown.size(), 1u) << "both groups in one message";
-    EXPECT_NE(shown[0].find("PAYE"), std::string::npos);
-    EXPECT_NE(shown[0].find("National Insurance"), std::string::npos);
-    EXPECT_NE(shown[0].find("Unable to load user's HMRC credentials (NO_CREDENTIALS)"), std::string::npos) << shown[0];
-    EXPECT_FALSE(m_isOk);
+    const std::string shown = Run(IEndpointOverride::Live); // authorised, but the row has no tokens
+    const std::string entry = "Unable to load user's HMRC credentials (NO_CREDENTIALS)";
+    EXPECT_EQ(shown, "PAYE\n" + entry + "\n\nNational Insurance\n" + entry + '|');
+    EXPECT_EQ(m_answer, "clear");
     EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXMTD_TaxYear"), "0");
 }
 
@@ -134,26 +116,24 @@ TEST_F(FetchData, ShowsAnExceptionAndSkipsTheRest)
 {
     const auto fail = [](const Quarry::DataChange&) { throw std::runtime_error("disk full"); };
     Quarry::AddDataChangedListenerForInsert(Brix::CMTD_Employments::Declaration().number, "BRIX", fail);
-    EXPECT_EQ(Run(), std::vector<std::string>{"disk full"});
-    EXPECT_FALSE(m_isOk || m_newData);
+    EXPECT_EQ(Run(), "disk full|");
+    EXPECT_EQ(m_answer, "clear");
     EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXMTD_NIC"), "0");
     EXPECT_EQ(Staged(), "");
+    EXPECT_EQ(Quarry::GetTransactionLevel(), 0);
 }
 
 TEST_F(FetchData, StagesNationalInsuranceWhenItChanges)
 {
     ::Test::SetNow(2018, 9, 1);
     Run();
-    EXPECT_EQ(Query("SELECT amtClass1Earnings FROM BRIXMTD_NIC"), "170000"); // ten-thousandths of a pound
-    EXPECT_EQ(Query("SELECT amtClass2Due FROM BRIXMTD_NIC"), "3195700");
+    EXPECT_EQ(Rows("SELECT amtClass1Earnings, amtClass2Due FROM BRIXMTD_NIC"), "17.00|319.57\n");
     ::Test::SetNow(2018, 9, 2);
     Run();
     EXPECT_EQ(Query("SELECT dtUpdated FROM BRIXMTD_NIC"), "2018-09-01 12:00:00.000") << "nothing new";
     Sql("UPDATE BRIXMTD_NIC SET amtClass2Due = NULL");
     Run();
-    EXPECT_TRUE(m_newData);
-    EXPECT_EQ(Query("SELECT dtUpdated FROM BRIXMTD_NIC"), "2018-09-02 12:00:00.000");
-    EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXMTD_NIC"), "1");
-    Run(kGateway, static_cast<IEndpointOverride::ResponseType>(99)); // HMRC has nothing
-    EXPECT_EQ(Query("SELECT amtClass2Due FROM BRIXMTD_NIC"), "3195700") << "kept";
+    EXPECT_EQ(m_answer, "ok new clear");
+    Run(static_cast<IEndpointOverride::ResponseType>(99)); // HMRC has nothing: what was sent is kept
+    EXPECT_EQ(Rows("SELECT amtClass2Due, dtUpdated FROM BRIXMTD_NIC"), "319.57|2018-09-02 12:00:00.000\n");
 }

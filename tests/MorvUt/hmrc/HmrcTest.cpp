@@ -1,133 +1,71 @@
 #include "MorvUt/hmrc/HmrcTest.h"
 
+#include <algorithm>
+#include <regex>
+
+#include "HmrcApi/Fakes.h"
+#include "MorvUt/hmrc/Differences.h"
+
 namespace
 {
 
-std::string Text(const Kiln::CAmt& amount) { return amount.IsValid() ? amount.Format().Str() : "-"; }
-std::string Text(const Kiln::CDate& date) { return date.IsValid() ? date.FormatIso().Str() : "-"; }
-std::string Text(const CString& text) { return text.Str(); }
-std::string Text(long number) { return std::to_string(number); }
-
-template<class... Parts>
-std::string Line(const Parts&... parts)
+struct CannedPaye : HmrcApi::CPaye
 {
-    std::string line;
-    ((line += Text(parts) + '|'), ...);
-    line.pop_back();
-    return line;
+    CannedPaye(HmrcApi::CAuthorisation& authorisation, std::string body) : CPaye(authorisation), json(std::move(body))
+    {}
+    std::unique_ptr<HmrcApi::ITransport> RestFactory() override
+    {
+        auto transport = std::make_unique<HmrcApi::Fakes::FakeTransport>();
+        transport->Add(json.empty() ? 404 : 200, json.empty() ? R"({"code":"NOT_FOUND"})" : json);
+        return transport;
+    }
+    std::string json;
+};
+
+std::string Show(const std::string& column, const Cellar::Value& value)
+{
+    const CString text = column.starts_with("amt") ? Cellar::ToAmount(value).Format() : Cellar::ToText(value);
+    return text.IsEmpty() ? "-" : text.Str();
 }
 
-template<class List, class Show>
-std::string ShowRows(List& list, Show show)
+std::string Quoted(const std::string& text) { return text.empty() ? text : '"' + text + '"'; }
+
+/// A JSON object without the members that have no value.
+std::string Object(const std::vector<std::pair<std::string, std::string>>& members)
 {
     std::string text;
-    for (; !list.IsEOL(); list.MoveNext())
-        text += show(list);
-    return text;
+    for (const auto& [name, value] : members)
+        if (!value.empty())
+            text += (text.empty() ? "" : ", ") + Quoted(name) + ": " + value;
+    return '{' + text + '}';
 }
 
-std::string Mark(bool isWithdrawn) { return isWithdrawn ? "! " : ""; }
-
-std::string StagedBenefits(long employment)
+std::string Payer(const char* name, const std::string& reference, const std::string& works, const std::string& pay,
+                  const std::string& benefits)
 {
-    using List = Brix::CMTD_EmploymentsCompanyBenefits;
-    List list;
-    list.Open({{List::kMTD_EmploymentsID, employment}});
-    return ShowRows(list, [](const List& row) {
-        return Mark(row.GetWithdrawn()) + "+ " + Text(row.GetBenefitType()) + ' ' + row.GetBenefitTypeName().Str() +
-               ' ' + Text(row.GetAmount()) + (row.GetForecast() ? " forecast\n" : "\n");
-    });
-}
-
-std::string StagedYear(long year)
-{
-    using Employments = Brix::CMTD_Employments;
-    using Psb = Brix::CMTD_PensionStateBenefits;
-    using Allowances = Brix::CMTD_TaxFreeAllowances;
-    Employments employments;
-    employments.Open({{Employments::kMTD_TaxYearID, year}}, {{Employments::kKey}});
-    Psb psb;
-    psb.Open({{Psb::kMTD_TaxYearID, year}}, {{Psb::kMTDType}, {Psb::kStart}});
-    Allowances allowances;
-    allowances.Open({{Allowances::kMTD_TaxYearID, year}}, {{Allowances::kAllowanceType}});
-    return ShowRows(employments,
-                    [](const Employments& row) {
-                        return Mark(row.GetWithdrawn()) +
-                               Line(row.GetKey(), row.GetEmployerName(), row.GetPAYEReference(), row.GetWorksNumber(),
-                                    row.GetStart(), row.GetEnd(), row.GetPay(), row.GetTax(), row.GetStudentLoan()) +
-                               '\n' + StagedBenefits(row.GetID());
-                    }) +
-           ShowRows(psb,
-                    [](const Psb& row) {
-                        return Mark(row.GetWithdrawn()) + Text(row.GetMTDType()) + ' ' +
-                               Line(row.GetReference(), row.GetPayer(), row.GetStart(), row.GetAmount(), row.GetTax()) +
-                               '\n';
-                    }) +
-           ShowRows(allowances, [](const Allowances& row) {
-               return Mark(row.GetWithdrawn()) + "allowance " + Text(row.GetAllowanceType()) + ' ' +
-                      row.GetAllowanceTypeName().Str() + ' ' + Text(row.GetAmount()) + '\n';
-           });
-}
-
-std::string ScheduleBenefits(long employment)
-{
-    using List = Brix::CNewEmployBenefits;
-    List list;
-    list.Open({{List::kNewEmployID, employment}}, {{List::kType}});
-    return ShowRows(list, [](const List& row) {
-        return "+ " + Text(row.GetType()) + ' ' + Text(row.GetBenefit()) + (row.GetEstimate() ? " estimate\n" : "\n");
-    });
-}
-
-std::string FormSchedules(long form)
-{
-    using Employ = Brix::CNewEmploy;
-    using Psb = Brix::CPensionStateBenefits;
-    Employ employ;
-    employ.Open({{Employ::kTaxFormID, form}}, {{Employ::kOrdering}});
-    Psb psb;
-    psb.Open({{Psb::kTaxFormID, form}}, {{Psb::kOrdering}});
-    return ShowRows(employ,
-                    [](const Employ& row) {
-                        return Text(row.GetOrdering()) + ' ' +
-                               Line(row.GetEmployerName(), row.GetPAYEReference(), row.GetWorksNumber(), row.GetStart(),
-                                    row.GetEnd(), row.GetPay(), row.GetTax(), row.GetStudentLoan()) +
-                               '\n' + ScheduleBenefits(row.GetID());
-                    }) +
-           ShowRows(psb, [](const Psb& row) {
-               return Text(row.GetOrdering()) + ' ' + Text(row.GetSection()) + '/' + Text(row.GetType()) + ' ' +
-                      Line(row.GetDescription(), row.GetPayer(), row.GetReference(), row.GetStart(), row.GetAmount(),
-                           row.GetTax()) +
-                      '\n';
-           });
-}
-
-std::string Member(const std::string& name, const std::string& value, bool isText = true)
-{
-    if (value.empty())
-        return {};
-    return ", \"" + name + "\": " + (isText ? '"' + value + '"' : value);
+    return Object({{"employerPayeReference", Quoted(reference)},
+                   {"employerName", Quoted(name)},
+                   {"worksNumber", Quoted(works)},
+                   {"taxablePayTotal", pay},
+                   {"companyBenefits", benefits}});
 }
 
 } // namespace
 
+std::shared_ptr<HmrcApi::CPaye> PayeOf::GetPayeEndpoint(HmrcApi::CAuthorisation& authorisation)
+{
+    return std::make_shared<CannedPaye>(authorisation, m_json);
+}
+
 HmrcTest::HmrcTest()
 {
     CUserData::ClearPermissions();
-    ::Test::Add<Brix::CUser>([](Brix::CUser& row) { row.SetUserID("ANNA"); });
-    ::Test::Add<Brix::CUserPermissions>([](Brix::CUserPermissions& row) {
-        row.SetUserID("ANNA");
-        row.SetPermission(static_cast<int>(CUserData::Permission{87}));
-        row.SetAllowed(true);
-    });
+    Sql("INSERT INTO BRIXUser (lID, strUserID) VALUES (1, 'ANNA')");
+    Sql("INSERT INTO BRIXUserPermissions (lID, strUserID, nPermission, bAllowed) VALUES (1, 'ANNA', 87, 1)");
     CUserData::SetUser("ANNA");
-    m_client = ClientId(::Test::Add<Brix::CClient>([](Brix::CClient& row) {
-        row.SetNINumber("AA000001A");
-        row.SetUTR("2234567890");
-    }));
+    Sql("INSERT INTO BRIXClient (lID, strNINumber, strUTR) VALUES (1, 'AA000001A', '2234567890')");
     Sql("DELETE FROM BRIXOptions");
-    Sql("INSERT INTO BRIXOptions (lID, nPAYEInterface, nDebugLogging, bHMRCRetrieval, nVersion) VALUES (1, 1, 0, 1, "
-        "0)");
+    Sql("INSERT INTO BRIXOptions (lID, nPAYEInterface, bHMRCRetrieval) VALUES (1, 1, 1)");
     Sql("INSERT INTO MTDAuthorisation (lID, strGatewayID, nAuthorisedStatus) VALUES (7, 'GATEWAY1', 1)");
 }
 
@@ -151,6 +89,12 @@ HmrcApi::StagedCounts HmrcTest::Fetch(HmrcApi::IEndpointOverride::ResponseType t
     return Fetch(prepop);
 }
 
+HmrcApi::StagedCounts HmrcTest::Fetch(const std::string& json)
+{
+    PayeOf prepop(m_client, json);
+    return Fetch(prepop);
+}
+
 std::string HmrcTest::Errors() const
 {
     std::string codes;
@@ -167,29 +111,77 @@ HmrcApi::CreatedSchedules HmrcTest::Create()
     return prepop.GetCreatedSchedules();
 }
 
+void HmrcTest::Forget()
+{
+    Quarry::GetConnection().Script("DELETE FROM BRIXMTD_Employments; DELETE FROM BRIXMTD_EmploymentsCompanyBenefits; "
+                                   "DELETE FROM BRIXMTD_PensionStateBenefits; DELETE FROM BRIXMTD_TaxFreeAllowances; "
+                                   "DELETE FROM BRIXNewEmploy; DELETE FROM BRIXNewEmployBenefits; "
+                                   "DELETE FROM BRIXPensionStateBenefits;");
+}
+
 std::string HmrcTest::Staged() const
 {
-    using List = Brix::CMTD_TaxYear;
-    List years;
-    years.Open({{List::kClientID, m_client.Get()}, {List::kYear, kYear}});
-    return ShowRows(years, [](const List& row) { return StagedYear(row.GetID()); });
+    return Rows("SELECT bWithdrawn, strKey, strEmployerName, strPAYEReference, strWorksNumber, dtStart, dtEnd, amtPay, "
+                "amtTax, amtStudentLoan FROM BRIXMTD_Employments ORDER BY strKey") +
+           Rows("SELECT b.bWithdrawn, strKey, nBenefitType, strBenefitType, amtAmount, bForecast "
+                "FROM BRIXMTD_EmploymentsCompanyBenefits b JOIN BRIXMTD_Employments e ON e.lID = lMTD_EmploymentsID "
+                "ORDER BY strKey, b.lID") +
+           Rows("SELECT bWithdrawn, nMTDType, strReference, strPayer, dtStart, amtAmount, amtTax "
+                "FROM BRIXMTD_PensionStateBenefits ORDER BY nMTDType, dtStart") +
+           Rows("SELECT bWithdrawn, nAllowanceType, strAllowanceType, amtAmount FROM BRIXMTD_TaxFreeAllowances "
+                "ORDER BY nAllowanceType");
 }
 
 std::string HmrcTest::Schedules() const
 {
-    using List = Brix::CTaxForm;
-    List forms;
-    forms.Open({{List::kClientID, m_client.Get()}, {List::kYear, kYear}});
-    return ShowRows(forms, [](const List& row) { return FormSchedules(row.GetID()); });
+    return Rows("SELECT nOrdering, strEmployerName, strPAYEReference, strWorksNumber, dtStart, dtEnd, amtPay, amtTax, "
+                "amtStudentLoan FROM BRIXNewEmploy ORDER BY nOrdering") +
+           Rows("SELECT nOrdering, nType, amtBenefit, bEstimate FROM BRIXNewEmployBenefits "
+                "JOIN BRIXNewEmploy e ON e.lID = lNewEmployID ORDER BY nOrdering, nType") +
+           Rows("SELECT nOrdering, nSection, nType, strDescription, strPayer, strReference, dtStart, amtAmount, amtTax "
+                "FROM BRIXPensionStateBenefits ORDER BY nOrdering");
+}
+
+std::string HmrcTest::Differences() const
+{
+    std::string text;
+    for (const auto& difference : HmrcApi::FindDifferences(m_client, TaxYear(kYear))) {
+        text += std::to_string(difference.number) + ' ' + difference.item.Str() + ':';
+        for (const auto& row : difference.rows)
+            text += ' ' + row.caption.Str() + ' ' + row.ReturnText().Str() + '/' + row.HmrcText().Str() +
+                    (row.estimate ? " estimate" : "");
+        text += '\n';
+    }
+    return text;
+}
+
+std::string HmrcTest::Rows(const Cellar::SqlText& statement) const
+{
+    std::string text;
+    const Cellar::RowSet set = Quarry::GetConnection().Queryf(statement);
+    for (const auto& row : set.rows) {
+        std::string line;
+        for (std::size_t i = 0; i < row.size(); ++i)
+            if (set.columns[i] != "bWithdrawn")
+                line += (line.empty() ? "" : "|") + Show(set.columns[i], row[i]);
+            else if (row[i].integer != 0)
+                text += "! ";
+        text += line + '\n';
+    }
+    return text;
 }
 
 std::string HmrcTest::Query(const Cellar::SqlText& statement) const
 {
-    std::string texts;
-    Cellar::CBufferedRowList rows(Quarry::GetConnection(), statement);
-    for (bool isThere = rows.MoveFirst(); isThere; isThere = rows.MoveNext())
-        texts += (texts.empty() ? "" : ", ") + rows.GetText(0).Str();
-    return texts;
+    const std::string text = std::regex_replace(Rows(statement), std::regex("\n"), ", ");
+    return text.substr(0, text.size() - std::min<std::size_t>(text.size(), 2));
+}
+
+std::string Replaced(std::string text, const std::string& from, const std::string& to)
+{
+    const std::size_t at = text.find(from);
+    EXPECT_NE(at, text.npos) << from;
+    return at == text.npos ? text : text.replace(at, from.size(), to);
 }
 
 std::string Answer(const std::string& employments, const std::string& pensions, const std::string& benefits,
@@ -202,25 +194,20 @@ std::string Answer(const std::string& employments, const std::string& pensions, 
 std::string Employment(const std::string& reference, const std::string& works, const std::string& pay,
                        const std::string& benefits)
 {
-    return "{\"employerPayeReference\": \"" + reference + "\", \"employerName\": \"Firm\"" +
-           Member("worksNumber", works) + Member("taxablePayTotal", pay, false) + ", \"companyBenefits\": [" +
-           benefits + "]}";
+    return Payer("Firm", reference, works, pay, '[' + benefits + ']');
 }
 
 std::string Benefit(const std::string& type, const std::string& amount, bool isForecast)
 {
-    return "{\"benefitType\": \"" + type + "\"" + Member("amount", amount, false) +
-           (isForecast ? ", \"isForecastBenefit\": true}" : "}");
+    return Object({{"benefitType", Quoted(type)}, {"amount", amount}, {"isForecastBenefit", isForecast ? "true" : ""}});
 }
 
 std::string Pension(const std::string& reference, const std::string& works, const std::string& pay)
 {
-    return "{\"employerPayeReference\": \"" + reference + "\", \"employerName\": \"Fund\"" +
-           Member("worksNumber", works) + Member("taxablePayTotal", pay, false) + '}';
+    return Payer("Fund", reference, works, pay, {});
 }
 
 std::string StateBenefit(const std::string& type, const std::string& start, const std::string& pay)
 {
-    return "{\"benefitType\": \"" + type + "\"" + Member("startDate", start) + Member("taxablePayTotal", pay, false) +
-           '}';
+    return Object({{"benefitType", Quoted(type)}, {"startDate", Quoted(start)}, {"taxablePayTotal", pay}});
 }

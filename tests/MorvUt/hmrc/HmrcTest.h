@@ -6,10 +6,8 @@
 
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "Brix/Records.h"
-#include "Cellar/BufferedRowList.h"
 #include "HmrcApi/Errors.h"
 #include "MorvUt/hmrc/PayePrepop.h"
 #include "MorvUt/Practice.h"
@@ -18,26 +16,7 @@
 inline constexpr char kGateway[] = "GATEWAY1";
 inline constexpr short kYear = 2018; // of HMRC's published examples
 
-/// Answers each request with the next of its bodies, the last one again and again; an empty one is "nothing yet".
-class ScriptedTransport : public HmrcApi::ITransport
-{
-public:
-    explicit ScriptedTransport(std::string body) : m_body(std::move(body)) {}
-    HmrcApi::HttpAnswer Send(const HmrcApi::HttpRequest&) override
-    {
-        HmrcApi::HttpAnswer answer;
-        answer.outcome = HmrcApi::HttpAnswer::Outcome::Answered;
-        answer.status = m_body.empty() ? 404 : 200;
-        answer.contentType = "application/json";
-        answer.body = m_body.empty() ? R"({"code":"NOT_FOUND"})" : m_body;
-        return answer;
-    }
-
-private:
-    std::string m_body;
-};
-
-/// The PAYE fetch with an answer of the test's own.
+/// The PAYE fetch with an answer of the test's own; an empty one is "nothing yet".
 class PayeOf : public HmrcApi::CPAYEPrepop
 {
 public:
@@ -47,25 +26,7 @@ public:
     {}
 
 private:
-    class Endpoint : public HmrcApi::CPaye
-    {
-    public:
-        Endpoint(HmrcApi::CAuthorisation& authorisation, std::string json)
-            : CPaye(authorisation), m_json(std::move(json))
-        {}
-
-    private:
-        std::unique_ptr<HmrcApi::ITransport> RestFactory() override
-        {
-            return std::make_unique<ScriptedTransport>(m_json);
-        }
-        std::string m_json;
-    };
-
-    std::shared_ptr<HmrcApi::CPaye> GetPayeEndpoint(HmrcApi::CAuthorisation& authorisation) override
-    {
-        return std::make_shared<Endpoint>(authorisation, m_json);
-    }
+    std::shared_ptr<HmrcApi::CPaye> GetPayeEndpoint(HmrcApi::CAuthorisation& authorisation) override;
     std::string m_json;
 };
 
@@ -78,30 +39,36 @@ protected:
     /// Fetches and stages; the group's errors stay in Errors().
     HmrcApi::StagedCounts Fetch(HmrcApi::CPAYEPrepop& prepop);
     HmrcApi::StagedCounts Fetch(HmrcApi::IEndpointOverride::ResponseType type);
-    HmrcApi::StagedCounts Fetch(const std::string& json)
-    {
-        PayeOf prepop(m_client, json);
-        return Fetch(prepop);
-    }
+    HmrcApi::StagedCounts Fetch(const std::string& json);
     /// "code" of each error of the last fetch, separated by blanks.
     std::string Errors() const;
     HmrcApi::CreatedSchedules Create();
+    /// No staging rows and no schedules, as before the first fetch.
+    void Forget();
 
-    /// The staging rows of the client's year, one a line, in the order of their keys and dates:
-    /// "key|employer|reference|works|start|end|pay|tax|loan", then "+ number name amount [forecast]" for its benefits;
-    /// "type reference|payer|date|amount|tax"; "allowance number name amount". "-" is null, "!" marks withdrawn rows.
+    /// The staging rows, one a line: "key|employer|reference|works|start|end|pay|tax|loan" in the order of their keys;
+    /// "key|number|name|amount|forecast" for their benefits; "type|reference|payer|date|amount|tax";
+    /// "number|name|amount" for allowances. "! " before withdrawn ones.
     std::string Staged() const;
-    /// The schedules in their order: "ordering employer|reference|works|start|end|pay|tax|loan", then
-    /// "+ code amount [estimate]"; "ordering section/type description|payer|reference|date|amount|tax".
+    /// The schedules in their order: "ordering|employer|reference|works|start|end|pay|tax|loan";
+    /// "ordering|code|amount|estimate" for their benefits;
+    /// "ordering|section|type|description|payer|reference|date|amount|tax".
     std::string Schedules() const;
+    /// What the return and HMRC differ in: "number item: caption return/hmrc ...", one a line.
+    std::string Differences() const;
 
-    std::string Query(const Cellar::SqlText& statement) const; // the first column's texts, separated by ", "
+    /// The rows of a SELECT, a line each: values separated by "|", "-" for nothing, amounts in pounds.
+    std::string Rows(const Cellar::SqlText& statement) const;
+    std::string Query(const Cellar::SqlText& statement) const; // the same rows separated by ", "
     static void Sql(const Cellar::SqlText& statement) { Quarry::GetConnection().ExecuteDirect(statement); }
 
     ::Test::Practice m_practice;
-    ClientId m_client;
+    const ClientId m_client{1};
     std::shared_ptr<HmrcApi::CAPIErrorHandler> m_errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
 };
+
+/// `text` with its first `from` replaced; there must be one.
+std::string Replaced(std::string text, const std::string& from, const std::string& to);
 
 // Parts of HMRC's answer.
 

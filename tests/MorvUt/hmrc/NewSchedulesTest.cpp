@@ -1,9 +1,58 @@
-#include <limits>
+// From HMRC's items to the return's schedules.
 
 #include "MorvUt/hmrc/HmrcTest.h"
 
-class NewSchedules : public HmrcTest
-{};
+using HmrcApi::StagedCounts;
+using Type = HmrcApi::IEndpointOverride::ResponseType;
+using NewSchedules = HmrcTest;
+
+TEST_F(NewSchedules, AreMadeOnceFromEveryPublishedExample)
+{
+    const struct
+    {
+        Type type;
+        int staged, employments, pensionsAndBenefits;
+        const char* why;
+    } rows[] = {
+        {Type::Everything, 18, 2, 7, "everything"},  {Type::EverythingMissingPayAndTax, 18, 2, 7, "no figures"},
+        {Type::Employed, 4, 1, 0, "one employment"}, {Type::Employed2, 5, 2, 0, "two periods with an employer"},
+        {Type::Pensioner, 3, 0, 3, "pensions only"}, {Type::Jobseeker, 2, 1, 1, "employment, then allowance"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        EXPECT_EQ(Fetch(row.type), (StagedCounts{row.staged, 0, 0}));
+        EXPECT_EQ(Errors() + Schedules(), "") << "a fetch makes no schedule";
+        HmrcApi::CPAYEPrepop later(m_client, TaxYear(kYear), {}, Type::Live);
+        EXPECT_EQ(later.DoNewEmploymentsExist(), row.employments > 0);
+        EXPECT_EQ(later.DoNewPensionStateBenefitsExist(), row.pensionsAndBenefits > 0);
+        const HmrcApi::CreatedSchedules created = Create();
+        EXPECT_EQ(created.employments, row.employments);
+        EXPECT_EQ(created.pensionsAndBenefits, row.pensionsAndBenefits);
+        EXPECT_TRUE(created.notes.empty());
+        EXPECT_FALSE(later.DoNewEmploymentsExist() || later.DoNewPensionStateBenefitsExist());
+        EXPECT_EQ(Create().employments + Create().pensionsAndBenefits, 0);
+        EXPECT_EQ(Fetch(row.type), StagedCounts{}) << "the same answer";
+        EXPECT_EQ(Differences(), "");
+        Forget();
+    }
+}
+
+TEST_F(NewSchedules, TakeHmrcsFigures)
+{
+    Fetch(Type::Everything);
+    Create();
+    EXPECT_EQ(Schedules(), "1|Company XYZ|123/AB456|A123456|-|2017-08-20|22551.05|900.38|284.85\n"
+                           "2|Company ABC|456/AB456|00191048716|2017-09-05|-|8650.20|224.99|-\n"
+                           "1|70|44.00|0\n1|80|99.00|0\n1|120|64.00|0\n"
+                           "2|40|80.00|1\n2|50|375.00|1\n2|140|125.00|1\n"
+                           "1|200|1050|Pension Provider XYZ|Pension Provider XYZ|321/AB456|-|10150.62|2563.18\n"
+                           "2|200|1050|Pension Provider ABC|Pension Provider ABC|654/AB456|2015-03-04|3874.42|0.00\n"
+                           "3|300|1090|-|-|475/BB00987|2017-05-01|2010.10|502.02\n"
+                           "4|300|1140|Taxable Incapacity Benefit|-|892/BA500|2017-08-14|800.64|200.16\n"
+                           "5|300|1140|Employment and Support Allowance|-|267/ESA500|2018-03-20|456.11|118.04\n"
+                           "6|200|1060|State Pension|-|-|-|3910.01|-\n"
+                           "7|200|1060|State Pension lump sum|-|-|2018-03-05|10520.80|2520.60\n");
+}
 
 TEST_F(NewSchedules, JoinTheReturnAndLeaveItsOwnAsTheyAre)
 {
@@ -14,15 +63,13 @@ TEST_F(NewSchedules, JoinTheReturnAndLeaveItsOwnAsTheyAre)
         "VALUES (4, 9, 3, 1060, 'state pension')");
     Fetch(Answer(Employment("1/A", "W1", "100") + "," + Employment("2/B", "", "5"), {}, {},
                  R"(, "statePension": {"grossAmount": 20})"));
-    const HmrcApi::CreatedSchedules created = Create();
-    EXPECT_EQ(created.employments, 1);
-    EXPECT_EQ(created.pensionsAndBenefits, 1) << "descriptions differ by case";
-    EXPECT_EQ(Schedules(), "6 My name for it|1/A||-|-|1.00|-|-\n7 Firm|2/B||-|-|5.00|-|-\n"
-                           "3 0/1060 state pension|||-|-|-\n4 200/1060 State Pension|||-|20.00|-\n");
+    EXPECT_EQ(Create().employments, 1);
+    EXPECT_EQ(Schedules(), "6|My name for it|1/A|-|-|-|1.00|-|-\n7|Firm|2/B|-|-|-|5.00|-|-\n"
+                           "3|-|1060|state pension|-|-|-|-|-\n4|200|1060|State Pension|-|-|-|20.00|-\n")
+        << "descriptions differ by case";
+    EXPECT_EQ(Query("SELECT lClientID, nYear, lTaxFormID, LENGTH(strGUID) FROM BRIXNewEmploy WHERE bFromHMRC = 1"),
+              "1|2018|9|36");
     EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXTaxForm"), "1");
-    EXPECT_EQ(Query("SELECT lClientID || ' ' || nYear || ' ' || LENGTH(strGUID) FROM BRIXNewEmploy "
-                    "WHERE bFromHMRC = 1"),
-              std::to_string(m_client.Get()) + " 2018 36");
 }
 
 TEST_F(NewSchedules, NumberTheLastPlaceMoreThanOnce)
@@ -34,69 +81,67 @@ TEST_F(NewSchedules, NumberTheLastPlaceMoreThanOnce)
     EXPECT_EQ(Query("SELECT nOrdering FROM BRIXNewEmploy WHERE lID <> 4"), "2147483647, 2147483647");
 }
 
-TEST_F(NewSchedules, AddUpBenefitsOfOneCode)
+TEST_F(NewSchedules, HaveTheReturnsCodesForBenefitsAndAddUpThoseOfOneCode)
 {
     Fetch(Answer(Employment("1/A", "", "1",
                             Benefit("EmployerProvidedServices", "10") + "," + Benefit("ServiceBenefit", "5.5", true) +
                                 "," + Benefit("OtherItems", "") + "," + Benefit("YachtBenefit", "7") + "," +
                                 Benefit("CarBenefit", ""))));
     Create();
-    EXPECT_EQ(Schedules(), "1 Firm|1/A||-|-|1.00|-|-\n+ 70 -\n+ 140 15.50 estimate\n+ 180 7.00\n");
+    EXPECT_EQ(Schedules(), "1|Firm|1/A|-|-|-|1.00|-|-\n1|70|-|0\n1|140|15.50|1\n1|180|7.00|0\n");
+    Forget();
+    Fetch(Answer(Employment("1/A", "", "1")));
+    for (int number = 28; number <= 54; ++number) // HMRC's, and as many pounds; there is no 46
+        Quarry::GetConnection().ExecuteDirectf(
+            "INSERT INTO BRIXMTD_EmploymentsCompanyBenefits (lID, lMTD_EmploymentsID, nBenefitType, amtAmount) "
+            "SELECT %d, lID, %d, %d FROM BRIXMTD_Employments",
+            number, number, number * 10'000);
+    Create();
+    EXPECT_EQ(Query("SELECT nType, amtBenefit / 10000 AS nPounds FROM BRIXNewEmployBenefits ORDER BY nType"),
+              "10|40, 20|48, 40|54, 50|38, 60|44, 70|31, 80|29, 90|35, 95|36, 100|37, 120|30, 130|50, 140|33, 150|39, "
+              "160|51, 170|28, 180|93, 190|52, 200|41, 210|53, 220|42, 240|32, 250|45, 260|126");
 }
 
 TEST_F(NewSchedules, StandForBenefitsOfOneDate)
 {
-    const auto benefits = {StateBenefit("JobseekersAllowance", "", "10"), StateBenefit("JobseekersAllowance", "", "20"),
-                           StateBenefit("IncapacityBenefit", "2017-05-01", "30"),
-                           StateBenefit("EmploymentAndSupportAllowance", "2017-05-01", "40"),
-                           StateBenefit("JobseekersAllowance", "2017-05-01", "50")};
-    std::string list;
-    for (const auto& benefit : benefits)
-        list += (list.empty() ? "" : ",") + benefit;
-    Fetch(Answer({}, {}, list));
+    Fetch(Answer({}, {},
+                 StateBenefit("JobseekersAllowance", "", "10") + "," + StateBenefit("JobseekersAllowance", "", "20") +
+                     "," + StateBenefit("IncapacityBenefit", "2017-05-01", "30") + "," +
+                     StateBenefit("EmploymentAndSupportAllowance", "2017-05-01", "40") + "," +
+                     StateBenefit("JobseekersAllowance", "2017-05-01", "50")));
     const HmrcApi::CreatedSchedules created = Create();
     EXPECT_EQ(created.pensionsAndBenefits, 3);
     EXPECT_EQ(created.notes.size(), 2u) << "one line for each item without a schedule of its own";
-    EXPECT_EQ(Schedules(), "1 300/1090 |||-|10.00|-\n2 300/1140 Taxable Incapacity Benefit|||2017-05-01|30.00|-\n"
-                           "3 300/1090 |||2017-05-01|50.00|-\n");
-    const HmrcApi::CreatedSchedules again = Create();
-    EXPECT_EQ(again.pensionsAndBenefits, 0);
-    EXPECT_TRUE(again.notes.empty());
+    EXPECT_EQ(Schedules(), "1|300|1090|-|-|-|-|10.00|-\n2|300|1140|Taxable Incapacity Benefit|-|-|2017-05-01|30.00|-\n"
+                           "3|300|1090|-|-|-|2017-05-01|50.00|-\n");
+    EXPECT_EQ(Create().pensionsAndBenefits, 0);
+    EXPECT_TRUE(Create().notes.empty());
 }
 
 TEST_F(NewSchedules, AreMadeTogetherOrNotAtAll)
 {
-    Fetch(HmrcApi::IEndpointOverride::Everything);
+    Fetch(Type::Everything);
     const auto fail = [](const Quarry::DataChange& change) {
         if (change.newRow->GetText(Brix::CPensionStateBenefits::kDescription) == "State Pension lump sum")
             throw std::runtime_error("disk full");
     };
-    const int table = Brix::CPensionStateBenefits::Declaration().number;
-    Quarry::AddDataChangedListenerForInsert(table, "BRIX", fail);
+    Quarry::AddDataChangedListenerForInsert(Brix::CPensionStateBenefits::Declaration().number, "BRIX", fail);
     EXPECT_THROW(Create(), std::runtime_error);
-    EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXTaxForm"), "0");
-    EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXNewEmploy"), "0");
-    Quarry::RemoveDataChangedListenerForInsert(table, "BRIX", fail);
-    EXPECT_EQ(Create().employments, 2);
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXTaxForm") + Schedules(), "0");
 }
 
 TEST_F(NewSchedules, AreAskedForWhenAReturnWithoutEmploymentsHasAllowances)
 {
-    const auto exist = [&] {
-        return HmrcApi::CPAYEPrepop(m_client, TaxYear(kYear), {}, HmrcApi::IEndpointOverride::Live)
-            .DoNewEmploymentsExist();
+    const auto exist = [&](const char* amount) {
+        Fetch(
+            Answer({}, {}, {},
+                   std::string(R"(, "taxFreeAllowances": [{"allowanceType": "FlatRateJobExpenses")") + amount + "}]"));
+        return HmrcApi::CPAYEPrepop(m_client, TaxYear(kYear), {}, Type::Live).DoNewEmploymentsExist();
     };
-    const auto allowance = [](const char* amount) {
-        return Answer({}, {}, {},
-                      std::string(R"(, "taxFreeAllowances": [{"allowanceType": "FlatRateJobExpenses", "amount": )") +
-                          amount + "}]");
-    };
-    EXPECT_FALSE(exist()) << "nothing staged";
-    Fetch(allowance("0"));
-    EXPECT_FALSE(exist()) << "an allowance of nothing";
-    Fetch(allowance("1"));
-    EXPECT_TRUE(exist());
+    EXPECT_FALSE(exist(R"(, "amount": 0)")) << "an allowance of nothing";
+    EXPECT_FALSE(exist("")) << "without an amount";
+    EXPECT_TRUE(exist(R"(, "amount": 0.01)")) << "a penny";
     Sql("INSERT INTO BRIXTaxForm (lID, lClientID, nYear) SELECT 9, lID, 2018 FROM BRIXClient");
     Sql("INSERT INTO BRIXNewEmploy (lID, lTaxFormID, nOrdering, strPAYEReference) VALUES (4, 9, 1, '9/Z')");
-    EXPECT_FALSE(exist()) << "an employment to set it against";
+    EXPECT_FALSE(exist(R"(, "amount": 0.01)")) << "an employment to set it against";
 }

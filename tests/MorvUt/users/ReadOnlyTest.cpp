@@ -17,44 +17,33 @@ protected:
     }
 };
 
-constexpr char kMessage[] = "Operation cannot be performed. Client is read only.";
-
 } // namespace
 
 TEST_F(ReadOnly, HasThreeCauses)
 {
     const struct
     {
-        void (*begin)();
-        void (*end)();
-        bool locked, pin;
+        int locked, pin, local;
         const char* why;
-    } rows[] = {
-        {[] { CUserData::SetReadOnly(1); }, [] { CUserData::SetReadOnly(0); }, true, false, "locked by another user"},
-        {[] { CUserData::SetReadOnlyPIN(1); }, [] { CUserData::SetReadOnlyPIN(0); }, false, true, "read-only PIN"},
-        {CUserData::SetLocalReadOnly, CUserData::ReleaseLocalReadOnly, false, false, "local"},
-    };
+    } rows[] = {{0, 0, 0, "none"}, {1, 0, 0, "locked by another user"}, {0, 1, 0, "read-only PIN"}, {0, 0, 1, "local"}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        EXPECT_EQ(CUserData::IsReadOnly(), 0);
-        EXPECT_EQ(CUserData::CheckForReadOnlyWithError(), 0);
-        EXPECT_EQ(CUserData::IsReadOnlyBecauseLockedWithError(), 0);
-        row.begin();
-        EXPECT_EQ(CUserData::IsReadOnly(), 1);
+        CUserData::SetReadOnly(row.locked);
+        CUserData::SetReadOnlyPIN(row.pin);
+        CUserData::m_nLocalReadOnly = row.local;
+        const int isReadOnly = row.locked + row.pin + row.local;
+        EXPECT_EQ(CUserData::IsReadOnly(), isReadOnly);
         EXPECT_EQ(CUserData::IsReadOnlyBecauseLocked(), row.locked);
         EXPECT_EQ(CUserData::IsReadOnlyPIN(), row.pin);
         ::Test::Windows().Clear();
-        ::Test::Windows().Answer(1);
-        EXPECT_EQ(CUserData::CheckForReadOnlyWithError(), 1);
-        if (row.locked)
+        for (int box = 0; box < isReadOnly + row.locked; ++box)
             ::Test::Windows().Answer(1);
+        EXPECT_EQ(CUserData::CheckForReadOnlyWithError(), isReadOnly);
         EXPECT_EQ(CUserData::IsReadOnlyBecauseLockedWithError(), row.locked);
-        ASSERT_EQ(::Test::Windows().Messages().size(), row.locked ? 2u : 1u);
+        EXPECT_EQ(::Test::Windows().AnswersLeft(), 0u);
         for (const auto& shown : ::Test::Windows().Messages())
-            EXPECT_EQ(shown.text, kMessage);
-        row.end();
+            EXPECT_EQ(shown.text, "Operation cannot be performed. Client is read only.");
     }
-    EXPECT_EQ(CUserData::IsReadOnly(), 0);
 }
 
 TEST_F(ReadOnly, NestsLocallyAndNeverGoesBelowZero)

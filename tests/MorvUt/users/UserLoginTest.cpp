@@ -1,5 +1,3 @@
-#include <cstring>
-
 #include "Afx/Application.h"
 #include "Cellar/DatabaseError.h"
 #include "MorvUt/users/UsersTest.h"
@@ -8,103 +6,72 @@
 namespace
 {
 
-class UserLogin : public UsersTest
-{
-protected:
-    static std::vector<std::string> Texts(const CStringArray& array)
-    {
-        std::vector<std::string> texts;
-        for (const CString& text : array)
-            texts.push_back(text.Str());
-        return texts;
-    }
-    static std::vector<std::string> GroupNames()
-    {
-        std::vector<std::string> names;
-        for (const auto& group : CUserData::m_UserGroups)
-            names.push_back(group.m_strName.Str());
-        return names;
-    }
-};
+using UserLogin = UsersTest;
+using Names = std::vector<CString>;
 
-using Names = std::vector<std::string>;
+Names Listed() { return {CUserData::m_arrUsers.begin(), CUserData::m_arrUsers.end()}; }
 
 } // namespace
 
-TEST_F(UserLogin, ListsTheUsersInOrderOfTheirIds)
+TEST_F(UserLogin, ListsTheUsersInOrderOfTheirIdsAndTellsTheApplication)
 {
+    struct App : CWinApp
+    {
+        void OnUserChanged() override { heard = CUserData::m_strUser; }
+        CString heard;
+    } app;
     AddUser("carol", "Carol Example");
     AddUser("Bob", "Bob Example");
     AddUser("adminMORV", "Built in");
     AddUser("Gone", "Left the practice", false);
     EXPECT_EQ(CUserData::SetUser("bob"), 1);
     EXPECT_EQ(CUserData::m_strUser, "Bob") << "as stored";
-    EXPECT_EQ(Texts(CUserData::m_arrUsers), (Names{"Bob", "carol"}));
-    EXPECT_EQ(Texts(CUserData::m_arrUserFullnames), (Names{"Bob Example", "Carol Example"}));
+    EXPECT_EQ(app.heard, "Bob");
+    EXPECT_EQ(Listed(), (Names{"Bob", "carol"}));
+    EXPECT_EQ(CUserData::m_arrUserFullnames[1], "Carol Example");
     EXPECT_EQ(TheUser().HasUserLoggedIn(), 1);
 
     CUserData::SetUser("AdminMorv");
-    EXPECT_EQ(Texts(CUserData::m_arrUsers), (Names{"Bob", "carol"})) << "never listed, and the list is made anew";
+    EXPECT_EQ(Listed(), (Names{"Bob", "carol"})) << "never listed, and the list is made anew";
     EXPECT_STREQ(TheUser().GetFullUserName(), "Built in") << "not listed, but a user";
 }
 
-TEST_F(UserLogin, LoadsTheUsersGroups)
+TEST_F(UserLogin, LoadsTheUsersGroupsAndEveryGroupForAllStaff)
 {
-    const long tax = AddGroup("Tax"), audit = AddGroup("Audit");
-    AddGroup("Payroll");
-    AddUser("Bob", "Bob Example");
-    AddUser("Eve", "Eve Example");
-    Join("Bob", audit);
-    Join("Bob", tax);
-    CUserData::SetUser("Bob");
-    EXPECT_EQ(GroupNames(), (Names{"Audit", "Tax"}));
-    EXPECT_EQ(CUserData::m_UserGroups[0].m_nID, audit);
-    EXPECT_EQ(TheUser().GetGroupInList(), "('Audit', 'Tax')");
+    Sql("INSERT INTO BRIXGroup (lID, strName) VALUES (11, 'Tax'), (12, 'All Staff'), (13, 'Audit'), (14, 'Payroll')");
+    Sql("INSERT INTO BRIXGroupUser (strUserID, lGroupID) VALUES ('Bob', 13), ('Bob', 11), ('Ann', 11), ('Ann', 12), "
+        "('Ann', 13)");
+    const auto groupsOf = [](const char* user) {
+        AddUser(user);
+        CUserData::SetUser(user);
+        return TheUser().GetGroupInList();
+    };
+    EXPECT_EQ(groupsOf("Ann"), "('All Staff', 'Tax', 'All Staff', 'Audit', 'Payroll')") << "first, then the table";
+    EXPECT_EQ(groupsOf("Eve"), "()");
+    EXPECT_EQ(groupsOf("Bob"), "('Audit', 'Tax')");
+    EXPECT_EQ(CUserData::m_UserGroups[0].m_nID, 13);
     EXPECT_EQ(TheUser().HasGroup("Tax"), 1);
     EXPECT_EQ(TheUser().HasGroup("tax"), 0);
     EXPECT_EQ(TheUser().HasGroup(nullptr), 0);
-
-    CUserData::SetUser("Eve");
-    EXPECT_EQ(TheUser().GetGroupInList(), "()");
-}
-
-TEST_F(UserLogin, GivesAllStaffEveryGroup)
-{
-    const long tax = AddGroup("Tax"), everyone = AddGroup("All Staff"), audit = AddGroup("Audit");
-    AddUser("Bob", "Bob Example");
-    Join("Bob", tax);
-    Join("Bob", everyone);
-    Join("Bob", audit);
-    CUserData::SetUser("Bob");
-    EXPECT_EQ(GroupNames(), (Names{"All Staff", "Tax", "All Staff", "Audit"})) << "first, then the whole table";
 }
 
 TEST_F(UserLogin, LoadsTheParticulars)
 {
-    AddUser("Bob", "Bob Example");
-    Brix::CUser row;
-    ASSERT_TRUE(row.Open());
     const auto stored = Shellkit::Seal(Shellkit::KeyId::Application, "file me");
     ASSERT_TRUE(stored);
-    row.SetEmail("bob@example.org");
-    row.SetTelephone("020 7946 0000");
-    row.SetGatewayID("gateway");
-    row.SetFBIUserName("bob-fbi");
-    row.SetFBIPassword(*stored);
-    row.SetRememberFBIPassword(true);
-    row.SetTallywickUserName("bob-tw");
-    row.SetTallywickPassword(Cellar::Bytes{1, 2, 3}); // no envelope
-    row.Update();
-
+    AddUser("Bob", "Bob Example");
+    Sql("UPDATE BRIXUser SET strEmail = 'bob@example.org', strTelephone = '020 7946 0000', strGatewayID = 'gateway', "
+        "strFBIUserName = 'bob-fbi', vbFBIPassword = %b, bRememberFBIPassword = 1, strTallywickUserName = 'bob-tw', "
+        "vbTallywickPassword = %b",
+        *stored, Cellar::Bytes{1, 2, 3}); // the last is no envelope
     const auto particulars = [&user = TheUser()] {
         return Names{user.GetFullUserName(),      user.GetEmailAddress(),     user.GetTelephone(),
                      user.GetGatewayID(),         user.GetFBIUserName(),      user.GetFBIPassword(),
                      user.GetTallywickUserName(), user.GetTallywickPassword()};
     };
     CUserData::SetUser("Bob");
-    EXPECT_EQ(particulars(),
-              (Names{"Bob Example", "bob@example.org", "020 7946 0000", "gateway", "bob-fbi", "file me", "bob-tw", ""}))
-        << "the last cannot be deciphered";
+    EXPECT_EQ(particulars(), (Names{"Bob Example", "bob@example.org", "020 7946 0000", "gateway", "bob-fbi", "file me",
+                                    "bob-tw", ""}));
     EXPECT_EQ(TheUser().GetEncryptedFBIPassword(), *stored);
     EXPECT_EQ(TheUser().RememberFBIPassword(), 1);
     EXPECT_EQ(TheUser().FBICanSendImmediately(), 0);
@@ -121,24 +88,11 @@ TEST_F(UserLogin, KeepsANewTallywickPasswordEnciphered)
     const char password[] = "open sesame";
     TheUser().SetTallywickUserNameAndPassword("bob-tw", password);
     EXPECT_STREQ(TheUser().GetTallywickUserName(), "bob-tw");
-    const int length = TheUser().GetTallywickPasswordLength();
-    ASSERT_EQ(length, 11);
+    ASSERT_EQ(TheUser().GetTallywickPasswordLength(), 11);
     std::string held(TheUser().GetTallywickPassword(), 11);
     EXPECT_NE(held, password);
     Decrypt(reinterpret_cast<unsigned char*>(held.data()), 11);
     EXPECT_EQ(held, password);
-}
-
-TEST_F(UserLogin, TellsTheApplication)
-{
-    struct App : CWinApp
-    {
-        void OnUserChanged() override { heard = CUserData::m_strUser; }
-        CString heard;
-    } app;
-    AddUser("Bob", "Bob Example");
-    CUserData::SetUser("bob");
-    EXPECT_EQ(app.heard, "Bob");
 }
 
 TEST_F(UserLogin, LeavesTheUserBeforeWhenTheDatabaseFails)

@@ -22,45 +22,25 @@ protected:
         const CUserData loggedOut; // its construction clears the flag
     }
 
-    static void AddUser(const char* id, const char* fullName, bool listed = true, const char* role = "")
+    template<class... Args>
+    static void Sql(const Cellar::SqlText& statement, const Args&... args)
     {
-        ::Test::Add<Brix::CUser>([&](Brix::CUser& row) {
-            row.SetUserID(id);
-            row.SetFullName(fullName);
-            row.SetListed(listed);
-            row.SetRole(role);
-        });
+        Quarry::GetConnection().ExecuteDirectf(statement, args...);
     }
-    static long AddGroup(const char* name)
+    static void AddUser(const char* id, const char* fullName = "", bool listed = true, const char* role = "")
     {
-        return ::Test::Add<Brix::CGroup>([&](Brix::CGroup& row) { row.SetName(name); });
-    }
-    static void Join(const char* user, long group)
-    {
-        ::Test::Add<Brix::CGroupUser>([&](Brix::CGroupUser& row) {
-            row.SetUserID(user);
-            row.SetGroupID(group);
-        });
-    }
-    static void AddRole(const char* role)
-    {
-        ::Test::Add<Brix::CUserRole>([&](Brix::CUserRole& row) { row.SetRole(role); });
+        Sql("INSERT INTO BRIXUser (strUserID, strFullName, bListed, strRole) VALUES (%s, %s, %d, %s)", id, fullName,
+            listed, role);
     }
     static void LetRole(const char* role, int permission, bool allowed = true)
     {
-        ::Test::Add<Brix::CUserRolePermissions>([&](Brix::CUserRolePermissions& row) {
-            row.SetRole(role);
-            row.SetPermission(permission);
-            row.SetAllowed(allowed);
-        });
+        Sql("INSERT INTO BRIXUserRolePermissions (strRole, nPermission, bAllowed) VALUES (%s, %d, %d)", role,
+            permission, allowed);
     }
     static void LetUser(const char* user, int permission, bool allowed = true)
     {
-        ::Test::Add<Brix::CUserPermissions>([&](Brix::CUserPermissions& row) {
-            row.SetUserID(user);
-            row.SetPermission(permission);
-            row.SetAllowed(allowed);
-        });
+        Sql("INSERT INTO BRIXUserPermissions (strUserID, nPermission, bAllowed) VALUES (%s, %d, %d)", user, permission,
+            allowed);
     }
 
     /// The numbers of what the logged-in user may do.
