@@ -80,20 +80,16 @@ TEST(TaxYears, HaveAnAnswerForWhatIsNoDateOrNoYear)
 
 TEST(TaxYearDays, ClipsToTheYear)
 {
-    const ::Test::Row<short, CDate, CDate, long> rows[] = {
-        {2024, {2020, 1, 1}, {2030, 1, 1}, 366, "the whole of a year with a leap day"},
-        {2023, {2020, 1, 1}, {2030, 1, 1}, 365, "and of one without"},
-        {2024, {2024, 4, 6}, {2025, 1, 1}, 0, "the day after"},
-        {2024, {2024, 4, 5}, {2025, 1, 1}, 1, "its last day"},
-        {2024, {2020, 1, 1}, {2023, 4, 5}, 0, "the day before"},
-        {2024, {2020, 1, 1}, {2023, 4, 6}, 1, "its first day"},
-        {2024, {2024, 1, 31}, {2024, 1, 1}, -29, "reversed inside the year, by the formula"},
-        {2024, {}, {2024, 1, 1}, 0, "no start"},
-        {kMinShort, {2024, 1, 1}, {2024, 1, 2}, 0, "lowest year"},
-        {2024, At({2024, 1, 1}, 86'399.8), {2024, 1, 3}, 2, "half a second's correction"},
+    const ::Test::Row<short, long, long, long> rows[] = {
+        {2024, 20200101, 20300101, 366, "all of a leap year"}, {2023, 20200101, 20300101, 365, "all of another"},
+        {2024, 20240406, 20250101, 0, "the day after"},        {2024, 20240405, 20250101, 1, "its last day"},
+        {2024, 20200101, 20230405, 0, "the day before"},       {2024, 20200101, 20230406, 1, "its first day"},
+        {2024, 20240131, 20240101, -29, "reversed inside it"}, {2024, 0, 20240101, 0, "no start, so nothing"},
+        {kMinShort, 20240101, 20240102, 0, "lowest year"},
     };
     for (const auto& [year, from, to, days, why] : rows)
-        EXPECT_EQ(TaxYearDays(year, from, to), days) << why;
+        EXPECT_EQ(TaxYearDays(year, LongToCDate(from), LongToCDate(to)), days) << why;
+    EXPECT_EQ(TaxYearDays(2024, At({2024, 1, 1}, 86'399.8), {2024, 1, 3}), 2) << "half a second's correction";
 }
 
 TEST(DatesIntersect, LetsTheFirstPeriodBeOpen)
@@ -101,16 +97,11 @@ TEST(DatesIntersect, LetsTheFirstPeriodBeOpen)
     const CDate jan1(2024, 1, 1), jan31(2024, 1, 31), feb1(2024, 2, 1), feb29(2024, 2, 29), null,
         bad = CDate::Invalid();
     const ::Test::Row<CDate, CDate, CDate, CDate, int> rows[] = {
-        {jan1, feb1, feb1, feb29, 1, "one shared day"},
-        {jan1, jan31, feb1, feb29, 0, "neighbours"},
-        {null, null, null, null, 1, "open at both ends, even against nothing"},
-        {null, feb1, feb1, feb29, 1, "open start"},
-        {null, jan31, feb1, feb29, 0, "open start, ends too early"},
-        {feb29, null, feb1, feb29, 1, "open end"},
-        {feb29, null, jan1, feb1, 0, "open end, starts too late"},
-        {jan1, feb1, null, feb29, 0, "the second needs a start"},
-        {jan1, feb1, feb1, null, 0, "and an end"},
-        {jan1, null, null, feb29, 1, "an open end looks at the second's end alone"},
+        {jan1, feb1, feb1, feb29, 1, "one shared day"},     {jan1, jan31, feb1, feb29, 0, "neighbours"},
+        {null, null, null, null, 1, "open at both ends"},   {null, feb1, feb1, feb29, 1, "open start"},
+        {null, jan31, feb1, feb29, 0, "ends too early"},    {feb29, null, feb1, feb29, 1, "open end"},
+        {feb29, null, jan1, feb1, 0, "starts too late"},    {jan1, feb1, null, feb29, 0, "no second start"},
+        {jan1, feb1, feb1, null, 0, "no second end"},       {jan1, null, null, feb29, 1, "looks at one end"},
         {bad, feb1, feb1, feb29, 0, "invalid is not open"},
     };
     for (const auto& [from1, to1, from2, to2, meet, why] : rows)
@@ -121,12 +112,12 @@ TEST(PeriodHasLeapDay, FollowsTheGregorianRule)
 {
     const ::Test::Row<CDate, CDate, int> rows[] = {
         {{2024, 3, 1}, {2025, 3, 1}, 0, "from the day after"}, {{2024, 2, 29}, {2025, 3, 1}, 1, "from the day"},
-        {{2023, 3, 1}, {2024, 3, 1}, 1, "to a day after"},     {{2023, 3, 1}, {2024, 2, 29}, 1, "to the day"},
+        {{2023, 3, 1}, {2024, 3, 1}, 1, "to the day after"},   {{2023, 3, 1}, {2024, 2, 29}, 1, "to the day"},
         {{2023, 3, 1}, {2024, 2, 28}, 0, "to the day before"}, {{2021, 3, 1}, {2023, 3, 1}, 0, "none between"},
         {{2023, 1, 1}, {2025, 1, 1}, 1, "a year between"},     {{2024, 1, 1}, {2024, 12, 31}, 1, "one year"},
         {{1897, 1, 1}, {1903, 12, 31}, 0, "1900 is none"},     {{1999, 1, 1}, {2001, 1, 1}, 1, "2000 is one"},
-        {{2025, 1, 1}, {2023, 1, 1}, 0, "reversed"},           {{}, {}, 0, "nothing"},
-        {{}, {2024, 1, 1}, 1, "no start: from the year -1"},   {{2024, 3, 1}, {}, 0, "no end"},
+        {{2025, 1, 1}, {2023, 1, 1}, 0, "reversed"},           {CDate(), CDate(), 0, "nothing at all"},
+        {CDate(), {2024, 1, 1}, 1, "no start: year -1"},       {{2024, 3, 1}, CDate(), 0, "no end"},
     };
     for (const auto& [from, to, has, why] : rows)
         EXPECT_EQ(PeriodHasLeapDay(from, to), has) << why;
@@ -149,10 +140,10 @@ TEST(LongToCDate, RefusesWhatIsNoDate)
 TEST(DateBeforeAndAfterAssessmentYear, PlaceRecordsThatAreNoDates)
 {
     const ::Test::Row<X_DateStr_tag, short, int, int> rows[] = {
-        {X_DateStr_tag{99, 0, 0}, 2024, 1, 1, "unknown lies outside every year"},
-        {X_DateStr_tag{0, 0, 0}, 2024, 1, 0, "null lies before"},
-        {X_DateStr_tag{255, 255, 65535}, kMaxShort, 0, 1, "brim"},
-        {X_DateStr_tag{1, 1, 2024}, kMinShort, 0, 1, "lowest year"},
+        {{99, 0, 0}, 2024, 1, 1, "unknown lies outside every year"},
+        {{0, 0, 0}, 2024, 1, 0, "null lies before"},
+        {{255, 255, 65535}, kMaxShort, 0, 1, "brim"},
+        {{1, 1, 2024}, kMinShort, 0, 1, "lowest year"},
     };
     for (const auto& [date, year, before, after, why] : rows) {
         EXPECT_EQ(DateBeforeAssessmentYear(year, date), before) << why;
@@ -177,49 +168,46 @@ TEST(CalculateFilingDate, CountsMonthsInDays)
 
 TEST(CalculateFilingDate, OfNoticesToFileAndOtherReturns)
 {
-    const ::Test::Row<short, CDate, const char*, const char*> rows[] = {
-        {2024, {2024, 10, 31}, "SA800", "2025-01-31", "last day of the ordinary date"},
-        {2024, {2024, 10, 1}, "sa100", "2025-01-31", "small letters"},
-        {2023, {2024, 10, 31}, "SA800", "2025-01-30", "of another year: 91 days"},
-        {2024, {2024, 11, 1}, "SA900", "2025-01-31", "November: 91 days"},
-        {2024, {2024, 11, 30}, "SA100", "2025-02-28", "its 30th: 90"},
-        {2024, {2024, 12, 1}, "sa100", "2025-02-28", "December: 89"},
-        {2024, {2028, 1, 31}, "SA100", "2028-04-30", "January of a leap year: 90"},
-        {2024, {2028, 2, 29}, "SA100", "2028-05-28", "February of a leap year: 89"},
-        {2024, {2027, 11, 1}, "SA100", "2028-02-01", "November before a leap year: 92"},
-        {2024, {2027, 11, 30}, "SA100", "2028-02-29", "its 30th: 91"},
-        {2024, {2027, 12, 1}, "SA100", "2028-02-29", "December before a leap year: 90"},
-        {2024, {}, "SA100", "", "null"},
-        {2024, CDate::Invalid(), "P11D", "", "invalid"},
-        {2024, {9999, 12, 31}, "SA100", "", "past the calendar"},
-        {2024, {2024, 4, 6}, "P11D", "2025-04-05", "up to 6 April"},
-        {2023, {2024, 4, 6}, "P11D", "2024-05-05", "of another year: 29 days"},
-        {2024, {2025, 3, 6}, "P11D", "2025-04-05", "30 days: the same day"},
-        {2024, {2025, 3, 7}, "SA10", "2025-04-06", "30 days: a day later"},
-        {2024, {2025, 2, 10}, nullptr, "2025-04-05", "to the end of February, so early"},
-        {2024, {2028, 2, 10}, "", "2028-02-29", "to the end of February, in a leap year"},
+    const auto due = [](long issued, const char* type) {
+        return CDateToLong(CalculateFilingDate(LongToCDate(issued), type));
     };
-    for (const auto& [year, issued, type, due, why] : rows) {
-        SetCurrentTaxYear(ConvertRealToRelativeTaxYear(year));
-        EXPECT_EQ(CalculateFilingDate(issued, type).FormatIso(), due) << why;
-    }
+    SetCurrentTaxYear(ConvertRealToRelativeTaxYear(2023));
+    EXPECT_EQ(due(20241031, "SA800"), 20250130) << "late for that year, so 91 days";
+    EXPECT_EQ(due(20240406, "P11D"), 20240505) << "late too: 29 days";
+    SetCurrentTaxYear(ConvertRealToRelativeTaxYear(2024));
+    const ::Test::Row<long, const char*, long> rows[] = {
+        {20241031, "SA800", 20250131, "the last that is not late"},
+        {20241001, "sa100", 20250131, "small letters"},
+        {20241101, "SA900", 20250131, "November: 91"},
+        {20241130, "SA100", 20250228, "its 30th: 90"},
+        {20241201, "sa100", 20250228, "December: 89"},
+        {20280131, "SA100", 20280430, "leap January: 90"},
+        {20280229, "SA100", 20280528, "leap February: 89"},
+        {20271101, "SA100", 20280201, "a leap year on: 92"},
+        {20271130, "SA100", 20280229, "and on the 30th: 91"},
+        {20271201, "SA100", 20280229, "a leap year on: 90"},
+        {20240406, "P11D", 20250405, "up to 6 April"},
+        {20250306, "P11D", 20250405, "30 days: the same"},
+        {20250307, "SA10", 20250406, "30 days: a day later"},
+        {20250210, nullptr, 20250405, "ends early"},
+        {20280210, "", 20280229, "a month to its end"},
+    };
+    for (const auto& [issued, type, expected, why] : rows)
+        EXPECT_EQ(due(issued, type), expected) << why;
+    EXPECT_EQ(due(0, "SA100") + due(99, "P11D") + due(99991231, "SA100"), 0) << "null, invalid, past the calendar";
 }
 
 TEST(EnableSmallBusinessEntitlement, HasTwoWindows)
 {
-    const ::Test::Row<CDate, CDate, bool> rows[] = {
-        {{2003, 4, 6}, {2004, 4, 5}, false, "ends before the first window"},
-        {{2003, 4, 7}, {2004, 4, 6}, true, "ends on its first day"},
-        {{2005, 4, 5}, {2006, 4, 4}, true, "starts on its last day"},
-        {{2005, 4, 6}, {2006, 4, 5}, false, "between the windows"},
-        {{2005, 4, 7}, {2006, 4, 6}, true, "ends on the second's first day"},
-        {{2008, 4, 5}, {2009, 4, 4}, true, "starts on its last day"},
-        {{2008, 4, 6}, {2009, 4, 5}, false, "starts too late"},
-        {{}, {2006, 4, 6}, true, "no start"},
-        {{2005, 1, 1}, {}, false, "no end"},
+    const ::Test::Row<long, long, bool> rows[] = {
+        {20030406, 20040405, false, "ends too early"},     {20030407, 20040406, true, "ends on the first day"},
+        {20050405, 20060404, true, "starts on the last"},  {20050406, 20060405, false, "between the windows"},
+        {20050407, 20060406, true, "ends on a first day"}, {20080405, 20090404, true, "starts on a last day"},
+        {20080406, 20090405, false, "starts too late"},    {0, 20060406, true, "no start is early enough"},
+        {20050101, 0, false, "no end is too early"},
     };
     for (const auto& [start, end, isEntitled, why] : rows)
-        EXPECT_EQ(EnableSmallBusinessEntitlement(start, end), isEntitled) << why;
+        EXPECT_EQ(EnableSmallBusinessEntitlement(LongToCDate(start), LongToCDate(end)), isEntitled) << why;
 }
 
 TEST(HalvessaTaxYears, RunFrom2015ToTheLast)

@@ -90,15 +90,11 @@ TEST(DateStrings, TodayIsTheLocalDate)
 TEST(CompareDates, SaysOneWhenInOrder)
 {
     const ::Test::Row<Record, Record, int, int> rows[] = {
-        {Record{1, 1, 2024}, Record{2, 1, 2024}, 1, 0, "a day earlier"},
-        {Record{2, 1, 2024}, Record{1, 1, 2024}, -1, 0, "a day later"},
-        {Record{31, 1, 2024}, Record{1, 2, 2024}, 1, 0, "months before days"},
-        {Record{31, 12, 2023}, Record{1, 1, 2024}, 1, 0, "years before months"},
-        {Record{1, 1, 2024}, Record{1, 1, 2024}, 0, 1, "same"},
-        {Record{100, 0, 0}, Record{0, 1, 0}, 0, 1, "the long date counts, not its fields"},
-        {Record{1, 1, 2024}, kNull, 0, 0, "null on the right"},
-        {kNull, Record{1, 1, 2024}, 0, 0, "null on the left"},
-        {kUnknown, Record{1, 1, 2024}, 1, 0, "unknown sorts as 99"},
+        {{1, 1, 2024}, {2, 1, 2024}, 1, 0, "earlier"},    {{2, 1, 2024}, {1, 1, 2024}, -1, 0, "later"},
+        {{31, 1, 2024}, {1, 2, 2024}, 1, 0, "months"},    {{31, 12, 2023}, {1, 1, 2024}, 1, 0, "years"},
+        {{1, 1, 2024}, {1, 1, 2024}, 0, 1, "same"},       {{100, 0, 0}, {0, 1, 0}, 0, 1, "same long date"},
+        {{1, 1, 2024}, kNull, 0, 0, "null on the right"}, {kNull, {1, 1, 2024}, 0, 0, "null on the left"},
+        {kUnknown, {1, 1, 2024}, 1, 0, "unknown is 99"},
     };
     for (const auto& [a, b, order, isIdentical, why] : rows) {
         EXPECT_EQ(CompareDates(&a, &b), order) << why;
@@ -130,24 +126,15 @@ TEST(LongDate, GoesThereAndBackOrIsCutToTheFields)
 TEST(ValidXDate, HasNoCenturyRule)
 {
     const ::Test::Row<Record, int, int> rows[] = {
-        {Record{29, 2, 1900}, 1, 1, "no century rule"},
-        {Record{29, 2, 2023}, 0, 0, "no leap year"},
-        {Record{30, 2, 2024}, 0, 0, "February"},
-        {Record{30, 4, 2024}, 1, 1, "April"},
-        {Record{31, 4, 2024}, 0, 0, "has 30 days"},
-        {Record{31, 12, 2024}, 1, 1, "December"},
-        {Record{32, 12, 2024}, 0, 0, "has 31 days"},
-        {Record{1, 0, 2024}, 0, 0, "no month"},
-        {Record{1, 13, 2024}, 0, 0, "month 13"},
-        {Record{0, 4, 2024}, 0, 0, "no day"},
-        {Record{1, 1, 0}, 1, 1, "year 0"},
-        {Record{255, 255, 65535}, 0, 0, "brim"},
-        {kNull, 0, 1, "null is allowed"},
-        {Record{0, 0, 2024}, 0, 0, "but has no year"},
-        {kUnknown, 0, 1, "so is unknown"},
-        {Record{99, 0, 2024}, 0, 0, "but has no year"},
-        {Record{99, 4, 0}, 0, 0, "nor a month"},
-        {kNoDate, 0, 0, "what was no date"},
+        {{29, 2, 1900}, 1, 1, "no century"}, {{29, 2, 2023}, 0, 0, "no leap year"},
+        {{30, 2, 2024}, 0, 0, "February"},   {{30, 4, 2024}, 1, 1, "April"},
+        {{31, 4, 2024}, 0, 0, "30 days"},    {{31, 12, 2024}, 1, 1, "December"},
+        {{32, 12, 2024}, 0, 0, "31 days"},   {{1, 0, 2024}, 0, 0, "no month"},
+        {{1, 13, 2024}, 0, 0, "month 13"},   {{0, 4, 2024}, 0, 0, "no day"},
+        {{1, 1, 0}, 1, 1, "the year 0"},     {{255, 255, 65535}, 0, 0, "brim"},
+        {kNull, 0, 1, "null is allowed"},    {{0, 0, 2024}, 0, 0, "with no year"},
+        {kUnknown, 0, 1, "so is unknown"},   {{99, 0, 2024}, 0, 0, "with no year"},
+        {{99, 4, 0}, 0, 0, "nor a month"},   {kNoDate, 0, 0, "what was no date"},
     };
     for (const auto& [record, isDay, isValid, why] : rows) {
         EXPECT_EQ(validXDate(&record), isDay) << why;
@@ -186,18 +173,18 @@ TEST(GetDayOfWeek, BeginsOnMonday)
 
 TEST(DayBetween, CountsRealDaysOnly)
 {
-    const ::Test::Row<Record, Record, long> rows[] = {
-        {Record{6, 4, 2023}, Record{5, 4, 2024}, 365, "a tax year with a leap day, less one"},
-        {Record{5, 4, 2024}, Record{6, 4, 2023}, -365, "reversed"},
-        {Record{28, 2, 1900}, Record{1, 3, 1900}, 1, "1900 is no leap year here"},
-        {Record{29, 12, 1899}, Record{1, 1, 1900}, 3, "across day zero of OLE dates"},
-        {Record{1, 1, 100}, Record{31, 12, 9999}, 3615899, "first to last"},
-        {Record{31, 12, 99}, Record{1, 1, 100}, 0, "too early"},
-        {Record{5, 4, 2024}, kUnknown, 0, "unknown"},
-        {kNoDate, Record{5, 4, 2024}, 0, "what was no date"},
+    const ::Test::Row<long, long, long> rows[] = {
+        {20230406, 20240405, 365, "a tax year less a day"}, {20240405, 20230406, -365, "reversed"},
+        {19000228, 19000301, 1, "no leap day there"},       {18991229, 19000101, 3, "over OLE's day zero"},
+        {1000101, 99991231, 3615899, "first to last"},      {991231, 1000101, 0, "before the first"},
+        {20240405, 99, 0, "to the Unknown date"},           {1300, 20240405, 0, "what was no date"},
     };
-    for (const auto& [from, to, days, why] : rows)
-        EXPECT_EQ(DayBetween(&from, &to), days) << why;
+    for (const auto& [from, to, days, why] : rows) {
+        Record first, last;
+        LtoxD(from, &first);
+        LtoxD(to, &last);
+        EXPECT_EQ(DayBetween(&first, &last), days) << why;
+    }
 }
 
 // Most dates are counted in a shorter way; all must count as the calendar does.
