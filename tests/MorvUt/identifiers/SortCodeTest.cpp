@@ -7,16 +7,11 @@
 TEST(FormatSortCode, PutsDashesBetweenPairs)
 {
     const ::Test::Case<const char*, const char*> rows[] = {
-        {"123456", "12-34-56", "six digits"},
-        {"1234567", "12-34-56", "cut after six"},
-        {"12345", "12-34-5", "five"},
-        {"1234", "12-34-", "four"},
-        {"1", "1--", "one"},
-        {"12-34-56", "12-34-56", "has its dashes"},
-        {"1-", "1-", "any dash will do"},
-        {"", "  -  -  ", "empty"},
-        {" - - ", "  -  -  ", "the empty mask, short"},
-        {"--", "  -  -  ", "dashes alone"},
+        {"123456", "12-34-56", "six digits"}, {"1234567", "12-34-56", "cut after six"},
+        {"12345", "12-34-5", "five"},         {"1", "1--", "one"},
+        {"1234", "12-34-", "four"},           {"12-34-56", "12-34-56", "has its dashes"},
+        {"1-", "1-", "any dash will do"},     {"", "  -  -  ", "empty"},
+        {"--", "  -  -  ", "dashes alone"},   {" - - ", "  -  -  ", "the empty mask, short"},
         {" ", " --", "a blank is no mask"},
     };
     for (const auto& row : rows)

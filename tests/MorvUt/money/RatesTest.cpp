@@ -12,18 +12,12 @@ using ::Test::kInfinity, ::Test::kMaxAmountPence, ::Test::kMaxPence, ::Test::kMi
 TEST(GrossFromNet, RoundsHalvesUpToThePenny)
 {
     const ::Test::Row<__int64, double, __int64> rows[] = {
-        {1, 20.0, 1, "1.25"},
-        {2, 20.0, 3, "2.5"},
-        {52, 16.8, 62, "just below 62.5"},
-        {9000, 10.0, 10000, "a dividend"},
-        {54321, 0.0, 54321, "no tax"},
-        {-1, 20.0, 0, "negative"},
-        {0, 20.0, 0, "nothing"},
-        {8000, 100.0, 0, "all of it is tax"},
-        {8000, 150.0, -16000, "by the formula"},
-        {8000, kNaN, 0, "no rate"},
-        {kMaxAmountPence, 50.0, 0, "overflow"},
-        {kMaxAmountPence + 1, 0.0, 0, "no amount"},
+        {52, 16.8, 62, "just below 62.5"},       {1, 20.0, 1, "1.25"},
+        {9000, 10.0, 10000, "a dividend"},       {2, 20.0, 3, "2.5"},
+        {54321, 0.0, 54321, "no tax"},           {-1, 20.0, 0, "negative"},
+        {8000, 100.0, 0, "all of it is tax"},    {0, 20.0, 0, "nothing"},
+        {8000, 150.0, -16000, "by the formula"}, {8000, kNaN, 0, "no rate"},
+        {kMaxAmountPence, 50.0, 0, "overflow"},  {kMaxAmountPence + 1, 0.0, 0, "no amount"},
         {kMinPence, 20.0, 0, "lowest"},
     };
     for (const auto& [net, rate, gross, why] : rows) {
@@ -96,16 +90,11 @@ TEST(TaxFromNet, AddsUpToTheGross)
 TEST(CalculateAutoTax, LeavesWhatTheUserTyped)
 {
     const ::Test::Row<__int64, __int64, double, __int64> rows[] = {
-        {8000, kAutoMarker, 20.0, -2000, "marker"},
-        {8000, -1, 20.0, -2000, "calculated before"},
-        {8000, 1500, 20.0, 1500, "typed"},
-        {8000, 0, 20.0, 0, "empty, and it stays so"},
-        {0, kAutoMarker, 20.0, kAutoMarker, "no tax"},
-        {8000, -1, 0.0, kAutoMarker, "no rate"},
-        {8000, kMinPence, 20.0, -2000, "lowest field"},
-        {kMinPence, -1, 20.0, kAutoMarker, "lowest net"},
-        {8000, -1, 150.0, 24000, "above 100 %"},
-        {4294967294, -1, 100.0 / 3, -2147483647, "the marker"},
+        {8000, kAutoMarker, 20.0, -2000, "marker"},     {8000, -1, 20.0, -2000, "calculated before"},
+        {8000, 0, 20.0, 0, "empty, and it stays so"},   {8000, 1500, 20.0, 1500, "typed"},
+        {0, kAutoMarker, 20.0, kAutoMarker, "no tax"},  {8000, -1, 0.0, kAutoMarker, "no rate"},
+        {8000, kMinPence, 20.0, -2000, "lowest field"}, {kMinPence, -1, 20.0, kAutoMarker, "lowest net"},
+        {8000, -1, 150.0, 24000, "above 100 %"},        {4294967294, -1, 100.0 / 3, -2147483647, "the marker"},
     };
     for (const auto& [net, field, rate, result, why] : rows)
         EXPECT_EQ(CalculateAutoTax(net, field, rate), result) << why;

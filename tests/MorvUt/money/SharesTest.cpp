@@ -72,18 +72,12 @@ TEST(ZeroIfNegative, LeavesTheRest)
 TEST(JointSpousePercentOf, CutsToThePenny)
 {
     const ::Test::Row<__int64, double, int, __int64> rows[] = {
-        {1001, 50.0, 0, 500, "half"},
-        {1001, 50.0, 1, 501, "the other half"},
-        {10000, 33.333, 0, 3333, "cut"},
-        {10000, 33.336, 0, 3334, "rounded up"},
-        {10000, 0.145, 0, 15, "half a hundredth"},
-        {10000, 1.045, 0, 104, "a double just below"},
-        {1001, 100.0, 1, 1001, "all that is left"},
-        {1001, 0.004, 1, 0, "next to nothing"},
-        {1001, 0.0, 1, 0, "none"},
-        {-1001, 50.0, 0, -500, "a loss"},
-        {1001, 150.0, 0, 1501, "more than all"},
-        {1001, 150.0, 1, 1501, "less than nothing left"},
+        {1001, 50.0, 1, 501, "the other half"},           {1001, 50.0, 0, 500, "half"},
+        {10000, 33.336, 0, 3334, "rounded up"},           {10000, 33.333, 0, 3333, "cut"},
+        {10000, 0.145, 0, 15, "half a hundredth"},        {10000, 1.045, 0, 104, "a double just below"},
+        {1001, 100.0, 1, 1001, "all that is left"},       {1001, 0.004, 1, 0, "next to nothing"},
+        {1001, 150.0, 0, 1501, "more than all"},          {1001, 0.0, 1, 0, "none"},
+        {1001, 150.0, 1, 1501, "less than nothing left"}, {-1001, 50.0, 0, -500, "a loss"},
         {1001, -50.0, 0, -500, "less than nothing"},
     };
     for (const auto& [pence, percent, remainder, share, why] : rows)

@@ -32,7 +32,6 @@ TEST(GetTaxYear, TurnsOverOnTheSixthOfApril)
         {At({2024, 4, 5}, 86'399), 2024, "a second to midnight"},
         {At({2024, 4, 5}, 86'399.9), 2025, "less than half a second to midnight is midnight"},
         {At({1890, 4, 5}, 43'200), 1890, "noon, where fractions run against the days"},
-        {{}, -1, "null"},
         {CDate::Invalid(), -1, "invalid"},
     };
     for (const auto& row : rows)
@@ -176,21 +175,14 @@ TEST(CalculateFilingDate, OfNoticesToFileAndOtherReturns)
     EXPECT_EQ(due(20240406, "P11D"), 20240505) << "late too: 29 days";
     SetCurrentTaxYear(ConvertRealToRelativeTaxYear(2024));
     const ::Test::Row<long, const char*, long> rows[] = {
-        {20241031, "SA800", 20250131, "the last that is not late"},
-        {20241001, "sa100", 20250131, "small letters"},
-        {20241101, "SA900", 20250131, "November: 91"},
-        {20241130, "SA100", 20250228, "its 30th: 90"},
-        {20241201, "sa100", 20250228, "December: 89"},
-        {20280131, "SA100", 20280430, "leap January: 90"},
-        {20280229, "SA100", 20280528, "leap February: 89"},
-        {20271101, "SA100", 20280201, "a leap year on: 92"},
-        {20271130, "SA100", 20280229, "and on the 30th: 91"},
-        {20271201, "SA100", 20280229, "a leap year on: 90"},
-        {20240406, "P11D", 20250405, "up to 6 April"},
-        {20250306, "P11D", 20250405, "30 days: the same"},
+        {20241031, "SA800", 20250131, "the last that is not late"}, {20241001, "sa100", 20250131, "small letters"},
+        {20280131, "SA100", 20280430, "leap January: 90"},          {20241101, "SA900", 20250131, "November: 91"},
+        {20280229, "SA100", 20280528, "leap February: 89"},         {20241130, "SA100", 20250228, "its 30th: 90"},
+        {20271101, "SA100", 20280201, "a leap year on: 92"},        {20241201, "sa100", 20250228, "December: 89"},
+        {20271130, "SA100", 20280229, "and on the 30th: 91"},       {20240406, "P11D", 20250405, "up to 6 April"},
+        {20271201, "SA100", 20280229, "a leap year on: 90"},        {20250210, nullptr, 20250405, "ends early"},
+        {20250306, "P11D", 20250405, "30 days: the same"},          {20280210, "", 20280229, "a month to its end"},
         {20250307, "SA10", 20250406, "30 days: a day later"},
-        {20250210, nullptr, 20250405, "ends early"},
-        {20280210, "", 20280229, "a month to its end"},
     };
     for (const auto& [issued, type, expected, why] : rows)
         EXPECT_EQ(due(issued, type), expected) << why;
