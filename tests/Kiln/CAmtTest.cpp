@@ -162,21 +162,18 @@ TEST(CAmt, CalculatesWithoutOverflow)
 
 TEST(CAmtPercentOf, RoundsHalvesAwayFromZero)
 {
-    const ::Test::Row<CAmt, double, int, CAmt> rows[] = {
-        {CAmt::FromPence(25), 50.0, 1, CAmt::FromPence(13), "half a penny up"},
-        {CAmt::FromPence(-25), 50.0, 2, CAmt::FromPence(-13), "half a penny down; any flag but 0 asks for pence"},
-        {CAmt::FromPence(920), 8.75, 1, CAmt::FromPence(81), "80.5, multiplied before it is divided"},
-        {CAmt::FromPence(25), 50.0, 0, CAmt(1'250), "ten-thousandths kept"},
-        {CAmt(1), 50.0, 0, CAmt(1), "half a ten-thousandth up"},
-        {CAmt(-1), 50.0, 0, CAmt(-1), "and down"},
-        {CAmt(-1), 49.0, 0, CAmt(0), "less than half of one"},
-        {CAmt(kMax), 100.0, 1, CAmt::Invalid(), "rounds beyond 64 bits"},
-        {CAmt(kMax), 1e300, 0, CAmt::Invalid(), "infinite"},
-        {CAmt(1), std::nan(""), 1, CAmt::Invalid(), "not a number"},
-        {CAmt(0), HUGE_VAL, 1, CAmt::Invalid(), "nothing of infinity"},
-        {CAmt(), 20.0, 1, CAmt(), "null stays null"},
-        {CAmt::Invalid(), 20.0, 1, CAmt::Invalid(), "invalid stays invalid"},
+    const ::Test::Row<std::int64_t, double, int, std::int64_t> rows[] = {
+        {2'500, 50.0, 1, 1'300, "half a penny up"},   {-2'500, 50.0, 2, -1'300, "down; any flag but 0"},
+        {92'000, 8.75, 1, 8'100, "multiplied first"}, {2'500, 50.0, 0, 1'250, "not rounded"},
+        {1, 50.0, 0, 1, "half a ten-thousandth"},     {-1, 50.0, 0, -1, "away from zero too"},
+        {-1, 49.0, 0, 0, "less than half of one"},
     };
     for (const auto& [amount, percent, roundFlag, expected, why] : rows)
-        EXPECT_EQ(amount.PercentOf(percent, roundFlag), expected) << why;
+        EXPECT_EQ(CAmt(amount).PercentOf(percent, roundFlag), CAmt(expected)) << why;
+    EXPECT_EQ(CAmt(kMax).PercentOf(100.0, 1), CAmt::Invalid()) << "rounds beyond 64 bits";
+    EXPECT_EQ(CAmt(kMax).PercentOf(1e300, 0), CAmt::Invalid());
+    EXPECT_EQ(CAmt(1).PercentOf(std::nan(""), 1), CAmt::Invalid());
+    EXPECT_EQ(CAmt(0).PercentOf(HUGE_VAL, 1), CAmt::Invalid()) << "nothing of infinity";
+    EXPECT_EQ(CAmt().PercentOf(20.0, 1), CAmt());
+    EXPECT_EQ(CAmt::Invalid().PercentOf(20.0, 1), CAmt::Invalid());
 }

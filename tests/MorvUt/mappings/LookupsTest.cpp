@@ -16,7 +16,7 @@ int IndexBy(Lookup lookup, const TypeMapping* table, const char* text)
 {
     int index = kUntouched;
     const int found = lookup(table, text, &index);
-    EXPECT_EQ(found, index == kUntouched ? 0 : 1) << text;
+    EXPECT_EQ(found, index == kUntouched ? 0 : 1) << (text ? text : "null");
     return index;
 }
 int IndexOfKey(const TypeMapping* table, const char* key) { return IndexBy(GetMapIndexFromShortName, table, key); }
@@ -135,19 +135,16 @@ TEST(GetMapCount, CountsRowsBeforeTheEndMark)
 
 TEST(Lookups, FindNothingWithoutATableOrAText)
 {
-    int index = kUntouched;
     const char* text = nullptr;
     EXPECT_EQ(GetMapCount(nullptr), 0u);
-    EXPECT_EQ(GetMapIndexFromShortName(nullptr, "UKDIV", &index), 0);
-    EXPECT_EQ(GetMapIndexFromLongName(nullptr, "UK Dividend", &index), 0);
-    EXPECT_EQ(GetMapShortNameFromIndex(nullptr, &text, 0), 0);
-    EXPECT_EQ(GetMapLongNameFromIndex(nullptr, &text, 0), 0);
-    EXPECT_EQ(GetMapIndexFromShortName(Shares, nullptr, &index), 0);
-    EXPECT_EQ(GetMapIndexFromLongName(Shares, nullptr, &index), 0);
-    EXPECT_EQ(GetMapIndexFromShortName(Shares, "UKDIV", nullptr), 0);
-    EXPECT_EQ(GetMapShortNameFromIndex(Shares, nullptr, 0), 0);
-    EXPECT_EQ(index, kUntouched);
-    EXPECT_EQ(text, nullptr);
+    EXPECT_EQ(IndexOfKey(nullptr, "UKDIV"), kUntouched);
+    EXPECT_EQ(IndexOfName(nullptr, "UK Dividend"), kUntouched);
+    EXPECT_EQ(IndexOfKey(Shares, nullptr), kUntouched);
+    EXPECT_EQ(IndexOfName(Shares, nullptr), kUntouched);
+    EXPECT_FALSE(GetMapShortNameFromIndex(nullptr, &text, 0) || GetMapLongNameFromIndex(nullptr, &text, 0) || text);
+    EXPECT_FALSE(GetMapShortNameFromIndex(Shares, nullptr, 0) || GetMapLongNameFromIndex(Shares, nullptr, 0));
+    EXPECT_FALSE(GetMapIndexFromShortName(Shares, "UKDIV", nullptr) ||
+                 GetMapIndexFromLongName(Shares, "UK Dividend", nullptr));
 }
 
 } // namespace
