@@ -71,11 +71,10 @@ TEST(DateStrings, TodayIsTheLocalDate)
 {
     ::Test::SetNow(2024, 4, 5, 23, 59, 59);
     CString text;
-    GetTodaysDate(text);
-    EXPECT_EQ(text, "05/04/2024");
     Record today;
+    GetTodaysDate(text);
     X_GetDate(&today);
-    EXPECT_EQ(Fields(today), "5.4.2024");
+    EXPECT_TRUE(text == "05/04/2024" && Fields(today) == "5.4.2024") << text << ' ' << Fields(today);
 }
 
 TEST(CompareDates, SaysOneWhenInOrder)
@@ -99,22 +98,21 @@ TEST(LongDate, GoesThereAndBackOrIsCutToTheFields)
         {20240405, {5, 4, 2024}, "a date"},
         {0, kNull, "null"},
         {99, kUnknown, "unknown"},
-        {-20240405, {251, 252, 63512}, "negative remainders, cut to 8 and 16 bits"},
-        {2147483647, {47, 36, 18140}, "year 214748 is 18140 in 16 bits"},
+        {-20240405, {251, 252, 63512}, "cut to bytes"},
+        {2147483647, {47, 36, 18140}, "year 214748 in 16 bits"},
     };
     for (const auto& row : rows) {
         Record record{1, 1, 1}, copy{};
         LtoxD(row.in, &record);
         EXPECT_EQ(Fields(record), Fields(row.out)) << row.why;
-        if (row.in >= 0 && row.in <= 99999999) {
-            EXPECT_EQ(DtoxL(&record), row.in) << row.why;
-        }
         CopyDate(&copy, &record);
         EXPECT_EQ(Fields(copy), Fields(record));
     }
+    const Record date{5, 4, 2024};
+    EXPECT_EQ(DtoxL(&date), 20240405);
 }
 
-TEST(ValidXDate, HasNoCenturyRule)
+TEST(ValidXDate, TakesEveryFourthYearForALeapYear)
 {
     const ::Test::Row<Record, int, int> rows[] = {
         {{29, 2, 1900}, 1, 1, "no century"}, {{29, 2, 2023}, 0, 0, "no leap year"},
@@ -132,10 +130,6 @@ TEST(ValidXDate, HasNoCenturyRule)
         EXPECT_EQ(IsValidDate(&record), isValid) << why;
         EXPECT_EQ(DateIsNull(&record), Fields(record) == "0.0.0") << why;
     }
-}
-
-TEST(Isleapyear, TakesEveryFourthYear)
-{
     for (const int year : {2024, 2100, 100, 0, -4, 1796, kMinInt})
         EXPECT_EQ(isleapyear(year), 1) << year;
     for (const int year : {2023, -1, kMaxInt})

@@ -29,17 +29,13 @@ TEST(TaxYear, RunsFromSixthToFifthOfApril)
     EXPECT_FALSE(TaxYear(-32768).GetEnd().IsValid());
 }
 
-TEST(TaxYear, ComparesTheYearAlone)
+TEST(TaxYear, ComparesAndMovesByTheYearAlone)
 {
     EXPECT_FALSE(TaxYear().IsValid());
     EXPECT_TRUE(TaxYear(0).IsValid() && TaxYear() == TaxYear(0));
     EXPECT_TRUE(TaxYear(2023) != TaxYear(2024) && TaxYear(-1) < TaxYear(0));
     EXPECT_TRUE(TaxYear(2024) > TaxYear(2023) && TaxYear(2024) >= TaxYear(2024) && TaxYear(2024) <= TaxYear(2024));
     EXPECT_FALSE(TaxYear(2024) > TaxYear(2024) || TaxYear(2023) >= TaxYear(2024) || TaxYear(2024) <= TaxYear(2023));
-}
-
-TEST(TaxYear, MovesByYears)
-{
     TaxYear year(2025);
     EXPECT_EQ(year++, TaxYear(2025));
     EXPECT_EQ(++year, TaxYear(2027)) << "the range is nobody's business here";
