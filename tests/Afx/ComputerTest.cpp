@@ -33,11 +33,14 @@ TEST(ReadTextFile, FindsTheNameInAnyCaseAndReadsAnyEncoding)
     EXPECT_EQ(Afx::ReadTextFile(folder + "InsList.txt"), "Réunion\r\n");
     EXPECT_EQ(Afx::ReadTextFile(folder + "old.txt"), "Réunion");
     EXPECT_EQ(Afx::ReadTextFile(folder + "empty.txt"), "");
-    EXPECT_EQ(Afx::ReadTextFile(folder + "missing.txt"), std::nullopt);
-    EXPECT_EQ(Afx::ReadTextFile(folder + "missing/file.txt"), std::nullopt);
-    EXPECT_EQ(Afx::ReadTextFile(::Test::TempDir()), std::nullopt) << "a folder";
-    ::Test::WriteFile("inslist.txt", "exact");
-    EXPECT_EQ(Afx::ReadTextFile(folder + "inslist.txt"), "exact") << "the exact name first";
+    for (const char* const unreadable : {"missing.txt", "missing/file.txt", ""})
+        EXPECT_EQ(Afx::ReadTextFile(folder + unreadable), std::nullopt) << unreadable;
+#ifndef _WIN32
+    for (const char* const name : {"list.Txt", "lisT.txt", "LiST.txt", "liST.txt", "LISt.txt", "LIST.txt", "LIst.txt"})
+        ::Test::WriteFile(name, name);
+    EXPECT_EQ(Afx::ReadTextFile(folder + "list.txt"), "LIST.txt") << "of several the first in byte order";
+    EXPECT_EQ(Afx::ReadTextFile(folder + "liST.txt"), "liST.txt") << "but the exact name before all";
+#endif
 }
 
 TEST(GetProgramDirectory, HoldsTheRunningProgram)

@@ -8,6 +8,8 @@
 #include "Afx/MessageBox.h"
 #include "support/TestSupport.h"
 
+using ::Test::Windows;
+
 namespace
 {
 
@@ -37,8 +39,7 @@ protected:
                 exchange->Fail();
             return;
         }
-        CString typed;
-        codeEdit.GetWindowText(typed);
+        const CString typed = ::Test::TextOf(codeEdit);
         if (typed.GetLength() != 4) {
             exchange->PrepareEditCtrl(static_cast<int>(kCodeId));
             AfxMessageBox("four letters");
@@ -50,93 +51,66 @@ protected:
 
 } // namespace
 
-TEST(CDialog, TakesTheDataOverOnOK)
+TEST(CDialog, TakesTheDataOverOnceItIsRight)
 {
     CCodeDialog dialog;
-    ::Test::Windows().Script([&](CDialog& open) {
+    Windows().Script([&](CDialog& open) {
         EXPECT_EQ(CWnd::GetFocus(), &dialog.nameEdit) << "the first control";
         EXPECT_EQ(open.DoModal(), -1) << "open already";
-        ::Test::Windows().Type(dialog.codeEdit, "WXYZ");
-        ::Test::Windows().Click(open, IDOK);
-    });
-    EXPECT_EQ(dialog.DoModal(), IDOK);
-    EXPECT_EQ(dialog.code, "WXYZ");
-    EXPECT_EQ(CWnd::GetFocus(), nullptr);
-}
-
-TEST(CDialog, StaysOpenAtTheFieldThatIsRefused)
-{
-    CCodeDialog dialog;
-    ::Test::Windows().Script([&](CDialog& open) {
-        ::Test::Windows().Type(dialog.codeEdit, "XY");
-        ::Test::Windows().Answer(IDOK);
-        ::Test::Windows().Click(open, IDOK);
-        EXPECT_TRUE(open.IsOpen());
+        Windows().Type(dialog.codeEdit, "XY");
+        Windows().Answer(IDOK);
+        Windows().Click(open, IDOK);
+        EXPECT_TRUE(open.IsOpen()) << "at the field that is refused";
         EXPECT_EQ(CWnd::GetFocus(), &dialog.codeEdit);
-        ::Test::Windows().Type(dialog.codeEdit, "PQRS"); // over the text, which is selected
-        ::Test::Windows().Click(open, IDOK);
+        Windows().Type(dialog.codeEdit, "PQRS"); // over the text, which is selected
+        Windows().Click(open, IDOK);
     });
     EXPECT_EQ(dialog.DoModal(), IDOK);
     EXPECT_EQ(dialog.code, "PQRS");
-    ASSERT_EQ(::Test::Windows().Messages().size(), 1u);
+    EXPECT_EQ(CWnd::GetFocus(), nullptr);
+    EXPECT_EQ(Windows().Messages().size(), 1u);
 }
 
 TEST(CDialog, LeavesTheDataOnCancel)
 {
     CCodeDialog dialog;
-    ::Test::Windows().Script([&](CDialog& open) {
-        ::Test::Windows().Type(dialog.codeEdit, "WXYZ");
-        ::Test::Windows().Click(open, IDCANCEL); // no such button: Escape
+    Windows().Script([&](CDialog& open) {
+        Windows().Type(dialog.codeEdit, "WXYZ");
+        Windows().Click(open, IDCANCEL); // no such button: Escape
     });
     EXPECT_EQ(dialog.DoModal(), IDCANCEL);
     EXPECT_EQ(dialog.code, "ABCD");
 }
 
-TEST(CDialog, DoesNotOpenWhenItCannotBeFilled)
+TEST(CDialog, IsClosedWhenItCannotBeFilledOrWorked)
 {
     CCodeDialog dialog;
     dialog.refusesLoading = true;
     EXPECT_EQ(dialog.DoModal(), -1);
     EXPECT_EQ(CWnd::GetFocus(), nullptr);
-}
-
-TEST(CDialog, IsCancelledWhereNobodyCanWorkIt)
-{
-    CCodeDialog dialog;
-    auto headless = Afx::WindowSystem::Install(nullptr);
-    EXPECT_EQ(dialog.DoModal(), IDCANCEL);
+    dialog.refusesLoading = false;
+    Windows().Script([](CDialog&) { throw std::runtime_error("lost connection"); });
+    EXPECT_THROW(dialog.DoModal(), std::runtime_error);
+    EXPECT_FALSE(dialog.IsOpen());
     Afx::WindowSystem::Install(std::make_unique<Afx::ConsoleWindowSystem>());
     EXPECT_EQ(dialog.DoModal(), IDCANCEL);
-    Afx::WindowSystem::Install(std::move(headless));
+    Afx::WindowSystem::Install(nullptr);
+    EXPECT_EQ(dialog.DoModal(), IDCANCEL);
 }
 
 TEST(CDialog, ReportsAScriptThatIsMissingOrLeavesItOpen)
 {
-    for (const bool hasScript : {false, true}) {
-        SCOPED_TRACE(hasScript);
-        CCodeDialog dialog;
-        dialog.SetWindowText("Code");
-        Afx::HeadlessWindowSystem windows;
-        std::string reported;
-        windows.OnUnexpected([&](const Afx::HeadlessWindowSystem::Shown& shown) {
-            reported = shown.text;
-            return IDOK;
-        });
-        if (hasScript)
-            windows.Script([](CDialog&) {});
-        auto before = Afx::WindowSystem::Install(std::make_unique<Afx::HeadlessWindowSystem>(std::move(windows)));
-        EXPECT_EQ(dialog.DoModal(), IDOK);
-        Afx::WindowSystem::Install(std::move(before));
-        EXPECT_EQ(reported, "dialog: Code");
-    }
-}
-
-TEST(CDialog, IsClosedByAnErrorThatPassesThroughIt)
-{
+    std::string reported;
+    Windows().OnUnexpected([&](const Afx::HeadlessWindowSystem::Shown& shown) {
+        reported += shown.text + "; ";
+        return IDOK;
+    });
     CCodeDialog dialog;
-    ::Test::Windows().Script([](CDialog&) { throw std::runtime_error("lost connection"); });
-    EXPECT_THROW(dialog.DoModal(), std::runtime_error);
-    EXPECT_FALSE(dialog.IsOpen());
+    dialog.SetWindowText("Code");
+    EXPECT_EQ(dialog.DoModal(), IDOK);
+    Windows().Script([](CDialog&) {});
+    EXPECT_EQ(dialog.DoModal(), IDOK);
+    EXPECT_EQ(reported, "dialog: Code; dialog: Code; ");
 }
 
 TEST(CDataExchange, KnowsNoOtherFields)

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include "Afx/MessageBox.h"
-#include "support/Case.h"
 #include "support/TestSupport.h"
 
 namespace
@@ -55,15 +54,15 @@ TEST(AfxMessageBox, FailsATestThatDoesNotExpectIt)
     EXPECT_EQ(answer, IDNO);
 }
 
-TEST(AfxMessageBox, AnswersSafelyOnTheConsoleAndWithoutAWindowSystem)
+TEST(AfxMessageBox, AnswersSafelyWhereNobodyCan)
 {
-    const ::Test::Case<unsigned, int> rows[] = {
-        {MB_OK, IDOK}, {MB_OKCANCEL | MB_ICONWARNING, IDCANCEL}, {MB_YESNO | MB_DEFBUTTON2, IDNO}};
     for (const bool hasConsole : {true, false}) {
         Afx::WindowSystem::Install(hasConsole ? std::make_unique<Afx::ConsoleWindowSystem>() : nullptr);
-        for (const auto& row : rows) {
+        const CWaitCursor nobodyWaits;
+        for (const auto& [style, answer] :
+             {std::pair(MB_OK, IDOK), {MB_OKCANCEL | MB_ICONWARNING, IDCANCEL}, {MB_YESNO | MB_DEFBUTTON2, IDNO}}) {
             testing::internal::CaptureStderr();
-            EXPECT_EQ(AfxMessageBox("Sure?", row.in), row.out);
+            EXPECT_EQ(AfxMessageBox("Sure?", style), answer);
             EXPECT_EQ(testing::internal::GetCapturedStderr(), "Sure?\n");
         }
     }
@@ -82,23 +81,4 @@ TEST(HeadlessWindowSystem, SendsOnWhatTheScriptDoesNotAnswer)
     windows.Answer(IDOK);
     EXPECT_EQ(windows.MessageBox("b", MB_YESNO), IDNO) << "a box with Yes and No offers no OK";
     EXPECT_EQ(unexpected, "b");
-}
-
-TEST(CWaitCursor, TellsTheWindowSystemBothWays)
-{
-    struct Counting : Afx::HeadlessWindowSystem
-    {
-        explicit Counting(int& depth) : m_depth(depth) {}
-        void Wait(int change) override { m_depth += change; }
-        int& m_depth;
-    };
-    int depth = 0;
-    Afx::WindowSystem::Install(std::make_unique<Counting>(depth));
-    {
-        const CWaitCursor outer, inner;
-        EXPECT_EQ(depth, 2);
-    }
-    EXPECT_EQ(depth, 0);
-    Afx::WindowSystem::Install(nullptr);
-    const CWaitCursor nobodyWaits;
 }

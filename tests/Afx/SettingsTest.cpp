@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <thread>
+#include <tuple>
 
 #include "Afx/Application.h"
 #include "Afx/Platform.h"
@@ -25,21 +26,10 @@ std::string Read(const char* section, const char* name)
 
 TEST(Settings, ReadsWhatPeopleWrite)
 {
-    Settings::SetPath(::Test::WriteFile("people.ini", "\xEF\xBB\xBF; a comment\r\n"
-                                                      "Outside=1\r\n"
-                                                      "[ Preferences ]\r\n"
-                                                      "this line is none\r\n"
-                                                      "=no name\r\n"
-                                                      "  LastYOA =  33  \r\n"
-                                                      "LastYOA=34\r\n"
-                                                      "#Hidden=1\r\n"
-                                                      "Equation=a=b\r\n"
-                                                      "Empty=\r\n"
-                                                      "[broken\r\n"
-                                                      "AfterBroken=1\r\n"
-                                                      "Name=Zo\xEB\r\n"
-                                                      "[preferences]\r\n"
-                                                      "Second=2"));
+    Settings::SetPath(::Test::WriteFile(
+        "people.ini", "\xEF\xBB\xBF; a comment\r\nOutside=1\r\n[ Preferences ]\r\nthis line is none\r\n=no name\r\n"
+                      "  LastYOA =  33  \r\nLastYOA=34\r\n#Hidden=1\r\nEquation=a=b\r\nEmpty=\r\n"
+                      "[broken\r\nAfterBroken=1\r\nName=Zo\xEB\r\n[preferences]\r\nSecond=2"));
     const ::Test::Case<const char*, const char*> rows[] = {
         {"lastyoa", "33", "any case, blanks dropped, the first of two"},
         {"Equation", "a=b", "only the first = parts"},
@@ -58,32 +48,26 @@ TEST(Settings, ReadsWhatPeopleWrite)
 
 TEST(Settings, ChangesOneLineAndKeepsTheRest)
 {
-    const struct
-    {
-        const char *before, *section, *name, *value, *after, *why;
-    } rows[] = {
+    const std::tuple<const char*, const char*, const char*, const char*, const char*, const char*> rows[] = {
         {"", "S", "n", "v", "[S]\nn=v\n", "first value of all"},
         {"; c\n[S]\nn=1 \nm=2\n", "s", "N", "3", "; c\n[S]\nN=3\nm=2\n", "replaced"},
         {"[S]\nn=1\n\n[T]\nx=1\n", "S", "m", "2", "[S]\nn=1\nm=2\n\n[T]\nx=1\n", "added before the gap"},
         {"[S]", "S", "n", "v", "[S]\nn=v\n", "after an unended line"},
-        {"[S]\n[T]\n", "S", "n", "v", "[S]\nn=v\n[T]\n", "into an empty section"},
+        {"[S]\n[T]\n[S]\n", "S", "n", "v", "[S]\nn=v\n[T]\n[S]\n", "into the first part of an empty section"},
         {"[S]\r\nn=1\r\n", "T", "n", "v", "[S]\r\nn=1\r\n\r\n[T]\r\nn=v\r\n", "with the file's own line ends"},
         {"[S]\nn=1\njunk\nm=2\n", "S", "n", nullptr, "[S]\njunk\nm=2\n", "removed"},
     };
-    for (const auto& row : rows) {
-        const std::string path = ::Test::WriteFile("change.ini", row.before);
-        Settings::SetPath(path);
-        EXPECT_TRUE(Settings::Write(row.section, row.name, row.value)) << row.why;
-        EXPECT_EQ(::Test::ReadFile(path), row.after) << row.why;
+    for (const auto& [before, section, name, value, after, why] : rows) {
+        Settings::SetPath(::Test::WriteFile("change.ini", before));
+        EXPECT_TRUE(Settings::Write(section, name, value)) << why;
+        EXPECT_EQ(::Test::ReadFile(Settings::GetPath().GetString()), after) << why;
     }
 }
 
 TEST(Settings, GivesBackWhatWasWritten)
 {
-    const char* const values[] = {"plain", "",      " blanks ",    "two\nlines\r\n", "\"quoted\"",
-                                  "\"",    "a\\b",  "\\n \\\" \n", "; no comment",   "[no section]",
-                                  "a=b",   "Zoë £5"};
-    for (const char* const value : values) {
+    for (const char* const value : {"plain", "", " blanks ", "two\nlines\r\n", "\"quoted\"", "\"", "a\\b",
+                                    "\\n \\\" \n", "; no comment", "[no section]", "a=b", "Zoë £5"}) {
         EXPECT_TRUE(Settings::Write("Software\\Some Vendor\\Key", "Value", value));
         EXPECT_EQ(Read("software\\some vendor\\key", "value"), value);
     }
@@ -113,31 +97,30 @@ TEST(Settings, NeverLosesAFileItCannotRead)
 TEST(Settings, KeepsLinkAndRightsOfTheFile)
 {
     namespace fs = std::filesystem;
+    constexpr auto own = fs::perms::owner_read | fs::perms::owner_write, shared = own | fs::perms::group_read;
     const fs::path real = ::Test::WriteFile("real.ini", "[S]\n"), link = ::Test::TempDir() + "/link.ini";
-    fs::permissions(real, fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+    fs::permissions(real, shared);
     fs::create_symlink(real, link);
     Settings::SetPath(link.string());
     ASSERT_TRUE(Settings::Write("S", "n", "v"));
     EXPECT_TRUE(fs::is_symlink(link));
-    EXPECT_EQ(fs::status(real).permissions(), fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+    EXPECT_EQ(fs::status(real).permissions(), shared);
     Settings::SetPath((::Test::TempDir() + "/new/folder/s.ini").c_str());
     ASSERT_TRUE(Settings::Write("S", "n", "v"));
-    EXPECT_EQ(fs::status(Settings::GetPath().GetString()).permissions(),
-              fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_EQ(fs::status(Settings::GetPath().GetString()).permissions(), own);
 }
 
 TEST(Settings, LosesNothingWhenTwoWriteAtOnce)
 {
-    const auto write = [](char letter) {
-        for (int i = 0; i < 20; ++i)
-            Settings::Write("S", (letter + std::to_string(i)).c_str(), "v");
+    const auto write = [](const char* names) {
+        for (; *names; ++names)
+            Settings::Write("S", std::string(1, *names).c_str(), "v");
     };
-    std::thread other(write, 'a');
-    write('b');
+    std::thread other(write, "abcdefghijklmnopqrst");
+    write("0123456789!$%&()*+,-");
     other.join();
-    for (int i = 0; i < 20; ++i)
-        EXPECT_EQ(Read("S", ("a" + std::to_string(i)).c_str()) + Read("S", ("b" + std::to_string(i)).c_str()), "vv")
-            << i;
+    for (const char name : std::string_view("abcdefghijklmnopqrst0123456789!$%&()*+,-"))
+        EXPECT_EQ(Read("S", std::string(1, name).c_str()), "v") << name;
 }
 
 TEST(Settings, FindsItsFileByTheEnvironment)
@@ -147,29 +130,23 @@ TEST(Settings, FindsItsFileByTheEnvironment)
     for (int i = 0; i < 3; ++i)
         if (const char* const value = std::getenv(names[i]))
             before[i] = value;
-    const struct
-    {
-        const char *settings, *config, *home, *expected;
-    } rows[] = {
-        {"/own.ini", "/config", "/home", "/own.ini"},
-        {"", "/config", "/home", "/config/morvut/settings.ini"},
-        {"", "relative", "/home", "/home/.config/morvut/settings.ini"},
-        {"", "", "", ""},
-    };
     Settings::SetPath({});
-    for (const auto& row : rows) {
-        ::setenv(names[0], row.settings, 1);
-        ::setenv(names[1], row.config, 1);
-        ::setenv(names[2], row.home, 1);
-        EXPECT_EQ(Settings::GetPath(), row.expected);
+    for (const auto& [settings, config, home, expected] : {
+             std::tuple("/own.ini", "/config", "/home", "/own.ini"),
+             {"", "/config", "/home", "/config/morvut/settings.ini"},
+             {"", "relative", "/home", "/home/.config/morvut/settings.ini"},
+             {"", "", "", ""},
+         }) {
+        ::setenv(names[0], settings, 1);
+        ::setenv(names[1], config, 1);
+        ::setenv(names[2], home, 1);
+        EXPECT_EQ(Settings::GetPath(), expected);
     }
     EXPECT_FALSE(Settings::Write("S", "n", "v")) << "no file at all";
     for (int i = 0; i < 3; ++i)
         before[i] ? ::setenv(names[i], before[i]->c_str(), 1) : ::unsetenv(names[i]);
 }
-#endif
-
-#ifdef _WIN32
+#else
 TEST(Settings, StandInTheRegistryWhenNoFileIsChosen)
 {
     Settings::SetPath({});

@@ -8,49 +8,37 @@
 #include "support/Case.h"
 #include "support/TestSupport.h"
 
-TEST(BoundedCopy, FillsUpToTheEndMark)
+TEST(BoundedCopy, FillsUpToTheEndMarkAndRefusesInsteadOfCutting)
 {
     char buffer[4] = {'x', 'x', 'x', 'x'};
+    const auto isRefused = [](char* to, unsigned size, const char* text) {
+        return ::Test::MessageOf<CInvalidArgException>([&] { Afx::BoundedCopy(to, size, text); }).has_value();
+    };
+    EXPECT_TRUE(isRefused(buffer, sizeof buffer, "abcd"));
+    EXPECT_EQ(std::string_view(buffer, 4), std::string_view("\0xxx", 4)) << "empty, and nothing else touched";
     Afx::BoundedCopy(buffer, sizeof buffer, "abc");
     EXPECT_STREQ(buffer, "abc");
+    EXPECT_TRUE(isRefused(buffer, 0, "z"));
+    EXPECT_STREQ(buffer, "abc") << "a buffer of no bytes is not written to";
+    EXPECT_TRUE(isRefused(nullptr, 4, "a"));
     Afx::BoundedCopy(buffer, sizeof buffer, "");
     EXPECT_STREQ(buffer, "");
     Afx::BoundedFormat(buffer, sizeof buffer, "%03d", 7);
     EXPECT_STREQ(buffer, "007");
 }
 
-TEST(BoundedCopy, RefusesInsteadOfCutting)
-{
-    char buffer[4] = {'x', 'x', 'x', 'x'};
-    EXPECT_TRUE(::Test::MessageOf<CInvalidArgException>([&] { Afx::BoundedCopy(buffer, sizeof buffer, "abcd"); }));
-    EXPECT_EQ(std::string_view(buffer, 4), std::string_view("\0xxx", 4)) << "empty, and nothing else touched";
-    buffer[0] = 'x';
-    EXPECT_TRUE(::Test::MessageOf<CInvalidArgException>([&] { Afx::BoundedCopy(buffer, 0, "a"); }));
-    EXPECT_EQ(buffer[0], 'x') << "a buffer of no bytes is not written to";
-    EXPECT_TRUE(::Test::MessageOf<CInvalidArgException>([&] { Afx::BoundedCopy(nullptr, 4, "a"); }));
-}
-
 TEST(AtoI64, ReadsWhatItCanAndSaturates)
 {
-    constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max(),
-                           kMin = std::numeric_limits<std::int64_t>::min();
-    const ::Test::Case<const char*, std::int64_t> rows[] = {
-        {nullptr, 0},
-        {"", 0},
-        {" \t\n+42x", 42},
-        {"- 42", 0},
-        {"+-42", 0},
-        {"1,234", 1},
-        {"9223372036854775806", kMax - 1},
-        {"9223372036854775807", kMax},
-        {"9223372036854775808", kMax},
-        {"99999999999999999999", kMax},
-        {"-9223372036854775808", kMin},
-        {"-9223372036854775809", kMin},
-        {"\xB2\xB3", 0},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(Afx::AtoI64(row.in), row.out) << (row.in ? row.in : "null");
+    constexpr auto kMax = std::numeric_limits<std::int64_t>::max(), kMin = std::numeric_limits<std::int64_t>::min();
+    EXPECT_EQ(Afx::AtoI64(" \t\n+42x"), 42);
+    EXPECT_EQ(Afx::AtoI64("1,234"), 1);
+    EXPECT_EQ(Afx::AtoI64("9223372036854775806"), kMax - 1);
+    for (const char* const none : {static_cast<const char*>(nullptr), "", "- 42", "+-42", "\xB2\xB3"})
+        EXPECT_EQ(Afx::AtoI64(none), 0) << (none ? none : "null");
+    for (const char* const large : {"9223372036854775807", "9223372036854775808", "99999999999999999999"})
+        EXPECT_EQ(Afx::AtoI64(large), kMax) << large;
+    for (const char* const small : {"-9223372036854775808", "-9223372036854775809"})
+        EXPECT_EQ(Afx::AtoI64(small), kMin) << small;
 }
 
 TEST(FormatTime, WritesEnglishNames)
@@ -78,6 +66,7 @@ TEST(ToUtf8, KeepsUtf8AndConvertsTheRest)
         {"R\xE9union \x80 5", "Réunion € 5", "Windows-1252"},
         {"\x8E\x9F\x81", "\xC5\xBD\xC5\xB8\xC2\x81", "ends of the table, and an unused byte"},
         {"\xC0\xAF", "À¯", "overlong"},
+        {"\xF0\x80\x80\x80", "ð€€€", "overlong, four bytes"},
         {"\xED\xA0\x80", "í\xC2\xA0€", "surrogate"},
         {"\xF4\x90\x80\x80", "ô\xC2\x90€€", "beyond Unicode"},
         {"\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80", "four bytes"},

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <stdexcept>
+#include <tuple>
 
 #include "support/TestSupport.h"
 
@@ -31,62 +32,49 @@ protected:
 
 } // namespace
 
-TEST(CWnd, FindsItsControlsAndForgetsThoseThatEnd)
+TEST(CWnd, KnowsItsControlsAndForgetsThoseThatEnd)
 {
-    CWnd window, other;
-    auto first = std::make_unique<CWnd>();
-    CWnd second;
-    EXPECT_TRUE(first->Create(&window, 7));
-    EXPECT_TRUE(second.Create(&window, 7));
-    EXPECT_FALSE(second.Create(&other, 8)) << "has a parent";
-    EXPECT_FALSE(other.Create(nullptr, 8));
-    EXPECT_EQ(window.GetDlgItem(7), first.get());
-    EXPECT_EQ(window.GetDlgItem(8), nullptr);
-    first->SetFocus();
-    first.reset();
-    EXPECT_EQ(window.GetDlgItem(7), &second);
-    EXPECT_EQ(CWnd::GetFocus(), nullptr);
-}
-
-TEST(CWnd, OutlivesItsParent)
-{
-    CWnd control;
+    CWnd other, second;
     {
         CWnd window;
-        control.Create(&window, 7);
+        auto first = std::make_unique<CWnd>();
+        EXPECT_TRUE(first->Create(&window, 7));
+        EXPECT_TRUE(second.Create(&window, 7));
+        EXPECT_FALSE(second.Create(&other, 8)) << "has a parent";
+        EXPECT_FALSE(other.Create(nullptr, 8));
+        EXPECT_EQ(window.GetDlgItem(7), first.get());
+        EXPECT_EQ(window.GetDlgItem(8), nullptr);
+        first->SetFocus();
+        first.reset();
+        EXPECT_EQ(window.GetDlgItem(7), &second);
+        EXPECT_EQ(CWnd::GetFocus(), nullptr);
         window.EnableWindow(false);
-        EXPECT_FALSE(control.TakesInput());
+        EXPECT_FALSE(second.TakesInput());
     }
-    EXPECT_EQ(control.GetParent(), nullptr);
-    EXPECT_TRUE(control.TakesInput());
+    EXPECT_EQ(second.GetParent(), nullptr) << "outlives its parent";
+    EXPECT_TRUE(second.TakesInput());
 }
 
 TEST(CWnd, TakesInputOnlyWhenAllAroundItDoes)
 {
-    CWnd window;
+    CWnd around;
     CListening control;
-    control.Create(&window, 7);
-    const struct
-    {
-        CWnd& spoilt;
-        bool hides;
-        const char* why;
-    } rows[] = {
-        {control, false, "disabled"},
-        {control, true, "hidden"},
-        {window, false, "in a disabled window"},
-        {window, true, "in a hidden window"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        EXPECT_TRUE(row.hides ? row.spoilt.ShowWindow(false) : row.spoilt.EnableWindow(false));
+    control.Create(&around, 7);
+    for (const auto& [window, hides, why] : {
+             std::tuple<CWnd*, bool, const char*>(&control, false, "disabled"),
+             {&control, true, "hidden"},
+             {&around, false, "in a disabled window"},
+             {&around, true, "in a hidden window"},
+         }) {
+        SCOPED_TRACE(why);
+        EXPECT_TRUE(hides ? window->ShowWindow(false) : window->EnableWindow(false));
         control.SetFocus();
         EXPECT_EQ(CWnd::GetFocus(), nullptr);
-        EXPECT_EQ(control.IsWindowVisible(), !row.hides);
+        EXPECT_EQ(control.IsWindowVisible(), !hides);
         control.DeliverChar('a');
         EXPECT_THROW(Afx::HeadlessWindowSystem::Type(control, "a"), std::logic_error);
-        EXPECT_THROW(Afx::HeadlessWindowSystem::Click(window, 7), std::logic_error);
-        EXPECT_FALSE(row.hides ? row.spoilt.ShowWindow(true) : row.spoilt.EnableWindow(true));
+        EXPECT_THROW(Afx::HeadlessWindowSystem::Click(around, 7), std::logic_error);
+        EXPECT_FALSE(hides ? window->ShowWindow(true) : window->EnableWindow(true));
     }
     EXPECT_EQ(control.heard, "");
     control.DeliverChar('a', 3);
@@ -105,11 +93,4 @@ TEST(CWnd, TellsWhoLosesTheFocus)
     EXPECT_EQ(CWnd::GetFocus(), nullptr);
     EXPECT_EQ(second.heard, "left ");
     EXPECT_EQ(second.focusWentTo, nullptr);
-}
-
-TEST(Type, SendsOneMessageForEachCharacter)
-{
-    CListening control;
-    Afx::HeadlessWindowSystem::Type(control, "A\b\xC2\xA3\xE2\x82\xAC\xF0\x9F\x98\x80\xA3");
-    EXPECT_EQ(control.heard, "65x1 8x1 163x1 8364x1 128512x1 163x1 ") << "pound, euro, a smile, a pound of one byte";
 }

@@ -11,9 +11,7 @@
 #include "Cellar/Cellar.h"
 #include "support/TestSupport.h"
 
-namespace Cellar
-{
-
+using namespace Cellar;
 using Category = DatabaseError::Category;
 
 inline std::string PracticePath() { return ::Test::TempDir() + "/practice.db"; }
@@ -45,5 +43,3 @@ inline void Insert(CConnection& connection, long id)
 {
     connection.ExecuteDirectf("INSERT INTO Note (lID, strText) VALUES (%ld, %s)", id, "written");
 }
-
-} // namespace Cellar

@@ -5,11 +5,6 @@
 
 #include "CellarTestSupport.h"
 
-namespace Cellar
-{
-namespace
-{
-
 // What a user typed never becomes statement text.
 static_assert(!std::is_constructible_v<SqlText, std::string>);
 static_assert(!std::is_constructible_v<SqlText, std::string_view>);
@@ -29,7 +24,6 @@ TEST(SqlText, StaysWholeWhenCopiedMovedAndJoined)
     EXPECT_EQ(other.View(), "MorvUserLocks");
     SqlText twice = other;
     twice += twice;
-    EXPECT_EQ(twice.View(), "MorvUserLocksMorvUserLocks");
     twice = *&twice;
     EXPECT_EQ(twice.View(), "MorvUserLocksMorvUserLocks");
     twice = "literal";
@@ -38,13 +32,9 @@ TEST(SqlText, StaysWholeWhenCopiedMovedAndJoined)
 
 TEST(SqlTextIdentifier, RefusesWhatCouldEndAName)
 {
-    for (const char* const name : {"", "1st", "a b", "a'b", "a\"b", "a]b", "a;b", "a--", "a.b", "\xc3\xa9", "a\nb"}) {
-        SCOPED_TRACE(name);
-        EXPECT_EQ(ErrorOf([&] { SqlText::Identifier(name); }).GetCategory(), Category::Syntax);
-    }
-    EXPECT_EQ(ErrorOf([] { SqlText::Identifier({"a\0b", 3}); }).GetCategory(), Category::Syntax);
+    using std::string_view_literals::operator""sv;
+    for (const std::string_view name : {""sv, "1st"sv, "a b"sv, "a'b"sv, "a\"b"sv, "a]b"sv, "a;b"sv, "a--"sv, "a.b"sv,
+                                        "\xc3\xa9"sv, "a\nb"sv, "a\0b"sv})
+        EXPECT_EQ(ErrorOf([&] { SqlText::Identifier(name); }).GetCategory(), Category::Syntax) << name;
     EXPECT_EQ(SqlText::Identifier("_BRIXMTD_TaxYear2").View(), "_BRIXMTD_TaxYear2");
 }
-
-} // namespace
-} // namespace Cellar

@@ -24,10 +24,8 @@ TEST(ExactTenThousandths, ReadsEveryFormOfAJsonNumberExactly)
         {"-922337203685477.5808", INT64_MIN, "the smallest amount"},
         {"0.00009223372036854775807e19", 9223372036854775807, "many zeros in front"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        EXPECT_EQ(ExactTenThousandths(row.in), row.out) << row.in;
-    }
+    for (const auto& row : rows)
+        EXPECT_EQ(ExactTenThousandths(row.in), row.out) << row.why;
 }
 
 TEST(ExactTenThousandths, RefusesWhatItCannotKeep)

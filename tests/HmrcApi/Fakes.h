@@ -16,31 +16,30 @@
 #include "Shellkit/Cipher.h"
 #include "support/TestSupport.h"
 
-namespace Fakes
+namespace HmrcApi::Fakes
 {
 
 inline std::vector<unsigned char> Sealed(const std::string& token)
 {
-    return HmrcApi::CAuthorisation::EncryptToken(token).value_or(std::vector<unsigned char>());
+    return CAuthorisation::EncryptToken(token).value_or(std::vector<unsigned char>());
 }
 
 /// The practice database's row and its lock, as all workstations see it; each workstation has a FakeStore.
 struct FakeRow
 {
-    std::vector<unsigned char> access, refresh;
+    std::vector<unsigned char> access = Sealed("access-1"), refresh = Sealed("refresh-1");
     std::int32_t expiresIn = 14400;
     std::string scope = "read:individual-paye", type = "bearer";
     COleDateTime authenticated = COleDateTime::GetCurrentUtcTime();
-    HmrcApi::IAuthorisationStore::AuthorisationStatus status = HmrcApi::IAuthorisationStore::Authorised;
+    IAuthorisationStore::AuthorisationStatus status = IAuthorisationStore::Authorised;
     bool isLocked = false;
     int failingUpdates = 0;
-    std::vector<HmrcApi::IAuthorisationStore::AuthorisationStatus> written; // the status of each update
+    std::vector<IAuthorisationStore::AuthorisationStatus> written; // the status of each update
 };
 
-class FakeStore : public HmrcApi::IAuthorisationStore, public HmrcApi::ILockHolder
+struct FakeStore : IAuthorisationStore, ILockHolder
 {
-public:
-    explicit FakeStore(FakeRow& row) : m_row(row) {}
+    explicit FakeStore(FakeRow& shared) : row(shared) {}
 
     std::function<void(FakeRow&)> onLockRefused; // what other workstations do meanwhile
     bool isHolderKnown = true;
@@ -48,52 +47,50 @@ public:
 
     bool LoadTokens() override
     {
-        m_copy = m_row;
+        copy = row;
         return true;
     }
     bool UpdateTokens() override
     {
-        if (m_row.failingUpdates > 0)
-            return m_row.failingUpdates-- < 0;
-        const bool isLocked = m_row.isLocked;
-        auto written = m_row.written;
-        written.push_back(m_copy.status);
-        m_row = m_copy;
-        m_row.isLocked = isLocked;
-        m_row.written = written;
+        if (row.failingUpdates > 0)
+            return row.failingUpdates-- < 0;
+        copy.isLocked = row.isLocked;
+        copy.written = row.written;
+        copy.written.push_back(copy.status);
+        row = copy;
         return true;
     }
     bool LockStore() override
     {
-        if (m_row.isLocked && onLockRefused)
-            onLockRefused(m_row);
-        else if (!m_row.isLocked) {
+        if (row.isLocked && onLockRefused)
+            onLockRefused(row);
+        else if (!row.isLocked) {
             ++locks;
-            return m_row.isLocked = true;
+            return row.isLocked = true;
         }
         return false;
     }
     bool UnlockStore() override
     {
         ++unlocks;
-        m_row.isLocked = false;
+        row.isLocked = false;
         return true;
     }
-    bool HasAuthenticatedGatewayID() const override { return m_row.status == Authorised; }
-    std::vector<unsigned char> GetAccessToken() override { return m_copy.access; }
-    void SetAccessToken(const std::vector<unsigned char>& token) override { m_copy.access = token; }
-    std::vector<unsigned char> GetRefreshToken() override { return m_copy.refresh; }
-    void SetRefreshToken(const std::vector<unsigned char>& token) override { m_copy.refresh = token; }
-    std::int32_t GetExpiresIn() const override { return m_copy.expiresIn; }
-    void SetExpiresIn(std::int32_t seconds) override { m_copy.expiresIn = seconds; }
-    std::string GetScope() override { return m_copy.scope; }
-    void SetScope(const std::string& scope) override { m_copy.scope = scope; }
-    std::string GetTokenType() override { return m_copy.type; }
-    void SetTokenType(const std::string& type) override { m_copy.type = type; }
-    COleDateTime GetAuthenticatedTimestamp() override { return m_copy.authenticated; }
-    void SetAuthenticatedTimestamp(const COleDateTime& timestamp) override { m_copy.authenticated = timestamp; }
-    void SetAuthorisationStatus(AuthorisationStatus status) override { m_copy.status = status; }
-    AuthorisationStatus GetAuthorisationStatus() override { return m_copy.status; }
+    bool HasAuthenticatedGatewayID() const override { return row.status == Authorised; }
+    std::vector<unsigned char> GetAccessToken() override { return copy.access; }
+    void SetAccessToken(const std::vector<unsigned char>& token) override { copy.access = token; }
+    std::vector<unsigned char> GetRefreshToken() override { return copy.refresh; }
+    void SetRefreshToken(const std::vector<unsigned char>& token) override { copy.refresh = token; }
+    std::int32_t GetExpiresIn() const override { return copy.expiresIn; }
+    void SetExpiresIn(std::int32_t seconds) override { copy.expiresIn = seconds; }
+    std::string GetScope() override { return copy.scope; }
+    void SetScope(const std::string& scope) override { copy.scope = scope; }
+    std::string GetTokenType() override { return copy.type; }
+    void SetTokenType(const std::string& type) override { copy.type = type; }
+    COleDateTime GetAuthenticatedTimestamp() override { return copy.authenticated; }
+    void SetAuthenticatedTimestamp(const COleDateTime& timestamp) override { copy.authenticated = timestamp; }
+    void SetAuthorisationStatus(AuthorisationStatus status) override { copy.status = status; }
+    AuthorisationStatus GetAuthorisationStatus() override { return copy.status; }
     std::uint32_t GetRetryDelay() const override { return 500; }
     void SetRetryDelay(std::uint32_t) override {}
     bool GetLockHolder(std::string& workstation, std::string& user) override
@@ -102,22 +99,18 @@ public:
         user = "ANNE";
         return isHolderKnown;
     }
-
-private:
-    FakeRow& m_row;
-    FakeRow m_copy;
+    FakeRow& row;
+    FakeRow copy;
 };
 
-class FakeScope : public HmrcApi::IScope
+struct FakeScope : IScope
 {
-public:
     std::string GetScope() override { return "read:national-insurance read:individual-paye"; }
     void SetScope(const std::string&) override {}
 };
 
-class FakeClient : public HmrcApi::IClientData
+struct FakeClient : IClientData
 {
-public:
     std::string id = "the-client", base = "http://127.0.0.1:1/";
     std::string GetId() override { return id; }
     std::string GetSecret() override { return "the-client-secret"; }
@@ -125,9 +118,8 @@ public:
     std::string GetAPIEndpoint() override { return base; }
 };
 
-class FakeLogger : public HmrcApi::IChainLogger
+struct FakeLogger : IChainLogger
 {
-public:
     bool isDebug = true;
     std::string text; // every line
     void SetChainId(const GUID& id) override { m_id = id; }
@@ -139,55 +131,43 @@ public:
     {
         text += a1 + '|' + a2 + '|' + a3 + '|' + a4 + '|' + a5 + '\n';
     }
-
-private:
     GUID m_id{};
 };
 
 /// Answers from a list, the last one for ever, and keeps the requests.
-class FakeTransport : public HmrcApi::ITransport
+struct FakeTransport : ITransport
 {
-public:
-    std::deque<HmrcApi::HttpAnswer> answers;
-    std::vector<HmrcApi::HttpRequest> requests;
+    std::deque<HttpAnswer> answers;
+    std::vector<HttpRequest> requests;
     std::function<void()> onSend;
 
-    HmrcApi::HttpAnswer Send(const HmrcApi::HttpRequest& request) override
+    HttpAnswer Send(const HttpRequest& request) override
     {
         requests.push_back(request);
         if (onSend)
             onSend();
-        HmrcApi::HttpAnswer answer = answers.empty() ? HmrcApi::HttpAnswer() : answers.front();
+        const HttpAnswer answer = answers.front();
         if (answers.size() > 1)
             answers.pop_front();
         return answer;
     }
     void Add(int status, std::string body)
     {
-        HmrcApi::HttpAnswer answer;
-        answer.outcome = HmrcApi::HttpAnswer::Outcome::Answered;
-        answer.status = status;
-        answer.contentType = "application/json";
-        answer.body = std::move(body);
-        answers.push_back(answer);
+        answers.push_back({status == 0 ? HttpAnswer::Outcome::Incomplete : HttpAnswer::Outcome::Answered,
+                           status,
+                           "application/json",
+                           {},
+                           std::move(body),
+                           {}});
     }
-    void Add(HmrcApi::HttpAnswer::Outcome outcome)
+    /// Forgets what was, and answers these from now on; status 0: the answer is lost.
+    void Script(const std::vector<std::pair<int, std::string>>& script)
     {
-        HmrcApi::HttpAnswer answer;
-        answer.outcome = outcome;
-        answers.push_back(answer);
+        answers.clear();
+        requests.clear();
+        for (const auto& [status, body] : script)
+            Add(status, body);
     }
-};
-
-/// Passes requests on to a transport that the test keeps.
-class BorrowedTransport : public HmrcApi::ITransport
-{
-public:
-    explicit BorrowedTransport(ITransport& transport) : m_transport(transport) {}
-    HmrcApi::HttpAnswer Send(const HmrcApi::HttpRequest& request) override { return m_transport.Send(request); }
-
-private:
-    ITransport& m_transport;
 };
 
 inline constexpr char kFreshTokens[] =
@@ -199,14 +179,7 @@ class Plumbing : public testing::Test
 protected:
     Plumbing()
     {
-        Shellkit::SetPracticeKey(std::vector<std::uint8_t>(Shellkit::kKeySize, 7));
-        practice.access = Sealed("access-1");
-        practice.refresh = Sealed("refresh-1");
-        store = std::make_shared<FakeStore>(practice);
-        client = std::make_shared<FakeClient>();
-        tokenEndpoint = std::make_shared<FakeTransport>();
         tokenEndpoint->Add(200, kFreshTokens);
-        authorisation = std::make_unique<HmrcApi::CAuthorisation>(store, std::make_shared<FakeScope>(), client);
         authorisation->SetTransport(tokenEndpoint);
         Afx::Clock::SetSleep([this](unsigned milliseconds) { slept += milliseconds; });
     }
@@ -218,18 +191,28 @@ protected:
 
     std::string AccessToken() const
     {
-        HmrcApi::COAuth2Tokens tokens;
+        COAuth2Tokens tokens;
         return authorisation->get_authtokens(tokens) ? tokens.accessToken : std::string();
     }
-    std::string StoredAccessToken() const { return HmrcApi::CAuthorisation::DecryptToken(practice.access); }
+    const std::string& Code() const { return authorisation->GetLastError().code; }
+    std::string StoredAccessToken() const { return CAuthorisation::DecryptToken(practice.access); }
 
-    FakeRow practice; // the row in the practice's database
-    std::shared_ptr<FakeStore> store;
-    std::shared_ptr<FakeClient> client;
-    std::shared_ptr<FakeTransport> tokenEndpoint;
-    std::unique_ptr<HmrcApi::CAuthorisation> authorisation;
+    const bool hasKey = Shellkit::SetPracticeKey(std::vector<std::uint8_t>(Shellkit::kKeySize, 7)); // before the row
+    FakeRow practice; // in the practice's database
+    std::shared_ptr<FakeStore> store = std::make_shared<FakeStore>(practice);
+    std::shared_ptr<FakeClient> client = std::make_shared<FakeClient>();
+    std::shared_ptr<FakeTransport> tokenEndpoint = std::make_shared<FakeTransport>();
+    std::unique_ptr<CAuthorisation> authorisation =
+        std::make_unique<CAuthorisation>(store, std::make_shared<FakeScope>(), client);
     FakeLogger logger;
     unsigned slept = 0; // milliseconds
 };
 
-} // namespace Fakes
+/// Fails for each secret that the text holds.
+inline void ExpectNone(const std::string& text, std::initializer_list<std::string> secrets)
+{
+    for (const std::string& secret : secrets)
+        EXPECT_EQ(text.find(secret), std::string::npos) << text;
+}
+
+} // namespace HmrcApi::Fakes

@@ -14,9 +14,7 @@ TEST(Mask, HidesNumbersTokensAndSecretsInEveryForm)
         {"A A 0 0 0 0 0 1 A", "[masked]", "spaced out"},
         {"nino=AA+00+00+01+A&x=1", "nino=[masked]&x=1", "as a form writes it"},
         {"/nino/%41%41000001%41/x", "/nino/[masked]/x", "percent-encoded letters"},
-        {"AA\xC2\xA0"
-         "000001A",
-         "[masked]", "a no-break space"},
+        {"AA\xC2\xA0\x30\x30\x30\x30\x30\x31\x41", "[masked]", "a no-break space"},
         {"AA000001", "[masked]", "without its suffix"},
         {"AA000001 and more", "[masked] and more", "a word behind it is no suffix"},
         {"\"nino\":\"AA000001A\"", "\"nino\":\"[masked]\"", "in JSON"},
@@ -24,15 +22,12 @@ TEST(Mask, HidesNumbersTokensAndSecretsInEveryForm)
         {"sent bearer xyz1 end", "sent bearer [masked] end", "bearer in a text"},
         {R"({"access_token":"a\"b","scope":"s"})", R"({"access_token":"[masked]","scope":"s"})", "escaped quote"},
         {R"({ "refresh_token" : "abc" })", R"({ "refresh_token" : "[masked]" })", "blanks round the colon"},
-        {"grant_type=x&client_secret=s3&refresh_token=r1", "grant_type=x&client_secret=[masked]&refresh_token=[masked]",
-         "form"},
+        {"g=x&client_secret=s3&refresh_token=r1", "g=x&client_secret=[masked]&refresh_token=[masked]", "form"},
         {"?code=123&state=s", "?code=[masked]&state=s", "redirect query"},
         {"error from the-token-itself", "error from [masked]", "a secret that the caller knows"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        EXPECT_EQ(Mask(row.in, {"the-token-itself", ""}), row.out);
-    }
+    for (const auto& row : rows)
+        EXPECT_EQ(Mask(row.in, {"the-token-itself", ""}), row.out) << row.why;
 }
 
 TEST(Mask, LeavesOtherTextAlone)

@@ -56,9 +56,8 @@ TEST(ReadPayeResponse, ReadsDatesWithOneDigitAndDropsUnreadableOnes)
         {"20170501", CDate(), "a number"},
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
         const auto response = ReadPayeResponse(Employment("\"startDate\":" + std::string(row.in)));
-        EXPECT_EQ(response.GetEmploymentAt(0)->startDate, row.out);
+        EXPECT_EQ(response.GetEmploymentAt(0)->startDate, row.out) << row.why;
     }
 }
 
@@ -67,9 +66,8 @@ TEST(ReadPayeResponse, RefusesWhatWouldLoseAFigureAndNamesThePlace)
     const ::Test::Case<std::string, const char*> rows[] = {
         {"{", "ANSWER_MALFORMED ", "cut off"},
         {R"({"employments":{}})", "ANSWER_MALFORMED /employments", "no array"},
-        {R"({"employments":[{"employerName":"X"}]})", "ANSWER_MALFORMED /employments/0/employerPayeReference",
-         "no key"},
-        {R"({"employments":[{"employerPayeReference":7}]})", "ANSWER_MALFORMED /employments/0/employerPayeReference",
+        {R"({"privatePensions":[{"a":1}]})", "ANSWER_MALFORMED /privatePensions/0/employerPayeReference", "no key"},
+        {R"({"taxFreeAllowances":[{"allowanceType":7}]})", "ANSWER_MALFORMED /taxFreeAllowances/0/allowanceType",
          "a key that is no text"},
         {Employment(R"("taxTotal":"12.50")"), "ANSWER_MALFORMED /employments/0/taxTotal", "an amount in quotes"},
         {Employment(R"("companyBenefits":[{"benefitType":"CarBenefit"},{}])"),
@@ -80,10 +78,8 @@ TEST(ReadPayeResponse, RefusesWhatWouldLoseAFigureAndNamesThePlace)
         {R"({"statePension":{"lumpSum":{"taxTotal":0.12345}}})", "AMOUNT_NOT_EXACT /statePension/lumpSum/taxTotal",
          "deep inside"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        EXPECT_EQ(RefusalOf(row.in), row.out);
-    }
+    for (const auto& row : rows)
+        EXPECT_EQ(RefusalOf(row.in), row.out) << row.why;
 }
 
 TEST(ReadNationalInsuranceResponse, TellsZeroFromAbsent)

@@ -15,22 +15,14 @@ TEST(TaxYearText, NamesBothCalendarYears)
         EXPECT_EQ(TaxYearText(row.in), row.out) << row.in;
 }
 
-TEST(IdentifierSegment, IsUpperCaseWithoutBlanksAndCannotLeaveItsSegment)
+TEST(Addresses, KeepEachPartInItsPlace)
 {
     EXPECT_EQ(IdentifierSegment(" aa 00 00 01 a "), "AA000001A");
     EXPECT_EQ(IdentifierSegment("../x?y#z"), "..%2FX%3FY%23Z");
     EXPECT_EQ(IdentifierSegment("\xC3\xA9"), "%C3%A9");
-}
-
-TEST(JoinAddress, HasOneSlash)
-{
+    EXPECT_EQ(EncodeForm({{"a", "x y&z=1+1"}, {"b", ""}}), "a=x%20y%26z%3D1%2B1&b=");
     for (const char* base : {"https://host", "https://host/", "https://host//"})
         EXPECT_EQ(JoinAddress(base, "/a/b"), "https://host/a/b");
-}
-
-TEST(EncodeForm, KeepsSeparatorsOutOfValues)
-{
-    EXPECT_EQ(EncodeForm({{"a", "x y&z=1+1"}, {"b", ""}}), "a=x%20y%26z%3D1%2B1&b=");
 }
 
 TEST(AuthoriseAddress, IsOnAnotherHostThanTheApi)

@@ -1,9 +1,6 @@
 #include "Quarry/DataList.h"
 
 #include "SmallPractice.h"
-#include "support/Case.h"
-
-using Quarry::CDataList;
 
 namespace
 {
@@ -11,14 +8,15 @@ namespace
 class DataList : public SmallPractice
 {
 protected:
-    /// A saved row of that name, and the list that stands on it.
-    static CDataList Saved(const char* name)
+    using Ids = std::vector<long>;
+    /// Of the rows in their order.
+    static Ids Opened(std::initializer_list<Quarry::Where> where, std::initializer_list<Quarry::Sort> sort = {})
     {
+        Ids ids;
         CDataList list(kTask);
-        list.AddNew();
-        list.Set(kName, name);
-        list.Update();
-        return list;
+        for (bool there = list.Open(where, sort); there; there = list.MoveNext())
+            ids.push_back(list.GetID());
+        return ids;
     }
 };
 
@@ -26,36 +24,20 @@ TEST_F(DataList, OrdersByWhatIsAskedThenByKey)
 {
     Sql("INSERT INTO BRIXTask (lID, strName, nYear) VALUES (4, 'b', 1), (3, 'A', 2), (2, 'a', 1), (1, NULL, 2), "
         "(5, 'C', 1)");
-    const ::Test::Case<std::initializer_list<Quarry::Sort>, std::vector<long>> rows[] = {
-        {{}, {1, 2, 3, 4, 5}, "by key"},
-        {{{kName}}, {1, 2, 3, 4, 5}, "null first, no regard to case, ties by key"},
-        {{{kName, true}}, {5, 4, 2, 3, 1}, "descending, ties still by ascending key"},
-        {{{kYear, true}, {kName}}, {1, 3, 2, 4, 5}, "two columns"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        CDataList list(kTask);
-        list.Open({}, row.in);
-        EXPECT_EQ(Ids(list), row.out);
-    }
+    EXPECT_EQ(Opened({}), (Ids{1, 2, 3, 4, 5})) << "by key";
+    EXPECT_EQ(Opened({}, {{kName}}), (Ids{1, 2, 3, 4, 5})) << "null first, no regard to case, ties by key";
+    EXPECT_EQ(Opened({}, {{kName, true}}), (Ids{5, 4, 2, 3, 1})) << "descending, ties still by ascending key";
+    EXPECT_EQ(Opened({}, {{kYear, true}, {kName}}), (Ids{1, 3, 2, 4, 5})) << "two columns";
 }
 
 TEST_F(DataList, TakesRowsThatFulfilAllConditions)
 {
     Sql("INSERT INTO BRIXTask (lID, strName, lParentID, dtDue, amtPay) VALUES (1, 'Ann', 7, '2024-04-05', 10000), "
         "(2, 'ANN', 8, NULL, 20000), (3, 'Bob''; --', 7, '2024-04-06', NULL), (4, NULL, NULL, NULL, NULL)");
-    const ::Test::Case<std::initializer_list<Quarry::Where>, std::vector<long>> rows[] = {
-        {{{kParentID, 7}, {kName, "ann"}}, {1}, "texts have no case"},
-        {{{kName, "Bob'; --"}}, {3}, "what a user typed is bound"},
-        {{{kParentID, nullptr}}, {4}, "null"},
-        {{{kDue, nullptr}, {kParentID, 8}}, {2}, "null and another"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        CDataList list(kTask);
-        EXPECT_EQ(list.Open(row.in), !row.out.empty());
-        EXPECT_EQ(Ids(list), row.out);
-    }
+    EXPECT_EQ(Opened({{kParentID, 7}, {kName, "ann"}}), (Ids{1})) << "texts have no case";
+    EXPECT_EQ(Opened({{kName, "Bob'; --"}}), (Ids{3})) << "what a user typed is bound";
+    EXPECT_EQ(Opened({{kParentID, nullptr}}), (Ids{4})) << "null";
+    EXPECT_EQ(Opened({{kDue, nullptr}, {kParentID, 8}}), (Ids{2})) << "null and another";
 }
 
 TEST_F(DataList, ReadsRowsOfOtherPrograms)
@@ -72,8 +54,7 @@ TEST_F(DataList, ReadsRowsOfOtherPrograms)
     list.Set(kDue, Kiln::CDate(2024, 4, 5));
     EXPECT_FALSE(list.IsDirty()) << "the same date in another spelling is no change";
 
-    list.Set(kName, "changed"); // its version is null
-    list.Update();
+    Save(list, {{kName, "changed"}}); // its version is null
     EXPECT_EQ(Count("FROM BRIXTask WHERE strName = 'changed' AND nVersion = 1"), 1);
     list.Delete();
     EXPECT_EQ(Count("FROM BRIXTask"), 0);
@@ -81,99 +62,69 @@ TEST_F(DataList, ReadsRowsOfOtherPrograms)
 
 TEST_F(DataList, WritesOnlyWhatChanged)
 {
-    CDataList list = Saved("before");
+    CDataList list = Added({{kName, "before"}});
     Sql("UPDATE BRIXTask SET nYear = 2025"); // another program, which knows nothing of versions
-    for (const char* name : {"middle", "after"}) {
-        list.Set(kName, name);
-        list.Update();
-    }
+    Save(list, {{kName, "middle"}});
+    Save(list, {{kName, "after"}});
     EXPECT_EQ(Count("FROM BRIXTask WHERE strName = 'after' AND nYear = 2025 AND nVersion = 2"), 1);
 
-    list.Set(kName, "after");
-    list.Update();
-    list.Set(kName, "other");
-    list.Set(kName, "after");
-    EXPECT_TRUE(list.IsDirty());
-    list.Update();
+    Save(list, {{kName, "after"}});
+    Save(list, {{kName, "other"}, {kName, "after"}});
     EXPECT_FALSE(list.IsDirty());
     EXPECT_EQ(Count("FROM BRIXTask WHERE nVersion = 2"), 1) << "no change, no statement";
 
-    list.Set(kPay, Kiln::CAmt(1));
-    list.Update();
-    list.Set(kPay, Kiln::CAmt());
-    list.Set(kName, nullptr);
-    list.Update();
+    Save(list, {{kPay, Kiln::CAmt(1)}});
+    Save(list, {{kPay, Kiln::CAmt()}, {kName, nullptr}});
     EXPECT_EQ(Count("FROM BRIXTask WHERE amtPay IS NULL AND strName IS NULL"), 1);
 }
 
 TEST_F(DataList, RefusesARowThatAnotherUserChanged)
 {
-    const struct
-    {
-        void (*act)(CDataList&);
-        const char* why;
-    } rows[] = {
-        {[](CDataList& list) {
-             list.Set(kName, "mine");
-             list.Update();
-         },
-         "update"},
-        {[](CDataList& list) { list.Delete(); }, "delete"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        CDataList list = Saved("first");
+    const auto other = Open();
+    for (const bool deletes : {false, true}) {
+        SCOPED_TRACE(deletes);
+        CDataList list = Added({{kName, "first"}});
         const long id = list.GetID();
-        const auto other = Open();
-        other->ExecuteDirectf("UPDATE BRIXTask SET strName = %s, nVersion = nVersion + 1 WHERE lID = %ld", "theirs",
-                              id);
-        EXPECT_THROW(row.act(list), Quarry::ChangedByAnotherUser);
+        const auto act = [&] { deletes ? list.Delete() : Save(list, {{kName, "mine"}}); };
+        other->ExecuteDirect("UPDATE BRIXTask SET strName = 'theirs', nVersion = nVersion + 1");
+        EXPECT_THROW(act(), Quarry::ChangedByAnotherUser);
         EXPECT_EQ(list.GetID(), id);
         EXPECT_EQ(Count("FROM BRIXTask WHERE strName = 'theirs' AND nVersion = 1"), 1);
-        other->ExecuteDirectf("DELETE FROM BRIXTask");
-        EXPECT_THROW(row.act(list), Quarry::ChangedByAnotherUser) << "deleted meanwhile";
+        other->ExecuteDirect("DELETE FROM BRIXTask");
+        EXPECT_THROW(act(), Quarry::ChangedByAnotherUser) << "deleted meanwhile";
     }
 }
 
-TEST_F(DataList, ForgetsNewRowsThatWereNotSaved)
+TEST_F(DataList, NewRowsBelongToTheListAndAreForgottenUnsaved)
 {
+    Sql("INSERT INTO BRIXTask (lID, lParentID) VALUES (1, 7)");
     {
         CDataList list(kTask);
+        list.Open({{kParentID, 7}, {kName, nullptr}});
+        list.AddNew();
+        EXPECT_EQ(list.GetPosition(), 1);
+        EXPECT_EQ(list.Current().GetLong(kParentID), 7);
+        Save(list, {{kParentID, 8}});
         list.AddNew();
         list.Set(kName, "never");
         EXPECT_TRUE(list.IsNew());
         list.AddNew();
         list.Delete();
-        EXPECT_EQ(list.GetCount(), 1);
+        EXPECT_EQ(list.GetCount(), 3);
     }
-    EXPECT_EQ(Count("FROM BRIXTask"), 0);
-}
-
-TEST_F(DataList, NewRowsBelongToTheListTheyWereAddedTo)
-{
-    Sql("INSERT INTO BRIXTask (lID, lParentID) VALUES (1, 7)");
-    CDataList list(kTask);
-    list.Open({{kParentID, 7}, {kName, nullptr}});
-    list.AddNew();
-    EXPECT_EQ(list.GetPosition(), 1);
-    EXPECT_EQ(list.Current().GetLong(kParentID), 7);
-    list.Set(kParentID, 8);
-    list.Update();
     EXPECT_EQ(Count("FROM BRIXTask WHERE lParentID = 8"), 1);
+    EXPECT_EQ(Count("FROM BRIXTask"), 2);
 }
 
 TEST_F(DataList, CopiesARow)
 {
-    CDataList list = Saved("original");
-    list.Set(kPay, Kiln::CAmt(5));
-    list.Update();
+    CDataList list = Added({{kName, "original"}});
+    Save(list, {{kPay, Kiln::CAmt(5)}});
     const long original = list.GetID();
     list.CopyRow();
     EXPECT_NE(list.GetID(), original);
-    list.Set(kName, "copy");
-    list.Update();
-    list.Set(kYear, 2024); // as a row of its own version
-    list.Update();
+    Save(list, {{kName, "copy"}});
+    Save(list, {{kYear, 2024}}); // as a row of its own version
     EXPECT_EQ(Count("FROM BRIXTask WHERE amtPay = 5 AND strName = 'copy' AND nYear = 2024"), 1);
     EXPECT_EQ(Count("FROM BRIXTask WHERE amtPay = 5 AND strName = 'original' AND nYear IS NULL"), 1);
 }
@@ -203,26 +154,19 @@ TEST_F(DataList, RefusesWhatACallerMustNotDo)
     EXPECT_THROW(list.Update(), std::logic_error) << "no row";
     EXPECT_THROW(list.Delete(), std::logic_error) << "no row";
     EXPECT_THROW(list.Open({{50, 1}}), std::logic_error) << "ordinal in a gap";
-    list = Saved("a");
+    list = Added({{kName, "a"}});
     EXPECT_THROW(list.Set(kID, list.GetID() + 1), std::logic_error) << "id of a saved row";
     EXPECT_TRUE(list.IsNull(50)) << "reading a gap is null";
 }
 
 TEST_F(DataList, TellsRowsApartByOtherKeys)
 {
-    CDataList list(kLink);
-    list.AddNew();
-    list.Set(0, 5);
-    list.Set(1, 19);
-    list.Update();
+    CDataList list = Added({{0, 5}, {1, 19}}, kLink);
     list.CopyRow();
-    list.Set(2, 3);
-    list.Set(3, true);
-    list.Update();
+    Save(list, {{2, 3}, {3, true}});
     ASSERT_TRUE(list.Open({{0, 5}}));
     EXPECT_TRUE(list.IsNull(2)) << "null before 3";
-    list.Set(3, true);
-    list.Update();
+    Save(list, {{3, true}});
     EXPECT_EQ(Count("FROM Link WHERE [default] = 1"), 2);
     list.Delete();
     EXPECT_EQ(Count("FROM Link WHERE TrackerID = 3"), 1);

@@ -1,6 +1,8 @@
 #include "Quarry/Listeners.h"
 
+#include <functional>
 #include <string>
+#include <utility>
 
 #include "SmallPractice.h"
 
@@ -8,17 +10,25 @@ namespace
 {
 
 std::vector<std::string> g_heard;
+std::function<void()> g_then; // what the next one that hears something does besides
 
 std::string NameIn(const Quarry::Row* row)
 {
     return row ? row->GetText(1).Str() + std::to_string(row->GetLong(0)) : std::string("none");
 }
 
-void Hear(const Quarry::DataChange& change) { g_heard.push_back(NameIn(change.oldRow) + ">" + NameIn(change.newRow)); }
+void Hear(const Quarry::DataChange& change)
+{
+    g_heard.push_back(NameIn(change.oldRow) + ">" + NameIn(change.newRow));
+    if (const auto then = std::exchange(g_then, {}))
+        then();
+}
 
 void HearAlso(const Quarry::DataChange&) { g_heard.emplace_back("also"); }
+void HearLater(const Quarry::DataChange&) { g_heard.emplace_back("later"); }
 
 constexpr int kNumber = 77;
+using Heard = std::vector<std::string>;
 
 class Listeners : public SmallPractice
 {
@@ -28,13 +38,6 @@ protected:
         SmallPractice::SetUp();
         g_heard.clear();
     }
-    static void AddRow(const char* name)
-    {
-        Quarry::CDataList list(kTask);
-        list.AddNew();
-        list.Set(kName, name);
-        list.Update();
-    }
 };
 
 TEST_F(Listeners, HearOfEachSavedChangeAtOnce)
@@ -42,19 +45,18 @@ TEST_F(Listeners, HearOfEachSavedChangeAtOnce)
     Quarry::AddDataChangedListenerForInsert(kNumber, "BRIX", Hear);
     Quarry::AddDataChangedListenerForUpdate(kNumber, "BRIX", Hear);
     Quarry::AddDataChangedListenerForDelete(kNumber, "BRIX", Hear);
-    Quarry::CDataList list(kTask);
+    CDataList list(kTask);
     list.AddNew();
     list.Set(kName, "a");
     EXPECT_TRUE(g_heard.empty()) << "nothing is saved yet";
     list.Update();
-    list.Set(kName, "b");
-    list.Update();
+    Save(list, {{kName, "b"}});
     list.Update(); // nothing changed
     list.Set(kName, "c");
     list.Delete();
     list.AddNew();
     list.Delete(); // never was there
-    EXPECT_EQ(g_heard, (std::vector<std::string>{"none>a1", "a1>b1", "b1>none"}));
+    EXPECT_EQ(g_heard, (Heard{"none>a1", "a1>b1", "b1>none"}));
 }
 
 TEST_F(Listeners, HearOnlyWhatTheyAskedFor)
@@ -64,61 +66,39 @@ TEST_F(Listeners, HearOnlyWhatTheyAskedFor)
     Quarry::AddDataChangedListenerForUpdate(kNumber, "BRIX", Hear);
     Quarry::AddDataChangedListenerForInsert(kNumber, "BRIX", HearAlso);
     Quarry::AddDataChangedListenerForInsert(kNumber, "BRIX", HearAlso);
-    AddRow("a");
-    EXPECT_EQ(g_heard, (std::vector<std::string>{"also"})) << "once, however often it was added";
+    Added({});
+    EXPECT_EQ(g_heard, (Heard{"also"})) << "once, however often it was added";
     Quarry::RemoveDataChangedListenerForInsert(kNumber, "BRIX", HearAlso);
-    AddRow("b");
-    EXPECT_EQ(g_heard.size(), 1U);
-}
-
-void RemoveBothAndAddAnother(const Quarry::DataChange&)
-{
-    g_heard.emplace_back("first");
-    Quarry::RemoveDataChangedListenerForInsert(kNumber, "BRIX", RemoveBothAndAddAnother);
-    Quarry::RemoveDataChangedListenerForInsert(kNumber, "BRIX", HearAlso);
-    Quarry::AddDataChangedListenerForInsert(kNumber, "BRIX", Hear);
+    Added({});
+    EXPECT_EQ(g_heard, (Heard{"also"}));
 }
 
 TEST_F(Listeners, MayBeAddedAndRemovedWhileOneIsCalled)
 {
-    Quarry::AddDataChangedListenerForInsert(kNumber, "BRIX", RemoveBothAndAddAnother);
-    Quarry::AddDataChangedListenerForInsert(kNumber, "BRIX", HearAlso);
-    AddRow("a");
-    EXPECT_EQ(g_heard, (std::vector<std::string>{"first"})) << "the removed one is not called, the added one not yet";
-    AddRow("b");
-    EXPECT_EQ(g_heard, (std::vector<std::string>{"first", "none>b2"}));
-}
-
-void RemoveAll(const Quarry::DataChange&)
-{
-    g_heard.emplace_back("removing");
-    Quarry::RemoveAllListeners();
-}
-
-TEST_F(Listeners, MayAllGoWhileOneIsCalled)
-{
-    Quarry::AddDataChangedListenerForInsert(kNumber, "BRIX", RemoveAll);
-    Quarry::AddDataChangedListenerForInsert(kNumber, "BRIX", Hear);
-    AddRow("a");
-    EXPECT_EQ(g_heard, (std::vector<std::string>{"removing"}));
-}
-
-void AddAnotherRow(const Quarry::DataChange& change)
-{
-    g_heard.push_back(NameIn(change.newRow));
-    if (g_heard.size() > 2)
-        return;
-    Quarry::CDataList list(change.newRow->GetTable());
-    list.AddNew();
-    list.Set(1, "nested");
-    list.Update();
+    for (const bool all : {false, true}) {
+        g_heard.clear();
+        Quarry::RemoveAllListeners();
+        Quarry::AddDataChangedListenerForInsert(kNumber, "BRIX", Hear);
+        Quarry::AddDataChangedListenerForInsert(kNumber, "BRIX", HearAlso);
+        g_then = [all] {
+            Quarry::RemoveDataChangedListenerForInsert(kNumber, "BRIX", Hear);
+            all ? Quarry::RemoveAllListeners() : Quarry::RemoveDataChangedListenerForInsert(kNumber, "BRIX", HearAlso);
+            Quarry::AddDataChangedListenerForInsert(kNumber, "BRIX", HearLater);
+        };
+        Added({});
+        EXPECT_EQ(g_heard.size(), 1U) << "the removed one is not called, the added one not yet";
+        Added({});
+        EXPECT_EQ(g_heard.size(), 2U);
+        EXPECT_EQ(g_heard.back(), "later");
+    }
 }
 
 TEST_F(Listeners, MayChangeDataThemselves)
 {
-    Quarry::AddDataChangedListenerForInsert(kNumber, "BRIX", AddAnotherRow);
-    AddRow("a");
-    EXPECT_EQ(g_heard, (std::vector<std::string>{"a1", "nested2", "nested3"}));
+    Quarry::AddDataChangedListenerForInsert(kNumber, "BRIX", Hear);
+    g_then = [] { Added({{kName, "nested"}}); };
+    Added({{kName, "a"}});
+    EXPECT_EQ(g_heard, (Heard{"none>a1", "none>nested2"}));
 }
 
 } // namespace

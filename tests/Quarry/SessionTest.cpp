@@ -51,8 +51,10 @@ TEST_F(Session, RollsBackALevelThatEndsWithoutCommit)
     EXPECT_EQ(Count("FROM BRIXTask"), 2);
 }
 
-TEST_F(Session, RollsBackInUnwinding)
+TEST_F(Session, RollsBackInUnwindingThoughAListenerThrows)
 {
+    const int listener = Quarry::AddRollbackListener([] { throw std::runtime_error("cache"); });
+    testing::internal::CaptureStderr();
     try {
         CTransaction outer;
         AddRow(1);
@@ -61,22 +63,11 @@ TEST_F(Session, RollsBackInUnwinding)
         throw std::runtime_error("in between");
     } catch (const std::runtime_error&) {
     }
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("cache"), std::string::npos);
+    Quarry::RemoveRollbackListener(listener);
     EXPECT_EQ(Quarry::GetTransactionLevel(), 0) << "with the level that was left open in it";
     EXPECT_EQ(Count("FROM BRIXTask"), 0);
     EXPECT_EQ(m_reloads, 1);
-}
-
-TEST_F(Session, ListenersThatThrowDoNotEndTheProgram)
-{
-    const int listener = Quarry::AddRollbackListener([] { throw std::runtime_error("cache"); });
-    testing::internal::CaptureStderr();
-    {
-        CTransaction transaction;
-        AddRow(1);
-    }
-    EXPECT_NE(testing::internal::GetCapturedStderr().find("cache"), std::string::npos);
-    Quarry::RemoveRollbackListener(listener);
-    EXPECT_EQ(Count("FROM BRIXTask"), 0);
 }
 
 TEST_F(Session, OutlivesItsConnection)
@@ -99,17 +90,11 @@ TEST_F(Session, CommitsTheInnermostLevelOnly)
         EXPECT_THROW(inner.Commit(), std::logic_error);
     }
     outer.Commit();
-#ifndef NDEBUG
-    EXPECT_THROW(Quarry::Commit(), std::logic_error);
-#else
-    EXPECT_NO_THROW(Quarry::Commit());
-#endif
 }
 
 TEST_F(Session, ListenersComeAndGoDuringANotice)
 {
-    int second = 0;
-    int secondCalls = 0;
+    int second = 0, secondCalls = 0;
     const int first = Quarry::AddRollbackListener([&] { Quarry::RemoveRollbackListener(second); });
     second = Quarry::AddRollbackListener([&] { ++secondCalls; });
     Quarry::BeginTransaction();
@@ -131,11 +116,8 @@ TEST_F(Session, CachesReloadAfterDirectStatements)
         Sql("DELETE FROM BRIXTask");
     }
     EXPECT_EQ(m_reloads, 1);
-    Quarry::CDataList list(kTask);
-    list.AddNew();
-    list.Update();
-    list.Set(kYear, 2024);
-    list.Update();
+    CDataList list = Added({});
+    Save(list, {{kYear, 2024}});
     list.Delete();
     EXPECT_EQ(m_reloads, 1) << "lists tell their listeners instead";
 }

@@ -5,23 +5,14 @@
 #include "Quarry/Quarry.h"
 #include "support/TestSupport.h"
 
+using Quarry::CDataList;
+
 /// A database with one table of every type and one with a key of its own.
 class SmallPractice : public testing::Test
 {
 protected:
-    enum : int
-    {
-        kID = 0,
-        kName = 1,
-        kParentID = 2,
-        kDue = 3,
-        kPay = 4,
-        kRate = 5,
-        kYear = 6,
-        kSeen = 7,
-        kToken = 8,
-        kDone = 110
-    };
+    static constexpr int kID = 0, kName = 1, kParentID = 2, kDue = 3, kPay = 4, kRate = 5, kYear = 6, kSeen = 7,
+                         kToken = 8, kDone = 110;
     static constexpr Quarry::Column kColumns[] = {
         {kID, "lID", Cellar::ColumnType::Int},
         {kName, "strName", Cellar::ColumnType::Text},
@@ -34,32 +25,25 @@ protected:
         {kToken, "vbToken", Cellar::ColumnType::Binary},
         {kDone, "bDone", Cellar::ColumnType::Bit, "1"},
     };
-    static constexpr Quarry::Table kTask{
-        .className = "CTask", .number = 77, .sqlName = "BRIXTask", .columns = kColumns, .parents = {}};
+    static constexpr Quarry::Table kTask{"CTask", 77, "BRIXTask", kColumns, {}};
     static constexpr Quarry::Column kLinkColumns[] = {
         {0, "SourceID", Cellar::ColumnType::Int},
         {1, "TypeID", Cellar::ColumnType::Int},
         {2, "TrackerID", Cellar::ColumnType::Int},
         {3, "default", Cellar::ColumnType::Bit, "0"},
     };
-    static constexpr Quarry::Table kLink{.className = "CLink",
-                                         .number = 78,
-                                         .sqlName = "Link",
-                                         .columns = kLinkColumns,
-                                         .parents = {},
-                                         .key = "SourceID,TypeID,TrackerID",
-                                         .keyMayBeNull = true};
+    static constexpr Quarry::Table kLink{"CLink", 78, "Link", kLinkColumns, {}, "SourceID,TypeID,TrackerID", true};
 
     void SetUp() override
     {
         Quarry::SetConnection(Open());
         Quarry::GetConnection().Script(
             "CREATE TABLE BRIXTask (lID INTEGER PRIMARY KEY, strName TEXT COLLATE NOCASE, lParentID INTEGER, dtDue "
-            "TEXT,"
-            " amtPay INTEGER, dblRate REAL, nYear INTEGER, dtSeen TEXT, vbToken BLOB, bDone INTEGER DEFAULT 1,"
-            " nVersion INTEGER DEFAULT 0);"
-            "CREATE TABLE Link (SourceID INTEGER, TypeID INTEGER, TrackerID INTEGER, [default] INTEGER DEFAULT 0,"
-            " nVersion INTEGER DEFAULT 0);"
+            "TEXT, "
+            "amtPay INTEGER, dblRate REAL, nYear INTEGER, dtSeen TEXT, vbToken BLOB, bDone INTEGER DEFAULT 1, "
+            "nVersion INTEGER DEFAULT 0);"
+            "CREATE TABLE Link (SourceID INTEGER, TypeID INTEGER, TrackerID INTEGER, [default] INTEGER DEFAULT 0, "
+            "nVersion INTEGER DEFAULT 0);"
             "CREATE TABLE BRIXNextID (strTable TEXT COLLATE NOCASE NOT NULL PRIMARY KEY, lNext INTEGER);");
     }
     void TearDown() override
@@ -79,12 +63,18 @@ protected:
     {
         return Cellar::ToLong(Quarry::GetConnection().Query(Cellar::SqlText("SELECT COUNT(*) ") + from, {}).rows[0][0]);
     }
-    /// Ids of the list, in its order.
-    static std::vector<long> Ids(Quarry::CDataList& list)
+    static void Save(CDataList& list, std::initializer_list<Quarry::Where> values)
     {
-        std::vector<long> ids;
-        for (bool there = list.MoveFirst(); there; there = list.MoveNext())
-            ids.push_back(list.GetID());
-        return ids;
+        for (const Quarry::Where& value : values)
+            list.Set(value.ordinal, value.value);
+        list.Update();
+    }
+    /// A new row of these values, and the list that stands on it.
+    static CDataList Added(std::initializer_list<Quarry::Where> values, const Quarry::Table& table = kTask)
+    {
+        CDataList list(table);
+        list.AddNew();
+        Save(list, values);
+        return list;
     }
 };

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <thread>
@@ -15,28 +16,17 @@ namespace
 std::vector<std::string> g_events; // what creators and destroyers did, in order
 std::atomic<int> g_made;
 
-struct Named
-{
-    std::string name;
-};
-
 template<char Name>
 void* Make()
 {
     g_events.push_back(std::string("make ") + Name);
-    return new Named{std::string(1, Name)};
+    return new std::string(1, Name);
 }
 
 void End(void* object)
 {
-    g_events.push_back("end " + static_cast<Named*>(object)->name);
-    delete static_cast<Named*>(object);
-}
-
-void* MakeOverB()
-{
-    EXPECT_NE(GetGlobalDataItem("b", Make<'b'>, End), nullptr);
-    return Make<'a'>();
+    const std::unique_ptr<std::string> name(static_cast<std::string*>(object));
+    g_events.push_back("end " + *name);
 }
 
 using Events = std::vector<std::string>;
@@ -57,55 +47,45 @@ protected:
 
 TEST_F(NamedItems, AreMadeOncePerKeyAndTheKeyIsCopied)
 {
-    char key[] = "first";
-    void* const item = GetGlobalDataItem(key, Make<'a'>, End);
-    key[0] = 'X';
+    static char key[] = "first";
+    const auto spoilsTheKey = []() -> void* {
+        key[0] = 'X';
+        return Make<'a'>();
+    };
+    void* const item = GetGlobalDataItem(key, spoilsTheKey, End);
     EXPECT_EQ(GetGlobalDataItem("first", Make<'b'>, End), item);
     EXPECT_FALSE(GlobalItemExists(key));
+    EXPECT_FALSE(DeleteGlobalItem(key));
+    EXPECT_EQ(GetGlobalDataItem(key, nullptr, End), nullptr) << "asking whether one exists never makes it";
     EXPECT_NE(GetGlobalDataItem(nullptr, Make<'n'>, End), item);
     EXPECT_TRUE(GlobalItemExists(""));
-    EXPECT_EQ(g_events, (Events{"make a", "make n"}));
-}
-
-TEST_F(NamedItems, AskingWhetherOneExistsNeverMakesIt)
-{
-    EXPECT_FALSE(GlobalItemExists("a"));
-    EXPECT_EQ(GetGlobalDataItem("a", nullptr, End), nullptr);
-    EXPECT_FALSE(DeleteGlobalItem("a"));
-    GetGlobalDataItem("a", Make<'a'>, End);
-    EXPECT_TRUE(GlobalItemExists("a"));
-    EXPECT_TRUE(DeleteGlobalItem("a"));
-    EXPECT_FALSE(GlobalItemExists("a"));
-    EXPECT_EQ(g_events, (Events{"make a", "end a"}));
+    EXPECT_TRUE(DeleteGlobalItem("first"));
+    EXPECT_FALSE(GlobalItemExists("first"));
+    EXPECT_EQ(g_events, (Events{"make a", "make n", "end a"}));
 }
 
 TEST_F(NamedItems, WhatACreatorAskedForOutlivesItsItem)
 {
-    GetGlobalDataItem("a", MakeOverB, End);
+    const auto overB = []() -> void* { return GetGlobalDataItem("b", Make<'b'>, End) ? Make<'a'>() : nullptr; };
+    GetGlobalDataItem("a", overB, End);
     Shellkit::Shutdown();
     EXPECT_EQ(g_events, (Events{"make b", "make a", "end a", "end b"}));
 }
 
-TEST_F(NamedItems, ACreatorThatAsksForItsOwnItemGetsNull)
-{
-    const auto creator = []() -> void* {
-        EXPECT_EQ(GetGlobalDataItem("self", Make<'x'>, End), nullptr);
-        EXPECT_FALSE(GlobalItemExists("self"));
-        return Make<'a'>();
-    };
-    EXPECT_NE(GetGlobalDataItem("self", creator, End), nullptr);
-    EXPECT_EQ(g_events, (Events{"make a"}));
-}
-
-TEST_F(NamedItems, AFailedCreatorLeavesNothingAndMayTryAgain)
+TEST_F(NamedItems, AreThereOnlyOnceTheirCreatorIsDone)
 {
     const auto thrower = []() -> void* { throw std::runtime_error("no"); };
+    const auto nothing = []() -> void* { return nullptr; };
+    const auto nested = []() -> void* {
+        EXPECT_EQ(GetGlobalDataItem("a", Make<'x'>, End), nullptr) << "asks for its own item";
+        EXPECT_FALSE(GlobalItemExists("a"));
+        return Make<'a'>();
+    };
     EXPECT_THROW(GetGlobalDataItem("a", thrower, End), std::runtime_error);
-    EXPECT_EQ(GetGlobalDataItem(
-                  "a", []() -> void* { return nullptr; }, End),
-              nullptr);
+    EXPECT_EQ(GetGlobalDataItem("a", nothing, End), nullptr);
     EXPECT_FALSE(GlobalItemExists("a"));
-    EXPECT_NE(GetGlobalDataItem("a", Make<'a'>, End), nullptr);
+    EXPECT_NE(GetGlobalDataItem("a", nested, End), nullptr) << "after a failure it may try again";
+    EXPECT_EQ(g_events, (Events{"make a"}));
 }
 
 TEST_F(NamedItems, AreOutOfTheStoreBeforeTheirDestroyerRuns)
@@ -122,26 +102,22 @@ TEST_F(NamedItems, AreOutOfTheStoreBeforeTheirDestroyerRuns)
     EXPECT_EQ(g_events, (Events{"make o", "make a", "make l", "end a", "end l", "end o"}));
 }
 
-namespace
-{
-
-void Revive(void*);
-void* MakeReviving()
-{
-    ++g_made;
-    return &g_made;
-}
-void Revive(void*)
-{
-    if (g_made < 100'000) // a store without a bound ends the test all the same
-        GetGlobalDataItem("phoenix", MakeReviving, Revive);
-}
-
-} // namespace
-
 TEST_F(NamedItems, ShutdownGivesUpOnAnItemThatRevivesItself)
 {
-    GetGlobalDataItem("phoenix", MakeReviving, Revive);
+    struct Phoenix
+    {
+        static void* Rise()
+        {
+            ++g_made;
+            return &g_made;
+        }
+        static void Burn(void*)
+        {
+            if (g_made < 100'000) // a store without a bound ends the test all the same
+                GetGlobalDataItem("phoenix", Rise, Burn);
+        }
+    };
+    GetGlobalDataItem("phoenix", Phoenix::Rise, Phoenix::Burn);
     Shellkit::Shutdown();
     EXPECT_LT(g_made, 2'000);
     g_made = 100'000; // lets it go
@@ -150,40 +126,26 @@ TEST_F(NamedItems, ShutdownGivesUpOnAnItemThatRevivesItself)
 
 TEST_F(NamedItems, ThreadsThatAskAtOnceGetOneItem)
 {
-    std::atomic<int> waiting{4};
-    void* seen[4] = {};
+    const auto slow = []() -> void* {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20)); // the others ask meanwhile
+        ++g_made;
+        return &g_made;
+    };
     std::vector<std::thread> threads;
-    for (void*& mine : seen) {
-        threads.emplace_back([&mine, &waiting] {
-            --waiting;
-            while (waiting > 0)
-                std::this_thread::yield();
-            mine = GetGlobalDataItem(
-                "shared",
-                []() -> void* {
-                    ++g_made;
-                    std::this_thread::sleep_for(std::chrono::milliseconds(5));
-                    return &g_made;
-                },
-                nullptr);
-        });
-    }
+    for (int i = 0; i < 4; ++i)
+        threads.emplace_back([&] { EXPECT_EQ(GetGlobalDataItem("shared", slow, nullptr), &g_made); });
     for (std::thread& thread : threads)
         thread.join();
     EXPECT_EQ(g_made, 1);
-    for (void* const item : seen)
-        EXPECT_EQ(item, &g_made);
 }
 
 TEST_F(NamedItems, AFlagIsApartFromItemsOfItsName)
 {
-    EXPECT_FALSE(Shellkit::GetSharedFlag("pin"));
     GetGlobalDataItem("pin", Make<'p'>, End);
     EXPECT_FALSE(Shellkit::GetSharedFlag("pin"));
-    Shellkit::SetSharedFlag("pin", true);
-    Shellkit::SetSharedFlag("pin", true);
-    EXPECT_TRUE(Shellkit::GetSharedFlag("pin"));
-    Shellkit::SetSharedFlag("pin", false);
-    EXPECT_FALSE(Shellkit::GetSharedFlag("pin"));
+    for (const bool on : {true, true, false}) {
+        Shellkit::SetSharedFlag("pin", on);
+        EXPECT_EQ(Shellkit::GetSharedFlag("pin"), on);
+    }
     EXPECT_TRUE(GlobalItemExists("pin"));
 }

@@ -3,8 +3,7 @@
 namespace Sandbox
 {
 
-class ControlTest : public SandboxTest
-{};
+using ControlTest = SandboxTest;
 
 TEST_F(ControlTest, PutAnswerIsServedByteForByte)
 {
@@ -21,13 +20,8 @@ TEST_F(ControlTest, PutAnswerIsServedByteForByte)
 TEST_F(ControlTest, BadControlRequestsChangeNothingAndSayWhy)
 {
     const std::string token = AccessToken();
-    const struct
-    {
-        const char* method;
-        const char* path;
-        const char* body;
-        const char* says;
-    } rows[] = {
+    const char* const rows[][4] = {
+        // the answer names the last
         {"POST", "/sandbox/fault", "{", "not JSON"},
         {"POST", "/sandbox/fault", "[]", "object"},
         {"POST", "/sandbox/fault", R"({"path":"x","fault":"HTML"})", "path"},
@@ -41,11 +35,10 @@ TEST_F(ControlTest, BadControlRequestsChangeNothingAndSayWhy)
         {"PUT", "/sandbox/answer/individual-pay/x", "{}", "/individual-pay/x"},
         {"POST", "/sandbox/bogus", "{}", "/sandbox/requests"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.body);
-        const Answer answer = Send(row.method, row.path, row.body);
-        EXPECT_EQ(answer.status, 400);
-        EXPECT_NE(answer.body.find(row.says), std::string::npos) << answer.body;
+    for (const auto& [method, path, body, says] : rows) {
+        const Answer answer = Send(method, path, body);
+        EXPECT_EQ(answer.status, 400) << body;
+        EXPECT_NE(answer.body.find(says), std::string::npos) << answer.body;
     }
     EXPECT_EQ(Send("GET", "/sandbox/fault").body, "[]\n");
     EXPECT_EQ(Get("/hello/user", token).status, 200);
@@ -99,8 +92,8 @@ TEST_F(ControlTest, RequestListCountsAndNeverShowsASecret)
     Get(kPaye, "stolen-token");
     Token(With(RefreshForm(pair["refresh_token"]), "grant_type", "my-secret"));
     const std::string text = Send("GET", "/sandbox/requests").body;
-    for (const std::string& secret : {pair["access_token"].get<std::string>(), pair["refresh_token"].get<std::string>(),
-                                      std::string(kClientSecret), std::string("stolen"), std::string("my-secret")})
+    for (const std::string secret : {pair["access_token"], pair["refresh_token"], nlohmann::json(kClientSecret),
+                                     nlohmann::json("stolen"), nlohmann::json("my-secret")})
         EXPECT_EQ(text.find(secret), std::string::npos);
     const auto list = nlohmann::json::parse(text);
     ASSERT_EQ(list.size(), 5U) << "control requests are not listed";

@@ -34,20 +34,15 @@ TEST_F(FaultsTest, FaultsOfAPathPlayInOrderAndCountDown)
     EXPECT_EQ(Get(kPaye, m_token).status, 200);
 }
 
-TEST_F(FaultsTest, FaultWithoutCountHoldsUntilCleared)
+TEST_F(FaultsTest, FaultWithoutCountFollowsThePlatformsChecksAndHoldsUntilCleared)
 {
-    Set(R"({"path":"/","fault":"GATEWAY_TIMEOUT","times":0})");
+    Set(R"({"path":"/individual-paye","fault":"GATEWAY_TIMEOUT","times":0})");
     for (int i = 0; i < 5; ++i)
         EXPECT_EQ(Get(kPaye, m_token).status, 504);
+    EXPECT_EQ(Get(kPaye, "unknown").code, "INVALID_CREDENTIALS");
+    EXPECT_EQ(Get("/individual-paye/nino/x/annual-summary/y", m_token).code, "GATEWAY_TIMEOUT");
     Send("DELETE", "/sandbox/fault");
     EXPECT_EQ(Get(kPaye, m_token).status, 200);
-}
-
-TEST_F(FaultsTest, FaultFollowsThePlatformsChecksAndPrecedesTheInterfaces)
-{
-    Set(R"({"path":"/individual-paye","fault":"SERVER_ERROR","times":0})");
-    EXPECT_EQ(Get(kPaye, "unknown").code, "INVALID_CREDENTIALS");
-    EXPECT_EQ(Get("/individual-paye/nino/x/annual-summary/y", m_token).code, "SERVER_ERROR");
 }
 
 TEST_F(FaultsTest, RedirectedRequestIsAnswered)

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <regex>
 #include <string>
 
 namespace Sandbox
@@ -30,13 +31,8 @@ inline std::string Header(const Answer& answer, const std::string& name)
 /// What stands after `name=` in an address, up to the next `&`.
 inline std::string QueryValue(const std::string& address, const std::string& name)
 {
-    auto at = address.find("?" + name + "=");
-    if (at == std::string::npos)
-        at = address.find("&" + name + "=");
-    if (at == std::string::npos)
-        return {};
-    const auto start = at + name.size() + 2;
-    return address.substr(start, address.find('&', start) - start);
+    std::smatch found;
+    return std::regex_search(address, found, std::regex("[?&]" + name + "=([^&]*)")) ? found[1].str() : "";
 }
 
 inline Parameters AuthoriseQuery()
@@ -88,21 +84,18 @@ protected:
         return QueryValue(Header(Authorise(query), "Location"), "code");
     }
 
-    Parameters CodeForm(const std::string& code)
+    static Parameters Form(const std::string& grant, const std::string& name, const std::string& value)
     {
-        return {{"grant_type", "authorization_code"},
+        return {{"grant_type", grant},
                 {"client_id", kClientId},
                 {"client_secret", kClientSecret},
                 {"redirect_uri", kCallback},
-                {"code", code}};
+                {name, value}};
     }
-
-    Parameters RefreshForm(const std::string& refresh)
+    static Parameters CodeForm(const std::string& code) { return Form("authorization_code", "code", code); }
+    static Parameters RefreshForm(const std::string& refresh)
     {
-        return {{"grant_type", "refresh_token"},
-                {"client_id", kClientId},
-                {"client_secret", kClientSecret},
-                {"refresh_token", refresh}};
+        return Form("refresh_token", "refresh_token", refresh);
     }
 
     /// The token answer of a whole dialogue.

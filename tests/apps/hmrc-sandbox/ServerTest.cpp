@@ -21,12 +21,6 @@ protected:
 
     httplib::Client Client(const char* host = "127.0.0.1") { return httplib::Client(host, m_server.Port()); }
 
-    void SetFault(const std::string& body)
-    {
-        const auto answer = Client().Post("/sandbox/fault", body, "application/json");
-        ASSERT_TRUE(answer && answer->status == 200);
-    }
-
     Server m_server;
 };
 
@@ -35,13 +29,10 @@ protected:
 TEST_F(ServerTest, ListensOnBothLoopbackAddresses)
 {
     for (const char* host : {"127.0.0.1", "localhost", "::1"}) {
-        if (std::string(host) == "::1" &&
-            httplib::Client(host, m_server.Port()).Get("/").error() == httplib::Error::Connection)
+        if (host[0] == ':' && Client(host).Get("/").error() == httplib::Error::Connection)
             continue; // a machine without IPv6
-        SCOPED_TRACE(host);
         const auto answer = Client(host).Get("/hello/world", kHello);
-        ASSERT_TRUE(answer);
-        EXPECT_EQ(answer->status, 200);
+        ASSERT_TRUE(answer && answer->status == 200) << host;
         EXPECT_EQ(answer->get_header_value("Content-Type"), "application/json");
     }
 }
@@ -52,8 +43,7 @@ TEST_F(ServerTest, TakesAnAnswerOfAnyLengthHoweverItIsLabelled)
     const std::string body = "{\"x\":\"" + std::string(100'000, 'x') + "\"}";
     for (const char* type : {"application/json", "application/x-www-form-urlencoded", "text/plain"}) {
         const auto answer = Client().Put(path.c_str(), body, type);
-        ASSERT_TRUE(answer);
-        EXPECT_EQ(answer->status, 200) << type;
+        EXPECT_TRUE(answer && answer->status == 200) << type;
     }
 }
 
@@ -70,7 +60,7 @@ TEST_F(ServerTest, PortIsFreeAgainAfterStop)
 
 TEST_F(ServerTest, DelayedAnswerHoldsUpNeitherOthersNorTheEnd)
 {
-    SetFault(R"({"path":"/hello/world","fault":"SLOW","delayMs":60000})");
+    Client().Post("/sandbox/fault", R"({"path":"/hello/world","fault":"SLOW","delayMs":60000})", "application/json");
     std::thread waiting([&] { Client().Get("/hello/world", kHello); });
     const auto list = [&] { return Client().Get("/sandbox/requests")->body; };
     for (int tries = 0; tries < 1000 && list().find("/hello/world") == std::string::npos; ++tries)
@@ -84,12 +74,9 @@ TEST_F(ServerTest, DelayedAnswerHoldsUpNeitherOthersNorTheEnd)
 
 TEST_F(ServerTest, SurvivesHostileRequests)
 {
-    const httplib::Headers manyHeaders = [] {
-        httplib::Headers headers;
-        for (int i = 0; i < 5000; ++i)
-            headers.emplace("X-" + std::to_string(i), "y");
-        return headers;
-    }();
+    httplib::Headers manyHeaders;
+    for (int i = 0; i < 5000; ++i)
+        manyHeaders.emplace("X-" + std::to_string(i), "y");
     Client().Get("/" + std::string(7000, 'a'));
     Client().Get("/" + std::string(100000, 'a'));
     Client().Get("/hello/world", httplib::Headers{{"Accept", std::string(1000000, 'x')}});
@@ -98,12 +85,9 @@ TEST_F(ServerTest, SurvivesHostileRequests)
     Client().Get("/hello/world", httplib::Headers{{"Range", "bytes=9-1,-,a-b"}});
     for (const std::string& body : {std::string(500000, '['), std::string("{\"\xff\":1}"), std::string("\0", 1)}) {
         const auto answer = Client().Post("/sandbox/fault", body, "application/json");
-        ASSERT_TRUE(answer);
-        EXPECT_EQ(answer->status, 400);
+        EXPECT_TRUE(answer && answer->status == 400);
     }
-    const auto answer = Client().Get("/hello/world", kHello);
-    ASSERT_TRUE(answer);
-    EXPECT_EQ(answer->status, 200);
+    EXPECT_EQ(Client().Get("/hello/world", kHello)->status, 200);
 }
 
 TEST_F(ServerTest, AnswersManyAtOnce)

@@ -8,22 +8,13 @@ namespace
 {
 
 /// Holds the write lock while it lives.
-class Writer
+std::unique_ptr<sqlite3, decltype(&sqlite3_close)> Writer()
 {
-public:
-    Writer()
-    {
-        const std::string path = ::Test::TempDir() + "/practice.db";
-        EXPECT_EQ(sqlite3_open(path.c_str(), &m_database), SQLITE_OK);
-        EXPECT_EQ(sqlite3_exec(m_database, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
-    }
-    ~Writer() { sqlite3_close(m_database); }
-    Writer(const Writer&) = delete;
-    Writer& operator=(const Writer&) = delete;
-
-private:
-    sqlite3* m_database = nullptr;
-};
+    sqlite3* database = nullptr;
+    EXPECT_EQ(sqlite3_open((::Test::TempDir() + "/practice.db").c_str(), &database), SQLITE_OK);
+    EXPECT_EQ(sqlite3_exec(database, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
+    return {database, &sqlite3_close};
+}
 
 class Busy : public FetchTest
 {
@@ -44,7 +35,7 @@ TEST_F(Busy, StagingIsGivenUpWithOneLineAndNothingIsLost)
 {
     const Tables tables = Read();
     {
-        const Writer writer;
+        const auto writer = Writer();
         const Fetched fetched = Fetch();
         EXPECT_FALSE(fetched.result.ok || fetched.result.newData);
         EXPECT_EQ(fetched.result.stopped, HmrcApi::FetchResult::Stopped::Failed);
@@ -65,7 +56,7 @@ TEST_F(Busy, ATokenThatCouldNotBeKeptIsNotAskedFor)
     m_sandbox.Send("POST", "/sandbox/token", R"({"expire": true})");
     const Tables tables = Read();
     {
-        const Writer writer;
+        const auto writer = Writer();
         const Fetched fetched = Fetch();
         EXPECT_EQ(fetched.tokens, 0) << "a refresh token is good for one use";
         EXPECT_EQ(fetched.Errors("PAYE"), "REFRESH_BUSY ");

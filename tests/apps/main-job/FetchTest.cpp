@@ -1,14 +1,12 @@
 #include "apps/main-job/FetchTest.h"
 
-#include <httplib.h>
 #include <sqlite3.h>
 
+#include <functional>
 #include <memory>
 
 #include "Afx/Clock.h"
-#include "HmrcApi/Authorisation.h"
 #include "MorvUt/hmrc/ClientData.h"
-#include "MorvUt/hmrc/Scope.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "Shellkit/Cipher.h"
 
@@ -20,41 +18,25 @@ using ::Test::Json;
 constexpr char kPayeAnswer[] = "/sandbox/answer/individual-paye/nino/AA000001A/annual-summary/2017-18";
 constexpr char kNationalInsuranceAnswer[] = "/sandbox/answer/national-insurance/sa/2234567890/annual-summary/2017-18";
 
-using Database = std::unique_ptr<sqlite3, decltype(&sqlite3_close)>;
-using Statement = std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)>;
-
-Database OpenAsStranger()
+/// Visits each row of a statement, as another program reads them.
+void ForEachRow(const std::string& select, const std::function<void(sqlite3_stmt*)>& visit)
 {
     sqlite3* database = nullptr;
+    sqlite3_stmt* statement = nullptr;
     const std::string path = ::Test::TempDir() + "/practice.db";
     EXPECT_EQ(sqlite3_open_v2(path.c_str(), &database, SQLITE_OPEN_READONLY, nullptr), SQLITE_OK);
-    return {database, &sqlite3_close};
+    EXPECT_EQ(sqlite3_prepare_v2(database, select.c_str(), -1, &statement, nullptr), SQLITE_OK) << select;
+    while (sqlite3_step(statement) == SQLITE_ROW)
+        visit(statement);
+    sqlite3_finalize(statement);
+    sqlite3_close(database);
 }
 
-/// Types and bytes of all rows, in the order in which they were written.
-std::string Rows(sqlite3* database, const std::string& select)
+/// A column's bytes; empty when it is null.
+std::string BytesOf(sqlite3_stmt* row, int column)
 {
-    sqlite3_stmt* raw = nullptr;
-    EXPECT_EQ(sqlite3_prepare_v2(database, select.c_str(), -1, &raw, nullptr), SQLITE_OK) << select;
-    const Statement statement(raw, &sqlite3_finalize);
-    std::string bytes;
-    while (sqlite3_step(raw) == SQLITE_ROW) {
-        for (int column = 0; column < sqlite3_column_count(raw); ++column) {
-            bytes += static_cast<char>('0' + sqlite3_column_type(raw, column));
-            if (const void* value = sqlite3_column_blob(raw, column))
-                bytes.append(static_cast<const char*>(value), static_cast<size_t>(sqlite3_column_bytes(raw, column)));
-            bytes += '\x1F';
-        }
-        bytes += '\n';
-    }
-    return bytes;
-}
-
-unsigned short FreePort()
-{
-    Sandbox::Server probe;
-    probe.Start();
-    return static_cast<unsigned short>(probe.Port());
+    const auto* bytes = static_cast<const char*>(sqlite3_column_blob(row, column));
+    return bytes ? std::string(bytes, static_cast<size_t>(sqlite3_column_bytes(row, column))) : std::string();
 }
 
 /// The pounds of an amount, which are the number that Serve was given; -1 when there is no such row.
@@ -81,7 +63,8 @@ std::string Fetched::Errors(const std::string& group) const
 FetchTest::FetchTest()
 {
     SetCurrentTaxYear(kYear - 1991);
-    Shellkit::SetPracticeKey(std::vector<std::uint8_t>(Shellkit::kKeySize, 7));
+    const std::string key = ::Test::TempDir() + "/practice.db.key";
+    EXPECT_TRUE(Shellkit::MakeKeyFile(key) && Shellkit::SetPracticeKey(*Shellkit::ReadKeyFile(key)));
     HmrcApi::CClientData::SetLoopbackOverride(m_sandbox.Base());
     ::Test::Windows().OnUnexpected([](const auto& shown) { return Afx::SafeAnswer(shown.style); });
     Afx::Clock::SetSleep([this](unsigned milliseconds) { m_waited += milliseconds; });
@@ -98,20 +81,8 @@ FetchTest::~FetchTest()
 
 void FetchTest::Authorise()
 {
-    HmrcApi::CAuthorisation authorisation(std::make_shared<HmrcApi::CAuthorisationStore>(kGateway),
-                                          std::make_shared<HmrcApi::CScope>(),
-                                          std::make_shared<HmrcApi::CClientData>());
-    authorisation.SetRedirectPorts({FreePort(), FreePort(), FreePort()}); // other tests authorise at the same time
-    authorisation.SetBrowserTimeout(10'000);
-    authorisation.SetBrowser([](const std::string& address) {
-        const std::size_t path = address.find('/', address.find("://") + 3);
-        httplib::Client browser(address.substr(0, path));
-        browser.set_follow_location(true);
-        const auto page = browser.Get(address.substr(path));
-        return page && page->status == 200;
-    });
-    ASSERT_TRUE(authorisation.DoAuthorisation(nullptr))
-        << authorisation.GetLastError().code << ' ' << authorisation.GetLastError().text;
+    const ::Test::Ended ended = ::Test::Authorise(::Test::TempDir() + "/practice.db", m_sandbox, kGateway);
+    ASSERT_EQ(ended.exit, 0) << ended.out << ended.err;
 }
 
 void FetchTest::Serve(int number)
@@ -147,15 +118,14 @@ int FetchTest::StagedNationalInsurance() const { return PoundsOf(&Brix::CMTD_NIC
 
 FetchTest::Tables FetchTest::Read() const
 {
-    const Database database = OpenAsStranger();
-    sqlite3_stmt* raw = nullptr;
-    sqlite3_prepare_v2(database.get(), "SELECT name FROM sqlite_master WHERE type = 'table'", -1, &raw, nullptr);
-    const Statement names(raw, &sqlite3_finalize);
     Tables tables;
-    while (sqlite3_step(raw) == SQLITE_ROW) {
-        const std::string name = reinterpret_cast<const char*>(sqlite3_column_text(raw, 0));
-        tables[name] = Rows(database.get(), "SELECT * FROM \"" + name + '"');
-    }
+    ForEachRow("SELECT name FROM sqlite_master WHERE type = 'table'", [&](sqlite3_stmt* table) {
+        std::string& bytes = tables[BytesOf(table, 0)];
+        ForEachRow("SELECT * FROM \"" + BytesOf(table, 0) + '"', [&](sqlite3_stmt* row) {
+            for (int column = 0; column < sqlite3_column_count(row); ++column)
+                bytes += std::to_string(sqlite3_column_type(row, column)) + BytesOf(row, column) + '\x1F';
+        });
+    });
     EXPECT_GT(tables.size(), 20u);
     return tables;
 }
@@ -164,11 +134,9 @@ std::set<std::string> FetchTest::Changed(const Tables& before, const Tables& aft
                                          const std::set<std::string>& without)
 {
     std::set<std::string> names;
-    for (const auto& [name, rows] : after) {
-        const auto old = before.find(name);
-        if (!without.contains(name) && (old == before.end() || old->second != rows))
+    for (const auto& [name, rows] : after)
+        if (!without.contains(name) && (!before.contains(name) || before.at(name) != rows))
             names.insert(name);
-    }
     return names;
 }
 

@@ -24,16 +24,15 @@ int CountRefreshes(HmrcSandbox& sandbox)
 TEST(TwoWorkstations, UseOneRefreshBetweenThem)
 {
     HmrcSandbox sandbox("EVERYTHING");
-    const std::string practice = SamplePractice();
-    ASSERT_EQ(Authorise(practice, sandbox).exit, 0);
+    const std::string practice = AuthorisedPractice(sandbox);
     for (int round = 0; round < kRounds; ++round) {
         SCOPED_TRACE(round);
         sandbox.Send("POST", "/sandbox/token", R"({"expire": true})");
         // Long enough for the second to meet the first's lock.
         sandbox.Send("POST", "/sandbox/fault", R"({"path": "/oauth/token", "fault": "SLOW", "delayMs": 700})");
         sandbox.Send("DELETE", "/sandbox/requests");
-        RunningMorv first(FetchArguments(practice, sandbox, 1));
-        RunningMorv second(FetchArguments(practice, sandbox, 2));
+        RunningMorv first(FetchLine(practice, sandbox, 1));
+        RunningMorv second(FetchLine(practice, sandbox, 2));
         for (RunningMorv* each : {&first, &second}) {
             const Ended ended = each->Wait();
             EXPECT_EQ(ended.exit, 0) << ended.out << ended.err;

@@ -1,6 +1,5 @@
 #include "apps/morv/Program.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <httplib.h>
 #include <signal.h>
@@ -12,7 +11,6 @@
 #include <chrono>
 #include <thread>
 
-#include "Afx/CString.h"
 #include "support/TestSupport.h"
 
 namespace Test
@@ -21,40 +19,23 @@ namespace Test
 namespace
 {
 
-std::string NextFile(const char* kind)
+std::string NextFile()
 {
     static std::atomic<int> number{0};
-    return TempDir() + "/" + kind + std::to_string(number++);
-}
-
-void Redirect(const std::string& path, int descriptor)
-{
-    const int flags = descriptor == STDIN_FILENO ? O_RDONLY : O_WRONLY | O_CREAT | O_TRUNC;
-    const int file = open(path.c_str(), flags, 0600);
-    dup2(file, descriptor);
-    close(file);
+    return TempDir() + "/file" + std::to_string(number++);
 }
 
 } // namespace
 
-RunningMorv::RunningMorv(const std::vector<std::string>& arguments, const std::string& inputFile,
-                         const std::string& outputFile)
-    : m_out(outputFile.empty() ? NextFile("out") : outputFile), m_err(NextFile("err"))
+RunningMorv::RunningMorv(const std::string& line, const std::string& inputFile, const std::string& outputFile)
+    : m_out(outputFile.empty() ? NextFile() : outputFile), m_err(NextFile())
 {
-    std::vector<std::string> all{MORV_PROGRAM};
-    all.insert(all.end(), arguments.begin(), arguments.end());
-    std::vector<char*> argv;
-    for (std::string& argument : all)
-        argv.push_back(argument.data());
-    argv.push_back(nullptr);
-    const std::string settings = TempDir() + "/settings.ini"; // the user's own are never touched
+    // The user's own settings are never touched.
+    const std::string command = "exec env MORVUT_SETTINGS=" + TempDir() + "/settings.ini '" MORV_PROGRAM "' " + line +
+                                " <" + inputFile + " >" + m_out + " 2>" + m_err;
     m_pid = fork();
     if (m_pid == 0) {
-        Redirect(inputFile, STDIN_FILENO);
-        Redirect(m_out, STDOUT_FILENO);
-        Redirect(m_err, STDERR_FILENO);
-        setenv("MORVUT_SETTINGS", settings.c_str(), 1);
-        execv(MORV_PROGRAM, argv.data());
+        execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
         _exit(127);
     }
 }
@@ -78,15 +59,14 @@ Ended RunningMorv::Wait()
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), out, ReadFile(m_err)};
 }
 
-Ended RunMorv(const std::vector<std::string>& arguments, const std::string& inputFile, const std::string& outputFile)
+Ended RunMorv(const std::string& line, const std::string& inputFile, const std::string& outputFile)
 {
-    return RunningMorv(arguments, inputFile, outputFile).Wait();
+    return RunningMorv(line, inputFile, outputFile).Wait();
 }
 
-Json MorvJson(std::vector<std::string> arguments)
+Json MorvJson(const std::string& line)
 {
-    arguments.push_back("--json");
-    const Ended ended = RunMorv(arguments);
+    const Ended ended = RunMorv(line + " --json");
     EXPECT_EQ(ended.exit, 0) << ended.out << ended.err;
     const Json document = ended.Document();
     EXPECT_FALSE(document.is_discarded()) << ended.out;
@@ -96,8 +76,7 @@ Json MorvJson(std::vector<std::string> arguments)
 std::string SamplePractice(const std::string& name)
 {
     const std::string path = TempDir() + "/" + name;
-    const Ended ended = RunMorv({"practice", "create", path, "--sample"});
-    EXPECT_EQ(ended.exit, 0) << ended.err;
+    MorvJson("practice create --sample " + path);
     return path;
 }
 
@@ -110,17 +89,13 @@ void Execute(const std::string& practice, const char* statements)
     sqlite3_close(database);
 }
 
-HmrcSandbox::HmrcSandbox(const std::string& scenario) : m_server(OptionsFor(scenario)) { m_server.Start(); }
-
-Sandbox::Options HmrcSandbox::OptionsFor(const std::string& scenario)
+HmrcSandbox::HmrcSandbox(const std::string& scenario)
+    : m_server({.scenario = scenario, .issued = [this](const std::string& secret) {
+                    const std::lock_guard lock(m_mutex);
+                    m_issued.push_back(secret);
+                }})
 {
-    Sandbox::Options options;
-    options.scenario = scenario;
-    options.issued = [this](const std::string& secret) {
-        const std::lock_guard lock(m_mutex);
-        m_issued.push_back(secret);
-    };
-    return options;
+    m_server.Start();
 }
 
 std::vector<std::string> HmrcSandbox::Issued()
@@ -143,20 +118,12 @@ std::string HmrcSandbox::Send(const std::string& method, const std::string& path
     return answer ? answer->body : std::string();
 }
 
-void HmrcSandbox::Prime(const std::string& nino, int year, const std::string& scenario)
-{
-    CString text;
-    text.Format("%04d-%02d", year - 1, year % 100);
-    Send("POST", "/individual-paye-test-support/paye/nino/" + nino + "/tax-year/" + text.Str(),
-         "{\"scenario\":\"" + scenario + "\"}");
-}
-
 Ended Authorise(const std::string& practice, const HmrcSandbox& sandbox, const std::string& gateway)
 {
     constexpr int kAttempts = 20;
     for (int attempt = 1;; ++attempt) {
-        const Ended ended = RunMorv({"hmrc", "authorise", practice, "--gateway", gateway, "--base", sandbox.Base(),
-                                     "--browser", "curl -sSL -o /dev/null", "--json"});
+        const Ended ended = RunMorv("hmrc authorise " + practice + " --json --gateway " + gateway + " --base " +
+                                    sandbox.Base() + " --browser 'curl -sSL -o /dev/null'");
         // Tests that run at the same time may hold all three of the program's ports for a moment.
         if (attempt == kAttempts || ended.out.find("NO_REDIRECT_PORT") == std::string::npos)
             return ended;
@@ -164,11 +131,17 @@ Ended Authorise(const std::string& practice, const HmrcSandbox& sandbox, const s
     }
 }
 
-std::vector<std::string> FetchArguments(const std::string& practice, const HmrcSandbox& sandbox, int client,
-                                        const std::string& gateway)
+std::string AuthorisedPractice(const HmrcSandbox& sandbox)
 {
-    return {"hmrc",  "fetch",  practice, "--client", std::to_string(client), "--gateway",
-            gateway, "--year", "2018",   "--base",   sandbox.Base()};
+    const std::string practice = SamplePractice();
+    EXPECT_EQ(Authorise(practice, sandbox).exit, 0);
+    return practice;
+}
+
+std::string FetchLine(const std::string& practice, const HmrcSandbox& sandbox, int client)
+{
+    return "hmrc fetch " + practice + " --client " + std::to_string(client) +
+           " --gateway gateway-1 --year 2018 --base " + sandbox.Base();
 }
 
 } // namespace Test

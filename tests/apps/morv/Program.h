@@ -24,11 +24,11 @@ struct Ended
     Json Document() const { return Json::parse(out, nullptr, false); }
 };
 
-/// A started morv, still running.
+/// A started morv, still running. The line is one of the shell's: a word in single quotes may hold blanks.
 class RunningMorv
 {
 public:
-    explicit RunningMorv(const std::vector<std::string>& arguments, const std::string& inputFile = "/dev/null",
+    explicit RunningMorv(const std::string& line, const std::string& inputFile = "/dev/null",
                          const std::string& outputFile = {}); // empty: a file of its own, which Wait reads
     ~RunningMorv();
     RunningMorv(const RunningMorv&) = delete;
@@ -41,10 +41,9 @@ private:
     std::string m_out, m_err; // files
 };
 
-Ended RunMorv(const std::vector<std::string>& arguments, const std::string& inputFile = "/dev/null",
-              const std::string& outputFile = {});
+Ended RunMorv(const std::string& line, const std::string& inputFile = "/dev/null", const std::string& outputFile = {});
 /// The same; fails the test when it does not end with exit code 0. Answers the JSON document (--json is added).
-Json MorvJson(std::vector<std::string> arguments);
+Json MorvJson(const std::string& line);
 
 /// A new sample practice in the test's folder.
 std::string SamplePractice(const std::string& name = "practice.db");
@@ -60,23 +59,20 @@ public:
     std::string Base() const { return m_server.Address(); }
     /// One request to it; the body of the answer.
     std::string Send(const std::string& method, const std::string& path, const std::string& body = "{}");
-    /// Primes the PAYE scenario for a National Insurance number and real tax year.
-    void Prime(const std::string& nino, int year, const std::string& scenario);
-
     /// Every code and token that it has given out.
     std::vector<std::string> Issued();
 
 private:
-    Sandbox::Options OptionsFor(const std::string& scenario);
-
     std::mutex m_mutex; // over m_issued: the server answers on threads of its own
     std::vector<std::string> m_issued;
     Sandbox::Server m_server;
 };
 
-/// Gives `gateway` authority at the sandbox, the browser being curl.
+/// Gives a gateway authority at the sandbox, the browser being curl.
 Ended Authorise(const std::string& practice, const HmrcSandbox& sandbox, const std::string& gateway = "gateway-1");
-std::vector<std::string> FetchArguments(const std::string& practice, const HmrcSandbox& sandbox, int client = 1,
-                                        const std::string& gateway = "gateway-1");
+/// A sample practice in which that has been done.
+std::string AuthorisedPractice(const HmrcSandbox& sandbox);
+/// The line that fetches the client's records of 2018 by gateway-1.
+std::string FetchLine(const std::string& practice, const HmrcSandbox& sandbox, int client = 1);
 
 } // namespace Test
