@@ -127,8 +127,9 @@ TEST(LongToCDate, RefusesWhatIsNoDate)
     for (const long value :
          {99L, 20230229L, -20240405L, 100000101L, std::numeric_limits<long>::min(), std::numeric_limits<long>::max()})
         EXPECT_EQ(LongToCDate(value), CDate::Invalid()) << value;
-    if (sizeof(long) > 4) // year 2^32 + 2024
+    if constexpr (sizeof(long) > 4) { // year 2^32 + 2024
         EXPECT_FALSE(LongToCDate(static_cast<long>(4'294'967'296LL * 10'000 + 20240405)).IsValid());
+    }
 }
 
 TEST(DateBeforeAndAfterAssessmentYear, PlaceRecordsThatAreNoDates)
