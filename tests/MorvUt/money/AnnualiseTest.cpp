@@ -31,6 +31,7 @@ TEST(AnnualiseAmount, ScalesToAYear)
         {3, 20140601, 20140630, 36, "365 / 30 * 100 first"},       {100, 1000101, 1000101, 36500, "nothing before"},
         {100, 20140602, 20140601, 100, "empty, unchanged"},        {100, 0, 20140601, 100, "no start: unchanged"},
         {100, 99991231, 99991231, 36500, "nothing ahead"},         {100, 20140601, 99, 100, "no end: unchanged"},
+        {36400, 20110302, 20120229, 36500, "to a leap day"},
     };
     for (const auto& [amount, from, to, year, why] : rows)
         EXPECT_EQ(AnnualiseAmount(amount, LongToCDate(from), LongToCDate(to)), year) << why;
