@@ -103,12 +103,15 @@ TEST(DecimalToCy, RoundsHalvesToEven)
         {Decimal(4, 0x80, 0, 123456), -123456, "-12.3456"},
         {Decimal(5, 0, 0, 123455), 12346, "1.23455: half, to the even neighbour above"},
         {Decimal(5, 0, 0, 123445), 12344, "1.23445: half, to the even neighbour below"},
-        {Decimal(6, 0, 0, 1234451), 12345, "1.234451: more than half"},
+        {Decimal(7, 0, 0, 12344501), 12345, "1.2344501: more than half by its last digit"},
+        {Decimal(5, 0, 0, 123456), 12346, "1.23456: six is more than half"},
+        {Decimal(5, 0, 0, 99999), 10000, "0.99999 rounds to a penny more"},
         {Decimal(4, 0x80, 0, 0x8000'0000'0000'0000), std::numeric_limits<std::int64_t>::min(), "smallest"},
         {Decimal(4, 0, 0, 0x8000'0000'0000'0000), std::nullopt, "one too many"},
         {Decimal(5, 0, 4, 0xFFFF'FFFF'FFFF'FFFA), std::numeric_limits<std::int64_t>::max(), "down to the largest"},
         {Decimal(5, 0, 4, 0xFFFF'FFFF'FFFF'FFFF), std::nullopt, "up beyond the largest"},
         {Decimal(0, 0, 0xFFFF'FFFF, 0xFFFF'FFFF'FFFF'FFFF), std::nullopt, "96 bits of pounds"},
+        {Decimal(0, 0, 0x1000'0000, 0), std::nullopt, "only the highest of four words is not 0"},
         {Decimal(29, 0, 0, 1), std::nullopt, "no such scale"},
     };
     for (const auto& row : rows)

@@ -5,7 +5,6 @@
 #include <chrono>
 #include <cmath>
 #include <limits>
-#include <vector>
 
 #include "support/Case.h"
 #include "support/TestSupport.h"
@@ -23,17 +22,11 @@ constexpr int kMinInt = std::numeric_limits<int>::min(), kMaxInt = std::numeric_
 static_assert(!std::three_way_comparable<CDate>);
 static_assert(!std::is_convertible_v<double, CDate>);
 
-class ParseOrderScope
+struct ParseOrderScope
 {
-public:
-    explicit ParseOrderScope(CDate::ParseOrder order) : m_before(CDate::GetParseOrder())
-    {
-        CDate::SetParseOrder(order);
-    }
-    ~ParseOrderScope() { CDate::SetParseOrder(m_before); }
-
-private:
-    CDate::ParseOrder m_before;
+    explicit ParseOrderScope(CDate::ParseOrder order) { CDate::SetParseOrder(order); }
+    ~ParseOrderScope() { CDate::SetParseOrder(before); }
+    const CDate::ParseOrder before = CDate::GetParseOrder();
 };
 
 /// The date as read, "null", or "invalid"; checks that result, status and reason agree.
@@ -77,38 +70,31 @@ TEST(CDateParseDate, RefusesAndSaysHowToMendIt)
         {"13/13/2024", "13 is no month; write the day first, as in 30/4/2024"},
         {"2024-13-01", "13 is no month; write the month between year and day, as in 2024-04-30"},
         {"30/2", "30 February does not exist; February has at most 29 days"},
+        {"31/2/2024", "31 February does not exist; February has at most 29 days"},
         {"Apr 24", "The year is missing; write it as in 30/4/2024"},
-        {"20240405", "24 is no month; write the day first, as in 30/4/2024"},
         {"32/1/2024", "32 is no day of a month; write the date as in 30/4/2024"},
         {"5 Aprl 2024", "\"Aprl\" is no month; write three letters or the whole name, as in 30 Apr 2024"},
-        {"Unknown", "\"Unknown\" is no month; write three letters or the whole name, as in 30 Apr 2024"},
-        {"5/4/024", "A year has two or four digits, as in 30/4/2024"},
         {"5/4/20245", "A year has two or four digits, as in 30/4/2024"},
         {"1/1/0099", "The year must be 100 to 9999"},
-        {"5/4-2024", "Write the same sign between day, month and year, as in 30/4/2024"},
-        {"", "No date was given"},
-        {nullptr, "No date was given"},
+        {"05/04-2024", "Write the same sign between day, month and year, as in 30/4/2024"},
     };
     for (const auto& row : rows) {
-        const bool isBlank = std::string_view(row.out) == "No date was given";
-        EXPECT_EQ(Read(row.in), isBlank ? "null" : "invalid") << row.out;
+        EXPECT_EQ(Read(row.in), "invalid") << row.out;
         EXPECT_EQ(CDate::WhyNotDate(row.in), row.out);
     }
-}
-
-TEST(CDateParseDate, RefusesWhatIsNothingLikeADate)
-{
-    const char* const texts[] = {"x",          "5",          "5/4/",         "005/4/2024", "2024-04-005",
-                                 "Apr",        "5 Apr May",  "1234567",      "5/-4/2024",  "2024",
-                                 "5/",         "/5/4",       "5//4/2024",    "5/4/2024/",  "5/4/2024 10:00",
-                                 "5/4/2024x",  "5/004/2024", "2024/04/05",   "04-2024",    "Apr 2024",
-                                 "Apr May",    "2024 Apr 5", "5 4 Apr",      "12345",      "123456789",
-                                 "-5/4/2024",  "5,4,2024",   "5/4/2024\xA0", "5 Àpr 2024", "\xFF\xFE",
-                                 "@@/@@/@@@@", "5/4/2O24"};
+    for (const char* const blank : {"", " \t", static_cast<const char*>(nullptr)}) {
+        EXPECT_EQ(Read(blank), "null");
+        EXPECT_EQ(CDate::WhyNotDate(blank), "No date was given");
+    }
+    const char* const texts[] = {
+        "x",          "5",         "5/4/",           "005/4/2024", "2024-04-005",  "5/004",      "2024-Apr-05",
+        "Apr",        "5 Apr May", "1234567",        "5/-4/2024",  "2024",         "5/",         "/5/4",
+        "5//4/2024",  "5/4/2024/", "5/4/2024 10:00", "5/4/2024x",  "5/004/2024",   "2024/04/05", "04-2024",
+        "Apr 2024",   "Apr May",   "2024 Apr 5",     "5 4 Apr",    "12345",        "123456789",  "5/4/024",
+        "20240405",   "Unknown",   "-5/4/2024",      "5,4,2024",   "5/4/2024\xA0", "5 Àpr 2024", "\xFF\xFE",
+        "@@/@@/@@@@", "5/4/2O24"};
     for (const char* const text : texts)
         EXPECT_EQ(Read(text), "invalid") << text;
-    EXPECT_EQ(Read("99999999999999999999"), "invalid");
-    EXPECT_EQ(Read("5/4/99999999999999999999"), "invalid");
 }
 
 TEST(CDateParseDate, ReadsTheMonthFirstOnRequest)
@@ -116,17 +102,12 @@ TEST(CDateParseDate, ReadsTheMonthFirstOnRequest)
     const ParseOrderScope order(CDate::ParseOrder::MonthFirst);
     ::Test::SetNow(2025, 6, 1);
     const ::Test::Case<const char*, const char*> rows[] = {
-        {"04/05/2024", "2024-04-05", "fixed form"},
-        {"4 5 2024", "2024-04-05", "blanks"},
-        {"04052024", "2024-04-05", "eight digits"},
-        {"4/5", "2025-04-05", "no year"},
-        {"Apr 24", "2025-04-24", "a name in front, no year"},
-        {"5 Apr 2024", "2024-04-05", "a name is not mistaken"},
-        {"2024-04-05", "2024-04-05", "neither is a year in front"},
-        {"13/05/2024", "invalid", "never swapped"},
+        {"04/05/2024", "2024-04-05"}, {"4 5 2024", "2024-04-05"}, {"04052024", "2024-04-05"},
+        {"4/5", "2025-04-05"},        {"Apr 24", "2025-04-24"},   {"5 Apr 2024", "2024-04-05"},
+        {"2024-04-05", "2024-04-05"}, {"13/05/2024", "invalid"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(Read(row.in), row.out) << row.why;
+        EXPECT_EQ(Read(row.in), row.out) << row.in;
     EXPECT_EQ(CDate::WhyNotDate("13/05/2024"), "13 is no month; write the month first, as in 4/30/2024");
 }
 
@@ -141,11 +122,13 @@ TEST(CDateParseDate, AsksTheYearHandlerOnlyWhenTheYearIsMissing)
     Read("5/13");
     EXPECT_EQ(asked, 2);
     {
-        const YearHandlerScope inner([](int, int) { return 0; });
-        EXPECT_EQ(Read("5/12"), "invalid");
+        static int given = 0;
+        const YearHandlerScope inner([](int, int) { return given; });
+        for (const int year : {kMinInt, 0, 99, 10'000, kMaxInt}) {
+            given = year;
+            EXPECT_EQ(Read("5/12"), "invalid") << year;
+        }
         EXPECT_EQ(CDate::WhyNotDate("5/12"), "The year is missing; write it as in 30/4/2024");
-        const YearHandlerScope innermost([](int, int) { return kMinInt; });
-        EXPECT_EQ(Read("5/12"), "invalid");
     }
     EXPECT_EQ(Read("6/12"), "1206-12-06") << "the handler before is back";
 }
@@ -186,8 +169,7 @@ TEST(CDate, HasAStatus)
         const CDate date(year, month, day);
         EXPECT_EQ(date.GetStatus(), CDate::Status::Invalid) << year << '-' << month << '-' << day;
         EXPECT_EQ(date.GetYear() + date.GetMonth() + date.GetDay(), 0);
-        EXPECT_EQ(date.FormatIso(), "");
-        EXPECT_EQ(date.Format("%Y"), "");
+        EXPECT_TRUE(date.FormatIso().IsEmpty() && date.Format("%Y").IsEmpty());
     }
     for (const double ole : {std::nan(""), HUGE_VAL, -HUGE_VAL, 2958466.0, -657435.0, 1e300})
         EXPECT_EQ(CDate::FromOleDate(ole), CDate::Invalid()) << ole;
@@ -197,15 +179,12 @@ TEST(CDate, HasAStatus)
 TEST(CDate, TakesTheTimeAlongAndRoundsToTheSecond)
 {
     const ::Test::Case<double, const char*> rows[] = {
-        {45387.75, "2024-04-05 18:00:00", "evening"},
-        {45387.999999, "2024-04-06 00:00:00", "less than half a second before midnight"},
-        {45387.99999, "2024-04-05 23:59:59", "more than that"},
-        {-1.25, "1899-12-29 06:00:00", "before day zero the fraction runs forward too"},
-        {2958465.9999999, "9999-12-31 23:59:59", "the last day has no next"},
+        {45387.999999, "2024-04-06 00:00:00", "nearly midnight"},      {45387.75, "2024-04-05 18:00:00", "evening"},
+        {-1.25, "1899-12-29 06:00:00", "forward before day zero too"}, {45387.99999, "2024-04-05 23:59:59", "earlier"},
+        {2958465.9999999, "9999-12-31 23:59:59", "the last"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(CDate::FromOleDate(row.in).Format("%Y-%m-%d %X"), row.out) << row.why;
-    EXPECT_EQ(CDate::FromOleDate(45387.999999).GetDay(), 6);
     EXPECT_TRUE(CDate::FromOleDate(45387.9).IsSameDay(CDate(2024, 4, 5)));
     EXPECT_FALSE(CDate::FromOleDate(45387.999999).IsSameDay(CDate(2024, 4, 5)));
     EXPECT_FALSE(CDate().IsSameDay(CDate())) << "only valid dates have a day";
@@ -223,20 +202,18 @@ TEST(CDate, ComparesByHalfASecond)
     for (const CDate& other : {null, invalid})
         EXPECT_FALSE(other < day || day < other || other > day || other <= other || other >= other);
     EXPECT_TRUE(CDate::FromOleDate(-1.75) > CDate::FromOleDate(-1.25)) << "evening after morning before 1900";
+    EXPECT_TRUE(CDate::FromOleDate(-1.9999988) == CDate::FromOleDate(0)) << "the last moment of 29 December 1899";
 }
 
 TEST(CDate, AddsDays)
 {
     const CDate day(2024, 2, 28);
-    EXPECT_EQ(day + 1, CDate(2024, 2, 29));
-    EXPECT_EQ(day + 2, CDate(2024, 3, 1));
-    EXPECT_EQ(day - 59, CDate(2023, 12, 31));
-    EXPECT_EQ(CDate::FromOleDate(1.25) - 3, CDate::FromOleDate(-2.25)) << "06:00 stays 06:00 across day zero";
-    EXPECT_EQ((CDate::FromOleDate(1.25) - 3).Format("%d %X"), "28 06:00:00");
+    EXPECT_EQ((day + 2).FormatIso(), "2024-03-01");
+    EXPECT_EQ((day - 59).FormatIso(), "2023-12-31");
+    EXPECT_EQ((CDate::FromOleDate(1.25) - 3).Format("%d %X"), "28 06:00:00") << "the time stays across day zero";
     for (const int days : {kMinInt, kMaxInt}) {
-        EXPECT_EQ((day + days).GetStatus(), CDate::Status::Invalid);
-        EXPECT_EQ((day - days).GetStatus(), CDate::Status::Invalid);
-        EXPECT_TRUE((CDate() + days).IsNull());
+        EXPECT_TRUE(day + days == CDate::Invalid() && day - days == CDate::Invalid()) << days;
+        EXPECT_TRUE((CDate() + days).IsNull() && (CDate() - days).IsNull());
     }
     EXPECT_EQ(CDate(9999, 12, 31) + 1, CDate::Invalid());
     EXPECT_EQ(CDate(100, 1, 1) - 1, CDate::Invalid());
@@ -244,36 +221,15 @@ TEST(CDate, AddsDays)
 
 TEST(DaysBetween, CountsWholeDays)
 {
-    const struct
-    {
-        CDate from, to;
-        long days;
-        const char* why;
-    } rows[] = {
-        {{100, 1, 1}, {9999, 12, 31}, 3615899, "all there is"},
-        {CDate::FromOleDate(10.5), CDate(1900, 1, 10), 1, "half a day counts as one"},
-        {CDate(1900, 1, 10), CDate::FromOleDate(10.5), -1, "backwards too"},
-        {CDate::FromOleDate(10.5 + kHalfSecond * 0.9), CDate(1900, 1, 10), 1, "half a second's correction"},
-        {CDate::FromOleDate(10.5 + kHalfSecond * 1.1), CDate(1900, 1, 10), 0, "and no more"},
-        {{}, {2024, 4, 5}, 0, "null"},
-        {{2024, 4, 5}, CDate::Invalid(), 0, "invalid"},
+    const ::Test::Row<double, double, long> rows[] = {
+        {45022, 45387, 365, "whole days"},         {-657434, 2958465, 3615899, "all there is"},
+        {10.5, 11, 1, "half a day counts as one"}, {10.5 + kHalfSecond * 0.9, 11, 1, "nearly half"},
+        {11, 10.5, -1, "backwards too"},           {10.5 + kHalfSecond * 1.1, 11, 0, "no more"},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(DaysBetween(row.from, row.to), row.days) << row.why;
+    for (const auto& [from, to, days, why] : rows)
+        EXPECT_EQ(DaysBetween(CDate::FromOleDate(from), CDate::FromOleDate(to)), days) << why;
+    EXPECT_EQ(Kiln::DaysBetween({}, {2024, 4, 5}) + Kiln::DaysBetween({2024, 4, 5}, CDate::Invalid()), 0);
     EXPECT_EQ(CDate::FromOleDate(-1.75) - CDate::FromOleDate(-1.25), 0.5) << "before 1900";
-}
-
-// Whole days from 1900 on are subtracted in place; the function for all dates is the rule.
-TEST(DaysBetween, AgreesWithTheRuleNearEveryBoundary)
-{
-    std::vector<CDate> dates{{}, CDate::Invalid(), {100, 1, 1}, {9999, 12, 31}};
-    for (const double day : {-2.0, -1.0, 0.0, 1.0, 2.0, 45387.0})
-        for (const double fraction : {-0.75, -0.5, 0.0, kHalfSecond, 0.25, 0.5, 0.5 - kHalfSecond, 0.999999})
-            dates.push_back(CDate::FromOleDate(day + fraction));
-    for (const CDate& from : dates)
-        for (const CDate& to : dates)
-            EXPECT_EQ(DaysBetween(from, to), Kiln::Detail::RoundedDaysBetween(from, to))
-                << from.GetOleDate() << ' ' << to.GetOleDate();
 }
 
 TEST(DatePeriod, HoldsBothEnds)

@@ -20,119 +20,16 @@ bool Save(CDateEdit& edit, CDate& date, unsigned flags = 0)
     return !::Test::MessageOf<CUserException>([&] { edit.DDX(&exchange, date, flags); });
 }
 
-} // namespace
-
-TEST(CDateEdit, ShowsWhatItReadsAgain)
+/// The reason that the user reads when the text of `edit` is not taken over.
+CString WhyRefused(CDateEdit& edit, unsigned flags = 0)
 {
-    for (const auto order : {CDate::ParseOrder::DayFirst, CDate::ParseOrder::MonthFirst}) {
-        const auto before = CDate::GetParseOrder();
-        CDate::SetParseOrder(order);
-        for (const CDate& date :
-             {CDate(2024, 4, 5), CDate(100, 1, 1), CDate(9999, 12, 31), CDate(), CDate(1949, 2, 28)}) {
-            SCOPED_TRACE(date.FormatIso());
-            CDateEdit edit;
-            CDataExchange loading(nullptr, false);
-            CDate shown = date, saved(1, 1, 1);
-            edit.DDX(&loading, shown, 0);
-            EXPECT_TRUE(Save(edit, saved));
-            EXPECT_EQ(saved, date);
-        }
-        CDateEdit edit;
-        edit.SetDate(CDate(2024, 4, 5));
-        EXPECT_EQ(::Test::TextOf(edit), order == CDate::ParseOrder::DayFirst ? "05/04/2024" : "04/05/2024");
-        edit.SetDate(CDate::Invalid());
-        EXPECT_EQ(::Test::TextOf(edit), "");
-        CDate::SetParseOrder(before);
-    }
-}
-
-TEST(CDateEdit, TakesALaterYearACenturyBack)
-{
-    const CDate latest(2024, 6, 15);
-    const ::Test::Case<const char*, CDate> rows[] = {
-        {"15/6/24", {2024, 6, 15}, "the latest day itself"},
-        {"16/6/24", {1924, 6, 16}, "a day later"},
-        {"1/1/49", {1949, 1, 1}, "two digits"},
-        {"25/12", {1924, 12, 25}, "no year"},
-        {"16/6/2024", {2024, 6, 16}, "all four digits stand"},
-        {"16062024", {2024, 6, 16}, "run together"},
-        {"29/2/28", {1928, 2, 29}, "leap day"},
-        {"", CDate(), "null"},
-    };
-    ::Test::SetNow(2024, 6, 15);
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        CDateEdit edit;
-        edit.SetLatest(latest);
-        edit.SetWindowText(row.in);
-        EXPECT_EQ(edit.GetDate(), row.out);
-    }
-    CDateEdit edit;
-    edit.SetWindowText("16/6/24");
-    EXPECT_EQ(edit.GetDate(), CDate(2024, 6, 16)) << "no latest day";
-}
-
-TEST(CDateEdit, RewritesADateThatIsLeft)
-{
-    const ::Test::Case<const char*, const char*> rows[] = {
-        {"5 apr 24", "05/04/2024", "in full"},         {"6/4", "06/04/2023", "with the handler's year"},
-        {"29/2", "29/2", "that year has no such day"}, {"31/4/24", "31/4/24", "no date stays to be mended"},
-        {"Unknown", "Unknown", "other words stay"},    {"  ", "  ", "blank"},
-    };
-    const CDateEdit::YearHandlerScope scope([](int, int) { return 2023; });
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        CDateEdit edit;
-        Afx::HeadlessWindowSystem::Type(edit, row.in);
-        EXPECT_EQ(::Test::TextOf(edit), row.in);
-        Afx::HeadlessWindowSystem::Leave();
-        EXPECT_EQ(::Test::TextOf(edit), row.out);
-    }
-}
-
-TEST(CDateEdit, RefusesWhatIsNoDateAndSaysWhy)
-{
-    const struct
-    {
-        const char* text;
-        unsigned flags;
-        CDate latest;
-        const char *reason, *why;
-    } rows[] = {
-        {"31/4/2024", 0, {}, "31 April does not exist; April has 30 days", "no such day"},
-        {"", Kiln::kDateRequired, {}, "No date was given", "empty but required"},
-        {"29/2/00",
-         0,
-         {1999, 12, 31},
-         "29 February 1900 does not exist; February 1900 has 28 days",
-         "a century earlier there is no such day"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        CDateEdit edit;
-        edit.SetLatest(row.latest);
-        edit.SetWindowText(row.text);
-        ::Test::Windows().Clear();
-        ::Test::Windows().Answer(IDOK);
-        CDate date(2020, 2, 2);
-        EXPECT_FALSE(Save(edit, date, row.flags));
-        EXPECT_EQ(date, CDate(2020, 2, 2)) << "left as it was";
-        EXPECT_EQ(CWnd::GetFocus(), &edit);
-        int start = -1, end = -1;
-        edit.GetSel(start, end);
-        EXPECT_EQ(start, 0);
-        EXPECT_EQ(end, ::Test::TextOf(edit).GetLength());
-        ASSERT_EQ(::Test::Windows().Messages().size(), 1u);
-        EXPECT_EQ(::Test::Windows().Messages()[0].text, row.reason);
-    }
-    CDateEdit edit;
+    ::Test::Windows().Clear();
+    ::Test::Windows().Answer(IDOK);
     CDate date(2020, 2, 2);
-    EXPECT_TRUE(Save(edit, date)) << "empty and not required";
-    EXPECT_TRUE(date.IsNull());
+    EXPECT_FALSE(Save(edit, date, flags));
+    EXPECT_EQ(date, CDate(2020, 2, 2)) << "left as it was";
+    return ::Test::Windows().Messages().at(0).text;
 }
-
-namespace
-{
 
 /// A field whose dates lie in 2021, as a screen's own field would do it.
 class COwnYearEdit : public CDateEdit
@@ -147,18 +44,83 @@ protected:
 
 } // namespace
 
-TEST(CDateEdit, FindsTheYearByTheSameRuleWhenEnterSavesWithoutLeaving)
+TEST(CDateEdit, ShowsWhatItReadsAgain)
 {
-    const CDateEdit::YearHandlerScope scope([](int, int) { return 2023; });
-    COwnYearEdit edit;
-    Afx::HeadlessWindowSystem::Type(edit, "6/4");
-    CDate date;
-    EXPECT_TRUE(Save(edit, date));
-    EXPECT_EQ(date, CDate(2021, 4, 6));
-    EXPECT_EQ(CWnd::GetFocus(), &edit);
+    const auto before = CDate::GetParseOrder();
+    for (const auto order : {CDate::ParseOrder::DayFirst, CDate::ParseOrder::MonthFirst}) {
+        CDate::SetParseOrder(order);
+        CDateEdit edit;
+        for (const CDate& date : {CDate(100, 1, 1), CDate(9999, 12, 31), CDate(), CDate(2024, 4, 5)}) {
+            CDataExchange loading(nullptr, false);
+            CDate shown = date, saved(1, 1, 1);
+            edit.DDX(&loading, shown, 0);
+            EXPECT_TRUE(Save(edit, saved));
+            EXPECT_EQ(saved, date) << date.FormatIso();
+        }
+        EXPECT_EQ(::Test::TextOf(edit), order == CDate::ParseOrder::DayFirst ? "05/04/2024" : "04/05/2024");
+        edit.SetDate(CDate::Invalid());
+        EXPECT_EQ(::Test::TextOf(edit), "");
+    }
+    CDate::SetParseOrder(before);
 }
 
-TEST(CDateEdit, KeepsRefusingWhatItsOwnRuleRefused)
+TEST(CDateEdit, TakesALaterYearACenturyBack)
+{
+    const ::Test::Case<const char*, CDate> rows[] = {
+        {"15/6/24", {2024, 6, 15}, "the latest day"}, {"16/6/24", {1924, 6, 16}, "a day later"},
+        {"25/12", {1924, 12, 25}, "no year"},         {"16/6/2024", {2024, 6, 16}, "four digits stand"},
+        {"16062024", {2024, 6, 16}, "run together"},  {"29/2/28", {1928, 2, 29}, "leap day"},
+    };
+    ::Test::SetNow(2024, 6, 15);
+    CDateEdit edit;
+    edit.SetLatest({2024, 6, 15});
+    for (const auto& row : rows) {
+        edit.SetWindowText(row.in);
+        EXPECT_EQ(edit.GetDate(), row.out) << row.why;
+    }
+    edit.SetLatest({});
+    edit.SetWindowText("16/6/24");
+    EXPECT_EQ(edit.GetDate(), CDate(2024, 6, 16)) << "no latest day";
+}
+
+TEST(CDateEdit, RewritesADateThatIsLeft)
+{
+    const ::Test::Case<const char*, const char*> rows[] = {
+        {"5 apr 24", "05/04/2024", "in full"},         {"6/4", "06/04/2023", "with the handler's year"},
+        {"29/2", "29/2", "that year has no such day"}, {"31/4/24", "31/4/24", "no date stays to be mended"},
+        {"Unknown", "Unknown", "other words stay"},    {"  ", "  ", "blank"},
+    };
+    const CDateEdit::YearHandlerScope scope([](int, int) { return 2023; });
+    for (const auto& row : rows) {
+        CDateEdit edit;
+        Afx::HeadlessWindowSystem::Type(edit, row.in);
+        EXPECT_EQ(::Test::TextOf(edit), row.in) << row.why;
+        Afx::HeadlessWindowSystem::Leave();
+        EXPECT_EQ(::Test::TextOf(edit), row.out) << row.why;
+    }
+}
+
+TEST(CDateEdit, RefusesWhatIsNoDateAndSaysWhy)
+{
+    const ::Test::Row<const char*, unsigned, CDate, const char*> rows[] = {
+        {"31/4/2024", 0u, {}, "31 April does not exist; April has 30 days", "no such day"},
+        {"", Kiln::kDateRequired, {}, "No date was given", "empty but required"},
+        {"29/2/00", 0u, {1999, 12, 31}, "29 February 1900 does not exist; February 1900 has 28 days", "a century back"},
+    };
+    for (const auto& [text, flags, latest, reason, why] : rows) {
+        SCOPED_TRACE(why);
+        CDateEdit edit;
+        edit.SetLatest(latest);
+        edit.SetWindowText(text);
+        EXPECT_EQ(WhyRefused(edit, flags), reason);
+        EXPECT_EQ(CWnd::GetFocus(), &edit);
+        int start = -1, end = -1;
+        edit.GetSel(start, end);
+        EXPECT_TRUE(start == 0 && end == CString(text).GetLength()) << "all is selected, to be typed over";
+    }
+}
+
+TEST(CDateEdit, KeepsRefusingWhatItsOwnRuleRefusedAlsoWhenEnterSaves)
 {
     const CDateEdit::YearHandlerScope scope([](int, int) { return 2024; }); // which has the day
     for (const bool leavesFirst : {false, true}) {
@@ -166,13 +128,20 @@ TEST(CDateEdit, KeepsRefusingWhatItsOwnRuleRefused)
         Afx::HeadlessWindowSystem::Type(edit, "29/2");
         if (leavesFirst)
             Afx::HeadlessWindowSystem::Leave();
-        ::Test::Windows().Clear();
-        ::Test::Windows().Answer(IDOK);
+        EXPECT_EQ(WhyRefused(edit), "29 February 2021 does not exist; February 2021 has 28 days");
         CDate date;
-        EXPECT_FALSE(Save(edit, date));
-        EXPECT_EQ(::Test::Windows().Messages().at(0).text,
-                  "29 February 2021 does not exist; February 2021 has 28 days");
         edit.SetWindowText("29/02/2024");
         EXPECT_TRUE(Save(edit, date)) << "another text is another date";
     }
+}
+
+TEST(CDateEdit, AsksTheHandlerOfNowWheneverItIsLeft)
+{
+    CDateEdit edit;
+    for (const CDate::YearHandler handler : {+[](int, int) { return 2023; }, +[](int, int) { return 2024; }}) {
+        const CDateEdit::YearHandlerScope scope(handler);
+        Afx::HeadlessWindowSystem::Type(edit, "29/2");
+        Afx::HeadlessWindowSystem::Leave();
+    }
+    EXPECT_EQ(::Test::TextOf(edit), "29/02/2024");
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <tuple>
+
 namespace Test
 {
 
@@ -11,5 +13,9 @@ struct Case
     Out out;
     const char* why = "";
 };
+
+/// A row of a table with more columns; the last one tells why it is there.
+template<class... Columns>
+using Row = std::tuple<Columns..., const char*>;
 
 } // namespace Test

@@ -20,6 +20,7 @@ std::string Bytes(const CString& text)
 {
     unsigned size = 99;
     const std::unique_ptr<unsigned char[]> bytes(HexToBinary::Convert(text, &size));
+    EXPECT_TRUE(bytes) << "an array for no bytes too";
     return std::string(reinterpret_cast<const char*>(bytes.get()), size);
 }
 
@@ -43,12 +44,8 @@ TEST(Hex, HasNothingForNothing)
     EXPECT_EQ(BinaryToHex::Convert(&byte, 0), "");
     EXPECT_EQ(BinaryToHex::Convert(nullptr, 5), "");
     EXPECT_EQ(Bytes(""), "");
-}
-
-TEST(Hex, RefusesMoreThanAnAddressCounts)
-{
-    const unsigned char byte = 1;
-    EXPECT_TRUE(::Test::MessageOf<CInvalidArgException>([&] { BinaryToHex::Convert(&byte, 1u << 30); }));
+    EXPECT_TRUE(::Test::MessageOf<CInvalidArgException>([&] { BinaryToHex::Convert(&byte, 1u << 30); }))
+        << "more than a text can hold";
 }
 
 TEST(Hex, RefusesAnOddLength)
@@ -58,8 +55,7 @@ TEST(Hex, RefusesAnOddLength)
         FAIL() << "three characters were taken";
     } catch (InvalidHexStringException* exception) {
         EXPECT_EQ(exception->GetReason(), 2);
-        EXPECT_EQ(exception->GetText(), "0AB");
-        EXPECT_EQ(exception->GetLength(), 3u);
+        EXPECT_TRUE(exception->GetText() == "0AB" && exception->GetLength() == 3);
         EXPECT_TRUE(exception->IsKindOf(RUNTIME_CLASS(InvalidHexStringException)));
         EXPECT_EQ(exception->GetErrorMessage().Find("0AB"), -1) << "it may be a secret";
         exception->Delete();
@@ -88,7 +84,5 @@ TEST(Hex, NamesTheFirstBadCharacter)
 
 TEST(Hex, TakesTheLowerFourBitsOfANibble)
 {
-    EXPECT_EQ(Digits::NibbleToChar(9), '9');
-    EXPECT_EQ(Digits::NibbleToChar(10), 'A');
     EXPECT_EQ(Digits::NibbleToChar(0x1F), 'F') << "used to read behind the table";
 }

@@ -2,13 +2,12 @@
 
 // Amounts for the tests of money.
 
-#include <array>
 #include <cstdint>
 #include <limits>
 #include <random>
 #include <vector>
 
-#include "Afx/Platform.h"
+#include "MorvUt/money/Pence.h"
 
 namespace Test
 {
@@ -17,6 +16,17 @@ inline constexpr __int64 kMinPence = std::numeric_limits<__int64>::min(),
                          kMaxPence = std::numeric_limits<__int64>::max();
 /// The largest amount in pence that ten-thousandths of a pound can hold.
 inline constexpr __int64 kMaxAmountPence = kMaxPence / 100;
+inline constexpr double kNaN = std::numeric_limits<double>::quiet_NaN(),
+                        kInfinity = std::numeric_limits<double>::infinity();
+
+constexpr bool IsAmount(__int64 pence) { return pence >= -kMaxAmountPence && pence <= kMaxAmountPence; }
+
+/// Switches the thousands separators on while it lives; any number but 0 does.
+struct CommaScope
+{
+    explicit CommaScope(int show = 1) { SetShowCommaSeparators(show); }
+    ~CommaScope() { SetShowCommaSeparators(0); }
+};
 
 /// The ends of every power of ten, and amounts of every size, the same ones in every run.
 inline std::vector<__int64> SampleOfPence()

@@ -2,6 +2,8 @@
 
 #include "Amounts.h"
 #include "MorvUt/money/Rates.h"
+#include "MorvUt/taxyear/DateRules.h"
+#include "support/Case.h"
 
 using Kiln::CDate;
 
@@ -17,43 +19,26 @@ CDate At(int year, int month, int day, int hour)
 
 TEST(AnnualiseAmount, ScalesToAYear)
 {
-    const struct
-    {
-        __int64 amount;
-        CDate from, to;
-        __int64 year;
-        const char* why;
-    } rows[] = {
-        {100, {2016, 2, 29}, {2016, 2, 29}, 36600, "one day, a leap day"},
-        {36600, {2015, 4, 6}, {2016, 4, 5}, 36600, "366 days of 366: a leap day within two years on either side"},
-        {36600, {2015, 3, 1}, {2016, 2, 29}, 36600, "ends on the leap day"},
-        {36600, {2016, 2, 29}, {2017, 2, 27}, 36700, "begins on it: 365 days of 366, rounded"},
-        {36500, {2012, 4, 6}, {2013, 4, 5}, 36500, "first day of the later rule"},
-        {142500, {2012, 4, 6}, {2016, 2, 29}, 36600, "the rule looks at the first day"},
-        {36400, {2012, 2, 29}, {2013, 2, 27}, 36500, "not at the last: earlier rule, 364 days counted"},
-        {3, {2014, 6, 1}, {2014, 6, 30}, 36, "365 / 30 * 100.0 in that order"},
-        {36600, At(2015, 4, 6, 18), At(2016, 4, 5, 18), 36600, "the time of day changes no leap day"},
-        {36600, At(2014, 6, 1, 0), At(2015, 5, 31, 15), 36500, "nor makes one: 366 days, but of 365"},
-        {36500, {2012, 4, 5}, {2013, 4, 4}, 36500, "last day of the earlier rule, no leap day"},
-        {36500, {2011, 4, 6}, {2012, 4, 5}, 36500, "earlier: the leap day is not counted, 365 of 365"},
-        {100, {2012, 2, 29}, {2012, 3, 1}, 36500, "earlier: one day left of two"},
-        {100, {2012, 2, 29}, {2012, 2, 29}, 100, "earlier: no day left, unchanged"},
-        {54900, {2015, 4, 6}, {2016, 10, 5}, 36600, "549 days with a leap day: 366 / 549"},
-        {100, {2014, 6, 2}, {2014, 6, 1}, 100, "empty, unchanged"},
-        {100, {2014, 6, 11}, {2014, 6, 1}, -4056, "reversed, by the formula"},
-        {100, {}, {2014, 6, 1}, 100, "no start"},
-        {100, {2014, 6, 1}, CDate::Invalid(), 100, "no end"},
-        {100, {9999, 12, 31}, {9999, 12, 31}, 36500, "two years ahead there is no date"},
-        {100, {100, 1, 1}, {100, 1, 1}, 36500, "nor two years before"},
-        {::Test::kMaxAmountPence, {2014, 6, 1}, {2014, 6, 2}, 0, "overflow"},
-        {-100, {2014, 6, 1}, {2014, 6, 1}, -36500, "a loss"},
+    const ::Test::Row<__int64, long, long, __int64> rows[] = {
+        {100, 20160229, 20160229, 36600, "one day, a leap day"},   {100, 20140601, 20140601, 36500, "one day"},
+        {36600, 20150301, 20160229, 36600, "to the leap day"},     {36500, 20130406, 20140405, 36500, "365 of 365"},
+        {36600, 20160229, 20170227, 36700, "from it: 365 of 366"}, {36600, 20150406, 20160405, 36600, "366 of 366"},
+        {142500, 20120406, 20160229, 36600, "later rule"},         {54900, 20130406, 20141006, 36500, "365 of 549"},
+        {142500, 20120405, 20160229, 36500, "earlier, by a day"},  {54900, 20150406, 20161005, 36600, "366 of 549"},
+        {36500, 20110406, 20120405, 36500, "leap day left out"},   {100, 20120229, 20120229, 100, "no day left"},
+        {36400, 20120229, 20130227, 36500, "364 days counted"},    {100, 20140611, 20140601, -4056, "reversed"},
+        {100, 20120229, 20120301, 36500, "one day of two left"},   {-100, 20140601, 20140601, -36500, "a loss"},
+        {3, 20140601, 20140630, 36, "365 / 30 * 100 first"},       {100, 1000101, 1000101, 36500, "nothing before"},
+        {100, 20140602, 20140601, 100, "empty, unchanged"},        {100, 0, 20140601, 100, "no start: unchanged"},
+        {100, 99991231, 99991231, 36500, "nothing ahead"},         {100, 20140601, 99, 100, "no end: unchanged"},
+        {36400, 20110302, 20120229, 36500, "to a leap day"},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(AnnualiseAmount(row.amount, row.from, row.to), row.year) << row.why;
-}
-
-TEST(AnnualiseAmount, KeepsAnAmountThatIsNone)
-{
+    for (const auto& [amount, from, to, year, why] : rows)
+        EXPECT_EQ(AnnualiseAmount(amount, LongToCDate(from), LongToCDate(to)), year) << why;
+    EXPECT_EQ(AnnualiseAmount(::Test::kMaxAmountPence, {2014, 6, 1}, {2014, 6, 2}), 0) << "overflow";
+    const std::int64_t amount = 36600;
+    EXPECT_EQ(AnnualiseAmount(amount, At(2015, 4, 6, 18), At(2016, 4, 5, 18)), 36600) << "the time of day counts for";
+    EXPECT_EQ(AnnualiseAmount(amount, At(2014, 6, 1, 0), At(2015, 5, 31, 15)), 36500) << "no leap day, nor against";
     const CDate day(2014, 6, 1);
     EXPECT_TRUE(AnnualiseAmount(Kiln::CAmt(), day, day).IsNull());
     EXPECT_FALSE(AnnualiseAmount(Kiln::CAmt::Invalid(), day, day).IsValid());

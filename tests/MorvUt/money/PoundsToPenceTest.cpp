@@ -13,31 +13,28 @@
 TEST(PoundsToPence, ReadsTheNumberAtTheStart)
 {
     const ::Test::Case<const char*, __int64> rows[] = {
-        {"1,234.567", 123457, "rounded"},
-        {"-0.01", -1, "negative"},
-        {"+0.01", 1, "plus"},
-        {" \t12", 1200, "blanks in front"},
-        {"", 0, "empty"},
-        {nullptr, 0, "null reads as empty"},
-        {".", 0, "no digit"},
-        {".5", 50, "no pounds"},
-        {"5.", 500, "no pence"},
-        {"1.2.3", 120, "stops at a second point"},
-        {",,1,2,", 1200, "commas count for nothing"},
-        {"- 5", 0, "a blank behind the sign"},
+        {"1,234.567", 123457}, {"-0.01", -1}, {"+0.01", 1}, {" \t12", 1200}, {"", 0},
+        {nullptr, 0},          {".", 0},      {".5", 50},   {"5.", 500},     {"1.2.3", 120},
+        {",,1,2,", 1200},      {", 5", 500},  {"- 5", 0},   {"abc", 0},      {"1e2", 10000},
+        {"1E2", 10000},        {"1e", 100},   {".e5", 0},   {"0x10", 0},     {"inf", 0},
+        {"1e400", 0},          {"1e-400", 0},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(PoundsToPence(row.in), row.out) << (row.in ? row.in : "null");
+}
+
+TEST(PoundsToPence, RoundsAsTheDoubleIsPrinted)
+{
+    const ::Test::Case<const char*, __int64> rows[] = {
         {"0.125", 12, "a tie that the double holds goes to the even penny"},
         {"0.375", 38, "here up"},
         {"1.005", 100, "its double lies below the tie"},
-        {"8.345", 835, "its double lies above"},
-        {"-8.345", -835, "by magnitude"},
-        {"1e2", 10000, "exponent"},
-        {"1e", 100, "no exponent after all"},
-        {"0x10", 0, "no hexadecimal"},
-        {"inf", 0, "infinity"},
-        {"1e400", 0, "beyond a double"},
-        {"1e300", ::Test::kMaxPence, "beyond 64 bits"},
-        {"1e-400", 0, "next to nothing"},
+        {"-8.345", -835, "its double lies above, by magnitude"},
+        {"18742904.384999999", 1874290438, "seventeen digits, just below the tie"},
         {"0.00500000000000000000001", 1, "above the tie by its last digit"},
+        {"0.00000000000000000001", 0, "twenty decimals"},
+        {".5e2", 5000, "begins with the point"},
+        {"1e300", ::Test::kMaxPence, "beyond 64 bits"},
         {"999999999999.99", 99999999999999, "the last amount whose pence stand in their place"},
         {"1000000000000.25", 100000000000000, "the pence are a point too early: .25 reads as 0"},
         {"12345678901234.56", 1234567890123404, "and here 4.56 reads as 4"},
@@ -67,16 +64,5 @@ TEST(PoundsToPence, AgreesWithPrintingTheDouble)
             continue;
         digits.erase(digits.size() - 3, 1);
         ASSERT_EQ(PoundsToPence(text.c_str()), std::atoll(digits.c_str())) << text;
-    }
-}
-
-TEST(PoundsToPence, ReadsWhatIsWritten)
-{
-    for (const __int64 pence : ::Test::SampleOfPence()) {
-        CString text;
-        CurrencyToCStr(pence, text);
-        if (pence > -100'000'000'000'000 && pence < 100'000'000'000'000) {
-            ASSERT_EQ(PoundsToPence(text), pence);
-        }
     }
 }

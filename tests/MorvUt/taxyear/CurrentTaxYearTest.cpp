@@ -8,6 +8,7 @@
 #include "Afx/Application.h"
 #include "MorvUt/taxyear/PFileYearOffsetter.h"
 #include "MorvUt/taxyear/TaxYearHelpers.h"
+#include "support/Case.h"
 
 namespace
 {
@@ -22,46 +23,35 @@ protected:
 
 } // namespace
 
-TEST_F(CurrentTaxYear, ComesFromTheProfileWhenTheUserWantsThat)
+TEST_F(CurrentTaxYear, NeedsNoApplication)
 {
-    const struct
-    {
-        std::optional<int> remember, last;
-        short real;
-        const char* why;
-    } rows[] = {
-        {{}, 20, 2024, "not asked for"},
-        {1, {}, 2004, "nothing remembered yet"},
-        {1, 5, 2004, "earlier than 2003/04"},
-        {1, 13, 2004, "2003/04"},
-        {1, 40, 2031, "beyond the range: a later version wrote it"},
-        {1, 99, 2090, "the last that is taken"},
-        {1, 100, 2024, "damage"},
-        {1, 65'536 + 20, 2011, "more than 16 bits"},
-        {1, 40'000, 2004, "negative in 16 bits"},
-    };
-    CWinApp app;
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        if (row.remember)
-            app.WriteProfileInt("Preferences", "RememberYOA", *row.remember);
-        if (row.last)
-            app.WriteProfileInt("Preferences", "LastYOA", *row.last);
-        else
-            app.WriteProfileString("Preferences", "LastYOA", "");
-        CCurrentTaxYearSingleton::Destroy();
-        EXPECT_EQ(GetCurrentRealTaxYear(), row.real);
-    }
+    EXPECT_EQ(GetCurrentTaxYear(), 33);
+    EXPECT_EQ(GetCurrentRealTaxYear(), 2024);
+    EXPECT_EQ(TaxYearHelpers::GetCurrentTaxYear(), TaxYear(2024));
+    SetCurrentTaxYear(20);
+    EXPECT_EQ(TaxYearHelpers::GetCurrentTaxYear(), TaxYear(2011));
+    EXPECT_EQ(TaxYearHelpers::GetDefaultTaxYear(), TaxYear(2024));
 }
 
-TEST_F(CurrentTaxYear, IsReadFromTheProfileOnce)
+TEST_F(CurrentTaxYear, ComesFromTheProfileWhenTheUserWantsThat)
 {
+    const ::Test::Row<int, std::optional<int>, short> rows[] = {
+        {0, 20, 2024, "not asked for"},           {1, std::nullopt, 2004, "nothing there"},
+        {1, 5, 2004, "earlier than 2003/04"},     {1, 13, 2004, "2003/04 itself"},
+        {1, 40, 2031, "of a later version"},      {1, 100, 2024, "damaged"},
+        {1, 99, 2090, "the last that is taken"},  {1, 120, 2024, "damaged"},
+        {1, 40'000, 2004, "negative in 16 bits"}, {1, 65'536 + 20, 2011, "more than 16 bits"},
+    };
     CWinApp app;
-    app.WriteProfileInt("Preferences", "RememberYOA", 1);
-    app.WriteProfileInt("Preferences", "LastYOA", 20);
-    EXPECT_EQ(GetCurrentTaxYear(), 20);
+    for (const auto& [remember, last, real, why] : rows) {
+        if (remember)
+            app.WriteProfileInt("Preferences", "RememberYOA", remember);
+        app.WriteProfileString("Preferences", "LastYOA", last ? std::to_string(*last).c_str() : "");
+        CCurrentTaxYearSingleton::Destroy();
+        EXPECT_EQ(GetCurrentRealTaxYear(), real) << why;
+    }
     app.WriteProfileInt("Preferences", "LastYOA", 30);
-    EXPECT_EQ(GetCurrentTaxYear(), 20);
+    EXPECT_EQ(GetCurrentTaxYear(), 20) << "it is read once";
 }
 
 TEST_F(CurrentTaxYear, IsRememberedWhenTheUserWantsThat)
@@ -72,32 +62,25 @@ TEST_F(CurrentTaxYear, IsRememberedWhenTheUserWantsThat)
     EXPECT_EQ(app.GetProfileInt("Preferences", "LastYOA", -7), -7) << "not asked for";
 
     app.WriteProfileInt("Preferences", "RememberYOA", 1);
+    SetCurrentTaxYear(20);
+    EXPECT_EQ(app.GetProfileInt("Preferences", "LastYOA", -7), 20);
     TaxYearHelpers::SetCurrentTaxYear(TaxYear(1990));
     EXPECT_EQ(GetCurrentRealTaxYear(), 1990) << "no check of the range";
     EXPECT_EQ(app.GetProfileInt("Preferences", "LastYOA", -7), -1);
 }
 
-TEST_F(CurrentTaxYear, IsOffsetOnOneThreadOnly)
+TEST_F(CurrentTaxYear, IsOffsetOnOneThreadUntilTheInnerGuardEnds)
 {
     SetCurrentTaxYear(29);
-    const CPFileYearOffsetter offset(-1);
+    const CPFileYearOffsetter outer(-1);
     EXPECT_EQ(GetCurrentRealTaxYear_WithPFileYearOffset(), 2019);
     EXPECT_EQ(GetCurrentRealTaxYear(), 2020);
     short elsewhere = 0;
     std::thread([&] { elsewhere = GetCurrentRealTaxYear_WithPFileYearOffset(); }).join();
     EXPECT_EQ(elsewhere, 2020);
-}
-
-TEST_F(CurrentTaxYear, LosesTheOffsetWithTheInnerGuard)
-{
-    SetCurrentTaxYear(29);
     {
-        const CPFileYearOffsetter outer(-1);
-        {
-            const CPFileYearOffsetter inner(3);
-            EXPECT_EQ(GetCurrentRealTaxYear_WithPFileYearOffset(), 2023);
-        }
-        EXPECT_EQ(GetCurrentRealTaxYear_WithPFileYearOffset(), 2020) << "guards do not nest";
+        const CPFileYearOffsetter inner(3);
+        EXPECT_EQ(GetCurrentRealTaxYear_WithPFileYearOffset(), 2023);
     }
-    EXPECT_EQ(GetPFileYearOffset(), 0);
+    EXPECT_EQ(GetCurrentRealTaxYear_WithPFileYearOffset(), 2020) << "guards do not nest";
 }

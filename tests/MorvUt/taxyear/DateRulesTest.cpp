@@ -26,15 +26,9 @@ CDate At(const CDate& date, double seconds)
 TEST(GetTaxYear, TurnsOverOnTheSixthOfApril)
 {
     const ::Test::Case<CDate, short> rows[] = {
-        {{2024, 4, 5}, 2024, "last day"},
-        {{2024, 4, 6}, 2025, "first day"},
-        {{1899, 4, 5}, 1899, "before day zero of OLE dates"},
-        {{1899, 4, 6}, 1900, "the day after"},
-        {{100, 1, 1}, 100, "first date"},
-        {At({2024, 4, 5}, 86'399), 2024, "a second to midnight"},
-        {At({2024, 4, 5}, 86'399.9), 2025, "less than half a second to midnight is midnight"},
-        {At({1890, 4, 5}, 43'200), 1890, "noon, where fractions run against the days"},
-        {{}, -1, "null"},
+        {CDate(2024, 4, 5), 2024, "last day"},  {At({2024, 4, 5}, 86'399), 2024, "a second to midnight"},
+        {CDate(2024, 4, 6), 2025, "first day"}, {At({2024, 4, 5}, 86'399.9), 2025, "nearly midnight"},
+        {CDate(100, 1, 1), 100, "first date"},  {At({1890, 4, 5}, 43'200), 1890, "noon before 1900"},
         {CDate::Invalid(), -1, "invalid"},
     };
     for (const auto& row : rows)
@@ -44,18 +38,16 @@ TEST(GetTaxYear, TurnsOverOnTheSixthOfApril)
 TEST(TaxYears, HoldEveryDayOnce)
 {
     for (CDate day(1900, 1, 1); day <= CDate(2100, 12, 31); day = day + 1) {
-        SCOPED_TRACE(day.FormatIso());
         const short year = GetTaxYear(day);
         X_DateStr_tag record{};
         LtoxD(CDateToLong(day), &record);
-        ASSERT_TRUE(LongToCDate(CDateToLong(day)) == day);
-        ASSERT_EQ(TaxYearDays(year, day, day), 1);
+        ASSERT_TRUE(LongToCDate(CDateToLong(day)) == day) << day.FormatIso();
+        ASSERT_EQ(TaxYearDays(year, day, day), 1) << day.FormatIso();
         for (const int other : {-1, 0, 1}) {
+            SCOPED_TRACE(day.FormatIso());
             const auto asked = static_cast<short>(year + other);
             ASSERT_EQ(IsDateInTaxYear(day, asked), other == 0);
-            ASSERT_EQ(AssessmentYearCheck(day, asked), other > 0   ? AssessmentCheckBefore
-                                                       : other < 0 ? AssessmentCheckAfter
-                                                                   : AssessmentCheckWithin);
+            ASSERT_EQ(AssessmentYearCheck(day, asked), -other);
             ASSERT_EQ(DateBeforeAssessmentYear(asked, record), other > 0);
             ASSERT_EQ(DateAfterAssessmentYear(asked, record), other < 0);
         }
@@ -64,26 +56,19 @@ TEST(TaxYears, HoldEveryDayOnce)
 
 TEST(TaxYears, HaveAnAnswerForWhatIsNoDateOrNoYear)
 {
-    const struct
-    {
-        CDate date;
-        short year;
-        bool isIn;
-        AssessmentCheckType place;
-        const char* why;
-    } rows[] = {
-        {At({2024, 4, 5}, 0.4), 2024, true, AssessmentCheckAfter, "midnight within half a second, but later"},
-        {At({2024, 4, 5}, 1), 2024, false, AssessmentCheckAfter, "a second past midnight of the last day"},
-        {{}, 2024, false, AssessmentCheckWithin, "null"},
-        {CDate::Invalid(), 2024, false, AssessmentCheckWithin, "invalid"},
-        {{100, 4, 6}, 100, false, AssessmentCheckAfter, "a year whose start no date can hold has an end"},
-        {{9999, 12, 31}, 10000, false, AssessmentCheckWithin, "a year whose end no date can hold"},
-        {{2024, 1, 1}, kMinShort, false, AssessmentCheckWithin, "lowest year"},
-        {{}, -1, false, AssessmentCheckWithin, "the year of what is no date"},
+    const ::Test::Row<CDate, short, bool, int> rows[] = {
+        {At({2024, 4, 5}, 0.4), 2024, true, 1, "half a second late"},
+        {CDate(), 2024, false, 0, "null"},
+        {At({2024, 4, 5}, 1), 2024, false, 1, "a second late"},
+        {CDate::Invalid(), 2024, false, 0, "invalid"},
+        {CDate(100, 4, 6), 100, false, 1, "before all dates"},
+        {CDate(9999, 12, 31), 10000, false, 0, "after them"},
+        {CDate(2024, 1, 1), kMinShort, false, 0, "lowest year"},
+        {CDate(), -1, false, 0, "the year of no date"},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(IsDateInTaxYear(row.date, row.year), row.isIn) << row.why;
-        EXPECT_EQ(AssessmentYearCheck(row.date, row.year), row.place) << row.why;
+    for (const auto& [date, year, isIn, place, why] : rows) {
+        EXPECT_EQ(IsDateInTaxYear(date, year), isIn) << why;
+        EXPECT_EQ(AssessmentYearCheck(date, year), place) << why;
     }
     for (const int year : {kMinInt, kMaxInt})
         EXPECT_EQ(AssessmentYearCheck({2024, 1, 1}, year), AssessmentCheckWithin) << year;
@@ -91,187 +76,135 @@ TEST(TaxYears, HaveAnAnswerForWhatIsNoDateOrNoYear)
 
 TEST(TaxYearDays, ClipsToTheYear)
 {
-    const struct
-    {
-        short year;
-        CDate from, to;
-        long days;
-        const char* why;
-    } rows[] = {
-        {2024, {2020, 1, 1}, {2030, 1, 1}, 366, "the whole of a year with a leap day"},
-        {2023, {2020, 1, 1}, {2030, 1, 1}, 365, "and of one without"},
-        {2024, {2024, 4, 6}, {2025, 1, 1}, 0, "the day after"},
-        {2024, {2024, 4, 5}, {2025, 1, 1}, 1, "its last day"},
-        {2024, {2020, 1, 1}, {2023, 4, 5}, 0, "the day before"},
-        {2024, {2020, 1, 1}, {2023, 4, 6}, 1, "its first day"},
-        {2024, {2024, 1, 31}, {2024, 1, 1}, -29, "reversed inside the year, by the formula"},
-        {2024, {}, {2024, 1, 1}, 0, "no start"},
-        {kMinShort, {2024, 1, 1}, {2024, 1, 2}, 0, "lowest year"},
-        {2024, At({2024, 1, 1}, 86'399.8), {2024, 1, 3}, 2, "half a second's correction"},
+    const ::Test::Row<short, long, long, long> rows[] = {
+        {2024, 20200101, 20300101, 366, "all of a leap year"}, {2023, 20200101, 20300101, 365, "all of another"},
+        {2024, 20240406, 20250101, 0, "the day after"},        {2024, 20240405, 20250101, 1, "its last day"},
+        {2024, 20200101, 20230405, 0, "the day before"},       {2024, 20200101, 20230406, 1, "its first day"},
+        {2024, 20240131, 20240101, -29, "reversed inside it"}, {2024, 0, 20240101, 0, "no start, so nothing"},
+        {kMinShort, 20240101, 20240102, 0, "lowest year"},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(TaxYearDays(row.year, row.from, row.to), row.days) << row.why;
+    for (const auto& [year, from, to, days, why] : rows)
+        EXPECT_EQ(TaxYearDays(year, LongToCDate(from), LongToCDate(to)), days) << why;
+    EXPECT_EQ(TaxYearDays(2024, At({2024, 1, 1}, 86'399.8), {2024, 1, 3}), 2) << "half a second's correction";
 }
 
 TEST(DatesIntersect, LetsTheFirstPeriodBeOpen)
 {
     const CDate jan1(2024, 1, 1), jan31(2024, 1, 31), feb1(2024, 2, 1), feb29(2024, 2, 29), null,
         bad = CDate::Invalid();
-    const struct
-    {
-        CDate from1, to1, from2, to2;
-        int meet;
-        const char* why;
-    } rows[] = {
-        {jan1, feb1, feb1, feb29, 1, "one shared day"},
-        {jan1, jan31, feb1, feb29, 0, "neighbours"},
-        {null, null, feb1, feb29, 1, "open at both ends"},
-        {null, null, null, null, 1, "even against nothing"},
-        {null, feb1, feb1, feb29, 1, "open start"},
-        {null, jan31, feb1, feb29, 0, "open start, ends too early"},
-        {feb29, null, feb1, feb29, 1, "open end"},
-        {feb29, null, jan1, feb1, 0, "open end, starts too late"},
-        {jan1, feb1, null, feb29, 0, "the second needs a start"},
-        {jan1, feb1, feb1, null, 0, "and an end"},
-        {jan1, null, null, feb29, 1, "an open end looks at the second's end alone"},
+    const ::Test::Row<CDate, CDate, CDate, CDate, int> rows[] = {
+        {jan1, feb1, feb1, feb29, 1, "one shared day"},     {jan1, jan31, feb1, feb29, 0, "neighbours"},
+        {null, null, null, null, 1, "open at both ends"},   {null, feb1, feb1, feb29, 1, "open start"},
+        {null, jan31, feb1, feb29, 0, "ends too early"},    {feb29, null, feb1, feb29, 1, "open end"},
+        {feb29, null, jan1, feb1, 0, "starts too late"},    {jan1, feb1, null, feb29, 0, "no second start"},
+        {jan1, feb1, feb1, null, 0, "no second end"},       {jan1, null, null, feb29, 1, "looks at one end"},
         {bad, feb1, feb1, feb29, 0, "invalid is not open"},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(DatesIntersect(row.from1, row.to1, row.from2, row.to2), row.meet) << row.why;
+    for (const auto& [from1, to1, from2, to2, meet, why] : rows)
+        EXPECT_EQ(DatesIntersect(from1, to1, from2, to2), meet) << why;
 }
 
 TEST(PeriodHasLeapDay, FollowsTheGregorianRule)
 {
-    const struct
-    {
-        CDate from, to;
-        int has;
-        const char* why;
-    } rows[] = {
-        {{2024, 3, 1}, {2025, 3, 1}, 0, "from the day after"},
-        {{2024, 2, 29}, {2025, 3, 1}, 1, "from the day"},
-        {{2023, 3, 1}, {2024, 3, 1}, 1, "to a day after"},
-        {{2023, 3, 1}, {2024, 2, 29}, 1, "to the day"},
-        {{2023, 3, 1}, {2024, 2, 28}, 0, "to the day before"},
-        {{2023, 1, 1}, {2025, 1, 1}, 1, "a year between"},
-        {{2024, 1, 1}, {2024, 12, 31}, 1, "one year"},
-        {{1897, 1, 1}, {1903, 12, 31}, 0, "1900 is none"},
-        {{1999, 1, 1}, {2001, 1, 1}, 1, "2000 is one"},
-        {{2025, 1, 1}, {2023, 1, 1}, 0, "reversed"},
-        {{}, {}, 0, "nothing"},
-        {{}, {2024, 1, 1}, 1, "no start: from the year -1"},
-        {{2024, 3, 1}, {}, 0, "no end"},
+    const ::Test::Row<CDate, CDate, int> rows[] = {
+        {{2024, 3, 1}, {2025, 3, 1}, 0, "from the day after"}, {{2024, 2, 29}, {2025, 3, 1}, 1, "from the day"},
+        {{2023, 3, 1}, {2024, 3, 1}, 1, "to the day after"},   {{2023, 3, 1}, {2024, 2, 29}, 1, "to the day"},
+        {{2023, 3, 1}, {2024, 2, 28}, 0, "to the day before"}, {{2021, 3, 1}, {2023, 3, 1}, 0, "none between"},
+        {{2023, 1, 1}, {2025, 1, 1}, 1, "a year between"},     {{2024, 1, 1}, {2024, 12, 31}, 1, "one year"},
+        {{1897, 1, 1}, {1903, 12, 31}, 0, "1900 is none"},     {{1999, 1, 1}, {2001, 1, 1}, 1, "2000 is one"},
+        {{2025, 1, 1}, {2023, 1, 1}, 0, "reversed"},           {CDate(), CDate(), 0, "nothing at all"},
+        {CDate(), {2024, 1, 1}, 1, "no start: year -1"},       {{2024, 3, 1}, CDate(), 0, "no end"},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(PeriodHasLeapDay(row.from, row.to), row.has) << row.why;
+    for (const auto& [from, to, has, why] : rows)
+        EXPECT_EQ(PeriodHasLeapDay(from, to), has) << why;
 }
 
 TEST(LongToCDate, RefusesWhatIsNoDate)
 {
-    EXPECT_EQ(CDateToLong(CDate(2024, 4, 5)), 20240405);
     EXPECT_EQ(CDateToLong(At({2024, 4, 5}, 43'200)), 20240405);
-    EXPECT_EQ(CDateToLong(CDate()), 0);
-    EXPECT_EQ(CDateToLong(CDate::Invalid()), 0);
+    EXPECT_EQ(CDateToLong(CDate()) + CDateToLong(CDate::Invalid()), 0);
     EXPECT_TRUE(LongToCDate(0).IsNull());
     for (const long value :
          {99L, 20230229L, -20240405L, 100000101L, std::numeric_limits<long>::min(), std::numeric_limits<long>::max()})
-        EXPECT_EQ(LongToCDate(value).GetStatus(), CDate::Status::Invalid) << value;
-    if constexpr (sizeof(long) > 4) {
-        EXPECT_FALSE(LongToCDate(static_cast<long>(4'294'967'296LL * 10'000 + 20240405)).IsValid())
-            << "year 2^32 + 2024";
+        EXPECT_EQ(LongToCDate(value), CDate::Invalid()) << value;
+    if constexpr (sizeof(long) > 4) { // year 2^32 + 2024
+        EXPECT_FALSE(LongToCDate(static_cast<long>(4'294'967'296LL * 10'000 + 20240405)).IsValid());
     }
 }
 
 TEST(DateBeforeAndAfterAssessmentYear, PlaceRecordsThatAreNoDates)
 {
-    const struct
-    {
-        X_DateStr_tag date;
-        short year;
-        int before, after;
-        const char* why;
-    } rows[] = {
+    const ::Test::Row<X_DateStr_tag, short, int, int> rows[] = {
         {{99, 0, 0}, 2024, 1, 1, "unknown lies outside every year"},
         {{0, 0, 0}, 2024, 1, 0, "null lies before"},
         {{255, 255, 65535}, kMaxShort, 0, 1, "brim"},
         {{1, 1, 2024}, kMinShort, 0, 1, "lowest year"},
     };
+    for (const auto& [date, year, before, after, why] : rows) {
+        EXPECT_EQ(DateBeforeAssessmentYear(year, date), before) << why;
+        EXPECT_EQ(DateAfterAssessmentYear(year, date), after) << why;
+    }
+}
+
+TEST(CalculateFilingDate, CountsMonthsInDays)
+{
+    SetCurrentTaxYear(ConvertRealToRelativeTaxYear(2010)); // every notice of 2022 comes late
+    const struct
+    {
+        int month, threeMonths, oneMonth;
+    } rows[] = {{1, 89, 30}, {2, 88, 18}, {3, 91, 30}, {4, 90, 29},  {5, 91, 30},  {6, 91, 29},
+                {7, 91, 30}, {8, 91, 30}, {9, 90, 29}, {10, 91, 30}, {11, 91, 29}, {12, 89, 30}};
     for (const auto& row : rows) {
-        EXPECT_EQ(DateBeforeAssessmentYear(row.year, row.date), row.before) << row.why;
-        EXPECT_EQ(DateAfterAssessmentYear(row.year, row.date), row.after) << row.why;
+        const CDate issued(2022, row.month, 10);
+        EXPECT_EQ(CalculateFilingDate(issued, "SA900") - issued, row.threeMonths) << row.month;
+        EXPECT_EQ(CalculateFilingDate(issued, "P11D") - issued, row.oneMonth) << row.month;
     }
 }
 
 TEST(CalculateFilingDate, OfNoticesToFileAndOtherReturns)
 {
-    SetCurrentTaxYear(33); // 2024: other returns are due on 5 April 2025 at the earliest
-    const struct
-    {
-        CDate issued;
-        const char *type, *due, *why;
-    } rows[] = {
-        {{2024, 10, 31}, "SA800", "2025-01-31", "last day of the ordinary date"},
-        {{2024, 11, 1}, "SA900", "2025-01-31", "November: 91 days"},
-        {{2024, 11, 30}, "SA100", "2025-02-28", "its 30th: 90"},
-        {{2024, 12, 1}, "SA100", "2025-02-28", "December: 89"},
-        {{2025, 1, 31}, "SA100", "2025-04-30", "January: 89"},
-        {{2028, 1, 31}, "SA100", "2028-04-30", "January of a leap year: 90"},
-        {{2025, 2, 28}, "SA100", "2025-05-27", "February: 88"},
-        {{2028, 2, 29}, "SA100", "2028-05-28", "February of a leap year: 89"},
-        {{2025, 3, 31}, "SA100", "2025-06-30", "March: 91"},
-        {{2025, 4, 30}, "SA100", "2025-07-29", "April: 90"},
-        {{2027, 11, 1}, "SA100", "2028-02-01", "November before a leap year: 92"},
-        {{2027, 12, 1}, "SA100", "2028-02-29", "December before a leap year: 90"},
-        {{}, "SA100", "", "null"},
-        {CDate::Invalid(), "SA100", "", "invalid"},
-        {{9999, 12, 31}, "SA100", "", "past the calendar"},
-        {{2024, 4, 6}, "P11D", "2025-04-05", "up to 6 April"},
-        {{2025, 3, 6}, "P11D", "2025-04-05", "30 days: the same day"},
-        {{2025, 3, 7}, "P11D", "2025-04-06", "30 days: a day later"},
-        {{2025, 2, 10}, "P11D", "2025-04-05", "to the end of February, so early"},
-        {{2026, 2, 10}, "P11D", "2026-02-28", "to the end of February"},
-        {{2028, 2, 10}, "P11D", "2028-02-29", "of a leap year"},
-        {{2025, 4, 10}, "SA10", "2025-05-09", "29 days in April"},
-        {{2025, 12, 10}, "", "2026-01-09", "30 in December"},
+    const auto due = [](long issued, const char* type) {
+        return CDateToLong(CalculateFilingDate(LongToCDate(issued), type));
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(CalculateFilingDate(row.issued, row.type).FormatIso(), row.due) << row.why;
+    SetCurrentTaxYear(ConvertRealToRelativeTaxYear(2023));
+    EXPECT_EQ(due(20241031, "SA800"), 20250130) << "late for that year, so 91 days";
+    EXPECT_EQ(due(20240406, "P11D"), 20240505) << "late too: 29 days";
+    SetCurrentTaxYear(ConvertRealToRelativeTaxYear(2024));
+    const ::Test::Row<long, const char*, long> rows[] = {
+        {20241031, "SA800", 20250131, "the last that is not late"}, {20241001, "sa100", 20250131, "small letters"},
+        {20280131, "SA100", 20280430, "leap January: 90"},          {20241101, "SA900", 20250131, "November: 91"},
+        {20280229, "SA100", 20280528, "leap February: 89"},         {20241130, "SA100", 20250228, "its 30th: 90"},
+        {20271101, "SA100", 20280201, "a leap year on: 92"},        {20241201, "sa100", 20250228, "December: 89"},
+        {20271130, "SA100", 20280229, "and on the 30th: 91"},       {20240406, "P11D", 20250405, "up to 6 April"},
+        {20271201, "SA100", 20280229, "a leap year on: 90"},        {20250210, nullptr, 20250405, "ends early"},
+        {20250306, "P11D", 20250405, "30 days: the same"},          {20280210, "", 20280229, "a month to its end"},
+        {20250307, "SA10", 20250406, "30 days: a day later"},
+    };
+    for (const auto& [issued, type, expected, why] : rows)
+        EXPECT_EQ(due(issued, type), expected) << why;
+    EXPECT_EQ(due(0, "SA100") + due(99, "P11D") + due(99991231, "SA100"), 0) << "null, invalid, past the calendar";
 }
 
 TEST(EnableSmallBusinessEntitlement, HasTwoWindows)
 {
-    const struct
-    {
-        CDate start, end;
-        bool isEntitled;
-        const char* why;
-    } rows[] = {
-        {{2003, 4, 6}, {2004, 4, 5}, false, "ends before the first window"},
-        {{2003, 4, 7}, {2004, 4, 6}, true, "ends on its first day"},
-        {{2005, 4, 5}, {2006, 4, 4}, true, "starts on its last day"},
-        {{2005, 4, 6}, {2006, 4, 5}, false, "between the windows"},
-        {{2005, 4, 7}, {2006, 4, 6}, true, "ends on the second's first day"},
-        {{2008, 4, 5}, {2009, 4, 4}, true, "starts on its last day"},
-        {{2008, 4, 6}, {2009, 4, 5}, false, "starts too late"},
-        {{}, {2006, 4, 6}, true, "no start"},
-        {{2005, 1, 1}, {}, false, "no end"},
+    const ::Test::Row<long, long, bool> rows[] = {
+        {20030406, 20040405, false, "ends too early"},     {20030407, 20040406, true, "ends on the first day"},
+        {20050405, 20060404, true, "starts on the last"},  {20050406, 20060405, false, "between the windows"},
+        {20050407, 20060406, true, "ends on a first day"}, {20080405, 20090404, true, "starts on a last day"},
+        {20080406, 20090405, false, "starts too late"},    {0, 20060406, true, "no start is early enough"},
+        {20050101, 0, false, "no end is too early"},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(EnableSmallBusinessEntitlement(row.start, row.end), row.isEntitled) << row.why;
+    for (const auto& [start, end, isEntitled, why] : rows)
+        EXPECT_EQ(EnableSmallBusinessEntitlement(LongToCDate(start), LongToCDate(end)), isEntitled) << why;
 }
 
 TEST(HalvessaTaxYears, RunFrom2015ToTheLast)
 {
-    const struct
-    {
-        short year;
-        bool isStart, isEnd;
-    } rows[] = {{2014, false, true}, {2015, true, true}, {2025, true, true}, {2026, true, false}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(IsValidHalvessaTaxYearStart(TaxYear(row.year)), row.isStart) << row.year;
-        EXPECT_EQ(IsValidHalvessaTaxYearEnd(TaxYear(row.year)), row.isEnd) << row.year;
-        EXPECT_EQ(IsValidHalvessaTaxYearStart(GetTaxYearEnd(row.year)), row.isStart) << row.year;
-        EXPECT_EQ(IsValidHalvessaTaxYearEnd(GetTaxYearStart(row.year)), row.isEnd) << row.year;
+    for (const short year : {short{2014}, short{2015}, short{2025}, short{2026}}) {
+        EXPECT_EQ(IsValidHalvessaTaxYearStart(TaxYear(year)), year != 2014) << year;
+        EXPECT_EQ(IsValidHalvessaTaxYearEnd(TaxYear(year)), year != 2026) << year;
+        EXPECT_EQ(IsValidHalvessaTaxYearStart(GetTaxYearEnd(year)), year != 2014) << year;
+        EXPECT_EQ(IsValidHalvessaTaxYearEnd(GetTaxYearStart(year)), year != 2026) << year;
     }
     EXPECT_FALSE(IsValidHalvessaTaxYearStart(CDate()));
     EXPECT_TRUE(IsValidHalvessaTaxYearEnd(CDate())) << "the year -1: callers test validity";

@@ -7,8 +7,7 @@
 namespace
 {
 
-int g_alive = 0;
-int g_listening = 0;
+int g_alive = 0, g_listening = 0;
 
 struct CountedData
 {
@@ -54,14 +53,9 @@ TEST_F(Singleton, IsMadeOnFirstUseAndAnewAfterDestroy)
     EXPECT_EQ(Counted::Loaded(), 0);
     Counted::Instance().Data().figure = 7;
     EXPECT_EQ(Counted::Instance().Data().figure, 7);
-    EXPECT_EQ(Counted::Loaded(), 1);
-    EXPECT_EQ(g_alive, 1);
-    EXPECT_EQ(g_listening, 1);
-
+    EXPECT_TRUE(Counted::Loaded() == 1 && g_alive == 1 && g_listening == 1);
     Counted::Destroy();
-    EXPECT_EQ(Counted::Loaded(), 0);
-    EXPECT_EQ(g_alive, 0);
-    EXPECT_EQ(g_listening, 0);
+    EXPECT_TRUE(Counted::Loaded() == 0 && g_alive == 0 && g_listening == 0);
     EXPECT_EQ(Counted::Instance().Data().figure, 0);
 }
 
@@ -70,8 +64,7 @@ TEST_F(Singleton, IsFoundByItsKeyWhicheverModuleAsks)
     Counted& ours = Counted::Instance();
     const std::string key = std::string("MORVUT::") + typeid(CSingleton<CountedData, Counted>).name();
     EXPECT_EQ(GetGlobalDataItem(key.c_str(), nullptr, nullptr), &ours);
-    ASSERT_TRUE(DeleteGlobalItem(key.c_str()));
-    EXPECT_EQ(g_alive, 0);
+    EXPECT_TRUE(DeleteGlobalItem(key.c_str()) && g_alive == 0);
     EXPECT_EQ(Counted::Instance().Data().figure, 0) << "another module destroyed it: made anew, not remembered";
     Shellkit::Shutdown();
     EXPECT_EQ(g_alive, 0) << "the store ends it";
@@ -84,7 +77,6 @@ TEST_F(Singleton, LeavesListenersAloneWhileTheyAreDisabled)
     EXPECT_EQ(g_listening, 0) << "made without listeners";
     Counted::Destroy();
     DisableQuarryListeners(false);
-
     Counted::Instance();
     DisableQuarryListeners(true);
     EXPECT_EQ(g_listening, 1) << "those that exist stay";
@@ -96,8 +88,7 @@ TEST_F(Singleton, IsNotThereWhenItCannotListen)
 {
     Counted::refuse = true;
     EXPECT_THROW(Counted::Instance(), std::runtime_error);
-    EXPECT_EQ(g_alive, 0);
-    EXPECT_EQ(Counted::Loaded(), 0);
+    EXPECT_TRUE(g_alive == 0 && Counted::Loaded() == 0);
     Counted::refuse = false;
     Counted::Instance();
     EXPECT_EQ(g_listening, 1);

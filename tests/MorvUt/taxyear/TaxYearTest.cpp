@@ -3,63 +3,68 @@
 #include <gtest/gtest.h>
 
 #include "support/Case.h"
+#include "support/TestSupport.h"
 
 TEST(TaxYearRange, NumbersThirtyFiveYears)
 {
-    EXPECT_EQ(GetMinRealTaxYear(), 1991);
-    EXPECT_EQ(GetMaxRealTaxYear(), 2025);
-    EXPECT_EQ(GetMaxTaxYear(), 34);
-    EXPECT_EQ(GetNumTaxYears(), 35);
-    EXPECT_EQ(GetDefaultRealTaxYear(), 2024);
-}
-
-TEST(TaxYearRange, ConvertsAnyNumberAndBack)
-{
+    EXPECT_TRUE(GetMinRealTaxYear() == 1991 && GetMaxRealTaxYear() == 2025 && GetDefaultRealTaxYear() == 2024);
+    EXPECT_TRUE(GetMaxTaxYear() == 34 && GetNumTaxYears() == 35);
+    EXPECT_TRUE(TaxYear::GetFirstTaxYear() == TaxYear(1991) && TaxYear::GetLastTaxYear() == TaxYear(2025));
     const ::Test::Case<short, short> rows[] = {
-        {1991, 0, "first"},
-        {2025, 34, "last"},
-        {1990, -1, "before the range"},
-        {2100, 109, "behind the range"},
-        {-32768, 30777, "wraps at 16 bits"},
+        {1991, 0, "first"},    {1990, -1, "before the range"},      {2025, 34, "last"}, {2100, 109, "behind the range"},
+        {2024, 33, "default"}, {-32768, 30777, "wraps at 16 bits"},
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        EXPECT_EQ(ConvertRealToRelativeTaxYear(row.in), row.out);
-        EXPECT_EQ(ConvertRelativeToRealTaxYear(row.out), row.in);
-        EXPECT_EQ(TaxYear(row.in).GetRelativeTaxYear(), row.out);
+        EXPECT_EQ(ConvertRealToRelativeTaxYear(row.in), row.out) << row.why;
+        EXPECT_EQ(ConvertRelativeToRealTaxYear(row.out), row.in) << row.why;
+        EXPECT_EQ(TaxYear(row.in).GetRelativeTaxYear(), row.out) << row.why;
     }
 }
 
 TEST(TaxYear, RunsFromSixthToFifthOfApril)
 {
-    const TaxYear year(2024);
-    EXPECT_EQ(year.GetStart().FormatIso(), "2023-04-06");
-    EXPECT_EQ(year.GetEnd().FormatIso(), "2024-04-05");
+    EXPECT_EQ(TaxYear(2024).GetStart().FormatIso(), "2023-04-06");
+    EXPECT_EQ(TaxYear(2024).GetEnd().FormatIso(), "2024-04-05");
     EXPECT_FALSE(TaxYear(100).GetStart().IsValid()) << "dates begin in the year 100";
     EXPECT_FALSE(TaxYear(-32768).GetEnd().IsValid());
 }
 
-TEST(TaxYear, ComparesTheYearAlone)
+TEST(TaxYear, ComparesAndMovesByTheYearAlone)
 {
     EXPECT_FALSE(TaxYear().IsValid());
-    EXPECT_TRUE(TaxYear(0).IsValid());
-    EXPECT_EQ(TaxYear(), TaxYear(0));
-    EXPECT_NE(TaxYear(2023), TaxYear(2024));
-    EXPECT_TRUE(TaxYear(-1) < TaxYear(0));
+    EXPECT_TRUE(TaxYear(0).IsValid() && TaxYear() == TaxYear(0));
+    EXPECT_TRUE(TaxYear(2023) != TaxYear(2024) && TaxYear(-1) < TaxYear(0));
     EXPECT_TRUE(TaxYear(2024) > TaxYear(2023) && TaxYear(2024) >= TaxYear(2024) && TaxYear(2024) <= TaxYear(2024));
     EXPECT_FALSE(TaxYear(2024) > TaxYear(2024) || TaxYear(2023) >= TaxYear(2024) || TaxYear(2024) <= TaxYear(2023));
-}
-
-TEST(TaxYear, MovesByYears)
-{
     TaxYear year(2025);
     EXPECT_EQ(year++, TaxYear(2025));
-    EXPECT_EQ(++year, TaxYear(2027)); // the range is nobody's business here
+    EXPECT_EQ(++year, TaxYear(2027)) << "the range is nobody's business here";
     EXPECT_EQ(year--, TaxYear(2027));
     EXPECT_EQ(--year, TaxYear(2025));
     EXPECT_EQ((year += 10) -= 4, TaxYear(2031));
-    EXPECT_EQ(year + -31, TaxYear(2000));
-    EXPECT_EQ(year - 31, TaxYear(2000));
-    EXPECT_EQ(TaxYear(32767) + 1, TaxYear(-32768));
+    EXPECT_TRUE(year + -31 == TaxYear(2000) && year - 31 == TaxYear(2000) && TaxYear(32767) + 1 == TaxYear(-32768));
     EXPECT_FALSE((TaxYear() + 2024).IsValid()) << "a null year stays null";
+}
+
+TEST(YearTitles, AreWrittenInFourWays)
+{
+    const ::Test::Row<short, const char*, const char*, const char*, const char*> rows[] = {
+        {2024, "23-24", "2023/24", "2023-24", "2023/24", "any year"},
+        {2000, "99-00", "1999/00", "1999-00", "1999/2000", "ends a century"},
+        {2001, "00-01", "2000/01", "2000-01", "2000/01", "the year after"},
+        {7, "06-07", "0006/07", "0006-07", "0006/07", "keeps its digits"},
+    };
+    for (const auto& [year, two, fourTwo, hyphen, four, why] : rows) {
+        SCOPED_TRACE(why);
+        EXPECT_EQ(FormatYearString2Digit(year), two);
+        EXPECT_EQ(FormatYearString42Digit(year), fourTwo);
+        EXPECT_EQ(FormatYearString42DigitWithHyphen(year), hyphen);
+        EXPECT_EQ(FormatYearString4Digit(year), four);
+        EXPECT_EQ(TaxYear(year).Format(), fourTwo);
+    }
+    char buffer[8];
+    GetTaxYearTitle(33, buffer, sizeof buffer);
+    EXPECT_STREQ(buffer, "2023/24");
+    EXPECT_TRUE(::Test::MessageOf<CInvalidArgException>([&] { GetTaxYearTitle(33, buffer, 7); }));
+    EXPECT_STREQ(buffer, "") << "nothing half written";
 }
