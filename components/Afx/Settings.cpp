@@ -55,6 +55,8 @@ std::optional<CString> Settings::Read(const char* section, const char* name)
 {
     const CString path = GetPath();
     const std::string_view sectionText = section ? section : "", nameText = name ? name : "";
+    if (nameText.empty())
+        return std::nullopt; // a line "=value" is nobody's
 #ifdef _WIN32
     if (path.IsEmpty())
         return Detail::ReadRegistry(sectionText, nameText);

@@ -80,6 +80,8 @@ TEST(Settings, RefusesNamesThatNoFileHolds)
     for (const char* const section : {"", "a\nb", "a ", "a]"})
         EXPECT_FALSE(Settings::Write(section, "n", "v")) << section;
     EXPECT_FALSE(std::filesystem::exists(Settings::GetPath().GetString()));
+    Settings::SetPath(::Test::WriteFile("nameless.ini", "[S]\n=v\n"));
+    EXPECT_EQ(Read("S", ""), "(none)");
 }
 
 TEST(Settings, NeverLosesAFileItCannotRead)
