@@ -39,9 +39,9 @@ public:
     /// date becomes invalid, or null for an empty or blank text, and the result is false.
     ///
     /// Day, month and year between single `/`, `-` or `.`, or blanks; the month as number or English name (three
-    /// letters or whole, any case; with a year it may also stand first: Apr 5 2024); a year of four digits, or of two: 00 to 49
-    /// are 2000 to 2049, 50 to 99 are 1950 to 1999; `yyyy-mm-dd`; `ddmmyy` and `ddmmyyyy`. Day and month alone take the
-    /// year from the year handler. A month above 12 is never taken for the day.
+    /// letters or whole, any case; with a year it may also stand first: Apr 5 2024); a year of four digits, or of two:
+    /// 00 to 49 are 2000 to 2049, 50 to 99 are 1950 to 1999; `yyyy-mm-dd`; `ddmmyy` and `ddmmyyyy`. Day and month alone
+    /// take the year from the year handler. A month above 12 is never taken for the day.
     bool ParseDate(const char* text);
     /// Why `text` is no date, and how to mend it, for the user: "31 April does not exist". Empty when it is one.
     static CString WhyNotDate(const char* text);
