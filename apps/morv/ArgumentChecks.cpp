@@ -34,49 +34,41 @@ const CLI::Option* OptionOf(const CLI::App& app, const std::string& argument)
     return argument.starts_with('-') ? app.get_option_no_throw(argument.substr(0, argument.find('='))) : nullptr;
 }
 
-/// Marks what is behind `calc`, but for the options of `app` and of calc and their values; "--" ends those and goes.
-std::vector<std::string> WithWordsMarked(std::vector<std::string> arguments, const CLI::App& app)
-{
-    const CLI::App* calc = nullptr;
-    bool isValue = false, takesOptions = true;
-    std::vector<std::string> marked;
-    for (const std::string& argument : arguments) {
-        const CLI::Option* option = nullptr;
-        if (takesOptions && !isValue) {
-            option = OptionOf(app, argument);
-            if (!option && calc)
-                option = OptionOf(*calc, argument);
-        }
-        if (option || isValue) {
-            marked.push_back(argument);
-            isValue = option && option->get_items_expected_max() > 0 && argument.find('=') == argument.npos;
-        } else if (!calc) {
-            if (argument != "calc")
-                return arguments; // another command
-            calc = app.get_subcommand(argument);
-            marked.push_back(argument);
-        } else if (takesOptions && argument == "--") {
-            takesOptions = false;
-        } else {
-            marked.push_back(kWordMark + argument);
-        }
-    }
-    return marked;
-}
-
 } // namespace
 
 std::vector<std::string> ArgumentsOf(int argc, char** argv, const CLI::App& app)
 {
     std::vector<std::string> arguments;
+    const CLI::App* calc = nullptr;
+    bool hasCommand = false, isValue = false, takesOptions = true;
     for (int i = 1; i < argc; ++i) {
         const std::string text = argv[i];
-        const bool isEmptyValue = text.starts_with("--") && text.size() > 3 && text.find('=') == text.size() - 1;
-        arguments.push_back(isEmptyValue ? text.substr(0, text.size() - 1) : text);
-        if (isEmptyValue)
+        const CLI::Option* option = takesOptions && !isValue ? OptionOf(app, text) : nullptr;
+        if (!option && calc && takesOptions && !isValue)
+            option = OptionOf(*calc, text);
+        const bool takesValue = option && option->get_items_expected_max() > 0;
+        if (isValue) {
+            arguments.push_back(text);
+            isValue = false;
+        } else if (takesOptions && text == "--") {
+            takesOptions = false;
+            if (!calc)
+                arguments.push_back(text);
+        } else if (calc && !option) {
+            arguments.push_back(takesOptions && text == kFromInput ? text : kWordMark + text);
+        } else if (takesOptions && text.starts_with("--") && text.find('=') == text.size() - 1 &&
+                   (takesValue || !option)) {
+            arguments.push_back(text.substr(0, text.size() - 1));
             arguments.emplace_back();
+        } else {
+            arguments.push_back(text);
+            isValue = takesValue && text.find('=') == text.npos;
+            if (!hasCommand && text == "calc")
+                calc = app.get_subcommand(text);
+            hasCommand = hasCommand || !text.starts_with('-');
+        }
     }
-    return WithWordsMarked(std::move(arguments), app);
+    return arguments;
 }
 
 std::string WordOf(const std::string& argument)

@@ -10,6 +10,9 @@
 namespace Morv
 {
 
+/// In place of a rule's arguments: read lines of them.
+constexpr char kFromInput[] = "-";
+
 constexpr long kMostRowId = 2147483647;
 
 /// A plain decimal number from 1 to `most`. The library alone reads 010 as eight.
@@ -20,7 +23,8 @@ CLI::Validator NotEmpty();
 
 /// The arguments behind the program's name, as the library must see them to read them right: --name= as --name and an
 /// empty text (it alone takes the next argument for the value), and behind `calc` all but the options of `app` and of
-/// calc marked, for WordOf to unmark: a rule takes any text (-.5, --, [5]), which the library would take apart.
+/// calc marked, for WordOf to unmark: a rule takes any text (-.5, --, [5]), which the library would take apart. A "-"
+/// that is not behind "--" stays bare.
 std::vector<std::string> ArgumentsOf(int argc, char** argv, const CLI::App& app);
 std::string WordOf(const std::string& argument);
 

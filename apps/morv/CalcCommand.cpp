@@ -18,8 +18,6 @@ namespace Morv
 namespace
 {
 
-constexpr char kFromInput[] = "-";
-
 const CalcRule& RuleNamed(const std::string& name)
 {
     std::vector<std::string> names;
@@ -163,13 +161,13 @@ Exit Calc(std::vector<std::string> words, bool list, const CommonOptions& option
     }
     if (words.empty())
         throw CommandError(Exit::BadInput, "BAD_ARGUMENTS", "no rule is named", "morv calc --list names them.");
+    const bool readsLines = words.size() == 2 && words.back() == kFromInput; // bare, see ArgumentsOf
     std::transform(words.begin(), words.end(), words.begin(), WordOf);
     UseYear(options);
     const CalcRule& rule = RuleNamed(words.front());
-    const std::vector<std::string> arguments(words.begin() + 1, words.end());
-    if (arguments == std::vector<std::string>{kFromInput})
+    if (readsLines)
         return CalculateLines(rule, options.json);
-    Calculate(rule, arguments, options.json);
+    Calculate(rule, {words.begin() + 1, words.end()}, options.json);
     return Exit::Done;
 }
 

@@ -85,9 +85,15 @@ void PrintError(const CommandError& error, bool json)
 std::string Printable(std::string_view text)
 {
     std::string printable = Afx::IsUtf8(text) ? std::string(text) : Afx::ToUtf8(text);
-    for (char& c : printable)
-        if (static_cast<unsigned char>(c) < ' ' || c == '\x7F')
+    char before = ' ';
+    for (char& c : printable) {
+        const bool isHighControl = before == '\xC2' && static_cast<unsigned char>(c) < 0xA0; // U+0080 to U+009F
+        if (isHighControl)
+            *(&c - 1) = ' ';
+        before = c;
+        if (isHighControl || static_cast<unsigned char>(c) < ' ' || c == '\x7F')
             c = ' ';
+    }
     return printable;
 }
 
@@ -114,6 +120,13 @@ std::string DidYouMean(std::string_view given, std::span<const std::string> name
     return nearest.empty() ? std::string() : "; did you mean " + std::string(nearest) + "?";
 }
 
+void TextTable::Add(std::vector<std::string> cells)
+{
+    for (std::string& cell : cells)
+        cell = Printable(cell);
+    m_rows.push_back(std::move(cells));
+}
+
 void TextTable::Print(const char* indent) const
 {
     std::vector<std::size_t> widths;
@@ -126,7 +139,7 @@ void TextTable::Print(const char* indent) const
     for (const auto& row : m_rows) {
         std::string line = indent;
         for (std::size_t i = 0; i < row.size(); ++i) {
-            line += Printable(row[i]);
+            line += row[i];
             if (i + 1 < row.size())
                 line.append(widths[i] - Width(row[i]) + 2, ' ');
         }

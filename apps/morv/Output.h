@@ -49,7 +49,7 @@ class TextTable
 {
 public:
     explicit TextTable(std::vector<std::string> headings) { m_rows.push_back(std::move(headings)); }
-    void Add(std::vector<std::string> cells) { m_rows.push_back(std::move(cells)); }
+    void Add(std::vector<std::string> cells);
     bool IsEmpty() const { return m_rows.size() == 1; }
     void Print(const char* indent = "") const;
 

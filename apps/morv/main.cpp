@@ -92,8 +92,9 @@ Exit Run(CLI::App& app, Program& program, const std::vector<std::string>& argume
         if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success))
             return static_cast<Exit>(app.exit(error)); // --help, --version
         // The flag may not have been read yet when the line is wrong.
-        const bool json = std::any_of(arguments.begin(), arguments.end(),
-                                      [](const std::string& text) { return text.starts_with("--json"); });
+        const bool json = std::any_of(arguments.begin(), arguments.end(), [](const std::string& text) {
+            return text == "--json" || text == "--json=true";
+        });
         return Report(CommandError(Exit::BadInput, "BAD_ARGUMENTS", MessageOf(error, app), "morv --help tells how."),
                       json);
     } catch (const CommandError& error) {

@@ -27,7 +27,11 @@ class KILN_API CDateEdit : public CEdit
     /// The last day that a date can have, as a date of birth has today. A later date of which the year was typed in two
     /// digits, or not at all, is meant a century earlier; one with all four digits is taken as it stands. A date that
     /// is not valid lifts this.
-    void SetLatest(const CDate& latest) noexcept { m_latest = latest; }
+    void SetLatest(const CDate& latest) noexcept
+    {
+        m_latest = latest;
+        m_refused.Empty();
+    }
 
     /// Shows `date`, or takes it over. A text that is no date is refused, and `date` left as it was: the user is told
     /// why, and the exchange fails with the text selected. `flags` is 0 or kDateRequired.

@@ -114,7 +114,7 @@ CString WhyNotNINumber(const char* text)
     const std::string_view shape = NearestShape(given, length);
     if (shape.empty())
         return LengthMustBe("A National Insurance number has 8 or 9 characters", length);
-    if (BeginsAs(text, kTemporaryShape)) // all of it, so something follows
+    if (BeginsAs(text, kTemporaryShape) && length > static_cast<int>(kTemporaryShape.size()))
         return LengthMustBe("A number of the form 12A34567 has 8 characters", length);
     std::size_t place = 0;
     while (place + 1 < shape.size() && Fits(given[place], shape[place]))

@@ -38,8 +38,7 @@ void DDX_LongDate(CDataExchange* exchange, Kiln::CDateEdit& edit, long& value, u
     } else if (value == kUnknownDay) {
         ShowUnknown(edit);
     } else {
-        if (ShowsUnknown(edit))
-            edit.LimitText(0); // the limit goes with the word
+        edit.LimitText(0); // the limit goes with the word, also where the user wrote over it
         Kiln::CDate date = LongToCDate(value);
         edit.DDX(exchange, date, flags);
     }

@@ -41,11 +41,14 @@ TEST(Calc, AnswersInTheUnitsOfTheList)
         {"FormatSortCode [5,6]", "\"[5-,6-]\"", "nor is a comma"},
         {"FormatSortCode ++", "\"++--\"", "signs"},
         {"GrossFromNet 500 -.5", "498", "no option"},
+        {"FormatSortCode --ab=", "\"--ab=\"", "an empty value of no option"},
         {"FormatSortCode client", "\"cl-ie-nt\"", "no command"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(MorvJson("calc " + row.in)["result"], Json::parse(row.out)) << row.why;
     EXPECT_EQ(RunMorv("--year 2024 calc FormatSortCode --quiet -- --json").out, "--json\n") << "behind -- all is text";
+    EXPECT_EQ(RunMorv("calc FormatSortCode -- -").out, "-\n") << "also what else reads lines";
+    EXPECT_EQ(RunMorv("calc --user= GetMaxTaxYear").exit, 2) << "an option's empty value stays one";
 }
 
 TEST(Calc, RefusesBadArgumentsInOneLine)
@@ -122,11 +125,11 @@ TEST(Calc, AnswersALineWithALine)
 TEST(Calc, KeepsControlCharactersOffTheTerminal)
 {
     const std::string lines =
-        WriteFile("control", "\xEF\xBB\xBF\033[2J1\n\"a\rb\033\" 1\n" + std::string("2234567890\0", 11));
+        WriteFile("control", "\xEF\xBB\xBF\033[2J1\n\"a\rb\033\xC2\x9B\" 1\n" + std::string("2234567890\0", 11));
     const Ended ended = RunMorv("calc FormatSortCode -", lines);
     EXPECT_EQ(ended.out, " [-2J-1\n") << "the mark of the file's encoding is passed over";
     EXPECT_EQ(std::count(ended.err.begin(), ended.err.end(), '\n'), 2) << "one line each: " << ended.err;
-    for (const char c : {'\033', '\r', '\0'})
+    for (const char c : {'\033', '\r', '\0', '\x9B'})
         EXPECT_EQ(ended.err.find(c), std::string::npos) << int{c};
     EXPECT_NE(ended.err.find("line 3: FormatSortCode: argument 1 (code)"), std::string::npos)
         << "a zero byte: " << ended.err;
