@@ -67,12 +67,7 @@ fs::path ProgramPath()
 std::string_view CutName(std::string_view name) noexcept
 {
     name = name.substr(0, name.find('.'));
-    if (name.size() <= kLongestComputerName)
-        return name;
-    std::size_t cut = kLongestComputerName;
-    while (cut > 0 && (static_cast<unsigned char>(name[cut]) & 0xC0) == 0x80) // never inside a character
-        --cut;
-    return name.substr(0, cut);
+    return CutUtf8(name, kLongestComputerName);
 }
 
 std::optional<std::string> ReadBytes(const fs::path& path)

@@ -5,6 +5,7 @@
 
 #include "Afx/CString.h"
 #include "Afx/Exceptions.h"
+#include "Afx/Text.h"
 
 namespace Afx
 {
@@ -408,12 +409,8 @@ void Formatter::WriteChar(const Placeholder& place, const FormatArg& arg)
 
 void Formatter::WriteText(const Placeholder& place, std::string_view text)
 {
-    if (place.precision >= 0 && static_cast<std::size_t>(place.precision) < text.size()) {
-        std::size_t cut = static_cast<std::size_t>(place.precision);
-        while (cut > 0 && (static_cast<unsigned char>(text[cut]) & 0xC0) == 0x80) // never inside a character
-            --cut;
-        text = text.substr(0, cut);
-    }
+    if (place.precision >= 0)
+        text = CutUtf8(text, static_cast<std::size_t>(place.precision));
     const int blanks =
         text.size() < static_cast<std::size_t>(place.width) ? place.width - static_cast<int>(text.size()) : 0;
     if (!place.left)

@@ -204,6 +204,15 @@ bool IsUtf8(std::string_view bytes) noexcept
     return true;
 }
 
+std::string_view CutUtf8(std::string_view text, std::size_t most) noexcept
+{
+    if (text.size() <= most)
+        return text;
+    while (most > 0 && (static_cast<unsigned char>(text[most]) & 0xC0) == 0x80)
+        --most;
+    return text.substr(0, most);
+}
+
 std::string ToUtf8(std::string_view bytes)
 {
     if (IsUtf8(bytes))

@@ -1,7 +1,5 @@
 #include "HmrcApi/Endpoints.h"
 
-#include <algorithm>
-
 #include "Afx/Text.h"
 #include "HmrcApi/AnswerTable.h"
 #include "HmrcApi/CannedAnswers.h"
@@ -63,12 +61,7 @@ private:
     static std::string Shown(const std::string& body, const std::string& token)
     {
         constexpr std::size_t kShown = 4000;
-        std::string text = Afx::ToUtf8(Mask(body, {token}));
-        std::size_t end = std::min(kShown, text.size());
-        while (end > 0 && end < text.size() && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80)
-            --end;
-        text.resize(end);
-        return text;
+        return std::string(Afx::CutUtf8(Afx::ToUtf8(Mask(body, {token})), kShown));
     }
 
     IChainLogger* m_logger;
