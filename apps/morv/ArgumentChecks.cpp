@@ -1,6 +1,6 @@
 #include "ArgumentChecks.h"
 
-#include <charconv>
+#include "WholeNumber.h"
 
 namespace Morv
 {
@@ -10,9 +10,7 @@ CLI::Validator PlainNumber(long most)
     const std::string range = "1 to " + std::to_string(most);
     const auto problem = [=](const std::string& text) {
         long value = 0;
-        const char* end = text.data() + text.size();
-        const auto [stop, error] = std::from_chars(text.data(), end, value);
-        const bool isPlain = error == std::errc() && stop == end && text.front() != '0' && value >= 1 && value <= most;
+        const bool isPlain = ReadWhole(text, value) && text.front() != '0' && value >= 1 && value <= most;
         return isPlain ? std::string() : "'" + text + "' is not a whole number from " + range;
     };
     return {problem, range};
@@ -43,30 +41,36 @@ std::vector<std::string> ArgumentsOf(int argc, char** argv, const CLI::App& app)
     bool hasCommand = false, isValue = false, takesOptions = true;
     for (int i = 1; i < argc; ++i) {
         const std::string text = argv[i];
-        const CLI::Option* option = takesOptions && !isValue ? OptionOf(app, text) : nullptr;
-        if (!option && calc && takesOptions && !isValue)
-            option = OptionOf(*calc, text);
-        const bool takesValue = option && option->get_items_expected_max() > 0;
-        if (isValue) {
-            arguments.push_back(text);
+        if (isValue || !takesOptions) {
+            arguments.push_back(calc && !isValue ? kWordMark + text : text);
             isValue = false;
-        } else if (takesOptions && text == "--") {
+            continue;
+        }
+        if (text == "--") {
             takesOptions = false;
             if (!calc)
                 arguments.push_back(text);
-        } else if (calc && !option) {
-            arguments.push_back(takesOptions && text == kFromInput ? text : kWordMark + text);
-        } else if (takesOptions && text.starts_with("--") && text.find('=') == text.size() - 1 &&
-                   (takesValue || !option)) {
-            arguments.push_back(text.substr(0, text.size() - 1));
-            arguments.emplace_back();
-        } else {
-            arguments.push_back(text);
-            isValue = takesValue && text.find('=') == text.npos;
-            if (!hasCommand && text == "calc")
-                calc = app.get_subcommand(text);
-            hasCommand = hasCommand || !text.starts_with('-');
+            continue;
         }
+        const CLI::Option* option = OptionOf(app, text);
+        if (!option && calc)
+            option = OptionOf(*calc, text);
+        if (calc && !option) {
+            arguments.push_back(text == kFromInput ? text : kWordMark + text);
+            continue;
+        }
+        const bool takesValue = option && option->get_items_expected_max() > 0;
+        const std::size_t equals = text.find('=');
+        if (text.starts_with("--") && equals == text.size() - 1 && (takesValue || !option)) {
+            arguments.push_back(text.substr(0, equals));
+            arguments.emplace_back();
+            continue;
+        }
+        arguments.push_back(text);
+        isValue = takesValue && equals == text.npos;
+        if (!hasCommand && text == "calc")
+            calc = app.get_subcommand(text);
+        hasCommand = hasCommand || !text.starts_with('-');
     }
     return arguments;
 }

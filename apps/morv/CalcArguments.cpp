@@ -1,11 +1,11 @@
 #include "CalcArguments.h"
 
-#include <charconv>
 #include <cmath>
 #include <limits>
 
 #include "CommandError.h"
 #include "Output.h"
+#include "WholeNumber.h"
 
 namespace Morv
 {
@@ -14,14 +14,6 @@ namespace
 {
 
 constexpr std::string_view kIdentifier = "identifier"; // of a person: never printed
-
-/// The whole of `text` as a number of base ten.
-template<class Number>
-bool ReadWhole(std::string_view text, Number& value)
-{
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
-    return read.ec == std::errc() && read.ptr == text.data() + text.size();
-}
 
 /// `YYYY-MM-DD`, whether or not there is such a day.
 bool ReadIsoFields(std::string_view text, int& year, int& month, int& day)

@@ -20,12 +20,14 @@ namespace
 
 const CalcRule& RuleNamed(const std::string& name)
 {
+    const auto rules = CalcRules();
+    const auto found = std::find_if(rules.begin(), rules.end(),
+                                    [&](const CalcRule& rule) { return Afx::EqualNoCase(rule.name, name); });
+    if (found != rules.end())
+        return *found;
     std::vector<std::string> names;
-    for (const CalcRule& rule : CalcRules()) {
-        if (Afx::EqualNoCase(rule.name, name))
-            return rule;
+    for (const CalcRule& rule : rules)
         names.emplace_back(rule.name);
-    }
     // An argument given first may be somebody's identifier: it is not repeated.
     const bool mayBeShown = std::none_of(name.begin(), name.end(), [](char c) { return c >= '0' && c <= '9'; });
     throw CommandError(Exit::BadInput, "UNKNOWN_RULE",

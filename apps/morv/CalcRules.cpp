@@ -20,7 +20,6 @@ constexpr std::string_view kYear = "real tax year", kRelative = "relative tax ye
                            kOrder = "1 in order, 0, -1", kPlace = "-1 before, 0 within, 1 after",
                            kWeekday = "0 Monday to 6 Sunday", kBytes = "bytes";
 
-Json PenceOf(const Kiln::CAmt& amount) { return amount.IsValid() ? Json(amount.GetPence()) : Json(nullptr); }
 Json AmountOf(const Kiln::CAmt& amount) { return amount.IsValid() ? Json(amount.GetValue()) : Json(nullptr); }
 
 Json FieldsOf(const X_DateStr_tag& record)

@@ -84,26 +84,21 @@ void PrintError(const CommandError& error, bool json)
 
 std::string Printable(std::string_view text)
 {
-    std::string printable = Afx::IsUtf8(text) ? std::string(text) : Afx::ToUtf8(text);
-    char before = ' ';
-    for (char& c : printable) {
-        const bool isHighControl = before == '\xC2' && static_cast<unsigned char>(c) < 0xA0; // U+0080 to U+009F
-        if (isHighControl)
-            *(&c - 1) = ' ';
-        before = c;
-        if (isHighControl || static_cast<unsigned char>(c) < ' ' || c == '\x7F')
-            c = ' ';
-    }
+    std::string printable = Afx::ToUtf8(text);
+    for (std::size_t i = 0; i < printable.size(); ++i)
+        if (const auto byte = static_cast<unsigned char>(printable[i]); byte < ' ' || byte == 0x7F)
+            printable[i] = ' ';
+        else if (byte == 0xC2 && static_cast<unsigned char>(printable[i + 1]) < 0xA0) // U+0080 to U+009F
+            printable[i] = printable[i + 1] = ' ';
     return printable;
 }
 
 std::string Quoted(std::string_view text)
 {
     constexpr std::size_t kMost = 80;
-    std::string_view shown = text.substr(0, kMost);
-    while (shown.size() < text.size() && !shown.empty() && !Afx::IsUtf8(shown) && Afx::IsUtf8(text))
-        shown.remove_suffix(1); // not through a character
-    return "\"" + Printable(shown) + (shown.size() < text.size() ? "…\"" : "\"");
+    const std::string whole = Printable(text);
+    const std::string_view shown = Afx::CutUtf8(whole, kMost);
+    return "\"" + std::string(shown) + (shown.size() < whole.size() ? "…\"" : "\"");
 }
 
 std::string DidYouMean(std::string_view given, std::span<const std::string> names)

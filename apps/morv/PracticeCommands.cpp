@@ -1,6 +1,5 @@
 // practice create, check, options.
 
-#include <charconv>
 #include <filesystem>
 #include <memory>
 #include <vector>
@@ -15,6 +14,7 @@
 #include "Quarry/Session.h"
 #include "SamplePractice.h"
 #include "Shellkit/Cipher.h"
+#include "WholeNumber.h"
 
 namespace Morv
 {
@@ -139,8 +139,7 @@ void SetOption(Brix::COptions& record, const std::string& assignment)
         if (option.most == 1 && (text == "true" || text == "false"))
             text = text == "true" ? "1" : "0";
         int value = 0;
-        const auto [stop, problem] = std::from_chars(text.data(), text.data() + text.size(), value);
-        if (problem != std::errc() || stop != text.data() + text.size() || value < option.least || value > option.most)
+        if (!ReadWhole(text, value) || value < option.least || value > option.most)
             throw CommandError(Exit::BadInput, "BAD_VALUE",
                                name + " takes a whole number from " + std::to_string(option.least) + " to " +
                                    std::to_string(option.most) + ", not '" + text + "'",

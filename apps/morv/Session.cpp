@@ -1,13 +1,12 @@
 #include "Session.h"
 
-#include <charconv>
-
 #include "Brix/Schema.h"
 #include "Cellar/Connection.h"
 #include "MorvUt/MorvUt.h"
 #include "MorvUt/StartUp.h"
 #include "Quarry/Session.h"
 #include "Shellkit/Cipher.h"
+#include "WholeNumber.h"
 
 namespace Morv
 {
@@ -114,9 +113,7 @@ void UseYear(const CommonOptions& options)
     if (options.year.empty())
         return;
     int year = 0;
-    const char* end = options.year.data() + options.year.size();
-    const auto [stop, problem] = std::from_chars(options.year.data(), end, year);
-    if (problem != std::errc() || stop != end || year < GetMinRealTaxYear() || year > GetMaxRealTaxYear())
+    if (!ReadWhole(options.year, year) || year < GetMinRealTaxYear() || year > GetMaxRealTaxYear())
         throw CommandError(Exit::BadInput, "BAD_YEAR", "--year: " + options.year + " is no tax year that is supported",
                            "Give the year in which the tax year ends, 1991 to 2025.");
     SetCurrentTaxYear(ConvertRealToRelativeTaxYear(static_cast<short>(year)));

@@ -1,6 +1,5 @@
 // table list, show, find: the code tables. They need no practice.
 
-#include <charconv>
 #include <memory>
 #include <optional>
 
@@ -8,6 +7,7 @@
 #include "Commands.h"
 #include "MorvUt/mappings/TypeMappings.h"
 #include "Output.h"
+#include "WholeNumber.h"
 
 namespace Morv
 {
@@ -18,9 +18,7 @@ namespace
 std::optional<int> WholeNumber(const std::string& text)
 {
     int number = 0;
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
+    return ReadWhole(text, number) ? std::optional(number) : std::nullopt;
 }
 
 const TypeMapping* TableOf(const std::string& nameOrPosition)
