@@ -98,7 +98,7 @@ struct CAuthorisation::State
     unsigned browserTimeout = kBrowserTimeout;
     std::function<bool(const std::string&)> browser = &OpenInBrowser;
     std::function<bool()> cancelled = &WaitWindow::IsCancelled;
-    std::shared_ptr<ITransport> transport;
+    std::shared_ptr<Channel> channel = std::make_shared<Channel>();
 
     // From the request for a code to the request for tokens.
     std::string redirectAddress;
@@ -128,12 +128,7 @@ struct CAuthorisation::State
                         Mask(detail, {tokens.accessToken, tokens.refreshToken}));
     }
 
-    ITransport& Transport()
-    {
-        if (!transport)
-            transport = MakeHttpTransport();
-        return *transport;
-    }
+    ITransport& Transport() const { return *channel->GetTransport(); }
 
     bool HasCredentials()
     {
@@ -454,6 +449,7 @@ void CAuthorisation::SetBrowser(std::function<bool(const std::string& address)> 
 
 void CAuthorisation::SetCancel(std::function<bool()> cancelled) { m_state->cancelled = std::move(cancelled); }
 
-void CAuthorisation::SetTransport(std::shared_ptr<ITransport> transport) { m_state->transport = std::move(transport); }
+void CAuthorisation::SetChannel(std::shared_ptr<Channel> channel) { m_state->channel = std::move(channel); }
+Channel& CAuthorisation::GetChannel() { return *m_state->channel; }
 
 } // namespace HmrcApi

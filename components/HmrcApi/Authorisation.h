@@ -12,7 +12,7 @@
 
 #include "HmrcApi/Export.h"
 #include "HmrcApi/Interfaces.h"
-#include "HmrcApi/transport/Transport.h"
+#include "HmrcApi/transport/Channel.h"
 
 namespace HmrcApi
 {
@@ -90,8 +90,9 @@ public:
     /// Asked while waiting; true ends the wait. Default: the window system's Cancel. A refresh under way is not ended:
     /// its token would be lost.
     void SetCancel(std::function<bool()> cancelled);
-    /// Sends the token requests; default MakeHttpTransport.
-    void SetTransport(std::shared_ptr<ITransport> transport);
+    /// What this authorisation's requests, and those of the endpoints made from it, go through; default one of its own.
+    void SetChannel(std::shared_ptr<Channel> channel);
+    Channel& GetChannel();
 
 private:
     struct State;

@@ -3,7 +3,6 @@
 #include "Afx/Text.h"
 #include "HmrcApi/AnswerTable.h"
 #include "HmrcApi/CannedAnswers.h"
-#include "HmrcApi/FraudHeaders.h"
 #include "HmrcApi/InterfaceFacts.h"
 #include "HmrcApi/Mask.h"
 #include "HmrcApi/Uri.h"
@@ -152,7 +151,7 @@ std::string Send(ITransport& transport, HttpRequest& request, CAuthorisation& au
 
 CEndpoint::~CEndpoint() = default;
 
-std::unique_ptr<ITransport> CEndpoint::RestFactory() { return MakeHttpTransport(); }
+std::shared_ptr<ITransport> CEndpoint::RestFactory() { return m_authorisation.GetChannel().GetTransport(); }
 
 std::string CEndpoint::Get(const InterfaceFacts& facts, const std::string& identifier, short taxYear,
                            IChainLogger* logger)
@@ -166,10 +165,10 @@ std::string CEndpoint::Get(const InterfaceFacts& facts, const std::string& ident
     request.headers = {{"Accept", std::string("application/vnd.hmrc.") + facts.version + "+json"}};
     request.cancelled = &WaitWindow::IsCancelled;
     if (!dynamic_cast<const IEndpointOverride*>(this)) // a canned answer needs to know nothing about this computer
-        for (auto& header : FraudPreventionHeaders())
-            request.headers.push_back(std::move(header));
+        for (const auto& header : m_authorisation.GetChannel().GetFraudHeaders())
+            request.headers.push_back(header);
 
-    const std::unique_ptr<ITransport> transport = RestFactory();
+    const std::shared_ptr<ITransport> transport = RestFactory();
     const WaitWindow window(std::string("Waiting for HMRC: ") + facts.name);
     return Send(*transport, request, m_authorisation, logger, RequestLog(logger, facts, year));
 }
@@ -191,14 +190,14 @@ CNationalInsuranceResponse CNationalInsurance::GetNationalInsurance(const std::s
     return body.empty() ? CNationalInsuranceResponse() : ReadAnswer(&ReadNationalInsuranceResponse, body);
 }
 
-std::unique_ptr<ITransport> CPayeOverride::RestFactory()
+std::shared_ptr<ITransport> CPayeOverride::RestFactory()
 {
-    return std::make_unique<CannedTransport>(CannedPayeAnswer(m_type));
+    return std::make_shared<CannedTransport>(CannedPayeAnswer(m_type));
 }
 
-std::unique_ptr<ITransport> CNationalInsuranceOverride::RestFactory()
+std::shared_ptr<ITransport> CNationalInsuranceOverride::RestFactory()
 {
-    return std::make_unique<CannedTransport>(CannedNationalInsuranceAnswer(m_type));
+    return std::make_shared<CannedTransport>(CannedNationalInsuranceAnswer(m_type));
 }
 
 } // namespace HmrcApi

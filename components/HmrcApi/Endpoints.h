@@ -23,8 +23,8 @@ public:
     virtual ~CEndpoint();
 
 protected:
-    /// The way out: HTTP for the live class, a canned answer for an override.
-    virtual std::unique_ptr<ITransport> RestFactory();
+    /// The way out: the authorisation's channel for the live class, a canned answer for an override.
+    virtual std::shared_ptr<ITransport> RestFactory();
     /// The body of the answer; empty when HMRC has nothing (404 NOT_FOUND).
     /// `identifier` is taken in upper case without blanks and percent-encoded.
     std::string Get(const struct InterfaceFacts& facts, const std::string& identifier, short taxYear,
@@ -56,7 +56,7 @@ public:
     CPayeOverride(CAuthorisation& authorisation, ResponseType type) noexcept : CPaye(authorisation), m_type(type) {}
 
 protected:
-    std::unique_ptr<ITransport> RestFactory() override;
+    std::shared_ptr<ITransport> RestFactory() override;
 
 private:
     ResponseType m_type;
@@ -70,7 +70,7 @@ public:
     {}
 
 protected:
-    std::unique_ptr<ITransport> RestFactory() override;
+    std::shared_ptr<ITransport> RestFactory() override;
 
 private:
     ResponseType m_type;

@@ -19,7 +19,7 @@ struct Borrowed : ITransport
 struct TestPaye : CPaye
 {
     TestPaye(CAuthorisation& authorisation, ITransport& transport) : CPaye(authorisation), to(transport) {}
-    std::unique_ptr<ITransport> RestFactory() override { return std::make_unique<Borrowed>(to); }
+    std::shared_ptr<ITransport> RestFactory() override { return std::make_shared<Borrowed>(to); }
     ITransport& to;
 };
 

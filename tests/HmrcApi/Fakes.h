@@ -180,7 +180,7 @@ protected:
     Plumbing()
     {
         tokenEndpoint->Add(200, kFreshTokens);
-        authorisation->SetTransport(tokenEndpoint);
+        authorisation->SetChannel(std::make_shared<Channel>(tokenEndpoint));
         Afx::Clock::SetSleep([this](unsigned milliseconds) { slept += milliseconds; });
     }
     ~Plumbing() override

@@ -13,7 +13,7 @@ struct CannedPaye : HmrcApi::CPaye
 {
     CannedPaye(HmrcApi::CAuthorisation& authorisation, std::string body) : CPaye(authorisation), json(std::move(body))
     {}
-    std::unique_ptr<HmrcApi::ITransport> RestFactory() override
+    std::shared_ptr<HmrcApi::ITransport> RestFactory() override
     {
         auto transport = std::make_unique<HmrcApi::Fakes::FakeTransport>();
         transport->Add(json.empty() ? 404 : 200, json.empty() ? R"({"code":"NOT_FOUND"})" : json);

@@ -1,0 +1,26 @@
+#include "HmrcApi/transport/Channel.h"
+
+#include "HmrcApi/FraudHeaders.h"
+
+namespace HmrcApi
+{
+
+Channel::Channel() = default;
+Channel::Channel(std::shared_ptr<ITransport> transport) : m_transport(std::move(transport)) {}
+Channel::~Channel() = default;
+
+const std::shared_ptr<ITransport>& Channel::GetTransport()
+{
+    if (!m_transport)
+        m_transport = MakeHttpTransport();
+    return m_transport;
+}
+
+const Channel::Headers& Channel::GetFraudHeaders()
+{
+    if (!m_fraudHeaders)
+        m_fraudHeaders = std::make_unique<Headers>(FraudPreventionHeaders());
+    return *m_fraudHeaders;
+}
+
+} // namespace HmrcApi

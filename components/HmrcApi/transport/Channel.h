@@ -1,0 +1,37 @@
+#pragma once
+
+// What the requests of one retrieval have in common.
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "HmrcApi/Export.h"
+#include "HmrcApi/transport/Transport.h"
+
+namespace HmrcApi
+{
+
+/// Lives as long as one retrieval, or a run over many clients: the way out, whose connections stay open between
+/// requests, and the fraud prevention headers, which are collected once. Used by one thread.
+class HMRCAPI_API Channel
+{
+public:
+    using Headers = std::vector<std::pair<std::string, std::string>>;
+
+    Channel(); // HTTP
+    explicit Channel(std::shared_ptr<ITransport> transport);
+    ~Channel();
+    Channel(const Channel&) = delete;
+    Channel& operator=(const Channel&) = delete;
+
+    const std::shared_ptr<ITransport>& GetTransport(); // made at its first use
+    const Headers& GetFraudHeaders();
+
+private:
+    std::shared_ptr<ITransport> m_transport;
+    std::unique_ptr<Headers> m_fraudHeaders;
+};
+
+} // namespace HmrcApi
