@@ -1,7 +1,5 @@
 #include "Brix/detail/Catalog.h"
 
-#include <cstdio>
-
 #include "Afx/TextFold.h"
 
 namespace Brix
@@ -23,23 +21,6 @@ Catalog ReadCatalog(Cellar::CConnection& connection)
     for (const auto& row : connection.Query(isSqlite ? kSqliteColumns : kServerColumns, {}).rows)
         catalog[Afx::FoldLower(Cellar::ToText(row[0]).View())].insert(Afx::FoldLower(Cellar::ToText(row[1]).View()));
     return catalog;
-}
-
-Level::~Level()
-{
-    if (!m_open)
-        return;
-    try {
-        m_connection.Rollback();
-    } catch (const std::exception& exception) {
-        std::fprintf(stderr, "rolling back: %s\n", exception.what());
-    }
-}
-
-void Level::Commit()
-{
-    m_connection.Commit();
-    m_open = false;
 }
 
 } // namespace Brix

@@ -4,6 +4,7 @@
 
 #include "Afx/TextFold.h"
 #include "Brix/detail/Catalog.h"
+#include "Cellar/Transaction.h"
 
 namespace Brix
 {
@@ -197,12 +198,12 @@ std::string SchemaScript(const Dialect& dialect)
 
 void CreateSchema(Cellar::CConnection& connection)
 {
+    Cellar::CTransaction transaction(connection, Cellar::Intent::Write);
     if (ReadSchemaVersion(connection).state != SchemaState::NotAPractice)
         throw DatabaseError(DatabaseError::Category::Other, "", "there is a practice in this database already", "");
-    Level level(connection);
     connection.Script(SchemaScript(connection.GetDialect()));
     connection.ExecuteDirectf("INSERT INTO [BRIXSchema] ([nVersion]) VALUES (%d)", kSchemaVersion);
-    level.Commit();
+    transaction.Commit();
 }
 
 SchemaVersion ReadSchemaVersion(Cellar::CConnection& connection)
@@ -222,18 +223,18 @@ SchemaVersion ReadSchemaVersion(Cellar::CConnection& connection)
 
 void UpgradeSchema(Cellar::CConnection& connection)
 {
+    Cellar::CTransaction transaction(connection, Cellar::Intent::Write);
     const SchemaVersion version = ReadSchemaVersion(connection);
     if (version.state == SchemaState::NotAPractice)
         throw DatabaseError(DatabaseError::Category::Other, "", "there is no practice in this database", "");
     if (version.state == SchemaState::Newer)
         throw DatabaseError(DatabaseError::Category::Other, "",
                             "the practice was made by a newer version of the suite: update this one", "");
-    Level level(connection);
     if (const std::string script = UpgradeScript(connection.GetDialect(), ReadCatalog(connection)); !script.empty())
         connection.Script(script);
     if (version.state == SchemaState::Older)
         connection.ExecuteDirectf("UPDATE [BRIXSchema] SET [nVersion] = %d", kSchemaVersion);
-    level.Commit();
+    transaction.Commit();
 }
 
 } // namespace Brix

@@ -47,10 +47,9 @@ public:
         return ToLong(Get(column), whenNull);
     }
     template<class Column>
-    short GetShort(Column column) const // outside 16 bits: 0
+    short GetShort(Column column) const
     {
-        const long value = ToLong(Get(column));
-        return value == static_cast<short>(value) ? static_cast<short>(value) : short{0};
+        return ToShort(Get(column));
     }
     template<class Column>
     int GetInt(Column column) const

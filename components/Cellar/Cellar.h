@@ -7,4 +7,5 @@
 #include "Cellar/DatabaseError.h"
 #include "Cellar/Dialect.h"
 #include "Cellar/SqlText.h"
+#include "Cellar/Transaction.h"
 #include "Cellar/Value.h"

@@ -33,6 +33,7 @@ struct CConnection::State
     Detail::Levels levels;
     std::unordered_map<std::string, PreparedText, TextHash, std::equal_to<>> translations;
     std::function<void(std::string_view)> hook;
+    std::function<void()> rollbackHook;
     int suspended = 0;
 
     const PreparedText& Translated(std::string_view statement)
@@ -68,12 +69,12 @@ struct CConnection::State
     }
 };
 
-CConnection::CConnection(std::unique_ptr<State> state) : m_state(std::move(state)) {}
+CConnection::CConnection(std::shared_ptr<State> state) : m_state(std::move(state)) {}
 CConnection::~CConnection() = default;
 
 std::unique_ptr<CConnection> CConnection::Open(const CString& connectionText, Create create)
 {
-    auto state = std::make_unique<State>(OpenDriver(connectionText.View(), create == Create::IfMissing));
+    auto state = std::make_shared<State>(OpenDriver(connectionText.View(), create == Create::IfMissing));
     return std::unique_ptr<CConnection>(new CConnection(std::move(state)));
 }
 
@@ -133,11 +134,36 @@ void CConnection::LockTable(const SqlText& table)
 
 void CConnection::SetBusyTimeout(unsigned milliseconds) { m_state->driver->SetBusyTimeout(milliseconds); }
 
-void CConnection::Begin() { m_state->levels.Begin(); }
+void CConnection::Begin(Intent intent)
+{
+    State& state = *m_state;
+    if (intent == Intent::Read)
+        state.levels.Begin();
+    else
+        state.Reporting("BEGIN", [&] {
+            state.driver->GetSessionId(); // it may write, in a transaction of its own
+            state.levels.BeginWrite();
+        });
+}
+
 void CConnection::Commit() { m_state->levels.Commit(); }
-void CConnection::Rollback() { m_state->levels.Rollback(); }
+void CConnection::Rollback() { RollbackTo(GetLevel()); }
+
+void CConnection::RollbackTo(int level)
+{
+    const std::shared_ptr<State> state = m_state; // the hook may close the connection
+    if (level < 1 || level > state->levels.GetCount())
+        return;
+    while (state->levels.GetCount() >= level)
+        state->levels.Rollback();
+    if (state->rollbackHook)
+        state->rollbackHook();
+}
+
 int CConnection::GetLevel() const noexcept { return m_state->levels.GetCount(); }
 bool CConnection::HasUnsavedWrites() const noexcept { return m_state->levels.HasWrites(); }
+bool CConnection::HasBegun() const noexcept { return m_state->levels.HasBegun(); }
+std::uint64_t CConnection::GetEpoch() const noexcept { return m_state->levels.GetEpoch(); }
 
 std::int64_t CConnection::GetSessionId() { return m_state->driver->GetSessionId(); }
 const Dialect& CConnection::GetDialect() const noexcept { return m_state->driver->GetDialect(); }
@@ -147,7 +173,15 @@ void CConnection::OnDirectStatement(std::function<void(std::string_view statemen
 {
     m_state->hook = std::move(hook);
 }
+void CConnection::OnRollback(std::function<void()> hook) { m_state->rollbackHook = std::move(hook); }
+void CConnection::OnSent(std::function<void(std::string_view statement)> hook)
+{
+    m_state->driver->OnSent(std::move(hook));
+}
 bool CConnection::AreDirectEventsSuspended() const noexcept { return m_state->suspended > 0; }
+
+CConnection::Aside::Aside(CConnection& connection) : m_state(connection.m_state) { m_state->levels.StandAside(); }
+CConnection::Aside::~Aside() { m_state->levels.StepBack(); }
 
 SuspendDirectSQLEvents::SuspendDirectSQLEvents(CConnection& connection) noexcept : m_connection(connection)
 {

@@ -2,6 +2,7 @@
 
 // A connection to the practice's database.
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -18,19 +19,28 @@
 namespace Cellar
 {
 
+/// What a transaction is begun for.
+enum class Intent : bool
+{
+    Read, // a write may follow: the lock is taken then
+    Write // the lock is taken before anything is read, so that what is read still holds when it is written
+};
+
 /// One open connection. Statements are T-SQL; each %s (text), %d (int, short), %ld (long), %I64d (__int64), %b
 /// (binary), %t (date-time or date), %m (amount), %f (double) becomes a bound parameter, never pasted text; '%s' in
 /// quotes means %s; %% is a per cent sign. Number, type and range of the arguments are checked before anything is sent
 /// (%d and %ld take 32 bits); a NULL fits every placeholder. Errors are DatabaseError.
 ///
-/// Transactions are levels: no BEGIN is sent before the first write, then one write transaction with a savepoint for
-/// each further level. A first write that is refused as busy leaves the levels as they were: try again. Outside any
-/// level each statement is durable by itself. Used by one thread.
+/// Transactions are levels: no BEGIN is sent before the first write or the first level with the intent to write, then
+/// one write transaction with a savepoint for each further level. A first write that is refused as busy leaves the
+/// levels as they were: try again. Outside any level each statement is durable by itself. Used by one thread.
 ///
 /// When the engine ends the transaction by itself (disk full, connection lost), the levels stay counted for those who
 /// opened them, but writes and commits on them are refused until all have been rolled back.
 class CELLAR_API CConnection
 {
+    struct State;
+
 public:
     enum class Create : bool
     {
@@ -67,12 +77,35 @@ public:
     void SetBusyTimeout(unsigned milliseconds);
 
     // Transactions. A level that is not committed is rolled back; the outermost commit makes it durable.
-    void Begin();
-    void Commit();   // nothing when no level is open
-    void Rollback(); // the innermost level; nothing when no level is open
+    // A level begun with the intent to write that is refused as busy is not open.
+    void Begin(Intent intent = Intent::Read);
+    void Commit();              // nothing when no level is open
+    void Rollback();            // the innermost level; nothing when no level is open
+    void RollbackTo(int level); // this level and all within it; nothing when it is not open
     int GetLevel() const noexcept;
     /// The open levels hold a write that is not durable yet.
     bool HasUnsavedWrites() const noexcept;
+    /// The open levels are a transaction of the engine: something was written, or the intent to write declared.
+    bool HasBegun() const noexcept;
+    /// Another number whenever a level was rolled back or the outermost one ended: what was worked out from rows, or
+    /// reserved, within the levels before is void then.
+    std::uint64_t GetEpoch() const noexcept;
+
+    /// While it lives, statements stand aside from the open levels: each commits by itself, is seen by others at once,
+    /// and no rollback takes it. For what must outlast the user's Cancel: tokens, log lines, locks. Throws
+    /// std::logic_error once the levels have begun, since the engine would take the statement into them; so do
+    /// transactions inside it.
+    class CELLAR_API Aside
+    {
+    public:
+        explicit Aside(CConnection& connection);
+        ~Aside();
+        Aside(const Aside&) = delete;
+        Aside& operator=(const Aside&) = delete;
+
+    private:
+        std::shared_ptr<State> m_state;
+    };
 
     /// The number that marks this connection in lock rows (@@SPID); the first call may write.
     std::int64_t GetSessionId();
@@ -82,11 +115,16 @@ public:
     /// Told of each statement of Execute that changed something, in T-SQL, unless suspended; null removes the hook.
     void OnDirectStatement(std::function<void(std::string_view statement)> hook);
     bool AreDirectEventsSuspended() const noexcept;
+    /// Told after a rollback, once for all levels that it undid; null removes the hook.
+    void OnRollback(std::function<void()> hook);
+    /// Told of everything that is sent to the engine, in its own dialect and without values, BEGIN, COMMIT and
+    /// savepoints included; null removes the hook. For measuring.
+    void OnSent(std::function<void(std::string_view statement)> hook);
 
 private:
     friend class SuspendDirectSQLEvents;
-    struct State;
-    explicit CConnection(std::unique_ptr<State> state);
+    friend class CTransaction;
+    explicit CConnection(std::shared_ptr<State> state);
     template<class... Args>
     static std::vector<Value> Values(const Args&... args)
     {
@@ -95,7 +133,7 @@ private:
         (values.emplace_back(args), ...);
         return values;
     }
-    std::unique_ptr<State> m_state;
+    std::shared_ptr<State> m_state; // shared with the guards only, which may outlive it
 };
 
 /// While it lives, direct statements of the connection are not reported.

@@ -2,6 +2,7 @@
 
 // The port behind which a database engine stands.
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -48,6 +49,8 @@ public:
     virtual void RollbackToSavepoint(int level); // and releases it
     /// The engine has a transaction open (it may have rolled back by itself).
     virtual bool InTransaction() = 0;
+    /// Told of each statement that the engine runs; null: nobody.
+    virtual void OnSent(std::function<void(std::string_view statement)> hook) = 0;
 };
 
 /// Opens what a connection text names, with the driver that its beginning names.

@@ -104,6 +104,12 @@ long ToLong(const Value& value, long whenNull) noexcept
     return static_cast<long>(*integer);
 }
 
+short ToShort(const Value& value, short whenNull) noexcept
+{
+    const long number = ToLong(value, whenNull);
+    return number == static_cast<short>(number) ? static_cast<short>(number) : whenNull;
+}
+
 double ToDouble(const Value& value, double whenNull) noexcept
 {
     switch (value.kind) {

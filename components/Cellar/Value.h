@@ -78,7 +78,8 @@ struct CELLAR_API Value
 // Reading, whatever form the driver gave: a NULL or a value that does not fit the type gives the stated default.
 // Numbers are also read from text that is one, whole and decimal; a fraction is no integer; dates are no numbers.
 CELLAR_API std::int64_t ToInt64(const Value& value, std::int64_t whenNull = 0) noexcept;
-CELLAR_API long ToLong(const Value& value, long whenNull = 0) noexcept; // outside 32 bits: whenNull
+CELLAR_API long ToLong(const Value& value, long whenNull = 0) noexcept;    // outside 32 bits: whenNull
+CELLAR_API short ToShort(const Value& value, short whenNull = 0) noexcept; // outside 16 bits: whenNull
 CELLAR_API double ToDouble(const Value& value, double whenNull = 0.0) noexcept;
 /// Numbers in decimal, money in pounds ("12.50"); bytes only when they are UTF-8.
 CELLAR_API CString ToText(const Value& value);

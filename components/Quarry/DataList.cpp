@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <limits>
 
 #include "Quarry/detail/Notify.h"
 #include "Quarry/detail/TableText.h"
@@ -38,19 +37,23 @@ private:
     Cellar::SuspendDirectSQLEvents m_quiet;
 };
 
-/// " WHERE [a] = %ld AND [b] IS NULL", and the values that it binds.
-void AppendCondition(SqlText& statement, std::vector<Value>& values, const Column& column, const Value& value,
-                     bool first)
+/// " WHERE [a]" or " AND [a]".
+void AppendColumn(SqlText& statement, const Column& column, bool first)
 {
     statement += first ? SqlText(" WHERE ") : SqlText(" AND ");
     statement += Bracketed(column.name);
+}
+
+/// " = %ld" with the value that it binds, or " IS NULL".
+void AppendEqual(SqlText& statement, std::vector<Value>& bound, const Column& column, const Value& value)
+{
     if (value.IsNull()) {
         statement += " IS NULL";
         return;
     }
     statement += " = ";
     statement += PlaceholderOf(column.type);
-    values.push_back(value);
+    bound.push_back(value);
 }
 
 /// Appends ORDER BY: what was asked for, then the key.
@@ -118,6 +121,53 @@ void Row::Set(int ordinal, Value value)
     m_values[static_cast<std::size_t>(&column - m_table->columns.data())] = Canonical(column.type, std::move(value));
 }
 
+Where::Where(int ordinal, Value value) : Where(ordinal, Kind::Equal) { m_values.push_back(std::move(value)); }
+
+Where Where::In(int ordinal, const std::vector<long>& numbers)
+{
+    constexpr std::size_t kMost = 1000; // SQL Server takes 2100 parameters
+    if (numbers.size() > kMost)
+        throw std::logic_error("more than 1000 values in one condition");
+    Where where(ordinal, Kind::In);
+    where.m_values.assign(numbers.begin(), numbers.end());
+    return where;
+}
+
+Where Where::Under(int ordinal, const Table& parent, std::initializer_list<Where> conditions)
+{
+    Where where(ordinal, Kind::Under);
+    where.m_parent = &parent;
+    where.m_conditions = conditions;
+    return where;
+}
+
+void Where::AppendTo(SqlText& statement, std::vector<Value>& bound, const Table& table, bool first) const
+{
+    const Column& column = ColumnOf(table, m_ordinal);
+    if (m_kind == Kind::In && m_values.empty()) {
+        statement += first ? SqlText(" WHERE 1 = 0") : SqlText(" AND 1 = 0");
+        return;
+    }
+    AppendColumn(statement, column, first);
+    if (m_kind == Kind::Under) {
+        statement += SqlText(" IN (SELECT [lID] FROM ") + Bracketed(m_parent->sqlName);
+        for (std::size_t i = 0; i < m_conditions.size(); ++i)
+            m_conditions[i].AppendTo(statement, bound, *m_parent, i == 0);
+        statement += ")";
+        return;
+    }
+    if (m_values.size() == 1) {
+        AppendEqual(statement, bound, column, Canonical(column.type, m_values[0]));
+        return;
+    }
+    for (std::size_t i = 0; i < m_values.size(); ++i) {
+        statement += i == 0 ? SqlText(" IN (") : SqlText(", ");
+        statement += PlaceholderOf(column.type);
+        bound.push_back(Canonical(column.type, m_values[i]));
+    }
+    statement += ")";
+}
+
 CDataList::CDataList(const Table& table) noexcept : m_table(&table) {}
 CDataList::~CDataList() = default;
 
@@ -125,12 +175,11 @@ bool CDataList::Open(std::initializer_list<Where> where, std::initializer_list<S
 {
     const Statement connection;
     SqlText statement = TextOf(*m_table).select;
-    std::vector<Where> conditions;
     std::vector<Value> values;
-    for (const Where& given : where) {
-        const Column& column = ColumnOf(*m_table, given.ordinal);
-        conditions.push_back({given.ordinal, Canonical(column.type, given.value)});
-        AppendCondition(statement, values, column, conditions.back().value, conditions.size() == 1);
+    bool isFirst = true;
+    for (const Where& condition : where) {
+        condition.AppendTo(statement, values, *m_table, isFirst);
+        isFirst = false;
     }
     AppendOrder(statement, *m_table, {sort.begin(), sort.size()}, connection->GetDialect());
     Cellar::RowSet set = connection->Query(statement, values);
@@ -146,7 +195,7 @@ bool CDataList::Open(std::initializer_list<Where> where, std::initializer_list<S
             row.m_version = Cellar::ToLong(read[columns]); // NULL in a row that another program wrote
         rows.push_back({std::move(row), {}, false});
     }
-    m_where = std::move(conditions);
+    m_where = where;
     m_rows = std::move(rows);
     return MoveFirst();
 }
@@ -197,7 +246,8 @@ void CDataList::AddNew()
     for (const Column& column : m_table->columns)
         row.Set(column.ordinal, IsRowId(*m_table, column) ? Value(NewId(*m_table)) : DefaultOf(column));
     for (const Where& condition : m_where)
-        row.Set(condition.ordinal, condition.value);
+        if (condition.m_values.size() == 1 && !IsRowId(*m_table, ColumnOf(*m_table, condition.m_ordinal)))
+            row.Set(condition.m_ordinal, condition.m_values[0]);
     m_rows.push_back({std::move(row), {}, true});
     m_at = m_rows.size() - 1;
 }
@@ -306,7 +356,8 @@ void CDataList::AppendIdentity(SqlText& statement, std::vector<Value>& values, c
     const Table& table = row.GetTable();
     bool first = true;
     for (const std::size_t position : TextOf(table).key) {
-        AppendCondition(statement, values, table.columns[position], row.m_values[position], first);
+        AppendColumn(statement, table.columns[position], first);
+        AppendEqual(statement, values, table.columns[position], row.m_values[position]);
         first = false;
     }
     if (!table.versioned)
@@ -314,37 +365,6 @@ void CDataList::AppendIdentity(SqlText& statement, std::vector<Value>& values, c
     statement += row.m_version == 0 ? SqlText(" AND ([nVersion] = %ld OR [nVersion] IS NULL)")
                                     : SqlText(" AND [nVersion] = %ld");
     values.emplace_back(row.m_version);
-}
-
-long NewId(const Table& table)
-{
-    const TableText& text = TextOf(table);
-    if (text.countUp.IsEmpty())
-        throw std::logic_error(std::string(table.sqlName) + ": rows are not told apart by one number");
-    const Statement connection;
-    std::optional<CTransaction> transaction;
-    if (connection->GetLevel() == 0)
-        transaction.emplace();
-    if (connection->ExecuteDirectf(text.countUp, table.sqlName) == 0) {
-        try {
-            connection->ExecuteDirectf(text.startCount, table.sqlName);
-        } catch (const Cellar::DatabaseError& error) {
-            if (error.GetCategory() != Cellar::DatabaseError::Category::DuplicateKey)
-                throw;
-            connection->ExecuteDirectf(text.countUp, table.sqlName); // another workstation was first, on a server
-        }
-    }
-    const Cellar::RowSet set =
-        connection->Queryf("SELECT [lNext] FROM [BRIXNextID] WHERE [strTable] = %s", table.sqlName);
-    const std::int64_t id = set.rows.empty() ? 0 : Cellar::ToInt64(set.rows[0][0]);
-    if (id < 1 || id > std::numeric_limits<std::int32_t>::max())
-        throw Cellar::DatabaseError(Cellar::DatabaseError::Category::Other, "",
-                                    std::string(table.sqlName) + " has no free id left (the next would be " +
-                                        std::to_string(id) + ")",
-                                    std::string(text.countUp.View()));
-    if (transaction)
-        transaction->Commit();
-    return static_cast<long>(id);
 }
 
 } // namespace Quarry

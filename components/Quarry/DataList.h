@@ -2,6 +2,7 @@
 
 // Lists of records: loaded for a key, walked, changed row by row.
 
+#include <cstdint>
 #include <initializer_list>
 #include <optional>
 #include <stdexcept>
@@ -26,7 +27,7 @@ public:
 
     long GetLong(int ordinal) const noexcept { return Cellar::ToLong(Get(ordinal)); }
     int GetInt(int ordinal) const noexcept { return static_cast<int>(Cellar::ToLong(Get(ordinal))); }
-    short GetShort(int ordinal) const noexcept { return static_cast<short>(Cellar::ToLong(Get(ordinal))); }
+    short GetShort(int ordinal) const noexcept { return Cellar::ToShort(Get(ordinal)); }
     bool GetBool(int ordinal) const noexcept { return Cellar::ToLong(Get(ordinal)) != 0; }
     double GetDouble(int ordinal) const noexcept { return Cellar::ToDouble(Get(ordinal)); }
     CString GetText(int ordinal) const { return Cellar::ToText(Get(ordinal)); }
@@ -50,11 +51,34 @@ public:
     ~ChangedByAnotherUser() override;
 };
 
-/// A condition: the column of this ordinal equals the value (NULL: is null).
-struct Where
+/// A condition on the column of this ordinal.
+class QUARRY_API Where
 {
-    int ordinal;
-    Cellar::Value value;
+public:
+    /// The column equals the value (NULL: is null).
+    Where(int ordinal, Cellar::Value value);
+    /// The column equals one of the numbers; with none no row fulfils it. At most 1000.
+    static Where In(int ordinal, const std::vector<long>& numbers);
+    /// The column holds the lID of a row of `parent` that fulfils all conditions, which are about the parent's columns
+    /// and may go on to the parent's own parent.
+    static Where Under(int ordinal, const Table& parent, std::initializer_list<Where> conditions);
+
+private:
+    friend class CDataList;
+    enum class Kind : std::uint8_t
+    {
+        Equal,
+        In,
+        Under
+    };
+    Where(int ordinal, Kind kind) noexcept : m_ordinal(ordinal), m_kind(kind) {}
+    void AppendTo(Cellar::SqlText& statement, std::vector<Cellar::Value>& bound, const Table& table, bool first) const;
+
+    int m_ordinal;
+    Kind m_kind;
+    std::vector<Cellar::Value> m_values;
+    const Table* m_parent = nullptr;
+    std::vector<Where> m_conditions;
 };
 
 struct Sort
@@ -90,7 +114,8 @@ public:
     bool MoveToId(long id) noexcept;
 
     /// Appends a row and stands on it; it is saved by Update, and without that never existed. It has a new id (tables
-    /// with another key: set it), the columns' defaults, and the values that the list was opened with.
+    /// with another key: set it), the columns' defaults, and the values that the list was opened with (of conditions
+    /// that leave no choice, and never the id).
     void AddNew();
     /// Appends a copy of the current row with a new id and stands on it; it is saved by Update.
     void CopyRow();
@@ -132,9 +157,10 @@ private:
     std::size_t m_at = 0;
 };
 
-/// A new id of the table: the greater of its counter and its largest id, plus one. The counter moves in the same
-/// transaction. Throws Cellar::DatabaseError (Other) when 2147483647 has been given out, and std::logic_error for a
-/// table whose key is no single number.
+/// A new id of the table, above its counter and its largest id. Outside a transaction the counter moves by one, in a
+/// transaction of its own; within one by a block, whose ids are given out until a level is rolled back or the outermost
+/// one ends: what is left of it then is forgotten. Throws Cellar::DatabaseError (Other) when 2147483647 has been given
+/// out, and std::logic_error for a table whose key is no single number.
 QUARRY_API long NewId(const Table& table);
 
 } // namespace Quarry

@@ -1,13 +1,14 @@
 #include "Quarry/Session.h"
 
 #include <algorithm>
-#include <cstdio>
+#include <map>
 #include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "Afx/TextFold.h"
+#include "Quarry/detail/IdBlocks.h"
 
 namespace Quarry
 {
@@ -25,6 +26,7 @@ struct Session
     std::unique_ptr<Cellar::CConnection> connection;
     std::vector<RollbackListener> rollbackListeners;
     int lastNumber = 0;
+    std::map<const Table*, IdBlock> idBlocks;
 };
 
 Session& Current()
@@ -60,8 +62,10 @@ bool HasConnection() noexcept { return Current().connection != nullptr; }
 void SetConnection(std::unique_ptr<Cellar::CConnection> connection)
 {
     Current().connection = std::move(connection);
+    Current().idBlocks.clear();
     if (!HasConnection())
         return;
+    Current().connection->OnRollback(&TellCachesToReload);
     Current().connection->OnDirectStatement([](std::string_view statement) {
         if (NamesDataModel(statement))
             TellCachesToReload();
@@ -86,43 +90,11 @@ void Rollback()
     if (GetTransactionLevel() == 0)
         return;
     GetConnection().Rollback();
-    TellCachesToReload();
 }
+
+IdBlock& BlockOf(const Table& table) { return Current().idBlocks[&table]; }
 
 int GetTransactionLevel() noexcept { return HasConnection() ? Current().connection->GetLevel() : 0; }
-
-CTransaction::CTransaction() : m_level(0), m_connection(&GetConnection())
-{
-    BeginTransaction();
-    m_level = GetTransactionLevel();
-}
-
-CTransaction::~CTransaction()
-{
-    try {
-        Rollback();
-    } catch (const std::exception& exception) {
-        std::fprintf(stderr, "rolling back: %s\n", exception.what());
-    }
-}
-
-void CTransaction::Commit()
-{
-    if (m_level == 0 || GetTransactionLevel() != m_level)
-        throw std::logic_error("another transaction than the innermost one is committed");
-    GetConnection().Commit();
-    m_level = 0;
-}
-
-void CTransaction::Rollback()
-{
-    const int level = std::exchange(m_level, 0);
-    if (level == 0 || Current().connection.get() != m_connection)
-        return;
-    while (GetTransactionLevel() >= level)
-        GetConnection().Rollback();
-    TellCachesToReload();
-}
 
 int AddRollbackListener(std::function<void()> listener)
 {

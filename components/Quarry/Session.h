@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "Cellar/Connection.h"
+#include "Cellar/Transaction.h"
 #include "Quarry/Export.h"
 
 namespace Quarry
@@ -24,21 +25,12 @@ QUARRY_API void Commit();
 QUARRY_API void Rollback();
 QUARRY_API int GetTransactionLevel() noexcept;
 
-/// One level: rolled back at the end of the scope unless committed, with any level that was begun in it and left open.
-class QUARRY_API CTransaction
+/// One level of the connection that is current now.
+class CTransaction : public Cellar::CTransaction
 {
 public:
-    CTransaction();
-    ~CTransaction();
-    CTransaction(const CTransaction&) = delete;
-    CTransaction& operator=(const CTransaction&) = delete;
-    /// Throws std::logic_error when it is not the innermost open level.
-    void Commit();
-    void Rollback();
-
-private:
-    int m_level; // 0: no longer open
-    const Cellar::CConnection* m_connection;
+    explicit CTransaction(Cellar::Intent intent = Cellar::Intent::Read) : Cellar::CTransaction(GetConnection(), intent)
+    {}
 };
 
 /// Told when caches must reload: after every rollback, and after a direct statement that names a table of the data

@@ -48,9 +48,9 @@ TableText MakeText(const Table& table)
         const SqlText largest =
             SqlText("(SELECT MAX(") + Bracketed(table.columns[text.key[0]].name) + ") FROM " + name + ")";
         text.countUp = SqlText("UPDATE [BRIXNextID] SET [lNext] = CASE WHEN [lNext] < ") + largest + " THEN " +
-                       largest + " + 1 ELSE [lNext] + 1 END WHERE [strTable] = %s";
+                       largest + " + %ld ELSE [lNext] + %ld END WHERE [strTable] = %s";
         text.startCount =
-            SqlText("INSERT INTO [BRIXNextID] ([strTable], [lNext]) SELECT %s, COALESCE(") + largest + ", 0) + 1";
+            SqlText("INSERT INTO [BRIXNextID] ([strTable], [lNext]) SELECT %s, COALESCE(") + largest + ", 0) + %ld";
     }
     return text;
 }

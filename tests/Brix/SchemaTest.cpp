@@ -129,8 +129,8 @@ TEST_F(Schema, KnowsItsVersion)
         {"CREATE TABLE photos (id INTEGER)", SchemaState::NotAPractice, 0, "somebody else's database"},
         {"CREATE TABLE BRIXSchema (x INTEGER)", SchemaState::NotAPractice, 0, "another table of that name"},
         {"CREATE TABLE BRIXSchema (nVersion INTEGER)", SchemaState::NotAPractice, 0, "no version in it"},
-        {"CREATE TABLE BRIXSchema AS SELECT 1 AS nVersion", SchemaState::Current, 1, "ours"},
-        {"CREATE TABLE BRIXSchema AS SELECT 2 AS nVersion", SchemaState::Newer, 2, "from the future"},
+        {"CREATE TABLE BRIXSchema AS SELECT 2 AS nVersion", SchemaState::Current, 2, "ours"},
+        {"CREATE TABLE BRIXSchema AS SELECT 3 AS nVersion", SchemaState::Newer, 3, "from the future"},
     };
     int number = 0;
     for (const auto& [sql, state, version, why] : rows) {

@@ -74,6 +74,48 @@ TEST_F(Transaction, HoldsNoLockBeforeTheFirstWrite)
     EXPECT_EQ(Count(*other), 3);
 }
 
+TEST_F(Transaction, TheIntentToWriteLocksBeforeAnythingIsRead)
+{
+    {
+        CTransaction transaction(*connection, Intent::Write);
+        EXPECT_TRUE(connection->HasBegun());
+        EXPECT_FALSE(connection->HasUnsavedWrites());
+        EXPECT_EQ(ErrorOf([&] { CTransaction(*other, Intent::Write); }).GetCategory(), Category::Busy);
+        EXPECT_EQ(other->GetLevel(), 0);
+        CTransaction inner(*connection, Intent::Write);
+        Insert(*connection, 1);
+        inner.Commit();
+        transaction.Commit();
+    }
+    EXPECT_EQ(Count(*other), 1);
+    connection->Begin(); // a level that waits is made to begin by one inside it
+    CTransaction inner(*connection, Intent::Write);
+    EXPECT_EQ(ErrorOf([&] { Insert(*other, 2); }).GetCategory(), Category::Busy);
+    inner.Rollback();
+    connection->Rollback();
+    Insert(*other, 2);
+}
+
+TEST_F(Transaction, StatementsStandAsideUntilItHasBegun)
+{
+    connection->Begin();
+    connection->Begin();
+    {
+        const CConnection::Aside aside(*connection);
+        Insert(*connection, 1);
+        EXPECT_EQ(Count(*other), 1) << "seen at once";
+        EXPECT_THROW(connection->Begin(), std::logic_error);
+    }
+    EXPECT_FALSE(connection->HasUnsavedWrites());
+    Insert(*connection, 2);
+    EXPECT_THROW(CConnection::Aside{*connection}, std::logic_error);
+    connection->Rollback();
+    EXPECT_THROW(CConnection::Aside{*connection}, std::logic_error) << "the outer level has begun, too";
+    connection->Rollback();
+    EXPECT_EQ(Count(*connection), 1) << "no rollback takes it";
+    EXPECT_NO_THROW(CConnection::Aside{*connection});
+}
+
 TEST_F(Transaction, TellsUnsavedWrites)
 {
     connection->Begin();

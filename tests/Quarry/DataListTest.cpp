@@ -38,12 +38,22 @@ TEST_F(DataList, TakesRowsThatFulfilAllConditions)
     EXPECT_EQ(Opened({{kName, "Bob'; --"}}), (Ids{3})) << "what a user typed is bound";
     EXPECT_EQ(Opened({{kParentID, nullptr}}), (Ids{4})) << "null";
     EXPECT_EQ(Opened({{kDue, nullptr}, {kParentID, 8}}), (Ids{2})) << "null and another";
+    using Quarry::Where;
+    EXPECT_EQ(Opened({Where::In(kID, {4, 1, 9}), {kYear, nullptr}}), (Ids{1, 4})) << "one of several";
+    EXPECT_EQ(Opened({Where::In(kID, std::vector<long>())}), (Ids{})) << "one of none";
+    Sql("UPDATE BRIXTask SET lParentID = lID - 1");
+    EXPECT_EQ(Opened({Where::Under(kParentID, kTask, {{kName, "ann"}})}), (Ids{2, 3})) << "of the parent";
+    EXPECT_EQ(Opened({Where::Under(kParentID, kTask, {Where::Under(kParentID, kTask, {{kName, "ann"}}), {kID, 3}})}),
+              (Ids{4}))
+        << "of the parent's parent";
+    EXPECT_THROW(Where::In(kID, std::vector<long>(1001)), std::logic_error);
 }
 
 TEST_F(DataList, ReadsRowsOfOtherPrograms)
 {
     Sql("INSERT INTO BRIXTask (lID, strName, dtDue, dtSeen, nYear, amtPay, nVersion) "
-        "VALUES (1, 12, '2024-04-05T00:00:00', '2024-04-05', '2024', 12.0, NULL)");
+        "VALUES (1, 12, '2024-04-05T00:00:00', '2024-04-05', '2024', 12.0, NULL), "
+        "(2, NULL, NULL, NULL, 65549, NULL, NULL)");
     CDataList list(kTask);
     ASSERT_TRUE(list.Open());
     EXPECT_EQ(list.Current().GetText(kName), "12");
@@ -57,7 +67,8 @@ TEST_F(DataList, ReadsRowsOfOtherPrograms)
     Save(list, {{kName, "changed"}}); // its version is null
     EXPECT_EQ(Count("FROM BRIXTask WHERE strName = 'changed' AND nVersion = 1"), 1);
     list.Delete();
-    EXPECT_EQ(Count("FROM BRIXTask"), 0);
+    EXPECT_EQ(list.Current().GetShort(kYear), 0) << "not what is left of 65549 in 16 bits, as in any other result";
+    EXPECT_EQ(Count("FROM BRIXTask"), 1);
 }
 
 TEST_F(DataList, WritesOnlyWhatChanged)
@@ -187,6 +198,40 @@ TEST_F(DataList, GivesIdsThatNobodyHas)
     EXPECT_EQ(Quarry::GetTransactionLevel(), 0);
     EXPECT_EQ(Count("FROM BRIXNextID WHERE lNext > 2147483647"), 0);
     EXPECT_THROW(Quarry::NewId(kLink), std::logic_error);
+}
+
+TEST_F(DataList, GivesIdsOfATransactionFromABlock)
+{
+    int statements = 0;
+    Quarry::GetConnection().OnSent([&](std::string_view) { ++statements; });
+    {
+        Quarry::CTransaction transaction(Cellar::Intent::Write);
+        EXPECT_EQ(Quarry::NewId(kTask), 1);
+        statements = 0;
+        EXPECT_EQ(Quarry::NewId(kTask), 2);
+        EXPECT_EQ(statements, 0);
+        {
+            Quarry::CTransaction undone;
+            EXPECT_EQ(Quarry::NewId(kTask), 3);
+        }
+        EXPECT_EQ(Quarry::NewId(kTask), 33) << "a rollback may have taken the counter's move with it";
+        transaction.Commit();
+    }
+    EXPECT_EQ(Quarry::NewId(kTask), 65) << "what was left is forgotten";
+    EXPECT_EQ(Quarry::NewId(kTask), 66) << "one by one outside a transaction";
+    Quarry::GetConnection().OnSent(nullptr);
+}
+
+TEST_F(DataList, GivesANewRowAnIdOfItsOwn)
+{
+    const long id = Added({{kParentID, 7}, {kYear, short{2024}}}).GetID();
+    CDataList list(kTask);
+    ASSERT_TRUE(list.Open({{kID, id}, {kYear, short{2024}}, Quarry::Where::In(kParentID, {7, 8})}));
+    list.AddNew();
+    EXPECT_NE(list.GetID(), id);
+    EXPECT_EQ(list.Current().GetShort(kYear), 2024);
+    EXPECT_TRUE(list.IsNull(kParentID)) << "two values leave a choice";
+    EXPECT_NO_THROW(list.Update());
 }
 
 } // namespace

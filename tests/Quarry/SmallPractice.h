@@ -63,14 +63,15 @@ protected:
     {
         return Cellar::ToLong(Quarry::GetConnection().Query(Cellar::SqlText("SELECT COUNT(*) ") + from, {}).rows[0][0]);
     }
-    static void Save(CDataList& list, std::initializer_list<Quarry::Where> values)
+    using Values = std::initializer_list<std::pair<int, Cellar::Value>>;
+    static void Save(CDataList& list, Values values)
     {
-        for (const Quarry::Where& value : values)
-            list.Set(value.ordinal, value.value);
+        for (const auto& [ordinal, value] : values)
+            list.Set(ordinal, value);
         list.Update();
     }
     /// A new row of these values, and the list that stands on it.
-    static CDataList Added(std::initializer_list<Quarry::Where> values, const Quarry::Table& table = kTask)
+    static CDataList Added(Values values, const Quarry::Table& table = kTask)
     {
         CDataList list(table);
         list.AddNew();

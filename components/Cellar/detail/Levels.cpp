@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <stdexcept>
 
 #include "Cellar/DatabaseError.h"
 
@@ -10,11 +11,31 @@ namespace Cellar::Detail
 
 void Levels::Begin()
 {
+    if (m_aside > 0)
+        throw std::logic_error("a transaction is begun within statements that stand aside from transactions");
     const int level = GetCount() + 1;
     m_levels.reserve(m_levels.size() + 1); // what follows the savepoint cannot fail
     if (m_state == State::Started)
         m_driver.SetSavepoint(level);
     m_levels.push_back(false);
+}
+
+void Levels::BeginWrite()
+{
+    Begin();
+    try {
+        BeforeWrite();
+    } catch (...) {
+        Pop();
+        throw;
+    }
+}
+
+void Levels::StandAside()
+{
+    if (HasBegun())
+        throw std::logic_error("the open transaction has begun: nothing can be written beside it");
+    ++m_aside;
 }
 
 void Levels::Commit()
@@ -44,6 +65,7 @@ void Levels::Rollback()
 {
     if (m_levels.empty())
         return;
+    ++m_epoch;
     const int level = GetCount();
     const bool started = m_state == State::Started;
     Pop(); // first: the level is over whatever the engine says
@@ -69,7 +91,7 @@ bool Levels::HasWrites() const noexcept
 void Levels::BeforeWrite()
 {
     RefuseWhenLost();
-    if (m_levels.empty() || m_state == State::Started)
+    if (m_levels.empty() || m_state == State::Started || m_aside > 0)
         return;
     m_driver.BeginWrite();
     try {
@@ -84,7 +106,7 @@ void Levels::BeforeWrite()
 
 void Levels::AfterWrite() noexcept
 {
-    if (!m_levels.empty())
+    if (!m_levels.empty() && m_aside == 0)
         m_levels.back() = true;
 }
 
@@ -113,8 +135,10 @@ void Levels::RefuseWhenLost() const
 void Levels::Pop() noexcept
 {
     m_levels.pop_back();
-    if (m_levels.empty())
-        m_state = State::Waiting;
+    if (!m_levels.empty())
+        return;
+    m_state = State::Waiting;
+    ++m_epoch;
 }
 
 } // namespace Cellar::Detail

@@ -2,6 +2,7 @@
 
 // Nested transactions over one engine transaction.
 
+#include <cstdint>
 #include <vector>
 
 #include "Cellar/Driver.h"
@@ -17,10 +18,20 @@ public:
     explicit Levels(Driver& driver) noexcept : m_driver(driver) {}
 
     void Begin();
+    /// Begins a level that means to write: the engine's transaction starts at once. When it throws, nothing changed.
+    void BeginWrite();
     void Commit();
     void Rollback();
     int GetCount() const noexcept { return static_cast<int>(m_levels.size()); }
     bool HasWrites() const noexcept;
+    bool HasBegun() const noexcept { return !m_levels.empty() && m_state != State::Waiting; }
+    /// Moves on when a level is rolled back and when the outermost one ends.
+    std::uint64_t GetEpoch() const noexcept { return m_epoch; }
+
+    /// From here to StepBack (calls nest) statements are no part of the levels. Throws std::logic_error once the levels
+    /// have begun.
+    void StandAside();
+    void StepBack() noexcept { --m_aside; }
 
     /// Before a statement that may write: opens the transaction when levels are open. When it throws, nothing changed.
     void BeforeWrite();
@@ -41,6 +52,8 @@ private:
     Driver& m_driver;
     std::vector<bool> m_levels; // each: it holds a write
     State m_state = State::Waiting;
+    std::uint64_t m_epoch = 0;
+    int m_aside = 0;
 };
 
 } // namespace Cellar::Detail

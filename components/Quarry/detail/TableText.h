@@ -19,7 +19,7 @@ struct TableText
     Cellar::SqlText update;       // "UPDATE [table] SET "
     Cellar::SqlText remove;       // "DELETE FROM [table]"
 
-    // For a table whose key is one number: the counter moves up, starts, is read.
+    // For a table whose key is one number: the counter moves up (by, by, table), starts (table, by).
     Cellar::SqlText countUp;
     Cellar::SqlText startCount;
 };

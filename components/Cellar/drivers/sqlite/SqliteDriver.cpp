@@ -119,8 +119,22 @@ public:
             Execute("ROLLBACK", {});
     }
     bool InTransaction() override { return sqlite3_get_autocommit(m_database.get()) == 0; }
+    void OnSent(std::function<void(std::string_view statement)> hook) override
+    {
+        m_sent = std::move(hook);
+        sqlite3_trace_v2(m_database.get(), m_sent ? SQLITE_TRACE_STMT : 0, m_sent ? &Sent : nullptr, this);
+    }
 
 private:
+    /// The statements of triggers come as comments: they are not sent.
+    static int Sent(unsigned, void* self, void*, void* text)
+    {
+        const std::string_view statement = static_cast<const char*>(text);
+        if (!statement.starts_with("--"))
+            static_cast<SqliteDriver*>(self)->m_sent(statement);
+        return 0;
+    }
+
     void Exec(const char* statements)
     {
         if (sqlite3_exec(m_database.get(), statements, nullptr, nullptr, nullptr) != SQLITE_OK)
@@ -224,6 +238,7 @@ private:
     DatabasePtr m_database;
     Statements m_statements;      // closed before the database
     std::int64_t m_sessionId = 0; // 0: not taken yet
+    std::function<void(std::string_view)> m_sent;
 };
 
 } // namespace

@@ -1,0 +1,41 @@
+#include "Cellar/Transaction.h"
+
+#include <cstdio>
+#include <stdexcept>
+#include <utility>
+
+namespace Cellar
+{
+
+CTransaction::CTransaction(CConnection& connection, Intent intent)
+    : m_connection(&connection), m_alive(connection.m_state), m_level(0)
+{
+    connection.Begin(intent);
+    m_level = connection.GetLevel();
+}
+
+CTransaction::~CTransaction()
+{
+    try {
+        Rollback();
+    } catch (const std::exception& exception) {
+        std::fprintf(stderr, "rolling back: %s\n", exception.what());
+    }
+}
+
+void CTransaction::Commit()
+{
+    if (m_level == 0 || m_alive.expired() || m_connection->GetLevel() != m_level)
+        throw std::logic_error("another transaction than the innermost one is committed");
+    m_connection->Commit();
+    m_level = 0;
+}
+
+void CTransaction::Rollback()
+{
+    const int level = std::exchange(m_level, 0);
+    if (level != 0 && !m_alive.expired())
+        m_connection->RollbackTo(level);
+}
+
+} // namespace Cellar

@@ -1,0 +1,33 @@
+#pragma once
+
+// One level of a transaction, as a scope.
+
+#include <memory>
+
+#include "Cellar/Connection.h"
+#include "Cellar/Export.h"
+
+namespace Cellar
+{
+
+/// Rolled back at the end of its scope unless committed, with any level that was begun in it and left open. Nothing
+/// happens when its connection was closed meanwhile.
+class CELLAR_API CTransaction
+{
+public:
+    /// Throws DatabaseError (Busy) when the lock that Intent::Write asks for is not given; no level is open then.
+    explicit CTransaction(CConnection& connection, Intent intent = Intent::Read);
+    ~CTransaction();
+    CTransaction(const CTransaction&) = delete;
+    CTransaction& operator=(const CTransaction&) = delete;
+    /// Throws std::logic_error when it is not the innermost open level.
+    void Commit();
+    void Rollback();
+
+private:
+    CConnection* m_connection;
+    std::weak_ptr<void> m_alive; // of the connection
+    int m_level;                 // 0: no longer open
+};
+
+} // namespace Cellar
