@@ -1,7 +1,7 @@
 # morvut_hmrc_credentials(TARGET): HmrcCredentials.inc for the target's sources, the enciphered credentials of the file
 # MORVUT_HMRC_CREDENTIALS (INI: sections production and test, values id and secret), or empty ones without a file.
 function(morvut_hmrc_credentials target)
-  set(source "${CMAKE_CURRENT_SOURCE_DIR}/credentials")
+  set(source "${CMAKE_CURRENT_SOURCE_DIR}/access/credentials")
   set(folder "${PROJECT_BINARY_DIR}/generated")
   set(output "${folder}/HmrcCredentials.inc")
   if(NOT MORVUT_HMRC_CREDENTIALS)

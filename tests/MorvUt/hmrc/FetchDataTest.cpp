@@ -1,6 +1,6 @@
 // The command: what stops it, in which order, and what it leaves behind.
 
-#include "MorvUt/hmrc/FetchData.h"
+#include "MorvUt/hmrc/fetch/FetchData.h"
 
 #include "MorvUt/hmrc/HmrcTest.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"

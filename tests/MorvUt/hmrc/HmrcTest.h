@@ -9,7 +9,7 @@
 
 #include "Brix/Records.h"
 #include "HmrcApi/Errors.h"
-#include "MorvUt/hmrc/PayePrepop.h"
+#include "MorvUt/hmrc/fetch/PayePrepop.h"
 #include "MorvUt/Practice.h"
 #include "MorvUt/users/UserData.h"
 

@@ -8,7 +8,7 @@
 #include "apps/main-job/FetchTest.h"
 #include "hmrc-sandbox/Errors.h"
 #include "HmrcApi/transport/Transport.h"
-#include "MorvUt/hmrc/ClientData.h"
+#include "MorvUt/hmrc/access/ClientData.h"
 
 namespace
 {

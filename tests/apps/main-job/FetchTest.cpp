@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "Afx/Clock.h"
-#include "MorvUt/hmrc/ClientData.h"
+#include "MorvUt/hmrc/access/ClientData.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "Shellkit/Cipher.h"
 

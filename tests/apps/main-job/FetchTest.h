@@ -7,7 +7,7 @@
 #include <string>
 
 #include "apps/morv/Program.h"
-#include "MorvUt/hmrc/FetchData.h"
+#include "MorvUt/hmrc/fetch/FetchData.h"
 #include "MorvUt/hmrc/HmrcTest.h"
 
 /// What a fetch from the sandbox did.

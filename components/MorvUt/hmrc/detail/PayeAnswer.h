@@ -7,7 +7,7 @@
 
 #include "MorvUt/hmrc/detail/StagingKeys.h"
 #include "MorvUt/hmrc/detail/YearRecords.h"
-#include "MorvUt/hmrc/PayePrepop.h"
+#include "MorvUt/hmrc/fetch/PayePrepop.h"
 
 namespace HmrcApi
 {

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "MorvUt/hmrc/detail/YearRecords.h"
-#include "MorvUt/hmrc/PayePrepop.h"
+#include "MorvUt/hmrc/fetch/PayePrepop.h"
 
 namespace HmrcApi
 {

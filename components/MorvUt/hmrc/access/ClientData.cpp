@@ -1,4 +1,4 @@
-#include "MorvUt/hmrc/ClientData.h"
+#include "MorvUt/hmrc/access/ClientData.h"
 
 #include <array>
 

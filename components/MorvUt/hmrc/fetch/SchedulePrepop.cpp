@@ -1,7 +1,7 @@
-#include "MorvUt/hmrc/SchedulePrepop.h"
+#include "MorvUt/hmrc/fetch/SchedulePrepop.h"
 
-#include "MorvUt/hmrc/ClientData.h"
-#include "MorvUt/hmrc/Scope.h"
+#include "MorvUt/hmrc/access/ClientData.h"
+#include "MorvUt/hmrc/access/Scope.h"
 #include "Quarry/DataList.h"
 
 namespace HmrcApi

@@ -1,4 +1,4 @@
-#include "MorvUt/hmrc/NicPrepop.h"
+#include "MorvUt/hmrc/fetch/NicPrepop.h"
 
 #include "MorvUt/hmrc/detail/YearRecords.h"
 #include "Quarry/Session.h"

@@ -1,4 +1,4 @@
-#include "MorvUt/hmrc/detail/PracticeOptions.h"
+#include "MorvUt/hmrc/access/PracticeOptions.h"
 
 #include "Brix/Records.h"
 #include "Quarry/Session.h"

@@ -10,8 +10,8 @@
 #include "Brix/Records.h"
 #include "HmrcApi/Endpoints.h"
 #include "HmrcApi/Responses.h"
-#include "MorvUt/hmrc/IPrepopPAYE.h"
-#include "MorvUt/hmrc/SchedulePrepop.h"
+#include "MorvUt/hmrc/fetch/IPrepopPAYE.h"
+#include "MorvUt/hmrc/fetch/SchedulePrepop.h"
 
 namespace HmrcApi
 {

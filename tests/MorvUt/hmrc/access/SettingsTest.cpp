@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "Afx/Computer.h"
-#include "MorvUt/hmrc/ClientData.h"
+#include "MorvUt/hmrc/access/ClientData.h"
+#include "MorvUt/hmrc/access/Scope.h"
 #include "MorvUt/hmrc/HmrcTest.h"
-#include "MorvUt/hmrc/Scope.h"
 #include "Shellkit/Registry.h"
 #include "support/Case.h"
 

@@ -1,6 +1,6 @@
-#include "MorvUt/hmrc/Scope.h"
+#include "MorvUt/hmrc/access/Scope.h"
 
-#include "MorvUt/hmrc/detail/PracticeOptions.h"
+#include "MorvUt/hmrc/access/PracticeOptions.h"
 #include "Shellkit/Registry.h"
 
 namespace HmrcApi

@@ -1,4 +1,4 @@
-#include "MorvUt/hmrc/AuthorisationStore.h"
+#include "MorvUt/hmrc/access/AuthorisationStore.h"
 
 #include <tuple>
 

@@ -1,11 +1,11 @@
-#include "MorvUt/hmrc/Logger.h"
+#include "MorvUt/hmrc/access/Logger.h"
 
 #include <iostream>
 
 #include "Afx/Computer.h"
 #include "Cellar/Connection.h"
 #include "HmrcApi/Mask.h"
-#include "MorvUt/hmrc/detail/PracticeOptions.h"
+#include "MorvUt/hmrc/access/PracticeOptions.h"
 #include "MorvUt/users/UserData.h"
 #include "Quarry/Session.h"
 #include "Shellkit/Registry.h"

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "HmrcApi/Endpoints.h"
-#include "MorvUt/hmrc/SchedulePrepop.h"
+#include "MorvUt/hmrc/fetch/SchedulePrepop.h"
 
 namespace HmrcApi
 {

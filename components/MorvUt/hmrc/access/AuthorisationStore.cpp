@@ -1,8 +1,8 @@
-#include "MorvUt/hmrc/AuthorisationStore.h"
+#include "MorvUt/hmrc/access/AuthorisationStore.h"
 
 #include "Afx/Computer.h"
 #include "Cellar/BufferedRowList.h"
-#include "MorvUt/hmrc/Logger.h"
+#include "MorvUt/hmrc/access/Logger.h"
 #include "MorvUt/users/UserData.h"
 #include "Quarry/Session.h"
 #include "Shellkit/Random.h"

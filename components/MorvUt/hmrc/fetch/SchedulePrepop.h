@@ -10,8 +10,8 @@
 #include "HmrcApi/Authorisation.h"
 #include "HmrcApi/Errors.h"
 #include "MorvUt/Export.h"
-#include "MorvUt/hmrc/AuthorisationStore.h"
-#include "MorvUt/hmrc/Logger.h"
+#include "MorvUt/hmrc/access/AuthorisationStore.h"
+#include "MorvUt/hmrc/access/Logger.h"
 #include "MorvUt/taxyear/TaxYear.h"
 
 namespace HmrcApi

@@ -1,4 +1,4 @@
-#include "MorvUt/hmrc/PayePrepop.h"
+#include "MorvUt/hmrc/fetch/PayePrepop.h"
 
 namespace HmrcApi
 {

@@ -10,7 +10,7 @@
 #include "HmrcApi/Errors.h"
 #include "HmrcApi/Interfaces.h"
 #include "MorvUt/Export.h"
-#include "MorvUt/hmrc/SchedulePrepop.h"
+#include "MorvUt/hmrc/fetch/SchedulePrepop.h"
 
 namespace HmrcApi
 {
