@@ -51,7 +51,7 @@ Logger::~Logger() = default;
 bool Logger::IsDebugLogging()
 {
     try {
-        return GetDebugLevel() > 0;
+        return (m_debugLevel ? *m_debugLevel : GetDebugLevel()) > 0;
     } catch (const std::exception& problem) {
         Report(problem);
         return false;

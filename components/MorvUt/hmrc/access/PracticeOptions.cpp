@@ -5,20 +5,13 @@
 
 namespace HmrcApi
 {
-namespace
-{
 
-template<class T>
-T ReadOption(T (Brix::COptions::*get)() const)
+PracticeOptions ReadPracticeOptions()
 {
     Brix::COptions options;
-    return Quarry::HasConnection() && options.Open() ? (options.*get)() : T();
+    if (!Quarry::HasConnection() || !options.Open())
+        return {};
+    return {options.GetPAYEInterface() == 1, options.GetHMRCRetrieval(), options.GetDebugLogging()};
 }
-
-} // namespace
-
-bool UsesPayeInterface() { return ReadOption(&Brix::COptions::GetPAYEInterface) == 1; }
-bool IsRetrievalEnabled() { return ReadOption(&Brix::COptions::GetHMRCRetrieval); }
-int GetDebugLevel() { return ReadOption(&Brix::COptions::GetDebugLogging); }
 
 } // namespace HmrcApi

@@ -3,14 +3,23 @@
 // The practice's options that the HMRC client reads, from the record itself each time. Without a connection or a
 // record, as if each were 0. They throw Cellar::DatabaseError.
 
+#include "MorvUt/Export.h"
+
 namespace HmrcApi
 {
 
-/// The practice fetches through the single PAYE interface.
-bool UsesPayeInterface();
-/// Retrieval from HMRC is switched on.
-bool IsRetrievalEnabled();
-/// Greater than 0: the plumbing logs what it sends and receives.
-int GetDebugLevel();
+struct PracticeOptions
+{
+    bool usesPayeInterface = false;  // the practice fetches through the single PAYE interface
+    bool isRetrievalEnabled = false; // retrieval from HMRC is switched on
+    int debugLevel = 0;              // greater than 0: the plumbing logs what it sends and receives
+};
+
+/// All of them in one read.
+MORVUT_API PracticeOptions ReadPracticeOptions();
+
+inline bool UsesPayeInterface() { return ReadPracticeOptions().usesPayeInterface; }
+inline bool IsRetrievalEnabled() { return ReadPracticeOptions().isRetrievalEnabled; }
+inline int GetDebugLevel() { return ReadPracticeOptions().debugLevel; }
 
 } // namespace HmrcApi

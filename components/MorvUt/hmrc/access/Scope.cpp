@@ -1,16 +1,17 @@
 #include "MorvUt/hmrc/access/Scope.h"
 
-#include "MorvUt/hmrc/access/PracticeOptions.h"
 #include "Shellkit/Registry.h"
 
 namespace HmrcApi
 {
 
-CScope::CScope()
+CScope::CScope() : CScope(ReadPracticeOptions()) {}
+
+CScope::CScope(const PracticeOptions& options)
 {
     AppendScope("read:marriage-allowance");
     AppendScope("read:national-insurance");
-    if (UsesPayeInterface()) {
+    if (options.usesPayeInterface) {
         AppendScope("read:individual-paye");
     } else {
         AppendScope("read:individual-benefits");

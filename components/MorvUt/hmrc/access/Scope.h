@@ -6,6 +6,7 @@
 
 #include "HmrcApi/Interfaces.h"
 #include "MorvUt/Export.h"
+#include "MorvUt/hmrc/access/PracticeOptions.h"
 
 namespace HmrcApi
 {
@@ -16,7 +17,8 @@ namespace HmrcApi
 class MORVUT_API CScope : public IScope
 {
 public:
-    CScope();
+    CScope(); // reads the practice's options
+    explicit CScope(const PracticeOptions& options);
     ~CScope() override;
     std::string GetScope() override { return m_scope; }
     void SetScope(const std::string& scope) override { m_scope = scope; }

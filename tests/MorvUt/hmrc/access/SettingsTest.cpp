@@ -4,6 +4,7 @@
 
 #include "Afx/Computer.h"
 #include "MorvUt/hmrc/access/ClientData.h"
+#include "MorvUt/hmrc/access/PracticeOptions.h"
 #include "MorvUt/hmrc/access/Scope.h"
 #include "MorvUt/hmrc/HmrcTest.h"
 #include "Shellkit/Registry.h"
@@ -86,12 +87,14 @@ TEST_F(HmrcLogger, WritesOneLineWithItsChain)
                   CApplicationSessionId::GetSessionId() + '|' + other.GetChainIdString());
 }
 
-TEST_F(HmrcLogger, ReadsTheLevelEachTime)
+TEST_F(HmrcLogger, ReadsTheLevelEachTimeUnlessItWasTold)
 {
-    HmrcApi::Logger log;
+    HmrcApi::Logger log, told;
+    told.SetDebugLevel(HmrcApi::ReadPracticeOptions().debugLevel);
     for (const int level : {0, 1, 2, -1}) {
         Quarry::GetConnection().ExecuteDirectf("UPDATE BRIXOptions SET nDebugLogging = %d", level);
         EXPECT_EQ(log.IsDebugLogging(), level > 0) << level;
+        EXPECT_FALSE(told.IsDebugLogging()) << level;
     }
 }
 
