@@ -5,9 +5,9 @@
 #include <memory>
 #include <string>
 
-#include "HmrcApi/Authorisation.h"
 #include "HmrcApi/Export.h"
 #include "HmrcApi/Interfaces.h"
+#include "HmrcApi/oauth/Authorisation.h"
 #include "HmrcApi/Responses.h"
 #include "HmrcApi/transport/Transport.h"
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "HmrcApi/TokenRequest.h"
+#include "HmrcApi/oauth/TokenRequest.h"
 #include "support/Case.h"
 
 using namespace HmrcApi;

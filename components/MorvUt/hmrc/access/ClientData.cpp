@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "HmrcApi/Authorisation.h"
+#include "HmrcApi/oauth/Authorisation.h"
 #include "HmrcApi/transport/Transport.h"
 #include "Shellkit/Registry.h"
 

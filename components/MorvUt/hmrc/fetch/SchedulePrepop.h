@@ -7,7 +7,7 @@
 #include <string>
 
 #include "Brix/Keys.h"
-#include "HmrcApi/Authorisation.h"
+#include "HmrcApi/oauth/Authorisation.h"
 #include "HmrcApi/Errors.h"
 #include "MorvUt/Export.h"
 #include "MorvUt/hmrc/access/AuthorisationStore.h"

@@ -1,4 +1,4 @@
-#include "HmrcApi/TokenRequest.h"
+#include "HmrcApi/oauth/TokenRequest.h"
 
 #include <algorithm>
 #include <charconv>

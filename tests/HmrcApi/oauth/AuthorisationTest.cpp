@@ -1,4 +1,4 @@
-#include "HmrcApi/Authorisation.h"
+#include "HmrcApi/oauth/Authorisation.h"
 
 #include "HmrcApi/Fakes.h"
 #include "support/Case.h"

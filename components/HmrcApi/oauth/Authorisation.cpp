@@ -1,11 +1,11 @@
-#include "HmrcApi/Authorisation.h"
+#include "HmrcApi/oauth/Authorisation.h"
 
 #include "Afx/Clock.h"
 #include "Afx/TextFold.h"
 #include "Afx/WindowSystem.h"
 #include "HmrcApi/Mask.h"
+#include "HmrcApi/oauth/TokenRequest.h"
 #include "HmrcApi/redirect/RedirectListener.h"
-#include "HmrcApi/TokenRequest.h"
 #include "HmrcApi/Uri.h"
 #include "HmrcApi/Waiting.h"
 #include "Shellkit/Cipher.h"

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "HmrcApi/AnswerTable.h"
-#include "HmrcApi/Authorisation.h"
+#include "HmrcApi/oauth/Authorisation.h"
 #include "HmrcApi/Uri.h"
 
 namespace HmrcApi
