@@ -77,6 +77,7 @@ void AppendDirectTables(std::vector<const Quarry::Table*>& tables)
 #define BINARY(sql) .Next(sql, ColumnType::Binary)
 #define DATETIME(sql) .Next(sql, ColumnType::DateTime)
 #define NOW(sql) .Next(sql, ColumnType::DateTime, "GETDATE()")
+#define NOW_UTC(sql) .Next(sql, ColumnType::DateTime, "GETUTCDATE()")
 #define SESSION(sql) .Next(sql, ColumnType::Int, "@@SPID")
 #define IDENTITY(sql) .Next(sql, ColumnType::Int, nullptr, 0, true)
 #define USER_LOCKS                                                                                                     \

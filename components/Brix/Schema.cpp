@@ -16,6 +16,9 @@ using Cellar::Dialect;
 using Quarry::Column;
 using Quarry::Table;
 
+/// Since then the time of a token lock is UTC.
+constexpr int kUtcLocksVersion = 2;
+
 /// Texts that a server is to index must have a length there.
 constexpr int kIndexedLength = 100;
 
@@ -230,6 +233,8 @@ void UpgradeSchema(Cellar::CConnection& connection)
     if (version.state == SchemaState::Newer)
         throw DatabaseError(DatabaseError::Category::Other, "",
                             "the practice was made by a newer version of the suite: update this one", "");
+    if (version.version < kUtcLocksVersion) // made anew below; it holds nothing that lasts
+        connection.Script("DROP TABLE IF EXISTS MTDAuthorisationLock");
     if (const std::string script = UpgradeScript(connection.GetDialect(), ReadCatalog(connection)); !script.empty())
         connection.Script(script);
     if (version.state == SchemaState::Older)

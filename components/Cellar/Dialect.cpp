@@ -39,11 +39,13 @@ struct Rules
     const char* call; // EXEC
     Around arguments; // of the call; only with one
     const char* noArguments;
-    Around bytes;      // round the digits of 0xAB; null `before`: as it stands
-    bool plainStrings; // '...' for N'...'
-    const char* now;   // GETDATE()
+    Around bytes;       // round the digits of 0xAB; null `before`: as it stands
+    bool plainStrings;  // '...' for N'...'
+    const char* now;    // GETDATE()
+    const char* utcNow; // GETUTCDATE()
     Around lockTable;
     const char* schemaStart;
+    SqlText reuseLog;
     std::array<const char*, 9> types; // in the order of ColumnType
 };
 
@@ -90,8 +92,10 @@ constexpr Rules kSqlite = {
     .bytes = {"X'", "'"},
     .plainStrings = true,
     .now = "(strftime('%Y-%m-%d %H:%M:%f','now','localtime'))",
+    .utcNow = "(strftime('%Y-%m-%d %H:%M:%f','now'))",
     .lockTable = {"", ""}, // a write transaction keeps all others out
     .schemaStart = "",
+    .reuseLog = "PRAGMA wal_checkpoint(RESTART)",
     // Int, SmallInt, Bit, Text, Binary, Date, DateTime, Money, Double
     .types = {"INTEGER", "INTEGER", "INTEGER", "TEXT COLLATE NOCASE", "BLOB", "TEXT", "TEXT", "INTEGER", "REAL"},
 };
@@ -109,9 +113,11 @@ constexpr Rules kPostgres = {
     .bytes = {"'\\x", "'::bytea"},
     .plainStrings = true,
     .now = "localtimestamp(3)",
+    .utcNow = "timezone('utc', now())::timestamp(3)",
     .lockTable = {"LOCK TABLE ", " IN SHARE ROW EXCLUSIVE MODE"},
     .schemaStart = "CREATE COLLATION IF NOT EXISTS morvut_nocase "
                    "(provider = icu, locale = 'und-u-ks-level2', deterministic = false);\n",
+    .reuseLog = "",
     .types = {"integer", "smallint", "smallint", "text COLLATE morvut_nocase", "bytea", "date", "timestamp(3)",
               "numeric(19,4)", "double precision"},
 };
@@ -129,8 +135,10 @@ constexpr Rules kSqlServer = {
     .bytes = {nullptr, nullptr},
     .plainStrings = false,
     .now = nullptr,
+    .utcNow = nullptr,
     .lockTable = {"SELECT TOP (1) 1 FROM ", " WITH (TABLOCKX, HOLDLOCK)"},
     .schemaStart = "",
+    .reuseLog = "",
     .types = {"int", "smallint", "bit", "nvarchar(max)", "varbinary(max)", "date", "datetime", "money", "float"},
 };
 
@@ -279,12 +287,21 @@ private:
         return token.text.starts_with("--") || token.text.starts_with("/*");
     }
 
+    /// How the database tells the time that the word asks for; null: as it stands, or another word.
+    const char* MomentOf(const Token& word) const noexcept
+    {
+        if (IsWord(word, "GETDATE"))
+            return m_rules.now;
+        return IsWord(word, "GETUTCDATE") ? m_rules.utcNow : nullptr;
+    }
+
     std::size_t EmitWord(std::size_t at)
     {
         const Token& token = m_tokens[at];
         const std::size_t next = Significant(at + 1);
-        if (m_rules.now && IsWord(token, "GETDATE") && IsSymbol(next, '(') && IsSymbol(Significant(next + 1), ')')) {
-            m_out.text += m_rules.now;
+        const char* const moment = MomentOf(token);
+        if (moment && IsSymbol(next, '(') && IsSymbol(Significant(next + 1), ')')) {
+            m_out.text += moment;
             return Significant(next + 1) + 1;
         }
         m_out.text += token.text;
@@ -356,6 +373,7 @@ public:
     }
     std::string SessionIdDefault() const override { return m_rules.sessionDefault; }
     std::string SchemaStart() const override { return m_rules.schemaStart; }
+    SqlText ReuseLog() const override { return m_rules.reuseLog; }
 
 private:
     const Rules& m_rules;

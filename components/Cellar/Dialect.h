@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Cellar/Export.h"
+#include "Cellar/SqlText.h"
 #include "Cellar/Value.h"
 
 namespace Cellar
@@ -66,6 +67,9 @@ public:
     virtual std::string SessionIdDefault() const = 0;
     /// Statements that a schema begins with, so that the types it names exist; may be empty.
     virtual std::string SchemaStart() const = 0;
+    /// After this statement the next ones write where the last ones wrote, so that what has fitted once fits again;
+    /// empty where the database sees to it by itself.
+    virtual SqlText ReuseLog() const = 0;
 };
 
 CELLAR_API const Dialect& SqliteDialect();

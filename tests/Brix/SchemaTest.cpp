@@ -156,7 +156,10 @@ TEST_F(Schema, IsBroughtUpToDate)
     Sql("INSERT INTO FeatureLocks (nFeature) VALUES (1);" // its default is computed: no new column gets that
         "DROP TABLE BRIXMTD_NIC; DROP VIEW MTDLogWrite; DROP TABLE MTDLog;"
         "ALTER TABLE BRIXClient DROP COLUMN bNoTaxReturnSource; ALTER TABLE FeatureLocks DROP COLUMN dtLocked;"
-        "DROP INDEX IX_BRIXPropUK_lTaxFormID; ALTER TABLE BRIXPropUK DROP COLUMN lTaxFormID;");
+        "DROP INDEX IX_BRIXPropUK_lTaxFormID; ALTER TABLE BRIXPropUK DROP COLUMN lTaxFormID;"
+        "UPDATE BRIXSchema SET nVersion = 1; DROP TABLE MTDAuthorisationLock;"
+        "CREATE TABLE MTDAuthorisationLock (lMTDAuthorisationID INTEGER PRIMARY KEY, strUserID TEXT, "
+        "strWorkstation TEXT, dtLocked TEXT DEFAULT (datetime('now', '+1 hours')), ConnectionID INTEGER);");
     ASSERT_FALSE(Brix::CheckPractice(Quarry::GetConnection()).empty());
     Brix::UpgradeSchema(Quarry::GetConnection());
     EXPECT_EQ(Brix::CheckPractice(Quarry::GetConnection()).size(), 0U);
@@ -166,6 +169,9 @@ TEST_F(Schema, IsBroughtUpToDate)
     Quarry::GetConnection().ExecuteDirectf("EXEC MTDLogWrite %s, %s, %s, %s, %s, %s, %s, %s, %s", "a", "b", "c", "d",
                                            "e", "f", "g", "h", "i");
     EXPECT_EQ(Cellar::ToLong(Single("SELECT COUNT(*) FROM MTDLog")), 1);
+    Sql("INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID) VALUES (1)");
+    EXPECT_EQ(Cellar::ToLong(Single("SELECT dtLocked <= datetime('now', '+1 minutes') FROM MTDAuthorisationLock")), 1)
+        << "was local time";
 }
 
 } // namespace

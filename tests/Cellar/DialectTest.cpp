@@ -94,7 +94,7 @@ TEST(Dialect, GoldenStatements)
             EXPECT_EQ(std::string(dialect->GetName()) + ": " + dialect->Translate(tsql).text, expected);
         }
     }
-    EXPECT_EQ(statements, 12 + 14);
+    EXPECT_EQ(statements, 12 + 15);
     for (const Dialect* const dialect : kDialects)
         EXPECT_EQ(dialect->Translate("SELECT 1 -- %s ? '\n, 2 /* a /* %d ' */ b */ FROM t").text,
                   "SELECT 1  \n, 2   FROM t");
