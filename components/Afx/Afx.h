@@ -21,6 +21,7 @@
 #include "Afx/Platform.h"
 #include "Afx/Resources.h"
 #include "Afx/Settings.h"
+#include "Afx/SignalGuard.h"
 #include "Afx/Text.h"
 #include "Afx/TextFold.h"
 #include "Afx/WindowSystem.h"
