@@ -12,7 +12,7 @@
 #include "Cellar/BufferedRowList.h"
 #include "ClientView.h"
 #include "Commands.h"
-#include "HmrcApi/Mask.h"
+#include "HmrcApi/answers/Mask.h"
 #include "MorvUt/MorvUt.h"
 #include "Output.h"
 #include "Quarry/Session.h"

@@ -1,4 +1,4 @@
-#include "HmrcApi/Interfaces.h"
+#include "HmrcApi/Host.h"
 
 namespace HmrcApi
 {

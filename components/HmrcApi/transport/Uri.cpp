@@ -1,4 +1,4 @@
-#include "HmrcApi/Uri.h"
+#include "HmrcApi/transport/Uri.h"
 
 namespace HmrcApi
 {

@@ -1,4 +1,4 @@
-#include "HmrcApi/AnswerTable.h"
+#include "HmrcApi/answers/AnswerTable.h"
 
 #include "Afx/Text.h"
 #include "HmrcApi/Fakes.h"

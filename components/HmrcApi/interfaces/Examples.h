@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "HmrcApi/Export.h"
-#include "HmrcApi/Interfaces.h"
+#include "HmrcApi/Host.h"
 
 namespace HmrcApi
 {

@@ -1,10 +1,10 @@
-#include "HmrcApi/Errors.h"
+#include "HmrcApi/answers/Errors.h"
 
 #include <gtest/gtest.h>
 
 #include "Afx/Clock.h"
 #include "Afx/MessageBox.h"
-#include "HmrcApi/AnswerTable.h"
+#include "HmrcApi/answers/AnswerTable.h"
 #include "support/Case.h"
 #include "support/TestSupport.h"
 

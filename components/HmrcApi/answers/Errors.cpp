@@ -1,4 +1,4 @@
-#include "HmrcApi/Errors.h"
+#include "HmrcApi/answers/Errors.h"
 
 #include "Afx/MessageBox.h"
 

@@ -1,6 +1,6 @@
 // HMRC's numbers of the types of benefits and allowances ("individual's additional benefits and deductions").
 
-#include "HmrcApi/Responses.h"
+#include "HmrcApi/records/Responses.h"
 
 namespace HmrcApi
 {

@@ -1,4 +1,4 @@
-#include "HmrcApi/CannedAnswers.h"
+#include "HmrcApi/interfaces/Examples.h"
 
 namespace HmrcApi
 {

@@ -1,11 +1,11 @@
-#include "HmrcApi/AnswerTable.h"
+#include "HmrcApi/answers/AnswerTable.h"
 
 #include <algorithm>
 #include <charconv>
 
 #include "Afx/Clock.h"
+#include "HmrcApi/answers/Mask.h"
 #include "HmrcApi/json/Json.h"
-#include "HmrcApi/Mask.h"
 #include "Shellkit/Random.h"
 
 namespace HmrcApi

@@ -1,11 +1,11 @@
-#include "HmrcApi/FraudHeaders.h"
+#include "HmrcApi/transport/FraudHeaders.h"
 
 #include <cstdlib>
 #include <fstream>
 
 #include "Afx/Clock.h"
 #include "Afx/TextFold.h"
-#include "HmrcApi/Uri.h"
+#include "HmrcApi/transport/Uri.h"
 #include "Shellkit/Identity.h"
 #include "Shellkit/Registry.h"
 

@@ -1,4 +1,4 @@
-#include "HmrcApi/Waiting.h"
+#include "HmrcApi/transport/Waiting.h"
 
 #include <algorithm>
 

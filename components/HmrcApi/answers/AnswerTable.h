@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "HmrcApi/Errors.h"
+#include "HmrcApi/answers/Errors.h"
 #include "HmrcApi/Export.h"
 #include "HmrcApi/transport/Transport.h"
 

@@ -1,12 +1,12 @@
-#include "HmrcApi/Endpoints.h"
+#include "HmrcApi/interfaces/Endpoints.h"
 
 #include "Afx/Text.h"
-#include "HmrcApi/AnswerTable.h"
-#include "HmrcApi/CannedAnswers.h"
-#include "HmrcApi/InterfaceFacts.h"
-#include "HmrcApi/Mask.h"
-#include "HmrcApi/Uri.h"
-#include "HmrcApi/Waiting.h"
+#include "HmrcApi/answers/AnswerTable.h"
+#include "HmrcApi/answers/Mask.h"
+#include "HmrcApi/interfaces/Examples.h"
+#include "HmrcApi/interfaces/Interface.h"
+#include "HmrcApi/transport/Uri.h"
+#include "HmrcApi/transport/Waiting.h"
 
 namespace HmrcApi
 {

@@ -1,4 +1,4 @@
-#include "HmrcApi/InterfaceFacts.h"
+#include "HmrcApi/interfaces/Interface.h"
 
 namespace HmrcApi
 {

@@ -7,8 +7,8 @@
 
 #include "HmrcApi/Authorisation.h"
 #include "HmrcApi/Export.h"
-#include "HmrcApi/Interfaces.h"
-#include "HmrcApi/Responses.h"
+#include "HmrcApi/Host.h"
+#include "HmrcApi/records/Responses.h"
 #include "HmrcApi/transport/Transport.h"
 
 namespace HmrcApi

@@ -1,4 +1,4 @@
-#include "HmrcApi/Mask.h"
+#include "HmrcApi/answers/Mask.h"
 
 #include <array>
 #include <cstdint>

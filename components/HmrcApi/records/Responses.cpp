@@ -1,8 +1,8 @@
-#include "HmrcApi/Responses.h"
+#include "HmrcApi/records/Responses.h"
 
 #include <optional>
 
-#include "HmrcApi/Errors.h"
+#include "HmrcApi/answers/Errors.h"
 #include "HmrcApi/json/ExactAmount.h"
 #include "HmrcApi/json/Json.h"
 

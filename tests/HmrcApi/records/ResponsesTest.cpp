@@ -1,9 +1,9 @@
-#include "HmrcApi/Responses.h"
+#include "HmrcApi/records/Responses.h"
 
 #include <gtest/gtest.h>
 
-#include "HmrcApi/CannedAnswers.h"
-#include "HmrcApi/Errors.h"
+#include "HmrcApi/answers/Errors.h"
+#include "HmrcApi/interfaces/Examples.h"
 #include "support/Case.h"
 
 using namespace HmrcApi;
