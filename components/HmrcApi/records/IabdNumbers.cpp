@@ -34,6 +34,7 @@ constexpr IabdType kBenefits[] = {
     {"ExpensesPay", 43},
     {"Mileage", 44},
     {"NonQualifyingRelocationExpense", 45},
+    {"NurseryPlaces", 46},
     {"OtherItems", 47},
     {"PaymentEmployeesBehalf", 48},
     {"PersonalIncidentExpenses", 49},

@@ -1,8 +1,16 @@
 #pragma once
 
-// HMRC's answers as records. An amount or date that HMRC did not send is null: absent is not zero.
+// HMRC's answers as records.
+//
+// Amounts are pounds, as HMRC sends them: "taxablePayTotal": 22551.05 is the CAmt of 225,510,500 ten-thousandths. They
+// are exact to the fourth decimal and are never rounded; HMRC documents neither sign nor range, so a negative one (a
+// refund) is kept. What HMRC did not send is null, and absent is not zero: "taxTotal": 0.00 is a zero, no "taxTotal" is
+// null. A date is null too when it cannot be read; a text is then empty. Members that are not named here are ignored,
+// whatever they hold. Names and kinds are kept as HMRC wrote them. Records come in HMRC's order, which means nothing,
+// and a reference may occur more than once.
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,19 +24,21 @@ namespace HmrcApi
 
 struct CompanyBenefit_t
 {
-    std::string benefitType; // HMRC's name, kept when unknown
+    std::string benefitType; // HMRC's name, also when unknown; never empty
     int benefitNumber = 0;   // HMRC's number of that name; 0 when unknown
     Kiln::CAmt amount;
     bool isForecastBenefit = false; // a coding estimate, not a P11D figure
 };
 
+/// An employment. Two periods with one employer are two, told apart by the works number.
 struct Employment_t
 {
-    std::string employerPayeReference;
-    std::string employerName;
-    std::string worksNumber;
+    std::string employerPayeReference; // "123/AB456"; never empty
+    std::string employerName;          // may be empty
+    std::string worksNumber;           // may be empty
     Kiln::CDate startDate, endDate;
-    Kiln::CAmt taxablePayTotal, taxTotal, studentLoan;
+    Kiln::CAmt taxablePayTotal, taxTotal, studentLoan; // for the year, corrections included
+    std::optional<bool> offPayrollWorkFlag;            // nothing when HMRC did not say
     std::vector<CompanyBenefit_t> companyBenefits;
 };
 
@@ -51,7 +61,7 @@ struct TaxableSocialSecurityBenefit_t
         Unknown = -1 // kept, matches nothing
     };
     BenefitType benefitType = Unknown;
-    std::string benefitTypeName; // as HMRC wrote it
+    std::string benefitTypeName; // as HMRC wrote it, to the letter: "jobseekersallowance" is Unknown; never empty
     std::string employerPayeReference;
     Kiln::CDate startDate, endDate;
     Kiln::CAmt taxablePayTotal, taxTotal;
@@ -59,8 +69,8 @@ struct TaxableSocialSecurityBenefit_t
 
 struct TaxFreeAllowance_t
 {
-    std::string allowanceType;
-    int allowanceNumber = 0; // HMRC's number; 0 when unknown
+    std::string allowanceType; // HMRC's name, also when unknown; never empty
+    int allowanceNumber = 0;   // HMRC's number; 0 when unknown
     Kiln::CAmt amount;
 };
 
@@ -76,8 +86,22 @@ struct StatePension_t
     std::shared_ptr<const LumpSum_t> lumpSum; // null when there is none
 };
 
-/// The answer of the PAYE interface. `…UpperBound` is the last index, -1 when there is none.
-class HMRCAPI_API CPayeResponse
+/// What every answer may be.
+class HMRCAPI_API CResponse
+{
+public:
+    /// HMRC holds nothing for the person and year, not even that there is nothing (404 NOT_FOUND): what was sent
+    /// earlier stands. Usual for the year in progress, and until HMRC has reconciled the year, June to November after
+    /// it.
+    bool IsNothingYet() const noexcept { return m_isNothingYet; }
+    void SetNothingYet() noexcept { m_isNothingYet = true; }
+
+private:
+    bool m_isNothingYet = false;
+};
+
+/// The answer of the PAYE interface. `…UpperBound` is the last index, -1 when there is none; `…At` is null outside.
+class HMRCAPI_API CPayeResponse : public CResponse
 {
 public:
     std::shared_ptr<const Employment_t> GetEmploymentAt(int index) const { return At(m_employments, index); }
@@ -94,11 +118,7 @@ public:
     /// Null when HMRC sent none.
     std::shared_ptr<const StatePension_t> getStatePension() const noexcept { return m_statePension; }
 
-    /// HMRC holds nothing for the person and year, not even that there is nothing: what was sent earlier stands.
-    bool IsNothingYet() const noexcept { return m_isNothingYet; }
-
     // Filled by the reader of the answer, and by tests.
-    void SetNothingYet() noexcept { m_isNothingYet = true; }
     void Add(Employment_t item) { m_employments.push_back(std::make_shared<const Employment_t>(std::move(item))); }
     void Add(PrivatePension_t item) { m_pensions.push_back(std::make_shared<const PrivatePension_t>(std::move(item))); }
     void Add(TaxableSocialSecurityBenefit_t item)
@@ -133,23 +153,26 @@ private:
     List<TaxableSocialSecurityBenefit_t> m_benefits;
     List<TaxFreeAllowance_t> m_allowances;
     std::shared_ptr<const StatePension_t> m_statePension;
-    bool m_isNothingYet = false;
 };
 
 /// The answer of the National Insurance interface.
-struct CNationalInsuranceResponse
+struct CNationalInsuranceResponse : CResponse
 {
-    Kiln::CAmt class1NicableEarnings; // between the primary threshold and the upper earnings limit; null when absent
+    /// Earnings between the primary threshold and the upper earnings limit. HMRC sends 0.00 before it has reconciled
+    /// the year (end of August after it), which cannot be told from a real zero.
+    Kiln::CAmt class1NicableEarnings;
     Kiln::CAmt class2Due;
-    bool maxNicsReached = false;
+    std::optional<bool> maxNicsReached; // the year's maximum is reached; nothing when HMRC did not say
 };
 
 /// HMRC's number of a company benefit or allowance type; 0 when the name is not known.
 HMRCAPI_API int BenefitNumber(std::string_view iabdType) noexcept;
 HMRCAPI_API int AllowanceNumber(std::string_view iabdType) noexcept;
 
-/// Reads the text of an answer. Throws HmrcApiErrorException: ANSWER_MALFORMED for what is not JSON of this shape or is
-/// nested deeper than 32 levels, AMOUNT_NOT_EXACT for an amount with more than four decimals or out of range.
+/// Reads the text of an answer. An absent list is empty, a null member is absent. Throws HmrcApiErrorException without
+/// a status, its third text the place ("/employments/0/taxTotal"): ANSWER_MALFORMED for what is not one JSON object of
+/// this shape, has two members of one name, or is beyond the bounds of json/Json.h; AMOUNT_NOT_EXACT for an amount with
+/// more than four decimals that are not 0, or beyond 922,337,203,685,477.5807.
 HMRCAPI_API CPayeResponse ReadPayeResponse(std::string_view json);
 HMRCAPI_API CNationalInsuranceResponse ReadNationalInsuranceResponse(std::string_view json);
 

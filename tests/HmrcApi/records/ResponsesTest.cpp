@@ -36,11 +36,25 @@ TEST(ReadPayeResponse, TakesWhatIsAbsentUnknownOrLoose)
 {
     EXPECT_EQ(ReadPayeResponse("{}").GetEmploymentUpperBound(), -1);
     EXPECT_EQ(ReadPayeResponse(R"({"employments":null,"statePension":null})").getStatePension(), nullptr);
-    EXPECT_EQ(RefusalOf(Employment(R"("new":{"deep":[1]},"taxTotal":null)")), "none");
-    const auto benefit = ReadPayeResponse(R"({"taxableSocialSecurityBenefits":[{"benefitType":"NewBenefit"}]})")
-                             .GetTaxableSocialSecurityBenefitAt(0);
-    EXPECT_EQ(benefit->benefitType, TaxableSocialSecurityBenefit_t::Unknown);
-    EXPECT_EQ(benefit->benefitTypeName, "NewBenefit");
+    for (const char* unread : {R"({"deep":[1]})", "1e400", "[0.123456789012345678901234567890123456789]"})
+        EXPECT_EQ(RefusalOf(Employment(R"("taxTotal":null,"new":)" + std::string(unread))), "none") << unread;
+    for (const std::string kind : {"UniversalCredit", "jobseekersallowance"}) {
+        const std::string json = R"({"taxableSocialSecurityBenefits":[{"benefitType":")" + kind + "\"}]}";
+        const auto benefit = ReadPayeResponse(json).GetTaxableSocialSecurityBenefitAt(0);
+        EXPECT_EQ(benefit->benefitType, TaxableSocialSecurityBenefit_t::Unknown);
+        EXPECT_EQ(benefit->benefitTypeName, kind);
+    }
+    EXPECT_EQ(BenefitNumber("NurseryPlaces"), 46);
+}
+
+TEST(ReadPayeResponse, TellsAFlagFromItsAbsence)
+{
+    const auto flag = [](const char* members) {
+        return ReadPayeResponse(Employment(members)).GetEmploymentAt(0)->offPayrollWorkFlag;
+    };
+    EXPECT_EQ(flag(R"("offPayrollWorkFlag":true)"), true);
+    EXPECT_EQ(flag(R"("offPayrollWorkFlag":false)"), false);
+    EXPECT_EQ(flag(""), std::nullopt);
 }
 
 TEST(ReadPayeResponse, ReadsDatesWithOneDigitAndDropsUnreadableOnes)
@@ -74,7 +88,7 @@ TEST(ReadPayeResponse, RefusesWhatWouldLoseAFigureAndNamesThePlace)
          "ANSWER_MALFORMED /employments/0/companyBenefits/1/benefitType", "a benefit without its name"},
         {R"({"statePension":[]})", "ANSWER_MALFORMED /statePension", "no object inside"},
         {Employment(R"("taxTotal":0.00001)"), "AMOUNT_NOT_EXACT /employments/0/taxTotal", "a fifth decimal"},
-        {Employment(R"("taxTotal":1e400)"), "AMOUNT_NOT_EXACT ", "too large for the parser"},
+        {Employment(R"("taxTotal":1e400)"), "AMOUNT_NOT_EXACT /employments/0/taxTotal", "too large"},
         {R"({"statePension":{"lumpSum":{"taxTotal":0.12345}}})", "AMOUNT_NOT_EXACT /statePension/lumpSum/taxTotal",
          "deep inside"},
     };
@@ -87,8 +101,10 @@ TEST(ReadNationalInsuranceResponse, TellsZeroFromAbsent)
     const auto full = ReadNationalInsuranceResponse(CannedNationalInsuranceAnswer(IEndpointOverride::Everything));
     EXPECT_EQ(full.class1NicableEarnings, CAmt::FromPence(1700));
     EXPECT_EQ(full.class2Due, CAmt::FromPence(31957));
-    EXPECT_TRUE(full.maxNicsReached);
+    EXPECT_EQ(full.maxNicsReached, true);
+    EXPECT_EQ(ReadNationalInsuranceResponse(R"({"maxNICsReached":false})").maxNicsReached, false);
     const auto part = ReadNationalInsuranceResponse(R"({"class1":{"totalNICableEarnings":0.00}})");
     EXPECT_TRUE(part.class1NicableEarnings.IsZero());
     EXPECT_TRUE(part.class2Due.IsNull());
+    EXPECT_EQ(part.maxNicsReached, std::nullopt);
 }
