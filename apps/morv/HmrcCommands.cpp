@@ -147,7 +147,7 @@ Json ErrorsOf(const HmrcApi::CAPIErrorHandler& handler)
                             {"message", error.GetMessageText()},
                             {"field", error.GetField().empty() ? Json(nullptr) : Json(error.GetField())},
                             {"status", error.GetHttpStatus().empty() ? Json(nullptr) : Json(error.GetHttpStatus())},
-                            {"action", HmrcApi::ActionFor(error.GetCode(), error.GetHttpStatus())}});
+                            {"action", HmrcApi::ActionFor(error.GetCode(), error.GetHttpStatus(), error.GetField())}});
     return list;
 }
 

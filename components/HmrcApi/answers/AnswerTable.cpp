@@ -1,12 +1,10 @@
 #include "HmrcApi/answers/AnswerTable.h"
 
 #include <algorithm>
-#include <charconv>
 
-#include "Afx/Clock.h"
 #include "HmrcApi/answers/Mask.h"
+#include "HmrcApi/answers/Retry.h"
 #include "HmrcApi/json/Json.h"
-#include "Shellkit/Random.h"
 
 namespace HmrcApi
 {
@@ -25,16 +23,13 @@ constexpr AnswerRule kRules[] = {
     {Outcome::Answered, 503, "SCHEDULED_MAINTENANCE", 0, Verdict::Error, "", ""},
     {Outcome::Answered, 503, "", 3, Verdict::Error, "", ""},
     {Outcome::Answered, 504, "", 3, Verdict::Error, "", ""},
-    {Outcome::Answered, 0, "", 0, Verdict::Error, "", ""},
     {Outcome::NoConnection, 0, "", 3, Verdict::Error, "NO_CONNECTION", "HMRC cannot be reached"},
     {Outcome::Incomplete, 0, "", 3, Verdict::Error, "ANSWER_INCOMPLETE", "HMRC's answer broke off"},
     {Outcome::TimedOut, 0, "", 0, Verdict::Error, "TIMED_OUT", "HMRC did not answer in time"},
     {Outcome::TooLarge, 0, "", 0, Verdict::Error, "ANSWER_TOO_LARGE", "HMRC's answer is too large"},
     {Outcome::Cancelled, 0, "", 0, Verdict::Error, "CANCELLED", "The request was cancelled"},
 };
-constexpr AnswerRule kAnyOther{Outcome::Answered, 0, "", 0, Verdict::Error, "", ""};
-
-constexpr unsigned kLongestWait = 60'000; // milliseconds
+constexpr AnswerRule kAnyOtherStatus{Outcome::Answered, 0, "", 0, Verdict::Error, "", ""};
 
 std::string TextOf(const JsonValue& value, std::string_view name)
 {
@@ -69,45 +64,6 @@ void AddListed(const JsonValue& errors, ErrorBody& body)
     }
 }
 
-/// The milliseconds from now to `Wed, 21 Oct 2015 07:28:00 GMT`; 0 when it is past or no such date.
-std::int64_t UntilHttpDate(std::string_view text)
-{
-    constexpr std::string_view kMonths = "JanFebMarAprMayJunJulAugSepOctNovDec";
-    constexpr std::size_t kLength = 29;
-    const auto number = [&](std::size_t at, std::size_t count) {
-        int value = -1;
-        const char* end = text.data() + at + count;
-        return std::from_chars(text.data() + at, end, value).ptr == end ? value : -1;
-    };
-    if (text.size() != kLength || !text.ends_with(" GMT"))
-        return 0;
-    const std::size_t month = kMonths.find(text.substr(8, 3));
-    Afx::LocalTime when{};
-    when.year = number(12, 4);
-    when.month = static_cast<int>(month / 3) + 1;
-    when.day = number(5, 2);
-    when.hour = number(17, 2);
-    when.minute = number(20, 2);
-    when.second = number(23, 2);
-    if (month == std::string_view::npos || month % 3 != 0 || when.year < 1970 || when.day < 1 || when.day > 31 ||
-        when.hour < 0 || when.minute < 0 || when.second < 0)
-        return 0;
-    return std::max<std::int64_t>(0, Afx::ToUnixMilliseconds(when) - Afx::Clock::UnixMilliseconds());
-}
-
-/// Retry-After in milliseconds, at most kLongestWait; 0 when it says nothing.
-std::int64_t AskedWait(std::string_view retryAfter)
-{
-    std::int64_t seconds = 0;
-    const char* end = retryAfter.data() + retryAfter.size();
-    const auto [read, error] = std::from_chars(retryAfter.data(), end, seconds);
-    if (retryAfter.empty() || read != end)
-        return std::min<std::int64_t>(UntilHttpDate(retryAfter), kLongestWait);
-    if (error != std::errc() || seconds > kLongestWait / 1000)
-        return kLongestWait;
-    return std::max<std::int64_t>(seconds, 0) * 1000;
-}
-
 } // namespace
 
 const AnswerRule& RuleFor(const HttpAnswer& answer, std::string_view code) noexcept
@@ -116,7 +72,7 @@ const AnswerRule& RuleFor(const HttpAnswer& answer, std::string_view code) noexc
         if (rule.outcome == answer.outcome && (rule.status == 0 || rule.status == answer.status) &&
             (rule.code.empty() || rule.code == code))
             return rule;
-    return kAnyOther;
+    return kAnyOtherStatus;
 }
 
 ErrorBody ReadErrorBody(const HttpAnswer& answer)
@@ -141,17 +97,37 @@ ErrorBody ReadErrorBody(const HttpAnswer& answer)
     return body;
 }
 
-unsigned RetryWait(unsigned done, const std::string& retryAfter)
+bool IsJsonType(std::string_view mediaType) noexcept
 {
-    const unsigned step = 500u << std::min(done > 0 ? done - 1 : 0u, 2u);
-    const auto jitter = static_cast<unsigned>(g_RandomGenerator.NewRandomPositive()) % (step / 4 + 1);
-    return std::max(step + jitter, static_cast<unsigned>(AskedWait(retryAfter)));
+    constexpr std::string_view kBefore = "application/", kAfter = "+json";
+    // Without a type the body speaks for itself: it is read strictly, and a page always says that it is one.
+    return mediaType.empty() || mediaType == "application/json" ||
+           (mediaType.size() > kBefore.size() + kAfter.size() && mediaType.starts_with(kBefore) &&
+            mediaType.ends_with(kAfter));
+}
+
+std::string TakeJson(HttpAnswer& answer)
+{
+    if (!IsJsonType(answer.contentType))
+        throw HmrcApiErrorException(
+            "ANSWER_MALFORMED",
+            "HMRC's answer is a page instead of data, usually the sign-in page of a proxy or of "
+            "the network",
+            "Content-Type", "200");
+    if (answer.body.empty()) // not to be taken for "nothing yet"
+        throw HmrcApiErrorException("ANSWER_MALFORMED", "HMRC's answer is empty", {}, "200");
+    return std::move(answer.body);
 }
 
 HmrcApiErrorException ErrorOf(const HttpAnswer& answer, const AnswerRule& rule, const ErrorBody& body)
 {
-    if (rule.entry.empty())
-        return {body.code, body.message, body.path, std::to_string(answer.status)};
+    if (rule.entry.empty()) {
+        const std::string when = TryAgainText(answer.retryAfter);
+        if (when.empty())
+            return {body.code, body.message, body.path, std::to_string(answer.status)};
+        return {body.code, body.message + "; HMRC asks to try again " + when, "Retry-After",
+                std::to_string(answer.status)};
+    }
     std::string text(rule.text);
     if (!answer.problem.empty())
         text += ": " + Mask(answer.problem);

@@ -2,7 +2,6 @@
 
 // What each answer of HMRC means: repeated, refreshed, nothing yet, or an error entry.
 
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -48,11 +47,15 @@ HMRCAPI_API const AnswerRule& RuleFor(const HttpAnswer& answer, std::string_view
 /// in upper case). Whatever else comes, HTML and nothing included, is told by its HTTP status.
 HMRCAPI_API ErrorBody ReadErrorBody(const HttpAnswer& answer);
 
-/// Milliseconds to wait before request number `done` + 1: 500, 1000, 2000 and up to a quarter more, or what
-/// Retry-After asks, whichever is longer, at most a minute.
-HMRCAPI_API unsigned RetryWait(unsigned done, const std::string& retryAfter);
+/// A 200 with this media type (lower case, without parameters) is data: application/json, application/…+json, or none.
+HMRCAPI_API bool IsJsonType(std::string_view mediaType) noexcept;
 
-/// The exception for an answer that is not repeated any more.
+/// The body of a 200, moved out. Throws ANSWER_MALFORMED for a page instead of data (third text Content-Type), and for
+/// an empty body.
+HMRCAPI_API std::string TakeJson(HttpAnswer& answer);
+
+/// The exception for an answer that is not repeated any more. Where HMRC asks for a wait of more than a minute the text
+/// tells until when, and the third text is Retry-After.
 HMRCAPI_API HmrcApiErrorException ErrorOf(const HttpAnswer& answer, const AnswerRule& rule, const ErrorBody& body);
 
 /// "200", "503 SERVER_ERROR" or the outcome in a word, for log lines.

@@ -9,7 +9,14 @@ namespace
 
 struct Action
 {
-    std::string_view code;
+    std::string_view code; // empty: any
+    std::string_view sentence;
+    std::string_view cause = {}; // empty: any
+};
+
+struct StatusAction
+{
+    std::string_view status; // or its beginning
     std::string_view sentence;
 };
 
@@ -23,8 +30,9 @@ constexpr std::string_view kReport =
 constexpr std::string_view kAgentAuthority =
     "Check that this Government Gateway ID may act for the client, and that the client has authorised the practice.";
 
-// HMRC's codes as published, then ours.
+// The first row that fits decides. HMRC's codes as published, then ours.
 constexpr Action kActions[] = {
+    {"", "Try again at the time that the message names.", "Retry-After"},
     {"SA_UTR_INVALID", "Correct the client's UTR."},
     {"NINO_INVALID", "Correct the client's National Insurance number."},
     {"TAX_YEAR_INVALID", "Choose another tax year."},
@@ -51,6 +59,8 @@ constexpr Action kActions[] = {
     {"ACCESS_DENIED", "Start the authorisation again and choose to grant authority on HMRC's page."},
     {"NO_CREDENTIALS", kAuthoriseAgain},
     {"NOT_AUTHORISED", kAuthoriseAgain},
+    {"WRONG_SERVICE",
+     "Authorise the Government Gateway ID for this service of HMRC: the authority at hand is for another."},
     {"TOKENS_UNREADABLE", "Open the practice with the key it was made with, or authorise with HMRC again."},
     {"NO_PRACTICE_KEY", "Put the practice's key file back beside the database."},
     {"NO_CREDENTIALS_FILE", "Build the program with cmake -DMORVUT_HMRC_CREDENTIALS=FILE."},
@@ -59,13 +69,24 @@ constexpr Action kActions[] = {
     {"NO_CONNECTION", "Check this computer's internet connection, then try again."},
     {"TIMED_OUT", kTryInMinutes},
     {"ANSWER_INCOMPLETE", kTryInMinutes},
+    {"ANSWER_MALFORMED", "Open any page in a browser and sign in to the network or proxy, then try again.",
+     "Content-Type"},
     {"ANSWER_MALFORMED", kReport},
     {"ANSWER_TOO_LARGE", kReport},
     {"AMOUNT_NOT_EXACT", kReport},
     {"CANCELLED", "Start again when you are ready."},
+    {"NOT_AVAILABLE", "Switch the practice to the PAYE interface in its options, then fetch again."},
+    {"CHANGED_BY_ANOTHER_USER", "Fetch again."},
     {"NO_REDIRECT_PORT", "Close the other program that waits for HMRC's answer, then authorise again."},
     {"BROWSER_NOT_OPENED", "Set a default browser on this computer, then authorise again."},
     {"AUTHORISATION_TIMED_OUT", "Start the authorisation again and sign in on HMRC's page."},
+};
+
+constexpr StatusAction kStatusActions[] = {
+    {"5", kTryInMinutes},
+    {"429", kTryInMinutes},
+    {"408", kTryLater},
+    {"401", kAuthoriseAgain},
 };
 
 } // namespace
@@ -80,15 +101,19 @@ CAPIError::CAPIError(std::string code, std::string message, std::string field, s
     : m_code(std::move(code)), m_message(std::move(message)), m_field(std::move(field)), m_status(std::move(status))
 {}
 
-std::string ActionFor(std::string_view code, std::string_view httpStatus)
+std::string ActionFor(std::string_view code, std::string_view httpStatus, std::string_view cause)
 {
+    constexpr std::string_view kNoCredentials = "NO_CREDENTIALS", kByStatus = "HTTP_";
+    if (code == kNoCredentials && !cause.empty() && cause != code)
+        return ActionFor(cause, httpStatus);
     for (const Action& action : kActions)
-        if (action.code == code)
+        if ((action.code.empty() || action.code == code) && (action.cause.empty() || action.cause == cause))
             return std::string(action.sentence);
-    if (httpStatus.starts_with('5') || httpStatus == "429")
-        return std::string(kTryInMinutes);
-    if (httpStatus == "401")
-        return std::string(kAuthoriseAgain);
+    if (httpStatus.empty() && code.starts_with(kByStatus))
+        httpStatus = code.substr(kByStatus.size());
+    for (const StatusAction& action : kStatusActions)
+        if (httpStatus.starts_with(action.status))
+            return std::string(action.sentence);
     return std::string(kReport);
 }
 

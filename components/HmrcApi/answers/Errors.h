@@ -1,6 +1,22 @@
 #pragma once
 
 // HMRC's errors, and ours, gathered per group and shown once.
+//
+// An error is four texts: the code, by which programs decide; the message, for people, which holds no token, secret or
+// National Insurance number; the third, what it is about; the HTTP status, empty when nothing was answered. Codes keep
+// their owner's spelling: HMRC's as it sends them (NINO_INVALID, SERVER_ERROR), an OAuth error in upper case
+// (INVALID_GRANT), HTTP_nnn for an answer that says nothing more, and ours:
+//
+//   NO_CREDENTIALS     the tokens cannot be had; the third text is the cause, a code again
+//   NO_CONNECTION, TIMED_OUT, ANSWER_INCOMPLETE   the network; no status
+//   ANSWER_MALFORMED   a 200 that is not the data asked for; the third text is the place in it
+//   ("/employments/0/taxTotal"),
+//                      or Content-Type for a page instead of data
+//   AMOUNT_NOT_EXACT   an amount beyond four decimals or out of range; the third text is its place
+//   ANSWER_TOO_LARGE   more than 8 MiB
+//   CANCELLED          by the user
+//
+// The third text Retry-After marks an error whose message tells when to try again.
 
 #include <exception>
 #include <string>
@@ -12,7 +28,7 @@
 namespace HmrcApi
 {
 
-/// A failure of one fetch: code, text, and the path, field or HTTP status that it is about (may be empty).
+/// A failure of one fetch.
 class HMRCAPI_API HmrcApiErrorException : public std::exception
 {
 public:
@@ -22,28 +38,30 @@ public:
     const std::string& GetCode() const noexcept { return m_code; }
     const std::string& GetText() const noexcept { return m_text; }
     const std::string& GetThird() const noexcept { return m_third; }
-    const std::string& GetStatus() const noexcept { return m_status; } // HTTP status, empty when there was no answer
+    const std::string& GetStatus() const noexcept { return m_status; }
 
 private:
     std::string m_code, m_text, m_third, m_status;
 };
 
-/// One entry: HMRC's or our code, the message, the path or field, the HTTP status.
+/// One entry of the handler.
 class HMRCAPI_API CAPIError
 {
 public:
     CAPIError(std::string code, std::string message, std::string field, std::string status);
     const std::string& GetCode() const noexcept { return m_code; }
     const std::string& GetMessageText() const noexcept { return m_message; }
-    const std::string& GetField() const noexcept { return m_field; }
+    const std::string& GetField() const noexcept { return m_field; } // the third text
     const std::string& GetHttpStatus() const noexcept { return m_status; }
 
 private:
     std::string m_code, m_message, m_field, m_status;
 };
 
-/// What the user can do about an error of this code and HTTP status: one sentence, never empty.
-HMRCAPI_API std::string ActionFor(std::string_view code, std::string_view httpStatus);
+/// What the user can do about an error: one sentence, never empty. `cause` is the error's third text; for
+/// NO_CREDENTIALS it decides. ("NO_CREDENTIALS", "", "REFRESH_BUSY") is "Wait until the other workstation or program
+/// has finished, then try again."; without a cause it is to authorise.
+HMRCAPI_API std::string ActionFor(std::string_view code, std::string_view httpStatus, std::string_view cause = {});
 
 /// The errors of one retrieval by group, in the order the groups were added.
 class HMRCAPI_API CAPIErrorHandler

@@ -3,6 +3,7 @@
 // The interfaces of HMRC that return a client's records, one class each.
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "HmrcApi/Authorisation.h"
@@ -14,8 +15,18 @@
 namespace HmrcApi
 {
 
-/// What the interfaces share: the request with its retries, and the seam at which canned answers come in.
-/// A failed request throws HmrcApiErrorException; what is retried, refreshed and reported is one table (AnswerTable.h).
+struct InterfaceFacts;
+template<class Response>
+struct Interface;
+
+/// What the interfaces share: one retrieval by a row of Interface.h, and the seam at which example answers come in.
+///
+/// An identifier is taken in upper case and without blanks: " aa 00 00 01 a " is asked for as AA000001A. One that is
+/// not letters and digits then, or empty, is refused before anything is sent, with HMRC's code for it and no status.
+/// The tax year is the real one, by the calendar year in which it ends: 2018 is asked for as 2017-18; outside 1 to 9999
+/// it is refused likewise (TAX_YEAR_INVALID). Every failure throws HmrcApiErrorException; what is asked again,
+/// refreshed and reported is one table (answers/AnswerTable.h). HMRC has nothing for the person and year: a response
+/// whose IsNothingYet() is true. Used by one thread; waits for HMRC up to a minute a request and shows the wait window.
 class HMRCAPI_API CEndpoint
 {
 public:
@@ -23,14 +34,17 @@ public:
     virtual ~CEndpoint();
 
 protected:
-    /// The way out: the authorisation's channel for the live class, a canned answer for an override.
+    /// The way out: the authorisation's channel for the live class, an example for an override.
     virtual std::shared_ptr<ITransport> RestFactory();
-    /// The body of the answer; empty when HMRC has nothing (404 NOT_FOUND).
-    /// `identifier` is taken in upper case without blanks and percent-encoded.
-    std::string Get(const struct InterfaceFacts& facts, const std::string& identifier, short taxYear,
-                    IChainLogger* logger);
+    /// Asks and reads.
+    template<class Response>
+    Response Fetch(const Interface<Response>& row, const std::string& identifier, short taxYear, IChainLogger* logger);
 
 private:
+    /// The JSON text; nothing when HMRC has nothing.
+    std::optional<std::string> Ask(const InterfaceFacts& facts, const std::string& identifier, short taxYear,
+                                   IChainLogger* logger);
+
     CAuthorisation& m_authorisation;
 };
 
@@ -38,7 +52,7 @@ class HMRCAPI_API CPaye : public CEndpoint
 {
 public:
     using CEndpoint::CEndpoint;
-    /// `identifier`: National Insurance number; `taxYear`: real tax year. HMRC has nothing: an empty response.
+    /// `identifier`: National Insurance number.
     CPayeResponse GetPaye(const std::string& identifier, short taxYear, IChainLogger* logger);
 };
 
@@ -46,7 +60,7 @@ class HMRCAPI_API CNationalInsurance : public CEndpoint
 {
 public:
     using CEndpoint::CEndpoint;
-    /// `identifier`: UTR; `taxYear`: real tax year. HMRC has nothing: an empty response.
+    /// `identifier`: UTR.
     CNationalInsuranceResponse GetNationalInsurance(const std::string& identifier, short taxYear, IChainLogger* logger);
 };
 

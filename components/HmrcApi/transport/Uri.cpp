@@ -1,5 +1,7 @@
 #include "HmrcApi/transport/Uri.h"
 
+#include <algorithm>
+
 namespace HmrcApi
 {
 namespace
@@ -66,7 +68,8 @@ std::string IdentifierSegment(std::string_view identifier)
     for (const char c : identifier)
         if (c != ' ' && c != '\t')
             plain += c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    return PercentEncode(plain);
+    const auto isPlain = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); };
+    return std::all_of(plain.begin(), plain.end(), isPlain) ? plain : std::string();
 }
 
 std::string TaxYearText(short year)

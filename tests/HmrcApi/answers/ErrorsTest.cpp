@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "Afx/Clock.h"
 #include "Afx/MessageBox.h"
 #include "HmrcApi/answers/AnswerTable.h"
 #include "support/Case.h"
@@ -48,22 +47,30 @@ TEST(ReadErrorBody, ReadsEveryKindOfBody)
     }
 }
 
-TEST(RetryWait, GrowsAndHonoursRetryAfterWithinAMinute)
+TEST(ActionFor, IsDecidedByCauseCodeAndStatus)
 {
-    Afx::Clock::Set([] { return Afx::ToUnixMilliseconds({2024, 3, 1, 12, 0, 0, 0}); });
-    const std::tuple<unsigned, const char*, unsigned, unsigned, const char*> rows[] = {
-        {1, "", 500, 625, "first"},
-        {3, "", 2000, 2500, "third"},
-        {1, "5", 5000, 5000, "seconds"},
-        {3, "1", 2000, 2500, "ours is longer"},
-        {1, "99999999999999999999", 60000, 60000, "beyond any number"},
-        {1, "soon", 500, 625, "no number"},
-        {1, "Fri, 01 Mar 2024 12:00:07 GMT", 7000, 7000, "a date"},
-        {1, "Wed, 21 Oct 2015 07:28:00 GMT", 500, 625, "a past date"},
-        {1, "Wed, 21 Xxx 2035 07:28:00 GMT", 500, 625, "no date"},
+    const std::tuple<const char*, const char*, const char*, const char*> rows[] = {
+        // code, status, cause, part of the sentence
+        {"NO_CREDENTIALS", "", "", "Authorise"},
+        {"NO_CREDENTIALS", "", "WRONG_SERVICE", "for this service"},
+        {"NO_CREDENTIALS", "", "NO_CONNECTION", "internet connection"},
+        {"NO_CREDENTIALS", "", "INVALID_GRANT", "Authorise"},
+        {"NO_CREDENTIALS", "", "REFRESH_BUSY", "has finished"},
+        {"NO_CREDENTIALS", "", "TOKENS_UNREADABLE", "with the key"},
+        {"NO_CREDENTIALS", "", "NO_PRACTICE_KEY", "key file"},
+        {"NO_CREDENTIALS", "", "NO_CREDENTIALS_FILE", "MORVUT_HMRC_CREDENTIALS"},
+        {"NO_CREDENTIALS", "", "CANCELLED", "Start again"},
+        {"NO_CREDENTIALS", "", "HTTP_503", "in a few minutes"},
+        {"NO_CREDENTIALS", "", "NO_CREDENTIALS", "Authorise"},
+        {"NOT_AVAILABLE", "", "", "PAYE interface"},
+        {"CHANGED_BY_ANOTHER_USER", "", "", "Fetch again"},
+        {"HTTP_408", "408", "", "Try again later"},
+        {"ANSWER_MALFORMED", "200", "/employments", "Report"},
+        {"ANSWER_MALFORMED", "200", "Content-Type", "sign in"},
+        {"SERVER_ERROR", "503", "Retry-After", "the time that"},
+        {"HTTP_418", "418", "", "Report"},
     };
-    for (const auto& [done, retryAfter, least, most, why] : rows) {
-        const unsigned wait = RetryWait(done, retryAfter);
-        EXPECT_TRUE(wait >= least && wait <= most) << wait << ": " << why;
-    }
+    for (const auto& [code, status, cause, part] : rows)
+        EXPECT_NE(ActionFor(code, status, cause).find(part), std::string::npos)
+            << code << ' ' << cause << ": " << ActionFor(code, status, cause);
 }

@@ -1,7 +1,8 @@
-#include "HmrcApi/answers/AnswerTable.h"
+#include "HmrcApi/interfaces/Endpoints.h"
 
 #include "Afx/Text.h"
 #include "HmrcApi/Fakes.h"
+#include "support/Case.h"
 
 using namespace HmrcApi;
 
@@ -29,10 +30,10 @@ protected:
     Fetch() { EXPECT_TRUE(authorisation->LoadTokens()); }
 
     /// Code and status of the error; "none" when there is none.
-    std::string Run()
+    std::string Run(const std::string& number = "AA 00 00 01 A")
     {
         try {
-            TestPaye(*authorisation, api).GetPaye("AA 00 00 01 A", 2018, &logger);
+            TestPaye(*authorisation, api).GetPaye(number, 2018, &logger);
         } catch (const HmrcApiErrorException& error) {
             message = error.GetText();
             return error.GetCode() + (error.GetStatus().empty() ? "" : ' ' + error.GetStatus());
@@ -76,6 +77,56 @@ TEST_F(Fetch, ReportsAnyOtherAnswerAtOnce)
         EXPECT_EQ(api.requests.size(), 1u) << status;
     }
     EXPECT_TRUE(tokenEndpoint->requests.empty()) << "a proxy's 401 is no word on the token";
+}
+
+TEST_F(Fetch, RefusesANumberThatWouldChangeThePathBeforeAnythingIsSent)
+{
+    for (const char* number :
+         {"", "   ", "../../hello", "AA000001A/x", "AA000001A?x", "AA000001A#", "AA%30", "AA\r\n"}) {
+        EXPECT_EQ(Run(number), "NINO_INVALID") << number;
+        EXPECT_NE(message.find("correct it"), std::string::npos);
+    }
+    EXPECT_TRUE(api.requests.empty());
+}
+
+TEST_F(Fetch, TakesJsonOnlyAndSaysWhenItIsAPage)
+{
+    const ::Test::Row<const char*, const char*, const char*> rows[] = {
+        {"application/json", "{}", "none", "as it should be"},
+        {"application/vnd.hmrc.1.0+json", "{}", "none", "as asked for"},
+        {"", "{}", "none", "no type: the body is read strictly all the same"},
+        {"", "<html>", "ANSWER_MALFORMED 200", "no type, no JSON"},
+        {"text/html", "<html>", "ANSWER_MALFORMED 200 a page", "a sign-in page"},
+        {"text/html", "{}", "ANSWER_MALFORMED 200 a page", "empty data from nowhere"},
+        {"application/+json", "{}", "ANSWER_MALFORMED 200 a page", "no name before the +"},
+        {"application/jsonp", "{}", "ANSWER_MALFORMED 200 a page", "no JSON"},
+    };
+    for (const auto& [type, body, expected, why] : rows) {
+        api.Script({{200, body}});
+        api.answers.front().contentType = type;
+        const std::string result = Run();
+        EXPECT_EQ(result + (result == "none" || message.find("a page") == message.npos ? "" : " a page"), expected)
+            << why;
+        EXPECT_EQ(api.requests.size(), 1u) << why;
+    }
+}
+
+TEST_F(Fetch, DoesNotWaitForLongerThanAMinute)
+{
+    const ::Test::Row<int, const char*, std::size_t, unsigned> rows[] = {
+        {429, "60", 4, 180'000, "a minute each time"},
+        {429, "61", 1, 0, "a second more"},
+        {503, "86400", 1, 0, "tomorrow"},
+    };
+    for (const auto& [status, retryAfter, requests, waited, why] : rows) {
+        api.Script({{status, ""}});
+        api.answers.front().retryAfter = retryAfter;
+        slept = 0;
+        EXPECT_EQ(Run(), "HTTP_" + std::to_string(status) + ' ' + std::to_string(status));
+        EXPECT_EQ(api.requests.size(), requests) << why;
+        EXPECT_EQ(slept, waited) << why;
+        EXPECT_EQ(message.find("try again after ") != message.npos, requests == 1) << message;
+    }
 }
 
 TEST_F(Fetch, TellsNobodyTheTokenThatAnAnswerRepeats)

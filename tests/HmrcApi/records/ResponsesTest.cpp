@@ -4,6 +4,7 @@
 
 #include "HmrcApi/answers/Errors.h"
 #include "HmrcApi/interfaces/Examples.h"
+#include "HmrcApi/interfaces/Interface.h"
 #include "support/Case.h"
 
 using namespace HmrcApi;
@@ -98,7 +99,7 @@ TEST(ReadPayeResponse, RefusesWhatWouldLoseAFigureAndNamesThePlace)
 
 TEST(ReadNationalInsuranceResponse, TellsZeroFromAbsent)
 {
-    const auto full = ReadNationalInsuranceResponse(CannedNationalInsuranceAnswer(IEndpointOverride::Everything));
+    const auto full = ReadNationalInsuranceResponse(ExampleOf(kNationalInsurance, IEndpointOverride::Everything));
     EXPECT_EQ(full.class1NicableEarnings, CAmt::FromPence(1700));
     EXPECT_EQ(full.class2Due, CAmt::FromPence(31957));
     EXPECT_EQ(full.maxNicsReached, true);
