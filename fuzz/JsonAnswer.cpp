@@ -1,10 +1,10 @@
 #include <string>
 
 #include "fuzz/Targets.h"
-#include "HmrcApi/Errors.h"
+#include "HmrcApi/answers/Errors.h"
 #include "HmrcApi/json/ExactAmount.h"
 #include "HmrcApi/json/Json.h"
-#include "HmrcApi/Responses.h"
+#include "HmrcApi/records/Responses.h"
 
 namespace Fuzz
 {

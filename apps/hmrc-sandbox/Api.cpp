@@ -1,6 +1,7 @@
 #include "Errors.h"
 #include "Handlers.h"
 #include "Interfaces.h"
+#include "Scenarios.h"
 
 #include <algorithm>
 #include <chrono>
@@ -68,8 +69,7 @@ const char* StartBody(const Interface& interface, const Options& options)
     if (options.scenario.empty())
         return nullptr;
     const auto name = interface.startScenario.empty() ? std::string_view(options.scenario) : interface.startScenario;
-    const Scenario* scenario = FindScenario(interface.scenarios(), name);
-    return scenario == nullptr ? nullptr : scenario->body;
+    return FindScenario(interface.scenarios, name);
 }
 
 Answer JsonAnswer(std::string body)

@@ -11,16 +11,14 @@ namespace Sandbox
 namespace
 {
 
-std::span<const Scenario> NoScenarios() { return {}; }
-
 constexpr Interface kInterfaces[] = {
     {"/individual-paye/nino/{id}/annual-summary/{taxYear}", IdKind::Nino, "1.0", "read:individual-paye", "",
-     "/individual-paye-test-support/paye/nino/{id}/tax-year/{taxYear}", "2.0", false, PayeScenarios, ""},
+     "/individual-paye-test-support/paye/nino/{id}/tax-year/{taxYear}", "2.0", false, "paye", "EVERYTHING", ""},
     {"/national-insurance/sa/{id}/annual-summary/{taxYear}", IdKind::Utr, "1.0 1.1", "read:national-insurance", "",
-     "/national-insurance-test-support/sa/{id}/annual-summary/{taxYear}", "1.0", true, NationalInsuranceScenarios,
-     "HAPPY_PATH_2"},
-    {"/hello/user", IdKind::None, "1.0", "hello", R"({"message":"Hello User"})", "", "", false, NoScenarios, ""},
-    {"/hello/world", IdKind::None, "1.0", "", R"({"message":"Hello World"})", "", "", false, NoScenarios, ""},
+     "/national-insurance-test-support/sa/{id}/annual-summary/{taxYear}", "1.0", true, "national-insurance",
+     "HAPPY_PATH_1", "HAPPY_PATH_2"},
+    {"/hello/user", IdKind::None, "1.0", "hello", R"({"message":"Hello User"})", "", "", false, "", "", ""},
+    {"/hello/world", IdKind::None, "1.0", "", R"({"message":"Hello World"})", "", "", false, "", "", ""},
 };
 
 /// Fills in what `path` has in the place of the pattern's variable segments; false when the shapes differ.

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "Scenarios.h"
-
 #include <optional>
 #include <span>
 #include <string>
@@ -30,8 +28,9 @@ struct Interface
     std::string_view supportPath;     ///< POST here primes the data; empty: nothing to prime
     std::string_view supportVersions; ///< of its Accept header
     bool supportEchoes;               ///< priming answers with the data, else with an empty object
-    std::span<const Scenario> (*scenarios)();
-    std::string_view startScenario; ///< unprimed, with --scenario: this one; empty: the named one itself
+    std::string_view scenarios;       ///< their group
+    std::string_view defaultScenario; ///< primed when the request names none
+    std::string_view startScenario;   ///< unprimed, with --scenario: this one; empty: the named one itself
 };
 
 /// Every interface.

@@ -1,26 +1,19 @@
 #pragma once
 
-#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Sandbox
 {
 
-/// A documented set of example figures: the name by which a test primes it, and the body of the answer.
-struct Scenario
-{
-    const char* name;
-    const char* body;
-};
+// The figures of HMRC's own published sandbox scenarios, for the tax year 2017-18, served as they stand. Each is a file
+// components/HmrcApi/interfaces/examples/GROUP-NAME.json; a test primes it by its name.
 
-/// Individual PAYE; the first is the default.
-std::span<const Scenario> PayeScenarios();
+/// The scenarios of a group, by name.
+std::vector<std::string> ScenarioNames(std::string_view group);
 
-/// National Insurance; the first is the default.
-std::span<const Scenario> NationalInsuranceScenarios();
-
-/// The scenario of that name, null when there is none.
-const Scenario* FindScenario(std::span<const Scenario> scenarios, std::string_view name);
+/// The body of the answer; null when the group has no such scenario.
+const char* FindScenario(std::string_view group, std::string_view name);
 
 } // namespace Sandbox

@@ -1,6 +1,7 @@
 #include "Errors.h"
 #include "Handlers.h"
 #include "Interfaces.h"
+#include "Scenarios.h"
 
 #include <nlohmann/json.hpp>
 #include <optional>
@@ -22,19 +23,19 @@ const char* CheckSupportAccept(const Interface& interface, const std::string& ac
     return HasVersion(interface.supportVersions, *version) ? nullptr : "MATCHING_RESOURCE_NOT_FOUND";
 }
 
-/// The scenario that a body asks for: `{"scenario":"…"}`, the first for an empty body or object; null for an unknown
-/// one. Nothing when the body is something else.
-std::optional<const Scenario*> AskedScenario(const Interface& interface, const std::string& body)
+/// The data of the scenario that a body asks for: `{"scenario":"…"}`, the default one for an empty body or object; null
+/// for an unknown one. Nothing when the body is something else.
+std::optional<const char*> AskedScenario(const Interface& interface, const std::string& body)
 {
     const auto json = body.empty() ? nlohmann::json::object() : nlohmann::json::parse(body, nullptr, false);
     if (!json.is_object())
         return std::nullopt;
     const auto name = json.find("scenario");
     if (name == json.end())
-        return &interface.scenarios().front();
+        return FindScenario(interface.scenarios, interface.defaultScenario);
     if (!name->is_string())
         return std::nullopt;
-    return FindScenario(interface.scenarios(), name->get<std::string>());
+    return FindScenario(interface.scenarios, name->get<std::string>());
 }
 
 } // namespace
@@ -58,10 +59,10 @@ Handled HandleSupport(State& state, const Call& call)
         return refuse("BAD_REQUEST");
     if (*scenario == nullptr)
         return refuse("UNKNOWN_SCENARIO");
-    state.primed[DataPath(*route)] = (*scenario)->body;
+    state.primed[DataPath(*route)] = *scenario;
     Answer answer;
     answer.status = 201;
-    answer.body = route->interface->supportEchoes ? (*scenario)->body : "{}";
+    answer.body = route->interface->supportEchoes ? *scenario : "{}";
     return {answer, authorised};
 }
 

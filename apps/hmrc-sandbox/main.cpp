@@ -16,14 +16,6 @@ volatile std::sig_atomic_t endAsked = 0;
 
 void AskForEnd(int) { endAsked = 1; }
 
-std::vector<std::string> ScenarioNames()
-{
-    std::vector<std::string> names;
-    for (const auto& scenario : Sandbox::PayeScenarios())
-        names.emplace_back(scenario.name);
-    return names;
-}
-
 int Serve(int port, const std::string& scenario)
 {
     Sandbox::Options options;
@@ -60,7 +52,7 @@ int main(int argc, char** argv)
         ->check(CLI::Range(0, 65535))
         ->type_name("N");
     app.add_option("--scenario", scenario, "Figures of every person and year that has not been primed")
-        ->check(CLI::IsMember(ScenarioNames()))
+        ->check(CLI::IsMember(Sandbox::ScenarioNames("paye")))
         ->type_name("NAME");
     try {
         app.parse(argc, argv);

@@ -12,7 +12,7 @@
 #include "Cellar/BufferedRowList.h"
 #include "ClientView.h"
 #include "Commands.h"
-#include "HmrcApi/Mask.h"
+#include "HmrcApi/answers/Mask.h"
 #include "MorvUt/MorvUt.h"
 #include "Output.h"
 #include "Quarry/Session.h"
@@ -147,7 +147,7 @@ Json ErrorsOf(const HmrcApi::CAPIErrorHandler& handler)
                             {"message", error.GetMessageText()},
                             {"field", error.GetField().empty() ? Json(nullptr) : Json(error.GetField())},
                             {"status", error.GetHttpStatus().empty() ? Json(nullptr) : Json(error.GetHttpStatus())},
-                            {"action", HmrcApi::ActionFor(error.GetCode(), error.GetHttpStatus())}});
+                            {"action", HmrcApi::ActionFor(error.GetCode(), error.GetHttpStatus(), error.GetField())}});
     return list;
 }
 

@@ -2,9 +2,9 @@
 
 // HMRC plumbing, whole.
 
-#include "HmrcApi/Endpoints.h"
-#include "HmrcApi/Errors.h"
-#include "HmrcApi/Interfaces.h"
+#include "HmrcApi/answers/Errors.h"
+#include "HmrcApi/Host.h"
+#include "HmrcApi/interfaces/Endpoints.h"
 #include "HmrcApi/oauth/Authorisation.h"
-#include "HmrcApi/Responses.h"
+#include "HmrcApi/records/Responses.h"
 #include "HmrcApi/transport/Transport.h"

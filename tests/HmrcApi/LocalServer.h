@@ -17,9 +17,16 @@ class LocalServer
 public:
     explicit LocalServer(const char* host = "127.0.0.1",
                          std::unique_ptr<httplib::Server> server = std::make_unique<httplib::Server>())
-        : m_server(std::move(server)), m_port(m_server->bind_to_any_port(host))
+        : LocalServer(0, host, std::move(server))
+    {}
+    /// On a port that was free a moment ago; 0: any.
+    explicit LocalServer(int port, const char* host = "127.0.0.1",
+                         std::unique_ptr<httplib::Server> server = std::make_unique<httplib::Server>())
+        : m_server(std::move(server)),
+          m_port(port > 0 && m_server->bind_to_port(host, port) ? port : m_server->bind_to_any_port(host))
     {
         m_server->set_keep_alive_timeout(1);
+        m_server->set_keep_alive_max_count(1000); // the library would hang up after the fifth request
     }
     ~LocalServer()
     {

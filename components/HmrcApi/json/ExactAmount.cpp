@@ -75,30 +75,47 @@ std::optional<std::uint64_t> Scale(std::string_view whole, std::string_view frac
     return value;
 }
 
+struct NumberParts
+{
+    bool isNegative;
+    std::string_view whole, fraction; // digits
+    int exponent;
+};
+
+std::optional<NumberParts> SplitNumber(std::string_view text) noexcept
+{
+    NumberParts parts{};
+    parts.isNegative = Take(text, "-");
+    parts.whole = TakeDigits(text);
+    if (parts.whole.empty() || (parts.whole.size() > 1 && parts.whole.front() == '0'))
+        return std::nullopt;
+    if (Take(text, ".")) {
+        parts.fraction = TakeDigits(text);
+        if (parts.fraction.empty())
+            return std::nullopt;
+    }
+    const std::optional<int> exponent = TakeExponent(text);
+    if (!exponent || !text.empty())
+        return std::nullopt;
+    parts.exponent = *exponent;
+    return parts;
+}
+
 } // namespace
+
+bool IsJsonNumber(std::string_view text) noexcept { return SplitNumber(text).has_value(); }
 
 std::optional<std::int64_t> ExactTenThousandths(std::string_view number) noexcept
 {
-    const bool isNegative = Take(number, "-");
-    const std::string_view whole = TakeDigits(number);
-    if (whole.empty() || (whole.size() > 1 && whole.front() == '0'))
+    const std::optional<NumberParts> parts = SplitNumber(number);
+    if (!parts)
         return std::nullopt;
-    std::string_view fraction;
-    if (Take(number, ".")) {
-        fraction = TakeDigits(number);
-        if (fraction.empty())
-            return std::nullopt;
-    }
-    const std::optional<int> exponent = TakeExponent(number);
-    if (!exponent || !number.empty())
-        return std::nullopt;
-
-    const auto shift = static_cast<long long>(*exponent) - static_cast<long long>(fraction.size()) + kDecimals;
-    const std::optional<std::uint64_t> magnitude = Scale(whole, fraction, shift);
+    const auto shift = static_cast<long long>(parts->exponent) - std::ssize(parts->fraction) + kDecimals;
+    const std::optional<std::uint64_t> magnitude = Scale(parts->whole, parts->fraction, shift);
     constexpr auto kLargest = static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max());
-    if (!magnitude || *magnitude > kLargest + (isNegative ? 1u : 0u))
+    if (!magnitude || *magnitude > kLargest + (parts->isNegative ? 1u : 0u))
         return std::nullopt;
-    return static_cast<std::int64_t>(isNegative ? std::uint64_t{0} - *magnitude : *magnitude);
+    return static_cast<std::int64_t>(parts->isNegative ? std::uint64_t{0} - *magnitude : *magnitude);
 }
 
 } // namespace HmrcApi

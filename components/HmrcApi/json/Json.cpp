@@ -1,29 +1,63 @@
 #include "HmrcApi/json/Json.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 
 #include <nlohmann/json.hpp>
+
+#include "HmrcApi/json/ExactAmount.h"
 
 namespace HmrcApi
 {
 namespace
 {
 
-template<class Integer>
-std::string Digits(Integer value)
+constexpr char kTooMany[] = "too many values";
+
+/// The parser would pass numbers through binary floating point and refuse those that do not fit it, even where nobody
+/// reads them. So it gets a text with a 0 and blanks in the place of each, and the builder has the numbers themselves.
+class Numbers
 {
-    char buffer[24];
-    const auto end = std::to_chars(buffer, buffer + sizeof buffer, value).ptr;
-    return std::string(buffer, end);
-}
+public:
+    explicit Numbers(std::string_view json) : m_withoutNumbers(json)
+    {
+        bool isInText = false;
+        for (std::size_t at = 0; at < json.size() && m_numbers.size() <= kJsonValues; ++at) {
+            if (json[at] == '"')
+                isInText = !isInText;
+            else if (isInText)
+                at += json[at] == '\\' ? 1u : 0u;
+            else if (json[at] == '-' || (json[at] >= '0' && json[at] <= '9'))
+                at += TakeRun(at, json.substr(at, json.find_first_not_of("0123456789+-.eE", at) - at)) - 1;
+        }
+    }
+
+    const std::string& TextWithout() const noexcept { return m_withoutNumbers; }
+    std::size_t Count() const noexcept { return m_numbers.size(); }
+    /// Empty behind the last: what is no number the parser may take in pieces before it refuses it.
+    std::string Next() { return m_next < m_numbers.size() ? std::string(m_numbers[m_next++]) : std::string(); }
+
+private:
+    /// What is no number stays for the parser to refuse.
+    std::size_t TakeRun(std::size_t at, std::string_view run)
+    {
+        if (IsJsonNumber(run)) {
+            m_numbers.push_back(run);
+            m_withoutNumbers.replace(at, run.size(), run.size(), ' ').replace(at, 1, 1, '0');
+        }
+        return run.size();
+    }
+
+    std::string m_withoutNumbers;
+    std::vector<std::string_view> m_numbers; // in order
+    std::size_t m_next = 0;
+};
 
 /// Builds the tree from the parser's events.
 class TreeBuilder : public nlohmann::json_sax<nlohmann::json>
 {
 public:
-    explicit TreeBuilder(JsonProblem& problem) noexcept : m_problem(problem) {}
+    TreeBuilder(Numbers& numbers, JsonProblem& problem) noexcept : m_numbers(numbers), m_problem(problem) {}
 
     JsonValue& Root() noexcept { return m_root; }
 
@@ -35,17 +69,9 @@ public:
         m_last->boolean = value;
         return true;
     }
-    bool number_integer(std::int64_t value) override { return Put(JsonValue::Kind::Number, Digits(value)); }
-    bool number_unsigned(std::uint64_t value) override { return Put(JsonValue::Kind::Number, Digits(value)); }
-    bool number_float(double, const std::string& text) override
-    {
-        std::string number = text;
-        // The parser writes the decimal point of the process's locale into its token.
-        for (char& c : number)
-            if ((c < '0' || c > '9') && c != 'e' && c != 'E' && c != '+' && c != '-')
-                c = '.';
-        return Put(JsonValue::Kind::Number, std::move(number));
-    }
+    bool number_integer(std::int64_t) override { return Put(JsonValue::Kind::Number, m_numbers.Next()); }
+    bool number_unsigned(std::uint64_t) override { return Put(JsonValue::Kind::Number, m_numbers.Next()); }
+    bool number_float(double, const std::string&) override { return Put(JsonValue::Kind::Number, m_numbers.Next()); }
     bool string(std::string& value) override { return Put(JsonValue::Kind::Text, std::move(value)); }
     bool binary(nlohmann::json::binary_t&) override { return Fail("binary data"); }
 
@@ -71,11 +97,9 @@ public:
         return true;
     }
 
-    bool parse_error(std::size_t position, const std::string&, const nlohmann::json::exception& error) override
+    bool parse_error(std::size_t position, const std::string&, const nlohmann::json::exception&) override
     {
-        constexpr int kNumberOverflow = 406; // the parser's number of this error
-        m_problem.isNumberTooLarge = error.id == kNumberOverflow;
-        return Fail("not JSON at byte " + Digits(position)); // the parser's own text would quote the answer
+        return Fail("not JSON at byte " + std::to_string(position)); // the parser's own text would quote the answer
     }
 
 private:
@@ -88,7 +112,7 @@ private:
     bool Put(JsonValue::Kind kind, std::string text)
     {
         if (++m_count > kJsonValues)
-            return Fail("too many values");
+            return Fail(kTooMany);
         if (m_open.empty())
             m_last = &m_root;
         else
@@ -108,6 +132,7 @@ private:
         return true;
     }
 
+    Numbers& m_numbers;
     JsonProblem& m_problem;
     JsonValue m_root;
     JsonValue* m_last = nullptr;
@@ -128,10 +153,19 @@ const JsonValue* JsonValue::Find(std::string_view name) const noexcept
 std::optional<JsonValue> ParseJson(std::string_view json, JsonProblem* problem)
 {
     JsonProblem ignored;
-    TreeBuilder builder(problem ? *problem : ignored);
-    if (!nlohmann::json::sax_parse(json.begin(), json.end(), &builder))
+    JsonProblem& why = problem ? *problem : ignored;
+    if (json.find('\0') != std::string_view::npos) { // the parser would stop there as at the end
+        why.text = "not JSON: it holds a zero byte";
         return std::nullopt;
-    return std::move(builder.Root());
+    }
+    Numbers numbers(json);
+    TreeBuilder builder(numbers, why);
+    const std::string& text = numbers.TextWithout();
+    if (numbers.Count() > kJsonValues)
+        why.text = kTooMany;
+    else if (nlohmann::json::sax_parse(text.begin(), text.end(), &builder))
+        return std::move(builder.Root());
+    return std::nullopt;
 }
 
 } // namespace HmrcApi

@@ -44,12 +44,12 @@ inline constexpr std::size_t kJsonValues = 200'000; // values in one text; more 
 /// Why a text is no JSON that we take.
 struct JsonProblem
 {
-    std::string text;              // for people; holds nothing of the JSON text
-    bool isNumberTooLarge = false; // well formed, but with a number that nothing can hold
+    std::string text; // for people; holds nothing of the JSON text
 };
 
-/// Reads one JSON text. Refused: what the grammar does not allow, invalid UTF-8, anything after the value, more than
-/// kJsonDepth levels or kJsonValues values, and an object with two members of one name (neither may be guessed).
+/// Reads one JSON text. Refused: what the grammar does not allow, invalid UTF-8, anything but white space after the
+/// value, more than kJsonDepth levels or kJsonValues values, and an object with two members of one name (neither may be
+/// guessed). A number of any size is taken.
 HMRCAPI_API std::optional<JsonValue> ParseJson(std::string_view json, JsonProblem* problem = nullptr);
 
 } // namespace HmrcApi

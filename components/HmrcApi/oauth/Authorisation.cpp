@@ -3,11 +3,11 @@
 #include "Afx/Clock.h"
 #include "Afx/TextFold.h"
 #include "Afx/WindowSystem.h"
-#include "HmrcApi/Mask.h"
+#include "HmrcApi/answers/Mask.h"
 #include "HmrcApi/oauth/TokenRequest.h"
 #include "HmrcApi/redirect/RedirectListener.h"
-#include "HmrcApi/Uri.h"
-#include "HmrcApi/Waiting.h"
+#include "HmrcApi/transport/Uri.h"
+#include "HmrcApi/transport/Waiting.h"
 #include "Shellkit/Cipher.h"
 
 namespace HmrcApi

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "HmrcApi/Export.h"
-#include "HmrcApi/Interfaces.h"
+#include "HmrcApi/Host.h"
 #include "HmrcApi/transport/Channel.h"
 
 namespace HmrcApi

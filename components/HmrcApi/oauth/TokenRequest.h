@@ -6,9 +6,9 @@
 #include <optional>
 #include <string>
 
-#include "HmrcApi/AnswerTable.h"
+#include "HmrcApi/answers/AnswerTable.h"
 #include "HmrcApi/oauth/Authorisation.h"
-#include "HmrcApi/Uri.h"
+#include "HmrcApi/transport/Uri.h"
 
 namespace HmrcApi
 {

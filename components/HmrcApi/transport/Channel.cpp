@@ -1,6 +1,6 @@
 #include "HmrcApi/transport/Channel.h"
 
-#include "HmrcApi/FraudHeaders.h"
+#include "HmrcApi/transport/FraudHeaders.h"
 
 namespace HmrcApi
 {

@@ -5,7 +5,7 @@
 #include <mutex>
 
 #include "Afx/Clock.h"
-#include "HmrcApi/Waiting.h"
+#include "HmrcApi/transport/Waiting.h"
 #include "Shellkit/NamedItems.h"
 
 namespace HmrcApi

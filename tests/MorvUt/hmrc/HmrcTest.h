@@ -8,7 +8,7 @@
 #include <string>
 
 #include "Brix/Records.h"
-#include "HmrcApi/Errors.h"
+#include "HmrcApi/answers/Errors.h"
 #include "MorvUt/hmrc/fetch/PayePrepop.h"
 #include "MorvUt/Practice.h"
 #include "MorvUt/users/UserData.h"

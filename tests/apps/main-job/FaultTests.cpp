@@ -77,6 +77,8 @@ const Row kRows[] = {
     {"a 404 that says nothing is no 'no data'", "EMPTY status=404", 1, "HTTP_404 404", kReport},
     {"throttled", "MESSAGE_THROTTLED_OUT", 4, "MESSAGE_THROTTLED_OUT 429", kMinutes},
     {"throttled, and told for how long", "MESSAGE_THROTTLED_OUT retryAfter=7", 4, "MESSAGE_THROTTLED_OUT 429", kMinutes},
+    {"throttled for longer than anybody waits", "MESSAGE_THROTTLED_OUT retryAfter=90", 1, "MESSAGE_THROTTLED_OUT 429",
+     "the time that the message names"},
     {"throttled twice", "MESSAGE_THROTTLED_OUT times=2 retryAfter=3", 3},
     {"service down", "SERVER_ERROR", 4, "SERVER_ERROR 503", kMinutes},
     {"service down three times", "SERVER_ERROR times=3", 4},
@@ -92,6 +94,7 @@ const Row kRows[] = {
     {"nested too deep", "TOO_DEEP", 1, "ANSWER_MALFORMED 200", kReport},
     {"nothing at all", "EMPTY status=200", 1, "ANSWER_MALFORMED 200", kReport},
     {"more than 8 MiB", "TOO_LARGE", 1, "ANSWER_TOO_LARGE 200", kReport},
+    {"the network's sign-in page", "HTML status=200", 1, "ANSWER_MALFORMED 200", "sign in"},
     {"a proxy's page", "HTML", 1, "HTTP_502 502", kMinutes},
     {"a proxy's page for 'service down'", "HTML status=503", 4, "HTTP_503 503", kMinutes},
     {"a proxy wants a login", "HTML status=407", 1, "HTTP_407 407", kReport},
@@ -163,7 +166,7 @@ void ExpectEntry(const Row& row, const Fetched& fetched)
     EXPECT_EQ(error.GetHttpStatus(), row.Status());
     EXPECT_TRUE(error.GetMessageText().starts_with(MessageOf(row))) << error.GetMessageText();
     EXPECT_EQ(error.GetMessageText().find('\n'), std::string::npos);
-    const std::string action = HmrcApi::ActionFor(error.GetCode(), error.GetHttpStatus());
+    const std::string action = HmrcApi::ActionFor(error.GetCode(), error.GetHttpStatus(), error.GetField());
     EXPECT_NE(action.find(row.action), std::string::npos) << action;
 }
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "HmrcApi/Interfaces.h"
+#include "HmrcApi/Host.h"
 #include "MorvUt/Export.h"
 #include "Shellkit/ProcessMark.h"
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "HmrcApi/Interfaces.h"
+#include "HmrcApi/Host.h"
 #include "MorvUt/Export.h"
 
 namespace HmrcApi

@@ -4,7 +4,7 @@
 
 #include "Afx/Computer.h"
 #include "Cellar/Connection.h"
-#include "HmrcApi/Mask.h"
+#include "HmrcApi/answers/Mask.h"
 #include "MorvUt/hmrc/access/PracticeOptions.h"
 #include "MorvUt/users/UserData.h"
 #include "Quarry/Session.h"

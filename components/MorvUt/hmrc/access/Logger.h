@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "HmrcApi/Interfaces.h"
+#include "HmrcApi/Host.h"
 #include "MorvUt/Export.h"
 #include "Shellkit/Identity.h"
 

@@ -7,8 +7,8 @@
 
 #include "Afx/CString.h"
 #include "Brix/Keys.h"
-#include "HmrcApi/Errors.h"
-#include "HmrcApi/Interfaces.h"
+#include "HmrcApi/answers/Errors.h"
+#include "HmrcApi/Host.h"
 #include "MorvUt/Export.h"
 #include "MorvUt/hmrc/fetch/SchedulePrepop.h"
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "HmrcApi/Endpoints.h"
+#include "HmrcApi/interfaces/Endpoints.h"
 #include "MorvUt/hmrc/fetch/SchedulePrepop.h"
 
 namespace HmrcApi

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "Brix/Records.h"
-#include "HmrcApi/Endpoints.h"
-#include "HmrcApi/Responses.h"
+#include "HmrcApi/interfaces/Endpoints.h"
+#include "HmrcApi/records/Responses.h"
 #include "MorvUt/hmrc/fetch/IPrepopPAYE.h"
 #include "MorvUt/hmrc/fetch/SchedulePrepop.h"
 

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "Brix/Keys.h"
+#include "HmrcApi/answers/Errors.h"
 #include "HmrcApi/oauth/Authorisation.h"
-#include "HmrcApi/Errors.h"
 #include "MorvUt/Export.h"
 #include "MorvUt/hmrc/access/AuthorisationStore.h"
 #include "MorvUt/hmrc/access/Logger.h"

@@ -1,0 +1,86 @@
+#include "HmrcApi/transport/Uri.h"
+
+#include <algorithm>
+
+namespace HmrcApi
+{
+namespace
+{
+
+bool IsUnreserved(char c) noexcept
+{
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-' || c == '.' ||
+           c == '_' || c == '~';
+}
+
+void AppendDigits(std::string& text, int value, int count)
+{
+    if (count > 1)
+        AppendDigits(text, value / 10, count - 1);
+    text += static_cast<char>('0' + value % 10);
+}
+
+} // namespace
+
+std::string PercentEncode(std::string_view text)
+{
+    constexpr char kHex[] = "0123456789ABCDEF";
+    std::string encoded;
+    encoded.reserve(text.size());
+    for (const char c : text) {
+        if (IsUnreserved(c)) {
+            encoded += c;
+            continue;
+        }
+        const auto byte = static_cast<unsigned char>(c);
+        encoded += '%';
+        encoded += kHex[byte >> 4];
+        encoded += kHex[byte & 15];
+    }
+    return encoded;
+}
+
+std::string EncodeForm(const FormFields& fields)
+{
+    std::string form;
+    for (const auto& [name, value] : fields) {
+        if (!form.empty())
+            form += '&';
+        form += PercentEncode(name);
+        form += '=';
+        form += PercentEncode(value);
+    }
+    return form;
+}
+
+std::string JoinAddress(std::string_view base, std::string_view path)
+{
+    while (!base.empty() && base.back() == '/')
+        base.remove_suffix(1);
+    while (!path.empty() && path.front() == '/')
+        path.remove_prefix(1);
+    return std::string(base) + '/' + std::string(path);
+}
+
+std::string IdentifierSegment(std::string_view identifier)
+{
+    std::string plain;
+    for (const char c : identifier)
+        if (c != ' ' && c != '\t')
+            plain += c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    const auto isPlain = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); };
+    return std::all_of(plain.begin(), plain.end(), isPlain) ? plain : std::string();
+}
+
+std::string TaxYearText(short year)
+{
+    if (year < 1 || year > 9999)
+        return {};
+    std::string text;
+    AppendDigits(text, year - 1, 4);
+    text += '-';
+    AppendDigits(text, year % 100, 2);
+    return text;
+}
+
+} // namespace HmrcApi

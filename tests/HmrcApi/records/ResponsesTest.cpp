@@ -1,0 +1,162 @@
+#include "HmrcApi/records/Responses.h"
+
+#include <cstdlib>
+
+#include <gtest/gtest.h>
+
+#include "HmrcApi/answers/Errors.h"
+#include "HmrcApi/interfaces/Examples.h"
+#include "HmrcApi/interfaces/Interface.h"
+#include "HmrcApi/RandomAnswers.h"
+#include "support/Case.h"
+
+using namespace HmrcApi;
+using Kiln::CAmt;
+using Kiln::CDate;
+
+namespace
+{
+
+/// Code and path of the refusal; "none" when the answer is taken.
+std::string RefusalOf(const std::string& json)
+{
+    try {
+        ReadPayeResponse(json);
+    } catch (const HmrcApiErrorException& error) {
+        EXPECT_FALSE(std::string(error.what()).empty());
+        return error.GetCode() + ' ' + error.GetThird();
+    }
+    return "none";
+}
+
+std::string Employment(const std::string& members)
+{
+    return R"({"employments":[{"employerPayeReference":"123/AB456")" + (members.empty() ? "" : "," + members) + "}]}";
+}
+
+void Add(std::int64_t& total, const CAmt& amount) { total += amount.GetValue(); } // 0 when it is null
+
+Fakes::AnswerTotals TotalsOf(const CPayeResponse& response)
+{
+    Fakes::AnswerTotals totals;
+    for (int i = 0; i <= response.GetEmploymentUpperBound(); ++i) {
+        const auto item = response.GetEmploymentAt(i);
+        Add(totals.pay, item->taxablePayTotal);
+        Add(totals.tax, item->taxTotal);
+        Add(totals.studentLoan, item->studentLoan);
+        for (const auto& benefit : item->companyBenefits)
+            Add(totals.benefits, benefit.amount);
+    }
+    for (int i = 0; i <= response.GetPrivatePensionUpperBound(); ++i) {
+        Add(totals.pensionPay, response.GetPrivatePensionAt(i)->taxablePayTotal);
+        Add(totals.pensionTax, response.GetPrivatePensionAt(i)->taxTotal);
+    }
+    for (int i = 0; i <= response.GetTaxableSocialSecurityBenefitUpperBound(); ++i) {
+        Add(totals.stateBenefitsPay, response.GetTaxableSocialSecurityBenefitAt(i)->taxablePayTotal);
+        Add(totals.stateBenefitsTax, response.GetTaxableSocialSecurityBenefitAt(i)->taxTotal);
+    }
+    for (int i = 0; i <= response.GetTaxFreeAllowanceUpperBound(); ++i)
+        Add(totals.allowances, response.GetTaxFreeAllowanceAt(i)->amount);
+    if (const auto pension = response.getStatePension()) {
+        Add(totals.statePension, pension->grossAmount);
+        if (pension->lumpSum) {
+            Add(totals.lumpSumPay, pension->lumpSum->taxablePayTotal);
+            Add(totals.lumpSumTax, pension->lumpSum->taxTotal);
+        }
+    }
+    return totals;
+}
+
+} // namespace
+
+TEST(ReadPayeResponse, KeepsEveryPoundOfTenThousandAnswers)
+{
+    const char* seed = std::getenv("MORVUT_SEED");
+    const auto first = static_cast<std::uint32_t>(seed ? std::strtoul(seed, nullptr, 10) : 1);
+    for (std::uint32_t i = first; i != first + 10'000; ++i) {
+        const Fakes::RandomAnswer answer(i);
+        try {
+            ASSERT_EQ(TotalsOf(ReadPayeResponse(answer.Json())), answer.Totals()) << "MORVUT_SEED=" << i << '\n'
+                                                                                  << answer.Json();
+        } catch (const HmrcApiErrorException& refusal) {
+            FAIL() << refusal.what() << "\nMORVUT_SEED=" << i << '\n' << answer.Json();
+        }
+    }
+}
+
+TEST(ReadPayeResponse, TakesWhatIsAbsentUnknownOrLoose)
+{
+    EXPECT_EQ(ReadPayeResponse("{}").GetEmploymentUpperBound(), -1);
+    EXPECT_EQ(ReadPayeResponse(R"({"employments":null,"statePension":null})").getStatePension(), nullptr);
+    for (const char* unread : {R"({"deep":[1]})", "1e400", "[0.123456789012345678901234567890123456789]"})
+        EXPECT_EQ(RefusalOf(Employment(R"("taxTotal":null,"new":)" + std::string(unread))), "none") << unread;
+    for (const std::string kind : {"UniversalCredit", "jobseekersallowance"}) {
+        const std::string json = R"({"taxableSocialSecurityBenefits":[{"benefitType":")" + kind + "\"}]}";
+        const auto benefit = ReadPayeResponse(json).GetTaxableSocialSecurityBenefitAt(0);
+        EXPECT_EQ(benefit->benefitType, TaxableSocialSecurityBenefit_t::Unknown);
+        EXPECT_EQ(benefit->benefitTypeName, kind);
+    }
+    EXPECT_EQ(BenefitNumber("NurseryPlaces"), 46);
+}
+
+TEST(ReadPayeResponse, TellsAFlagFromItsAbsence)
+{
+    const auto flag = [](const char* members) {
+        return ReadPayeResponse(Employment(members)).GetEmploymentAt(0)->offPayrollWorkFlag;
+    };
+    EXPECT_EQ(flag(R"("offPayrollWorkFlag":true)"), true);
+    EXPECT_EQ(flag(R"("offPayrollWorkFlag":false)"), false);
+    EXPECT_EQ(flag(""), std::nullopt);
+}
+
+TEST(ReadPayeResponse, ReadsDatesWithOneDigitAndDropsUnreadableOnes)
+{
+    const ::Test::Case<const char*, CDate> rows[] = {
+        {"\"2017-05-01\"", CDate(2017, 5, 1), "as published"},
+        {"\"2017-5-1\"", CDate(2017, 5, 1), "both short"},
+        {"\"2016-02-29\"", CDate(2016, 2, 29), "leap day"},
+        {"\"2017-02-29\"", CDate(), "no such day"},
+        {"\"2017-05-01T00:00\"", CDate(), "a time behind it"},
+        {"\"2017-005-1\"", CDate(), "three digits"},
+        {"\"\"", CDate(), "nothing"},
+        {"20170501", CDate(), "a number"},
+    };
+    for (const auto& row : rows) {
+        const auto response = ReadPayeResponse(Employment("\"startDate\":" + std::string(row.in)));
+        EXPECT_EQ(response.GetEmploymentAt(0)->startDate, row.out) << row.why;
+    }
+}
+
+TEST(ReadPayeResponse, RefusesWhatWouldLoseAFigureAndNamesThePlace)
+{
+    const ::Test::Case<std::string, const char*> rows[] = {
+        {"{", "ANSWER_MALFORMED ", "cut off"},
+        {R"({"employments":{}})", "ANSWER_MALFORMED /employments", "no array"},
+        {R"({"privatePensions":[{"a":1}]})", "ANSWER_MALFORMED /privatePensions/0/employerPayeReference", "no key"},
+        {R"({"taxFreeAllowances":[{"allowanceType":7}]})", "ANSWER_MALFORMED /taxFreeAllowances/0/allowanceType",
+         "a key that is no text"},
+        {Employment(R"("taxTotal":"12.50")"), "ANSWER_MALFORMED /employments/0/taxTotal", "an amount in quotes"},
+        {Employment(R"("companyBenefits":[{"benefitType":"CarBenefit"},{}])"),
+         "ANSWER_MALFORMED /employments/0/companyBenefits/1/benefitType", "a benefit without its name"},
+        {R"({"statePension":[]})", "ANSWER_MALFORMED /statePension", "no object inside"},
+        {Employment(R"("taxTotal":0.00001)"), "AMOUNT_NOT_EXACT /employments/0/taxTotal", "a fifth decimal"},
+        {Employment(R"("taxTotal":1e400)"), "AMOUNT_NOT_EXACT /employments/0/taxTotal", "too large"},
+        {R"({"statePension":{"lumpSum":{"taxTotal":0.12345}}})", "AMOUNT_NOT_EXACT /statePension/lumpSum/taxTotal",
+         "deep inside"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(RefusalOf(row.in), row.out) << row.why;
+}
+
+TEST(ReadNationalInsuranceResponse, TellsZeroFromAbsent)
+{
+    const auto full = ReadNationalInsuranceResponse(ExampleOf(kNationalInsurance, IEndpointOverride::Everything));
+    EXPECT_EQ(full.class1NicableEarnings, CAmt::FromPence(1700));
+    EXPECT_EQ(full.class2Due, CAmt::FromPence(31957));
+    EXPECT_EQ(full.maxNicsReached, true);
+    EXPECT_EQ(ReadNationalInsuranceResponse(R"({"maxNICsReached":false})").maxNicsReached, false);
+    const auto part = ReadNationalInsuranceResponse(R"({"class1":{"totalNICableEarnings":0.00}})");
+    EXPECT_TRUE(part.class1NicableEarnings.IsZero());
+    EXPECT_TRUE(part.class2Due.IsNull());
+    EXPECT_EQ(part.maxNicsReached, std::nullopt);
+}
