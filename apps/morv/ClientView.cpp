@@ -1,5 +1,7 @@
 #include "ClientView.h"
 
+#include "MorvUt/hmrc/schedules/ReturnYear.h"
+#include "MorvUt/hmrc/staging/StagedYear.h"
 #include "MorvUt/mappings/TypeMappings.h"
 
 namespace Morv
@@ -22,114 +24,92 @@ Json BenefitKey(int code)
     return GetMapShortNameFromIndex(mapNewEmployBenefitsGrid, &key, code) ? Json(key) : Json(std::to_string(code));
 }
 
-Json BenefitsOf(const Brix::CNewEmploy& employment)
+Json ViewOf(const HmrcApi::ReturnEmployment& own)
+{
+    Json benefits = Json::array();
+    for (const HmrcApi::ReturnBenefit& benefit : own.benefits)
+        benefits.push_back({{"code", BenefitKey(benefit.code)},
+                            {"amountPence", PenceOf(benefit.amount)},
+                            {"estimate", benefit.isEstimate}});
+    return {{"ordering", own.ordering},
+            {"guid", TextOf(own.guid)},
+            {"employer", TextOf(own.employer)},
+            {"reference", TextOf(own.reference)},
+            {"worksNumber", TextOf(own.worksNumber)},
+            {"start", DateOf(own.start)},
+            {"end", DateOf(own.end)},
+            {"payPence", PenceOf(own.pay)},
+            {"taxPence", PenceOf(own.tax)},
+            {"studentLoanPence", PenceOf(own.studentLoan)},
+            {"benefits", benefits}};
+}
+
+Json ViewOf(const HmrcApi::ReturnPension& own)
+{
+    return {{"ordering", own.ordering},
+            {"section", own.section},
+            {"type", own.type},
+            {"description", TextOf(own.description)},
+            {"payer", TextOf(own.payer)},
+            {"reference", TextOf(own.reference)},
+            {"worksNumber", TextOf(own.worksNumber)},
+            {"date", DateOf(own.start)},
+            {"amountPence", PenceOf(own.amount)},
+            {"taxPence", PenceOf(own.tax)}};
+}
+
+Json ViewOf(const HmrcApi::StagedEmployment& staged)
+{
+    Json benefits = Json::array();
+    for (const HmrcApi::StagedBenefit& benefit : staged.benefits)
+        benefits.push_back({{"type", TextOf(benefit.type)},
+                            {"amountPence", PenceOf(benefit.amount)},
+                            {"forecast", benefit.isForecast},
+                            {"withdrawn", benefit.isWithdrawn}});
+    return {{"key", TextOf(staged.key)},
+            {"employer", TextOf(staged.employer)},
+            {"reference", TextOf(staged.reference)},
+            {"worksNumber", TextOf(staged.worksNumber)},
+            {"start", DateOf(staged.start)},
+            {"end", DateOf(staged.end)},
+            {"payPence", PenceOf(staged.pay)},
+            {"taxPence", PenceOf(staged.tax)},
+            {"studentLoanPence", PenceOf(staged.studentLoan)},
+            {"benefits", benefits},
+            {"withdrawn", staged.isWithdrawn}};
+}
+
+Json ViewOf(const HmrcApi::StagedPension& staged)
+{
+    return {{"mtdType", staged.kind},
+            {"reference", TextOf(staged.reference)},
+            {"worksNumber", TextOf(staged.worksNumber)},
+            {"payer", TextOf(staged.payer)},
+            {"date", DateOf(staged.date)},
+            {"amountPence", PenceOf(staged.amount)},
+            {"taxPence", PenceOf(staged.tax)},
+            {"withdrawn", staged.isWithdrawn}};
+}
+
+Json ViewOf(const HmrcApi::StagedAllowance& staged)
+{
+    return {{"type", TextOf(staged.type)}, {"amountPence", PenceOf(staged.amount)}, {"withdrawn", staged.isWithdrawn}};
+}
+
+Json ViewOf(const HmrcApi::StagedNationalInsurance& staged)
+{
+    return {{"class1EarningsPence", PenceOf(staged.class1Earnings)},
+            {"class2DuePence", PenceOf(staged.class2Due)},
+            {"updated", MomentOf(staged.updated)}};
+}
+
+template<class T>
+Json ListOf(const std::vector<T>& values)
 {
     Json list = Json::array();
-    Brix::CNewEmployBenefits rows;
-    for (rows.Open({{Brix::CNewEmployBenefits::kNewEmployID, employment.GetID()}}); !rows.IsEOL(); rows.MoveNext())
-        list.push_back({{"code", BenefitKey(rows.GetType())},
-                        {"amountPence", PenceOf(rows.GetBenefit())},
-                        {"estimate", rows.GetEstimate()}});
+    for (const T& value : values)
+        list.push_back(ViewOf(value));
     return list;
-}
-
-void AddEmployments(Json& list, long taxForm)
-{
-    Brix::CNewEmploy rows;
-    for (rows.Open({{Brix::CNewEmploy::kTaxFormID, taxForm}}, {{Brix::CNewEmploy::kOrdering}}); !rows.IsEOL();
-         rows.MoveNext())
-        list.push_back({{"ordering", rows.GetOrdering()},
-                        {"guid", TextOf(rows.GetGUID())},
-                        {"employer", TextOf(rows.GetEmployerName())},
-                        {"reference", TextOf(rows.GetPAYEReference())},
-                        {"worksNumber", TextOf(rows.GetWorksNumber())},
-                        {"start", DateOf(rows.GetStart())},
-                        {"end", DateOf(rows.GetEnd())},
-                        {"payPence", PenceOf(rows.GetPay())},
-                        {"taxPence", PenceOf(rows.GetTax())},
-                        {"studentLoanPence", PenceOf(rows.GetStudentLoan())},
-                        {"benefits", BenefitsOf(rows)}});
-}
-
-void AddPensions(Json& list, long taxForm)
-{
-    Brix::CPensionStateBenefits rows;
-    for (rows.Open({{Brix::CPensionStateBenefits::kTaxFormID, taxForm}}, {{Brix::CPensionStateBenefits::kOrdering}});
-         !rows.IsEOL(); rows.MoveNext())
-        list.push_back({{"ordering", rows.GetOrdering()},
-                        {"section", rows.GetSection()},
-                        {"type", rows.GetType()},
-                        {"description", TextOf(rows.GetDescription())},
-                        {"payer", TextOf(rows.GetPayer())},
-                        {"reference", TextOf(rows.GetReference())},
-                        {"date", DateOf(rows.GetStart())},
-                        {"amountPence", PenceOf(rows.GetAmount())},
-                        {"taxPence", PenceOf(rows.GetTax())}});
-}
-
-Json StagedBenefitsOf(const Brix::CMTD_Employments& employment)
-{
-    using Rows = Brix::CMTD_EmploymentsCompanyBenefits;
-    Json list = Json::array();
-    Rows rows;
-    for (rows.Open({{Rows::kMTD_EmploymentsID, employment.GetID()}}); !rows.IsEOL(); rows.MoveNext())
-        list.push_back({{"type", TextOf(rows.GetBenefitTypeName())},
-                        {"amountPence", PenceOf(rows.GetAmount())},
-                        {"forecast", rows.GetForecast()},
-                        {"withdrawn", rows.GetWithdrawn()}});
-    return list;
-}
-
-void AddStagedEmployments(Json& list, long year)
-{
-    Brix::CMTD_Employments rows;
-    for (rows.Open({{Brix::CMTD_Employments::kMTD_TaxYearID, year}}, {{Brix::CMTD_Employments::kKey}}); !rows.IsEOL();
-         rows.MoveNext())
-        list.push_back({{"key", TextOf(rows.GetKey())},
-                        {"employer", TextOf(rows.GetEmployerName())},
-                        {"reference", TextOf(rows.GetPAYEReference())},
-                        {"worksNumber", TextOf(rows.GetWorksNumber())},
-                        {"start", DateOf(rows.GetStart())},
-                        {"end", DateOf(rows.GetEnd())},
-                        {"payPence", PenceOf(rows.GetPay())},
-                        {"taxPence", PenceOf(rows.GetTax())},
-                        {"studentLoanPence", PenceOf(rows.GetStudentLoan())},
-                        {"benefits", StagedBenefitsOf(rows)},
-                        {"withdrawn", rows.GetWithdrawn()}});
-}
-
-void AddStagedPensions(Json& list, long year)
-{
-    using Rows = Brix::CMTD_PensionStateBenefits;
-    Rows rows;
-    for (rows.Open({{Rows::kMTD_TaxYearID, year}}, {{Rows::kStart}}); !rows.IsEOL(); rows.MoveNext())
-        list.push_back({{"mtdType", rows.GetMTDType()},
-                        {"reference", TextOf(rows.GetReference())},
-                        {"payer", TextOf(rows.GetPayer())},
-                        {"date", DateOf(rows.GetStart())},
-                        {"amountPence", PenceOf(rows.GetAmount())},
-                        {"taxPence", PenceOf(rows.GetTax())},
-                        {"withdrawn", rows.GetWithdrawn()}});
-}
-
-void AddStagedAllowances(Json& list, long year)
-{
-    using Rows = Brix::CMTD_TaxFreeAllowances;
-    Rows rows;
-    for (rows.Open({{Rows::kMTD_TaxYearID, year}}, {{Rows::kAmount}}); !rows.IsEOL(); rows.MoveNext())
-        list.push_back({{"type", TextOf(rows.GetAllowanceTypeName())},
-                        {"amountPence", PenceOf(rows.GetAmount())},
-                        {"withdrawn", rows.GetWithdrawn()}});
-}
-
-Json NationalInsuranceOf(long year)
-{
-    Brix::CMTD_NIC rows;
-    if (!rows.Open({{Brix::CMTD_NIC::kMTD_TaxYearID, year}}))
-        return nullptr;
-    return {{"class1EarningsPence", PenceOf(rows.GetClass1Earnings())},
-            {"class2DuePence", PenceOf(rows.GetClass2Due())},
-            {"updated", MomentOf(rows.GetUpdated())}};
 }
 
 } // namespace
@@ -154,32 +134,17 @@ Json ViewOf(const Brix::CPartnership& partnership)
 
 Json SchedulesOf(long clientId, short year)
 {
-    Json employments = Json::array(), pensions = Json::array();
-    Brix::CTaxForm form;
-    form.Open({{Brix::CTaxForm::kClientID, clientId}, {Brix::CTaxForm::kYear, year}});
-    for (; !form.IsEOL(); form.MoveNext()) { // normally one
-        AddEmployments(employments, form.GetID());
-        AddPensions(pensions, form.GetID());
-    }
-    return {{"employments", employments}, {"pensionsAndBenefits", pensions}};
+    const HmrcApi::ReturnYear own = HmrcApi::LoadReturnYear(ClientId(clientId), year);
+    return {{"employments", ListOf(own.employments)}, {"pensionsAndBenefits", ListOf(own.pensions)}};
 }
 
 Json StagedOf(long clientId, short year)
 {
-    Json employments = Json::array(), pensions = Json::array(), allowances = Json::array(), insurance = nullptr;
-    Brix::CMTD_TaxYear staged;
-    staged.Open({{Brix::CMTD_TaxYear::kClientID, clientId}, {Brix::CMTD_TaxYear::kYear, year}});
-    for (; !staged.IsEOL(); staged.MoveNext()) { // two when two workstations fetched for the first time at once
-        AddStagedEmployments(employments, staged.GetID());
-        AddStagedPensions(pensions, staged.GetID());
-        AddStagedAllowances(allowances, staged.GetID());
-        if (insurance.is_null())
-            insurance = NationalInsuranceOf(staged.GetID());
-    }
-    return {{"employments", employments},
-            {"pensionsAndBenefits", pensions},
-            {"taxFreeAllowances", allowances},
-            {"nationalInsurance", insurance}};
+    const HmrcApi::StagedYear staged = HmrcApi::LoadStagedYear(ClientId(clientId), year);
+    return {{"employments", ListOf(staged.employments)},
+            {"pensionsAndBenefits", ListOf(staged.pensions)},
+            {"taxFreeAllowances", ListOf(staged.allowances)},
+            {"nationalInsurance", staged.nationalInsurance ? ViewOf(*staged.nationalInsurance) : Json(nullptr)}};
 }
 
 } // namespace Morv

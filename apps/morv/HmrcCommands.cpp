@@ -158,11 +158,26 @@ bool IsUnreachable(const HmrcApi::FetchResult& result)
     for (const auto& group : result.errors->GetGroups())
         for (const auto& error : group.errors) {
             ++errors;
-            if (error.GetCode() != "NO_CONNECTION" && error.GetCode() != "TIMED_OUT")
+            const std::string& why = error.GetCode() == "NO_CREDENTIALS" ? error.GetField() : error.GetCode();
+            if (why != "NO_CONNECTION" && why != "TIMED_OUT")
                 return false;
         }
     // A group that had nothing to report was answered.
     return errors > 0 && errors >= static_cast<int>(result.errors->GetGroups().size());
+}
+
+Json ListOf(const std::vector<CString>& texts)
+{
+    Json list = Json::array();
+    for (const CString& text : texts)
+        list.push_back(TextOf(text));
+    return list;
+}
+
+void PrintNotes(const std::vector<CString>& notes)
+{
+    for (const CString& note : notes)
+        PrintLine("  %s", note);
 }
 
 Json ViewOf(long client, const HmrcApi::FetchResult& result)
@@ -178,7 +193,8 @@ Json ViewOf(long client, const HmrcApi::FetchResult& result)
         {"staged",
          {{"added", result.staged.added}, {"changed", result.staged.changed}, {"withdrawn", result.staged.withdrawn}}},
         {"message", result.message.IsEmpty() ? Json(nullptr) : TextOf(result.message)},
-        {"errors", ErrorsOf(*result.errors)}};
+        {"errors", ErrorsOf(*result.errors)},
+        {"notes", ListOf(result.notes)}};
 }
 
 std::string FlatText(std::string text)
@@ -204,6 +220,8 @@ void PrintView(const Json& view)
     for (const Json& error : view["errors"])
         PrintLine("  %s: %s (%s). %s", error["group"].get<std::string>(), error["message"].get<std::string>(),
                   error["code"].get<std::string>(), error["action"].get<std::string>());
+    for (const Json& note : view["notes"])
+        PrintLine("  %s", note.get<std::string>());
 }
 
 struct Fetched
@@ -212,9 +230,11 @@ struct Fetched
     bool unreachable;
 };
 
-Fetched FetchOne(long client, const HmrcArguments& arguments, const CommonOptions& options)
+Fetched FetchOne(long client, const HmrcArguments& arguments, const CommonOptions& options,
+                 const std::shared_ptr<HmrcApi::Channel>& channel = nullptr)
 {
-    const HmrcApi::FetchResult result = HmrcApi::FetchFromHmrc(ClientId(client), arguments.gateway);
+    const HmrcApi::FetchResult result =
+        HmrcApi::FetchFromHmrc(ClientId(client), arguments.gateway, HmrcApi::IEndpointOverride::Live, channel);
     const Json view = ViewOf(client, result);
     if (options.json)
         PrintJson(view);
@@ -227,11 +247,12 @@ Exit FetchAll(const HmrcArguments& arguments, const CommonOptions& options)
 {
     int clients = 0, ok = 0;
     bool unreachable = true;
+    const auto channel = std::make_shared<HmrcApi::Channel>(); // one connection for all of them
     Brix::CClient list;
     for (list.Open(); !list.IsEOL(); list.MoveNext()) {
         if (!options.quiet && isatty(STDERR_FILENO))
             std::fprintf(stderr, "\r%d of %d", clients + 1, list.GetCount());
-        const Fetched fetched = FetchOne(list.GetID(), arguments, options);
+        const Fetched fetched = FetchOne(list.GetID(), arguments, options, channel);
         ++clients;
         ok += fetched.ok ? 1 : 0;
         unreachable = unreachable && fetched.unreachable;
@@ -266,23 +287,23 @@ void Create(const HmrcArguments& arguments, const CommonOptions& options)
 {
     const PracticeSession session(arguments.practice, options, Login::Needed);
     OpenClient(arguments.client); // it must be there before anything is asked or written
-    HmrcApi::CPAYEPrepop prepop(ClientId(arguments.client), TaxYearHelpers::GetCurrentTaxYear(), {},
-                                HmrcApi::IEndpointOverride::Live);
-    // New schedules are what the staged records hold and the return lacks; without any, nothing is written.
-    if (prepop.DoNewEmploymentsExist() || prepop.DoNewPensionStateBenefitsExist())
-        prepop.CreateNewSchedules();
-    const auto& created = prepop.GetCreatedSchedules();
+    const HmrcApi::CreateResult result =
+        HmrcApi::CreateFromHmrc(ClientId(arguments.client), TaxYearHelpers::GetCurrentTaxYear());
+    if (!result.ok)
+        throw CommandError(Exit::Refused, "REFUSED", FlatText(result.message.Str()),
+                           "Ask whoever administers the practice, or work on a return that may be changed.");
+    const auto& created = result.created;
     if (options.json)
         return PrintJson(
             {{"created", {{"employments", created.employments}, {"pensionsAndBenefits", created.pensionsAndBenefits}}},
+             {"notes", ListOf(created.notes)},
              {"schedules", SchedulesOf(arguments.client, GetCurrentRealTaxYear())}});
     if (created.employments + created.pensionsAndBenefits == 0)
-        PrintText("Nothing new: the return has a schedule for every item that HMRC holds.");
+        PrintText("Nothing new was made.");
     else
         PrintLine("Created %d employment schedules and %d pension and benefit schedules.", created.employments,
                   created.pensionsAndBenefits);
-    for (const CString& note : created.notes)
-        PrintLine("  %s", note);
+    PrintNotes(created.notes);
 }
 
 Json ViewOf(const HmrcApi::DifferenceRow& row)

@@ -1,6 +1,6 @@
 #include "MorvUt/context/ClientStatus.h"
 
-#include "Brix/Records.h"
+#include "MorvUt/context/detail/ClientKind.h"
 
 namespace
 {
@@ -9,14 +9,13 @@ constexpr int kOrdinaryTrustKind = 1; // a trust option of this kind leaves the 
 
 } // namespace
 
+bool IsTrust(const Brix::CClient& client, bool checkKind)
+{
+    return (checkKind && client.GetTrustOption() && client.GetTrustKind() != kOrdinaryTrustKind) || client.GetTrust();
+}
+
 int IsClientATrust(const ClientId& id, bool checkKind)
 {
-    if (id == ClientId())
-        return 0;
     Brix::CClient client;
-    if (!client.Open({{0, id.Get()}}))
-        return 0;
-    if (checkKind && client.GetTrustOption() && client.GetTrustKind() != kOrdinaryTrustKind)
-        return 1;
-    return client.GetTrust();
+    return id != ClientId() && client.Open({{0, id.Get()}}) && IsTrust(client, checkKind);
 }

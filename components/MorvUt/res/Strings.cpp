@@ -12,3 +12,11 @@ const Afx::ResourceContext& MorvUtResources() noexcept
     static const Afx::ResourceContext resources(kStrings, std::size(kStrings));
     return resources;
 }
+
+CString LibraryText(unsigned id)
+{
+    const Afx::ResourceContextGuard resources(MorvUtResources());
+    CString text;
+    text.LoadString(id);
+    return text;
+}

@@ -11,3 +11,5 @@
 
 /// The library's own resources; a function that shows a text makes them current for that time.
 MORVUT_API const Afx::ResourceContext& MorvUtResources() noexcept;
+/// One of its texts.
+MORVUT_API CString LibraryText(unsigned id);

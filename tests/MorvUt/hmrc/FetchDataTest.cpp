@@ -69,10 +69,18 @@ TEST_F(FetchData, IsStoppedBeforeAnyRequest)
     }
     Sql("UPDATE BRIXClient SET strUTR = '2234567890'");
     {
-        const Quarry::CTransaction unsavedChanges;
+        const Quarry::CTransaction unsavedChanges(Cellar::Intent::Write);
         EXPECT_NE(Run(), "");
         EXPECT_EQ(m_answer, "clear");
     }
+    {
+        const Quarry::CTransaction sheet; // open, nothing changed yet: Cancel undoes the staging
+        EXPECT_EQ(Run(), "");
+        EXPECT_EQ(m_answer, "ok new clear");
+        EXPECT_EQ(Quarry::GetTransactionLevel(), 1);
+    }
+    EXPECT_EQ(Staged(), "");
+    EXPECT_NE(Query("SELECT COUNT(*) FROM MTDLog"), "0") << "no rollback takes a log line";
     EXPECT_EQ(Run(), "");
     EXPECT_EQ(m_answer, "ok new clear");
 }

@@ -4,7 +4,7 @@
 #include <regex>
 
 #include "HmrcApi/Fakes.h"
-#include "MorvUt/hmrc/Differences.h"
+#include "MorvUt/hmrc/schedules/Differences.h"
 
 namespace
 {

@@ -91,7 +91,7 @@ TEST_F(NewSchedules, HaveTheReturnsCodesForBenefitsAndAddUpThoseOfOneCode)
     EXPECT_EQ(Schedules(), "1|Firm|1/A|-|-|-|1.00|-|-\n1|70|-|0\n1|140|15.50|1\n1|180|7.00|0\n");
     Forget();
     Fetch(Answer(Employment("1/A", "", "1")));
-    for (int number = 28; number <= 54; ++number) // HMRC's, and as many pounds; there is no 46
+    for (int number = 29; number <= 54; ++number) // HMRC's, and as many pounds
         Quarry::GetConnection().ExecuteDirectf(
             "INSERT INTO BRIXMTD_EmploymentsCompanyBenefits (lID, lMTD_EmploymentsID, nBenefitType, amtAmount) "
             "SELECT %d, lID, %d, %d FROM BRIXMTD_Employments",
@@ -99,7 +99,7 @@ TEST_F(NewSchedules, HaveTheReturnsCodesForBenefitsAndAddUpThoseOfOneCode)
     Create();
     EXPECT_EQ(Query("SELECT nType, amtBenefit / 10000 AS nPounds FROM BRIXNewEmployBenefits ORDER BY nType"),
               "10|40, 20|48, 40|54, 50|38, 60|44, 70|31, 80|29, 90|35, 95|36, 100|37, 120|30, 130|50, 140|33, 150|39, "
-              "160|51, 170|28, 180|93, 190|52, 200|41, 210|53, 220|42, 240|32, 250|45, 260|126");
+              "160|51, 170|46, 180|47, 190|52, 200|41, 210|53, 220|42, 240|32, 250|45, 260|126");
 }
 
 TEST_F(NewSchedules, StandForBenefitsOfOneDate)
@@ -115,6 +115,14 @@ TEST_F(NewSchedules, StandForBenefitsOfOneDate)
     EXPECT_EQ(Schedules(), "1|300|1090|-|-|-|-|10.00|-\n2|300|1140|Taxable Incapacity Benefit|-|-|2017-05-01|30.00|-\n"
                            "3|300|1090|-|-|-|2017-05-01|50.00|-\n");
     EXPECT_EQ(Create().pensionsAndBenefits, 0);
+    EXPECT_EQ(Create().notes.size(), 2u) << "until the schedules hold the sums";
+    EXPECT_EQ(Differences(),
+              "1 Jobseeker's Allowance: Amount 10.00/30.00 of which Jobseeker's Allowance /10.00 of which "
+              "Jobseeker's Allowance /20.00\n2 Taxable Incapacity Benefit: Amount 30.00/70.00 of which "
+              "Incapacity Benefit /30.00 of which Employment and Support Allowance /40.00\n");
+    Sql("UPDATE BRIXPensionStateBenefits SET amtAmount = CASE nOrdering WHEN 1 THEN 300000 WHEN 2 THEN 700000 ELSE "
+        "amtAmount END");
+    EXPECT_EQ(Differences(), "");
     EXPECT_TRUE(Create().notes.empty());
 }
 

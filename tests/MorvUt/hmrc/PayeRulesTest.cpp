@@ -2,8 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "MorvUt/hmrc/detail/StagingKeys.h"
 #include "MorvUt/hmrc/HmrcTest.h"
+#include "MorvUt/hmrc/schedules/Matching.h"
+#include "MorvUt/hmrc/staging/Identity.h"
+#include "MorvUt/hmrc/staging/Pairing.h"
 #include "support/Case.h"
 
 using HmrcApi::CPAYEPrepop;
@@ -110,27 +112,136 @@ TEST(TaxFreeAllowances, BelongToTheFirstEmployment)
     EXPECT_EQ(list.GetOrdering(), 1);
 }
 
-TEST(StagingKeys, TellItemsApartAndFindTheStagedRowOfEachSchedule)
+TEST(SetKeys, TellsItemsApart)
 {
     const struct
     {
-        std::vector<HmrcApi::PayeIdentity> items;
-        std::set<std::string> staged; // keys; empty: the items are one answer's
+        std::vector<std::pair<const char*, const char*>> items; // reference, works number
         std::vector<std::string> keys;
         const char* why;
     } rows[] = {
-        {{{"1/A", "W1"}, {"2/B", "W1"}, {"1/A", "W2"}}, {}, {"1/A W1", "2/B", "1/A W2"}, "one reference twice"},
-        {{{"1/A", "#2"}, {"1/A", ""}, {"1/A", ""}}, {}, {"1/A #2", "1/A #3", "1/A #4"}, "a works number like ours"},
-        {{{"1/A", "W"}, {"1/a", "W"}}, {}, {"1/A", "1/a"}, "case counts"},
-        {{{"", ""}, {"", ""}}, {}, {" #2", " #3"}, "without any reference"},
-        {{{"1/A", "W1"}, {"1/A", "W2"}}, {"1/A", "1/A W2"}, {"1/A", "1/A W2"}, "one of them withdrawn"},
-        {{{"1/A", "W9"}}, {"1/A"}, {"1/A"}, "a works number that HMRC has changed"},
-        {{{"1/A #2", ""}}, {"1/A #2"}, {"1/A #2"}, "a reference typed like the key"},
-        {{{"9/Z", "W1"}}, {"1/A"}, {"9/Z W1"}, "not HMRC's"},
-        {{{"1/a", "W1"}}, {"1/A"}, {"1/a W1"}, "case counts for schedules too"},
+        {{{"1/A", "W1"}, {"2/B", "W1"}, {"1/A", "W2"}}, {"1/A W1", "2/B", "1/A W2"}, "one reference twice"},
+        {{{"1/A", "#2"}, {"1/A", ""}, {"1/A", ""}}, {"1/A #2", "1/A #3", "1/A #4"}, "a works number like ours"},
+        {{{"1/A W1", ""}, {"1/A", "W1"}, {"1/A", "W2"}}, {"1/A W1", "1/A W1 #2", "1/A W2"}, "a reference like ours"},
+        {{{"1/A", "W"}, {"1/a", "W"}}, {"1/A", "1/a"}, "case counts"},
+        {{{"", ""}, {"", ""}}, {" #2", " #3"}, "without any reference"},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(row.staged.empty() ? HmrcApi::StagingKeys(row.items) : HmrcApi::ScheduleKeys(row.items, row.staged),
-                  row.keys)
-            << row.why;
+    for (const auto& row : rows) {
+        std::vector<HmrcApi::StagedEmployment> items, none;
+        for (const auto& [reference, works] : row.items) {
+            items.emplace_back().reference = reference;
+            items.back().worksNumber = works;
+        }
+        HmrcApi::SetKeys(items, none, std::vector<int>(items.size(), HmrcApi::kNoRow));
+        std::vector<std::string> keys;
+        for (const auto& item : items)
+            keys.push_back(item.key);
+        EXPECT_EQ(keys, row.keys) << row.why;
+    }
+}
+
+namespace
+{
+
+/// "W1=100", pounds of pay; "!" before one that HMRC withdrew, "~" before a schedule that was made from HMRC's records.
+struct Item
+{
+    explicit Item(std::string text) : isMarked(text[0] == '!' || text[0] == '~')
+    {
+        text.erase(0, isMarked ? 1 : 0);
+        works = text.substr(0, text.find('='));
+        pay = Kiln::CAmt(10'000LL * std::stoi(text.substr(text.find('=') + 1)));
+    }
+    bool isMarked;
+    std::string works;
+    Kiln::CAmt pay;
+};
+
+/// The state of each match, with its schedule: "1 n a2 -" is matched, new, ambiguous, ignored.
+std::string Show(const std::vector<HmrcApi::Match>& matches)
+{
+    std::string text;
+    for (const HmrcApi::Match& match : matches) {
+        text += text.empty() ? "" : " ";
+        text += "-=san"[static_cast<int>(match.state)];
+        text += match.schedule == HmrcApi::kNoSchedule ? "" : std::to_string(match.schedule);
+    }
+    return text;
+}
+
+} // namespace
+
+TEST(Matching, FindsTheScheduleOfEachPeriodWithAnEmployer)
+{
+    const struct
+    {
+        std::vector<const char*> staged, own; // of one reference
+        const char *employments, *pensions;
+        const char* why;
+    } rows[] = {
+        {{"W1=1"}, {"=1"}, "=0", "=0", "one of a reference is known by it alone"},
+        {{"W1=1"}, {"W9=1", "W1=1"}, "=1", "=1", "the one with the works number before another"},
+        {{"W9=1"}, {"W1=1"}, "=0", "=0", "a works number that HMRC has changed"},
+        {{"W1=1", "W2=2"}, {"W2=2"}, "n =0", "n =0", "a second period"},
+        {{"W1=1", "W2=2"}, {"=3"}, "a0 a0", "a0 a0", "typed without a works number: it may be either, or both"},
+        {{"W1=1", "W2=2"}, {"=1", "W1=1", "W2=2"}, "=1 =2", "=1 =2", "each has its own, whatever else there is"},
+        {{"W1=1", "W2=2"}, {"W1=1", "=2"}, "=0 a1", "=0 a1", "the other may be the bare one"},
+        {{"W2=2", "!W1=1"}, {"W1=1"}, "n -", "n -", "another period's, which HMRC no longer sends"},
+        {{"=1", "=2"}, {"=2", "=1"}, "=1 =0", "=1 =0", "as many without a number: by their figures"},
+        {{"=1", "=2"}, {"=3", "=4"}, "=0 =1", "=0 =1", "then in order"},
+        {{"=1", "=2"}, {"=2"}, "a0 a0", "a0 a0", "fewer without a number, typed"},
+        {{"=1", "=2"}, {"~=2"}, "n =0", "a0 a0", "made from HMRC's record, as employments tell"},
+        {{"W1=1", "=2"}, {"W1=1"}, "=0 n", "=0 n", "one of them without a number"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        HmrcApi::StagedYear staged;
+        HmrcApi::ReturnYear own;
+        for (const char* text : row.staged) {
+            const Item item(text);
+            HmrcApi::StagedEmployment& employment = staged.employments.emplace_back();
+            employment.reference = "1/A";
+            employment.worksNumber = item.works;
+            employment.key = "key " + std::to_string(staged.employments.size());
+            employment.pay = item.pay;
+            employment.isWithdrawn = item.isMarked;
+            HmrcApi::StagedPension& pension = staged.pensions.emplace_back();
+            pension.kind = HmrcApi::kPrivatePension;
+            pension.reference = "1/A";
+            pension.worksNumber = item.works;
+            pension.amount = item.pay;
+            pension.isWithdrawn = item.isMarked;
+        }
+        for (const char* text : row.own) {
+            const Item item(text);
+            HmrcApi::ReturnEmployment& employment = own.employments.emplace_back();
+            employment.reference = "1/A";
+            employment.worksNumber = item.works;
+            employment.pay = item.pay;
+            employment.isFromHmrc = item.isMarked;
+            HmrcApi::ReturnPension& pension = own.pensions.emplace_back();
+            pension.type = 1050;
+            pension.reference = "1/A";
+            pension.worksNumber = item.works;
+            pension.amount = item.pay;
+        }
+        EXPECT_EQ(Show(MatchEmployments(staged, own)), row.employments);
+        EXPECT_EQ(Show(MatchPensions(staged, own)), row.pensions);
+    }
+}
+
+TEST(Matching, FindsSchedulesByTheirText)
+{
+    HmrcApi::StagedYear staged;
+    for (const auto& [key, works] : {std::pair("1/A W1", "W1"), {"1/A W2", "W2"}, {"1/a", "W3"}, {"1/A W1", "W1"}}) {
+        HmrcApi::StagedEmployment& item = staged.employments.emplace_back();
+        item.key = key;
+        item.reference = std::string(key).substr(0, 3);
+        item.worksNumber = works;
+    }
+    HmrcApi::ReturnYear own;
+    for (const char* reference : {"1/A W2", "9/Z", "1/A w1"})
+        own.employments.emplace_back().reference = reference;
+    EXPECT_EQ(Show(MatchEmployments(staged, own)), "n =0 n -")
+        << "typed like the key; case counts; a key twice counts once";
 }

@@ -2,10 +2,12 @@
 
 #include "Afx/MessageBox.h"
 #include "Brix/Records.h"
-#include "MorvUt/context/ClientStatus.h"
+#include "MorvUt/context/detail/ClientKind.h"
 #include "MorvUt/hmrc/access/PracticeOptions.h"
 #include "MorvUt/hmrc/fetch/NicPrepop.h"
 #include "MorvUt/hmrc/fetch/PayePrepop.h"
+#include "MorvUt/hmrc/fetch/Retrieval.h"
+#include "MorvUt/hmrc/schedules/Notes.h"
 #include "MorvUt/identifiers/TaxIdentifiers.h"
 #include "MorvUt/res/Strings.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
@@ -21,20 +23,13 @@ namespace
 struct Request
 {
     ClientId client;
-    TaxYear taxYear;
     CAuthorisationStore store;
     IEndpointOverride::ResponseType type = IEndpointOverride::Live;
+    PracticeOptions options;
+    bool isTrust = false;
     CString nationalInsuranceNumber;
     CString utr;
 };
-
-CString TextOf(unsigned id)
-{
-    const Afx::ResourceContextGuard resources(MorvUtResources());
-    CString text;
-    text.LoadString(id);
-    return text;
-}
 
 /// What stops a fetch before anything is asked of HMRC, in the order asked. A refusal with a text is shown here.
 struct Check
@@ -45,16 +40,17 @@ struct Check
 };
 
 constexpr Check kChecks[] = {
-    {FetchResult::Stopped::Trust, [](const Request& r) { return IsClientATrust(r.client, false) == 0; }, 0},
+    {FetchResult::Stopped::Trust, [](const Request& r) { return !r.isTrust; }, 0},
     {FetchResult::Stopped::NoRight, [](const Request&) { return TheUser().HMRCDataGetAllowed(true); }, 0},
-    {FetchResult::Stopped::NotEnabled, [](const Request&) { return IsRetrievalEnabled(); }, IDS_HMRC_NOT_ENABLED},
+    {FetchResult::Stopped::NotEnabled, [](const Request& r) { return r.options.isRetrievalEnabled; },
+     IDS_HMRC_NOT_ENABLED},
     {FetchResult::Stopped::NotAuthorised, [](const Request& r) { return r.store.HasAuthenticatedGatewayID(); },
      IDS_HMRC_NOT_ENABLED_FOR_USER},
     {FetchResult::Stopped::NoNINumber,
-     [](const Request& r) { return !UsesPayeInterface() || !r.nationalInsuranceNumber.IsEmpty(); },
+     [](const Request& r) { return !r.options.usesPayeInterface || !r.nationalInsuranceNumber.IsEmpty(); },
      IDS_HMRC_NINO_REQUIRED},
     {FetchResult::Stopped::NoUTR, [](const Request& r) { return IsValidUTR(r.utr); }, IDS_HMRC_UTR_REQUIRED},
-    {FetchResult::Stopped::UnsavedChanges, [](const Request&) { return Quarry::GetTransactionLevel() == 0; },
+    {FetchResult::Stopped::UnsavedChanges, [](const Request&) { return !Quarry::GetConnection().HasBegun(); },
      IDS_HMRC_UNSAVED_CHANGES},
 };
 
@@ -66,9 +62,9 @@ bool MayFetch(const Request& request, FetchResult& result)
             continue;
         result.stopped = check.stopped;
         if (check.stopped == FetchResult::Stopped::NoRight)
-            result.message = TextOf(IDS_NO_PERMISSION);
+            result.message = LibraryText(IDS_NO_PERMISSION);
         if (check.text != 0) {
-            result.message = TextOf(check.text);
+            result.message = LibraryText(check.text);
             AfxMessageBox(result.message);
         }
         return false;
@@ -83,7 +79,7 @@ void Fold(const CSchedulePrepop& prepop, FetchResult& result)
     result.clear = result.clear && !prepop.HasDifferences();
 }
 
-void FetchEmployments(CAPIErrorHandler& errors)
+void AskEmployments(CAPIErrorHandler& errors)
 {
     constexpr char kGroup[] = "Employments";
     errors.AddGroup(kGroup);
@@ -93,20 +89,30 @@ void FetchEmployments(CAPIErrorHandler& errors)
                                       {}, {}));
 }
 
-void FetchAll(const Request& request, const std::shared_ptr<CAPIErrorHandler>& errors, FetchResult& result)
+void FetchAll(const Request& request, const std::shared_ptr<CAPIErrorHandler>& errors, std::shared_ptr<Channel> channel,
+              FetchResult& result)
 {
-    Logger logger;
-    if (result.route == FetchResult::Route::Paye) {
-        const std::string& number = request.nationalInsuranceNumber.Str();
-        CPAYEPrepop paye(request.client, request.taxYear, number, request.type, request.store);
-        paye.GetPAYEData(number, errors, &logger);
-        Fold(paye, result);
-    } else {
-        FetchEmployments(*errors);
-    }
+    const TaxYear taxYear(GetCurrentRealTaxYear());
+    const std::string& number = request.nationalInsuranceNumber.Str();
     const std::string& utr = request.utr.Str();
-    CNICPrepop nic(request.client, request.taxYear, utr, request.type, request.store);
-    nic.GetNICData(utr, errors, &logger);
+    Logger logger;
+    logger.SetDebugLevel(request.options.debugLevel);
+    Retrieval retrieval(request.client, taxYear.GetRealTaxYear(), request.store, errors, &logger, request.options,
+                        std::move(channel));
+    CPAYEPrepop paye(request.client, taxYear, number, request.type, request.store);
+    CNICPrepop nic(request.client, taxYear, utr, request.type, request.store);
+    if (request.options.usesPayeInterface)
+        paye.Ask(retrieval, number);
+    else
+        AskEmployments(*errors);
+    nic.Ask(retrieval, utr);
+
+    Quarry::CTransaction transaction(Cellar::Intent::Write);
+    paye.Stage(retrieval);
+    nic.Stage(retrieval);
+    result.notes = NotesOf(retrieval.GetWriter().GetYear());
+    transaction.Commit();
+    Fold(paye, result);
     Fold(nic, result);
 }
 
@@ -116,8 +122,10 @@ Request MakeRequest(ClientId client, const std::string& gatewayId, IEndpointOver
     request.client = client;
     request.store = CAuthorisationStore(gatewayId);
     request.type = type;
+    request.options = ReadPracticeOptions();
     Brix::CClient list;
     if (list.Open({{0, client.Get()}})) {
+        request.isTrust = IsTrust(list, false);
         request.nationalInsuranceNumber = list.GetNINumber();
         request.nationalInsuranceNumber.Trim();
         request.utr = list.GetUTR();
@@ -135,18 +143,18 @@ void ShowException(const char* text, FetchResult& result)
 
 } // namespace
 
-FetchResult FetchFromHmrc(ClientId client, const std::string& gatewayId, IEndpointOverride::ResponseType type)
+FetchResult FetchFromHmrc(ClientId client, const std::string& gatewayId, IEndpointOverride::ResponseType type,
+                          std::shared_ptr<Channel> channel)
 {
     const auto errors = std::make_shared<CAPIErrorHandler>();
     FetchResult result;
     result.errors = errors;
     try {
-        Request request = MakeRequest(client, gatewayId, type);
-        result.route = UsesPayeInterface() ? FetchResult::Route::Paye : FetchResult::Route::Employments;
+        const Request request = MakeRequest(client, gatewayId, type);
+        result.route = request.options.usesPayeInterface ? FetchResult::Route::Paye : FetchResult::Route::Employments;
         if (!MayFetch(request, result))
             return result;
-        request.taxYear = TaxYear(GetCurrentRealTaxYear());
-        FetchAll(request, errors, result);
+        FetchAll(request, errors, std::move(channel), result);
         errors->DisplayErrors();
         result.ok = errors->GetErrorCount() == 0;
     } catch (const std::exception& problem) {

@@ -4,13 +4,15 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "Afx/CString.h"
 #include "Brix/Keys.h"
 #include "HmrcApi/answers/Errors.h"
 #include "HmrcApi/Host.h"
+#include "HmrcApi/transport/Channel.h"
 #include "MorvUt/Export.h"
-#include "MorvUt/hmrc/fetch/SchedulePrepop.h"
+#include "MorvUt/hmrc/staging/StagedYear.h"
 
 namespace HmrcApi
 {
@@ -44,12 +46,17 @@ struct FetchResult
     CString message; // what was shown when it stopped; empty otherwise, and for a trust
     Route route = Route::Employments;
     StagedCounts staged;
+    std::vector<CString> notes;                     // what of HMRC's has no box of its own, for people (see NotesOf)
     std::shared_ptr<const CAPIErrorHandler> errors; // never null
 };
 
 /// Fetches the client's records of the current tax year and stages them, with every message that GetHMRCApiData shows.
+/// All groups are asked first, then all are staged in one transaction, or in a level of an open one that has not begun:
+/// its rollback undoes the staging and never a token. `channel`: the way out that several retrievals share; null: one
+/// of its own.
 MORVUT_API FetchResult FetchFromHmrc(ClientId client, const std::string& gatewayId,
-                                     IEndpointOverride::ResponseType type = IEndpointOverride::Live);
+                                     IEndpointOverride::ResponseType type = IEndpointOverride::Live,
+                                     std::shared_ptr<Channel> channel = nullptr);
 
 } // namespace HmrcApi
 

@@ -1,10 +1,16 @@
 #include "MorvUt/hmrc/fetch/NicPrepop.h"
 
-#include "MorvUt/hmrc/detail/YearRecords.h"
+#include "MorvUt/hmrc/fetch/Retrieval.h"
 #include "Quarry/Session.h"
 
 namespace HmrcApi
 {
+namespace
+{
+
+constexpr char kGroup[] = "National Insurance";
+
+} // namespace
 
 CNICPrepop::~CNICPrepop() = default;
 
@@ -17,32 +23,24 @@ std::shared_ptr<CNationalInsurance> CNICPrepop::GetNationalInsuranceEndpoint(CAu
 
 void CNICPrepop::GetNICData(std::string utr, std::shared_ptr<CAPIErrorHandler> errors, Logger* logger)
 {
-    RunGroup("National Insurance", *errors, logger, [&](CAuthorisation& authorisation) {
-        Stage(GetNationalInsuranceEndpoint(authorisation)->GetNationalInsurance(utr, GetYear(), logger));
+    Retrieval retrieval = MakeRetrieval(std::move(errors), logger);
+    Ask(retrieval, utr);
+    Stage(retrieval);
+}
+
+void CNICPrepop::Ask(Retrieval& retrieval, const std::string& utr)
+{
+    m_isAnswered = AskGroup(retrieval, kGroup, [&](CAuthorisation& authorisation) {
+        const CNationalInsuranceResponse response =
+            GetNationalInsuranceEndpoint(authorisation)->GetNationalInsurance(utr, GetYear(), retrieval.GetLogger());
+        m_answer = {response.class1NicableEarnings, response.class2Due, response.maxNicsReached.value_or(false), {}};
     });
 }
 
-void CNICPrepop::Stage(const CNationalInsuranceResponse& response)
+void CNICPrepop::Stage(Retrieval& retrieval)
 {
-    using List = Brix::CMTD_NIC;
-    StagedCounts counts;
-    Quarry::CTransaction transaction;
-    RowsUnder<List> rows(EnsureStagedYear(GetClient(), GetYear()), List::kMTD_TaxYearID);
-    const bool hasFigures = response.class1NicableEarnings.IsValid() || response.class2Due.IsValid();
-    if (hasFigures) {
-        const bool isNew = rows.GetCount() == 0;
-        List& list = isNew ? rows.AddNew() : rows[0];
-        Assign(list, &List::GetClass1Earnings, &List::SetClass1Earnings, response.class1NicableEarnings);
-        Assign(list, &List::GetClass2Due, &List::SetClass2Due, response.class2Due);
-        if (list.IsDirty()) {
-            list.SetUpdated(COleDateTime::GetCurrentTime());
-            list.Update();
-            ++(isNew ? counts.added : counts.changed);
-        }
-    }
-    StampStagedYear(GetClient(), GetYear());
-    transaction.Commit();
-    Count(counts);
+    if (m_isAnswered)
+        StageGroup(retrieval, kGroup, [&](StagingWriter& writer) { writer.WriteNationalInsurance(m_answer); });
 }
 
 } // namespace HmrcApi

@@ -19,12 +19,19 @@ public:
     using CSchedulePrepop::CSchedulePrepop;
     ~CNICPrepop() override;
 
-    /// Errors of HMRC go to the group "National Insurance" of the handler. An answer without figures writes nothing.
+    /// Asks HMRC and stages the answer. Errors of HMRC go to the group "National Insurance" of the handler. An answer
+    /// without figures writes nothing but the note that HMRC was asked.
     void GetNICData(std::string utr, std::shared_ptr<CAPIErrorHandler> errors, Logger* logger);
+    /// The two halves, for a retrieval that asks all groups before it stages any. Staging needs a transaction with the
+    /// intent to write and does nothing when HMRC gave no answer.
+    void Ask(Retrieval& retrieval, const std::string& utr);
+    void Stage(Retrieval& retrieval);
+
     virtual std::shared_ptr<CNationalInsurance> GetNationalInsuranceEndpoint(CAuthorisation& authorisation);
 
 private:
-    void Stage(const CNationalInsuranceResponse& response);
+    StagedNationalInsurance m_answer;
+    bool m_isAnswered = false;
 };
 
 } // namespace HmrcApi

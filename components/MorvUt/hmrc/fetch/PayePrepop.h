@@ -2,9 +2,10 @@
 
 // HMRC's PAYE records of a client and year: fetched, staged, made into schedules.
 
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "Brix/Records.h"
@@ -12,35 +13,31 @@
 #include "HmrcApi/records/Responses.h"
 #include "MorvUt/hmrc/fetch/IPrepopPAYE.h"
 #include "MorvUt/hmrc/fetch/SchedulePrepop.h"
+#include "MorvUt/hmrc/schedules/NewSchedules.h"
+#include "MorvUt/hmrc/staging/StagedYear.h"
 
 namespace HmrcApi
 {
-
-/// What CreateNewSchedules made.
-struct CreatedSchedules
-{
-    int employments = 0;
-    int pensionsAndBenefits = 0;
-    std::vector<CString> notes; // for the user: what of HMRC's did not become a schedule of its own, and why
-};
 
 /// Two stages. A fetch writes HMRC's figures into the year's staging rows (CMTD_Employments and its company benefits,
 /// CMTD_PensionStateBenefits, CMTD_TaxFreeAllowances): new items are added, changed ones updated, those no longer sent
 /// are kept and marked withdrawn. Then, when the user asks, schedules are made for staged items that the return lacks.
 ///
-/// An employment's staging key is its PAYE reference. When one answer holds a reference more than once, each of its
-/// employments has the reference, a blank and the works number; without one "#2", "#3" ... in the order of the answer.
+/// The operations are the published names of what the folders beside this one do: staging rows are written by
+/// StagingWriter, schedules matched and made by plain functions over what was read once. Each works in a transaction of
+/// its own, begun with the intent to write before anything is read.
 class MORVUT_API CPAYEPrepop : public CSchedulePrepop, public IPrepopPAYE
 {
 public:
     /// Kinds of staged pensions and benefits; part of the database's format.
     enum MTD_PSBType : int
     {
-        MTD_None = 0, // the state pension and its lump sum are staged with this one
-        MTD_PrivatePension = 1,
-        MTD_JobseekersAllowance = 2,
-        MTD_IncapacityBenefit = 3,
-        MTD_EmploymentAndSupportAllowance = 4
+        MTD_None = kStatePension, // the state pension and its lump sum
+        MTD_PrivatePension = kPrivatePension,
+        MTD_JobseekersAllowance = kJobseekersAllowance,
+        MTD_IncapacityBenefit = kIncapacityBenefit,
+        MTD_EmploymentAndSupportAllowance = kEmploymentAndSupportAllowance,
+        MTD_Unknown = kUnknownBenefit // of a kind that HMRC has added: staged and told, matches and makes nothing
     };
 
     /// `identifier`: the National Insurance number.
@@ -50,10 +47,15 @@ public:
 
     /// Asks HMRC and stages the answer, all or nothing. Errors of HMRC go to the group "PAYE" of the handler.
     void GetPAYEData(std::string nationalInsuranceNumber, std::shared_ptr<CAPIErrorHandler> errors, Logger* logger);
+    /// The two halves, for a retrieval that asks all groups before it stages any. Staging needs a transaction with the
+    /// intent to write and does nothing when HMRC gave no answer.
+    void Ask(Retrieval& retrieval, const std::string& nationalInsuranceNumber);
+    void Stage(Retrieval& retrieval);
 
     // Staging. MapPaye takes the answer in; the others bring the staging rows of one kind into line with it.
 
     void MapPaye(ClientId client, TaxYear taxYear, const CPayeResponse& response);
+    /// One employment more. Its key is worked out when it is written, from what the rows have by then.
     void AddEmploymentDataToMap(ClientId client, TaxYear taxYear, std::string key,
                                 std::shared_ptr<const Employment_t> employment);
     void UpdateMTDPensionStateBenefits();
@@ -107,11 +109,16 @@ public:
 
 private:
     virtual std::shared_ptr<CPaye> GetPayeEndpoint(CAuthorisation& authorisation);
-    void Stage(const CPayeResponse& response);
-    void CreateNewPsbSchedules(bool (*isOfKind)(long mtdType));
+    void WriteAnswer(const std::function<void(StagingWriter&, const StagedYear&)>& write);
+    bool IsPensionNew(bool (*isOfKind)(long kind)) const;
+    struct Creation; // staged records and return, read once, with what is being made
+    void InCreation(const std::function<void(Creation&)>& work);
+    void CreatePensions(bool (*isOfKind)(long kind));
 
-    struct Answer; // HMRC's, mapped to what the staging rows must hold
-    std::unique_ptr<Answer> m_answer;
+    std::optional<StagedYear> m_answer; // HMRC's, in the terms of the staging rows
+    ClientId m_answerClient;
+    short m_answerYear = 0;
+    Creation* m_creation = nullptr; // under way
     CreatedSchedules m_created;
 };
 

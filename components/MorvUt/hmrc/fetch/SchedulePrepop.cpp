@@ -1,25 +1,12 @@
 #include "MorvUt/hmrc/fetch/SchedulePrepop.h"
 
-#include "MorvUt/hmrc/access/ClientData.h"
-#include "MorvUt/hmrc/access/Scope.h"
+#include "MorvUt/hmrc/fetch/Retrieval.h"
+#include "MorvUt/res/Strings.h"
 #include "Quarry/DataList.h"
+#include "Quarry/Session.h"
 
 namespace HmrcApi
 {
-namespace
-{
-
-/// What became of the user's tokens. A refresh that failed keeps its own reason, since each has a remedy of its own.
-HmrcApiErrorException CredentialsError(const CAuthorisation::Error& error)
-{
-    const bool isNotThere = error.code.empty() || error.code == "NO_CREDENTIALS" || error.code == "NOT_AUTHORISED" ||
-                            error.code == "TOKENS_UNREADABLE";
-    if (isNotThere)
-        return HmrcApiErrorException("NO_CREDENTIALS", "Unable to load user's HMRC credentials", {});
-    return HmrcApiErrorException(error.code, error.text, {}, error.status);
-}
-
-} // namespace
 
 CSchedulePrepop::CSchedulePrepop(ClientId client, TaxYear taxYear, std::string identifier,
                                  IEndpointOverride::ResponseType type, const CAuthorisationStore& store)
@@ -28,28 +15,51 @@ CSchedulePrepop::CSchedulePrepop(ClientId client, TaxYear taxYear, std::string i
 
 CSchedulePrepop::~CSchedulePrepop() = default;
 
-void CSchedulePrepop::RunGroup(const char* group, CAPIErrorHandler& errors, Logger* logger,
-                               const std::function<void(CAuthorisation&)>& fetch)
+Retrieval CSchedulePrepop::MakeRetrieval(std::shared_ptr<CAPIErrorHandler> errors, Logger* logger) const
 {
+    return Retrieval(m_client, GetYear(), m_store, std::move(errors), logger, ReadPracticeOptions());
+}
+
+bool CSchedulePrepop::AskGroup(Retrieval& retrieval, const char* group, const std::function<void(CAuthorisation&)>& ask)
+{
+    CAPIErrorHandler& errors = retrieval.GetErrors();
     errors.AddGroup(group);
+    if (Quarry::GetConnection().HasBegun()) {
+        errors.AddError(group, CAPIError("UNSAVED_CHANGES", LibraryText(IDS_HMRC_UNSAVED_CHANGES).Str(), {}, {}));
+        return false;
+    }
     try {
-        const auto store = std::make_shared<CAuthorisationStore>(m_store);
-        store->SetLogger(logger);
-        CAuthorisation authorisation(store, std::make_shared<CScope>(), std::make_shared<CClientData>());
-        if (IsLive() && !authorisation.LoadTokens(logger))
-            throw CredentialsError(authorisation.GetLastError());
-        fetch(authorisation);
+        ask(retrieval.Authorise(IsLive()));
+        return true;
     } catch (const HmrcApiErrorException& error) {
         errors.AddError(group, CAPIError(error.GetCode(), error.GetText(), error.GetThird(), error.GetStatus()));
-    } catch (const Quarry::ChangedByAnotherUser& changed) {
-        errors.AddError(group, CAPIError("CHANGED_BY_ANOTHER_USER", changed.what(), {}, {}));
+        return false;
     }
 }
 
-void CSchedulePrepop::Count(const StagedCounts& counts) noexcept
+void CSchedulePrepop::StageGroup(Retrieval& retrieval, const char* group,
+                                 const std::function<void(StagingWriter&)>& stage)
 {
-    m_counts += counts;
-    m_hasNewData = m_hasNewData || counts.IsAny();
+    StagingWriter& writer = retrieval.GetWriter();
+    try {
+        Quarry::CTransaction level(Cellar::Intent::Write);
+        stage(writer);
+        level.Commit();
+        m_counts += writer.TakeCounts();
+    } catch (const Quarry::ChangedByAnotherUser& changed) {
+        writer.TakeCounts(); // undone
+        SetHasDifferences(false);
+        retrieval.GetErrors().AddError(group, CAPIError("CHANGED_BY_ANOTHER_USER", changed.what(), {}, {}));
+    }
+}
+
+void CSchedulePrepop::Write(ClientId client, short year, const std::function<void(StagingWriter&)>& write)
+{
+    Quarry::CTransaction transaction(Cellar::Intent::Write);
+    StagingWriter writer(client, year);
+    write(writer);
+    transaction.Commit();
+    m_counts += writer.TakeCounts();
 }
 
 } // namespace HmrcApi

@@ -1,6 +1,6 @@
 #pragma once
 
-// What the fetches have in common: whose records, which year, and how a group's fetch begins and ends.
+// What the fetches have in common: whose records, which year, and the two halves of a group's fetch.
 
 #include <functional>
 #include <memory>
@@ -12,28 +12,14 @@
 #include "MorvUt/Export.h"
 #include "MorvUt/hmrc/access/AuthorisationStore.h"
 #include "MorvUt/hmrc/access/Logger.h"
+#include "MorvUt/hmrc/staging/StagedYear.h"
 #include "MorvUt/taxyear/TaxYear.h"
 
 namespace HmrcApi
 {
 
-/// What a fetch did to the staging rows of a year: those below CMTD_TaxYear, and CMTD_NIC.
-struct StagedCounts
-{
-    int added = 0;
-    int changed = 0;   // with other figures, or sent again after HMRC had withdrawn it
-    int withdrawn = 0; // HMRC no longer sends it; the row stays, marked
-
-    bool IsAny() const noexcept { return added != 0 || changed != 0 || withdrawn != 0; }
-    StagedCounts& operator+=(const StagedCounts& other) noexcept
-    {
-        added += other.added;
-        changed += other.changed;
-        withdrawn += other.withdrawn;
-        return *this;
-    }
-    friend bool operator==(const StagedCounts&, const StagedCounts&) = default;
-};
+class Retrieval;
+class StagingWriter;
 
 /// One group of HMRC's figures for one client and tax year.
 class MORVUT_API CSchedulePrepop
@@ -46,7 +32,7 @@ public:
     CSchedulePrepop& operator=(const CSchedulePrepop&) = delete;
 
     /// The fetch wrote or changed a staging row.
-    bool HasNewData() const noexcept { return m_hasNewData; }
+    bool HasNewData() const noexcept { return m_counts.IsAny(); }
     /// A fetched figure differs from what the return holds, so a review is due.
     bool HasDifferences() const noexcept { return m_hasDifferences; }
     const StagedCounts& GetStagedCounts() const noexcept { return m_counts; }
@@ -58,12 +44,17 @@ protected:
     short GetYear() const noexcept { return m_taxYear.GetRealTaxYear(); }
     IEndpointOverride::ResponseType GetResponseType() const noexcept { return m_type; }
     bool IsLive() const noexcept { return m_type == IEndpointOverride::Live; }
+    Retrieval MakeRetrieval(std::shared_ptr<CAPIErrorHandler> errors, Logger* logger) const;
 
-    /// Registers the group with the handler, loads the user's tokens (live requests only) and runs `fetch`. HMRC's
-    /// errors, and rows that another user has just changed, become entries of the group; other exceptions go on.
-    void RunGroup(const char* group, CAPIErrorHandler& errors, Logger* logger,
-                  const std::function<void(CAuthorisation&)>& fetch);
-    void Count(const StagedCounts& counts) noexcept;
+    /// Registers the group with the error handler and asks HMRC. HMRC's errors become entries of the group: false then.
+    /// Refused, with an entry too, within a transaction that has begun: what a refresh of the tokens writes could be
+    /// rolled back. Other exceptions go on.
+    bool AskGroup(Retrieval& retrieval, const char* group, const std::function<void(CAuthorisation&)>& ask);
+    /// Stages in a level of its own, all or nothing. Rows that another user has just changed become an entry of the
+    /// group.
+    void StageGroup(Retrieval& retrieval, const char* group, const std::function<void(StagingWriter&)>& stage);
+    /// Writes in a transaction of its own, outside a retrieval.
+    void Write(ClientId client, short year, const std::function<void(StagingWriter&)>& write);
     void SetHasDifferences(bool hasDifferences) noexcept { m_hasDifferences = hasDifferences; }
 
 private:
@@ -73,7 +64,6 @@ private:
     IEndpointOverride::ResponseType m_type;
     CAuthorisationStore m_store;
     StagedCounts m_counts;
-    bool m_hasNewData = false;
     bool m_hasDifferences = false;
 };
 

@@ -9,6 +9,8 @@
 #include "Kiln/CAmt.h"
 #include "Kiln/CDate.h"
 #include "MorvUt/Export.h"
+#include "MorvUt/hmrc/schedules/ReturnYear.h"
+#include "MorvUt/hmrc/staging/StagedYear.h"
 #include "MorvUt/taxyear/TaxYear.h"
 
 namespace HmrcApi
@@ -54,12 +56,15 @@ struct Difference
     State state = State::Open;
     std::vector<DifferenceRow> rows;
     long stagedId = 0;   // CMTD_Employments or CMTD_PensionStateBenefits
-    long scheduleId = 0; // CNewEmploy or CPensionStateBenefits
+    long scheduleId = 0; // CNewEmploy or CPensionStateBenefits; 0: none is HMRC's item
 };
 
-/// Compares the staged records of a client's year with the return's schedules: employments first, then pensions and
-/// benefits, each in the return's order. No difference: an item without a schedule, one that HMRC has withdrawn, a
-/// figure that HMRC did not send, National Insurance.
+/// Compares the staged records of a year with the return's schedules: employments first, then pensions and benefits,
+/// each in the return's order, then HMRC's items of which the return has one that does not say which it is. A schedule
+/// that stands for several benefits of one date is held against their sum, and each of them is listed. No difference:
+/// an item without a schedule, one that HMRC has withdrawn, a figure that HMRC did not send, National Insurance.
+MORVUT_API std::vector<Difference> FindDifferences(const StagedYear& staged, const ReturnYear& own);
+/// Of what the practice holds now: seven statements. Throws Cellar::DatabaseError.
 MORVUT_API std::vector<Difference> FindDifferences(ClientId client, TaxYear taxYear);
 
 } // namespace HmrcApi

@@ -1,0 +1,306 @@
+#include "MorvUt/hmrc/fetch/PayePrepop.h"
+
+#include <algorithm>
+
+#include "MorvUt/hmrc/fetch/PayeMapping.h"
+#include "MorvUt/hmrc/fetch/Retrieval.h"
+#include "MorvUt/hmrc/schedules/Differences.h"
+#include "MorvUt/hmrc/schedules/NewSchedules.h"
+#include "MorvUt/hmrc/schedules/PensionTypes.h"
+#include "Quarry/Session.h"
+
+namespace HmrcApi
+{
+namespace
+{
+
+constexpr char kGroup[] = "PAYE";
+
+bool IsStatePension(long kind) noexcept { return kind == kStatePension; }
+
+/// Stands on the next row, from the one given on, that HMRC still sends.
+bool MoveToLive(Brix::CMTD_EmploymentsCompanyBenefits& list, bool isThere)
+{
+    while (isThere && list.GetWithdrawn())
+        isThere = list.MoveNext();
+    return isThere;
+}
+
+bool IsSameBenefit(const Brix::CMTD_EmploymentsCompanyBenefits& row, const CompanyBenefit_t& benefit)
+{
+    const int number = benefit.benefitNumber;
+    return (number != 0 && row.GetBenefitType() == number) || row.GetBenefitTypeName() == CString(benefit.benefitType);
+}
+
+} // namespace
+
+struct CPAYEPrepop::Creation
+{
+    Quarry::CTransaction transaction{Cellar::Intent::Write}; // before anything is read
+    StagedYear staged;
+    NewScheduleWriter writer;
+
+    Creation(ClientId client, short year)
+        : staged(LoadStagedYear(client, year)), writer(client, year, LoadReturnYear(client, year))
+    {}
+};
+
+IPrepopPAYE::~IPrepopPAYE() = default;
+
+CPAYEPrepop::CPAYEPrepop(ClientId client, TaxYear taxYear, std::string identifier, IEndpointOverride::ResponseType type,
+                         const CAuthorisationStore& store)
+    : CSchedulePrepop(client, taxYear, std::move(identifier), type, store)
+{}
+
+CPAYEPrepop::~CPAYEPrepop() = default;
+
+std::shared_ptr<CPaye> CPAYEPrepop::GetPayeEndpoint(CAuthorisation& authorisation)
+{
+    if (IsLive())
+        return std::make_shared<CPaye>(authorisation);
+    return std::make_shared<CPayeOverride>(authorisation, GetResponseType());
+}
+
+void CPAYEPrepop::GetPAYEData(std::string nationalInsuranceNumber, std::shared_ptr<CAPIErrorHandler> errors,
+                              Logger* logger)
+{
+    Retrieval retrieval = MakeRetrieval(std::move(errors), logger);
+    Ask(retrieval, nationalInsuranceNumber);
+    Stage(retrieval);
+}
+
+void CPAYEPrepop::Ask(Retrieval& retrieval, const std::string& nationalInsuranceNumber)
+{
+    m_answer.reset();
+    AskGroup(retrieval, kGroup, [&](CAuthorisation& authorisation) {
+        const CPayeResponse response =
+            GetPayeEndpoint(authorisation)->GetPaye(nationalInsuranceNumber, GetYear(), retrieval.GetLogger());
+        if (!response.IsNothingYet()) // else the records come later, or are gone since the return was processed
+            MapPaye(GetClient(), GetTaxYear(), response);
+    });
+}
+
+void CPAYEPrepop::Stage(Retrieval& retrieval)
+{
+    if (!m_answer)
+        return;
+    const StagedYear& answer = *m_answer;
+    StageGroup(retrieval, kGroup, [&](StagingWriter& writer) {
+        writer.WritePrivatePensions(answer.pensions);
+        writer.WriteStateBenefits(answer.pensions);
+        writer.WriteStatePensions(answer.pensions);
+        writer.WriteEmployments(answer.employments);
+        writer.WriteAllowances(answer.allowances);
+        SetHasDifferences(!FindDifferences(writer.GetYear(), LoadReturnYear(GetClient(), GetYear())).empty());
+    });
+}
+
+void CPAYEPrepop::MapPaye(ClientId client, TaxYear taxYear, const CPayeResponse& response)
+{
+    m_answerClient = client;
+    m_answerYear = taxYear.GetRealTaxYear();
+    m_answer = MapPayeAnswer(response);
+}
+
+void CPAYEPrepop::AddEmploymentDataToMap(ClientId client, TaxYear taxYear, std::string,
+                                         std::shared_ptr<const Employment_t> employment)
+{
+    m_answerClient = client;
+    m_answerYear = taxYear.GetRealTaxYear();
+    if (!m_answer)
+        m_answer.emplace();
+    m_answer->employments.push_back(MapEmployment(*employment));
+}
+
+void CPAYEPrepop::WriteAnswer(const std::function<void(StagingWriter&, const StagedYear&)>& write)
+{
+    if (m_answer)
+        Write(m_answerClient, m_answerYear, [&](StagingWriter& writer) { write(writer, *m_answer); });
+}
+
+void CPAYEPrepop::UpdateMTDPensionStateBenefits()
+{
+    UpdateMTDPensionStateBenefits_PrivatePensions();
+    UpdateMTDPensionStateBenefits_TaxableSocialSecurityBenefits();
+}
+
+void CPAYEPrepop::UpdateMTDPensionStateBenefits_PrivatePensions()
+{
+    WriteAnswer([](StagingWriter& writer, const StagedYear& answer) { writer.WritePrivatePensions(answer.pensions); });
+}
+
+void CPAYEPrepop::UpdateMTDPensionStateBenefits_TaxableSocialSecurityBenefits()
+{
+    WriteAnswer([](StagingWriter& writer, const StagedYear& answer) { writer.WriteStateBenefits(answer.pensions); });
+}
+
+void CPAYEPrepop::UpdateMTDPensionsAndOther()
+{
+    WriteAnswer([](StagingWriter& writer, const StagedYear& answer) { writer.WriteStatePensions(answer.pensions); });
+}
+
+void CPAYEPrepop::UpdateMTDEmployments()
+{
+    WriteAnswer([](StagingWriter& writer, const StagedYear& answer) { writer.WriteEmployments(answer.employments); });
+}
+
+void CPAYEPrepop::UpdateMTDTaxFreeAllowances()
+{
+    WriteAnswer([](StagingWriter& writer, const StagedYear& answer) { writer.WriteAllowances(answer.allowances); });
+}
+
+bool CPAYEPrepop::DoNewEmploymentsExist()
+{
+    return IsAnyEmploymentNew(LoadStagedYear(GetClient(), GetYear()), LoadReturnYear(GetClient(), GetYear()));
+}
+
+bool CPAYEPrepop::DoNewPensionStateBenefitsExist()
+{
+    return IsPensionNew([](long kind) { return ScheduleOf(static_cast<int>(kind)) != nullptr; });
+}
+
+bool CPAYEPrepop::DoNewPensionStateBenefitsExist_Other() { return IsPensionNew(&IsStatePension); }
+bool CPAYEPrepop::DoNewPensionStateBenefitsExist_PrivatePensions() { return IsPensionNew(&IsPrivatePension); }
+bool CPAYEPrepop::DoNewPensionStateBenefitsExist_TaxableSocialSecurityBenefits()
+{
+    return IsPensionNew(&IsTaxableSocialSecurityBenefit);
+}
+
+bool CPAYEPrepop::IsPensionNew(bool (*isOfKind)(long kind)) const
+{
+    return IsAnyPensionNew(LoadStagedItems(GetClient(), GetYear()), LoadReturnYear(GetClient(), GetYear()), isOfKind);
+}
+
+void CPAYEPrepop::CreateNewSchedules()
+{
+    m_created = {};
+    InCreation([this](Creation& creation) {
+        m_creation = &creation; // the four that follow read nothing again
+        CreateNewEmploymentSchedules();
+        CreateNewPensionStateBenefitSchedules_PrivatePensions();
+        CreateNewPensionStateBenefitSchedules_TaxableSocialSecurityBenefits();
+        CreateNewPensionStateBenefitSchedules_Other();
+    });
+}
+
+/// In the creation under way, else in one of its own; what was made counts once it is committed.
+void CPAYEPrepop::InCreation(const std::function<void(Creation&)>& work)
+{
+    if (m_creation)
+        return work(*m_creation);
+    Creation creation(GetClient(), GetYear());
+    try {
+        work(creation);
+        m_creation = nullptr;
+    } catch (...) {
+        m_creation = nullptr;
+        throw;
+    }
+    creation.transaction.Commit();
+    const CreatedSchedules& made = creation.writer.GetCreated();
+    m_created.employments += made.employments;
+    m_created.pensionsAndBenefits += made.pensionsAndBenefits;
+    m_created.notes.insert(m_created.notes.end(), made.notes.begin(), made.notes.end());
+}
+
+void CPAYEPrepop::CreateNewEmploymentSchedules()
+{
+    InCreation([](Creation& creation) { creation.writer.AddEmployments(creation.staged); });
+}
+
+void CPAYEPrepop::CreatePensions(bool (*isOfKind)(long kind))
+{
+    InCreation([&](Creation& creation) { creation.writer.AddPensions(creation.staged, isOfKind); });
+}
+
+void CPAYEPrepop::CreateNewPensionStateBenefitSchedules_PrivatePensions() { CreatePensions(&IsPrivatePension); }
+void CPAYEPrepop::CreateNewPensionStateBenefitSchedules_TaxableSocialSecurityBenefits()
+{
+    CreatePensions(&IsTaxableSocialSecurityBenefit);
+}
+void CPAYEPrepop::CreateNewPensionStateBenefitSchedules_Other() { CreatePensions(&IsStatePension); }
+
+void CPAYEPrepop::CreateNewEmploymentSchedule(Brix::CNewEmploy& schedules, int& ordering, const char* identifyingText,
+                                              const char* employerName)
+{
+    InCreation([&](Creation& creation) { creation.writer.Append(schedules, ordering, identifyingText, employerName); });
+}
+
+void CPAYEPrepop::CreateNewPensionStateBenefitSchedule(long section, long type, Kiln::CAmt amount, Kiln::CAmt tax,
+                                                       bool estimate, const char* payerName, const char* payerReference,
+                                                       Kiln::CDate date, const char* description)
+{
+    InCreation([&](Creation& creation) {
+        creation.writer.Append({static_cast<int>(section),
+                                static_cast<int>(type),
+                                amount,
+                                tax,
+                                estimate,
+                                payerName,
+                                payerReference,
+                                {},
+                                date,
+                                description});
+    });
+}
+
+bool CPAYEPrepop::PSBMatchesMTDPSB(Brix::CPensionStateBenefits& schedule, Brix::CMTD_PensionStateBenefits& staged)
+{
+    const long type = schedule.GetType();
+    if (!IsScheduleOfKind(type, staged.GetMTDType()))
+        return false;
+    return IsPrivatePensionType(type) ? schedule.GetReference() == staged.GetReference()
+                                      : schedule.GetStart() == staged.GetStart();
+}
+
+bool CPAYEPrepop::CompanyBenefitsDiffers(Brix::CMTD_EmploymentsCompanyBenefits& stored,
+                                         std::vector<CompanyBenefit_t> fromHmrc)
+{
+    std::size_t count = 0;
+    for (bool isThere = MoveToLive(stored, stored.MoveFirst()); isThere;
+         isThere = MoveToLive(stored, stored.MoveNext()))
+        ++count;
+    if (count != fromHmrc.size())
+        return true;
+    return std::any_of(fromHmrc.begin(), fromHmrc.end(), [&](const CompanyBenefit_t& benefit) {
+        bool isFound = MoveToLive(stored, stored.MoveFirst());
+        while (isFound && !IsSameBenefit(stored, benefit))
+            isFound = MoveToLive(stored, stored.MoveNext());
+        return !isFound || !(stored.GetAmount() == benefit.amount) || stored.GetForecast() != benefit.isForecastBenefit;
+    });
+}
+
+bool CPAYEPrepop::MTD_TaxFreeAllowancesHasValue(const Brix::CMTD_TaxFreeAllowances& allowances)
+{
+    return !allowances.IsEOL() && allowances.GetAmount().IsValid() && !allowances.GetAmount().IsZero();
+}
+
+bool CPAYEPrepop::Match_MTD_TaxFreeAllowancesToEmployment(Brix::CNewEmploy& schedules)
+{
+    int first = -1, lowest = 0;
+    for (int row = 0; schedules.MoveTo(row); ++row)
+        if (first < 0 || schedules.GetOrdering() < lowest) {
+            first = row;
+            lowest = schedules.GetOrdering();
+        }
+    return schedules.MoveTo(first);
+}
+
+CPAYEPrepop::MTD_PSBType CPAYEPrepop::MapTSSBBenefitTypeToMTD_PSBType(int benefitType) noexcept
+{
+    return static_cast<MTD_PSBType>(StagedKindOf(benefitType));
+}
+
+bool CPAYEPrepop::IsPrivatePension(long mtdType) noexcept { return mtdType == kPrivatePension; }
+
+bool CPAYEPrepop::IsTaxableSocialSecurityBenefit(long mtdType) noexcept
+{
+    return mtdType >= kJobseekersAllowance && mtdType <= kEmploymentAndSupportAllowance;
+}
+
+bool CPAYEPrepop::DoPSBTypeAndMTD_PSBTypeMatch(long scheduleType, long mtdType) noexcept
+{
+    return IsScheduleOfKind(scheduleType, mtdType);
+}
+
+} // namespace HmrcApi

@@ -1,0 +1,42 @@
+#pragma once
+
+// What the groups of one retrieval share.
+
+#include <memory>
+
+#include "HmrcApi/answers/Errors.h"
+#include "HmrcApi/oauth/Authorisation.h"
+#include "MorvUt/hmrc/access/AuthorisationStore.h"
+#include "MorvUt/hmrc/access/Logger.h"
+#include "MorvUt/hmrc/access/PracticeOptions.h"
+#include "MorvUt/hmrc/staging/StagingWriter.h"
+
+namespace HmrcApi
+{
+
+/// One client's retrieval: who asks, where errors and log lines go, the way out to HMRC, the staging rows. All groups
+/// are asked first, then all are staged in one transaction.
+class Retrieval
+{
+public:
+    Retrieval(ClientId client, short year, const CAuthorisationStore& store, std::shared_ptr<CAPIErrorHandler> errors,
+              Logger* logger, const PracticeOptions& options, std::shared_ptr<Channel> channel = nullptr);
+
+    /// The authorisation; for a live request with the user's tokens. Throws HmrcApiErrorException (NO_CREDENTIALS, the
+    /// cause as the third text) when they cannot be loaded.
+    CAuthorisation& Authorise(bool isLive);
+    CAPIErrorHandler& GetErrors() const noexcept { return *m_errors; }
+    Logger* GetLogger() const noexcept { return m_logger; }
+    StagingWriter& GetWriter() noexcept { return m_writer; }
+
+private:
+    std::shared_ptr<CAuthorisationStore> m_store;
+    std::shared_ptr<CAPIErrorHandler> m_errors;
+    Logger* m_logger;
+    PracticeOptions m_options;          // read once for the retrieval
+    std::shared_ptr<Channel> m_channel; // null: one for this retrieval
+    std::unique_ptr<CAuthorisation> m_authorisation;
+    StagingWriter m_writer;
+};
+
+} // namespace HmrcApi

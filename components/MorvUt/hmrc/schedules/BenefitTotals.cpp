@@ -1,0 +1,68 @@
+#include "MorvUt/hmrc/schedules/BenefitTotals.h"
+
+#include <set>
+#include <string>
+
+#include "MorvUt/hmrc/schedules/BenefitCodes.h"
+
+namespace HmrcApi
+{
+namespace
+{
+
+constexpr int kTotalOfBenefits = 28; // HMRC's number
+
+void Add(BenefitTotal& total, const Kiln::CAmt& amount, bool isEstimate)
+{
+    if (amount.IsValid())
+        total.amount = total.amount.IsValid() ? total.amount + amount : amount;
+    total.isEstimate = total.isEstimate || isEstimate;
+}
+
+std::string TypeOf(const StagedBenefit& benefit)
+{
+    return benefit.number != 0 ? std::to_string(benefit.number) : "name " + benefit.type;
+}
+
+CString Line(const StagedBenefit& benefit, const char* why)
+{
+    CString line;
+    line.Format("%s %s%s: %s", benefit.type, benefit.amount.Format(), benefit.isForecast ? " (forecast)" : "", why);
+    return line;
+}
+
+} // namespace
+
+HmrcBenefits TotalsOf(const std::vector<StagedBenefit>& benefits)
+{
+    std::set<std::string> actual, types;
+    for (const StagedBenefit& benefit : benefits) {
+        if (benefit.isWithdrawn)
+            continue;
+        types.insert(TypeOf(benefit));
+        if (!benefit.isForecast && benefit.amount.IsValid())
+            actual.insert(TypeOf(benefit));
+    }
+    HmrcBenefits found;
+    for (const StagedBenefit& benefit : benefits) {
+        if (benefit.isWithdrawn)
+            continue;
+        if (benefit.number == kTotalOfBenefits && types.size() > 1)
+            found.leftOut.push_back(Line(benefit, "the total is not added to the benefits that it is made of"));
+        else if (benefit.isForecast && actual.contains(TypeOf(benefit)))
+            found.leftOut.push_back(Line(benefit, "HMRC sent an actual figure too, which counts"));
+        else
+            Add(found.totals[BenefitCode(benefit.number)], benefit.amount, benefit.isForecast);
+    }
+    return found;
+}
+
+BenefitTotals TotalsOf(const std::vector<ReturnBenefit>& benefits)
+{
+    BenefitTotals totals;
+    for (const ReturnBenefit& benefit : benefits)
+        Add(totals[benefit.code], benefit.amount, benefit.isEstimate);
+    return totals;
+}
+
+} // namespace HmrcApi

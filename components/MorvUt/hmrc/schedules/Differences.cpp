@@ -1,0 +1,201 @@
+#include "MorvUt/hmrc/schedules/Differences.h"
+
+#include "MorvUt/hmrc/schedules/BenefitCodes.h"
+#include "MorvUt/hmrc/schedules/BenefitTotals.h"
+#include "MorvUt/hmrc/schedules/Matching.h"
+#include "MorvUt/hmrc/schedules/PensionTypes.h"
+
+namespace HmrcApi
+{
+namespace
+{
+
+/// Adds a row when HMRC sent the figure and the return has another. Nothing in the return is as good as HMRC's 0.00:
+/// both are shown as nothing.
+void CompareAmount(std::vector<DifferenceRow>& rows, const CString& caption, const Kiln::CAmt& own,
+                   const Kiln::CAmt& hmrc, bool isEstimate = false)
+{
+    if (!hmrc.IsValid() || own == hmrc || (hmrc.IsZero() && !own.IsValid()))
+        return;
+    DifferenceRow row;
+    row.caption = caption;
+    row.returnAmount = own;
+    row.hmrcAmount = hmrc;
+    row.estimate = isEstimate;
+    rows.push_back(row);
+}
+
+/// The same for a date, but one that the return lacks is no other figure.
+void CompareDate(std::vector<DifferenceRow>& rows, const char* caption, const Kiln::CDate& own, const Kiln::CDate& hmrc)
+{
+    if (!hmrc.IsValid() || !own.IsValid() || own.IsSameDay(hmrc))
+        return;
+    DifferenceRow row;
+    row.caption = caption;
+    row.kind = DifferenceRow::Kind::Date;
+    row.returnDate = own;
+    row.hmrcDate = hmrc;
+    rows.push_back(row);
+}
+
+std::vector<DifferenceRow> Compare(const ReturnEmployment& own, const StagedEmployment& hmrc)
+{
+    std::vector<DifferenceRow> rows;
+    CompareDate(rows, "Start date", own.start, hmrc.start);
+    CompareDate(rows, "End date", own.end, hmrc.end);
+    CompareAmount(rows, "Pay", own.pay, hmrc.pay);
+    CompareAmount(rows, "Tax", own.tax, hmrc.tax);
+    CompareAmount(rows, "Student loan", own.studentLoan, hmrc.studentLoan);
+    BenefitTotals ownBenefits = TotalsOf(own.benefits);
+    for (const auto& [code, total] : TotalsOf(hmrc.benefits).totals)
+        CompareAmount(rows, BenefitCaption(code), ownBenefits[code].amount, total.amount, total.isEstimate);
+    return rows;
+}
+
+Kiln::CAmt Sum(const std::vector<const StagedPension*>& items, Kiln::CAmt StagedPension::*figure)
+{
+    Kiln::CAmt sum;
+    for (const StagedPension* item : items)
+        if ((item->*figure).IsValid())
+            sum = sum.IsValid() ? sum + item->*figure : item->*figure;
+    return sum;
+}
+
+/// One schedule against the items that it stands for.
+std::vector<DifferenceRow> Compare(const ReturnPension& own, const std::vector<const StagedPension*>& hmrc)
+{
+    std::vector<DifferenceRow> rows;
+    CompareAmount(rows, "Amount", own.amount, Sum(hmrc, &StagedPension::amount));
+    CompareAmount(rows, "Tax", own.tax, Sum(hmrc, &StagedPension::tax));
+    if (rows.empty() || hmrc.size() == 1)
+        return rows;
+    for (const StagedPension* item : hmrc) {
+        CString caption;
+        caption.Format("of which %s", NameOf(*item));
+        CompareAmount(rows, caption, {}, item->amount);
+        CompareAmount(rows, caption + ", tax", {}, item->tax);
+    }
+    return rows;
+}
+
+CString ItemOf(const CString& name, const CString& reference)
+{
+    CString item = name;
+    if (!reference.IsEmpty())
+        item.AppendFormat(" (%s)", reference);
+    return item;
+}
+
+CString ItemOf(const CString& description, const StagedPension& hmrc)
+{
+    CString name = description;
+    if (name.IsEmpty())
+        name = hmrc.payer;
+    if (name.IsEmpty())
+        name = NameOf(hmrc);
+    return ItemOf(name, hmrc.kind == kStatePension ? CString() : CString(hmrc.reference));
+}
+
+class Finder
+{
+public:
+    Finder(const StagedYear& staged, const ReturnYear& own) : m_staged(staged), m_own(own) {}
+
+    std::vector<Difference> Find()
+    {
+        const std::vector<Match> employments = MatchEmployments(m_staged, m_own);
+        const std::vector<Match> pensions = MatchPensions(m_staged, m_own);
+        FindEmployments(employments);
+        FindPensions(pensions);
+        for (std::size_t i = 0; i < employments.size(); ++i)
+            if (const StagedEmployment& hmrc = m_staged.employments[i]; employments[i].state == Match::State::Ambiguous)
+                Add(Difference::Schedule::Employment, ItemOf(hmrc.employer, hmrc.key), Compare({}, hmrc), hmrc.id, 0);
+        for (std::size_t i = 0; i < pensions.size(); ++i)
+            if (const StagedPension& hmrc = m_staged.pensions[i]; pensions[i].state == Match::State::Ambiguous)
+                Add(Difference::Schedule::PensionOrBenefit, ItemOf({}, hmrc), Compare({}, {&hmrc}), hmrc.id, 0);
+        return std::move(m_found);
+    }
+
+private:
+    /// The items of each schedule.
+    static std::vector<std::vector<std::size_t>> ItemsOf(const std::vector<Match>& matches, std::size_t schedules)
+    {
+        std::vector<std::vector<std::size_t>> items(schedules);
+        for (const Match::State state : {Match::State::Matched, Match::State::Shared})
+            for (std::size_t i = 0; i < matches.size(); ++i)
+                if (matches[i].state == state && matches[i].schedule != kNoSchedule)
+                    items[static_cast<std::size_t>(matches[i].schedule)].push_back(i);
+        return items;
+    }
+
+    void FindEmployments(const std::vector<Match>& matches)
+    {
+        const auto items = ItemsOf(matches, m_own.employments.size());
+        for (std::size_t schedule = 0; schedule < items.size(); ++schedule) {
+            const ReturnEmployment& own = m_own.employments[schedule];
+            for (const std::size_t item : items[schedule]) {
+                const StagedEmployment& hmrc = m_staged.employments[item];
+                Add(Difference::Schedule::Employment,
+                    ItemOf(own.employer.IsEmpty() ? CString(hmrc.employer) : own.employer, hmrc.key),
+                    Compare(own, hmrc), hmrc.id, own.id);
+            }
+        }
+    }
+
+    void FindPensions(const std::vector<Match>& matches)
+    {
+        const auto items = ItemsOf(matches, m_own.pensions.size());
+        for (std::size_t schedule = 0; schedule < items.size(); ++schedule) {
+            if (items[schedule].empty())
+                continue;
+            const ReturnPension& own = m_own.pensions[schedule];
+            std::vector<const StagedPension*> hmrc;
+            for (const std::size_t item : items[schedule])
+                hmrc.push_back(&m_staged.pensions[item]);
+            Add(Difference::Schedule::PensionOrBenefit, ItemOf(own.description, *hmrc[0]), Compare(own, hmrc),
+                hmrc[0]->id, own.id);
+        }
+    }
+
+    void Add(Difference::Schedule kind, const CString& item, std::vector<DifferenceRow> rows, long stagedId,
+             long scheduleId)
+    {
+        if (rows.empty())
+            return;
+        Difference difference;
+        difference.number = static_cast<int>(m_found.size()) + 1;
+        difference.schedule = kind;
+        difference.item = item;
+        difference.rows = std::move(rows);
+        difference.stagedId = stagedId;
+        difference.scheduleId = scheduleId;
+        m_found.push_back(std::move(difference));
+    }
+
+    const StagedYear& m_staged;
+    const ReturnYear& m_own;
+    std::vector<Difference> m_found;
+};
+
+CString Show(DifferenceRow::Kind kind, const Kiln::CAmt& amount, const Kiln::CDate& date)
+{
+    return kind == DifferenceRow::Kind::Amount ? amount.Format() : date.Format("%d/%m/%Y");
+}
+
+} // namespace
+
+CString DifferenceRow::ReturnText() const { return Show(kind, returnAmount, returnDate); }
+CString DifferenceRow::HmrcText() const { return Show(kind, hmrcAmount, hmrcDate); }
+
+std::vector<Difference> FindDifferences(const StagedYear& staged, const ReturnYear& own)
+{
+    return Finder(staged, own).Find();
+}
+
+std::vector<Difference> FindDifferences(ClientId client, TaxYear taxYear)
+{
+    const short year = taxYear.GetRealTaxYear();
+    return FindDifferences(LoadStagedItems(client, year), LoadReturnYear(client, year));
+}
+
+} // namespace HmrcApi

@@ -1,0 +1,275 @@
+#include "MorvUt/hmrc/schedules/Matching.h"
+
+#include <unordered_map>
+#include <unordered_set>
+
+#include "MorvUt/hmrc/schedules/PensionTypes.h"
+#include "MorvUt/hmrc/staging/Identity.h"
+#include "MorvUt/hmrc/staging/Pairing.h"
+
+namespace HmrcApi
+{
+namespace
+{
+
+/// What tells employments and private pensions apart, of HMRC's items and of the return's schedules.
+struct Payee
+{
+    std::string reference, worksNumber, start, figures;
+    std::string key;         // of HMRC's item
+    bool isFromHmrc = false; // of the return's schedule
+
+    std::string Identity() const { return Joined({reference, worksNumber}); }
+};
+
+Payee PayeeOf(const StagedEmployment& item)
+{
+    return {item.reference, item.worksNumber, TextOf(item.start), Joined({TextOf(item.pay), TextOf(item.tax)}),
+            item.key};
+}
+
+Payee PayeeOf(const ReturnEmployment& own)
+{
+    return {
+        own.reference.Str(), own.worksNumber.Str(), TextOf(own.start), Joined({TextOf(own.pay), TextOf(own.tax)}), {},
+        own.isFromHmrc};
+}
+
+Payee PayeeOf(const StagedPension& item)
+{
+    return {item.reference, item.worksNumber, TextOf(item.date), Joined({TextOf(item.amount), TextOf(item.tax)}), {}};
+}
+
+Payee PayeeOf(const ReturnPension& own)
+{
+    return {own.reference.Str(),
+            own.worksNumber.Str(),
+            TextOf(own.start),
+            Joined({TextOf(own.amount), TextOf(own.tax)}),
+            {}};
+}
+
+using Counts = std::unordered_map<std::string, int>;
+using Texts = std::unordered_set<std::string>;
+
+int CountOf(const Counts& counts, const std::string& text)
+{
+    const auto found = counts.find(text);
+    return found == counts.end() ? 0 : found->second;
+}
+
+/// Matches payers' items that HMRC sends with schedules.
+class PayeeMatcher
+{
+public:
+    /// `withdrawn`: identities of the items that HMRC no longer sends. `keys`: of all the year's staged rows.
+    PayeeMatcher(std::vector<Payee> items, std::vector<Payee> schedules, Texts withdrawn, Texts keys)
+        : m_items(std::move(items)), m_schedules(std::move(schedules)), m_withdrawn(std::move(withdrawn)),
+          m_keys(std::move(keys))
+    {
+        for (const Payee& item : m_items) {
+            ++m_itemsOf[item.reference];
+            m_bareItemsOf[item.reference] += item.worksNumber.empty() ? 1 : 0;
+        }
+        for (const Payee& own : m_schedules)
+            m_bareSchedulesOf[own.reference] += own.worksNumber.empty() ? 1 : 0;
+    }
+
+    std::vector<Match> Find() const
+    {
+        const std::vector<int> scheduleOf = PairUp(
+            m_items.size(), m_schedules.size(), kRounds,
+            [&](int round, std::size_t i) { return OfItem(round, m_items[i]); },
+            [&](int round, std::size_t i) { return OfSchedule(round, m_schedules[i]); });
+        std::vector<bool> isTaken(m_schedules.size());
+        for (const int schedule : scheduleOf)
+            if (schedule != kNoRow)
+                isTaken[static_cast<std::size_t>(schedule)] = true;
+        std::unordered_map<std::string, int> ambiguous; // references, and the schedule that does not say which
+        for (std::size_t i = 0; i < m_schedules.size(); ++i)
+            if (!isTaken[i] && m_schedules[i].worksNumber.empty() && CountOf(m_itemsOf, m_schedules[i].reference) > 1)
+                ambiguous.emplace(m_schedules[i].reference, static_cast<int>(i));
+        std::vector<Match> matches;
+        for (std::size_t i = 0; i < m_items.size(); ++i) {
+            const auto nobodys = ambiguous.find(m_items[i].reference);
+            if (scheduleOf[i] != kNoRow)
+                matches.push_back({Match::State::Matched, scheduleOf[i]});
+            else if (nobodys != ambiguous.end())
+                matches.push_back({Match::State::Ambiguous, nobodys->second});
+            else
+                matches.push_back({Match::State::New, kNoSchedule});
+        }
+        return matches;
+    }
+
+private:
+    static constexpr int kRounds = 6;
+
+    Trait OfItem(int round, const Payee& item) const
+    {
+        if (round < 4)
+            return Same(round, item);
+        if (round == 4)
+            return CountOf(m_itemsOf, item.reference) == 1 ? Trait(item.reference) : Trait();
+        return item.key.empty() ? Trait() : Trait(item.key);
+    }
+
+    Trait OfSchedule(int round, const Payee& own) const
+    {
+        if (round < 4)
+            return own.worksNumber.empty() && !SaysWhich(own) ? Trait() : Same(round, own);
+        if (!own.worksNumber.empty() && m_withdrawn.contains(own.Identity()))
+            return {}; // another period's, which HMRC no longer sends
+        if (round == 4)
+            return own.reference;
+        return m_keys.contains(own.reference) ? own.reference : own.reference + ' ' + own.worksNumber;
+    }
+
+    /// The same three: by start and figures, by start, by figures, in order.
+    static Trait Same(int round, const Payee& payee)
+    {
+        switch (round) {
+        case 0:
+            return Joined({payee.Identity(), payee.start, payee.figures});
+        case 1:
+            return Joined({payee.Identity(), payee.start});
+        case 2:
+            return Joined({payee.Identity(), payee.figures});
+        default:
+            return payee.Identity();
+        }
+    }
+
+    /// Whether the bare reference of a schedule says which item is meant: HMRC has one of it, or the schedule was made
+    /// from one of HMRC's without a works number, or each such item has a schedule.
+    bool SaysWhich(const Payee& own) const
+    {
+        return own.isFromHmrc || CountOf(m_itemsOf, own.reference) <= 1 ||
+               CountOf(m_bareSchedulesOf, own.reference) >= CountOf(m_bareItemsOf, own.reference);
+    }
+
+    std::vector<Payee> m_items, m_schedules;
+    Texts m_withdrawn, m_keys;
+    Counts m_itemsOf, m_bareItemsOf, m_bareSchedulesOf;
+};
+
+/// Items of one schedule: `first` says which schedule, the others share it. Several schedules are theirs one by one, by
+/// their figures, then in order; what is left over shares the last.
+void MatchGroup(const std::vector<StagedPension>& items, const std::vector<std::size_t>& group,
+                const std::vector<ReturnPension>& own, const std::vector<int>& schedules, std::vector<Match>& matches)
+{
+    const auto figures = [](const auto& value) { return Joined({TextOf(value.amount), TextOf(value.tax)}); };
+    const std::vector<int> pairs = PairUp(
+        group.size(), schedules.size(), 2,
+        [&](int round, std::size_t i) -> Trait { return round == 0 ? figures(items[group[i]]) : std::string(); },
+        [&](int round, std::size_t i) -> Trait {
+            return round == 0 ? figures(own[static_cast<std::size_t>(schedules[i])]) : std::string();
+        });
+    for (std::size_t i = 0; i < group.size(); ++i) {
+        Match& match = matches[group[i]];
+        if (pairs[i] != kNoRow)
+            match = {Match::State::Matched, schedules[static_cast<std::size_t>(pairs[i])]};
+        else if (!schedules.empty())
+            match = {Match::State::Shared, schedules.back()};
+        else
+            match = {i == 0 ? Match::State::New : Match::State::Shared, kNoSchedule};
+    }
+}
+
+/// By what a staged item that is no private pension is known; the same text for the schedules that may be it.
+std::string GroupOf(const StagedPension& item)
+{
+    const PensionSchedule& schedule = *ScheduleOf(item.kind);
+    return Joined({std::to_string(schedule.type), item.kind == kStatePension ? item.reference : TextOf(item.date)});
+}
+
+std::string GroupOf(const ReturnPension& own)
+{
+    return Joined(
+        {std::to_string(own.type), own.type == kStatePensionType ? own.description.Str() : TextOf(own.start)});
+}
+
+template<class T, class IsMeant>
+std::vector<std::size_t> Where(const std::vector<T>& values, IsMeant isMeant)
+{
+    std::vector<std::size_t> places;
+    for (std::size_t i = 0; i < values.size(); ++i)
+        if (isMeant(values[i]))
+            places.push_back(i);
+    return places;
+}
+
+template<class T>
+std::vector<Payee> PayeesAt(const std::vector<T>& values, const std::vector<std::size_t>& places)
+{
+    std::vector<Payee> payees;
+    for (const std::size_t place : places)
+        payees.push_back(PayeeOf(values[place]));
+    return payees;
+}
+
+/// Puts what was found for some items at some schedules in the places of all.
+void Spread(const std::vector<Match>& found, const std::vector<std::size_t>& items,
+            const std::vector<std::size_t>& schedules, std::vector<Match>& matches)
+{
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        matches[items[i]] = found[i];
+        if (found[i].schedule != kNoSchedule)
+            matches[items[i]].schedule = static_cast<int>(schedules[static_cast<std::size_t>(found[i].schedule)]);
+    }
+}
+
+template<class T>
+Texts WithdrawnIdentities(const std::vector<T>& values)
+{
+    Texts identities;
+    for (const T& value : values)
+        if (value.isWithdrawn)
+            identities.insert(Joined({value.reference, value.worksNumber}));
+    return identities;
+}
+
+} // namespace
+
+std::vector<Match> MatchEmployments(const StagedYear& staged, const ReturnYear& own)
+{
+    Texts keys, seen;
+    for (const StagedEmployment& item : staged.employments)
+        keys.insert(item.key);
+    const auto items = Where(staged.employments, [&](const StagedEmployment& item) {
+        return !item.isWithdrawn && seen.insert(item.key).second;
+    });
+    const auto schedules = Where(own.employments, [](const ReturnEmployment&) { return true; });
+    const PayeeMatcher matcher(PayeesAt(staged.employments, items), PayeesAt(own.employments, schedules),
+                               WithdrawnIdentities(staged.employments), std::move(keys));
+    std::vector<Match> matches(staged.employments.size());
+    Spread(matcher.Find(), items, schedules, matches);
+    return matches;
+}
+
+std::vector<Match> MatchPensions(const StagedYear& staged, const ReturnYear& own)
+{
+    std::vector<Match> matches(staged.pensions.size());
+    const auto items = Where(
+        staged.pensions, [](const StagedPension& item) { return item.kind == kPrivatePension && !item.isWithdrawn; });
+    const auto schedules =
+        Where(own.pensions, [](const ReturnPension& pension) { return IsPrivatePensionType(pension.type); });
+    const PayeeMatcher matcher(PayeesAt(staged.pensions, items), PayeesAt(own.pensions, schedules),
+                               WithdrawnIdentities(staged.pensions), {});
+    Spread(matcher.Find(), items, schedules, matches);
+
+    std::unordered_map<std::string, std::vector<int>> schedulesOf;
+    for (std::size_t i = 0; i < own.pensions.size(); ++i)
+        schedulesOf[GroupOf(own.pensions[i])].push_back(static_cast<int>(i));
+    std::unordered_map<std::string, std::vector<std::size_t>> groups;
+    for (std::size_t i = 0; i < staged.pensions.size(); ++i) {
+        const StagedPension& item = staged.pensions[i];
+        if (item.kind != kPrivatePension && !item.isWithdrawn && ScheduleOf(item.kind))
+            groups[GroupOf(item)].push_back(i);
+    }
+    for (const auto& [text, group] : groups)
+        MatchGroup(staged.pensions, group, own.pensions, schedulesOf[text], matches);
+    return matches;
+}
+
+} // namespace HmrcApi

@@ -1,0 +1,279 @@
+#include "MorvUt/hmrc/schedules/NewSchedules.h"
+
+#include <algorithm>
+#include <limits>
+#include <map>
+#include <set>
+
+#include "MorvUt/hmrc/schedules/BenefitTotals.h"
+#include "MorvUt/hmrc/schedules/PensionTypes.h"
+#include "Shellkit/Identity.h"
+
+namespace HmrcApi
+{
+namespace
+{
+
+constexpr int kLastOrdering = std::numeric_limits<int>::max();
+constexpr char kAllowancesEmployer[] = "HMRC allowances";
+
+/// One more than the highest ordering number in use; stays at the greatest number there is.
+template<class T>
+int NextOrdering(const std::vector<T>& schedules)
+{
+    int highest = 0;
+    for (const T& schedule : schedules)
+        highest = std::max(highest, schedule.ordering);
+    return highest == kLastOrdering ? highest : highest + 1;
+}
+
+void MoveOn(int& ordering)
+{
+    if (ordering < kLastOrdering)
+        ++ordering;
+}
+
+bool HasValue(const StagedAllowance& item)
+{
+    return !item.isWithdrawn && item.amount.IsValid() && !item.amount.IsZero();
+}
+
+template<class... Args>
+CString Formatted(const char* format, const Args&... args)
+{
+    CString text;
+    text.Format(format, args...);
+    return text;
+}
+
+CString NoteOfShared(const StagedPension& item)
+{
+    const CString amount = item.amount.IsValid() ? item.amount.Format() : CString("no amount");
+    return Formatted("%s (%s): HMRC sent more than one item with the same %s; one schedule stands for them, and the "
+                     "differences show their sum.",
+                     NameOf(item), amount, item.kind == kStatePension ? "description" : "date or without a date");
+}
+
+CString NoteOfAmbiguous(const std::string& name, const std::string& reference)
+{
+    return Formatted("%s (%s): HMRC has more than one of this reference, and the return has one with the reference "
+                     "alone, which does not say which it is. None was made: give that schedule its works number, or "
+                     "delete it.",
+                     name, reference);
+}
+
+/// The schedules that hold the sum of the items that they stand for: nothing needs to be said of these.
+std::set<int> SchedulesOfSums(const StagedYear& staged, const ReturnYear& own, const std::vector<Match>& matches)
+{
+    std::map<int, Kiln::CAmt> sums;
+    for (std::size_t i = 0; i < matches.size(); ++i) {
+        const Kiln::CAmt& amount = staged.pensions[i].amount;
+        if (matches[i].schedule == kNoSchedule || !amount.IsValid())
+            continue;
+        Kiln::CAmt& sum = sums[matches[i].schedule];
+        sum = sum.IsValid() ? sum + amount : amount;
+    }
+    std::set<int> whole;
+    for (const auto& [schedule, sum] : sums)
+        if (own.pensions[static_cast<std::size_t>(schedule)].amount == sum)
+            whole.insert(schedule);
+    return whole;
+}
+
+NewPension ScheduleFor(const StagedPension& item)
+{
+    const PensionSchedule& how = *ScheduleOf(item.kind);
+    const bool isState = item.kind == kStatePension; // its text is the description, and it has no payer's reference
+    const std::string& own = isState ? item.reference : item.payer;
+    return {how.section,
+            how.type,
+            item.amount,
+            item.tax,
+            false,
+            item.payer,
+            isState ? std::string() : item.reference,
+            item.worksNumber,
+            item.date,
+            how.description ? CString(how.description) : CString(own)};
+}
+
+} // namespace
+
+bool HasAllowances(const StagedYear& staged)
+{
+    return std::any_of(staged.allowances.begin(), staged.allowances.end(), &HasValue);
+}
+
+bool IsAnyEmploymentNew(const StagedYear& staged, const ReturnYear& own)
+{
+    const std::vector<Match> matches = MatchEmployments(staged, own);
+    const auto isNew = [](const Match& match) { return match.state == Match::State::New; };
+    return std::any_of(matches.begin(), matches.end(), isNew) || (own.employments.empty() && HasAllowances(staged));
+}
+
+bool IsAnyPensionNew(const StagedYear& staged, const ReturnYear& own, bool (*isOfKind)(long kind))
+{
+    const std::vector<Match> matches = MatchPensions(staged, own);
+    for (std::size_t i = 0; i < matches.size(); ++i)
+        if (matches[i].state == Match::State::New && isOfKind(staged.pensions[i].kind))
+            return true;
+    return false;
+}
+
+NewScheduleWriter::NewScheduleWriter(ClientId client, short year, ReturnYear own)
+    : m_client(client), m_year(year), m_own(std::move(own)), m_pensionOrdering(NextOrdering(m_own.pensions))
+{}
+
+int NewScheduleWriter::NextEmploymentOrdering() const { return NextOrdering(m_own.employments); }
+
+long NewScheduleWriter::TaxForm()
+{
+    if (m_own.taxFormId == 0) {
+        Brix::CTaxForm form;
+        form.AddNew();
+        form.SetClientID(m_client.Get());
+        form.SetYear(m_year);
+        form.Update();
+        m_own.taxFormId = form.GetID();
+    }
+    return m_own.taxFormId;
+}
+
+void NewScheduleWriter::AddEmployments(const StagedYear& staged)
+{
+    const std::vector<Match> matches = MatchEmployments(staged, m_own);
+    int ordering = NextEmploymentOrdering();
+    for (std::size_t i = 0; i < matches.size(); ++i) {
+        const StagedEmployment& item = staged.employments[i];
+        if (matches[i].state == Match::State::New)
+            AddEmployment(item, ordering);
+        else if (matches[i].state == Match::State::Ambiguous)
+            m_created.notes.push_back(NoteOfAmbiguous(item.employer, item.key));
+    }
+    NoteOthers(staged, matches);
+    if (m_own.employments.empty() && m_created.employments == 0 && HasAllowances(staged))
+        AddAllowancesHolder(ordering);
+}
+
+/// Of a new employment whose reference the return had before: one of the two may be the other under an old number.
+void NewScheduleWriter::NoteOthers(const StagedYear& staged, const std::vector<Match>& matches)
+{
+    std::set<std::string> made;
+    std::set<int> taken;
+    for (std::size_t i = 0; i < matches.size(); ++i) {
+        if (matches[i].state == Match::State::New)
+            made.insert(staged.employments[i].reference);
+        else if (matches[i].state == Match::State::Matched)
+            taken.insert(matches[i].schedule);
+    }
+    for (std::size_t i = 0; i < m_own.employments.size(); ++i) {
+        const ReturnEmployment& own = m_own.employments[i];
+        if (!taken.contains(static_cast<int>(i)) && made.contains(own.reference.Str()))
+            m_created.notes.push_back(
+                Formatted("%s (%s): the return also has a schedule with works number \"%s\", which HMRC does not send. "
+                          "Look whether the same pay stands twice.",
+                          own.employer, own.reference, own.worksNumber));
+    }
+}
+
+void NewScheduleWriter::AddEmployment(const StagedEmployment& item, int& ordering)
+{
+    Append(m_employments, ordering, item.reference.empty() ? item.key : item.reference, item.employer);
+    m_employments.SetWorksNumber(item.worksNumber);
+    m_employments.SetStart(item.start);
+    m_employments.SetEnd(item.end);
+    m_employments.SetPay(item.pay);
+    m_employments.SetTax(item.tax);
+    m_employments.SetStudentLoan(item.studentLoan);
+    m_employments.SetFromHMRC(true);
+    m_employments.Update();
+    AddBenefits(m_employments.GetID(), item);
+    ++m_created.employments;
+}
+
+void NewScheduleWriter::AddBenefits(long employment, const StagedEmployment& item)
+{
+    for (const auto& [code, total] : TotalsOf(item.benefits).totals) {
+        m_benefits.AddNew();
+        m_benefits.SetNewEmployID(employment);
+        m_benefits.SetType(code);
+        m_benefits.SetBenefit(total.amount);
+        m_benefits.SetEstimate(total.isEstimate);
+        m_benefits.Update();
+    }
+}
+
+void NewScheduleWriter::AddAllowancesHolder(int& ordering)
+{
+    Append(m_employments, ordering, {}, kAllowancesEmployer);
+    m_employments.SetFromHMRC(true);
+    m_employments.Update();
+    ++m_created.employments;
+    m_created.notes.push_back(Formatted("%s: an employment was made to hold HMRC's tax-free allowances. It cannot be "
+                                        "filed as it stands: give it its employer, or move the allowances.",
+                                        kAllowancesEmployer));
+}
+
+void NewScheduleWriter::AddPensions(const StagedYear& staged, bool (*isOfKind)(long kind))
+{
+    const std::vector<Match> matches = MatchPensions(staged, m_own);
+    const std::set<int> whole = SchedulesOfSums(staged, m_own, matches);
+    for (std::size_t i = 0; i < matches.size(); ++i) {
+        const StagedPension& item = staged.pensions[i];
+        if (!isOfKind(item.kind))
+            continue;
+        switch (matches[i].state) {
+        case Match::State::New:
+            Append(ScheduleFor(item));
+            break;
+        case Match::State::Shared:
+            if (!whole.contains(matches[i].schedule))
+                m_created.notes.push_back(NoteOfShared(item));
+            break;
+        case Match::State::Ambiguous:
+            m_created.notes.push_back(NoteOfAmbiguous(item.payer, item.reference));
+            break;
+        case Match::State::Matched:
+        case Match::State::Ignored:
+            break;
+        }
+    }
+}
+
+void NewScheduleWriter::Append(Brix::CNewEmploy& schedules, int& ordering, const CString& reference,
+                               const CString& employer)
+{
+    schedules.AddNew();
+    schedules.SetTaxFormID(TaxForm());
+    schedules.SetClientID(m_client.Get());
+    schedules.SetYear(m_year);
+    schedules.SetGUID(Shellkit::FormatGuid(Shellkit::NewGuid()));
+    schedules.SetOrdering(ordering);
+    schedules.SetPAYEReference(reference);
+    schedules.SetEmployerName(employer);
+    MoveOn(ordering);
+}
+
+void NewScheduleWriter::Append(const NewPension& pension)
+{
+    m_pensions.AddNew();
+    m_pensions.SetTaxFormID(TaxForm());
+    m_pensions.SetClientID(m_client.Get());
+    m_pensions.SetYear(m_year);
+    m_pensions.SetOrdering(m_pensionOrdering);
+    m_pensions.SetSection(pension.section);
+    m_pensions.SetType(pension.type);
+    m_pensions.SetDescription(pension.description);
+    m_pensions.SetReference(pension.reference);
+    m_pensions.SetWorksNumber(pension.worksNumber);
+    m_pensions.SetPayer(pension.payer);
+    m_pensions.SetStart(pension.start);
+    m_pensions.SetAmount(pension.amount);
+    m_pensions.SetTax(pension.tax);
+    m_pensions.SetEstimate(pension.isEstimate);
+    m_pensions.Update();
+    MoveOn(m_pensionOrdering);
+    ++m_created.pensionsAndBenefits;
+}
+
+} // namespace HmrcApi

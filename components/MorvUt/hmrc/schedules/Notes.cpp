@@ -1,0 +1,113 @@
+#include "MorvUt/hmrc/schedules/Notes.h"
+
+#include "MorvUt/hmrc/schedules/BenefitTotals.h"
+#include "MorvUt/hmrc/schedules/PensionTypes.h"
+
+namespace HmrcApi
+{
+namespace
+{
+
+constexpr int kEarlierYearsAdjustment = 101; // HMRC's number of the allowance
+
+bool IsSomething(const Kiln::CAmt& amount) { return amount.IsValid() && !amount.IsZero(); }
+
+/// "10520.80, tax 2520.60", or what there is of it.
+CString Figures(const StagedPension& item)
+{
+    CString text = item.amount.IsValid() ? item.amount.Format() : CString("no amount");
+    if (item.tax.IsValid())
+        text.AppendFormat(", tax %s", item.tax.Format());
+    return text;
+}
+
+/// "Company XYZ (123/AB456)".
+CString PayerOf(const std::string& name, const std::string& reference)
+{
+    CString text;
+    text.Format(name.empty() ? "%s%s" : "%s (%s)", name, reference);
+    return text;
+}
+
+class Notes
+{
+public:
+    template<class... Args>
+    void Add(const char* format, const Args&... args)
+    {
+        m_notes.emplace_back().Format(format, args...);
+    }
+    std::vector<CString> Take() { return std::move(m_notes); }
+
+private:
+    std::vector<CString> m_notes;
+};
+
+void AddMissing(Notes& notes, const CString& payer, const Kiln::CAmt& pay, const Kiln::CAmt& tax)
+{
+    if (pay.IsValid() && tax.IsValid())
+        return;
+    notes.Add("%s: HMRC sent no %s.", payer, pay.IsValid() ? "tax" : tax.IsValid() ? "pay" : "pay and no tax");
+}
+
+void AddEmployment(Notes& notes, const StagedEmployment& item)
+{
+    const CString payer = PayerOf(item.employer, item.key);
+    AddMissing(notes, payer, item.pay, item.tax);
+    if (item.isOffPayroll)
+        notes.Add("%s: HMRC says that off-payroll working applied; the return asks for it.", payer);
+    for (const CString& line : TotalsOf(item.benefits).leftOut)
+        notes.Add("%s: %s.", payer, line);
+}
+
+void AddStatePension(Notes& notes, const StagedPension& item)
+{
+    if (item.date.IsValid() || item.tax.IsValid() || item.reference == kLumpSumDescription)
+        notes.Add("%s (%s): a lump sum has boxes and a rate of its own on the return.", item.reference, Figures(item));
+    else
+        notes.Add("%s (%s): HMRC's figure is the entitlement used for the tax code; compare it with what was received.",
+                  item.reference, Figures(item));
+}
+
+void AddPension(Notes& notes, const StagedPension& item)
+{
+    switch (item.kind) {
+    case kStatePension:
+        return AddStatePension(notes, item);
+    case kPrivatePension:
+        return AddMissing(notes, PayerOf(item.payer, item.reference), item.amount, item.tax);
+    case kJobseekersAllowance:
+    case kEmploymentAndSupportAllowance:
+        if (IsSomething(item.tax))
+            notes.Add("%s: HMRC sent tax of %s, which has no box of its own.", NameOf(item), item.tax.Format());
+        return;
+    case kIncapacityBenefit:
+        return;
+    default:
+        notes.Add("%s (%s): HMRC sent a benefit of a kind that is not known here. No schedule is made of it: enter it "
+                  "on the return where it belongs.",
+                  NameOf(item), Figures(item));
+    }
+}
+
+} // namespace
+
+std::vector<CString> NotesOf(const StagedYear& staged)
+{
+    Notes notes;
+    for (const StagedEmployment& item : staged.employments)
+        if (!item.isWithdrawn)
+            AddEmployment(notes, item);
+    for (const StagedPension& item : staged.pensions)
+        if (!item.isWithdrawn)
+            AddPension(notes, item);
+    for (const StagedAllowance& item : staged.allowances)
+        if (!item.isWithdrawn && item.number == kEarlierYearsAdjustment && IsSomething(item.amount))
+            notes.Add("%s (%s): an adjustment of an earlier year, which has no box of its own.", item.type,
+                      item.amount.Format());
+    if (staged.nationalInsurance && staged.nationalInsurance->isMaximumReached)
+        notes.Add("National Insurance: HMRC says that the maximum contributions of the year have been reached.");
+    return notes.Take();
+}
+
+} // namespace HmrcApi

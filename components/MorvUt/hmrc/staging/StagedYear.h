@@ -1,0 +1,121 @@
+#pragma once
+
+// HMRC's figures of one client and tax year, as the practice keeps them.
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Afx/DateTime.h"
+#include "Brix/Keys.h"
+#include "Kiln/CAmt.h"
+#include "Kiln/CDate.h"
+#include "MorvUt/Export.h"
+
+namespace HmrcApi
+{
+
+/// Kinds of staged pensions and benefits (column nMTDType); part of the database's format.
+enum StagedKind : int
+{
+    kStatePension = 0, // and its lump sum
+    kPrivatePension = 1,
+    kJobseekersAllowance = 2,
+    kIncapacityBenefit = 3,
+    kEmploymentAndSupportAllowance = 4,
+    kUnknownBenefit = 99 // of a kind that HMRC has added: kept and told, never made into a schedule
+};
+
+/// What a lump sum of the State Pension is described as.
+inline constexpr char kLumpSumDescription[] = "State Pension lump sum";
+
+/// A company benefit of an employment.
+struct StagedBenefit
+{
+    long id = 0;      // of the row; 0: none yet
+    std::string type; // HMRC's name
+    int number = 0;   // HMRC's number; 0 when the name is not known
+    Kiln::CAmt amount;
+    bool isForecast = false; // a coding estimate, not a P11D figure
+    bool isWithdrawn = false;
+};
+
+struct StagedEmployment
+{
+    long id = 0;
+    std::string key; // for readers outside: see KeysOf
+    std::string reference;
+    std::string worksNumber; // may be empty
+    std::string employer;
+    Kiln::CDate start, end;
+    Kiln::CAmt pay, tax, studentLoan;
+    bool isOffPayroll = false;
+    bool isWithdrawn = false;
+    std::vector<StagedBenefit> benefits;
+};
+
+/// A pension or a benefit of the state.
+struct StagedPension
+{
+    long id = 0;
+    int kind = kStatePension;
+    /// A payer's PAYE reference; of a state pension its description; of an unknown benefit HMRC's name of the kind.
+    std::string reference;
+    std::string worksNumber;
+    std::string payer;
+    Kiln::CDate date; // the start, else the end
+    Kiln::CAmt amount, tax;
+    bool isWithdrawn = false;
+};
+
+struct StagedAllowance
+{
+    long id = 0;
+    std::string type; // HMRC's name
+    int number = 0;   // HMRC's number; 0 when the name is not known
+    Kiln::CAmt amount;
+    bool isWithdrawn = false;
+};
+
+struct StagedNationalInsurance
+{
+    Kiln::CAmt class1Earnings; // that contributions are due on; 0.00 before HMRC has reconciled the year
+    Kiln::CAmt class2Due;
+    bool isMaximumReached = false;
+    COleDateTime updated; // when a figure last changed
+};
+
+/// All of a year's: what an answer of HMRC says that the rows must hold, or what they do hold. Absent figures are null.
+struct StagedYear
+{
+    std::vector<StagedEmployment> employments; // as stored: in the order of their keys
+    std::vector<StagedPension> pensions;       // as stored: by date, nulls first
+    std::vector<StagedAllowance> allowances;   // as stored: by amount, nulls first
+    std::optional<StagedNationalInsurance> nationalInsurance;
+};
+
+/// What the practice holds for the client and real tax year, withdrawn rows included: five statements however much it
+/// is. Throws Cellar::DatabaseError.
+MORVUT_API StagedYear LoadStagedYear(ClientId client, short year);
+/// Only its employments and pensions, which schedules answer to: three statements.
+MORVUT_API StagedYear LoadStagedItems(ClientId client, short year);
+
+/// What a fetch did to the staging rows of a year: those below CMTD_TaxYear, CMTD_NIC among them.
+struct StagedCounts
+{
+    int added = 0;
+    int changed = 0;   // with other figures, or sent again after HMRC had withdrawn it
+    int withdrawn = 0; // HMRC no longer sends it; the row stays, marked
+
+    bool IsAny() const noexcept { return added != 0 || changed != 0 || withdrawn != 0; }
+    StagedCounts& operator+=(const StagedCounts& other) noexcept
+    {
+        added += other.added;
+        changed += other.changed;
+        withdrawn += other.withdrawn;
+        return *this;
+    }
+    friend bool operator==(const StagedCounts&, const StagedCounts&) = default;
+};
+
+} // namespace HmrcApi
