@@ -14,7 +14,8 @@ namespace HmrcApi
 {
 
 /// The OAuth tokens of one Government Gateway ID, and the lock that keeps two workstations from refreshing at once.
-/// Tokens are held and stored enciphered, as CAuthorisation::EncryptToken makes them.
+/// Tokens are held and stored enciphered, as CAuthorisation::EncryptToken makes them. The getters and setters work on a
+/// copy in memory: LoadTokens reads it from where it rests, UpdateTokens writes it there.
 class HMRCAPI_API IAuthorisationStore
 {
 public:
@@ -25,26 +26,26 @@ public:
     };
 
     virtual ~IAuthorisationStore();
-    virtual bool LoadTokens() = 0;
-    virtual bool UpdateTokens() = 0;
-    virtual bool LockStore() = 0;
+    virtual bool LoadTokens() = 0;   // false: there are none, or they cannot be read
+    virtual bool UpdateTokens() = 0; // false: not kept; a single-use refresh token is lost then unless tried again
+    virtual bool LockStore() = 0;    // false at once when another holds it
     virtual bool UnlockStore() = 0;
     virtual bool HasAuthenticatedGatewayID() const = 0;
     virtual std::vector<unsigned char> GetAccessToken() = 0;
     virtual void SetAccessToken(const std::vector<unsigned char>& token) = 0;
     virtual std::vector<unsigned char> GetRefreshToken() = 0;
     virtual void SetRefreshToken(const std::vector<unsigned char>& token) = 0;
-    virtual std::int32_t GetExpiresIn() const = 0; // seconds
+    virtual std::int32_t GetExpiresIn() const = 0; // seconds that the access token holds; 14400 at HMRC
     virtual void SetExpiresIn(std::int32_t seconds) = 0;
     virtual std::string GetScope() = 0;
     virtual void SetScope(const std::string& scope) = 0;
     virtual std::string GetTokenType() = 0;
     virtual void SetTokenType(const std::string& type) = 0;
-    virtual COleDateTime GetAuthenticatedTimestamp() = 0; // UTC
+    virtual COleDateTime GetAuthenticatedTimestamp() = 0; // when HMRC gave the tokens, UTC
     virtual void SetAuthenticatedTimestamp(const COleDateTime& timestamp) = 0;
     virtual void SetAuthorisationStatus(AuthorisationStatus status) = 0;
     virtual AuthorisationStatus GetAuthorisationStatus() = 0;
-    virtual std::uint32_t GetRetryDelay() const = 0; // milliseconds
+    virtual std::uint32_t GetRetryDelay() const = 0; // milliseconds between two tries at the lock
     virtual void SetRetryDelay(std::uint32_t milliseconds) = 0;
 };
 

@@ -13,8 +13,10 @@
 namespace HmrcApi
 {
 
-/// Lives as long as one retrieval, or a run over many clients: the way out, whose connections stay open between
-/// requests, and the fraud prevention headers, which are collected once. Used by one thread.
+/// Lives as long as one retrieval, or a run over many clients: the way out, and the fraud prevention headers, which are
+/// collected once. Every authorisation of the retrieval gets the same channel: its requests, of data and of tokens, go
+/// over one connection a host, which stays open between them and is opened again when the server has closed it
+/// meanwhile. Used by one thread.
 class HMRCAPI_API Channel
 {
 public:
