@@ -7,10 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "MorvUt/hmrc/Differences.h"
-#include "MorvUt/hmrc/fetch/FetchData.h"
-#include "MorvUt/hmrc/fetch/PayePrepop.h"
-#include "Quarry/Session.h"
+#include "MorvUt/MorvUt.h"
 
 /// What the current connection sends while this lives.
 class SentStatements

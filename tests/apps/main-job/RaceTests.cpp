@@ -4,20 +4,19 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <map>
+#include <memory>
 #include <random>
 #include <sstream>
 #include <thread>
 
 #include "apps/morv/Program.h"
-#include "HmrcApi/Errors.h"
 #include "MorvUt/Clients.h"
-#include "MorvUt/hmrc/fetch/PayePrepop.h"
-#include "MorvUt/users/UserData.h"
+#include "MorvUt/MorvUt.h"
 #include "support/TestSupport.h"
 
 namespace
@@ -47,7 +46,7 @@ struct Expected
 #define STAGED(table) "SELECT lClientID FROM " table " t JOIN BRIXMTD_TaxYear y ON y.lID = lMTD_TaxYearID"
 #define SCHEDULE(table) "SELECT f.lClientID FROM " table " t JOIN BRIXTaxForm f ON f.lID = lTaxFormID"
 
-const Expected kStaged[] = {
+const std::vector<Expected> kStaged{
     {"SELECT lClientID FROM BRIXMTD_TaxYear", 1, "staged years"},
     {STAGED("BRIXMTD_Employments"), 2, "staged employments"},
     {STAGED("BRIXMTD_Employments") " JOIN BRIXMTD_EmploymentsCompanyBenefits b ON b.lMTD_EmploymentsID = t.lID", 6,
@@ -55,13 +54,26 @@ const Expected kStaged[] = {
     {STAGED("BRIXMTD_PensionStateBenefits"), 7, "staged pensions and benefits"},
     {STAGED("BRIXMTD_TaxFreeAllowances"), 3, "staged allowances"},
 };
-const Expected kInsurance[] = {{STAGED("BRIXMTD_NIC"), 1, "staged National Insurance"}};
-const Expected kSchedules[] = {
+const std::vector<Expected> kInsurance{{STAGED("BRIXMTD_NIC"), 1, "staged National Insurance"}};
+const std::vector<Expected> kSchedules{
     {"SELECT lClientID FROM BRIXTaxForm", 1, "tax forms"},
     {SCHEDULE("BRIXNewEmploy"), 2, "employments"},
     {SCHEDULE("BRIXNewEmploy") " JOIN BRIXNewEmployBenefits b ON b.lNewEmployID = t.lID", 6, "company benefits"},
     {SCHEDULE("BRIXPensionStateBenefits"), 7, "pensions and benefits"},
 };
+
+/// Milliseconds before each process of a round: together, then up to 50 apart.
+std::vector<int> Pauses(int round, int processes)
+{
+    std::mt19937 random(static_cast<unsigned>(round));
+    std::vector<int> pauses(static_cast<std::size_t>(processes));
+    for (int& pause : pauses)
+        pause = round == 0 ? 0 : static_cast<int>(random() % 51);
+    return pauses;
+}
+
+/// Waits for a process; true when it did all that it was to do.
+using Waiting = std::function<bool()>;
 
 class Race : public testing::Test
 {
@@ -81,8 +93,31 @@ protected:
         Quarry::SetConnection(nullptr);
     }
 
-    template<std::size_t N>
-    void ExpectRows(const Expected (&tables)[N])
+    /// In each round several processes do the same to the same practice; then each client must have the rows.
+    void Run(const std::function<Waiting()>& start, const std::vector<Expected>& expected)
+    {
+        Close(); // a process of its own has a connection of its own
+        Execute(m_practice, "PRAGMA wal_checkpoint(TRUNCATE)");
+        const std::string before = ReadFile(m_practice);
+        for (int round = 0; round < Rounds(); ++round)
+            for (const int processes : {2, 4}) {
+                SCOPED_TRACE(testing::Message() << processes << " processes, round " << round);
+                std::vector<Waiting> running;
+                for (const int pause : Pauses(round, processes)) {
+                    std::this_thread::sleep_for(std::chrono::milliseconds(pause));
+                    running.push_back(start());
+                }
+                bool isWhole = false;
+                for (const Waiting& wait : running)
+                    isWhole = wait() || isWhole;
+                EXPECT_TRUE(isWhole || start()()) << "nobody else is writing";
+                ExpectRows(kStaged);
+                ExpectRows(expected);
+                WriteFile("practice.db", before);
+            }
+    }
+
+    void ExpectRows(const std::vector<Expected>& tables)
     {
         Open();
         for (const Expected& each : tables) {
@@ -102,18 +137,6 @@ protected:
     const std::string m_practice = TempDir() + "/practice.db";
 };
 
-/// The starts of a round's processes after its own, in milliseconds: together, then ever further apart.
-std::vector<int> Starts(int round, int processes)
-{
-    std::mt19937 random(static_cast<unsigned>(round));
-    std::vector<int> starts(static_cast<std::size_t>(processes));
-    for (int& start : starts)
-        start = round == 0 ? 0 : std::uniform_int_distribution<>(0, 50)(random);
-    return starts;
-}
-
-void Wait(int milliseconds) { std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds)); }
-
 /// Whether each client was fetched for. What was not must have met another program's writing, and say so.
 bool IsWhole(const Ended& ended)
 {
@@ -131,7 +154,7 @@ bool IsWhole(const Ended& ended)
 using FetchRace = Race;
 
 /// What a process of its own did with all clients.
-enum class Did : int
+enum Did : int
 {
     All,
     Busy,
@@ -144,34 +167,16 @@ Did CreateAll(const std::string& practice)
         Quarry::SetConnection(Cellar::CConnection::Open(CString(practice)));
         CUserData::SetUser("alice");
         Brix::CClient clients;
-        for (clients.Open(); !clients.IsEOL(); clients.MoveNext()) {
-            HmrcApi::CPAYEPrepop prepop(ClientId(clients.GetID()), TaxYear(2018), {}, HmrcApi::IEndpointOverride::Live);
-            prepop.CreateNewSchedules();
-        }
-        return Did::All;
+        for (clients.Open(); !clients.IsEOL(); clients.MoveNext())
+            HmrcApi::CPAYEPrepop(ClientId(clients.GetID()), TaxYear(2018), {}, HmrcApi::IEndpointOverride::Live)
+                .CreateNewSchedules();
+        return All;
     } catch (const std::exception& problem) {
-        const bool isBusy = std::string(problem.what()).starts_with(kBusy);
-        if (!isBusy)
-            std::fprintf(stderr, "a process ended with: %s\n", problem.what());
-        return isBusy ? Did::Busy : Did::Failed;
+        if (std::string(problem.what()).starts_with(kBusy))
+            return Busy;
+        std::fprintf(stderr, "a process ended with: %s\n", problem.what());
+        return Failed;
     }
-}
-
-pid_t StartCreating(const std::string& practice, int start)
-{
-    const pid_t child = fork();
-    if (child == 0) {
-        Wait(start);
-        _exit(static_cast<int>(CreateAll(practice)));
-    }
-    return child;
-}
-
-Did WaitFor(pid_t child)
-{
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? static_cast<Did>(WEXITSTATUS(status)) : Did::Failed;
 }
 
 class CreateRace : public Race
@@ -198,48 +203,27 @@ TEST_F(FetchRace, StagesEachItemOfEachClientOnce)
     Close();
     HmrcSandbox sandbox("EVERYTHING");
     ASSERT_EQ(Authorise(m_practice, sandbox).exit, 0);
-    Execute(m_practice, "PRAGMA wal_checkpoint(TRUNCATE)");
-    const std::string authorised = ReadFile(m_practice);
     const std::string line =
         "hmrc fetch --all --json --gateway gateway-1 --year 2018 --base " + sandbox.Base() + ' ' + m_practice;
-    for (int round = 0; round < Rounds(); ++round)
-        for (const int processes : {2, 4}) {
-            SCOPED_TRACE(testing::Message() << processes << " processes, round " << round);
-            std::vector<std::unique_ptr<RunningMorv>> running;
-            for (const int start : Starts(round, processes)) {
-                Wait(start);
-                running.push_back(std::make_unique<RunningMorv>(line));
-            }
-            bool isWhole = false;
-            for (const auto& each : running)
-                isWhole = IsWhole(each->Wait()) || isWhole;
-            EXPECT_TRUE(isWhole || RunMorv(line).exit == 0) << "nobody else is writing";
-            ExpectRows(kStaged);
-            ExpectRows(kInsurance);
-            WriteFile("practice.db", authorised);
-        }
+    const auto start = [&] {
+        const auto running = std::make_shared<RunningMorv>(line);
+        return [running] { return IsWhole(running->Wait()); };
+    };
+    Run(start, kInsurance);
 }
 
 TEST_F(CreateRace, MakesEachScheduleOfEachClientOnce)
 {
-    Close(); // a process of its own has a connection of its own
-    Execute(m_practice, "PRAGMA wal_checkpoint(TRUNCATE)");
-    const std::string staged = ReadFile(m_practice);
-    for (int round = 0; round < Rounds(); ++round)
-        for (const int processes : {2, 4}) {
-            SCOPED_TRACE(testing::Message() << processes << " processes, round " << round);
-            std::vector<pid_t> children;
-            for (const int start : Starts(round, processes))
-                children.push_back(StartCreating(m_practice, start));
-            bool isWhole = false;
-            for (const pid_t child : children) {
-                const Did did = WaitFor(child);
-                EXPECT_NE(did, Did::Failed);
-                isWhole = did == Did::All || isWhole;
-            }
-            EXPECT_TRUE(isWhole || WaitFor(StartCreating(m_practice, 0)) == Did::All) << "nobody else is writing";
-            ExpectRows(kStaged);
-            ExpectRows(kSchedules);
-            WriteFile("practice.db", staged);
-        }
+    const auto start = [&] {
+        const pid_t child = fork();
+        if (child == 0)
+            _exit(CreateAll(m_practice));
+        return [child] {
+            int status = 0;
+            waitpid(child, &status, 0);
+            EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) != Failed) << status;
+            return status == All;
+        };
+    };
+    Run(start, kSchedules);
 }
