@@ -20,7 +20,7 @@
 namespace
 {
 
-constexpr double kSteepest = 1.2; // this, and no step may
+constexpr double kSteepest = 1.2; // every exponent stays below
 constexpr double kPatience = 10;  // seconds: where a step of a shape took longer, no larger answers are tried
 constexpr double kQuick = 1;      // where all steps took less, the fastest of three runs counts
 constexpr int kSizes[] = {250, 500, 1000, 2500, 5000};
