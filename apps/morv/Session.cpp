@@ -126,6 +126,7 @@ PracticeSession::PracticeSession(const std::string& practice, const CommonOption
         Quarry::SetConnection(Cellar::CConnection::Open(CString(practice)));
         CheckSchema(practice);
         LoadKey(practice);
+        FollowDateFormat();
         LogIn(options.user, login);
     } catch (const Cellar::DatabaseError& error) {
         MorvUtShutDown();

@@ -9,6 +9,7 @@
 #include "HmrcApi/HmrcApi.h"
 #include "Kiln/Kiln.h"
 #include "MorvUt/context/ClientStatus.h"
+#include "MorvUt/context/DateFormat.h"
 #include "MorvUt/context/PFile.h"
 #include "MorvUt/hmrc/access/AuthorisationStore.h"
 #include "MorvUt/hmrc/access/ClientData.h"

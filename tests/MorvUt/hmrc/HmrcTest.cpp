@@ -57,7 +57,9 @@ std::shared_ptr<HmrcApi::CPaye> PayeOf::GetPayeEndpoint(HmrcApi::CAuthorisation&
     return std::make_shared<CannedPaye>(authorisation, m_json);
 }
 
-HmrcTest::HmrcTest()
+HmrcTest::HmrcTest() { Fill(); }
+
+void HmrcTest::Fill()
 {
     CUserData::ClearPermissions();
     Sql("INSERT INTO BRIXUser (lID, strUserID) VALUES (1, 'ANNA')");

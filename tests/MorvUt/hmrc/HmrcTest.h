@@ -36,6 +36,8 @@ protected:
     HmrcTest();
     ~HmrcTest() override;
 
+    /// The client and the one who fetches, in a practice that has neither.
+    static void Fill();
     /// Fetches and stages; the group's errors stay in Errors().
     HmrcApi::StagedCounts Fetch(HmrcApi::CPAYEPrepop& prepop);
     HmrcApi::StagedCounts Fetch(HmrcApi::IEndpointOverride::ResponseType type);

@@ -60,7 +60,7 @@ std::string Fetched::Errors(const std::string& group) const
     return text;
 }
 
-FetchTest::FetchTest()
+FetchTest::FetchTest(const std::string& scenario) : m_sandbox(scenario)
 {
     SetCurrentTaxYear(kYear - 1991);
     const std::string key = ::Test::TempDir() + "/practice.db.key";

@@ -25,7 +25,8 @@ struct Fetched
 class FetchTest : public HmrcTest
 {
 protected:
-    FetchTest();
+    /// `scenario`: what the sandbox answers without Serve; nothing yet when empty.
+    explicit FetchTest(const std::string& scenario = {});
     ~FetchTest() override;
 
     void Authorise();

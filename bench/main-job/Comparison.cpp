@@ -1,52 +1,27 @@
 // One client from HMRC's answer to schedules, without the network, against the same rows written with the engine's own
 // C interface. Both make a client's 18 staging rows and 15 schedule rows durable in a practice file.
 
+#include "main-job/MainJob.h"
+
 #include <sqlite3.h>
 
-#include <cstdlib>
-#include <filesystem>
+#include <map>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "Brix/Records.h"
-#include "Brix/Schema.h"
-#include "MorvUt/MorvUt.h"
-#include "MorvUt/StartUp.h"
-#include "Quarry/Session.h"
 #include "Ratios.h"
-#include "Shellkit/Cipher.h"
 
 namespace
 {
-
-std::string Scratch()
-{
-    static const std::string folder = [] {
-        const auto path = std::filesystem::temp_directory_path() / "morvut-bench";
-        std::filesystem::remove_all(path);
-        std::filesystem::create_directories(path);
-        return path.string();
-    }();
-    return folder;
-}
-
-long AddClient()
-{
-    Brix::CClient client;
-    client.AddNew();
-    client.SetName("Bench Client");
-    client.SetUTR("2234567890");
-    client.SetNINumber("AA000001A");
-    client.Update();
-    return client.GetID();
-}
 
 // Fetch (a canned answer), stage, create.
 void Ours(benchmark::State& state)
 {
     for (auto _ : state) {
         state.PauseTiming();
-        const long client = AddClient();
+        const long client = Test::AddClients(1);
         state.ResumeTiming();
         HmrcApi::CPAYEPrepop prepop(ClientId(client), TaxYear(2018), "AA000001A",
                                     HmrcApi::IEndpointOverride::Everything);
@@ -163,31 +138,19 @@ void RawC(benchmark::State& state)
     }
 }
 
-void OpenPractice(const std::string& name)
-{
-    Quarry::SetConnection(
-        Cellar::CConnection::Open(CString(Scratch() + "/" + name), Cellar::CConnection::Create::IfMissing));
-    Brix::CreateSchema(Quarry::GetConnection());
-}
-
 } // namespace
 
-int main(int argc, char** argv)
+int RunComparison(int argc, char** argv)
 {
-    MorvUtStartUp("bench", "Software\\bench");
-    Shellkit::SetPracticeKey(Shellkit::RandomBytes(Shellkit::kKeySize));
-    OpenPractice("raw.db"); // its schema serves the C interface
-    OpenPractice("one.db");
-    HmrcApi::CPAYEPrepop prepop(ClientId(AddClient()), TaxYear(2018), "AA000001A",
+    OpenPractice(Scratch() + "/raw.db"); // its schema serves the C interface
+    OpenPractice(Scratch() + "/one.db");
+    HmrcApi::CPAYEPrepop prepop(ClientId(Test::AddClients(1)), TaxYear(2018), "AA000001A",
                                 HmrcApi::IEndpointOverride::Everything);
     prepop.GetPAYEData("AA000001A", std::make_shared<HmrcApi::CAPIErrorHandler>(), nullptr);
     prepop.CreateNewSchedules();
     g_rows = RowsOfOneClient();
-    OpenPractice("ours.db");
+    OpenPractice(Scratch() + "/ours.db");
     benchmark::RegisterBenchmark("fetch to schedules/ours", Ours)->Unit(benchmark::kMicrosecond);
     benchmark::RegisterBenchmark("fetch to schedules/same rows in C", RawC)->Unit(benchmark::kMicrosecond);
-    const int result = Bench::RunAll(argc, argv, Bench::Clock::Real);
-    MorvUtShutDown();
-    std::filesystem::remove_all(Scratch());
-    return result;
+    return Bench::RunAll(argc, argv, Bench::Clock::Real);
 }

@@ -1,0 +1,229 @@
+// Several workstations fetch for, or make the schedules of, every client of one practice at once.
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <map>
+#include <memory>
+#include <random>
+#include <sstream>
+#include <thread>
+
+#include "apps/morv/Program.h"
+#include "MorvUt/Clients.h"
+#include "MorvUt/MorvUt.h"
+#include "support/TestSupport.h"
+
+namespace
+{
+
+using namespace ::Test;
+using Cellar::SqlText;
+
+constexpr int kClients = 200;
+constexpr char kBusy[] = "another program is writing";
+
+/// How often each race is run: in 32 rounds every distance in time is met.
+int Rounds()
+{
+    const char* const rounds = std::getenv("MORVUT_RACES");
+    return rounds ? std::atoi(rounds) : 1;
+}
+
+/// How many rows of a table each client must have after the answer with everything.
+struct Expected
+{
+    SqlText clients; // the client of each row
+    int rows;
+    const char* table;
+};
+
+#define STAGED(table) "SELECT lClientID FROM " table " t JOIN BRIXMTD_TaxYear y ON y.lID = lMTD_TaxYearID"
+#define SCHEDULE(table) "SELECT f.lClientID FROM " table " t JOIN BRIXTaxForm f ON f.lID = lTaxFormID"
+
+const std::vector<Expected> kStaged{
+    {"SELECT lClientID FROM BRIXMTD_TaxYear", 1, "staged years"},
+    {STAGED("BRIXMTD_Employments"), 2, "staged employments"},
+    {STAGED("BRIXMTD_Employments") " JOIN BRIXMTD_EmploymentsCompanyBenefits b ON b.lMTD_EmploymentsID = t.lID", 6,
+     "staged company benefits"},
+    {STAGED("BRIXMTD_PensionStateBenefits"), 7, "staged pensions and benefits"},
+    {STAGED("BRIXMTD_TaxFreeAllowances"), 3, "staged allowances"},
+};
+const std::vector<Expected> kInsurance{{STAGED("BRIXMTD_NIC"), 1, "staged National Insurance"}};
+const std::vector<Expected> kSchedules{
+    {"SELECT lClientID FROM BRIXTaxForm", 1, "tax forms"},
+    {SCHEDULE("BRIXNewEmploy"), 2, "employments"},
+    {SCHEDULE("BRIXNewEmploy") " JOIN BRIXNewEmployBenefits b ON b.lNewEmployID = t.lID", 6, "company benefits"},
+    {SCHEDULE("BRIXPensionStateBenefits"), 7, "pensions and benefits"},
+};
+
+/// Milliseconds before each process of a round: together, then up to 50 apart.
+std::vector<int> Pauses(int round, int processes)
+{
+    std::mt19937 random(static_cast<unsigned>(round));
+    std::vector<int> pauses(static_cast<std::size_t>(processes));
+    for (int& pause : pauses)
+        pause = round == 0 ? 0 : static_cast<int>(random() % 51);
+    return pauses;
+}
+
+/// Waits for a process; true when it did all that it was to do.
+using Waiting = std::function<bool()>;
+
+class Race : public testing::Test
+{
+protected:
+    Race()
+    {
+        MorvJson("practice create --sample --clients 1 " + m_practice);
+        Open();
+        AddClients(kClients - 1);
+    }
+    ~Race() override { Close(); }
+
+    void Open() { Quarry::SetConnection(Cellar::CConnection::Open(CString(m_practice))); }
+    static void Close()
+    {
+        CUserData::ClearPermissions();
+        Quarry::SetConnection(nullptr);
+    }
+
+    /// In each round several processes do the same to the same practice; then each client must have the rows.
+    void Run(const std::function<Waiting()>& start, const std::vector<Expected>& expected)
+    {
+        Close(); // a process of its own has a connection of its own
+        Execute(m_practice, "PRAGMA wal_checkpoint(TRUNCATE)");
+        const std::string before = ReadFile(m_practice);
+        for (int round = 0; round < Rounds(); ++round)
+            for (const int processes : {2, 4}) {
+                SCOPED_TRACE(testing::Message() << processes << " processes, round " << round);
+                std::vector<Waiting> running;
+                for (const int pause : Pauses(round, processes)) {
+                    std::this_thread::sleep_for(std::chrono::milliseconds(pause));
+                    running.push_back(start());
+                }
+                bool isWhole = false;
+                for (const Waiting& wait : running)
+                    isWhole = wait() || isWhole;
+                EXPECT_TRUE(isWhole || start()()) << "nobody else is writing";
+                ExpectRows(kStaged);
+                ExpectRows(expected);
+                WriteFile("practice.db", before);
+            }
+    }
+
+    void ExpectRows(const std::vector<Expected>& tables)
+    {
+        Open();
+        for (const Expected& each : tables) {
+            std::map<std::int64_t, int> rows;
+            for (const auto& row : Quarry::GetConnection().Queryf(each.clients).rows)
+                ++rows[row[0].integer];
+            int otherwise = kClients - static_cast<int>(rows.size());
+            for (const auto& [client, count] : rows)
+                otherwise += count != each.rows;
+            EXPECT_EQ(otherwise, 0) << "clients with another number of " << each.table;
+        }
+        Close();
+        const Ended check = RunMorv("practice check --json " + m_practice);
+        EXPECT_EQ(check.exit, 0) << check.out << check.err;
+    }
+
+    const std::string m_practice = TempDir() + "/practice.db";
+};
+
+/// Whether each client was fetched for. What was not must have met another program's writing, and say so.
+bool IsWhole(const Ended& ended)
+{
+    std::string problems;
+    std::istringstream lines(ended.out);
+    for (std::string line; std::getline(lines, line);)
+        if (line.find("\"ok\":false") != std::string::npos || line.find("\"error\":") != std::string::npos) {
+            EXPECT_NE(line.find(kBusy), std::string::npos) << line;
+            problems += line;
+        }
+    EXPECT_EQ(ended.exit == 0, problems.empty()) << ended.exit << ": " << ended.err << problems;
+    return ended.exit == 0;
+}
+
+using FetchRace = Race;
+
+/// What a process of its own did with all clients.
+enum Did : int
+{
+    All,
+    Busy,
+    Failed
+};
+
+Did CreateAll(const std::string& practice)
+{
+    try {
+        Quarry::SetConnection(Cellar::CConnection::Open(CString(practice)));
+        CUserData::SetUser("alice");
+        Brix::CClient clients;
+        for (clients.Open(); !clients.IsEOL(); clients.MoveNext())
+            HmrcApi::CPAYEPrepop(ClientId(clients.GetID()), TaxYear(2018), {}, HmrcApi::IEndpointOverride::Live)
+                .CreateNewSchedules();
+        return All;
+    } catch (const std::exception& problem) {
+        if (std::string(problem.what()).starts_with(kBusy))
+            return Busy;
+        std::fprintf(stderr, "a process ended with: %s\n", problem.what());
+        return Failed;
+    }
+}
+
+class CreateRace : public Race
+{
+protected:
+    CreateRace()
+    {
+        Brix::CClient clients;
+        const auto errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
+        for (clients.Open(); !clients.IsEOL(); clients.MoveNext()) {
+            const CString number = clients.GetNINumber();
+            HmrcApi::CPAYEPrepop prepop(ClientId(clients.GetID()), TaxYear(2018), number.Str(),
+                                        HmrcApi::IEndpointOverride::Everything);
+            prepop.GetPAYEData(number.Str(), errors, nullptr);
+        }
+        EXPECT_EQ(errors->GetErrorCount(), 0);
+    }
+};
+
+} // namespace
+
+TEST_F(FetchRace, StagesEachItemOfEachClientOnce)
+{
+    Close();
+    HmrcSandbox sandbox("EVERYTHING");
+    ASSERT_EQ(Authorise(m_practice, sandbox).exit, 0);
+    const std::string line =
+        "hmrc fetch --all --json --gateway gateway-1 --year 2018 --base " + sandbox.Base() + ' ' + m_practice;
+    const auto start = [&] {
+        const auto running = std::make_shared<RunningMorv>(line);
+        return [running] { return IsWhole(running->Wait()); };
+    };
+    Run(start, kInsurance);
+}
+
+TEST_F(CreateRace, MakesEachScheduleOfEachClientOnce)
+{
+    const auto start = [&] {
+        const pid_t child = fork();
+        if (child == 0)
+            _exit(CreateAll(m_practice));
+        return [child] {
+            int status = 0;
+            waitpid(child, &status, 0);
+            EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) != Failed) << status;
+            return status == All;
+        };
+    };
+    Run(start, kSchedules);
+}

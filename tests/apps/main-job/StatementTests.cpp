@@ -1,0 +1,26 @@
+// A fetch that asks the server sends few statements too, its log lines and the reading of the token included.
+
+#include "apps/main-job/FetchTest.h"
+#include "MorvUt/Clients.h"
+#include "MorvUt/hmrc/StatementCount.h"
+
+namespace
+{
+
+class LiveStatements : public FetchTest
+{
+protected:
+    LiveStatements() : FetchTest("EVERYTHING") {}
+};
+
+} // namespace
+
+TEST_F(LiveStatements, AreFew)
+{
+    ::Test::AddClients(1000);
+    m_sandbox.Send("DELETE", "/sandbox/requests");
+    CountStatements(m_client, kGateway, HmrcApi::IEndpointOverride::Live);
+    const std::string requests = m_sandbox.Send("GET", "/sandbox/requests", "");
+    EXPECT_NE(requests.find("/individual-paye/"), std::string::npos) << requests;
+    EXPECT_EQ(requests.find("/oauth/token"), std::string::npos) << "the token was good: " << requests;
+}
