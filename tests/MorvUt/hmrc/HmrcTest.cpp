@@ -63,7 +63,8 @@ void HmrcTest::Fill()
 {
     CUserData::ClearPermissions();
     Sql("INSERT INTO BRIXUser (lID, strUserID) VALUES (1, 'ANNA')");
-    Sql("INSERT INTO BRIXUserPermissions (lID, strUserID, nPermission, bAllowed) VALUES (1, 'ANNA', 87, 1)");
+    Sql("INSERT INTO BRIXUserPermissions (lID, strUserID, nPermission, bAllowed) VALUES (1, 'ANNA', 87, 1), "
+        "(2, 'ANNA', 34, 1)");
     CUserData::SetUser("ANNA");
     Sql("INSERT INTO BRIXClient (lID, strNINumber, strUTR) VALUES (1, 'AA000001A', '2234567890')");
     Sql("DELETE FROM BRIXOptions");

@@ -1,6 +1,8 @@
 // From HMRC's items to the return's schedules.
 
 #include "MorvUt/hmrc/HmrcTest.h"
+#include "MorvUt/hmrc/schedules/CreateFromHmrc.h"
+#include "MorvUt/hmrc/schedules/Notes.h"
 
 using HmrcApi::StagedCounts;
 using Type = HmrcApi::IEndpointOverride::ResponseType;
@@ -138,18 +140,108 @@ TEST_F(NewSchedules, AreMadeTogetherOrNotAtAll)
     EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXTaxForm") + Schedules(), "0");
 }
 
-TEST_F(NewSchedules, AreAskedForWhenAReturnWithoutEmploymentsHasAllowances)
+TEST_F(NewSchedules, HoldAllowancesOfAReturnWithoutEmployments)
 {
-    const auto exist = [&](const char* amount) {
+    const auto fetch = [&](const char* amount) {
         Fetch(
             Answer({}, {}, {},
                    std::string(R"(, "taxFreeAllowances": [{"allowanceType": "FlatRateJobExpenses")") + amount + "}]"));
         return HmrcApi::CPAYEPrepop(m_client, TaxYear(kYear), {}, Type::Live).DoNewEmploymentsExist();
     };
-    EXPECT_FALSE(exist(R"(, "amount": 0)")) << "an allowance of nothing";
-    EXPECT_FALSE(exist("")) << "without an amount";
-    EXPECT_TRUE(exist(R"(, "amount": 0.01)")) << "a penny";
+    EXPECT_FALSE(fetch(R"(, "amount": 0)")) << "an allowance of nothing";
+    EXPECT_FALSE(fetch("")) << "without an amount";
+    EXPECT_TRUE(fetch(R"(, "amount": 0.01)")) << "a penny";
+    const HmrcApi::CreatedSchedules created = Create();
+    EXPECT_EQ(created.employments, 1);
+    EXPECT_EQ(created.notes.size(), 1u) << "it cannot be filed as it stands";
+    EXPECT_EQ(Schedules(), "1|HMRC allowances|-|-|-|-|-|-|-\n");
+    EXPECT_FALSE(fetch(R"(, "amount": 0.01)")) << "an employment to set it against";
+    EXPECT_EQ(Create().employments, 0);
+}
+
+TEST_F(NewSchedules, AreNotMadeWhereTheReturnDoesNotSayWhichItHas)
+{
     Sql("INSERT INTO BRIXTaxForm (lID, lClientID, nYear) SELECT 9, lID, 2018 FROM BRIXClient");
-    Sql("INSERT INTO BRIXNewEmploy (lID, lTaxFormID, nOrdering, strPAYEReference) VALUES (4, 9, 1, '9/Z')");
-    EXPECT_FALSE(exist(R"(, "amount": 0.01)")) << "an employment to set it against";
+    Sql("INSERT INTO BRIXNewEmploy (lID, lTaxFormID, nOrdering, strPAYEReference, amtPay) VALUES (4, 9, 1, '1/A', "
+        "1500000)");
+    Fetch(Answer(Employment("1/A", "W1", "100") + "," + Employment("1/A", "W2", "50")));
+    EXPECT_FALSE(HmrcApi::CPAYEPrepop(m_client, TaxYear(kYear), {}, Type::Live).DoNewEmploymentsExist());
+    const HmrcApi::CreatedSchedules created = Create();
+    EXPECT_EQ(created.employments, 0);
+    EXPECT_EQ(created.notes.size(), 2u);
+    EXPECT_EQ(Differences(), "1 Firm (1/A W1): Pay /100.00\n2 Firm (1/A W2): Pay /50.00\n") << "nothing is silent";
+    Sql("UPDATE BRIXNewEmploy SET strWorksNumber = 'W1', amtPay = 1000000");
+    EXPECT_EQ(Create().employments, 1);
+    EXPECT_EQ(Differences(), "");
+}
+
+TEST_F(NewSchedules, TakeOneFigureOfABenefitAndNoTotalTwice)
+{
+    const auto benefits = [&](const std::string& sent) {
+        Forget();
+        Fetch(Answer(Employment("1/A", "", "1", sent)));
+        const HmrcApi::CreateResult result = HmrcApi::CreateFromHmrc(m_client, TaxYear(kYear));
+        EXPECT_EQ(Fetch(Answer(Employment("1/A", "", "1", sent))), StagedCounts{});
+        return Query("SELECT nType, amtBenefit, bEstimate FROM BRIXNewEmployBenefits ORDER BY nType") + " notes " +
+               std::to_string(result.created.notes.size() - 1); // one is about the missing tax
+    };
+    const std::string forecast = Benefit("CarBenefit", "4000", true), actual = Benefit("CarBenefit", "4200"),
+                      van = Benefit("VanBenefit", "5"), total = Benefit("TotalBenefitInKind", "4205");
+    EXPECT_EQ(benefits(forecast), "70|4000.00|1 notes 0");
+    EXPECT_EQ(benefits(forecast + "," + actual), "70|4200.00|0 notes 1") << "not 8,200";
+    EXPECT_EQ(benefits(forecast + "," + forecast), "70|8000.00|1 notes 0");
+    EXPECT_EQ(benefits(total), "170|4205.00|0 notes 0");
+    EXPECT_EQ(benefits(actual + "," + van + "," + total), "70|4200.00|0, 90|5.00|0 notes 1");
+    EXPECT_EQ(benefits(Benefit("NonCashBenefit", "7") + "," + Benefit("NurseryPlaces", "8")), "170|15.00|0 notes 0");
+}
+
+TEST_F(NewSchedules, AreRefusedWhereAPersonWouldHaveToBeAsked)
+{
+    const char kReadOnly[] = "Operation cannot be performed. Client is read only.";
+    const auto refusal = [&] {
+        ::Test::Windows().Answer(1);
+        const HmrcApi::CreateResult result = HmrcApi::CreateFromHmrc(m_client, TaxYear(kYear));
+        EXPECT_FALSE(result.ok);
+        EXPECT_EQ(::Test::Windows().Messages().back().text, result.message.Str());
+        return result.message;
+    };
+    Fetch(Answer(Employment("1/A", "", "1")));
+    CUserData::ClearPermissions();
+    EXPECT_EQ(refusal(),
+              "You do not have permission to do this.\n\nPlease contact your administrator for more details.");
+    CUserData::SetUser("ANNA");
+    CUserData::SetReadOnly(1);
+    EXPECT_EQ(refusal(), kReadOnly);
+    CUserData::SetReadOnly(0);
+    Sql("INSERT INTO BRIXTaxForm (lID, lClientID, nYear, dtFinalised) SELECT 9, lID, 2018, '2018-12-01' FROM "
+        "BRIXClient");
+    EXPECT_EQ(refusal(), kReadOnly) << "finalised";
+    EXPECT_EQ(Schedules(), "");
+    Sql("UPDATE BRIXTaxForm SET dtFinalised = NULL");
+    EXPECT_TRUE(HmrcApi::CreateFromHmrc(m_client, TaxYear(kYear)).ok);
+}
+
+TEST_F(NewSchedules, TellWhatHasNoBoxOfItsOwn)
+{
+    Sql("UPDATE BRIXClient SET strNINumber = 'AA000001A'");
+    Fetch(Answer(
+        R"({"employerPayeReference": "1/A", "employerName": "Firm", "taxTotal": 1, "offPayrollWorkFlag": true})",
+        R"({"employerPayeReference": "3/C", "taxablePayTotal": 1})",
+        R"({"benefitType": "UniversalCredit", "startDate": "2017-05-01", "taxablePayTotal": 9.5, "taxTotal": 2},)"
+        R"({"benefitType": "JobseekersAllowance", "startDate": "2017-05-01", "taxablePayTotal": 3, "taxTotal": 1})",
+        R"(, "statePension": {"grossAmount": 80, "lumpSum": {"taxablePayTotal": 90, "taxTotal": 4}},
+                    "taxFreeAllowances": [{"allowanceType": "EarlierYearsAdjustment", "amount": 155}])"));
+    Sql("INSERT INTO BRIXMTD_NIC (lID, lMTD_TaxYearID, bMaxNICsReached) SELECT 1, lID, 1 FROM BRIXMTD_TaxYear");
+    std::string told;
+    for (const CString& note : HmrcApi::NotesOf(HmrcApi::LoadStagedYear(m_client, kYear)))
+        told += note.Str().substr(0, note.Str().find_first_of(':')) + note.Str().substr(note.Str().find_last_of(' ')) +
+                '\n';
+    EXPECT_EQ(told, "Firm (1/A) pay.\nFirm (1/A) it.\n3/C tax.\nState Pension (80.00) received.\n"
+                    "State Pension lump sum (90.00, tax 4.00) return.\nUniversalCredit (9.50, tax 2.00) "
+                    "belongs.\nJobseeker's Allowance own.\nEarlierYearsAdjustment (155.00) own.\n"
+                    "National Insurance reached.\n");
+    EXPECT_EQ(
+        Query("SELECT nMTDType, strReference, amtAmount, amtTax FROM BRIXMTD_PensionStateBenefits WHERE nMTDType > 4"),
+        "99|UniversalCredit|9.50|2.00");
+    EXPECT_EQ(Create().pensionsAndBenefits, 4) << "none of the kind that is not known";
 }

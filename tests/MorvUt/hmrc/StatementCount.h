@@ -56,13 +56,13 @@ inline void FetchStep(ClientId client, const std::string& gateway, HmrcApi::IEnd
     EXPECT_TRUE(HmrcApi::FetchFromHmrc(client, gateway, type).ok);
 }
 
-/// The schedules, and whatever a program reads to print them.
+/// The schedules, and what a program reads to print them.
 inline void CreateStep(ClientId client, const std::string&, HmrcApi::IEndpointOverride::ResponseType)
 {
-    HmrcApi::CPAYEPrepop prepop(client, TaxYear(2018), {}, HmrcApi::IEndpointOverride::Live);
-    prepop.CreateNewSchedules();
-    EXPECT_EQ(prepop.GetCreatedSchedules().employments, 2);
-    EXPECT_EQ(prepop.GetCreatedSchedules().pensionsAndBenefits, 7);
+    const HmrcApi::CreateResult result = HmrcApi::CreateFromHmrc(client, TaxYear(2018));
+    EXPECT_EQ(result.created.employments, 2) << result.message;
+    EXPECT_EQ(result.created.pensionsAndBenefits, 7);
+    EXPECT_EQ(HmrcApi::LoadReturnYear(client, 2018).pensions.size(), 7u);
 }
 
 inline void DifferencesStep(ClientId client, const std::string&, HmrcApi::IEndpointOverride::ResponseType)

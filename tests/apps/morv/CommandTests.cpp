@@ -41,8 +41,8 @@ TEST(Commands, ThePromisedMembersAreThere)
     for (const char* scope : {"read:marriage-allowance", "read:national-insurance", "read:individual-paye"})
         EXPECT_NE(authorised["scope"].get<std::string>().find(scope), std::string::npos) << scope;
     EXPECT_EQ(Members(MorvJson(FetchLine(practice, sandbox))),
-              "clear client errors message newData ok route staged year");
-    EXPECT_EQ(Members(MorvJson("hmrc create " + client)), "created schedules");
+              "clear client errors message newData notes ok route staged year");
+    EXPECT_EQ(Members(MorvJson("hmrc create " + client)), "created notes schedules");
     const Json log = MorvJson("hmrc log " + practice);
     ASSERT_GT(log.size(), 0u);
     EXPECT_EQ(Members(log[0]), "chain detail event interface request response session user when workstation");
