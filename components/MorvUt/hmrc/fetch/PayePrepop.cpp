@@ -16,8 +16,6 @@ namespace
 
 constexpr char kGroup[] = "PAYE";
 
-bool IsStatePension(long kind) noexcept { return kind == kStatePension; }
-
 /// Stands on the next row, from the one given on, that HMRC still sends.
 bool MoveToLive(Brix::CMTD_EmploymentsCompanyBenefits& list, bool isThere)
 {
@@ -159,7 +157,7 @@ bool CPAYEPrepop::DoNewPensionStateBenefitsExist()
     return IsPensionNew([](long kind) { return ScheduleOf(static_cast<int>(kind)) != nullptr; });
 }
 
-bool CPAYEPrepop::DoNewPensionStateBenefitsExist_Other() { return IsPensionNew(&IsStatePension); }
+bool CPAYEPrepop::DoNewPensionStateBenefitsExist_Other() { return IsPensionNew(&IsStatePensionKind); }
 bool CPAYEPrepop::DoNewPensionStateBenefitsExist_PrivatePensions() { return IsPensionNew(&IsPrivatePension); }
 bool CPAYEPrepop::DoNewPensionStateBenefitsExist_TaxableSocialSecurityBenefits()
 {
@@ -174,28 +172,14 @@ bool CPAYEPrepop::IsPensionNew(bool (*isOfKind)(long kind)) const
 void CPAYEPrepop::CreateNewSchedules()
 {
     m_created = {};
-    InCreation([this](Creation& creation) {
-        m_creation = &creation; // the four that follow read nothing again
-        CreateNewEmploymentSchedules();
-        CreateNewPensionStateBenefitSchedules_PrivatePensions();
-        CreateNewPensionStateBenefitSchedules_TaxableSocialSecurityBenefits();
-        CreateNewPensionStateBenefitSchedules_Other();
-    });
+    InCreation([](Creation& creation) { creation.writer.AddAll(creation.staged); });
 }
 
-/// In the creation under way, else in one of its own; what was made counts once it is committed.
+/// What was made counts once it is committed.
 void CPAYEPrepop::InCreation(const std::function<void(Creation&)>& work)
 {
-    if (m_creation)
-        return work(*m_creation);
     Creation creation(GetClient(), GetYear());
-    try {
-        work(creation);
-        m_creation = nullptr;
-    } catch (...) {
-        m_creation = nullptr;
-        throw;
-    }
+    work(creation);
     creation.transaction.Commit();
     const CreatedSchedules& made = creation.writer.GetCreated();
     m_created.employments += made.employments;
@@ -218,7 +202,7 @@ void CPAYEPrepop::CreateNewPensionStateBenefitSchedules_TaxableSocialSecurityBen
 {
     CreatePensions(&IsTaxableSocialSecurityBenefit);
 }
-void CPAYEPrepop::CreateNewPensionStateBenefitSchedules_Other() { CreatePensions(&IsStatePension); }
+void CPAYEPrepop::CreateNewPensionStateBenefitSchedules_Other() { CreatePensions(&IsStatePensionKind); }
 
 void CPAYEPrepop::CreateNewEmploymentSchedule(Brix::CNewEmploy& schedules, int& ordering, const char* identifyingText,
                                               const char* employerName)
@@ -291,12 +275,9 @@ CPAYEPrepop::MTD_PSBType CPAYEPrepop::MapTSSBBenefitTypeToMTD_PSBType(int benefi
     return static_cast<MTD_PSBType>(StagedKindOf(benefitType));
 }
 
-bool CPAYEPrepop::IsPrivatePension(long mtdType) noexcept { return mtdType == kPrivatePension; }
+bool CPAYEPrepop::IsPrivatePension(long mtdType) noexcept { return IsPrivatePensionKind(mtdType); }
 
-bool CPAYEPrepop::IsTaxableSocialSecurityBenefit(long mtdType) noexcept
-{
-    return mtdType >= kJobseekersAllowance && mtdType <= kEmploymentAndSupportAllowance;
-}
+bool CPAYEPrepop::IsTaxableSocialSecurityBenefit(long mtdType) noexcept { return IsStateBenefitKind(mtdType); }
 
 bool CPAYEPrepop::DoPSBTypeAndMTD_PSBTypeMatch(long scheduleType, long mtdType) noexcept
 {

@@ -118,7 +118,6 @@ private:
     std::optional<StagedYear> m_answer; // HMRC's, in the terms of the staging rows
     ClientId m_answerClient;
     short m_answerYear = 0;
-    Creation* m_creation = nullptr; // under way
     CreatedSchedules m_created;
 };
 

@@ -20,8 +20,6 @@ CreateResult Refused(unsigned text, bool isShown)
     return result;
 }
 
-bool IsAny(long) { return true; }
-
 } // namespace
 
 CreateResult CreateFromHmrc(ClientId client, TaxYear taxYear)
@@ -39,8 +37,7 @@ CreateResult CreateFromHmrc(ClientId client, TaxYear taxYear)
     }
     const StagedYear staged = LoadStagedYear(client, year);
     NewScheduleWriter writer(client, year, own);
-    writer.AddEmployments(staged);
-    writer.AddPensions(staged, &IsAny);
+    writer.AddAll(staged);
     transaction.Commit();
 
     CreateResult result;

@@ -139,6 +139,13 @@ long NewScheduleWriter::TaxForm()
     return m_own.taxFormId;
 }
 
+void NewScheduleWriter::AddAll(const StagedYear& staged)
+{
+    AddEmployments(staged);
+    for (const auto isOfKind : {&IsPrivatePensionKind, &IsStateBenefitKind, &IsStatePensionKind})
+        AddPensions(staged, isOfKind);
+}
+
 void NewScheduleWriter::AddEmployments(const StagedYear& staged)
 {
     const std::vector<Match> matches = MatchEmployments(staged, m_own);

@@ -47,6 +47,8 @@ class MORVUT_API NewScheduleWriter
 public:
     NewScheduleWriter(ClientId client, short year, ReturnYear own);
 
+    /// All that is new: employments, private pensions, benefits, then state pensions.
+    void AddAll(const StagedYear& staged);
     /// The employments that are new, with their benefits; for a return without any, one that holds HMRC's allowances.
     void AddEmployments(const StagedYear& staged);
     /// The pensions and benefits of these kinds that are new.

@@ -43,6 +43,13 @@ const char* NameOf(const StagedPension& item) noexcept
     return schedule ? schedule->name : item.reference.c_str();
 }
 
+bool IsPrivatePensionKind(long kind) noexcept { return kind == kPrivatePension; }
+bool IsStateBenefitKind(long kind) noexcept
+{
+    return kind >= kJobseekersAllowance && kind <= kEmploymentAndSupportAllowance;
+}
+bool IsStatePensionKind(long kind) noexcept { return kind == kStatePension; }
+
 bool IsScheduleOfKind(long type, long kind) noexcept
 {
     for (const TypePair& pair : kMatchingTypes)

@@ -24,6 +24,11 @@ const PensionSchedule* ScheduleOf(int kind) noexcept;
 /// What people call a kind of staged pension or benefit; of an unknown one HMRC's own word.
 const char* NameOf(const StagedPension& item) noexcept;
 
+// The three groups of kinds that become schedules. (Unknown ones are in none.)
+bool IsPrivatePensionKind(long kind) noexcept;
+bool IsStateBenefitKind(long kind) noexcept;
+bool IsStatePensionKind(long kind) noexcept; // and its lump sum
+
 /// Whether a schedule of this type may be an item of this kind. `type`: of mapPSBTypes. Never of a state pension, which
 /// is known by its description.
 bool IsScheduleOfKind(long type, long kind) noexcept;
