@@ -1,5 +1,7 @@
 #include "MorvUt/hmrc/access/AuthorisationStore.h"
 
+#include <time.h>
+
 #include <cstdlib>
 #include <tuple>
 
@@ -189,6 +191,7 @@ TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
     };
     Afx::SetComputerName("DESK1");
     setenv("TZ", "XST-1", 1); // an hour that must not count
+    tzset();
     Shellkit::ProcessMark running;
     ASSERT_TRUE(running.Set("MorvUt.TokenLock.7.4712"));
     for (const auto& row : rows) {
@@ -203,6 +206,7 @@ TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
                   row.isCleared ? "ANNA|LockCleared" : "BOB|-");
     }
     unsetenv("TZ");
+    tzset();
 }
 
 TEST_F(AuthorisationStore, NamesNoSessionWhoseMarkItHasNot)
