@@ -92,16 +92,21 @@ Finding CheckKey(const std::string& practice)
 
 Finding CheckTokens(const std::string&)
 {
-    Cellar::CBufferedRowList rows(Quarry::GetConnection(),
-                                  "SELECT strGatewayID, nAuthorisedStatus FROM MTDAuthorisation ORDER BY strGatewayID");
+    Cellar::CBufferedRowList rows(
+        Quarry::GetConnection(),
+        "SELECT strGatewayID, nAuthorisedStatus, strService FROM MTDAuthorisation ORDER BY strGatewayID");
     if (rows.GetCount() == 0)
         return {"tokens", true, "no Government Gateway ID is registered yet", ""};
-    std::string lapsed;
-    for (; !rows.IsEOL(); rows.MoveNext())
-        if (rows.GetShort("nAuthorisedStatus") != 1)
-            lapsed += (lapsed.empty() ? "" : ", ") + rows.GetText("strGatewayID").Str();
+    std::string authorised, lapsed;
+    for (; !rows.IsEOL(); rows.MoveNext()) {
+        const bool isAuthorised = rows.GetShort("nAuthorisedStatus") == 1;
+        std::string& list = isAuthorised ? authorised : lapsed;
+        list += (list.empty() ? "" : ", ") + rows.GetText("strGatewayID").Str();
+        if (isAuthorised && !rows.GetText("strService").IsEmpty())
+            list += " at " + rows.GetText("strService").Str();
+    }
     if (lapsed.empty())
-        return {"tokens", true, std::to_string(rows.GetCount()) + " authorised", ""};
+        return {"tokens", true, "authorised: " + authorised, ""};
     return {"tokens", false, "not authorised: " + lapsed, "morv hmrc authorise PRACTICE --gateway ID"};
 }
 
@@ -114,7 +119,8 @@ Finding CheckLocks(const std::string&)
     return {"locks", false,
             "tokens are being refreshed at workstation " + rows.GetText("strWorkstation").Str() + " by " +
                 rows.GetText("strUserID").Str(),
-            "A lock that is left behind is cleared by the next fetch after 150 seconds."};
+            "A lock that is left behind is cleared by the next fetch: at once at that workstation, elsewhere after 150 "
+            "seconds."};
 }
 
 constexpr Finding (*kMachineChecks[])() = {CheckSettings, CheckClock, CheckCertificates, CheckDrivers,

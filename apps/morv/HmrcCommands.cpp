@@ -91,13 +91,15 @@ COleDateTime GrantEnd(const COleDateTime& granted)
 
 Json GatewayOf(const std::string& gateway)
 {
-    Cellar::CBufferedRowList row(Quarry::GetConnection(),
-                                 "SELECT nAuthorisedStatus, strScope, nExpiresIn, dtAuthenticated, dtGranted "
-                                 "FROM MTDAuthorisation WHERE strGatewayID = %s",
-                                 gateway);
+    Cellar::CBufferedRowList row(
+        Quarry::GetConnection(),
+        "SELECT nAuthorisedStatus, strService, strScope, nExpiresIn, dtAuthenticated, dtGranted "
+        "FROM MTDAuthorisation WHERE strGatewayID = %s",
+        gateway);
     const bool authorised = !row.IsEOL() && row.GetShort("nAuthorisedStatus") == 1;
     return {{"gateway", gateway},
             {"authorised", authorised},
+            {"service", authorised ? TextOf(row.GetText("strService")) : Json(nullptr)},
             {"scope", authorised ? TextOf(row.GetText("strScope")) : Json(nullptr)},
             {"expires", authorised ? MomentOf(AddSeconds(row.GetDateTime("dtAuthenticated"), row.GetLong("nExpiresIn")))
                                    : Json(nullptr)},
@@ -130,7 +132,8 @@ void Authorise(const HmrcArguments& arguments, const CommonOptions& options)
     const Json view = GatewayOf(arguments.gateway);
     if (options.json)
         return PrintJson(view);
-    PrintLine("%s is authorised for %s. The grant ends %s.", arguments.gateway, view["scope"].get<std::string>(),
+    PrintLine("%s is authorised at %s for %s. The grant ends %s.", arguments.gateway,
+              view["service"].get<std::string>(), view["scope"].get<std::string>(),
               view["grantEnds"].is_null() ? std::string("in 18 months")
                                           : view["grantEnds"].get<std::string>().substr(0, 10));
 }

@@ -49,12 +49,19 @@ public:
     virtual void SetRetryDelay(std::uint32_t milliseconds) = 0;
 };
 
-/// Who holds the store's lock. A store may implement this beside IAuthorisationStore; the refresh then names the
-/// holder.
-class HMRCAPI_API ILockHolder
+/// What a store may do beside IAuthorisationStore. Without it tokens count as those of HMRC's production service, a
+/// refresh cannot name who holds the lock, and nothing shows beforehand that the store has no room.
+class HMRCAPI_API IGrantStore
 {
 public:
-    virtual ~ILockHolder();
+    virtual ~IGrantStore();
+    /// The service that gave the tokens; empty: not known. Loaded and updated with them.
+    virtual std::string GetService() = 0;
+    virtual void SetService(const std::string& service) = 0;
+    /// True when new tokens can be stored now, however long they are. Changes nothing. Called with the lock held.
+    virtual bool Rehearse() = 0;
+    /// Why the last operation failed, for people, when waiting does not help: no room, no right. Else empty.
+    virtual std::string GetProblem() = 0;
     /// False when nobody holds the lock, or it cannot be told.
     virtual bool GetLockHolder(std::string& workstation, std::string& user) = 0;
 };

@@ -32,23 +32,25 @@ struct FakeRow
     std::string scope = "read:individual-paye", type = "bearer";
     COleDateTime authenticated = COleDateTime::GetCurrentUtcTime();
     IAuthorisationStore::AuthorisationStatus status = IAuthorisationStore::Authorised;
+    std::string service = "http://127.0.0.1:1";
     bool isLocked = false;
     int failingUpdates = 0;
+    std::string problem;                                           // of what fails
     std::vector<IAuthorisationStore::AuthorisationStatus> written; // the status of each update
 };
 
-struct FakeStore : IAuthorisationStore, ILockHolder
+struct FakeStore : IAuthorisationStore, IGrantStore
 {
     explicit FakeStore(FakeRow& shared) : row(shared) {}
 
     std::function<void(FakeRow&)> onLockRefused; // what other workstations do meanwhile
-    bool isHolderKnown = true;
+    bool isHolderKnown = true, hasRow = true, hasRoom = true;
     int locks = 0, unlocks = 0;
 
     bool LoadTokens() override
     {
         copy = row;
-        return true;
+        return hasRow;
     }
     bool UpdateTokens() override
     {
@@ -93,6 +95,10 @@ struct FakeStore : IAuthorisationStore, ILockHolder
     AuthorisationStatus GetAuthorisationStatus() override { return copy.status; }
     std::uint32_t GetRetryDelay() const override { return 500; }
     void SetRetryDelay(std::uint32_t) override {}
+    std::string GetService() override { return copy.service; }
+    void SetService(const std::string& service) override { copy.service = service; }
+    bool Rehearse() override { return hasRoom; }
+    std::string GetProblem() override { return row.problem; }
     bool GetLockHolder(std::string& workstation, std::string& user) override
     {
         workstation = "DESK-7";
@@ -120,6 +126,7 @@ struct FakeClient : IClientData
 
 struct FakeLogger : IChainLogger
 {
+    std::function<void()> onLog;
     bool isDebug = true;
     std::string text; // every line
     void SetChainId(const GUID& id) override { m_id = id; }
@@ -129,6 +136,8 @@ struct FakeLogger : IChainLogger
     void Log(const std::string& a1, const std::string& a2, const std::string& a3, const std::string& a4,
              const std::string& a5) override
     {
+        if (onLog)
+            onLog();
         text += a1 + '|' + a2 + '|' + a3 + '|' + a4 + '|' + a5 + '\n';
     }
     GUID m_id{};
@@ -181,11 +190,16 @@ protected:
     {
         tokenEndpoint->Add(200, kFreshTokens);
         authorisation->SetChannel(std::make_shared<Channel>(tokenEndpoint));
-        Afx::Clock::SetSleep([this](unsigned milliseconds) { slept += milliseconds; });
+        Afx::Clock::Set([this] { return begun + passed; });
+        Afx::Clock::SetSleep([this](unsigned milliseconds) {
+            slept += milliseconds;
+            passed += milliseconds;
+        });
     }
     ~Plumbing() override
     {
         Afx::Clock::SetSleep({});
+        Afx::Clock::Set({});
         Shellkit::SetPracticeKey({});
     }
 
@@ -206,6 +220,8 @@ protected:
         std::make_unique<CAuthorisation>(store, std::make_shared<FakeScope>(), client);
     FakeLogger logger;
     unsigned slept = 0; // milliseconds
+    const std::int64_t begun = Afx::Clock::UnixMilliseconds();
+    std::int64_t passed = 0; // milliseconds, by the wall clock
 };
 
 /// Fails for each secret that the text holds.

@@ -2,7 +2,6 @@
 
 // OAuth 2.0 with HMRC: the authorisation-code dialogue in the user's browser, and the refreshing of tokens.
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -12,31 +11,14 @@
 
 #include "HmrcApi/Export.h"
 #include "HmrcApi/Host.h"
+#include "HmrcApi/oauth/Tokens.h"
 #include "HmrcApi/transport/Channel.h"
 
 namespace HmrcApi
 {
 
-/// The tokens of a grant in plain text; wiped when destroyed.
-class HMRCAPI_API COAuth2Tokens
-{
-public:
-    COAuth2Tokens() = default;
-    COAuth2Tokens(const COAuth2Tokens&) = default;
-    COAuth2Tokens& operator=(const COAuth2Tokens&) = default;
-    ~COAuth2Tokens();
-
-    std::string accessToken;
-    std::string refreshToken;
-    std::string tokenType;
-    std::string scope;
-    std::int32_t expiresIn = 0; // seconds
-};
-
-/// One authorisation with HMRC, on behalf of the user whose tokens the store holds.
-///
-/// Refreshing takes the store's lock, reads the tokens again (another workstation may have been quicker), asks HMRC
-/// once, and stores the new pair before anything uses it: a refresh token is good for one use only.
+/// One authorisation with HMRC, on behalf of the user whose tokens the store holds: the face of signing in (SignIn),
+/// refreshing (TokenRefresh) and what is stored (StoredGrant). Tokens go to the service that gave them and to no other.
 class HMRCAPI_API CAuthorisation
 {
 public:
@@ -49,13 +31,13 @@ public:
     /// otherwise GetLastError() says why.
     bool DoAuthorisation(IChainLogger* logger);
     /// Reads the tokens from the store; within 60 seconds of their end refreshes them first. False when there are none
-    /// or they cannot be refreshed (GetLastError()).
+    /// for this service or they cannot be refreshed (GetLastError()), and in a build without credentials.
     bool LoadTokens(IChainLogger* logger = nullptr);
     /// Refreshes now, under the store's lock. When the store holds another access token than the one in hand by now,
     /// that one is taken and HMRC is not asked. False also when HMRC gave new tokens and the store could not keep them
     /// (TOKENS_NOT_SAVED): they are in hand then, and UpdateTokens may be tried again.
     bool RefreshTokens(IChainLogger* logger);
-    /// Writes the tokens in hand to the store, with status 1 and the time; tries up to three times.
+    /// Writes the tokens in hand to the store, with status 1, the time and the service; tries up to three times.
     bool UpdateTokens();
 
     /// Opens the browser and waits for the code (empty: none came, GetLastError()).
@@ -63,12 +45,12 @@ public:
     /// Turns a code into tokens.
     bool RequestAccessToken(const std::string& code);
 
-    /// The tokens in hand; false when there are none.
+    /// The tokens in hand; false when there are none, or the base address is another service's by now.
     bool get_authtokens(COAuth2Tokens& tokens) const;
 
     struct Error
     {
-        std::string code; // HMRC's or ours, e.g. INVALID_GRANT, NO_CONNECTION, ACCESS_DENIED
+        std::string code; // HMRC's or ours, e.g. INVALID_GRANT, NO_CONNECTION, WRONG_SERVICE
         std::string text;
         std::string status; // HTTP status; empty when there was no answer
     };
@@ -96,7 +78,6 @@ public:
 
 private:
     struct State;
-    class Operation;
     std::unique_ptr<State> m_state;
 };
 

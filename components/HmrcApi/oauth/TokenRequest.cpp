@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstdint>
 
+#include "HmrcApi/answers/Mask.h"
 #include "HmrcApi/json/Json.h"
 #include "Shellkit/Cipher.h"
 
@@ -63,7 +64,7 @@ std::optional<COAuth2Tokens> ReadTokens(const std::string& body)
 } // namespace
 
 TokenAnswer RequestTokens(ITransport& transport, IClientData& clientData, FormFields fields,
-                          const std::function<bool()>& cancelled)
+                          const std::function<bool()>& cancelled, unsigned milliseconds)
 {
     const std::string id = clientData.GetId();
     std::string secret = clientData.GetSecret();
@@ -75,6 +76,8 @@ TokenAnswer RequestTokens(ITransport& transport, IClientData& clientData, FormFi
     request.headers = {{"Content-Type", "application/x-www-form-urlencoded"}, {"Accept", "application/json"}};
     request.body = EncodeForm(fields);
     request.cancelled = cancelled;
+    request.connectMilliseconds = std::min(request.connectMilliseconds, milliseconds);
+    request.totalMilliseconds = std::min(request.totalMilliseconds, milliseconds);
 
     TokenAnswer result;
     result.answer = transport.Send(request);
@@ -92,6 +95,21 @@ TokenAnswer RequestTokens(ITransport& transport, IClientData& clientData, FormFi
     Shellkit::Wipe(body.data(), body.size());
     body.clear();
     return result;
+}
+
+HmrcApiErrorException ErrorOf(const TokenAnswer& answer)
+{
+    const AnswerRule& rule = RuleFor(answer.answer, answer.error.code);
+    if (rule.verdict == Verdict::Success) // 200, but without tokens
+        return {answer.error.code, answer.error.message, {}, "200"};
+    return ErrorOf(answer.answer, rule, answer.error);
+}
+
+void Trace(IChainLogger* logger, const char* event, const TokenAnswer& answer, const COAuth2Tokens& tokens)
+{
+    if (logger)
+        logger->Log(event, "Authorisation", "POST /oauth/token",
+                    Mask(DescribeAnswer(answer.answer, answer.error), {tokens.accessToken, tokens.refreshToken}), {});
 }
 
 std::string AuthoriseAddress(const std::string& base)

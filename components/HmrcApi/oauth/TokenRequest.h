@@ -7,7 +7,9 @@
 #include <string>
 
 #include "HmrcApi/answers/AnswerTable.h"
-#include "HmrcApi/oauth/Authorisation.h"
+#include "HmrcApi/Host.h"
+#include "HmrcApi/oauth/Tokens.h"
+#include "HmrcApi/transport/Transport.h"
 #include "HmrcApi/transport/Uri.h"
 
 namespace HmrcApi
@@ -28,9 +30,15 @@ struct TokenAnswer
     }
 };
 
-/// Posts `fields` with the application's id and secret to oauth/token of the authentication endpoint, once.
+/// Posts `fields` with the application's id and secret to oauth/token of the authentication endpoint, once, within the
+/// usual time-outs and `milliseconds`.
 TokenAnswer RequestTokens(ITransport& transport, IClientData& clientData, FormFields fields,
-                          const std::function<bool()>& cancelled);
+                          const std::function<bool()>& cancelled, unsigned milliseconds);
+
+/// What an answer without tokens means.
+HmrcApiErrorException ErrorOf(const TokenAnswer& answer);
+/// Logs the answer without the tokens; nothing without a logger.
+void Trace(IChainLogger* logger, const char* event, const TokenAnswer& answer, const COAuth2Tokens& tokens);
 
 /// The address of HMRC's sign-in page for the API at `base`: another host than the API's, the same for a loopback base.
 HMRCAPI_API std::string AuthoriseAddress(const std::string& base);

@@ -1,5 +1,9 @@
 #include "HmrcApi/oauth/Authorisation.h"
 
+#include <algorithm>
+#include <csignal>
+#include <stdexcept>
+
 #include "HmrcApi/Fakes.h"
 #include "support/Case.h"
 
@@ -50,18 +54,65 @@ TEST_F(Load, RefreshesBeforeTheLastMinuteOfTheAccessToken)
     }
 }
 
-TEST_F(Load, RefusesWhatIsNotAuthorisedOrUnreadableAndDoesNotOverwriteIt)
+TEST_F(Load, SaysWhyThereAreNoTokensAndOverwritesNone)
 {
-    practice.status = IAuthorisationStore::NotAuthorised;
-    EXPECT_FALSE(authorisation->LoadTokens());
-    EXPECT_EQ(Code(), "NOT_AUTHORISED");
-    practice.status = IAuthorisationStore::Authorised;
-    EXPECT_FALSE(authorisation->UpdateTokens()) << "would overwrite a grant with nothing";
-    EXPECT_EQ(StoredAccessToken(), "access-1");
-    practice.access[20] ^= 1;
-    EXPECT_FALSE(authorisation->LoadTokens());
-    EXPECT_EQ(Code(), "TOKENS_UNREADABLE");
-    EXPECT_EQ(AccessToken(), "");
+    const struct
+    {
+        const char* code;
+        std::function<void()> spoil;
+        const char* why;
+    } rows[] = {
+        {"NO_CREDENTIALS", [&] { store->hasRow = false; }, "nobody has registered that gateway id"},
+        {"NOT_AUTHORISED", [&] { practice.status = IAuthorisationStore::NotAuthorised; }, "no consent yet"},
+        {"NOT_AUTHORISED", [&] { practice.access.clear(); }, "consent without tokens"},
+        {"TOKENS_UNREADABLE", [&] { practice.access[20] ^= 1; }, "damaged, or of another practice"},
+        {"NO_CREDENTIALS_FILE", [&] { client->id.clear(); }, "even a bearer token must not leave the machine then"},
+        {"NO_PRACTICE_KEY", [&] { Shellkit::SetPracticeKey({}); }, "the key file is gone"}, // last: the key stays away
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        practice = {};
+        store->hasRow = true;
+        client->id = "the-client";
+        row.spoil();
+        EXPECT_FALSE(authorisation->LoadTokens());
+        EXPECT_EQ(Code(), row.code);
+        EXPECT_EQ(AccessToken(), "");
+        EXPECT_FALSE(authorisation->UpdateTokens()) << "would overwrite a grant with nothing";
+        EXPECT_TRUE(practice.written.empty());
+    }
+}
+
+TEST_F(Load, KeepsTokensFromAServiceThatDidNotGiveThem)
+{
+    const std::string production = "https://api.service.hmrc.gov.uk", test = "https://test-api.service.hmrc.gov.uk";
+    const std::tuple<std::string, std::string, bool, const char*> rows[] = {
+        {production, production + '/', true, "the service that gave them"},
+        {production, "HTTPS://API.service.hmrc.gov.uk:443", true, "the same, written otherwise"},
+        {"", production + '/', true, "a grant from before services were kept"},
+        {"", test + '/', false, "such a grant is production's only"},
+        {production, test + '/', false, "test services"},
+        {test, production + '/', false, "and the other way round"},
+        {production, "http://127.0.0.1:1/", false, "a server on this machine"},
+        {"http://127.0.0.1:2", "http://127.0.0.1:1/", false, "another server on this machine"},
+    };
+    for (const auto& [service, base, mayLoad, why] : rows) {
+        SCOPED_TRACE(why);
+        practice = {};
+        practice.service = service;
+        client->base = service.empty() ? production : service;
+        ASSERT_TRUE(authorisation->LoadTokens());
+        client->base = base;
+        EXPECT_EQ(AccessToken(), mayLoad ? "access-1" : "") << "in hand";
+        practice.authenticated = COleDateTime::Null(); // over
+        EXPECT_EQ(authorisation->LoadTokens(), mayLoad);
+        EXPECT_EQ(authorisation->RefreshTokens(nullptr), mayLoad);
+        EXPECT_EQ(Code(), mayLoad ? "" : "WRONG_SERVICE");
+        EXPECT_EQ(tokenEndpoint->requests.empty(), !mayLoad) << "the refresh token and the secret";
+        tokenEndpoint->requests.clear();
+    }
+    EXPECT_EQ(authorisation->GetLastError().text, "The authority of this Government Gateway ID is for 127.0.0.1:2, not "
+                                                  "for 127.0.0.1:1: authorise for this service");
 }
 
 TEST_F(Refresh, StoresTheNewPairAndKeepsTheScope)
@@ -163,6 +214,108 @@ TEST_F(Refresh, TriesToSaveThreeTimesAndKeepsTheTokensInHand)
     }
     EXPECT_TRUE(authorisation->UpdateTokens()) << "tried again later";
     EXPECT_EQ(StoredAccessToken(), "access-2");
+}
+
+TEST_F(Refresh, EndsWithinTwoMinutesWhateverHappens)
+{
+    tokenEndpoint->Script({{400, kBusy}});
+    tokenEndpoint->onSend = [this] { passed += std::min(30'000u, tokenEndpoint->requests.back().totalMilliseconds); };
+    EXPECT_FALSE(Run());
+    EXPECT_EQ(Code(), "REFRESH_BUSY");
+    EXPECT_LE(passed, 120'000);
+    EXPECT_EQ(Requests(), 4u);
+}
+
+TEST_F(Refresh, LeavesWhatAnotherWorkstationDidWhileThisOneSlept)
+{
+    constexpr char kGrant[] = R"({"error":"invalid_grant"})";
+    const struct
+    {
+        std::pair<int, std::string> answer;
+        bool isReplaced;
+        const char *access, *code, *why;
+    } rows[] = {
+        {{0, ""}, false, "access-1", "ANSWER_INCOMPLETE", "not asked a second time"},
+        {{400, kGrant}, true, "access-elsewhere", "", "the other one used the token, the grant is alive"},
+        {{400, kGrant}, false, "access-1", "INVALID_GRANT", "nobody else did"},
+        {{200, Fakes::kFreshTokens}, true, "access-elsewhere", "", "a newer consent"},
+        {{200, Fakes::kFreshTokens}, false, "access-2", "", "late, and still the only pair"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        Restart();
+        tokenEndpoint->Script({row.answer});
+        tokenEndpoint->onSend = [&] {
+            passed += 600'000;
+            if (row.isReplaced) {
+                StoreElsewhere();
+                practice.refresh = Fakes::Sealed("refresh-elsewhere");
+            }
+        };
+        EXPECT_EQ(Run(), !*row.code);
+        EXPECT_EQ(Code(), row.code);
+        EXPECT_EQ(Requests(), 1u);
+        EXPECT_EQ(StoredAccessToken(), row.access);
+        EXPECT_EQ(practice.status == IAuthorisationStore::Authorised, row.code != std::string("INVALID_GRANT"));
+    }
+}
+
+TEST_F(Refresh, HoldsSignalsBackUntilThePairIsStored)
+{
+    static std::function<void()> arrived;
+    int signals = 0;
+    arrived = [&] {
+        ++signals;
+        EXPECT_EQ(StoredAccessToken(), "access-2");
+        EXPECT_FALSE(practice.isLocked) << "the lock is given back first";
+    };
+    const auto before = std::signal(SIGTERM, [](int) { arrived(); });
+    tokenEndpoint->onSend = [] { std::raise(SIGTERM); };
+    EXPECT_TRUE(Run());
+    EXPECT_EQ(signals, 1);
+
+    Restart();
+    tokenEndpoint->Script({{400, kBusy}});
+    arrived = [&] { ++signals; };
+    EXPECT_FALSE(Run());
+    EXPECT_EQ(Code(), "CANCELLED") << "nothing is lost while HMRC is busy";
+    EXPECT_EQ(Requests(), 1u);
+    EXPECT_EQ(signals, 2);
+    std::signal(SIGTERM, before);
+}
+
+TEST_F(Refresh, GivesTheLockBackAfterAnException)
+{
+    tokenEndpoint->onSend = [] { throw std::runtime_error("no memory"); };
+    EXPECT_THROW(Run(), std::runtime_error);
+    EXPECT_FALSE(practice.isLocked);
+    tokenEndpoint->onSend = {};
+    logger.onLog = [] { throw std::runtime_error("no log"); };
+    EXPECT_THROW(Run(), std::runtime_error);
+    EXPECT_FALSE(practice.isLocked);
+    EXPECT_EQ(StoredAccessToken(), "access-2") << "stored before anything else";
+}
+
+TEST_F(Refresh, SaysWhyTheStoreCannotKeepTokens)
+{
+    const std::tuple<bool, const char*, const char*, const char*> rows[] = {
+        {true, "the disk is full", "TOKENS_NOT_SAVED", "no row for the lock"},
+        {false, "the disk is full", "TOKENS_NOT_SAVED", "no room for new tokens"},
+        {false, "", "REFRESH_BUSY", "another program writes"},
+    };
+    for (const auto& [isLocked, problem, code, why] : rows) {
+        SCOPED_TRACE(why);
+        Restart();
+        practice.isLocked = isLocked;
+        practice.problem = problem;
+        store->hasRoom = isLocked;
+        EXPECT_FALSE(Run());
+        EXPECT_EQ(Code(), code);
+        EXPECT_NE(authorisation->GetLastError().text.find(problem), std::string::npos);
+        EXPECT_EQ(slept, 0u) << "waiting does not help";
+        EXPECT_EQ(practice.isLocked, isLocked);
+    }
+    EXPECT_EQ(Requests(), 0u);
 }
 
 TEST_F(Refresh, AsksHmrcForNothingThatCouldNotBeKept)

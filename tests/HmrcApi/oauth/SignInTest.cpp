@@ -1,3 +1,5 @@
+#include <csignal>
+
 #include "HmrcApi/Fakes.h"
 #include "HmrcApi/LocalServer.h"
 
@@ -69,7 +71,14 @@ TEST_F(Dialogue, TurnsTheUsersConsentIntoStoredTokens)
     tokenEndpoint->Script(
         {{200, R"({"access_token":"new-a","refresh_token":"new-r","expires_in":"900","scope":"read:x"})"}});
     Answer("?code=the-code");
+    static std::function<void()> arrived;
+    arrived = [this] { EXPECT_EQ(StoredAccessToken(), "new-a") << "the code is spent"; };
+    const auto before = std::signal(SIGHUP, [](int) { arrived(); });
+    tokenEndpoint->onSend = [] { std::raise(SIGHUP); };
+    practice.service = "https://api.service.hmrc.gov.uk"; // the consent before
     ASSERT_TRUE(authorisation->DoAuthorisation(&logger)) << Code();
+    std::signal(SIGHUP, before);
+    tokenEndpoint->onSend = {};
 
     EXPECT_EQ(page.substr(0, page.find('?')), "http://127.0.0.1:1/oauth/authorize");
     for (const auto& [name, value] : Members{{"response_type", "code"},
@@ -92,6 +101,7 @@ TEST_F(Dialogue, TurnsTheUsersConsentIntoStoredTokens)
     EXPECT_EQ(StoredAccessToken(), "new-a");
     EXPECT_EQ(practice.scope, "read:x");
     EXPECT_EQ(practice.expiresIn, 900);
+    EXPECT_EQ(practice.service, "http://127.0.0.1:1");
     EXPECT_EQ(practice.written, (std::vector{IAuthorisationStore::NotAuthorised, IAuthorisationStore::Authorised}));
     Fakes::ExpectNone(logger.text, {"the-code", "new-a", "new-r", "the-client-secret", verifier});
 

@@ -35,6 +35,8 @@ RunningMorv::RunningMorv(const std::string& line, const std::string& inputFile, 
                                 " <" + inputFile + " >" + m_out + " 2>" + m_err;
     m_pid = fork();
     if (m_pid == 0) {
+        for (const int each : {SIGINT, SIGTERM, SIGHUP}) // a job in the background is started without
+            signal(each, SIG_DFL);
         execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
         _exit(127);
     }
@@ -48,7 +50,7 @@ RunningMorv::~RunningMorv()
     }
 }
 
-void RunningMorv::Kill() { kill(m_pid, SIGKILL); }
+void RunningMorv::Signal(int signal) { kill(m_pid, signal); }
 
 Ended RunningMorv::Wait()
 {

@@ -33,7 +33,8 @@ public:
     ~RunningMorv();
     RunningMorv(const RunningMorv&) = delete;
     RunningMorv& operator=(const RunningMorv&) = delete;
-    void Kill(); // SIGKILL
+    void Signal(int signal);
+    void Kill() { Signal(9); }
     Ended Wait();
 
 private:

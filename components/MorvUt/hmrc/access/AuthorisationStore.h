@@ -7,12 +7,7 @@
 
 #include "HmrcApi/Host.h"
 #include "MorvUt/Export.h"
-#include "Shellkit/ProcessMark.h"
-
-namespace Cellar
-{
-class CBufferedRowList;
-}
+#include "MorvUt/users/locks/LockRow.h"
 
 namespace HmrcApi
 {
@@ -20,10 +15,10 @@ namespace HmrcApi
 /// The tokens of one Government Gateway ID (table MTDAuthorisation, key strGatewayID), and the lock row that keeps two
 /// workstations from refreshing them at once (table MTDAuthorisationLock, whose primary key is the lock).
 ///
-/// Tokens are held and stored enciphered. The database is touched by the first five operations, GetLockHolder and the
-/// two static ones only. Tokens and lock rows are never written while a transaction is open on the current connection:
-/// a rollback would take a single-use token with it.
-class MORVUT_API CAuthorisationStore : public IAuthorisationStore, public ILockHolder
+/// Tokens are held and stored enciphered. The database is touched by the first five operations, Rehearse, GetLockHolder
+/// and the two static ones only. Tokens and lock rows are written aside from open transactions, so that no rollback
+/// takes a single-use token; where one has begun already, writing them is refused.
+class MORVUT_API CAuthorisationStore : public IAuthorisationStore, public IGrantStore
 {
 public:
     explicit CAuthorisationStore(const std::string& gatewayId = {});
@@ -34,10 +29,11 @@ public:
     /// Reads the row. False without one, for an empty id, and when the database fails.
     bool LoadTokens() override;
     /// Writes the row, which is made when it is not there. The consent's time (dtGranted) becomes the tokens' when
-    /// the row was not authorised before. False, with nothing kept for sure, when the database fails.
+    /// the row was not authorised before, or for another service. False, with nothing kept for sure, on any exception.
     bool UpdateTokens() override;
-    /// Takes the lock; false when it is held, also by this object. A lock older than 150 seconds was left behind: it is
-    /// cleared, which is logged, and the lock tried again.
+    /// Takes the lock; false when it is held, also by this object. A lock that was left behind is cleared, which is
+    /// logged, and the lock tried again: at once when its program of this workstation no longer runs, never while that
+    /// runs, after 150 seconds when nobody can be asked.
     bool LockStore() override;
     /// True when this object holds no lock afterwards.
     bool UnlockStore() override;
@@ -61,44 +57,38 @@ public:
     std::uint32_t GetRetryDelay() const override { return m_retryDelay; }
     void SetRetryDelay(std::uint32_t milliseconds) override { m_retryDelay = milliseconds; }
 
+    std::string GetService() override { return m_service; }
+    void SetService(const std::string& service) override { m_service = service; }
+    /// Makes the row larger than new tokens make it, and as it was again.
+    bool Rehearse() override;
+    std::string GetProblem() override { return m_problem; }
     bool GetLockHolder(std::string& workstation, std::string& user) override;
     /// Where a cleared lock is logged; null: with a chain id of its own. Must outlive the store and its copies.
     void SetLogger(IChainLogger* logger) noexcept { m_logger = logger; }
 
-    /// Registers a Government Gateway ID: a row with status 0 and no tokens. False when it is there already, for an
-    /// empty id or one that holds a single quote, and when the database fails.
+    /// Registers a Government Gateway ID: a row with status 0 and no tokens. False when it is there already, for
+    /// one that holds a single quote, and when the database fails.
     static bool CreateGatewayID(const std::string& gatewayId);
     /// False when there is no such row, and when the database fails.
     static bool DeleteGatewayId(const std::string& gatewayId);
 
 private:
-    /// This object's own hold on the lock; no copy inherits it.
-    struct Hold
-    {
-        Hold() noexcept = default;
-        Hold(const Hold&) noexcept {}
-        Hold& operator=(const Hold&) noexcept
-        {
-            isHeld = false;
-            mark.Clear();
-            return *this;
-        }
-        bool isHeld = false;
-        Shellkit::ProcessMark mark; // others of this computer see by it that the holder lives
-    };
-
-    bool FindRowId();
-    bool InsertLock();
-    bool IsLeftBehind(Cellar::CBufferedRowList& lock) const;
-    bool ClearStaleLock() const;
-    void LogClearedLock(const std::string& workstation, const std::string& user) const;
+    template<class Work>
+    bool Try(Work work);
+    template<class Work>
+    bool TryAside(Work work);
+    bool FindRowId(Cellar::CConnection& connection);
+    bool IsNewConsent(Cellar::CConnection& connection) const;
+    void LogClearedLock(const LockHolder& holder) const;
 
     std::string m_gatewayId;
     long m_rowId = 0; // 0: not known yet
     std::int32_t m_expiresIn = 0;
     std::string m_scope;
     std::string m_tokenType;
-    Hold m_lock;
+    std::string m_service;
+    std::string m_problem;
+    LockRow m_lock;
     bool m_isLoaded = false;
     AuthorisationStatus m_status = NotAuthorised;
     COleDateTime m_authenticated;

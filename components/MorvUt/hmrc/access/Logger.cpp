@@ -5,6 +5,7 @@
 #include "Afx/Computer.h"
 #include "Cellar/Connection.h"
 #include "HmrcApi/answers/Mask.h"
+#include "MorvUt/hmrc/access/AsideIfPossible.h"
 #include "MorvUt/hmrc/access/PracticeOptions.h"
 #include "MorvUt/users/UserData.h"
 #include "Quarry/Session.h"
@@ -64,6 +65,7 @@ void Logger::Log(const std::string& a1, const std::string& a2, const std::string
     try {
         const LogConnection connection;
         const Cellar::SuspendDirectSQLEvents suspend(connection.Get());
+        const AsideIfPossible aside(connection.Get());
         connection.Get().ExecuteDirectf(kWrite, CUserData::m_strUser, Afx::GetComputerName(),
                                         CApplicationSessionId::GetSessionId(), GetChainIdString(), a1, a2, a3, a4, a5);
     } catch (const std::exception& problem) {

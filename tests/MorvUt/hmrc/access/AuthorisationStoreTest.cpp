@@ -1,10 +1,15 @@
 #include "MorvUt/hmrc/access/AuthorisationStore.h"
 
+#include <time.h>
+
+#include <cstdlib>
 #include <tuple>
 
 #include "Afx/Computer.h"
 #include "Cellar/DatabaseError.h"
+#include "MorvUt/hmrc/access/Logger.h"
 #include "MorvUt/hmrc/HmrcTest.h"
+#include "Shellkit/ProcessMark.h"
 #include "support/Case.h"
 
 namespace
@@ -54,17 +59,13 @@ TEST_F(AuthorisationStore, KeepsTokensOfTheGatewayIdItIsFor)
     EXPECT_EQ(Held(other), Held(fresh)) << "a row without tokens";
 }
 
-TEST_F(AuthorisationStore, NeedsAGatewayIdAndADatabaseWithoutAnOpenTransaction)
+TEST_F(AuthorisationStore, NeedsAGatewayIdAndADatabase)
 {
     CAuthorisationStore none;
     EXPECT_EQ(none.GetRetryDelay(), 500u);
     EXPECT_FALSE(none.LoadTokens() || none.UpdateTokens() || none.HasAuthenticatedGatewayID());
     CAuthorisationStore store = Authorised();
     EXPECT_TRUE(store.HasAuthenticatedGatewayID());
-    {
-        const Quarry::CTransaction edits;
-        EXPECT_FALSE(store.UpdateTokens() || store.LockStore());
-    }
     Sql("UPDATE MTDAuthorisation SET nAuthorisedStatus = 2");
     EXPECT_FALSE(store.HasAuthenticatedGatewayID()) << "only 1 is authority, whatever the object holds";
     Sql("DROP TABLE MTDAuthorisation");
@@ -74,6 +75,41 @@ TEST_F(AuthorisationStore, NeedsAGatewayIdAndADatabaseWithoutAnOpenTransaction)
     EXPECT_FALSE(CAuthorisationStore::CreateGatewayID("NEW"));
     EXPECT_FALSE(CAuthorisationStore::DeleteGatewayId(kGateway));
     EXPECT_THROW(store.HasAuthenticatedGatewayID(), Cellar::DatabaseError);
+}
+
+TEST_F(AuthorisationStore, WritesBesideAnOpenTransactionAndNeverInOneThatHasBegun)
+{
+    CAuthorisationStore store = Authorised();
+    {
+        const Quarry::CTransaction sheet;
+        EXPECT_TRUE(store.LockStore() && store.Rehearse() && store.UpdateTokens());
+        HmrcApi::Logger().Log("Refresh", {}, {}, {}, {});
+    } // the user's Cancel
+    EXPECT_EQ(Query("SELECT HEX(vbAccessToken), (SELECT COUNT(*) FROM MTDLog), (SELECT COUNT(*) FROM "
+                    "MTDAuthorisationLock) FROM MTDAuthorisation"),
+              "010002|1|1");
+    const Quarry::CTransaction begun(Cellar::Intent::Write);
+    EXPECT_FALSE(store.UpdateTokens() || store.Rehearse() || store.UnlockStore() || Authorised().LockStore());
+    EXPECT_NE(store.GetProblem(), "");
+    HmrcApi::Logger().Log("Failed", {}, {}, {}, {});
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDLog"), "2") << "a line is written all the same";
+}
+
+TEST_F(AuthorisationStore, ShowsBeforehandThatThereIsNoRoom)
+{
+    CAuthorisationStore store = Authorised();
+    ASSERT_TRUE(store.UpdateTokens() && store.Rehearse());
+    EXPECT_EQ(Query("SELECT HEX(vbAccessToken), vbRoom FROM MTDAuthorisation"), "010002|-") << "nothing changed";
+    CAuthorisationStore large = store;
+    large.SetAccessToken(Bytes(9000, 1));
+    Quarry::GetConnection().Query("PRAGMA max_page_count = 1", {}); // as full as it is
+    EXPECT_TRUE(large.UpdateTokens()) << "what has been tried fits";
+    EXPECT_TRUE(store.UpdateTokens());
+    Sql("VACUUM");
+    Quarry::GetConnection().Query("PRAGMA max_page_count = 1", {});
+    EXPECT_FALSE(store.Rehearse());
+    EXPECT_TRUE(store.GetProblem().starts_with("the disk is full")) << store.GetProblem();
+    EXPECT_TRUE(store.LockStore() && store.UnlockStore()) << "its lock still goes";
 }
 
 TEST_F(AuthorisationStore, DatesTheConsentAndNotTheRefresh)
@@ -91,6 +127,12 @@ TEST_F(AuthorisationStore, DatesTheConsentAndNotTheRefresh)
     CAuthorisationStore fresh = Authorised("NEW");
     EXPECT_TRUE(fresh.UpdateTokens());
     EXPECT_EQ(Query("SELECT dtGranted FROM MTDAuthorisation WHERE strGatewayID = 'NEW'"), "2024-05-01 09:30:00.000");
+    store.SetService("https://other");
+    EXPECT_EQ(granted(Store::Authorised, 15), "2024-05-01 15:30:00.000|2024-05-01 15:30:00.000, "
+                                              "2024-05-01 09:30:00.000|2024-05-01 09:30:00.000");
+    ASSERT_TRUE(fresh.LoadTokens() && CAuthorisationStore(store).LoadTokens());
+    EXPECT_EQ(fresh.GetService(), "");
+    EXPECT_EQ(Query("SELECT strService, nAuthorisedStatus FROM MTDAuthorisation WHERE lID = 7"), "https://other|1");
 }
 
 TEST_F(AuthorisationStore, LocksOnceForAllObjects)
@@ -115,6 +157,18 @@ TEST_F(AuthorisationStore, LocksOnceForAllObjects)
     EXPECT_FALSE(CAuthorisationStore("OTHER").LockStore()) << "no such row";
 }
 
+TEST_F(AuthorisationStore, UnlocksItsOwnRowOnly)
+{
+    for (const char* taken : {"dtLocked = '2024-03-31 00:59:59.000'", "ConnectionID = 4711", "dtLocked = NULL"}) {
+        CAuthorisationStore store(kGateway);
+        ASSERT_TRUE(store.LockStore());
+        Quarry::GetConnection().Script("UPDATE MTDAuthorisationLock SET " + std::string(taken)); // by another
+        EXPECT_TRUE(store.UnlockStore());
+        EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAuthorisationLock"), "1") << taken;
+        Sql("DELETE FROM MTDAuthorisationLock");
+    }
+}
+
 TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
 {
     const struct
@@ -124,14 +178,20 @@ TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
         const char* why;
     } rows[] = {
         {"-140 seconds", "DESK2", nullptr, false, "a refresh may still be under way"},
-        {"-160 seconds", "DESK2", nullptr, true, "twice the time-outs have passed"},
-        {"+1 hours", "DESK2", nullptr, false, "the clocks went back"},
+        {"-160 seconds", "DESK2", nullptr, true, "longer than a refresh lasts"},
+        {"+1 hours", "DESK2", nullptr, false, "the database's clock was set back"},
+        {nullptr, "DESK2", nullptr, false, "age unknown"},
         {"-1 seconds", "DESK1", "4711", true, "nobody here has the mark of that session"},
+        {nullptr, "DESK1", "4711", true, "the same, age unknown"},
         {"-1 seconds", "DESK1", "4712", false, "that session's program is still running"},
+        {"-160 seconds", "DESK1", "4712", false, "however old its lock"},
         {"-1 seconds", "DESK2", "4711", false, "another workstation cannot be asked"},
         {"-1 seconds", "DESK1", nullptr, false, "of a program that sets no mark"},
+        {"-160 seconds", "DESK1", "0", true, "only its age counts then"},
     };
     Afx::SetComputerName("DESK1");
+    setenv("TZ", "XST-1", 1); // an hour that must not count
+    tzset();
     Shellkit::ProcessMark running;
     ASSERT_TRUE(running.Set("MorvUt.TokenLock.7.4712"));
     for (const auto& row : rows) {
@@ -139,12 +199,27 @@ TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
         Quarry::GetConnection().Script("DELETE FROM MTDAuthorisationLock; DELETE FROM MTDLog;");
         Quarry::GetConnection().ExecuteDirectf(
             "INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID, strUserID, dtLocked, strWorkstation, ConnectionID) "
-            "VALUES (7, 'BOB', datetime('now', 'localtime', %s), %s, %s)",
+            "VALUES (7, 'BOB', datetime('now', %s), %s, %s)",
             row.age, row.workstation, row.session);
         EXPECT_EQ(CAuthorisationStore(kGateway).LockStore(), row.isCleared);
         EXPECT_EQ(Query("SELECT strUserID, (SELECT strEvent FROM MTDLog) FROM MTDAuthorisationLock"),
                   row.isCleared ? "ANNA|LockCleared" : "BOB|-");
     }
+    unsetenv("TZ");
+    tzset();
+}
+
+TEST_F(AuthorisationStore, NamesNoSessionWhoseMarkItHasNot)
+{
+    Shellkit::ProcessMark taken;
+    ASSERT_TRUE(taken.Set("MorvUt.TokenLock.7." + std::to_string(Quarry::GetConnection().GetSessionId())));
+    CAuthorisationStore store(kGateway);
+    ASSERT_TRUE(store.LockStore());
+    taken.Clear();
+    EXPECT_EQ(Query("SELECT ConnectionID FROM MTDAuthorisationLock"), "-");
+    EXPECT_FALSE(CAuthorisationStore(kGateway).LockStore()) << "was taken for that of a dead program";
+    EXPECT_TRUE(store.UnlockStore());
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAuthorisationLock"), "0");
 }
 
 TEST_F(AuthorisationStore, RegistersGatewayIds)
@@ -153,15 +228,15 @@ TEST_F(AuthorisationStore, RegistersGatewayIds)
         {"NEW", true, "new"},
         {"NEW", false, "there already"},
         {"O'BRIEN", false, "stands between quotes in the statement"},
-        {"", false, "no id"},
+        {"", true, "no id: as any other text"},
         {"A B%s", true, "never taken for a placeholder"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(CAuthorisationStore::CreateGatewayID(row.in), row.out) << row.why;
     EXPECT_EQ(Query("SELECT strGatewayID FROM MTDAuthorisation WHERE nAuthorisedStatus = 0 AND lID > 0 "
                     "AND vbAccessToken IS NULL ORDER BY strGatewayID"),
-              "A B%s, NEW");
+              "-, A B%s, NEW");
     EXPECT_TRUE(CAuthorisationStore::DeleteGatewayId("NEW"));
     EXPECT_FALSE(CAuthorisationStore::DeleteGatewayId("NEW"));
-    EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAuthorisation"), "2");
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAuthorisation"), "3");
 }

@@ -1,0 +1,95 @@
+#include "HmrcApi/oauth/SignIn.h"
+
+#include "Afx/WindowSystem.h"
+#include "HmrcApi/answers/Errors.h"
+#include "HmrcApi/answers/Mask.h"
+#include "HmrcApi/oauth/TokenRequest.h"
+#include "HmrcApi/redirect/RedirectListener.h"
+#include "HmrcApi/transport/Uri.h"
+#include "HmrcApi/transport/Waiting.h"
+#include "Shellkit/Cipher.h"
+
+namespace HmrcApi
+{
+namespace
+{
+
+constexpr std::size_t kSecretBytes = 32; // of the state and of the verifier, before Base64
+
+std::string RandomText() { return Shellkit::Base64Url(Shellkit::RandomBytes(kSecretBytes)); }
+
+bool OpenInBrowser(const std::string& address)
+{
+    Afx::WindowSystem* system = Afx::WindowSystem::Current();
+    return system && system->OpenBrowser(address);
+}
+
+[[noreturn]] void Fail(const char* code, std::string text) { throw HmrcApiErrorException(code, std::move(text), {}); }
+
+std::string CodeOf(const RedirectAnswer& answer)
+{
+    using Kind = RedirectAnswer::Kind;
+    switch (answer.kind) {
+    case Kind::Code:
+        return answer.code;
+    case Kind::Denied:
+        Fail("ACCESS_DENIED", answer.description.empty() ? "Authority was not given"
+                                                         : "Authority was not given: " + Mask(answer.description));
+    case Kind::TimedOut:
+        Fail("AUTHORISATION_TIMED_OUT", "Nobody completed the sign-in on HMRC's page in time");
+    case Kind::Cancelled:
+        break;
+    }
+    Fail("CANCELLED", "The authorisation was cancelled");
+}
+
+} // namespace
+
+SignIn::SignIn() : browser(&OpenInBrowser) {}
+SignIn::~SignIn() { Wipe(m_verifier); }
+
+std::string SignIn::PageAddress(IClientData& clientData, const std::string& scope, const std::string& state) const
+{
+    const std::string id = clientData.GetId();
+    const std::string challenge = Shellkit::Base64Url(Shellkit::Sha256(m_verifier));
+    return AuthoriseAddress(clientData.GetAuthenticationEndpoint()) + '?' +
+           EncodeForm({{"response_type", "code"},
+                       {"client_id", id},
+                       {"scope", scope},
+                       {"redirect_uri", m_redirectAddress},
+                       {"state", state},
+                       {"code_challenge", challenge},
+                       {"code_challenge_method", "S256"}});
+}
+
+std::string SignIn::RequestCode(IClientData& clientData, const std::string& scope,
+                                const std::function<bool()>& cancelled)
+{
+    const std::string state = RandomText();
+    const std::unique_ptr<IRedirectListener> listener = OpenRedirectListener(ports, state);
+    if (!listener)
+        Fail("NO_REDIRECT_PORT", "No port is free on which HMRC's answer could arrive");
+    m_redirectAddress = "http://localhost:" + std::to_string(listener->Port()) + "/callback";
+    m_verifier = RandomText();
+    const WaitWindow window("Waiting for you to sign in on HMRC's page in the browser");
+    if (!browser || !browser(PageAddress(clientData, scope, state)))
+        Fail("BROWSER_NOT_OPENED", "HMRC's page could not be opened in a browser");
+    return CodeOf(listener->Wait(browserTimeout, cancelled));
+}
+
+COAuth2Tokens SignIn::Exchange(const std::string& code, ITransport& transport, IClientData& clientData,
+                               const std::function<bool()>& cancelled, IChainLogger* logger)
+{
+    const FormFields fields{{"grant_type", "authorization_code"},
+                            {"code", code},
+                            {"redirect_uri", m_redirectAddress},
+                            {"code_verifier", m_verifier}};
+    const TokenAnswer answer = RequestTokens(transport, clientData, fields, cancelled, GetTimeouts().totalMilliseconds);
+    Wipe(m_verifier);
+    Trace(logger, "Token", answer, answer.tokens.value_or(COAuth2Tokens()));
+    if (!answer.tokens)
+        throw ErrorOf(answer);
+    return *answer.tokens;
+}
+
+} // namespace HmrcApi

@@ -1,0 +1,157 @@
+#include "HmrcApi/oauth/TokenRefresh.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "Afx/SignalGuard.h"
+#include "Afx/TextFold.h"
+#include "HmrcApi/transport/Waiting.h"
+
+namespace HmrcApi
+{
+namespace
+{
+
+constexpr int kAttempts = 10; // at the store's lock, and at a refresh that HMRC is still busy with
+
+bool IsInProgress(const TokenAnswer& answer)
+{
+    return answer.error.code == "INVALID_REQUEST" &&
+           Afx::FoldLower(answer.error.message).find("in progress") != std::string::npos;
+}
+
+[[noreturn]] void Fail(const char* code, const char* text) { throw HmrcApiErrorException(code, text, {}); }
+
+} // namespace
+
+/// Gives the store's lock back on every way out. While it has it, nothing ends the program.
+class TokenRefresh::Lock
+{
+public:
+    explicit Lock(IAuthorisationStore& store) : m_store(store) {}
+    ~Lock()
+    {
+        try {
+            if (m_guard)
+                m_store.UnlockStore();
+        } catch (...) { // a lock that cannot be given back is cleared by whoever meets it
+        }
+    }
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+
+    bool Take()
+    {
+        m_guard.emplace();
+        if (m_store.LockStore())
+            return true;
+        m_guard.reset();
+        return false;
+    }
+
+private:
+    IAuthorisationStore& m_store;
+    std::optional<Afx::SignalGuard> m_guard;
+};
+
+void TokenRefresh::Run(COAuth2Tokens& tokens)
+{
+    Lock lock(m_grant.Store());
+    if (!WaitForLock(lock, tokens) || TakeReplaced(tokens))
+        return;
+    if (tokens.refreshToken.empty())
+        Fail("NOT_AUTHORISED", "HMRC's authorisation cannot be refreshed and must be given again");
+    m_grant.Rehearse();
+    AskUntilAnswered(tokens);
+}
+
+/// Takes the store's tokens; true when they are others than those in hand.
+bool TokenRefresh::TakeReplaced(COAuth2Tokens& tokens) const
+{
+    const COAuth2Tokens stored = m_grant.Read();
+    const bool isReplaced = stored.accessToken != tokens.accessToken;
+    tokens = stored;
+    return isReplaced;
+}
+
+/// True with the lock; false when another workstation has put new tokens there meanwhile.
+bool TokenRefresh::WaitForLock(Lock& lock, COAuth2Tokens& tokens) const
+{
+    for (int attempt = 1;; ++attempt) {
+        if (lock.Take())
+            return true;
+        m_grant.FailForGood();
+        if (TakeReplaced(tokens))
+            return false;
+        if (attempt >= kAttempts || m_deadline.IsOver())
+            throw m_grant.Busy();
+        if (!WaitUnless(m_cancelled, std::min(m_grant.Store().GetRetryDelay(), m_deadline.Left())))
+            Fail("CANCELLED", "The request was cancelled");
+    }
+}
+
+/// Asks HMRC, with the lock held and the stored tokens in hand.
+void TokenRefresh::AskUntilAnswered(COAuth2Tokens& tokens) const
+{
+    bool mayRepeat = true;
+    for (int busy = 0;;) {
+        if (Afx::SignalGuard::IsSignalWaiting())
+            Fail("CANCELLED", "The request was cancelled");
+        if (m_deadline.IsOver())
+            Fail("TIMED_OUT", "The refresh of HMRC's authorisation took too long and was given up");
+        const TokenAnswer answer = Ask(tokens);
+        if (answer.tokens)
+            return Keep(answer, tokens);
+        Trace(m_logger, "Refresh", answer, tokens);
+        if (answer.IsLost() && mayRepeat && !m_deadline.IsOver()) {
+            mayRepeat = false; // once, with the same token: if HMRC had granted the first, it now says so
+            continue;
+        }
+        if (answer.error.code == "INVALID_GRANT")
+            return EndGrant(answer, tokens);
+        if (!IsInProgress(answer))
+            throw ErrorOf(answer);
+        if (++busy >= kAttempts || m_deadline.IsOver())
+            Fail("REFRESH_BUSY", "HMRC is still busy with another refresh of this authorisation");
+        Afx::Clock::Sleep(std::min(m_grant.Store().GetRetryDelay(), m_deadline.Left()));
+        if (TakeReplaced(tokens))
+            return;
+    }
+}
+
+TokenAnswer TokenRefresh::Ask(const COAuth2Tokens& tokens) const
+{
+    const FormFields fields{{"grant_type", "refresh_token"}, {"refresh_token", tokens.refreshToken}};
+    return RequestTokens(m_transport, m_clientData, fields, {}, m_deadline.Left());
+}
+
+/// Stores first of all. Who was late has no lock any more: what another workstation stored meanwhile is newer.
+void TokenRefresh::Keep(const TokenAnswer& answer, COAuth2Tokens& tokens) const
+{
+    COAuth2Tokens fresh = *answer.tokens;
+    if (fresh.scope.empty())
+        fresh.scope = tokens.scope; // a refresh's answer leaves it out
+    if (m_deadline.IsOver() && !m_grant.Holds(tokens)) {
+        tokens = m_grant.Read();
+        return;
+    }
+    tokens = fresh;
+    m_grant.Save(tokens);
+    Trace(m_logger, "Refresh", answer, tokens);
+}
+
+/// The refresh token is used, revoked or too old: nothing but a new dialogue helps. Unless it is another workstation's
+/// doing, which has the new pair.
+void TokenRefresh::EndGrant(const TokenAnswer& answer, COAuth2Tokens& tokens) const
+{
+    if (!m_grant.Holds(tokens)) {
+        tokens = m_grant.Read();
+        return;
+    }
+    m_grant.End();
+    tokens = {};
+    throw HmrcApiErrorException("INVALID_GRANT", "HMRC's authorisation has ended and must be given again", {},
+                                std::to_string(answer.answer.status));
+}
+
+} // namespace HmrcApi
