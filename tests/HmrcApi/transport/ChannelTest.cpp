@@ -32,6 +32,7 @@ protected:
         m_server->Handlers().Get("/.*", answer(R"({"number":")"));
         m_server->Start();
         client->base = m_server->Address("/");
+        practice.service = m_server->Address("");
     }
     std::unique_ptr<CAuthorisation> Authorised()
     {
