@@ -36,7 +36,7 @@ TEST(Commands, ThePromisedMembersAreThere)
     EXPECT_EQ(Members(user), "groups id name rights role");
     EXPECT_EQ(Members(user["rights"][0]), "allowed name number");
     const Json authorised = Authorise(practice, sandbox).Document();
-    EXPECT_EQ(Members(authorised), "authorised expires gateway grantEnds scope");
+    EXPECT_EQ(Members(authorised), "authorised expires gateway grantEnds scope service");
     EXPECT_EQ(authorised["authorised"], true);
     for (const char* scope : {"read:marriage-allowance", "read:national-insurance", "read:individual-paye"})
         EXPECT_NE(authorised["scope"].get<std::string>().find(scope), std::string::npos) << scope;
