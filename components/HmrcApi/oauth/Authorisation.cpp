@@ -139,9 +139,10 @@ bool CAuthorisation::UpdateTokens()
     State& state = *m_state;
     try {
         return state.Attempt(nullptr, [&] {
-            if (state.tokens.accessToken.empty()) // would overwrite a grant with nothing
+            COAuth2Tokens tokens;
+            if (!get_authtokens(tokens)) // would overwrite a grant with nothing, or with another service's
                 throw HmrcApiErrorException("NOT_AUTHORISED", "There are no HMRC tokens to store", {});
-            state.grant.Save(state.tokens);
+            state.grant.Save(tokens);
         });
     } catch (...) { // of the store
         state.error = {"TOKENS_NOT_SAVED", "The practice's database cannot keep HMRC's tokens", {}};

@@ -125,13 +125,13 @@ TokenAnswer TokenRefresh::Ask(const COAuth2Tokens& tokens) const
     return RequestTokens(m_transport, m_clientData, fields, {}, m_deadline.Left());
 }
 
-/// Stores first of all. Who was late has no lock any more: what another workstation stored meanwhile is newer.
+/// Stores first of all. What another has stored meanwhile is newer: by a new consent, or because this one was late.
 void TokenRefresh::Keep(const TokenAnswer& answer, COAuth2Tokens& tokens) const
 {
     COAuth2Tokens fresh = *answer.tokens;
     if (fresh.scope.empty())
         fresh.scope = tokens.scope; // a refresh's answer leaves it out
-    if (m_deadline.IsOver() && !m_grant.Holds(tokens)) {
+    if (!m_grant.Holds(tokens)) {
         tokens = m_grant.Read();
         return;
     }

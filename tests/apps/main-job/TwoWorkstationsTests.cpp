@@ -1,12 +1,18 @@
 // Programs that share an authority: at the same time, ended within a refresh, at another service, on a full disk.
 
+#include <gtest/gtest.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+
+#include <algorithm>
 #include <chrono>
 #include <csignal>
+#include <filesystem>
+#include <fstream>
 #include <thread>
 
-#include <gtest/gtest.h>
-
 #include "apps/morv/Program.h"
+#include "support/TestSupport.h"
 
 namespace
 {
@@ -14,6 +20,34 @@ namespace
 using namespace ::Test;
 
 constexpr int kRounds = 4;
+
+/// A small disk of its own, in memory.
+class SmallDisk
+{
+public:
+    SmallDisk()
+        : m_isMounted(mkdir(Path().c_str(), 0700) == 0 && mount("tmpfs", Path().c_str(), "tmpfs", 0, "size=8m") == 0)
+    {}
+    ~SmallDisk()
+    {
+        if (m_isMounted)
+            umount(Path().c_str());
+    }
+    bool IsMounted() const { return m_isMounted; }
+    std::string Path() const { return TempDir() + "/disk"; }
+    /// Fills it but for that many bytes.
+    void Leave(std::size_t bytes) const
+    {
+        Free();
+        const std::size_t room = std::filesystem::space(Path()).available;
+        std::ofstream(Ballast()) << std::string(room - std::min(room, bytes), 'x');
+    }
+    void Free() const { std::filesystem::remove(Ballast()); }
+
+private:
+    std::string Ballast() const { return Path() + "/ballast"; }
+    bool m_isMounted;
+};
 
 int CountRefreshes(HmrcSandbox& sandbox)
 {
@@ -63,6 +97,28 @@ TEST(Authority, OutlastsAProgramThatIsToldToEndWithinARefresh)
         EXPECT_EQ(ended.exit, 0) << ended.out << ended.err;
         EXPECT_EQ(CountRefreshes(sandbox), 1) << "the pair was stored";
     }
+}
+
+TEST(Authority, OutlastsAFullDisk)
+{
+    const SmallDisk disk;
+    if (!disk.IsMounted())
+        GTEST_SKIP() << "only root may mount a small disk";
+    HmrcSandbox sandbox("EVERYTHING");
+    const std::string practice = SamplePractice("disk/practice.db");
+    ASSERT_EQ(Authorise(practice, sandbox).exit, 0);
+    std::string shown;
+    for (std::size_t left = 0; left <= 640; left += 16) {
+        SCOPED_TRACE(left);
+        sandbox.Send("POST", "/sandbox/token", R"({"expire": true})");
+        disk.Leave(left * 1024);
+        const Ended full = RunMorv(FetchLine(practice, sandbox));
+        shown += full.out + full.err;
+        disk.Free();
+        const Ended again = RunMorv(FetchLine(practice, sandbox));
+        ASSERT_EQ(again.exit, 0) << full.out << full.err << again.out << again.err;
+    }
+    EXPECT_NE(shown.find("cannot keep HMRC's tokens: the disk is full"), std::string::npos) << shown;
 }
 
 TEST(Authority, IsShownToNoOtherService)
