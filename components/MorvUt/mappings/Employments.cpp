@@ -13,9 +13,9 @@ const TypeMapping EmpStatusRefs[] = {
 };
 
 const TypeMapping EmpTypeRefs[] = {
-    {0, "CASE1", "Case 1"},
-    {1, "CASE2", "Case 2"},
-    {2, "CASE3", "Case 3"},
+    {0, "CASE1", "Case I"},
+    {1, "CASE2", "Case II"},
+    {2, "CASE3", "Case III"},
     kEndOfTable,
 };
 
@@ -144,11 +144,11 @@ const TypeMapping EmpP11DBenefitsRefs[] = {
     {14, "ASSTEMP", "Assets at Employee's Disposal"},
     {15, "PROFEES", "Professional Fees and Subscriptions"},
     {16, "OTHRITEM", "Other Items"},
-    {17, "TXPAIDDI", "Remuneration Tax Paid"},
+    {17, "TXPAIDDI", "Income Tax Paid but Not Deducted from Director's Remuneration"},
     {18, "EDUASSIS", "Education Assistance"},
     {19, "TRAVSUBS", "Travel and Subsistence Costs"},
     {20, "ENTERTAI", "Entertainment"},
-    {21, "GENEXPEN", "Business Travel Expenses"},
+    {21, "GENEXPEN", "General Expenses Allowance for Business Travel"},
     {22, "TELEPHON", "Home Telephone Payments"},
     {23, "NOQUALRE", "Non-Qualifying Relocation Expenses"},
     {24, "OTHEXP", "Other Expenses"},

@@ -9,7 +9,7 @@
 const TypeMapping IncTypeRefs[] = {
     {0, "SETTLMT", "Settlements"},
     {1, "ESTATES", "Estates"},
-    {2, "UTERNABR", "Unit Trusts, Earned Abroad"},
+    {2, "UTERNABR", "Untaxed Earned Income Abroad"},
     {3, "UTINVABR", "Untaxed Investment Income Abroad"},
     {4, "MAINTENC", "Maintenance"},
     {5, "ALMNY", "Alimony"},
@@ -31,8 +31,8 @@ const TypeMapping IncTypeRefs[] = {
     {21, "DEEMED", "Deemed Income"},
     {22, "COPUOWSH", "Company Purchase of Own Shares"},
     {23, "PREOWNED", "Pre-Owned Assets"},
-    {24, "DRNPAYE", "Deduction from Non-PAYE"},
-    {25, "DRCTRADE", "Director's Trade"},
+    {24, "DRNPAYE", "Disguised Remuneration, Non-PAYE"},
+    {25, "DRCTRADE", "Disguised Remuneration, Trade"},
     kEndOfTable,
 };
 
@@ -46,10 +46,10 @@ const TypeMapping ForeignIncomeTypes[] = {
     {6, "OFRGNDIV", "Other Foreign Dividends"},
     {7, "FRGNSEC", "Foreign Securities"},
     {8, "NRTRST", "Non-Resident Trust"},
-    {9, "BENOTRST", "Benefit from Non-Resident Trust"},
+    {9, "BENOTRST", "Benefits from Overseas Trusts"},
     {10, "DISPOFFU", "Disposal of Offshore Funds"},
     {11, "FRGNROY", "Foreign Royalties"},
-    {12, "INCOFFGA", "Income from Offshore Fund Gains"},
+    {12, "INCOFFGA", "Offshore Income Gains"},
     kEndOfTable,
 };
 
@@ -88,7 +88,7 @@ const TypeMapping OtherOutRefs[] = {
     {3, "BNDOFANN", "Bond of Annuity"},
     {4, "SETTLMNT", "Settlement"},
     {5, "ACCALLOW", "Accrued Income Allowance"},
-    {6, "INCMANTC", "Income Maintenance"},
+    {6, "INCMANTC", "Maintenance"},
     {7, "ALIMONY", "Alimony"},
     {8, "ALIMANT", "Aliment"},
     {9, "UKPRPRNT", "UK Property Rents\tfor non uk landlords"},
@@ -97,15 +97,15 @@ const TypeMapping OtherOutRefs[] = {
     {12, "VNTCPTRS", "Venture Capital Trusts"},
     {13, "EISSCREL", "EIS Relief"},
     {14, "GAIDCOV", "Gift Aid and Covernants"},
-    {15, "PCESSEXP", "Pre-Cessation Expenses"},
+    {15, "PCESSEXP", "Post-Cessation Expenses"},
     {16, "GIFTCHAR", "Gifts to Charity"},
     {17, "ANNPAY", "Annities and Annual Payments"},
     {18, "WIDORPPY", "Widows' and Orphans' Payment"},
     {19, "REREBOSH", "Relief on Redemption of Bonus Shares"},
-    {20, "CORDEFRE", "Compliance or Deficiency Relief"},
+    {20, "CORDEFRE", "Corresponding Deficiency Relief"},
     {21, "CITR", "Community Investment Tax Relief"},
-    {22, "APOOCNTI", "Contributions to Overseas Pension"},
-    {23, "PTRDCG", "Post-Trade Debts"},
+    {22, "APOOCNTI", "Annual Payments out of Capital or Non-Taxed Income"},
+    {23, "PTRDCG", "Post-Cessation Trade Relief, Capital Gains"},
     {24, "SEISREL", "SEIS Relief"},
     {25, "PROLGIVE", "Payroll Giving"},
     {26, "PATROPAY", "Patent Royalty Payments"},
@@ -120,7 +120,7 @@ const TypeMapping NICTransTypeRefs[] = {
     {3, "INSTPAID", "Interest Paid"},
     {4, "NICEXTRD", "Extra NIC Deduction"},
     {5, "ANNPAYMT", "Annual Payment"},
-    {6, "AOCOB", "Other Chargeable"},
+    {6, "AOCOB", "Adjustment on Change of Basis"},
     kEndOfTable,
 };
 
@@ -159,6 +159,6 @@ const TypeMapping Mappings::calculationSequence[] = {
 };
 
 const TypeMapping Mappings::equivalentCharges[] = {
-    {10, "eqcharge_childbenefit", "Child Benefit"},
+    {10, "eqcharge_childbenefit", "High Income Child Benefit Charge"},
     kEndOfTable,
 };

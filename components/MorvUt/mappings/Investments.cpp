@@ -117,7 +117,7 @@ const TypeMapping OtherShares[] = {
 };
 
 const TypeMapping BTaxShareEnums[] = {
-    {1, "shForeignIncome", "Foreign Income"},
+    {1, "shForeignIncome", "Foreign Income Dividend"},
     {2, "shGovLoanStock", "Government Loan Stock"},
     {3, "shNonQualifyingDistribution", "Non-Qualifying Distribution"},
     {4, "shOther", "Other"},

@@ -7,7 +7,7 @@
 
 const TypeMapping mapMembersTypeGrid[] = {
     {10, "mpT_Parliament", "Parliament"},
-    {20, "mpT_WelshNationalAssembly", "Welsh National Assembly"},
+    {20, "mpT_WelshNationalAssembly", "National Assembly for Wales"},
     {30, "mpT_ScottishParliament", "Scottish Parliament"},
     {40, "mpT_NorthernIrelandAssembly", "Northern Ireland Assembly"},
     kEndOfTable,

@@ -48,7 +48,7 @@ const TypeMapping mapPSBTypes[] = {
     {1105, "psbT_StatutoryPaymentsPaidByTheIR", "Statutory Payments Paid by the Inland Revenue"},
     {1107, "psbT_StatutoryPaymentsPaidByHMRC", "Statutory Payments Paid by HMRC"},
     {1110, "psbT_TaxableIncapacityBenefit", "Taxable Incapacity Benefit"},
-    {1120, "psbT_WidowedMothersParentAllowance", "Widowed Mother's / Parent's Allowance"},
+    {1120, "psbT_WidowedMothersParentAllowance", "Widowed Mother's / Widowed Parent's Allowance"},
     {1130, "psbT_WidowsPensionsBereavementAllowance", "Widow's Pension / Bereavement Allowance"},
     {1140, "psbT_TaxableIncapacityBenefitEmploymentAndSupportAllowance",
      "Taxable Incapacity Benefit / Employment and Support Allowance"},
@@ -76,7 +76,7 @@ const TypeMapping NREAdjustmentTypes[] = {
     {0, "ANPAYMNT", "Annual Payments"},
     {1, "TRLOSSCY", "Trading Losses, Current Year"},
     {2, "TRLOSSLY", "Trading Losses, Later Years"},
-    {3, "ADDTONRE", "Addition to Non-Relevant Earnings"},
+    {3, "ADDTONRE", "Addition to Net Relevant Earnings"},
     kEndOfTable,
 };
 

@@ -103,7 +103,7 @@ const TypeMapping propPurpose[] = {
 };
 
 const TypeMapping mapTiberonPropertyIncomeAndExpenses[] = {
-    {0, "RR", "Rents Received"},
+    {0, "RR", "Rent, Rates, Insurance and Ground Rents"},
     {1, "RM", "Repairs and Maintenance"},
     {2, "RFC", "Residential Finance Costs"},
     {3, "LPC", "Legal and Professional Costs"},

@@ -18,7 +18,7 @@ const TypeMapping Mappings::trustStatuses[] = {
     {10, "trustStatus_Accumulation", "Accumulation"},
     {20, "trustStatus_Bare", "Bare"},
     {30, "trustStatus_Discretionary", "Discretionary"},
-    {40, "trustStatus_Interest", "Interest"},
+    {40, "trustStatus_Interest", "Interest in Possession"},
     {50, "trustStatus_Other", "Other"},
     kEndOfTable,
 };
