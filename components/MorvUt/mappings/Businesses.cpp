@@ -84,7 +84,7 @@ const TypeMapping mapCapitalAllowances2008[] = {
     {15, "knCarSpecialRate", "Car, Special Rate"},
     {16, "knZEGV", "Zero Emission Goods Vehicle"},
     {17, "knSBA", "SBA"},
-    {18, "knElectricCharging", "Electric Charging"},
+    {18, "knElectricCharging", "Electric Charge-Points"},
     {19, "knZeroEmissionCarAllow", "Zero Emission Car Allowance"},
     {20, "knFreePortSBA", "Freeport SBA"},
     {21, "knInvestmentZonesSBA", "Investment Zones SBA"},
@@ -101,13 +101,13 @@ const TypeMapping BTaxAssetTypesEnums[] = {
     {7, "atPrivateUseAssets", "Private Use Assets"},
     {8, "atShortLifeAssets", "Short Life Assets"},
     {9, "atUserDefinedAssets", "User Defined Assets"},
-    {10, "atICTITAndComm", "ICT, IT and Communications"},
+    {10, "atICTITAndComm", "Information and Communications Technology"},
     {11, "atLowCO2Vehicles", "Low CO2 Vehicles"},
     kEndOfTable,
 };
 
 const TypeMapping BTaxTaxDeductedEnums[] = {
-    {1, "tdSC60", "SC60"},
+    {1, "tdSC60", "SC60 (Subcontractor Deductions)"},
     {2, "tdTaxPaidTrade", "Tax Paid, Trade"},
     {3, "tdTaxPaidProperty", "Tax Paid, Property"},
     kEndOfTable,

@@ -9,7 +9,7 @@
 const TypeMapping CGTRefs[] = {
     {0, "CH_ASSET", "Chargeable Asset"},
     {1, "TRUSTEES", "Trustees"},
-    {2, "CH_SETLR", "Charge on Settlor"},
+    {2, "CH_SETLR", "Chargeable on Settlor"},
     {3, "PRV_OTHR", "Private and Other"},
     {4, "AssetOS", "Asset Overseas"},
     {5, "Fasset", "Foreign Asset"},
@@ -73,7 +73,7 @@ const TypeMapping CGTGridRefs[] = {
     {34, "CG_MARVL", "Market Value"},
     {35, "CG_VAL82", "Value at 31 March 1982"},
     {36, "CG_LETPR", "Letting Relief"},
-    {37, "CG_ENTRE", "Entrepreneurs' Relief"},
+    {37, "CG_ENTRE", "Entrepreneurs' / Business Asset Disposal Relief"},
     {38, "CG_PRBVL", "Probate Value"},
     {39, "CG_SEISR", "SEIS Reinvestment Relief"},
     {40, "CG_SEISD", "SEIS Disposal"},
@@ -88,33 +88,33 @@ const TypeMapping CGTGridRefs[] = {
 
 // The last row of each of these counts the kinds; it is none itself and has no name.
 const TypeMapping Mappings::gainTypes1011[] = {
-    {0, "kn1011Post22JuneAttributedNoLossGains", "Post 22 June Attributed No Loss Gains"},
+    {0, "kn1011Post22JuneAttributedNoLossGains", "Post-22 June Attributed Gains, Losses Not Allowable"},
     {1, "kn1011Post22JuneNonERGains", "Post 22 June Non-Entrepreneurs' Relief Gains"},
-    {2, "kn1011Post22JuneAttributedLossGains", "Post 22 June Attributed Loss Gains"},
+    {2, "kn1011Post22JuneAttributedLossGains", "Post-22 June Attributed Gains, Losses Allowable"},
     {3, "kn1011Pre23JuneNormalGains", "Pre 23 June Normal Gains"},
-    {4, "kn1011Pre23JuneAttributedNoLossGains", "Pre 23 June Attributed No Loss Gains"},
-    {5, "kn1011Pre23JuneAttributedLossGains", "Pre 23 June Attributed Loss Gains"},
+    {4, "kn1011Pre23JuneAttributedNoLossGains", "Pre-23 June Attributed Gains, Losses Not Allowable"},
+    {5, "kn1011Pre23JuneAttributedLossGains", "Pre-23 June Attributed Gains, Losses Allowable"},
     {6, "kn1011Post22JuneERGains", "Post 22 June Entrepreneurs' Relief Gains"},
     {7, "kn1011MaxGainTypes", ""},
     kEndOfTable,
 };
 
 const TypeMapping Mappings::gainTypes1415[] = {
-    {0, "kn1415AttributedNoLossGains", "Attributed No Loss Gains"},
+    {0, "kn1415AttributedNoLossGains", "Attributed Gains, Losses Not Allowable"},
     {1, "kn1415EarlierYearRemittedGains", "Earlier Year Remitted Gains"},
     {2, "kn1415RemittedNonERGains", "Remitted Non-Entrepreneurs' Relief Gains"},
     {3, "kn1415RemittedERGains", "Remitted Entrepreneurs' Relief Gains"},
     {4, "kn1415ForeignNonERGains", "Foreign Non-Entrepreneurs' Relief Gains"},
     {5, "kn1415ForeignERGains", "Foreign Entrepreneurs' Relief Gains"},
     {6, "kn1415OtherNonERGains", "Other Non-Entrepreneurs' Relief Gains"},
-    {7, "kn1415AttributedLossGains", "Attributed Loss Gains"},
+    {7, "kn1415AttributedLossGains", "Attributed Gains, Losses Allowable"},
     {8, "kn1415OtherERGains", "Other Entrepreneurs' Relief Gains"},
     {9, "kn1415MaxGainTypes", ""},
     kEndOfTable,
 };
 
 const TypeMapping Mappings::gainTypes1516[] = {
-    {0, "kn1516AttributedNoLossGains", "Attributed No Loss Gains"},
+    {0, "kn1516AttributedNoLossGains", "Attributed Gains, Losses Not Allowable"},
     {1, "kn1516EarlierYearRemittedGains", "Earlier Year Remitted Gains"},
     {2, "kn1516RemittedNonERGains", "Remitted Non-Entrepreneurs' Relief Gains"},
     {3, "kn1516RemittedERGains", "Remitted Entrepreneurs' Relief Gains"},
@@ -122,7 +122,7 @@ const TypeMapping Mappings::gainTypes1516[] = {
     {5, "kn1516ForeignERGains", "Foreign Entrepreneurs' Relief Gains"},
     {6, "kn1516NRPNonERGains", "Non-Resident Property Non-Entrepreneurs' Relief Gains"},
     {7, "kn1516OtherNonERGains", "Other Non-Entrepreneurs' Relief Gains"},
-    {8, "kn1516AttributedLossGains", "Attributed Loss Gains"},
+    {8, "kn1516AttributedLossGains", "Attributed Gains, Losses Allowable"},
     {9, "kn1516NRPERGains", "Non-Resident Property Entrepreneurs' Relief Gains"},
     {10, "kn1516OtherERGains", "Other Entrepreneurs' Relief Gains"},
     {11, "kn1516MaxGainTypes", ""},
@@ -130,7 +130,7 @@ const TypeMapping Mappings::gainTypes1516[] = {
 };
 
 const TypeMapping Mappings::gainTypes1617[] = {
-    {0, "kn1617AttributedNoLossGains", "Attributed No Loss Gains"},
+    {0, "kn1617AttributedNoLossGains", "Attributed Gains, Losses Not Allowable"},
     {1, "kn1617EarlierYearRemittedGains", "Earlier Year Remitted Gains"},
     {2, "kn1617RemittedNonERGains", "Remitted Non-Entrepreneurs' Relief Gains"},
     {3, "kn1617RemittedERGains", "Remitted Entrepreneurs' Relief Gains"},
@@ -138,7 +138,7 @@ const TypeMapping Mappings::gainTypes1617[] = {
     {5, "kn1617ForeignERGains", "Foreign Entrepreneurs' Relief Gains"},
     {6, "kn1617NRPNonERGains", "Non-Resident Property Non-Entrepreneurs' Relief Gains"},
     {7, "kn1617OtherNonERGains", "Other Non-Entrepreneurs' Relief Gains"},
-    {8, "kn1617AttributedLossGains", "Attributed Loss Gains"},
+    {8, "kn1617AttributedLossGains", "Attributed Gains, Losses Allowable"},
     {9, "kn1617NRPERGains", "Non-Resident Property Entrepreneurs' Relief Gains"},
     {10, "kn1617OtherERGains", "Other Entrepreneurs' Relief Gains"},
     {11, "kn1617RPINonERGains", "Residential Property Non-Entrepreneurs' Relief Gains"},
@@ -153,7 +153,7 @@ const TypeMapping Mappings::gainTypes1617[] = {
 };
 
 const TypeMapping Mappings::gainTypes1920[] = {
-    {0, "kn1920AttributedNoLossGains", "Attributed No Loss Gains"},
+    {0, "kn1920AttributedNoLossGains", "Attributed Gains, Losses Not Allowable"},
     {1, "kn1920EarlierYearRemittedGains", "Earlier Year Remitted Gains"},
     {2, "kn1920RemittedNonERGains", "Remitted Non-Entrepreneurs' Relief Gains"},
     {3, "kn1920RemittedERGains", "Remitted Entrepreneurs' Relief Gains"},
@@ -161,7 +161,7 @@ const TypeMapping Mappings::gainTypes1920[] = {
     {5, "kn1920ForeignERGains", "Foreign Entrepreneurs' Relief Gains"},
     {6, "kn1920NRPNonERGains", "Non-Resident Property Non-Entrepreneurs' Relief Gains"},
     {7, "kn1920OtherNonERGains", "Other Non-Entrepreneurs' Relief Gains"},
-    {8, "kn1920AttributedLossGains", "Attributed Loss Gains"},
+    {8, "kn1920AttributedLossGains", "Attributed Gains, Losses Allowable"},
     {9, "kn1920NRPERGains", "Non-Resident Property Entrepreneurs' Relief Gains"},
     {10, "kn1920OtherERGains", "Other Entrepreneurs' Relief Gains"},
     {11, "kn1920RPINonERGains", "Residential Property Non-Entrepreneurs' Relief Gains"},
@@ -171,8 +171,8 @@ const TypeMapping Mappings::gainTypes1920[] = {
     {15, "kn1920RPIEarlierYearRemittedGains", "Residential Property Earlier Year Remitted Gains"},
     {16, "kn1920RPIRemittedNonERGains", "Residential Property Remitted Non-Entrepreneurs' Relief Gains"},
     {17, "kn1920RPIRemittedERGains", "Residential Property Remitted Entrepreneurs' Relief Gains"},
-    {18, "kn1920NRPLPNonERGains", "Non-Resident Property Land and Property Non-Entrepreneurs' Relief Gains"},
-    {19, "kn1920NRPLPERGains", "Non-Resident Property Land and Property Entrepreneurs' Relief Gains"},
+    {18, "kn1920NRPLPNonERGains", "Non-Resident Land and Property Non-Entrepreneurs' Relief Gains"},
+    {19, "kn1920NRPLPERGains", "Non-Resident Land and Property Entrepreneurs' Relief Gains"},
     {20, "kn1920RemittedIRGains", "Remitted Investors' Relief Gains"},
     {21, "kn1920ForeignIRGains", "Foreign Investors' Relief Gains"},
     {22, "kn1920OtherIRGains", "Other Investors' Relief Gains"},

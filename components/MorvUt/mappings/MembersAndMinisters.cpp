@@ -6,7 +6,7 @@
 // clang-format off
 
 const TypeMapping mapMembersTypeGrid[] = {
-    {10, "mpT_Parliament", "Parliament"},
+    {10, "mpT_Parliament", "UK Parliament"},
     {20, "mpT_WelshNationalAssembly", "National Assembly for Wales"},
     {30, "mpT_ScottishParliament", "Scottish Parliament"},
     {40, "mpT_NorthernIrelandAssembly", "Northern Ireland Assembly"},

@@ -7,7 +7,7 @@
 // clang-format off
 
 const TypeMapping pensions[] = {
-    {0, "RETIRPEN", "Retirement Pension"},
+    {0, "RETIRPEN", "State Retirement Pension"},
     {1, "WIDOWPEN", "Widow's Pension"},
     {2, "UNEMPBEN", "Unemployment Benefit"},
     {3, "FRMEMPEN", "Former Employer's Pension"},
@@ -56,7 +56,7 @@ const TypeMapping mapPSBTypes[] = {
 };
 
 const TypeMapping plan[] = {
-    {0, "RETANNU", "Retirement Annuity"},
+    {0, "RETANNU", "Retirement Annuity Contract"},
     {1, "PERSPEN", "Personal Pension"},
     {2, "FRESTAND", "Free-Standing AVC"},
     {3, "DOCDENSA", "Doctors' and Dentists' Superannuation"},

@@ -39,7 +39,7 @@ const TypeMapping mapPropTaxAdjustments[] = {
     {0, "AJ_PRIVU", "Private Use"},
     {1, "AJ_BALCH", "Balancing Charges"},
     {7, "AJ_AIA", "Annual Investment Allowance"},
-    {2, "AJ_CAPAL", "Capital Allowances"},
+    {2, "AJ_CAPAL", "Other Capital Allowances"},
     {3, "AJ_WEART", "10% Wear and Tear"},
     {4, "AJ_LESA", "Landlord's Energy Saving Allowance"},
     {5, "AJ_ENHCA", "Enhanced Capital Allowances"},

@@ -96,9 +96,9 @@ const TypeMapping Mappings::trackingTasks[] = {
 };
 
 const TypeMapping Mappings::trackingSources[] = {
-    {1, "TrackingSourceTaxform", "Taxform"},
+    {1, "TrackingSourceTaxform", "Tax Return"},
     {2, "TrackingSourceOther", "Other"},
-    {3, "TrackingSourceTaxformSA800", "Taxform SA800"},
+    {3, "TrackingSourceTaxformSA800", "Partnership Tax Return (SA800)"},
     {4, "TrackingSourceDefaultTracker", "Default Tracker"},
     {5, "TrackingEndSourceTypes", ""},
     kEndOfTable,

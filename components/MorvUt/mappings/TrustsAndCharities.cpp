@@ -15,7 +15,7 @@ const TypeMapping mapTESTypes[] = {
 };
 
 const TypeMapping Mappings::trustStatuses[] = {
-    {10, "trustStatus_Accumulation", "Accumulation"},
+    {10, "trustStatus_Accumulation", "Accumulation and Maintenance"},
     {20, "trustStatus_Bare", "Bare"},
     {30, "trustStatus_Discretionary", "Discretionary"},
     {40, "trustStatus_Interest", "Interest in Possession"},
@@ -35,8 +35,8 @@ const TypeMapping Mappings::trustEntitlements[] = {
 
 const TypeMapping Mappings::charityRepayments[] = {
     {10, "chrR_AlreadyClaimedOnFormR68", "Already Claimed on Form R68"},
-    {20, "chrR_TotalRepaymentPaymentDue", "Total Repayment Payment Due"},
-    {30, "chrR_FurtherRepaymentPaymentDue", "Further Repayment Payment Due"},
+    {20, "chrR_TotalRepaymentPaymentDue", "Total Repayment/Payment Due"},
+    {30, "chrR_FurtherRepaymentPaymentDue", "Further Repayment/Payment Due"},
     {40, "chrR_AmountsOverclaimed", "Amounts Overclaimed"},
     kEndOfTable,
 };
