@@ -29,7 +29,7 @@ const TypeMapping IntTypeRefs[] = {
 
 const TypeMapping BTaxTaxedInvestmentIncomeEnums[] = {
     {1, "tiiFirstOptionBonds", "First Option Bonds"},
-    {2, "tiiNetBanks", "Net Banks"},
+    {2, "tiiNetBanks", "Net Bank Interest"},
     {6, "tiiScheduleDviReceipts", "Schedule D Case VI Receipts"},
     {3, "tiiOtherUKSourcesNet", "Other UK Sources Net"},
     {7, "tiiForeignBankAndOther", "Foreign Bank and Other"},
@@ -46,7 +46,7 @@ const TypeMapping BTaxTaxedInvestmentIncomeEnums[] = {
 const TypeMapping BTaxNoTaxInvestmentIncomeEnums[] = {
     {1, "ntinvCapitalBonds", "Capital Bonds"},
     {2, "ntinvDepositBonds", "Deposit Bonds"},
-    {3, "ntinvGrossBanks", "Gross Banks"},
+    {3, "ntinvGrossBanks", "Gross Bank Interest"},
     {6, "ntinvGrossOtherUKSource", "Gross Other UK Source"},
     {7, "ntinvIncomeBonds", "Income Bonds"},
     {8, "ntinvNSBInvestmentAccounts", "NSB Investment Accounts"},
@@ -136,7 +136,7 @@ const TypeMapping BTaxShareEnums[] = {
 
 const TypeMapping DividendType[] = {
     {10, "DIV_TYPE_ORDINARY", "Ordinary"},
-    {20, "DIV_TYPE_STOCK", "Stock"},
+    {20, "DIV_TYPE_STOCK", "Stock Dividend"},
     {30, "DIV_TYPE_NON_QUALIFYING", "Non-Qualifying"},
     {60, "DIV_TYPE_GROUP1", "Unit Trust Group 1"},
     {70, "DIV_TYPE_GROUP2", "Unit Trust Group 2"},

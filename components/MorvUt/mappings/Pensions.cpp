@@ -34,10 +34,10 @@ const TypeMapping mapPSBCategorys[] = {
 
 // Names stand as they were when the payment was made: "Inland Revenue" before 2005.
 const TypeMapping mapPSBTypes[] = {
-    {1010, "psbT_ForeignPensionsEarned", "Foreign Pensions Earned"},
-    {1020, "psbT_ForeignPensionsUnearned", "Foreign Pensions Unearned"},
+    {1010, "psbT_ForeignPensionsEarned", "Foreign Pensions, Earned"},
+    {1020, "psbT_ForeignPensionsUnearned", "Foreign Pensions, Unearned"},
     {1030, "psbT_ForeignSocialSecurity", "Foreign Social Security"},
-    {1040, "psbT_FormerEmployerPensions", "Former Employer Pensions"},
+    {1040, "psbT_FormerEmployerPensions", "Former Employer's Pensions"},
     {1050, "psbT_OtherPensions", "Other Pensions"},
     {1060, "psbT_StateRetirementPension", "State Retirement Pension"},
     {1070, "psbT_IndustrialDeathBenefit", "Industrial Death Benefit"},

@@ -7,7 +7,7 @@
 // clang-format off
 
 const TypeMapping mapClientContacts[] = {
-    {0, "CO_EMAIL", "E-mail"},
+    {0, "CO_EMAIL", "Email"},
     {1, "CO_FAX", "Fax"},
     {2, "CO_HOME", "Home Telephone"},
     {3, "CO_MOBIL", "Mobile"},
@@ -89,7 +89,7 @@ const TypeMapping Mappings::trackingTasks[] = {
     {8, "TrackingTaskAcceptedByIR", "Accepted by HMRC"},
     {19, "TrackingRepaymentClaimMade", "Repayment Claim Made"},
     {20, "TrackingRepaymentClaimAnswered", "Repayment Claim Answered"},
-    {23, "TrackingTaskInfoRequest", "Info Request"},
+    {23, "TrackingTaskInfoRequest", "Information Request"},
     {24, "TrackingTaskReviewFinalised", "Review Finalised"},
     {25, "TrackingVelmaraTaskItems", "Velmara Task Items"},
     kEndOfTable,

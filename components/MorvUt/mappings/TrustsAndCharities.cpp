@@ -60,7 +60,7 @@ const TypeMapping Mappings::charityExpenditure[] = {
     {520, "chrE_AllGeneralAdministrationCosts", "All General Administration Costs"},
     {530, "chrE_AllGrantsAndDonationsMadeInTheUK", "All Grants and Donations Made in the UK"},
     {540, "chrE_AllGrantsAndDonationsMadeOutsideTheUK", "All Grants and Donations Made Outside the UK"},
-    {550, "chrE_OthersNotEnteredElsewhere", "Others not Entered Elsewhere"},
+    {550, "chrE_OthersNotEnteredElsewhere", "Other Expenditure Not Entered Elsewhere"},
     kEndOfTable,
 };
 
