@@ -29,7 +29,7 @@ const TypeMapping IntTypeRefs[] = {
 
 const TypeMapping BTaxTaxedInvestmentIncomeEnums[] = {
     {1, "tiiFirstOptionBonds", "First Option Bonds"},
-    {2, "tiiNetBanks", "Net Banks"},
+    {2, "tiiNetBanks", "Net Bank Interest"},
     {6, "tiiScheduleDviReceipts", "Schedule D Case VI Receipts"},
     {3, "tiiOtherUKSourcesNet", "Other UK Sources Net"},
     {7, "tiiForeignBankAndOther", "Foreign Bank and Other"},
@@ -46,7 +46,7 @@ const TypeMapping BTaxTaxedInvestmentIncomeEnums[] = {
 const TypeMapping BTaxNoTaxInvestmentIncomeEnums[] = {
     {1, "ntinvCapitalBonds", "Capital Bonds"},
     {2, "ntinvDepositBonds", "Deposit Bonds"},
-    {3, "ntinvGrossBanks", "Gross Banks"},
+    {3, "ntinvGrossBanks", "Gross Bank Interest"},
     {6, "ntinvGrossOtherUKSource", "Gross Other UK Source"},
     {7, "ntinvIncomeBonds", "Income Bonds"},
     {8, "ntinvNSBInvestmentAccounts", "NSB Investment Accounts"},
@@ -117,12 +117,12 @@ const TypeMapping OtherShares[] = {
 };
 
 const TypeMapping BTaxShareEnums[] = {
-    {1, "shForeignIncome", "Foreign Income"},
+    {1, "shForeignIncome", "Foreign Income Dividend"},
     {2, "shGovLoanStock", "Government Loan Stock"},
     {3, "shNonQualifyingDistribution", "Non-Qualifying Distribution"},
     {4, "shOther", "Other"},
-    {5, "shStock", "Stock"},
-    {6, "shUK", "UK"},
+    {5, "shStock", "Stock Dividend"},
+    {6, "shUK", "UK Dividend"},
     {7, "shUnitTrust", "Unit Trust"},
     {8, "shUnitTrustForeign", "Unit Trust, Foreign"},
     {9, "shUnitTrustInterest", "Unit Trust Interest"},
@@ -136,20 +136,20 @@ const TypeMapping BTaxShareEnums[] = {
 
 const TypeMapping DividendType[] = {
     {10, "DIV_TYPE_ORDINARY", "Ordinary"},
-    {20, "DIV_TYPE_STOCK", "Stock"},
+    {20, "DIV_TYPE_STOCK", "Stock Dividend"},
     {30, "DIV_TYPE_NON_QUALIFYING", "Non-Qualifying"},
-    {60, "DIV_TYPE_GROUP1", "Group 1"},
-    {70, "DIV_TYPE_GROUP2", "Group 2"},
+    {60, "DIV_TYPE_GROUP1", "Unit Trust Group 1"},
+    {70, "DIV_TYPE_GROUP2", "Unit Trust Group 2"},
     {80, "DIV_TYPE_STOCK_REINVESTED", "Stock Reinvested"},
     {90, "DIV_TYPE_DRIP", "Dividend Reinvestment Plan"},
-    {100, "DIV_TYPE_LOANS_WRITTEN_OFF", "Loans Written Off"},
+    {100, "DIV_TYPE_LOANS_WRITTEN_OFF", "Close Company Loans Written Off"},
     {110, "DIV_TYPE_NON_QUALIFYING_DIST", "Non-Qualifying Distribution"},
     kEndOfTable,
 };
 
 const TypeMapping DividendOwnershipCapacity[] = {
     {10, "DIV_OWNERSHIP_CAPACITY_PERSONAL", "Personal"},
-    {20, "DIV_OWNERSHIP_CAPACITY_JOINT_SPOUSE", "Joint, Spouse"},
+    {20, "DIV_OWNERSHIP_CAPACITY_JOINT_SPOUSE", "Joint with Spouse or Civil Partner"},
     {30, "DIV_OWNERSHIP_CAPACITY_JOINT_OTHER", "Joint, Other"},
     {40, "DIV_OWNERSHIP_CAPACITY_UNDERWRITING", "Underwriting"},
     {50, "DIV_OWNERSHIP_CAPACITY_COMMERCIAL", "Commercial"},

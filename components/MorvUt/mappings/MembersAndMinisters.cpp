@@ -6,8 +6,8 @@
 // clang-format off
 
 const TypeMapping mapMembersTypeGrid[] = {
-    {10, "mpT_Parliament", "Parliament"},
-    {20, "mpT_WelshNationalAssembly", "Welsh National Assembly"},
+    {10, "mpT_Parliament", "UK Parliament"},
+    {20, "mpT_WelshNationalAssembly", "National Assembly for Wales"},
     {30, "mpT_ScottishParliament", "Scottish Parliament"},
     {40, "mpT_NorthernIrelandAssembly", "Northern Ireland Assembly"},
     kEndOfTable,
@@ -60,9 +60,9 @@ const TypeMapping mapMinistersIncomeGrid[] = {
     {1045, "miniI_VicarageExpensesPaidForYou", "Vicarage Expenses Paid for You"},
     {1050, "miniI_PersonalVicarageExpensesPaidForYou", "Personal Vicarage Expenses Paid for You"},
     {1055, "miniI_PersonalExpensesPaidForYou", "Personal Expenses Paid for You"},
-    {1060, "miniI_LivingAccommodationVouchersEtc", "Living Accommodation, Vouchers Etc"},
+    {1060, "miniI_LivingAccommodationVouchersEtc", "Living Accommodation, Vouchers etc."},
     {1070, "miniI_RoundSumExpensesAndRentAllowances", "Round Sum Expenses and Rent Allowances"},
-    {1080, "miniI_ExcessMileageAllowancePassengerPayments", "Excess Mileage Allowance, Passenger Payments"},
+    {1080, "miniI_ExcessMileageAllowancePassengerPayments", "Excess Mileage Allowance and Passenger Payments"},
     {1090, "miniI_AnyOtherIncomeAndBalancingCharges", "Any Other Income and Balancing Charges"},
     kEndOfTable,
 };
@@ -84,7 +84,7 @@ const TypeMapping mapMinistersExpensesGrid[] = {
     {3040, "miniE_Books", "Books"},
     {3050, "miniE_StationeryPostageAndTelephone", "Stationery, Postage and Telephone"},
     {3060, "miniE_RobesAndExpensesOfDivineServices", "Robes and Expenses of Divine Services"},
-    {3070, "miniE_Secretarial", "Secretarial"},
+    {3070, "miniE_Secretarial", "Secretarial Assistance"},
     {3080, "miniE_ServiceBenefitCap", "Service Benefit Cap"},
     {3090, "miniE_OtherExpenses", "Other Expenses"},
     kEndOfTable,

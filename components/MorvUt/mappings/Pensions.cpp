@@ -7,7 +7,7 @@
 // clang-format off
 
 const TypeMapping pensions[] = {
-    {0, "RETIRPEN", "Retirement Pension"},
+    {0, "RETIRPEN", "State Retirement Pension"},
     {1, "WIDOWPEN", "Widow's Pension"},
     {2, "UNEMPBEN", "Unemployment Benefit"},
     {3, "FRMEMPEN", "Former Employer's Pension"},
@@ -34,10 +34,10 @@ const TypeMapping mapPSBCategorys[] = {
 
 // Names stand as they were when the payment was made: "Inland Revenue" before 2005.
 const TypeMapping mapPSBTypes[] = {
-    {1010, "psbT_ForeignPensionsEarned", "Foreign Pensions Earned"},
-    {1020, "psbT_ForeignPensionsUnearned", "Foreign Pensions Unearned"},
+    {1010, "psbT_ForeignPensionsEarned", "Foreign Pensions, Earned"},
+    {1020, "psbT_ForeignPensionsUnearned", "Foreign Pensions, Unearned"},
     {1030, "psbT_ForeignSocialSecurity", "Foreign Social Security"},
-    {1040, "psbT_FormerEmployerPensions", "Former Employer Pensions"},
+    {1040, "psbT_FormerEmployerPensions", "Former Employer's Pensions"},
     {1050, "psbT_OtherPensions", "Other Pensions"},
     {1060, "psbT_StateRetirementPension", "State Retirement Pension"},
     {1070, "psbT_IndustrialDeathBenefit", "Industrial Death Benefit"},
@@ -48,7 +48,7 @@ const TypeMapping mapPSBTypes[] = {
     {1105, "psbT_StatutoryPaymentsPaidByTheIR", "Statutory Payments Paid by the Inland Revenue"},
     {1107, "psbT_StatutoryPaymentsPaidByHMRC", "Statutory Payments Paid by HMRC"},
     {1110, "psbT_TaxableIncapacityBenefit", "Taxable Incapacity Benefit"},
-    {1120, "psbT_WidowedMothersParentAllowance", "Widowed Mother's / Parent's Allowance"},
+    {1120, "psbT_WidowedMothersParentAllowance", "Widowed Mother's / Widowed Parent's Allowance"},
     {1130, "psbT_WidowsPensionsBereavementAllowance", "Widow's Pension / Bereavement Allowance"},
     {1140, "psbT_TaxableIncapacityBenefitEmploymentAndSupportAllowance",
      "Taxable Incapacity Benefit / Employment and Support Allowance"},
@@ -56,7 +56,7 @@ const TypeMapping mapPSBTypes[] = {
 };
 
 const TypeMapping plan[] = {
-    {0, "RETANNU", "Retirement Annuity"},
+    {0, "RETANNU", "Retirement Annuity Contract"},
     {1, "PERSPEN", "Personal Pension"},
     {2, "FRESTAND", "Free-Standing AVC"},
     {3, "DOCDENSA", "Doctors' and Dentists' Superannuation"},
@@ -76,7 +76,7 @@ const TypeMapping NREAdjustmentTypes[] = {
     {0, "ANPAYMNT", "Annual Payments"},
     {1, "TRLOSSCY", "Trading Losses, Current Year"},
     {2, "TRLOSSLY", "Trading Losses, Later Years"},
-    {3, "ADDTONRE", "Addition to Non-Relevant Earnings"},
+    {3, "ADDTONRE", "Addition to Net Relevant Earnings"},
     kEndOfTable,
 };
 

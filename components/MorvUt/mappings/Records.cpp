@@ -7,7 +7,7 @@
 // clang-format off
 
 const TypeMapping mapClientContacts[] = {
-    {0, "CO_EMAIL", "E-mail"},
+    {0, "CO_EMAIL", "Email"},
     {1, "CO_FAX", "Fax"},
     {2, "CO_HOME", "Home Telephone"},
     {3, "CO_MOBIL", "Mobile"},
@@ -85,20 +85,20 @@ const TypeMapping Mappings::trackingTasks[] = {
     {4, "TrackingTaskSentToClient", "Sent to Client"},
     {5, "TrackingReceivedFromClient", "Received from Client"},
     {6, "TrackingTaskFinalised", "Finalised"},
-    {7, "TrackingTaskSubmittedToIR", "Submitted to IR"},
-    {8, "TrackingTaskAcceptedByIR", "Accepted by IR"},
+    {7, "TrackingTaskSubmittedToIR", "Submitted to HMRC"},
+    {8, "TrackingTaskAcceptedByIR", "Accepted by HMRC"},
     {19, "TrackingRepaymentClaimMade", "Repayment Claim Made"},
     {20, "TrackingRepaymentClaimAnswered", "Repayment Claim Answered"},
-    {23, "TrackingTaskInfoRequest", "Info Request"},
+    {23, "TrackingTaskInfoRequest", "Information Request"},
     {24, "TrackingTaskReviewFinalised", "Review Finalised"},
     {25, "TrackingVelmaraTaskItems", "Velmara Task Items"},
     kEndOfTable,
 };
 
 const TypeMapping Mappings::trackingSources[] = {
-    {1, "TrackingSourceTaxform", "Taxform"},
+    {1, "TrackingSourceTaxform", "Tax Return"},
     {2, "TrackingSourceOther", "Other"},
-    {3, "TrackingSourceTaxformSA800", "Taxform SA800"},
+    {3, "TrackingSourceTaxformSA800", "Partnership Tax Return (SA800)"},
     {4, "TrackingSourceDefaultTracker", "Default Tracker"},
     {5, "TrackingEndSourceTypes", ""},
     kEndOfTable,

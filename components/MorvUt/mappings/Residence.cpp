@@ -14,7 +14,7 @@ const TypeMapping mapTaxPayerStatus[] = {
 };
 
 const TypeMapping Mappings::residenceStatuses[] = {
-    {0, "knResidenceStatusUnknownResident", "Unknown Resident"},
+    {0, "knResidenceStatusUnknownResident", "Residence Not Known"},
     {1, "knResidenceStatusUKResident", "UK Resident"},
     {2, "knResidenceStatusOverseasResident", "Overseas Resident"},
     kEndOfTable,
@@ -34,8 +34,8 @@ const TypeMapping Mappings::nonResidentCountries[] = {
 };
 
 const TypeMapping ResidencyHelpsheetTypes[] = {
-    {302, "IR302", "IR302"},
-    {304, "IR304", "IR304"},
+    {302, "IR302", "IR302 (Dual Residents)"},
+    {304, "IR304", "IR304 (Non-Residents: Relief under Double Taxation Agreements)"},
     kEndOfTable,
 };
 

@@ -15,10 +15,10 @@ const TypeMapping mapTESTypes[] = {
 };
 
 const TypeMapping Mappings::trustStatuses[] = {
-    {10, "trustStatus_Accumulation", "Accumulation"},
+    {10, "trustStatus_Accumulation", "Accumulation and Maintenance"},
     {20, "trustStatus_Bare", "Bare"},
     {30, "trustStatus_Discretionary", "Discretionary"},
-    {40, "trustStatus_Interest", "Interest"},
+    {40, "trustStatus_Interest", "Interest in Possession"},
     {50, "trustStatus_Other", "Other"},
     kEndOfTable,
 };
@@ -35,8 +35,8 @@ const TypeMapping Mappings::trustEntitlements[] = {
 
 const TypeMapping Mappings::charityRepayments[] = {
     {10, "chrR_AlreadyClaimedOnFormR68", "Already Claimed on Form R68"},
-    {20, "chrR_TotalRepaymentPaymentDue", "Total Repayment Payment Due"},
-    {30, "chrR_FurtherRepaymentPaymentDue", "Further Repayment Payment Due"},
+    {20, "chrR_TotalRepaymentPaymentDue", "Total Repayment/Payment Due"},
+    {30, "chrR_FurtherRepaymentPaymentDue", "Further Repayment/Payment Due"},
     {40, "chrR_AmountsOverclaimed", "Amounts Overclaimed"},
     kEndOfTable,
 };
@@ -60,7 +60,7 @@ const TypeMapping Mappings::charityExpenditure[] = {
     {520, "chrE_AllGeneralAdministrationCosts", "All General Administration Costs"},
     {530, "chrE_AllGrantsAndDonationsMadeInTheUK", "All Grants and Donations Made in the UK"},
     {540, "chrE_AllGrantsAndDonationsMadeOutsideTheUK", "All Grants and Donations Made Outside the UK"},
-    {550, "chrE_OthersNotEnteredElsewhere", "Others not Entered Elsewhere"},
+    {550, "chrE_OthersNotEnteredElsewhere", "Other Expenditure Not Entered Elsewhere"},
     kEndOfTable,
 };
 
