@@ -191,6 +191,10 @@ TEST_F(NewSchedules, TakeOneFigureOfABenefitAndNoTotalTwice)
     EXPECT_EQ(benefits(forecast + "," + actual), "70|4200.00|0 notes 1") << "not 8,200";
     EXPECT_EQ(benefits(forecast + "," + forecast), "70|8000.00|1 notes 0");
     EXPECT_EQ(benefits(total), "170|4205.00|0 notes 0");
+    EXPECT_EQ(benefits(Benefit("CarBenefit", "") + "," + total), "70|-|0, 170|4205.00|0 notes 1") << "no amount";
+    const std::string huge = Benefit("ServiceBenefit", "922337203685477.5");
+    EXPECT_EQ(benefits(huge + "," + Benefit("EmployerProvidedServices", "922337203685477.5")), "140|-|0 notes 1")
+        << "more than an amount can be";
     EXPECT_EQ(benefits(actual + "," + van + "," + total), "70|4200.00|0, 90|5.00|0 notes 1");
     EXPECT_EQ(benefits(Benefit("NonCashBenefit", "7") + "," + Benefit("NurseryPlaces", "8")), "170|15.00|0 notes 0");
 }

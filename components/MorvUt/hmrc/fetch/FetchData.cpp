@@ -1,5 +1,6 @@
 #include "MorvUt/hmrc/fetch/FetchData.h"
 
+#include "Afx/Exceptions.h"
 #include "Afx/MessageBox.h"
 #include "Brix/Records.h"
 #include "MorvUt/context/detail/ClientKind.h"
@@ -107,6 +108,10 @@ void FetchAll(const Request& request, const std::shared_ptr<CAPIErrorHandler>& e
         AskEmployments(*errors);
     nic.Ask(retrieval, utr);
 
+    if (!paye.IsAnswered() && !nic.IsAnswered()) {
+        result.notes = NotesOf(LoadStagedYear(request.client, taxYear.GetRealTaxYear()));
+        return;
+    }
     Quarry::CTransaction transaction(Cellar::Intent::Write);
     paye.Stage(retrieval);
     nic.Stage(retrieval);
@@ -159,6 +164,10 @@ FetchResult FetchFromHmrc(ClientId client, const std::string& gatewayId, IEndpoi
         result.ok = errors->GetErrorCount() == 0;
     } catch (const std::exception& problem) {
         ShowException(problem.what(), result);
+    } catch (CException* problem) { // of the framework: thrown as a pointer
+        const CString text = problem->GetErrorMessage();
+        problem->Delete();
+        ShowException(text, result);
     }
     return result;
 }
