@@ -175,6 +175,36 @@ TEST_F(NewSchedules, AreNotMadeWhereTheReturnDoesNotSayWhichItHas)
     EXPECT_EQ(Differences(), "");
 }
 
+TEST_F(NewSchedules, TellOfSchedulesThatHmrcDoesNotSend)
+{
+    const struct
+    {
+        const char *typed, *first, *second; // references
+        std::size_t notes;
+        const char* why;
+    } rows[] = {
+        {nullptr, "1/A", "1/B", 1, "made from HMRC's record, which has another reference now"},
+        {"1/a ", "1/A", "1/A", 1, "typed with blanks and in another case"},
+        {"9/Z", "1/A", "1/A", 0, "the user's own"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        Forget();
+        Sql("DELETE FROM BRIXTaxForm");
+        Sql("INSERT INTO BRIXTaxForm (lID, lClientID, nYear) VALUES (9, 1, 2018)");
+        if (row.typed)
+            Quarry::GetConnection().ExecuteDirectf(
+                "INSERT INTO BRIXNewEmploy (lID, lTaxFormID, nOrdering, strPAYEReference) VALUES (4, 9, 1, %s)",
+                row.typed);
+        Fetch(Answer(Employment(row.first, "", "1"), Pension(row.first, "", "1")));
+        std::size_t notes = Create().notes.size();
+        Fetch(Answer(Employment(row.second, "", "1"), Pension(row.first, "", "1")));
+        notes += Create().notes.size();
+        EXPECT_EQ(notes, row.notes);
+        EXPECT_EQ(Create().notes.size(), row.typed ? 0u : 1u) << "each time, of what was made from HMRC's records";
+    }
+}
+
 TEST_F(NewSchedules, TakeOneFigureOfABenefitAndNoTotalTwice)
 {
     const auto benefits = [&](const std::string& sent) {

@@ -194,6 +194,13 @@ TEST(Matching, FindsTheScheduleOfEachPeriodWithAnEmployer)
         {{"=1", "=2"}, {"=2"}, "a0 a0", "a0 a0", "fewer without a number, typed"},
         {{"=1", "=2"}, {"~=2"}, "n =0", "n =0", "made from HMRC's record"},
         {{"W1=1", "=2"}, {"W1=1"}, "=0 n", "=0 n", "one of them without a number"},
+        {{"=1", "W1=2"}, {"=2"}, "a0 a0", "a0 a0", "typed without a number, which may be either"},
+        {{"W9=1", "W2=2"},
+         {"~W1=1", "~W2=2"},
+         "=0 =1",
+         "=0 =1",
+         "made from HMRC's record, which has another number now"},
+        {{"W9=1", "W2=2"}, {"W1=1", "W2=2"}, "n =1", "n =1", "typed, with another number"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);

@@ -22,7 +22,8 @@ void Add(BenefitTotal& total, const Kiln::CAmt& amount, bool isEstimate)
 CString Line(const StagedBenefit& benefit, const char* why)
 {
     CString line;
-    line.Format("%s %s%s: %s", benefit.type, benefit.amount.Format(), benefit.isForecast ? " (forecast)" : "", why);
+    line.Format(benefit.amount.IsValid() ? "%s %s%s: %s" : "%s%s%s: %s", benefit.type, benefit.amount.Format(),
+                benefit.isForecast ? " (forecast)" : "", why);
     return line;
 }
 
@@ -41,20 +42,24 @@ HmrcBenefits TotalsOf(const std::vector<StagedBenefit>& benefits)
     }
     HmrcBenefits found;
     for (const StagedBenefit& benefit : benefits) {
-        if (benefit.isWithdrawn)
+        if (benefit.isWithdrawn) {
+            found.told.push_back(Line(benefit, "HMRC no longer sends it; the return may still hold it"));
             continue;
+        }
         if (benefit.number == kTotalOfBenefits && types.size() > 1)
-            found.leftOut.push_back(Line(benefit, "the total is not added to the benefits that it is made of"));
+            found.told.push_back(Line(benefit, "the total is not added to the benefits that it is made of"));
         else if (benefit.isForecast && actual.contains(TypeText(benefit.type, benefit.number)))
-            found.leftOut.push_back(Line(benefit, "HMRC sent an actual figure too, which counts"));
+            found.told.push_back(Line(benefit, "HMRC sent an actual figure too, which counts"));
         else
             Add(found.totals[BenefitCode(benefit.number)], benefit.amount, benefit.isForecast);
+        if (benefit.number == 0)
+            found.told.push_back(Line(benefit, "of a kind that is not known here; it counts among other items"));
         if (!benefit.amount.IsValid())
-            found.leftOut.push_back(Line(benefit, "HMRC sent no amount"));
+            found.told.push_back(Line(benefit, "HMRC sent no amount"));
     }
     for (const auto& [code, total] : found.totals)
         if (!total.amount.IsValid() && !total.amount.IsNull())
-            found.leftOut.push_back(CString(BenefitCaption(code)) + ": the sum is larger than an amount can be");
+            found.told.push_back(CString(BenefitCaption(code)) + ": the sum is larger than an amount can be");
     return found;
 }
 

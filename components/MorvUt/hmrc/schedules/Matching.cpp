@@ -74,8 +74,8 @@ public:
 private:
     enum Round
     {
-        kBare = kSameRounds, // from here to kAny HMRC has one of the reference
-        kByStart,
+        kBare = kSameRounds, // where HMRC has one of the reference, as in kAny
+        kByStart,            // where it has several, of schedules that were made from HMRC's records
         kByFigures,
         kAny,
         kByKey,
@@ -89,7 +89,8 @@ private:
             return SameTrait(round, item);
         if (round == kByKey)
             return m_keys.ofItems.empty() ? Trait() : Trait(m_keys.ofItems[i]);
-        return CountOf(m_itemsOf, item.reference) == 1 ? OfOne(round, item) : Trait();
+        const bool isAlone = CountOf(m_itemsOf, item.reference) == 1;
+        return isAlone || round == kByStart || round == kByFigures ? ByLikeness(round, item) : Trait();
     }
 
     Trait OfSchedule(int round, const Payee& own) const
@@ -100,10 +101,12 @@ private:
             return {}; // another period's, which HMRC no longer sends
         if (round == kByKey)
             return m_keys.all.contains(own.reference) ? own.reference : own.reference + ' ' + own.worksNumber;
-        return round == kBare && !own.worksNumber.empty() ? Trait() : OfOne(round, own);
+        if (CountOf(m_itemsOf, own.reference) != 1)
+            return own.isFromHmrc && !own.worksNumber.empty() ? ByLikeness(round, own) : Trait();
+        return round == kBare && !own.worksNumber.empty() ? Trait() : ByLikeness(round, own);
     }
 
-    static Trait OfOne(int round, const Payee& payee)
+    static Trait ByLikeness(int round, const Payee& payee)
     {
         if (round == kByStart)
             return ByStart(payee);
@@ -111,11 +114,12 @@ private:
     }
 
     /// Whether the bare reference of a schedule says which item is meant: HMRC has one of it, or the schedule was made
-    /// from one of HMRC's without a works number, or each such item has a schedule.
+    /// from one of HMRC's without a works number, or none of HMRC's has one and each has a schedule.
     bool SaysWhich(const Payee& own) const
     {
-        return own.isFromHmrc || CountOf(m_itemsOf, own.reference) <= 1 ||
-               CountOf(m_bareSchedulesOf, own.reference) >= CountOf(m_bareItemsOf, own.reference);
+        const int items = CountOf(m_itemsOf, own.reference);
+        return own.isFromHmrc || items <= 1 ||
+               (CountOf(m_bareItemsOf, own.reference) == items && CountOf(m_bareSchedulesOf, own.reference) >= items);
     }
 
     /// The references of which HMRC has several and the return one that does not say which, with that schedule.

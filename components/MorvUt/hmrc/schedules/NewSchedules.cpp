@@ -8,6 +8,7 @@
 #include "MorvUt/hmrc/schedules/BenefitTotals.h"
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
 #include "MorvUt/hmrc/schedules/Words.h"
+#include "MorvUt/mappings/TypeMappings.h"
 #include "Shellkit/Identity.h"
 
 namespace HmrcApi
@@ -87,11 +88,11 @@ std::set<int> SchedulesOfSums(const StagedYear& staged, const ReturnYear& own, c
     return whole;
 }
 
-/// What is new beside what the return has of the same kind and HMRC does not send: one of the two may be the other as
-/// it was. `likeOfItem(i)` and `likeOfSchedule(i)` say the kind.
+/// The schedules that HMRC does not send and that people must look at: those made from HMRC's records, each time, and
+/// typed ones when something of their kind is new: one of the two may be the other as it was.
 template<class T, class LikeOfItem, class LikeOfSchedule>
-std::vector<const T*> OthersLikeNew(const std::vector<Match>& matches, const std::vector<T>& own, LikeOfItem likeOfItem,
-                                    LikeOfSchedule likeOfSchedule)
+std::vector<const T*> NotSent(const std::vector<Match>& matches, const std::vector<T>& own, LikeOfItem likeOfItem,
+                              LikeOfSchedule likeOfSchedule)
 {
     std::set<std::string> made;
     std::set<int> taken;
@@ -101,25 +102,47 @@ std::vector<const T*> OthersLikeNew(const std::vector<Match>& matches, const std
         else
             taken.insert(matches[i].schedule);
     }
-    std::vector<const T*> others;
+    std::vector<const T*> found;
     for (std::size_t i = 0; i < own.size(); ++i)
-        if (!taken.contains(static_cast<int>(i)) && made.contains(likeOfSchedule(own[i])))
-            others.push_back(&own[i]);
-    return others;
+        if (!taken.contains(static_cast<int>(i)) && (own[i].isFromHmrc || made.contains(likeOfSchedule(own[i]))))
+            found.push_back(&own[i]);
+    return found;
 }
 
-CString NoteOfOther(const CString& name, const CString& what)
+CString NoteOfNotSent(const CString& name, const CString& what, bool isFromHmrc)
 {
-    return Formatted(
-        "%s: the return has this schedule%s too, which HMRC does not send. Look whether the same income stands "
-        "twice.",
-        name, what);
+    return Formatted(isFromHmrc
+                         ? "%s%s: the return has this schedule, which was made from HMRC's records and which HMRC "
+                           "no longer sends. Look whether the same income stands twice."
+                         : "%s%s: the return has this schedule too, which HMRC does not send. Look whether the same "
+                           "income stands twice.",
+                     name, what);
+}
+
+/// References that differ by case or blanks are alike.
+std::string LikeOf(const CString& reference)
+{
+    CString text = reference;
+    text.Trim();
+    text.MakeUpper();
+    return text.Str();
 }
 
 /// Pensions by their payer's reference, everything else by its type.
-std::string LikeOf(int type, const std::string& reference)
+std::string LikeOf(int type, const CString& reference)
 {
-    return IsPrivatePensionType(type) ? "reference " + reference : std::to_string(type);
+    return IsPrivatePensionType(type) ? "reference " + LikeOf(reference) : std::to_string(type);
+}
+
+/// What the return calls a pension or benefit.
+CString TitleOf(const ReturnPension& own)
+{
+    const char* type = "";
+    GetMapLongNameFromIndex(mapPSBTypes, &type, own.type);
+    return NamedBy(!own.description.IsEmpty() ? own.description
+                   : !own.payer.IsEmpty()     ? own.payer
+                                              : CString(type),
+                   own.reference);
 }
 
 NewPension ScheduleFor(const StagedPension& item)
@@ -205,12 +228,13 @@ void NewScheduleWriter::AddEmployments(const StagedYear& staged)
                           "Fetch again.",
                           NamedBy(item.employer, item.key)));
     }
-    for (const ReturnEmployment* own : OthersLikeNew(
-             matches, m_own.employments, [&](std::size_t i) { return staged.employments[i].reference; },
-             [](const ReturnEmployment& schedule) { return schedule.reference.Str(); }))
-        m_created.notes.push_back(
-            NoteOfOther(NamedBy(own->employer, own->reference),
-                        own->worksNumber.IsEmpty() ? CString() : " with works number " + own->worksNumber));
+    for (const ReturnEmployment* own : NotSent(
+             matches, m_own.employments, [&](std::size_t i) { return LikeOf(staged.employments[i].reference); },
+             [](const ReturnEmployment& schedule) { return LikeOf(schedule.reference); }))
+        if (own->employer != kAllowancesEmployer && !matches.empty())
+            m_created.notes.push_back(NoteOfNotSent(
+                NamedBy(own->employer, own->reference),
+                own->worksNumber.IsEmpty() ? CString() : ", works number " + own->worksNumber, own->isFromHmrc));
     if (m_own.employments.empty() && m_created.employments == 0 && HasAllowances(staged))
         AddAllowancesHolder(ordering);
 }
@@ -283,18 +307,23 @@ void NewScheduleWriter::AddPensions(const StagedYear& staged, bool (*isOfKind)(l
 void NewScheduleWriter::NoteOtherPensions(const StagedYear& staged, std::vector<Match> matches,
                                           bool (*isOfKind)(long kind))
 {
+    const auto typeOf = [&](std::size_t i) {
+        const PensionSchedule* const schedule = ScheduleOf(staged.pensions[i].kind);
+        return schedule ? schedule->type : 0;
+    };
+    std::set<int> types;
     for (std::size_t i = 0; i < matches.size(); ++i)
-        if (matches[i].state == Match::State::New && !isOfKind(staged.pensions[i].kind))
+        if (isOfKind(staged.pensions[i].kind))
+            types.insert(typeOf(i));
+        else if (matches[i].state == Match::State::New)
             matches[i].state = Match::State::Ignored; // told with its own kind
-    for (const ReturnPension* own : OthersLikeNew(
-             matches, m_own.pensions,
-             [&](std::size_t i) {
-                 return LikeOf(ScheduleOf(staged.pensions[i].kind)->type, staged.pensions[i].reference);
-             },
-             [](const ReturnPension& schedule) { return LikeOf(schedule.type, schedule.reference.Str()); }))
-        m_created.notes.push_back(
-            NoteOfOther(NamedBy(own->description.IsEmpty() ? own->payer : own->description, own->reference),
-                        own->start.IsValid() ? " of " + own->start.Format("%d/%m/%Y") : CString()));
+    for (const ReturnPension* own : NotSent(
+             matches, m_own.pensions, [&](std::size_t i) { return LikeOf(typeOf(i), staged.pensions[i].reference); },
+             [](const ReturnPension& schedule) { return LikeOf(schedule.type, schedule.reference); }))
+        if (types.contains(own->type))
+            m_created.notes.push_back(
+                NoteOfNotSent(TitleOf(*own), own->start.IsValid() ? " of " + own->start.Format("%d/%m/%Y") : CString(),
+                              own->isFromHmrc));
 }
 
 void NewScheduleWriter::Append(Brix::CNewEmploy& schedules, int& ordering, const CString& reference,

@@ -49,7 +49,7 @@ void AddEmployment(Notes& notes, const StagedEmployment& item)
     AddMissing(notes, payer, item.pay, item.tax);
     if (item.isOffPayroll)
         notes.Add("%s: HMRC says that off-payroll working applied; the return asks for it.", payer);
-    for (const CString& line : TotalsOf(item.benefits).leftOut)
+    for (const CString& line : TotalsOf(item.benefits).told)
         notes.Add("%s: %s.", payer, line);
 }
 

@@ -125,7 +125,7 @@ Trait StatePensionTrait(int round, const StagedPension& item, bool)
 
 bool IsStateBenefit(int kind) noexcept
 {
-    return (kind >= kJobseekersAllowance && kind <= kEmploymentAndSupportAllowance) || kind == kUnknownBenefit;
+    return kind != kStatePension && kind != kPrivatePension; // whatever else another program may have written
 }
 
 } // namespace
