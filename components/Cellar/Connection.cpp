@@ -25,11 +25,13 @@ constexpr std::size_t kKeptTranslations = 512;
 struct CConnection::State
 {
     explicit State(OpenedDriver opened)
-        : driver(std::move(opened.driver)), connectionText(opened.connectionText), levels(*driver)
+        : driver(std::move(opened.driver)), connectionText(opened.connectionText), note(std::move(opened.note)),
+          levels(*driver)
     {}
 
     std::unique_ptr<Driver> driver;
     CString connectionText;
+    std::string note;
     Detail::Levels levels;
     std::unordered_map<std::string, PreparedText, TextHash, std::equal_to<>> translations;
     std::function<void(std::string_view)> hook;
@@ -74,7 +76,7 @@ CConnection::~CConnection() = default;
 
 std::unique_ptr<CConnection> CConnection::Open(const CString& connectionText, Create create)
 {
-    auto state = std::make_shared<State>(OpenDriver(connectionText.View(), create == Create::IfMissing));
+    auto state = std::make_shared<State>(OpenDriver(connectionText.View(), create));
     return std::unique_ptr<CConnection>(new CConnection(std::move(state)));
 }
 
@@ -168,6 +170,7 @@ std::uint64_t CConnection::GetEpoch() const noexcept { return m_state->levels.Ge
 std::int64_t CConnection::GetSessionId() { return m_state->driver->GetSessionId(); }
 const Dialect& CConnection::GetDialect() const noexcept { return m_state->driver->GetDialect(); }
 const CString& CConnection::GetConnectionText() const noexcept { return m_state->connectionText; }
+const std::string& CConnection::GetOpeningNote() const noexcept { return m_state->note; }
 
 void CConnection::OnDirectStatement(std::function<void(std::string_view statement)> hook)
 {

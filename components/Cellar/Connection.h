@@ -42,14 +42,10 @@ class CELLAR_API CConnection
     struct State;
 
 public:
-    enum class Create : bool
-    {
-        No,
-        IfMissing // a missing or empty file becomes a new database
-    };
+    using Create = Cellar::Create;
 
-    /// Opens what the text names: `sqlite:path` or a bare path. Throws DatabaseError (CannotOpen) with a message that
-    /// says what is wrong and how to mend it.
+    /// Opens what the text names: `sqlite:path` or a bare path. Throws DatabaseError (CannotOpen, ReadOnly) with a
+    /// message that says what is wrong and how to mend it.
     static std::unique_ptr<CConnection> Open(const CString& connectionText, Create create = Create::No);
     ~CConnection();
     CConnection(const CConnection&) = delete;
@@ -111,6 +107,8 @@ public:
     std::int64_t GetSessionId();
     const Dialect& GetDialect() const noexcept;
     const CString& GetConnectionText() const noexcept; // without passwords
+    /// What opening did beyond what was asked (others could read the file): a line for the user, once; mostly empty.
+    const std::string& GetOpeningNote() const noexcept;
 
     /// Told of each statement of Execute that changed something, in T-SQL, unless suspended; null removes the hook.
     void OnDirectStatement(std::function<void(std::string_view statement)> hook);

@@ -53,12 +53,20 @@ public:
     virtual void OnSent(std::function<void(std::string_view statement)> hook) = 0;
 };
 
+enum class Create
+{
+    No,
+    IfMissing, // a missing or empty file becomes a new database, its owner's alone
+    ForGroup   // the same, and the folder's group reads and writes it
+};
+
 /// Opens what a connection text names, with the driver that its beginning names.
 struct OpenedDriver
 {
     std::unique_ptr<Driver> driver;
     std::string connectionText; // without passwords
+    std::string note;           // see CConnection::GetOpeningNote
 };
-CELLAR_API OpenedDriver OpenDriver(std::string_view connectionText, bool createIfMissing);
+CELLAR_API OpenedDriver OpenDriver(std::string_view connectionText, Create create);
 
 } // namespace Cellar

@@ -32,11 +32,10 @@ struct CloseDatabase
 };
 using DatabasePtr = std::unique_ptr<sqlite3, CloseDatabase>;
 
-DatabasePtr OpenFile(const std::string& path, bool create)
+DatabasePtr OpenFile(const std::string& path)
 {
     sqlite3* raw = nullptr;
-    const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
-    const int result = sqlite3_open_v2(path.c_str(), &raw, flags, nullptr);
+    const int result = sqlite3_open_v2(path.c_str(), &raw, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     DatabasePtr database(raw);
     if (!database)
         throw std::bad_alloc();
@@ -49,8 +48,7 @@ DatabasePtr OpenFile(const std::string& path, bool create)
 class SqliteDriver final : public Driver
 {
 public:
-    explicit SqliteDriver(const DatabaseFile& file)
-        : m_database(OpenFile(file.path, file.isNew)), m_statements(m_database.get())
+    explicit SqliteDriver(const DatabaseFile& file) : m_database(OpenFile(file.path)), m_statements(m_database.get())
     {
         SetUp();
         CheckUsable(file.path);
@@ -181,7 +179,8 @@ private:
     void CheckUsable(const std::string& path)
     {
         if (sqlite3_db_readonly(m_database.get(), "main") == 1)
-            FailOpen(path, "it can only be read; ask for the right to write to it and its folder");
+            FailOpen(path, "it can only be read; ask for the right to write to it and its folder",
+                     DatabaseError::Category::ReadOnly);
         if (sqlite3_exec(m_database.get(), "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr) ==
             SQLITE_OK)
             return;
@@ -192,7 +191,8 @@ private:
         case SQLITE_CANTOPEN:
         case SQLITE_READONLY:
         case SQLITE_PERM:
-            FailOpen(path, "its folder does not let files be made beside it; ask for the right to write to the folder");
+            FailOpen(path, "its folder does not let files be made beside it; ask for the right to write to the folder",
+                     DatabaseError::Category::ReadOnly);
         default:
             Throw(m_database.get(), Doing::Running);
         }
@@ -243,9 +243,10 @@ private:
 
 } // namespace
 
-std::unique_ptr<Driver> Open(const std::string& path, bool createIfMissing)
+OpenedDriver Open(const std::string& path, Create create)
 {
-    return std::make_unique<SqliteDriver>(Look(path, createIfMissing));
+    DatabaseFile file = Look(path, create);
+    return {std::make_unique<SqliteDriver>(file), "sqlite:" + path, std::move(file.note)};
 }
 
 } // namespace Cellar::Sqlite
