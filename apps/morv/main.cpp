@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "Afx/CoreDumps.h"
 #include "Afx/Exceptions.h"
 #include "Afx/WindowSystem.h"
 #include "ArgumentChecks.h"
@@ -117,6 +118,7 @@ Exit Run(CLI::App& app, Program& program, const std::vector<std::string>& argume
 int main(int argc, char** argv)
 {
     OpenStandardFiles();
+    Afx::SwitchOffCoreDumps();
     MorvApp application;
     MorvUtStartUp("Corvane Pro", "Software\\Velmara Open Systems");
     Afx::WindowSystem::Install(std::make_unique<Afx::ConsoleWindowSystem>());
