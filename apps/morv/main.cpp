@@ -10,6 +10,7 @@
 
 #include "Afx/CoreDumps.h"
 #include "Afx/Exceptions.h"
+#include "Afx/Text.h"
 #include "Afx/WindowSystem.h"
 #include "ArgumentChecks.h"
 #include "Cellar/DatabaseError.h"
@@ -70,8 +71,12 @@ std::string MessageOf(const CLI::ParseError& error, const CLI::App& app)
     const std::vector<std::string> unread = app.remaining(true);
     const bool isOfWords = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError) ||
                            error.get_exit_code() == static_cast<int>(CLI::ExitCodes::RequiredError);
-    if (unread.empty() || !isOfWords)
-        return error.what();
+    if (unread.empty() || !isOfWords) { // the library repeats whole arguments
+        constexpr std::size_t kLongest = 300;
+        const std::string whole = error.what();
+        const std::string_view shown = Afx::CutUtf8(whole, kLongest);
+        return std::string(shown) + (shown.size() < whole.size() ? "…" : "");
+    }
     const std::string& word = unread.front();
     if (word.starts_with('-'))
         return Quoted(word) + " is no option here";

@@ -25,13 +25,11 @@ constexpr std::size_t kKeptTranslations = 512;
 struct CConnection::State
 {
     explicit State(OpenedDriver opened)
-        : driver(std::move(opened.driver)), connectionText(opened.connectionText), note(std::move(opened.note)),
-          levels(*driver)
+        : driver(std::move(opened.driver)), connectionText(opened.connectionText), levels(*driver)
     {}
 
     std::unique_ptr<Driver> driver;
     CString connectionText;
-    std::string note;
     Detail::Levels levels;
     std::unordered_map<std::string, PreparedText, TextHash, std::equal_to<>> translations;
     std::function<void(std::string_view)> hook;
@@ -170,7 +168,7 @@ std::uint64_t CConnection::GetEpoch() const noexcept { return m_state->levels.Ge
 std::int64_t CConnection::GetSessionId() { return m_state->driver->GetSessionId(); }
 const Dialect& CConnection::GetDialect() const noexcept { return m_state->driver->GetDialect(); }
 const CString& CConnection::GetConnectionText() const noexcept { return m_state->connectionText; }
-const std::string& CConnection::GetOpeningNote() const noexcept { return m_state->note; }
+std::string CConnection::KeepPrivate() { return m_state->driver->KeepPrivate(); }
 
 void CConnection::OnDirectStatement(std::function<void(std::string_view statement)> hook)
 {

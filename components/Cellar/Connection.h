@@ -107,8 +107,9 @@ public:
     std::int64_t GetSessionId();
     const Dialect& GetDialect() const noexcept;
     const CString& GetConnectionText() const noexcept; // without passwords
-    /// What opening did beyond what was asked (others could read the file): a line for the user, once; mostly empty.
-    const std::string& GetOpeningNote() const noexcept;
+    /// Takes away what other users of the computer may do with the database's files, where these are this user's own.
+    /// For practices: some were made readable by everybody. A line for the user when there was something to do, once.
+    std::string KeepPrivate();
 
     /// Told of each statement of Execute that changed something, in T-SQL, unless suspended; null removes the hook.
     void OnDirectStatement(std::function<void(std::string_view statement)> hook);

@@ -49,6 +49,7 @@ public:
     virtual void RollbackToSavepoint(int level); // and releases it
     /// The engine has a transaction open (it may have rolled back by itself).
     virtual bool InTransaction() = 0;
+    virtual std::string KeepPrivate() { return {}; } // see CConnection
     /// Told of each statement that the engine runs; null: nobody.
     virtual void OnSent(std::function<void(std::string_view statement)> hook) = 0;
 };
@@ -65,7 +66,6 @@ struct OpenedDriver
 {
     std::unique_ptr<Driver> driver;
     std::string connectionText; // without passwords
-    std::string note;           // see CConnection::GetOpeningNote
 };
 CELLAR_API OpenedDriver OpenDriver(std::string_view connectionText, Create create);
 

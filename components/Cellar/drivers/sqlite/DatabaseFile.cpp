@@ -114,7 +114,7 @@ bool LookInside(const std::string& path, const fs::path& file)
 
 void FailOpen(const std::string& path, const std::string& why, DatabaseError::Category category)
 {
-    constexpr std::size_t kLongest = 1000; // bytes of a path in a message
+    constexpr std::size_t kLongest = 300; // bytes of a path in a message
     const std::string_view shown = Afx::CutUtf8(path, kLongest);
     throw DatabaseError(category, "",
                         "cannot open " + std::string(shown) + (shown.size() < path.size() ? "…" : "") + ": " + why, "");
@@ -167,7 +167,6 @@ DatabaseFile Look(const std::string& path, Create create)
         FailOpen(path, "its folder does not exist; check the name, or make the folder first");
     RefuseNetworkShare(path, fs::exists(status) ? file : folder);
 
-    // The engine's files lie beside what a link names.
     const fs::path real = fs::is_symlink(file, error) && fs::exists(status) ? fs::canonical(file, error) : file;
     const bool isNew = !fs::exists(status) || LookInside(path, real);
     if (isNew && create == Create::No)
@@ -176,7 +175,7 @@ DatabaseFile Look(const std::string& path, Create create)
     // Before the engine, which would let everybody read it.
     if (isNew && !MakeFile(real, create == Create::ForGroup ? Readers::Group : Readers::Owner))
         FailOpen(path, "the system does not let it be made; check the rights to it and its folder");
-    return {ToUtf8(file), isNew, isNew ? std::string() : NarrowFiles(real)};
+    return {ToUtf8(file), isNew, real};
 }
 
 } // namespace Cellar::Sqlite

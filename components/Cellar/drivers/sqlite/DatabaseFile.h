@@ -3,6 +3,7 @@
 // Whether a file can serve as the database, found out before the engine opens it.
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 
 #include "Cellar/DatabaseError.h"
@@ -14,9 +15,9 @@ namespace Cellar::Sqlite
 
 struct DatabaseFile
 {
-    std::string path; // absolute, so that no name is special to the engine
-    bool isNew;       // was missing, or empty
-    std::string note; // what was done to it, for who opened it; empty: nothing
+    std::string path;           // absolute, so that no name is special to the engine
+    bool isNew;                 // was missing, or empty
+    std::filesystem::path real; // the file itself, where `path` is a link: the engine's files lie beside it
 };
 
 /// Looks at the file that `path` names, and makes an empty one where there is none and one is wanted. Throws

@@ -1,12 +1,14 @@
 #include "Cellar/drivers/sqlite/SqliteDriver.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <limits>
 #include <new>
 
 #include "Cellar/DatabaseError.h"
 #include "Cellar/Dialect.h"
 #include "Cellar/drivers/sqlite/DatabaseFile.h"
+#include "Cellar/drivers/sqlite/FileRights.h"
 #include "Cellar/drivers/sqlite/SqliteError.h"
 #include "Cellar/drivers/sqlite/Statements.h"
 
@@ -48,7 +50,8 @@ DatabasePtr OpenFile(const std::string& path)
 class SqliteDriver final : public Driver
 {
 public:
-    explicit SqliteDriver(const DatabaseFile& file) : m_database(OpenFile(file.path)), m_statements(m_database.get())
+    explicit SqliteDriver(const DatabaseFile& file)
+        : m_real(file.real), m_database(OpenFile(file.path)), m_statements(m_database.get())
     {
         SetUp();
         CheckUsable(file.path);
@@ -117,6 +120,7 @@ public:
             Execute("ROLLBACK", {});
     }
     bool InTransaction() override { return sqlite3_get_autocommit(m_database.get()) == 0; }
+    std::string KeepPrivate() override { return NarrowFiles(m_real); }
     void OnSent(std::function<void(std::string_view statement)> hook) override
     {
         m_sent = std::move(hook);
@@ -235,6 +239,7 @@ private:
         return sqlite3_column_int64(raw, 0);
     }
 
+    std::filesystem::path m_real; // the file itself, where its name is a link's
     DatabasePtr m_database;
     Statements m_statements;      // closed before the database
     std::int64_t m_sessionId = 0; // 0: not taken yet
@@ -245,8 +250,7 @@ private:
 
 OpenedDriver Open(const std::string& path, Create create)
 {
-    DatabaseFile file = Look(path, create);
-    return {std::make_unique<SqliteDriver>(file), "sqlite:" + path, std::move(file.note)};
+    return {std::make_unique<SqliteDriver>(Look(path, create)), "sqlite:" + path};
 }
 
 } // namespace Cellar::Sqlite

@@ -11,7 +11,7 @@ namespace Cellar::Sqlite
 {
 
 /// Write-ahead log, foreign keys on, each commit on the disk before it returns. A new file gets the session counter at
-/// once; any other file is left as it is until the first write, but for who may read it. Throws DatabaseError
+/// once; any other file is left as it is until the first write. Throws DatabaseError
 /// (CannotOpen, ReadOnly).
 OpenedDriver Open(const std::string& path, Create create);
 
