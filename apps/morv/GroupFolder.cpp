@@ -47,7 +47,7 @@ void PrepareGroupFolder(const std::string& file, const std::string& group)
     if (!IsShared(folder, entry->gr_gid) && !Make(folder, entry->gr_gid))
         throw CommandError(Exit::CannotOpen, "NOT_A_GROUP_FOLDER",
                            "the folder " + Quoted(folder) + " is not shared by the group " + Quoted(group),
-                           "Run: mkdir -p FOLDER && chgrp " + group + " FOLDER && chmod 2770 FOLDER");
+                           "Run: chgrp " + group + " " + Quoted(folder) + " && chmod 2770 " + Quoted(folder));
 }
 
 } // namespace Morv

@@ -172,12 +172,12 @@ void SetOption(Brix::COptions& record, const std::string& assignment)
         int value = 0;
         if (!ReadWhole(text, value) || value < option.least || value > option.most)
             throw CommandError(Exit::BadInput, "BAD_VALUE",
-                               name + " takes a whole number from " + std::to_string(option.least) + " to " +
-                                   std::to_string(option.most) + ", not '" + text + "'",
+                               std::string(option.name) + " takes a whole number from " + std::to_string(option.least) +
+                                   " to " + std::to_string(option.most) + ", not " + Quoted(text),
                                std::string("Write ") + option.name + "=" + std::to_string(option.least) + ".");
         return option.set(record, value);
     }
-    throw CommandError(Exit::BadInput, "UNKNOWN_OPTION", "there is no option " + name,
+    throw CommandError(Exit::BadInput, "UNKNOWN_OPTION", "there is no option " + Quoted(name),
                        "morv practice options PRACTICE lists them.");
 }
 
