@@ -18,7 +18,7 @@ constexpr long kMostRowId = 2147483647;
 /// A plain decimal number from 1 to `most`. The library alone reads 010 as eight.
 CLI::Validator PlainNumber(long most = kMostRowId);
 
-/// A text that is there: --user "$NAME" with NAME not set must not work as somebody else.
+/// A text that is there, without control characters: --user "$NAME" with NAME not set must not work as somebody else.
 CLI::Validator NotEmpty();
 
 /// The arguments behind the program's name, as the library must see them to read them right: --name= as --name and an

@@ -35,8 +35,10 @@ void UseBase(const CommonOptions& options)
     if (options.base.empty())
         return;
     if (!HmrcApi::CClientData::SetLoopbackOverride(options.base))
-        throw CommandError(Exit::BadInput, "BAD_BASE", "--base: " + options.base + " is not an address of this machine",
-                           "Only http:// or https:// on 127.0.0.1, [::1] or localhost is taken.");
+        throw CommandError(Exit::BadInput, "BAD_BASE",
+                           "--base: " + Quoted(options.base) + " is not an address of this machine",
+                           "A base looks like http://127.0.0.1:8080/; 127.0.0.1, [::1] and localhost are taken, ports "
+                           "from 1 to 65535.");
 }
 
 // ---- authorise
@@ -231,6 +233,7 @@ struct Fetched
 {
     bool ok;
     bool unreachable;
+    bool busy;
 };
 
 Fetched FetchOne(long client, const HmrcArguments& arguments, const CommonOptions& options,
@@ -243,7 +246,7 @@ Fetched FetchOne(long client, const HmrcArguments& arguments, const CommonOption
         PrintJson(view);
     else
         PrintView(view);
-    return {result.ok, IsUnreachable(result)};
+    return {result.ok, IsUnreachable(result), result.stopped == HmrcApi::FetchResult::Stopped::Busy};
 }
 
 Exit FetchAll(const HmrcArguments& arguments, const CommonOptions& options)
@@ -279,6 +282,8 @@ Exit Fetch(const HmrcArguments& arguments, const CommonOptions& options)
         return FetchAll(arguments, options);
     OpenClient(arguments.client); // it must be there before anything is asked or written
     const Fetched fetched = FetchOne(arguments.client, arguments, options);
+    if (fetched.busy)
+        return Exit::CannotOpen;
     if (fetched.unreachable)
         return Exit::HmrcUnreachable;
     return fetched.ok ? Exit::Done : Exit::Refused;

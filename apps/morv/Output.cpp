@@ -93,6 +93,8 @@ std::string Printable(std::string_view text)
     return printable;
 }
 
+bool HasControlCharacters(std::string_view text) { return Printable(text) != Afx::ToUtf8(text); }
+
 std::string Quoted(std::string_view text)
 {
     constexpr std::size_t kMost = 80;

@@ -39,6 +39,8 @@ void PrintError(const CommandError& error, bool json);
 
 /// `text` for a terminal: control characters as blanks, bytes that are not UTF-8 replaced.
 std::string Printable(std::string_view text);
+/// Whether there is something in it that Printable would blank: it could forge lines, or steer a terminal.
+bool HasControlCharacters(std::string_view text);
 /// What a user gave, for a message: printable, in quotes, cut when it is long.
 std::string Quoted(std::string_view text);
 /// "; did you mean NAME?" for the name that is nearest to what a user gave; empty when none is near.

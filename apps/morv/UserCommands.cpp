@@ -90,7 +90,7 @@ void Show(const std::string& practice, const std::string& id, const CommonOption
     const PracticeSession session(practice, options, Login::IfGiven);
     Brix::CUser user;
     if (!user.Open({{Brix::CUser::kUserID, id}}))
-        throw CommandError(Exit::BadInput, "UNKNOWN_USER", "there is no user " + id + " in this practice",
+        throw CommandError(Exit::BadInput, "UNKNOWN_USER", "there is no user " + Quoted(id) + " in this practice",
                            "morv user list shows who there is.");
     const Json view = ViewOf(user);
     if (options.json)

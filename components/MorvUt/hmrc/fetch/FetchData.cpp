@@ -138,9 +138,9 @@ Request MakeRequest(ClientId client, const std::string& gatewayId, IEndpointOver
     return request;
 }
 
-void ShowException(const char* text, FetchResult& result)
+void ShowException(const char* text, FetchResult& result, FetchResult::Stopped why = FetchResult::Stopped::Failed)
 {
-    result.stopped = FetchResult::Stopped::Failed;
+    result.stopped = why;
     result.ok = false;
     result.message = text;
     AfxMessageBox(text);
@@ -162,6 +162,10 @@ FetchResult FetchFromHmrc(ClientId client, const std::string& gatewayId, IEndpoi
         FetchAll(request, errors, std::move(channel), result);
         errors->DisplayErrors();
         result.ok = errors->GetErrorCount() == 0;
+    } catch (const Cellar::DatabaseError& error) { // the statement says nothing to the user
+        const bool isBusy = error.GetCategory() == Cellar::DatabaseError::Category::Busy;
+        ShowException(error.GetReason().c_str(), result,
+                      isBusy ? FetchResult::Stopped::Busy : FetchResult::Stopped::Failed);
     } catch (const std::exception& problem) {
         ShowException(problem.what(), result);
     } catch (CException* problem) { // of the framework: thrown as a pointer
