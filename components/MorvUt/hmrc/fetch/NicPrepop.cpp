@@ -5,12 +5,6 @@
 
 namespace HmrcApi
 {
-namespace
-{
-
-constexpr char kGroup[] = "National Insurance";
-
-} // namespace
 
 CNICPrepop::~CNICPrepop() = default;
 
@@ -33,6 +27,7 @@ void CNICPrepop::Ask(Retrieval& retrieval, const std::string& utr)
     m_isAnswered = AskGroup(retrieval, kGroup, [&](CAuthorisation& authorisation) {
         const CNationalInsuranceResponse response =
             GetNationalInsuranceEndpoint(authorisation)->GetNationalInsurance(utr, GetYear(), retrieval.GetLogger());
+        m_isNothingYet = response.IsNothingYet();
         m_answer = {response.class1NicableEarnings, response.class2Due, response.maxNicsReached.value_or(false), {}};
     });
 }

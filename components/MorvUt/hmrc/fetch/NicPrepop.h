@@ -16,6 +16,8 @@ namespace HmrcApi
 class MORVUT_API CNICPrepop : public CSchedulePrepop
 {
 public:
+    static constexpr char kGroup[] = "National Insurance"; // in the error handler
+
     using CSchedulePrepop::CSchedulePrepop;
     ~CNICPrepop() override;
 
@@ -26,12 +28,15 @@ public:
     /// intent to write and does nothing when HMRC gave no answer.
     void Ask(Retrieval& retrieval, const std::string& utr);
     void Stage(Retrieval& retrieval);
+    /// HMRC answered with records.
+    bool HasAnswer() const noexcept { return m_isAnswered && !m_isNothingYet; }
 
     virtual std::shared_ptr<CNationalInsurance> GetNationalInsuranceEndpoint(CAuthorisation& authorisation);
 
 private:
     StagedNationalInsurance m_answer;
     bool m_isAnswered = false;
+    bool m_isNothingYet = false;
 };
 
 } // namespace HmrcApi

@@ -14,8 +14,6 @@ namespace HmrcApi
 namespace
 {
 
-constexpr char kGroup[] = "PAYE";
-
 /// Stands on the next row, from the one given on, that HMRC still sends.
 bool MoveToLive(Brix::CMTD_EmploymentsCompanyBenefits& list, bool isThere)
 {
@@ -70,6 +68,7 @@ void CPAYEPrepop::GetPAYEData(std::string nationalInsuranceNumber, std::shared_p
 void CPAYEPrepop::Ask(Retrieval& retrieval, const std::string& nationalInsuranceNumber)
 {
     m_answer.reset();
+    m_return.reset();
     AskGroup(retrieval, kGroup, [&](CAuthorisation& authorisation) {
         const CPayeResponse response =
             GetPayeEndpoint(authorisation)->GetPaye(nationalInsuranceNumber, GetYear(), retrieval.GetLogger());
@@ -89,7 +88,8 @@ void CPAYEPrepop::Stage(Retrieval& retrieval)
         writer.WriteStatePensions(answer.pensions);
         writer.WriteEmployments(answer.employments);
         writer.WriteAllowances(answer.allowances);
-        SetHasDifferences(!FindDifferences(writer.GetYear(), LoadReturnYear(GetClient(), GetYear())).empty());
+        m_return = LoadReturnYear(GetClient(), GetYear());
+        SetHasDifferences(!FindDifferences(writer.GetYear(), *m_return).empty());
     });
 }
 
