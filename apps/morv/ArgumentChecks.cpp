@@ -18,8 +18,25 @@ CLI::Validator PlainNumber(long most)
 
 CLI::Validator NotEmpty()
 {
-    return {[](const std::string& text) { return text.empty() ? std::string("the value is empty") : std::string(); },
+    return {[](const std::string& text) {
+                return std::string(text.empty()             ? "the value is empty"
+                                   : text.starts_with("--") ? "the value is missing"
+                                                            : "");
+            },
             ""};
+}
+
+CLI::Validator PlainYear()
+{
+    const auto toPlain = [](std::string& text) {
+        constexpr std::size_t kSlash = 4, kLength = 7; // 2017/18
+        int first = 0, last = 0;
+        if (text.size() == kLength && text[kSlash] == '/' && ReadWhole(text.substr(0, kSlash), first) &&
+            ReadWhole(text.substr(kSlash + 1), last) && last == (first + 1) % 100)
+            text = std::to_string(first + 1);
+        return std::string();
+    };
+    return {toPlain, "YEAR"};
 }
 
 namespace

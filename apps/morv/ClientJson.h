@@ -1,21 +1,24 @@
 #pragma once
 
-// A client's records as the command line shows them.
+// A client's records as JSON.
 
-#include "Brix/Records.h"
+#include "MorvUt/context/ClientView.h"
+#include "MorvUt/hmrc/schedules/ReturnYear.h"
+#include "MorvUt/hmrc/staging/StagedYear.h"
 #include "Output.h"
 
 namespace Morv
 {
 
-/// {"id", "partnership", "code", "name", "kind"} of the current row.
-Json ViewOf(const Brix::CClient& client);
-Json ViewOf(const Brix::CPartnership& partnership);
+/// {"id", "partnership", "code", "name", "kind"}.
+Json ToJson(const ClientView& client);
 
-/// The schedules of the client's return of the real tax year; empty lists without a return.
-Json SchedulesOf(long clientId, short year);
+/// The schedules of a return; empty lists without one.
+Json ToJson(const HmrcApi::ReturnYear& own);
 
-/// What HMRC's figures are staged for the real tax year; rows that HMRC no longer sends carry "withdrawn": true.
-Json StagedOf(long clientId, short year);
+/// What is staged of HMRC's figures; rows that HMRC no longer sends carry "withdrawn": true.
+Json ToJson(const HmrcApi::StagedYear& staged);
+
+Json ToJson(const std::vector<CString>& texts);
 
 } // namespace Morv

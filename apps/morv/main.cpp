@@ -13,6 +13,7 @@
 #include "ArgumentChecks.h"
 #include "Cellar/DatabaseError.h"
 #include "Commands.h"
+#include "Documents.h"
 #include "MorvUt/StartUp.h"
 #include "Output.h"
 #include "Quarry/DataList.h"
@@ -23,7 +24,7 @@ namespace
 using namespace Morv;
 
 constexpr char kFooter[] =
-    R"(PRACTICE is the path of a practice (or sqlite:PATH). Years are the calendar years in which tax years end.
+    R"(PRACTICE is the path of a practice (or sqlite:PATH). A year is the one in which the tax year ends, 2018, or 2017/18.
 Exit codes: 0 done; 1 refused, or errors were reported; 2 bad arguments or input; 3 the practice cannot be opened or
 written; 4 HMRC cannot be reached.)";
 
@@ -51,7 +52,8 @@ void AddCommonOptions(CLI::App& app, CommonOptions& options)
     app.add_option("--user", options.user, "Who is logged in (default: the practice's first listed user)")
         ->check(NotEmpty());
     app.add_option("--year", options.year, "Tax year of this run (default: the current one of the profile)")
-        ->check(NotEmpty());
+        ->check(NotEmpty())
+        ->transform(PlainYear());
 }
 
 // Sub-commands see the options of the program wherever they stand on the line.
@@ -131,10 +133,13 @@ int main(int argc, char** argv)
     AddClientCommands(app, program);
     AddUserCommands(app, program);
     AddHmrcCommands(app, program);
+    AddGatewayCommands(app, program);
     AddTableCommands(app, program);
     AddDoctorCommand(app, program);
     AddCalcCommand(app, program);
+    AddDocumentCommands(app);
     FallThrough(app);
+    ListInheritedOptions(app);
 
     Exit exit = Run(app, program, ArgumentsOf(argc, argv, app));
     MorvUtShutDown();
