@@ -189,7 +189,7 @@ std::string ManualPage(const CLI::App& app)
 void ListInheritedOptions(CLI::App& app)
 {
     Walk({&app}, [](const Apps& path) {
-        if (path.size() == 1 || !IsLeaf(*path.back()))
+        if (path.size() == 1)
             return;
         auto* const command = const_cast<CLI::App*>(path.back()); // the walk does not change, this visit does
         command->footer([path] {                                  // before the footer that it has

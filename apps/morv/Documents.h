@@ -7,7 +7,7 @@
 namespace Morv
 {
 
-/// Lets the help of every command that does something list the options of the groups above it.
+/// Lets the help of every command list the options of the groups above it.
 void ListInheritedOptions(CLI::App& app);
 
 /// `completion bash`, `man`.

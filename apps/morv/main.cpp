@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "Afx/Exceptions.h"
+#include "Afx/Text.h"
 #include "Afx/WindowSystem.h"
 #include "ArgumentChecks.h"
 #include "Cellar/DatabaseError.h"
@@ -27,6 +28,17 @@ constexpr char kFooter[] =
     R"(PRACTICE is the path of a practice (or sqlite:PATH). A year is the one in which the tax year ends, 2018, or 2017/18.
 Exit codes: 0 done; 1 refused, or errors were reported; 2 bad arguments or input; 3 the practice cannot be opened or
 written; 4 HMRC cannot be reached.)";
+
+/// What a message box says may come from HMRC.
+class MorvWindowSystem : public Afx::ConsoleWindowSystem
+{
+public:
+    int MessageBox(const std::string& text, unsigned style) override
+    {
+        constexpr std::size_t kMost = 2000;
+        return ConsoleWindowSystem::MessageBox(std::string(Afx::CutUtf8(text, kMost)), style);
+    }
+};
 
 Exit Report(const CommandError& error, bool json)
 {
@@ -121,7 +133,7 @@ int main(int argc, char** argv)
     OpenStandardFiles();
     MorvApp application;
     MorvUtStartUp("Corvane Pro", "Software\\Velmara Open Systems");
-    Afx::WindowSystem::Install(std::make_unique<Afx::ConsoleWindowSystem>());
+    Afx::WindowSystem::Install(std::make_unique<MorvWindowSystem>());
 
     Program program;
     CLI::App app("MorvUt on the command line: practices, clients, and their records at HMRC.", "morv");

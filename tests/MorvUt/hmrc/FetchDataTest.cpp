@@ -110,7 +110,9 @@ TEST_F(FetchData, TellsWhatIsNewAndWhetherAReviewIsDue)
     EXPECT_EQ(result.staged, (HmrcApi::StagedCounts{4, 1, 18})) << "another National Insurance figure is the change";
     EXPECT_TRUE(result.ok && result.newData && result.clear && result.message.IsEmpty());
     EXPECT_EQ(result.groups[0].state, HmrcApi::GroupState::There);
-    EXPECT_EQ(result.counts.inReturn, 2) << "one employment more than HMRC sends now";
+    EXPECT_EQ(result.counts.inReturn, 0) << "what the return has is withdrawn now";
+    EXPECT_EQ(result.counts.notInReturn, 1);
+    EXPECT_EQ(result.counts.items, 5);
 }
 
 TEST(StateOfNothing, IsToldByTheDayAndByWhatIsThere)
@@ -126,6 +128,14 @@ TEST(StateOfNothing, IsToldByTheDayAndByWhatIsThere)
     };
     for (const auto& [today, isStaged, isFinalised, name] : rows)
         EXPECT_STREQ(NameOf(StateOfNothing(2018, isStaged, isFinalised, today)), name) << today.FormatIso();
+}
+
+TEST(IsUnreachable, WhenNoAnswerBegan)
+{
+    for (const char* code : {"NO_CONNECTION", "TIMED_OUT", "ANSWER_INCOMPLETE"}) // the last: as a proxy drops it
+        EXPECT_TRUE(HmrcApi::IsUnreachable(code, "")) << code;
+    EXPECT_FALSE(HmrcApi::IsUnreachable("ANSWER_INCOMPLETE", "200"));
+    EXPECT_FALSE(HmrcApi::IsUnreachable("REFRESH_BUSY", ""));
 }
 
 TEST_F(FetchData, ReportsTokensThatCannotBeLoaded)

@@ -46,6 +46,9 @@ TEST(Commands, ThePromisedMembersAreThere)
     EXPECT_EQ(Members(MorvJson("hmrc create " + client)), "created notes schedules");
     EXPECT_EQ(Members(MorvJson("gateway list " + practice)[0]),
               "authorised expires gateway grantEnds scope service warning");
+    const Ended failed = Authorise(practice, sandbox, "gateway-2", "exit 3");
+    EXPECT_NE(failed.out.find("exit code 3"), std::string::npos) << failed.out;
+    EXPECT_EQ(MorvJson("gateway remove " + practice + " gateway-2").size(), 1u);
     EXPECT_EQ(MorvJson("gateway remove " + practice + " gateway-1"), Json::array());
     const Json log = MorvJson("hmrc log " + practice);
     ASSERT_GT(log.size(), 0u);
@@ -86,7 +89,7 @@ TEST(Commands, OptionsAreKeptAndTheYearOfARunIsNot)
     EXPECT_EQ(MorvJson(options)["nDebugLogging"], 2);
 
     const std::string show = "client show " + practice + " --client 1";
-    EXPECT_EQ(MorvJson(show + " --year 2018")["year"], 2018);
+    EXPECT_EQ(MorvJson(show + " --year 2017/18")["year"], 2018);
     EXPECT_EQ(MorvJson(show)["year"], 2024);
     WriteFile("settings.ini", "[Preferences]\nRememberYOA=1\nLastYOA=20\n");
     EXPECT_EQ(MorvJson(show)["year"], 2011);
