@@ -1,5 +1,6 @@
 // hmrc fetch.
 
+#include <algorithm>
 #include <cstdio>
 #include <optional>
 
@@ -119,9 +120,12 @@ std::string Summary(const FetchResult& result)
 /// Of the groups without records; a fetch of which nothing was asked has its reason.
 std::string WhatIsMissing(const FetchResult& result)
 {
+    const auto isUnknown = [](const HmrcApi::FetchedGroup& group) { return group.state == GroupState::Unknown; };
+    if (std::all_of(result.groups.begin(), result.groups.end(), isUnknown))
+        return "not fetched.";
     std::string text;
     for (const HmrcApi::FetchedGroup& group : result.groups)
-        if (group.state == GroupState::Unknown && result.stopped == FetchResult::Stopped::No)
+        if (isUnknown(group))
             text += ' ' + group.name + ": not fetched.";
         else
             text += ' ' + group.WhyNothing().Str();
