@@ -22,9 +22,24 @@ CLI::Validator NotEmpty()
     const auto problem = [](const std::string& text) {
         if (text.empty())
             return std::string("the value is empty");
+        if (text.starts_with("--"))
+            return std::string("the value is missing");
         return HasControlCharacters(text) ? "the value holds control characters" : std::string();
     };
     return {problem, ""};
+}
+
+CLI::Validator PlainYear()
+{
+    const auto toPlain = [](std::string& text) {
+        constexpr std::size_t kSlash = 4, kLength = 7; // 2017/18
+        int first = 0, last = 0;
+        if (text.size() == kLength && text[kSlash] == '/' && ReadWhole(text.substr(0, kSlash), first) &&
+            ReadWhole(text.substr(kSlash + 1), last) && last == (first + 1) % 100)
+            text = std::to_string(first + 1);
+        return std::string();
+    };
+    return {toPlain, "YEAR"};
 }
 
 namespace

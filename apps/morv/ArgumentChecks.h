@@ -18,8 +18,13 @@ constexpr long kMostRowId = 2147483647;
 /// A plain decimal number from 1 to `most`. The library alone reads 010 as eight.
 CLI::Validator PlainNumber(long most = kMostRowId);
 
-/// A text that is there, without control characters: --user "$NAME" with NAME not set must not work as somebody else.
+/// A text that is there, without control characters: --user "$NAME" with NAME not set must not work as somebody else,
+/// and
+/// `--user --json` names nobody.
 CLI::Validator NotEmpty();
+
+/// Makes the year in which it ends, "2018", of "2017/18"; leaves everything else, for UseYear to refuse.
+CLI::Validator PlainYear();
 
 /// The arguments behind the program's name, as the library must see them to read them right: --name= as --name and an
 /// empty text (it alone takes the next argument for the value), and behind `calc` all but the options of `app` and of

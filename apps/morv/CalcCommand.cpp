@@ -99,7 +99,7 @@ void Calculate(const CalcRule& rule, const std::vector<std::string>& texts, bool
     const std::vector<Argument> declared = DeclaredArguments(rule.arguments);
     const Json result = Apply(rule, Values(rule.name, declared, texts));
     if (!json)
-        return PrintText(Printable(ResultText(result)));
+        return PrintText(ResultText(result));
     Json echoed = Json::array();
     for (std::size_t i = 0; i < texts.size(); ++i)
         echoed.push_back(EchoOf(declared[i], texts[i]));

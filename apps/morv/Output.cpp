@@ -36,6 +36,18 @@ std::size_t Distance(std::string_view from, std::string_view to)
     return row.back();
 }
 
+std::string FormatMoment(const COleDateTime& moment, const char* pattern)
+{
+    return moment.GetStatus() == COleDateTime::valid ? Afx::FormatTime(moment.Fields(), pattern).Str() : "-";
+}
+
+std::string Cut(std::string_view text, std::size_t most)
+{
+    const std::string whole = Printable(text);
+    const std::string_view shown = Afx::CutUtf8(whole, most);
+    return std::string(shown) + (shown.size() < whole.size() ? "…" : "");
+}
+
 void Write(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
 
 } // namespace
@@ -51,11 +63,11 @@ Json MomentOf(const COleDateTime& moment)
 
 Json TextOf(const CString& text) { return Json(text.Str()); }
 
-std::string Money(const Json& pence)
+std::string Money(const Kiln::CAmt& amount)
 {
-    if (!pence.is_number_integer())
+    if (!amount.IsValid())
         return "-";
-    const auto value = pence.get<std::int64_t>();
+    const std::int64_t value = amount.GetPence();
     const std::uint64_t size = value < 0 ? ~static_cast<std::uint64_t>(value) + 1 : static_cast<std::uint64_t>(value);
     std::string pounds = std::to_string(size / 100);
     for (std::size_t at = pounds.size(); at > 3;)
@@ -64,19 +76,31 @@ std::string Money(const Json& pence)
     return (value < 0 ? "-£" : "£") + pounds + (pennies.size() == 1 ? ".0" : ".") + pennies;
 }
 
+std::string ShownDate(const Kiln::CDate& date) { return date.IsValid() ? date.Format("%d/%m/%Y").Str() : "-"; }
+
+std::string ShownDate(const COleDateTime& moment) { return FormatMoment(moment, "%d/%m/%Y"); }
+std::string ShownMoment(const COleDateTime& moment) { return FormatMoment(moment, "%d/%m/%Y %H:%M:%S"); }
+
+std::string Counted(int count, const std::string& one)
+{
+    return std::to_string(count) + ' ' + one + (count == 1 ? "" : "s");
+}
+
 void PrintJson(const Json& document)
 {
     // Text of another program's rows need not be UTF-8; the document must be.
     Write(document.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n");
 }
 
-void PrintText(const std::string& text) { Write(text + "\n"); }
+void PrintRaw(std::string_view text) { Write(std::string(text)); }
+
+void PrintText(std::string_view text) { Write(Printable(text) + "\n"); }
 
 void PrintError(const CommandError& error, bool json)
 {
     if (json)
         PrintJson({{"error", {{"code", error.code}, {"message", error.what()}, {"action", error.action}}}});
-    std::string line = error.what();
+    std::string line = Shown(error.what());
     if (!error.action.empty())
         line += (line.ends_with('.') || line.ends_with('?') ? " " : ". ") + error.action;
     std::fprintf(stderr, "morv: %s\n", Printable(line).c_str());
@@ -84,13 +108,17 @@ void PrintError(const CommandError& error, bool json)
 
 std::string Printable(std::string_view text)
 {
-    std::string printable = Afx::ToUtf8(text);
-    for (std::size_t i = 0; i < printable.size(); ++i)
-        if (const auto byte = static_cast<unsigned char>(printable[i]); byte < ' ' || byte == 0x7F)
-            printable[i] = ' ';
-        else if (byte == 0xC2 && static_cast<unsigned char>(printable[i + 1]) < 0xA0) // U+0080 to U+009F
-            printable[i] = printable[i + 1] = ' ';
-    return printable;
+    std::string flat;
+    for (const char c : text)
+        if (c != '\n' || !flat.ends_with('\n')) // a paragraph's end is one blank
+            flat += c;
+    return Afx::ToPrintable(flat);
+}
+
+std::string Shown(std::string_view text)
+{
+    constexpr std::size_t kMost = 500;
+    return Cut(text, kMost);
 }
 
 bool HasControlCharacters(std::string_view text) { return Printable(text) != Afx::ToUtf8(text); }
@@ -98,9 +126,7 @@ bool HasControlCharacters(std::string_view text) { return Printable(text) != Afx
 std::string Quoted(std::string_view text)
 {
     constexpr std::size_t kMost = 80;
-    const std::string whole = Printable(text);
-    const std::string_view shown = Afx::CutUtf8(whole, kMost);
-    return "\"" + std::string(shown) + (shown.size() < whole.size() ? "…\"" : "\"");
+    return '"' + Cut(text, kMost) + '"';
 }
 
 std::string DidYouMean(std::string_view given, std::span<const std::string> names)
@@ -120,7 +146,7 @@ std::string DidYouMean(std::string_view given, std::span<const std::string> name
 void TextTable::Add(std::vector<std::string> cells)
 {
     for (std::string& cell : cells)
-        cell = Printable(cell);
+        cell = Shown(cell);
     m_rows.push_back(std::move(cells));
 }
 

@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "Afx/CString.h"
@@ -28,8 +29,14 @@ Json DateOf(const Kiln::CDate& date);
 Json MomentOf(const COleDateTime& moment);
 Json TextOf(const CString& text);
 
-/// "£1,234.56" for people; "-" when there is none.
-std::string Money(const Json& pence);
+// For people; "-" when there is none.
+std::string Money(const Kiln::CAmt& amount);    // "£1,234.56", whole pence
+std::string ShownDate(const Kiln::CDate& date); // "20/08/2017"
+std::string ShownDate(const COleDateTime& moment);
+std::string ShownMoment(const COleDateTime& moment); // "20/08/2017 14:05:09"
+
+/// "1 schedule", "2 schedules".
+std::string Counted(int count, const std::string& one);
 
 /// Prints `document` on one line.
 void PrintJson(const Json& document);
@@ -37,10 +44,12 @@ void PrintJson(const Json& document);
 /// One line for people on standard error: what, where, how to mend it; and the error object on standard output.
 void PrintError(const CommandError& error, bool json);
 
-/// `text` for a terminal: control characters as blanks, bytes that are not UTF-8 replaced.
+/// `text` for one line of a terminal: line ends and control characters as blanks, bytes that are not UTF-8 replaced.
 std::string Printable(std::string_view text);
 /// Whether there is something in it that Printable would blank: it could forge lines, or steer a terminal.
 bool HasControlCharacters(std::string_view text);
+/// The same, cut when it is longer than anybody reads: what comes from HMRC may be.
+std::string Shown(std::string_view text);
 /// What a user gave, for a message: printable, in quotes, cut when it is long.
 std::string Quoted(std::string_view text);
 /// "; did you mean NAME?" for the name that is nearest to what a user gave; empty when none is near.
@@ -59,17 +68,28 @@ private:
     std::vector<std::vector<std::string>> m_rows;
 };
 
-/// One line of text, formatted as CString::Format does.
+/// A text of this program's own, with its lines.
+void PrintRaw(std::string_view text);
+/// One line of text, made printable.
+void PrintText(std::string_view text);
+
+/// One line of text, formatted as CString::Format does; texts are made printable and cut.
 template<class... Args>
 void PrintLine(const char* format, const Args&... args);
-void PrintText(const std::string& text);
+
+inline std::string ShownArgument(std::string_view text) { return Shown(text); }
+inline std::string ShownArgument(const std::string& text) { return Shown(text); }
+inline std::string ShownArgument(const char* text) { return Shown(text); }
+inline std::string ShownArgument(const CString& text) { return Shown(text.View()); }
+template<class Number>
+requires std::is_arithmetic_v<Number> Number ShownArgument(Number number) { return number; }
 
 template<class... Args>
 void PrintLine(const char* format, const Args&... args)
 {
     CString line;
-    line.Format(format, args...);
-    PrintText(line.Str());
+    line.Format(format, ShownArgument(args)...);
+    PrintText(line.View());
 }
 
 } // namespace Morv

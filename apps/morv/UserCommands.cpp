@@ -1,11 +1,11 @@
-// user list, show.
+// user list, show, add.
 
-#include <map>
 #include <memory>
+#include <stdexcept>
 
-#include "Brix/Records.h"
+#include "ArgumentChecks.h"
 #include "Commands.h"
-#include "MorvUt/MorvUt.h"
+#include "MorvUt/users/StaffRights.h"
 #include "Output.h"
 
 namespace Morv
@@ -14,94 +14,78 @@ namespace Morv
 namespace
 {
 
-Json GroupsOf(const CString& userId)
+struct UserArguments
 {
-    Json list = Json::array();
-    Brix::CGroupUser members;
-    for (members.Open({{Brix::CGroupUser::kUserID, userId}}); !members.IsEOL(); members.MoveNext()) {
-        Brix::CGroup group;
-        if (group.Open({{0, members.GetGroupID()}}))
-            list.push_back(TextOf(group.GetName()));
-    }
-    return list;
+    std::string practice, id, name, role;
+};
+
+Json ToJson(const StaffMember& user)
+{
+    Json groups = Json::array(), rights = Json::array();
+    for (const CString& group : user.groups)
+        groups.push_back(TextOf(group));
+    for (const StaffRight& right : user.rights)
+        rights.push_back({{"number", right.number}, {"name", right.name}, {"allowed", right.isAllowed}});
+    return {{"id", TextOf(user.id)},
+            {"name", TextOf(user.name)},
+            {"role", user.role.IsEmpty() ? Json(nullptr) : TextOf(user.role)},
+            {"groups", groups},
+            {"rights", rights}};
 }
 
-// The rights that a user's role, or without one the user's own rows, give.
-std::map<int, bool> RightsOf(const Brix::CUser& user)
-{
-    std::map<int, bool> rights;
-    if (!user.GetRole().IsEmpty()) {
-        Brix::CUserRolePermissions rows;
-        for (rows.Open({{Brix::CUserRolePermissions::kRole, user.GetRole()}}); !rows.IsEOL(); rows.MoveNext())
-            rights[rows.GetPermission()] = rows.GetAllowed();
-        return rights;
-    }
-    Brix::CUserPermissions rows;
-    for (rows.Open({{Brix::CUserPermissions::kUserID, user.GetUserID()}}); !rows.IsEOL(); rows.MoveNext())
-        rights[rows.GetPermission()] = rows.GetAllowed();
-    return rights;
-}
+std::string OrDash(const std::string& text) { return text.empty() ? "-" : text; }
 
-Json ViewOf(const Brix::CUser& user)
-{
-    const auto rights = RightsOf(user);
-    Json list = Json::array();
-    for (const auto& permission : CUserData::GetPermissionQueries()) {
-        const auto row = rights.find(permission.number);
-        list.push_back({{"number", permission.number},
-                        {"name", permission.name},
-                        {"allowed", row != rights.end() && row->second}});
-    }
-    return {{"id", TextOf(user.GetUserID())},
-            {"name", TextOf(user.GetFullName())},
-            {"role", user.GetRole().IsEmpty() ? Json(nullptr) : TextOf(user.GetRole())},
-            {"groups", GroupsOf(user.GetUserID())},
-            {"rights", list}};
-}
-
-std::string JoinTexts(const Json& list)
+std::string GroupsOf(const StaffMember& user)
 {
     std::string text;
-    for (const Json& item : list)
-        text += (text.empty() ? "" : ", ") + item.get<std::string>();
-    return text.empty() ? "-" : text;
+    for (const CString& group : user.groups)
+        text += (text.empty() ? "" : ", ") + group.Str();
+    return OrDash(text);
 }
-
-std::string RoleOf(const Json& user) { return user["role"].is_null() ? "-" : user["role"].get<std::string>(); }
 
 void List(const std::string& practice, const CommonOptions& options)
 {
     const PracticeSession session(practice, options, Login::IfGiven);
     Json list = Json::array();
-    Brix::CUser users;
-    for (users.Open({}, {{Brix::CUser::kUserID}}); !users.IsEOL(); users.MoveNext())
-        if (users.GetListed())
-            list.push_back(ViewOf(users));
-    if (options.json)
-        return PrintJson(list);
     TextTable table({"Id", "Name", "Role", "Groups"});
-    for (const Json& row : list)
-        table.Add({row["id"], row["name"], RoleOf(row), JoinTexts(row["groups"])});
+    for (const StaffMember& user : ListStaff()) {
+        list.push_back(ToJson(user));
+        table.Add({user.id.Str(), user.name.Str(), OrDash(user.role.Str()), GroupsOf(user)});
+    }
+    if (options.json)
+        PrintJson(list);
+    else
+        table.Print();
+}
+
+void Show(const UserArguments& arguments, const CommonOptions& options)
+{
+    const PracticeSession session(arguments.practice, options, Login::IfGiven);
+    const auto user = FindStaff(CString(arguments.id));
+    if (!user)
+        throw CommandError(Exit::BadInput, "UNKNOWN_USER",
+                           "there is no user " + Quoted(arguments.id) + " in this practice",
+                           "morv user list shows who there is.");
+    if (options.json)
+        return PrintJson(ToJson(*user));
+    PrintLine("%s, %s; role %s; groups %s", user->id, user->name, OrDash(user->role.Str()), GroupsOf(*user));
+    TextTable table({"No.", "Right", "Allowed"});
+    for (const StaffRight& right : user->rights)
+        table.Add({std::to_string(right.number), right.name, right.isAllowed ? "yes" : "no"});
     table.Print();
 }
 
-void Show(const std::string& practice, const std::string& id, const CommonOptions& options)
+void Add(const UserArguments& arguments, const CommonOptions& options)
 {
-    const PracticeSession session(practice, options, Login::IfGiven);
-    Brix::CUser user;
-    if (!user.Open({{Brix::CUser::kUserID, id}}))
-        throw CommandError(Exit::BadInput, "UNKNOWN_USER", "there is no user " + Quoted(id) + " in this practice",
-                           "morv user list shows who there is.");
-    const Json view = ViewOf(user);
-    if (options.json)
-        return PrintJson(view);
-    PrintLine("%s, %s; role %s; groups %s", view["id"].get<std::string>(), view["name"].get<std::string>(),
-              RoleOf(view), JoinTexts(view["groups"]));
-    TextTable table({"No.", "Right", "Allowed"});
-    for (const Json& right : view["rights"])
-        table.Add(
-            {std::to_string(right["number"].get<int>()), right["name"], right["allowed"].get<bool>() ? "yes" : "no"});
-    table.Print();
+    const PracticeSession session(arguments.practice, options, Login::IfGiven);
+    try {
+        const StaffMember user = AddStaff(CString(arguments.id), CString(arguments.name), CString(arguments.role));
+        if (options.json)
+            return PrintJson(ToJson(user));
+        PrintLine("Added %s, %s; role %s.", user.id, user.name, OrDash(user.role.Str()));
+    } catch (const std::invalid_argument& refused) {
+        throw CommandError(Exit::BadInput, "BAD_USER", refused.what(), "Nothing was added.");
+    }
 }
 
 } // namespace
@@ -109,17 +93,24 @@ void Show(const std::string& practice, const std::string& id, const CommonOption
 void AddUserCommands(CLI::App& app, Program& program)
 {
     CLI::App* user = app.add_subcommand("user", "Users and their rights")->require_subcommand(1);
-    auto path = std::make_shared<std::string>();
-    auto id = std::make_shared<std::string>();
+    auto arguments = std::make_shared<UserArguments>();
 
     CLI::App* list = user->add_subcommand("list", "All listed users");
-    list->add_option("practice", *path, "The practice")->required();
-    list->callback([=, &program] { List(*path, program.options); });
+    list->add_option("practice", arguments->practice, "The practice")->required();
+    list->callback([=, &program] { List(arguments->practice, program.options); });
 
     CLI::App* show = user->add_subcommand("show", "One user with every right");
-    show->add_option("practice", *path, "The practice")->required();
-    show->add_option("id", *id, "The user's id")->required();
-    show->callback([=, &program] { Show(*path, *id, program.options); });
+    show->add_option("practice", arguments->practice, "The practice")->required();
+    show->add_option("id", arguments->id, "The user's id")->required();
+    show->callback([=, &program] { Show(*arguments, program.options); });
+
+    CLI::App* add = user->add_subcommand(
+        "add", "Add a user: with the rights of a role; the first user of a practice, without one, with all rights");
+    add->add_option("practice", arguments->practice, "The practice")->required();
+    add->add_option("id", arguments->id, "The user's id, which nobody else has")->required()->check(NotEmpty());
+    add->add_option("--name", arguments->name, "The user's name")->required()->check(NotEmpty());
+    add->add_option("--role", arguments->role, "A role of the practice")->check(NotEmpty());
+    add->callback([=, &program] { Add(*arguments, program.options); });
 }
 
 } // namespace Morv

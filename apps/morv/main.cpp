@@ -15,6 +15,7 @@
 #include "ArgumentChecks.h"
 #include "Cellar/DatabaseError.h"
 #include "Commands.h"
+#include "Documents.h"
 #include "MorvUt/StartUp.h"
 #include "Output.h"
 #include "Quarry/DataList.h"
@@ -25,9 +26,20 @@ namespace
 using namespace Morv;
 
 constexpr char kFooter[] =
-    R"(PRACTICE is the path of a practice (or sqlite:PATH). Years are the calendar years in which tax years end.
+    R"(PRACTICE is the path of a practice (or sqlite:PATH). A year is the one in which the tax year ends, 2018, or 2017/18.
 Exit codes: 0 done; 1 refused, or errors were reported; 2 bad arguments or input; 3 the practice cannot be opened or
 written; 4 HMRC cannot be reached.)";
+
+/// What a message box says may come from HMRC.
+class MorvWindowSystem : public Afx::ConsoleWindowSystem
+{
+public:
+    int MessageBox(const std::string& text, unsigned style) override
+    {
+        constexpr std::size_t kMost = 2000;
+        return ConsoleWindowSystem::MessageBox(std::string(Afx::CutUtf8(text, kMost)), style);
+    }
+};
 
 Exit Report(const CommandError& error, bool json)
 {
@@ -53,7 +65,8 @@ void AddCommonOptions(CLI::App& app, CommonOptions& options)
     app.add_option("--user", options.user, "Who is logged in (default: the practice's first listed user)")
         ->check(NotEmpty());
     app.add_option("--year", options.year, "Tax year of this run (default: the current one of the profile)")
-        ->check(NotEmpty());
+        ->check(NotEmpty())
+        ->transform(PlainYear());
 }
 
 // Sub-commands see the options of the program wherever they stand on the line.
@@ -126,7 +139,7 @@ int main(int argc, char** argv)
     Afx::SwitchOffCoreDumps();
     MorvApp application;
     MorvUtStartUp("Corvane Pro", "Software\\Velmara Open Systems");
-    Afx::WindowSystem::Install(std::make_unique<Afx::ConsoleWindowSystem>());
+    Afx::WindowSystem::Install(std::make_unique<MorvWindowSystem>());
 
     Program program;
     CLI::App app("MorvUt on the command line: practices, clients, and their records at HMRC.", "morv");
@@ -138,10 +151,13 @@ int main(int argc, char** argv)
     AddClientCommands(app, program);
     AddUserCommands(app, program);
     AddHmrcCommands(app, program);
+    AddGatewayCommands(app, program);
     AddTableCommands(app, program);
     AddDoctorCommand(app, program);
     AddCalcCommand(app, program);
+    AddDocumentCommands(app);
     FallThrough(app);
+    ListInheritedOptions(app);
 
     Exit exit = Run(app, program, ArgumentsOf(argc, argv, app));
     MorvUtShutDown();

@@ -226,4 +226,17 @@ std::string ToUtf8(std::string_view bytes)
     return out;
 }
 
+std::string ToPrintable(std::string_view bytes, bool keepLines)
+{
+    std::string text = ToUtf8(bytes);
+    for (std::size_t i = 0; i < text.size(); ++i)
+        if (const auto byte = static_cast<unsigned char>(text[i]); byte == 0x7F || (byte < ' ' && text[i] != '\n'))
+            text[i] = ' ';
+        else if (text[i] == '\n' && !keepLines)
+            text[i] = ' ';
+        else if (byte == 0xC2 && static_cast<unsigned char>(text[i + 1]) < 0xA0) // U+0080 to U+009F
+            text[i] = text[i + 1] = ' ';
+    return text;
+}
+
 } // namespace Afx

@@ -70,7 +70,7 @@ std::unique_ptr<WindowSystem> WindowSystem::Install(std::unique_ptr<WindowSystem
 
 int ConsoleWindowSystem::MessageBox(const std::string& text, unsigned style)
 {
-    std::cerr << text << std::endl;
+    std::cerr << ToPrintable(text, true) << std::endl;
     return SafeAnswer(style);
 }
 

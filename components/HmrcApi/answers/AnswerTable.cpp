@@ -29,6 +29,9 @@ constexpr AnswerRule kRules[] = {
     {Outcome::TooLarge, 0, "", 0, Verdict::Error, "ANSWER_TOO_LARGE", "HMRC's answer is too large"},
     {Outcome::Cancelled, 0, "", 0, Verdict::Error, "CANCELLED", "The request was cancelled"},
 };
+// What another host says is not HMRC's word: no refresh, no "nothing yet".
+constexpr AnswerRule kElsewhere{
+    Outcome::Answered, 0, "", 0, Verdict::Error, "REDIRECTED", "HMRC's answer led elsewhere"};
 constexpr AnswerRule kAnyOtherStatus{Outcome::Answered, 0, "", 0, Verdict::Error, "", ""};
 
 std::string TextOf(const JsonValue& value, std::string_view name)
@@ -68,6 +71,8 @@ void AddListed(const JsonValue& errors, ErrorBody& body)
 
 const AnswerRule& RuleFor(const HttpAnswer& answer, std::string_view code) noexcept
 {
+    if (answer.isElsewhere && answer.outcome == Outcome::Answered && answer.status != 200)
+        return kElsewhere;
     for (const AnswerRule& rule : kRules)
         if (rule.outcome == answer.outcome && (rule.status == 0 || rule.status == answer.status) &&
             (rule.code.empty() || rule.code == code))

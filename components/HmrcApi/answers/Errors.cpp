@@ -20,15 +20,18 @@ struct StatusAction
     std::string_view sentence;
 };
 
-constexpr std::string_view kAuthoriseAgain = "Authorise the Government Gateway ID with HMRC again.";
+constexpr std::string_view kAuthoriseAgain = "Authorise the Government Gateway user ID with HMRC again.";
 constexpr std::string_view kTryLater = "Try again later.";
 constexpr std::string_view kTryInMinutes = "Try again in a few minutes.";
 constexpr std::string_view kNewerVersion =
     "Look for a newer version of this program; if there is none, report this error to its supplier.";
 constexpr std::string_view kReport =
     "Report this error, with the time at which it happened, to the program's supplier.";
-constexpr std::string_view kAgentAuthority =
-    "Check that this Government Gateway ID may act for the client, and that the client has authorised the practice.";
+constexpr std::string_view kAgentAuthority = "Check that this Government Gateway user ID may act for the client, and "
+                                             "that the client has authorised the practice "
+                                             "as agent for Self Assessment (form 64-8 or online).";
+constexpr std::string_view kSignInToNetwork =
+    "Open any page in a browser and sign in to the network or proxy, then try again.";
 
 // The first row that fits decides. HMRC's codes as published, then ours.
 constexpr Action kActions[] = {
@@ -60,17 +63,17 @@ constexpr Action kActions[] = {
     {"NO_CREDENTIALS", kAuthoriseAgain},
     {"NOT_AUTHORISED", kAuthoriseAgain},
     {"WRONG_SERVICE",
-     "Authorise the Government Gateway ID for this service of HMRC: the authority at hand is for another."},
+     "Authorise the Government Gateway user ID for this service of HMRC: the authority at hand is for another."},
     {"TOKENS_UNREADABLE", "Open the practice with the key it was made with, or authorise with HMRC again."},
     {"NO_PRACTICE_KEY", "Put the practice's key file back beside the database."},
-    {"NO_CREDENTIALS_FILE", "Build the program with cmake -DMORVUT_HMRC_CREDENTIALS=FILE."},
+    {"NO_CREDENTIALS_FILE", "Ask the program's supplier for a version that holds them."},
     {"TOKENS_NOT_SAVED", "Make room on the disk, or the practice's database writable, then try again."},
     {"REFRESH_BUSY", "Wait until the other workstation or program has finished, then try again."},
     {"NO_CONNECTION", "Check this computer's internet connection, then try again."},
     {"TIMED_OUT", kTryInMinutes},
     {"ANSWER_INCOMPLETE", kTryInMinutes},
-    {"ANSWER_MALFORMED", "Open any page in a browser and sign in to the network or proxy, then try again.",
-     "Content-Type"},
+    {"REDIRECTED", kSignInToNetwork},
+    {"ANSWER_MALFORMED", kSignInToNetwork, "Content-Type"},
     {"ANSWER_MALFORMED", kReport},
     {"ANSWER_TOO_LARGE", kReport},
     {"AMOUNT_NOT_EXACT", kReport},

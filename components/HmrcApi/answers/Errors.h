@@ -8,7 +8,8 @@
 // (INVALID_GRANT), HTTP_nnn for an answer that says nothing more, and ours:
 //
 //   NO_CREDENTIALS     the tokens cannot be had; the third text is the cause, a code again
-//   NO_CONNECTION, TIMED_OUT, ANSWER_INCOMPLETE   the network; no status
+//   NO_CONNECTION, TIMED_OUT, ANSWER_INCOMPLETE   the network; no status, unless an answer had begun
+//   REDIRECTED         a redirect led to another host, or to what is none
 //   ANSWER_MALFORMED   a 200 that is not the data asked for; the third text is the place in it
 //   ("/employments/0/taxTotal"),
 //                      or Content-Type for a page instead of data

@@ -35,8 +35,8 @@ std::string HostOf(const std::string& service)
 void NeedCredentials(IClientData& clientData)
 {
     if (clientData.GetId().empty())
-        Fail("NO_CREDENTIALS_FILE", "This program was built without HMRC credentials: build it with cmake "
-                                    "-DMORVUT_HMRC_CREDENTIALS=FILE");
+        Fail("NO_CREDENTIALS_FILE", "This program was delivered without HMRC's credentials (built without cmake "
+                                    "-DMORVUT_HMRC_CREDENTIALS=FILE)");
 }
 
 std::string ServiceOf(const std::string& base)
@@ -57,11 +57,11 @@ COAuth2Tokens StoredGrant::Read() const
     if (!m_store.LoadTokens())
         Fail("NO_CREDENTIALS", "Unable to load user's HMRC credentials");
     if (m_store.GetAuthorisationStatus() != IAuthorisationStore::Authorised || m_store.GetAccessToken().empty())
-        Fail("NOT_AUTHORISED", "HMRC has not been authorised for this Government Gateway ID");
+        Fail("NOT_AUTHORISED", "HMRC has not been authorised for this Government Gateway user ID");
     const std::string stored = StoredService(m_store), asked = ServiceOf(m_clientData.GetAuthenticationEndpoint());
     if (stored != asked)
-        Fail("WRONG_SERVICE", "The authority of this Government Gateway ID is for " + HostOf(stored) + ", not for " +
-                                  HostOf(asked) + ": authorise for this service");
+        Fail("WRONG_SERVICE", "The authority of this Government Gateway user ID is for " + HostOf(stored) +
+                                  ", not for " + HostOf(asked) + ": authorise for this service");
     COAuth2Tokens tokens;
     tokens.accessToken = OpenToken(m_store.GetAccessToken());
     tokens.refreshToken = OpenToken(m_store.GetRefreshToken());

@@ -57,8 +57,9 @@ std::string OriginOf(const std::string& address)
     const std::unique_ptr<CURLU, FreeUrl> url(curl_url());
     if (!url || curl_url_set(url.get(), CURLUPART_URL, address.c_str(), 0) != CURLUE_OK)
         return {};
-    return UrlPart(url.get(), CURLUPART_SCHEME) + "://" + UrlPart(url.get(), CURLUPART_HOST) + ':' +
-           UrlPart(url.get(), CURLUPART_PORT);
+    const std::string port = UrlPart(url.get(), CURLUPART_PORT);
+    return UrlPart(url.get(), CURLUPART_SCHEME) + "://" + UrlPart(url.get(), CURLUPART_HOST) +
+           (port.empty() ? "" : ':' + port);
 }
 
 /// What one exchange needs while it runs.
@@ -171,9 +172,11 @@ public:
         const auto deadline = SteadyClock::now() + std::chrono::milliseconds(request.totalMilliseconds);
         const std::string firstOrigin = OriginOf(request.address);
         std::string address = request.address;
+        HttpAnswer redirect; // the one that led to the address
         for (int redirects = 0;; ++redirects) {
             if (!MaySend(address, request.address))
-                return Refusal("the address is neither HTTPS nor on this computer");
+                return redirects == 0 ? Refusal("the address is neither HTTPS nor on this computer")
+                                      : Elsewhere(std::move(redirect), address);
             if (!IsLoopbackAddress(address) && !TakeTurn(request.cancelled))
                 return Cancelled();
             const bool isFirstHost = OriginOf(address) == firstOrigin;
@@ -181,7 +184,10 @@ public:
             Exchange exchange{request, {}};
             const std::string next = Perform(address, isFirstHost, std::max<long long>(left.count(), 1), exchange);
             if (next.empty() || redirects >= kRedirects || request.method != "GET")
-                return std::move(exchange.answer);
+                return isFirstHost || exchange.answer.outcome != Outcome::Answered
+                           ? std::move(exchange.answer)
+                           : Elsewhere(std::move(exchange.answer), address);
+            redirect = std::move(exchange.answer);
             address = next;
         }
     }
@@ -191,6 +197,13 @@ private:
     {
         HttpAnswer answer;
         answer.outcome = Outcome::Cancelled;
+        return answer;
+    }
+
+    static HttpAnswer Elsewhere(HttpAnswer answer, const std::string& address)
+    {
+        answer.isElsewhere = true;
+        answer.problem = OriginOf(address);
         return answer;
     }
 
@@ -280,9 +293,10 @@ private:
         curl_easy_getinfo(m_handle.get(), CURLINFO_RESPONSE_CODE, &status);
         if (answer.outcome != Outcome::Answered) {
             answer.body.clear(); // a part of an answer is none
-            if (answer.outcome == Outcome::TooLarge)
+            if (answer.outcome == Outcome::TooLarge || answer.outcome == Outcome::Incomplete)
                 answer.status = static_cast<int>(status);
-            else if (answer.outcome != Outcome::Cancelled) // for the two that we caused the library has no good words
+            if (answer.outcome != Outcome::TooLarge &&
+                answer.outcome != Outcome::Cancelled) // for the two that we caused the library has no good words
                 answer.problem = *problem ? problem : curl_easy_strerror(code);
             return {};
         }

@@ -48,11 +48,12 @@ struct HttpAnswer
         Cancelled
     };
     Outcome outcome = Outcome::NoConnection;
-    int status = 0;          // also when TooLarge
+    int status = 0;          // also when TooLarge or Incomplete; 0: no answer began
     std::string contentType; // lower case, without parameters
     std::string retryAfter;  // as sent; empty when absent
     std::string body;
-    std::string problem; // for people, when not Answered; never holds a token
+    std::string problem;      // for people, when not Answered or elsewhere; never holds a token
+    bool isElsewhere = false; // a redirect led to another host, which answered, or to where nothing is sent
 };
 
 /// Sends one request. Redirects of GET are followed, with the Authorization header only to the host first asked.

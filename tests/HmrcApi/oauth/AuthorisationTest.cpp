@@ -111,8 +111,9 @@ TEST_F(Load, KeepsTokensFromAServiceThatDidNotGiveThem)
         EXPECT_EQ(tokenEndpoint->requests.empty(), !mayLoad) << "the refresh token and the secret";
         tokenEndpoint->requests.clear();
     }
-    EXPECT_EQ(authorisation->GetLastError().text, "The authority of this Government Gateway ID is for 127.0.0.1:2, not "
-                                                  "for 127.0.0.1:1: authorise for this service");
+    EXPECT_EQ(authorisation->GetLastError().text,
+              "The authority of this Government Gateway user ID is for 127.0.0.1:2, not "
+              "for 127.0.0.1:1: authorise for this service");
 }
 
 TEST_F(Refresh, StoresTheNewPairAndKeepsTheScope)

@@ -109,6 +109,33 @@ TEST_F(FetchData, TellsWhatIsNewAndWhetherAReviewIsDue)
     HmrcApi::FetchResult result = HmrcApi::FetchFromHmrc(m_client, kGateway, IEndpointOverride::Employed);
     EXPECT_EQ(result.staged, (HmrcApi::StagedCounts{4, 1, 18})) << "another National Insurance figure is the change";
     EXPECT_TRUE(result.ok && result.newData && result.clear && result.message.IsEmpty());
+    EXPECT_EQ(result.groups[0].state, HmrcApi::GroupState::There);
+    EXPECT_EQ(result.counts.inReturn, 0) << "what the return has is withdrawn now";
+    EXPECT_EQ(result.counts.notInReturn, 1);
+    EXPECT_EQ(result.counts.items, 5);
+}
+
+TEST(StateOfNothing, IsToldByTheDayAndByWhatIsThere)
+{
+    using HmrcApi::StateOfNothing;
+    const std::tuple<Kiln::CDate, bool, bool, const char*> rows[] = {
+        // today, staged, finalised
+        {{2018, 4, 6}, false, false, "notReconciled"},
+        {{2018, 11, 30}, false, true, "notReconciled"},
+        {{2018, 12, 1}, false, false, "notRegistered"},
+        {{2018, 12, 1}, false, true, "gone"},
+        {{2018, 7, 1}, true, false, "gone"},
+    };
+    for (const auto& [today, isStaged, isFinalised, name] : rows)
+        EXPECT_STREQ(NameOf(StateOfNothing(2018, isStaged, isFinalised, today)), name) << today.FormatIso();
+}
+
+TEST(IsUnreachable, WhenNoAnswerBegan)
+{
+    for (const char* code : {"NO_CONNECTION", "TIMED_OUT", "ANSWER_INCOMPLETE"}) // the last: as a proxy drops it
+        EXPECT_TRUE(HmrcApi::IsUnreachable(code, "")) << code;
+    EXPECT_FALSE(HmrcApi::IsUnreachable("ANSWER_INCOMPLETE", "200"));
+    EXPECT_FALSE(HmrcApi::IsUnreachable("REFRESH_BUSY", ""));
 }
 
 TEST_F(FetchData, ReportsTokensThatCannotBeLoaded)

@@ -19,7 +19,7 @@ constexpr char kPaye[] = "/individual-paye", kInsurance[] = "/national-insurance
 constexpr char kNothingYet[] = "nothing yet";
 constexpr char kExpired[] = R"({"expire": true})";
 constexpr char kRefused[] = R"({"expire": true, "refuseRefresh": true})";
-constexpr char kAuthorise[] = "Authorise the Government Gateway ID";
+constexpr char kAuthorise[] = "Authorise the Government Gateway user ID";
 constexpr char kAuthority[] = "the client has authorised the practice";
 constexpr char kMinutes[] = "in a few minutes";
 constexpr char kReport[] = "Report this error";
@@ -86,7 +86,8 @@ const Row kRows[] = {
     {"planned maintenance", "SCHEDULED_MAINTENANCE", 1, "SCHEDULED_MAINTENANCE 503", "maintenance is over"},
     {"internal error", "INTERNAL_SERVER_ERROR", 2, "INTERNAL_SERVER_ERROR 500", "later"},
     {"nobody listens", "REDIRECT location=http://127.0.0.1:1/", 4, "NO_CONNECTION", "internet connection"},
-    {"dropped half-way", "DROPPED", 4, "ANSWER_INCOMPLETE", kMinutes},
+    {"leads to a file", "REDIRECT location=file:///etc/passwd", 1, "REDIRECTED 307", "sign in"},
+    {"dropped half-way", "DROPPED", 4, "ANSWER_INCOMPLETE 200", kMinutes},
     {"dropped once", "DROPPED times=1", 2},
     {"too slow", "SLOW delayMs=3000", 1, "TIMED_OUT", kMinutes},
     {"not JSON", "MALFORMED", 1, "ANSWER_MALFORMED 200", kReport},
@@ -101,7 +102,7 @@ const Row kRows[] = {
     {"500 without a word", "EMPTY", 2, "HTTP_500 500", kMinutes},
     {"the other interface down", "SERVER_ERROR", 4, "SERVER_ERROR 503", kMinutes, kInsurance},
     {"the other interface's document halved", "CUT_OFF", 1, "ANSWER_MALFORMED 200", kReport, kInsurance},
-    {"the other interface dropped", "DROPPED", 4, "ANSWER_INCOMPLETE", kMinutes, kInsurance},
+    {"the other interface dropped", "DROPPED", 4, "ANSWER_INCOMPLETE 200", kMinutes, kInsurance},
     {"the other interface too slow", "SLOW delayMs=3000", 1, "TIMED_OUT", kMinutes, kInsurance},
     {"the other interface without data", "NOT_FOUND", 1, kNothingYet, "", kInsurance},
 };
@@ -110,12 +111,11 @@ const Row kRows[] = {
 /// How the message of a code begins: HMRC's own, or ours.
 std::string MessageOf(const Row& row)
 {
-    const std::pair<const char*, const char*> ours[] = {{"INVALID_GRANT", "HMRC's authorisation has ended"},
-                                                        {"NO_CONNECTION", "HMRC cannot be reached"},
-                                                        {"ANSWER_INCOMPLETE", "HMRC's answer broke off"},
-                                                        {"TIMED_OUT", "HMRC did not answer in time"},
-                                                        {"ANSWER_MALFORMED", "HMRC's answer"},
-                                                        {"ANSWER_TOO_LARGE", "HMRC's answer is too large"}};
+    const std::pair<const char*, const char*> ours[] = {
+        {"INVALID_GRANT", "HMRC's authorisation has ended"}, {"NO_CONNECTION", "HMRC cannot be reached"},
+        {"ANSWER_INCOMPLETE", "HMRC's answer broke off"},    {"REDIRECTED", "HMRC's answer led elsewhere: file://"},
+        {"TIMED_OUT", "HMRC did not answer in time"},        {"ANSWER_MALFORMED", "HMRC's answer"},
+        {"ANSWER_TOO_LARGE", "HMRC's answer is too large"}};
     for (const auto& [code, message] : ours)
         if (row.Code() == code)
             return message;

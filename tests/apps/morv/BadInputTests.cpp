@@ -113,6 +113,18 @@ TEST(BadInput, BadArgumentsAreExit2)
         {"client show PRACTICE --client $(printf %0120000d 1)", "not repeated whole"},
         {"client list PRACTICE --user $(printf %0120000d 1)", "nor here"},
         {"hmrc authorise PRACTICE --gateway it\\'s --base http://127.0.0.1:1", "a quote in a gateway id"},
+        {"client list PRACTICE --year 2017/19", "no year is that long"},
+        {"client show PRACTICE --client --json", "an option is no client"},
+        {"client add PRACTICE --code c0001 --name X", "a code that is taken, in other capitals"},
+        {"client add PRACTICE --code P0001 --name X", "a partnership's code"},
+        {"client add PRACTICE --code N1 --name ' '", "no name"},
+        {"client add PRACTICE --code N1 --name X --utr 1234567890", "a mistyped UTR"},
+        {"client add PRACTICE --code N1 --name X --nino AA00001A", "a short National Insurance number"},
+        {"client add PRACTICE --code N1 --name X --kind trust --nino AA000001A", "a trust has none"},
+        {"client add PRACTICE --code N1 --name X --kind company", "unknown kind"},
+        {"user add PRACTICE ALICE --name X", "an id that is taken, in other capitals"},
+        {"user add PRACTICE dora --name X --role Nobody", "unknown role"},
+        {"gateway remove PRACTICE g", "unknown gateway"},
         {"hmrc create PRACTICE --client 999999", "unknown client"},
         {"hmrc differences PRACTICE --client 999999", "unknown client"},
     };
@@ -124,6 +136,8 @@ TEST(BadInput, BadArgumentsAreExit2)
         EXPECT_EQ(ended.err.find('\033'), std::string::npos);
     }
     EXPECT_EQ(MorvJson("practice check " + practice)["ok"], true);
+    EXPECT_EQ(MorvJson("client list " + practice).size(), 14u);
+    EXPECT_EQ(MorvJson("user list " + practice).size(), 3u);
 }
 
 TEST(BadInput, WithJsonTheErrorIsOneDocument)
@@ -199,6 +213,12 @@ TEST(BadInput, APracticeWithoutUsersSaysSo)
     ExpectOneLine(RunMorv("client list " + practice), 1);
     EXPECT_EQ(MorvJson("user list " + practice).size(), 0u);
     EXPECT_EQ(MorvJson("practice check " + practice)["ok"], true);
+    // The first user may do everything, the next nothing yet.
+    EXPECT_EQ(MorvJson("user add " + practice + " ida --name Ida")["rights"][0]["allowed"], true);
+    EXPECT_EQ(MorvJson("user add " + practice + " jon --name Jon")["rights"][0]["allowed"], false);
+    for (const char* client : {"--code 2 --name One", "--code X --name Two --kind llp --utr 2234567890"})
+        MorvJson("client add " + practice + ' ' + client);
+    EXPECT_EQ(MorvJson("client show " + practice + " --client 2")["client"]["name"], "One") << "a code before an id";
 }
 
 } // namespace

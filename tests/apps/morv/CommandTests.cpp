@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <set>
 
@@ -44,8 +45,14 @@ TEST(Commands, ThePromisedMembersAreThere)
     for (const char* scope : {"read:marriage-allowance", "read:national-insurance", "read:individual-paye"})
         EXPECT_NE(authorised["scope"].get<std::string>().find(scope), std::string::npos) << scope;
     EXPECT_EQ(Members(MorvJson(FetchLine(practice, sandbox))),
-              "clear client errors message newData notes ok route staged year");
+              "action clear client errors items message newData notInReturn notes ok route staged state year");
     EXPECT_EQ(Members(MorvJson("hmrc create " + client)), "created notes schedules");
+    EXPECT_EQ(Members(MorvJson("gateway list " + practice)[0]),
+              "authorised expires gateway grantEnds scope service warning");
+    const Ended failed = Authorise(practice, sandbox, "gateway-2", "exit 3");
+    EXPECT_NE(failed.out.find("exit code 3"), std::string::npos) << failed.out;
+    EXPECT_EQ(MorvJson("gateway remove " + practice + " gateway-2").size(), 1u);
+    EXPECT_EQ(MorvJson("gateway remove " + practice + " gateway-1"), Json::array());
     const Json log = MorvJson("hmrc log " + practice);
     ASSERT_GT(log.size(), 0u);
     EXPECT_EQ(Members(log[0]), "chain detail event interface request response session user when workstation");
@@ -85,7 +92,7 @@ TEST(Commands, OptionsAreKeptAndTheYearOfARunIsNot)
     EXPECT_EQ(MorvJson(options)["nDebugLogging"], 2);
 
     const std::string show = "client show " + practice + " --client 1";
-    EXPECT_EQ(MorvJson(show + " --year 2018")["year"], 2018);
+    EXPECT_EQ(MorvJson(show + " --year 2017/18")["year"], 2018);
     EXPECT_EQ(MorvJson(show)["year"], 2024);
     WriteFile("settings.ini", "[Preferences]\nRememberYOA=1\nLastYOA=20\n");
     EXPECT_EQ(MorvJson(show)["year"], 2011);
@@ -116,6 +123,78 @@ TEST(Commands, APracticeIsItsOwnersOrAGroups)
     EXPECT_EQ(modeOf(shared + ".key"), perms(0640));
     EXPECT_EQ(RunMorv("practice check SQLITE:" + shared).err, "");
     EXPECT_EQ(modeOf(shared), perms(0660));
+}
+
+/// What people read of the main job, in the order of its steps: nothing is said that is not so, and nothing twice.
+TEST(Commands, TheTextOfTheMainJobIsTrue)
+{
+    HmrcSandbox sandbox("EVERYTHING");
+    const std::string practice = SamplePractice(), fetch = FetchLine(practice, sandbox);
+    const std::string client = practice + " --client c0001 --year 2017/18", base = " --base " + sandbox.Base();
+    const std::string prime = "/individual-paye/nino/", longText(5000, 'x');
+    const auto answer = [&](const std::string& code, const std::string& body) {
+        sandbox.Send("PUT", "/sandbox/answer" + prime + code + "/annual-summary/2017-18", body);
+    };
+    const std::string nino = MorvJson("client show " + client)["client"]["nationalInsuranceNumber"];
+    const auto run = [](const std::string& line) {
+        const Ended ended = RunMorv(line);
+        return ended.out + ended.err;
+    };
+    struct
+    {
+        std::string line;
+        std::vector<std::string> told;
+        const char* untold;
+        std::function<void()> before = [] {};
+    } const steps[] = {
+        {"hmrc create " + client, {"Nothing has been fetched from HMRC for 2017/18."}, "every item"},
+        {fetch, {"morv hmrc authorise", "not enabled for this user"}, "differs"},
+        {fetch,
+         {"C0001 Harriet Ashworth, 2017/18: 1 item from HMRC", "HMRC holds no PAYE records of this client"},
+         "differs",
+         [&] {
+             EXPECT_EQ(Authorise(practice, sandbox).exit, 0);
+             sandbox.Send("POST", "/sandbox/fault", R"({"path":"/individual-paye","fault":"NOT_FOUND"})");
+         }},
+        {fetch, {"19 items from HMRC (18 new, 0 changed, 0 no longer sent). 9 are not in the return yet."}, "differs"},
+        {"hmrc create " + client, {"Created 2 employment schedules and 7 pension or benefit schedules."}, " 0 "},
+        {fetch, {"19 items from HMRC (0 new, 0 changed, 0 no longer sent). No item in the return differs."}, "yet"},
+        {"client show " + client,
+         {"20/08/2017", "Vouchers and Credit Cards £80.00 (forecast)", "Received from HMRC",
+          "Allowance in the tax code: Professional Subscriptions £100.00", "Class 2 due £319.57"},
+         "2017-08-20"},
+        {fetch,
+         {"1 item from HMRC (0 new, 0 changed, 0 no longer sent). HMRC no longer holds PAYE records"},
+         "differs",
+         [&] { sandbox.Send("POST", "/sandbox/fault", R"({"path":"/individual-paye","fault":"NOT_FOUND"})"); }},
+        {fetch,
+         {"1 is not in the return yet.", "x…"},
+         "\x1b",
+         [&] {
+             answer(nino, R"({"employments":[{"employerPayeReference":"1/A","employerName":"\u001b[2J\u009b)" +
+                              longText + R"("}]})");
+         }},
+        {"client show " + client, {"x…"}, "\x1b"},
+        {"hmrc fetch " + practice + " --client C0011 --gateway gateway-1 --year 2018" + base,
+         {"The Larkspur Settlement, 2017/18: not fetched. Nothing is fetched from HMRC for a trust"},
+         "differs"},
+        {fetch + " --user ben", {"You do not have permission to do this. Please"}, "differs"},
+        {"hmrc create " + client,
+         {"morv: Operation cannot be performed. Client is read only."},
+         "Created",
+         [&] { Execute(practice, "UPDATE BRIXTaxForm SET dtFinalised = '2018-10-01'"); }},
+    };
+    for (const auto& step : steps) {
+        step.before();
+        const std::string text = run(step.line);
+        for (const std::string& told : step.told) {
+            const std::size_t at = text.find(told);
+            EXPECT_NE(at, std::string::npos) << told << " in " << text;
+            const bool isTwice = text.find(told, at + 1) != std::string::npos;
+            EXPECT_EQ(isTwice, isTwice && step.line.starts_with("client show")) << told << " twice in " << text;
+        }
+        EXPECT_EQ(text.find(step.untold), std::string::npos) << text;
+    }
 }
 
 TEST(Commands, CodeTablesAreFoundByNameAndByPosition)

@@ -201,8 +201,12 @@ TEST_F(MainJob, FetchingAllAnswersALineForEachClient)
         lines.push_back(Json::parse(line));
     ASSERT_EQ(lines.size(), 13u) << ended.out;
     // Fails: no National Insurance number, a mistyped UTR; a trust and an estate are not fetched for.
-    EXPECT_EQ(lines.back(), (Json{{"clients", 12}, {"ok", 8}, {"failed", 4}}));
+    EXPECT_EQ(lines.back(), (Json{{"clients", 12}, {"ok", 8}, {"failed", 4}, {"notAsked", 0}}));
     EXPECT_EQ(ended.exit, 1);
+    const Ended created = RunMorv("hmrc create " + m_practice + " --all --year 2018 --json");
+    EXPECT_EQ(created.exit, 0) << created.err;
+    EXPECT_TRUE(created.out.ends_with("{\"clients\":12,\"ok\":12,\"failed\":0}\n")) << created.out;
+    EXPECT_EQ(Run("hmrc create", 2)["created"], (Json{{"employments", 0}, {"pensionsAndBenefits", 0}}));
 }
 
 } // namespace

@@ -120,12 +120,13 @@ std::string HmrcSandbox::Send(const std::string& method, const std::string& path
     return answer ? answer->body : std::string();
 }
 
-Ended Authorise(const std::string& practice, const HmrcSandbox& sandbox, const std::string& gateway)
+Ended Authorise(const std::string& practice, const HmrcSandbox& sandbox, const std::string& gateway,
+                const std::string& browser)
 {
     constexpr int kAttempts = 20;
     for (int attempt = 1;; ++attempt) {
         const Ended ended = RunMorv("hmrc authorise " + practice + " --json --gateway " + gateway + " --base " +
-                                    sandbox.Base() + " --browser 'curl -sSL -o /dev/null'");
+                                    sandbox.Base() + " --browser '" + browser + "'");
         // Tests that run at the same time may hold all three of the program's ports for a moment.
         if (attempt == kAttempts || ended.out.find("NO_REDIRECT_PORT") == std::string::npos)
             return ended;

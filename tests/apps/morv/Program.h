@@ -69,8 +69,9 @@ private:
     Sandbox::Server m_server;
 };
 
-/// Gives a gateway authority at the sandbox, the browser being curl.
-Ended Authorise(const std::string& practice, const HmrcSandbox& sandbox, const std::string& gateway = "gateway-1");
+/// Gives a gateway authority at the sandbox.
+Ended Authorise(const std::string& practice, const HmrcSandbox& sandbox, const std::string& gateway = "gateway-1",
+                const std::string& browser = "curl -sSL -o /dev/null");
 /// A sample practice in which that has been done.
 std::string AuthorisedPractice(const HmrcSandbox& sandbox);
 /// The line that fetches the client's records of 2018 by gateway-1.

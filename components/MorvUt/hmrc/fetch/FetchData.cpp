@@ -9,6 +9,7 @@
 #include "MorvUt/hmrc/fetch/PayePrepop.h"
 #include "MorvUt/hmrc/fetch/Retrieval.h"
 #include "MorvUt/hmrc/schedules/Notes.h"
+#include "MorvUt/hmrc/schedules/ReturnYear.h"
 #include "MorvUt/identifiers/TaxIdentifiers.h"
 #include "MorvUt/res/Strings.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
@@ -19,6 +20,8 @@ namespace HmrcApi
 {
 namespace
 {
+
+constexpr char kEmployments[] = "Employments";
 
 /// Whom to ask about, and as whom.
 struct Request
@@ -82,12 +85,34 @@ void Fold(const CSchedulePrepop& prepop, FetchResult& result)
 
 void AskEmployments(CAPIErrorHandler& errors)
 {
-    constexpr char kGroup[] = "Employments";
-    errors.AddGroup(kGroup);
-    errors.AddError(kGroup, CAPIError("NOT_AVAILABLE",
-                                      "Employments cannot be retrieved through the individual interfaces yet: switch "
-                                      "the practice to the PAYE interface",
-                                      {}, {}));
+    errors.AddGroup(kEmployments);
+    errors.AddError(kEmployments,
+                    CAPIError("NOT_AVAILABLE",
+                              "Employments cannot be retrieved through the individual interfaces yet: switch "
+                              "the practice to the PAYE interface",
+                              {}, {}));
+}
+
+GroupState StateOf(const std::string& group, const CAPIErrorHandler& errors, bool isThere, GroupState ofNothing)
+{
+    for (const CAPIErrorHandler::Group& each : errors.GetGroups())
+        if (each.name == group && each.errors.empty())
+            return isThere ? GroupState::There : ofNothing;
+    return GroupState::Unknown;
+}
+
+void TellStates(const CPAYEPrepop& paye, const CNICPrepop& nic, const StagedYear& staged, const ReturnYear& own,
+                short year, FetchResult& result)
+{
+    const bool hasPaye = !staged.employments.empty() || !staged.pensions.empty() || !staged.allowances.empty();
+    const bool isFinalised = own.finalised.IsValid();
+    const Kiln::CDate today = Kiln::CDate::Today();
+    result.groups[0].state = StateOf(result.groups[0].name, *result.errors, paye.HasAnswer(),
+                                     StateOfNothing(year, hasPaye, isFinalised, today));
+    result.groups[1].state = StateOf(result.groups[1].name, *result.errors, nic.HasAnswer(),
+                                     StateOfNothing(year, staged.nationalInsurance.has_value(), isFinalised, today));
+    result.counts = CountItems(staged, own);
+    result.counts.items = (paye.HasAnswer() ? result.counts.items : 0) + (nic.HasAnswer() ? 1 : 0);
 }
 
 void FetchAll(const Request& request, const std::shared_ptr<CAPIErrorHandler>& errors, std::shared_ptr<Channel> channel,
@@ -108,14 +133,20 @@ void FetchAll(const Request& request, const std::shared_ptr<CAPIErrorHandler>& e
         AskEmployments(*errors);
     nic.Ask(retrieval, utr);
 
-    if (!paye.IsAnswered() && !nic.IsAnswered()) {
-        result.notes = NotesOf(LoadStagedYear(request.client, taxYear.GetRealTaxYear()));
-        return;
+    if (!paye.HasAnswer() && !nic.IsAnswered()) {
+        const StagedYear stored = LoadStagedYear(request.client, taxYear.GetRealTaxYear());
+        result.notes = NotesOf(stored);
+        return TellStates(paye, nic, stored, LoadReturnYear(request.client, taxYear.GetRealTaxYear()),
+                          taxYear.GetRealTaxYear(), result);
     }
     Quarry::CTransaction transaction(Cellar::Intent::Write);
     paye.Stage(retrieval);
     nic.Stage(retrieval);
-    result.notes = NotesOf(retrieval.GetWriter().GetYear());
+    const StagedYear staged = retrieval.GetWriter().GetYear();
+    result.notes = NotesOf(staged);
+    TellStates(paye, nic, staged,
+               paye.GetReturn() ? *paye.GetReturn() : LoadReturnYear(request.client, taxYear.GetRealTaxYear()),
+               taxYear.GetRealTaxYear(), result);
     transaction.Commit();
     Fold(paye, result);
     Fold(nic, result);
@@ -148,6 +179,11 @@ void ShowException(const char* text, FetchResult& result, FetchResult::Stopped w
 
 } // namespace
 
+CString FetchResult::Reason() const
+{
+    return stopped == Stopped::Trust ? CString("Nothing is fetched from HMRC for a trust or an estate.") : message;
+}
+
 FetchResult FetchFromHmrc(ClientId client, const std::string& gatewayId, IEndpointOverride::ResponseType type,
                           std::shared_ptr<Channel> channel)
 {
@@ -157,6 +193,8 @@ FetchResult FetchFromHmrc(ClientId client, const std::string& gatewayId, IEndpoi
     try {
         const Request request = MakeRequest(client, gatewayId, type);
         result.route = request.options.usesPayeInterface ? FetchResult::Route::Paye : FetchResult::Route::Employments;
+        result.groups = {{request.options.usesPayeInterface ? CPAYEPrepop::kGroup : kEmployments},
+                         {CNICPrepop::kGroup}};
         if (!MayFetch(request, result))
             return result;
         FetchAll(request, errors, std::move(channel), result);

@@ -12,6 +12,7 @@
 #include "HmrcApi/Host.h"
 #include "HmrcApi/transport/Channel.h"
 #include "MorvUt/Export.h"
+#include "MorvUt/hmrc/fetch/FetchStates.h"
 #include "MorvUt/hmrc/staging/StagedYear.h"
 
 namespace HmrcApi
@@ -47,8 +48,13 @@ struct FetchResult
     CString message; // what was shown when it stopped; empty otherwise, and for a trust
     Route route = Route::Employments;
     StagedCounts staged;
-    std::vector<CString> notes;                     // what of HMRC's has no box of its own, for people (see NotesOf)
+    ItemCounts counts;                // of the year; its items only those that HMRC sent now, National Insurance as one
+    std::vector<FetchedGroup> groups; // in the order asked
+    std::vector<CString> notes;       // what of HMRC's has no box of its own, for people (see NotesOf)
     std::shared_ptr<const CAPIErrorHandler> errors; // never null
+
+    /// Why nothing was asked of HMRC, a trust included; empty when something was.
+    MORVUT_API CString Reason() const;
 };
 
 /// Fetches the client's records of the current tax year and stages them, with every message that GetHMRCApiData shows.

@@ -5,12 +5,6 @@
 
 namespace HmrcApi
 {
-namespace
-{
-
-constexpr char kGroup[] = "National Insurance";
-
-} // namespace
 
 CNICPrepop::~CNICPrepop() = default;
 

@@ -17,6 +17,8 @@ namespace HmrcApi
 class MORVUT_API CNICPrepop : public CSchedulePrepop
 {
 public:
+    static constexpr char kGroup[] = "National Insurance"; // in the error handler
+
     using CSchedulePrepop::CSchedulePrepop;
     ~CNICPrepop() override;
 
@@ -28,6 +30,8 @@ public:
     void Ask(Retrieval& retrieval, const std::string& utr);
     bool IsAnswered() const noexcept { return m_isAnswered; }
     void Stage(Retrieval& retrieval);
+    /// HMRC answered with records.
+    bool HasAnswer() const noexcept { return m_isAnswered && m_answer.has_value(); }
 
     virtual std::shared_ptr<CNationalInsurance> GetNationalInsuranceEndpoint(CAuthorisation& authorisation);
 

@@ -16,8 +16,6 @@ namespace HmrcApi
 namespace
 {
 
-constexpr char kGroup[] = "PAYE";
-
 /// Stands on the next row, from the one given on, that HMRC still sends.
 bool MoveToLive(Brix::CMTD_EmploymentsCompanyBenefits& list, bool isThere)
 {
@@ -73,6 +71,7 @@ void CPAYEPrepop::Ask(Retrieval& retrieval, const std::string& nationalInsurance
 {
     m_answer.reset();
     m_isWhole = false;
+    m_return.reset();
     AskGroup(retrieval, kGroup, [&](CAuthorisation& authorisation) {
         const CPayeResponse response =
             GetPayeEndpoint(authorisation)->GetPaye(nationalInsuranceNumber, GetYear(), retrieval.GetLogger());
@@ -83,7 +82,7 @@ void CPAYEPrepop::Ask(Retrieval& retrieval, const std::string& nationalInsurance
 
 void CPAYEPrepop::Stage(Retrieval& retrieval)
 {
-    if (!IsAnswered())
+    if (!HasAnswer())
         return;
     const StagedYear& answer = *m_answer;
     StageGroup(retrieval, kGroup, [&](StagingWriter& writer) {
@@ -92,7 +91,8 @@ void CPAYEPrepop::Stage(Retrieval& retrieval)
         writer.WriteStatePensions(answer.pensions);
         writer.WriteEmployments(answer.employments);
         writer.WriteAllowances(answer.allowances);
-        SetHasDifferences(!FindDifferences(writer.GetYear(), LoadReturnYear(GetClient(), GetYear())).empty());
+        m_return = LoadReturnYear(GetClient(), GetYear());
+        SetHasDifferences(!FindDifferences(writer.GetYear(), *m_return).empty());
     });
 }
 

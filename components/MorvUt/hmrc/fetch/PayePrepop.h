@@ -40,6 +40,8 @@ public:
         MTD_Unknown = kUnknownBenefit // of a kind that HMRC has added: staged and told, matches and makes nothing
     };
 
+    static constexpr char kGroup[] = "PAYE"; // in the error handler
+
     /// `identifier`: the National Insurance number.
     CPAYEPrepop(ClientId client, TaxYear taxYear, std::string identifier, IEndpointOverride::ResponseType type,
                 const CAuthorisationStore& store = CAuthorisationStore());
@@ -51,7 +53,10 @@ public:
     /// intent to write and does nothing when HMRC gave no answer.
     void Ask(Retrieval& retrieval, const std::string& nationalInsuranceNumber);
     void Stage(Retrieval& retrieval);
-    bool IsAnswered() const noexcept { return m_isWhole; } // with records
+    /// HMRC answered with records.
+    bool HasAnswer() const noexcept { return m_isWhole; }
+    /// The return that staged figures were compared with; nothing before Stage, or without an answer.
+    const std::optional<ReturnYear>& GetReturn() const noexcept { return m_return; }
 
     // Staging. MapPaye takes the answer in; the others bring the staging rows of one kind into line with it.
 
@@ -122,6 +127,7 @@ private:
 
     std::optional<StagedYear> m_answer; // HMRC's, in the terms of the staging rows
     bool m_isWhole = false;             // it is all that HMRC sent, not single employments
+    std::optional<ReturnYear> m_return;
     ClientId m_answerClient;
     short m_answerYear = 0;
     CreatedSchedules m_created;

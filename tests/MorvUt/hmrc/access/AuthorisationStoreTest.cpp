@@ -7,6 +7,7 @@
 
 #include "Afx/Computer.h"
 #include "Cellar/DatabaseError.h"
+#include "MorvUt/hmrc/access/GatewayState.h"
 #include "MorvUt/hmrc/access/Logger.h"
 #include "MorvUt/hmrc/HmrcTest.h"
 #include "Shellkit/ProcessMark.h"
@@ -133,6 +134,15 @@ TEST_F(AuthorisationStore, DatesTheConsentAndNotTheRefresh)
     ASSERT_TRUE(fresh.LoadTokens() && CAuthorisationStore(store).LoadTokens());
     EXPECT_EQ(fresh.GetService(), "");
     EXPECT_EQ(Query("SELECT strService, nAuthorisedStatus FROM MTDAuthorisation WHERE lID = 7"), "https://other|1");
+
+    const HmrcApi::GatewayState state = HmrcApi::ReadGatewayState("NEW");
+    EXPECT_EQ(state.grantEnds, COleDateTime(2025, 11, 1, 9, 30, 0)) << "18 months after the consent";
+    EXPECT_EQ(state.Warning(COleDateTime(2025, 10, 2, 9, 29, 59)), "");
+    EXPECT_EQ(state.Warning(COleDateTime(2025, 10, 2, 9, 30, 0)),
+              "HMRC's authority ends on 01/11/2025: authorise again before then.");
+    EXPECT_EQ(state.Warning(state.grantEnds), "HMRC's authority ended on 01/11/2025: authorise again.");
+    EXPECT_EQ(HmrcApi::GrantEnd(COleDateTime(2022, 8, 31, 0, 0, 0)), COleDateTime(2024, 2, 29, 0, 0, 0));
+    EXPECT_EQ(HmrcApi::ListGateways().size(), 2u);
 }
 
 TEST_F(AuthorisationStore, LocksOnceForAllObjects)

@@ -1,8 +1,6 @@
-#include "ClientView.h"
+#include "ClientJson.h"
 
-#include "MorvUt/hmrc/schedules/ReturnYear.h"
-#include "MorvUt/hmrc/staging/StagedYear.h"
-#include "MorvUt/mappings/TypeMappings.h"
+#include "MorvUt/hmrc/schedules/StagedWords.h"
 
 namespace Morv
 {
@@ -10,25 +8,11 @@ namespace Morv
 namespace
 {
 
-const char* KindOf(const Brix::CClient& client)
-{
-    if (!client.GetTrust())
-        return "individual";
-    return client.GetEntityType().CompareNoCase("Estate") == 0 ? "estate" : "trust";
-}
-
-// The key of a benefit's code; the number where the table has none.
-Json BenefitKey(int code)
-{
-    const char* key = nullptr;
-    return GetMapShortNameFromIndex(mapNewEmployBenefitsGrid, &key, code) ? Json(key) : Json(std::to_string(code));
-}
-
-Json ViewOf(const HmrcApi::ReturnEmployment& own)
+Json ToJson(const HmrcApi::ReturnEmployment& own)
 {
     Json benefits = Json::array();
     for (const HmrcApi::ReturnBenefit& benefit : own.benefits)
-        benefits.push_back({{"code", BenefitKey(benefit.code)},
+        benefits.push_back({{"code", TextOf(KeyOf(benefit))},
                             {"amountPence", PenceOf(benefit.amount)},
                             {"estimate", benefit.isEstimate}});
     return {{"ordering", own.ordering},
@@ -44,7 +28,7 @@ Json ViewOf(const HmrcApi::ReturnEmployment& own)
             {"benefits", benefits}};
 }
 
-Json ViewOf(const HmrcApi::ReturnPension& own)
+Json ToJson(const HmrcApi::ReturnPension& own)
 {
     return {{"ordering", own.ordering},
             {"section", own.section},
@@ -58,7 +42,7 @@ Json ViewOf(const HmrcApi::ReturnPension& own)
             {"taxPence", PenceOf(own.tax)}};
 }
 
-Json ViewOf(const HmrcApi::StagedEmployment& staged)
+Json ToJson(const HmrcApi::StagedEmployment& staged)
 {
     Json benefits = Json::array();
     for (const HmrcApi::StagedBenefit& benefit : staged.benefits)
@@ -79,7 +63,7 @@ Json ViewOf(const HmrcApi::StagedEmployment& staged)
             {"withdrawn", staged.isWithdrawn}};
 }
 
-Json ViewOf(const HmrcApi::StagedPension& staged)
+Json ToJson(const HmrcApi::StagedPension& staged)
 {
     return {{"mtdType", staged.kind},
             {"reference", TextOf(staged.reference)},
@@ -91,12 +75,12 @@ Json ViewOf(const HmrcApi::StagedPension& staged)
             {"withdrawn", staged.isWithdrawn}};
 }
 
-Json ViewOf(const HmrcApi::StagedAllowance& staged)
+Json ToJson(const HmrcApi::StagedAllowance& staged)
 {
     return {{"type", TextOf(staged.type)}, {"amountPence", PenceOf(staged.amount)}, {"withdrawn", staged.isWithdrawn}};
 }
 
-Json ViewOf(const HmrcApi::StagedNationalInsurance& staged)
+Json ToJson(const HmrcApi::StagedNationalInsurance& staged)
 {
     return {{"class1EarningsPence", PenceOf(staged.class1Earnings)},
             {"class2DuePence", PenceOf(staged.class2Due)},
@@ -108,43 +92,40 @@ Json ListOf(const std::vector<T>& values)
 {
     Json list = Json::array();
     for (const T& value : values)
-        list.push_back(ViewOf(value));
+        list.push_back(ToJson(value));
     return list;
 }
 
 } // namespace
 
-Json ViewOf(const Brix::CClient& client)
+Json ToJson(const ClientView& client)
 {
-    return {{"id", client.GetID()},
-            {"partnership", false},
-            {"code", TextOf(client.GetCode())},
-            {"name", TextOf(client.GetName())},
-            {"kind", KindOf(client)}};
+    return {{"id", client.id},
+            {"partnership", client.IsPartnership()},
+            {"code", TextOf(client.code)},
+            {"name", TextOf(client.name)},
+            {"kind", NameOf(client.kind)}};
 }
 
-Json ViewOf(const Brix::CPartnership& partnership)
+Json ToJson(const HmrcApi::ReturnYear& own)
 {
-    return {{"id", partnership.GetID()},
-            {"partnership", true},
-            {"code", TextOf(partnership.GetCode())},
-            {"name", TextOf(partnership.GetName())},
-            {"kind", partnership.GetLLP() ? "llp" : "partnership"}};
-}
-
-Json SchedulesOf(long clientId, short year)
-{
-    const HmrcApi::ReturnYear own = HmrcApi::LoadReturnYear(ClientId(clientId), year);
     return {{"employments", ListOf(own.employments)}, {"pensionsAndBenefits", ListOf(own.pensions)}};
 }
 
-Json StagedOf(long clientId, short year)
+Json ToJson(const HmrcApi::StagedYear& staged)
 {
-    const HmrcApi::StagedYear staged = HmrcApi::LoadStagedYear(ClientId(clientId), year);
     return {{"employments", ListOf(staged.employments)},
             {"pensionsAndBenefits", ListOf(staged.pensions)},
             {"taxFreeAllowances", ListOf(staged.allowances)},
-            {"nationalInsurance", staged.nationalInsurance ? ViewOf(*staged.nationalInsurance) : Json(nullptr)}};
+            {"nationalInsurance", staged.nationalInsurance ? ToJson(*staged.nationalInsurance) : Json(nullptr)}};
+}
+
+Json ToJson(const std::vector<CString>& texts)
+{
+    Json list = Json::array();
+    for (const CString& text : texts)
+        list.push_back(TextOf(text));
+    return list;
 }
 
 } // namespace Morv

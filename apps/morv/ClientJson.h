@@ -1,0 +1,24 @@
+#pragma once
+
+// A client's records as JSON.
+
+#include "MorvUt/context/ClientView.h"
+#include "MorvUt/hmrc/schedules/ReturnYear.h"
+#include "MorvUt/hmrc/staging/StagedYear.h"
+#include "Output.h"
+
+namespace Morv
+{
+
+/// {"id", "partnership", "code", "name", "kind"}.
+Json ToJson(const ClientView& client);
+
+/// The schedules of a return; empty lists without one.
+Json ToJson(const HmrcApi::ReturnYear& own);
+
+/// What is staged of HMRC's figures; rows that HMRC no longer sends carry "withdrawn": true.
+Json ToJson(const HmrcApi::StagedYear& staged);
+
+Json ToJson(const std::vector<CString>& texts);
+
+} // namespace Morv

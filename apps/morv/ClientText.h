@@ -1,0 +1,16 @@
+#pragma once
+
+// A client's records as text for people.
+
+#include "MorvUt/context/ClientView.h"
+#include "MorvUt/hmrc/schedules/ReturnYear.h"
+#include "MorvUt/hmrc/staging/StagedYear.h"
+
+namespace Morv
+{
+
+void PrintClient(const ClientView& client, short year);
+void PrintSchedules(const HmrcApi::ReturnYear& own);
+void PrintStaged(const HmrcApi::StagedYear& staged, short year);
+
+} // namespace Morv

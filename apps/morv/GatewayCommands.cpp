@@ -1,0 +1,83 @@
+// gateway list, remove.
+
+#include <memory>
+
+#include "Afx/Clock.h"
+#include "ArgumentChecks.h"
+#include "HmrcCommands.h"
+#include "MorvUt/hmrc/access/AuthorisationStore.h"
+
+namespace Morv
+{
+
+namespace
+{
+
+CString WarningOf(const HmrcApi::GatewayState& state) { return state.Warning(COleDateTime(Afx::Clock::Utc())); }
+
+void List(const CommonOptions& options)
+{
+    Json list = Json::array();
+    TextTable table({"Government Gateway user ID", "Authorised", "For", "At", "Until", ""});
+    for (const HmrcApi::GatewayState& state : HmrcApi::ListGateways()) {
+        Json view = ToJson(state);
+        const CString warning = WarningOf(state);
+        view["warning"] = warning.IsEmpty() ? Json(nullptr) : TextOf(warning);
+        list.push_back(view);
+        table.Add({state.gateway, state.isAuthorised ? "yes" : "no", state.ScopeInWords(), state.service,
+                   ShownDate(state.grantEnds), warning.Str()});
+    }
+    if (options.json)
+        PrintJson(list);
+    else if (table.IsEmpty())
+        PrintText("No Government Gateway user ID is registered.");
+    else
+        table.Print();
+}
+
+void Remove(const std::string& practice, const std::string& gateway, const CommonOptions& options)
+{
+    const PracticeSession session(practice, options, Login::Needed);
+    if (!HmrcApi::ReadGatewayState(gateway).isRegistered)
+        throw CommandError(Exit::BadInput, "UNKNOWN_GATEWAY",
+                           "there is no Government Gateway user ID " + Quoted(gateway),
+                           "morv gateway list shows which there are.");
+    if (!HmrcApi::CAuthorisationStore::DeleteGatewayId(gateway))
+        throw CommandError(Exit::CannotOpen, "NOT_REMOVED", Quoted(gateway) + " could not be removed",
+                           "Another program may be writing; try again.");
+    if (!options.json)
+        PrintLine("Removed %s with its tokens. The authority itself is withdrawn in HMRC's online account.", gateway);
+    List(options);
+}
+
+} // namespace
+
+Json ToJson(const HmrcApi::GatewayState& state)
+{
+    const auto orNull = [&](const std::string& text) { return state.isAuthorised ? Json(text) : Json(nullptr); };
+    return {{"gateway", state.gateway},           {"authorised", state.isAuthorised},
+            {"service", orNull(state.service)},   {"scope", orNull(state.scope)},
+            {"expires", MomentOf(state.expires)}, {"grantEnds", MomentOf(state.grantEnds)}};
+}
+
+void AddGatewayCommands(CLI::App& app, Program& program)
+{
+    CLI::App* gateway =
+        app.add_subcommand("gateway", "Government Gateway user IDs and their authority")->require_subcommand(1);
+    auto practice = std::make_shared<std::string>();
+    auto id = std::make_shared<std::string>();
+
+    CLI::App* list = gateway->add_subcommand("list", "All that are registered, and until when they may be used");
+    list->add_option("practice", *practice, "The practice")->required();
+    list->callback([=, &program] {
+        const PracticeSession session(*practice, program.options, Login::Needed);
+        List(program.options);
+    });
+
+    CLI::App* remove = gateway->add_subcommand("remove", "Forget one with its tokens; answers what remains");
+    remove->add_option("practice", *practice, "The practice")->required();
+    remove->add_option("id", *id, "The Government Gateway user ID")->required()->check(NotEmpty());
+    remove->callback([=, &program] { Remove(*practice, *id, program.options); });
+}
+
+} // namespace Morv

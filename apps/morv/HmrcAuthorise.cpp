@@ -1,0 +1,69 @@
+// hmrc authorise.
+
+#include <cstdio>
+
+#include "BrowserCommand.h"
+#include "HmrcApi/oauth/Authorisation.h"
+#include "HmrcCommands.h"
+#include "MorvUt/hmrc/access/AuthorisationStore.h"
+#include "MorvUt/hmrc/access/ClientData.h"
+#include "MorvUt/hmrc/access/Logger.h"
+#include "MorvUt/hmrc/access/Scope.h"
+#include "MorvUt/hmrc/fetch/FetchStates.h"
+
+namespace Morv
+{
+
+namespace
+{
+
+[[noreturn]] void ThrowError(const HmrcApi::CAuthorisation::Error& error)
+{
+    throw CommandError(HmrcApi::IsUnreachable(error.code, error.status) ? Exit::HmrcUnreachable : Exit::Refused,
+                       error.code.empty() ? "REFUSED" : error.code,
+                       error.text.empty() ? "HMRC gave no authority" : error.text,
+                       HmrcApi::ActionFor(error.code, error.status));
+}
+
+void Print(const HmrcApi::GatewayState& state)
+{
+    const std::string end = ShownDate(state.grantEnds);
+    PrintLine("%s may read %s records at %s until %s.", state.gateway, state.ScopeInWords(), state.service, end);
+}
+
+} // namespace
+
+void Authorise(const HmrcArguments& arguments, const CommonOptions& options)
+{
+    UseBase(options);
+    if (arguments.gateway.find('\'') != std::string::npos)
+        throw CommandError(Exit::BadInput, "BAD_GATEWAY", "--gateway: a Government Gateway user ID holds no quotes",
+                           "Give the ID as HMRC's letters show it.");
+    const PracticeSession session(arguments.practice, options, Login::Needed);
+    HmrcApi::CAuthorisationStore::CreateGatewayID(arguments.gateway); // false: it is registered already
+    HmrcApi::Logger logger;
+    BrowserCommand browser;
+    HmrcApi::CAuthorisation authorisation(std::make_shared<HmrcApi::CAuthorisationStore>(arguments.gateway),
+                                          std::make_shared<HmrcApi::CScope>(),
+                                          std::make_shared<HmrcApi::CClientData>());
+    authorisation.SetBrowser([&](const std::string& address) {
+        std::fprintf(stderr, "Open this address in a browser and give authority: %s\n", address.c_str());
+        return arguments.browser.empty() || browser.Start(arguments.browser, address);
+    });
+    authorisation.SetCancel([&] { return browser.HasFailed(); });
+    const bool isGiven = authorisation.DoAuthorisation(&logger);
+    if (!isGiven && authorisation.GetLastError().code == "CANCELLED" && browser.HasFailed())
+        throw CommandError(Exit::Refused, "BROWSER_NOT_OPENED",
+                           "--browser: the command ended with exit code " + std::to_string(browser.GetExit()),
+                           "Name a command that opens the address given to it, or leave the option out and open it "
+                           "yourself.");
+    if (!isGiven)
+        ThrowError(authorisation.GetLastError());
+    const HmrcApi::GatewayState state = HmrcApi::ReadGatewayState(arguments.gateway);
+    if (options.json)
+        PrintJson(ToJson(state));
+    else
+        Print(state);
+}
+
+} // namespace Morv

@@ -1,0 +1,68 @@
+#pragma once
+
+// The commands on HMRC's records, each in its own source.
+
+#include <memory>
+#include <string>
+
+#include "Afx/WindowSystem.h"
+#include "Commands.h"
+#include "MorvUt/hmrc/access/GatewayState.h"
+#include "Output.h"
+
+namespace Morv
+{
+
+struct HmrcArguments
+{
+    std::string practice, gateway, browser, chain, client;
+    bool all = false;
+};
+
+void Authorise(const HmrcArguments& arguments, const CommonOptions& options);
+Exit Fetch(const HmrcArguments& arguments, const CommonOptions& options);
+Exit Create(const HmrcArguments& arguments, const CommonOptions& options);
+void Differences(const HmrcArguments& arguments, const CommonOptions& options);
+void ShowLog(const HmrcArguments& arguments, const CommonOptions& options);
+
+/// --base, for the commands that ask HMRC.
+void UseBase(const CommonOptions& options);
+
+Json ToJson(const HmrcApi::GatewayState& gateway);
+
+/// While it lives, message boxes are answered as on the console and not printed: the command itself says what they say.
+class QuietMessages
+{
+public:
+    QuietMessages();
+    ~QuietMessages();
+    QuietMessages(const QuietMessages&) = delete;
+    QuietMessages& operator=(const QuietMessages&) = delete;
+
+private:
+    std::unique_ptr<Afx::WindowSystem> m_before;
+};
+
+/// What one command did for many clients.
+struct Tally
+{
+    int clients = 0, ok = 0;
+
+    Exit Result() const { return ok == clients ? Exit::Done : Exit::Refused; }
+    Json ToJson() const { return {{"clients", clients}, {"ok", ok}, {"failed", clients - ok}}; }
+};
+
+/// "3 of 12" on a terminal's standard error while many clients are worked through.
+class Progress
+{
+public:
+    Progress(const CommonOptions& options, std::size_t all);
+    ~Progress();
+    void Next();
+
+private:
+    bool m_isShown;
+    std::size_t m_at = 0, m_all;
+};
+
+} // namespace Morv

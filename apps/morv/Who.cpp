@@ -1,0 +1,41 @@
+#include "Who.h"
+
+#include "ArgumentChecks.h"
+#include "CommandError.h"
+#include "Output.h"
+
+namespace Morv
+{
+
+namespace
+{
+
+CommandError Unknown(const char* option, const char* what, const std::string& codeOrId)
+{
+    return {Exit::BadInput, "UNKNOWN_CLIENT",
+            std::string(option) + ": there is no " + what + " with code or number " + Quoted(codeOrId),
+            "morv client list shows who there is."};
+}
+
+} // namespace
+
+ClientView ClientOf(const std::string& codeOrId)
+{
+    if (const auto found = FindClient(codeOrId))
+        return *found;
+    throw Unknown("--client", "client", codeOrId);
+}
+
+ClientView PartnershipOf(const std::string& codeOrId)
+{
+    if (const auto found = FindPartnership(codeOrId))
+        return *found;
+    throw Unknown("--partnership", "partnership", codeOrId);
+}
+
+CLI::Option* AddClientOption(CLI::App& command, std::string& codeOrId)
+{
+    return command.add_option("--client", codeOrId, "Client (code, or number in the list)")->check(NotEmpty());
+}
+
+} // namespace Morv

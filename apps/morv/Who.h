@@ -1,0 +1,21 @@
+#pragma once
+
+// Whom a command is about.
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+
+#include "MorvUt/context/ClientView.h"
+
+namespace Morv
+{
+
+/// The client, or the partnership, that a user named by code or number. Throws CommandError when there is none.
+ClientView ClientOf(const std::string& codeOrId);
+ClientView PartnershipOf(const std::string& codeOrId);
+
+/// --client, read into `codeOrId`.
+CLI::Option* AddClientOption(CLI::App& command, std::string& codeOrId);
+
+} // namespace Morv

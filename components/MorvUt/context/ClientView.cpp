@@ -1,0 +1,166 @@
+#include "MorvUt/context/ClientView.h"
+
+#include <charconv>
+#include <stdexcept>
+
+#include "Afx/TextFold.h"
+#include "MorvUt/identifiers/TaxIdentifiers.h"
+#include "Quarry/Session.h"
+
+namespace
+{
+
+struct KindName
+{
+    KindOfClient kind;
+    const char* name;
+    const char* entityType; // of a client; null: a partnership
+};
+
+constexpr KindName kKinds[] = {
+    {KindOfClient::Individual, "individual", "Individual"},
+    {KindOfClient::Trust, "trust", "Trust"},
+    {KindOfClient::Estate, "estate", "Estate"},
+    {KindOfClient::Partnership, "partnership", nullptr},
+    {KindOfClient::Llp, "llp", nullptr},
+};
+
+const KindName& RowOf(KindOfClient kind) noexcept
+{
+    for (const KindName& row : kKinds)
+        if (row.kind == kind)
+            return row;
+    return kKinds[0];
+}
+
+/// 0 when the text is no row id: a plain number.
+long IdOf(const std::string& text)
+{
+    long id = 0;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), id);
+    const bool isPlain = read.ec == std::errc() && read.ptr == text.data() + text.size() && text.front() != '0';
+    return isPlain && id > 0 ? id : 0;
+}
+
+template<class Rows>
+std::optional<ClientView> Find(const std::string& codeOrId)
+{
+    Rows rows;
+    std::optional<ClientView> inAnyCase; // as the database compares
+    for (rows.Open({{Rows::kCode, codeOrId}}); !rows.IsEOL(); rows.MoveNext()) {
+        if (rows.GetCode() == codeOrId.c_str())
+            return ViewOf(rows);
+        inAnyCase = ViewOf(rows);
+    }
+    const long id = IdOf(codeOrId);
+    return id != 0 && rows.Open({{0, id}}) ? std::optional(ViewOf(rows)) : inAnyCase;
+}
+
+template<class Rows>
+bool HasCode(const CString& code)
+{
+    return Rows().Open({{Rows::kCode, code}}); // the database compares without regard to case
+}
+
+CString WhyNotCode(const CString& code)
+{
+    return HasCode<Brix::CClient>(code) || HasCode<Brix::CPartnership>(code)
+               ? CString("There is a client or partnership with this code already.")
+               : CString();
+}
+
+void Fill(Brix::CClient& row, const ClientView& wanted)
+{
+    row.SetNINumber(wanted.nationalInsuranceNumber);
+    row.SetTrust(wanted.kind != KindOfClient::Individual);
+    row.SetEntityType(RowOf(wanted.kind).entityType);
+}
+
+void Fill(Brix::CPartnership& row, const ClientView& wanted) { row.SetLLP(wanted.kind == KindOfClient::Llp); }
+
+template<class Rows>
+ClientView Add(const ClientView& wanted)
+{
+    Rows row;
+    row.AddNew();
+    row.SetCode(wanted.code);
+    row.SetName(wanted.name);
+    row.SetUTR(wanted.utr);
+    row.SetActive(true);
+    Fill(row, wanted);
+    row.Update();
+    return ViewOf(row);
+}
+
+} // namespace
+
+const char* NameOf(KindOfClient kind) noexcept { return RowOf(kind).name; }
+
+std::optional<KindOfClient> KindOfClientNamed(const std::string& name) noexcept
+{
+    for (const KindName& row : kKinds)
+        if (Afx::EqualNoCase(row.name, name))
+            return row.kind;
+    return std::nullopt;
+}
+
+ClientView ViewOf(const Brix::CClient& client)
+{
+    const KindOfClient kind = !client.GetTrust()                                    ? KindOfClient::Individual
+                              : client.GetEntityType().CompareNoCase("Estate") == 0 ? KindOfClient::Estate
+                                                                                    : KindOfClient::Trust;
+    return {client.GetID(), client.GetCode(), client.GetName(), kind, client.GetNINumber(), client.GetUTR()};
+}
+
+ClientView ViewOf(const Brix::CPartnership& partnership)
+{
+    return {partnership.GetID(),
+            partnership.GetCode(),
+            partnership.GetName(),
+            partnership.GetLLP() ? KindOfClient::Llp : KindOfClient::Partnership,
+            {},
+            partnership.GetUTR()};
+}
+
+std::vector<ClientView> ListClients()
+{
+    std::vector<ClientView> list;
+    Brix::CClient clients;
+    for (clients.Open(); !clients.IsEOL(); clients.MoveNext())
+        list.push_back(ViewOf(clients));
+    Brix::CPartnership partnerships;
+    for (partnerships.Open(); !partnerships.IsEOL(); partnerships.MoveNext())
+        list.push_back(ViewOf(partnerships));
+    return list;
+}
+
+std::optional<ClientView> FindClient(const std::string& codeOrId) { return Find<Brix::CClient>(codeOrId); }
+
+std::optional<ClientView> FindPartnership(const std::string& codeOrId) { return Find<Brix::CPartnership>(codeOrId); }
+
+CString WhyNotNewClient(const ClientView& wanted)
+{
+    const auto isBlank = [](CString text) { return text.Trim().IsEmpty(); };
+    if (isBlank(wanted.code) || isBlank(wanted.name))
+        return "A client needs a code and a name.";
+    if (!wanted.nationalInsuranceNumber.IsEmpty()) {
+        if (wanted.kind != KindOfClient::Individual)
+            return "Only an individual has a National Insurance number.";
+        if (const CString why = WhyNotNINumber(wanted.nationalInsuranceNumber); !why.IsEmpty())
+            return why;
+    }
+    if (!wanted.utr.IsEmpty())
+        if (const CString why = WhyNotUTR(wanted.utr); !why.IsEmpty())
+            return why;
+    return WhyNotCode(wanted.code);
+}
+
+ClientView AddClient(const ClientView& wanted)
+{
+    Quarry::CTransaction transaction(Cellar::Intent::Write);
+    if (const CString why = WhyNotNewClient(wanted); !why.IsEmpty())
+        throw std::invalid_argument(why.Str());
+    const ClientView added = wanted.IsPartnership() ? Add<Brix::CPartnership>(wanted) : Add<Brix::CClient>(wanted);
+    transaction.Commit();
+    return added;
+}

@@ -1,0 +1,104 @@
+#include "MorvUt/hmrc/fetch/FetchStates.h"
+
+#include <algorithm>
+
+#include "MorvUt/hmrc/schedules/Matching.h"
+
+namespace HmrcApi
+{
+namespace
+{
+
+struct StateWords
+{
+    GroupState state;
+    const char* name;
+    const char* text; // with the group's name
+};
+
+constexpr StateWords kStates[] = {
+    {GroupState::Unknown, "unknown", ""},
+    {GroupState::There, "there", ""},
+    {GroupState::NotReconciled, "notReconciled",
+     "HMRC holds no %s records for this year yet: it reconciles a year from June to November after its end."},
+    {GroupState::Gone, "gone",
+     "HMRC no longer holds %s records for this year: they go once the return has been processed."},
+    {GroupState::NotRegistered, "notRegistered", "HMRC holds no %s records of this client for this year."},
+};
+
+const StateWords& WordsOf(GroupState state) noexcept
+{
+    for (const StateWords& words : kStates)
+        if (words.state == state)
+            return words;
+    return kStates[0];
+}
+
+template<class Item>
+int CountLive(const std::vector<Item>& items)
+{
+    return static_cast<int>(
+        std::count_if(items.begin(), items.end(), [](const Item& item) { return !item.isWithdrawn; }));
+}
+
+void Count(const std::vector<Match>& matches, ItemCounts& counts)
+{
+    for (const Match& match : matches)
+        if (match.state == Match::State::New)
+            ++counts.notInReturn;
+        else if (match.schedule != kNoSchedule)
+            ++counts.inReturn;
+}
+
+} // namespace
+
+const char* NameOf(GroupState state) noexcept { return WordsOf(state).name; }
+
+CString FetchedGroup::WhyNothing() const
+{
+    CString text;
+    if (const char* const words = WordsOf(state).text; *words)
+        text.Format(words, name);
+    return text;
+}
+
+GroupState StateOfNothing(short year, bool hasStaged, bool isFinalised, const Kiln::CDate& today)
+{
+    if (hasStaged)
+        return GroupState::Gone;
+    if (today < Kiln::CDate(year, 12, 1))
+        return GroupState::NotReconciled;
+    return isFinalised ? GroupState::Gone : GroupState::NotRegistered;
+}
+
+ItemCounts CountItems(const StagedYear& staged, const ReturnYear& own)
+{
+    ItemCounts counts;
+    counts.items = CountLive(staged.employments) + CountLive(staged.pensions) + CountLive(staged.allowances);
+    for (const StagedEmployment& employment : staged.employments)
+        if (!employment.isWithdrawn)
+            counts.items += CountLive(employment.benefits);
+    Count(MatchEmployments(staged, own), counts);
+    Count(MatchPensions(staged, own), counts);
+    return counts;
+}
+
+bool IsUnreachable(const std::string& code, const std::string& status) noexcept
+{
+    return status.empty() && (code == "NO_CONNECTION" || code == "TIMED_OUT" || code == "ANSWER_INCOMPLETE");
+}
+
+bool IsUnreachable(const CAPIErrorHandler& errors)
+{
+    for (const auto& group : errors.GetGroups()) {
+        const auto isAnswer = [](const CAPIError& error) {
+            const std::string& cause = error.GetCode() == "NO_CREDENTIALS" ? error.GetField() : error.GetCode();
+            return !IsUnreachable(cause, error.GetHttpStatus());
+        };
+        if (group.errors.empty() || std::any_of(group.errors.begin(), group.errors.end(), isAnswer))
+            return false;
+    }
+    return !errors.GetGroups().empty();
+}
+
+} // namespace HmrcApi

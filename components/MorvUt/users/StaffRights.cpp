@@ -1,0 +1,101 @@
+#include "MorvUt/users/StaffRights.h"
+
+#include <map>
+#include <stdexcept>
+
+#include "Brix/Records.h"
+#include "MorvUt/users/detail/LoggedIn.h"
+#include "MorvUt/users/UserData.h"
+#include "Quarry/Session.h"
+
+namespace
+{
+
+constexpr char kAdministrator[] = "AdminMorv"; // built in
+
+std::vector<CString> GroupsOf(const CString& userId)
+{
+    std::vector<CString> groups;
+    Brix::CGroupUser members;
+    for (members.Open({{Brix::CGroupUser::kUserID, userId}}); !members.IsEOL(); members.MoveNext()) {
+        Brix::CGroup group;
+        if (group.Open({{0, members.GetGroupID()}}))
+            groups.push_back(group.GetName());
+    }
+    return groups;
+}
+
+StaffMember Read(const Brix::CUser& user)
+{
+    StaffMember member{user.GetUserID(), user.GetFullName(), user.GetRole(), GroupsOf(user.GetUserID()), {}};
+    const auto rows = Users::ReadPermissionRows(member.id, member.role);
+    const std::map<int, bool> allowed(rows.rbegin(), rows.rend()); // of two rows the last counts, as when logging in
+    for (const auto& permission : CUserData::GetPermissionQueries()) {
+        const auto row = allowed.find(permission.number);
+        member.rights.push_back({permission.number, permission.name, row != allowed.end() && row->second});
+    }
+    return member;
+}
+
+void AllowAll(const CString& userId)
+{
+    Brix::CUserPermissions rows;
+    for (const auto& permission : CUserData::GetPermissionQueries()) {
+        rows.AddNew();
+        rows.SetUserID(userId);
+        rows.SetPermission(permission.number);
+        rows.SetAllowed(true);
+        rows.Update();
+    }
+}
+
+} // namespace
+
+std::vector<StaffMember> ListStaff()
+{
+    std::vector<StaffMember> list;
+    Brix::CUser users;
+    for (users.Open({}, {{Brix::CUser::kUserID}}); !users.IsEOL(); users.MoveNext())
+        if (users.GetListed())
+            list.push_back(Read(users));
+    return list;
+}
+
+std::optional<StaffMember> FindStaff(const CString& id)
+{
+    Brix::CUser user;
+    return user.Open({{Brix::CUser::kUserID, id}}) ? std::optional(Read(user)) : std::nullopt;
+}
+
+CString WhyNotNewStaff(const CString& id, const CString& name, const CString& role)
+{
+    const auto isBlank = [](CString text) { return text.Trim().IsEmpty(); };
+    if (isBlank(id) || isBlank(name))
+        return "A user needs an id and a name.";
+    if (id.CompareNoCase(kAdministrator) == 0)
+        return "This id is built in.";
+    if (Brix::CUser().Open({{Brix::CUser::kUserID, id}}))
+        return "There is a user with this id already.";
+    if (!role.IsEmpty() && !Brix::CUserRole().Open({{Brix::CUserRole::kRole, role}}))
+        return "The practice has no such role.";
+    return {};
+}
+
+StaffMember AddStaff(const CString& id, const CString& name, const CString& role)
+{
+    Quarry::CTransaction transaction(Cellar::Intent::Write);
+    if (const CString why = WhyNotNewStaff(id, name, role); !why.IsEmpty())
+        throw std::invalid_argument(why.Str());
+    const bool isFirst = !Brix::CUser().Open();
+    Brix::CUser user;
+    user.AddNew();
+    user.SetUserID(id);
+    user.SetFullName(name);
+    user.SetRole(role);
+    user.SetListed(true);
+    user.Update();
+    if (isFirst && role.IsEmpty())
+        AllowAll(id);
+    transaction.Commit();
+    return *FindStaff(id);
+}

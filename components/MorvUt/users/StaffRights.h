@@ -1,0 +1,40 @@
+#pragma once
+
+// Who works in the practice and what each may do, for lists. Whoever is logged in: see UserData.h.
+
+#include <optional>
+#include <vector>
+
+#include "Afx/CString.h"
+#include "MorvUt/Export.h"
+
+struct StaffRight
+{
+    int number = 0;
+    const char* name = ""; // of the query in CUserData
+    bool isAllowed = false;
+};
+
+struct StaffMember
+{
+    CString id, name;
+    CString role; // empty: none
+    std::vector<CString> groups;
+    std::vector<StaffRight>
+        rights; // all of them, in the order of their numbers: the role's, without one the user's own
+};
+
+// These read the current connection and throw Cellar::DatabaseError.
+
+/// The listed users by id.
+MORVUT_API std::vector<StaffMember> ListStaff();
+/// Listed or not, by id in any case.
+MORVUT_API std::optional<StaffMember> FindStaff(const CString& id);
+
+/// Why there cannot be a new user of these: no id or name, an id that one has already (in any case) or that is built
+/// in, a role that the practice has not. Empty when nothing is wrong.
+MORVUT_API CString WhyNotNewStaff(const CString& id, const CString& name, const CString& role);
+/// Adds a listed user. Without a role the first user of a practice has all rights, since somebody must be able to work,
+/// and a later one none. Throws std::invalid_argument with the answer of
+/// WhyNotNewStaff, which it asks again within its transaction.
+MORVUT_API StaffMember AddStaff(const CString& id, const CString& name, const CString& role);
