@@ -110,6 +110,14 @@ TEST_F(AuthorisationStore, ShowsBeforehandThatThereIsNoRoom)
     EXPECT_FALSE(store.Rehearse());
     EXPECT_TRUE(store.GetProblem().starts_with("the disk is full")) << store.GetProblem();
     EXPECT_TRUE(store.LockStore() && store.UnlockStore()) << "its lock still goes";
+    Quarry::GetConnection().Query("PRAGMA max_page_count = 100000", {});
+    const auto reader = Cellar::CConnection::Open(Quarry::GetConnection().GetConnectionText());
+    Quarry::GetConnection().SetBusyTimeout(1);
+    reader->Query("BEGIN", {});
+    reader->Query("SELECT COUNT(*) FROM MTDAuthorisation", {});
+    EXPECT_FALSE(store.Rehearse()) << "the log cannot be written from its beginning";
+    EXPECT_TRUE(store.IsBusy());
+    EXPECT_EQ(store.GetProblem(), "");
 }
 
 TEST_F(AuthorisationStore, DatesTheConsentAndNotTheRefresh)
@@ -127,12 +135,49 @@ TEST_F(AuthorisationStore, DatesTheConsentAndNotTheRefresh)
     CAuthorisationStore fresh = Authorised("NEW");
     EXPECT_TRUE(fresh.UpdateTokens());
     EXPECT_EQ(Query("SELECT dtGranted FROM MTDAuthorisation WHERE strGatewayID = 'NEW'"), "2024-05-01 09:30:00.000");
+    Sql("UPDATE MTDAuthorisation SET strService = NULL"); // from before services were kept
+    store.SetService("https://api.service.hmrc.gov.uk");
+    EXPECT_EQ(granted(Store::Authorised, 14).substr(0, 23), "2024-05-01 09:30:00.000") << "no new consent";
     store.SetService("https://other");
     EXPECT_EQ(granted(Store::Authorised, 15), "2024-05-01 15:30:00.000|2024-05-01 15:30:00.000, "
                                               "2024-05-01 09:30:00.000|2024-05-01 09:30:00.000");
     ASSERT_TRUE(fresh.LoadTokens() && CAuthorisationStore(store).LoadTokens());
     EXPECT_EQ(fresh.GetService(), "");
-    EXPECT_EQ(Query("SELECT strService, nAuthorisedStatus FROM MTDAuthorisation WHERE lID = 7"), "https://other|1");
+    EXPECT_TRUE(Authorised().UpdateTokens()) << "by the setters of any store";
+    EXPECT_EQ(Query("SELECT strService, nAuthorisedStatus, dtGranted FROM MTDAuthorisation WHERE lID = 7"),
+              "https://other|1|2024-05-01 15:30:00.000");
+    store.SetAuthenticatedTimestamp(COleDateTime(2024, 5, 1, 16, 30, 0));
+    EXPECT_TRUE(store.UpdateConsent()) << "the same service once more";
+    EXPECT_EQ(Query("SELECT dtGranted, nAuthorisedStatus FROM MTDAuthorisation WHERE lID = 7"),
+              "2024-05-01 16:30:00.000|1");
+}
+
+TEST_F(AuthorisationStore, WritesOverWhatItReadOnly)
+{
+    using Update = HmrcApi::IGrantStore::Update;
+    const ::Test::Case<const char*, Update> rows[] = {
+        {"UPDATE MTDAuthorisation SET strScope = 'x'", Update::Done, "still the same tokens"},
+        {"UPDATE MTDAuthorisation SET vbAccessToken = x'09'", Update::Replaced, "a newer consent"},
+        {"UPDATE MTDAuthorisation SET nAuthorisedStatus = 0", Update::Replaced, "ended"},
+        {"DELETE FROM MTDAuthorisation", Update::Replaced, "deleted: it does not come back"},
+        {"ALTER TABLE MTDAuthorisation RENAME TO Away", Update::Failed, "the database fails"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        CAuthorisationStore store = Authorised();
+        ASSERT_TRUE(store.UpdateTokens() && store.LoadTokens());
+        Quarry::GetConnection().Script(row.in);
+        store.SetRefreshToken({5});
+        EXPECT_EQ(store.UpdateLoaded(), row.out);
+        if (row.out == Update::Failed)
+            continue;
+        EXPECT_EQ(Query("SELECT 1 FROM MTDAuthorisation WHERE vbRefreshToken = x'05'") == "1", row.out == Update::Done);
+    }
+    CAuthorisationStore unread = Authorised();
+    EXPECT_FALSE(unread.LoadTokens());
+    EXPECT_NE(unread.GetProblem(), "");
+    Sql("ALTER TABLE Away RENAME TO MTDAuthorisation");
+    EXPECT_EQ(unread.UpdateLoaded(), Update::Replaced) << "nothing was read that it could go over";
 }
 
 TEST_F(AuthorisationStore, LocksOnceForAllObjects)
