@@ -41,8 +41,8 @@ constexpr LockTable kLocks = {
     .mark = "MorvUt.TokenLock",
     .insert =
         "INSERT INTO MTDAuthorisationLock ( lMTDAuthorisationID, strUserID, strWorkstation ) VALUES ( %ld, %s, %s )",
-    .insertNobody = "INSERT INTO MTDAuthorisationLock ( lMTDAuthorisationID, strUserID, strWorkstation, ConnectionID ) "
-                    "VALUES ( %ld, %s, %s, NULL )",
+    .claim = "UPDATE MTDAuthorisationLock SET ConnectionID = -ConnectionID WHERE lMTDAuthorisationID = %ld "
+             "AND ConnectionID = %I64d",
     .select = "SELECT [strUserID], [strWorkstation], [dtLocked], [ConnectionID], GETUTCDATE() AS [dtNow] "
               "FROM MTDAuthorisationLock WHERE lMTDAuthorisationID = %ld",
     .remove = "DELETE FROM MTDAuthorisationLock WHERE lMTDAuthorisationID = %ld",
@@ -263,15 +263,12 @@ bool CAuthorisationStore::FindRowId(Cellar::CConnection& connection)
 
 bool CAuthorisationStore::LockStore()
 {
-    if (m_lock.IsHeld())
-        return false;
-    TryAside([&](Cellar::CConnection& connection) {
-        const bool isTaken = FindRowId(connection) && m_lock.Take(connection, m_rowId, CUserData::m_strUser.Str());
-        if (const auto& cleared = m_lock.GetCleared())
-            LogClearedLock(*cleared);
-        return isTaken;
+    const bool isTaken = Try([&](Cellar::CConnection& connection) {
+        return FindRowId(connection) && m_lock.Take(connection, m_rowId, CUserData::m_strUser.Str());
     });
-    return m_lock.IsHeld();
+    if (const auto cleared = m_lock.TakeCleared())
+        LogClearedLock(*cleared);
+    return isTaken;
 }
 
 void CAuthorisationStore::LogClearedLock(const LockHolder& holder) const
@@ -287,7 +284,7 @@ bool CAuthorisationStore::UnlockStore()
 {
     if (m_rowId == 0 || !m_lock.IsHeld())
         return true;
-    return TryAside([&](Cellar::CConnection& connection) {
+    return Try([&](Cellar::CConnection& connection) {
         m_lock.Release(connection);
         return true;
     });

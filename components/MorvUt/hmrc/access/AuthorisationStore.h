@@ -33,11 +33,11 @@ public:
     /// the row was not authorised before, or for another service than the one set here. False, with nothing kept for
     /// sure, on any exception.
     bool UpdateTokens() override;
-    /// Takes the lock; false when it is held, also by this object. A lock that was left behind is cleared, which is
-    /// logged, and the lock tried again: at once when its program of this workstation no longer runs, never while that
-    /// runs, after 150 seconds when nobody can be asked.
+    /// Takes the lock; false when it is held, also by this object unless it gave it up before. A lock that was left
+    /// behind is cleared, which is logged, and the lock tried again: at once when its program of this workstation no
+    /// longer runs, never while that runs, after 150 seconds when nobody can be asked.
     bool LockStore() override;
-    /// True when this object holds no lock afterwards.
+    /// True when this object holds no lock afterwards. False when its row could not be removed; LockStore does it then.
     bool UnlockStore() override;
     /// Asks the database each time. Throws Cellar::DatabaseError.
     bool HasAuthenticatedGatewayID() const override;
