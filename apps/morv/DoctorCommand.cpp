@@ -109,7 +109,7 @@ Finding CheckTokens(const std::string&)
         Quarry::GetConnection(),
         "SELECT strGatewayID, nAuthorisedStatus, strService FROM MTDAuthorisation ORDER BY strGatewayID");
     if (rows.GetCount() == 0)
-        return {"tokens", true, "no Government Gateway ID is registered yet", ""};
+        return {"tokens", true, "no Government Gateway user ID is registered yet", ""};
     std::string authorised, lapsed;
     for (; !rows.IsEOL(); rows.MoveNext()) {
         const bool isAuthorised = rows.GetShort("nAuthorisedStatus") == 1;

@@ -1,5 +1,6 @@
 #include "Afx/SignalGuard.h"
 
+#include <atomic>
 #include <csignal>
 #include <cstddef>
 #include <mutex>
@@ -12,13 +13,25 @@ namespace
 constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
 constexpr std::size_t kCount = sizeof kSignals / sizeof *kSignals;
 
-volatile std::sig_atomic_t g_waiting[kCount];
+std::atomic<bool> g_waiting[kCount];
+std::atomic<bool> g_isHeld; // a guard lives
+static_assert(std::atomic<bool>::is_always_lock_free, "a handler uses them");
+
+/// Each that waits takes its course once, whoever comes first.
+void Release()
+{
+    for (std::size_t i = 0; i < kCount; ++i)
+        if (g_waiting[i].exchange(false))
+            std::raise(kSignals[i]);
+}
 
 void Remember(int signal)
 {
     for (std::size_t i = 0; i < kCount; ++i)
         if (kSignals[i] == signal)
-            g_waiting[i] = 1;
+            g_waiting[i] = true;
+    if (!g_isHeld) // it came on its way here when the last guard ended, which may have looked before
+        Release();
 }
 
 /// A handler, since a mask would hold back the signals of one thread only: the process's go to any other.
@@ -34,8 +47,8 @@ struct Hold
         remember.sa_handler = &Remember;
         remember.sa_flags = SA_RESTART;
         sigemptyset(&remember.sa_mask);
+        g_isHeld = true;
         for (std::size_t i = 0; i < kCount; ++i) {
-            g_waiting[i] = 0;
             sigaction(kSignals[i], nullptr, &before[i]);
             if (before[i].sa_handler != SIG_IGN)
                 sigaction(kSignals[i], &remember, nullptr);
@@ -46,6 +59,7 @@ struct Hold
     {
         for (std::size_t i = 0; i < kCount; ++i)
             sigaction(kSignals[i], &before[i], nullptr);
+        g_isHeld = false;
     }
 };
 
@@ -74,11 +88,7 @@ SignalGuard::~SignalGuard()
             return;
         hold.End();
     }
-    for (std::size_t i = 0; i < kCount; ++i)
-        if (g_waiting[i] != 0) {
-            g_waiting[i] = 0;
-            std::raise(kSignals[i]);
-        }
+    Release(); // another thread's guard may have begun by now, and holds them back in its turn
 }
 
 bool SignalGuard::IsSignalWaiting() noexcept

@@ -1,6 +1,7 @@
 #include "Afx/SignalGuard.h"
 
 #include <atomic>
+#include <mutex>
 
 #include "Afx/Platform.h"
 
@@ -26,19 +27,30 @@ BOOL WINAPI Remember(DWORD event)
     return FALSE;
 }
 
+/// Of the number of guards and the handler together.
+std::mutex& TheMutex()
+{
+    static auto& mutex = *new std::mutex;
+    return mutex;
+}
+
 } // namespace
 
 SignalGuard::SignalGuard()
 {
+    const std::lock_guard lock(TheMutex());
     if (g_guards++ == 0)
         SetConsoleCtrlHandler(&Remember, TRUE);
 }
 
 SignalGuard::~SignalGuard()
 {
-    if (--g_guards > 0)
-        return;
-    SetConsoleCtrlHandler(&Remember, FALSE);
+    {
+        const std::lock_guard lock(TheMutex());
+        if (--g_guards > 0)
+            return;
+        SetConsoleCtrlHandler(&Remember, FALSE);
+    }
     const DWORD event = g_waiting.exchange(kNone);
     if (event == CTRL_C_EVENT || event == CTRL_BREAK_EVENT)
         GenerateConsoleCtrlEvent(event, 0);

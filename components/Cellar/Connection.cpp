@@ -1,5 +1,7 @@
 #include "Cellar/Connection.h"
 
+#include <exception>
+#include <stdexcept>
 #include <unordered_map>
 #include <utility>
 
@@ -122,6 +124,8 @@ void CConnection::Script(std::string_view statements)
 void CConnection::LockTable(const SqlText& table)
 {
     State& state = *m_state;
+    if (IsAside())
+        throw std::logic_error("a table is locked by a statement that stands aside from the transaction");
     state.Reporting("", [&] {
         if (state.levels.GetCount() == 0)
             throw DatabaseError(DatabaseError::Category::Other, "", "a table is locked within a transaction only", "");
@@ -154,15 +158,24 @@ void CConnection::RollbackTo(int level)
     const std::shared_ptr<State> state = m_state; // the hook may close the connection
     if (level < 1 || level > state->levels.GetCount())
         return;
+    std::exception_ptr problem;
     while (state->levels.GetCount() >= level)
-        state->levels.Rollback();
+        try {
+            state->levels.Rollback();
+        } catch (...) {
+            if (!problem)
+                problem = std::current_exception();
+        }
     if (state->rollbackHook)
         state->rollbackHook();
+    if (problem)
+        std::rethrow_exception(problem);
 }
 
 int CConnection::GetLevel() const noexcept { return m_state->levels.GetCount(); }
 bool CConnection::HasUnsavedWrites() const noexcept { return m_state->levels.HasWrites(); }
 bool CConnection::HasBegun() const noexcept { return m_state->levels.HasBegun(); }
+bool CConnection::IsAside() const noexcept { return m_state->levels.IsAside(); }
 std::uint64_t CConnection::GetEpoch() const noexcept { return m_state->levels.GetEpoch(); }
 
 std::int64_t CConnection::GetSessionId() { return m_state->driver->GetSessionId(); }

@@ -77,7 +77,7 @@ public:
     void Begin(Intent intent = Intent::Read);
     void Commit();              // nothing when no level is open
     void Rollback();            // the innermost level; nothing when no level is open
-    void RollbackTo(int level); // this level and all within it; nothing when it is not open
+    void RollbackTo(int level); // this level and all within it, whatever the engine says; nothing when it is not open
     int GetLevel() const noexcept;
     /// The open levels hold a write that is not durable yet.
     bool HasUnsavedWrites() const noexcept;
@@ -90,7 +90,7 @@ public:
     /// While it lives, statements stand aside from the open levels: each commits by itself, is seen by others at once,
     /// and no rollback takes it. For what must outlast the user's Cancel: tokens, log lines, locks. Throws
     /// std::logic_error once the levels have begun, since the engine would take the statement into them; so do
-    /// transactions inside it.
+    /// transactions, locks on tables and new ids inside it.
     class CELLAR_API Aside
     {
     public:
@@ -102,6 +102,7 @@ public:
     private:
         std::shared_ptr<State> m_state;
     };
+    bool IsAside() const noexcept;
 
     /// The number that marks this connection in lock rows (@@SPID); the first call may write.
     std::int64_t GetSessionId();
@@ -114,7 +115,7 @@ public:
     /// Told of each statement of Execute that changed something, in T-SQL, unless suspended; null removes the hook.
     void OnDirectStatement(std::function<void(std::string_view statement)> hook);
     bool AreDirectEventsSuspended() const noexcept;
-    /// Told after a rollback, once for all levels that it undid; null removes the hook.
+    /// Told after a rollback, also one that threw, once for all levels that it undid; null removes the hook.
     void OnRollback(std::function<void()> hook);
     /// Told of everything that is sent to the engine, in its own dialect and without values, BEGIN, COMMIT and
     /// savepoints included; null removes the hook. For measuring.

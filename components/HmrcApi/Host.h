@@ -13,9 +13,9 @@
 namespace HmrcApi
 {
 
-/// The OAuth tokens of one Government Gateway ID, and the lock that keeps two workstations from refreshing at once.
-/// Tokens are held and stored enciphered, as CAuthorisation::EncryptToken makes them. The getters and setters work on a
-/// copy in memory: LoadTokens reads it from where it rests, UpdateTokens writes it there.
+/// The OAuth tokens of one Government Gateway user ID, and the lock that keeps two workstations from refreshing at
+/// once. Tokens are held and stored enciphered, as CAuthorisation::EncryptToken makes them. The getters and setters
+/// work on a copy in memory: LoadTokens reads it from where it rests, UpdateTokens writes it there.
 class HMRCAPI_API IAuthorisationStore
 {
 public:
@@ -49,19 +49,37 @@ public:
     virtual void SetRetryDelay(std::uint32_t milliseconds) = 0;
 };
 
+/// HMRC's production service, as grants keep it; also that of grants which name none.
+inline constexpr char kProductionService[] = "https://api.service.hmrc.gov.uk";
+
 /// What a store may do beside IAuthorisationStore. Without it tokens count as those of HMRC's production service, a
-/// refresh cannot name who holds the lock, and nothing shows beforehand that the store has no room.
+/// refresh cannot name who holds the lock, what another stores in the moment before an update is written over, and
+/// nothing shows beforehand that the store has no room.
 class HMRCAPI_API IGrantStore
 {
 public:
+    enum class Update : std::int8_t
+    {
+        Failed,
+        Done,
+        Replaced // what was to be written over is not there any more; nothing was written
+    };
+
     virtual ~IGrantStore();
-    /// The service that gave the tokens; empty: not known. Loaded and updated with them.
+    /// The service that gave the tokens; empty: not known, and an update leaves the stored one.
     virtual std::string GetService() = 0;
     virtual void SetService(const std::string& service) = 0;
-    /// True when new tokens can be stored now, however long they are. Changes nothing. Called with the lock held.
+    /// Writes the tokens, never the service, over what LoadTokens read last, in one step with the test that tokens and
+    /// status are still those.
+    virtual Update UpdateLoaded() = 0;
+    /// Writes tokens and service as a new consent's, with its time, over whatever is there; makes the row if need be.
+    virtual bool UpdateConsent() = 0;
+    /// True when new tokens can be stored now, however long they are. Changes nothing that is read.
     virtual bool Rehearse() = 0;
     /// Why the last operation failed, for people, when waiting does not help: no room, no right. Else empty.
     virtual std::string GetProblem() = 0;
+    /// The last operation failed because another program has the database.
+    virtual bool IsBusy() = 0;
     /// False when nobody holds the lock, or it cannot be told.
     virtual bool GetLockHolder(std::string& workstation, std::string& user) = 0;
 };

@@ -71,8 +71,9 @@ void AppendOrder(SqlText& statement, const Table& table, std::span<const Sort> s
             statement += SqlText("CASE WHEN ") + name + " IS NULL THEN 0 ELSE 1 END" + direction + ", ";
         statement += name + direction;
     };
-    for (const Sort& by : sort)
-        append(ColumnOf(table, by.ordinal), by.descending);
+    for (auto by = sort.begin(); by != sort.end(); ++by)
+        if (std::none_of(sort.begin(), by, [&](const Sort& one) { return one.ordinal == by->ordinal; }))
+            append(ColumnOf(table, by->ordinal), by->descending);
     for (const std::size_t position : TextOf(table).key) {
         const Column& column = table.columns[position];
         if (std::none_of(sort.begin(), sort.end(), [&](const Sort& by) { return by.ordinal == column.ordinal; }))
@@ -135,6 +136,8 @@ Where Where::In(int ordinal, const std::vector<long>& numbers)
 
 Where Where::Under(int ordinal, const Table& parent, std::initializer_list<Where> conditions)
 {
+    if (std::string_view(parent.key) != "lID")
+        throw std::logic_error(std::string(parent.sqlName) + ": its rows are not told apart by lID");
     Where where(ordinal, Kind::Under);
     where.m_parent = &parent;
     where.m_conditions = conditions;

@@ -60,7 +60,7 @@ public:
     /// The column equals one of the numbers; with none no row fulfils it. At most 1000.
     static Where In(int ordinal, const std::vector<long>& numbers);
     /// The column holds the lID of a row of `parent` that fulfils all conditions, which are about the parent's columns
-    /// and may go on to the parent's own parent.
+    /// and may go on to the parent's own parent. Throws std::logic_error for a parent of another key.
     static Where Under(int ordinal, const Table& parent, std::initializer_list<Where> conditions);
 
 private:
@@ -88,8 +88,9 @@ struct Sort
 };
 
 /// The rows of one record class that fulfil all conditions, in the order asked for (nulls first, texts without regard
-/// to case), then by key. The list is a copy: what others do afterwards, and a rollback, is not seen until it is opened
-/// again. All operations work on the current connection and throw Cellar::DatabaseError.
+/// to case, a column named again is nothing), then by key. The list is a copy: what others do afterwards, and a
+/// rollback, is not seen until it is opened again. All operations work on the current connection and throw
+/// Cellar::DatabaseError.
 class QUARRY_API CDataList
 {
 public:
@@ -160,7 +161,7 @@ private:
 /// A new id of the table, above its counter and its largest id. Outside a transaction the counter moves by one, in a
 /// transaction of its own; within one by a block, whose ids are given out until a level is rolled back or the outermost
 /// one ends: what is left of it then is forgotten. Throws Cellar::DatabaseError (Other) when 2147483647 has been given
-/// out, and std::logic_error for a table whose key is no single number.
+/// out, and std::logic_error for a table whose key is no single number and aside from open transactions.
 QUARRY_API long NewId(const Table& table);
 
 } // namespace Quarry

@@ -1,5 +1,8 @@
+#include <cstdint>
 #include <limits>
 #include <optional>
+#include <stdexcept>
+#include <string>
 
 #include "Quarry/DataList.h"
 #include "Quarry/detail/IdBlocks.h"
@@ -12,9 +15,11 @@ namespace
 {
 
 constexpr long kBlock = 32; // ids that a transaction takes at once
+constexpr std::int64_t kLargest = std::numeric_limits<std::int32_t>::max();
 
-/// Moves the counter of the table `count` ids on; gives the last of them.
-long TakeIds(Cellar::CConnection& connection, const Table& table, long count)
+/// Moves the counter of the table `count` ids on, and gives the last of them. When there are not as many any more the
+/// counter stays.
+std::optional<long> TakeIds(Cellar::CConnection& connection, const Table& table, long count)
 {
     const TableText& text = TextOf(table);
     if (connection.ExecuteDirectf(text.countUp, count, count, table.sqlName) == 0) {
@@ -29,12 +34,18 @@ long TakeIds(Cellar::CConnection& connection, const Table& table, long count)
     const Cellar::RowSet set =
         connection.Queryf("SELECT [lNext] FROM [BRIXNextID] WHERE [strTable] = %s", table.sqlName);
     const std::int64_t last = set.rows.empty() ? 0 : Cellar::ToInt64(set.rows[0][0]);
-    if (last < count || last > std::numeric_limits<std::int32_t>::max())
-        throw Cellar::DatabaseError(Cellar::DatabaseError::Category::Other, "",
-                                    std::string(table.sqlName) + " has no free id left (the next would be " +
-                                        std::to_string(last) + ")",
-                                    std::string(text.countUp.View()));
-    return static_cast<long>(last);
+    if (last >= count && last <= kLargest)
+        return static_cast<long>(last);
+    connection.ExecuteDirectf("UPDATE [BRIXNextID] SET [lNext] = [lNext] - %ld WHERE [strTable] = %s", count,
+                              table.sqlName);
+    return std::nullopt;
+}
+
+[[noreturn]] void ThrowNoneLeft(const Table& table)
+{
+    throw Cellar::DatabaseError(Cellar::DatabaseError::Category::Other, "",
+                                std::string(table.sqlName) + " has no free id left",
+                                std::string(TextOf(table).countUp.View()));
 }
 
 } // namespace
@@ -44,19 +55,27 @@ long NewId(const Table& table)
     if (TextOf(table).countUp.IsEmpty())
         throw std::logic_error(std::string(table.sqlName) + ": rows are not told apart by one number");
     Cellar::CConnection& connection = GetConnection();
+    if (connection.IsAside())
+        throw std::logic_error(std::string(table.sqlName) + ": an id is taken aside from the transaction");
     const Cellar::SuspendDirectSQLEvents quiet(connection);
     if (connection.GetLevel() == 0) {
         CTransaction transaction(Cellar::Intent::Write);
-        const long id = TakeIds(connection, table, 1);
+        const std::optional<long> id = TakeIds(connection, table, 1);
+        if (!id)
+            ThrowNoneLeft(table);
         transaction.Commit();
-        return id;
+        return *id;
     }
     IdBlock& block = BlockOf(table);
     if (block.left == 0 || block.epoch != connection.GetEpoch()) {
         block.left = 0;
-        block.next = TakeIds(connection, table, kBlock) - kBlock + 1;
-        block.left = kBlock;
-        block.epoch = connection.GetEpoch();
+        long count = kBlock;
+        std::optional<long> last = TakeIds(connection, table, count);
+        if (!last) // towards the end of the numbers one by one
+            last = TakeIds(connection, table, count = 1);
+        if (!last)
+            ThrowNoneLeft(table);
+        block = {*last - count + 1, count, connection.GetEpoch()};
     }
     --block.left;
     return block.next++;

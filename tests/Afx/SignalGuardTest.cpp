@@ -1,5 +1,6 @@
 #include "Afx/SignalGuard.h"
 
+#include <atomic>
 #include <csignal>
 #include <optional>
 #include <thread>
@@ -9,7 +10,7 @@
 namespace
 {
 
-int g_arrived = 0;
+std::atomic<int> g_arrived{0};
 void Count(int) { ++g_arrived; }
 
 } // namespace
@@ -39,4 +40,27 @@ TEST(SignalGuard, HoldsBackUntilTheLastOneEnds)
         outer.reset();
         std::signal(signal, before);
     }
+}
+
+TEST(SignalGuard, LosesNoneWhenGuardsOfTwoThreadsBeginAndEnd)
+{
+    const auto before = std::signal(SIGTERM, &Count);
+    g_arrived = 0;
+    std::atomic<bool> isOver{false};
+    std::thread other([&] {
+        while (!isOver)
+            const Afx::SignalGuard guard;
+    });
+    for (int raised = 1; raised <= 20'000 && g_arrived == raised - 1; ++raised) {
+        {
+            const Afx::SignalGuard guard;
+            std::raise(SIGTERM);
+        }
+        for (int turn = 0; turn < 100'000 && g_arrived != raised; ++turn)
+            std::this_thread::yield();
+    }
+    isOver = true;
+    other.join();
+    EXPECT_EQ(g_arrived, 20'000);
+    std::signal(SIGTERM, before);
 }

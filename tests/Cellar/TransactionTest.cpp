@@ -105,6 +105,7 @@ TEST_F(Transaction, StatementsStandAsideUntilItHasBegun)
         Insert(*connection, 1);
         EXPECT_EQ(Count(*other), 1) << "seen at once";
         EXPECT_THROW(connection->Begin(), std::logic_error);
+        EXPECT_THROW(connection->LockTable("Note"), std::logic_error);
     }
     EXPECT_FALSE(connection->HasUnsavedWrites());
     Insert(*connection, 2);
@@ -177,6 +178,30 @@ TEST_F(Transaction, NothingIsSavedOnLevelsThatTheEngineEnded)
     EXPECT_EQ(connection->GetLevel(), 0);
     Insert(*connection, 3);
     EXPECT_EQ(Count(*other), 1);
+}
+
+/// As after an I/O error: the engine cannot undo the savepoint, and stays in its transaction.
+TEST_F(Transaction, EndsAlthoughASavepointCouldNotBeUndone)
+{
+    int notices = 0;
+    connection->OnRollback([&] { ++notices; });
+    for (const bool isOneByOne : {true, false}) {
+        connection->Begin();
+        connection->Begin();
+        Insert(*connection, 1);
+        connection->Script("RELEASE level2");
+        EXPECT_NE(ErrorOf([&] { connection->RollbackTo(isOneByOne ? 2 : 1); }).GetReason(), "");
+        EXPECT_EQ(notices, 1) << "caches reload all the same";
+        if (isOneByOne) {
+            ErrorOf([&] { Insert(*connection, 2); });
+            connection->Rollback();
+        }
+        EXPECT_EQ(connection->GetLevel(), 0);
+        EXPECT_EQ(Count(*connection), 0);
+        Insert(*other, 3);
+        other->ExecuteDirect("DELETE FROM Note");
+        notices = 0;
+    }
 }
 
 TEST_F(Transaction, AFullDiskLosesNothingThatWasSaved)

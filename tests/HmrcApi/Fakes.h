@@ -2,6 +2,7 @@
 
 // What the plumbing's host and HMRC are in a test.
 
+#include <algorithm>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -36,6 +37,7 @@ struct FakeRow
     bool isLocked = false;
     int failingUpdates = 0;
     std::string problem;                                           // of what fails
+    bool isBusy = false;                                           // why it fails
     std::vector<IAuthorisationStore::AuthorisationStatus> written; // the status of each update
 };
 
@@ -49,17 +51,18 @@ struct FakeStore : IAuthorisationStore, IGrantStore
 
     bool LoadTokens() override
     {
-        copy = row;
+        copy = loaded = row;
         return hasRow;
     }
     bool UpdateTokens() override
     {
+        isConsent = false;
         if (row.failingUpdates > 0)
             return row.failingUpdates-- < 0;
         copy.isLocked = row.isLocked;
         copy.written = row.written;
         copy.written.push_back(copy.status);
-        row = copy;
+        row = loaded = copy;
         return true;
     }
     bool LockStore() override
@@ -97,8 +100,27 @@ struct FakeStore : IAuthorisationStore, IGrantStore
     void SetRetryDelay(std::uint32_t) override {}
     std::string GetService() override { return copy.service; }
     void SetService(const std::string& service) override { copy.service = service; }
-    bool Rehearse() override { return hasRoom; }
+    Update UpdateLoaded() override
+    {
+        // `copy` has the new tokens already, `loaded` has what they go over
+        if (!hasRow || row.access != loaded.access || row.status != loaded.status)
+            return Update::Replaced;
+        return UpdateTokens() ? Update::Done : Update::Failed;
+    }
+    bool UpdateConsent() override
+    {
+        const bool isDone = UpdateTokens();
+        hasRow = isConsent = isDone;
+        return isDone;
+    }
+    bool Rehearse() override
+    {
+        if (onRehearse)
+            onRehearse();
+        return hasRoom;
+    }
     std::string GetProblem() override { return row.problem; }
+    bool IsBusy() override { return row.isBusy; }
     bool GetLockHolder(std::string& workstation, std::string& user) override
     {
         workstation = "DESK-7";
@@ -106,7 +128,9 @@ struct FakeStore : IAuthorisationStore, IGrantStore
         return isHolderKnown;
     }
     FakeRow& row;
-    FakeRow copy;
+    FakeRow copy, loaded;
+    bool isConsent = false; // the last update was one
+    std::function<void()> onRehearse;
 };
 
 struct FakeScope : IScope
@@ -119,7 +143,13 @@ struct FakeClient : IClientData
 {
     std::string id = "the-client", base = "http://127.0.0.1:1/";
     std::string GetId() override { return id; }
-    std::string GetSecret() override { return "the-client-secret"; }
+    std::function<void()> onSecret;
+    std::string GetSecret() override
+    {
+        if (onSecret)
+            onSecret();
+        return "the-client-secret";
+    }
     std::string GetAuthenticationEndpoint() override { return base; }
     std::string GetAPIEndpoint() override { return base; }
 };
@@ -162,14 +192,16 @@ struct FakeTransport : ITransport
     }
     void Add(int status, std::string body)
     {
-        answers.push_back({status == 0 ? HttpAnswer::Outcome::Incomplete : HttpAnswer::Outcome::Answered,
-                           status,
+        answers.push_back({status < 0    ? HttpAnswer::Outcome::TimedOut
+                           : status == 0 ? HttpAnswer::Outcome::Incomplete
+                                         : HttpAnswer::Outcome::Answered,
+                           std::max(status, 0),
                            "application/json",
                            {},
                            std::move(body),
                            {}});
     }
-    /// Forgets what was, and answers these from now on; status 0: the answer is lost.
+    /// Forgets what was, and answers these from now on; status 0: the answer is lost, -1: late.
     void Script(const std::vector<std::pair<int, std::string>>& script)
     {
         answers.clear();

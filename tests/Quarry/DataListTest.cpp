@@ -28,6 +28,11 @@ TEST_F(DataList, OrdersByWhatIsAskedThenByKey)
     EXPECT_EQ(Opened({}, {{kName}}), (Ids{1, 2, 3, 4, 5})) << "null first, no regard to case, ties by key";
     EXPECT_EQ(Opened({}, {{kName, true}}), (Ids{5, 4, 2, 3, 1})) << "descending, ties still by ascending key";
     EXPECT_EQ(Opened({}, {{kYear, true}, {kName}}), (Ids{1, 3, 2, 4, 5})) << "two columns";
+    std::string sent;
+    Quarry::GetConnection().OnSent([&](std::string_view statement) { sent = statement; });
+    EXPECT_EQ(Opened({}, {{kID}, {kName}, {kID, true}}), (Ids{1, 2, 3, 4, 5})) << "named again";
+    EXPECT_EQ(sent.find(" DESC"), sent.npos) << "servers refuse it twice";
+    Quarry::GetConnection().OnSent(nullptr);
 }
 
 TEST_F(DataList, TakesRowsThatFulfilAllConditions)
@@ -165,6 +170,12 @@ TEST_F(DataList, RefusesWhatACallerMustNotDo)
     EXPECT_THROW(list.Update(), std::logic_error) << "no row";
     EXPECT_THROW(list.Delete(), std::logic_error) << "no row";
     EXPECT_THROW(list.Open({{50, 1}}), std::logic_error) << "ordinal in a gap";
+    EXPECT_THROW(Quarry::Where::Under(kParentID, kLink, {}), std::logic_error) << "a parent without lID";
+    {
+        const Quarry::CTransaction sheet;
+        const Cellar::CConnection::Aside aside(Quarry::GetConnection());
+        EXPECT_THROW(list.AddNew(), std::logic_error) << "an id that the transaction knows nothing of";
+    }
     list = Added({{kName, "a"}});
     EXPECT_THROW(list.Set(kID, list.GetID() + 1), std::logic_error) << "id of a saved row";
     EXPECT_TRUE(list.IsNull(50)) << "reading a gap is null";
@@ -220,6 +231,24 @@ TEST_F(DataList, GivesIdsOfATransactionFromABlock)
     EXPECT_EQ(Quarry::NewId(kTask), 65) << "what was left is forgotten";
     EXPECT_EQ(Quarry::NewId(kTask), 66) << "one by one outside a transaction";
     Quarry::GetConnection().OnSent(nullptr);
+
+    Quarry::BeginTransaction();
+    EXPECT_EQ(Quarry::NewId(kTask), 67);
+    Quarry::SetConnection(Open());
+    Quarry::BeginTransaction();
+    EXPECT_EQ(Quarry::NewId(kTask), 67) << "no block of another connection, whose move was undone";
+    Quarry::Rollback();
+}
+
+TEST_F(DataList, GivesTheLastIdsOneByOne)
+{
+    Sql("INSERT INTO BRIXTask (lID) VALUES (2147483645)");
+    Quarry::CTransaction transaction(Cellar::Intent::Write);
+    EXPECT_EQ(Quarry::NewId(kTask), 2147483646);
+    EXPECT_EQ(Quarry::NewId(kTask), 2147483647);
+    EXPECT_THROW(Quarry::NewId(kTask), Cellar::DatabaseError);
+    transaction.Commit();
+    EXPECT_EQ(Count("FROM BRIXNextID WHERE lNext = 2147483647"), 1) << "a refused take moves nothing";
 }
 
 TEST_F(DataList, GivesANewRowAnIdOfItsOwn)

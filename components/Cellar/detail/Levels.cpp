@@ -67,9 +67,10 @@ void Levels::Rollback()
         return;
     ++m_epoch;
     const int level = GetCount();
-    const bool started = m_state == State::Started;
+    const State state = m_state;
     Pop(); // first: the level is over whatever the engine says
-    if (!started)
+    // Lost is also what could not be undone in part: the engine may have it open still.
+    if (state == State::Waiting || (state == State::Lost && (level > 1 || !IsOpen())))
         return;
     try {
         if (level == 1)
@@ -112,15 +113,17 @@ void Levels::AfterWrite() noexcept
 
 void Levels::AfterFailure() noexcept
 {
-    if (m_state != State::Started)
-        return;
-    bool open = false;
-    try {
-        open = m_driver.InTransaction();
-    } catch (...) { // no answer: the connection is gone, and the transaction with it
-    }
-    if (!open)
+    if (m_state == State::Started && !IsOpen())
         m_state = State::Lost;
+}
+
+bool Levels::IsOpen() const noexcept
+{
+    try {
+        return m_driver.InTransaction();
+    } catch (...) { // no answer: the connection is gone, and the transaction with it
+        return false;
+    }
 }
 
 void Levels::RefuseWhenLost() const

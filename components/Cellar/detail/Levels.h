@@ -32,6 +32,7 @@ public:
     /// have begun.
     void StandAside();
     void StepBack() noexcept { --m_aside; }
+    bool IsAside() const noexcept { return m_aside > 0; }
 
     /// Before a statement that may write: opens the transaction when levels are open. When it throws, nothing changed.
     void BeforeWrite();
@@ -44,8 +45,9 @@ private:
     {
         Waiting, // no write yet, nothing sent
         Started,
-        Lost // the engine ended the transaction; its levels wait for their owners
+        Lost // the engine ended the transaction, or could not undo a part of it; its levels wait for their owners
     };
+    bool IsOpen() const noexcept; // the engine's transaction
     void RefuseWhenLost() const;
     void Pop() noexcept;
 

@@ -68,6 +68,7 @@ constexpr Action kActions[] = {
     {"NO_PRACTICE_KEY", "Put the practice's key file back beside the database."},
     {"NO_CREDENTIALS_FILE", "Ask the program's supplier for a version that holds them."},
     {"TOKENS_NOT_SAVED", "Make room on the disk, or the practice's database writable, then try again."},
+    {"DATABASE_UNREADABLE", "Have the practice's database mended, or make it readable, then try again."},
     {"REFRESH_BUSY", "Wait until the other workstation or program has finished, then try again."},
     {"NO_CONNECTION", "Check this computer's internet connection, then try again."},
     {"TIMED_OUT", kTryInMinutes},

@@ -37,8 +37,9 @@ std::optional<std::string> CEndpoint::Ask(const InterfaceFacts& facts, const std
                                           IChainLogger* logger)
 {
     const std::string year = TaxYearText(taxYear);
+    const Service service = m_authorisation.GetService();
     HttpRequest request;
-    request.address = JoinAddress(m_authorisation.GetClientData().GetAPIEndpoint(), PathOf(facts, identifier, year));
+    request.address = JoinAddress(service.apiBase, PathOf(facts, identifier, year));
     request.headers = {{"Accept", std::string("application/vnd.hmrc.") + facts.version + "+json"}};
     request.cancelled = &WaitWindow::IsCancelled;
     if (!dynamic_cast<const IEndpointOverride*>(this)) // an example needs to know nothing about this computer
@@ -47,7 +48,7 @@ std::optional<std::string> CEndpoint::Ask(const InterfaceFacts& facts, const std
 
     const std::shared_ptr<ITransport> transport = RestFactory();
     const WaitWindow window(std::string("Waiting for HMRC: ") + facts.name);
-    return Retrieve(*transport, std::move(request), m_authorisation, RequestLog(logger, facts, year));
+    return Retrieve(*transport, std::move(request), m_authorisation, service, RequestLog(logger, facts, year));
 }
 
 template<class Response>

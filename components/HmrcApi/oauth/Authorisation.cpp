@@ -28,9 +28,8 @@ struct CAuthorisation::State
     const std::shared_ptr<IScope> scope;
     const std::shared_ptr<IClientData> clientData;
 
-    const StoredGrant grant{*store, *clientData};
-    COAuth2Tokens tokens;
-    std::string service; // that the tokens are for
+    HeldTokens held;
+    std::optional<Service> dialogue; // the last one's
     SignIn signIn;
     std::function<bool()> cancelled = &WaitWindow::IsCancelled;
     std::shared_ptr<Channel> channel = std::make_shared<Channel>();
@@ -49,25 +48,31 @@ struct CAuthorisation::State
         }
         if (logger)
             logger->Log("Failed", "Authorisation", {}, error.code,
-                        Mask(error.text, {tokens.accessToken, tokens.refreshToken}));
+                        Mask(error.text, {held.tokens.accessToken, held.tokens.refreshToken}));
         return false;
     }
 
-    std::string AskedService() const { return ServiceOf(clientData->GetAuthenticationEndpoint()); }
     ITransport& Transport() const { return *channel->GetTransport(); }
 
-    void Refresh(IChainLogger* logger)
+    /// A new pair that is not stored must not give way to the one that it replaces.
+    void SaveUnsaved()
     {
-        NeedCredentials(*clientData);
-        grant.NeedKey();
-        service = AskedService();
-        TokenRefresh(grant, Transport(), *clientData, cancelled, logger).Run(tokens);
+        if (!held.isSaved)
+            StoredGrant(*store, held.service).Save(held);
     }
 
-    std::string RequestCode(IChainLogger* logger)
+    void Refresh(const Service& service, IChainLogger* logger)
     {
-        NeedCredentials(*clientData);
-        const std::string code = signIn.RequestCode(*clientData, scope->GetScope(), cancelled);
+        StoredGrant grant(*store, service.name);
+        NeedCredentials(service);
+        grant.NeedKey();
+        TokenRefresh(grant, Transport(), service, cancelled, logger).Run(held);
+    }
+
+    std::string RequestCode(const std::function<void()>& begin, IChainLogger* logger)
+    {
+        NeedCredentials(*dialogue);
+        std::string code = signIn.RequestCode(*dialogue, scope->GetScope(), begin, cancelled);
         if (logger)
             logger->Log("Authorise", "Authorisation", "GET /oauth/authorize", "code received", {});
         return code;
@@ -75,25 +80,12 @@ struct CAuthorisation::State
 
     void Exchange(const std::string& code, IChainLogger* logger)
     {
-        NeedCredentials(*clientData);
-        tokens = signIn.Exchange(code, Transport(), *clientData, cancelled, logger);
-        service = AskedService();
-        if (tokens.scope.empty())
-            tokens.scope = scope->GetScope();
-    }
-
-    /// Nobody is to sign in for tokens that cannot be kept.
-    void BeginDialogue()
-    {
-        NeedCredentials(*clientData);
-        grant.NeedKey();
-        store->LoadTokens(); // a row that is not there yet is made by the update
-        store->SetAuthorisationStatus(IAuthorisationStore::NotAuthorised);
-        if (!store->UpdateTokens()) {
-            grant.FailForGood();
-            throw HmrcApiErrorException("TOKENS_NOT_SAVED", "The practice's database cannot keep HMRC's tokens", {});
-        }
-        grant.Rehearse();
+        if (!dialogue)
+            dialogue = ReadService(*clientData);
+        NeedCredentials(*dialogue);
+        held = {signIn.Exchange(code, Transport(), *dialogue, cancelled, logger), dialogue->name, {}, false};
+        if (held.tokens.scope.empty())
+            held.tokens.scope = scope->GetScope();
     }
 };
 
@@ -108,30 +100,50 @@ bool CAuthorisation::DoAuthorisation(IChainLogger* logger)
 {
     State& state = *m_state;
     return state.Attempt(logger, [&] {
-        state.BeginDialogue();
-        const std::string code = state.RequestCode(logger);
+        state.dialogue = GetService();
+        StoredGrant grant(*state.store, state.dialogue->name);
+        // Nobody is to lose a grant, or to sign in, for tokens that cannot be had or kept.
+        NeedCredentials(*state.dialogue);
+        grant.Rehearse();
+        std::string code = state.RequestCode([&] { grant.Reset(); }, logger);
         const Afx::SignalGuard guard; // the code is spent, and the tokens are stored, or neither
         state.Exchange(code, logger);
-        state.grant.Save(state.tokens);
+        Wipe(code);
+        grant.Save(state.held);
     });
 }
 
 bool CAuthorisation::LoadTokens(IChainLogger* logger)
 {
     State& state = *m_state;
-    return state.Attempt(logger, [&] {
-        const COAuth2Tokens stored = state.grant.Read();
-        NeedCredentials(*state.clientData);
-        state.tokens = stored;
-        state.service = state.AskedService();
-        if (state.grant.SecondsLeft() <= kRefreshBefore)
-            state.Refresh(logger);
+    const bool isLoaded = state.Attempt(logger, [&] {
+        state.SaveUnsaved();
+        const Service service = GetService();
+        StoredGrant grant(*state.store, service.name);
+        state.held = grant.Read();
+        NeedCredentials(service);
+        if (grant.SecondsLeft() <= kRefreshBefore)
+            state.Refresh(service, logger);
     });
+    if (!isLoaded && state.held.isSaved)
+        state.held = {};
+    return isLoaded;
 }
 
 bool CAuthorisation::RefreshTokens(IChainLogger* logger)
 {
-    return m_state->Attempt(logger, [&] { m_state->Refresh(logger); });
+    return m_state->Attempt(logger, [&] {
+        m_state->SaveUnsaved();
+        m_state->Refresh(GetService(), logger);
+    });
+}
+
+bool CAuthorisation::RefreshTokens(IChainLogger* logger, const Service& service)
+{
+    return m_state->Attempt(logger, [&] {
+        m_state->SaveUnsaved();
+        m_state->Refresh(service, logger);
+    });
 }
 
 bool CAuthorisation::UpdateTokens()
@@ -139,10 +151,12 @@ bool CAuthorisation::UpdateTokens()
     State& state = *m_state;
     try {
         return state.Attempt(nullptr, [&] {
-            COAuth2Tokens tokens;
-            if (!get_authtokens(tokens)) // would overwrite a grant with nothing, or with another service's
+            if (state.held.tokens.accessToken.empty()) // would overwrite a grant with nothing
                 throw HmrcApiErrorException("NOT_AUTHORISED", "There are no HMRC tokens to store", {});
-            state.grant.Save(tokens);
+            if (!state.held.isSaved)
+                state.SaveUnsaved();
+            else
+                state.held = StoredGrant(*state.store, state.held.service).Read();
         });
     } catch (...) { // of the store
         state.error = {"TOKENS_NOT_SAVED", "The practice's database cannot keep HMRC's tokens", {}};
@@ -153,7 +167,10 @@ bool CAuthorisation::UpdateTokens()
 std::string CAuthorisation::RequestAuthCode()
 {
     std::string code;
-    m_state->Attempt(nullptr, [&] { code = m_state->RequestCode(nullptr); });
+    m_state->Attempt(nullptr, [&] {
+        m_state->dialogue = GetService();
+        code = m_state->RequestCode({}, nullptr);
+    });
     return code;
 }
 
@@ -164,16 +181,23 @@ bool CAuthorisation::RequestAccessToken(const std::string& code)
 
 bool CAuthorisation::get_authtokens(COAuth2Tokens& tokens) const
 {
-    const State& state = *m_state;
-    if (state.tokens.accessToken.empty() || state.service != state.AskedService())
+    Service service;
+    service.name = ServiceOf(m_state->clientData->GetAuthenticationEndpoint());
+    return get_authtokens(tokens, service);
+}
+
+bool CAuthorisation::get_authtokens(COAuth2Tokens& tokens, const Service& service) const
+{
+    const HeldTokens& held = m_state->held;
+    if (held.tokens.accessToken.empty() || held.service != service.name)
         return false;
-    tokens = state.tokens;
+    tokens = held.tokens;
     return true;
 }
 
-const CAuthorisation::Error& CAuthorisation::GetLastError() const noexcept { return m_state->error; }
+Service CAuthorisation::GetService() const { return ReadService(*m_state->clientData); }
 
-IClientData& CAuthorisation::GetClientData() const noexcept { return *m_state->clientData; }
+const CAuthorisation::Error& CAuthorisation::GetLastError() const noexcept { return m_state->error; }
 
 std::string CAuthorisation::DecryptToken(const std::vector<unsigned char>& token) { return OpenToken(token); }
 

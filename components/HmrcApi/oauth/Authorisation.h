@@ -11,6 +11,7 @@
 
 #include "HmrcApi/Export.h"
 #include "HmrcApi/Host.h"
+#include "HmrcApi/oauth/Service.h"
 #include "HmrcApi/oauth/Tokens.h"
 #include "HmrcApi/transport/Channel.h"
 
@@ -18,7 +19,8 @@ namespace HmrcApi
 {
 
 /// One authorisation with HMRC, on behalf of the user whose tokens the store holds: the face of signing in (SignIn),
-/// refreshing (TokenRefresh) and what is stored (StoredGrant). Tokens go to the service that gave them and to no other.
+/// refreshing (TokenRefresh) and what is stored (StoredGrant). Tokens go to the service that gave them and to no other:
+/// each operation takes the client data as they are when it begins, sign-in from the browser to the tokens included.
 class HMRCAPI_API CAuthorisation
 {
 public:
@@ -26,18 +28,21 @@ public:
                    std::shared_ptr<IClientData> clientData);
     ~CAuthorisation();
 
-    /// The whole dialogue: the store's status becomes 0, the browser opens HMRC's page, the loopback listener waits
-    /// for the code, the code becomes tokens, the store keeps them with status 1. True when authority was given;
-    /// otherwise GetLastError() says why.
+    /// The whole dialogue: when everything is there that it needs the store's status becomes 0, the browser opens
+    /// HMRC's page, the loopback listener waits for the code, the code becomes tokens, the store keeps them with
+    /// status 1. True when authority was given; otherwise GetLastError() says why.
     bool DoAuthorisation(IChainLogger* logger);
     /// Reads the tokens from the store; within 60 seconds of their end refreshes them first. False when there are none
-    /// for this service or they cannot be refreshed (GetLastError()), and in a build without credentials.
+    /// for this service or they cannot be refreshed (GetLastError()), and in a build without credentials; only tokens
+    /// that could not be stored are in hand then.
     bool LoadTokens(IChainLogger* logger = nullptr);
     /// Refreshes now, under the store's lock. When the store holds another access token than the one in hand by now,
     /// that one is taken and HMRC is not asked. False also when HMRC gave new tokens and the store could not keep them
-    /// (TOKENS_NOT_SAVED): they are in hand then, and UpdateTokens may be tried again.
+    /// (TOKENS_NOT_SAVED): they are in hand then, and stored by the next operation that can.
     bool RefreshTokens(IChainLogger* logger);
-    /// Writes the tokens in hand to the store, with status 1, the time and the service; tries up to three times.
+    bool RefreshTokens(IChainLogger* logger, const Service& service); // at this one, as read before
+    /// Stores the tokens in hand, with status 1, the time and the service, unless the store has them or newer ones,
+    /// which are in hand then; tries up to three times. False also when the grant was ended or deleted meanwhile.
     bool UpdateTokens();
 
     /// Opens the browser and waits for the code (empty: none came, GetLastError()).
@@ -47,6 +52,10 @@ public:
 
     /// The tokens in hand; false when there are none, or the base address is another service's by now.
     bool get_authtokens(COAuth2Tokens& tokens) const;
+    bool get_authtokens(COAuth2Tokens& tokens, const Service& service) const; // those for this one
+
+    /// The service by the client data. Throws HmrcApiErrorException.
+    Service GetService() const;
 
     struct Error
     {
@@ -55,8 +64,6 @@ public:
         std::string status; // HTTP status; empty when there was no answer
     };
     const Error& GetLastError() const noexcept;
-
-    IClientData& GetClientData() const noexcept;
 
     /// The plain text of an enciphered token or credential; empty when it cannot be read.
     static std::string DecryptToken(const std::vector<unsigned char>& token);

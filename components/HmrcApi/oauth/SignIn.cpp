@@ -48,13 +48,12 @@ std::string CodeOf(const RedirectAnswer& answer)
 SignIn::SignIn() : browser(&OpenInBrowser) {}
 SignIn::~SignIn() { Wipe(m_verifier); }
 
-std::string SignIn::PageAddress(IClientData& clientData, const std::string& scope, const std::string& state) const
+std::string SignIn::PageAddress(const Service& service, const std::string& scope, const std::string& state) const
 {
-    const std::string id = clientData.GetId();
     const std::string challenge = Shellkit::Base64Url(Shellkit::Sha256(m_verifier));
-    return AuthoriseAddress(clientData.GetAuthenticationEndpoint()) + '?' +
+    return AuthoriseAddress(service.base) + '?' +
            EncodeForm({{"response_type", "code"},
-                       {"client_id", id},
+                       {"client_id", service.id},
                        {"scope", scope},
                        {"redirect_uri", m_redirectAddress},
                        {"state", state},
@@ -62,7 +61,7 @@ std::string SignIn::PageAddress(IClientData& clientData, const std::string& scop
                        {"code_challenge_method", "S256"}});
 }
 
-std::string SignIn::RequestCode(IClientData& clientData, const std::string& scope,
+std::string SignIn::RequestCode(const Service& service, const std::string& scope, const std::function<void()>& begin,
                                 const std::function<bool()>& cancelled)
 {
     const std::string state = RandomText();
@@ -71,22 +70,24 @@ std::string SignIn::RequestCode(IClientData& clientData, const std::string& scop
         Fail("NO_REDIRECT_PORT", "No port is free on which HMRC's answer could arrive");
     m_redirectAddress = "http://localhost:" + std::to_string(listener->Port()) + "/callback";
     m_verifier = RandomText();
+    if (begin)
+        begin();
     const WaitWindow window("Waiting for you to sign in on HMRC's page in the browser");
-    if (!browser || !browser(PageAddress(clientData, scope, state)))
+    if (!browser || !browser(PageAddress(service, scope, state)))
         Fail("BROWSER_NOT_OPENED", "HMRC's page could not be opened in a browser");
     return CodeOf(listener->Wait(browserTimeout, cancelled));
 }
 
-COAuth2Tokens SignIn::Exchange(const std::string& code, ITransport& transport, IClientData& clientData,
+COAuth2Tokens SignIn::Exchange(const std::string& code, ITransport& transport, const Service& service,
                                const std::function<bool()>& cancelled, IChainLogger* logger)
 {
     const FormFields fields{{"grant_type", "authorization_code"},
                             {"code", code},
                             {"redirect_uri", m_redirectAddress},
                             {"code_verifier", m_verifier}};
-    const TokenAnswer answer = RequestTokens(transport, clientData, fields, cancelled, GetTimeouts().totalMilliseconds);
+    const TokenAnswer answer = RequestTokens(transport, service, fields, cancelled, GetTimeouts().totalMilliseconds);
     Wipe(m_verifier);
-    Trace(logger, "Token", answer, answer.tokens.value_or(COAuth2Tokens()));
+    Trace(logger, "Token", answer);
     if (!answer.tokens)
         throw ErrorOf(answer);
     return *answer.tokens;

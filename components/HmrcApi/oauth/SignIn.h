@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "HmrcApi/Host.h"
+#include "HmrcApi/oauth/Service.h"
 #include "HmrcApi/oauth/Tokens.h"
 #include "HmrcApi/transport/Transport.h"
 
@@ -27,15 +28,16 @@ public:
     unsigned browserTimeout = 300'000;                      // milliseconds
     std::function<bool(const std::string&)> browser;        // false: it could not be opened
 
-    /// Opens the browser and waits for the code.
-    std::string RequestCode(IClientData& clientData, const std::string& scope, const std::function<bool()>& cancelled);
-    /// The tokens for a code of the last request. Asked once: a code is good for one use, and a new one costs the user
-    /// a sign-in only.
-    COAuth2Tokens Exchange(const std::string& code, ITransport& transport, IClientData& clientData,
+    /// Opens a redirect port, calls `begin` (which may be empty), opens the browser and waits for the code.
+    std::string RequestCode(const Service& service, const std::string& scope, const std::function<void()>& begin,
+                            const std::function<bool()>& cancelled);
+    /// The tokens for a code of the last request, whose service it must be. Asked once: a code is good for one use, and
+    /// a new one costs the user a sign-in only.
+    COAuth2Tokens Exchange(const std::string& code, ITransport& transport, const Service& service,
                            const std::function<bool()>& cancelled, IChainLogger* logger);
 
 private:
-    std::string PageAddress(IClientData& clientData, const std::string& scope, const std::string& state) const;
+    std::string PageAddress(const Service& service, const std::string& scope, const std::string& state) const;
 
     // From one step to the other.
     std::string m_redirectAddress;

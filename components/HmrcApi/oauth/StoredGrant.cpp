@@ -1,27 +1,20 @@
 #include "HmrcApi/oauth/StoredGrant.h"
 
+#include <algorithm>
+
 #include "Afx/Clock.h"
-#include "Afx/TextFold.h"
 
 namespace HmrcApi
 {
 namespace
 {
 
-constexpr int kSaveAttempts = 3;
+constexpr int kAttempts = 3;
+constexpr unsigned kLongestWait = 1000; // milliseconds between two; others take a lock over soon after its two minutes
 constexpr double kSecondsADay = 86'400;
-constexpr char kProduction[] = "https://api.service.hmrc.gov.uk"; // of rows from before services were kept
+constexpr char kOtherWrites[] = "Another program is writing to the practice, or reads it for long";
 
 [[noreturn]] void Fail(const char* code, std::string text) { throw HmrcApiErrorException(code, std::move(text), {}); }
-
-IGrantStore* Extras(IAuthorisationStore& store) { return dynamic_cast<IGrantStore*>(&store); }
-
-std::string StoredService(IAuthorisationStore& store)
-{
-    IGrantStore* const extras = Extras(store);
-    const std::string service = extras ? extras->GetService() : std::string();
-    return service.empty() ? kProduction : service;
-}
 
 std::string HostOf(const std::string& service)
 {
@@ -32,47 +25,43 @@ std::string HostOf(const std::string& service)
 
 } // namespace
 
-void NeedCredentials(IClientData& clientData)
+/// False when there is no row.
+bool StoredGrant::Load()
 {
-    if (clientData.GetId().empty())
-        Fail("NO_CREDENTIALS_FILE", "This program was delivered without HMRC's credentials (built without cmake "
-                                    "-DMORVUT_HMRC_CREDENTIALS=FILE)");
-}
-
-std::string ServiceOf(const std::string& base)
-{
-    std::string service = Afx::FoldLower(base);
-    while (service.ends_with('/'))
-        service.pop_back();
-    for (const std::string_view port : {"https:443", "http:80"}) {
-        const std::size_t colon = port.find(':');
-        if (service.starts_with(std::string(port.substr(0, colon)) + "://") && service.ends_with(port.substr(colon)))
-            service.resize(service.size() - (port.size() - colon));
+    if (m_store.LoadTokens()) {
+        m_loaded = m_store.GetRefreshToken();
+        return true;
     }
-    return service;
+    if (m_extras && m_extras->IsBusy())
+        Fail("REFRESH_BUSY", kOtherWrites);
+    if (const std::string problem = m_extras ? m_extras->GetProblem() : std::string(); !problem.empty())
+        Fail("DATABASE_UNREADABLE", "The practice's database cannot be read: " + problem);
+    return false;
 }
 
-COAuth2Tokens StoredGrant::Read() const
+HeldTokens StoredGrant::Read()
 {
-    if (!m_store.LoadTokens())
+    if (!Load())
         Fail("NO_CREDENTIALS", "Unable to load user's HMRC credentials");
     if (m_store.GetAuthorisationStatus() != IAuthorisationStore::Authorised || m_store.GetAccessToken().empty())
         Fail("NOT_AUTHORISED", "HMRC has not been authorised for this Government Gateway user ID");
-    const std::string stored = StoredService(m_store), asked = ServiceOf(m_clientData.GetAuthenticationEndpoint());
-    if (stored != asked)
+    std::string stored = m_extras ? m_extras->GetService() : std::string();
+    if (stored.empty())
+        stored = kProductionService;
+    if (stored != m_service)
         Fail("WRONG_SERVICE", "The authority of this Government Gateway user ID is for " + HostOf(stored) +
-                                  ", not for " + HostOf(asked) + ": authorise for this service");
-    COAuth2Tokens tokens;
-    tokens.accessToken = OpenToken(m_store.GetAccessToken());
-    tokens.refreshToken = OpenToken(m_store.GetRefreshToken());
-    tokens.tokenType = m_store.GetTokenType();
-    tokens.scope = m_store.GetScope();
-    tokens.expiresIn = m_store.GetExpiresIn();
-    if (tokens.accessToken.empty()) {
+                                  ", not for " + HostOf(m_service) + ": authorise for this service");
+    HeldTokens held{{}, m_service, {}, true};
+    held.tokens.accessToken = OpenToken(m_store.GetAccessToken());
+    held.tokens.refreshToken = OpenToken(m_store.GetRefreshToken());
+    held.tokens.tokenType = m_store.GetTokenType();
+    held.tokens.scope = m_store.GetScope();
+    held.tokens.expiresIn = m_store.GetExpiresIn();
+    if (held.tokens.accessToken.empty()) {
         NeedKey();
         Fail("TOKENS_UNREADABLE", "The stored HMRC tokens cannot be read with this practice's key");
     }
-    return tokens;
+    return held;
 }
 
 double StoredGrant::SecondsLeft() const
@@ -84,36 +73,26 @@ double StoredGrant::SecondsLeft() const
     return m_store.GetExpiresIn() - age * kSecondsADay;
 }
 
-bool StoredGrant::Holds(const COAuth2Tokens& tokens) const
-{
-    return !m_store.LoadTokens() || OpenToken(m_store.GetRefreshToken()) == tokens.refreshToken;
-}
-
 void StoredGrant::NeedKey() const
 {
     if (!SealToken("key"))
         Fail("NO_PRACTICE_KEY", "The practice's key is missing, so HMRC's tokens can neither be read nor stored");
 }
 
-bool StoredGrant::Update() const
-{
-    for (int attempt = 0; attempt < kSaveAttempts; ++attempt) {
-        if (attempt > 0)
-            Afx::Clock::Sleep(m_store.GetRetryDelay());
-        if (m_store.UpdateTokens())
-            return true;
-    }
-    return false;
-}
-
 void StoredGrant::FailForGood() const
 {
-    IGrantStore* const extras = Extras(m_store);
-    if (const std::string problem = extras ? extras->GetProblem() : std::string(); !problem.empty())
+    if (const std::string problem = m_extras ? m_extras->GetProblem() : std::string(); !problem.empty())
         Fail("TOKENS_NOT_SAVED", "The practice's database cannot keep HMRC's tokens: " + problem);
 }
 
-void StoredGrant::Save(const COAuth2Tokens& tokens) const
+void StoredGrant::FailToSave() const
+{
+    FailForGood();
+    Fail("TOKENS_NOT_SAVED", "The practice's database cannot keep HMRC's tokens");
+}
+
+/// In the store's memory, with status 1, the time and the service.
+void StoredGrant::Put(const COAuth2Tokens& tokens) const
 {
     const auto access = SealToken(tokens.accessToken), refresh = SealToken(tokens.refreshToken);
     if (!access || !refresh)
@@ -125,35 +104,97 @@ void StoredGrant::Save(const COAuth2Tokens& tokens) const
     m_store.SetTokenType(tokens.tokenType);
     m_store.SetAuthenticatedTimestamp(COleDateTime::GetCurrentUtcTime());
     m_store.SetAuthorisationStatus(IAuthorisationStore::Authorised);
-    if (IGrantStore* const extras = Extras(m_store))
-        extras->SetService(ServiceOf(m_clientData.GetAuthenticationEndpoint()));
-    if (Update())
-        return;
-    FailForGood();
-    Fail("TOKENS_NOT_SAVED", "The practice's database cannot keep HMRC's tokens");
+    if (m_extras)
+        m_extras->SetService(m_service);
 }
 
-bool StoredGrant::End() const
+/// Writes what `put` puts over what was read last. A store that cannot do that in one step is asked just before.
+StoredGrant::Update StoredGrant::UpdateLoaded(const std::function<void()>& put)
 {
-    m_store.SetAuthorisationStatus(IAuthorisationStore::NotAuthorised);
-    return Update();
+    if (m_extras) {
+        put();
+        return m_extras->UpdateLoaded();
+    }
+    if (!m_store.HasAuthenticatedGatewayID() || (m_store.LoadTokens() && m_store.GetRefreshToken() != m_loaded))
+        return Update::Replaced;
+    put();
+    return m_store.UpdateTokens() ? Update::Done : Update::Failed;
+}
+
+StoredGrant::Update StoredGrant::Repeated(const std::function<Update()>& update) const
+{
+    for (int attempt = 1;; ++attempt) {
+        const Update result = update();
+        if (result != Update::Failed || attempt == kAttempts)
+            return result;
+        Afx::Clock::Sleep(std::min(m_store.GetRetryDelay(), kLongestWait));
+    }
+}
+
+void StoredGrant::Save(HeldTokens& held)
+{
+    const HeldTokens ours = held;
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        const Update result = Repeated([&] {
+            if (!ours.replaced.empty())
+                return UpdateLoaded([&] { Put(ours.tokens); });
+            Put(ours.tokens);
+            return (m_extras ? m_extras->UpdateConsent() : m_store.UpdateTokens()) ? Update::Done : Update::Failed;
+        });
+        if (result == Update::Done)
+            held.isSaved = true;
+        if (result != Update::Replaced)
+            break;
+        held = {}; // another's count now, or none
+        held = Read();
+        if (held.tokens.refreshToken != ours.replaced)
+            return;
+        held = ours; // the old pair is still there, only written anew
+    }
+    if (!held.isSaved)
+        FailToSave();
+}
+
+bool StoredGrant::End()
+{
+    const auto put = [this] { m_store.SetAuthorisationStatus(IAuthorisationStore::NotAuthorised); };
+    return Repeated([&] { return UpdateLoaded(put); }) != Update::Replaced;
+}
+
+void StoredGrant::Reset()
+{
+    const auto put = [this] { m_store.SetAuthorisationStatus(IAuthorisationStore::NotAuthorised); };
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        if (!Load())
+            return; // nothing to end; the consent makes the row
+        if (!m_extras) {
+            put();
+            if (m_store.UpdateTokens())
+                return;
+            break;
+        }
+        const Update result = UpdateLoaded(put);
+        if (result == Update::Done)
+            return;
+        if (result == Update::Failed)
+            break;
+    }
+    FailToSave();
 }
 
 void StoredGrant::Rehearse() const
 {
     NeedKey();
-    IGrantStore* const extras = Extras(m_store);
-    if (!extras || extras->Rehearse())
+    if (!m_extras || m_extras->Rehearse())
         return;
     FailForGood();
-    Fail("REFRESH_BUSY", "Another program is writing to the practice");
+    Fail("REFRESH_BUSY", kOtherWrites);
 }
 
 HmrcApiErrorException StoredGrant::Busy() const
 {
     std::string workstation, user;
-    IGrantStore* const extras = Extras(m_store);
-    if (!extras || !extras->GetLockHolder(workstation, user))
+    if (!m_extras || !m_extras->GetLockHolder(workstation, user))
         return {"REFRESH_BUSY",
                 "The authorisation is being refreshed at another workstation, or another program is writing to the "
                 "practice",

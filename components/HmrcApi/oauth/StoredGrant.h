@@ -2,7 +2,10 @@
 
 // A grant as it rests in the store, and what the store may refuse.
 
+#include <functional>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "HmrcApi/answers/Errors.h"
 #include "HmrcApi/Host.h"
@@ -11,26 +14,40 @@
 namespace HmrcApi
 {
 
-/// Reads and writes the tokens of a store, each by one operation that throws HmrcApiErrorException with the cause.
-/// Tokens count only for the service that gave them.
+/// Tokens in hand, and how they stand to the store's.
+struct HeldTokens
+{
+    COAuth2Tokens tokens;
+    std::string service;  // that they are for
+    std::string replaced; // not saved: the refresh token that they were given for; empty when by a consent
+    bool isSaved = true;
+};
+
+/// Reads and writes the tokens of a store for one service, each by one operation that throws HmrcApiErrorException with
+/// the cause. Tokens count only for the service that gave them.
 class StoredGrant
 {
 public:
-    StoredGrant(IAuthorisationStore& store, IClientData& clientData) : m_store(store), m_clientData(clientData) {}
+    StoredGrant(IAuthorisationStore& store, std::string service)
+        : m_store(store), m_extras(dynamic_cast<IGrantStore*>(&store)), m_service(std::move(service))
+    {}
 
     IAuthorisationStore& Store() const noexcept { return m_store; }
 
-    /// NO_CREDENTIALS (no row), NOT_AUTHORISED, WRONG_SERVICE, NO_PRACTICE_KEY or TOKENS_UNREADABLE.
-    COAuth2Tokens Read() const;
+    /// NO_CREDENTIALS (no row), NOT_AUTHORISED, WRONG_SERVICE, NO_PRACTICE_KEY, TOKENS_UNREADABLE; REFRESH_BUSY and
+    /// DATABASE_UNREADABLE when the store itself fails.
+    HeldTokens Read();
     /// Seconds until the access token that was read last ends; nothing to go by counts as ended.
     double SecondsLeft() const;
-    /// False when somebody has replaced these tokens; true also when the store cannot be read.
-    bool Holds(const COAuth2Tokens& tokens) const;
 
-    /// With status 1, the time and the service; tries up to three times. NO_PRACTICE_KEY, TOKENS_NOT_SAVED.
-    void Save(const COAuth2Tokens& tokens) const;
-    /// Status 0; the tokens stay as they are. False when the store cannot be written.
-    bool End() const;
+    /// Stores tokens that are not saved: a consent's over whatever is there; a refresh's only over the pair that they
+    /// replace. When that was replaced by others, these are in `held` afterwards; when it was ended or deleted, none,
+    /// and Read's error. Tries up to three times. NO_PRACTICE_KEY, TOKENS_NOT_SAVED.
+    void Save(HeldTokens& held);
+    /// Status 0 for what was read last. False, and nothing changes, when somebody has replaced it.
+    bool End();
+    /// Status 0 for whatever is there, before a new consent. TOKENS_NOT_SAVED and Read's errors of the store.
+    void Reset();
     /// What Save needs is there: the key, the right to write, room. NO_PRACTICE_KEY, TOKENS_NOT_SAVED, REFRESH_BUSY.
     void Rehearse() const;
 
@@ -41,16 +58,18 @@ public:
     HmrcApiErrorException Busy() const;
 
 private:
-    bool Update() const;
+    using Update = IGrantStore::Update;
+
+    bool Load();
+    void Put(const COAuth2Tokens& tokens) const;
+    Update UpdateLoaded(const std::function<void()>& put);
+    Update Repeated(const std::function<Update()>& update) const;
+    [[noreturn]] void FailToSave() const;
 
     IAuthorisationStore& m_store;
-    IClientData& m_clientData;
+    IGrantStore* m_extras; // null: the store has none
+    std::string m_service;
+    std::vector<unsigned char> m_loaded; // the refresh token as it was read last
 };
-
-/// Throws NO_CREDENTIALS_FILE in a build without credentials, from which nothing may leave the machine.
-void NeedCredentials(IClientData& clientData);
-
-/// The service behind a base address, as grants keep it: without a slash at the end and without the scheme's own port.
-std::string ServiceOf(const std::string& base);
 
 } // namespace HmrcApi

@@ -12,7 +12,8 @@ namespace HmrcApi
 namespace
 {
 
-constexpr int kAttempts = 10; // at the store's lock, and at a refresh that HMRC is still busy with
+constexpr int kAttempts = 10;            // at the store's lock, and at a refresh that HMRC is still busy with
+constexpr unsigned kLeastToAsk = 10'000; // milliseconds; an answer that comes later than the deadline loses the grant
 
 bool IsInProgress(const TokenAnswer& answer)
 {
@@ -54,34 +55,34 @@ private:
     std::optional<Afx::SignalGuard> m_guard;
 };
 
-void TokenRefresh::Run(COAuth2Tokens& tokens)
+void TokenRefresh::Run(HeldTokens& held)
 {
     Lock lock(m_grant.Store());
-    if (!WaitForLock(lock, tokens) || TakeReplaced(tokens))
+    if (!WaitForLock(lock, held) || TakeReplaced(held))
         return;
-    if (tokens.refreshToken.empty())
+    if (held.tokens.refreshToken.empty())
         Fail("NOT_AUTHORISED", "HMRC's authorisation cannot be refreshed and must be given again");
     m_grant.Rehearse();
-    AskUntilAnswered(tokens);
+    AskUntilAnswered(held);
 }
 
 /// Takes the store's tokens; true when they are others than those in hand.
-bool TokenRefresh::TakeReplaced(COAuth2Tokens& tokens) const
+bool TokenRefresh::TakeReplaced(HeldTokens& held) const
 {
-    const COAuth2Tokens stored = m_grant.Read();
-    const bool isReplaced = stored.accessToken != tokens.accessToken;
-    tokens = stored;
+    const HeldTokens stored = m_grant.Read();
+    const bool isReplaced = stored.tokens.accessToken != held.tokens.accessToken;
+    held = stored;
     return isReplaced;
 }
 
 /// True with the lock; false when another workstation has put new tokens there meanwhile.
-bool TokenRefresh::WaitForLock(Lock& lock, COAuth2Tokens& tokens) const
+bool TokenRefresh::WaitForLock(Lock& lock, HeldTokens& held) const
 {
     for (int attempt = 1;; ++attempt) {
         if (lock.Take())
             return true;
         m_grant.FailForGood();
-        if (TakeReplaced(tokens))
+        if (TakeReplaced(held))
             return false;
         if (attempt >= kAttempts || m_deadline.IsOver())
             throw m_grant.Busy();
@@ -90,31 +91,33 @@ bool TokenRefresh::WaitForLock(Lock& lock, COAuth2Tokens& tokens) const
     }
 }
 
+bool TokenRefresh::HasTimeToAsk() const { return m_deadline.Left() >= kLeastToAsk; }
+
 /// Asks HMRC, with the lock held and the stored tokens in hand.
-void TokenRefresh::AskUntilAnswered(COAuth2Tokens& tokens) const
+void TokenRefresh::AskUntilAnswered(HeldTokens& held) const
 {
     bool mayRepeat = true;
     for (int busy = 0;;) {
         if (Afx::SignalGuard::IsSignalWaiting())
             Fail("CANCELLED", "The request was cancelled");
-        if (m_deadline.IsOver())
+        if (!HasTimeToAsk())
             Fail("TIMED_OUT", "The refresh of HMRC's authorisation took too long and was given up");
-        const TokenAnswer answer = Ask(tokens);
+        const TokenAnswer answer = Ask(held.tokens);
         if (answer.tokens)
-            return Keep(answer, tokens);
-        Trace(m_logger, "Refresh", answer, tokens);
-        if (answer.IsLost() && mayRepeat && !m_deadline.IsOver()) {
+            return Keep(answer, held);
+        Trace(m_logger, "Refresh", answer);
+        if (answer.IsLost() && mayRepeat && HasTimeToAsk()) {
             mayRepeat = false; // once, with the same token: if HMRC had granted the first, it now says so
             continue;
         }
         if (answer.error.code == "INVALID_GRANT")
-            return EndGrant(answer, tokens);
+            return EndGrant(answer, held);
         if (!IsInProgress(answer))
             throw ErrorOf(answer);
-        if (++busy >= kAttempts || m_deadline.IsOver())
+        if (++busy >= kAttempts || !HasTimeToAsk())
             Fail("REFRESH_BUSY", "HMRC is still busy with another refresh of this authorisation");
         Afx::Clock::Sleep(std::min(m_grant.Store().GetRetryDelay(), m_deadline.Left()));
-        if (TakeReplaced(tokens))
+        if (TakeReplaced(held))
             return;
     }
 }
@@ -122,34 +125,31 @@ void TokenRefresh::AskUntilAnswered(COAuth2Tokens& tokens) const
 TokenAnswer TokenRefresh::Ask(const COAuth2Tokens& tokens) const
 {
     const FormFields fields{{"grant_type", "refresh_token"}, {"refresh_token", tokens.refreshToken}};
-    return RequestTokens(m_transport, m_clientData, fields, {}, m_deadline.Left());
+    return RequestTokens(m_transport, m_service, fields, {}, m_deadline.Left());
 }
 
 /// Stores first of all. What another has stored meanwhile is newer: by a new consent, or because this one was late.
-void TokenRefresh::Keep(const TokenAnswer& answer, COAuth2Tokens& tokens) const
+void TokenRefresh::Keep(const TokenAnswer& answer, HeldTokens& held) const
 {
-    COAuth2Tokens fresh = *answer.tokens;
-    if (fresh.scope.empty())
-        fresh.scope = tokens.scope; // a refresh's answer leaves it out
-    if (!m_grant.Holds(tokens)) {
-        tokens = m_grant.Read();
-        return;
-    }
-    tokens = fresh;
-    m_grant.Save(tokens);
-    Trace(m_logger, "Refresh", answer, tokens);
+    HeldTokens fresh{*answer.tokens, held.service, held.tokens.refreshToken, false};
+    if (fresh.tokens.scope.empty())
+        fresh.tokens.scope = held.tokens.scope; // a refresh's answer leaves it out
+    held = fresh;
+    m_grant.Save(held);
+    Trace(m_logger, "Refresh", answer);
 }
 
 /// The refresh token is used, revoked or too old: nothing but a new dialogue helps. Unless it is another workstation's
 /// doing, which has the new pair.
-void TokenRefresh::EndGrant(const TokenAnswer& answer, COAuth2Tokens& tokens) const
+void TokenRefresh::EndGrant(const TokenAnswer& answer, HeldTokens& held) const
 {
-    if (!m_grant.Holds(tokens)) {
-        tokens = m_grant.Read();
-        return;
+    const std::string ended = held.tokens.refreshToken;
+    for (int attempt = 0; attempt < kAttempts && !m_grant.End(); ++attempt) {
+        held = m_grant.Read();
+        if (held.tokens.refreshToken != ended)
+            return;
     }
-    m_grant.End();
-    tokens = {};
+    held = {};
     throw HmrcApiErrorException("INVALID_GRANT", "HMRC's authorisation has ended and must be given again", {},
                                 std::to_string(answer.answer.status));
 }

@@ -6,6 +6,7 @@
 
 #include "HmrcApi/Host.h"
 #include "HmrcApi/oauth/Deadline.h"
+#include "HmrcApi/oauth/Service.h"
 #include "HmrcApi/oauth/StoredGrant.h"
 #include "HmrcApi/oauth/TokenRequest.h"
 #include "HmrcApi/transport/Transport.h"
@@ -18,31 +19,32 @@ namespace HmrcApi
 /// good for one use only.
 ///
 /// All of it ends within two minutes, so that others may take a lock older than that for one left behind; who has
-/// slept through that time goes on no further. From the lock to the stored pair nothing ends the program.
+/// slept through that time asks no further. From the lock to the stored pair nothing ends the program.
 class TokenRefresh
 {
 public:
-    TokenRefresh(const StoredGrant& grant, ITransport& transport, IClientData& clientData,
+    TokenRefresh(StoredGrant& grant, ITransport& transport, const Service& service,
                  const std::function<bool()>& cancelled, IChainLogger* logger)
-        : m_grant(grant), m_transport(transport), m_clientData(clientData), m_cancelled(cancelled), m_logger(logger)
+        : m_grant(grant), m_transport(transport), m_service(service), m_cancelled(cancelled), m_logger(logger)
     {}
 
-    /// `tokens` holds the pair that is over, afterwards the one that counts. With TOKENS_NOT_SAVED that is a new pair
-    /// that could not be stored; with INVALID_GRANT none, and the store's status is 0. Throws HmrcApiErrorException.
-    void Run(COAuth2Tokens& tokens);
+    /// `held` is the pair that is over, afterwards the one that counts: with TOKENS_NOT_SAVED a new pair that is not
+    /// saved; with INVALID_GRANT none, and the store's status is 0. Throws HmrcApiErrorException.
+    void Run(HeldTokens& held);
 
 private:
     class Lock;
-    bool WaitForLock(Lock& lock, COAuth2Tokens& tokens) const;
-    bool TakeReplaced(COAuth2Tokens& tokens) const;
-    void AskUntilAnswered(COAuth2Tokens& tokens) const;
+    bool WaitForLock(Lock& lock, HeldTokens& held) const;
+    bool TakeReplaced(HeldTokens& held) const;
+    void AskUntilAnswered(HeldTokens& held) const;
+    bool HasTimeToAsk() const;
     TokenAnswer Ask(const COAuth2Tokens& tokens) const;
-    void Keep(const TokenAnswer& answer, COAuth2Tokens& tokens) const;
-    void EndGrant(const TokenAnswer& answer, COAuth2Tokens& tokens) const;
+    void Keep(const TokenAnswer& answer, HeldTokens& held) const;
+    void EndGrant(const TokenAnswer& answer, HeldTokens& held) const;
 
-    const StoredGrant& m_grant;
+    StoredGrant& m_grant;
     ITransport& m_transport;
-    IClientData& m_clientData;
+    const Service& m_service;
     const std::function<bool()>& m_cancelled;
     IChainLogger* m_logger;
     Deadline m_deadline{120'000};

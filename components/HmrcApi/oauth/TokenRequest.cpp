@@ -4,9 +4,9 @@
 #include <charconv>
 #include <cstdint>
 
+#include "Afx/TextFold.h"
 #include "HmrcApi/answers/Mask.h"
 #include "HmrcApi/json/Json.h"
-#include "Shellkit/Cipher.h"
 
 namespace HmrcApi
 {
@@ -17,9 +17,11 @@ constexpr struct
 {
     std::string_view base, page;
 } kAuthorisePages[] = {
-    {"https://api.service.hmrc.gov.uk", "https://www.tax.service.gov.uk"},
+    {kProductionService, "https://www.tax.service.gov.uk"},
     {"https://test-api.service.hmrc.gov.uk", "https://test-www.tax.service.gov.uk"},
 };
+
+constexpr std::string_view kSecretFields[] = {"refresh_token", "code", "code_verifier", "client_secret"};
 
 constexpr std::int32_t kUsualLifetime = 14'400; // seconds; HMRC's access tokens live four hours
 
@@ -47,7 +49,7 @@ bool IsToken(std::string_view text)
 /// Nothing unless both tokens are there: an access token alone would end in four hours with no way on.
 std::optional<COAuth2Tokens> ReadTokens(const std::string& body)
 {
-    const std::optional<JsonValue> json = ParseJson(body);
+    std::optional<JsonValue> json = ParseJson(body);
     if (!json)
         return std::nullopt;
     COAuth2Tokens tokens;
@@ -56,23 +58,35 @@ std::optional<COAuth2Tokens> ReadTokens(const std::string& body)
     tokens.tokenType = TextOf(*json, "token_type");
     tokens.scope = TextOf(*json, "scope");
     tokens.expiresIn = LifetimeOf(*json);
+    for (JsonValue& member : json->items)
+        Wipe(member.text);
     if (!IsToken(tokens.accessToken) || !IsToken(tokens.refreshToken))
         return std::nullopt;
     return tokens;
 }
 
+/// An answer may repeat what it was sent; the code comes in upper case.
+void MaskSecrets(ErrorBody& error, const FormFields& sent)
+{
+    for (const auto& [name, value] : sent) {
+        if (std::find(std::begin(kSecretFields), std::end(kSecretFields), name) == std::end(kSecretFields))
+            continue;
+        const std::string encoded = PercentEncode(value), upper = Afx::FoldUpper(value);
+        for (std::string* text : {&error.code, &error.message, &error.path})
+            *text = Mask(*text, {value, encoded, upper});
+    }
+}
+
 } // namespace
 
-TokenAnswer RequestTokens(ITransport& transport, IClientData& clientData, FormFields fields,
+TokenAnswer RequestTokens(ITransport& transport, const Service& service, FormFields fields,
                           const std::function<bool()>& cancelled, unsigned milliseconds)
 {
-    const std::string id = clientData.GetId();
-    std::string secret = clientData.GetSecret();
-    fields.emplace_back("client_id", id);
-    fields.emplace_back("client_secret", secret);
+    fields.emplace_back("client_id", service.id);
+    fields.emplace_back("client_secret", service.secret);
     HttpRequest request;
     request.method = "POST";
-    request.address = JoinAddress(clientData.GetAuthenticationEndpoint(), "oauth/token");
+    request.address = JoinAddress(service.base, "oauth/token");
     request.headers = {{"Content-Type", "application/x-www-form-urlencoded"}, {"Accept", "application/json"}};
     request.body = EncodeForm(fields);
     request.cancelled = cancelled;
@@ -81,8 +95,7 @@ TokenAnswer RequestTokens(ITransport& transport, IClientData& clientData, FormFi
 
     TokenAnswer result;
     result.answer = transport.Send(request);
-    Shellkit::Wipe(request.body.data(), request.body.size());
-    Shellkit::Wipe(secret.data(), secret.size());
+    Wipe(request.body);
     std::string& body = result.answer.body;
     if (result.answer.outcome == HttpAnswer::Outcome::Answered) {
         if (result.answer.status == 200)
@@ -91,9 +104,9 @@ TokenAnswer RequestTokens(ITransport& transport, IClientData& clientData, FormFi
             result.error = {"ANSWER_MALFORMED", "HMRC's answer holds no tokens", {}};
         else if (!result.tokens)
             result.error = ReadErrorBody(result.answer);
+        MaskSecrets(result.error, fields);
     }
-    Shellkit::Wipe(body.data(), body.size());
-    body.clear();
+    Wipe(body);
     return result;
 }
 
@@ -105,11 +118,10 @@ HmrcApiErrorException ErrorOf(const TokenAnswer& answer)
     return ErrorOf(answer.answer, rule, answer.error);
 }
 
-void Trace(IChainLogger* logger, const char* event, const TokenAnswer& answer, const COAuth2Tokens& tokens)
+void Trace(IChainLogger* logger, const char* event, const TokenAnswer& answer)
 {
     if (logger)
-        logger->Log(event, "Authorisation", "POST /oauth/token",
-                    Mask(DescribeAnswer(answer.answer, answer.error), {tokens.accessToken, tokens.refreshToken}), {});
+        logger->Log(event, "Authorisation", "POST /oauth/token", Mask(DescribeAnswer(answer.answer, answer.error)), {});
 }
 
 std::string AuthoriseAddress(const std::string& base)

@@ -8,6 +8,7 @@
 
 #include "HmrcApi/answers/AnswerTable.h"
 #include "HmrcApi/Host.h"
+#include "HmrcApi/oauth/Service.h"
 #include "HmrcApi/oauth/Tokens.h"
 #include "HmrcApi/transport/Transport.h"
 #include "HmrcApi/transport/Uri.h"
@@ -19,7 +20,7 @@ namespace HmrcApi
 struct TokenAnswer
 {
     HttpAnswer answer;                   // without its body
-    ErrorBody error;                     // when there are no tokens
+    ErrorBody error;                     // when there are no tokens; without the secrets that were sent
     std::optional<COAuth2Tokens> tokens; // whole, or none
 
     /// HMRC may have granted this request, and we shall never know.
@@ -30,15 +31,15 @@ struct TokenAnswer
     }
 };
 
-/// Posts `fields` with the application's id and secret to oauth/token of the authentication endpoint, once, within the
-/// usual time-outs and `milliseconds`.
-TokenAnswer RequestTokens(ITransport& transport, IClientData& clientData, FormFields fields,
+/// Posts `fields` with the application's id and secret to oauth/token of the service, once, within the usual time-outs
+/// and `milliseconds`.
+TokenAnswer RequestTokens(ITransport& transport, const Service& service, FormFields fields,
                           const std::function<bool()>& cancelled, unsigned milliseconds);
 
 /// What an answer without tokens means.
 HmrcApiErrorException ErrorOf(const TokenAnswer& answer);
-/// Logs the answer without the tokens; nothing without a logger.
-void Trace(IChainLogger* logger, const char* event, const TokenAnswer& answer, const COAuth2Tokens& tokens);
+/// Logs how the request went; nothing without a logger.
+void Trace(IChainLogger* logger, const char* event, const TokenAnswer& answer);
 
 /// The address of HMRC's sign-in page for the API at `base`: another host than the API's, the same for a loopback base.
 HMRCAPI_API std::string AuthoriseAddress(const std::string& base);

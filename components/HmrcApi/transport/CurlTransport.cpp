@@ -177,12 +177,14 @@ public:
             if (!MaySend(address, request.address))
                 return redirects == 0 ? Refusal("the address is neither HTTPS nor on this computer")
                                       : Elsewhere(std::move(redirect), address);
-            if (!IsLoopbackAddress(address) && !TakeTurn(request.cancelled))
-                return Cancelled();
+            if (!IsLoopbackAddress(address) && !TakeTurn(request.cancelled, MillisecondsTo(deadline)))
+                return Unsent(request.cancelled && request.cancelled() ? Outcome::Cancelled : Outcome::TimedOut);
             const bool isFirstHost = OriginOf(address) == firstOrigin;
-            const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - SteadyClock::now());
+            const long long left = MillisecondsTo(deadline);
+            if (left <= 0)
+                return Unsent(Outcome::TimedOut);
             Exchange exchange{request, {}};
-            const std::string next = Perform(address, isFirstHost, std::max<long long>(left.count(), 1), exchange);
+            const std::string next = Perform(address, isFirstHost, left, exchange);
             if (next.empty() || redirects >= kRedirects || request.method != "GET")
                 return isFirstHost || exchange.answer.outcome != Outcome::Answered
                            ? std::move(exchange.answer)
@@ -193,10 +195,10 @@ public:
     }
 
 private:
-    static HttpAnswer Cancelled()
+    static HttpAnswer Unsent(Outcome outcome)
     {
         HttpAnswer answer;
-        answer.outcome = Outcome::Cancelled;
+        answer.outcome = outcome;
         return answer;
     }
 
@@ -205,6 +207,11 @@ private:
         answer.isElsewhere = true;
         answer.problem = OriginOf(address);
         return answer;
+    }
+
+    static long long MillisecondsTo(SteadyClock::time_point moment)
+    {
+        return std::chrono::duration_cast<std::chrono::milliseconds>(moment - SteadyClock::now()).count();
     }
 
     /// Plain HTTP stays on this computer, and an answer from outside does not lead to it.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <mutex>
+#include <optional>
 
 #include "Afx/Clock.h"
 #include "HmrcApi/transport/Waiting.h"
@@ -21,13 +22,15 @@ struct Turns
     std::mutex mutex;
     std::int64_t next = 0; // Unix milliseconds
 
-    /// Takes the next turn and answers how long it is away.
-    std::int64_t Take()
+    /// Takes the next turn and answers how long it is away; nothing when that is longer than `most`.
+    std::optional<std::int64_t> Take(std::int64_t most)
     {
         const std::lock_guard lock(mutex);
         const std::int64_t now = Afx::Clock::UnixMilliseconds();
         // A clock that was set back must not leave us waiting for the old time.
         const std::int64_t turn = next - now > 60 * kSpacing ? now : std::max(now, next);
+        if (turn - now > most)
+            return std::nullopt;
         next = turn + kSpacing;
         return turn - now;
     }
@@ -42,9 +45,10 @@ Turns& TheTurns()
 
 } // namespace
 
-bool TakeTurn(const std::function<bool()>& cancelled)
+bool TakeTurn(const std::function<bool()>& cancelled, std::int64_t most)
 {
-    return WaitUnless(cancelled, static_cast<unsigned>(TheTurns().Take()));
+    const std::optional<std::int64_t> wait = TheTurns().Take(most);
+    return wait && WaitUnless(cancelled, static_cast<unsigned>(*wait));
 }
 
 } // namespace HmrcApi

@@ -162,6 +162,18 @@ TEST_F(Fetch, SendsWhatTheInterfaceAsksFor)
     EXPECT_EQ(Header(1, "Gov-Client-Device-ID"), Header(0, "Gov-Client-Device-ID")) << "the device keeps its id";
 }
 
+TEST_F(Fetch, SendsAServiceNoTokenOfAnother)
+{
+    api.Script({{401, R"({"code":"INVALID_CREDENTIALS","message":"over"})"}});
+    api.onSend = [this] {
+        client->base = "http://127.0.0.1:2/";
+        practice.service = "http://127.0.0.1:2"; // a consent there
+        practice.access = Fakes::Sealed("access-of-2");
+    };
+    EXPECT_EQ(Run(), "WRONG_SERVICE");
+    EXPECT_EQ(api.requests.size(), 1u);
+}
+
 TEST_F(Fetch, LogsEveryRequestWithoutNumberAndToken)
 {
     EXPECT_EQ(Run(400, R"({"code":"NINO_INVALID","message":"aa000001a with access-1 is invalid"})"),

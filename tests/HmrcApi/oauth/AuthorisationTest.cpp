@@ -4,6 +4,7 @@
 #include <csignal>
 #include <stdexcept>
 
+#include "Afx/TextFold.h"
 #include "HmrcApi/Fakes.h"
 #include "support/Case.h"
 
@@ -63,6 +64,8 @@ TEST_F(Load, SaysWhyThereAreNoTokensAndOverwritesNone)
         const char* why;
     } rows[] = {
         {"NO_CREDENTIALS", [&] { store->hasRow = false; }, "nobody has registered that gateway id"},
+        {"REFRESH_BUSY", [&] { store->hasRow = !(practice.isBusy = true); }, "another program has the database"},
+        {"DATABASE_UNREADABLE", [&] { store->hasRow = (practice.problem = "torn").empty(); }, "nor is that no row"},
         {"NOT_AUTHORISED", [&] { practice.status = IAuthorisationStore::NotAuthorised; }, "no consent yet"},
         {"NOT_AUTHORISED", [&] { practice.access.clear(); }, "consent without tokens"},
         {"TOKENS_UNREADABLE", [&] { practice.access[20] ^= 1; }, "damaged, or of another practice"},
@@ -74,12 +77,34 @@ TEST_F(Load, SaysWhyThereAreNoTokensAndOverwritesNone)
         practice = {};
         store->hasRow = true;
         client->id = "the-client";
+        EXPECT_TRUE(authorisation->LoadTokens());
         row.spoil();
         EXPECT_FALSE(authorisation->LoadTokens());
         EXPECT_EQ(Code(), row.code);
         EXPECT_EQ(AccessToken(), "");
-        EXPECT_FALSE(authorisation->UpdateTokens()) << "would overwrite a grant with nothing";
+        EXPECT_FALSE(authorisation->UpdateTokens()) << "would overwrite a grant with nothing, or revive it";
         EXPECT_TRUE(practice.written.empty());
+    }
+}
+
+/// The settings name another service in the midst of an operation.
+TEST_F(Load, IsOfOneServiceFromBeginningToEnd)
+{
+    const std::function<void()> change = [&] { client->base = "https://other.example/"; };
+    std::function<void()>* const moments[] = {&store->onRehearse, &tokenEndpoint->onSend, &client->onSecret};
+    for (std::function<void()>* const moment : moments) {
+        practice = {};
+        client->base = "http://127.0.0.1:1/";
+        ASSERT_TRUE(authorisation->LoadTokens());
+        tokenEndpoint->requests.clear();
+        *moment = change;
+        const bool isRefreshed = authorisation->RefreshTokens(nullptr);
+        *moment = {};
+        EXPECT_EQ(isRefreshed, moment != &client->onSecret) << "the id was the one's, the secret the other's";
+        for (const HttpRequest& request : tokenEndpoint->requests)
+            EXPECT_EQ(request.address, "http://127.0.0.1:1/oauth/token");
+        EXPECT_EQ(practice.service, "http://127.0.0.1:1");
+        EXPECT_EQ(AccessToken(), "") << "nothing for the other";
     }
 }
 
@@ -175,12 +200,13 @@ TEST_F(Refresh, GivesUpAfterTenAttemptsAndNamesTheHolder)
 TEST_F(Refresh, DecidesWhatTheTokenEndpointAnswers)
 {
     constexpr char kGrant[] = R"({"error":"invalid_grant"})";
-    // Status 0: the answer is lost; an empty code: success.
+    // Status 0: the answer is lost, -1: late; an empty code: success.
     using Answers = std::vector<std::pair<int, std::string>>;
     const std::tuple<Answers, std::string, std::size_t, const char*> rows[] = {
         {{{0, ""}, {200, Fakes::kFreshTokens}}, "", 2, "lost before HMRC had it: the same token is still good"},
         {{{0, ""}, {400, kGrant}}, "INVALID_GRANT", 2, "lost after HMRC had granted it"},
         {{{0, ""}, {0, ""}}, "ANSWER_INCOMPLETE", 2, "lost twice: not a third time"},
+        {{{-1, ""}, {200, Fakes::kFreshTokens}}, "", 2, "no answer in time"},
         {{{504, ""}, {200, Fakes::kFreshTokens}}, "", 2, "a gateway gave up waiting"},
         {{{400, kBusy}, {400, kBusy}, {200, Fakes::kFreshTokens}}, "", 3, "busy for a while"},
         {{{400, kBusy}}, "REFRESH_BUSY", 10, "busy for ever"},
@@ -219,28 +245,58 @@ TEST_F(Refresh, TriesToSaveThreeTimesAndKeepsTheTokensInHand)
 
 TEST_F(Refresh, EndsWithinTwoMinutesWhateverHappens)
 {
-    tokenEndpoint->Script({{400, kBusy}});
-    tokenEndpoint->onSend = [this] { passed += std::min(30'000u, tokenEndpoint->requests.back().totalMilliseconds); };
-    EXPECT_FALSE(Run());
-    EXPECT_EQ(Code(), "REFRESH_BUSY");
-    EXPECT_LE(passed, 120'000);
-    EXPECT_EQ(Requests(), 4u);
+    const std::tuple<unsigned, std::size_t, const char*> rows[] = {
+        {30'000, 4, "the last one gets what is left"},
+        {54'000, 3, "eleven seconds are left for the third"},
+        {55'000, 2, "nine are too few"},
+    };
+    for (const auto& [each, requests, why] : rows) {
+        Restart();
+        passed = 0;
+        tokenEndpoint->Script({{400, kBusy}});
+        tokenEndpoint->onSend = [&] { passed += std::min(each, tokenEndpoint->requests.back().totalMilliseconds); };
+        EXPECT_FALSE(Run());
+        EXPECT_EQ(Code(), "REFRESH_BUSY");
+        EXPECT_LE(passed, 120'000);
+        EXPECT_EQ(Requests(), requests) << why;
+    }
+}
+
+TEST_F(Refresh, TellsNobodyTheSecretsThatAnAnswerRepeats)
+{
+    for (const std::string secret : {"refresh-1", "the-client-secret"}) {
+        tokenEndpoint->Script({{401, R"({"error":")" + secret + R"(","error_description":"odd )" + secret + R"("})"}});
+        EXPECT_FALSE(Run());
+        Fakes::ExpectNone(authorisation->GetLastError().text + Code() + logger.text, {secret, Afx::FoldUpper(secret)});
+    }
 }
 
 TEST_F(Refresh, LeavesWhatAnotherWorkstationDidWhileThisOneSlept)
 {
     constexpr char kGrant[] = R"({"error":"invalid_grant"})";
+    const auto replace = [&] {
+        StoreElsewhere();
+        practice.refresh = Fakes::Sealed("refresh-elsewhere");
+    };
+    const auto again = [&] { practice.access = Fakes::Sealed("access-1"); };
+    const auto end = [&] { practice.status = IAuthorisationStore::NotAuthorised; };
+    const auto remove = [&] { store->hasRow = false; };
+    const auto breakDown = [&] { practice.failingUpdates = 3; };
     const struct
     {
         std::pair<int, std::string> answer;
-        bool isReplaced;
+        std::function<void()> meanwhile;
         const char *access, *code, *why;
     } rows[] = {
-        {{0, ""}, false, "access-1", "ANSWER_INCOMPLETE", "not asked a second time"},
-        {{400, kGrant}, true, "access-elsewhere", "", "the other one used the token, the grant is alive"},
-        {{400, kGrant}, false, "access-1", "INVALID_GRANT", "nobody else did"},
-        {{200, Fakes::kFreshTokens}, true, "access-elsewhere", "", "a newer consent"},
-        {{200, Fakes::kFreshTokens}, false, "access-2", "", "late, and still the only pair"},
+        {{0, ""}, [] {}, "access-1", "ANSWER_INCOMPLETE", "not asked a second time"},
+        {{400, kGrant}, replace, "access-elsewhere", "", "the other one used the token, the grant is alive"},
+        {{400, kGrant}, [] {}, "access-1", "INVALID_GRANT", "nobody else did"},
+        {{200, Fakes::kFreshTokens}, replace, "access-elsewhere", "", "a newer consent"},
+        {{200, Fakes::kFreshTokens}, [] {}, "access-2", "", "late, and still the only pair"},
+        {{200, Fakes::kFreshTokens}, again, "access-2", "", "the same pair, written anew"},
+        {{200, Fakes::kFreshTokens}, end, "access-1", "NOT_AUTHORISED", "ended: it stays so"},
+        {{200, Fakes::kFreshTokens}, remove, "access-1", "NO_CREDENTIALS", "deleted: it does not come back"},
+        {{400, kGrant}, breakDown, "access-1", "INVALID_GRANT", "unreadable: the tokens are not erased"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
@@ -248,16 +304,17 @@ TEST_F(Refresh, LeavesWhatAnotherWorkstationDidWhileThisOneSlept)
         tokenEndpoint->Script({row.answer});
         tokenEndpoint->onSend = [&] {
             passed += 600'000;
-            if (row.isReplaced) {
-                StoreElsewhere();
-                practice.refresh = Fakes::Sealed("refresh-elsewhere");
-            }
+            row.meanwhile();
         };
         EXPECT_EQ(Run(), !*row.code);
         EXPECT_EQ(Code(), row.code);
         EXPECT_EQ(Requests(), 1u);
+        const auto status = practice.status;
+        authorisation->UpdateTokens();
         EXPECT_EQ(StoredAccessToken(), row.access);
-        EXPECT_EQ(practice.status == IAuthorisationStore::Authorised, row.code != std::string("INVALID_GRANT"));
+        EXPECT_EQ(practice.status, status) << "what has ended is not revived";
+        store->hasRow = true;
+        practice.failingUpdates = 0;
     }
 }
 
@@ -325,9 +382,22 @@ TEST_F(Refresh, AsksHmrcForNothingThatCouldNotBeKept)
         ADD_FAILURE() << address;
         return false;
     });
-    practice.failingUpdates = 1;
-    EXPECT_FALSE(authorisation->DoAuthorisation(nullptr));
-    EXPECT_EQ(Code(), "TOKENS_NOT_SAVED");
+    authorisation->SetRedirectPorts({});
+    const std::tuple<const char*, std::function<void()>> begins[] = {
+        {"REFRESH_BUSY", [&] { store->hasRoom = false; }},
+        {"NO_REDIRECT_PORT", [&] { store->hasRoom = true; }},
+        {"TOKENS_NOT_SAVED",
+         [&] {
+             practice.failingUpdates = 1, authorisation->SetRedirectPorts({53691, 53692});
+         }},
+        {"DATABASE_UNREADABLE", [&] { store->hasRow = (practice.problem = "torn").empty(); }},
+    };
+    for (const auto& [code, spoil] : begins) {
+        spoil();
+        EXPECT_FALSE(authorisation->DoAuthorisation(nullptr));
+        EXPECT_EQ(Code(), code);
+        EXPECT_EQ(practice.status, IAuthorisationStore::Authorised) << "the grant there is stays";
+    }
     Shellkit::SetPracticeKey({});
     for (const char* code : {"NO_PRACTICE_KEY", "NO_CREDENTIALS_FILE"}) {
         EXPECT_FALSE(Run());

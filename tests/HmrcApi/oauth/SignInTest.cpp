@@ -112,6 +112,25 @@ TEST_F(Dialogue, TurnsTheUsersConsentIntoStoredTokens)
     EXPECT_NE(QueryOf(page, "code_challenge"), challenge);
 }
 
+TEST_F(Dialogue, StaysWithItsServiceStepByStep)
+{
+    Answer("?code=the-code");
+    ASSERT_EQ(authorisation->RequestAuthCode(), "the-code");
+    client->base = "https://other.example/";
+    tokenEndpoint->Script({{400, R"({"error":"x","error_description":"the-code of another"})"}});
+    EXPECT_FALSE(authorisation->RequestAccessToken("the-code"));
+    Fakes::ExpectNone(authorisation->GetLastError().text, {"the-code"});
+    tokenEndpoint->Script({{200, Fakes::kFreshTokens}});
+    EXPECT_TRUE(authorisation->RequestAccessToken("the-code"));
+    EXPECT_EQ(tokenEndpoint->requests.at(0).address, "http://127.0.0.1:1/oauth/token");
+    EXPECT_EQ(AccessToken(), "") << "nothing for the other";
+    practice.access = Fakes::Sealed("access-elsewhere");
+    EXPECT_TRUE(authorisation->UpdateTokens());
+    EXPECT_EQ(StoredAccessToken(), "access-2");
+    EXPECT_EQ(practice.service, "http://127.0.0.1:1");
+    EXPECT_TRUE(store->isConsent) << "dated as one";
+}
+
 TEST_F(Dialogue, IgnoresAnswersThatAreNotItsOwnAndListensOnBothFamiliesOfAddresses)
 {
     authorisation->SetBrowser([](const std::string& address) {

@@ -216,10 +216,13 @@ TEST(TakeTurn, LetsTwoRequestsASecondThrough)
     Afx::Clock::Set([&] { return now; });
     Afx::Clock::SetSleep([&](unsigned milliseconds) { now += milliseconds; });
     for (int i = 0; i < 5; ++i)
-        EXPECT_TRUE(TakeTurn({}));
+        EXPECT_TRUE(TakeTurn({}, 60'000));
     EXPECT_EQ(now, 5'000'000'002'000) << "the first at once";
     now = 4'999'996'400'000; // the clock is set back an hour
-    EXPECT_TRUE(TakeTurn({}));
+    EXPECT_TRUE(TakeTurn({}, 60'000));
     EXPECT_EQ(now, 4'999'996'400'000);
-    EXPECT_FALSE(TakeTurn([] { return true; })) << "cancelled";
+    EXPECT_FALSE(TakeTurn({}, 499)) << "longer than the request may take";
+    EXPECT_EQ(now, 4'999'996'400'000);
+    EXPECT_TRUE(TakeTurn({}, 500)) << "the turn was not taken";
+    EXPECT_FALSE(TakeTurn([] { return true; }, 60'000)) << "cancelled";
 }

@@ -11,27 +11,31 @@ namespace
 
 void SetAuthorization(HttpRequest& request, const std::string& accessToken)
 {
+    for (auto& [name, value] : request.headers)
+        if (name == "Authorization")
+            Wipe(value);
     std::erase_if(request.headers, [](const auto& header) { return header.first == "Authorization"; });
     if (!accessToken.empty())
         request.headers.emplace_back("Authorization", "Bearer " + accessToken);
 }
 
-/// The tokens in hand; empty ones when there are none.
-COAuth2Tokens TokensOf(const CAuthorisation& authorisation)
+/// The tokens in hand for the service; empty ones when there are none.
+COAuth2Tokens TokensOf(const CAuthorisation& authorisation, const Service& service)
 {
     COAuth2Tokens tokens;
-    authorisation.get_authtokens(tokens);
+    authorisation.get_authtokens(tokens, service);
     return tokens;
 }
 
 /// Refreshes and puts the new token into the request, or throws the refresh's error.
-void Refresh(CAuthorisation& authorisation, HttpRequest& request, COAuth2Tokens& tokens, IChainLogger* logger)
+void Refresh(CAuthorisation& authorisation, const Service& service, HttpRequest& request, COAuth2Tokens& tokens,
+             IChainLogger* logger)
 {
-    if (!authorisation.RefreshTokens(logger)) {
+    if (!authorisation.RefreshTokens(logger, service)) {
         const CAuthorisation::Error& error = authorisation.GetLastError();
         throw HmrcApiErrorException(error.code, error.text, {}, error.status);
     }
-    tokens = TokensOf(authorisation);
+    tokens = TokensOf(authorisation, service);
     SetAuthorization(request, tokens.accessToken);
 }
 
@@ -58,9 +62,9 @@ ErrorBody ErrorIn(const HttpAnswer& answer, const std::string& token)
 } // namespace
 
 std::optional<std::string> Retrieve(ITransport& transport, HttpRequest request, CAuthorisation& authorisation,
-                                    const RequestLog& log)
+                                    const Service& service, const RequestLog& log)
 {
-    COAuth2Tokens tokens = TokensOf(authorisation);
+    COAuth2Tokens tokens = TokensOf(authorisation, service);
     SetAuthorization(request, tokens.accessToken);
     bool mayRefresh = !tokens.accessToken.empty();
     bool isCancelled = false;
@@ -76,7 +80,7 @@ std::optional<std::string> Retrieve(ITransport& transport, HttpRequest request, 
             return std::nullopt;
         if (rule.verdict == Verdict::Refresh && mayRefresh) {
             mayRefresh = false; // once: a second refusal has another reason
-            Refresh(authorisation, request, tokens, log.Logger());
+            Refresh(authorisation, service, request, tokens, log.Logger());
             continue;
         }
         const std::optional<unsigned> wait =

@@ -12,9 +12,10 @@
 namespace HmrcApi
 {
 
-/// Sends with the authorisation's token until the answer table is content, and answers the JSON text; nothing when HMRC
-/// has nothing yet (404 NOT_FOUND). Throws HmrcApiErrorException for every other answer.
+/// Sends with the authorisation's token for `service`, which the request must go to, until the answer table is content,
+/// and answers the JSON text; nothing when HMRC has nothing yet (404 NOT_FOUND). Throws HmrcApiErrorException for every
+/// other answer.
 std::optional<std::string> Retrieve(ITransport& transport, HttpRequest request, CAuthorisation& authorisation,
-                                    const RequestLog& log);
+                                    const Service& service, const RequestLog& log);
 
 } // namespace HmrcApi

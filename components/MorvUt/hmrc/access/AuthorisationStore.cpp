@@ -28,8 +28,10 @@ constexpr char kInsertRow[] =
 constexpr char kUpdateRow[] =
     "UPDATE [MTDAuthorisation] SET [nAuthorisedStatus] = %d, [vbAccessToken] = %b, [vbRefreshToken] = %b, "
     "[nExpiresIn] = %ld, [strScope] = %s, [strTokenType] = %s, [dtAuthenticated] = %t WHERE strGatewayID = %s";
-constexpr char kUpdateConsent[] = "UPDATE [MTDAuthorisation] SET [nAuthorisedStatus] = 0, [dtGranted] = %t, "
-                                  "[strService] = %s WHERE strGatewayID = %s";
+constexpr char kWithStatus[] = " AND COALESCE([nAuthorisedStatus], 0) = %d";
+constexpr char kWithTokens[] = " AND [vbAccessToken] = %b AND [vbRefreshToken] = %b";
+constexpr char kDateConsent[] = "UPDATE [MTDAuthorisation] SET [dtGranted] = %t WHERE strGatewayID = %s";
+constexpr char kSetService[] = "UPDATE [MTDAuthorisation] SET [strService] = %s WHERE strGatewayID = %s";
 constexpr char kUpdateRoom[] = "UPDATE [MTDAuthorisation] SET [vbRoom] = %b WHERE strGatewayID = %s";
 constexpr char kInsertGatewayId[] =
     "INSERT INTO [MTDAuthorisation] ( lID, [strGatewayID],  [nAuthorisedStatus] ) VALUES (%ld, '%s', %d)";
@@ -39,8 +41,8 @@ constexpr LockTable kLocks = {
     .mark = "MorvUt.TokenLock",
     .insert =
         "INSERT INTO MTDAuthorisationLock ( lMTDAuthorisationID, strUserID, strWorkstation ) VALUES ( %ld, %s, %s )",
-    .insertNobody = "INSERT INTO MTDAuthorisationLock ( lMTDAuthorisationID, strUserID, strWorkstation, ConnectionID ) "
-                    "VALUES ( %ld, %s, %s, NULL )",
+    .claim = "UPDATE MTDAuthorisationLock SET ConnectionID = -ConnectionID WHERE lMTDAuthorisationID = %ld "
+             "AND ConnectionID = %I64d",
     .select = "SELECT [strUserID], [strWorkstation], [dtLocked], [ConnectionID], GETUTCDATE() AS [dtNow] "
               "FROM MTDAuthorisationLock WHERE lMTDAuthorisationID = %ld",
     .remove = "DELETE FROM MTDAuthorisationLock WHERE lMTDAuthorisationID = %ld",
@@ -84,11 +86,13 @@ template<class Work>
 bool CAuthorisationStore::Try(Work work)
 {
     m_problem.clear();
+    m_isBusy = false;
     try {
         const Quarry::CIgnoreDirectSQL ignore;
         return work(Quarry::GetConnection());
     } catch (const Cellar::DatabaseError& error) {
-        if (error.GetCategory() != Cellar::DatabaseError::Category::Busy)
+        m_isBusy = error.GetCategory() == Cellar::DatabaseError::Category::Busy;
+        if (!m_isBusy)
             m_problem = error.GetReason();
     } catch (const std::exception& problem) {
         m_problem = problem.what();
@@ -107,11 +111,30 @@ bool CAuthorisationStore::TryAside(Work work)
     });
 }
 
+/// As TryAside, and nobody writes between its statements, unless levels are open: no transaction stands aside from
+/// them.
+template<class Work>
+bool CAuthorisationStore::TryInOneStep(Work work)
+{
+    return Try([&](Cellar::CConnection& connection) {
+        if (connection.GetLevel() > 0) {
+            const Cellar::CConnection::Aside aside(connection);
+            return work(connection);
+        }
+        Cellar::CTransaction transaction(connection, Cellar::Intent::Write);
+        const bool isDone = work(connection);
+        transaction.Commit();
+        return isDone;
+    });
+}
+
+void CAuthorisationStore::Remember() { m_row = {m_status, m_accessToken, m_refreshToken}; }
+
 bool CAuthorisationStore::LoadTokens()
 {
     m_accessToken.clear();
     m_refreshToken.clear();
-    m_isLoaded = false;
+    m_row.reset();
     if (m_gatewayId.empty())
         return false;
     return Try([&](Cellar::CConnection& connection) {
@@ -127,7 +150,7 @@ bool CAuthorisationStore::LoadTokens()
         m_service = rows.GetText("strService").Str();
         m_authenticated = rows.IsNull("dtAuthenticated") ? COleDateTime() : rows.GetDateTime("dtAuthenticated");
         m_status = static_cast<AuthorisationStatus>(rows.GetShort("nAuthorisedStatus"));
-        m_isLoaded = true;
+        Remember();
         return true;
     });
 }
@@ -137,28 +160,79 @@ bool CAuthorisationStore::IsNewConsent(Cellar::CConnection& connection) const
     if (m_status != Authorised)
         return false;
     Cellar::CBufferedRowList rows(connection, kSelectConsent, m_gatewayId);
-    return !rows.MoveFirst() || rows.GetShort("nAuthorisedStatus") != Authorised ||
-           rows.GetText("strService") != m_service.c_str();
+    if (!rows.MoveFirst() || rows.GetShort("nAuthorisedStatus") != Authorised)
+        return true;
+    const std::string stored = rows.GetText("strService").Str();
+    return !m_service.empty() && m_service != (stored.empty() ? kProductionService : stored);
 }
 
 bool CAuthorisationStore::UpdateTokens()
 {
     if (m_gatewayId.empty())
         return false;
-    return TryAside([&](Cellar::CConnection& connection) {
-        const bool isConsent = IsNewConsent(connection), isThere = IsRowThere(connection, m_gatewayId);
-        const short status = m_status;
-        const long expiresIn = m_expiresIn;
-        if (!isThere)
-            connection.ExecuteDirectf(kInsertRow, NewRowId(), m_gatewayId, isConsent ? short{NotAuthorised} : status,
-                                      m_accessToken, m_refreshToken, expiresIn, m_scope, m_tokenType, m_authenticated);
-        if (isConsent) // before the tokens: lost in between, the row still says "not authorised"
-            connection.ExecuteDirectf(kUpdateConsent, m_authenticated, m_service, m_gatewayId);
-        if (isThere || isConsent)
-            connection.ExecuteDirectf(kUpdateRow, status, m_accessToken, m_refreshToken, expiresIn, m_scope,
-                                      m_tokenType, m_authenticated, m_gatewayId);
+    return TryInOneStep([&](Cellar::CConnection& connection) {
+        Write(connection, IsNewConsent(connection));
         return true;
     });
+}
+
+bool CAuthorisationStore::UpdateConsent()
+{
+    if (m_gatewayId.empty())
+        return false;
+    return TryInOneStep([&](Cellar::CConnection& connection) {
+        Write(connection, true);
+        return true;
+    });
+}
+
+/// The row, whether it is there or not. A consent's tokens are authorised last of all: lost in between, the row still
+/// says "not authorised".
+void CAuthorisationStore::Write(Cellar::CConnection& connection, bool isConsent)
+{
+    const short status = m_status, first = isConsent ? short{NotAuthorised} : status;
+    const long expiresIn = m_expiresIn;
+    const auto update = [&](short with) {
+        return connection.ExecuteDirectf(kUpdateRow, with, m_accessToken, m_refreshToken, expiresIn, m_scope,
+                                         m_tokenType, m_authenticated, m_gatewayId);
+    };
+    if (!IsRowThere(connection, m_gatewayId))
+        connection.ExecuteDirectf(kInsertRow, NewRowId(), m_gatewayId, first, m_accessToken, m_refreshToken, expiresIn,
+                                  m_scope, m_tokenType, m_authenticated);
+    else
+        update(first);
+    if (isConsent) {
+        connection.ExecuteDirectf(kDateConsent, m_authenticated, m_gatewayId);
+        if (!m_service.empty())
+            connection.ExecuteDirectf(kSetService, m_service, m_gatewayId);
+        update(status);
+    }
+    Remember();
+}
+
+HmrcApi::IGrantStore::Update CAuthorisationStore::UpdateLoaded()
+{
+    if (!m_row)
+        return Update::Replaced; // or unreadable, which the next LoadTokens tells
+    long changed = 0;
+    const bool isSent = TryAside([&](Cellar::CConnection& connection) {
+        Cellar::SqlText statement = Cellar::SqlText(kUpdateRow) + kWithStatus;
+        std::vector<Cellar::Value> values{short{m_status},   m_accessToken, m_refreshToken,
+                                          long{m_expiresIn}, m_scope,       m_tokenType,
+                                          m_authenticated,   m_gatewayId,   short{m_row->status}};
+        if (!m_row->accessToken.empty() && !m_row->refreshToken.empty()) {
+            statement += kWithTokens;
+            values.insert(values.end(), {m_row->accessToken, m_row->refreshToken});
+        }
+        changed = connection.Execute(statement, values);
+        return true;
+    });
+    if (!isSent)
+        return Update::Failed;
+    if (changed == 0)
+        return Update::Replaced;
+    Remember();
+    return Update::Done;
 }
 
 /// What was written once and given back can be written again: the file keeps its length, and the log is written from
@@ -168,9 +242,12 @@ bool CAuthorisationStore::Rehearse()
     return TryAside([&](Cellar::CConnection& connection) {
         connection.ExecuteDirectf(kUpdateRoom, Cellar::Bytes(kRoom), m_gatewayId);
         connection.ExecuteDirectf(kUpdateRoom, nullptr, m_gatewayId);
-        if (const Cellar::SqlText reuse = connection.GetDialect().ReuseLog(); !reuse.IsEmpty())
-            connection.Query(reuse, {});
-        return true;
+        const Cellar::SqlText reuse = connection.GetDialect().ReuseLog();
+        if (reuse.IsEmpty())
+            return true;
+        const Cellar::RowSet answer = connection.Query(reuse, {});
+        m_isBusy = !answer.rows.empty() && Cellar::ToLong(answer.rows[0][0]) != 0; // somebody still reads the old log
+        return !m_isBusy;
     });
 }
 
@@ -186,15 +263,12 @@ bool CAuthorisationStore::FindRowId(Cellar::CConnection& connection)
 
 bool CAuthorisationStore::LockStore()
 {
-    if (m_lock.IsHeld())
-        return false;
-    TryAside([&](Cellar::CConnection& connection) {
-        const bool isTaken = FindRowId(connection) && m_lock.Take(connection, m_rowId, CUserData::m_strUser.Str());
-        if (const auto& cleared = m_lock.GetCleared())
-            LogClearedLock(*cleared);
-        return isTaken;
+    const bool isTaken = Try([&](Cellar::CConnection& connection) {
+        return FindRowId(connection) && m_lock.Take(connection, m_rowId, CUserData::m_strUser.Str());
     });
-    return m_lock.IsHeld();
+    if (const auto cleared = m_lock.TakeCleared())
+        LogClearedLock(*cleared);
+    return isTaken;
 }
 
 void CAuthorisationStore::LogClearedLock(const LockHolder& holder) const
@@ -210,7 +284,7 @@ bool CAuthorisationStore::UnlockStore()
 {
     if (m_rowId == 0 || !m_lock.IsHeld())
         return true;
-    return TryAside([&](Cellar::CConnection& connection) {
+    return Try([&](Cellar::CConnection& connection) {
         m_lock.Release(connection);
         return true;
     });

@@ -1,7 +1,8 @@
 #pragma once
 
-// Where the OAuth tokens of a Government Gateway ID rest: a row of the practice's database.
+// Where the OAuth tokens of a Government Gateway user ID rest: a row of the practice's database.
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,12 +13,12 @@
 namespace HmrcApi
 {
 
-/// The tokens of one Government Gateway ID (table MTDAuthorisation, key strGatewayID), and the lock row that keeps two
-/// workstations from refreshing them at once (table MTDAuthorisationLock, whose primary key is the lock).
+/// The tokens of one Government Gateway user ID (table MTDAuthorisation, key strGatewayID), and the lock row that keeps
+/// two workstations from refreshing them at once (table MTDAuthorisationLock, whose primary key is the lock).
 ///
-/// Tokens are held and stored enciphered. The database is touched by the first five operations, Rehearse, GetLockHolder
-/// and the two static ones only. Tokens and lock rows are written aside from open transactions, so that no rollback
-/// takes a single-use token; where one has begun already, writing them is refused.
+/// Tokens are held and stored enciphered. The database is touched by the first five operations, the two further
+/// updates, Rehearse, GetLockHolder and the two static ones only. Tokens and lock rows are written aside from open
+/// transactions, so that no rollback takes a single-use token; where one has begun already, writing them is refused.
 class MORVUT_API CAuthorisationStore : public IAuthorisationStore, public IGrantStore
 {
 public:
@@ -29,13 +30,14 @@ public:
     /// Reads the row. False without one, for an empty id, and when the database fails.
     bool LoadTokens() override;
     /// Writes the row, which is made when it is not there. The consent's time (dtGranted) becomes the tokens' when
-    /// the row was not authorised before, or for another service. False, with nothing kept for sure, on any exception.
+    /// the row was not authorised before, or for another service than the one set here. False, with nothing kept for
+    /// sure, on any exception.
     bool UpdateTokens() override;
-    /// Takes the lock; false when it is held, also by this object. A lock that was left behind is cleared, which is
-    /// logged, and the lock tried again: at once when its program of this workstation no longer runs, never while that
-    /// runs, after 150 seconds when nobody can be asked.
+    /// Takes the lock; false when it is held, also by this object unless it gave it up before. A lock that was left
+    /// behind is cleared, which is logged, and the lock tried again: at once when its program of this workstation no
+    /// longer runs, never while that runs, after 150 seconds when nobody can be asked.
     bool LockStore() override;
-    /// True when this object holds no lock afterwards.
+    /// True when this object holds no lock afterwards. False when its row could not be removed; LockStore does it then.
     bool UnlockStore() override;
     /// Asks the database each time. Throws Cellar::DatabaseError.
     bool HasAuthenticatedGatewayID() const override;
@@ -59,14 +61,17 @@ public:
 
     std::string GetService() override { return m_service; }
     void SetService(const std::string& service) override { m_service = service; }
+    Update UpdateLoaded() override;
+    bool UpdateConsent() override;
     /// Makes the row larger than new tokens make it, and as it was again.
     bool Rehearse() override;
     std::string GetProblem() override { return m_problem; }
+    bool IsBusy() override { return m_isBusy; }
     bool GetLockHolder(std::string& workstation, std::string& user) override;
     /// Where a cleared lock is logged; null: with a chain id of its own. Must outlive the store and its copies.
     void SetLogger(IChainLogger* logger) noexcept { m_logger = logger; }
 
-    /// Registers a Government Gateway ID: a row with status 0 and no tokens. False when it is there already, for
+    /// Registers a Government Gateway user ID: a row with status 0 and no tokens. False when it is there already, for
     /// one that holds a single quote, and when the database fails.
     static bool CreateGatewayID(const std::string& gatewayId);
     /// False when there is no such row, and when the database fails.
@@ -78,7 +83,11 @@ private:
     template<class Work>
     bool TryAside(Work work);
     bool FindRowId(Cellar::CConnection& connection);
+    template<class Work>
+    bool TryInOneStep(Work work);
     bool IsNewConsent(Cellar::CConnection& connection) const;
+    void Write(Cellar::CConnection& connection, bool isConsent);
+    void Remember();
     void LogClearedLock(const LockHolder& holder) const;
 
     std::string m_gatewayId;
@@ -89,13 +98,20 @@ private:
     std::string m_service;
     std::string m_problem;
     LockRow m_lock;
-    bool m_isLoaded = false;
+    bool m_isBusy = false;
     AuthorisationStatus m_status = NotAuthorised;
     COleDateTime m_authenticated;
     std::vector<unsigned char> m_accessToken;
     std::vector<unsigned char> m_refreshToken;
     std::uint32_t m_retryDelay = 500;
     IChainLogger* m_logger = nullptr;
+
+    struct Row
+    {
+        AuthorisationStatus status;
+        std::vector<unsigned char> accessToken, refreshToken;
+    };
+    std::optional<Row> m_row; // as it was read or written last
 };
 
 } // namespace HmrcApi

@@ -14,7 +14,6 @@ namespace
 // kProductionId, kProductionSecret, kTestId, kTestSecret: enciphered, empty in a build without credentials.
 #include "HmrcCredentials.inc"
 
-constexpr char kProductionBase[] = "https://api.service.hmrc.gov.uk/";
 constexpr char kTestBase[] = "https://test-api.service.hmrc.gov.uk/";
 
 std::string g_loopbackBase; // empty: HMRC's own
@@ -52,7 +51,7 @@ std::string CClientData::GetAuthenticationEndpoint()
 {
     if (!g_loopbackBase.empty())
         return g_loopbackBase;
-    return IsTest() ? kTestBase : kProductionBase;
+    return IsTest() ? kTestBase : std::string(kProductionService) + '/';
 }
 
 std::string CClientData::GetAPIEndpoint() { return GetAuthenticationEndpoint(); }

@@ -12,6 +12,20 @@ namespace
 {
 
 constexpr double kSecondsADay = 86'400;
+constexpr std::size_t kLongestName = 15; // of a computer; what is longer is cut
+
+/// Tells the files of this computer apart, however a program names them: their sessions have the same numbers. Those of
+/// a server are the server's, and different texts may lead to it.
+std::string DatabaseDigest(CConnection& connection)
+{
+    if (&connection.GetDialect() != &Cellar::SqliteDialect())
+        return "server";
+    const Cellar::RowSet files = connection.Query("PRAGMA database_list", {});
+    std::uint64_t hash = 14695981039346656037u; // FNV-1a: the same in every build
+    for (const char c : files.rows.empty() ? std::string() : Cellar::ToText(files.rows[0].at(2)).Str())
+        hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211u;
+    return std::to_string(hash);
+}
 
 /// The very row that was looked at: its key may have another one by now. Times compare as what they were stored as.
 Cellar::SqlText SameRow(const Value& locked)
@@ -35,6 +49,7 @@ LockRow& LockRow::operator=(const LockRow& other) noexcept
 {
     m_table = other.m_table;
     m_own.reset();
+    m_isGivenUp = false;
     m_mark.Clear();
     return *this;
 }
@@ -58,16 +73,19 @@ std::optional<LockHolder> LockRow::FindHolder(CConnection& connection, const Loc
     return row ? std::optional(row->holder) : std::nullopt;
 }
 
-std::string LockRow::MarkName(const Value& key, std::int64_t session) const
+std::string LockRow::MarkName(CConnection& connection, const char* mark, const Value& key, std::int64_t session)
 {
-    return std::string(m_table->mark) + '.' + Cellar::ToText(key).Str() + '.' + std::to_string(session);
+    return std::string(mark) + '.' + DatabaseDigest(connection) + '.' + Cellar::ToText(key).Str() + '.' +
+           std::to_string(session);
 }
 
 bool LockRow::Take(CConnection& connection, const Value& key, const std::string& user)
 {
+    m_cleared.reset();
+    if (m_own && m_isGivenUp)
+        Release(connection);
     if (m_own)
         return false;
-    m_cleared.reset();
     const CConnection::Aside aside(connection);
     return Insert(connection, key, user) || (ClearLeftBehind(connection, key) && Insert(connection, key, user));
 }
@@ -75,11 +93,12 @@ bool LockRow::Take(CConnection& connection, const Value& key, const std::string&
 /// False when another holds it.
 bool LockRow::Insert(CConnection& connection, const Value& key, const std::string& user)
 {
-    // Before the row is seen. A row must not name a session whose mark nobody has: it would be cleared at once.
-    const bool isMarked = m_mark.Set(MarkName(key, connection.GetSessionId()));
+    const std::int64_t session = connection.GetSessionId();
+    const bool isMarked = m_mark.Set(MarkName(connection, m_table->mark, key, session)); // before the row is seen
     try {
-        connection.ExecuteDirectf(isMarked ? m_table->insert : m_table->insertNobody, key, user,
-                                  Afx::GetComputerName());
+        connection.ExecuteDirectf(m_table->insert, key, user, Afx::GetComputerName());
+        if (isMarked)
+            connection.ExecuteDirectf(m_table->claim, key, session);
         m_own = Read(connection, *m_table, key);
     } catch (const Cellar::DatabaseError& error) {
         m_mark.Clear();
@@ -88,13 +107,19 @@ bool LockRow::Insert(CConnection& connection, const Value& key, const std::strin
         return false;
     }
     m_key = key;
+    m_isGivenUp = false;
     return m_own.has_value();
 }
 
-bool LockRow::IsLeftBehind(const Value& key, const Row& row) const
+bool LockRow::IsLeftBehind(CConnection& connection, const Value& key, const Row& row) const
 {
-    if (row.session != 0 && row.holder.workstation == Afx::GetComputerName().Str())
-        return !Shellkit::ProcessMark::IsSet(MarkName(key, row.session));
+    const std::string& workstation = row.holder.workstation;
+    if (row.session < 0 && workstation == Afx::GetComputerName().Str()) {
+        if (Shellkit::ProcessMark::IsSet(MarkName(connection, m_table->mark, key, -row.session)))
+            return false;
+        if (workstation.size() < kLongestName && workstation != "Unknown")
+            return true;
+    }
     return row.age > m_table->staleSeconds;
 }
 
@@ -104,7 +129,7 @@ bool LockRow::ClearLeftBehind(CConnection& connection, const Value& key)
     const std::optional<Row> row = Read(connection, *m_table, key);
     if (!row)
         return true;
-    if (!IsLeftBehind(key, *row))
+    if (!IsLeftBehind(connection, key, *row))
         return false;
     if (Remove(connection, key, *row) != 0)
         m_cleared = row->holder;
@@ -122,8 +147,9 @@ void LockRow::Release(CConnection& connection)
 {
     if (!m_own)
         return;
+    m_isGivenUp = true;
+    m_mark.Clear(); // should the row stay, others clear it
     const CConnection::Aside aside(connection);
     Remove(connection, m_key, *m_own);
     m_own.reset();
-    m_mark.Clear();
 }

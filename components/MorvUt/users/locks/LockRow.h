@@ -5,21 +5,23 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "Cellar/Connection.h"
 #include "MorvUt/Export.h"
 #include "Shellkit/ProcessMark.h"
 
 /// The statements of one table of locks. Its primary key is the lock, its columns are strUserID, strWorkstation,
-/// dtLocked and ConnectionID (0 or null: no session), the last two filled by the database.
+/// dtLocked and ConnectionID, the last two filled by the database. A negative ConnectionID is a session that has a
+/// mark; other programs, which set none, leave it positive, 0 or null.
 struct LockTable
 {
-    const char* mark;             // begins the names of its process marks
-    Cellar::SqlText insert;       // key, user, workstation
-    Cellar::SqlText insertNobody; // the same, of no session
-    Cellar::SqlText select;       // key; the four columns, and as dtNow the moment by the clock of dtLocked
-    Cellar::SqlText remove;       // key; further conditions follow
-    double staleSeconds;          // older than that, a lock whose holder cannot be asked about was left behind
+    const char* mark;       // begins the names of its process marks
+    Cellar::SqlText insert; // key, user, workstation
+    Cellar::SqlText claim;  // key, session: makes it negative
+    Cellar::SqlText select; // key; the four columns, and as dtNow the moment by the clock of dtLocked
+    Cellar::SqlText remove; // key; further conditions follow
+    double staleSeconds;    // older than that, a lock whose holder cannot be asked about was left behind
 };
 
 /// Who has a lock.
@@ -32,8 +34,9 @@ struct LockHolder
 ///
 /// The holder sets a mark of this computer, by which its other programs see that it lives: such a lock is never
 /// cleared, whatever its age, and one of this workstation whose mark is gone is cleared at once. Where that cannot be
-/// told, by the row's workstation or because it names no session, its age decides. Rows are written aside from open
-/// transactions: seen at once, and no rollback takes them.
+/// told its age decides: another workstation, a session without a mark, and a workstation whose name may be another's
+/// too, since it is as long as names are cut ("Unknown" likewise). Rows are written aside from open transactions: seen
+/// at once, and no rollback takes them.
 class MORVUT_API LockRow
 {
 public:
@@ -46,11 +49,15 @@ public:
     /// Clears a row that was left behind first. False when another has the lock, or this object already. Throws
     /// Cellar::DatabaseError, and std::logic_error once the connection's levels have begun.
     bool Take(Cellar::CConnection& connection, const Cellar::Value& key, const std::string& user);
-    /// Removes the own row and no other: who outlasted its time may have been replaced. Throws as Take; held then.
+    /// Removes the own row and no other: who outlasted its time may have been replaced. Throws as Take; the row is
+    /// there then, but without its mark, and the next Take removes it first.
     void Release(Cellar::CConnection& connection);
 
-    /// Whose row Take cleared.
-    const std::optional<LockHolder>& GetCleared() const noexcept { return m_cleared; }
+    /// Whose row Take cleared, also one that threw afterwards; told once.
+    std::optional<LockHolder> TakeCleared() noexcept { return std::exchange(m_cleared, std::nullopt); }
+    /// The mark of a session of this database.
+    static std::string MarkName(Cellar::CConnection& connection, const char* mark, const Cellar::Value& key,
+                                std::int64_t session);
     /// Nothing when nobody has the lock.
     static std::optional<LockHolder> FindHolder(Cellar::CConnection& connection, const LockTable& table,
                                                 const Cellar::Value& key);
@@ -64,15 +71,15 @@ private:
         double age = 0; // seconds; not a number: not known
     };
     static std::optional<Row> Read(Cellar::CConnection& connection, const LockTable& table, const Cellar::Value& key);
-    std::string MarkName(const Cellar::Value& key, std::int64_t session) const;
     bool Insert(Cellar::CConnection& connection, const Cellar::Value& key, const std::string& user);
-    bool IsLeftBehind(const Cellar::Value& key, const Row& row) const;
+    bool IsLeftBehind(Cellar::CConnection& connection, const Cellar::Value& key, const Row& row) const;
     bool ClearLeftBehind(Cellar::CConnection& connection, const Cellar::Value& key);
     long Remove(Cellar::CConnection& connection, const Cellar::Value& key, const Row& row) const;
 
     const LockTable* m_table;
     Cellar::Value m_key;
     std::optional<Row> m_own;
+    bool m_isGivenUp = false; // the own row, which could not be removed
     std::optional<LockHolder> m_cleared;
     Shellkit::ProcessMark m_mark;
 };

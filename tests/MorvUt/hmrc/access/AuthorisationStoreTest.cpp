@@ -111,6 +111,14 @@ TEST_F(AuthorisationStore, ShowsBeforehandThatThereIsNoRoom)
     EXPECT_FALSE(store.Rehearse());
     EXPECT_TRUE(store.GetProblem().starts_with("the disk is full")) << store.GetProblem();
     EXPECT_TRUE(store.LockStore() && store.UnlockStore()) << "its lock still goes";
+    Quarry::GetConnection().Query("PRAGMA max_page_count = 100000", {});
+    const auto reader = Cellar::CConnection::Open(Quarry::GetConnection().GetConnectionText());
+    Quarry::GetConnection().SetBusyTimeout(1);
+    reader->Query("BEGIN", {});
+    reader->Query("SELECT COUNT(*) FROM MTDAuthorisation", {});
+    EXPECT_FALSE(store.Rehearse()) << "the log cannot be written from its beginning";
+    EXPECT_TRUE(store.IsBusy());
+    EXPECT_EQ(store.GetProblem(), "");
 }
 
 TEST_F(AuthorisationStore, DatesTheConsentAndNotTheRefresh)
@@ -128,6 +136,9 @@ TEST_F(AuthorisationStore, DatesTheConsentAndNotTheRefresh)
     CAuthorisationStore fresh = Authorised("NEW");
     EXPECT_TRUE(fresh.UpdateTokens());
     EXPECT_EQ(Query("SELECT dtGranted FROM MTDAuthorisation WHERE strGatewayID = 'NEW'"), "2024-05-01 09:30:00.000");
+    Sql("UPDATE MTDAuthorisation SET strService = NULL"); // from before services were kept
+    store.SetService("https://api.service.hmrc.gov.uk");
+    EXPECT_EQ(granted(Store::Authorised, 14).substr(0, 23), "2024-05-01 09:30:00.000") << "no new consent";
     store.SetService("https://other");
     EXPECT_EQ(granted(Store::Authorised, 15), "2024-05-01 15:30:00.000|2024-05-01 15:30:00.000, "
                                               "2024-05-01 09:30:00.000|2024-05-01 09:30:00.000");
@@ -143,6 +154,41 @@ TEST_F(AuthorisationStore, DatesTheConsentAndNotTheRefresh)
     EXPECT_EQ(state.Warning(state.grantEnds), "HMRC's authority ended on 01/11/2025: authorise again.");
     EXPECT_EQ(HmrcApi::GrantEnd(COleDateTime(2022, 8, 31, 0, 0, 0)), COleDateTime(2024, 2, 29, 0, 0, 0));
     EXPECT_EQ(HmrcApi::ListGateways().size(), 2u);
+    EXPECT_TRUE(Authorised().UpdateTokens()) << "by the setters of any store";
+    EXPECT_EQ(Query("SELECT strService, nAuthorisedStatus, dtGranted FROM MTDAuthorisation WHERE lID = 7"),
+              "https://other|1|2024-05-01 15:30:00.000");
+    store.SetAuthenticatedTimestamp(COleDateTime(2024, 5, 1, 16, 30, 0));
+    EXPECT_TRUE(store.UpdateConsent()) << "the same service once more";
+    EXPECT_EQ(Query("SELECT dtGranted, nAuthorisedStatus FROM MTDAuthorisation WHERE lID = 7"),
+              "2024-05-01 16:30:00.000|1");
+}
+
+TEST_F(AuthorisationStore, WritesOverWhatItReadOnly)
+{
+    using Update = HmrcApi::IGrantStore::Update;
+    const ::Test::Case<const char*, Update> rows[] = {
+        {"UPDATE MTDAuthorisation SET strScope = 'x'", Update::Done, "still the same tokens"},
+        {"UPDATE MTDAuthorisation SET vbAccessToken = x'09'", Update::Replaced, "a newer consent"},
+        {"UPDATE MTDAuthorisation SET nAuthorisedStatus = 0", Update::Replaced, "ended"},
+        {"DELETE FROM MTDAuthorisation", Update::Replaced, "deleted: it does not come back"},
+        {"ALTER TABLE MTDAuthorisation RENAME TO Away", Update::Failed, "the database fails"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        CAuthorisationStore store = Authorised();
+        ASSERT_TRUE(store.UpdateTokens() && store.LoadTokens());
+        Quarry::GetConnection().Script(row.in);
+        store.SetRefreshToken({5});
+        EXPECT_EQ(store.UpdateLoaded(), row.out);
+        if (row.out == Update::Failed)
+            continue;
+        EXPECT_EQ(Query("SELECT 1 FROM MTDAuthorisation WHERE vbRefreshToken = x'05'") == "1", row.out == Update::Done);
+    }
+    CAuthorisationStore unread = Authorised();
+    EXPECT_FALSE(unread.LoadTokens());
+    EXPECT_NE(unread.GetProblem(), "");
+    Sql("ALTER TABLE Away RENAME TO MTDAuthorisation");
+    EXPECT_EQ(unread.UpdateLoaded(), Update::Replaced) << "nothing was read that it could go over";
 }
 
 TEST_F(AuthorisationStore, LocksOnceForAllObjects)
@@ -177,10 +223,20 @@ TEST_F(AuthorisationStore, UnlocksItsOwnRowOnly)
         EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAuthorisationLock"), "1") << taken;
         Sql("DELETE FROM MTDAuthorisationLock");
     }
+    CAuthorisationStore store(kGateway);
+    ASSERT_TRUE(store.LockStore());
+    {
+        const Quarry::CTransaction begun(Cellar::Intent::Write);
+        EXPECT_FALSE(store.UnlockStore());
+    }
+    EXPECT_TRUE(store.LockStore()) << "what could not be removed is removed now";
+    EXPECT_TRUE(store.UnlockStore());
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAuthorisationLock"), "0");
 }
 
 TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
 {
+    constexpr char kLongName[] = "PRACTICE-RECEPT"; // -1, -2
     const struct
     {
         const char *age, *workstation, *session;
@@ -191,21 +247,30 @@ TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
         {"-160 seconds", "DESK2", nullptr, true, "longer than a refresh lasts"},
         {"+1 hours", "DESK2", nullptr, false, "the database's clock was set back"},
         {nullptr, "DESK2", nullptr, false, "age unknown"},
-        {"-1 seconds", "DESK1", "4711", true, "nobody here has the mark of that session"},
-        {nullptr, "DESK1", "4711", true, "the same, age unknown"},
-        {"-1 seconds", "DESK1", "4712", false, "that session's program is still running"},
-        {"-160 seconds", "DESK1", "4712", false, "however old its lock"},
-        {"-1 seconds", "DESK2", "4711", false, "another workstation cannot be asked"},
+        {"-1 seconds", "DESK1", "-4711", true, "nobody here has the mark of that session"},
+        {nullptr, "DESK1", "-4711", true, "the same, age unknown"},
+        {"-1 seconds", "DESK1", "-4712", false, "that session's program is still running"},
+        {"-160 seconds", "DESK1", "-4712", false, "however old its lock"},
+        {"-1 seconds", "DESK1", "-4713", true, "the mark is of a session of another database"},
+        {"-1 seconds", "DESK1", "4711", false, "another program's session, which has no mark"},
+        {"-1 seconds", "DESK2", "-4711", false, "another workstation cannot be asked"},
+        {"-1 seconds", kLongName, "-4711", false, "perhaps another workstation, whose name was cut"},
+        {"-160 seconds", kLongName, "-4711", true, "only its age counts then"},
+        {"-160 seconds", kLongName, "-4712", false, "unless its program runs here"},
+        {"-1 seconds", "Unknown", "-4711", false, "nobody's name"},
         {"-1 seconds", "DESK1", nullptr, false, "of a program that sets no mark"},
         {"-160 seconds", "DESK1", "0", true, "only its age counts then"},
     };
-    Afx::SetComputerName("DESK1");
     setenv("TZ", "XST-1", 1); // an hour that must not count
     tzset();
-    Shellkit::ProcessMark running;
-    ASSERT_TRUE(running.Set("MorvUt.TokenLock.7.4712"));
+    const auto other =
+        Cellar::CConnection::Open(CString(::Test::TempDir() + "/other.db"), Cellar::CConnection::Create::IfMissing);
+    Shellkit::ProcessMark running, elsewhere;
+    ASSERT_TRUE(running.Set(LockRow::MarkName(Quarry::GetConnection(), "MorvUt.TokenLock", 7, 4712)));
+    ASSERT_TRUE(elsewhere.Set(LockRow::MarkName(*other, "MorvUt.TokenLock", 7, 4713)));
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
+        Afx::SetComputerName(std::string_view(row.workstation) == "DESK2" ? "DESK1" : row.workstation);
         Quarry::GetConnection().Script("DELETE FROM MTDAuthorisationLock; DELETE FROM MTDLog;");
         Quarry::GetConnection().ExecuteDirectf(
             "INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID, strUserID, dtLocked, strWorkstation, ConnectionID) "
@@ -215,18 +280,28 @@ TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
         EXPECT_EQ(Query("SELECT strUserID, (SELECT strEvent FROM MTDLog) FROM MTDAuthorisationLock"),
                   row.isCleared ? "ANNA|LockCleared" : "BOB|-");
     }
+    auto& connection = Quarry::GetConnection();
+    EXPECT_FALSE(
+        Shellkit::ProcessMark::IsSet(LockRow::MarkName(connection, "MorvUt.TokenLock", 7, connection.GetSessionId())))
+        << "nobody has the mark of a lock that was refused";
+    connection.Script("UPDATE MTDAuthorisationLock SET dtLocked = '2024-01-01'; DELETE FROM MTDLog;"
+                      "CREATE TRIGGER Full BEFORE INSERT ON MTDAuthorisationLock WHEN (SELECT COUNT(*) FROM "
+                      "MTDAuthorisationLock) = 0 BEGIN SELECT RAISE(ABORT, 'full'); END");
+    EXPECT_FALSE(CAuthorisationStore(kGateway).LockStore());
+    EXPECT_EQ(Query("SELECT strEvent FROM MTDLog"), "LockCleared") << "although no other came in its place";
     unsetenv("TZ");
     tzset();
 }
 
 TEST_F(AuthorisationStore, NamesNoSessionWhoseMarkItHasNot)
 {
+    const long long session = Quarry::GetConnection().GetSessionId();
     Shellkit::ProcessMark taken;
-    ASSERT_TRUE(taken.Set("MorvUt.TokenLock.7." + std::to_string(Quarry::GetConnection().GetSessionId())));
+    ASSERT_TRUE(taken.Set(LockRow::MarkName(Quarry::GetConnection(), "MorvUt.TokenLock", 7, session)));
     CAuthorisationStore store(kGateway);
     ASSERT_TRUE(store.LockStore());
     taken.Clear();
-    EXPECT_EQ(Query("SELECT ConnectionID FROM MTDAuthorisationLock"), "-");
+    EXPECT_EQ(Query("SELECT ConnectionID FROM MTDAuthorisationLock"), std::to_string(session));
     EXPECT_FALSE(CAuthorisationStore(kGateway).LockStore()) << "was taken for that of a dead program";
     EXPECT_TRUE(store.UnlockStore());
     EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAuthorisationLock"), "0");
