@@ -1,10 +1,9 @@
 #include "Server.h"
 
 #include "Errors.h"
+#include "HmrcApi/redirect/detail/LoopbackServer.h"
 
 #include <cerrno>
-#include <httplib.h>
-#include <thread>
 
 namespace Sandbox
 {
@@ -15,34 +14,9 @@ namespace
 constexpr char kIpv4[] = "127.0.0.1";
 constexpr char kIpv6[] = "::1";
 constexpr int kTries = 20;                          // for a port that is free on both addresses
-constexpr std::size_t kThreads = 32;                // an idle kept connection holds one
 constexpr std::size_t kMostBody = 16 * 1024 * 1024; // of a request; answers set by hand may be too large on purpose
 constexpr std::size_t kLongestPath = 2000;          // the route pattern below recurses once a character
 constexpr char kAnyPath[] = R"([\s\S]*)";
-
-/// Only SO_REUSEADDR: with SO_REUSEPORT a second listener on a busy port would be let in.
-void ReuseAddress(socket_t socket)
-{
-    const int on = 1;
-    setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, reinterpret_cast<const char*>(&on), sizeof on);
-}
-
-bool HasIpv6Loopback()
-{
-    const socket_t socket = ::socket(AF_INET6, SOCK_STREAM, 0);
-    if (socket == INVALID_SOCKET)
-        return false;
-    sockaddr_in6 address{};
-    address.sin6_family = AF_INET6;
-    address.sin6_addr = in6addr_loopback;
-    const bool bound = ::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-#ifdef _WIN32
-    closesocket(socket);
-#else
-    close(socket);
-#endif
-    return bound;
-}
 
 Call ToCall(const httplib::Request& request)
 {
@@ -97,18 +71,16 @@ void Send(const Answer& answer, httplib::Response& response)
 
 } // namespace
 
-/// One address. A listener that is bound already serves; its destructor ends it.
-class Server::Listener : public httplib::Server
+/// One address.
+class Server::Listener : public HmrcApi::LoopbackServer
 {
 public:
     explicit Listener(Handler handler)
     {
-        set_socket_options(ReuseAddress);
         set_tcp_nodelay(true);
         set_keep_alive_max_count(10000);
-        set_keep_alive_timeout(1); // an idle connection delays the end by as much
+        set_keep_alive_timeout(1);
         set_payload_max_length(kMostBody);
-        new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
         set_pre_routing_handler([](const httplib::Request& request, httplib::Response& response) {
             if (request.path.size() <= kLongestPath)
                 return HandlerResponse::Unhandled;
@@ -123,34 +95,7 @@ public:
         Options(kAnyPath, handler);
     }
 
-    ~Listener() override
-    {
-        if (!m_thread.joinable())
-            return;
-        while (!is_running() && !m_ended)
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        stop();
-        m_thread.join();
-    }
-
-    /// The port that is served from now on, 0 when `port` (0: any) cannot be had; errno then tells why.
-    int Serve(const char* host, int port)
-    {
-        errno = 0;
-        const int bound = port == 0 ? bind_to_any_port(host) : bind_to_port(host, port) ? port : 0;
-        if (bound <= 0)
-            return 0;
-        ::listen(svr_sock_, 128); // the library's own queue of five makes a burst of connections wait a second
-        m_thread = std::thread([this] {
-            listen_after_bind();
-            m_ended = true;
-        });
-        return bound;
-    }
-
-private:
-    std::thread m_thread;
-    std::atomic<bool> m_ended{false};
+    ~Listener() override { End(); }
 };
 
 Server::Server(Sandbox::Options options) : m_service(std::move(options)) {}
@@ -164,7 +109,7 @@ void Server::Start(int port)
         const std::lock_guard lock(m_stopMutex);
         m_stopping = false;
     }
-    const bool withIpv6 = HasIpv6Loopback();
+    const bool withIpv6 = HmrcApi::LoopbackServer().Bind(kIpv6, 0) != 0;
     for (int tries = port == 0 ? kTries : 1; tries > 0; --tries)
         if (TryStart(port, withIpv6))
             return;
@@ -184,13 +129,16 @@ bool Server::TryStart(int port, bool withIpv6)
     };
     auto ipv4 = std::make_unique<Listener>(handler);
     auto ipv6 = std::make_unique<Listener>(handler);
-    const int bound = ipv4->Serve(kIpv4, port);
-    if (bound == 0 || (withIpv6 && ipv6->Serve(kIpv6, bound) == 0)) {
+    const int bound = ipv4->Bind(kIpv4, port);
+    if (bound == 0 || (withIpv6 && ipv6->Bind(kIpv6, bound) == 0)) {
         const int why = errno; // ending the listener may overwrite it
         ipv4.reset();
         errno = why;
         return false;
     }
+    ipv4->Start();
+    if (withIpv6)
+        ipv6->Start();
     m_ipv4 = std::move(ipv4);
     m_ipv6 = std::move(ipv6);
     m_port = bound;

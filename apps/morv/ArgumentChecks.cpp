@@ -1,5 +1,6 @@
 #include "ArgumentChecks.h"
 
+#include "Output.h"
 #include "WholeNumber.h"
 
 namespace Morv
@@ -11,19 +12,21 @@ CLI::Validator PlainNumber(long most)
     const auto problem = [=](const std::string& text) {
         long value = 0;
         const bool isPlain = ReadWhole(text, value) && text.front() != '0' && value >= 1 && value <= most;
-        return isPlain ? std::string() : "'" + text + "' is not a whole number from " + range;
+        return isPlain ? std::string() : Quoted(text) + " is not a whole number from " + range;
     };
     return {problem, range};
 }
 
 CLI::Validator NotEmpty()
 {
-    return {[](const std::string& text) {
-                return std::string(text.empty()             ? "the value is empty"
-                                   : text.starts_with("--") ? "the value is missing"
-                                                            : "");
-            },
-            ""};
+    const auto problem = [](const std::string& text) {
+        if (text.empty())
+            return std::string("the value is empty");
+        if (text.starts_with("--")) // the next option: --user --json names nobody
+            return std::string("the value is missing");
+        return HasControlCharacters(text) ? "the value holds control characters" : std::string();
+    };
+    return {problem, ""};
 }
 
 CLI::Validator PlainYear()

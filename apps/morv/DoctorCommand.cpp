@@ -14,7 +14,6 @@
 #include "MorvUt/MorvUt.h"
 #include "Output.h"
 #include "Quarry/Session.h"
-#include "Shellkit/Cipher.h"
 
 namespace Morv
 {
@@ -70,6 +69,20 @@ Finding CheckCredentials()
             "Build with cmake -DMORVUT_HMRC_CREDENTIALS=FILE."};
 }
 
+Finding CheckSpace(const std::string& practice)
+{
+    constexpr std::uintmax_t kLeast = 16 * 1024 * 1024; // bytes; a fetch for all clients writes less
+    std::error_code none;
+    const auto folder = std::filesystem::absolute(PracticePath(practice), none).parent_path();
+    const auto space = std::filesystem::space(folder, none);
+    if (none)
+        return {"disk", true, "its free space is not known", ""};
+    const std::string found = std::to_string(space.available / (1024 * 1024)) + " MiB free beside the practice";
+    if (space.available >= kLeast)
+        return {"disk", true, found, ""};
+    return {"disk", false, found, "Free some space: on a full disk nothing that HMRC sends can be kept."};
+}
+
 Finding CheckPracticeFile(const std::string& practice)
 {
     const auto version = Brix::ReadSchemaVersion(Quarry::GetConnection());
@@ -82,12 +95,12 @@ Finding CheckPracticeFile(const std::string& practice)
             "morv practice check lists them."};
 }
 
-Finding CheckKey(const std::string& practice)
+Finding CheckKey(const std::string& practice, const PracticeSession& session)
 {
-    const std::string problem = Shellkit::KeyFileProblem(KeyPath(practice));
-    if (problem.empty())
-        return {"key", true, KeyPath(practice), ""};
-    return {"key", false, problem, "Stored tokens and passwords cannot be read without it."};
+    if (const auto& problem = session.GetKeyProblem())
+        return {"key", false, problem->what(),
+                problem->action + " Stored tokens and passwords cannot be read without it."};
+    return {"key", true, KeyPath(practice), ""};
 }
 
 Finding CheckTokens(const std::string&)
@@ -125,18 +138,30 @@ Finding CheckLocks(const std::string&)
 
 constexpr Finding (*kMachineChecks[])() = {CheckSettings, CheckClock, CheckCertificates, CheckDrivers,
                                            CheckCredentials};
-constexpr Finding (*kPracticeChecks[])(const std::string&) = {CheckPracticeFile, CheckKey, CheckTokens, CheckLocks};
+constexpr Finding (*kPracticeChecks[])(const std::string&) = {CheckPracticeFile, CheckTokens, CheckLocks};
+
+void ExaminePractice(const std::string& practice, const CommonOptions& options, std::vector<Finding>& findings)
+{
+    findings.push_back(CheckSpace(practice));
+    try {
+        const PracticeSession session(practice, options, Login::IfGiven, Key::Examined);
+        findings.push_back(CheckKey(practice, session));
+        for (const auto check : kPracticeChecks)
+            findings.push_back(check(practice));
+    } catch (const CommandError& error) {
+        if (error.code != kReadOnly)
+            throw;
+        findings.push_back({"practice", false, error.what(), "Until then the practice cannot be used."});
+    }
+}
 
 std::vector<Finding> Examine(const std::string& practice, const CommonOptions& options)
 {
     std::vector<Finding> findings;
     for (const auto check : kMachineChecks)
         findings.push_back(check());
-    if (practice.empty())
-        return findings;
-    const PracticeSession session(practice, options, Login::IfGiven);
-    for (const auto check : kPracticeChecks)
-        findings.push_back(check(practice));
+    if (!practice.empty())
+        ExaminePractice(practice, options, findings);
     return findings;
 }
 

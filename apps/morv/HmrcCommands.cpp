@@ -66,7 +66,8 @@ void UseBase(const CommonOptions& options)
     if (!HmrcApi::CClientData::SetLoopbackOverride(options.base))
         throw CommandError(Exit::BadInput, "BAD_BASE",
                            "--base: " + Quoted(options.base) + " is not an address of this machine",
-                           "Only http:// or https:// on 127.0.0.1, [::1] or localhost is taken.");
+                           "A base looks like http://127.0.0.1:8080/; 127.0.0.1, [::1] and localhost are taken, ports "
+                           "from 1 to 65535.");
 }
 
 void AddHmrcCommands(CLI::App& app, Program& program)

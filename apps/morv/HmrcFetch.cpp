@@ -231,6 +231,8 @@ Exit Fetch(const HmrcArguments& arguments, const CommonOptions& options)
         return FetchAll(arguments, options);
     const ClientView client = ClientOf(arguments.client); // it must be there before anything is asked or written
     const FetchResult result = FetchOne(client, arguments, options);
+    if (result.stopped == FetchResult::Stopped::Busy)
+        return Exit::CannotOpen;
     if (result.stopped == FetchResult::Stopped::No && HmrcApi::IsUnreachable(*result.errors))
         return Exit::HmrcUnreachable;
     return result.ok ? Exit::Done : Exit::Refused;

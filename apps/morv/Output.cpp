@@ -41,13 +41,6 @@ std::string FormatMoment(const COleDateTime& moment, const char* pattern)
     return moment.GetStatus() == COleDateTime::valid ? Afx::FormatTime(moment.Fields(), pattern).Str() : "-";
 }
 
-std::string Cut(std::string_view text, std::size_t most)
-{
-    const std::string whole = Printable(text);
-    const std::string_view shown = Afx::CutUtf8(whole, most);
-    return std::string(shown) + (shown.size() < whole.size() ? "…" : "");
-}
-
 void Write(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
 
 } // namespace
@@ -115,11 +108,20 @@ std::string Printable(std::string_view text)
     return Afx::ToPrintable(flat);
 }
 
+std::string Cut(std::string_view text, std::size_t most)
+{
+    const std::string whole = Printable(text);
+    const std::string_view shown = Afx::CutUtf8(whole, most);
+    return std::string(shown) + (shown.size() < whole.size() ? "…" : "");
+}
+
 std::string Shown(std::string_view text)
 {
     constexpr std::size_t kMost = 500;
     return Cut(text, kMost);
 }
+
+bool HasControlCharacters(std::string_view text) { return Printable(text) != Afx::ToUtf8(text); }
 
 std::string Quoted(std::string_view text)
 {

@@ -9,6 +9,7 @@
 #include "Brix/Schema.h"
 #include "Cellar/Connection.h"
 #include "Commands.h"
+#include "GroupFolder.h"
 #include "MorvUt/StartUp.h"
 #include "Output.h"
 #include "Quarry/Session.h"
@@ -27,44 +28,60 @@ void RequireEmptyPlace(const std::string& practice)
 {
     if (Quarry::GetConnection().Queryf("SELECT name FROM sqlite_master WHERE name <> 'CellarSession'").rows.empty())
         return;
-    throw CommandError(Exit::CannotOpen, "EXISTS", practice + " is there already",
+    throw CommandError(Exit::CannotOpen, "EXISTS", Quoted(practice) + " is there already",
                        "Choose another name, or remove the file first.");
 }
 
 // A key that is left from a creation that was cut short serves again: nothing was enciphered with it yet.
-void MakeKey(const std::string& practice)
+void MakeKey(const std::string& practice, Shellkit::KeyReaders readers)
 {
     const std::string path = KeyPath(practice);
     std::error_code none;
     if (std::filesystem::is_empty(path, none) && !none)
         std::filesystem::remove(path, none); // the creation ended before the key was in it
-    if (!std::filesystem::exists(path) && !Shellkit::MakeKeyFile(path))
-        throw CommandError(Exit::CannotOpen, "NO_KEY", "the practice's key file cannot be written: " + path,
+    if (!std::filesystem::exists(path) && !Shellkit::MakeKeyFile(path, readers))
+        throw CommandError(Exit::CannotOpen, "NO_KEY", "the practice's key file cannot be written: " + Quoted(path),
                            "Check the folder's permissions and free space.");
-    const auto key = Shellkit::ReadKeyFile(path);
+    const std::string file = PracticePath(practice);
+    const auto key = Shellkit::ReadKeyFile(path, file);
     if (!key || !Shellkit::SetPracticeKey(*key))
-        throw CommandError(Exit::CannotOpen, "NO_KEY", Shellkit::KeyFileProblem(path), "");
+        throw CommandError(Exit::CannotOpen, "NO_KEY", Shellkit::KeyFileProblem(path, file), "");
 }
 
 int CountRows(Quarry::CDataList&& list) { return list.Open() ? list.GetCount() : 0; }
 
-void Create(const std::string& practice, bool sample, int clients, const CommonOptions& options)
+struct NewPractice
 {
+    std::string path;
+    std::string group; // that shares it; empty: its owner's alone
+    bool sample = false;
+    int clients = kSampleClients;
+};
+
+void Create(const NewPractice& wanted, const CommonOptions& options)
+{
+    using Creation = Cellar::CConnection::Create;
+    const std::string& practice = wanted.path;
+    const bool isShared = !wanted.group.empty();
+    CheckPracticeText(practice);
     if (PracticePath(practice).empty())
         throw CommandError(Exit::CannotOpen, "NO_SERVER_DRIVER", "this build makes practices in files only",
                            "Give a path.");
     UseYear(options);
+    if (isShared)
+        PrepareGroupFolder(PracticePath(practice), wanted.group);
     try {
-        Quarry::SetConnection(Cellar::CConnection::Open(CString(practice), Cellar::CConnection::Create::IfMissing));
+        Quarry::SetConnection(
+            Cellar::CConnection::Open(CString(practice), isShared ? Creation::ForGroup : Creation::IfMissing));
         RequireEmptyPlace(practice);
-        MakeKey(practice);
+        MakeKey(practice, isShared ? Shellkit::KeyReaders::Group : Shellkit::KeyReaders::Owner);
         // One transaction: killed half-way, the file holds nothing and the next creation succeeds.
         Quarry::CTransaction transaction;
         Quarry::GetConnection().LockTable("BRIXSchema"); // whoever creates at the same time waits here ...
         RequireEmptyPlace(practice);                     // ... and finds that it is done
         Brix::CreateSchema(Quarry::GetConnection());
-        if (sample)
-            FillSamplePractice(clients);
+        if (wanted.sample)
+            FillSamplePractice(wanted.clients);
         else
             FillNewPractice();
         transaction.Commit();
@@ -82,10 +99,24 @@ void Create(const std::string& practice, bool sample, int clients, const CommonO
                   result["clients"].get<int>(), result["partnerships"].get<int>(), KeyPath(practice));
 }
 
+std::vector<Brix::Fault> FaultsOf(const std::string& practice, const CommonOptions& options)
+{
+    try {
+        const PracticeSession session(practice, options, Login::IfGiven, Key::Examined);
+        std::vector<Brix::Fault> faults = Brix::CheckPractice(Quarry::GetConnection());
+        if (session.GetKeyProblem())
+            faults.insert(faults.begin(), {"", 0, session.GetKeyProblem()->what()});
+        return faults;
+    } catch (const CommandError& error) {
+        if (error.code != kReadOnly)
+            throw;
+        return {{"", 0, error.what()}};
+    }
+}
+
 Exit Check(const std::string& practice, const CommonOptions& options)
 {
-    const PracticeSession session(practice, options, Login::IfGiven);
-    const auto faults = Brix::CheckPractice(Quarry::GetConnection());
+    const auto faults = FaultsOf(practice, options);
     if (options.json) {
         Json list = Json::array();
         for (const auto& fault : faults)
@@ -141,12 +172,12 @@ void SetOption(Brix::COptions& record, const std::string& assignment)
         int value = 0;
         if (!ReadWhole(text, value) || value < option.least || value > option.most)
             throw CommandError(Exit::BadInput, "BAD_VALUE",
-                               name + " takes a whole number from " + std::to_string(option.least) + " to " +
-                                   std::to_string(option.most) + ", not '" + text + "'",
+                               std::string(option.name) + " takes a whole number from " + std::to_string(option.least) +
+                                   " to " + std::to_string(option.most) + ", not " + Quoted(text),
                                std::string("Write ") + option.name + "=" + std::to_string(option.least) + ".");
         return option.set(record, value);
     }
-    throw CommandError(Exit::BadInput, "UNKNOWN_OPTION", "there is no option " + name,
+    throw CommandError(Exit::BadInput, "UNKNOWN_OPTION", "there is no option " + Quoted(name),
                        "morv practice options PRACTICE lists them.");
 }
 
@@ -180,17 +211,17 @@ void AddPracticeCommands(CLI::App& app, Program& program)
     CLI::App* practice = app.add_subcommand("practice", "Make, check and set up practices")->require_subcommand(1);
     // Shared by the callbacks, which run after the parse.
     auto path = std::make_shared<std::string>();
-    auto sample = std::make_shared<bool>(false);
-    auto clients = std::make_shared<int>(kSampleClients);
+    auto wanted = std::make_shared<NewPractice>();
     auto assignments = std::make_shared<std::vector<std::string>>();
 
     CLI::App* create = practice->add_subcommand("create", "Make a practice in a new file");
-    create->add_option("practice", *path, "Path of the new practice")->required();
-    CLI::Option* isSample = create->add_flag("--sample", *sample, "With sample clients and users");
-    create->add_option("--clients", *clients, "Number of sample clients (12)")
+    create->add_option("practice", wanted->path, "Path of the new practice")->required();
+    create->add_option("--group", wanted->group, "Group of this computer that shares the practice")->check(NotEmpty());
+    CLI::Option* isSample = create->add_flag("--sample", wanted->sample, "With sample clients and users");
+    create->add_option("--clients", wanted->clients, "Number of sample clients (12)")
         ->check(PlainNumber(1000000))
         ->needs(isSample);
-    create->callback([=, &program] { Create(*path, *sample, *clients, program.options); });
+    create->callback([=, &program] { Create(*wanted, program.options); });
 
     CLI::App* check = practice->add_subcommand("check", "Look for what does not fit together");
     check->add_option("practice", *path, "The practice")->required();

@@ -1,9 +1,13 @@
 #include "Session.h"
 
+#include <cstdio>
+
+#include "Afx/TextFold.h"
 #include "Brix/Schema.h"
 #include "Cellar/Connection.h"
 #include "MorvUt/MorvUt.h"
 #include "MorvUt/StartUp.h"
+#include "Output.h"
 #include "Quarry/Session.h"
 #include "Shellkit/Cipher.h"
 #include "WholeNumber.h"
@@ -14,35 +18,46 @@ namespace Morv
 namespace
 {
 
-void CheckSchema(const std::string& practice)
+Brix::SchemaVersion CheckSchema(const std::string& practice)
 {
-    const auto version = Brix::ReadSchemaVersion(Quarry::GetConnection());
+    auto version = Brix::ReadSchemaVersion(Quarry::GetConnection());
     switch (version.state) {
     case Brix::SchemaState::Current:
-        return;
+        break;
     case Brix::SchemaState::Older:
         Brix::UpgradeSchema(Quarry::GetConnection());
-        return;
+        break;
     case Brix::SchemaState::NotAPractice:
-        throw CommandError(Exit::CannotOpen, "NOT_A_PRACTICE", practice + " is a database, but not a practice",
+        throw CommandError(Exit::CannotOpen, "NOT_A_PRACTICE", Quoted(practice) + " is a database, but not a practice",
                            "Name a practice, or make one with morv practice create.");
     case Brix::SchemaState::Newer:
         throw CommandError(Exit::CannotOpen, "NEWER_SCHEMA",
-                           practice + " has schema " + std::to_string(version.version) + ", this program reads up to " +
-                               std::to_string(Brix::kSchemaVersion),
+                           Quoted(practice) + " has schema " + std::to_string(version.version) +
+                               ", this program reads up to " + std::to_string(Brix::kSchemaVersion),
                            "Update this program.");
     }
+    return version;
 }
 
-void LoadKey(const std::string& practice)
+void KeepPrivate()
 {
-    const std::string path = KeyPath(practice);
-    const auto key = Shellkit::ReadKeyFile(path);
-    if (!key || !Shellkit::SetPracticeKey(*key)) {
-        const std::string problem = Shellkit::KeyFileProblem(path);
-        throw CommandError(Exit::CannotOpen, "NO_PRACTICE_KEY", problem.empty() ? path + ": no practice key" : problem,
-                           "Put the key file that was made with the practice beside it.");
-    }
+    if (const std::string note = Quarry::GetConnection().KeepPrivate(); !note.empty())
+        std::fprintf(stderr, "morv: %s.\n", Printable(note).c_str());
+}
+
+/// Takes the key into use, or says why not.
+std::optional<CommandError> LoadKey(const std::string& practice, const Brix::SchemaVersion& version)
+{
+    constexpr char kAction[] = "Put the key file that was made with the practice beside it.";
+    const std::string path = KeyPath(practice), file = PracticePath(practice);
+    const auto key = Shellkit::ReadKeyFile(path, file);
+    if (!key || !Shellkit::SetPracticeKey(*key))
+        return CommandError(Exit::CannotOpen, "NO_PRACTICE_KEY", Shellkit::KeyFileProblem(path, file), kAction);
+    if (Brix::IsPracticeKey(Quarry::GetConnection(), version))
+        return std::nullopt;
+    Shellkit::SetPracticeKey({});
+    return CommandError(Exit::CannotOpen, "WRONG_PRACTICE_KEY",
+                        "the key beside the practice is not its own: " + Quoted(path), kAction);
 }
 
 void LogIn(const std::string& user, Login login)
@@ -52,7 +67,8 @@ void LogIn(const std::string& user, Login login)
     Brix::CUser users;
     if (!user.empty()) {
         if (!users.Open({{Brix::CUser::kUserID, user}}))
-            throw CommandError(Exit::BadInput, "UNKNOWN_USER", "--user: there is no user " + user + " in this practice",
+            throw CommandError(Exit::BadInput, "UNKNOWN_USER",
+                               "--user: there is no user " + Quoted(user) + " in this practice",
                                "morv user list shows who there is.");
         CUserData::ClearPermissions();
         CUserData::SetUser(user.c_str());
@@ -79,11 +95,22 @@ Brix::CClient OpenClient(long id)
     return client;
 }
 
+void CheckPracticeText(const std::string& practice)
+{
+    if (HasControlCharacters(practice))
+        throw CommandError(Exit::BadInput, "BAD_ARGUMENTS",
+                           "practice: the name " + Quoted(practice) + " holds control characters",
+                           "Name the practice's file.");
+}
+
 std::string PracticePath(const std::string& practice)
 {
-    if (practice.starts_with("odbc:"))
+    const auto hasScheme = [&practice](std::string_view scheme) {
+        return Afx::EqualNoCase(std::string_view(practice).substr(0, scheme.size()), scheme);
+    };
+    if (hasScheme("odbc:"))
         return {};
-    return practice.starts_with("sqlite:") ? practice.substr(7) : practice;
+    return hasScheme("sqlite:") ? practice.substr(7) : practice;
 }
 
 std::string KeyPath(const std::string& practice) { return PracticePath(practice) + ".key"; }
@@ -98,8 +125,9 @@ CommandError FromDatabaseError(const std::exception& error)
     switch (database->GetCategory()) {
     case Category::Busy:
         return CommandError(Exit::CannotOpen, "PRACTICE_BUSY", reason, "Another program is writing; try again.");
-    case Category::CannotOpen:
     case Category::ReadOnly:
+        return CommandError(Exit::CannotOpen, kReadOnly, reason, "");
+    case Category::CannotOpen:
     case Category::LostConnection:
         return CommandError(Exit::CannotOpen, "CANNOT_OPEN", reason, "");
     default:
@@ -114,18 +142,23 @@ void UseYear(const CommonOptions& options)
         return;
     int year = 0;
     if (!ReadWhole(options.year, year) || year < GetMinRealTaxYear() || year > GetMaxRealTaxYear())
-        throw CommandError(Exit::BadInput, "BAD_YEAR", "--year: " + options.year + " is no tax year that is supported",
+        throw CommandError(Exit::BadInput, "BAD_YEAR",
+                           "--year: " + Quoted(options.year) + " is no tax year that is supported",
                            "Give the year in which the tax year ends, 1991 to 2025.");
     SetCurrentTaxYear(ConvertRealToRelativeTaxYear(static_cast<short>(year)));
 }
 
-PracticeSession::PracticeSession(const std::string& practice, const CommonOptions& options, Login login)
+PracticeSession::PracticeSession(const std::string& practice, const CommonOptions& options, Login login, Key key)
 {
+    CheckPracticeText(practice);
     UseYear(options);
     try {
         Quarry::SetConnection(Cellar::CConnection::Open(CString(practice)));
-        CheckSchema(practice);
-        LoadKey(practice);
+        const Brix::SchemaVersion version = CheckSchema(practice);
+        KeepPrivate();
+        m_keyProblem = LoadKey(practice, version);
+        if (m_keyProblem && key == Key::Needed)
+            throw CommandError(*m_keyProblem);
         FollowDateFormat();
         LogIn(options.user, login);
     } catch (const Cellar::DatabaseError& error) {

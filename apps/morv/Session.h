@@ -39,20 +39,37 @@ enum class Login
 /// Makes --year the current tax year of this run. Throws CommandError for a year that is none.
 void UseYear(const CommonOptions& options);
 
+enum class Key
+{
+    Needed,
+    Examined // commands that report what is wrong with it, and store no secret
+};
+
 /// Opens the practice: its file, its schema, its key, and the user. Ends them all in the end (MorvUtShutDown).
 class PracticeSession
 {
 public:
-    PracticeSession(const std::string& practice, const CommonOptions& options, Login login);
+    PracticeSession(const std::string& practice, const CommonOptions& options, Login login, Key key = Key::Needed);
     ~PracticeSession();
     PracticeSession(const PracticeSession&) = delete;
     PracticeSession& operator=(const PracticeSession&) = delete;
+
+    /// Why the practice's key is not in use; nothing when it is.
+    const std::optional<CommandError>& GetKeyProblem() const noexcept { return m_keyProblem; }
+
+private:
+    std::optional<CommandError> m_keyProblem;
 };
 
 /// The client of that row id. Throws CommandError when there is none.
 Brix::CClient OpenClient(long id);
 
-/// The file behind a practice text: "sqlite:path" or a bare path; empty for a server.
+/// Of a practice that is there and whole, but cannot be written: the code of its CommandError.
+inline constexpr char kReadOnly[] = "READ_ONLY";
+
+/// What a user gives for a practice. Throws CommandError for control characters, which could forge a message.
+void CheckPracticeText(const std::string& practice);
+/// The file behind a practice text: "sqlite:path" (in any case) or a bare path; empty for a server.
 std::string PracticePath(const std::string& practice);
 std::string KeyPath(const std::string& practice);
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "Afx/CoreDumps.h"
 #include "Afx/Exceptions.h"
 #include "Afx/Text.h"
 #include "Afx/WindowSystem.h"
@@ -83,8 +84,10 @@ std::string MessageOf(const CLI::ParseError& error, const CLI::App& app)
     const std::vector<std::string> unread = app.remaining(true);
     const bool isOfWords = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError) ||
                            error.get_exit_code() == static_cast<int>(CLI::ExitCodes::RequiredError);
-    if (unread.empty() || !isOfWords)
-        return error.what();
+    if (unread.empty() || !isOfWords) { // the library repeats whole arguments
+        constexpr std::size_t kLongest = 300;
+        return Cut(error.what(), kLongest);
+    }
     const std::string& word = unread.front();
     if (word.starts_with('-'))
         return Quoted(word) + " is no option here";
@@ -131,6 +134,7 @@ Exit Run(CLI::App& app, Program& program, const std::vector<std::string>& argume
 int main(int argc, char** argv)
 {
     OpenStandardFiles();
+    Afx::SwitchOffCoreDumps();
     MorvApp application;
     MorvUtStartUp("Corvane Pro", "Software\\Velmara Open Systems");
     Afx::WindowSystem::Install(std::make_unique<MorvWindowSystem>());

@@ -7,6 +7,7 @@
 #include "Afx/Clock.h"
 #include "Afx/Collections.h"
 #include "Afx/Computer.h"
+#include "Afx/CoreDumps.h"
 #include "Afx/CString.h"
 #include "Afx/DataExchange.h"
 #include "Afx/DateTime.h"

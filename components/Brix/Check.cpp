@@ -29,6 +29,8 @@ struct Unique
     std::vector<const char*> columns;
     bool ignoreCase;
     const char* fault;
+    const char* mayBeNull = nullptr; // the column in which null is an empty text
+    SqlText among = {};              // further conditions on the rows a and b that count
 };
 
 const std::vector<Unique>& Uniques()
@@ -52,6 +54,18 @@ const std::vector<Unique>& Uniques()
         {&CUserRole::Declaration, {"strRole"}, true, "the role stands twice"},
         {&CUserPermissions::Declaration, {"strUserID", "nPermission"}, true, "the user's permission stands twice"},
         {&CUserRolePermissions::Declaration, {"strRole", "nPermission"}, true, "the role's permission stands twice"},
+        {&CNewEmploy::Declaration,
+         {"lTaxFormID", "strPAYEReference", "strWorksNumber"},
+         false,
+         "the year's employment from HMRC stands twice",
+         "strWorksNumber",
+         " AND a.[bFromHMRC] <> 0 AND b.[bFromHMRC] <> 0 AND a.[strPAYEReference] <> ''"},
+        {&CPensionStateBenefits::Declaration,
+         {"lTaxFormID", "nType", "strReference", "strWorksNumber"},
+         false,
+         "the year's pension with one reference stands twice",
+         "strWorksNumber",
+         " AND a.[nType] IN (1040, 1050) AND a.[strReference] <> ''"},
     };
     return uniques;
 }
@@ -199,12 +213,16 @@ private:
         SqlText columns;
         SqlText same;
         for (const char* const column : unique.columns) {
-            columns += SqlText(", ") + In("a", column) + ", " + In("b", column);
-            same += SqlText(" AND ") + In("a", column) + " = " + In("b", column);
+            const bool mayBeNull = unique.mayBeNull && std::string_view(unique.mayBeNull) == column;
+            const auto value = [&](const SqlText& alias) {
+                return mayBeNull ? SqlText("COALESCE(") + In(alias, column) + ", '')" : In(alias, column);
+            };
+            columns += SqlText(", ") + value("a") + ", " + value("b");
+            same += SqlText(" AND ") + value("a") + " = " + value("b");
         }
         const SqlText name = Bracketed(table.sqlName);
         const SqlText statement = SqlText("SELECT a.[lID]") + columns + " FROM " + name + " a, " + name +
-                                  " b WHERE b.[lID] < a.[lID]" + same + " ORDER BY a.[lID]";
+                                  " b WHERE b.[lID] < a.[lID]" + same + unique.among + " ORDER BY a.[lID]";
         long last = 0;
         for (const auto& row : m_connection.Query(statement, {}).rows) {
             bool isSame = true; // the database compares texts without regard to case

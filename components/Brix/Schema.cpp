@@ -4,6 +4,7 @@
 
 #include "Afx/TextFold.h"
 #include "Brix/detail/Catalog.h"
+#include "Brix/detail/PracticeKey.h"
 #include "Cellar/Transaction.h"
 
 namespace Brix
@@ -202,26 +203,38 @@ std::string SchemaScript(const Dialect& dialect)
 void CreateSchema(Cellar::CConnection& connection)
 {
     Cellar::CTransaction transaction(connection, Cellar::Intent::Write);
-    if (ReadSchemaVersion(connection).state != SchemaState::NotAPractice)
+    if (ReadCatalog(connection).contains("brixschema"))
         throw DatabaseError(DatabaseError::Category::Other, "", "there is a practice in this database already", "");
     connection.Script(SchemaScript(connection.GetDialect()));
-    connection.ExecuteDirectf("INSERT INTO [BRIXSchema] ([nVersion]) VALUES (%d)", kSchemaVersion);
+    connection.ExecuteDirectf("INSERT INTO [BRIXSchema] ([nVersion], [vbKeyCheck]) VALUES (%d, %b)", kSchemaVersion,
+                              MakeKeyCheck());
     transaction.Commit();
 }
 
 SchemaVersion ReadSchemaVersion(Cellar::CConnection& connection)
 {
-    const Catalog catalog = ReadCatalog(connection);
-    const auto table = catalog.find("brixschema");
-    if (table == catalog.end() || !table->second.contains("nversion"))
-        return {SchemaState::NotAPractice, 0};
-    const Cellar::RowSet set = connection.Queryf("SELECT MAX([nVersion]) FROM [BRIXSchema]");
-    const int version = static_cast<int>(Cellar::ToLong(set.rows.at(0).at(0)));
-    if (version < 1)
-        return {SchemaState::NotAPractice, 0};
-    if (version > kSchemaVersion)
-        return {SchemaState::Newer, version};
-    return {version < kSchemaVersion ? SchemaState::Older : SchemaState::Current, version};
+    SchemaVersion read{SchemaState::NotAPractice, 0, {}};
+    Cellar::RowSet set;
+    try {
+        set = connection.Query("SELECT * FROM [BRIXSchema]", {}); // an older practice lacks columns
+    } catch (const DatabaseError& error) {
+        if (error.GetCategory() != DatabaseError::Category::Syntax)
+            throw;
+        return read; // no such table
+    }
+    for (const auto& row : set.rows) {
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            if (Afx::EqualNoCase(set.columns[i], "nVersion"))
+                read.version = std::max(read.version, static_cast<int>(Cellar::ToLong(row[i])));
+            else if (Afx::EqualNoCase(set.columns[i], "vbKeyCheck"))
+                read.keyCheck = Cellar::ToBytes(row[i]);
+        }
+    }
+    if (read.version > kSchemaVersion)
+        read.state = SchemaState::Newer;
+    else if (read.version > 0)
+        read.state = read.version < kSchemaVersion ? SchemaState::Older : SchemaState::Current;
+    return read;
 }
 
 void UpgradeSchema(Cellar::CConnection& connection)

@@ -14,7 +14,7 @@ namespace Brix
 {
 
 /// The version of the schema that this library reads and writes.
-inline constexpr int kSchemaVersion = 2;
+inline constexpr int kSchemaVersion = 3;
 
 /// All declared tables, record classes first, then the tables that are reached by statements only.
 BRIX_API const std::vector<const Quarry::Table*>& AllTables();
@@ -24,8 +24,8 @@ BRIX_API const Quarry::Table* FindTable(std::string_view sqlName) noexcept;
 /// The statements that make the whole schema in the dialect.
 BRIX_API std::string SchemaScript(const Cellar::Dialect& dialect);
 
-/// Makes the schema in an empty database, in one transaction. Throws Cellar::DatabaseError (Other) when a practice is
-/// there already.
+/// Makes the schema in an empty database, in one transaction; the key that is set (Shellkit::SetPracticeKey) becomes
+/// the practice's own. Throws Cellar::DatabaseError (Other) when a practice is there already.
 BRIX_API void CreateSchema(Cellar::CConnection& connection);
 
 enum class SchemaState
@@ -38,12 +38,18 @@ enum class SchemaState
 struct SchemaVersion
 {
     SchemaState state;
-    int version; // 0 when not a practice
+    int version;            // 0 when not a practice
+    Cellar::Bytes keyCheck; // for IsPracticeKey
 };
+/// With one statement, of a practice of whatever version. Not within a transaction of a server, which it may end.
 BRIX_API SchemaVersion ReadSchemaVersion(Cellar::CConnection& connection);
 /// Brings an older practice up to date in one transaction: adds the tables and columns that it lacks (a current one
 /// that lost some gets them back). Throws Cellar::DatabaseError (Other) when there is no practice, or a newer one.
 BRIX_API void UpgradeSchema(Cellar::CConnection& connection);
+
+/// Whether the key that is set is the practice's own. Where nothing in the practice tells yet, it is when it opens a
+/// stored secret, or when none is stored, and is known from then on.
+BRIX_API bool IsPracticeKey(Cellar::CConnection& connection, const SchemaVersion& version);
 
 /// Something that does not fit together in a practice.
 struct Fault

@@ -74,7 +74,7 @@ CConnection::~CConnection() = default;
 
 std::unique_ptr<CConnection> CConnection::Open(const CString& connectionText, Create create)
 {
-    auto state = std::make_shared<State>(OpenDriver(connectionText.View(), create == Create::IfMissing));
+    auto state = std::make_shared<State>(OpenDriver(connectionText.View(), create));
     return std::unique_ptr<CConnection>(new CConnection(std::move(state)));
 }
 
@@ -168,6 +168,7 @@ std::uint64_t CConnection::GetEpoch() const noexcept { return m_state->levels.Ge
 std::int64_t CConnection::GetSessionId() { return m_state->driver->GetSessionId(); }
 const Dialect& CConnection::GetDialect() const noexcept { return m_state->driver->GetDialect(); }
 const CString& CConnection::GetConnectionText() const noexcept { return m_state->connectionText; }
+std::string CConnection::KeepPrivate() { return m_state->driver->KeepPrivate(); }
 
 void CConnection::OnDirectStatement(std::function<void(std::string_view statement)> hook)
 {

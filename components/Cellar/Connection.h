@@ -42,14 +42,10 @@ class CELLAR_API CConnection
     struct State;
 
 public:
-    enum class Create : bool
-    {
-        No,
-        IfMissing // a missing or empty file becomes a new database
-    };
+    using Create = Cellar::Create;
 
-    /// Opens what the text names: `sqlite:path` or a bare path. Throws DatabaseError (CannotOpen) with a message that
-    /// says what is wrong and how to mend it.
+    /// Opens what the text names: `sqlite:path` or a bare path. Throws DatabaseError (CannotOpen, ReadOnly) with a
+    /// message that says what is wrong and how to mend it.
     static std::unique_ptr<CConnection> Open(const CString& connectionText, Create create = Create::No);
     ~CConnection();
     CConnection(const CConnection&) = delete;
@@ -111,6 +107,9 @@ public:
     std::int64_t GetSessionId();
     const Dialect& GetDialect() const noexcept;
     const CString& GetConnectionText() const noexcept; // without passwords
+    /// Takes away what other users of the computer may do with the database's files, where these are this user's own.
+    /// For practices: some were made readable by everybody. A line for the user when there was something to do, once.
+    std::string KeepPrivate();
 
     /// Told of each statement of Execute that changed something, in T-SQL, unless suspended; null removes the hook.
     void OnDirectStatement(std::function<void(std::string_view statement)> hook);

@@ -31,7 +31,7 @@ bool TakePrefix(std::string_view& text, std::string_view prefix) noexcept
 
 } // namespace
 
-OpenedDriver OpenDriver(std::string_view connectionText, bool createIfMissing)
+OpenedDriver OpenDriver(std::string_view connectionText, Create create)
 {
     if (TakePrefix(connectionText, "odbc:")) // not repeated: it may hold a password
         throw DatabaseError(DatabaseError::Category::CannotOpen, "",
@@ -39,8 +39,7 @@ OpenedDriver OpenDriver(std::string_view connectionText, bool createIfMissing)
                             "as in sqlite:practice.db",
                             "");
     TakePrefix(connectionText, "sqlite:");
-    const std::string path(connectionText);
-    return {Sqlite::Open(path, createIfMissing), "sqlite:" + path};
+    return Sqlite::Open(std::string(connectionText), create);
 }
 
 } // namespace Cellar

@@ -49,8 +49,16 @@ public:
     virtual void RollbackToSavepoint(int level); // and releases it
     /// The engine has a transaction open (it may have rolled back by itself).
     virtual bool InTransaction() = 0;
+    virtual std::string KeepPrivate() { return {}; } // see CConnection
     /// Told of each statement that the engine runs; null: nobody.
     virtual void OnSent(std::function<void(std::string_view statement)> hook) = 0;
+};
+
+enum class Create
+{
+    No,
+    IfMissing, // a missing or empty file becomes a new database, its owner's alone
+    ForGroup   // the same, and the folder's group reads and writes it
 };
 
 /// Opens what a connection text names, with the driver that its beginning names.
@@ -59,6 +67,6 @@ struct OpenedDriver
     std::unique_ptr<Driver> driver;
     std::string connectionText; // without passwords
 };
-CELLAR_API OpenedDriver OpenDriver(std::string_view connectionText, bool createIfMissing);
+CELLAR_API OpenedDriver OpenDriver(std::string_view connectionText, Create create);
 
 } // namespace Cellar

@@ -46,6 +46,11 @@ std::optional<Bytes> Seal(KeyId id, std::span<const std::uint8_t> plain)
 
 std::optional<Bytes> Seal(KeyId id, std::string_view plain) { return Seal(id, AsBytes(plain)); }
 
+bool IsEnvelope(std::span<const std::uint8_t> bytes, KeyId key) noexcept
+{
+    return bytes.size() >= kEnvelopeOverhead && bytes[0] == kFormat && bytes[1] == static_cast<std::uint8_t>(key);
+}
+
 std::optional<Bytes> Open(std::span<const std::uint8_t> envelope)
 {
     if (envelope.size() < kEnvelopeOverhead || envelope[0] != kFormat)

@@ -34,17 +34,26 @@ SHELLKIT_API std::optional<Bytes> Seal(KeyId key, std::string_view plain);
 SHELLKIT_API std::optional<Bytes> Open(std::span<const std::uint8_t> envelope);
 SHELLKIT_API std::optional<std::string> OpenText(std::span<const std::uint8_t> envelope);
 
+/// Whether the bytes look like an envelope made with that key, before anything is opened.
+SHELLKIT_API bool IsEnvelope(std::span<const std::uint8_t> bytes, KeyId key) noexcept;
+
 /// Sets the practice's key (32 bytes) for this process; an empty span forgets it. False for another length.
 SHELLKIT_API bool SetPracticeKey(std::span<const std::uint8_t> key);
 SHELLKIT_API bool HasPracticeKey() noexcept;
 
-/// The practice's key file: 64 hexadecimal digits and a line end, readable by its owner only (mode 0600).
+enum class KeyReaders
+{
+    Owner, // mode 0600
+    Group  // mode 0640; the group is the folder's where that is setgid
+};
+/// The practice's key file: 64 hexadecimal digits and a line end, readable by its owner only. Beside a file `practice`
+/// that its group reads and writes, that group may read the key too.
 /// Make refuses to overwrite; it throws as RandomBytes does. Read refuses a file that other users may read. Each false,
 /// or nothing, when the file cannot be made, read or is no key.
-SHELLKIT_API bool MakeKeyFile(const std::string& path);
-SHELLKIT_API std::optional<Bytes> ReadKeyFile(const std::string& path);
+SHELLKIT_API bool MakeKeyFile(const std::string& path, KeyReaders readers = KeyReaders::Owner);
+SHELLKIT_API std::optional<Bytes> ReadKeyFile(const std::string& path, const std::string& practice = {});
 /// Why ReadKeyFile gives nothing: one line for people with the path and how to mend it. Empty when the key can be read.
-SHELLKIT_API std::string KeyFileProblem(const std::string& path);
+SHELLKIT_API std::string KeyFileProblem(const std::string& path, const std::string& practice = {});
 
 /// `size` bytes that nobody can guess. Throws std::runtime_error when the system gives none.
 SHELLKIT_API Bytes RandomBytes(std::size_t size);

@@ -53,7 +53,8 @@ std::string TextFromKey(const Bytes& key)
 std::string WhyUnread(const Detail::OwnFile& file, const std::string& path)
 {
     if (file.openToOthers)
-        return "Other users may read the key file \"" + path + "\": run chmod 600 on it.";
+        return "Other users may read the key file \"" + path + "\": run chmod " + (file.groupMayRead ? "640" : "600") +
+               " on it.";
     if (file.error == std::errc::no_such_file_or_directory)
         return "There is no key file \"" + path + "\": put the practice's copy of it there.";
     return "The key file \"" + path + "\" cannot be read (" + file.error.message() +
@@ -61,9 +62,9 @@ std::string WhyUnread(const Detail::OwnFile& file, const std::string& path)
 }
 
 /// The key, or nothing and the reason in `problem`.
-std::optional<Bytes> ReadKey(const std::string& path, std::string& problem)
+std::optional<Bytes> ReadKey(const std::string& path, const std::string& practice, std::string& problem)
 {
-    Detail::OwnFile file = Detail::ReadOwnFile(path, kLongestFile);
+    Detail::OwnFile file = Detail::ReadOwnFile(path, kLongestFile, practice);
     if (file.openToOthers || file.error) {
         problem = WhyUnread(file, path);
         return std::nullopt;
@@ -78,26 +79,26 @@ std::optional<Bytes> ReadKey(const std::string& path, std::string& problem)
 
 } // namespace
 
-bool MakeKeyFile(const std::string& path)
+bool MakeKeyFile(const std::string& path, KeyReaders readers)
 {
     Bytes key = RandomBytes(kKeySize);
     std::string text = TextFromKey(key);
-    const bool made = Detail::MakeOwnFile(path, text);
+    const bool made = Detail::MakeOwnFile(path, text, readers == KeyReaders::Group);
     Wipe(key.data(), key.size());
     Wipe(text.data(), text.size());
     return made;
 }
 
-std::optional<Bytes> ReadKeyFile(const std::string& path)
+std::optional<Bytes> ReadKeyFile(const std::string& path, const std::string& practice)
 {
     std::string problem;
-    return ReadKey(path, problem);
+    return ReadKey(path, practice, problem);
 }
 
-std::string KeyFileProblem(const std::string& path)
+std::string KeyFileProblem(const std::string& path, const std::string& practice)
 {
     std::string problem;
-    if (auto key = ReadKey(path, problem))
+    if (auto key = ReadKey(path, practice, problem))
         Wipe(key->data(), key->size());
     return problem;
 }

@@ -59,9 +59,18 @@ void SyncFolderOf(const std::string& path)
         ::fsync(handle.Get());
 }
 
+/// The group reads and writes that file.
+bool IsSharedBy(gid_t group, const std::string& path)
+{
+    constexpr mode_t kShared = S_IRGRP | S_IWGRP;
+    struct stat status;
+    return !path.empty() && ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_gid == group &&
+           (status.st_mode & kShared) == kShared;
+}
+
 } // namespace
 
-OwnFile ReadOwnFile(const std::string& path, std::size_t limit)
+OwnFile ReadOwnFile(const std::string& path, std::size_t limit, const std::string& shared)
 {
     OwnFile result;
     const File file(path, O_RDONLY | O_NONBLOCK); // a pipe of that name must not hold us up
@@ -74,7 +83,9 @@ OwnFile ReadOwnFile(const std::string& path, std::size_t limit)
         result.error = std::make_error_code(std::errc::invalid_argument);
         return result;
     }
-    if ((status.st_mode & (S_IRWXG | S_IRWXO)) != 0) {
+    result.groupMayRead = IsSharedBy(status.st_gid, shared);
+    const mode_t others = S_IRWXG | S_IRWXO;
+    if ((status.st_mode & (result.groupMayRead ? others & ~mode_t{S_IRGRP} : others)) != 0) {
         result.openToOthers = true;
         return result;
     }
@@ -94,12 +105,13 @@ OwnFile ReadOwnFile(const std::string& path, std::size_t limit)
     return result;
 }
 
-bool MakeOwnFile(const std::string& path, std::string_view text)
+bool MakeOwnFile(const std::string& path, std::string_view text, bool forGroup)
 {
     File file(path, O_WRONLY | O_CREAT | O_EXCL, S_IRUSR | S_IWUSR);
     if (!file)
         return false;
-    if (WriteAll(file.Get(), text) && ::fsync(file.Get()) == 0 && file.Close()) {
+    const bool hasRights = !forGroup || ::fchmod(file.Get(), S_IRUSR | S_IWUSR | S_IRGRP) == 0; // whatever the umask
+    if (hasRights && WriteAll(file.Get(), text) && ::fsync(file.Get()) == 0 && file.Close()) {
         SyncFolderOf(path);
         return true;
     }

@@ -47,7 +47,7 @@ constexpr wchar_t kOwnerOnly[] = L"D:P(A;;FA;;;OW)(A;;FA;;;SY)";
 } // namespace
 
 /// The rights of an existing file are the administrator's business here: they are not examined.
-OwnFile ReadOwnFile(const std::string& path, std::size_t limit)
+OwnFile ReadOwnFile(const std::string& path, std::size_t limit, const std::string&)
 {
     OwnFile result;
     const File file(CreateFileW(PathOf(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
@@ -62,7 +62,7 @@ OwnFile ReadOwnFile(const std::string& path, std::size_t limit)
     return result;
 }
 
-bool MakeOwnFile(const std::string& path, std::string_view text)
+bool MakeOwnFile(const std::string& path, std::string_view text, bool)
 {
     SECURITY_ATTRIBUTES attributes{sizeof(SECURITY_ATTRIBUTES), nullptr, FALSE};
     if (!ConvertStringSecurityDescriptorToSecurityDescriptorW(kOwnerOnly, SDDL_REVISION_1,

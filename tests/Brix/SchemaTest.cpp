@@ -6,6 +6,7 @@
 #include <sqlite3.h>
 
 #include "NewPractice.h"
+#include "Shellkit/Cipher.h"
 
 using Brix::SchemaState;
 using Cellar::DatabaseError;
@@ -129,8 +130,9 @@ TEST_F(Schema, KnowsItsVersion)
         {"CREATE TABLE photos (id INTEGER)", SchemaState::NotAPractice, 0, "somebody else's database"},
         {"CREATE TABLE BRIXSchema (x INTEGER)", SchemaState::NotAPractice, 0, "another table of that name"},
         {"CREATE TABLE BRIXSchema (nVersion INTEGER)", SchemaState::NotAPractice, 0, "no version in it"},
-        {"CREATE TABLE BRIXSchema AS SELECT 2 AS nVersion", SchemaState::Current, 2, "ours"},
-        {"CREATE TABLE BRIXSchema AS SELECT 3 AS nVersion", SchemaState::Newer, 3, "from the future"},
+        {"CREATE TABLE BRIXSchema AS SELECT 2 AS nVersion", SchemaState::Older, 2, "before the key check"},
+        {"CREATE TABLE BRIXSchema AS SELECT 3 AS nVersion", SchemaState::Current, 3, "ours"},
+        {"CREATE TABLE BRIXSchema AS SELECT 4 AS nVersion", SchemaState::Newer, 4, "from the future"},
     };
     int number = 0;
     for (const auto& [sql, state, version, why] : rows) {
@@ -141,10 +143,55 @@ TEST_F(Schema, KnowsItsVersion)
         const Brix::SchemaVersion read = Brix::ReadSchemaVersion(*connection);
         EXPECT_EQ(read.state, state);
         EXPECT_EQ(read.version, version);
-        if (state != SchemaState::Current) {
+        if (state == SchemaState::NotAPractice || state == SchemaState::Newer) {
             EXPECT_THROW(Brix::UpgradeSchema(*connection), DatabaseError);
         }
     }
+}
+
+TEST_F(Schema, KnowsThePracticesOwnKey)
+{
+    const auto useKey = [](std::uint8_t byte) {
+        ASSERT_TRUE(Shellkit::SetPracticeKey(std::vector(Shellkit::kKeySize, byte)));
+    };
+    const auto secret = [&](std::uint8_t key) {
+        useKey(key);
+        Quarry::GetConnection().ExecuteDirectf("INSERT INTO BRIXUser (vbFBIPassword) VALUES (%b)",
+                                               Shellkit::Seal(Shellkit::KeyId::Practice, "secret").value());
+    };
+    const auto isOwn = [&](std::uint8_t key) {
+        useKey(key);
+        const Brix::SchemaVersion version = Brix::ReadSchemaVersion(Quarry::GetConnection());
+        return Brix::IsPracticeKey(Quarry::GetConnection(), version);
+    };
+    // keys of the stored secrets, a key, whether it is the own one, whether that is known from then on
+    const std::tuple<std::vector<std::uint8_t>, std::uint8_t, bool, bool, const char*> rows[] = {
+        {{}, 1, true, true, "nothing was enciphered yet"},
+        {{1}, 1, true, true, "it opens the secret"},
+        {{2, 1}, 1, true, true, "it opens one of them"},
+        {{2}, 1, false, false, "it opens none"},
+    };
+    for (const auto& [secrets, key, own, known, why] : rows) {
+        SCOPED_TRACE(why);
+        Sql("DELETE FROM BRIXUser; UPDATE BRIXSchema SET vbKeyCheck = NULL");
+        for (const std::uint8_t each : secrets)
+            secret(each);
+        EXPECT_EQ(isOwn(key), own);
+        EXPECT_EQ(!Single("SELECT vbKeyCheck FROM BRIXSchema").IsNull(), known);
+        if (known) {
+            EXPECT_FALSE(isOwn(9)) << "a wrong key";
+            EXPECT_TRUE(isOwn(key));
+        }
+    }
+    Quarry::SetConnection(Open("new.db"));
+    Brix::CreateSchema(Quarry::GetConnection()); // under key 1
+    EXPECT_FALSE(isOwn(9)) << "known from the beginning";
+    EXPECT_TRUE(isOwn(1));
+    int statements = 0;
+    Quarry::GetConnection().OnSent([&](std::string_view) { ++statements; });
+    EXPECT_TRUE(isOwn(1));
+    EXPECT_EQ(statements, 1) << "version and key at once";
+    Shellkit::SetPracticeKey({});
 }
 
 TEST_F(Schema, IsBroughtUpToDate)
@@ -157,7 +204,8 @@ TEST_F(Schema, IsBroughtUpToDate)
         "DROP TABLE BRIXMTD_NIC; DROP VIEW MTDLogWrite; DROP TABLE MTDLog;"
         "ALTER TABLE BRIXClient DROP COLUMN bNoTaxReturnSource; ALTER TABLE FeatureLocks DROP COLUMN dtLocked;"
         "DROP INDEX IX_BRIXPropUK_lTaxFormID; ALTER TABLE BRIXPropUK DROP COLUMN lTaxFormID;"
-        "UPDATE BRIXSchema SET nVersion = 1; DROP TABLE MTDAuthorisationLock;"
+        "UPDATE BRIXSchema SET nVersion = 1; ALTER TABLE BRIXSchema DROP COLUMN vbKeyCheck; DROP TABLE "
+        "MTDAuthorisationLock;"
         "CREATE TABLE MTDAuthorisationLock (lMTDAuthorisationID INTEGER PRIMARY KEY, strUserID TEXT, "
         "strWorkstation TEXT, dtLocked TEXT DEFAULT (datetime('now', '+1 hours')), ConnectionID INTEGER);");
     ASSERT_FALSE(Brix::CheckPractice(Quarry::GetConnection()).empty());

@@ -1,6 +1,7 @@
 #include <filesystem>
 #include <set>
 #include <string>
+#include <tuple>
 
 #include <gtest/gtest.h>
 
@@ -109,6 +110,23 @@ TEST(KeyFile, ThatOthersMayReadIsRefused)
     }
     std::filesystem::permissions(path, perms::owner_read);
     EXPECT_TRUE(Shellkit::ReadKeyFile(path));
+
+    const std::string shared = ::Test::TempDir() + "/shared.key", practice = ::Test::WriteFile("practice.db", "");
+    ASSERT_TRUE(Shellkit::MakeKeyFile(shared, Shellkit::KeyReaders::Group));
+    const std::tuple<perms, perms, const char*, const char*> rows[] = {
+        {perms(0640), perms(0660), "", "the group that shares the practice"},
+        {perms(0640), perms(0600), "chmod 600", "a practice that it does not share"},
+        {perms(0640), perms(0640), "chmod 600", "nor write to"},
+        {perms(0660), perms(0660), "chmod 640", "it may read the key and not change it"},
+        {perms(0644), perms(0660), "chmod 640", "everybody"},
+    };
+    EXPECT_EQ(std::filesystem::status(shared).permissions(), perms(0640));
+    for (const auto& [key, file, says, why] : rows) {
+        std::filesystem::permissions(shared, key);
+        std::filesystem::permissions(practice, file);
+        const std::string problem = Shellkit::KeyFileProblem(shared, practice);
+        EXPECT_TRUE(*says ? problem.find(says) != problem.npos : problem.empty()) << why << ": " << problem;
+    }
 }
 #endif
 

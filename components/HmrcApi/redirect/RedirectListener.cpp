@@ -4,9 +4,8 @@
 #include <condition_variable>
 #include <mutex>
 #include <optional>
-#include <thread>
 
-#include <httplib.h>
+#include "HmrcApi/redirect/detail/LoopbackServer.h"
 
 namespace HmrcApi
 {
@@ -32,54 +31,20 @@ bool IsSameSecret(const std::string& a, const std::string& b) noexcept
     return difference == 0;
 }
 
-/// One server on one address, its thread with it.
-class Listener
+/// One server on one address.
+class Listener : public LoopbackServer
 {
 public:
-    explicit Listener(std::function<void(const httplib::Request&, httplib::Response&)> answer)
+    explicit Listener(Handler answer)
     {
-        m_server.Get(kPath, std::move(answer));
-        // Without SO_REUSEPORT, which would let a second program listen on the same port.
-        m_server.set_socket_options([](socket_t socket) {
-            const int yes = 1;
-            setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, reinterpret_cast<const char*>(&yes), sizeof yes);
-        });
-        m_server.set_keep_alive_max_count(1);
-        m_server.set_keep_alive_timeout(1); // browsers open connections that they never use
-        m_server.set_read_timeout(2);
-        m_server.set_payload_max_length(4096);
+        Get(kPath, std::move(answer));
+        set_keep_alive_max_count(1);
+        set_keep_alive_timeout(1); // browsers open connections that they never use
+        set_payload_max_length(4096);
     }
-    ~Listener()
-    {
-        if (!m_isBound)
-            return;
-        Start(); // only a server that has run gives its port back
-        m_server.stop();
-        m_thread.join();
-    }
-
-    bool Bind(const char* host, int port) { return m_isBound = m_server.bind_to_port(host, port); }
-    bool BindAnyPort(const char* host) { return m_isBound = m_server.bind_to_any_port(host) > 0; }
-    void Start()
-    {
-        if (m_thread.joinable())
-            return;
-        m_thread = std::thread([this] { m_server.listen_after_bind(); });
-        while (!m_server.is_running()) // a stop before that would be lost
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-
-private:
-    httplib::Server m_server;
-    std::thread m_thread;
-    bool m_isBound = false;
 };
 
-bool HasIpv6()
-{
-    Listener probe([](const httplib::Request&, httplib::Response&) {});
-    return probe.BindAnyPort("::1");
-}
+bool HasIpv6() { return LoopbackServer().Bind("::1", 0) != 0; }
 
 class RedirectListener : public IRedirectListener
 {
@@ -124,7 +89,7 @@ private:
     {
         auto listener = std::make_unique<Listener>(
             [this](const httplib::Request& request, httplib::Response& response) { Answer(request, response); });
-        if (!listener->Bind(host, m_port))
+        if (listener->Bind(host, m_port) == 0)
             return false;
         m_listeners.push_back(std::move(listener));
         return true;

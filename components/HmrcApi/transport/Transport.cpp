@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <atomic>
+#include <charconv>
 #include <string_view>
+#include <system_error>
 
 #include "Afx/TextFold.h"
 
@@ -32,6 +34,15 @@ bool IsLoopbackNumber(std::string_view host) noexcept
             return false;
         host.remove_prefix(1);
     }
+}
+
+/// A colon and a number from 1 to 65535.
+bool IsPort(std::string_view text) noexcept
+{
+    const auto read = [&](int& port) { return std::from_chars(text.data() + 1, text.data() + text.size(), port); };
+    int port = 0;
+    return text.starts_with(':') && text.substr(1).find_first_not_of("0123456789") == text.npos &&
+           read(port).ec == std::errc() && port >= 1 && port <= 65535;
 }
 
 std::atomic<unsigned> g_connectMilliseconds{Timeouts().connectMilliseconds};
@@ -76,10 +87,14 @@ bool IsLoopbackAddress(const std::string& address)
         port = host.substr(host.starts_with('[') ? nameEnd + 1 : nameEnd);
         host = host.starts_with('[') ? host.substr(0, nameEnd + 1) : host.substr(0, nameEnd);
     }
-    if (!port.empty() &&
-        (port.front() != ':' || port.substr(1).find_first_not_of("0123456789") != std::string_view::npos))
+    if (!port.empty() && !IsPort(port))
         return false;
     return host == "[::1]" || Afx::EqualNoCase(host, "localhost") || IsLoopbackNumber(host);
+}
+
+bool IsLoopbackBase(const std::string& address)
+{
+    return IsLoopbackAddress(address) && address.find_first_of("?#") == std::string::npos;
 }
 
 } // namespace HmrcApi

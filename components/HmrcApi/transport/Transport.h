@@ -70,5 +70,7 @@ HMRCAPI_API std::unique_ptr<ITransport> MakeHttpTransport();
 
 /// The scheme is HTTP or HTTPS and the host is 127.0.0.0/8, [::1] or localhost.
 HMRCAPI_API bool IsLoopbackAddress(const std::string& address);
+/// Such an address that paths can be put behind: without a query or a fragment.
+HMRCAPI_API bool IsLoopbackBase(const std::string& address);
 
 } // namespace HmrcApi

@@ -2,6 +2,7 @@
 
 #include "HmrcApi/Fakes.h"
 #include "HmrcApi/LocalServer.h"
+#include "support/DrippingCallers.h"
 
 using namespace HmrcApi;
 
@@ -149,6 +150,21 @@ TEST_F(Dialogue, SaysWhyNoAuthorityCame)
     ExpectFailure("CANCELLED");
     authorisation->SetBrowser([](const std::string&) { return false; });
     ExpectFailure("BROWSER_NOT_OPENED");
+}
+
+TEST_F(Dialogue, IsHeldUpByNobodyElsesConnections)
+{
+    const unsigned short port = FreePort();
+    authorisation->SetRedirectPorts({port});
+    std::unique_ptr<::Test::DrippingCallers> callers;
+    authorisation->SetBrowser([&](const std::string& address) {
+        callers = std::make_unique<::Test::DrippingCallers>(port, 64);
+        return Visit("127.0.0.1", QueryOf(address, "redirect_uri"), "?code=c&state=" + QueryOf(address, "state")) ==
+               200;
+    });
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(authorisation->RequestAuthCode(), "c");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4)) << "its end included";
 }
 
 TEST_F(Dialogue, TakesTheNextPortWhenOneIsBusy)

@@ -206,6 +206,8 @@ TEST(IsLoopbackAddress, IsTrueOnlyForThisComputer)
           "http://127.0.0.1.1/", "http://127.0.0.1:80:x/", "http://[::1/", "http://[::2]/", "http://128.0.0.1/",
           "ftp://127.0.0.1/", "127.0.0.1", ""})
         EXPECT_FALSE(IsLoopbackAddress(address)) << address;
+    for (const char* port : {"0", "65536", "99999999999", "x", "+1", ""})
+        EXPECT_FALSE(IsLoopbackAddress(std::string("http://127.0.0.1:") + port)) << port;
 }
 
 TEST(TakeTurn, LetsTwoRequestsASecondThrough)

@@ -152,6 +152,10 @@ TEST_F(FetchData, ShowsAnExceptionAndSkipsTheRest)
     const auto fail = [](const Quarry::DataChange&) { throw std::runtime_error("disk full"); };
     Quarry::AddDataChangedListenerForInsert(Brix::CMTD_Employments::Declaration().number, "BRIX", fail);
     EXPECT_EQ(Run(), "disk full|");
+    Quarry::RemoveAllListeners();
+    const auto refuse = [](const Quarry::DataChange&) { throw new CUserException("not now"); }; // the framework's way
+    Quarry::AddDataChangedListenerForInsert(Brix::CMTD_Employments::Declaration().number, "BRIX", refuse);
+    EXPECT_EQ(Run(), "not now|");
     EXPECT_EQ(m_answer, "clear");
     EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXMTD_NIC"), "0");
     EXPECT_EQ(Staged(), "");

@@ -175,6 +175,36 @@ TEST_F(NewSchedules, AreNotMadeWhereTheReturnDoesNotSayWhichItHas)
     EXPECT_EQ(Differences(), "");
 }
 
+TEST_F(NewSchedules, TellOfSchedulesThatHmrcDoesNotSend)
+{
+    const struct
+    {
+        const char *typed, *first, *second; // references
+        std::size_t notes;
+        const char* why;
+    } rows[] = {
+        {nullptr, "1/A", "1/B", 1, "made from HMRC's record, which has another reference now"},
+        {"1/a ", "1/A", "1/A", 1, "typed with blanks and in another case"},
+        {"9/Z", "1/A", "1/A", 0, "the user's own"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        Forget();
+        Sql("DELETE FROM BRIXTaxForm");
+        Sql("INSERT INTO BRIXTaxForm (lID, lClientID, nYear) VALUES (9, 1, 2018)");
+        if (row.typed)
+            Quarry::GetConnection().ExecuteDirectf(
+                "INSERT INTO BRIXNewEmploy (lID, lTaxFormID, nOrdering, strPAYEReference) VALUES (4, 9, 1, %s)",
+                row.typed);
+        Fetch(Answer(Employment(row.first, "", "1"), Pension(row.first, "", "1")));
+        std::size_t notes = Create().notes.size();
+        Fetch(Answer(Employment(row.second, "", "1"), Pension(row.first, "", "1")));
+        notes += Create().notes.size();
+        EXPECT_EQ(notes, row.notes);
+        EXPECT_EQ(Create().notes.size(), row.typed ? 0u : 1u) << "each time, of what was made from HMRC's records";
+    }
+}
+
 TEST_F(NewSchedules, TakeOneFigureOfABenefitAndNoTotalTwice)
 {
     const auto benefits = [&](const std::string& sent) {
@@ -191,6 +221,10 @@ TEST_F(NewSchedules, TakeOneFigureOfABenefitAndNoTotalTwice)
     EXPECT_EQ(benefits(forecast + "," + actual), "70|4200.00|0 notes 1") << "not 8,200";
     EXPECT_EQ(benefits(forecast + "," + forecast), "70|8000.00|1 notes 0");
     EXPECT_EQ(benefits(total), "170|4205.00|0 notes 0");
+    EXPECT_EQ(benefits(Benefit("CarBenefit", "") + "," + total), "70|-|0, 170|4205.00|0 notes 1") << "no amount";
+    const std::string huge = Benefit("ServiceBenefit", "922337203685477.5");
+    EXPECT_EQ(benefits(huge + "," + Benefit("EmployerProvidedServices", "922337203685477.5")), "140|-|0 notes 1")
+        << "more than an amount can be";
     EXPECT_EQ(benefits(actual + "," + van + "," + total), "70|4200.00|0, 90|5.00|0 notes 1");
     EXPECT_EQ(benefits(Benefit("NonCashBenefit", "7") + "," + Benefit("NurseryPlaces", "8")), "170|15.00|0 notes 0");
 }

@@ -182,6 +182,8 @@ TEST(Matching, FindsTheScheduleOfEachPeriodWithAnEmployer)
         {{"W1=1"}, {"=1"}, "=0", "=0", "one of a reference is known by it alone"},
         {{"W1=1"}, {"W9=1", "W1=1"}, "=1", "=1", "the one with the works number before another"},
         {{"W9=1"}, {"W1=1"}, "=0", "=0", "a works number that HMRC has changed"},
+        {{"W9=5"}, {"W1=1", "=5"}, "=1", "=1", "the bare one before another works number"},
+        {{"W9=5"}, {"W1=1", "W2=5"}, "=1", "=1", "of two others the one with the figures"},
         {{"W1=1", "W2=2"}, {"W2=2"}, "n =0", "n =0", "a second period"},
         {{"W1=1", "W2=2"}, {"=3"}, "a0 a0", "a0 a0", "typed without a works number: it may be either, or both"},
         {{"W1=1", "W2=2"}, {"=1", "W1=1", "W2=2"}, "=1 =2", "=1 =2", "each has its own, whatever else there is"},
@@ -190,8 +192,15 @@ TEST(Matching, FindsTheScheduleOfEachPeriodWithAnEmployer)
         {{"=1", "=2"}, {"=2", "=1"}, "=1 =0", "=1 =0", "as many without a number: by their figures"},
         {{"=1", "=2"}, {"=3", "=4"}, "=0 =1", "=0 =1", "then in order"},
         {{"=1", "=2"}, {"=2"}, "a0 a0", "a0 a0", "fewer without a number, typed"},
-        {{"=1", "=2"}, {"~=2"}, "n =0", "a0 a0", "made from HMRC's record, as employments tell"},
+        {{"=1", "=2"}, {"~=2"}, "n =0", "n =0", "made from HMRC's record"},
         {{"W1=1", "=2"}, {"W1=1"}, "=0 n", "=0 n", "one of them without a number"},
+        {{"=1", "W1=2"}, {"=2"}, "a0 a0", "a0 a0", "typed without a number, which may be either"},
+        {{"W9=1", "W2=2"},
+         {"~W1=1", "~W2=2"},
+         "=0 =1",
+         "=0 =1",
+         "made from HMRC's record, which has another number now"},
+        {{"W9=1", "W2=2"}, {"W1=1", "W2=2"}, "n =1", "n =1", "typed, with another number"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
@@ -224,6 +233,7 @@ TEST(Matching, FindsTheScheduleOfEachPeriodWithAnEmployer)
             pension.reference = "1/A";
             pension.worksNumber = item.works;
             pension.amount = item.pay;
+            pension.isFromHmrc = item.isMarked;
         }
         EXPECT_EQ(Show(MatchEmployments(staged, own)), row.employments);
         EXPECT_EQ(Show(MatchPensions(staged, own)), row.pensions);

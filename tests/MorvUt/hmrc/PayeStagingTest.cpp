@@ -209,6 +209,55 @@ TEST_F(PayeStaging, TakesRowsOfOtherProgramsAsTheyAre)
     EXPECT_EQ(CountOf(Create()), 2);
 }
 
+TEST_F(PayeStaging, TakesRowsThatLackWhatWeAlwaysWrite)
+{
+    Sql("INSERT INTO BRIXMTD_TaxYear (lID, lClientID, nYear) VALUES (5, 1, 2018)");
+    Sql("INSERT INTO BRIXMTD_Employments (lID, lMTD_TaxYearID, strKey, strPAYEReference, amtPay) VALUES "
+        "(1, 5, '1/A', NULL, 1000000), (2, 5, NULL, '2/B', 10000), (3, 5, NULL, '3/C', 10000)");
+    Sql("INSERT INTO BRIXMTD_EmploymentsCompanyBenefits (lID, lMTD_EmploymentsID, strBenefitType, amtAmount, "
+        "bForecast) "
+        "VALUES (1, 1, 'CarBenefit', 400000, 1), (2, 1, 'CarBenefit', 420000, 0), (3, 1, 'TotalBenefitInKind', 420000, "
+        "0)");
+    Sql("INSERT INTO BRIXTaxForm (lID, lClientID, nYear) VALUES (9, 1, 2018)");
+    Sql("INSERT INTO BRIXNewEmploy (lID, lTaxFormID, nOrdering, strEmployerName, amtPay) VALUES (4, 9, 1, 'My pub', "
+        "5)");
+    EXPECT_EQ(Create().employments, 3) << "a schedule without a reference is nobody's";
+    EXPECT_EQ(Query("SELECT nType, amtBenefit FROM BRIXNewEmployBenefits"), "70|42.00");
+    EXPECT_EQ(Differences(), "");
+    EXPECT_EQ(Fetch(Answer(Employment("1/A", "", "100",
+                                      Benefit("CarBenefit", "40", true) + "," + Benefit("CarBenefit", "42") + "," +
+                                          Benefit("TotalBenefitInKind", "42")) +
+                           "," + Employment("2/B", "", "1") + "," + Employment("3/C", "", "1"))),
+              (StagedCounts{0, 6, 0}))
+        << "the same rows, whole now";
+    EXPECT_EQ(CountOf(Create()), 0);
+}
+
+TEST_F(PayeStaging, WritesSingleEmploymentsOfTheirOwnClientOnly)
+{
+    const auto record = [](const char* works, const char* pay) {
+        HmrcApi::Employment_t employment;
+        employment.employerPayeReference = "1/A";
+        employment.worksNumber = works;
+        employment.taxablePayTotal.Parse(pay);
+        return std::make_shared<const HmrcApi::Employment_t>(employment);
+    };
+    Fetch(Answer({}, Pension("3/C", "", "50")));
+    Sql("INSERT INTO BRIXClient (lID) VALUES (2)");
+    HmrcApi::CPAYEPrepop prepop(m_client, TaxYear(kYear), {}, HmrcApi::IEndpointOverride::Live);
+    prepop.AddEmploymentDataToMap(ClientId(2), TaxYear(kYear), "1/A", record("", "7"));
+    prepop.AddEmploymentDataToMap(m_client, TaxYear(kYear), "1/A W1", record("W1", "1"));
+    prepop.AddEmploymentDataToMap(m_client, TaxYear(kYear), "1/A W1", record("W1", "2"));
+    prepop.AddEmploymentDataToMap(m_client, TaxYear(kYear), "1/A W2", nullptr);
+    for (int run = 0; run < 2; ++run) {
+        prepop.UpdateMTDPensionStateBenefits();
+        prepop.UpdateMTDPensionsAndOther();
+        prepop.UpdateMTDEmployments();
+        prepop.UpdateMTDTaxFreeAllowances();
+        EXPECT_EQ(Staged(), "1/A|-|1/A|W1|-|-|2.00|-|-\n1|3/C|Fund|-|50.00|-\n");
+    }
+}
+
 TEST_F(PayeStaging, LeavesEverythingAsItWasWhenAnotherUserWasQuicker)
 {
     const std::string before = Answer(Employment("1/A", "W1", "100") + "," + Employment("2/B", "", "5"));

@@ -6,6 +6,8 @@
 #include <httplib.h>
 #include <thread>
 
+#include "support/DrippingCallers.h"
+
 namespace Sandbox
 {
 
@@ -70,6 +72,22 @@ TEST_F(ServerTest, DelayedAnswerHoldsUpNeitherOthersNorTheEnd)
     m_server.Stop();
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
     waiting.join();
+}
+
+TEST_F(ServerTest, IsHeldUpByNoConnectionThatSendsAByteNowAndThen)
+{
+    ::Test::DrippingCallers callers(m_server.Port(), 64);
+    const auto start = std::chrono::steady_clock::now();
+    const auto passed = [&] { return std::chrono::steady_clock::now() - start; };
+    EXPECT_EQ(Client().Get("/hello/world", kHello)->status, 200);
+    EXPECT_LT(passed(), std::chrono::seconds(3));
+    while (callers.Left() > 0 && passed() < std::chrono::seconds(20))
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_LT(passed(), std::chrono::seconds(10)) << "a request has an end";
+    ::Test::DrippingCallers others(m_server.Port(), 64);
+    const auto ending = std::chrono::steady_clock::now();
+    m_server.Stop();
+    EXPECT_LT(std::chrono::steady_clock::now() - ending, std::chrono::seconds(2));
 }
 
 TEST_F(ServerTest, SurvivesHostileRequests)

@@ -32,24 +32,34 @@ std::string On(const std::string& practice, std::string line)
     return line;
 }
 
+/// The commands that look at the practice itself report what is wrong with its key as they report anything else.
+bool IsExamination(const std::string& line) { return line.starts_with("practice check") || line.starts_with("doctor"); }
+
 TEST(BadInput, APracticeThatCannotBeOpenedIsExit3InEveryCommand)
 {
     const std::string recipes = TempDir() + "/recipes.db", newer = SamplePractice("newer.db"),
-                      noKey = SamplePractice("keyless.db"), missing = TempDir() + "/missing.db";
+                      noKey = SamplePractice("keyless.db"), wrongKey = SamplePractice("wrong.db"),
+                      missing = TempDir() + "/missing.db";
     Execute(recipes, "CREATE TABLE Recipe (Name TEXT)");
     Execute(newer, "UPDATE BRIXSchema SET nVersion = 1000000");
     std::remove((noKey + ".key").c_str());
+    WriteFile("wrong.db.key", ReadFile(newer + ".key"));
     const std::string letter = WriteFile("letter.db", "This is a letter to a client, not a database. It is long enough "
                                                       "to have a header.");
-    for (const std::string& practice : {missing, letter, recipes, newer, noKey})
-        for (const char* line :
-             {"practice check PRACTICE", "practice options PRACTICE", "client list PRACTICE",
-              "client show PRACTICE --client 1", "user list PRACTICE", "user show PRACTICE alice",
-              "hmrc authorise PRACTICE --gateway g --base http://127.0.0.1:1",
-              "hmrc fetch PRACTICE --client 1 --gateway g --base http://127.0.0.1:1", "hmrc create PRACTICE --client 1",
-              "hmrc differences PRACTICE --client 1", "hmrc log PRACTICE", "doctor PRACTICE"}) {
-            SCOPED_TRACE(On(practice, line));
-            ExpectOneLine(RunMorv(On(practice, line)), 3);
+    const std::string endless = TempDir() + "/" + std::string(120000, 'x');
+    for (const std::string& practice : {missing, letter, recipes, newer, noKey, wrongKey, endless})
+        for (const char* line : {"practice options PRACTICE", "client list PRACTICE", "client show PRACTICE --client 1",
+                                 "user list PRACTICE", "user show PRACTICE alice",
+                                 "hmrc authorise PRACTICE --gateway g --base http://127.0.0.1:1",
+                                 "hmrc fetch PRACTICE --client 1 --gateway g --base http://127.0.0.1:1",
+                                 "hmrc create PRACTICE --client 1", "hmrc differences PRACTICE --client 1",
+                                 "hmrc log PRACTICE", "practice check PRACTICE", "doctor PRACTICE"}) {
+            SCOPED_TRACE(On(practice.substr(0, 200), line));
+            const bool isExamined = practice == noKey || practice == wrongKey;
+            if (const Ended ended = RunMorv(On(practice, line)); !isExamined || !IsExamination(line))
+                ExpectOneLine(ended, 3);
+            else
+                EXPECT_TRUE(ended.exit == 1 && ended.out.find(".key") != std::string::npos) << ended.out << ended.err;
         }
     EXPECT_NE(access(missing.c_str(), F_OK), 0) << "a look must not make the file";
 }
@@ -93,6 +103,15 @@ TEST(BadInput, BadArgumentsAreExit2)
         {"hmrc fetch PRACTICE --gateway g", "neither --client nor --all"},
         {"hmrc fetch PRACTICE --client 1 --gateway g --base http://example.com/", "a base that is not loopback"},
         {"hmrc fetch PRACTICE --client 1 --gateway g --base http://127.0.0.1.example.com/", "that only looks like it"},
+        {"hmrc fetch PRACTICE --client 1 --gateway g --base http://127.0.0.1:65536", "no port"},
+        {"hmrc fetch PRACTICE --client 1 --gateway g --base http://127.0.0.1:1/?x", "paths are put behind it"},
+        {"hmrc fetch PRACTICE --client 1 --gateway g --base http://127.0.0.1:1#x", "the same"},
+        {"hmrc authorise PRACTICE --gateway \"$(printf 'g\\033[2J')\" --base http://127.0.0.1:1", "steers a terminal"},
+        {"client list \"$(printf 'PRACTICE\\nmorv: forged')\"", "forges a line"},
+        {"practice create \"$(printf 'PRACTICE\\033[2J')\"", "the same in a new one"},
+        {"practice create PRACTICE.new --group 'no such group'", "unknown group"},
+        {"client show PRACTICE --client $(printf %0120000d 1)", "not repeated whole"},
+        {"client list PRACTICE --user $(printf %0120000d 1)", "nor here"},
         {"hmrc authorise PRACTICE --gateway it\\'s --base http://127.0.0.1:1", "a quote in a gateway id"},
         {"client list PRACTICE --year 2017/19", "no year is that long"},
         {"client show PRACTICE --client --json", "an option is no client"},
@@ -112,7 +131,9 @@ TEST(BadInput, BadArgumentsAreExit2)
     const std::string practice = SamplePractice();
     for (const auto& [line, why] : rows) {
         SCOPED_TRACE(why);
-        ExpectOneLine(RunMorv(On(practice, line)), 2);
+        const Ended ended = RunMorv(On(practice, line));
+        ExpectOneLine(ended, 2);
+        EXPECT_EQ(ended.err.find('\033'), std::string::npos);
     }
     EXPECT_EQ(MorvJson("practice check " + practice)["ok"], true);
     EXPECT_EQ(MorvJson("client list " + practice).size(), 14u);

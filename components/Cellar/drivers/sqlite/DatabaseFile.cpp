@@ -1,11 +1,13 @@
 #include "Cellar/drivers/sqlite/DatabaseFile.h"
 
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <system_error>
 
 #include "Afx/Platform.h"
-#include "Cellar/DatabaseError.h"
+#include "Afx/Text.h"
+#include "Cellar/drivers/sqlite/FileRights.h"
 
 #ifdef __linux__
 #include <sys/vfs.h>
@@ -52,25 +54,70 @@ void RefuseNetworkShare(const std::string& path, const fs::path& folder)
                            "practice on a server and open that with odbc:Driver=...;Servername=...");
 }
 
-/// True for an empty file.
-bool LookInside(const std::string& path, const fs::path& file)
+/// The engine's header; shorter when the file is.
+std::string ReadHeader(const std::string& path, const fs::path& file)
 {
     std::ifstream stream(file, std::ios::binary);
     if (!stream)
         FailOpen(path, "there is no permission to read it; ask for the right to read and write it");
-    char start[kMagic.size()];
-    stream.read(start, sizeof start);
-    const std::string_view found(start, static_cast<std::size_t>(stream.gcount()));
-    if (!found.empty() && found != kMagic)
+    std::array<char, 100> header;
+    stream.read(header.data(), header.size());
+    return {header.data(), static_cast<std::size_t>(stream.gcount())};
+}
+
+/// `size` bytes of the header from `at`, the most significant first.
+std::uint64_t Number(const std::string& header, std::size_t at, std::size_t size)
+{
+    std::uint64_t number = 0;
+    for (std::size_t i = at; i < at + size && i < header.size(); ++i)
+        number = number << 8 | static_cast<unsigned char>(header[i]);
+    return number;
+}
+
+bool HasJournal(const fs::path& file)
+{
+    for (const char* const ending : {"-wal", "-journal"}) {
+        fs::path journal = file;
+        std::error_code none;
+        if (const auto size = fs::file_size(journal += ending, none); !none && size > 0)
+            return true;
+    }
+    return false;
+}
+
+/// The engine takes a file without its last bytes, or pages, for whole. With a journal it decides itself: a program
+/// that was killed while it moved the journal's pages leaves a file that looks short. The order of the looks, and the
+/// second one at the header, keep a program that does so now from looking like one.
+bool IsCutShort(const std::string& path, const fs::path& file, const std::string& header)
+{
+    constexpr std::size_t kPageSizeAt = 16, kChangesAt = 24, kPagesAt = 28, kPagesValidForAt = 92;
+    if (Number(header, kChangesAt, 4) != Number(header, kPagesValidForAt, 4) || HasJournal(file))
+        return false;
+    const std::uint64_t pageSize = Number(header, kPageSizeAt, 2);
+    const std::uint64_t length = Number(header, kPagesAt, 4) * (pageSize == 1 ? 65536 : pageSize); // 1 stands for it
+    std::error_code none;
+    return fs::file_size(file, none) < length && !none && ReadHeader(path, file) == header;
+}
+
+/// True for an empty file.
+bool LookInside(const std::string& path, const fs::path& file)
+{
+    const std::string header = ReadHeader(path, file);
+    if (!header.empty() && !header.starts_with(kMagic))
         FailOpen(path, "it is no database; check the name, or go back to a copy if it was one");
-    return found.empty();
+    if (!header.empty() && IsCutShort(path, file, header))
+        FailOpen(path, "its end is missing; go back to a copy of it");
+    return header.empty();
 }
 
 } // namespace
 
-void FailOpen(const std::string& path, const std::string& why)
+void FailOpen(const std::string& path, const std::string& why, DatabaseError::Category category)
 {
-    throw DatabaseError(DatabaseError::Category::CannotOpen, "", "cannot open " + path + ": " + why, "");
+    constexpr std::size_t kLongest = 300; // bytes of a path in a message
+    const std::string_view shown = Afx::CutUtf8(path, kLongest);
+    throw DatabaseError(category, "",
+                        "cannot open " + std::string(shown) + (shown.size() < path.size() ? "…" : "") + ": " + why, "");
 }
 
 const char* NetworkFileSystem(std::uint32_t type) noexcept
@@ -101,7 +148,7 @@ const char* NetworkFileSystem(std::uint32_t type) noexcept
     }
 }
 
-DatabaseFile Look(const std::string& path, bool createIfMissing)
+DatabaseFile Look(const std::string& path, Create create)
 {
     if (path.empty() || path.find('\0') != std::string::npos)
         throw DatabaseError(DatabaseError::Category::CannotOpen, "",
@@ -120,11 +167,15 @@ DatabaseFile Look(const std::string& path, bool createIfMissing)
         FailOpen(path, "its folder does not exist; check the name, or make the folder first");
     RefuseNetworkShare(path, fs::exists(status) ? file : folder);
 
-    const bool isNew = !fs::exists(status) || LookInside(path, file);
-    if (isNew && !createIfMissing)
+    const fs::path real = fs::is_symlink(file, error) && fs::exists(status) ? fs::canonical(file, error) : file;
+    const bool isNew = !fs::exists(status) || LookInside(path, real);
+    if (isNew && create == Create::No)
         FailOpen(path, fs::exists(status) ? "the file is empty; check the name, or create the practice first"
                                           : "there is no such file; check the name, or create the practice first");
-    return {ToUtf8(file), isNew};
+    // Before the engine, which would let everybody read it.
+    if (isNew && !MakeFile(real, create == Create::ForGroup ? Readers::Group : Readers::Owner))
+        FailOpen(path, "the system does not let it be made; check the rights to it and its folder");
+    return {ToUtf8(file), isNew, real};
 }
 
 } // namespace Cellar::Sqlite

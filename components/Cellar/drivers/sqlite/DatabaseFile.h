@@ -3,8 +3,11 @@
 // Whether a file can serve as the database, found out before the engine opens it.
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 
+#include "Cellar/DatabaseError.h"
+#include "Cellar/Driver.h"
 #include "Cellar/Export.h"
 
 namespace Cellar::Sqlite
@@ -12,16 +15,19 @@ namespace Cellar::Sqlite
 
 struct DatabaseFile
 {
-    std::string path; // absolute, so that no name is special to the engine
-    bool isNew;       // missing, or empty
+    std::string path;           // absolute, so that no name is special to the engine
+    bool isNew;                 // was missing, or empty
+    std::filesystem::path real; // the file itself, where `path` is a link: the engine's files lie beside it
 };
 
-/// Looks at the file that `path` names. Throws DatabaseError (CannotOpen): no such file or folder, a folder, not a
-/// database, no permission, on a network share.
-DatabaseFile Look(const std::string& path, bool createIfMissing);
+/// Looks at the file that `path` names, and makes an empty one where there is none and one is wanted. Throws
+/// DatabaseError (CannotOpen): no such file or folder, a folder, not a database, cut short, no permission, on a network
+/// share.
+DatabaseFile Look(const std::string& path, Create create);
 
-/// Throws DatabaseError (CannotOpen) with one line: which file, why, how to mend it.
-[[noreturn]] void FailOpen(const std::string& path, const std::string& why);
+/// Throws DatabaseError with one line: which file, why, how to mend it.
+[[noreturn]] void FailOpen(const std::string& path, const std::string& why,
+                           DatabaseError::Category category = DatabaseError::Category::CannotOpen);
 
 /// The name of a network file system by the number that statfs gives it; null for any other. Locks and shared memory
 /// do not work across computers there.

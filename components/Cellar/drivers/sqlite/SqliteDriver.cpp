@@ -1,12 +1,14 @@
 #include "Cellar/drivers/sqlite/SqliteDriver.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <limits>
 #include <new>
 
 #include "Cellar/DatabaseError.h"
 #include "Cellar/Dialect.h"
 #include "Cellar/drivers/sqlite/DatabaseFile.h"
+#include "Cellar/drivers/sqlite/FileRights.h"
 #include "Cellar/drivers/sqlite/SqliteError.h"
 #include "Cellar/drivers/sqlite/Statements.h"
 
@@ -32,11 +34,10 @@ struct CloseDatabase
 };
 using DatabasePtr = std::unique_ptr<sqlite3, CloseDatabase>;
 
-DatabasePtr OpenFile(const std::string& path, bool create)
+DatabasePtr OpenFile(const std::string& path)
 {
     sqlite3* raw = nullptr;
-    const int flags = SQLITE_OPEN_READWRITE | (create ? SQLITE_OPEN_CREATE : 0) | SQLITE_OPEN_NOMUTEX;
-    const int result = sqlite3_open_v2(path.c_str(), &raw, flags, nullptr);
+    const int result = sqlite3_open_v2(path.c_str(), &raw, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     DatabasePtr database(raw);
     if (!database)
         throw std::bad_alloc();
@@ -50,7 +51,7 @@ class SqliteDriver final : public Driver
 {
 public:
     explicit SqliteDriver(const DatabaseFile& file)
-        : m_database(OpenFile(file.path, file.isNew)), m_statements(m_database.get())
+        : m_real(file.real), m_database(OpenFile(file.path)), m_statements(m_database.get())
     {
         SetUp();
         CheckUsable(file.path);
@@ -119,6 +120,7 @@ public:
             Execute("ROLLBACK", {});
     }
     bool InTransaction() override { return sqlite3_get_autocommit(m_database.get()) == 0; }
+    std::string KeepPrivate() override { return NarrowFiles(m_real); }
     void OnSent(std::function<void(std::string_view statement)> hook) override
     {
         m_sent = std::move(hook);
@@ -181,7 +183,8 @@ private:
     void CheckUsable(const std::string& path)
     {
         if (sqlite3_db_readonly(m_database.get(), "main") == 1)
-            FailOpen(path, "it can only be read; ask for the right to write to it and its folder");
+            FailOpen(path, "it can only be read; ask for the right to write to it and its folder",
+                     DatabaseError::Category::ReadOnly);
         if (sqlite3_exec(m_database.get(), "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr) ==
             SQLITE_OK)
             return;
@@ -192,7 +195,8 @@ private:
         case SQLITE_CANTOPEN:
         case SQLITE_READONLY:
         case SQLITE_PERM:
-            FailOpen(path, "its folder does not let files be made beside it; ask for the right to write to the folder");
+            FailOpen(path, "its folder does not let files be made beside it; ask for the right to write to the folder",
+                     DatabaseError::Category::ReadOnly);
         default:
             Throw(m_database.get(), Doing::Running);
         }
@@ -235,6 +239,7 @@ private:
         return sqlite3_column_int64(raw, 0);
     }
 
+    std::filesystem::path m_real; // the file itself, where its name is a link's
     DatabasePtr m_database;
     Statements m_statements;      // closed before the database
     std::int64_t m_sessionId = 0; // 0: not taken yet
@@ -243,9 +248,9 @@ private:
 
 } // namespace
 
-std::unique_ptr<Driver> Open(const std::string& path, bool createIfMissing)
+OpenedDriver Open(const std::string& path, Create create)
 {
-    return std::make_unique<SqliteDriver>(Look(path, createIfMissing));
+    return {std::make_unique<SqliteDriver>(Look(path, create)), "sqlite:" + path};
 }
 
 } // namespace Cellar::Sqlite

@@ -11,7 +11,8 @@ namespace Cellar::Sqlite
 {
 
 /// Write-ahead log, foreign keys on, each commit on the disk before it returns. A new file gets the session counter at
-/// once; any other file is left as it is until the first write. Throws DatabaseError (CannotOpen).
-std::unique_ptr<Driver> Open(const std::string& path, bool createIfMissing);
+/// once; any other file is left as it is until the first write. Throws DatabaseError
+/// (CannotOpen, ReadOnly).
+OpenedDriver Open(const std::string& path, Create create);
 
 } // namespace Cellar::Sqlite

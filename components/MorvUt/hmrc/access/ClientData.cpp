@@ -59,7 +59,7 @@ std::string CClientData::GetAPIEndpoint() { return GetAuthenticationEndpoint(); 
 
 bool CClientData::SetLoopbackOverride(const std::string& base)
 {
-    if (!base.empty() && !IsLoopbackAddress(base))
+    if (!base.empty() && !IsLoopbackBase(base))
         return false;
     g_loopbackBase = base;
     if (!base.empty() && base.back() != '/')

@@ -42,7 +42,10 @@ private:
 
 void Report(const std::exception& problem)
 {
-    std::cerr << "HMRC log line not written: " << Mask(problem.what()) << '\n';
+    const auto* const database = dynamic_cast<const Cellar::DatabaseError*>(&problem);
+    const std::string reason =
+        database ? database->GetReason() : problem.what(); // the statement says nothing to a user
+    std::cerr << "HMRC log line not written: " << Mask(reason) << '\n';
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "MorvUt/hmrc/fetch/FetchData.h"
 
+#include "Afx/Exceptions.h"
 #include "Afx/MessageBox.h"
 #include "Brix/Records.h"
 #include "MorvUt/context/detail/ClientKind.h"
@@ -106,24 +107,37 @@ void TellStates(const CPAYEPrepop& paye, const CNICPrepop& nic, const StagedYear
     const bool hasPaye = !staged.employments.empty() || !staged.pensions.empty() || !staged.allowances.empty();
     const bool isFinalised = own.finalised.IsValid();
     const Kiln::CDate today = Kiln::CDate::Today();
-    result.groups[0].state = StateOf(result.groups[0].name, *result.errors, paye.HasAnswer(),
+    result.groups[0].state = StateOf(result.groups[0].name, *result.errors, paye.IsAnswered(),
                                      StateOfNothing(year, hasPaye, isFinalised, today));
     result.groups[1].state = StateOf(result.groups[1].name, *result.errors, nic.HasAnswer(),
                                      StateOfNothing(year, staged.nationalInsurance.has_value(), isFinalised, today));
     result.counts = CountItems(staged, own);
-    result.counts.items = (paye.HasAnswer() ? result.counts.items : 0) + (nic.HasAnswer() ? 1 : 0);
+    result.counts.items = (paye.IsAnswered() ? result.counts.items : 0) + (nic.HasAnswer() ? 1 : 0);
+}
+
+/// What the year's rows hold afterwards. Without an answer nothing is locked.
+StagedYear StageAnswers(Retrieval& retrieval, CPAYEPrepop& paye, CNICPrepop& nic, ClientId client, short year)
+{
+    if (!paye.IsAnswered() && !nic.IsAnswered())
+        return LoadStagedYear(client, year);
+    Quarry::CTransaction transaction(Cellar::Intent::Write);
+    paye.Stage(retrieval);
+    nic.Stage(retrieval);
+    StagedYear staged = retrieval.GetWriter().GetYear();
+    transaction.Commit();
+    return staged;
 }
 
 void FetchAll(const Request& request, const std::shared_ptr<CAPIErrorHandler>& errors, std::shared_ptr<Channel> channel,
               FetchResult& result)
 {
     const TaxYear taxYear(GetCurrentRealTaxYear());
+    const short year = taxYear.GetRealTaxYear();
     const std::string& number = request.nationalInsuranceNumber.Str();
     const std::string& utr = request.utr.Str();
     Logger logger;
     logger.SetDebugLevel(request.options.debugLevel);
-    Retrieval retrieval(request.client, taxYear.GetRealTaxYear(), request.store, errors, &logger, request.options,
-                        std::move(channel));
+    Retrieval retrieval(request.client, year, request.store, errors, &logger, request.options, std::move(channel));
     CPAYEPrepop paye(request.client, taxYear, number, request.type, request.store);
     CNICPrepop nic(request.client, taxYear, utr, request.type, request.store);
     if (request.options.usesPayeInterface)
@@ -132,15 +146,10 @@ void FetchAll(const Request& request, const std::shared_ptr<CAPIErrorHandler>& e
         AskEmployments(*errors);
     nic.Ask(retrieval, utr);
 
-    Quarry::CTransaction transaction(Cellar::Intent::Write);
-    paye.Stage(retrieval);
-    nic.Stage(retrieval);
-    const StagedYear staged = retrieval.GetWriter().GetYear();
+    const StagedYear staged = StageAnswers(retrieval, paye, nic, request.client, year);
     result.notes = NotesOf(staged);
-    TellStates(paye, nic, staged,
-               paye.GetReturn() ? *paye.GetReturn() : LoadReturnYear(request.client, taxYear.GetRealTaxYear()),
-               taxYear.GetRealTaxYear(), result);
-    transaction.Commit();
+    TellStates(paye, nic, staged, paye.GetReturn() ? *paye.GetReturn() : LoadReturnYear(request.client, year), year,
+               result);
     Fold(paye, result);
     Fold(nic, result);
 }
@@ -162,9 +171,9 @@ Request MakeRequest(ClientId client, const std::string& gatewayId, IEndpointOver
     return request;
 }
 
-void ShowException(const char* text, FetchResult& result)
+void ShowException(const char* text, FetchResult& result, FetchResult::Stopped why = FetchResult::Stopped::Failed)
 {
-    result.stopped = FetchResult::Stopped::Failed;
+    result.stopped = why;
     result.ok = false;
     result.message = text;
     AfxMessageBox(text);
@@ -193,8 +202,16 @@ FetchResult FetchFromHmrc(ClientId client, const std::string& gatewayId, IEndpoi
         FetchAll(request, errors, std::move(channel), result);
         errors->DisplayErrors();
         result.ok = errors->GetErrorCount() == 0;
+    } catch (const Cellar::DatabaseError& error) { // the statement says nothing to the user
+        const bool isBusy = error.GetCategory() == Cellar::DatabaseError::Category::Busy;
+        ShowException(error.GetReason().c_str(), result,
+                      isBusy ? FetchResult::Stopped::Busy : FetchResult::Stopped::Failed);
     } catch (const std::exception& problem) {
         ShowException(problem.what(), result);
+    } catch (CException* problem) { // of the framework: thrown as a pointer
+        const CString text = problem->GetErrorMessage();
+        problem->Delete();
+        ShowException(text, result);
     }
     return result;
 }

@@ -32,6 +32,7 @@ struct FetchResult
         NoNINumber,
         NoUTR,
         UnsavedChanges,
+        Busy,  // another program writes to the practice: try again
         Failed // an exception; some of it may have been done
     };
     enum class Route

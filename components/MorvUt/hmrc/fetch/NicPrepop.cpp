@@ -27,15 +27,22 @@ void CNICPrepop::Ask(Retrieval& retrieval, const std::string& utr)
     m_isAnswered = AskGroup(retrieval, kGroup, [&](CAuthorisation& authorisation) {
         const CNationalInsuranceResponse response =
             GetNationalInsuranceEndpoint(authorisation)->GetNationalInsurance(utr, GetYear(), retrieval.GetLogger());
-        m_isNothingYet = response.IsNothingYet();
-        m_answer = {response.class1NicableEarnings, response.class2Due, response.maxNicsReached.value_or(false), {}};
+        m_answer.reset();
+        if (!response.IsNothingYet())
+            m_answer = {
+                response.class1NicableEarnings, response.class2Due, response.maxNicsReached.value_or(false), {}};
     });
 }
 
 void CNICPrepop::Stage(Retrieval& retrieval)
 {
     if (m_isAnswered)
-        StageGroup(retrieval, kGroup, [&](StagingWriter& writer) { writer.WriteNationalInsurance(m_answer); });
+        StageGroup(retrieval, kGroup, [&](StagingWriter& writer) {
+            if (m_answer)
+                writer.WriteNationalInsurance(*m_answer);
+            else
+                writer.NoteAsked();
+        });
 }
 
 } // namespace HmrcApi

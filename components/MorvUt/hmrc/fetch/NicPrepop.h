@@ -3,6 +3,7 @@
 // HMRC's National Insurance figures of a client and year.
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "HmrcApi/interfaces/Endpoints.h"
@@ -21,22 +22,22 @@ public:
     using CSchedulePrepop::CSchedulePrepop;
     ~CNICPrepop() override;
 
-    /// Asks HMRC and stages the answer. Errors of HMRC go to the group "National Insurance" of the handler. An answer
-    /// without figures writes nothing but the note that HMRC was asked.
+    /// Asks HMRC and stages the answer. Errors of HMRC go to the group "National Insurance" of the handler. A figure
+    /// that HMRC does not send leaves the stored one as it is.
     void GetNICData(std::string utr, std::shared_ptr<CAPIErrorHandler> errors, Logger* logger);
     /// The two halves, for a retrieval that asks all groups before it stages any. Staging needs a transaction with the
     /// intent to write and does nothing when HMRC gave no answer.
     void Ask(Retrieval& retrieval, const std::string& utr);
+    bool IsAnswered() const noexcept { return m_isAnswered; }
     void Stage(Retrieval& retrieval);
     /// HMRC answered with records.
-    bool HasAnswer() const noexcept { return m_isAnswered && !m_isNothingYet; }
+    bool HasAnswer() const noexcept { return m_answer.has_value(); }
 
     virtual std::shared_ptr<CNationalInsurance> GetNationalInsuranceEndpoint(CAuthorisation& authorisation);
 
 private:
-    StagedNationalInsurance m_answer;
+    std::optional<StagedNationalInsurance> m_answer; // nothing: HMRC has nothing
     bool m_isAnswered = false;
-    bool m_isNothingYet = false;
 };
 
 } // namespace HmrcApi

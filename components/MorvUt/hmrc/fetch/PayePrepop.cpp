@@ -7,6 +7,8 @@
 #include "MorvUt/hmrc/schedules/Differences.h"
 #include "MorvUt/hmrc/schedules/NewSchedules.h"
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
+#include "MorvUt/hmrc/staging/Identity.h"
+#include "MorvUt/hmrc/staging/Pairing.h"
 #include "Quarry/Session.h"
 
 namespace HmrcApi
@@ -69,6 +71,7 @@ void CPAYEPrepop::Ask(Retrieval& retrieval, const std::string& nationalInsurance
 {
     m_answer.reset();
     m_return.reset();
+    m_isWhole = false;
     AskGroup(retrieval, kGroup, [&](CAuthorisation& authorisation) {
         const CPayeResponse response =
             GetPayeEndpoint(authorisation)->GetPaye(nationalInsuranceNumber, GetYear(), retrieval.GetLogger());
@@ -79,7 +82,7 @@ void CPAYEPrepop::Ask(Retrieval& retrieval, const std::string& nationalInsurance
 
 void CPAYEPrepop::Stage(Retrieval& retrieval)
 {
-    if (!m_answer)
+    if (!IsAnswered())
         return;
     const StagedYear& answer = *m_answer;
     StageGroup(retrieval, kGroup, [&](StagingWriter& writer) {
@@ -95,24 +98,43 @@ void CPAYEPrepop::Stage(Retrieval& retrieval)
 
 void CPAYEPrepop::MapPaye(ClientId client, TaxYear taxYear, const CPayeResponse& response)
 {
-    m_answerClient = client;
-    m_answerYear = taxYear.GetRealTaxYear();
+    BeginAnswer(client, taxYear);
     m_answer = MapPayeAnswer(response);
+    m_isWhole = true;
+    std::vector<StagedEmployment>& items = m_answer->employments;
+    std::vector<StagedEmployment> noRows;
+    SetKeys(items, noRows, std::vector<int>(items.size(), kNoRow)); // as they are known until they are written
 }
 
-void CPAYEPrepop::AddEmploymentDataToMap(ClientId client, TaxYear taxYear, std::string,
+void CPAYEPrepop::BeginAnswer(ClientId client, TaxYear taxYear)
+{
+    m_answerClient = client;
+    m_answerYear = taxYear.GetRealTaxYear();
+    m_answer.emplace();
+    m_isWhole = false;
+}
+
+void CPAYEPrepop::AddEmploymentDataToMap(ClientId client, TaxYear taxYear, std::string key,
                                          std::shared_ptr<const Employment_t> employment)
 {
-    m_answerClient = client;
-    m_answerYear = taxYear.GetRealTaxYear();
-    if (!m_answer)
-        m_answer.emplace();
-    m_answer->employments.push_back(MapEmployment(*employment));
+    if (!employment)
+        return;
+    if (!m_answer || m_answerClient != client || m_answerYear != taxYear.GetRealTaxYear())
+        BeginAnswer(client, taxYear);
+    StagedEmployment item = MapEmployment(*employment);
+    item.key = std::move(key);
+    std::vector<StagedEmployment>& items = m_answer->employments;
+    const auto same =
+        std::find_if(items.begin(), items.end(), [&](const StagedEmployment& other) { return other.key == item.key; });
+    if (same != items.end())
+        *same = std::move(item);
+    else
+        items.push_back(std::move(item));
 }
 
-void CPAYEPrepop::WriteAnswer(const std::function<void(StagingWriter&, const StagedYear&)>& write)
+void CPAYEPrepop::WriteAnswer(bool needsWhole, const std::function<void(StagingWriter&, const StagedYear&)>& write)
 {
-    if (m_answer)
+    if (m_answer && (m_isWhole || !needsWhole))
         Write(m_answerClient, m_answerYear, [&](StagingWriter& writer) { write(writer, *m_answer); });
 }
 
@@ -124,27 +146,32 @@ void CPAYEPrepop::UpdateMTDPensionStateBenefits()
 
 void CPAYEPrepop::UpdateMTDPensionStateBenefits_PrivatePensions()
 {
-    WriteAnswer([](StagingWriter& writer, const StagedYear& answer) { writer.WritePrivatePensions(answer.pensions); });
+    WriteAnswer(true,
+                [](StagingWriter& writer, const StagedYear& answer) { writer.WritePrivatePensions(answer.pensions); });
 }
 
 void CPAYEPrepop::UpdateMTDPensionStateBenefits_TaxableSocialSecurityBenefits()
 {
-    WriteAnswer([](StagingWriter& writer, const StagedYear& answer) { writer.WriteStateBenefits(answer.pensions); });
+    WriteAnswer(true,
+                [](StagingWriter& writer, const StagedYear& answer) { writer.WriteStateBenefits(answer.pensions); });
 }
 
 void CPAYEPrepop::UpdateMTDPensionsAndOther()
 {
-    WriteAnswer([](StagingWriter& writer, const StagedYear& answer) { writer.WriteStatePensions(answer.pensions); });
+    WriteAnswer(true,
+                [](StagingWriter& writer, const StagedYear& answer) { writer.WriteStatePensions(answer.pensions); });
 }
 
 void CPAYEPrepop::UpdateMTDEmployments()
 {
-    WriteAnswer([](StagingWriter& writer, const StagedYear& answer) { writer.WriteEmployments(answer.employments); });
+    WriteAnswer(false,
+                [](StagingWriter& writer, const StagedYear& answer) { writer.WriteEmployments(answer.employments); });
 }
 
 void CPAYEPrepop::UpdateMTDTaxFreeAllowances()
 {
-    WriteAnswer([](StagingWriter& writer, const StagedYear& answer) { writer.WriteAllowances(answer.allowances); });
+    WriteAnswer(true,
+                [](StagingWriter& writer, const StagedYear& answer) { writer.WriteAllowances(answer.allowances); });
 }
 
 bool CPAYEPrepop::DoNewEmploymentsExist()

@@ -24,8 +24,8 @@ namespace HmrcApi
 /// are kept and marked withdrawn. Then, when the user asks, schedules are made for staged items that the return lacks.
 ///
 /// The operations are the published names of what the folders beside this one do: staging rows are written by
-/// StagingWriter, schedules matched and made by plain functions over what was read once. Each works in a transaction of
-/// its own, begun with the intent to write before anything is read.
+/// StagingWriter, schedules matched and made by plain functions over what was read once. What writes works in a
+/// transaction of its own, begun with the intent to write before anything is read.
 class MORVUT_API CPAYEPrepop : public CSchedulePrepop, public IPrepopPAYE
 {
 public:
@@ -53,15 +53,16 @@ public:
     /// intent to write and does nothing when HMRC gave no answer.
     void Ask(Retrieval& retrieval, const std::string& nationalInsuranceNumber);
     void Stage(Retrieval& retrieval);
-    /// HMRC answered with records.
-    bool HasAnswer() const noexcept { return m_answer.has_value(); }
+    bool IsAnswered() const noexcept { return m_isWhole; } // with records
     /// The return that staged figures were compared with; nothing before Stage, or without an answer.
     const std::optional<ReturnYear>& GetReturn() const noexcept { return m_return; }
 
     // Staging. MapPaye takes the answer in; the others bring the staging rows of one kind into line with it.
 
     void MapPaye(ClientId client, TaxYear taxYear, const CPayeResponse& response);
-    /// One employment more. Its key is worked out when it is written, from what the rows have by then.
+    /// One employment more, or another record of the one with this key. The key that its row gets is worked out when it
+    /// is written, from what the rows have by then. The first for another client or year begins anew; without MapPaye
+    /// only UpdateMTDEmployments writes.
     void AddEmploymentDataToMap(ClientId client, TaxYear taxYear, std::string key,
                                 std::shared_ptr<const Employment_t> employment);
     void UpdateMTDPensionStateBenefits();
@@ -115,14 +116,17 @@ public:
 
 private:
     virtual std::shared_ptr<CPaye> GetPayeEndpoint(CAuthorisation& authorisation);
-    void WriteAnswer(const std::function<void(StagingWriter&, const StagedYear&)>& write);
+    void WriteAnswer(bool needsWhole, const std::function<void(StagingWriter&, const StagedYear&)>& write);
     bool IsPensionNew(bool (*isOfKind)(long kind)) const;
     struct Creation; // staged records and return, read once, with what is being made
     void InCreation(const std::function<void(Creation&)>& work);
     void CreatePensions(bool (*isOfKind)(long kind));
 
+    void BeginAnswer(ClientId client, TaxYear taxYear);
+
     std::optional<StagedYear> m_answer; // HMRC's, in the terms of the staging rows
     std::optional<ReturnYear> m_return;
+    bool m_isWhole = false; // it is all that HMRC sent, not single employments
     ClientId m_answerClient;
     short m_answerYear = 0;
     CreatedSchedules m_created;

@@ -22,6 +22,8 @@ Retrieval CSchedulePrepop::MakeRetrieval(std::shared_ptr<CAPIErrorHandler> error
 
 bool CSchedulePrepop::AskGroup(Retrieval& retrieval, const char* group, const std::function<void(CAuthorisation&)>& ask)
 {
+    m_counts = {};
+    m_hasDifferences = false;
     CAPIErrorHandler& errors = retrieval.GetErrors();
     errors.AddGroup(group);
     if (Quarry::GetConnection().HasBegun()) {

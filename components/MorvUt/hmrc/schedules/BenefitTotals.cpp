@@ -4,6 +4,7 @@
 #include <string>
 
 #include "MorvUt/hmrc/schedules/BenefitCodes.h"
+#include "MorvUt/hmrc/schedules/Words.h"
 
 namespace HmrcApi
 {
@@ -14,20 +15,15 @@ constexpr int kTotalOfBenefits = 28; // HMRC's number
 
 void Add(BenefitTotal& total, const Kiln::CAmt& amount, bool isEstimate)
 {
-    if (amount.IsValid())
-        total.amount = total.amount.IsValid() ? total.amount + amount : amount;
+    AddTo(total.amount, amount);
     total.isEstimate = total.isEstimate || isEstimate;
-}
-
-std::string TypeOf(const StagedBenefit& benefit)
-{
-    return benefit.number != 0 ? std::to_string(benefit.number) : "name " + benefit.type;
 }
 
 CString Line(const StagedBenefit& benefit, const char* why)
 {
     CString line;
-    line.Format("%s %s%s: %s", benefit.type, benefit.amount.Format(), benefit.isForecast ? " (forecast)" : "", why);
+    line.Format(benefit.amount.IsValid() ? "%s %s%s: %s" : "%s%s%s: %s", benefit.type, benefit.amount.Format(),
+                benefit.isForecast ? " (forecast)" : "", why);
     return line;
 }
 
@@ -39,21 +35,31 @@ HmrcBenefits TotalsOf(const std::vector<StagedBenefit>& benefits)
     for (const StagedBenefit& benefit : benefits) {
         if (benefit.isWithdrawn)
             continue;
-        types.insert(TypeOf(benefit));
+        if (benefit.amount.IsValid())
+            types.insert(TypeText(benefit.type, benefit.number));
         if (!benefit.isForecast && benefit.amount.IsValid())
-            actual.insert(TypeOf(benefit));
+            actual.insert(TypeText(benefit.type, benefit.number));
     }
     HmrcBenefits found;
     for (const StagedBenefit& benefit : benefits) {
-        if (benefit.isWithdrawn)
+        if (benefit.isWithdrawn) {
+            found.told.push_back(Line(benefit, "HMRC no longer sends it; the return may still hold it"));
             continue;
+        }
         if (benefit.number == kTotalOfBenefits && types.size() > 1)
-            found.leftOut.push_back(Line(benefit, "the total is not added to the benefits that it is made of"));
-        else if (benefit.isForecast && actual.contains(TypeOf(benefit)))
-            found.leftOut.push_back(Line(benefit, "HMRC sent an actual figure too, which counts"));
+            found.told.push_back(Line(benefit, "the total is not added to the benefits that it is made of"));
+        else if (benefit.isForecast && actual.contains(TypeText(benefit.type, benefit.number)))
+            found.told.push_back(Line(benefit, "HMRC sent an actual figure too, which counts"));
         else
             Add(found.totals[BenefitCode(benefit.number)], benefit.amount, benefit.isForecast);
+        if (benefit.number == 0)
+            found.told.push_back(Line(benefit, "of a kind that is not known here; it counts among other items"));
+        if (!benefit.amount.IsValid())
+            found.told.push_back(Line(benefit, "HMRC sent no amount"));
     }
+    for (const auto& [code, total] : found.totals)
+        if (!total.amount.IsValid() && !total.amount.IsNull())
+            found.told.push_back(CString(BenefitCaption(code)) + ": the sum is larger than an amount can be");
     return found;
 }
 

@@ -22,7 +22,7 @@ using BenefitTotals = std::map<int, BenefitTotal>; // by code of mapNewEmployBen
 struct HmrcBenefits
 {
     BenefitTotals totals;
-    std::vector<CString> leftOut; // for people: what does not count, and why
+    std::vector<CString> told; // for people: what does not count, or not as HMRC named it, and why
 };
 
 /// HMRC's, withdrawn ones left out. Different benefits of one code add up; of one benefit the forecasts do not count

@@ -4,6 +4,7 @@
 #include "MorvUt/hmrc/schedules/BenefitTotals.h"
 #include "MorvUt/hmrc/schedules/Matching.h"
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
+#include "MorvUt/hmrc/schedules/Words.h"
 
 namespace HmrcApi
 {
@@ -56,8 +57,7 @@ Kiln::CAmt Sum(const std::vector<const StagedPension*>& items, Kiln::CAmt Staged
 {
     Kiln::CAmt sum;
     for (const StagedPension* item : items)
-        if ((item->*figure).IsValid())
-            sum = sum.IsValid() ? sum + item->*figure : item->*figure;
+        AddTo(sum, item->*figure);
     return sum;
 }
 
@@ -65,9 +65,11 @@ Kiln::CAmt Sum(const std::vector<const StagedPension*>& items, Kiln::CAmt Staged
 std::vector<DifferenceRow> Compare(const ReturnPension& own, const std::vector<const StagedPension*>& hmrc)
 {
     std::vector<DifferenceRow> rows;
-    CompareAmount(rows, "Amount", own.amount, Sum(hmrc, &StagedPension::amount));
-    CompareAmount(rows, "Tax", own.tax, Sum(hmrc, &StagedPension::tax));
-    if (rows.empty() || hmrc.size() == 1)
+    const Kiln::CAmt amount = Sum(hmrc, &StagedPension::amount), tax = Sum(hmrc, &StagedPension::tax);
+    CompareAmount(rows, "Amount", own.amount, amount);
+    CompareAmount(rows, "Tax", own.tax, tax);
+    const auto isTooLarge = [](const Kiln::CAmt& sum) { return !sum.IsValid() && !sum.IsNull(); };
+    if (hmrc.size() == 1 || (rows.empty() && !isTooLarge(amount) && !isTooLarge(tax)))
         return rows;
     for (const StagedPension* item : hmrc) {
         CString caption;
@@ -78,14 +80,6 @@ std::vector<DifferenceRow> Compare(const ReturnPension& own, const std::vector<c
     return rows;
 }
 
-CString ItemOf(const CString& name, const CString& reference)
-{
-    CString item = name;
-    if (!reference.IsEmpty())
-        item.AppendFormat(" (%s)", reference);
-    return item;
-}
-
 CString ItemOf(const CString& description, const StagedPension& hmrc)
 {
     CString name = description;
@@ -93,7 +87,7 @@ CString ItemOf(const CString& description, const StagedPension& hmrc)
         name = hmrc.payer;
     if (name.IsEmpty())
         name = NameOf(hmrc);
-    return ItemOf(name, hmrc.kind == kStatePension ? CString() : CString(hmrc.reference));
+    return NamedBy(name, hmrc.kind == kStatePension ? CString() : CString(hmrc.reference));
 }
 
 class Finder
@@ -109,7 +103,7 @@ public:
         FindPensions(pensions);
         for (std::size_t i = 0; i < employments.size(); ++i)
             if (const StagedEmployment& hmrc = m_staged.employments[i]; employments[i].state == Match::State::Ambiguous)
-                Add(Difference::Schedule::Employment, ItemOf(hmrc.employer, hmrc.key), Compare({}, hmrc), hmrc.id, 0);
+                Add(Difference::Schedule::Employment, NamedBy(hmrc.employer, hmrc.key), Compare({}, hmrc), hmrc.id, 0);
         for (std::size_t i = 0; i < pensions.size(); ++i)
             if (const StagedPension& hmrc = m_staged.pensions[i]; pensions[i].state == Match::State::Ambiguous)
                 Add(Difference::Schedule::PensionOrBenefit, ItemOf({}, hmrc), Compare({}, {&hmrc}), hmrc.id, 0);
@@ -136,7 +130,7 @@ private:
             for (const std::size_t item : items[schedule]) {
                 const StagedEmployment& hmrc = m_staged.employments[item];
                 Add(Difference::Schedule::Employment,
-                    ItemOf(own.employer.IsEmpty() ? CString(hmrc.employer) : own.employer, hmrc.key),
+                    NamedBy(own.employer.IsEmpty() ? CString(hmrc.employer) : own.employer, hmrc.key),
                     Compare(own, hmrc), hmrc.id, own.id);
             }
         }

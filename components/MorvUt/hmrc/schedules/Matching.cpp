@@ -4,73 +4,50 @@
 #include <unordered_set>
 
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
-#include "MorvUt/hmrc/staging/Identity.h"
-#include "MorvUt/hmrc/staging/Pairing.h"
+#include "MorvUt/hmrc/staging/Payee.h"
 
 namespace HmrcApi
 {
 namespace
 {
 
-/// What tells employments and private pensions apart, of HMRC's items and of the return's schedules.
-struct Payee
-{
-    std::string reference, worksNumber, start, figures;
-    std::string key;         // of HMRC's item
-    bool isFromHmrc = false; // of the return's schedule
-
-    std::string Identity() const { return Joined({reference, worksNumber}); }
-};
-
-Payee PayeeOf(const StagedEmployment& item)
-{
-    return {item.reference, item.worksNumber, TextOf(item.start), Joined({TextOf(item.pay), TextOf(item.tax)}),
-            item.key};
-}
-
 Payee PayeeOf(const ReturnEmployment& own)
 {
-    return {
-        own.reference.Str(), own.worksNumber.Str(), TextOf(own.start), Joined({TextOf(own.pay), TextOf(own.tax)}), {},
-        own.isFromHmrc};
-}
-
-Payee PayeeOf(const StagedPension& item)
-{
-    return {item.reference, item.worksNumber, TextOf(item.date), Joined({TextOf(item.amount), TextOf(item.tax)}), {}};
+    return {own.reference.Str(),
+            own.worksNumber.Str(),
+            StartOf(own.start),
+            FiguresOf(own.pay, own.tax),
+            Joined({TextOf(own.end), TextOf(own.studentLoan)}),
+            false,
+            own.isFromHmrc};
 }
 
 Payee PayeeOf(const ReturnPension& own)
 {
-    return {own.reference.Str(),
-            own.worksNumber.Str(),
-            TextOf(own.start),
-            Joined({TextOf(own.amount), TextOf(own.tax)}),
-            {}};
+    return {own.reference.Str(), own.worksNumber.Str(), StartOf(own.start), FiguresOf(own.amount, own.tax), {}, false,
+            own.isFromHmrc};
 }
 
-using Counts = std::unordered_map<std::string, int>;
 using Texts = std::unordered_set<std::string>;
 
-int CountOf(const Counts& counts, const std::string& text)
+/// The keys of the year's staged rows: a schedule may be typed like one.
+struct Keys
 {
-    const auto found = counts.find(text);
-    return found == counts.end() ? 0 : found->second;
-}
+    std::vector<std::string> ofItems; // empty: none has one
+    Texts all;
+};
 
 /// Matches payers' items that HMRC sends with schedules.
 class PayeeMatcher
 {
 public:
-    /// `withdrawn`: identities of the items that HMRC no longer sends. `keys`: of all the year's staged rows.
-    PayeeMatcher(std::vector<Payee> items, std::vector<Payee> schedules, Texts withdrawn, Texts keys)
+    /// `withdrawn`: identities of the items that HMRC no longer sends.
+    PayeeMatcher(std::vector<Payee> items, std::vector<Payee> schedules, Texts withdrawn, Keys keys)
         : m_items(std::move(items)), m_schedules(std::move(schedules)), m_withdrawn(std::move(withdrawn)),
-          m_keys(std::move(keys))
+          m_keys(std::move(keys)), m_itemsOf(CountByReference(m_items))
     {
-        for (const Payee& item : m_items) {
-            ++m_itemsOf[item.reference];
+        for (const Payee& item : m_items)
             m_bareItemsOf[item.reference] += item.worksNumber.empty() ? 1 : 0;
-        }
         for (const Payee& own : m_schedules)
             m_bareSchedulesOf[own.reference] += own.worksNumber.empty() ? 1 : 0;
     }
@@ -78,17 +55,9 @@ public:
     std::vector<Match> Find() const
     {
         const std::vector<int> scheduleOf = PairUp(
-            m_items.size(), m_schedules.size(), kRounds,
-            [&](int round, std::size_t i) { return OfItem(round, m_items[i]); },
+            m_items.size(), m_schedules.size(), kRounds, [&](int round, std::size_t i) { return OfItem(round, i); },
             [&](int round, std::size_t i) { return OfSchedule(round, m_schedules[i]); });
-        std::vector<bool> isTaken(m_schedules.size());
-        for (const int schedule : scheduleOf)
-            if (schedule != kNoRow)
-                isTaken[static_cast<std::size_t>(schedule)] = true;
-        std::unordered_map<std::string, int> ambiguous; // references, and the schedule that does not say which
-        for (std::size_t i = 0; i < m_schedules.size(); ++i)
-            if (!isTaken[i] && m_schedules[i].worksNumber.empty() && CountOf(m_itemsOf, m_schedules[i].reference) > 1)
-                ambiguous.emplace(m_schedules[i].reference, static_cast<int>(i));
+        const auto ambiguous = FindAmbiguous(scheduleOf);
         std::vector<Match> matches;
         for (std::size_t i = 0; i < m_items.size(); ++i) {
             const auto nobodys = ambiguous.find(m_items[i].reference);
@@ -103,54 +72,74 @@ public:
     }
 
 private:
-    static constexpr int kRounds = 6;
-
-    Trait OfItem(int round, const Payee& item) const
+    enum Round
     {
-        if (round < 4)
-            return Same(round, item);
-        if (round == 4)
-            return CountOf(m_itemsOf, item.reference) == 1 ? Trait(item.reference) : Trait();
-        return item.key.empty() ? Trait() : Trait(item.key);
+        kBare = kSameRounds, // where HMRC has one of the reference, as in kAny
+        kByStart,            // where it has several, of schedules that were made from HMRC's records
+        kByFigures,
+        kAny,
+        kByKey,
+        kRounds
+    };
+
+    Trait OfItem(int round, std::size_t i) const
+    {
+        const Payee& item = m_items[i];
+        if (round < kSameRounds)
+            return SameTrait(round, item);
+        if (round == kByKey)
+            return m_keys.ofItems.empty() ? Trait() : Trait(m_keys.ofItems[i]);
+        const bool isAlone = CountOf(m_itemsOf, item.reference) == 1;
+        return isAlone || round == kByStart || round == kByFigures ? ByLikeness(round, item) : Trait();
     }
 
     Trait OfSchedule(int round, const Payee& own) const
     {
-        if (round < 4)
-            return own.worksNumber.empty() && !SaysWhich(own) ? Trait() : Same(round, own);
+        if (round < kSameRounds)
+            return own.worksNumber.empty() && !SaysWhich(own) ? Trait() : SameTrait(round, own);
         if (!own.worksNumber.empty() && m_withdrawn.contains(own.Identity()))
             return {}; // another period's, which HMRC no longer sends
-        if (round == 4)
-            return own.reference;
-        return m_keys.contains(own.reference) ? own.reference : own.reference + ' ' + own.worksNumber;
+        if (round == kByKey)
+            return m_keys.all.contains(own.reference) ? own.reference : own.reference + ' ' + own.worksNumber;
+        if (CountOf(m_itemsOf, own.reference) != 1)
+            return own.isFromHmrc && !own.worksNumber.empty() ? ByLikeness(round, own) : Trait();
+        return round == kBare && !own.worksNumber.empty() ? Trait() : ByLikeness(round, own);
     }
 
-    /// The same three: by start and figures, by start, by figures, in order.
-    static Trait Same(int round, const Payee& payee)
+    static Trait ByLikeness(int round, const Payee& payee)
     {
-        switch (round) {
-        case 0:
-            return Joined({payee.Identity(), payee.start, payee.figures});
-        case 1:
-            return Joined({payee.Identity(), payee.start});
-        case 2:
-            return Joined({payee.Identity(), payee.figures});
-        default:
-            return payee.Identity();
-        }
+        if (round == kByStart)
+            return ByStart(payee);
+        return round == kByFigures ? ByFigures(payee) : Trait(payee.reference);
     }
 
     /// Whether the bare reference of a schedule says which item is meant: HMRC has one of it, or the schedule was made
-    /// from one of HMRC's without a works number, or each such item has a schedule.
+    /// from one of HMRC's without a works number, or none of HMRC's has one and each has a schedule.
     bool SaysWhich(const Payee& own) const
     {
-        return own.isFromHmrc || CountOf(m_itemsOf, own.reference) <= 1 ||
-               CountOf(m_bareSchedulesOf, own.reference) >= CountOf(m_bareItemsOf, own.reference);
+        const int items = CountOf(m_itemsOf, own.reference);
+        return own.isFromHmrc || items <= 1 ||
+               (CountOf(m_bareItemsOf, own.reference) == items && CountOf(m_bareSchedulesOf, own.reference) >= items);
+    }
+
+    /// The references of which HMRC has several and the return one that does not say which, with that schedule.
+    std::unordered_map<std::string, int> FindAmbiguous(const std::vector<int>& scheduleOf) const
+    {
+        std::vector<bool> isTaken(m_schedules.size());
+        for (const int schedule : scheduleOf)
+            if (schedule != kNoRow)
+                isTaken[static_cast<std::size_t>(schedule)] = true;
+        std::unordered_map<std::string, int> ambiguous;
+        for (std::size_t i = 0; i < m_schedules.size(); ++i)
+            if (!isTaken[i] && m_schedules[i].worksNumber.empty() && CountOf(m_itemsOf, m_schedules[i].reference) > 1)
+                ambiguous.emplace(m_schedules[i].reference, static_cast<int>(i));
+        return ambiguous;
     }
 
     std::vector<Payee> m_items, m_schedules;
-    Texts m_withdrawn, m_keys;
-    Counts m_itemsOf, m_bareItemsOf, m_bareSchedulesOf;
+    Texts m_withdrawn;
+    Keys m_keys;
+    Counts m_itemsOf, m_bareItemsOf, m_bareSchedulesOf; // by reference
 };
 
 /// Items of one schedule: `first` says which schedule, the others share it. Several schedules are theirs one by one, by
@@ -233,12 +222,15 @@ Texts WithdrawnIdentities(const std::vector<T>& values)
 
 std::vector<Match> MatchEmployments(const StagedYear& staged, const ReturnYear& own)
 {
-    Texts keys, seen;
+    Keys keys;
+    Texts seen;
     for (const StagedEmployment& item : staged.employments)
-        keys.insert(item.key);
+        keys.all.insert(item.key);
     const auto items = Where(staged.employments, [&](const StagedEmployment& item) {
         return !item.isWithdrawn && seen.insert(item.key).second;
     });
+    for (const std::size_t item : items)
+        keys.ofItems.push_back(staged.employments[item].key);
     const auto schedules = Where(own.employments, [](const ReturnEmployment&) { return true; });
     const PayeeMatcher matcher(PayeesAt(staged.employments, items), PayeesAt(own.employments, schedules),
                                WithdrawnIdentities(staged.employments), std::move(keys));

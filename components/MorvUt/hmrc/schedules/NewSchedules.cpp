@@ -7,6 +7,8 @@
 
 #include "MorvUt/hmrc/schedules/BenefitTotals.h"
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
+#include "MorvUt/hmrc/schedules/Words.h"
+#include "MorvUt/mappings/TypeMappings.h"
 #include "Shellkit/Identity.h"
 
 namespace HmrcApi
@@ -56,28 +58,91 @@ CString NoteOfShared(const StagedPension& item)
 
 CString NoteOfAmbiguous(const std::string& name, const std::string& reference)
 {
-    return Formatted("%s (%s): HMRC has more than one of this reference, and the return has one with the reference "
-                     "alone, which does not say which it is. None was made: give that schedule its works number, or "
-                     "delete it.",
-                     name, reference);
+    return Formatted(
+        "%s: HMRC has more than one of this reference, and the return has one with the reference alone, which "
+        "does not say which it is. None was made: give that schedule its works number, or delete it.",
+        NamedBy(name, reference));
 }
 
 /// The schedules that hold the sum of the items that they stand for: nothing needs to be said of these.
 std::set<int> SchedulesOfSums(const StagedYear& staged, const ReturnYear& own, const std::vector<Match>& matches)
 {
-    std::map<int, Kiln::CAmt> sums;
+    struct Sums
+    {
+        Kiln::CAmt amount, tax;
+    };
+    std::map<int, Sums> sums;
     for (std::size_t i = 0; i < matches.size(); ++i) {
-        const Kiln::CAmt& amount = staged.pensions[i].amount;
-        if (matches[i].schedule == kNoSchedule || !amount.IsValid())
+        if (matches[i].schedule == kNoSchedule)
             continue;
-        Kiln::CAmt& sum = sums[matches[i].schedule];
-        sum = sum.IsValid() ? sum + amount : amount;
+        Sums& sum = sums[matches[i].schedule];
+        AddTo(sum.amount, staged.pensions[i].amount);
+        AddTo(sum.tax, staged.pensions[i].tax);
     }
     std::set<int> whole;
-    for (const auto& [schedule, sum] : sums)
-        if (own.pensions[static_cast<std::size_t>(schedule)].amount == sum)
+    for (const auto& [schedule, sum] : sums) {
+        const ReturnPension& pension = own.pensions[static_cast<std::size_t>(schedule)];
+        if (pension.amount == sum.amount && pension.tax == sum.tax)
             whole.insert(schedule);
+    }
     return whole;
+}
+
+/// The schedules that HMRC does not send and that people must look at: those made from HMRC's records, each time, and
+/// typed ones when something of their kind is new: one of the two may be the other as it was.
+template<class T, class LikeOfItem, class LikeOfSchedule>
+std::vector<const T*> NotSent(const std::vector<Match>& matches, const std::vector<T>& own, LikeOfItem likeOfItem,
+                              LikeOfSchedule likeOfSchedule)
+{
+    std::set<std::string> made;
+    std::set<int> taken;
+    for (std::size_t i = 0; i < matches.size(); ++i) {
+        if (matches[i].state == Match::State::New)
+            made.insert(likeOfItem(i));
+        else
+            taken.insert(matches[i].schedule);
+    }
+    std::vector<const T*> found;
+    for (std::size_t i = 0; i < own.size(); ++i)
+        if (!taken.contains(static_cast<int>(i)) && (own[i].isFromHmrc || made.contains(likeOfSchedule(own[i]))))
+            found.push_back(&own[i]);
+    return found;
+}
+
+CString NoteOfNotSent(const CString& name, const CString& what, bool isFromHmrc)
+{
+    return Formatted(isFromHmrc
+                         ? "%s%s: the return has this schedule, which was made from HMRC's records and which HMRC "
+                           "no longer sends. Look whether the same income stands twice."
+                         : "%s%s: the return has this schedule too, which HMRC does not send. Look whether the same "
+                           "income stands twice.",
+                     name, what);
+}
+
+/// References that differ by case or blanks are alike.
+std::string LikeOf(const CString& reference)
+{
+    CString text = reference;
+    text.Trim();
+    text.MakeUpper();
+    return text.Str();
+}
+
+/// Pensions by their payer's reference, everything else by its type.
+std::string LikeOf(int type, const CString& reference)
+{
+    return IsPrivatePensionType(type) ? "reference " + LikeOf(reference) : std::to_string(type);
+}
+
+/// What the return calls a pension or benefit.
+CString TitleOf(const ReturnPension& own)
+{
+    const char* type = "";
+    GetMapLongNameFromIndex(mapPSBTypes, &type, own.type);
+    return NamedBy(!own.description.IsEmpty() ? own.description
+                   : !own.payer.IsEmpty()     ? own.payer
+                                              : CString(type),
+                   own.reference);
 }
 
 NewPension ScheduleFor(const StagedPension& item)
@@ -94,7 +159,8 @@ NewPension ScheduleFor(const StagedPension& item)
             isState ? std::string() : item.reference,
             item.worksNumber,
             item.date,
-            how.description ? CString(how.description) : CString(own)};
+            how.description ? CString(how.description) : CString(own),
+            true};
 }
 
 } // namespace
@@ -156,31 +222,21 @@ void NewScheduleWriter::AddEmployments(const StagedYear& staged)
             AddEmployment(item, ordering);
         else if (matches[i].state == Match::State::Ambiguous)
             m_created.notes.push_back(NoteOfAmbiguous(item.employer, item.key));
+        else if (matches[i].state == Match::State::Ignored && !item.isWithdrawn)
+            m_created.notes.push_back(
+                Formatted("%s: two of HMRC's employments are kept under this key; the first counts. "
+                          "Fetch again.",
+                          NamedBy(item.employer, item.key)));
     }
-    NoteOthers(staged, matches);
+    for (const ReturnEmployment* own : NotSent(
+             matches, m_own.employments, [&](std::size_t i) { return LikeOf(staged.employments[i].reference); },
+             [](const ReturnEmployment& schedule) { return LikeOf(schedule.reference); }))
+        if (own->employer != kAllowancesEmployer && !matches.empty())
+            m_created.notes.push_back(NoteOfNotSent(
+                NamedBy(own->employer, own->reference),
+                own->worksNumber.IsEmpty() ? CString() : ", works number " + own->worksNumber, own->isFromHmrc));
     if (m_own.employments.empty() && m_created.employments == 0 && HasAllowances(staged))
         AddAllowancesHolder(ordering);
-}
-
-/// Of a new employment whose reference the return had before: one of the two may be the other under an old number.
-void NewScheduleWriter::NoteOthers(const StagedYear& staged, const std::vector<Match>& matches)
-{
-    std::set<std::string> made;
-    std::set<int> taken;
-    for (std::size_t i = 0; i < matches.size(); ++i) {
-        if (matches[i].state == Match::State::New)
-            made.insert(staged.employments[i].reference);
-        else if (matches[i].state == Match::State::Matched)
-            taken.insert(matches[i].schedule);
-    }
-    for (std::size_t i = 0; i < m_own.employments.size(); ++i) {
-        const ReturnEmployment& own = m_own.employments[i];
-        if (!taken.contains(static_cast<int>(i)) && made.contains(own.reference.Str()))
-            m_created.notes.push_back(
-                Formatted("%s (%s): the return also has a schedule with works number \"%s\", which HMRC does not send. "
-                          "Look whether the same pay stands twice.",
-                          own.employer, own.reference, own.worksNumber));
-    }
 }
 
 void NewScheduleWriter::AddEmployment(const StagedEmployment& item, int& ordering)
@@ -245,6 +301,29 @@ void NewScheduleWriter::AddPensions(const StagedYear& staged, bool (*isOfKind)(l
             break;
         }
     }
+    NoteOtherPensions(staged, matches, isOfKind);
+}
+
+void NewScheduleWriter::NoteOtherPensions(const StagedYear& staged, std::vector<Match> matches,
+                                          bool (*isOfKind)(long kind))
+{
+    const auto typeOf = [&](std::size_t i) {
+        const PensionSchedule* const schedule = ScheduleOf(staged.pensions[i].kind);
+        return schedule ? schedule->type : 0;
+    };
+    std::set<int> types;
+    for (std::size_t i = 0; i < matches.size(); ++i)
+        if (isOfKind(staged.pensions[i].kind))
+            types.insert(typeOf(i));
+        else if (matches[i].state == Match::State::New)
+            matches[i].state = Match::State::Ignored; // told with its own kind
+    for (const ReturnPension* own : NotSent(
+             matches, m_own.pensions, [&](std::size_t i) { return LikeOf(typeOf(i), staged.pensions[i].reference); },
+             [](const ReturnPension& schedule) { return LikeOf(schedule.type, schedule.reference); }))
+        if (types.contains(own->type))
+            m_created.notes.push_back(
+                NoteOfNotSent(TitleOf(*own), own->start.IsValid() ? " of " + own->start.Format("%d/%m/%Y") : CString(),
+                              own->isFromHmrc));
 }
 
 void NewScheduleWriter::Append(Brix::CNewEmploy& schedules, int& ordering, const CString& reference,
@@ -278,6 +357,7 @@ void NewScheduleWriter::Append(const NewPension& pension)
     m_pensions.SetAmount(pension.amount);
     m_pensions.SetTax(pension.tax);
     m_pensions.SetEstimate(pension.isEstimate);
+    m_pensions.SetFromHMRC(pension.isFromHmrc);
     m_pensions.Update();
     MoveOn(m_pensionOrdering);
     ++m_created.pensionsAndBenefits;

@@ -37,6 +37,7 @@ struct NewPension
     CString payer, reference, worksNumber;
     Kiln::CDate start;
     CString description;
+    bool isFromHmrc = false;
 };
 
 /// Adds schedules to one return, in a transaction that was begun with the intent to write before the return was read.
@@ -67,7 +68,7 @@ private:
     void AddEmployment(const StagedEmployment& item, int& ordering);
     void AddBenefits(long employment, const StagedEmployment& item);
     void AddAllowancesHolder(int& ordering);
-    void NoteOthers(const StagedYear& staged, const std::vector<Match>& matches);
+    void NoteOtherPensions(const StagedYear& staged, std::vector<Match> matches, bool (*isOfKind)(long kind));
 
     ClientId m_client;
     short m_year;

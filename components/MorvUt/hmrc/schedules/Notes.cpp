@@ -2,6 +2,7 @@
 
 #include "MorvUt/hmrc/schedules/BenefitTotals.h"
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
+#include "MorvUt/hmrc/schedules/Words.h"
 
 namespace HmrcApi
 {
@@ -18,14 +19,6 @@ CString Figures(const StagedPension& item)
     CString text = item.amount.IsValid() ? item.amount.Format() : CString("no amount");
     if (item.tax.IsValid())
         text.AppendFormat(", tax %s", item.tax.Format());
-    return text;
-}
-
-/// "Company XYZ (123/AB456)".
-CString PayerOf(const std::string& name, const std::string& reference)
-{
-    CString text;
-    text.Format(name.empty() ? "%s%s" : "%s (%s)", name, reference);
     return text;
 }
 
@@ -52,11 +45,11 @@ void AddMissing(Notes& notes, const CString& payer, const Kiln::CAmt& pay, const
 
 void AddEmployment(Notes& notes, const StagedEmployment& item)
 {
-    const CString payer = PayerOf(item.employer, item.key);
+    const CString payer = NamedBy(item.employer, item.key);
     AddMissing(notes, payer, item.pay, item.tax);
     if (item.isOffPayroll)
         notes.Add("%s: HMRC says that off-payroll working applied; the return asks for it.", payer);
-    for (const CString& line : TotalsOf(item.benefits).leftOut)
+    for (const CString& line : TotalsOf(item.benefits).told)
         notes.Add("%s: %s.", payer, line);
 }
 
@@ -69,20 +62,27 @@ void AddStatePension(Notes& notes, const StagedPension& item)
                   item.reference, Figures(item));
 }
 
+void AddNoAmount(Notes& notes, const StagedPension& item)
+{
+    if (!item.amount.IsValid())
+        notes.Add("%s: HMRC sent no amount.", NameOf(item));
+}
+
 void AddPension(Notes& notes, const StagedPension& item)
 {
     switch (item.kind) {
     case kStatePension:
         return AddStatePension(notes, item);
     case kPrivatePension:
-        return AddMissing(notes, PayerOf(item.payer, item.reference), item.amount, item.tax);
+        return AddMissing(notes, NamedBy(item.payer, item.reference), item.amount, item.tax);
     case kJobseekersAllowance:
     case kEmploymentAndSupportAllowance:
+        AddNoAmount(notes, item);
         if (IsSomething(item.tax))
             notes.Add("%s: HMRC sent tax of %s, which has no box of its own.", NameOf(item), item.tax.Format());
         return;
     case kIncapacityBenefit:
-        return;
+        return AddNoAmount(notes, item);
     default:
         notes.Add("%s (%s): HMRC sent a benefit of a kind that is not known here. No schedule is made of it: enter it "
                   "on the return where it belongs.",

@@ -23,26 +23,38 @@ Where OfYear(int ordinal, ClientId client, short year)
 
 ReturnEmployment Read(const CNewEmploy& row)
 {
-    return {row.GetID(),
-            row.GetOrdering(),
-            row.GetGUID(),
-            row.GetEmployerName(),
-            row.GetPAYEReference(),
-            row.GetWorksNumber(),
-            row.GetStart(),
-            row.GetEnd(),
-            row.GetPay(),
-            row.GetTax(),
-            row.GetStudentLoan(),
-            row.GetFromHMRC(),
-            {}};
+    ReturnEmployment own;
+    own.id = row.GetID();
+    own.ordering = row.GetOrdering();
+    own.guid = row.GetGUID();
+    own.employer = row.GetEmployerName();
+    own.reference = row.GetPAYEReference();
+    own.worksNumber = row.GetWorksNumber();
+    own.start = row.GetStart();
+    own.end = row.GetEnd();
+    own.pay = row.GetPay();
+    own.tax = row.GetTax();
+    own.studentLoan = row.GetStudentLoan();
+    own.isFromHmrc = row.GetFromHMRC();
+    return own;
 }
 
 ReturnPension Read(const CPensionStateBenefits& row)
 {
-    return {row.GetID(),          row.GetOrdering(), row.GetSection(),   row.GetType(),
-            row.GetDescription(), row.GetPayer(),    row.GetReference(), row.GetWorksNumber(),
-            row.GetStart(),       row.GetAmount(),   row.GetTax()};
+    ReturnPension own;
+    own.id = row.GetID();
+    own.ordering = row.GetOrdering();
+    own.section = row.GetSection();
+    own.type = row.GetType();
+    own.description = row.GetDescription();
+    own.payer = row.GetPayer();
+    own.reference = row.GetReference();
+    own.worksNumber = row.GetWorksNumber();
+    own.start = row.GetStart();
+    own.amount = row.GetAmount();
+    own.tax = row.GetTax();
+    own.isFromHmrc = row.GetFromHMRC();
+    return own;
 }
 
 std::vector<ReturnEmployment> LoadEmployments(ClientId client, short year)
@@ -81,7 +93,8 @@ ReturnYear LoadReturnYear(ClientId client, short year)
     if (!form.Open({{form.kClientID, client.Get()}, {form.kYear, year}}))
         return loaded;
     loaded.taxFormId = form.GetID();
-    loaded.finalised = form.GetFinalised();
+    for (; !form.IsEOL() && !loaded.finalised.IsValid(); form.MoveNext()) // several count as one
+        loaded.finalised = form.GetFinalised();
     loaded.employments = LoadEmployments(client, year);
     loaded.pensions = LoadPensions(client, year);
     return loaded;

@@ -44,6 +44,7 @@ struct ReturnPension
     CString reference, worksNumber;
     Kiln::CDate start;
     Kiln::CAmt amount, tax;
+    bool isFromHmrc = false;
 };
 
 struct ReturnYear

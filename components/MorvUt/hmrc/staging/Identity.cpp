@@ -4,109 +4,49 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "MorvUt/hmrc/staging/Pairing.h"
+#include "MorvUt/hmrc/staging/Payee.h"
 
 namespace HmrcApi
 {
 namespace
 {
 
-/// What tells payers' items apart.
-struct Payee
+enum Round
 {
-    std::string reference, worksNumber, start, figures;
-    bool hasFigures, isWithdrawn;
+    kFirstOther = kSameRounds, // from here on HMRC has changed the works number: only of what it still sent
+    kByFigures,
+    kBareItem,
+    kBareRow,
+    kOneOfEach,
+    kRounds
 };
-
-Payee PayeeOf(const StagedEmployment& item)
-{
-    return {item.reference,
-            item.worksNumber,
-            item.start.IsValid() ? TextOf(item.start) : std::string(),
-            Joined({TextOf(item.pay), TextOf(item.tax), TextOf(item.studentLoan), TextOf(item.end)}),
-            item.pay.IsValid() || item.tax.IsValid(),
-            item.isWithdrawn};
-}
-
-Payee PayeeOf(const StagedPension& item)
-{
-    return {item.reference,
-            item.worksNumber,
-            item.date.IsValid() ? TextOf(item.date) : std::string(),
-            Joined({TextOf(item.amount), TextOf(item.tax)}),
-            item.amount.IsValid() || item.tax.IsValid(),
-            item.isWithdrawn};
-}
-
-template<class T>
-std::vector<Payee> PayeesOf(const std::vector<T>& values)
-{
-    std::vector<Payee> payees;
-    payees.reserve(values.size());
-    for (const T& value : values)
-        payees.push_back(PayeeOf(value));
-    return payees;
-}
-
-std::unordered_map<std::string, int> CountByReference(const std::vector<Payee>& payees)
-{
-    std::unordered_map<std::string, int> counts;
-    for (const Payee& payee : payees)
-        counts[payee.reference] += payee.isWithdrawn ? 0 : 1;
-    return counts;
-}
-
-/// The rounds that look alike from both sides.
-constexpr int kSameSided = 6;
-
-Trait SameSided(int round, const Payee& p)
-{
-    const auto if_ = [](bool isTold, std::string text) { return isTold ? Trait(std::move(text)) : Trait(); };
-    switch (round) {
-    case 0:
-        return Joined({p.reference, p.worksNumber, p.start, p.figures});
-    case 1:
-        return if_(!p.start.empty(), Joined({p.reference, p.worksNumber, p.start}));
-    case 2:
-        return if_(p.hasFigures, Joined({p.reference, p.worksNumber, p.figures}));
-    case 3:
-        return Joined({p.reference, p.worksNumber});
-    case 4: // from here on HMRC has changed the works number: only of what it still sent
-        return if_(!p.start.empty() && !p.isWithdrawn, Joined({p.reference, p.start}));
-    default:
-        return if_(p.hasFigures && !p.isWithdrawn, Joined({p.reference, p.figures}));
-    }
-}
 
 std::vector<int> PairPayees(const std::vector<Payee>& items, const std::vector<Payee>& rows)
 {
-    const auto itemsOf = CountByReference(items), rowsOf = CountByReference(rows);
+    const Counts itemsOf = CountByReference(items), rowsOf = CountByReference(rows);
     const auto traitOf = [&](int round, const Payee& payee, bool isRow) -> Trait {
-        if (round < kSameSided)
-            return SameSided(round, payee);
+        if (round < kSameRounds)
+            return SameTrait(round, payee);
         if (payee.isWithdrawn)
             return {};
-        const bool isAnySide = round == kSameSided ? isRow : !isRow; // the other side has no works number
-        const auto isOne = [&](const auto& counts) {
-            const auto found = counts.find(payee.reference);
-            return found != counts.end() && found->second == 1;
-        };
-        const bool mayBe =
-            round == kSameSided + 2 ? isOne(itemsOf) && isOne(rowsOf) : isAnySide || payee.worksNumber.empty();
+        bool mayBe = false;
+        switch (round) {
+        case kFirstOther:
+            return ByStart(payee);
+        case kByFigures:
+            return ByFigures(payee);
+        case kBareItem:
+            mayBe = isRow || payee.worksNumber.empty();
+            break;
+        case kBareRow:
+            mayBe = !isRow || payee.worksNumber.empty();
+            break;
+        default:
+            mayBe = CountOf(itemsOf, payee.reference) == 1 && CountOf(rowsOf, payee.reference) == 1;
+        }
         return mayBe ? Trait(payee.reference) : Trait();
     };
-    std::vector<std::size_t> order(rows.size()); // what HMRC still sent comes before what it had withdrawn
-    for (std::size_t i = 0; i < order.size(); ++i)
-        order[i] = i;
-    std::stable_partition(order.begin(), order.end(), [&](std::size_t row) { return !rows[row].isWithdrawn; });
-    std::vector<int> rowOf = PairUp(
-        items.size(), rows.size(), kSameSided + 3,
-        [&](int round, std::size_t item) { return traitOf(round, items[item], false); },
-        [&](int round, std::size_t place) { return traitOf(round, rows[order[place]], true); });
-    for (int& row : rowOf)
-        if (row != kNoRow)
-            row = static_cast<int>(order[static_cast<std::size_t>(row)]);
-    return rowOf;
+    return PairUp(items, rows, kRounds, traitOf);
 }
 
 using Taken = std::unordered_set<std::string>;

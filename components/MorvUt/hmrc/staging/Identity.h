@@ -18,9 +18,10 @@ namespace HmrcApi
 std::vector<int> PairEmployments(const std::vector<StagedEmployment>& items, const std::vector<StagedEmployment>& rows);
 std::vector<int> PairPrivatePensions(const std::vector<StagedPension>& items, const std::vector<StagedPension>& rows);
 
-/// A text for readers outside; this library compares what it is made of and never takes it apart. The reference; where
-/// HMRC sends that more than once, reference, blank and works number, the second of these with " #2" behind it, and so
-/// on; without works numbers reference and " #2", " #3" and so on. `nth` counts from 1.
+/// The key of the `nth` (from 1) item of a reference that HMRC sends more than once: reference, blank and works number,
+/// from the second on with " #2" and so on behind it; without works number the reference and " #2", " #3" and so on.
+/// (An item that has its reference for itself has the reference.) It is for readers outside: this library compares what
+/// it is made of and never takes it apart.
 std::string KeyOf(const std::string& reference, const std::string& worksNumber, int nth);
 
 /// Gives items and rows their keys, no two the same: `rowOf` as PairEmployments gave it. An item keeps the key of its

@@ -26,7 +26,7 @@ std::vector<int> PairUp(std::size_t items, std::size_t rows, int rounds,
                         const std::function<Trait(int round, std::size_t row)>& ofRow);
 
 /// The same for an answer's items and the rows stored of them: rows that HMRC still sent come before withdrawn ones.
-/// `traitOf(round, value)` is asked for both.
+/// `traitOf(round, value, isRow)` is asked for both.
 template<class T, class TraitOf>
 std::vector<int> PairUp(const std::vector<T>& items, const std::vector<T>& rows, int rounds, TraitOf traitOf)
 {
@@ -37,8 +37,9 @@ std::vector<int> PairUp(const std::vector<T>& items, const std::vector<T>& rows,
                 order.push_back(static_cast<int>(row));
     const auto rowAt = [&](std::size_t place) { return static_cast<std::size_t>(order[place]); };
     std::vector<int> rowOf = PairUp(
-        items.size(), rows.size(), rounds, [&](int round, std::size_t item) { return traitOf(round, items[item]); },
-        [&](int round, std::size_t place) { return traitOf(round, rows[rowAt(place)]); });
+        items.size(), rows.size(), rounds,
+        [&](int round, std::size_t item) { return traitOf(round, items[item], false); },
+        [&](int round, std::size_t place) { return traitOf(round, rows[rowAt(place)], true); });
     for (int& row : rowOf)
         if (row != kNoRow)
             row = order[static_cast<std::size_t>(row)];

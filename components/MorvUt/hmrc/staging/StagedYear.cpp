@@ -3,6 +3,7 @@
 #include <type_traits>
 #include <unordered_map>
 
+#include "HmrcApi/records/Responses.h"
 #include "MorvUt/hmrc/staging/detail/Rows.h"
 
 namespace HmrcApi
@@ -35,6 +36,11 @@ void Assign(List& list, T (List::*get)() const, void (List::*set)(const T&), con
 
 } // namespace
 
+std::string TypeText(const std::string& type, int number)
+{
+    return number != 0 ? std::to_string(number) : "name " + type;
+}
+
 bool Open(CMTD_Employments& rows, ClientId client, short year)
 {
     return rows.Open({UnderYear(rows.kMTD_TaxYearID, client, year)}, {{rows.kKey}});
@@ -66,27 +72,35 @@ bool Open(CMTD_TaxYear& rows, ClientId client, short year)
     return rows.Open({{rows.kClientID, client.Get()}, {rows.kYear, year}});
 }
 
+/// Rows of other programs may lack the key, or have nothing but it.
 StagedEmployment Read(const CMTD_Employments& row)
 {
-    return {row.GetID(),
-            row.GetKey().Str(),
-            row.GetPAYEReference().Str(),
-            row.GetWorksNumber().Str(),
-            row.GetEmployerName().Str(),
-            row.GetStart(),
-            row.GetEnd(),
-            row.GetPay(),
-            row.GetTax(),
-            row.GetStudentLoan(),
-            row.GetOffPayroll(),
-            row.GetWithdrawn(),
-            {}};
+    StagedEmployment item;
+    item.id = row.GetID();
+    item.key = row.GetKey().Str();
+    item.reference = row.GetPAYEReference().Str();
+    item.worksNumber = row.GetWorksNumber().Str();
+    item.employer = row.GetEmployerName().Str();
+    item.start = row.GetStart();
+    item.end = row.GetEnd();
+    item.pay = row.GetPay();
+    item.tax = row.GetTax();
+    item.studentLoan = row.GetStudentLoan();
+    item.isOffPayroll = row.GetOffPayroll();
+    item.isWithdrawn = row.GetWithdrawn();
+    if (item.reference.empty() && !item.key.starts_with(' ')) // with a blank it is of an employment without reference
+        item.reference = item.key;
+    else if (item.key.empty())
+        item.key = item.worksNumber.empty() ? item.reference : item.reference + ' ' + item.worksNumber;
+    return item;
 }
 
+/// Rows of other programs may have HMRC's name alone.
 StagedBenefit Read(const CMTD_EmploymentsCompanyBenefits& row)
 {
-    return {row.GetID(),       row.GetBenefitTypeName().Str(), row.GetBenefitType(), row.GetAmount(), row.GetForecast(),
-            row.GetWithdrawn()};
+    const std::string type = row.GetBenefitTypeName().Str();
+    const int number = row.GetBenefitType() != 0 ? row.GetBenefitType() : BenefitNumber(type);
+    return {row.GetID(), type, number, row.GetAmount(), row.GetForecast(), row.GetWithdrawn()};
 }
 
 StagedPension Read(const CMTD_PensionStateBenefits& row)
@@ -98,7 +112,9 @@ StagedPension Read(const CMTD_PensionStateBenefits& row)
 
 StagedAllowance Read(const CMTD_TaxFreeAllowances& row)
 {
-    return {row.GetID(), row.GetAllowanceTypeName().Str(), row.GetAllowanceType(), row.GetAmount(), row.GetWithdrawn()};
+    const std::string type = row.GetAllowanceTypeName().Str();
+    const int number = row.GetAllowanceType() != 0 ? row.GetAllowanceType() : AllowanceNumber(type);
+    return {row.GetID(), type, number, row.GetAmount(), row.GetWithdrawn()};
 }
 
 StagedNationalInsurance Read(const CMTD_NIC& row)
@@ -133,7 +149,8 @@ void Fill(CMTD_EmploymentsCompanyBenefits& row, const StagedBenefit& item)
 void Fill(CMTD_PensionStateBenefits& row, const StagedPension& item)
 {
     using List = CMTD_PensionStateBenefits;
-    Assign(row, &List::GetMTDType, &List::SetMTDType, item.kind);
+    if (row.IsNew() || row.GetMTDType() != item.kind) // a new row says 0, too
+        row.SetMTDType(item.kind);
     Assign(row, &List::GetReference, &List::SetReference, item.reference);
     Assign(row, &List::GetWorksNumber, &List::SetWorksNumber, item.worksNumber);
     Assign(row, &List::GetPayer, &List::SetPayer, item.payer);
@@ -153,8 +170,10 @@ void Fill(CMTD_TaxFreeAllowances& row, const StagedAllowance& item)
 void Fill(CMTD_NIC& row, const StagedNationalInsurance& item)
 {
     using List = CMTD_NIC;
-    Assign(row, &List::GetClass1Earnings, &List::SetClass1Earnings, item.class1Earnings);
-    Assign(row, &List::GetClass2Due, &List::SetClass2Due, item.class2Due);
+    if (item.class1Earnings.IsValid())
+        Assign(row, &List::GetClass1Earnings, &List::SetClass1Earnings, item.class1Earnings);
+    if (item.class2Due.IsValid())
+        Assign(row, &List::GetClass2Due, &List::SetClass2Due, item.class2Due);
     Assign(row, &List::GetMaxNICsReached, &List::SetMaxNICsReached, item.isMaximumReached);
 }
 

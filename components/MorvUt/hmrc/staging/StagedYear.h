@@ -43,7 +43,7 @@ struct StagedBenefit
 struct StagedEmployment
 {
     long id = 0;
-    std::string key; // for readers outside: see KeysOf
+    std::string key; // for readers outside: see KeyOf
     std::string reference;
     std::string worksNumber; // may be empty
     std::string employer;
@@ -93,6 +93,9 @@ struct StagedYear
     std::vector<StagedAllowance> allowances;   // as stored: by amount, nulls first
     std::optional<StagedNationalInsurance> nationalInsurance;
 };
+
+/// By what two benefits, or two allowances, are of one type: HMRC's number, else its name.
+std::string TypeText(const std::string& type, int number);
 
 /// What the practice holds for the client and real tax year, withdrawn rows included: five statements however much it
 /// is. Throws Cellar::DatabaseError.

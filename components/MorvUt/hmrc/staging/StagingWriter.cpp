@@ -92,30 +92,24 @@ std::vector<long> BringIntoLine(List& list, const std::vector<T>& items, const s
     return ids;
 }
 
-/// HMRC's number, else its name: rows of other programs may have one of them only.
-template<class T>
-std::string TypeOf(const T& item)
-{
-    return item.number != 0 ? std::to_string(item.number) : "name " + item.type;
-}
-
 using Pensions = std::vector<StagedPension>;
 
-Trait BenefitTrait(int round, const StagedBenefit& item)
+Trait BenefitTrait(int round, const StagedBenefit& item, bool)
 {
     const std::string forecast = item.isForecast ? "1" : "0";
     if (round == 0)
-        return Joined({TypeOf(item), forecast, TextOf(item.amount)});
-    return round == 1 ? Joined({TypeOf(item), forecast}) : TypeOf(item);
+        return Joined({TypeText(item.type, item.number), forecast, TextOf(item.amount)});
+    return round == 1 ? Joined({TypeText(item.type, item.number), forecast}) : TypeText(item.type, item.number);
 }
 
-Trait AllowanceTrait(int round, const StagedAllowance& item)
+Trait AllowanceTrait(int round, const StagedAllowance& item, bool)
 {
-    return round == 0 ? Joined({TypeOf(item), TextOf(item.amount)}) : TypeOf(item);
+    return round == 0 ? Joined({TypeText(item.type, item.number), TextOf(item.amount)})
+                      : TypeText(item.type, item.number);
 }
 
 /// A benefit is known by kind and date; of one that is not known the name is the kind.
-Trait StateBenefitTrait(int round, const StagedPension& item)
+Trait StateBenefitTrait(int round, const StagedPension& item, bool)
 {
     const std::string kind =
         Joined({std::to_string(item.kind), item.kind == kUnknownBenefit ? item.reference : std::string()});
@@ -124,14 +118,14 @@ Trait StateBenefitTrait(int round, const StagedPension& item)
     return Joined({kind, TextOf(item.date)});
 }
 
-Trait StatePensionTrait(int round, const StagedPension& item)
+Trait StatePensionTrait(int round, const StagedPension& item, bool)
 {
     return round == 0 ? Joined({item.reference, TextOf(item.date), TextOf(item.amount)}) : item.reference;
 }
 
 bool IsStateBenefit(int kind) noexcept
 {
-    return (kind >= kJobseekersAllowance && kind <= kEmploymentAndSupportAllowance) || kind == kUnknownBenefit;
+    return kind != kStatePension && kind != kPrivatePension; // whatever else another program may have written
 }
 
 } // namespace
@@ -255,9 +249,9 @@ void StagingWriter::WriteNationalInsurance(const StagedNationalInsurance& figure
 {
     Brix::CMTD_NIC& list = Load(m_nationalInsurance);
     const long year = NoteYear();
-    if (!figures.class1Earnings.IsValid() && !figures.class2Due.IsValid() && !figures.isMaximumReached)
-        return;
     const bool isNew = !list.MoveFirst();
+    if (isNew && !figures.class1Earnings.IsValid() && !figures.class2Due.IsValid() && !figures.isMaximumReached)
+        return;
     if (isNew) {
         list.AddNew();
         list.SetMTD_TaxYearID(year);

@@ -31,9 +31,11 @@ public:
     void WriteStateBenefits(const std::vector<StagedPension>& items); // unknown kinds among them
     void WriteStatePensions(const std::vector<StagedPension>& items); // the regular amount and the lump sum
     void WriteAllowances(const std::vector<StagedAllowance>& items);
-    /// Nothing but the note of the year when there is no figure.
+    /// A figure that HMRC does not send leaves the stored one as it is. Without any, nothing but the note of the year.
     void WriteNationalInsurance(const StagedNationalInsurance& figures);
 
+    /// HMRC was asked and had nothing: only that is noted.
+    void NoteAsked() { NoteYear(); }
     /// What the rows hold now.
     StagedYear GetYear();
     /// What was done since the last call.

@@ -115,6 +115,7 @@ TEST_F(HmrcLogger, OpensItsOwnConnectionWithoutACurrentOneAndNeverEndsARetrieval
     EXPECT_NO_THROW(log());
     const std::string shown = testing::internal::GetCapturedStderr();
     EXPECT_NE(shown.find("HMRC log line not written"), std::string::npos);
+    EXPECT_EQ(shown.find("EXEC"), std::string::npos) << "no statement";
     EXPECT_EQ(shown.find("abcdefgh"), std::string::npos);
     EXPECT_EQ(shown.find("AA000001A"), std::string::npos) << shown;
 }

@@ -1,0 +1,62 @@
+#include "Cellar/drivers/sqlite/FileRights.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Cellar::Sqlite
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+
+constexpr mode_t kOwners = S_IRUSR | S_IWUSR;
+constexpr mode_t kGroups = kOwners | S_IRGRP | S_IWGRP;
+constexpr mode_t kRights = S_IRWXU | S_IRWXG | S_IRWXO;
+
+/// The files that are made in `folder` belong to this group too.
+bool HandsGroupOn(const fs::path& folder, gid_t group)
+{
+    struct stat status;
+    return ::stat(folder.c_str(), &status) == 0 && (status.st_mode & S_ISGID) != 0 && status.st_gid == group;
+}
+
+/// Whether the file was open to more than it may be, and is not any more.
+bool Narrow(const fs::path& file)
+{
+    struct stat status;
+    if (::lstat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_uid != ::geteuid())
+        return false;
+    const bool isGroups = (status.st_mode & kGroups) == kGroups && HandsGroupOn(file.parent_path(), status.st_gid);
+    const mode_t narrow = status.st_mode & (isGroups ? kGroups : S_IRWXU);
+    return narrow != (status.st_mode & kRights) && ::chmod(file.c_str(), narrow) == 0;
+}
+
+} // namespace
+
+bool MakeFile(const fs::path& file, Readers readers)
+{
+    const int descriptor = ::open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, kOwners);
+    if (descriptor < 0)
+        return false;
+    struct stat status;
+    bool done = ::fstat(descriptor, &status) == 0;
+    // Whoever opened it before us has content in it by now, and its rights are his.
+    if (done && status.st_size == 0 && status.st_uid == ::geteuid())
+        done = ::fchmod(descriptor, readers == Readers::Group ? kGroups : kOwners) == 0;
+    return ::close(descriptor) == 0 && done;
+}
+
+std::string NarrowFiles(const fs::path& file)
+{
+    bool isNarrowed = false;
+    for (const char* const ending : {"", "-wal", "-shm", "-journal"}) {
+        fs::path each = file;
+        isNarrowed = Narrow(each += ending) || isNarrowed;
+    }
+    return isNarrowed ? "other users of this computer could read " + file.string() + "; now they cannot"
+                      : std::string();
+}
+
+} // namespace Cellar::Sqlite
