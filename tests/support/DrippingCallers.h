@@ -3,8 +3,6 @@
 // Connections to a server on this computer that never finish a request.
 
 #include <atomic>
-#include <chrono>
-#include <csignal>
 #include <thread>
 #include <vector>
 
@@ -15,23 +13,25 @@
 namespace Test
 {
 
-/// `count` connections that send a byte each four times a second until the server hangs up, while it lives.
+/// `count` connections that send a byte each four times a second while it lives.
 class DrippingCallers
 {
 public:
-    DrippingCallers(int port, int count)
+    DrippingCallers(int port, int count) : m_sockets(static_cast<std::size_t>(count)), left(count)
     {
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_port = htons(static_cast<std::uint16_t>(port));
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        for (int i = 0; i < count; ++i) {
-            m_sockets.push_back(socket(AF_INET, SOCK_STREAM, 0));
-            connect(m_sockets.back(), reinterpret_cast<const sockaddr*>(&address), sizeof address);
-            send(m_sockets.back(), "G", 1, MSG_NOSIGNAL);
+        const sockaddr_in address{AF_INET, htons(static_cast<std::uint16_t>(port)), {htonl(INADDR_LOOPBACK)}, {}};
+        for (int& each : m_sockets) {
+            each = socket(AF_INET, SOCK_STREAM, 0);
+            connect(each, reinterpret_cast<const sockaddr*>(&address), sizeof address);
         }
-        m_left = count;
-        m_thread = std::thread([this] { Drip(); });
+        m_thread = std::thread([this] {
+            for (; !m_ending; usleep(250'000)) {
+                int open = 0;
+                for (const int each : m_sockets)
+                    open += send(each, "G", 1, MSG_NOSIGNAL) == 1 ? 1 : 0;
+                left = open;
+            }
+        });
     }
     ~DrippingCallers()
     {
@@ -40,25 +40,14 @@ public:
         for (const int each : m_sockets)
             close(each);
     }
-    /// Those that the server still listens to.
-    int Left() const noexcept { return m_left; }
 
 private:
-    void Drip()
-    {
-        while (!m_ending) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(250));
-            int left = 0;
-            for (const int each : m_sockets)
-                left += send(each, "E", 1, MSG_NOSIGNAL) == 1 ? 1 : 0;
-            m_left = left;
-        }
-    }
-
     std::vector<int> m_sockets;
-    std::atomic<int> m_left{0};
     std::atomic<bool> m_ending{false};
     std::thread m_thread;
+
+public:
+    std::atomic<int> left; // to which the server still listens
 };
 
 } // namespace Test

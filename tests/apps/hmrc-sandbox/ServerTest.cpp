@@ -81,7 +81,7 @@ TEST_F(ServerTest, IsHeldUpByNoConnectionThatSendsAByteNowAndThen)
     const auto passed = [&] { return std::chrono::steady_clock::now() - start; };
     EXPECT_EQ(Client().Get("/hello/world", kHello)->status, 200);
     EXPECT_LT(passed(), std::chrono::seconds(3));
-    while (callers.Left() > 0 && passed() < std::chrono::seconds(20))
+    while (callers.left > 0 && passed() < std::chrono::seconds(20))
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     EXPECT_LT(passed(), std::chrono::seconds(10)) << "a request has an end";
     ::Test::DrippingCallers others(m_server.Port(), 64);

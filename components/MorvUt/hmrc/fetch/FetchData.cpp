@@ -107,18 +107,18 @@ void TellStates(const CPAYEPrepop& paye, const CNICPrepop& nic, const StagedYear
     const bool hasPaye = !staged.employments.empty() || !staged.pensions.empty() || !staged.allowances.empty();
     const bool isFinalised = own.finalised.IsValid();
     const Kiln::CDate today = Kiln::CDate::Today();
-    result.groups[0].state = StateOf(result.groups[0].name, *result.errors, paye.IsAnswered(),
+    result.groups[0].state = StateOf(result.groups[0].name, *result.errors, paye.HasAnswer(),
                                      StateOfNothing(year, hasPaye, isFinalised, today));
     result.groups[1].state = StateOf(result.groups[1].name, *result.errors, nic.HasAnswer(),
                                      StateOfNothing(year, staged.nationalInsurance.has_value(), isFinalised, today));
     result.counts = CountItems(staged, own);
-    result.counts.items = (paye.IsAnswered() ? result.counts.items : 0) + (nic.HasAnswer() ? 1 : 0);
+    result.counts.items = (paye.HasAnswer() ? result.counts.items : 0) + (nic.HasAnswer() ? 1 : 0);
 }
 
 /// What the year's rows hold afterwards. Without an answer nothing is locked.
 StagedYear StageAnswers(Retrieval& retrieval, CPAYEPrepop& paye, CNICPrepop& nic, ClientId client, short year)
 {
-    if (!paye.IsAnswered() && !nic.IsAnswered())
+    if (!paye.HasAnswer() && !nic.IsAnswered())
         return LoadStagedYear(client, year);
     Quarry::CTransaction transaction(Cellar::Intent::Write);
     paye.Stage(retrieval);

@@ -31,7 +31,7 @@ public:
     bool IsAnswered() const noexcept { return m_isAnswered; }
     void Stage(Retrieval& retrieval);
     /// HMRC answered with records.
-    bool HasAnswer() const noexcept { return m_answer.has_value(); }
+    bool HasAnswer() const noexcept { return m_isAnswered && m_answer.has_value(); }
 
     virtual std::shared_ptr<CNationalInsurance> GetNationalInsuranceEndpoint(CAuthorisation& authorisation);
 

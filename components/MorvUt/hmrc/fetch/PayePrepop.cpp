@@ -70,8 +70,8 @@ void CPAYEPrepop::GetPAYEData(std::string nationalInsuranceNumber, std::shared_p
 void CPAYEPrepop::Ask(Retrieval& retrieval, const std::string& nationalInsuranceNumber)
 {
     m_answer.reset();
-    m_return.reset();
     m_isWhole = false;
+    m_return.reset();
     AskGroup(retrieval, kGroup, [&](CAuthorisation& authorisation) {
         const CPayeResponse response =
             GetPayeEndpoint(authorisation)->GetPaye(nationalInsuranceNumber, GetYear(), retrieval.GetLogger());
@@ -82,7 +82,7 @@ void CPAYEPrepop::Ask(Retrieval& retrieval, const std::string& nationalInsurance
 
 void CPAYEPrepop::Stage(Retrieval& retrieval)
 {
-    if (!IsAnswered())
+    if (!HasAnswer())
         return;
     const StagedYear& answer = *m_answer;
     StageGroup(retrieval, kGroup, [&](StagingWriter& writer) {

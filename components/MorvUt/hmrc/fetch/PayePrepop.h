@@ -53,7 +53,8 @@ public:
     /// intent to write and does nothing when HMRC gave no answer.
     void Ask(Retrieval& retrieval, const std::string& nationalInsuranceNumber);
     void Stage(Retrieval& retrieval);
-    bool IsAnswered() const noexcept { return m_isWhole; } // with records
+    /// HMRC answered with records.
+    bool HasAnswer() const noexcept { return m_isWhole; }
     /// The return that staged figures were compared with; nothing before Stage, or without an answer.
     const std::optional<ReturnYear>& GetReturn() const noexcept { return m_return; }
 
@@ -125,8 +126,8 @@ private:
     void BeginAnswer(ClientId client, TaxYear taxYear);
 
     std::optional<StagedYear> m_answer; // HMRC's, in the terms of the staging rows
+    bool m_isWhole = false;             // it is all that HMRC sent, not single employments
     std::optional<ReturnYear> m_return;
-    bool m_isWhole = false; // it is all that HMRC sent, not single employments
     ClientId m_answerClient;
     short m_answerYear = 0;
     CreatedSchedules m_created;
