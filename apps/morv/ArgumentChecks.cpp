@@ -22,7 +22,7 @@ CLI::Validator NotEmpty()
     const auto problem = [](const std::string& text) {
         if (text.empty())
             return std::string("the value is empty");
-        if (text.starts_with("--"))
+        if (text.starts_with("--")) // the next option: --user --json names nobody
             return std::string("the value is missing");
         return HasControlCharacters(text) ? "the value holds control characters" : std::string();
     };

@@ -19,8 +19,7 @@ constexpr long kMostRowId = 2147483647;
 CLI::Validator PlainNumber(long most = kMostRowId);
 
 /// A text that is there, without control characters: --user "$NAME" with NAME not set must not work as somebody else,
-/// and
-/// `--user --json` names nobody.
+/// and `--user --json` names nobody.
 CLI::Validator NotEmpty();
 
 /// Makes the year in which it ends, "2018", of "2017/18"; leaves everything else, for UseYear to refuse.

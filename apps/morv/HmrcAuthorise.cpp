@@ -17,6 +17,33 @@ namespace Morv
 namespace
 {
 
+/// Ends the wait for the browser when its command has failed. Once the code has come it no longer matters.
+class WatchingWindowSystem : public Afx::ConsoleWindowSystem
+{
+public:
+    explicit WatchingWindowSystem(BrowserCommand& browser) : m_browser(browser) {}
+    void ShowWait(const std::string& text) override { m_isWaiting = !text.empty(); }
+    bool WaitCancelled() override { return m_isWaiting && m_browser.HasFailed(); }
+
+private:
+    BrowserCommand& m_browser;
+    bool m_isWaiting = false;
+};
+
+class BrowserWatch
+{
+public:
+    explicit BrowserWatch(BrowserCommand& browser)
+        : m_before(Afx::WindowSystem::Install(std::make_unique<WatchingWindowSystem>(browser)))
+    {}
+    ~BrowserWatch() { Afx::WindowSystem::Install(std::move(m_before)); }
+    BrowserWatch(const BrowserWatch&) = delete;
+    BrowserWatch& operator=(const BrowserWatch&) = delete;
+
+private:
+    std::unique_ptr<Afx::WindowSystem> m_before;
+};
+
 [[noreturn]] void ThrowError(const HmrcApi::CAuthorisation::Error& error)
 {
     throw CommandError(HmrcApi::IsUnreachable(error.code, error.status) ? Exit::HmrcUnreachable : Exit::Refused,
@@ -50,7 +77,7 @@ void Authorise(const HmrcArguments& arguments, const CommonOptions& options)
         std::fprintf(stderr, "Open this address in a browser and give authority: %s\n", address.c_str());
         return arguments.browser.empty() || browser.Start(arguments.browser, address);
     });
-    authorisation.SetCancel([&] { return browser.HasFailed(); });
+    const BrowserWatch watch(browser);
     const bool isGiven = authorisation.DoAuthorisation(&logger);
     if (!isGiven && authorisation.GetLastError().code == "CANCELLED" && browser.HasFailed())
         throw CommandError(Exit::Refused, "BROWSER_NOT_OPENED",

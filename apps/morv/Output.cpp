@@ -41,13 +41,6 @@ std::string FormatMoment(const COleDateTime& moment, const char* pattern)
     return moment.GetStatus() == COleDateTime::valid ? Afx::FormatTime(moment.Fields(), pattern).Str() : "-";
 }
 
-std::string Cut(std::string_view text, std::size_t most)
-{
-    const std::string whole = Printable(text);
-    const std::string_view shown = Afx::CutUtf8(whole, most);
-    return std::string(shown) + (shown.size() < whole.size() ? "…" : "");
-}
-
 void Write(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
 
 } // namespace
@@ -113,6 +106,13 @@ std::string Printable(std::string_view text)
         if (c != '\n' || !flat.ends_with('\n')) // a paragraph's end is one blank
             flat += c;
     return Afx::ToPrintable(flat);
+}
+
+std::string Cut(std::string_view text, std::size_t most)
+{
+    const std::string whole = Printable(text);
+    const std::string_view shown = Afx::CutUtf8(whole, most);
+    return std::string(shown) + (shown.size() < whole.size() ? "…" : "");
 }
 
 std::string Shown(std::string_view text)

@@ -46,10 +46,12 @@ void PrintError(const CommandError& error, bool json);
 
 /// `text` for one line of a terminal: line ends and control characters as blanks, bytes that are not UTF-8 replaced.
 std::string Printable(std::string_view text);
+/// The same, cut behind so many bytes.
+std::string Cut(std::string_view text, std::size_t most);
+/// The same, cut where it is longer than anybody reads: what comes from HMRC may be.
+std::string Shown(std::string_view text);
 /// Whether there is something in it that Printable would blank: it could forge lines, or steer a terminal.
 bool HasControlCharacters(std::string_view text);
-/// The same, cut when it is longer than anybody reads: what comes from HMRC may be.
-std::string Shown(std::string_view text);
 /// What a user gave, for a message: printable, in quotes, cut when it is long.
 std::string Quoted(std::string_view text);
 /// "; did you mean NAME?" for the name that is nearest to what a user gave; empty when none is near.

@@ -86,9 +86,7 @@ std::string MessageOf(const CLI::ParseError& error, const CLI::App& app)
                            error.get_exit_code() == static_cast<int>(CLI::ExitCodes::RequiredError);
     if (unread.empty() || !isOfWords) { // the library repeats whole arguments
         constexpr std::size_t kLongest = 300;
-        const std::string whole = error.what();
-        const std::string_view shown = Afx::CutUtf8(whole, kLongest);
-        return std::string(shown) + (shown.size() < whole.size() ? "…" : "");
+        return Cut(error.what(), kLongest);
     }
     const std::string& word = unread.front();
     if (word.starts_with('-'))

@@ -100,31 +100,6 @@ TEST(Commands, OptionsAreKeptAndTheYearOfARunIsNot)
     EXPECT_EQ(MorvJson(show)["year"], 2011) << "the profile was written";
 }
 
-TEST(Commands, APracticeIsItsOwnersOrAGroups)
-{
-    using std::filesystem::perms;
-    const auto modeOf = [](const std::string& path) { return std::filesystem::status(path).permissions(); };
-    const std::string practice = SamplePractice(), list = "client list " + practice;
-    EXPECT_EQ(modeOf(practice), perms(0600));
-    std::filesystem::permissions(practice, perms(0644)); // as it was made once
-    EXPECT_NE(RunMorv(list).err.find("could read"), std::string::npos);
-    EXPECT_EQ(RunMorv(list).err, "") << "said once";
-    EXPECT_EQ(modeOf(practice), perms(0600));
-
-    const std::string folder = TempDir() + "/shared", shared = folder + "/practice.db";
-    const std::string create = " --group " + std::string(getgrgid(getegid())->gr_name);
-    const Ended refused = RunMorv("practice create " + TempDir() + "/other.db" + create);
-    EXPECT_EQ(refused.exit, 3);
-    EXPECT_NE(refused.err.find("chmod 2770"), std::string::npos) << refused.err;
-    EXPECT_FALSE(std::filesystem::exists(TempDir() + "/other.db"));
-    MorvJson("practice create " + shared + create);
-    EXPECT_EQ(modeOf(folder), perms(02770));
-    EXPECT_EQ(modeOf(shared), perms(0660));
-    EXPECT_EQ(modeOf(shared + ".key"), perms(0640));
-    EXPECT_EQ(RunMorv("practice check SQLITE:" + shared).err, "");
-    EXPECT_EQ(modeOf(shared), perms(0660));
-}
-
 /// What people read of the main job, in the order of its steps: nothing is said that is not so, and nothing twice.
 TEST(Commands, TheTextOfTheMainJobIsTrue)
 {
@@ -195,6 +170,31 @@ TEST(Commands, TheTextOfTheMainJobIsTrue)
         }
         EXPECT_EQ(text.find(step.untold), std::string::npos) << text;
     }
+}
+
+TEST(Commands, APracticeIsItsOwnersOrAGroups)
+{
+    using std::filesystem::perms;
+    const auto modeOf = [](const std::string& path) { return std::filesystem::status(path).permissions(); };
+    const std::string practice = SamplePractice(), list = "client list " + practice;
+    EXPECT_EQ(modeOf(practice), perms(0600));
+    std::filesystem::permissions(practice, perms(0644)); // as it was made once
+    EXPECT_NE(RunMorv(list).err.find("could read"), std::string::npos);
+    EXPECT_EQ(RunMorv(list).err, "") << "said once";
+    EXPECT_EQ(modeOf(practice), perms(0600));
+
+    const std::string folder = TempDir() + "/shared", shared = folder + "/practice.db";
+    const std::string create = " --group " + std::string(getgrgid(getegid())->gr_name);
+    const Ended refused = RunMorv("practice create " + TempDir() + "/other.db" + create);
+    EXPECT_EQ(refused.exit, 3);
+    EXPECT_NE(refused.err.find("chmod 2770"), std::string::npos) << refused.err;
+    EXPECT_FALSE(std::filesystem::exists(TempDir() + "/other.db"));
+    MorvJson("practice create " + shared + create);
+    EXPECT_EQ(modeOf(folder), perms(02770));
+    EXPECT_EQ(modeOf(shared), perms(0660));
+    EXPECT_EQ(modeOf(shared + ".key"), perms(0640));
+    EXPECT_EQ(RunMorv("practice check SQLITE:" + shared).err, "");
+    EXPECT_EQ(modeOf(shared), perms(0660));
 }
 
 TEST(Commands, CodeTablesAreFoundByNameAndByPosition)

@@ -115,16 +115,29 @@ void TellStates(const CPAYEPrepop& paye, const CNICPrepop& nic, const StagedYear
     result.counts.items = (paye.HasAnswer() ? result.counts.items : 0) + (nic.HasAnswer() ? 1 : 0);
 }
 
+/// What the year's rows hold afterwards. Without an answer nothing is locked.
+StagedYear StageAnswers(Retrieval& retrieval, CPAYEPrepop& paye, CNICPrepop& nic, ClientId client, short year)
+{
+    if (!paye.HasAnswer() && !nic.IsAnswered())
+        return LoadStagedYear(client, year);
+    Quarry::CTransaction transaction(Cellar::Intent::Write);
+    paye.Stage(retrieval);
+    nic.Stage(retrieval);
+    StagedYear staged = retrieval.GetWriter().GetYear();
+    transaction.Commit();
+    return staged;
+}
+
 void FetchAll(const Request& request, const std::shared_ptr<CAPIErrorHandler>& errors, std::shared_ptr<Channel> channel,
               FetchResult& result)
 {
     const TaxYear taxYear(GetCurrentRealTaxYear());
+    const short year = taxYear.GetRealTaxYear();
     const std::string& number = request.nationalInsuranceNumber.Str();
     const std::string& utr = request.utr.Str();
     Logger logger;
     logger.SetDebugLevel(request.options.debugLevel);
-    Retrieval retrieval(request.client, taxYear.GetRealTaxYear(), request.store, errors, &logger, request.options,
-                        std::move(channel));
+    Retrieval retrieval(request.client, year, request.store, errors, &logger, request.options, std::move(channel));
     CPAYEPrepop paye(request.client, taxYear, number, request.type, request.store);
     CNICPrepop nic(request.client, taxYear, utr, request.type, request.store);
     if (request.options.usesPayeInterface)
@@ -133,21 +146,10 @@ void FetchAll(const Request& request, const std::shared_ptr<CAPIErrorHandler>& e
         AskEmployments(*errors);
     nic.Ask(retrieval, utr);
 
-    if (!paye.HasAnswer() && !nic.IsAnswered()) {
-        const StagedYear stored = LoadStagedYear(request.client, taxYear.GetRealTaxYear());
-        result.notes = NotesOf(stored);
-        return TellStates(paye, nic, stored, LoadReturnYear(request.client, taxYear.GetRealTaxYear()),
-                          taxYear.GetRealTaxYear(), result);
-    }
-    Quarry::CTransaction transaction(Cellar::Intent::Write);
-    paye.Stage(retrieval);
-    nic.Stage(retrieval);
-    const StagedYear staged = retrieval.GetWriter().GetYear();
+    const StagedYear staged = StageAnswers(retrieval, paye, nic, request.client, year);
     result.notes = NotesOf(staged);
-    TellStates(paye, nic, staged,
-               paye.GetReturn() ? *paye.GetReturn() : LoadReturnYear(request.client, taxYear.GetRealTaxYear()),
-               taxYear.GetRealTaxYear(), result);
-    transaction.Commit();
+    TellStates(paye, nic, staged, paye.GetReturn() ? *paye.GetReturn() : LoadReturnYear(request.client, year), year,
+               result);
     Fold(paye, result);
     Fold(nic, result);
 }
