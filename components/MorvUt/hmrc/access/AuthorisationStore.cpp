@@ -41,8 +41,8 @@ constexpr LockTable kLocks = {
     .mark = "MorvUt.TokenLock",
     .insert =
         "INSERT INTO MTDAuthorisationLock ( lMTDAuthorisationID, strUserID, strWorkstation ) VALUES ( %ld, %s, %s )",
-    .claim = "UPDATE MTDAuthorisationLock SET ConnectionID = -ConnectionID WHERE lMTDAuthorisationID = %ld "
-             "AND ConnectionID = %I64d",
+    .insertMarked = "INSERT INTO MTDAuthorisationLock ( lMTDAuthorisationID, strUserID, strWorkstation, ConnectionID ) "
+                    "VALUES ( %ld, %s, %s, %I64d )",
     .select = "SELECT [strUserID], [strWorkstation], [dtLocked], [ConnectionID], GETUTCDATE() AS [dtNow] "
               "FROM MTDAuthorisationLock WHERE lMTDAuthorisationID = %ld",
     .remove = "DELETE FROM MTDAuthorisationLock WHERE lMTDAuthorisationID = %ld",
