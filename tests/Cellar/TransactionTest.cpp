@@ -185,22 +185,17 @@ TEST_F(Transaction, EndsAlthoughASavepointCouldNotBeUndone)
 {
     int notices = 0;
     connection->OnRollback([&] { ++notices; });
-    for (const bool isOneByOne : {true, false}) {
+    for (const int level : {2, 1}) {
+        notices = 0;
         connection->Begin();
         connection->Begin();
         Insert(*connection, 1);
         connection->Script("RELEASE level2");
-        EXPECT_NE(ErrorOf([&] { connection->RollbackTo(isOneByOne ? 2 : 1); }).GetReason(), "");
+        EXPECT_NE(ErrorOf([&] { connection->RollbackTo(level); }).GetReason(), "");
         EXPECT_EQ(notices, 1) << "caches reload all the same";
-        if (isOneByOne) {
-            ErrorOf([&] { Insert(*connection, 2); });
-            connection->Rollback();
-        }
-        EXPECT_EQ(connection->GetLevel(), 0);
+        connection->Rollback();
         EXPECT_EQ(Count(*connection), 0);
-        Insert(*other, 3);
-        other->ExecuteDirect("DELETE FROM Note");
-        notices = 0;
+        other->ExecuteDirect("DELETE FROM Note"); // not refused as busy
     }
 }
 

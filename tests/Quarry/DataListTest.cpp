@@ -232,11 +232,11 @@ TEST_F(DataList, GivesIdsOfATransactionFromABlock)
     EXPECT_EQ(Quarry::NewId(kTask), 66) << "one by one outside a transaction";
     Quarry::GetConnection().OnSent(nullptr);
 
-    Quarry::BeginTransaction();
-    EXPECT_EQ(Quarry::NewId(kTask), 67);
-    Quarry::SetConnection(Open());
-    Quarry::BeginTransaction();
-    EXPECT_EQ(Quarry::NewId(kTask), 67) << "no block of another connection, whose move was undone";
+    for (int i = 0; i < 2; ++i) {
+        Quarry::SetConnection(Open());
+        Quarry::BeginTransaction();
+        EXPECT_EQ(Quarry::NewId(kTask), 67) << "no block of another connection, whose move was undone";
+    }
     Quarry::Rollback();
 }
 

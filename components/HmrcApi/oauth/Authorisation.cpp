@@ -159,7 +159,7 @@ bool CAuthorisation::UpdateTokens()
                 state.held = StoredGrant(*state.store, state.held.service).Read();
         });
     } catch (...) { // of the store
-        state.error = {"TOKENS_NOT_SAVED", "The practice's database cannot keep HMRC's tokens", {}};
+        state.error = {"TOKENS_NOT_SAVED", kNotSaved, {}};
         return false;
     }
 }

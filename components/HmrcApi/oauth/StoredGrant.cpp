@@ -82,13 +82,13 @@ void StoredGrant::NeedKey() const
 void StoredGrant::FailForGood() const
 {
     if (const std::string problem = m_extras ? m_extras->GetProblem() : std::string(); !problem.empty())
-        Fail("TOKENS_NOT_SAVED", "The practice's database cannot keep HMRC's tokens: " + problem);
+        Fail("TOKENS_NOT_SAVED", std::string(kNotSaved) + ": " + problem);
 }
 
 void StoredGrant::FailToSave() const
 {
     FailForGood();
-    Fail("TOKENS_NOT_SAVED", "The practice's database cannot keep HMRC's tokens");
+    Fail("TOKENS_NOT_SAVED", kNotSaved);
 }
 
 /// In the store's memory, with status 1, the time and the service.

@@ -14,6 +14,8 @@
 namespace HmrcApi
 {
 
+inline constexpr char kNotSaved[] = "The practice's database cannot keep HMRC's tokens";
+
 /// Tokens in hand, and how they stand to the store's.
 struct HeldTokens
 {

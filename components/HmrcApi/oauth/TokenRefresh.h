@@ -18,8 +18,9 @@ namespace HmrcApi
 /// whether new ones could be stored, asks HMRC, and stores the new pair before anything uses it: a refresh token is
 /// good for one use only.
 ///
-/// All of it ends within two minutes, so that others may take a lock older than that for one left behind; who has
-/// slept through that time asks no further. From the lock to the stored pair nothing ends the program.
+/// Waiting and asking end within two minutes, and the saving soon after, so that others may take an older lock for one
+/// left behind; who has slept through that time asks no further. From the lock to the stored pair nothing ends the
+/// program.
 class TokenRefresh
 {
 public:

@@ -41,8 +41,8 @@ constexpr LockTable kLocks = {
     .mark = "MorvUt.TokenLock",
     .insert =
         "INSERT INTO MTDAuthorisationLock ( lMTDAuthorisationID, strUserID, strWorkstation ) VALUES ( %ld, %s, %s )",
-    .claim = "UPDATE MTDAuthorisationLock SET ConnectionID = -ConnectionID WHERE lMTDAuthorisationID = %ld "
-             "AND ConnectionID = %I64d",
+    .insertMarked = "INSERT INTO MTDAuthorisationLock ( lMTDAuthorisationID, strUserID, strWorkstation, ConnectionID ) "
+                    "VALUES ( %ld, %s, %s, %I64d )",
     .select = "SELECT [strUserID], [strWorkstation], [dtLocked], [ConnectionID], GETUTCDATE() AS [dtNow] "
               "FROM MTDAuthorisationLock WHERE lMTDAuthorisationID = %ld",
     .remove = "DELETE FROM MTDAuthorisationLock WHERE lMTDAuthorisationID = %ld",
@@ -168,22 +168,24 @@ bool CAuthorisationStore::IsNewConsent(Cellar::CConnection& connection) const
 
 bool CAuthorisationStore::UpdateTokens()
 {
-    if (m_gatewayId.empty())
-        return false;
-    return TryInOneStep([&](Cellar::CConnection& connection) {
-        Write(connection, IsNewConsent(connection));
-        return true;
-    });
+    return UpdateRow([this](Cellar::CConnection& connection) { return IsNewConsent(connection); });
 }
 
 bool CAuthorisationStore::UpdateConsent()
 {
-    if (m_gatewayId.empty())
-        return false;
-    return TryInOneStep([&](Cellar::CConnection& connection) {
-        Write(connection, true);
+    return UpdateRow([](Cellar::CConnection&) { return true; });
+}
+
+template<class IsConsent>
+bool CAuthorisationStore::UpdateRow(IsConsent isConsent)
+{
+    const bool isWritten = !m_gatewayId.empty() && TryInOneStep([&](Cellar::CConnection& connection) {
+        Write(connection, isConsent(connection));
         return true;
     });
+    if (isWritten)
+        Remember();
+    return isWritten;
 }
 
 /// The row, whether it is there or not. A consent's tokens are authorised last of all: lost in between, the row still
@@ -207,7 +209,6 @@ void CAuthorisationStore::Write(Cellar::CConnection& connection, bool isConsent)
             connection.ExecuteDirectf(kSetService, m_service, m_gatewayId);
         update(status);
     }
-    Remember();
 }
 
 HmrcApi::IGrantStore::Update CAuthorisationStore::UpdateLoaded()

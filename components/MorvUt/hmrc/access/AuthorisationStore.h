@@ -86,6 +86,8 @@ private:
     template<class Work>
     bool TryInOneStep(Work work);
     bool IsNewConsent(Cellar::CConnection& connection) const;
+    template<class IsConsent>
+    bool UpdateRow(IsConsent isConsent);
     void Write(Cellar::CConnection& connection, bool isConsent);
     void Remember();
     void LogClearedLock(const LockHolder& holder) const;

@@ -96,9 +96,10 @@ bool LockRow::Insert(CConnection& connection, const Value& key, const std::strin
     const std::int64_t session = connection.GetSessionId();
     const bool isMarked = m_mark.Set(MarkName(connection, m_table->mark, key, session)); // before the row is seen
     try {
-        connection.ExecuteDirectf(m_table->insert, key, user, Afx::GetComputerName());
         if (isMarked)
-            connection.ExecuteDirectf(m_table->claim, key, session);
+            connection.ExecuteDirectf(m_table->insertMarked, key, user, Afx::GetComputerName(), -session);
+        else
+            connection.ExecuteDirectf(m_table->insert, key, user, Afx::GetComputerName());
         m_own = Read(connection, *m_table, key);
     } catch (const Cellar::DatabaseError& error) {
         m_mark.Clear();

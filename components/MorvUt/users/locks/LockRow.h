@@ -12,16 +12,16 @@
 #include "Shellkit/ProcessMark.h"
 
 /// The statements of one table of locks. Its primary key is the lock, its columns are strUserID, strWorkstation,
-/// dtLocked and ConnectionID, the last two filled by the database. A negative ConnectionID is a session that has a
+/// dtLocked and ConnectionID, which the database fills unless told. A negative ConnectionID is a session that has a
 /// mark; other programs, which set none, leave it positive, 0 or null.
 struct LockTable
 {
-    const char* mark;       // begins the names of its process marks
-    Cellar::SqlText insert; // key, user, workstation
-    Cellar::SqlText claim;  // key, session: makes it negative
-    Cellar::SqlText select; // key; the four columns, and as dtNow the moment by the clock of dtLocked
-    Cellar::SqlText remove; // key; further conditions follow
-    double staleSeconds;    // older than that, a lock whose holder cannot be asked about was left behind
+    const char* mark;             // begins the names of its process marks
+    Cellar::SqlText insert;       // key, user, workstation
+    Cellar::SqlText insertMarked; // the same and ConnectionID
+    Cellar::SqlText select;       // key; the four columns, and as dtNow the moment by the clock of dtLocked
+    Cellar::SqlText remove;       // key; further conditions follow
+    double staleSeconds;          // older than that, a lock whose holder cannot be asked about was left behind
 };
 
 /// Who has a lock.

@@ -187,7 +187,6 @@ TEST_F(AuthorisationStore, WritesOverWhatItReadOnly)
     CAuthorisationStore unread = Authorised();
     EXPECT_FALSE(unread.LoadTokens());
     EXPECT_NE(unread.GetProblem(), "");
-    Sql("ALTER TABLE Away RENAME TO MTDAuthorisation");
     EXPECT_EQ(unread.UpdateLoaded(), Update::Replaced) << "nothing was read that it could go over";
 }
 
