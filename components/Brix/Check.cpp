@@ -63,9 +63,9 @@ const std::vector<Unique>& Uniques()
         {&CPensionStateBenefits::Declaration,
          {"lTaxFormID", "nType", "strReference", "strWorksNumber"},
          false,
-         "the year's pension with one reference stands twice",
+         "the year's pension from HMRC stands twice",
          "strWorksNumber",
-         " AND a.[nType] IN (1040, 1050) AND a.[strReference] <> ''"},
+         " AND a.[nType] IN (1040, 1050) AND a.[bFromHMRC] <> 0 AND b.[bFromHMRC] <> 0 AND a.[strReference] <> ''"},
     };
     return uniques;
 }

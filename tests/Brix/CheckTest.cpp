@@ -51,11 +51,12 @@ TEST_F(CheckPractice, FindsWhatDoesNotFit)
          " VALUES (7, 1, 1, 2024, '1/A', '', 1), (8, 1, 1, 2024, '1/A', 'W1', 1), (9, 1, 1, 2024, '1/A', NULL, 0),"
          " (10, 2, 1, 2025, '1/A', NULL, 1), (11, 1, 1, 2024, '', NULL, 1), (12, 1, 1, 2024, '', NULL, 1)",
          "BRIXNewEmploy", 7, "employment from HMRC stands twice"},
-        {"INSERT INTO BRIXPensionStateBenefits (lID, lTaxFormID, lClientID, nYear, nType, strReference) VALUES"
-         " (1, 1, 1, 2024, 1050, 'P1'), (2, 1, 1, 2024, 1040, 'P1'), (3, 1, 1, 2024, 1050, 'P2'),"
-         " (4, 1, 1, 2024, 1090, 'P1'), (5, 1, 1, 2024, 1090, 'P1'), (6, 1, 1, 2024, 1050, ''),"
-         " (7, 1, 1, 2024, 1050, ''), (8, 1, 1, 2024, 1050, 'P1')",
-         "BRIXPensionStateBenefits", 8, "one reference stands twice"},
+        {"INSERT INTO BRIXPensionStateBenefits (lID, lTaxFormID, lClientID, nYear, nType, strReference, "
+         "bFromHMRC) VALUES (1, 1, 1, 2024, 1050, 'P1', 1), (2, 1, 1, 2024, 1050, 'P1', 0), (3, 1, 1, 2024, 1050, "
+         "'P2', 1),"
+         " (4, 1, 1, 2024, 1090, 'P1', 1), (5, 1, 1, 2024, 1090, 'P1', 1), (6, 1, 1, 2024, 1050, '', 1),"
+         " (7, 1, 1, 2024, 1050, '', 1), (8, 1, 1, 2024, 1050, 'P1', 1)",
+         "BRIXPensionStateBenefits", 8, "pension from HMRC stands twice"},
         {"INSERT INTO BRIXOptions (lID) VALUES (2)", "BRIXOptions", 2, "row 1 only"},
         {"UPDATE BRIXClient SET dtDeath = '2023-02-29' WHERE lID = 1", "BRIXClient", 1, "dtDeath: '2023-02-29' is no"},
         {"UPDATE BRIXMTD_TaxYear SET dtFetched = '2025-01-31 25:00:00' WHERE lID = 1", "BRIXMTD_TaxYear", 1,

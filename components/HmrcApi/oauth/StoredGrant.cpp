@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Afx/Clock.h"
+#include "HmrcApi/oauth/Deadline.h"
 
 namespace HmrcApi
 {
@@ -10,6 +11,7 @@ namespace
 {
 
 constexpr int kAttempts = 3;
+constexpr std::int64_t kLongestSaving = 60'000; // milliseconds for which a new pair waits for a busy database
 constexpr unsigned kLongestWait = 1000; // milliseconds between two; others take a lock over soon after its two minutes
 constexpr double kSecondsADay = 86'400;
 constexpr char kOtherWrites[] = "Another program is writing to the practice, or reads it for long";
@@ -121,11 +123,14 @@ StoredGrant::Update StoredGrant::UpdateLoaded(const std::function<void()>& put)
     return m_store.UpdateTokens() ? Update::Done : Update::Failed;
 }
 
-StoredGrant::Update StoredGrant::Repeated(const std::function<Update()>& update) const
+/// A few times, and while the database is only busy for up to `longest` milliseconds.
+StoredGrant::Update StoredGrant::Repeated(const std::function<Update()>& update, std::int64_t longest) const
 {
+    const Deadline deadline(longest);
     for (int attempt = 1;; ++attempt) {
         const Update result = update();
-        if (result != Update::Failed || attempt == kAttempts)
+        const bool mayGoOn = attempt < kAttempts || (m_extras && m_extras->IsBusy() && !deadline.IsOver());
+        if (result != Update::Failed || !mayGoOn)
             return result;
         Afx::Clock::Sleep(std::min(m_store.GetRetryDelay(), kLongestWait));
     }
@@ -135,12 +140,14 @@ void StoredGrant::Save(HeldTokens& held)
 {
     const HeldTokens ours = held;
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        const Update result = Repeated([&] {
-            if (!ours.replaced.empty())
-                return UpdateLoaded([&] { Put(ours.tokens); });
-            Put(ours.tokens);
-            return (m_extras ? m_extras->UpdateConsent() : m_store.UpdateTokens()) ? Update::Done : Update::Failed;
-        });
+        const Update result = Repeated(
+            [&] {
+                if (!ours.replaced.empty())
+                    return UpdateLoaded([&] { Put(ours.tokens); });
+                Put(ours.tokens);
+                return (m_extras ? m_extras->UpdateConsent() : m_store.UpdateTokens()) ? Update::Done : Update::Failed;
+            },
+            kLongestSaving);
         if (result == Update::Done)
             held.isSaved = true;
         if (result != Update::Replaced)

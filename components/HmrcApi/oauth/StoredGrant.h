@@ -2,6 +2,7 @@
 
 // A grant as it rests in the store, and what the store may refuse.
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <utility>
@@ -65,7 +66,7 @@ private:
     bool Load();
     void Put(const COAuth2Tokens& tokens) const;
     Update UpdateLoaded(const std::function<void()>& put);
-    Update Repeated(const std::function<Update()>& update) const;
+    Update Repeated(const std::function<Update()>& update, std::int64_t longest = 0) const;
     [[noreturn]] void FailToSave() const;
 
     IAuthorisationStore& m_store;

@@ -1,5 +1,6 @@
 #include "MorvUt/users/locks/LockRow.h"
 
+#include <cmath>
 #include <limits>
 
 #include "Afx/Computer.h"
