@@ -29,7 +29,8 @@ struct Match
 };
 
 /// For each staged employment: a schedule is known by its PAYE reference where HMRC has one employment of that, else by
-/// reference and works number (several of those by start and figures, then in order). A schedule with the bare
+/// reference and works number (several of those by start and figures, then in order). One that was made from HMRC's
+/// records is also known by start or figures when HMRC has changed the works number. A typed schedule with the bare
 /// reference, where HMRC has several, is nobody's: while it stands, none of that reference is new.
 MORVUT_API std::vector<Match> MatchEmployments(const StagedYear& staged, const ReturnYear& own);
 
