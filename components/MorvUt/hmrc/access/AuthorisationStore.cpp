@@ -237,19 +237,30 @@ HmrcApi::IGrantStore::Update CAuthorisationStore::UpdateLoaded()
 }
 
 /// What was written once and given back can be written again: the file keeps its length, and the log is written from
-/// its beginning.
+/// its beginning. One durable write, two where levels are open.
 bool CAuthorisationStore::Rehearse()
 {
-    return TryAside([&](Cellar::CConnection& connection) {
+    const auto takeRoom = [&](Cellar::CConnection& connection) {
         connection.ExecuteDirectf(kUpdateRoom, Cellar::Bytes(kRoom), m_gatewayId);
         connection.ExecuteDirectf(kUpdateRoom, nullptr, m_gatewayId);
-        const Cellar::SqlText reuse = connection.GetDialect().ReuseLog();
-        if (reuse.IsEmpty())
-            return true;
-        const Cellar::RowSet answer = connection.Query(reuse, {});
-        m_isBusy = !answer.rows.empty() && Cellar::ToLong(answer.rows[0][0]) != 0; // somebody still reads the old log
-        return !m_isBusy;
-    });
+        return true;
+    };
+    const auto inTransaction = [&](Cellar::CConnection& connection) {
+        Cellar::CTransaction transaction(connection, Cellar::Intent::Write);
+        takeRoom(connection);
+        transaction.Commit();
+        return true;
+    };
+    const bool isTaken = Quarry::GetTransactionLevel() == 0 ? Try(inTransaction) : TryAside(takeRoom);
+    return isTaken && TryAside([&](Cellar::CConnection& connection) {
+               const Cellar::SqlText reuse = connection.GetDialect().ReuseLog();
+               if (reuse.IsEmpty())
+                   return true;
+               const Cellar::RowSet answer = connection.Query(reuse, {});
+               m_isBusy =
+                   !answer.rows.empty() && Cellar::ToLong(answer.rows[0][0]) != 0; // somebody still reads the old log
+               return !m_isBusy;
+           });
 }
 
 bool CAuthorisationStore::FindRowId(Cellar::CConnection& connection)
