@@ -39,7 +39,7 @@ public:
     void Leave(std::size_t bytes) const
     {
         Free();
-        const std::size_t room = std::filesystem::space(Path()).available;
+        const auto room = static_cast<std::size_t>(std::filesystem::space(Path()).available);
         std::ofstream(Ballast()) << std::string(room - std::min(room, bytes), 'x');
     }
     void Free() const { std::filesystem::remove(Ballast()); }
