@@ -192,6 +192,7 @@ template<class T>
 std::vector<Payee> PayeesAt(const std::vector<T>& values, const std::vector<std::size_t>& places)
 {
     std::vector<Payee> payees;
+    payees.reserve(places.size());
     for (const std::size_t place : places)
         payees.push_back(PayeeOf(values[place]));
     return payees;
