@@ -240,18 +240,11 @@ HmrcApi::IGrantStore::Update CAuthorisationStore::UpdateLoaded()
 /// its beginning. One durable write, two where levels are open.
 bool CAuthorisationStore::Rehearse()
 {
-    const auto takeRoom = [&](Cellar::CConnection& connection) {
+    const bool isTaken = TryInOneStep([&](Cellar::CConnection& connection) {
         connection.ExecuteDirectf(kUpdateRoom, Cellar::Bytes(kRoom), m_gatewayId);
         connection.ExecuteDirectf(kUpdateRoom, nullptr, m_gatewayId);
         return true;
-    };
-    const auto inTransaction = [&](Cellar::CConnection& connection) {
-        Cellar::CTransaction transaction(connection, Cellar::Intent::Write);
-        takeRoom(connection);
-        transaction.Commit();
-        return true;
-    };
-    const bool isTaken = Quarry::GetTransactionLevel() == 0 ? Try(inTransaction) : TryAside(takeRoom);
+    });
     return isTaken && TryAside([&](Cellar::CConnection& connection) {
                const Cellar::SqlText reuse = connection.GetDialect().ReuseLog();
                if (reuse.IsEmpty())
