@@ -7,6 +7,7 @@
 #include "MorvUt/hmrc/schedules/Differences.h"
 #include "MorvUt/hmrc/schedules/NewSchedules.h"
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
+#include "MorvUt/hmrc/schedules/Words.h"
 #include "MorvUt/hmrc/staging/Identity.h"
 #include "MorvUt/hmrc/staging/Pairing.h"
 #include "Quarry/Session.h"
@@ -283,7 +284,7 @@ bool CPAYEPrepop::CompanyBenefitsDiffers(Brix::CMTD_EmploymentsCompanyBenefits& 
 
 bool CPAYEPrepop::MTD_TaxFreeAllowancesHasValue(const Brix::CMTD_TaxFreeAllowances& allowances)
 {
-    return !allowances.IsEOL() && allowances.GetAmount().IsValid() && !allowances.GetAmount().IsZero();
+    return !allowances.IsEOL() && IsSomething(allowances.GetAmount());
 }
 
 bool CPAYEPrepop::Match_MTD_TaxFreeAllowancesToEmployment(Brix::CNewEmploy& schedules)

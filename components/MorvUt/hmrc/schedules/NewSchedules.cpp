@@ -35,10 +35,7 @@ void MoveOn(int& ordering)
         ++ordering;
 }
 
-bool HasValue(const StagedAllowance& item)
-{
-    return !item.isWithdrawn && item.amount.IsValid() && !item.amount.IsZero();
-}
+bool HasValue(const StagedAllowance& item) { return !item.isWithdrawn && IsSomething(item.amount); }
 
 template<class... Args>
 CString Formatted(const char* format, const Args&... args)

@@ -11,8 +11,6 @@ namespace
 
 constexpr int kEarlierYearsAdjustment = 101; // HMRC's number of the allowance
 
-bool IsSomething(const Kiln::CAmt& amount) { return amount.IsValid() && !amount.IsZero(); }
-
 /// "10520.80, tax 2520.60", or what there is of it.
 CString Figures(const StagedPension& item)
 {

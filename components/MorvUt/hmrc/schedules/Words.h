@@ -1,12 +1,15 @@
 #pragma once
 
-// Sums of figures that may be absent, and how items are named to people.
+// Figures that may be absent, their sums, and how items are named to people.
 
 #include "Afx/CString.h"
 #include "Kiln/CAmt.h"
 
 namespace HmrcApi
 {
+
+/// Not absent, and not nought either.
+inline bool IsSomething(const Kiln::CAmt& amount) { return amount.IsValid() && !amount.IsZero(); }
 
 /// Adds what is there: nothing to nothing is nothing. A sum that is larger than an amount can be is invalid and stays
 /// so.
