@@ -105,18 +105,15 @@ Finding CheckKey(const std::string& practice, const PracticeSession& session)
 
 Finding CheckTokens(const std::string&)
 {
-    Cellar::CBufferedRowList rows(
-        Quarry::GetConnection(),
-        "SELECT strGatewayID, nAuthorisedStatus, strService FROM MTDAuthorisation ORDER BY strGatewayID");
-    if (rows.GetCount() == 0)
+    const auto gateways = HmrcApi::ListGateways();
+    if (gateways.empty())
         return {"tokens", true, "no Government Gateway user ID is registered yet", ""};
     std::string authorised, lapsed;
-    for (; !rows.IsEOL(); rows.MoveNext()) {
-        const bool isAuthorised = rows.GetShort("nAuthorisedStatus") == 1;
-        std::string& list = isAuthorised ? authorised : lapsed;
-        list += (list.empty() ? "" : ", ") + rows.GetText("strGatewayID").Str();
-        if (isAuthorised && !rows.GetText("strService").IsEmpty())
-            list += " at " + rows.GetText("strService").Str();
+    for (const HmrcApi::GatewayState& state : gateways) {
+        std::string& list = state.isAuthorised ? authorised : lapsed;
+        list += (list.empty() ? "" : ", ") + state.gateway;
+        if (!state.service.empty())
+            list += " at " + state.service;
     }
     if (lapsed.empty())
         return {"tokens", true, "authorised: " + authorised, ""};

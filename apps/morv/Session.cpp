@@ -86,15 +86,6 @@ void LogIn(const std::string& user, Login login)
 
 } // namespace
 
-Brix::CClient OpenClient(long id)
-{
-    Brix::CClient client;
-    if (id == 0 || !client.Open({{0, id}}))
-        throw CommandError(Exit::BadInput, "UNKNOWN_CLIENT", "--client: there is no client " + std::to_string(id),
-                           "morv client list shows who there is.");
-    return client;
-}
-
 void CheckPracticeText(const std::string& practice)
 {
     if (HasControlCharacters(practice))

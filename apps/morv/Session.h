@@ -61,9 +61,6 @@ private:
     std::optional<CommandError> m_keyProblem;
 };
 
-/// The client of that row id. Throws CommandError when there is none.
-Brix::CClient OpenClient(long id);
-
 /// Of a practice that is there and whole, but cannot be written: the code of its CommandError.
 inline constexpr char kReadOnly[] = "READ_ONLY";
 
