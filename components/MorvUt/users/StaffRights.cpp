@@ -11,8 +11,6 @@
 namespace
 {
 
-constexpr char kAdministrator[] = "AdminMorv"; // built in
-
 std::vector<CString> GroupsOf(const CString& userId)
 {
     std::vector<CString> groups;
@@ -72,7 +70,7 @@ CString WhyNotNewStaff(const CString& id, const CString& name, const CString& ro
     const auto isBlank = [](CString text) { return text.Trim().IsEmpty(); };
     if (isBlank(id) || isBlank(name))
         return "A user needs an id and a name.";
-    if (id.CompareNoCase(kAdministrator) == 0)
+    if (id.CompareNoCase(Users::kAdministrator) == 0)
         return "This id is built in.";
     if (Brix::CUser().Open({{Brix::CUser::kUserID, id}}))
         return "There is a user with this id already.";

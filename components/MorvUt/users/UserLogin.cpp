@@ -10,8 +10,7 @@
 namespace
 {
 
-constexpr char kAdministrator[] = "AdminMorv"; // built in, never listed
-constexpr char kAllStaff[] = "All Staff";      // its members are in every group
+constexpr char kAllStaff[] = "All Staff"; // its members are in every group
 
 /// What SetUser reads; put in place only when all of it has been read.
 struct Login
@@ -62,7 +61,7 @@ void ReadUsers(Login& login)
             login.role = row.GetRole();
             login.particulars = ReadParticulars(row);
         }
-        if (!row.GetListed() || Afx::EqualNoCase(id.View(), kAdministrator))
+        if (!row.GetListed() || Afx::EqualNoCase(id.View(), Users::kAdministrator))
             continue;
         if (logsIn)
             login.user = id;
