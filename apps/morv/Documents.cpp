@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "Afx/TextFold.h"
 #include "Output.h"
 
 namespace Morv
@@ -70,17 +71,10 @@ std::string NameOf(const Apps& path)
     return name;
 }
 
-std::string Upper(std::string text)
-{
-    for (char& c : text)
-        c = c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    return text;
-}
-
 /// "--client", "--help"; PRACTICE for what has no name of its own.
 std::string Shown(const CLI::Option& option)
 {
-    return option.get_positional() ? Upper(option.get_name(true)) : option.get_name(false);
+    return option.get_positional() ? Afx::FoldUpper(option.get_name(true)) : option.get_name(false);
 }
 
 // ---- completion
@@ -165,7 +159,7 @@ Options WithoutHelp(const Options& options)
 
 std::string ManualPage(const CLI::App& app)
 {
-    std::string text = ".TH " + Upper(app.get_name()) + " 1\n.SH NAME\n" + app.get_name() + " \\- " +
+    std::string text = ".TH " + Afx::FoldUpper(app.get_name()) + " 1\n.SH NAME\n" + app.get_name() + " \\- " +
                        Escaped(app.get_description()) + "\n.SH SYNOPSIS\n.B " + app.get_name() +
                        "\nCOMMAND [ARGUMENTS] [OPTIONS]\n.SH OPTIONS\nEvery command takes these.\n" +
                        OptionLines(OptionsOf(app)) + ".SH COMMANDS\n";

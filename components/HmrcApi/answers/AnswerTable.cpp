@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Afx/TextFold.h"
 #include "HmrcApi/answers/Mask.h"
 #include "HmrcApi/answers/Retry.h"
 #include "HmrcApi/json/Json.h"
@@ -38,14 +39,6 @@ std::string TextOf(const JsonValue& value, std::string_view name)
 {
     const JsonValue* member = value.Find(name);
     return member && member->Is(JsonValue::Kind::Text) ? member->text : std::string();
-}
-
-std::string UpperAscii(std::string text)
-{
-    for (char& c : text)
-        if (c >= 'a' && c <= 'z')
-            c = static_cast<char>(c - 'a' + 'A');
-    return text;
 }
 
 /// Appends the listed errors to the message: "Bad request: Date is invalid (INVALID_DATE, /dateOfBirth)".
@@ -90,7 +83,7 @@ ErrorBody ReadErrorBody(const HttpAnswer& answer)
         if (const JsonValue* errors = json->Find("errors"); errors && errors->Is(JsonValue::Kind::Array))
             AddListed(*errors, body);
         if (body.code.empty()) {
-            body.code = UpperAscii(TextOf(*json, "error"));
+            body.code = Afx::FoldUpper(TextOf(*json, "error"));
             body.message = body.message.empty() ? TextOf(*json, "error_description") : body.message;
         }
     }
