@@ -1,6 +1,12 @@
 # The settings every target of this project shares, and the shape of a component.
 include(GenerateExportHeader)
 
+# Which of two sources of the same name is meant: X_posix.cpp or X_windows.cpp.
+set(MORVUT_PLATFORM posix)
+if(WIN32)
+  set(MORVUT_PLATFORM windows)
+endif()
+
 # Warnings are errors, nothing is visible by default, 32-bit x86 computes with SSE2 (the x87 unit rounds differently).
 function(morvut_settings target)
   target_compile_features(${target} PUBLIC cxx_std_20)

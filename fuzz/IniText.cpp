@@ -1,7 +1,7 @@
 #include <string>
 
-#include "Afx/detail/IniText.h"
-#include "Afx/TextFold.h"
+#include "Afx/system/detail/IniText.h"
+#include "Afx/text/TextFold.h"
 #include "fuzz/Targets.h"
 
 namespace Fuzz

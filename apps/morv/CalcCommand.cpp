@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "Afx/Exceptions.h"
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 #include "ArgumentChecks.h"
 #include "CalcRules.h"
 #include "Commands.h"

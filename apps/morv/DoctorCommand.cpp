@@ -5,9 +5,10 @@
 #include <functional>
 #include <memory>
 
-#include "Afx/Clock.h"
-#include "Afx/Settings.h"
+#include "Afx/system/Settings.h"
+#include "Afx/time/Clock.h"
 #include "ArgumentChecks.h"
+#include "Brix/Check.h"
 #include "Brix/Schema.h"
 #include "Cellar/BufferedRowList.h"
 #include "Commands.h"

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 #include "Output.h"
 
 namespace Morv

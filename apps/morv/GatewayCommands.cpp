@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "Afx/Clock.h"
+#include "Afx/time/Clock.h"
 #include "ArgumentChecks.h"
 #include "HmrcCommands.h"
 #include "MorvUt/hmrc/access/AuthorisationStore.h"

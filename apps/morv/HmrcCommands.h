@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "Afx/WindowSystem.h"
+#include "Afx/windows/WindowSystem.h"
 #include "Commands.h"
 #include "MorvUt/hmrc/access/GatewayState.h"
 #include "Output.h"

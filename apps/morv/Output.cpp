@@ -5,8 +5,9 @@
 #include <numeric>
 #include <utility>
 
-#include "Afx/Text.h"
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
+#include "Afx/text/Utf8.h"
+#include "Afx/time/FormatTime.h"
 
 namespace Morv
 {

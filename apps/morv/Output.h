@@ -10,8 +10,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "Afx/CString.h"
-#include "Afx/DateTime.h"
+#include "Afx/text/CString.h"
+#include "Afx/time/DateTime.h"
 #include "Cellar/Value.h"
 #include "CommandError.h"
 #include "Kiln/CAmt.h"

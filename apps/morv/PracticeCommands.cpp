@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "ArgumentChecks.h"
+#include "Brix/Check.h"
 #include "Brix/Records.h"
 #include "Brix/Schema.h"
 #include "Cellar/Connection.h"
@@ -14,7 +15,9 @@
 #include "Output.h"
 #include "Quarry/Session.h"
 #include "SamplePractice.h"
-#include "Shellkit/Cipher.h"
+#include "Shellkit/Envelope.h"
+#include "Shellkit/KeyFile.h"
+#include "Shellkit/PracticeKey.h"
 #include "WholeNumber.h"
 
 namespace Morv

@@ -2,14 +2,17 @@
 
 #include <cstdio>
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
+#include "Brix/PracticeKey.h"
 #include "Brix/Schema.h"
 #include "Cellar/Connection.h"
 #include "MorvUt/MorvUt.h"
 #include "MorvUt/StartUp.h"
 #include "Output.h"
 #include "Quarry/Session.h"
-#include "Shellkit/Cipher.h"
+#include "Shellkit/Envelope.h"
+#include "Shellkit/KeyFile.h"
+#include "Shellkit/PracticeKey.h"
 #include "WholeNumber.h"
 
 namespace Morv

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "Afx/Application.h"
+#include "Afx/system/Application.h"
 #include "Brix/Records.h"
 #include "CommandError.h"
 

@@ -3,7 +3,7 @@
 #include <memory>
 #include <optional>
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 #include "Commands.h"
 #include "MorvUt/mappings/TypeMappings.h"
 #include "Output.h"

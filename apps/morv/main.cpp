@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "Afx/CoreDumps.h"
 #include "Afx/Exceptions.h"
-#include "Afx/Text.h"
-#include "Afx/WindowSystem.h"
+#include "Afx/system/CoreDumps.h"
+#include "Afx/text/Utf8.h"
+#include "Afx/windows/WindowSystem.h"
 #include "ArgumentChecks.h"
 #include "Cellar/DatabaseError.h"
 #include "Commands.h"

@@ -4,7 +4,7 @@
 
 #include <unordered_map>
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 #include "MorvUt/mappings/TypeMappings.h"
 #include "Subject.h"
 #include "Values.h"

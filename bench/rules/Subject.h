@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 
 namespace Rules
 {

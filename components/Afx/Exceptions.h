@@ -2,8 +2,8 @@
 
 // Exceptions in the MFC manner: made with new, thrown as pointers, ended with Delete().
 
-#include "Afx/CString.h"
 #include "Afx/Object.h"
+#include "Afx/text/CString.h"
 
 /// The base of the framework's exceptions. Whoever catches one calls `Delete`.
 class AFX_API CException : public CObject

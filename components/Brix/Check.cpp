@@ -1,8 +1,8 @@
-// Whether a practice fits together. All of it is worked out from the declarations, but for what may not stand twice.
+#include "Brix/Check.h"
 
 #include <algorithm>
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 #include "Brix/detail/Catalog.h"
 #include "Brix/Records.h"
 #include "Brix/Schema.h"
@@ -11,6 +11,8 @@ namespace Brix
 {
 namespace
 {
+
+// Whether a practice fits together. All of it is worked out from the declarations, but for what may not stand twice.
 
 using Cellar::ColumnType;
 using Cellar::SqlText;
@@ -81,8 +83,8 @@ public:
     {
         if (m_isSqlite)
             Try("", [&] { CheckFile(); });
-        Catalog catalog;
-        Try("", [&] { catalog = ReadCatalog(m_connection); });
+        Detail::Catalog catalog;
+        Try("", [&] { catalog = Detail::ReadCatalog(m_connection); });
         for (const Table* const table : AllTables()) {
             if (!CheckColumns(catalog, *table))
                 m_incomplete.push_back(table);
@@ -136,7 +138,7 @@ private:
         }
     }
 
-    bool CheckColumns(const Catalog& catalog, const Table& table)
+    bool CheckColumns(const Detail::Catalog& catalog, const Table& table)
     {
         const auto there = catalog.find(Afx::FoldLower(table.sqlName));
         if (there == catalog.end()) {

@@ -1,9 +1,10 @@
-#include "Brix/detail/PracticeKey.h"
+#include "Brix/PracticeKey.h"
 
 #include <algorithm>
 
-#include "Brix/Schema.h"
-#include "Shellkit/Cipher.h"
+#include "Shellkit/Bytes.h"
+#include "Shellkit/Envelope.h"
+#include "Shellkit/PracticeKey.h"
 
 namespace Brix
 {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 #include "Brix/detail/TableBuilder.h"
 #include "Brix/Schema.h"
 
@@ -14,7 +14,7 @@ using Cellar::ColumnType;
 #define RECORD(name, number, sqlName)                                                                                  \
     const Quarry::Table& name::Declaration() noexcept                                                                  \
     {                                                                                                                  \
-        static const Quarry::Table& table = TableBuilder(#name, number, sqlName)
+        static const Quarry::Table& table = Detail::TableBuilder(#name, number, sqlName)
 #define KEY(columns) .Key(columns)
 #define NULLABLE_KEY(columns) .NullableKey(columns)
 #define PARENT(column, sqlTable) .Parent(column, sqlTable)
@@ -67,7 +67,7 @@ std::vector<const Quarry::Table*> RecordTables()
 
 void AppendDirectTables(std::vector<const Quarry::Table*>& tables)
 {
-#define DIRECT(sqlName) tables.push_back(&TableBuilder("", 0, sqlName)
+#define DIRECT(sqlName) tables.push_back(&Detail::TableBuilder("", 0, sqlName)
 #define KEY(columns) .Key(columns)
 #define UNIQUE(column) .Unique(column)
 #define LONG(sql) .Next(sql, ColumnType::Int)

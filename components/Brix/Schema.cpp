@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 #include "Brix/detail/Catalog.h"
-#include "Brix/detail/PracticeKey.h"
+#include "Brix/PracticeKey.h"
 #include "Cellar/Transaction.h"
 
 namespace Brix
@@ -164,7 +164,7 @@ std::string AddColumn(const Dialect& dialect, const Table& table, const Column& 
 }
 
 /// The statements that a practice of an older version lacks.
-std::string UpgradeScript(const Dialect& dialect, const Catalog& catalog)
+std::string UpgradeScript(const Dialect& dialect, const Detail::Catalog& catalog)
 {
     std::string script;
     for (const Table* const table : AllTables()) {
@@ -203,7 +203,7 @@ std::string SchemaScript(const Dialect& dialect)
 void CreateSchema(Cellar::CConnection& connection)
 {
     Cellar::CTransaction transaction(connection, Cellar::Intent::Write);
-    if (ReadCatalog(connection).contains("brixschema"))
+    if (Detail::ReadCatalog(connection).contains("brixschema"))
         throw DatabaseError(DatabaseError::Category::Other, "", "there is a practice in this database already", "");
     connection.Script(SchemaScript(connection.GetDialect()));
     connection.ExecuteDirectf("INSERT INTO [BRIXSchema] ([nVersion], [vbKeyCheck]) VALUES (%d, %b)", kSchemaVersion,
@@ -248,7 +248,8 @@ void UpgradeSchema(Cellar::CConnection& connection)
                             "the practice was made by a newer version of the suite: update this one", "");
     if (version.version < kUtcLocksVersion) // made anew below; it holds nothing that lasts
         connection.Script("DROP TABLE IF EXISTS MTDAuthorisationLock");
-    if (const std::string script = UpgradeScript(connection.GetDialect(), ReadCatalog(connection)); !script.empty())
+    if (const std::string script = UpgradeScript(connection.GetDialect(), Detail::ReadCatalog(connection));
+        !script.empty())
         connection.Script(script);
     if (version.state == SchemaState::Older)
         connection.ExecuteDirectf("UPDATE [BRIXSchema] SET [nVersion] = %d", kSchemaVersion);

@@ -39,27 +39,12 @@ struct SchemaVersion
 {
     SchemaState state;
     int version;            // 0 when not a practice
-    Cellar::Bytes keyCheck; // for IsPracticeKey
+    Cellar::Bytes keyCheck; // for IsPracticeKey (PracticeKey.h)
 };
 /// With one statement, of a practice of whatever version. Not within a transaction of a server, which it may end.
 BRIX_API SchemaVersion ReadSchemaVersion(Cellar::CConnection& connection);
 /// Brings an older practice up to date in one transaction: adds the tables and columns that it lacks (a current one
 /// that lost some gets them back). Throws Cellar::DatabaseError (Other) when there is no practice, or a newer one.
 BRIX_API void UpgradeSchema(Cellar::CConnection& connection);
-
-/// Whether the key that is set is the practice's own. Where nothing in the practice tells yet, it is when it opens a
-/// stored secret, or when none is stored, and is known from then on.
-BRIX_API bool IsPracticeKey(Cellar::CConnection& connection, const SchemaVersion& version);
-
-/// Something that does not fit together in a practice.
-struct Fault
-{
-    std::string table;
-    long id; // 0: the table or the file as a whole
-    std::string fault;
-};
-/// The file's own integrity, missing tables and columns, rows without their parent, copied keys that differ, staging
-/// keys that stand twice, unreadable dates and amounts.
-BRIX_API std::vector<Fault> CheckPractice(Cellar::CConnection& connection);
 
 } // namespace Brix

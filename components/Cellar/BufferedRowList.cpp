@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 
 namespace Cellar
 {

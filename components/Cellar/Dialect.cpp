@@ -4,7 +4,7 @@
 #include <array>
 #include <initializer_list>
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 #include "Cellar/detail/Tokens.h"
 #include "Cellar/SqlText.h"
 

@@ -1,6 +1,6 @@
 #include "Cellar/Driver.h"
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 #include "Cellar/DatabaseError.h"
 #include "Cellar/drivers/sqlite/SqliteDriver.h"
 

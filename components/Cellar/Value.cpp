@@ -5,9 +5,9 @@
 #include <limits>
 #include <optional>
 
-#include "Afx/Numbers.h"
-#include "Afx/Text.h"
-#include "Afx/TextFold.h"
+#include "Afx/text/Numbers.h"
+#include "Afx/text/TextFold.h"
+#include "Afx/text/Utf8.h"
 
 namespace Cellar
 {

@@ -8,8 +8,8 @@
 #include <variant>
 #include <vector>
 
-#include "Afx/CString.h"
-#include "Afx/DateTime.h"
+#include "Afx/text/CString.h"
+#include "Afx/time/DateTime.h"
 #include "Cellar/Export.h"
 #include "Kiln/CAmt.h"
 #include "Kiln/CDate.h"

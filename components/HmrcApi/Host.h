@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "Afx/DateTime.h"
 #include "Afx/Platform.h"
+#include "Afx/time/DateTime.h"
 #include "HmrcApi/Export.h"
 
 namespace HmrcApi

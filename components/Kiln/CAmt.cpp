@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "Afx/Numbers.h"
+#include "Afx/text/Numbers.h"
 #include "Kiln/detail/AmountText.h"
 
 namespace Kiln

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 #include "Kiln/Export.h"
 
 namespace Kiln

@@ -3,10 +3,9 @@
 #include <atomic>
 #include <cmath>
 
-#include "Afx/Calendar.h"
-#include "Afx/Clock.h"
-#include "Afx/Numbers.h"
-#include "Afx/Text.h"
+#include "Afx/text/Numbers.h"
+#include "Afx/time/Clock.h"
+#include "Afx/time/FormatTime.h"
 #include "Kiln/detail/DateText.h"
 
 namespace Kiln
@@ -209,9 +208,17 @@ void CDate::SetParseOrder(ParseOrder order) noexcept { g_parseOrder.store(order,
 CDate::ParseOrder CDate::GetParseOrder() noexcept { return g_parseOrder.load(std::memory_order_relaxed); }
 CDate::YearHandler CDate::SetYearHandler(YearHandler handler) noexcept { return g_yearHandler.exchange(handler); }
 
-int CDate::GetYear() const noexcept { return IsValid() ? ToCivil(m_date).year : 0; }
-int CDate::GetMonth() const noexcept { return IsValid() ? ToCivil(m_date).month : 0; }
-int CDate::GetDay() const noexcept { return IsValid() ? ToCivil(m_date).day : 0; }
+int CDate::GetYear() const noexcept { return GetFields().year; }
+int CDate::GetMonth() const noexcept { return GetFields().month; }
+int CDate::GetDay() const noexcept { return GetFields().day; }
+
+Afx::CivilDate CDate::GetFields() const noexcept
+{
+    if (!IsValid())
+        return {0, 0, 0};
+    const auto day = static_cast<int>(m_date);
+    return day == m_date ? Afx::CivilOfOleDay(day) : ToCivil(m_date); // nearly every date has no time of day
+}
 bool CDate::IsLeapYear(int year) noexcept { return Afx::IsLeapYear(year); }
 
 CString CDate::Format(const char* pattern) const

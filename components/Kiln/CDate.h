@@ -4,8 +4,9 @@
 
 #include <cstdint>
 
-#include "Afx/CString.h"
-#include "Afx/Numbers.h"
+#include "Afx/text/CString.h"
+#include "Afx/text/Numbers.h"
+#include "Afx/time/Calendar.h"
 #include "Kiln/Export.h"
 
 namespace Kiln
@@ -63,6 +64,8 @@ public:
     int GetYear() const noexcept; // 0 when not valid, likewise month and day
     int GetMonth() const noexcept;
     int GetDay() const noexcept;
+    /// The three in one step; zeros when not valid.
+    Afx::CivilDate GetFields() const noexcept;
     double GetOleDate() const noexcept { return m_date; }
     static bool IsLeapYear(int year) noexcept;
 

@@ -1,6 +1,6 @@
 #include "MorvUt/StartUp.h"
 
-#include "Afx/WindowSystem.h"
+#include "Afx/windows/WindowSystem.h"
 #include "MorvUt/users/UserData.h"
 #include "Quarry/Listeners.h"
 #include "Quarry/Session.h"

@@ -2,7 +2,7 @@
 
 // The life of the library in a process.
 
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 #include "MorvUt/Export.h"
 
 /// Makes the library ready: the application's name and the base of its registry keys (as `CUserData` shows them).

@@ -5,6 +5,7 @@
 
 #include "Quarry/detail/Notify.h"
 #include "Quarry/detail/TableText.h"
+#include "Quarry/NewId.h"
 #include "Quarry/Session.h"
 
 namespace Quarry
@@ -12,6 +13,13 @@ namespace Quarry
 
 using Cellar::SqlText;
 using Cellar::Value;
+using Detail::Bracketed;
+using Detail::Canonical;
+using Detail::DataEvent;
+using Detail::Notify;
+using Detail::PlaceholderOf;
+using Detail::TableText;
+using Detail::TextOf;
 
 namespace
 {

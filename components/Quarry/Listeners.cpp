@@ -13,7 +13,7 @@ namespace
 struct Listener
 {
     int table;
-    DataEvent event;
+    Detail::DataEvent event;
     std::string database;
     DataChangedListener function;
     friend bool operator==(const Listener&, const Listener&) = default;
@@ -30,21 +30,21 @@ bool IsThere(const Listener& listener)
     return std::find(Listeners().begin(), Listeners().end(), listener) != Listeners().end();
 }
 
-void Add(int table, DataEvent event, const char* database, DataChangedListener function)
+void Add(int table, Detail::DataEvent event, const char* database, DataChangedListener function)
 {
     Listener listener{table, event, database, function};
     if (!IsThere(listener))
         Listeners().push_back(std::move(listener));
 }
 
-void Remove(int table, DataEvent event, const char* database, DataChangedListener function)
+void Remove(int table, Detail::DataEvent event, const char* database, DataChangedListener function)
 {
     std::erase(Listeners(), Listener{table, event, database, function});
 }
 
 } // namespace
 
-void Notify(DataEvent event, const DataChange& change)
+void Detail::Notify(DataEvent event, const DataChange& change)
 {
     const Table& table = (change.newRow ? change.newRow : change.oldRow)->GetTable();
     std::vector<Listener> concerned;
@@ -60,32 +60,32 @@ void Notify(DataEvent event, const DataChange& change)
 
 void AddDataChangedListenerForInsert(int table, const char* database, DataChangedListener listener)
 {
-    Add(table, DataEvent::Insert, database, listener);
+    Add(table, Detail::DataEvent::Insert, database, listener);
 }
 
 void AddDataChangedListenerForDelete(int table, const char* database, DataChangedListener listener)
 {
-    Add(table, DataEvent::Delete, database, listener);
+    Add(table, Detail::DataEvent::Delete, database, listener);
 }
 
 void AddDataChangedListenerForUpdate(int table, const char* database, DataChangedListener listener)
 {
-    Add(table, DataEvent::Update, database, listener);
+    Add(table, Detail::DataEvent::Update, database, listener);
 }
 
 void RemoveDataChangedListenerForInsert(int table, const char* database, DataChangedListener listener)
 {
-    Remove(table, DataEvent::Insert, database, listener);
+    Remove(table, Detail::DataEvent::Insert, database, listener);
 }
 
 void RemoveDataChangedListenerForDelete(int table, const char* database, DataChangedListener listener)
 {
-    Remove(table, DataEvent::Delete, database, listener);
+    Remove(table, Detail::DataEvent::Delete, database, listener);
 }
 
 void RemoveDataChangedListenerForUpdate(int table, const char* database, DataChangedListener listener)
 {
-    Remove(table, DataEvent::Update, database, listener);
+    Remove(table, Detail::DataEvent::Update, database, listener);
 }
 
 void RemoveAllListeners() noexcept { Listeners().clear(); }

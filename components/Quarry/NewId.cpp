@@ -1,10 +1,11 @@
+#include "Quarry/NewId.h"
+
 #include <cstdint>
 #include <limits>
 #include <optional>
 #include <stdexcept>
 #include <string>
 
-#include "Quarry/DataList.h"
 #include "Quarry/detail/IdBlocks.h"
 #include "Quarry/detail/TableText.h"
 #include "Quarry/Session.h"
@@ -21,7 +22,7 @@ constexpr std::int64_t kLargest = std::numeric_limits<std::int32_t>::max();
 /// counter stays.
 std::optional<long> TakeIds(Cellar::CConnection& connection, const Table& table, long count)
 {
-    const TableText& text = TextOf(table);
+    const Detail::TableText& text = Detail::TextOf(table);
     if (connection.ExecuteDirectf(text.countUp, count, count, table.sqlName) == 0) {
         try {
             connection.ExecuteDirectf(text.startCount, table.sqlName, count);
@@ -45,14 +46,14 @@ std::optional<long> TakeIds(Cellar::CConnection& connection, const Table& table,
 {
     throw Cellar::DatabaseError(Cellar::DatabaseError::Category::Other, "",
                                 std::string(table.sqlName) + " has no free id left",
-                                std::string(TextOf(table).countUp.View()));
+                                std::string(Detail::TextOf(table).countUp.View()));
 }
 
 } // namespace
 
 long NewId(const Table& table)
 {
-    if (TextOf(table).countUp.IsEmpty())
+    if (Detail::TextOf(table).countUp.IsEmpty())
         throw std::logic_error(std::string(table.sqlName) + ": rows are not told apart by one number");
     Cellar::CConnection& connection = GetConnection();
     if (connection.IsAside())
@@ -66,7 +67,7 @@ long NewId(const Table& table)
         transaction.Commit();
         return *id;
     }
-    IdBlock& block = BlockOf(table);
+    Detail::IdBlock& block = Detail::BlockOf(table);
     if (block.left == 0 || block.epoch != connection.GetEpoch()) {
         block.left = 0;
         long count = kBlock;

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 #include "Quarry/detail/IdBlocks.h"
 
 namespace Quarry
@@ -26,7 +26,7 @@ struct Session
     std::unique_ptr<Cellar::CConnection> connection;
     std::vector<RollbackListener> rollbackListeners;
     int lastNumber = 0;
-    std::map<const Table*, IdBlock> idBlocks;
+    std::map<const Table*, Detail::IdBlock> idBlocks;
 };
 
 Session& Current()
@@ -92,7 +92,7 @@ void Rollback()
     GetConnection().Rollback();
 }
 
-IdBlock& BlockOf(const Table& table) { return Current().idBlocks[&table]; }
+Detail::IdBlock& Detail::BlockOf(const Table& table) { return Current().idBlocks[&table]; }
 
 int GetTransactionLevel() noexcept { return HasConnection() ? Current().connection->GetLevel() : 0; }
 

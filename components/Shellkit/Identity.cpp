@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "Shellkit/Cipher.h"
+#include "Shellkit/Random.h"
 
 namespace Shellkit
 {

@@ -1,7 +1,10 @@
-#include <string>
+#include "Shellkit/KeyFile.h"
 
-#include "Shellkit/Cipher.h"
+#include <string_view>
+
 #include "Shellkit/detail/KeyFileStore.h"
+#include "Shellkit/PracticeKey.h"
+#include "Shellkit/Random.h"
 
 namespace Shellkit
 {

@@ -1,10 +1,12 @@
+#include "Shellkit/MemoryCipher.h"
+
 #include <algorithm>
 #include <span>
 #include <stdexcept>
 
-#include "Shellkit/Cipher.h"
+#include "Shellkit/Bytes.h"
 #include "Shellkit/cipher/CipherPort.h"
-#include "Shellkit/detail/Keys.h"
+#include "Shellkit/detail/HeldKey.h"
 
 // The length stays, so there is no room for a nonce or a tag, and a plain key stream would be the same for every text:
 // two of them laid over each other would give both away. Hence a Feistel network over the two halves of the text, in
@@ -15,6 +17,8 @@ namespace
 {
 
 constexpr int kRounds = 8;
+
+Shellkit::Detail::HeldKey g_key; // random, made on first use, gone with the process
 
 /// XORs `target` with a stream that depends on key, round, length of the whole text, and `source`.
 void Mix(const Shellkit::Detail::SecretKey& key, int round, unsigned length, std::span<const std::uint8_t> source,
@@ -42,7 +46,7 @@ void Run(unsigned char* buffer, unsigned length, bool forward)
 {
     if (!buffer || length == 0)
         return;
-    const auto key = Shellkit::Detail::MemoryKey();
+    const auto key = g_key.GetOrMake();
     if (!key)
         throw std::runtime_error("The system gives no random numbers.");
     Shellkit::Bytes text(buffer, buffer + length);

@@ -1,8 +1,22 @@
 #include "Shellkit/Random.h"
 
 #include <cstdint>
+#include <stdexcept>
 
-#include "Shellkit/Cipher.h"
+#include "Shellkit/cipher/CipherPort.h"
+
+namespace Shellkit
+{
+
+Bytes RandomBytes(std::size_t size)
+{
+    Bytes bytes(size);
+    if (!CipherPort::FillRandom(bytes))
+        throw std::runtime_error("The system gives no random numbers.");
+    return bytes;
+}
+
+} // namespace Shellkit
 
 CRandomDataGen g_RandomGenerator;
 

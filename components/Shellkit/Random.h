@@ -1,8 +1,19 @@
 #pragma once
 
-// Random numbers for row ids.
+// Random bytes, and random numbers for row ids.
 
+#include <cstddef>
+
+#include "Shellkit/Bytes.h"
 #include "Shellkit/Export.h"
+
+namespace Shellkit
+{
+
+/// `size` bytes that nobody can guess. Throws std::runtime_error when the system gives none.
+SHELLKIT_API Bytes RandomBytes(std::size_t size);
+
+} // namespace Shellkit
 
 class SHELLKIT_API CRandomDataGen
 {

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <optional>
 
-#include "Afx/Settings.h"
-#include "Afx/TextFold.h"
+#include "Afx/system/Settings.h"
+#include "Afx/text/TextFold.h"
 
 namespace
 {

@@ -2,7 +2,7 @@
 
 // Values of the application's settings key.
 
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 #include "Shellkit/Export.h"
 
 /// One key of the settings store; value names ignore case. Without an argument the application's own key,

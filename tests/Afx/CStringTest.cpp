@@ -1,4 +1,4 @@
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 
 #include <gtest/gtest.h>
 

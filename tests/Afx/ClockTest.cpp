@@ -1,4 +1,4 @@
-#include "Afx/Clock.h"
+#include "Afx/time/Clock.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <limits>
 
-#include "Afx/Calendar.h"
+#include "Afx/time/Calendar.h"
 #include "support/Case.h"
 #include "support/TestSupport.h"
 

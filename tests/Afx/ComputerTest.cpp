@@ -1,4 +1,5 @@
-#include "Afx/Computer.h"
+#include "Afx/system/Computer.h"
+#include "Afx/system/Files.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Afx/CoreDumps.h"
+#include "Afx/system/CoreDumps.h"
 
 #include <sys/resource.h>
 

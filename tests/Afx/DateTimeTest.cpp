@@ -1,11 +1,11 @@
-#include "Afx/DateTime.h"
+#include "Afx/time/DateTime.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 
-#include "Afx/Decimal.h"
+#include "Afx/text/Decimal.h"
 #include "support/Case.h"
 #include "support/TestSupport.h"
 

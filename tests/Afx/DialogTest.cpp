@@ -1,11 +1,11 @@
-#include "Afx/Dialog.h"
+#include "Afx/windows/Dialog.h"
 
 #include <gtest/gtest.h>
 
 #include <stdexcept>
 
-#include "Afx/DataExchange.h"
-#include "Afx/MessageBox.h"
+#include "Afx/windows/DataExchange.h"
+#include "Afx/windows/MessageBox.h"
 #include "support/TestSupport.h"
 
 using ::Test::Windows;

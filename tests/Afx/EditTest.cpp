@@ -1,4 +1,4 @@
-#include "Afx/Edit.h"
+#include "Afx/windows/Edit.h"
 
 #include <gtest/gtest.h>
 

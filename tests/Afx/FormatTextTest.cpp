@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <limits>
 
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 #include "support/Case.h"
 #include "support/TestSupport.h"
 

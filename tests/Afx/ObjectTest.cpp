@@ -5,10 +5,10 @@
 #include <limits>
 #include <stdexcept>
 
-#include "Afx/Collections.h"
-#include "Afx/Dialog.h"
-#include "Afx/Edit.h"
-#include "Afx/Numbers.h"
+#include "Afx/text/Collections.h"
+#include "Afx/text/Numbers.h"
+#include "Afx/windows/Dialog.h"
+#include "Afx/windows/Edit.h"
 #include "support/TestSupport.h"
 
 TEST(CRuntimeClass, MakesWhatCanBeMadeAndKnowsItsBases)

@@ -1,9 +1,9 @@
-#include "Afx/Resources.h"
+#include "Afx/system/Resources.h"
 
 #include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
 
-#include "Afx/MessageBox.h"
+#include "Afx/windows/MessageBox.h"
 #include "support/TestSupport.h"
 
 namespace

@@ -1,4 +1,4 @@
-#include "Afx/Settings.h"
+#include "Afx/system/Settings.h"
 
 #include <gtest/gtest.h>
 
@@ -7,8 +7,8 @@
 #include <thread>
 #include <tuple>
 
-#include "Afx/Application.h"
 #include "Afx/Platform.h"
+#include "Afx/system/Application.h"
 #include "support/Case.h"
 #include "support/TestSupport.h"
 

@@ -1,4 +1,4 @@
-#include "Afx/SignalGuard.h"
+#include "Afx/system/SignalGuard.h"
 
 #include <atomic>
 #include <csignal>

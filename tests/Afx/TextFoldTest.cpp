@@ -1,4 +1,4 @@
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 
 #include <gtest/gtest.h>
 

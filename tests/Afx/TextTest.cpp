@@ -1,10 +1,13 @@
-#include "Afx/Text.h"
+#include "Afx/text/BoundedCopy.h"
+#include "Afx/text/Numbers.h"
+#include "Afx/text/Utf8.h"
+#include "Afx/time/FormatTime.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 
-#include "Afx/Clock.h"
+#include "Afx/time/Clock.h"
 #include "support/Case.h"
 #include "support/TestSupport.h"
 

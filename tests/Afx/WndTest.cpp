@@ -1,4 +1,4 @@
-#include "Afx/Wnd.h"
+#include "Afx/windows/Wnd.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,6 @@
 #include <tuple>
 
+#include "Brix/Check.h"
 #include "NewPractice.h"
 
 using Brix::Fault;

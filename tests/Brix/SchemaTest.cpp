@@ -1,4 +1,6 @@
 #include "Brix/Schema.h"
+#include "Brix/Check.h"
+#include "Brix/PracticeKey.h"
 
 #include <optional>
 #include <tuple>
@@ -6,7 +8,8 @@
 #include <sqlite3.h>
 
 #include "NewPractice.h"
-#include "Shellkit/Cipher.h"
+#include "Shellkit/Envelope.h"
+#include "Shellkit/PracticeKey.h"
 
 using Brix::SchemaState;
 using Cellar::DatabaseError;

@@ -12,9 +12,9 @@
 
 #include <gtest/gtest.h>
 
-#include "Afx/Clock.h"
+#include "Afx/time/Clock.h"
 #include "HmrcApi/HmrcApi.h"
-#include "Shellkit/Cipher.h"
+#include "Shellkit/PracticeKey.h"
 #include "support/TestSupport.h"
 
 namespace HmrcApi::Fakes

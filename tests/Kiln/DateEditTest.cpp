@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "Afx/DataExchange.h"
-#include "Afx/MessageBox.h"
+#include "Afx/windows/DataExchange.h"
+#include "Afx/windows/MessageBox.h"
 #include "support/Case.h"
 #include "support/TestSupport.h"
 

@@ -1,4 +1,5 @@
 #include "Quarry/DataList.h"
+#include "Quarry/NewId.h"
 
 #include "SmallPractice.h"
 

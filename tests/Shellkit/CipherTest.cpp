@@ -1,4 +1,10 @@
-#include "Shellkit/Cipher.h"
+#include "Shellkit/Base64Url.h"
+#include "Shellkit/Bytes.h"
+#include "Shellkit/Digest.h"
+#include "Shellkit/Envelope.h"
+#include "Shellkit/MemoryCipher.h"
+#include "Shellkit/PracticeKey.h"
+#include "Shellkit/Random.h"
 
 #include <functional>
 #include <numeric>

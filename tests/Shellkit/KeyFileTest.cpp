@@ -5,7 +5,9 @@
 
 #include <gtest/gtest.h>
 
-#include "Shellkit/Cipher.h"
+#include "Shellkit/Bytes.h"
+#include "Shellkit/KeyFile.h"
+#include "Shellkit/PracticeKey.h"
 #include "support/Case.h"
 #include "support/TestSupport.h"
 

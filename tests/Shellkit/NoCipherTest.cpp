@@ -4,7 +4,11 @@
 #include <openssl/crypto.h>
 #include <openssl/provider.h>
 
-#include "Shellkit/Cipher.h"
+#include "Shellkit/Bytes.h"
+#include "Shellkit/Digest.h"
+#include "Shellkit/Envelope.h"
+#include "Shellkit/MemoryCipher.h"
+#include "Shellkit/Random.h"
 
 using Shellkit::Bytes;
 using Shellkit::KeyId;

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Afx/Settings.h"
+#include "Afx/system/Settings.h"
 
 TEST(Registry, StandsUnderTheApplicationsKey)
 {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "Afx/Clock.h"
-#include "Afx/Computer.h"
-#include "Afx/Settings.h"
+#include "Afx/system/Computer.h"
+#include "Afx/system/Settings.h"
+#include "Afx/time/Clock.h"
 #include "support/TestSupport.h"
 
 namespace Test

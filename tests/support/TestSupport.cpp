@@ -7,8 +7,8 @@
 #include <random>
 #include <stdexcept>
 
-#include "Afx/Clock.h"
-#include "Afx/Wnd.h"
+#include "Afx/time/Clock.h"
+#include "Afx/windows/Wnd.h"
 
 namespace Test
 {

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "Afx/Exceptions.h"
-#include "Afx/WindowSystem.h"
+#include "Afx/windows/WindowSystem.h"
 
 namespace Test
 {

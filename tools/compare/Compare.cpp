@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <cstring>
 
-#include "Afx/Decimal.h"
+#include "Afx/text/Decimal.h"
 #include "MorvUt/identifiers/Hex.h"
 #include "MorvUt/identifiers/SortCode.h"
 #include "MorvUt/identifiers/TaxIdentifiers.h"

@@ -8,11 +8,11 @@
 
 #include "Cellar/Connection.h"
 
-namespace Brix
+namespace Brix::Detail
 {
 
 /// Tables and their columns, in lower case.
 using Catalog = std::map<std::string, std::set<std::string>>;
 Catalog ReadCatalog(Cellar::CConnection& connection);
 
-} // namespace Brix
+} // namespace Brix::Detail

@@ -6,7 +6,7 @@
 
 #include "Quarry/Table.h"
 
-namespace Brix
+namespace Brix::Detail
 {
 
 class TableBuilder
@@ -34,4 +34,4 @@ private:
     std::vector<Quarry::Table::Parent> m_parents;
 };
 
-} // namespace Brix
+} // namespace Brix::Detail

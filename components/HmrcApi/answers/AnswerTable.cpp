@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 #include "HmrcApi/answers/Mask.h"
 #include "HmrcApi/answers/Retry.h"
 #include "HmrcApi/json/Json.h"

@@ -1,6 +1,6 @@
 #include "HmrcApi/answers/Errors.h"
 
-#include "Afx/MessageBox.h"
+#include "Afx/windows/MessageBox.h"
 
 namespace HmrcApi
 {

@@ -4,7 +4,7 @@
 #include <charconv>
 #include <cstdint>
 
-#include "Afx/Clock.h"
+#include "Afx/time/Clock.h"
 #include "Shellkit/Random.h"
 
 namespace HmrcApi

@@ -1,6 +1,6 @@
 #include "HmrcApi/oauth/Authorisation.h"
 
-#include "Afx/SignalGuard.h"
+#include "Afx/system/SignalGuard.h"
 #include "HmrcApi/answers/Errors.h"
 #include "HmrcApi/answers/Mask.h"
 #include "HmrcApi/oauth/SignIn.h"

@@ -6,7 +6,7 @@
 #include <chrono>
 #include <cstdint>
 
-#include "Afx/Clock.h"
+#include "Afx/time/Clock.h"
 
 namespace HmrcApi
 {

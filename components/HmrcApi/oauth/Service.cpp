@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 #include "HmrcApi/answers/Errors.h"
 #include "HmrcApi/oauth/Tokens.h"
 

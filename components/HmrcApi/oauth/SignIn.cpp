@@ -1,13 +1,16 @@
 #include "HmrcApi/oauth/SignIn.h"
 
-#include "Afx/WindowSystem.h"
+#include "Afx/windows/WindowSystem.h"
 #include "HmrcApi/answers/Errors.h"
 #include "HmrcApi/answers/Mask.h"
 #include "HmrcApi/oauth/TokenRequest.h"
 #include "HmrcApi/redirect/RedirectListener.h"
 #include "HmrcApi/transport/Uri.h"
 #include "HmrcApi/transport/Waiting.h"
-#include "Shellkit/Cipher.h"
+#include "Shellkit/Base64Url.h"
+#include "Shellkit/Bytes.h"
+#include "Shellkit/Digest.h"
+#include "Shellkit/Random.h"
 
 namespace HmrcApi
 {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "Afx/Clock.h"
+#include "Afx/time/Clock.h"
 #include "HmrcApi/oauth/Deadline.h"
 
 namespace HmrcApi

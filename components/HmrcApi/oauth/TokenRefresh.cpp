@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <optional>
 
-#include "Afx/SignalGuard.h"
-#include "Afx/TextFold.h"
+#include "Afx/system/SignalGuard.h"
+#include "Afx/text/TextFold.h"
 #include "HmrcApi/transport/Waiting.h"
 
 namespace HmrcApi

@@ -4,7 +4,7 @@
 #include <charconv>
 #include <cstdint>
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 #include "HmrcApi/answers/Mask.h"
 #include "HmrcApi/json/Json.h"
 

@@ -1,6 +1,7 @@
 #include "HmrcApi/oauth/Tokens.h"
 
-#include "Shellkit/Cipher.h"
+#include "Shellkit/Bytes.h"
+#include "Shellkit/Envelope.h"
 
 namespace HmrcApi
 {

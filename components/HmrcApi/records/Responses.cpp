@@ -7,7 +7,7 @@ namespace HmrcApi
 namespace
 {
 
-using detail::AnswerNode;
+using Detail::AnswerNode;
 
 CompanyBenefit_t ReadCompanyBenefit(const AnswerNode& node)
 {
@@ -115,7 +115,7 @@ CPayeResponse ReadPayeResponse(std::string_view json)
             response.SetStatePension(ReadStatePension(*pension));
         return response;
     };
-    return detail::WithRoot(json, read);
+    return Detail::WithRoot(json, read);
 }
 
 CNationalInsuranceResponse ReadNationalInsuranceResponse(std::string_view json)
@@ -129,7 +129,7 @@ CNationalInsuranceResponse ReadNationalInsuranceResponse(std::string_view json)
         response.maxNicsReached = root.Flag("maxNICsReached");
         return response;
     };
-    return detail::WithRoot(json, read);
+    return Detail::WithRoot(json, read);
 }
 
 } // namespace HmrcApi

@@ -8,7 +8,7 @@
 
 #include <curl/curl.h>
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 #include "HmrcApi/transport/Pace.h"
 #include "HmrcApi/transport/Transport.h"
 

@@ -3,8 +3,8 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "Afx/Clock.h"
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
+#include "Afx/time/Clock.h"
 #include "HmrcApi/transport/Uri.h"
 #include "Shellkit/Identity.h"
 #include "Shellkit/Registry.h"

@@ -5,7 +5,7 @@
 #include <mutex>
 #include <optional>
 
-#include "Afx/Clock.h"
+#include "Afx/time/Clock.h"
 #include "HmrcApi/transport/Waiting.h"
 #include "Shellkit/NamedItems.h"
 

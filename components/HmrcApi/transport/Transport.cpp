@@ -6,7 +6,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 
 namespace HmrcApi
 {

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "Afx/Clock.h"
-#include "Afx/WindowSystem.h"
+#include "Afx/time/Clock.h"
+#include "Afx/windows/WindowSystem.h"
 
 namespace HmrcApi
 {

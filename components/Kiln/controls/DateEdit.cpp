@@ -1,7 +1,7 @@
 #include "Kiln/controls/DateEdit.h"
 
-#include "Afx/DataExchange.h"
-#include "Afx/MessageBox.h"
+#include "Afx/windows/DataExchange.h"
+#include "Afx/windows/MessageBox.h"
 
 namespace Kiln
 {

@@ -2,7 +2,7 @@
 
 // The field in which a date is typed.
 
-#include "Afx/Edit.h"
+#include "Afx/windows/Edit.h"
 #include "Kiln/CDate.h"
 
 class CDataExchange;

@@ -1,6 +1,6 @@
 #include "MorvUt/context/ClientStatus.h"
 
-#include "MorvUt/context/detail/ClientKind.h"
+#include "Brix/Records.h"
 
 namespace
 {

@@ -3,7 +3,7 @@
 #include <charconv>
 #include <stdexcept>
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 #include "MorvUt/identifiers/TaxIdentifiers.h"
 #include "Quarry/Session.h"
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 #include "Brix/Records.h"
 #include "MorvUt/Export.h"
 

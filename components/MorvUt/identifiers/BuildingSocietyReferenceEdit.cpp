@@ -12,7 +12,8 @@ bool IsOfReference(unsigned character) noexcept
     if (character >= kPastAscii)
         return false;
     const auto c = static_cast<char>(character);
-    return character < kFirstPrintable || Identifiers::IsDigit(c) || Identifiers::IsLetter(c) || c == '/' || c == '-';
+    return character < kFirstPrintable || Identifiers::Detail::IsDigit(c) || Identifiers::Detail::IsLetter(c) ||
+           c == '/' || c == '-';
 }
 
 } // namespace

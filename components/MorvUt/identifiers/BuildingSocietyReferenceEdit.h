@@ -2,8 +2,8 @@
 
 // The field for a building society's roll reference.
 
-#include "Afx/Edit.h"
-#include "Afx/MessageMap.h"
+#include "Afx/windows/Edit.h"
+#include "Afx/windows/MessageMap.h"
 #include "MorvUt/Export.h"
 
 /// Takes digits, the letters A to Z in either case, '/' and '-', and control characters (below 32), so that editing

@@ -2,7 +2,7 @@
 
 // Bank sort codes.
 
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 #include "MorvUt/Export.h"
 
 /// The code with dashes: "123456" is 12-34-56. A code that has a dash stays as it is; longer ones are cut after six

@@ -8,9 +8,9 @@
 namespace
 {
 
-using Identifiers::CountCharacters;
-using Identifiers::IsDigit;
-using Identifiers::IsLetter;
+using Identifiers::Detail::CountCharacters;
+using Identifiers::Detail::IsDigit;
+using Identifiers::Detail::IsLetter;
 
 /// A stands for a letter, 9 for a digit.
 constexpr std::string_view kUsualShape = "AA999999", kTemporaryShape = "99A99999";

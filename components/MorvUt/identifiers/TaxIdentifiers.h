@@ -2,7 +2,7 @@
 
 // National Insurance numbers and Unique Taxpayer References.
 
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 #include "MorvUt/Export.h"
 
 /// The text has the shape of a National Insurance number: AB123456C, AB123456 or 12A34567. Letters of either case;

@@ -1,7 +1,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 #include "MorvUt/mappings/TypeMappings.h"
 
 namespace

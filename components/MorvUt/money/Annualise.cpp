@@ -1,7 +1,6 @@
 // What an amount earned over a period comes to in a year.
 
 #include "MorvUt/money/Rates.h"
-#include "MorvUt/taxyear/detail/CivilFields.h"
 
 namespace
 {
@@ -20,7 +19,7 @@ bool IsLeapDay(const Afx::CivilDate& date) noexcept { return date.month == 2 && 
 /// its end, so the answer is near the truth for periods of about a year, whatever their length.
 bool CountsLeapDay(const CDate& from, const CDate& to) noexcept
 {
-    const Afx::CivilDate first = Detail::CivilFields(from), last = Detail::CivilFields(to);
+    const Afx::CivilDate first = from.GetFields(), last = to.GetFields();
     if (IsLeapDay(first) || IsLeapDay(last))
         return true;
     const auto daysInTwoYears = [](int year, int month, int day) { // whole days, whatever the time

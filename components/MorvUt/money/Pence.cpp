@@ -6,8 +6,9 @@
 #include <cstring>
 #include <limits>
 
-#include "Afx/Decimal.h"
-#include "Afx/Text.h"
+#include "Afx/text/BoundedCopy.h"
+#include "Afx/text/Decimal.h"
+#include "Afx/text/Numbers.h"
 #include "MorvUt/money/detail/PenceText.h"
 
 namespace

@@ -2,8 +2,8 @@
 
 // Amounts in pence and their text. 123456 is £1,234.56. Nothing here fails: a text that is no amount is 0.
 
-#include "Afx/CString.h"
 #include "Afx/Platform.h"
+#include "Afx/text/CString.h"
 #include "Kiln/CAmt.h"
 #include "MorvUt/Export.h"
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <system_error>
 
-#include "Afx/Text.h"
+#include "Afx/text/Numbers.h"
 #include "MorvUt/money/Pence.h"
 
 namespace

@@ -4,7 +4,7 @@
 #include <limits>
 #include <optional>
 
-#include "Afx/Numbers.h"
+#include "Afx/text/Numbers.h"
 #include "MorvUt/money/Pence.h"
 
 namespace

@@ -2,7 +2,7 @@
 
 // The library's string table.
 
-#include "Afx/Resources.h"
+#include "Afx/system/Resources.h"
 #include "MorvUt/Export.h"
 
 #define STRING(id, number, text) inline constexpr unsigned id = number;

@@ -1,6 +1,6 @@
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 
-#include "Afx/Application.h"
+#include "Afx/system/Application.h"
 #include "MorvUt/taxyear/PFileYearOffsetter.h"
 #include "MorvUt/taxyear/TaxYear.h"
 

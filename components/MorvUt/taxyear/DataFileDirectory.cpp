@@ -1,7 +1,7 @@
 #include "MorvUt/taxyear/DataFileDirectory.h"
 
-#include "Afx/Application.h"
-#include "Afx/Computer.h"
+#include "Afx/system/Application.h"
+#include "Afx/system/Files.h"
 
 CString GetDataFileDirectory()
 {

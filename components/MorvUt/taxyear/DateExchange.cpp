@@ -1,6 +1,6 @@
 #include "MorvUt/taxyear/DateExchange.h"
 
-#include "Afx/MessageBox.h"
+#include "Afx/windows/MessageBox.h"
 #include "MorvUt/taxyear/DateRules.h"
 #include "MorvUt/taxyear/DateStrings.h"
 

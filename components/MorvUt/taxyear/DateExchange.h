@@ -2,7 +2,7 @@
 
 // Exchange of older modules' dates with the controls of a dialog.
 
-#include "Afx/DataExchange.h"
+#include "Afx/windows/DataExchange.h"
 #include "Kiln/controls/DateEdit.h"
 #include "MorvUt/Export.h"
 

@@ -5,11 +5,10 @@
 #include <limits>
 #include <string_view>
 
-#include "Afx/Calendar.h"
-#include "Afx/Numbers.h"
-#include "Afx/TextFold.h"
+#include "Afx/text/Numbers.h"
+#include "Afx/text/TextFold.h"
+#include "Afx/time/Calendar.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
-#include "MorvUt/taxyear/detail/CivilFields.h"
 
 namespace
 {
@@ -150,7 +149,7 @@ long CDateToLong(CDate date) noexcept
 {
     if (!date.IsValid())
         return 0;
-    const Afx::CivilDate fields = Detail::CivilFields(date);
+    const Afx::CivilDate fields = date.GetFields();
     return (fields.year * 100L + fields.month) * 100L + fields.day;
 }
 

@@ -3,11 +3,10 @@
 #include <array>
 #include <string_view>
 
-#include "Afx/Calendar.h"
-#include "Afx/Clock.h"
-#include "Afx/Text.h"
+#include "Afx/text/BoundedCopy.h"
+#include "Afx/time/Calendar.h"
+#include "Afx/time/Clock.h"
 #include "Kiln/CDate.h"
-#include "MorvUt/taxyear/detail/CivilFields.h"
 
 const char* const arrDateFormatStrings[5] = {"%d/%m/%y", "%m/%d/%y", "%d %b %Y", "%b %d %Y", nullptr};
 const char* const arrDateFormatStringsForDialogs[5] = {"DD/MM/YY", "MM/DD/YY", "DD MMM YYYY", "MMM DD YYYY", nullptr};
@@ -38,7 +37,7 @@ X_DateStr_tag Parse(const char* text)
     Kiln::CDate date;
     if (!date.ParseDate(text))
         return {0, kNoMonth, 0};
-    return RecordOf(Detail::CivilFields(date));
+    return RecordOf(date.GetFields());
 }
 
 /// The two lowest digits of `value`.

@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 #include "MorvUt/Export.h"
 
 /// A calendar date. All zero: null. Day 99 with month and year 0: Unknown (the user says that there is a date, but not

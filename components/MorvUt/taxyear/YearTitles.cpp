@@ -1,6 +1,6 @@
 #include "MorvUt/taxyear/YearTitles.h"
 
-#include "Afx/Text.h"
+#include "Afx/text/BoundedCopy.h"
 #include "MorvUt/taxyear/TaxYear.h"
 
 namespace

@@ -2,7 +2,7 @@
 
 // Titles of tax years, from the real year.
 
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 #include "MorvUt/Export.h"
 
 /// "23-24" for 2024, "99-00" for 2000.

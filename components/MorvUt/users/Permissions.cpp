@@ -1,6 +1,6 @@
 #include <iterator>
 
-#include "Afx/MessageBox.h"
+#include "Afx/windows/MessageBox.h"
 #include "Brix/Records.h"
 #include "MorvUt/res/Strings.h"
 #include "MorvUt/users/detail/LoggedIn.h"
@@ -24,12 +24,12 @@ constexpr bool CountsFromOne()
             return false;
     return true;
 }
-static_assert(CountsFromOne() && std::size(kNumbers) + 1 == Users::kPermissionEnd);
+static_assert(CountsFromOne() && std::size(kNumbers) + 1 == Users::Detail::kPermissionEnd);
 
 template<class Rows>
-std::vector<Users::PermissionRow> ReadRows(int ownerColumn, const CString& owner)
+std::vector<Users::Detail::PermissionRow> ReadRows(int ownerColumn, const CString& owner)
 {
-    std::vector<Users::PermissionRow> found;
+    std::vector<Users::Detail::PermissionRow> found;
     Rows rows;
     for (rows.Open({{ownerColumn, owner}}); !rows.IsEOL(); rows.MoveNext())
         found.emplace_back(rows.GetPermission(), rows.GetAllowed());
@@ -45,7 +45,7 @@ bool IsRowAllowed(int ownerColumn, const CString& owner, int permission)
 
 } // namespace
 
-std::vector<Users::PermissionRow> Users::ReadPermissionRows(const CString& userId, const CString& role)
+std::vector<Users::Detail::PermissionRow> Users::Detail::ReadPermissionRows(const CString& userId, const CString& role)
 {
     return role.IsEmpty() ? ReadRows<Brix::CUserPermissions>(Brix::CUserPermissions::kUserID, userId)
                           : ReadRows<Brix::CUserRolePermissions>(Brix::CUserRolePermissions::kRole, role);
@@ -53,7 +53,7 @@ std::vector<Users::PermissionRow> Users::ReadPermissionRows(const CString& userI
 
 bool CUserData::CheckPermission(Permission permission, bool showMessage)
 {
-    const bool allowed = Users::Current().allowed[static_cast<std::size_t>(permission)];
+    const bool allowed = Users::Detail::Current().allowed[static_cast<std::size_t>(permission)];
     if (!allowed && showMessage) {
         const Afx::ResourceContextGuard resources(MorvUtResources());
         AfxMessageBox(IDS_NO_PERMISSION);
@@ -61,7 +61,7 @@ bool CUserData::CheckPermission(Permission permission, bool showMessage)
     return allowed;
 }
 
-void CUserData::ClearPermissions() noexcept { Users::Current().allowed.reset(); }
+void CUserData::ClearPermissions() noexcept { Users::Detail::Current().allowed.reset(); }
 
 #define PERMISSION(number, query, enumerator)                                                                          \
     bool CUserData::query(bool showMessage) const { return CheckPermission(Permission::enumerator, showMessage); }

@@ -26,7 +26,7 @@ std::vector<CString> GroupsOf(const CString& userId)
 StaffMember Read(const Brix::CUser& user)
 {
     StaffMember member{user.GetUserID(), user.GetFullName(), user.GetRole(), GroupsOf(user.GetUserID()), {}};
-    const auto rows = Users::ReadPermissionRows(member.id, member.role);
+    const auto rows = Users::Detail::ReadPermissionRows(member.id, member.role);
     const std::map<int, bool> allowed(rows.rbegin(), rows.rend()); // of two rows the last counts, as when logging in
     for (const auto& permission : CUserData::GetPermissionQueries()) {
         const auto row = allowed.find(permission.number);
@@ -70,7 +70,7 @@ CString WhyNotNewStaff(const CString& id, const CString& name, const CString& ro
     const auto isBlank = [](CString text) { return text.Trim().IsEmpty(); };
     if (isBlank(id) || isBlank(name))
         return "A user needs an id and a name.";
-    if (id.CompareNoCase(Users::kAdministrator) == 0)
+    if (id.CompareNoCase(Users::Detail::kAdministrator) == 0)
         return "This id is built in.";
     if (Brix::CUser().Open({{Brix::CUser::kUserID, id}}))
         return "There is a user with this id already.";

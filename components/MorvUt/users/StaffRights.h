@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 #include "MorvUt/Export.h"
 
 struct StaffRight

@@ -1,9 +1,10 @@
 #include "MorvUt/users/UserData.h"
 
-#include "Afx/MessageBox.h"
+#include "Afx/windows/MessageBox.h"
 #include "MorvUt/res/Strings.h"
 #include "MorvUt/users/detail/LoggedIn.h"
-#include "Shellkit/Cipher.h"
+#include "Shellkit/Bytes.h"
+#include "Shellkit/MemoryCipher.h"
 #include "Shellkit/NamedItems.h"
 
 namespace
@@ -17,11 +18,11 @@ void ShowClientIsReadOnly()
     AfxMessageBox(IDS_CLIENT_READ_ONLY);
 }
 
-const Users::Particulars& Mine() noexcept { return Users::Current().particulars; }
+const Users::Detail::Particulars& Mine() noexcept { return Users::Detail::Current().particulars; }
 
 } // namespace
 
-namespace Users
+namespace Users::Detail
 {
 
 Secret::Secret(std::string_view bytes)
@@ -45,7 +46,7 @@ LoggedIn& Current() noexcept
     return current;
 }
 
-} // namespace Users
+} // namespace Users::Detail
 
 CString CUserData::m_strUser;
 CStringArray CUserData::m_arrUsers;
@@ -62,11 +63,11 @@ CUserData& TheUser() noexcept
     return user;
 }
 
-CUserData::CUserData() noexcept { Users::Current().hasLoggedIn = false; }
+CUserData::CUserData() noexcept { Users::Detail::Current().hasLoggedIn = false; }
 CUserData::~CUserData() = default;
 
-int CUserData::HasUserLoggedIn() const noexcept { return Users::Current().hasLoggedIn; }
-void CUserData::SetUserLoggedIn() noexcept { Users::Current().hasLoggedIn = true; }
+int CUserData::HasUserLoggedIn() const noexcept { return Users::Detail::Current().hasLoggedIn; }
+void CUserData::SetUserLoggedIn() noexcept { Users::Detail::Current().hasLoggedIn = true; }
 
 int CUserData::HasGroup(const char* name) const noexcept
 {
@@ -102,9 +103,9 @@ int CUserData::GetTallywickPasswordLength() const noexcept { return Mine().tally
 
 void CUserData::SetTallywickUserNameAndPassword(CString user, CString password)
 {
-    Users::Secret enciphered(password.View());
+    Users::Detail::Secret enciphered(password.View());
     enciphered.Encipher();
-    Users::Particulars& particulars = Users::Current().particulars;
+    Users::Detail::Particulars& particulars = Users::Detail::Current().particulars;
     particulars.tallywickUserName = user;
     particulars.tallywickPassword = std::move(enciphered);
 }

@@ -5,8 +5,8 @@
 #include <span>
 #include <vector>
 
-#include "Afx/Collections.h"
-#include "Afx/CString.h"
+#include "Afx/text/Collections.h"
+#include "Afx/text/CString.h"
 #include "MorvUt/Export.h"
 
 /// The logged-in user of the process. All state is static; an object is a handle whose construction logs the user out,

@@ -1,11 +1,12 @@
-#include "Afx/Application.h"
-#include "Afx/TextFold.h"
-#include "Afx/WindowSystem.h"
+#include "Afx/system/Application.h"
+#include "Afx/text/TextFold.h"
+#include "Afx/windows/WindowSystem.h"
 #include "Brix/Records.h"
 #include "MorvUt/res/Strings.h"
 #include "MorvUt/users/detail/LoggedIn.h"
 #include "MorvUt/users/UserData.h"
-#include "Shellkit/Cipher.h"
+#include "Shellkit/Bytes.h"
+#include "Shellkit/Envelope.h"
 
 namespace
 {
@@ -19,23 +20,23 @@ struct Login
     CString role;
     CStringArray users, fullNames;
     CArray<CUserData::CUserGroupItem> groups;
-    Users::Particulars particulars;
-    std::vector<Users::PermissionRow> permissions;
+    Users::Detail::Particulars particulars;
+    std::vector<Users::Detail::PermissionRow> permissions;
 };
 
-Users::Secret OpenSecret(const Cellar::Bytes& envelope)
+Users::Detail::Secret OpenSecret(const Cellar::Bytes& envelope)
 {
     auto plain = Shellkit::OpenText(envelope);
     if (!plain)
         return {};
-    Users::Secret secret(*plain);
+    Users::Detail::Secret secret(*plain);
     Shellkit::Wipe(plain->data(), plain->size());
     return secret;
 }
 
-Users::Particulars ReadParticulars(const Brix::CUser& row)
+Users::Detail::Particulars ReadParticulars(const Brix::CUser& row)
 {
-    Users::Particulars read;
+    Users::Detail::Particulars read;
     read.fullName = row.GetFullName();
     read.email = row.GetEmail();
     read.telephone = row.GetTelephone();
@@ -61,7 +62,7 @@ void ReadUsers(Login& login)
             login.role = row.GetRole();
             login.particulars = ReadParticulars(row);
         }
-        if (!row.GetListed() || Afx::EqualNoCase(id.View(), Users::kAdministrator))
+        if (!row.GetListed() || Afx::EqualNoCase(id.View(), Users::Detail::kAdministrator))
             continue;
         if (logsIn)
             login.user = id;
@@ -100,7 +101,7 @@ Login ReadLogin(const char* userId)
     login.user = userId;
     ReadUsers(login);
     login.groups = ReadGroups(login.user);
-    login.permissions = Users::ReadPermissionRows(login.user, login.role);
+    login.permissions = Users::Detail::ReadPermissionRows(login.user, login.role);
     return login;
 }
 
@@ -116,9 +117,9 @@ int CUserData::SetUser(const char* userId)
     m_arrUsers = login.users;
     m_arrUserFullnames = login.fullNames;
     m_UserGroups = login.groups;
-    Users::LoggedIn& current = Users::Current();
+    Users::Detail::LoggedIn& current = Users::Detail::Current();
     for (const auto& [permission, allowed] : login.permissions)
-        if (permission > 0 && permission < Users::kPermissionEnd)
+        if (permission > 0 && permission < Users::Detail::kPermissionEnd)
             current.allowed[static_cast<std::size_t>(permission)] = allowed;
     current.particulars = std::move(login.particulars);
     TheUser().SetUserLoggedIn(); // made now at the latest: later its construction would log this user out

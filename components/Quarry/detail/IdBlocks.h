@@ -6,7 +6,7 @@
 
 #include "Quarry/Table.h"
 
-namespace Quarry
+namespace Quarry::Detail
 {
 
 struct IdBlock
@@ -19,4 +19,4 @@ struct IdBlock
 /// Of the current connection.
 IdBlock& BlockOf(const Table& table);
 
-} // namespace Quarry
+} // namespace Quarry::Detail

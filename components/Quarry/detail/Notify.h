@@ -4,7 +4,7 @@
 
 #include "Quarry/Listeners.h"
 
-namespace Quarry
+namespace Quarry::Detail
 {
 
 enum class DataEvent
@@ -17,4 +17,4 @@ enum class DataEvent
 /// Calls the listeners of the changed row's table.
 void Notify(DataEvent event, const DataChange& change);
 
-} // namespace Quarry
+} // namespace Quarry::Detail

@@ -7,7 +7,7 @@
 #include "Cellar/SqlText.h"
 #include "Quarry/Table.h"
 
-namespace Quarry
+namespace Quarry::Detail
 {
 
 /// What every list of a table needs, worked out once.
@@ -38,4 +38,4 @@ Cellar::Value Canonical(Cellar::ColumnType type, Cellar::Value value);
 /// The column names of a comma separated list.
 std::vector<std::string_view> SplitNames(std::string_view names);
 
-} // namespace Quarry
+} // namespace Quarry::Detail

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Afx/MessageBox.h"
+#include "Afx/windows/MessageBox.h"
 #include "HmrcApi/answers/AnswerTable.h"
 #include "support/Case.h"
 #include "support/TestSupport.h"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Afx/Clock.h"
+#include "Afx/time/Clock.h"
 #include "support/Case.h"
 
 using namespace HmrcApi;

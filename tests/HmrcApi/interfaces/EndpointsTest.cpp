@@ -1,6 +1,6 @@
 #include "HmrcApi/interfaces/Endpoints.h"
 
-#include "Afx/Text.h"
+#include "Afx/text/Utf8.h"
 #include "HmrcApi/Fakes.h"
 #include "support/Case.h"
 

@@ -4,7 +4,7 @@
 #include <csignal>
 #include <stdexcept>
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 #include "HmrcApi/Fakes.h"
 #include "support/Case.h"
 

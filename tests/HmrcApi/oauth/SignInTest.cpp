@@ -2,6 +2,8 @@
 
 #include "HmrcApi/Fakes.h"
 #include "HmrcApi/LocalServer.h"
+#include "Shellkit/Base64Url.h"
+#include "Shellkit/Digest.h"
 #include "support/DrippingCallers.h"
 
 using namespace HmrcApi;

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Afx/Clock.h"
+#include "Afx/time/Clock.h"
 #include "HmrcApi/answers/AnswerTable.h"
 #include "HmrcApi/LocalServer.h"
 #include "HmrcApi/transport/Pace.h"

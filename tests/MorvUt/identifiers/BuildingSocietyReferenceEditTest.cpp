@@ -5,7 +5,7 @@
 #include <memory>
 #include <string_view>
 
-#include "Afx/Text.h"
+#include "Afx/text/Utf8.h"
 #include "support/Case.h"
 #include "support/TestSupport.h"
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "Afx/TextFold.h"
+#include "Afx/text/TextFold.h"
 #include "MorvUt/mappings/TypeMappings.h"
 #include "support/Case.h"
 

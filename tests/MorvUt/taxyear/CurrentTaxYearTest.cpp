@@ -5,7 +5,7 @@
 #include <optional>
 #include <thread>
 
-#include "Afx/Application.h"
+#include "Afx/system/Application.h"
 #include "MorvUt/taxyear/PFileYearOffsetter.h"
 #include "MorvUt/taxyear/TaxYearHelpers.h"
 #include "support/Case.h"

@@ -4,9 +4,9 @@
 
 #include <iterator>
 
-#include "Afx/Dialog.h"
-#include "Afx/MessageBox.h"
-#include "Afx/Resources.h"
+#include "Afx/system/Resources.h"
+#include "Afx/windows/Dialog.h"
+#include "Afx/windows/MessageBox.h"
 #include "support/Case.h"
 #include "support/TestSupport.h"
 

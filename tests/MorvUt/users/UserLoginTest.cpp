@@ -1,7 +1,8 @@
-#include "Afx/Application.h"
+#include "Afx/system/Application.h"
 #include "Cellar/DatabaseError.h"
 #include "MorvUt/users/UsersTest.h"
-#include "Shellkit/Cipher.h"
+#include "Shellkit/Envelope.h"
+#include "Shellkit/MemoryCipher.h"
 
 namespace
 {

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Afx/Resources.h"
+#include "Afx/system/Resources.h"
 #include "Brix/Records.h"
 #include "MorvUt/Practice.h"
 #include "MorvUt/users/UserData.h"

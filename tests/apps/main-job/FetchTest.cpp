@@ -5,10 +5,12 @@
 #include <functional>
 #include <memory>
 
-#include "Afx/Clock.h"
+#include "Afx/time/Clock.h"
 #include "MorvUt/hmrc/access/ClientData.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
-#include "Shellkit/Cipher.h"
+#include "Shellkit/Envelope.h"
+#include "Shellkit/KeyFile.h"
+#include "Shellkit/PracticeKey.h"
 
 namespace
 {

@@ -6,7 +6,7 @@
 #include <system_error>
 
 #include "Afx/Platform.h"
-#include "Afx/Text.h"
+#include "Afx/text/Utf8.h"
 #include "Cellar/drivers/sqlite/FileRights.h"
 
 #ifdef __linux__

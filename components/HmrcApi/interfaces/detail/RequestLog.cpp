@@ -1,6 +1,6 @@
 #include "HmrcApi/interfaces/detail/RequestLog.h"
 
-#include "Afx/Text.h"
+#include "Afx/text/Utf8.h"
 #include "HmrcApi/answers/Mask.h"
 #include "HmrcApi/interfaces/Interface.h"
 

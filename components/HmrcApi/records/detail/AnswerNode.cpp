@@ -3,7 +3,7 @@
 #include "HmrcApi/answers/Errors.h"
 #include "HmrcApi/json/ExactAmount.h"
 
-namespace HmrcApi::detail
+namespace HmrcApi::Detail
 {
 namespace
 {
@@ -104,4 +104,4 @@ JsonValue ParseAnswer(std::string_view json)
     return *std::move(root);
 }
 
-} // namespace HmrcApi::detail
+} // namespace HmrcApi::Detail

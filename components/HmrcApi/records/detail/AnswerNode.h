@@ -10,7 +10,7 @@
 #include "Kiln/CAmt.h"
 #include "Kiln/CDate.h"
 
-namespace HmrcApi::detail
+namespace HmrcApi::Detail
 {
 
 /// An object and its place in the answer. A known member of the wrong type is refused (ANSWER_MALFORMED), because its
@@ -56,4 +56,4 @@ auto WithRoot(std::string_view json, Read read)
     return read(AnswerNode(root, {}));
 }
 
-} // namespace HmrcApi::detail
+} // namespace HmrcApi::Detail

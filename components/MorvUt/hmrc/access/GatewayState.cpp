@@ -3,8 +3,8 @@
 #include <iterator>
 #include <sstream>
 
-#include "Afx/Clock.h"
-#include "Afx/Text.h"
+#include "Afx/time/Clock.h"
+#include "Afx/time/FormatTime.h"
 #include "Cellar/BufferedRowList.h"
 #include "HmrcApi/Host.h"
 #include "Quarry/Session.h"

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "Afx/CString.h"
-#include "Afx/DateTime.h"
+#include "Afx/text/CString.h"
+#include "Afx/time/DateTime.h"
 #include "MorvUt/Export.h"
 
 namespace HmrcApi

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "Afx/DateTime.h"
+#include "Afx/time/DateTime.h"
 #include "MorvUt/Export.h"
 
 namespace HmrcApi

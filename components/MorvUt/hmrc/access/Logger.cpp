@@ -2,7 +2,7 @@
 
 #include <iostream>
 
-#include "Afx/Computer.h"
+#include "Afx/system/Computer.h"
 #include "Cellar/Connection.h"
 #include "HmrcApi/answers/Mask.h"
 #include "MorvUt/hmrc/access/AsideIfPossible.h"

@@ -1,9 +1,9 @@
 #include "MorvUt/hmrc/fetch/FetchData.h"
 
 #include "Afx/Exceptions.h"
-#include "Afx/MessageBox.h"
+#include "Afx/windows/MessageBox.h"
 #include "Brix/Records.h"
-#include "MorvUt/context/detail/ClientKind.h"
+#include "MorvUt/context/ClientStatus.h"
 #include "MorvUt/hmrc/access/PracticeOptions.h"
 #include "MorvUt/hmrc/fetch/NicPrepop.h"
 #include "MorvUt/hmrc/fetch/PayePrepop.h"

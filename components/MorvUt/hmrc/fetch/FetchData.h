@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 #include "Brix/Keys.h"
 #include "HmrcApi/answers/Errors.h"
 #include "HmrcApi/Host.h"

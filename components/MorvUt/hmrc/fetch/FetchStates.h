@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 #include "HmrcApi/answers/Errors.h"
 #include "Kiln/CDate.h"
 #include "MorvUt/Export.h"

@@ -1,6 +1,6 @@
 #include "MorvUt/hmrc/schedules/CreateFromHmrc.h"
 
-#include "Afx/MessageBox.h"
+#include "Afx/windows/MessageBox.h"
 #include "MorvUt/hmrc/schedules/Notes.h"
 #include "MorvUt/res/Strings.h"
 #include "MorvUt/users/UserData.h"

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 #include "Brix/Records.h"
 #include "MorvUt/Export.h"
 #include "MorvUt/hmrc/schedules/Matching.h"

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 #include "MorvUt/Export.h"
 #include "MorvUt/hmrc/staging/StagedYear.h"
 

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 #include "Brix/Keys.h"
 #include "Kiln/CAmt.h"
 #include "Kiln/CDate.h"

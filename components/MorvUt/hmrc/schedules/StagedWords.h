@@ -2,7 +2,7 @@
 
 // What people call HMRC's items and the schedules made from them: one name for one item in both lists.
 
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 #include "Kiln/CDate.h"
 #include "MorvUt/Export.h"
 #include "MorvUt/hmrc/schedules/ReturnYear.h"

@@ -2,7 +2,7 @@
 
 // Figures that may be absent, their sums, and how items are named to people.
 
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 #include "Kiln/CAmt.h"
 
 namespace HmrcApi

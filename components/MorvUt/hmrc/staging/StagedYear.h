@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "Afx/DateTime.h"
+#include "Afx/time/DateTime.h"
 #include "Brix/Keys.h"
 #include "Kiln/CAmt.h"
 #include "Kiln/CDate.h"

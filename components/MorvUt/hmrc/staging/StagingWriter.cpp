@@ -11,6 +11,11 @@
 
 namespace HmrcApi
 {
+
+using Detail::Fill;
+using Detail::Open;
+using Detail::Read;
+
 namespace
 {
 
@@ -265,8 +270,8 @@ void StagingWriter::WriteNationalInsurance(const StagedNationalInsurance& figure
 
 StagedYear StagingWriter::GetYear()
 {
-    return YearOf(Load(m_employments), Load(m_benefits), Load(m_pensions), Load(m_allowances),
-                  Load(m_nationalInsurance));
+    return Detail::YearOf(Load(m_employments), Load(m_benefits), Load(m_pensions), Load(m_allowances),
+                          Load(m_nationalInsurance));
 }
 
 } // namespace HmrcApi

@@ -4,7 +4,7 @@
 
 #include <string_view>
 
-namespace Identifiers
+namespace Identifiers::Detail
 {
 
 constexpr bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
@@ -19,4 +19,4 @@ constexpr int CountCharacters(std::string_view text) noexcept
     return count;
 }
 
-} // namespace Identifiers
+} // namespace Identifiers::Detail

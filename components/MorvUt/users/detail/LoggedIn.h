@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "Afx/CString.h"
+#include "Afx/text/CString.h"
 
-namespace Users
+namespace Users::Detail
 {
 
 /// A password: its bytes, which may hold zeros, and an end mark. Overwritten before its memory is given back.
@@ -59,4 +59,4 @@ struct LoggedIn
 };
 LoggedIn& Current() noexcept;
 
-} // namespace Users
+} // namespace Users::Detail

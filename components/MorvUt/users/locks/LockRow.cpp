@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "Afx/Computer.h"
+#include "Afx/system/Computer.h"
 #include "Cellar/BufferedRowList.h"
 
 using Cellar::CConnection;

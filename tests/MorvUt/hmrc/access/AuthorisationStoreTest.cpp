@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <tuple>
 
-#include "Afx/Computer.h"
+#include "Afx/system/Computer.h"
 #include "Cellar/DatabaseError.h"
 #include "MorvUt/hmrc/access/GatewayState.h"
 #include "MorvUt/hmrc/access/Logger.h"

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "Afx/Computer.h"
+#include "Afx/system/Computer.h"
 #include "MorvUt/hmrc/access/ClientData.h"
 #include "MorvUt/hmrc/access/PracticeOptions.h"
 #include "MorvUt/hmrc/access/Scope.h"

@@ -5,8 +5,9 @@
 #include <iostream>
 #include <sstream>
 
-#include "Afx/Computer.h"
-#include "Shellkit/Cipher.h"
+#include "Afx/system/Files.h"
+#include "Shellkit/Bytes.h"
+#include "Shellkit/Envelope.h"
 
 namespace
 {

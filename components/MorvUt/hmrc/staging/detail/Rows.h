@@ -5,7 +5,7 @@
 #include "Brix/Records.h"
 #include "MorvUt/hmrc/staging/StagedYear.h"
 
-namespace HmrcApi
+namespace HmrcApi::Detail
 {
 
 // The rows below the client's CMTD_TaxYear of the year; normally there is one such year, and several count as one.
@@ -46,4 +46,4 @@ StagedYear YearOf(Brix::CMTD_Employments& employments, Brix::CMTD_EmploymentsCom
                   Brix::CMTD_PensionStateBenefits& pensions, Brix::CMTD_TaxFreeAllowances& allowances,
                   Brix::CMTD_NIC& nationalInsurance);
 
-} // namespace HmrcApi
+} // namespace HmrcApi::Detail

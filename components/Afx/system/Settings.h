@@ -1,0 +1,28 @@
+#pragma once
+
+// The settings store behind the profile and the registry values.
+
+#include <optional>
+
+#include "Afx/Export.h"
+#include "Afx/text/CString.h"
+
+namespace Afx
+{
+
+/// Reads and writes one text value of a section; names ignore case. On Linux an INI file, written whole and put in
+/// place by rename, so that a crash leaves the old or the new file; on Windows the registry under HKEY_CURRENT_USER.
+class AFX_API Settings
+{
+public:
+    static std::optional<CString> Read(const char* section, const char* name);
+    /// False when the store cannot be written, and for a section or name that an INI file cannot hold. A null `value`
+    /// removes the entry.
+    static bool Write(const char* section, const char* name, const char* value);
+    /// The file in use; empty on Windows.
+    static CString GetPath();
+    /// Uses this file from now on (tests); empty: the environment decides again.
+    static void SetPath(const CString& path);
+};
+
+} // namespace Afx

@@ -1,0 +1,39 @@
+#include "Shellkit/Digest.h"
+
+#include <stdexcept>
+
+#include "Shellkit/cipher/CipherPort.h"
+
+namespace Shellkit
+{
+namespace
+{
+
+std::span<const std::uint8_t> AsBytes(std::string_view text) noexcept
+{
+    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
+
+[[noreturn]] void ThrowNoCipher() { throw std::runtime_error("The system's cipher library does not answer."); }
+
+} // namespace
+
+Bytes Sha256(std::string_view text)
+{
+    Bytes digest(CipherPort::kDigestSize);
+    if (!CipherPort::Sha256(AsBytes(text), std::span(digest).first<CipherPort::kDigestSize>()))
+        ThrowNoCipher();
+    return digest;
+}
+
+Bytes DeriveKey(std::string_view password, std::span<const std::uint8_t> salt, unsigned rounds, std::size_t size)
+{
+    if (rounds == 0)
+        throw std::invalid_argument("A key is derived in one round at least.");
+    Bytes key(size);
+    if (size && !CipherPort::Pbkdf2(AsBytes(password), salt, rounds, key))
+        ThrowNoCipher();
+    return key;
+}
+
+} // namespace Shellkit

@@ -1,0 +1,120 @@
+#include "Shellkit/detail/KeyFileStore.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace Shellkit::Detail
+{
+namespace
+{
+
+class File
+{
+public:
+    File(const std::string& path, int flags, mode_t mode = 0) noexcept
+        : m_descriptor(::open(path.c_str(), flags | O_CLOEXEC, mode))
+    {}
+    ~File() { Close(); }
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+
+    explicit operator bool() const noexcept { return m_descriptor >= 0; }
+    int Get() const noexcept { return m_descriptor; }
+    bool Close() noexcept
+    {
+        const int descriptor = std::exchange(m_descriptor, -1);
+        return descriptor < 0 || ::close(descriptor) == 0;
+    }
+
+private:
+    int m_descriptor;
+};
+
+std::error_code LastError() { return {errno, std::generic_category()}; }
+
+bool WriteAll(int descriptor, std::string_view text)
+{
+    while (!text.empty()) {
+        const ssize_t written = ::write(descriptor, text.data(), text.size());
+        if (written < 0 && errno != EINTR)
+            return false;
+        if (written > 0)
+            text.remove_prefix(static_cast<std::size_t>(written));
+    }
+    return true;
+}
+
+/// A new name is safe only when its folder is on the disk too. Not every file system can do that.
+void SyncFolderOf(const std::string& path)
+{
+    const auto folder = std::filesystem::path(path).parent_path().string();
+    if (const File handle(folder.empty() ? "." : folder, O_RDONLY | O_DIRECTORY); handle)
+        ::fsync(handle.Get());
+}
+
+/// The group reads and writes that file.
+bool IsSharedBy(gid_t group, const std::string& path)
+{
+    constexpr mode_t kShared = S_IRGRP | S_IWGRP;
+    struct stat status;
+    return !path.empty() && ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_gid == group &&
+           (status.st_mode & kShared) == kShared;
+}
+
+} // namespace
+
+OwnFile ReadOwnFile(const std::string& path, std::size_t limit, const std::string& shared)
+{
+    OwnFile result;
+    const File file(path, O_RDONLY | O_NONBLOCK); // a pipe of that name must not hold us up
+    struct stat status;
+    if (!file || ::fstat(file.Get(), &status) != 0) {
+        result.error = LastError();
+        return result;
+    }
+    if (!S_ISREG(status.st_mode)) {
+        result.error = std::make_error_code(std::errc::invalid_argument);
+        return result;
+    }
+    result.groupMayRead = IsSharedBy(status.st_gid, shared);
+    const mode_t others = S_IRWXG | S_IRWXO;
+    if ((status.st_mode & (result.groupMayRead ? others & ~mode_t{S_IRGRP} : others)) != 0) {
+        result.openToOthers = true;
+        return result;
+    }
+    result.text.resize(limit + 1);
+    std::size_t size = 0;
+    while (size < result.text.size()) {
+        const ssize_t got = ::read(file.Get(), result.text.data() + size, result.text.size() - size);
+        if (got < 0 && errno == EINTR)
+            continue;
+        if (got < 0)
+            result.error = LastError();
+        if (got <= 0)
+            break;
+        size += static_cast<std::size_t>(got);
+    }
+    result.text.resize(size);
+    return result;
+}
+
+bool MakeOwnFile(const std::string& path, std::string_view text, bool forGroup)
+{
+    File file(path, O_WRONLY | O_CREAT | O_EXCL, S_IRUSR | S_IWUSR);
+    if (!file)
+        return false;
+    const bool hasRights = !forGroup || ::fchmod(file.Get(), S_IRUSR | S_IWUSR | S_IRGRP) == 0; // whatever the umask
+    if (hasRights && WriteAll(file.Get(), text) && ::fsync(file.Get()) == 0 && file.Close()) {
+        SyncFolderOf(path);
+        return true;
+    }
+    ::unlink(path.c_str());
+    return false;
+}
+
+} // namespace Shellkit::Detail
