@@ -7,12 +7,12 @@ if(WIN32)
   set(MORVUT_PLATFORM windows)
 endif()
 
-# Warnings are errors, nothing is visible by default, 32-bit x86 computes with SSE2 (the x87 unit rounds differently).
+# Nothing is visible by default, 32-bit x86 computes with SSE2 (the x87 unit rounds differently).
 function(morvut_settings target)
   target_compile_features(${target} PUBLIC cxx_std_20)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF
     CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON POSITION_INDEPENDENT_CODE ON)
-  target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wshadow -Werror)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wshadow)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     target_compile_options(${target} PRIVATE -Wno-restrict) # g++ 12 sees overlaps in `"text" + std::string` (bug 105651)
   endif()

@@ -1,12 +1,10 @@
 #include "Afx/time/Clock.h"
 
 #include <chrono>
-#include <ctime>
-#include <limits>
 #include <thread>
 
-#include "Afx/Platform.h"
 #include "Afx/time/Calendar.h"
+#include "Afx/time/detail/ZoneOffset.h"
 
 namespace Afx
 {
@@ -45,55 +43,14 @@ int EquivalentYear(int year) noexcept
     return kFirst; // not reached: 28 years hold every kind of year
 }
 
-#ifdef _WIN32
-
-std::int64_t SystemZoneOffset(std::int64_t utc)
-{
-    const LocalTime fields = FromUnixMilliseconds(utc);
-    const auto word = [](int value) { return static_cast<WORD>(value); };
-    const SYSTEMTIME universal{word(fields.year),   word(fields.month),       word(0),
-                               word(fields.day),    word(fields.hour),        word(fields.minute),
-                               word(fields.second), word(fields.milliseconds)};
-    SYSTEMTIME local;
-    if (!SystemTimeToTzSpecificLocalTime(nullptr, &universal, &local))
-        return 0;
-    return ToUnixMilliseconds({local.wYear, local.wMonth, local.wDay, local.wHour, local.wMinute, local.wSecond,
-                               local.wMilliseconds}) -
-           utc;
-}
-constexpr bool SystemHolds(std::int64_t utc) noexcept
-{
-    return utc >= DaysFromCivil(1602, 1, 1) * kMillisecondsPerDay &&
-           utc < DaysFromCivil(9999, 1, 1) * kMillisecondsPerDay;
-}
-
-#else
-
-std::int64_t SystemZoneOffset(std::int64_t utc)
-{
-    const auto seconds = static_cast<std::time_t>(FloorDivide(utc, 1000));
-    std::tm fields{};
-    tzset();
-    if (!localtime_r(&seconds, &fields))
-        return 0;
-    return static_cast<std::int64_t>(fields.tm_gmtoff) * 1000;
-}
-constexpr bool SystemHolds(std::int64_t utc) noexcept
-{
-    const std::int64_t seconds = FloorDivide(utc, 1000);
-    return seconds >= std::numeric_limits<std::time_t>::min() && seconds <= std::numeric_limits<std::time_t>::max();
-}
-
-#endif
-
 /// Milliseconds that local time is ahead of `utc` at that moment.
 std::int64_t ZoneOffset(std::int64_t utc)
 {
-    if (SystemHolds(utc))
-        return SystemZoneOffset(utc);
+    if (Detail::SystemHolds(utc))
+        return Detail::SystemZoneOffset(utc);
     LocalTime fields = FromUnixMilliseconds(utc);
     fields.year = EquivalentYear(fields.year);
-    return SystemZoneOffset(ToUnixMilliseconds(fields));
+    return Detail::SystemZoneOffset(ToUnixMilliseconds(fields));
 }
 
 } // namespace

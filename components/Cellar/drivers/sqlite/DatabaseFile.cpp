@@ -5,13 +5,9 @@
 #include <fstream>
 #include <system_error>
 
-#include "Afx/Platform.h"
 #include "Afx/text/Utf8.h"
 #include "Cellar/drivers/sqlite/FileRights.h"
-
-#ifdef __linux__
-#include <sys/vfs.h>
-#endif
+#include "Cellar/drivers/sqlite/NetworkShare.h"
 
 namespace Cellar::Sqlite
 {
@@ -27,23 +23,6 @@ std::string ToUtf8(const fs::path& path)
 {
     const std::u8string text = path.u8string();
     return {text.begin(), text.end()};
-}
-
-/// The name of the network file system that holds `folder`, or null.
-const char* ShareName(const fs::path& folder)
-{
-#if defined(__linux__)
-    struct statfs system = {};
-    return statfs(folder.c_str(), &system) == 0 ? NetworkFileSystem(static_cast<std::uint32_t>(system.f_type))
-                                                : nullptr;
-#elif defined(_WIN32)
-    const fs::path root = folder.root_path();
-    const bool isShare = folder.native().starts_with(L"\\\\") || GetDriveTypeW(root.c_str()) == DRIVE_REMOTE;
-    return isShare ? "a mapped drive or UNC path" : nullptr;
-#else
-    static_cast<void>(folder);
-    return nullptr;
-#endif
 }
 
 void RefuseNetworkShare(const std::string& path, const fs::path& folder)
@@ -118,34 +97,6 @@ void FailOpen(const std::string& path, const std::string& why, DatabaseError::Ca
     const std::string_view shown = Afx::CutUtf8(path, kLongest);
     throw DatabaseError(category, "",
                         "cannot open " + std::string(shown) + (shown.size() < path.size() ? "…" : "") + ": " + why, "");
-}
-
-const char* NetworkFileSystem(std::uint32_t type) noexcept
-{
-    switch (type) {
-    case 0x6969:
-        return "NFS";
-    case 0x517B:
-        return "SMB";
-    case 0xFF534D42:
-        return "CIFS";
-    case 0xFE534D42:
-        return "SMB2";
-    case 0x5346414F:
-        return "AFS";
-    case 0x73757245:
-        return "Coda";
-    case 0x564C:
-        return "NCP";
-    case 0x00C36400:
-        return "Ceph";
-    case 0x01021997:
-        return "9P";
-    case 0x65735546:
-        return "FUSE";
-    default:
-        return nullptr;
-    }
 }
 
 DatabaseFile Look(const std::string& path, Create create)

@@ -29,8 +29,4 @@ DatabaseFile Look(const std::string& path, Create create);
 [[noreturn]] void FailOpen(const std::string& path, const std::string& why,
                            DatabaseError::Category category = DatabaseError::Category::CannotOpen);
 
-/// The name of a network file system by the number that statfs gives it; null for any other. Locks and shared memory
-/// do not work across computers there.
-CELLAR_API const char* NetworkFileSystem(std::uint32_t type) noexcept;
-
 } // namespace Cellar::Sqlite

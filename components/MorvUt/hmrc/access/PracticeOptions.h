@@ -18,8 +18,6 @@ struct PracticeOptions
 /// All of them in one read.
 MORVUT_API PracticeOptions ReadPracticeOptions();
 
-inline bool UsesPayeInterface() { return ReadPracticeOptions().usesPayeInterface; }
-inline bool IsRetrievalEnabled() { return ReadPracticeOptions().isRetrievalEnabled; }
 inline int GetDebugLevel() { return ReadPracticeOptions().debugLevel; }
 
 } // namespace HmrcApi
