@@ -44,7 +44,11 @@ int main(int argc, char** argv)
 {
     benchmark::RegisterBenchmark("same-key access/ours", Ours);
     benchmark::RegisterBenchmark("same-key access/function-local static", LocalStatic);
-    const int result = Bench::RunAll(argc, argv, Bench::Clock::Processor);
+    const int result = Bench::RunAll(
+        argc, argv,
+        {{"same-key access",
+          "every module asks whether the one store of the process still holds the instance that it remembers; a static "
+          "variable of one module need not"}});
     MorvUtShutDown();
     return result;
 }

@@ -8,7 +8,6 @@
 #include <cmath>
 #include <cstdio>
 #include <ctime>
-#include <filesystem>
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -208,13 +207,13 @@ Steps Fastest(const std::string& path, const Shape& shape, int count)
 }
 
 // The steepest step's exponent.
-double RunShape(const Shape& shape, const char* where, const std::string& folder)
+double RunShape(const Shape& shape, const Place& place)
 {
     std::map<int, Steps> measured;
     double longest = 0;
     for (const int size : kSizes)
         if (longest < kPatience) {
-            measured[size] = Fastest(folder + "/growth.db", shape, size);
+            measured[size] = Fastest(place.folder + "/growth.db", shape, size);
             longest = Longest(measured[size]);
         }
     double steepest = 0;
@@ -224,8 +223,8 @@ double RunShape(const Shape& shape, const char* where, const std::string& folder
             processor[size] = steps[step].processor;
             wall[size] = steps[step].wall;
         }
-        steepest = std::max(steepest, PrintRow(shape.name, kSteps[step], where, "processor", processor));
-        PrintRow(shape.name, kSteps[step], where, "wall", wall);
+        steepest = std::max(steepest, PrintRow(shape.name, kSteps[step], place.name, "processor", processor));
+        PrintRow(shape.name, kSteps[step], place.name, "wall", wall);
         std::fflush(stdout);
     }
     return steepest;
@@ -235,24 +234,15 @@ double RunShape(const Shape& shape, const char* where, const std::string& folder
 
 int RunGrowth()
 {
-    const std::filesystem::path memory = "/dev/shm";
-    const std::string inMemory = (memory / "morvut-bench").string();
-    std::vector<std::pair<const char*, std::string>> folders{{"disk", Scratch()}};
-    if (std::filesystem::is_directory(memory)) {
-        std::filesystem::create_directories(inMemory);
-        folders.emplace_back("memory", inMemory);
-    }
-    Measure(Scratch() + "/growth.db", kShapes[0], 50); // what a process does once is done
+    Measure(Places().front().folder + "/growth.db", kShapes[0], 50); // what a process does once is done
     std::printf("%-17s %-13s %-7s %-10s", "items", "step", "file", "seconds");
     for (const int size : kSizes)
         std::printf(" %8d", size);
     std::printf("  exponent\n");
     double steepest = 0;
-    for (const auto& [where, folder] : folders)
+    for (const Place& place : Places())
         for (const Shape& shape : kShapes)
-            steepest = std::max(steepest, RunShape(shape, where, folder));
-    Quarry::SetConnection(nullptr);
-    std::filesystem::remove_all(inMemory);
+            steepest = std::max(steepest, RunShape(shape, place));
     std::printf("the steepest exponent of the processor's seconds is %.2f, the limit %.1f\n", steepest, kSteepest);
     return steepest < kSteepest ? 0 : 1;
 }

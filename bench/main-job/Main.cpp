@@ -5,15 +5,20 @@
 
 #include "Brix/Schema.h"
 
-const std::string& Scratch()
+const std::vector<Place>& Places()
 {
-    static const std::string folder = [] {
-        const auto path = std::filesystem::temp_directory_path() / "morvut-bench";
-        std::filesystem::remove_all(path);
-        std::filesystem::create_directories(path);
-        return path.string();
+    static const std::vector<Place> places = [] {
+        const std::filesystem::path memory = "/dev/shm";
+        std::vector<Place> made{{"disk", std::filesystem::temp_directory_path() / "morvut-bench"}};
+        if (std::filesystem::is_directory(memory))
+            made.push_back({"memory", memory / "morvut-bench"});
+        for (const Place& place : made) {
+            std::filesystem::remove_all(place.folder);
+            std::filesystem::create_directories(place.folder);
+        }
+        return made;
     }();
-    return folder;
+    return places;
 }
 
 void OpenPractice(const std::string& path)
@@ -30,7 +35,9 @@ int main(int argc, char** argv)
     Shellkit::SetPracticeKey(Shellkit::RandomBytes(Shellkit::kKeySize));
     const bool isGrowth = argc == 2 && std::string_view(argv[1]) == "--growth";
     const int result = isGrowth ? RunGrowth() : RunComparison(argc, argv);
+    Quarry::SetConnection(nullptr);
     MorvUtShutDown();
-    std::filesystem::remove_all(Scratch());
+    for (const Place& place : Places())
+        std::filesystem::remove_all(place.folder);
     return result;
 }

@@ -3,6 +3,7 @@
 // What the two measurements of the main job share.
 
 #include <string>
+#include <vector>
 
 #include "MorvUt/Clients.h"
 #include "MorvUt/MorvUt.h"
@@ -12,7 +13,13 @@ int RunComparison(int argc, char** argv);
 /// How the time grows with what HMRC sends for one client.
 int RunGrowth();
 
-/// A folder on the disk that lasts as long as the program.
-const std::string& Scratch();
+/// A folder for practices that lasts as long as the program.
+struct Place
+{
+    const char* name;
+    std::string folder;
+};
+/// The disk, then, on machines that have one, a file system in memory, which nobody waits for.
+const std::vector<Place>& Places();
 /// Makes the practice, which replaces one that is there, and opens it.
 void OpenPractice(const std::string& path);
