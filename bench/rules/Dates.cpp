@@ -1,3 +1,4 @@
+#include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <ctime>
@@ -22,20 +23,40 @@ X_DateStr_tag RecordOf(int day, int month, int year)
     return {static_cast<std::uint8_t>(day), static_cast<std::uint8_t>(month), static_cast<std::uint16_t>(year)};
 }
 
+/// Reads three numbers with a slash between; whether there is such a day, nobody asks.
+X_DateStr_tag ThreeFromChars(const std::string& text)
+{
+    const char *at = text.data(), *const end = at + text.size();
+    int day = 0, month = 0, year = 0;
+    const auto read = [&at, end](int& field) {
+        const auto result = std::from_chars(at, end, field);
+        at = result.ptr;
+        return result.ec == std::errc();
+    };
+    const auto skipSlash = [&at, end] { return at != end && *at++ == '/'; };
+    const bool isDate = read(day) && skipSlash() && read(month) && skipSlash() && read(year) && at == end;
+    return isDate ? RecordOf(day, month, year) : kNoDate;
+}
+
 void RegisterTextToDate()
 {
     Subject("text to date", DateTexts(), [](const std::string& text) { return ConvertStrToDate(text.c_str()); })
+        .Against("three from_chars", ThreeFromChars)
         .Against("strptime",
                  [](const std::string& text) {
                      std::tm fields{};
                      const char* const end = strptime(text.c_str(), "%d/%m/%Y", &fields);
                      return end && !*end ? RecordOf(fields.tm_mday, fields.tm_mon + 1, fields.tm_year + 1900) : kNoDate;
                  })
-        .Against("sscanf", [](const std::string& text) {
-            int day = 0, month = 0, year = 0;
-            const int read = std::sscanf(text.c_str(), "%d/%d/%d", &day, &month, &year);
-            return read == 3 ? RecordOf(day, month, year) : kNoDate;
-        });
+        .Against("sscanf",
+                 [](const std::string& text) {
+                     int day = 0, month = 0, year = 0;
+                     const int read = std::sscanf(text.c_str(), "%d/%d/%d", &day, &month, &year);
+                     return read == 3 ? RecordOf(day, month, year) : kNoDate;
+                 })
+        .Slower(
+            "ours reads every way in which users type a date and asks whether there is such a day; the peer reads one "
+            "way and asks nothing");
 }
 
 std::chrono::year_month_day FieldsOf(const X_DateStr_tag& record)
@@ -86,12 +107,16 @@ void RegisterDaysBetween()
     {
         Period<Kiln::CDate> ours;
         Period<std::chrono::year_month_day> fields;
+        Period<std::chrono::sys_days> numbers;
         Period<std::tm> tm;
     };
     std::vector<Days> items;
     const auto periods = PeriodsOf(Dates());
     for (const Records_t& period : PeriodsOf(Records())) {
-        Days days{periods[items.size()], {FieldsOf(period.from), FieldsOf(period.to)}, {}};
+        Days days{periods[items.size()],
+                  {FieldsOf(period.from), FieldsOf(period.to)},
+                  {DaysOf(period.from), DaysOf(period.to)},
+                  {}};
         const std::time_t from = TimeOf(period.from), to = TimeOf(period.to);
         gmtime_r(&from, &days.tm.from);
         gmtime_r(&to, &days.tm.to);
@@ -99,14 +124,18 @@ void RegisterDaysBetween()
     }
     Subject("days between dates", items,
             [](const Days& days) { return Kiln::DaysBetween(days.ours.from, days.ours.to); })
-        .Against("std::chrono",
+        .Against("day numbers subtracted",
+                 [](const Days& days) -> long { return (days.numbers.to - days.numbers.from).count(); })
+        .Against("std::chrono from fields",
                  [](const Days& days) -> long {
                      return (std::chrono::sys_days(days.fields.to) - std::chrono::sys_days(days.fields.from)).count();
                  })
-        .Against("timegm", [](const Days& days) -> long {
-            std::tm from = days.tm.from, to = days.tm.to; // timegm writes into them
-            return (timegm(&to) - timegm(&from)) / 86'400;
-        });
+        .Against("timegm",
+                 [](const Days& days) -> long {
+                     std::tm from = days.tm.from, to = days.tm.to; // timegm writes into them
+                     return (timegm(&to) - timegm(&from)) / 86'400;
+                 })
+        .Slower("ours asks whether both dates are valid and at midnight; the peer's are nothing but whole days");
 }
 
 void RegisterTaxYear()
@@ -129,12 +158,14 @@ void RegisterTaxYear()
                      const bool isNext = date >= date.year() / April / 6;
                      return static_cast<short>(static_cast<int>(date.year()) + isNext);
                  })
-        .Against("gmtime", [](const Day& day) {
-            std::tm fields{};
-            gmtime_r(&day.time, &fields);
-            const bool isNext = fields.tm_mon > 3 || (fields.tm_mon == 3 && fields.tm_mday >= 6);
-            return static_cast<short>(fields.tm_year + 1900 + isNext);
-        });
+        .Against("gmtime",
+                 [](const Day& day) {
+                     std::tm fields{};
+                     gmtime_r(&day.time, &fields);
+                     const bool isNext = fields.tm_mon > 3 || (fields.tm_mon == 3 && fields.tm_mday >= 6);
+                     return static_cast<short>(fields.tm_year + 1900 + isNext);
+                 })
+        .Slower("ours has dates that may be not valid or hold a time of day, and is a call into the library");
 }
 
 } // namespace

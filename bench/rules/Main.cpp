@@ -4,13 +4,18 @@
 
 #include <cstring>
 
-#include "Ratios.h"
 #include "Subject.h"
 
 std::vector<Rules::Path>& Rules::Paths()
 {
     static std::vector<Path> paths;
     return paths;
+}
+
+Bench::Reasons& Rules::Reasons()
+{
+    static Bench::Reasons reasons;
+    return reasons;
 }
 
 namespace
@@ -49,7 +54,8 @@ int PrintAllocations()
 
 int main(int argc, char** argv)
 {
-    Rules::RegisterMoney();
+    Rules::RegisterMoneyToText();
+    Rules::RegisterMoneyFromText();
     Rules::RegisterDates();
     Rules::RegisterFormats();
     Rules::RegisterIdentifiers();
@@ -57,5 +63,5 @@ int main(int argc, char** argv)
     Rules::RegisterMappings();
     if (argc == 2 && std::strcmp(argv[1], "--allocations") == 0)
         return PrintAllocations();
-    return Bench::RunAll(argc, argv, {});
+    return Bench::RunAll(argc, argv, Rules::Reasons());
 }

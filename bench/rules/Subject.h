@@ -2,8 +2,6 @@
 
 // One of our functions on realistic values, and peers that give the same answers.
 
-#include <benchmark/benchmark.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
@@ -14,6 +12,7 @@
 #include <vector>
 
 #include "Afx/text/CString.h"
+#include "Ratios.h"
 
 namespace Rules
 {
@@ -65,6 +64,7 @@ struct Path
     std::function<Tally()> count;
 };
 std::vector<Path>& Paths();
+Bench::Reasons& Reasons();
 
 /// A subject, registered with its first entry; `Against` adds the peers.
 template<class Item, class Ours>
@@ -95,6 +95,9 @@ public:
         Time(peerName, peer);
         return *this;
     }
+
+    /// Why ours is slower than a peer that does less.
+    void Slower(const char* why) { Reasons()[m_name] = why; }
 
 private:
     template<class Action>
@@ -136,7 +139,8 @@ private:
     void (*m_prepare)();
 };
 
-void RegisterMoney();
+void RegisterMoneyToText();
+void RegisterMoneyFromText();
 void RegisterDates();
 void RegisterFormats();
 void RegisterIdentifiers();
