@@ -14,6 +14,7 @@ function(morvut_hmrc_credentials target)
     add_executable(seal-credentials "${source}/SealCredentials.cpp")
     morvut_settings(seal-credentials)
     target_link_libraries(seal-credentials PRIVATE Shellkit Afx)
+    morvut_needs_modules(seal-credentials Shellkit)
     file(MAKE_DIRECTORY "${folder}")
     add_custom_command(OUTPUT "${output}" COMMAND seal-credentials "${file}" "${output}"
       DEPENDS seal-credentials "${file}" COMMENT "Enciphering the HMRC credentials" VERBATIM)

@@ -29,6 +29,7 @@ constexpr AnswerRule kRules[] = {
     {Outcome::TimedOut, 0, "", 0, Verdict::Error, "TIMED_OUT", "HMRC did not answer in time"},
     {Outcome::TooLarge, 0, "", 0, Verdict::Error, "ANSWER_TOO_LARGE", "HMRC's answer is too large"},
     {Outcome::Cancelled, 0, "", 0, Verdict::Error, "CANCELLED", "The request was cancelled"},
+    {Outcome::NoTransport, 0, "", 0, Verdict::Error, "NO_HTTP_MODULE", "A part of this program cannot be loaded"},
 };
 // What another host says is not HMRC's word: no refresh, no "nothing yet".
 constexpr AnswerRule kElsewhere{

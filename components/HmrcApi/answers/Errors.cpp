@@ -71,6 +71,7 @@ constexpr Action kActions[] = {
     {"DATABASE_UNREADABLE", "Have the practice's database mended, or make it readable, then try again."},
     {"REFRESH_BUSY", "Wait until the other workstation or program has finished, then try again."},
     {"NO_CONNECTION", "Check this computer's internet connection, then try again."},
+    {"NO_HTTP_MODULE", "Install this program again, with all of its parts."},
     {"TIMED_OUT", kTryInMinutes},
     {"ANSWER_INCOMPLETE", kTryInMinutes},
     {"REDIRECTED", kSignInToNetwork},

@@ -8,6 +8,7 @@
 // (INVALID_GRANT), HTTP_nnn for an answer that says nothing more, and ours:
 //
 //   NO_CREDENTIALS     the tokens cannot be had; the third text is the cause, a code again
+//   NO_HTTP_MODULE     the module that speaks HTTP cannot be loaded; nothing was sent
 //   NO_CONNECTION, TIMED_OUT, ANSWER_INCOMPLETE   the network; no status, unless an answer had begun
 //   REDIRECTED         a redirect led to another host, or to what is none
 //   ANSWER_MALFORMED   a 200 that is not the data asked for; the third text is the place in it

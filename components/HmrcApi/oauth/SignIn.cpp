@@ -1,8 +1,10 @@
 #include "HmrcApi/oauth/SignIn.h"
 
 #include "Afx/windows/WindowSystem.h"
+#include "HmrcApi/answers/AnswerTable.h"
 #include "HmrcApi/answers/Errors.h"
 #include "HmrcApi/answers/Mask.h"
+#include "HmrcApi/http/Http.h"
 #include "HmrcApi/oauth/TokenRequest.h"
 #include "HmrcApi/redirect/RedirectListener.h"
 #include "HmrcApi/transport/Uri.h"
@@ -28,6 +30,15 @@ bool OpenInBrowser(const std::string& address)
 }
 
 [[noreturn]] void Fail(const char* code, std::string text) { throw HmrcApiErrorException(code, std::move(text), {}); }
+
+void ThrowIfNothingCanBeSent()
+{
+    HttpAnswer answer;
+    answer.outcome = HttpAnswer::Outcome::NoTransport;
+    answer.problem = HttpProblem();
+    if (!answer.problem.empty())
+        throw ErrorOf(answer, RuleFor(answer, {}), {});
+}
 
 std::string CodeOf(const RedirectAnswer& answer)
 {
@@ -69,6 +80,8 @@ std::string SignIn::RequestCode(const Service& service, const std::string& scope
 {
     const std::string state = RandomText();
     const std::unique_ptr<IRedirectListener> listener = OpenRedirectListener(ports, state);
+    if (!listener)
+        ThrowIfNothingCanBeSent();
     if (!listener)
         Fail("NO_REDIRECT_PORT", "No port is free on which HMRC's answer could arrive");
     m_redirectAddress = "http://localhost:" + std::to_string(listener->Port()) + "/callback";

@@ -5,6 +5,7 @@
 #include <mutex>
 #include <optional>
 
+#include "HmrcApi/http/HttpModule.h"
 #include "HmrcApi/redirect/detail/LoopbackServer.h"
 
 namespace HmrcApi
@@ -131,9 +132,7 @@ private:
 
 } // namespace
 
-IRedirectListener::~IRedirectListener() = default;
-
-std::unique_ptr<IRedirectListener> OpenRedirectListener(const std::vector<unsigned short>& ports,
+std::unique_ptr<IRedirectListener> OpenLoopbackListener(const std::vector<unsigned short>& ports,
                                                         const std::string& state)
 {
     // Where the computer has IPv6, "localhost" may mean ::1 to the browser: the port must be ours on both.

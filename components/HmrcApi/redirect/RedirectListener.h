@@ -38,7 +38,8 @@ public:
     virtual RedirectAnswer Wait(unsigned milliseconds, const std::function<bool()>& cancelled) = 0;
 };
 
-/// Takes the first of `ports` that is free; null when none is. `state` is the value the answer must carry.
+/// Takes the first of `ports` that is free; null when none is, or where HttpProblem() says that nothing can be sent.
+/// `state` is the value the answer must carry.
 HMRCAPI_API std::unique_ptr<IRedirectListener> OpenRedirectListener(const std::vector<unsigned short>& ports,
                                                                     const std::string& state);
 

@@ -9,6 +9,7 @@
 #include <curl/curl.h>
 
 #include "Afx/text/TextFold.h"
+#include "HmrcApi/http/HttpModule.h"
 #include "HmrcApi/transport/Pace.h"
 #include "HmrcApi/transport/Transport.h"
 
@@ -321,6 +322,6 @@ private:
 
 } // namespace
 
-std::unique_ptr<ITransport> MakeHttpTransport() { return std::make_unique<CurlTransport>(); }
+std::unique_ptr<ITransport> MakeCurlTransport() { return std::make_unique<CurlTransport>(); }
 
 } // namespace HmrcApi

@@ -45,7 +45,8 @@ struct HttpAnswer
         Incomplete,   // dropped short of its length
         TimedOut,
         TooLarge,
-        Cancelled
+        Cancelled,
+        NoTransport // this installation cannot send
     };
     Outcome outcome = Outcome::NoConnection;
     int status = 0;          // also when TooLarge or Incomplete; 0: no answer began

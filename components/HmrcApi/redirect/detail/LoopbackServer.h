@@ -7,8 +7,6 @@
 
 #include <httplib.h>
 
-#include "HmrcApi/Export.h"
-
 namespace HmrcApi
 {
 
@@ -17,7 +15,7 @@ namespace HmrcApi
 /// else out. Here a request is read within five seconds, and an answer taken within five, each connection has a thread
 /// of its own, and the end waits for none of them (a handler that waits must be told by its owner). Handlers and
 /// settings are the library's.
-class HMRCAPI_API LoopbackServer : public httplib::Server
+class LoopbackServer : public httplib::Server
 {
 public:
     LoopbackServer();

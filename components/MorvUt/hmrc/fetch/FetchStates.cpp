@@ -85,7 +85,8 @@ ItemCounts CountItems(const StagedYear& staged, const ReturnYear& own)
 
 bool IsUnreachable(const std::string& code, const std::string& status) noexcept
 {
-    return status.empty() && (code == "NO_CONNECTION" || code == "TIMED_OUT" || code == "ANSWER_INCOMPLETE");
+    constexpr const char* kCodes[] = {"NO_CONNECTION", "TIMED_OUT", "ANSWER_INCOMPLETE", "NO_HTTP_MODULE"};
+    return status.empty() && std::find(std::begin(kCodes), std::end(kCodes), code) != std::end(kCodes);
 }
 
 bool IsUnreachable(const CAPIErrorHandler& errors)

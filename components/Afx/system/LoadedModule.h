@@ -1,0 +1,31 @@
+#pragma once
+
+// Parts of a library that are loaded when they are needed: what they stand on would cost the start of every program.
+
+#include <string>
+
+#include "Afx/Export.h"
+
+/// Stands before a module's entry point, which is extern "C".
+#ifdef _WIN32
+#define AFX_MODULE_ENTRY __declspec(dllexport)
+#else
+#define AFX_MODULE_ENTRY __attribute__((visibility("default")))
+#endif
+
+namespace Afx
+{
+
+/// A module's entry point, or why there is none.
+struct ModuleEntry
+{
+    void (*function)() = nullptr; // to be cast to what the module declares
+    std::string problem;          // for people, with the path; empty when there is one
+};
+
+/// Loads `file` from the folder of the library (or program) in which `own`, something static, stands, and finds `entry`
+/// in it. Neither the working directory nor the environment has a say in which file that is. The module stays for the
+/// life of the process, since what came from it may live as long.
+AFX_API ModuleEntry LoadModuleBeside(const void* own, const char* file, const char* entry);
+
+} // namespace Afx

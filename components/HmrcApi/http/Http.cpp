@@ -1,0 +1,67 @@
+#include "HmrcApi/http/Http.h"
+
+#include "HmrcApi/http/HttpModule.h"
+
+namespace HmrcApi
+{
+namespace
+{
+
+struct HttpModule
+{
+    const HttpAdapters* adapters = nullptr;
+    std::string problem; // empty when they are there
+};
+
+#ifdef MORVUT_MODULE
+HttpModule Load()
+{
+    static const char own = 0;
+    Afx::ModuleEntry entry = Afx::LoadModuleBeside(&own, MORVUT_MODULE, "MorvUtHttpAdapters");
+    if (!entry.function)
+        return {nullptr, std::move(entry.problem)};
+    return {reinterpret_cast<decltype(&MorvUtHttpAdapters)>(entry.function)(), {}};
+}
+#else
+HttpModule Load() { return {MorvUtHttpAdapters(), {}}; }
+#endif
+
+const HttpModule& TheModule()
+{
+    static const HttpModule module = Load();
+    return module;
+}
+
+/// Sends nothing and says why.
+class NoTransport : public ITransport
+{
+public:
+    HttpAnswer Send(const HttpRequest&) override
+    {
+        HttpAnswer answer;
+        answer.outcome = HttpAnswer::Outcome::NoTransport;
+        answer.problem = HttpProblem();
+        return answer;
+    }
+};
+
+} // namespace
+
+IRedirectListener::~IRedirectListener() = default;
+
+std::unique_ptr<ITransport> MakeHttpTransport()
+{
+    const HttpAdapters* adapters = TheModule().adapters;
+    return adapters ? adapters->makeTransport() : std::make_unique<NoTransport>();
+}
+
+std::unique_ptr<IRedirectListener> OpenRedirectListener(const std::vector<unsigned short>& ports,
+                                                        const std::string& state)
+{
+    const HttpAdapters* adapters = TheModule().adapters;
+    return adapters ? adapters->openRedirectListener(ports, state) : nullptr;
+}
+
+std::string HttpProblem() { return TheModule().problem; }
+
+} // namespace HmrcApi
