@@ -3,6 +3,7 @@
 #include <stdexcept>
 
 #include "Shellkit/cipher/CipherPort.h"
+#include "Shellkit/detail/NoCipher.h"
 
 namespace Shellkit
 {
@@ -14,15 +15,13 @@ std::span<const std::uint8_t> AsBytes(std::string_view text) noexcept
     return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }
 
-[[noreturn]] void ThrowNoCipher() { throw std::runtime_error("The system's cipher library does not answer."); }
-
 } // namespace
 
 Bytes Sha256(std::string_view text)
 {
     Bytes digest(CipherPort::kDigestSize);
     if (!CipherPort::Sha256(AsBytes(text), std::span(digest).first<CipherPort::kDigestSize>()))
-        ThrowNoCipher();
+        Detail::ThrowNoCipher();
     return digest;
 }
 
@@ -32,7 +31,7 @@ Bytes DeriveKey(std::string_view password, std::span<const std::uint8_t> salt, u
         throw std::invalid_argument("A key is derived in one round at least.");
     Bytes key(size);
     if (size && !CipherPort::Pbkdf2(AsBytes(password), salt, rounds, key))
-        ThrowNoCipher();
+        Detail::ThrowNoCipher();
     return key;
 }
 

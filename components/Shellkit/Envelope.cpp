@@ -2,6 +2,7 @@
 
 #include "Shellkit/cipher/CipherPort.h"
 #include "Shellkit/detail/HeldKey.h"
+#include "Shellkit/detail/NoCipher.h"
 
 namespace Shellkit
 {
@@ -43,8 +44,11 @@ std::optional<Detail::SecretKey> KeyOf(KeyId id)
 
 } // namespace
 
+std::string CipherProblem() { return CipherPort::Problem(); }
+
 std::optional<Bytes> Seal(KeyId id, std::span<const std::uint8_t> plain)
 {
+    Detail::NeedCipher();
     const auto key = KeyOf(id);
     if (!key)
         return std::nullopt;
@@ -69,6 +73,7 @@ bool IsEnvelope(std::span<const std::uint8_t> bytes, KeyId key) noexcept
 
 std::optional<Bytes> Open(std::span<const std::uint8_t> envelope)
 {
+    Detail::NeedCipher();
     if (envelope.size() < kEnvelopeOverhead || envelope[0] != kFormat)
         return std::nullopt;
     const auto key = KeyOf(static_cast<KeyId>(envelope[1]));

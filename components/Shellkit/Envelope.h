@@ -24,8 +24,12 @@ enum class KeyId : std::uint8_t
 
 inline constexpr std::size_t kEnvelopeOverhead = 1 + 1 + 12 + 16; // format, key id, nonce, tag
 
+/// Why there is no cipher: the module that holds them, which is loaded when the first is needed, is missing or cannot
+/// be loaded; with its path. Empty when there is one. Seal and Open throw std::runtime_error with it otherwise.
+SHELLKIT_API std::string CipherProblem();
+
 /// Enciphers `plain` (AES-256-GCM): format byte 1, key id, nonce of 12 bytes, text, tag of 16 bytes. Nothing when the
-/// key is not set or the cipher is not there.
+/// key is not set or the system refuses.
 SHELLKIT_API std::optional<Bytes> Seal(KeyId key, std::span<const std::uint8_t> plain);
 SHELLKIT_API std::optional<Bytes> Seal(KeyId key, std::string_view plain);
 /// The plain text; nothing when the envelope is damaged, of another format, or its key is not the one set.

@@ -7,6 +7,7 @@
 #include "Shellkit/Bytes.h"
 #include "Shellkit/cipher/CipherPort.h"
 #include "Shellkit/detail/HeldKey.h"
+#include "Shellkit/detail/NoCipher.h"
 
 // The length stays, so there is no room for a nonce or a tag, and a plain key stream would be the same for every text:
 // two of them laid over each other would give both away. Hence a Feistel network over the two halves of the text, in
@@ -38,7 +39,7 @@ void Mix(const Shellkit::Detail::SecretKey& key, int round, unsigned length, std
     Shellkit::CipherPort::Wipe(input);
     Shellkit::CipherPort::Wipe(stream);
     if (!done)
-        throw std::runtime_error("The system's cipher library does not answer.");
+        Shellkit::Detail::ThrowNoCipher();
 }
 
 /// Runs the rounds on a copy, so that a failure leaves the text as it was.
@@ -48,7 +49,7 @@ void Run(unsigned char* buffer, unsigned length, bool forward)
         return;
     const auto key = g_key.GetOrMake();
     if (!key)
-        throw std::runtime_error("The system gives no random numbers.");
+        Shellkit::Detail::ThrowNoCipher();
     Shellkit::Bytes text(buffer, buffer + length);
     const std::span<std::uint8_t> left(text.data(), length / 2), right(text.data() + length / 2, length - length / 2);
     try {

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "Shellkit/cipher/CipherPort.h"
+#include "Shellkit/detail/NoCipher.h"
 
 namespace Shellkit
 {
@@ -11,6 +12,7 @@ namespace Shellkit
 Bytes RandomBytes(std::size_t size)
 {
     Bytes bytes(size);
+    Detail::NeedCipher();
     if (!CipherPort::FillRandom(bytes))
         throw std::runtime_error("The system gives no random numbers.");
     return bytes;

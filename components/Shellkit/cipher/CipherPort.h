@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string>
 
 namespace Shellkit::CipherPort
 {
@@ -24,6 +25,8 @@ struct GcmParameters
     Input associated; // authenticated, not enciphered
 };
 
+/// Why there is no cipher at all: the module that holds them is missing or cannot be loaded; empty when it can.
+std::string Problem();
 /// Fills `out` with bytes that nobody can guess.
 bool FillRandom(Output out) noexcept;
 /// `text` has the length of `plain`.

@@ -125,6 +125,8 @@ private:
 
 } // namespace
 
+std::string Problem() { return {}; }
+
 bool FillRandom(Output out) noexcept
 {
     return Fits(out.size()) && (out.empty() || Done(BCryptGenRandom(nullptr, out.data(), Size(out.size()),
