@@ -12,9 +12,11 @@
 #include "Brix/Schema.h"
 #include "Cellar/BufferedRowList.h"
 #include "Commands.h"
+#include "HmrcApi/http/Http.h"
 #include "MorvUt/MorvUt.h"
 #include "Output.h"
 #include "Quarry/Session.h"
+#include "Shellkit/Envelope.h"
 
 namespace Morv
 {
@@ -58,6 +60,15 @@ Finding CheckCertificates()
             return {"certificates", true, path, ""};
     return {"certificates", false, "the system has no list of trusted certificates",
             "Install the package ca-certificates: HMRC cannot be reached safely without it."};
+}
+
+/// What the libraries load only when they need it.
+Finding CheckModules()
+{
+    for (const std::string& problem : {Shellkit::CipherProblem(), HmrcApi::HttpProblem()})
+        if (!problem.empty())
+            return {"modules", false, problem, "Install this program again, with all of its parts."};
+    return {"modules", true, "those for ciphers and for HTTP are there", ""};
 }
 
 Finding CheckDrivers() { return {"drivers", true, "embedded database (SQLite); no server driver in this build", ""}; }
@@ -134,8 +145,8 @@ Finding CheckLocks(const std::string&)
             "seconds."};
 }
 
-constexpr Finding (*kMachineChecks[])() = {CheckSettings, CheckClock, CheckCertificates, CheckDrivers,
-                                           CheckCredentials};
+constexpr Finding (*kMachineChecks[])() = {CheckSettings, CheckClock,   CheckCertificates,
+                                           CheckModules,  CheckDrivers, CheckCredentials};
 constexpr Finding (*kPracticeChecks[])(const std::string&) = {CheckPracticeFile, CheckTokens, CheckLocks};
 
 void ExaminePractice(const std::string& practice, const CommonOptions& options, std::vector<Finding>& findings)
@@ -158,7 +169,7 @@ std::vector<Finding> Examine(const std::string& practice, const CommonOptions& o
     std::vector<Finding> findings;
     for (const auto check : kMachineChecks)
         findings.push_back(check());
-    if (!practice.empty())
+    if (!practice.empty() && Shellkit::CipherProblem().empty()) // no practice opens without a cipher
         ExaminePractice(practice, options, findings);
     return findings;
 }

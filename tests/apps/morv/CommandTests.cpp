@@ -2,6 +2,7 @@
 
 #include <grp.h>
 #include <gtest/gtest.h>
+#include <stdlib.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -196,6 +197,48 @@ TEST(Commands, APracticeIsItsOwnersOrAGroups)
     EXPECT_EQ(RunMorv("practice check SQLITE:" + shared).err, "");
     EXPECT_EQ(modeOf(shared), perms(0660));
 }
+
+#ifdef MORV_HTTP_LIBRARY
+/// While it lives morv takes this library from a folder where no module stands beside it.
+class WithoutModule
+{
+public:
+    explicit WithoutModule(const std::string& library)
+    {
+        std::filesystem::copy_file(library, TempDir() + library.substr(library.rfind('/')));
+        setenv("LD_LIBRARY_PATH", TempDir().c_str(), 1);
+    }
+    ~WithoutModule() { unsetenv("LD_LIBRARY_PATH"); }
+    WithoutModule(const WithoutModule&) = delete;
+    WithoutModule& operator=(const WithoutModule&) = delete;
+};
+
+TEST(Commands, WithoutTheHttpModuleNothingIsSentAndEverythingElseGoesOn)
+{
+    HmrcSandbox sandbox("EVERYTHING");
+    const std::string practice = AuthorisedPractice(sandbox), fetch = FetchLine(practice, sandbox);
+    const WithoutModule without(MORV_HTTP_LIBRARY);
+    EXPECT_EQ(RunMorv("calc GetTaxYear 2018-04-06").exit, 0);
+    const Ended fetched = RunMorv(fetch + " --json"), authorised = Authorise(practice, sandbox);
+    EXPECT_EQ(fetched.exit, 4);
+    EXPECT_EQ(fetched.Document()["errors"][0]["code"], "NO_HTTP_MODULE") << fetched.out;
+    EXPECT_EQ(authorised.exit, 4);
+    EXPECT_NE((authorised.out + authorised.err).find(TempDir() + "/MorvUtHttp-"), std::string::npos) << authorised.out;
+    EXPECT_EQ(RunMorv("doctor " + practice).exit, 1);
+}
+
+TEST(Commands, WithoutTheCipherModuleNoKeyIsCalledWrong)
+{
+    const std::string practice = SamplePractice();
+    const WithoutModule without(MORV_CIPHER_LIBRARY);
+    EXPECT_EQ(RunMorv("calc GetTaxYear 2018-04-06").exit, 0);
+    for (const char* line : {"doctor ", "client list "}) {
+        const Ended ended = RunMorv(line + practice);
+        EXPECT_EQ(ended.exit, 1) << line;
+        EXPECT_NE((ended.out + ended.err).find(TempDir() + "/MorvUtCipher-"), std::string::npos) << ended.out;
+    }
+}
+#endif
 
 TEST(Commands, CodeTablesAreFoundByNameAndByPosition)
 {
