@@ -1,82 +1,117 @@
 #pragma once
 
-// The arguments of a rule at the prompt: their kinds, and their values once read.
+// The arguments of a rule at the prompt: the type of a function's parameter says what is taken.
 
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "Afx/Platform.h"
+#include "Afx/text/CString.h"
 #include "Kiln/CAmt.h"
 #include "Kiln/CDate.h"
 #include "MorvUt/taxyear/DateStrings.h"
+#include "WholeNumber.h"
 
 namespace Morv
 {
 
-/// One argument of a rule, as the table of rules writes it: "name:kind", with a ? behind the name when it may be left
-/// out (then it is 0).
+/// A tax year less kFirstRealTaxYear.
+enum RelativeYear : short;
+
+/// One of four.
+enum Choice : int;
+
+/// A text that tells who somebody is: it is never printed.
+class Identifier : public CString
+{};
+
+/// A long date, for functions that take the number and those that take its record.
+struct LongDate : X_DateStr_tag
+{
+    long number = 0;
+    operator long() const { return number; }
+    operator const X_DateStr_tag*() const { return this; }
+};
+
+/// What is taken for a value of a type.
+struct Kind
+{
+    std::string_view name;
+    std::string_view expected; // for people
+    std::int64_t lowest = std::numeric_limits<std::int64_t>::min();
+    std::int64_t highest = std::numeric_limits<std::int64_t>::max();
+};
+
+inline constexpr std::string_view kIdentifier = "identifier";
+
+template<class>
+struct Of
+{};
+constexpr Kind KindOf(Of<Kiln::CDate>) { return {"date", "a date as 2024-04-05, or null"}; }
+constexpr Kind KindOf(Of<LongDate>) { return {"longdate", "a long date as 20240405 (or 2024-04-05), null or unknown"}; }
+constexpr Kind KindOf(Of<__int64>) { return {"pence", "a whole number of pence"}; }
+constexpr Kind KindOf(Of<Kiln::CAmt>) { return {"amount", "a whole number of pence, or null"}; }
+constexpr Kind KindOf(Of<DECIMAL>) { return {"decimal", "a decimal number of at most 28 decimals, as 12.3456"}; }
+constexpr Kind KindOf(Of<double>) { return {"percent", "a number in per cent, as 22.5"}; }
+constexpr Kind KindOf(Of<short>)
+{
+    return {"year", "a tax year as the calendar year in which it ends, as 2024", -32768, 32767};
+}
+constexpr Kind KindOf(Of<RelativeYear>) { return {"relative", "a tax year less 1991, as 33 for 2024", -32768, 32767}; }
+constexpr Kind KindOf(Of<int>) { return {"int", "a whole number of 32 bits", -2147483648LL, 2147483647}; }
+constexpr Kind KindOf(Of<Choice>) { return {"index", "0, 1, 2 or 3", 0, 3}; }
+constexpr Kind KindOf(Of<bool>) { return {"flag", "0 or 1", 0, 1}; }
+constexpr Kind KindOf(Of<std::uint8_t>) { return {"byte", "a whole number from 0 to 255", 0, 255}; }
+constexpr Kind KindOf(Of<std::uint16_t>) { return {"word", "a whole number from 0 to 65535", 0, 65535}; }
+constexpr Kind KindOf(Of<std::string>) { return {"bytes", "any text"}; }
+constexpr Kind KindOf(Of<CString>) { return {"text", "any text without a zero byte"}; }
+constexpr Kind KindOf(Of<Identifier>) { return {kIdentifier, "any text without a zero byte; it is not printed again"}; }
+
+// Each reads the whole of `text`; false: it is none such.
+
+bool ReadValue(std::string_view text, Kiln::CDate& value);
+bool ReadValue(std::string_view text, LongDate& value);
+bool ReadValue(std::string_view text, Kiln::CAmt& value);
+bool ReadValue(std::string_view text, DECIMAL& value);
+bool ReadValue(std::string_view text, double& value);
+bool ReadValue(std::string_view text, std::string& value);
+bool ReadValue(std::string_view text, CString& value);
+template<class Number>
+requires std::is_integral_v<Number> || std::is_enum_v<Number>
+bool ReadValue(std::string_view text, Number& value)
+{
+    constexpr Kind kKind = KindOf(Of<Number>());
+    std::int64_t number = 0;
+    const bool isRead = ReadWhole(text, number) && number >= kKind.lowest && number <= kKind.highest;
+    value = static_cast<Number>(number);
+    return isRead;
+}
+
+/// One argument of a rule.
 struct Argument
 {
     std::string_view name;
-    std::string_view kind;
-    bool isOptional = false;
+    Kind kind;
+    bool isOptional = false; // left out, it is 0
 };
 
-/// The arguments that a row of the table declares: "date:date year:year".
-std::vector<Argument> DeclaredArguments(std::string_view declaration);
-
-/// What a kind takes, for people; empty for a kind that there is not.
-std::string_view ExpectedOf(std::string_view kind);
-
-/// Arguments that were read by their kinds.
-class Values
+/// An argument that its kind does not take.
+struct WrongArgument
 {
-public:
-    /// Reads `texts`. Throws CommandError (BadInput) that says which argument is wrong and what was expected.
-    Values(std::string_view rule, const std::vector<Argument>& declared, const std::vector<std::string>& texts);
-
-    const Kiln::CDate& Date(std::size_t i) const { return m_values[i].date; }
-    const Kiln::CAmt& Amount(std::size_t i) const { return m_values[i].amount; }
-    const char* Text(std::size_t i) const { return m_values[i].text.c_str(); }
-    const std::string& Bytes(std::size_t i) const { return m_values[i].text; }
-    double Real(std::size_t i) const { return m_values[i].real; }
-    __int64 Pence(std::size_t i) const { return m_values[i].number; }
-    int Int(std::size_t i) const { return static_cast<int>(m_values[i].number); }
-    short Year(std::size_t i) const { return static_cast<short>(m_values[i].number); }
-    long LongDate(std::size_t i) const { return static_cast<long>(m_values[i].number); }
-    X_DateStr_tag Record(std::size_t i) const; // of a long date
-    DECIMAL Decimal(std::size_t i) const { return m_values[i].decimal; }
-
-private:
-    struct Value
-    {
-        std::int64_t number = 0;
-        double real = 0;
-        Kiln::CDate date;
-        Kiln::CAmt amount;
-        DECIMAL decimal{};
-        std::string text;
-    };
-    struct Kind;
-    friend std::string_view ExpectedOf(std::string_view kind);
-    static const Kind* FindKind(std::string_view name);
-
-    template<std::int64_t Lowest, std::int64_t Highest>
-    static bool ReadNumber(std::string_view text, Value& value);
-    static bool ReadReal(std::string_view text, Value& value);
-    static bool ReadDate(std::string_view text, Value& value);
-    static bool ReadLongDate(std::string_view text, Value& value);
-    static bool ReadAmount(std::string_view text, Value& value);
-    static bool ReadDecimal(std::string_view text, Value& value);
-    static bool ReadText(std::string_view text, Value& value);
-    static bool ReadBytes(std::string_view text, Value& value);
-
-    std::vector<Value> m_values;
+    std::size_t place; // from 0
 };
 
-/// What an argument looks like when it is printed again: an identifier of a person is masked.
-std::string EchoOf(const Argument& argument, const std::string& text);
+/// Reads the next of `texts`, at `place`; one that is left out keeps its value. Throws WrongArgument.
+template<class Value>
+void ReadNext(const std::vector<std::string>& texts, std::size_t& place, Value& value)
+{
+    if (place < texts.size() && !ReadValue(texts[place], value))
+        throw WrongArgument{place};
+    ++place;
+}
 
 } // namespace Morv

@@ -40,10 +40,10 @@ Json ListOfRules()
     Json list = Json::array();
     for (const CalcRule& rule : CalcRules()) {
         Json arguments = Json::array();
-        for (const Argument& argument : DeclaredArguments(rule.arguments))
+        for (const Argument& argument : DeclaredArguments(rule))
             arguments.push_back({{"name", argument.name},
-                                 {"kind", argument.kind},
-                                 {"expected", ExpectedOf(argument.kind)},
+                                 {"kind", argument.kind.name},
+                                 {"expected", argument.kind.expected},
                                  {"optional", argument.isOptional}});
         list.push_back({{"rule", rule.name}, {"arguments", arguments}, {"result", rule.result}});
     }
@@ -82,22 +82,53 @@ std::string ResultText(const Json& result)
     return text;
 }
 
-Json Apply(const CalcRule& rule, const Values& values)
+CommandError BadArguments(const std::string& message, const std::string& action)
 {
+    return {Exit::BadInput, "BAD_ARGUMENTS", message, action};
+}
+
+void CheckCount(const std::string& rule, const std::vector<Argument>& declared, std::size_t given)
+{
+    const auto needed = static_cast<std::size_t>(
+        std::count_if(declared.begin(), declared.end(), [](const Argument& argument) { return !argument.isOptional; }));
+    if (given >= needed && given <= declared.size())
+        return;
+    const std::string most = std::to_string(declared.size());
+    const std::string range = needed == declared.size() ? most : std::to_string(needed) + " to " + most;
+    throw BadArguments(rule + " takes " + range + (range == "1" ? " argument" : " arguments") + ", not " +
+                           std::to_string(given),
+                       "morv calc --list names them.");
+}
+
+Json Apply(const CalcRule& rule, const std::vector<Argument>& declared, const std::vector<std::string>& texts)
+{
+    const std::string name(rule.name);
+    CheckCount(name, declared, texts.size());
     try {
-        return rule.apply(values);
+        return rule.function.apply(texts);
+    } catch (const WrongArgument& wrong) {
+        const Argument& argument = declared[wrong.place];
+        const bool isSecret = argument.kind.name == kIdentifier;
+        throw BadArguments(name + ": argument " + std::to_string(wrong.place + 1) + " (" + std::string(argument.name) +
+                               ") is " + (isSecret ? "no text" : Quoted(texts[wrong.place])),
+                           "Expected is " + std::string(argument.kind.expected) + ".");
     } catch (CException* refused) { // the converters of hexadecimal text refuse that way
         const std::string reason = refused->GetErrorMessage().Str();
         refused->Delete();
-        throw CommandError(Exit::BadInput, "BAD_ARGUMENTS", std::string(rule.name) + ": " + reason,
-                           "Write each byte as two digits, 0 to 9 or A to F, as in 00FF.");
+        throw BadArguments(name + ": " + reason, "Write each byte as two digits, 0 to 9 or A to F, as in 00FF.");
     }
+}
+
+/// What an argument looks like when it is printed again.
+std::string EchoOf(const Argument& argument, const std::string& text)
+{
+    return argument.kind.name == kIdentifier ? std::string(text.size(), '*') : text;
 }
 
 void Calculate(const CalcRule& rule, const std::vector<std::string>& texts, bool json)
 {
-    const std::vector<Argument> declared = DeclaredArguments(rule.arguments);
-    const Json result = Apply(rule, Values(rule.name, declared, texts));
+    const std::vector<Argument> declared = DeclaredArguments(rule);
+    const Json result = Apply(rule, declared, texts);
     if (!json)
         return PrintText(ResultText(result));
     Json echoed = Json::array();
@@ -125,8 +156,7 @@ std::vector<std::string> WordsOf(const std::string& line)
             words.back() += c;
     }
     if (isQuoted)
-        throw CommandError(Exit::BadInput, "BAD_ARGUMENTS", "a quotation mark is not closed",
-                           "Put one on both sides of a text with blanks.");
+        throw BadArguments("a quotation mark is not closed", "Put one on both sides of a text with blanks.");
     return words;
 }
 
@@ -156,13 +186,13 @@ Exit CalculateLines(const CalcRule& rule, bool json)
 Exit Calc(std::vector<std::string> words, bool list, const CommonOptions& options)
 {
     if (list && !words.empty())
-        throw CommandError(Exit::BadInput, "BAD_ARGUMENTS", "--list takes no rule", "morv calc --list names them all.");
+        throw BadArguments("--list takes no rule", "morv calc --list names them all.");
     if (list) {
         List(options.json);
         return Exit::Done;
     }
     if (words.empty())
-        throw CommandError(Exit::BadInput, "BAD_ARGUMENTS", "no rule is named", "morv calc --list names them.");
+        throw BadArguments("no rule is named", "morv calc --list names them.");
     const bool readsLines = words.size() == 2 && words.back() == kFromInput; // bare, see ArgumentsOf
     std::transform(words.begin(), words.end(), words.begin(), WordOf);
     UseYear(options);

@@ -1,6 +1,7 @@
 #include "CalcRules.h"
 
-#include <cmath>
+#include <algorithm>
+#include <memory>
 
 #include "MorvUt/MorvUt.h"
 
@@ -20,90 +21,56 @@ constexpr std::string_view kYear = "real tax year", kRelative = "relative tax ye
                            kOrder = "1 in order, 0, -1", kPlace = "-1 before, 0 within, 1 after",
                            kWeekday = "0 Monday to 6 Sunday", kBytes = "bytes";
 
-Json AmountOf(const Kiln::CAmt& amount) { return amount.IsValid() ? Json(amount.GetValue()) : Json(nullptr); }
+// Functions behind rules that the library has not in this form.
 
-Json FieldsOf(const X_DateStr_tag& record)
+long LongDateOf(std::uint8_t day, std::uint8_t month, std::uint16_t year)
 {
-    return {{"day", record.day}, {"month", record.month}, {"year", record.year}};
+    const X_DateStr_tag record{day, month, year};
+    return DtoxL(&record);
 }
 
-Json PeriodOf(const Kiln::DatePeriod& period)
+short YearUnderOffset(RelativeYear offset)
 {
-    return {{"from", DateOf(period.GetFrom())}, {"to", DateOf(period.GetTo())}};
+    const CPFileYearOffsetter offsetter(offset);
+    return GetCurrentRealTaxYear_WithPFileYearOffset();
 }
 
 /// Thousands separators while it lives, if `show`.
 class CommaScope
 {
 public:
-    explicit CommaScope(int show) { SetShowCommaSeparators(show); }
+    explicit CommaScope(bool show) { SetShowCommaSeparators(show); }
     CommaScope(const CommaScope&) = delete;
     CommaScope& operator=(const CommaScope&) = delete;
     ~CommaScope() { SetShowCommaSeparators(0); }
 };
 
-/// What a function writes into its caller's buffer.
-template<class Write>
-Json Written(Write write)
+CString CurrencyText(__int64 pence, bool commas)
 {
-    char buffer[64];
-    write(buffer, unsigned{sizeof buffer});
-    return Json(buffer);
+    const CommaScope scope(commas);
+    return Returned<CString>(CurrencyToCStr, pence);
 }
 
-Json Parsed(const char* text)
+CString LongPenceText(__int64 pence, bool commas)
 {
-    X_DateStr_tag record{};
-    ParseDateStr(text, &record);
-    return FieldsOf(record);
+    const CommaScope scope(commas);
+    return Returned<CString>(ConvertLongPenceToStr, pence);
 }
 
-Json DateText(const X_DateStr_tag& record)
+CString AutoText(__int64 value, bool blankAuto, bool commas)
 {
-    CString text;
-    ConvertDateToStr(&record, text);
-    return TextOf(text);
+    const CommaScope scope(commas);
+    return ConvertAutoToStr(value, blankAuto);
 }
 
-Json Today()
+Json TenThousandthsOf(DECIMAL value)
 {
-    CString text;
-    GetTodaysDate(text);
-    return TextOf(text);
+    const Kiln::CAmt amount = DecimalToCAmt(value);
+    return amount.IsValid() ? Json(amount.GetValue()) : Json(nullptr);
 }
 
-X_DateStr_tag FieldsFrom(const Values& a)
-{
-    return {static_cast<std::uint8_t>(a.Int(0)), static_cast<std::uint8_t>(a.Int(1)),
-            static_cast<std::uint16_t>(a.Int(2))};
-}
-
-/// A rule on one or two records.
-template<auto Function>
-Json OnRecord(const Values& a)
-{
-    const X_DateStr_tag record = a.Record(0);
-    return Json(Function(&record));
-}
-template<auto Function>
-Json IsRecord(const Values& a)
-{
-    const X_DateStr_tag record = a.Record(0);
-    return Json(Function(&record) != 0);
-}
-template<auto Function>
-Json OnRecords(const Values& a)
-{
-    const X_DateStr_tag first = a.Record(0), second = a.Record(1);
-    return Json(Function(&first, &second));
-}
-
-Json CurrencyText(__int64 pence)
-{
-    CString text;
-    CurrencyToCStr(pence, text);
-    return TextOf(text);
-}
+/// The function that takes pence.
+constexpr auto InPence(__int64 (*function)(const __int64&, double)) { return function; }
 
 Json Allocated(__int64 amount, __int64 available)
 {
@@ -111,200 +78,158 @@ Json Allocated(__int64 amount, __int64 available)
     return {{"allocatedPence", taken}, {"availablePence", available}};
 }
 
-Json NotNegative(__int64 pence)
+__int64 NotNegative(__int64 pence)
 {
     ZeroIfNegative(pence);
-    return Json(pence);
+    return pence;
 }
 
-Json BytesOf(const CString& text)
+std::vector<unsigned> BytesOf(const CString& text)
 {
     unsigned size = 0;
     const std::unique_ptr<unsigned char[]> bytes(HexToBinary::Convert(text, &size));
-    return Json(std::vector<unsigned>(bytes.get(), bytes.get() + size));
+    return {bytes.get(), bytes.get() + size};
 }
 
-Json HexOf(const std::string& bytes)
+CString HexOf(const std::string& bytes)
 {
-    return TextOf(BinaryToHex::Convert(reinterpret_cast<const unsigned char*>(bytes.data()),
-                                       static_cast<unsigned>(bytes.size())));
+    return BinaryToHex::Convert(reinterpret_cast<const unsigned char*>(bytes.data()),
+                                static_cast<unsigned>(bytes.size()));
 }
 
 constexpr CalcRule kRules[] = {
     // Tax years.
-    {"GetMinRealTaxYear", "", kYear, [](const Values&) { return Json(GetMinRealTaxYear()); }},
-    {"GetMaxRealTaxYear", "", kYear, [](const Values&) { return Json(GetMaxRealTaxYear()); }},
-    {"GetMaxTaxYear", "", kRelative, [](const Values&) { return Json(GetMaxTaxYear()); }},
-    {"GetNumTaxYears", "", kNumber, [](const Values&) { return Json(GetNumTaxYears()); }},
-    {"GetDefaultRealTaxYear", "", kYear, [](const Values&) { return Json(GetDefaultRealTaxYear()); }},
-    {"ConvertRealToRelativeTaxYear", "year:year", kRelative,
-     [](const Values& a) { return Json(ConvertRealToRelativeTaxYear(a.Year(0))); }},
-    {"ConvertRelativeToRealTaxYear", "relative:relative", kYear,
-     [](const Values& a) { return Json(ConvertRelativeToRealTaxYear(a.Year(0))); }},
-    {"GetCurrentTaxYear", "", kRelative, [](const Values&) { return Json(GetCurrentTaxYear()); }},
-    {"GetCurrentRealTaxYear", "", kYear, [](const Values&) { return Json(GetCurrentRealTaxYear()); }},
-    {"GetCurrentRealTaxYear_WithPFileYearOffset", "offset?:relative", kYear,
-     [](const Values& a) {
-         const CPFileYearOffsetter offsetter(a.Year(0));
-         return Json(GetCurrentRealTaxYear_WithPFileYearOffset());
-     }},
-    {"FormatYearString2Digit", "year:int", kText,
-     [](const Values& a) { return TextOf(FormatYearString2Digit(a.Int(0))); }},
-    {"FormatYearString42Digit", "year:int", kText,
-     [](const Values& a) { return TextOf(FormatYearString42Digit(a.Int(0))); }},
-    {"FormatYearString42DigitWithHyphen", "year:int", kText,
-     [](const Values& a) { return TextOf(FormatYearString42DigitWithHyphen(a.Int(0))); }},
-    {"FormatYearString4Digit", "year:int", kText,
-     [](const Values& a) { return TextOf(FormatYearString4Digit(a.Int(0))); }},
-    {"GetTaxYearTitle", "relative:relative", kText,
-     [](const Values& a) {
-         return Written([&](char* buffer, unsigned size) { GetTaxYearTitle(a.Year(0), buffer, size); });
-     }},
-    {"TaxYear::GetRelativeTaxYear", "year:year", kRelative,
-     [](const Values& a) { return Json(TaxYear(a.Year(0)).GetRelativeTaxYear()); }},
-    {"TaxYear::GetStart", "year:year", kDate, [](const Values& a) { return DateOf(TaxYear(a.Year(0)).GetStart()); }},
-    {"TaxYear::GetEnd", "year:year", kDate, [](const Values& a) { return DateOf(TaxYear(a.Year(0)).GetEnd()); }},
-    {"TaxYear::GetPeriod", "year:year", kPeriod,
-     [](const Values& a) { return PeriodOf(TaxYear(a.Year(0)).GetPeriod()); }},
-    {"TaxYear::Format", "year:year", kText, [](const Values& a) { return TextOf(TaxYear(a.Year(0)).Format()); }},
-    {"TaxYear::GetFirstTaxYear", "", kYear,
-     [](const Values&) { return Json(TaxYear::GetFirstTaxYear().GetRealTaxYear()); }},
-    {"TaxYear::GetLastTaxYear", "", kYear,
-     [](const Values&) { return Json(TaxYear::GetLastTaxYear().GetRealTaxYear()); }},
-    {"TaxYearHelpers::GetCurrentTaxYear", "", kYear,
-     [](const Values&) { return Json(TaxYearHelpers::GetCurrentTaxYear().GetRealTaxYear()); }},
-    {"TaxYearHelpers::GetDefaultTaxYear", "", kYear,
-     [](const Values&) { return Json(TaxYearHelpers::GetDefaultTaxYear().GetRealTaxYear()); }},
+    {"GetMinRealTaxYear", "", kYear, Call<GetMinRealTaxYear>},
+    {"GetMaxRealTaxYear", "", kYear, Call<GetMaxRealTaxYear>},
+    {"GetMaxTaxYear", "", kRelative, Call<GetMaxTaxYear>},
+    {"GetNumTaxYears", "", kNumber, Call<GetNumTaxYears>},
+    {"GetDefaultRealTaxYear", "", kYear, Call<GetDefaultRealTaxYear>},
+    {"ConvertRealToRelativeTaxYear", "year", kRelative, Call<ConvertRealToRelativeTaxYear>},
+    {"ConvertRelativeToRealTaxYear", "relative", kYear, Call<ConvertRelativeToRealTaxYear, short(RelativeYear)>},
+    {"GetCurrentTaxYear", "", kRelative, Call<GetCurrentTaxYear>},
+    {"GetCurrentRealTaxYear", "", kYear, Call<GetCurrentRealTaxYear>},
+    {"GetCurrentRealTaxYear_WithPFileYearOffset", "offset?", kYear, Call<YearUnderOffset>},
+    {"FormatYearString2Digit", "year", kText, Call<FormatYearString2Digit>},
+    {"FormatYearString42Digit", "year", kText, Call<FormatYearString42Digit>},
+    {"FormatYearString42DigitWithHyphen", "year", kText, Call<FormatYearString42DigitWithHyphen>},
+    {"FormatYearString4Digit", "year", kText, Call<FormatYearString4Digit>},
+    {"GetTaxYearTitle", "relative", kText, Call<GetTaxYearTitle, CString(RelativeYear)>},
+    {"TaxYear::GetRelativeTaxYear", "year", kRelative,
+     Call<[](short year) { return TaxYear(year).GetRelativeTaxYear(); }>},
+    {"TaxYear::GetStart", "year", kDate, Call<[](short year) { return TaxYear(year).GetStart(); }>},
+    {"TaxYear::GetEnd", "year", kDate, Call<[](short year) { return TaxYear(year).GetEnd(); }>},
+    {"TaxYear::GetPeriod", "year", kPeriod, Call<[](short year) { return TaxYear(year).GetPeriod(); }>},
+    {"TaxYear::Format", "year", kText, Call<[](short year) { return TaxYear(year).Format(); }>},
+    {"TaxYear::GetFirstTaxYear", "", kYear, Call<TaxYear::GetFirstTaxYear>},
+    {"TaxYear::GetLastTaxYear", "", kYear, Call<TaxYear::GetLastTaxYear>},
+    {"TaxYearHelpers::GetCurrentTaxYear", "", kYear, Call<TaxYearHelpers::GetCurrentTaxYear>},
+    {"TaxYearHelpers::GetDefaultTaxYear", "", kYear, Call<TaxYearHelpers::GetDefaultTaxYear>},
 
     // Date strings.
-    {"ParseDateStr", "text:text", kFields, [](const Values& a) { return Parsed(a.Text(0)); }},
-    {"ConvertStrToDate", "text:text", kFields, [](const Values& a) { return FieldsOf(ConvertStrToDate(a.Text(0))); }},
-    {"ConvertDateToStr", "date:longdate", kText, [](const Values& a) { return DateText(a.Record(0)); }},
-    {"convert_date_to_str", "date:longdate", kText,
-     [](const Values& a) {
-         const X_DateStr_tag record = a.Record(0);
-         return Written([&](char* buffer, unsigned size) { convert_date_to_str(&record, buffer, size); });
-     }},
-    {"GetTodaysDate", "", kText, [](const Values&) { return Today(); }},
-    {"X_GetDate", "", kFields,
-     [](const Values&) {
-         X_DateStr_tag today{};
-         X_GetDate(&today);
-         return FieldsOf(today);
-     }},
-    {"DateIsNull", "date:longdate", kYesNo, IsRecord<DateIsNull>},
-    {"DatesIdentical", "first:longdate second:longdate", kYesNo,
-     [](const Values& a) { return Json(OnRecords<DatesIdentical>(a) != 0); }},
-    {"CompareDates", "first:longdate second:longdate", kOrder, OnRecords<CompareDates>},
-    {"DtoxL", "day:byte month:byte year:word", kLongDate,
-     [](const Values& a) {
-         const X_DateStr_tag record = FieldsFrom(a);
-         return Json(DtoxL(&record));
-     }},
-    {"LtoxD", "date:longdate", kFields, [](const Values& a) { return FieldsOf(a.Record(0)); }},
-    {"validXDate", "date:longdate", kYesNo, IsRecord<validXDate>},
-    {"IsValidDate", "date:longdate", kYesNo, IsRecord<IsValidDate>},
-    {"isleapyear", "year:int", kYesNo, [](const Values& a) { return Json(isleapyear(a.Int(0)) != 0); }},
-    {"GetDayOfWeek", "day:int month:int year:int", kWeekday,
-     [](const Values& a) { return Json(GetDayOfWeek(a.Int(0), a.Int(1), a.Int(2))); }},
-    {"DayBetween", "from:longdate to:longdate", kDays, OnRecords<DayBetween>},
-    {"arrDateFormatStrings", "choice:index", kText,
-     [](const Values& a) { return Json(arrDateFormatStrings[a.Int(0)]); }},
-    {"arrDateFormatStringsForDialogs", "choice:index", kText,
-     [](const Values& a) { return Json(arrDateFormatStringsForDialogs[a.Int(0)]); }},
+    {"ParseDateStr", "text", kFields, Call<ParseDateStr, X_DateStr_tag(CString)>},
+    {"ConvertStrToDate", "text", kFields, Call<ConvertStrToDate>},
+    {"ConvertDateToStr", "date", kText, Call<ConvertDateToStr, CString(LongDate)>},
+    {"convert_date_to_str", "date", kText, Call<convert_date_to_str, CString(LongDate)>},
+    {"GetTodaysDate", "", kText, Call<GetTodaysDate, CString()>},
+    {"X_GetDate", "", kFields, Call<X_GetDate, X_DateStr_tag()>},
+    {"DateIsNull", "date", kYesNo, Call<DateIsNull, bool(LongDate)>},
+    {"DatesIdentical", "first second", kYesNo, Call<DatesIdentical, bool(LongDate, LongDate)>},
+    {"CompareDates", "first second", kOrder, Call<CompareDates>},
+    {"DtoxL", "day month year", kLongDate, Call<LongDateOf>},
+    {"LtoxD", "date", kFields, Call<LtoxD, X_DateStr_tag(LongDate)>},
+    {"validXDate", "date", kYesNo, Call<validXDate, bool(LongDate)>},
+    {"IsValidDate", "date", kYesNo, Call<IsValidDate, bool(LongDate)>},
+    {"isleapyear", "year", kYesNo, Call<isleapyear, bool(int)>},
+    {"GetDayOfWeek", "day month year", kWeekday, Call<GetDayOfWeek>},
+    {"DayBetween", "from to", kDays, Call<DayBetween>},
+    {"arrDateFormatStrings", "choice", kText, Call<[](Choice choice) { return arrDateFormatStrings[choice]; }>},
+    {"arrDateFormatStringsForDialogs", "choice", kText,
+     Call<[](Choice choice) { return arrDateFormatStringsForDialogs[choice]; }>},
 
     // Rules on dates.
-    {"GetTaxYear", "date:date", kYear, [](const Values& a) { return Json(GetTaxYear(a.Date(0))); }},
-    {"GetTaxYearStart", "year:year", kDate, [](const Values& a) { return DateOf(GetTaxYearStart(a.Year(0))); }},
-    {"GetTaxYearEnd", "year:year", kDate, [](const Values& a) { return DateOf(GetTaxYearEnd(a.Year(0))); }},
-    {"GetTaxYearPeriod", "year:year", kPeriod, [](const Values& a) { return PeriodOf(GetTaxYearPeriod(a.Year(0))); }},
-    {"IsDateInTaxYear", "date:date year:year", kYesNo,
-     [](const Values& a) { return Json(IsDateInTaxYear(a.Date(0), a.Year(1))); }},
-    {"TaxYearDays", "year:year from:date to:date", kDays,
-     [](const Values& a) { return Json(TaxYearDays(a.Year(0), a.Date(1), a.Date(2))); }},
-    {"DatesIntersect", "from1:date to1:date from2:date to2:date", kYesNo,
-     [](const Values& a) { return Json(DatesIntersect(a.Date(0), a.Date(1), a.Date(2), a.Date(3)) != 0); }},
-    {"PeriodHasLeapDay", "from:date to:date", kYesNo,
-     [](const Values& a) { return Json(PeriodHasLeapDay(a.Date(0), a.Date(1)) != 0); }},
-    {"CDateToLong", "date:date", kLongDate, [](const Values& a) { return Json(CDateToLong(a.Date(0))); }},
-    {"LongToCDate", "date:longdate", kDate, [](const Values& a) { return DateOf(LongToCDate(a.LongDate(0))); }},
-    {"AssessmentYearCheck", "date:date year:int", kPlace,
-     [](const Values& a) { return Json(static_cast<int>(AssessmentYearCheck(a.Date(0), a.Int(1)))); }},
-    {"DateBeforeAssessmentYear", "year:year date:longdate", kYesNo,
-     [](const Values& a) { return Json(DateBeforeAssessmentYear(a.Year(0), a.Record(1)) != 0); }},
-    {"DateAfterAssessmentYear", "year:year date:longdate", kYesNo,
-     [](const Values& a) { return Json(DateAfterAssessmentYear(a.Year(0), a.Record(1)) != 0); }},
-    {"CalculateFilingDate", "issued:date return:text", kDate,
-     [](const Values& a) { return DateOf(CalculateFilingDate(a.Date(0), a.Text(1))); }},
-    {"EnableSmallBusinessEntitlement", "start:date end:date", kYesNo,
-     [](const Values& a) { return Json(EnableSmallBusinessEntitlement(a.Date(0), a.Date(1))); }},
-    {"IsValidHalvessaTaxYearStart", "year:year", kYesNo,
-     [](const Values& a) { return Json(IsValidHalvessaTaxYearStart(TaxYear(a.Year(0)))); }},
-    {"IsValidHalvessaTaxYearEnd", "year:year", kYesNo,
-     [](const Values& a) { return Json(IsValidHalvessaTaxYearEnd(TaxYear(a.Year(0)))); }},
+    {"GetTaxYear", "date", kYear, Call<GetTaxYear>},
+    {"GetTaxYearStart", "year", kDate, Call<GetTaxYearStart>},
+    {"GetTaxYearEnd", "year", kDate, Call<GetTaxYearEnd>},
+    {"GetTaxYearPeriod", "year", kPeriod, Call<GetTaxYearPeriod>},
+    {"IsDateInTaxYear", "date year", kYesNo, Call<IsDateInTaxYear>},
+    {"TaxYearDays", "year from to", kDays, Call<TaxYearDays>},
+    {"DatesIntersect", "from1 to1 from2 to2", kYesNo,
+     Call<DatesIntersect, bool(Kiln::CDate, Kiln::CDate, Kiln::CDate, Kiln::CDate)>},
+    {"PeriodHasLeapDay", "from to", kYesNo, Call<PeriodHasLeapDay, bool(Kiln::CDate, Kiln::CDate)>},
+    {"CDateToLong", "date", kLongDate, Call<CDateToLong>},
+    {"LongToCDate", "date", kDate, Call<LongToCDate, Kiln::CDate(LongDate)>},
+    {"AssessmentYearCheck", "date year", kPlace, Call<AssessmentYearCheck>},
+    {"DateBeforeAssessmentYear", "year date", kYesNo, Call<DateBeforeAssessmentYear, bool(short, LongDate)>},
+    {"DateAfterAssessmentYear", "year date", kYesNo, Call<DateAfterAssessmentYear, bool(short, LongDate)>},
+    {"CalculateFilingDate", "issued return", kDate, Call<CalculateFilingDate>},
+    {"EnableSmallBusinessEntitlement", "start end", kYesNo, Call<EnableSmallBusinessEntitlement>},
+    {"IsValidHalvessaTaxYearStart", "year", kYesNo,
+     Call<[](short year) { return IsValidHalvessaTaxYearStart(TaxYear(year)); }>},
+    {"IsValidHalvessaTaxYearEnd", "year", kYesNo,
+     Call<[](short year) { return IsValidHalvessaTaxYearEnd(TaxYear(year)); }>},
 
     // Pence and their text.
-    {"CurrencyToCStr", "amount:pence commas?:flag", kText,
-     [](const Values& a) {
-         const CommaScope commas(a.Int(1));
-         return CurrencyText(a.Pence(0));
-     }},
-    {"ConvertLongPenceToStr", "amount:pence commas?:flag", kText,
-     [](const Values& a) {
-         const CommaScope commas(a.Int(1));
-         return Written([&](char* buffer, unsigned size) { ConvertLongPenceToStr(a.Pence(0), buffer, size); });
-     }},
-    {"CStrToCurrency", "text:text", kPence, [](const Values& a) { return Json(CStrToCurrency(a.Text(0))); }},
-    {"StrToCurrency", "text:text", kPence, [](const Values& a) { return Json(StrToCurrency(a.Text(0))); }},
-    {"PoundsToPence", "text:text", kPence, [](const Values& a) { return Json(PoundsToPence(a.Text(0))); }},
-    {"PenceToPounds", "amount:pence", kPounds, [](const Values& a) { return Json(PenceToPounds(a.Pence(0))); }},
-    {"DecimalToCurrency", "value:decimal", kPence,
-     [](const Values& a) { return Json(DecimalToCurrency(a.Decimal(0))); }},
-    {"DecimalToCAmt", "value:decimal", kTenThousandths,
-     [](const Values& a) { return AmountOf(DecimalToCAmt(a.Decimal(0))); }},
-    {"ConvertAutoToStr", "value:pence blankAuto?:flag commas?:flag", kText,
-     [](const Values& a) {
-         const CommaScope commas(a.Int(2));
-         return TextOf(ConvertAutoToStr(a.Pence(0), a.Int(1)));
-     }},
-    {"ConvertStrToAuto", "text:text", kAuto, [](const Values& a) { return Json(ConvertStrToAuto(a.Text(0))); }},
-    {"StringToInt", "text:text", kNumber, [](const Values& a) { return Json(StringToInt(a.Text(0))); }},
+    {"CurrencyToCStr", "amount commas?", kText, Call<CurrencyText>},
+    {"ConvertLongPenceToStr", "amount commas?", kText, Call<LongPenceText>},
+    {"CStrToCurrency", "text", kPence, Call<CStrToCurrency>},
+    {"StrToCurrency", "text", kPence, Call<StrToCurrency>},
+    {"PoundsToPence", "text", kPence, Call<PoundsToPence>},
+    {"PenceToPounds", "amount", kPounds, Call<PenceToPounds>},
+    {"DecimalToCurrency", "value", kPence, Call<DecimalToCurrency>},
+    {"DecimalToCAmt", "value", kTenThousandths, Call<TenThousandthsOf>},
+    {"ConvertAutoToStr", "value blankAuto? commas?", kText, Call<AutoText>},
+    {"ConvertStrToAuto", "text", kAuto, Call<ConvertStrToAuto>},
+    {"StringToInt", "text", kNumber, Call<StringToInt>},
 
     // Rates and shares.
-    {"GrossFromNet", "net:pence rate:percent", kPence,
-     [](const Values& a) { return Json(GrossFromNet(a.Pence(0), a.Real(1))); }},
-    {"GrossFromTax", "tax:pence rate:percent", kPence,
-     [](const Values& a) { return Json(GrossFromTax(a.Pence(0), a.Real(1))); }},
-    {"TaxFromGross", "gross:pence rate:percent", kPence,
-     [](const Values& a) { return Json(TaxFromGross(a.Pence(0), a.Real(1))); }},
-    {"TaxFromNet", "net:pence rate:percent", kPence,
-     [](const Values& a) { return Json(TaxFromNet(a.Pence(0), a.Real(1))); }},
-    {"PercentOf", "amount:pence percent:percent", kPence,
-     [](const Values& a) { return Json(PercentOf(a.Pence(0), a.Real(1))); }},
-    {"Allocate", "amount:pence available:pence", "allocatedPence, availablePence",
-     [](const Values& a) { return Allocated(a.Pence(0), a.Pence(1)); }},
-    {"ZeroIfNegative", "amount:pence", kPence, [](const Values& a) { return NotNegative(a.Pence(0)); }},
-    {"JointSpousePercentOf", "amount:amount percent:percent remainder:flag", kPenceOrNull,
-     [](const Values& a) { return PenceOf(JointSpousePercentOf(a.Amount(0), a.Real(1), a.Int(2))); }},
-    {"CalculateAutoTax", "net:pence taxField:pence rate:percent", kAuto,
-     [](const Values& a) { return Json(CalculateAutoTax(a.Pence(0), a.Pence(1), a.Real(2))); }},
-    {"AnnualiseAmount", "amount:pence from:date to:date", kPence,
-     [](const Values& a) { return Json(AnnualiseAmount(a.Pence(0), a.Date(1), a.Date(2))); }},
+    {"GrossFromNet", "net rate", kPence, Call<InPence(GrossFromNet)>},
+    {"GrossFromTax", "tax rate", kPence, Call<InPence(GrossFromTax)>},
+    {"TaxFromGross", "gross rate", kPence, Call<InPence(TaxFromGross)>},
+    {"TaxFromNet", "net rate", kPence, Call<InPence(TaxFromNet)>},
+    {"PercentOf", "amount percent", kPence, Call<InPence(PercentOf)>},
+    {"Allocate", "amount available", "allocatedPence, availablePence", Call<Allocated>},
+    {"ZeroIfNegative", "amount", kPence, Call<NotNegative>},
+    {"JointSpousePercentOf", "amount percent remainder", kPenceOrNull,
+     Call<[](const Kiln::CAmt& amount, double percent, bool remainder) {
+         return JointSpousePercentOf(amount, percent, remainder);
+     }>},
+    {"CalculateAutoTax", "net taxField rate", kAuto, Call<CalculateAutoTax>},
+    {"AnnualiseAmount", "amount from to", kPence,
+     Call<[](__int64 amount, Kiln::CDate from, Kiln::CDate to) { return AnnualiseAmount(amount, from, to); }>},
 
     // Identifiers.
-    {"IsValidNINumber", "number:identifier", kYesNo, [](const Values& a) { return Json(IsValidNINumber(a.Text(0))); }},
-    {"WhyNotNINumber", "number:identifier", kText, [](const Values& a) { return TextOf(WhyNotNINumber(a.Text(0))); }},
-    {"IsValidUTR", "reference:identifier", kYesNo, [](const Values& a) { return Json(IsValidUTR(a.Text(0))); }},
-    {"WhyNotUTR", "reference:identifier", kText, [](const Values& a) { return TextOf(WhyNotUTR(a.Text(0))); }},
-    {"FormatSortCode", "code:text", kText, [](const Values& a) { return TextOf(FormatSortCode(a.Text(0))); }},
-    {"TidySortCodeString", "code:text", kText, [](const Values& a) { return TextOf(TidySortCodeString(a.Text(0))); }},
-    {"WhyNotSortCode", "code:identifier", kText, [](const Values& a) { return TextOf(WhyNotSortCode(a.Text(0))); }},
-    {"BinaryToHex::Convert", "bytes:bytes", kText, [](const Values& a) { return HexOf(a.Bytes(0)); }},
-    {"HexToBinary::Convert", "text:text", kBytes, [](const Values& a) { return BytesOf(a.Text(0)); }},
+    {"IsValidNINumber", "number", kYesNo, Call<IsValidNINumber, bool(Identifier)>},
+    {"WhyNotNINumber", "number", kText, Call<WhyNotNINumber, CString(Identifier)>},
+    {"IsValidUTR", "reference", kYesNo, Call<IsValidUTR, bool(Identifier)>},
+    {"WhyNotUTR", "reference", kText, Call<WhyNotUTR, CString(Identifier)>},
+    {"FormatSortCode", "code", kText, Call<FormatSortCode>},
+    {"TidySortCodeString", "code", kText, Call<TidySortCodeString>},
+    {"WhyNotSortCode", "code", kText, Call<WhyNotSortCode, CString(Identifier)>},
+    {"BinaryToHex::Convert", "bytes", kText, Call<HexOf>},
+    {"HexToBinary::Convert", "text", kBytes, Call<BytesOf>},
 };
+
+static_assert(std::all_of(std::begin(kRules), std::end(kRules), [](const CalcRule& rule) {
+    const auto blanks = std::count(rule.arguments.begin(), rule.arguments.end(), ' ');
+    const auto isOfRule = [](const Kind& kind) { return !kind.name.empty(); };
+    return blanks + !rule.arguments.empty() ==
+           std::count_if(rule.function.kinds.begin(), rule.function.kinds.end(), isOfRule);
+}));
 
 } // namespace
 
 std::span<const CalcRule> CalcRules() { return kRules; }
+
+std::vector<Argument> DeclaredArguments(const CalcRule& rule)
+{
+    std::vector<Argument> arguments;
+    for (std::string_view names = rule.arguments; !names.empty();) {
+        const std::string_view name = names.substr(0, names.find_first_of("? "));
+        const bool isOptional = names.substr(name.size()).starts_with('?');
+        arguments.push_back({name, rule.function.kinds[arguments.size()], isOptional});
+        names.remove_prefix(std::min(names.size(), name.size() + isOptional + 1));
+    }
+    return arguments;
+}
 
 } // namespace Morv

@@ -83,15 +83,13 @@ TEST(Calc, RefusesBadArgumentsInOneLine)
     }
 }
 
-TEST(Calc, ListsEveryRuleOnceWithKnownKinds)
+TEST(Calc, ListsEveryRuleOnce)
 {
     std::set<std::string> names;
     const Json list = MorvJson("calc --list");
     for (const Json& rule : list) {
         EXPECT_TRUE(names.insert(rule["rule"]).second) << rule;
         EXPECT_NE(rule["result"], "") << rule;
-        for (const Json& argument : rule["arguments"])
-            EXPECT_NE(argument["expected"], "") << rule;
     }
     EXPECT_GT(list.size(), 80u);
 }
