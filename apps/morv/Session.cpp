@@ -78,7 +78,7 @@ void LogIn(const std::string& user, Login login)
         return;
     }
     for (users.Open({}, {{Brix::CUser::kUserID}}); !users.IsEOL(); users.MoveNext())
-        if (users.GetListed() && users.GetUserID().CompareNoCase("AdminMorv") != 0) {
+        if (users.GetListed() && users.GetUserID().CompareNoCase(kBuiltInAdministrator) != 0) {
             CUserData::ClearPermissions();
             CUserData::SetUser(users.GetUserID());
             return;

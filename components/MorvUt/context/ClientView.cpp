@@ -5,6 +5,7 @@
 
 #include "Afx/text/TextFold.h"
 #include "MorvUt/identifiers/TaxIdentifiers.h"
+#include "MorvUt/res/Strings.h"
 #include "Quarry/Session.h"
 
 namespace
@@ -64,9 +65,8 @@ bool HasCode(const CString& code)
 
 CString WhyNotCode(const CString& code)
 {
-    return HasCode<Brix::CClient>(code) || HasCode<Brix::CPartnership>(code)
-               ? CString("There is a client or partnership with this code already.")
-               : CString();
+    return HasCode<Brix::CClient>(code) || HasCode<Brix::CPartnership>(code) ? LibraryText(IDS_CLIENT_EXISTS)
+                                                                             : CString();
 }
 
 void Fill(Brix::CClient& row, const ClientView& wanted)
@@ -142,10 +142,10 @@ CString WhyNotNewClient(const ClientView& wanted)
 {
     const auto isBlank = [](CString text) { return text.Trim().IsEmpty(); };
     if (isBlank(wanted.code) || isBlank(wanted.name))
-        return "A client needs a code and a name.";
+        return LibraryText(IDS_CLIENT_NEEDS_CODE_AND_NAME);
     if (!wanted.nationalInsuranceNumber.IsEmpty()) {
         if (wanted.kind != KindOfClient::Individual)
-            return "Only an individual has a National Insurance number.";
+            return LibraryText(IDS_NINO_OF_INDIVIDUAL_ONLY);
         if (const CString why = WhyNotNINumber(wanted.nationalInsuranceNumber); !why.IsEmpty())
             return why;
     }

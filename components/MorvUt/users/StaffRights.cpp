@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "Brix/Records.h"
+#include "MorvUt/res/Strings.h"
 #include "MorvUt/users/detail/LoggedIn.h"
 #include "MorvUt/users/UserData.h"
 #include "Quarry/Session.h"
@@ -69,13 +70,13 @@ CString WhyNotNewStaff(const CString& id, const CString& name, const CString& ro
 {
     const auto isBlank = [](CString text) { return text.Trim().IsEmpty(); };
     if (isBlank(id) || isBlank(name))
-        return "A user needs an id and a name.";
-    if (id.CompareNoCase(Users::Detail::kAdministrator) == 0)
-        return "This id is built in.";
+        return LibraryText(IDS_USER_NEEDS_ID_AND_NAME);
+    if (id.CompareNoCase(kBuiltInAdministrator) == 0)
+        return LibraryText(IDS_USER_BUILT_IN);
     if (Brix::CUser().Open({{Brix::CUser::kUserID, id}}))
-        return "There is a user with this id already.";
+        return LibraryText(IDS_USER_EXISTS);
     if (!role.IsEmpty() && !Brix::CUserRole().Open({{Brix::CUserRole::kRole, role}}))
-        return "The practice has no such role.";
+        return LibraryText(IDS_NO_SUCH_ROLE);
     return {};
 }
 

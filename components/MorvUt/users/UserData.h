@@ -9,6 +9,9 @@
 #include "Afx/text/CString.h"
 #include "MorvUt/Export.h"
 
+/// The user that is built in: never listed, and nobody can be added by that id in any case of its letters.
+inline constexpr char kBuiltInAdministrator[] = "AdminMorv";
+
 /// The logged-in user of the process. All state is static; an object is a handle whose construction logs the user out,
 /// so the library and its programs use one, `TheUser()`, and never a temporary. For the user-interface thread.
 class MORVUT_API CUserData

@@ -62,7 +62,7 @@ void ReadUsers(Login& login)
             login.role = row.GetRole();
             login.particulars = ReadParticulars(row);
         }
-        if (!row.GetListed() || Afx::EqualNoCase(id.View(), Users::Detail::kAdministrator))
+        if (!row.GetListed() || Afx::EqualNoCase(id.View(), kBuiltInAdministrator))
             continue;
         if (logsIn)
             login.user = id;

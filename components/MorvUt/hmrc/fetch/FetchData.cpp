@@ -86,11 +86,7 @@ void Fold(const CSchedulePrepop& prepop, FetchResult& result)
 void AskEmployments(CAPIErrorHandler& errors)
 {
     errors.AddGroup(kEmployments);
-    errors.AddError(kEmployments,
-                    CAPIError("NOT_AVAILABLE",
-                              "Employments cannot be retrieved through the individual interfaces yet: switch "
-                              "the practice to the PAYE interface",
-                              {}, {}));
+    errors.AddError(kEmployments, CAPIError("NOT_AVAILABLE", LibraryText(IDS_HMRC_EMPLOYMENTS_NOT_YET).Str(), {}, {}));
 }
 
 GroupState StateOf(const std::string& group, const CAPIErrorHandler& errors, bool isThere, GroupState ofNothing)
@@ -183,7 +179,7 @@ void ShowException(const char* text, FetchResult& result, FetchResult::Stopped w
 
 CString FetchResult::Reason() const
 {
-    return stopped == Stopped::Trust ? CString("Nothing is fetched from HMRC for a trust or an estate.") : message;
+    return stopped == Stopped::Trust ? LibraryText(IDS_HMRC_NOT_FOR_TRUSTS) : message;
 }
 
 FetchResult FetchFromHmrc(ClientId client, const std::string& gatewayId, IEndpointOverride::ResponseType type,

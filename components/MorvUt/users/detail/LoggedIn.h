@@ -48,8 +48,7 @@ using PermissionRow = std::pair<int, bool>;
 /// The rows of the role, or of the user when the role is empty.
 std::vector<PermissionRow> ReadPermissionRows(const CString& userId, const CString& role);
 
-inline constexpr char kAdministrator[] = "AdminMorv"; // built in, never listed
-inline constexpr int kPermissionEnd = 100;            // numbers are 1 to 99
+inline constexpr int kPermissionEnd = 100; // numbers are 1 to 99
 
 struct LoggedIn
 {
