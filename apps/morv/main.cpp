@@ -19,6 +19,7 @@
 #include "MorvUt/StartUp.h"
 #include "Output.h"
 #include "Quarry/DataList.h"
+#include "Shellkit/Registry.h"
 
 namespace
 {
@@ -136,7 +137,7 @@ int main(int argc, char** argv)
     OpenStandardFiles();
     Afx::SwitchOffCoreDumps();
     MorvApp application;
-    MorvUtStartUp("Corvane Pro", "Software\\Velmara Open Systems");
+    MorvUtStartUp(kProductName, kMakersKey);
     Afx::WindowSystem::Install(std::make_unique<MorvWindowSystem>());
 
     Program program;

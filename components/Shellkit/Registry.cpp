@@ -10,8 +10,6 @@
 namespace
 {
 
-constexpr char kApplicationKey[] = "Software\\Velmara Open Systems\\Corvane Pro";
-
 /// A whole number with blanks around it and perhaps a sign; nothing for another text or one that `T` cannot hold.
 template<class T>
 std::optional<T> NumberIn(CString text)
@@ -37,7 +35,7 @@ constexpr Word kWords[] = {{"true", true},   {"yes", true}, {"on", true},
 
 } // namespace
 
-CRegistry::CRegistry() : m_key(kApplicationKey) {}
+CRegistry::CRegistry() : m_key(CString(kMakersKey) + "\\" + kProductName) {}
 
 int CRegistry::GetInt(const char* name, int defaultValue) const
 {

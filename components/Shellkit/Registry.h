@@ -5,8 +5,12 @@
 #include "Afx/text/CString.h"
 #include "Shellkit/Export.h"
 
+/// The suite that the library is part of, and its maker's key in the settings store.
+inline constexpr char kProductName[] = "Corvane Pro";
+inline constexpr char kMakersKey[] = "Software\\Velmara Open Systems";
+
 /// One key of the settings store; value names ignore case. Without an argument the application's own key,
-/// "Software\Velmara Open Systems\Corvane Pro".
+/// the product's below its maker's.
 class SHELLKIT_API CRegistry
 {
 public:

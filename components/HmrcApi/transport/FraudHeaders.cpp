@@ -16,7 +16,6 @@ namespace
 
 constexpr char kSetting[] = "HMRCFraudPreventionHeaders";
 constexpr char kDeviceId[] = "HMRCDeviceID";
-constexpr std::string_view kProductName = "Corvane Pro";
 
 /// A UUID made once and kept in the settings; empty when they cannot keep it, since another one each time would lie.
 std::string DeviceId()

@@ -26,9 +26,7 @@ public:
     {
         if (Quarry::HasConnection())
             return;
-        CString key;
-        key.Format("Software\\%s\\%s", "Velmara Open Systems", "Corvane Pro");
-        const CRegistry registry(key);
+        const CRegistry registry;
         CString text = registry.GetString("DataSource");
         if (text.IsEmpty())
             text = registry.GetString("Datasource"); // older programs; the same where names ignore case
