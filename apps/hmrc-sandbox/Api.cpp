@@ -1,10 +1,10 @@
+#include <algorithm>
+#include <chrono>
+
 #include "Errors.h"
 #include "Handlers.h"
 #include "Interfaces.h"
 #include "Scenarios.h"
-
-#include <algorithm>
-#include <chrono>
 
 namespace Sandbox
 {

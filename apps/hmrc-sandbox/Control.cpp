@@ -1,12 +1,12 @@
+#include <climits>
+#include <iterator>
+#include <string_view>
+
 #include "ControlBody.h"
 #include "ControlError.h"
 #include "Handlers.h"
 #include "Interfaces.h"
 #include "Text.h"
-
-#include <climits>
-#include <iterator>
-#include <string_view>
 
 namespace Sandbox
 {
@@ -178,7 +178,7 @@ struct Control
 {
     std::string_view method;
     std::string_view path;
-    bool below; ///< the path may go on
+    bool below; // the path may go on
     Answer (*handle)(State&, const Options&, const Call&);
 };
 

@@ -1,9 +1,9 @@
 #include "ControlBody.h"
 
-#include "ControlError.h"
-
 #include <algorithm>
 #include <cstdint>
+
+#include "ControlError.h"
 
 namespace Sandbox
 {

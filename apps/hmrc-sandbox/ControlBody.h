@@ -1,5 +1,7 @@
 #pragma once
 
+// The bodies of the server's own switches.
+
 #include <initializer_list>
 #include <nlohmann/json.hpp>
 #include <optional>

@@ -1,5 +1,7 @@
 #pragma once
 
+// What is wrong with a control request.
+
 #include <stdexcept>
 
 namespace Sandbox

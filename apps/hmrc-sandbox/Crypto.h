@@ -1,5 +1,7 @@
 #pragma once
 
+// Random texts and hashes of the sign-in.
+
 #include <string>
 #include <string_view>
 

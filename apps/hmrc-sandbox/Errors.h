@@ -1,8 +1,10 @@
 #pragma once
 
-#include "Http.h"
+// HMRC's error codes and the answers that carry them.
 
 #include <string_view>
+
+#include "Http.h"
 
 namespace Sandbox
 {
@@ -13,7 +15,7 @@ struct ErrorCode
     const char* code;
     int status;
     const char* message;
-    bool challenge; ///< the gateway adds WWW-Authenticate
+    bool challenge; // the gateway adds WWW-Authenticate
 };
 
 /// The row of `code`, null when HMRC has no such code.

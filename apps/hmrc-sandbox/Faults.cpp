@@ -1,11 +1,11 @@
 #include "Faults.h"
 
+#include <algorithm>
+
 #include "ControlBody.h"
 #include "ControlError.h"
 #include "Errors.h"
 #include "Text.h"
-
-#include <algorithm>
 
 namespace Sandbox
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Http.h"
+// Answers that are broken on purpose.
 
 #include <deque>
 #include <functional>
@@ -9,39 +9,41 @@
 #include <string>
 #include <string_view>
 
+#include "Http.h"
+
 namespace Sandbox
 {
 
 /// How a fault changes an answer.
 enum class FaultAction
 {
-    Error,      ///< HMRC's error answer of a code
-    OAuthError, ///< the OAuth endpoints' error answer
-    Html,       ///< a proxy's error page
-    Empty,      ///< no body
-    Malformed,  ///< text that is not JSON
-    TooLarge,   ///< good JSON of more than 8 MiB
-    TooDeep,    ///< good JSON of more than 32 levels
-    CutOff,     ///< the ordinary answer, half of it, with the length of that half
-    Dropped,    ///< the ordinary answer, the connection closed half-way
-    Slow,       ///< the ordinary answer, late
-    Redirect    ///< 307 to the same path, which then answers
+    Error,      // HMRC's error answer of a code
+    OAuthError, // the OAuth endpoints' error answer
+    Html,       // a proxy's error page
+    Empty,      // no body
+    Malformed,  // text that is not JSON
+    TooLarge,   // good JSON of more than 8 MiB
+    TooDeep,    // good JSON of more than 32 levels
+    CutOff,     // the ordinary answer, half of it, with the length of that half
+    Dropped,    // the ordinary answer, the connection closed half-way
+    Slow,       // the ordinary answer, late
+    Redirect    // 307 to the same path, which then answers
 };
 
 /// A fault that is waiting for its path.
 struct Fault
 {
-    std::string path; ///< a whole path or its first segments
+    std::string path; // a whole path or its first segments
     std::string name;
     FaultAction action = FaultAction::Error;
-    int times = 1;           ///< answers still to break; not used when `always`
-    bool always = false;     ///< until the faults are cleared
-    int status = 0;          ///< of the answer; 0: the fault's own
-    int retryAfter = -1;     ///< seconds, as a Retry-After header; negative: none
-    int delayMs = 0;         ///< wait before answering
-    std::string location;    ///< where a redirect leads; empty: the same path
-    std::string code;        ///< of an Error; the `error` member of an OAuthError
-    std::string description; ///< of an OAuthError
+    int times = 1;           // answers still to break; not used when `always`
+    bool always = false;     // until the faults are cleared
+    int status = 0;          // of the answer; 0: the fault's own
+    int retryAfter = -1;     // seconds, as a Retry-After header; negative: none
+    int delayMs = 0;         // wait before answering
+    std::string location;    // where a redirect leads; empty: the same path
+    std::string code;        // of an Error; the `error` member of an OAuthError
+    std::string description; // of an OAuthError
 };
 
 /// The fault that a control body describes; throws ControlError with what is wrong with it.

@@ -1,5 +1,7 @@
 #pragma once
 
+// What answers a request, by the part of the platform that is asked.
+
 #include "Http.h"
 #include "State.h"
 

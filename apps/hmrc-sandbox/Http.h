@@ -1,5 +1,7 @@
 #pragma once
 
+// A request and its answer, free of the server that carries them.
+
 #include <chrono>
 #include <map>
 #include <string>
@@ -16,12 +18,12 @@ using Parameters = std::multimap<std::string, std::string>;
 struct Call
 {
     std::string method;
-    std::string path;          ///< percent-decoded, without the query
-    std::string accept;        ///< empty: no such header
-    std::string authorization; ///< empty: no such header
+    std::string path;          // percent-decoded, without the query
+    std::string accept;        // empty: no such header
+    std::string authorization; // empty: no such header
     std::string contentType;
     std::string body;
-    Parameters parameters; ///< of the query, and of the body when it is a form
+    Parameters parameters; // of the query, and of the body when it is a form
     bool hasQuery = false;
 };
 
@@ -32,9 +34,9 @@ struct Answer
     std::string body;
     std::string contentType = "application/json";
     std::vector<std::pair<std::string, std::string>> headers;
-    std::string code;                   ///< HMRC's code or the OAuth error, for the list of requests; empty: none
-    bool dropped = false;               ///< close the connection half-way through the announced body
-    std::chrono::milliseconds delay{0}; ///< wait before the first byte
+    std::string code;                   // HMRC's code or the OAuth error, for the list of requests; empty: none
+    bool dropped = false;               // close the connection half-way through the announced body
+    std::chrono::milliseconds delay{0}; // wait before the first byte
 };
 
 } // namespace Sandbox

@@ -1,5 +1,7 @@
 #pragma once
 
+// The shapes of identifiers and tax years in HMRC's paths.
+
 #include <string_view>
 
 namespace Sandbox

@@ -1,9 +1,9 @@
 #include "Interfaces.h"
 
+#include <algorithm>
+
 #include "Identifiers.h"
 #include "Text.h"
-
-#include <algorithm>
 
 namespace Sandbox
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+// The table of interfaces that the server speaks.
+
 #include <optional>
 #include <span>
 #include <string>
@@ -11,7 +13,7 @@ namespace Sandbox
 /// What stands in an interface's path before the tax year.
 enum class IdKind
 {
-    None, ///< neither identifier nor tax year
+    None, // neither identifier nor tax year
     Utr,
     Nino
 };
@@ -19,18 +21,18 @@ enum class IdKind
 /// One interface that the server speaks. A further one is a further row of the table.
 struct Interface
 {
-    std::string_view path; ///< with "{id}" and "{taxYear}" for the variable segments
+    std::string_view path; // with "{id}" and "{taxYear}" for the variable segments
     IdKind id;
-    std::string_view versions; ///< of the Accept header, separated by blanks
-    std::string_view scope;    ///< empty: open to everyone, no token needed
-    std::string_view body;     ///< the answer of an interface without data; empty: it has data
+    std::string_view versions; // of the Accept header, separated by blanks
+    std::string_view scope;    // empty: open to everyone, no token needed
+    std::string_view body;     // the answer of an interface without data; empty: it has data
 
-    std::string_view supportPath;     ///< POST here primes the data; empty: nothing to prime
-    std::string_view supportVersions; ///< of its Accept header
-    bool supportEchoes;               ///< priming answers with the data, else with an empty object
-    std::string_view scenarios;       ///< their group
-    std::string_view defaultScenario; ///< primed when the request names none
-    std::string_view startScenario;   ///< unprimed, with --scenario: this one; empty: the named one itself
+    std::string_view supportPath;     // POST here primes the data; empty: nothing to prime
+    std::string_view supportVersions; // of its Accept header
+    bool supportEchoes;               // priming answers with the data, else with an empty object
+    std::string_view scenarios;       // their group
+    std::string_view defaultScenario; // primed when the request names none
+    std::string_view startScenario;   // unprimed, with --scenario: this one; empty: the named one itself
 };
 
 /// Every interface.

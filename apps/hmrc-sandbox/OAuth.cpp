@@ -1,14 +1,14 @@
 #include "OAuth.h"
 
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <optional>
+
 #include "Crypto.h"
 #include "Errors.h"
 #include "Handlers.h"
 #include "RedirectUri.h"
 #include "Text.h"
-
-#include <algorithm>
-#include <nlohmann/json.hpp>
-#include <optional>
 
 namespace Sandbox
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+// The application that is registered with the server.
+
 namespace Sandbox
 {
 

@@ -1,5 +1,7 @@
 #pragma once
 
+// Which redirect addresses can be registered.
+
 #include <string_view>
 
 namespace Sandbox

@@ -1,10 +1,10 @@
 #include "RequestLog.h"
 
-#include "Text.h"
-
 #include <algorithm>
 #include <iterator>
 #include <utility>
+
+#include "Text.h"
 
 namespace Sandbox
 {

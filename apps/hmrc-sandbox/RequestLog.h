@@ -1,10 +1,12 @@
 #pragma once
 
-#include "Http.h"
+// What was asked, for tests.
 
 #include <deque>
 #include <nlohmann/json.hpp>
 #include <string>
+
+#include "Http.h"
 
 namespace Sandbox
 {

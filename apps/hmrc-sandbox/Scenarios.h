@@ -1,5 +1,7 @@
 #pragma once
 
+// HMRC's published test data.
+
 #include <string>
 #include <string_view>
 #include <vector>

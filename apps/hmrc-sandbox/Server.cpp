@@ -1,9 +1,9 @@
 #include "Server.h"
 
+#include <cerrno>
+
 #include "Errors.h"
 #include "HmrcApi/redirect/detail/LoopbackServer.h"
-
-#include <cerrno>
 
 namespace Sandbox
 {

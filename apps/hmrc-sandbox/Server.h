@@ -1,12 +1,14 @@
 #pragma once
 
-#include "Service.h"
+// The server on its port.
 
 #include <condition_variable>
 #include <memory>
 #include <mutex>
 #include <stdexcept>
 #include <string>
+
+#include "Service.h"
 
 namespace Sandbox
 {

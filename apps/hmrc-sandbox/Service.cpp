@@ -1,12 +1,12 @@
 #include "Service.h"
 
+#include <string_view>
+#include <utility>
+
 #include "ControlError.h"
 #include "Handlers.h"
 #include "Interfaces.h"
 #include "Text.h"
-
-#include <string_view>
-#include <utility>
 
 namespace Sandbox
 {

@@ -1,9 +1,11 @@
 #pragma once
 
-#include "Http.h"
-#include "State.h"
+// HMRC's rules without a socket.
 
 #include <mutex>
+
+#include "Http.h"
+#include "State.h"
 
 namespace Sandbox
 {
@@ -18,7 +20,7 @@ public:
     Answer Handle(const Call& call);
 
 private:
-    std::mutex m_mutex; ///< over m_state
+    std::mutex m_mutex; // over m_state
     Options m_options;
     State m_state;
 };

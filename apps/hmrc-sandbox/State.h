@@ -1,8 +1,6 @@
 #pragma once
 
-#include "Faults.h"
-#include "RequestLog.h"
-#include "Tokens.h"
+// What a request can change.
 
 #include <deque>
 #include <map>
@@ -10,25 +8,29 @@
 #include <set>
 #include <string>
 
+#include "Faults.h"
+#include "RequestLog.h"
+#include "Tokens.h"
+
 namespace Sandbox
 {
 
 /// What the server is started with; a reset keeps it.
 struct Options
 {
-    std::string scenario; ///< answers every identifier and year that is not primed; empty: those have no data
+    std::string scenario; // answers every identifier and year that is not primed; empty: those have no data
     Now now = [] { return std::chrono::steady_clock::now(); };
-    Issued issued{}; ///< told of each code and token that is given out; for tests that look for them where none may be
+    Issued issued{}; // told of each code and token that is given out; for tests that look for them where none may be
 };
 
 /// What a test has switched.
 struct Switches
 {
-    bool denyAuthorisation = false;              ///< the user says no on the authorise page
-    bool refuseRefresh = false;                  ///< every refresh token counts as withdrawn
-    bool refreshInProgress = false;              ///< every refresh meets another one
-    bool throttle = false;                       ///< the automatic limit of three requests in a second
-    std::optional<std::set<std::string>> maySee; ///< identifiers that the token's user may see; nothing: all
+    bool denyAuthorisation = false;              // the user says no on the authorise page
+    bool refuseRefresh = false;                  // every refresh token counts as withdrawn
+    bool refreshInProgress = false;              // every refresh meets another one
+    bool throttle = false;                       // the automatic limit of three requests in a second
+    std::optional<std::set<std::string>> maySee; // identifiers that the token's user may see; nothing: all
 };
 
 /// Everything that a request can change.
@@ -40,9 +42,9 @@ struct State
     Faults faults;
     RequestLog requests;
     Switches switches;
-    std::map<std::string, std::string> primed;  ///< by data path: the body
-    std::map<std::string, std::string> answers; ///< by data path: a body put there as it is; goes before `primed`
-    std::deque<TimePoint> recent;               ///< requests that passed the limit within the last second
+    std::map<std::string, std::string> primed;  // by data path: the body
+    std::map<std::string, std::string> answers; // by data path: a body put there as it is; goes before `primed`
+    std::deque<TimePoint> recent;               // requests that passed the limit within the last second
 };
 
 } // namespace Sandbox

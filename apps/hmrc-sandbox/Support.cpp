@@ -1,10 +1,10 @@
+#include <nlohmann/json.hpp>
+#include <optional>
+
 #include "Errors.h"
 #include "Handlers.h"
 #include "Interfaces.h"
 #include "Scenarios.h"
-
-#include <nlohmann/json.hpp>
-#include <optional>
 
 namespace Sandbox
 {

@@ -1,11 +1,13 @@
 #pragma once
 
-#include "Http.h"
+// Small operations on text.
 
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "Http.h"
 
 namespace Sandbox
 {

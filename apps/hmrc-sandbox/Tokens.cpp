@@ -1,9 +1,9 @@
 #include "Tokens.h"
 
+#include <utility>
+
 #include "Crypto.h"
 #include "Text.h"
-
-#include <utility>
 
 namespace Sandbox
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+// What has been given out to the application, and how long it holds.
+
 #include <chrono>
 #include <functional>
 #include <map>
@@ -39,14 +41,14 @@ public:
     {
         std::string redirectUri;
         Scopes scopes;
-        std::string challenge; ///< empty: none was sent
+        std::string challenge; // empty: none was sent
     };
 
     /// An access token's rights.
     struct Access
     {
         Scopes scopes;
-        bool application; ///< of a client-credentials grant: no user stands behind it
+        bool application; // of a client-credentials grant: no user stands behind it
         TimePoint expires;
     };
 
@@ -56,7 +58,7 @@ public:
         std::string access;
         std::string refresh;
         Scopes scopes;
-        long long lifetime; ///< seconds
+        long long lifetime; // seconds
     };
 
     explicit Tokens(Now now, Issued issued = {});
@@ -100,7 +102,7 @@ private:
     };
     struct Grant
     {
-        std::string access; ///< the token that a refresh supersedes
+        std::string access; // the token that a refresh supersedes
         Scopes scopes;
         TimePoint ends;
     };

@@ -1,10 +1,10 @@
-#include "Scenarios.h"
-#include "Server.h"
-
 #include <CLI/CLI.hpp>
 #include <csignal>
 #include <cstdio>
 #include <thread>
+
+#include "Scenarios.h"
+#include "Server.h"
 
 namespace
 {

@@ -1,5 +1,7 @@
 #pragma once
 
+// Numbers in a text that a user gave.
+
 #include <charconv>
 #include <string_view>
 #include <system_error>
