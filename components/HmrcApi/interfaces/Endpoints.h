@@ -21,15 +21,24 @@ struct Interface;
 
 /// What the interfaces share: one retrieval by a row of Interface.h, and the seam at which example answers come in.
 ///
-/// An identifier is taken in upper case and without blanks: " aa 00 00 01 a " is asked for as AA000001A. One that is
-/// not letters and digits then, or empty, is refused before anything is sent, with HMRC's code for it and no status.
-/// The tax year is the real one, by the calendar year in which it ends: 2018 is asked for as 2017-18; outside 1 to 9999
-/// it is refused likewise (TAX_YEAR_INVALID). Every failure throws HmrcApiErrorException; what is asked again,
-/// refreshed and reported is one table (answers/AnswerTable.h). HMRC has nothing for the person and year: a response
-/// whose IsNothingYet() is true. Used by one thread; waits for HMRC up to a minute a request and shows the wait window.
+/// Before      The authorisation's tokens are loaded (CAuthorisation::LoadTokens), else the request goes without one
+/// and
+///             HMRC refuses it; the store can keep refreshed ones.
+/// Identifier  Taken in upper case and without blanks: " aa 00 00 01 a " is asked for as AA000001A. One that is not
+///             letters and digits then, or empty, is refused before anything is sent, with HMRC's code for it and no
+///             status. Whether it is a good one is HMRC's to say.
+/// Tax year    The real one, by the calendar year in which it ends: 2018 is asked for as 2017-18. Outside 1 to 9999 it
+///             is refused likewise (TAX_YEAR_INVALID); for which years there is data is HMRC's to say.
+/// Result      The records; a response whose IsNothingYet() is true when HMRC has nothing for the person and year.
+/// Errors      HmrcApiErrorException. What is asked again, refreshed and reported is one table
+///             (answers/AnswerTable.h); a token that has run out is refreshed once.
+/// Written     One log line an answer, masked; refreshed tokens, to the store.
+///
+/// Used by one thread; waits for HMRC up to a minute a request and shows the wait window, whose Cancel ends it.
 class HMRCAPI_API CEndpoint
 {
 public:
+    /// The authorisation must outlive the endpoint.
     explicit CEndpoint(CAuthorisation& authorisation) noexcept : m_authorisation(authorisation) {}
     virtual ~CEndpoint();
 
@@ -48,21 +57,26 @@ private:
     CAuthorisation& m_authorisation;
 };
 
+/// Individual PAYE. Scope read:individual-paye.
 class HMRCAPI_API CPaye : public CEndpoint
 {
 public:
     using CEndpoint::CEndpoint;
-    /// `identifier`: National Insurance number.
+    /// `identifier`: the National Insurance number, "AA000001A". `logger`: null for none.
     CPayeResponse GetPaye(const std::string& identifier, short taxYear, IChainLogger* logger);
 };
 
+/// National Insurance. Scope read:national-insurance.
 class HMRCAPI_API CNationalInsurance : public CEndpoint
 {
 public:
     using CEndpoint::CEndpoint;
-    /// `identifier`: UTR.
+    /// `identifier`: the UTR, ten digits; not the National Insurance number. `logger`: null for none.
     CNationalInsuranceResponse GetNationalInsurance(const std::string& identifier, short taxYear, IChainLogger* logger);
 };
+
+// These answer with an example of HMRC's (see Examples.h), whoever and whatever year is asked about: no network, no
+// tokens. An identifier or year that would be refused is refused here too. `Live`: HMRC has nothing.
 
 class HMRCAPI_API CPayeOverride : public CPaye, public IEndpointOverride
 {

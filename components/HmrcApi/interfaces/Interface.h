@@ -13,27 +13,33 @@ namespace HmrcApi
 class CPayeResponse;
 struct CNationalInsuranceResponse;
 
-/// A row without what is read. Request: GET BASE/`before`IDENTIFIER/annual-summary/YEAR.
+/// A row without what is read. The request is GET BASE/`before`IDENTIFIER/annual-summary/YEAR, as in
+/// https://api.service.hmrc.gov.uk/national-insurance/sa/2234567890/annual-summary/2017-18, with the headers
+/// "Accept: application/vnd.hmrc.VERSION+json" and "Authorization: Bearer TOKEN". Texts live as long as the program.
 struct InterfaceFacts
 {
-    const char* name;                    // for log lines and the wait window
-    const char* before;                  // the path before the identifier
-    const char* identifier;              // what names the person, for messages
-    const char* invalid;                 // HMRC's code for one that it refuses
-    const char* version;                 // of the Accept header
-    const char* scope;                   // that the token must have
-    std::array<const char*, 7> examples; // file of interfaces/examples, by IEndpointOverride::ResponseType
+    const char* name;       // for log lines and the wait window
+    const char* before;     // the path before the identifier, from the base address on: ends in '/', begins with none
+    const char* identifier; // what the identifier is, for messages: "UTR"
+    const char* invalid;    // HMRC's code for an identifier that it refuses; ours for one that is never sent
+    const char* version;    // of the answer's format: "1.1"
+    const char* scope;      // that the token must have been given for
+    /// Names of files of interfaces/examples, without ".json", by IEndpointOverride::ResponseType; null for Live.
+    std::array<const char*, 7> examples;
 };
 
-/// A row: the facts and the reader of a 200 answer's body, which throws HmrcApiErrorException for what it refuses.
+/// A row: the facts and the reader. A further interface is a further row with a class in Endpoints.h.
 template<class Response>
 struct Interface : InterfaceFacts
 {
+    /// Reads the body of a 200 answer; throws HmrcApiErrorException without a status for what it refuses.
     Response (*read)(std::string_view json);
 };
 
-/// HMRC has published no path of this one: it follows the pattern of its sisters.
+/// Income, tax, pensions, benefits and allowances, by National Insurance number. HMRC has published no path of this
+/// one: it follows the pattern of its sisters.
 extern HMRCAPI_API const Interface<CPayeResponse> kPaye;
+/// Contributions, by UTR. Source: HMRC's National Insurance interface, version 1.1.
 extern HMRCAPI_API const Interface<CNationalInsuranceResponse> kNationalInsurance;
 
 } // namespace HmrcApi
