@@ -105,7 +105,7 @@ function(morvut_component name)
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
   install(DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}/" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${name}"
     FILES_MATCHING PATTERN "*.h" PATTERN "*.def" PATTERN "drivers" EXCLUDE PATTERN "cipher" EXCLUDE
-    PATTERN "detail" EXCLUDE)
+    PATTERN "detail" EXCLUDE PATTERN "server" EXCLUDE)
   install(FILES "${exports}/${name}/Export.h" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${name}")
 endfunction()
 

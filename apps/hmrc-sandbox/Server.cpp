@@ -3,7 +3,7 @@
 #include <cerrno>
 
 #include "Errors.h"
-#include "HmrcApi/redirect/detail/LoopbackServer.h"
+#include "HmrcApi/redirect/server/LoopbackServer.h"
 
 namespace Sandbox
 {

@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "HmrcApi/http/HttpModule.h"
-#include "HmrcApi/redirect/detail/LoopbackServer.h"
+#include "HmrcApi/redirect/server/LoopbackServer.h"
 
 namespace HmrcApi
 {

@@ -1,10 +1,8 @@
 #include "HmrcApi/transport/FraudHeaders.h"
 
-#include <cstdlib>
-#include <fstream>
-
 #include "Afx/text/TextFold.h"
 #include "Afx/time/Clock.h"
+#include "HmrcApi/transport/detail/Machine.h"
 #include "HmrcApi/transport/Uri.h"
 #include "Shellkit/Identity.h"
 #include "Shellkit/Registry.h"
@@ -42,38 +40,22 @@ std::string TimeZone()
     return text;
 }
 
-#ifndef _WIN32
-std::string FirstLine(const char* path)
-{
-    std::ifstream file(path);
-    std::string line;
-    std::getline(file, line);
-    return line;
-}
-#endif
-
-/// System and device; on Windows nothing yet.
+/// System and device; empty when the system does not tell.
 std::string Device()
 {
-#ifdef _WIN32
-    return {};
-#else
-    const std::string version = FirstLine("/proc/sys/kernel/osrelease");
-    const std::string maker = FirstLine("/sys/class/dmi/id/sys_vendor");
-    const std::string model = FirstLine("/sys/class/dmi/id/product_name");
-    return EncodeForm(
-        {{"os-family", "Linux"}, {"os-version", version}, {"device-manufacturer", maker}, {"device-model", model}});
-#endif
+    const Detail::Machine machine = Detail::ReadMachine();
+    if (machine.system.empty())
+        return {};
+    return EncodeForm({{"os-family", machine.system},
+                       {"os-version", machine.version},
+                       {"device-manufacturer", machine.maker},
+                       {"device-model", machine.model}});
 }
 
 std::string SystemUser()
 {
-#ifdef _WIN32
-    const char* name = std::getenv("USERNAME");
-#else
-    const char* name = std::getenv("USER");
-#endif
-    return name && *name ? EncodeForm({{"os", name}}) : std::string();
+    const std::string name = Detail::SystemUser();
+    return name.empty() ? std::string() : EncodeForm({{"os", name}});
 }
 
 } // namespace

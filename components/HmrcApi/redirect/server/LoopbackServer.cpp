@@ -1,4 +1,4 @@
-#include "HmrcApi/redirect/detail/LoopbackServer.h"
+#include "HmrcApi/redirect/server/LoopbackServer.h"
 
 #include <algorithm>
 #include <array>
@@ -10,9 +10,7 @@
 #include <optional>
 #include <system_error>
 
-#ifndef _WIN32
-#include <poll.h>
-#endif
+#include "HmrcApi/redirect/server/Sockets.h"
 
 namespace HmrcApi
 {
@@ -20,29 +18,12 @@ namespace
 {
 
 using Clock = std::chrono::steady_clock;
+using Detail::Direction;
 
 constexpr std::chrono::seconds kRequestTime{5}, kAnswerTime{5};
 constexpr std::chrono::milliseconds kSlice{50}; // how soon the end is noticed
 constexpr int kQueue = 128;                     // connections; the library's five make a burst wait for a second
 constexpr int kMostThreads = 200;
-
-#ifdef _WIN32
-constexpr int kSendFlags = 0;
-int Poll(pollfd& file, int milliseconds) { return WSAPoll(&file, 1, milliseconds); }
-void Close(socket_t socket)
-{
-    ::shutdown(socket, SD_BOTH);
-    ::closesocket(socket);
-}
-#else
-constexpr int kSendFlags = MSG_NOSIGNAL | MSG_DONTWAIT;
-int Poll(pollfd& file, int milliseconds) { return ::poll(&file, 1, milliseconds); }
-void Close(socket_t socket)
-{
-    ::shutdown(socket, SHUT_RDWR);
-    ::close(socket);
-}
-#endif
 
 /// Only SO_REUSEADDR: with SO_REUSEPORT a second program could listen on the same port.
 void ReuseAddress(socket_t socket)
@@ -99,18 +80,18 @@ public:
     /// Waits for the next request; its time begins with its first byte.
     bool Await(std::chrono::seconds idle)
     {
-        const bool isThere = m_begin < m_end || Wait(POLLIN, Clock::now() + idle);
+        const bool isThere = m_begin < m_end || Wait(Direction::Read, Clock::now() + idle);
         m_readEnd = Clock::now() + kRequestTime;
         return isThere;
     }
 
-    bool is_readable() const override { return m_begin < m_end || Wait(POLLIN, m_readEnd); }
-    bool is_writable() const override { return Wait(POLLOUT, WriteEnd()); }
+    bool is_readable() const override { return m_begin < m_end || Wait(Direction::Read, m_readEnd); }
+    bool is_writable() const override { return Wait(Direction::Write, WriteEnd()); }
     ssize_t read(char* bytes, std::size_t size) override
     {
         m_writeEnd.reset(); // what is written behind this is another answer
         if (m_begin == m_end) {
-            if (!Wait(POLLIN, m_readEnd))
+            if (!Wait(Direction::Read, m_readEnd))
                 return -1;
             const auto got = ::recv(m_socket, m_buffer.data(), m_buffer.size(), 0);
             if (got <= 0)
@@ -126,9 +107,9 @@ public:
     ssize_t write(const char* bytes, std::size_t size) override
     {
         constexpr std::size_t kMost = 1 << 20; // of one call
-        if (!Wait(POLLOUT, WriteEnd()))
+        if (!Wait(Direction::Write, WriteEnd()))
             return -1;
-        return static_cast<ssize_t>(::send(m_socket, bytes, std::min(size, kMost), kSendFlags));
+        return static_cast<ssize_t>(::send(m_socket, bytes, std::min(size, kMost), Detail::kSendFlags));
     }
     // Nobody asks: all of them are on this computer.
     void get_remote_ip_and_port(std::string&, int&) const override {}
@@ -143,12 +124,13 @@ private:
             m_writeEnd = Clock::now() + kAnswerTime;
         return *m_writeEnd;
     }
-    bool Wait(short events, Clock::time_point end) const
+    bool Wait(Direction direction, Clock::time_point end) const
     {
         while (!m_ending) {
             const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
-            pollfd file{m_socket, events, 0};
-            if (const int ready = Poll(file, static_cast<int>(std::clamp(left, {}, kSlice).count())); ready > 0)
+            if (const int ready =
+                    Detail::Poll(m_socket, direction, static_cast<int>(std::clamp(left, {}, kSlice).count()));
+                ready > 0)
                 return true;
             else if ((ready < 0 && errno != EINTR) || left.count() <= 0)
                 return false;
@@ -216,7 +198,7 @@ bool LoopbackServer::process_and_close_socket(socket_t socket)
         if (!done)
             break;
     }
-    Close(socket);
+    Detail::Close(socket);
     return done;
 }
 
