@@ -38,22 +38,13 @@ TEST(NINumber, AgreesWithTheShapesWhateverCharacterChanges)
     const std::regex shape("[A-Za-z]{2}[0-9]{6}[A-Za-z]?|[0-9]{2}[A-Za-z][0-9]{5}");
     for (const std::string base : {"QQ123456C", "QQ123456", "12A34567", "12A34567B", "QQ123456CD"})
         for (std::size_t place = 0; place < base.size(); ++place)
-            for (const char c : std::string_view("AZaz@[`{09/: \x80\xC1\xE1\0", 17)) {
+            for (int c = 0; c < 256; ++c) {
                 std::string text = base;
-                text[place] = c;
+                text[place] = static_cast<char>(c);
                 text = text.c_str(); // up to the end mark
                 EXPECT_EQ(IsValidNINumber(text.c_str()), std::regex_match(text, shape)) << text;
+                EXPECT_EQ(IsValidNINumber(text.c_str()), WhyNotNINumber(text.c_str()).IsEmpty()) << text;
             }
-}
-
-TEST(NINumber, IsNeverRefusedWithoutAReason)
-{
-    for (std::size_t place = 0; place < 9; ++place)
-        for (int c = 1; c < 256; ++c) {
-            std::string text = "QQ123456C";
-            text[place] = static_cast<char>(c);
-            ASSERT_EQ(IsValidNINumber(text.c_str()), WhyNotNINumber(text.c_str()).IsEmpty()) << place << ' ' << c;
-        }
 }
 
 // The rule as HMRC words it: multiply the second digit by 6, the third by 7 and so on; the remainder by 11 gives the
