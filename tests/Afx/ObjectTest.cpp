@@ -9,7 +9,6 @@
 #include "Afx/text/Numbers.h"
 #include "Afx/windows/Dialog.h"
 #include "Afx/windows/Edit.h"
-#include "support/TestSupport.h"
 
 TEST(CRuntimeClass, MakesWhatCanBeMadeAndKnowsItsBases)
 {
@@ -20,13 +19,6 @@ TEST(CRuntimeClass, MakesWhatCanBeMadeAndKnowsItsBases)
     EXPECT_TRUE(made->IsKindOf(RUNTIME_CLASS(CEdit)) && made->IsKindOf(RUNTIME_CLASS(CWnd)) &&
                 made->IsKindOf(RUNTIME_CLASS(CObject)));
     EXPECT_FALSE(CWnd().IsKindOf(RUNTIME_CLASS(CEdit)) || made->IsKindOf(nullptr));
-}
-
-TEST(CException, IsCaughtByItsBaseAndKeepsItsClass)
-{
-    EXPECT_EQ(::Test::MessageOf<CException>([] { throw new CInvalidArgException("no such year"); }), "no such year");
-    EXPECT_EQ(::Test::MessageOf<CUserException>([] { throw new CUserException; }), "");
-    EXPECT_FALSE(CInvalidArgException("").IsKindOf(RUNTIME_CLASS(CUserException)));
 }
 
 TEST(CArray, ChecksEveryIndex)

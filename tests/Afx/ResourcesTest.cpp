@@ -1,10 +1,9 @@
 #include "Afx/system/Resources.h"
 
-#include <gtest/gtest-spi.h>
 #include <gtest/gtest.h>
 
 #include "Afx/windows/MessageBox.h"
-#include "support/TestSupport.h"
+#include "Afx/windows/WindowSystem.h"
 
 namespace
 {
@@ -47,13 +46,6 @@ TEST(FillPlaces, FillsInOrderAndOnlyOnce)
     EXPECT_EQ(text, " is using %2.");
 }
 
-TEST(AfxMessageBox, FailsATestThatDoesNotExpectIt)
-{
-    int answer = 0;
-    EXPECT_NONFATAL_FAILURE(answer = AfxMessageBox("Sure?", MB_YESNO), "Sure?");
-    EXPECT_EQ(answer, IDNO);
-}
-
 TEST(AfxMessageBox, AnswersSafelyWhereNobodyCan)
 {
     for (const bool hasConsole : {true, false}) {
@@ -66,19 +58,4 @@ TEST(AfxMessageBox, AnswersSafelyWhereNobodyCan)
             EXPECT_EQ(testing::internal::GetCapturedStderr(), "Sure?\n");
         }
     }
-}
-
-TEST(HeadlessWindowSystem, SendsOnWhatTheScriptDoesNotAnswer)
-{
-    Afx::HeadlessWindowSystem windows;
-    EXPECT_EQ(windows.MessageBox("a", MB_OKCANCEL), IDCANCEL) << "as the console does";
-    std::string unexpected;
-    windows.OnUnexpected([&](const Afx::HeadlessWindowSystem::Shown& shown) {
-        windows.Clear();
-        unexpected = shown.text;
-        return IDNO;
-    });
-    windows.Answer(IDOK);
-    EXPECT_EQ(windows.MessageBox("b", MB_YESNO), IDNO) << "a box with Yes and No offers no OK";
-    EXPECT_EQ(unexpected, "b");
 }

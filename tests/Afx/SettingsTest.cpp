@@ -64,15 +64,6 @@ TEST(Settings, ChangesOneLineAndKeepsTheRest)
     }
 }
 
-TEST(Settings, GivesBackWhatWasWritten)
-{
-    for (const char* const value : {"plain", "", " blanks ", "two\nlines\r\n", "\"quoted\"", "\"", "a\\b",
-                                    "\\n \\\" \n", "; no comment", "[no section]", "a=b", "Zoë £5"}) {
-        EXPECT_TRUE(Settings::Write("Software\\Some Vendor\\Key", "Value", value));
-        EXPECT_EQ(Read("software\\some vendor\\key", "value"), value);
-    }
-}
-
 TEST(Settings, RefusesNamesThatNoFileHolds)
 {
     for (const char* const name : {"", " n", "a=b", "a\nb", ";a", "#a", "[a"})

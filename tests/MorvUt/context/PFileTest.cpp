@@ -5,6 +5,7 @@
 #include "MorvUt/money/Rates.h"
 #include "MorvUt/Practice.h"
 #include "MorvUt/taxyear/PFileYearOffsetter.h"
+#include "support/Case.h"
 
 namespace
 {
@@ -54,19 +55,13 @@ TEST(GetTurnoverDiscloseLevel, TakesTheYearsColumnOrAnotherYears)
     EXPECT_EQ(GetTurnoverDiscloseLevel(2024, 0, 1).GetPence(), 15'000'00) << "no record at all";
     AddYears({2010, 2008});
     Quarry::GetConnection().ExecuteDirectf("INSERT INTO BRIXPFile (nYear) VALUES (2010)"); // changes nothing
-    const struct
-    {
-        short year;
-        int first, second;
-        std::int64_t pounds;
-        const char* why;
-    } rows[] = {
+    const ::Test::Row<short, int, int, std::int64_t> rows[] = {
         {2010, 0, 0, 2010, "sole trader"},         {2010, 1, 0, 2010 * 2, "the older level"},
         {2010, 0, 1, 2010 * 3, "partnership"},     {2010, 1, 1, 2010 * 4, "the older level"},
         {2008, 0, 0, 2008, "2008 has its record"}, {2008, 1, 0, 15'000, "but not for the older level"},
         {2008, -1, 1, 15'000, "of either kind"},   {2011, 0, 0, 2010, "after the last: the latest"},
         {2009, 0, 0, 2010, "between: the latest"}, {2007, 0, 0, 2008, "before the first: the earliest"},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(GetTurnoverDiscloseLevel(row.year, row.first, row.second).GetPence(), row.pounds * 100) << row.why;
+    for (const auto& [year, older, partnership, pounds, why] : rows)
+        EXPECT_EQ(GetTurnoverDiscloseLevel(year, older, partnership).GetPence(), pounds * 100) << why;
 }

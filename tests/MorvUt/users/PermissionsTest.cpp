@@ -12,11 +12,7 @@ TEST_F(Permissions, KeepTheirStoredNumbers)
 {
     EXPECT_EQ(CUserData::GetPermissionQueries().size(), 97u);
     EXPECT_EQ(Allowed(), Numbers{}) << "before the login";
-    const struct
-    {
-        int number;
-        bool (CUserData::*query)(bool) const;
-    } rows[] = {
+    const std::pair<int, bool (CUserData::*)(bool) const> rows[] = {
         {1, &CUserData::AssetRegisterSaveAllowed},
         {24, &CUserData::GlobalClientOperationsAllowed},
         {26, &CUserData::QueryManagerAllowed},
@@ -31,14 +27,14 @@ TEST_F(Permissions, KeepTheirStoredNumbers)
     AddUser("Bob");
     for (const int nobodyAsksFor : {-1, 0, 25, 94, 100, 1'000'000})
         LetUser("Bob", nobodyAsksFor);
-    for (const auto& row : rows)
-        LetUser("Bob", row.number);
-    CUserData::SetUser("Bob");
     Numbers expected;
-    for (const auto& row : rows) {
-        EXPECT_TRUE((TheUser().*row.query)(true)) << row.number;
-        expected.push_back(row.number);
+    for (const auto& [number, query] : rows) {
+        LetUser("Bob", number);
+        expected.push_back(number);
     }
+    CUserData::SetUser("Bob");
+    for (const auto& [number, query] : rows)
+        EXPECT_TRUE((TheUser().*query)(true)) << number;
     EXPECT_EQ(Allowed(), expected);
 }
 
@@ -79,11 +75,7 @@ TEST_F(Permissions, OfOtherUsersAreReadFromTheDatabase)
 {
     AddUser("Bob");
     AddUser("Eve", "", true, "Manager");
-    const struct
-    {
-        int number;
-        int (*query)(CString);
-    } rows[] = {
+    const std::pair<int, int (*)(CString)> rows[] = {
         {74, CUserData::IsTaxExchangeAllowedForUser},
         {27, CUserData::UserHasReviewToolUse},
         {28, CUserData::UserHasReviewToolViewEventsLog},
@@ -91,16 +83,14 @@ TEST_F(Permissions, OfOtherUsersAreReadFromTheDatabase)
         {30, CUserData::UserHasReviewToolFinaliseReviews},
         {31, CUserData::UserHasReviewToolEditTolerances},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.number);
-        LetUser("Eve", row.number); // counts for nothing: Eve has a role
-        EXPECT_EQ(row.query("Bob"), 0) << "no row";
-        LetUser("Bob", row.number);
-        EXPECT_EQ(row.query("Bob"), 1);
-        EXPECT_EQ(row.query("Eve"), 0);
-        LetRole("Manager", row.number);
-        EXPECT_EQ(row.query("Eve"), 1);
-        EXPECT_EQ(row.query("Mallory"), 0) << "no such user";
+    for (const auto& [number, query] : rows) {
+        SCOPED_TRACE(number);
+        LetUser("Eve", number); // counts for nothing: Eve has a role
+        EXPECT_EQ(query("Bob"), 0) << "no row";
+        LetUser("Bob", number);
+        EXPECT_TRUE(query("Bob") == 1 && query("Eve") == 0 && query("Mallory") == 0);
+        LetRole("Manager", number);
+        EXPECT_EQ(query("Eve"), 1);
     }
     EXPECT_EQ(Allowed(), Numbers{}) << "nobody has logged in";
 }
