@@ -18,7 +18,7 @@ protected:
     std::unique_ptr<CConnection> connection, other;
 };
 
-/// B begin, C commit, R rollback; a digit writes that row.
+/// B begin, C commit, R rollback; a digit writes that row. There are unsaved writes at '!', and none at '.'.
 TEST_F(Transaction, LevelsKeepWhatTheyShould)
 {
     // out: ids that are there for another connection afterwards
@@ -38,6 +38,8 @@ TEST_F(Transaction, LevelsKeepWhatTheyShould)
         {"BRB1C", "1", "a level without a write leaves nothing behind"},
         {"BCBC1", "1", "nor does a committed one"},
         {"R1", "1", "a rollback without a level is nothing"},
+        {"B.B1!R.", "", "the only unsaved write is gone"},
+        {"BB1C!BC!C.", "1", "unsaved writes pass to the outer level; one without any takes nothing away"},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(row.why);
@@ -48,6 +50,8 @@ TEST_F(Transaction, LevelsKeepWhatTheyShould)
                 connection->Commit();
             else if (*step == 'R')
                 connection->Rollback();
+            else if (*step == '!' || *step == '.')
+                EXPECT_EQ(connection->HasUnsavedWrites(), *step == '!') << step;
             else
                 Insert(*connection, *step - '0');
         }
@@ -115,26 +119,6 @@ TEST_F(Transaction, StatementsStandAsideUntilItHasBegun)
     connection->Rollback();
     EXPECT_EQ(Count(*connection), 1) << "no rollback takes it";
     EXPECT_NO_THROW(CConnection::Aside{*connection});
-}
-
-TEST_F(Transaction, TellsUnsavedWrites)
-{
-    connection->Begin();
-    EXPECT_FALSE(connection->HasUnsavedWrites());
-    connection->Begin();
-    Insert(*connection, 1);
-    EXPECT_TRUE(connection->HasUnsavedWrites());
-    connection->Rollback();
-    EXPECT_FALSE(connection->HasUnsavedWrites()) << "the only write is gone";
-    connection->Begin();
-    Insert(*connection, 1);
-    connection->Commit();
-    EXPECT_TRUE(connection->HasUnsavedWrites()) << "passed to the outer level";
-    connection->Begin();
-    connection->Commit();
-    EXPECT_TRUE(connection->HasUnsavedWrites()) << "a level without one takes nothing away";
-    connection->Commit();
-    EXPECT_FALSE(connection->HasUnsavedWrites());
 }
 
 TEST_F(Transaction, ABusyFirstWriteCanBeTriedAgain)

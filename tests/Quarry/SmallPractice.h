@@ -7,22 +7,19 @@
 
 using Quarry::CDataList;
 
-/// A database with one table of every type and one with a key of its own.
+/// A database with an ordinary table and one with a key of its own.
 class SmallPractice : public testing::Test
 {
 protected:
-    static constexpr int kID = 0, kName = 1, kParentID = 2, kDue = 3, kPay = 4, kRate = 5, kYear = 6, kSeen = 7,
-                         kToken = 8, kDone = 110;
+    static constexpr int kID = 0, kName = 1, kParentID = 2, kDue = 3, kPay = 4, kYear = 6, kSeen = 7, kDone = 110;
     static constexpr Quarry::Column kColumns[] = {
         {kID, "lID", Cellar::ColumnType::Int},
         {kName, "strName", Cellar::ColumnType::Text},
         {kParentID, "lParentID", Cellar::ColumnType::Int},
         {kDue, "dtDue", Cellar::ColumnType::Date},
         {kPay, "amtPay", Cellar::ColumnType::Money},
-        {kRate, "dblRate", Cellar::ColumnType::Double},
         {kYear, "nYear", Cellar::ColumnType::SmallInt},
         {kSeen, "dtSeen", Cellar::ColumnType::DateTime},
-        {kToken, "vbToken", Cellar::ColumnType::Binary},
         {kDone, "bDone", Cellar::ColumnType::Bit, "1"},
     };
     static constexpr Quarry::Table kTask{"CTask", 77, "BRIXTask", kColumns, {}};
@@ -38,10 +35,9 @@ protected:
     {
         Quarry::SetConnection(Open());
         Quarry::GetConnection().Script(
-            "CREATE TABLE BRIXTask (lID INTEGER PRIMARY KEY, strName TEXT COLLATE NOCASE, lParentID INTEGER, dtDue "
-            "TEXT, "
-            "amtPay INTEGER, dblRate REAL, nYear INTEGER, dtSeen TEXT, vbToken BLOB, bDone INTEGER DEFAULT 1, "
-            "nVersion INTEGER DEFAULT 0);"
+            "CREATE TABLE BRIXTask (lID INTEGER PRIMARY KEY, strName TEXT COLLATE NOCASE, lParentID INTEGER, "
+            "dtDue TEXT, amtPay INTEGER, nYear INTEGER, dtSeen TEXT, bDone INTEGER DEFAULT 1, nVersion INTEGER "
+            "DEFAULT 0);"
             "CREATE TABLE Link (SourceID INTEGER, TypeID INTEGER, TrackerID INTEGER, [default] INTEGER DEFAULT 0, "
             "nVersion INTEGER DEFAULT 0);"
             "CREATE TABLE BRIXNextID (strTable TEXT COLLATE NOCASE NOT NULL PRIMARY KEY, lNext INTEGER);");
