@@ -93,11 +93,3 @@ TEST(CString, FindsAndTokenizesFromAPlaceOn)
     EXPECT_EQ(found, "[Name][120][Date][80]");
     EXPECT_EQ(list.Tokenize(",;", start), "") << "stays at the end";
 }
-
-TEST(CString, ComparesWithCharactersOnEitherSide)
-{
-    const CString a("abc"), b("abd");
-    EXPECT_TRUE(a < b && a < "abd" && "abc" < b && b > a && b > "abc" && "abd" > a);
-    EXPECT_TRUE(a <= "abc" && "abc" >= a && a >= CString("abc") && "abc" == a && a != b);
-    EXPECT_TRUE(CString("\xC3\xA9") > "z") << "bytes compare unsigned";
-}

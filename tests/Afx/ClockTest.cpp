@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <cstdlib>
-#include <limits>
 
 #include "Afx/time/Calendar.h"
 #include "support/Case.h"
@@ -33,15 +32,6 @@ TEST(Calendar, AgreesWithTheStandardLibrary)
     }
 }
 
-TEST(Clock, CountsFromTheEpochBothWays)
-{
-    EXPECT_EQ(Afx::FromUnixMilliseconds(-1), (Afx::LocalTime{1969, 12, 31, 23, 59, 59, 999}));
-    EXPECT_EQ(Afx::ToUnixMilliseconds({2038, 1, 19, 3, 14, 8, 0}), 2147483648000);
-    for (const std::int64_t extreme :
-         {std::numeric_limits<std::int64_t>::min() + 86'400'000, std::numeric_limits<std::int64_t>::max()})
-        EXPECT_EQ(Afx::ToUnixMilliseconds(Afx::FromUnixMilliseconds(extreme)), extreme);
-}
-
 #ifndef _WIN32
 TEST(Clock, GivesLocalTimeByTheZoneInEveryYear)
 {
@@ -62,11 +52,3 @@ TEST(Clock, GivesLocalTimeByTheZoneInEveryYear)
     ::setenv("TZ", before.c_str(), 1);
 }
 #endif
-
-TEST(Clock, RunsOnceNobodySetsIt)
-{
-    ::Test::SetNow(2024, 4, 5, 23, 59, 59);
-    EXPECT_EQ(Afx::Clock::Local(), (Afx::LocalTime{2024, 4, 5, 23, 59, 59, 0}));
-    Afx::Clock::Set({});
-    EXPECT_GT(Afx::Clock::UnixMilliseconds(), Utc(2025, 1, 1, 0));
-}

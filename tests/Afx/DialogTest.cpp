@@ -91,12 +91,3 @@ TEST(CDialog, IsClosedWhenItCannotBeFilledOrWorked)
     Afx::WindowSystem::Install(nullptr);
     EXPECT_EQ(dialog.DoModal(), IDCANCEL);
 }
-
-TEST(CDataExchange, KnowsNoOtherFields)
-{
-    CCodeDialog dialog;
-    for (const int id : {0, 999, IDOK}) // IDOK: there, but no field
-        EXPECT_EQ(::Test::MessageOf<CInvalidArgException>([&] { CDataExchange(&dialog, true).PrepareEditCtrl(id); }),
-                  "The dialog has no field " + std::to_string(id));
-    EXPECT_TRUE(::Test::MessageOf<CUserException>([&] { CDataExchange(&dialog, true).Fail(); }));
-}

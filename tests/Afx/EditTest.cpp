@@ -40,9 +40,8 @@ TEST(CEdit, RepeatsACharacterThatIsHeldDown)
     CEdit edit;
     edit.LimitText(4);
     edit.DeliverChar('a', 9);
-    EXPECT_EQ(::Test::TextOf(edit), "aaaa");
     edit.DeliverChar('\b', 3);
-    EXPECT_EQ(::Test::TextOf(edit), "a");
+    EXPECT_EQ(::Test::TextOf(edit), "a") << "of four";
     edit.SetWindowText("b");
     edit.DeliverChar('a');
     EXPECT_EQ(::Test::TextOf(edit), "ab") << "a text that is set has the caret before it";

@@ -12,7 +12,6 @@ int Sign(int value) { return (value > 0) - (value < 0); }
 TEST(CompareNoCase, FoldsThreeAlphabets)
 {
     const std::tuple<const char*, const char*, int, const char*> rows[] = {
-        {"Statutory Sick Pay", "STATUTORY sick PAY", 0, "ASCII"},
         {"abcdefg[", "ABCDEFG{", -1, "behind the letters, among eight at once"},
         {"abcdefg@", "ABCDEFG`", -1, "before the letters"},
         {"straße", "STRASSE", 1, "sharp s has no pair"},

@@ -15,17 +15,11 @@ class CListening : public CWnd
 {
 public:
     std::string heard;
-    const CWnd* focusWentTo = nullptr;
 
 protected:
     void OnChar(unsigned character, unsigned repeat, unsigned) override
     {
         heard += std::to_string(character) + "x" + std::to_string(repeat) + " ";
-    }
-    void OnKillFocus(CWnd* newFocus) override
-    {
-        heard += "left ";
-        focusWentTo = newFocus;
     }
 };
 
@@ -76,18 +70,4 @@ TEST(CWnd, TakesInputOnlyWhenAllAroundItDoes)
     EXPECT_EQ(control.heard, "");
     control.DeliverChar('a', 3);
     EXPECT_EQ(control.heard, "97x3 ");
-}
-
-TEST(CWnd, TellsWhoLosesTheFocus)
-{
-    CListening first, second;
-    EXPECT_EQ(first.SetFocus(), nullptr);
-    EXPECT_EQ(first.SetFocus(), &first) << "has it already";
-    EXPECT_EQ(second.SetFocus(), &first);
-    EXPECT_EQ(first.heard, "left ");
-    EXPECT_EQ(first.focusWentTo, &second);
-    Afx::HeadlessWindowSystem::Leave();
-    EXPECT_EQ(CWnd::GetFocus(), nullptr);
-    EXPECT_EQ(second.heard, "left ");
-    EXPECT_EQ(second.focusWentTo, nullptr);
 }

@@ -7,18 +7,6 @@
 
 const Dialect* const kDialects[] = {&SqliteDialect(), &PostgresDialect(), &SqlServerDialect()};
 
-TEST(Dialect, KnowsThePlaceholders)
-{
-    using Type = Placeholder::Type;
-    const PreparedText prepared = SqliteDialect().Translate("SELECT %s,%d,%ld,%I64d,%b,%t,%m,%f,'%s'");
-    EXPECT_EQ(prepared.text, "SELECT ?,?,?,?,?,?,?,?,?");
-    std::vector<Type> types;
-    for (const Placeholder& placeholder : prepared.placeholders)
-        types.push_back(placeholder.type);
-    EXPECT_EQ(types, (std::vector{Type::Text, Type::Int, Type::Long, Type::Int64, Type::Binary, Type::DateTime,
-                                  Type::Money, Type::Real, Type::Text}));
-}
-
 TEST(Dialect, RefusesWhatItCannotRead)
 {
     for (const std::string tsql : {"SELECT %x",

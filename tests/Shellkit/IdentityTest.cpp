@@ -19,14 +19,6 @@ TEST(Guid, IsRandomAndSaysSoInUpperCase)
     EXPECT_EQ(seen.size(), 200u);
 }
 
-TEST(ChainId, IsANewOneEachUntilItIsSet)
-{
-    CChainId one, other;
-    EXPECT_NE(one.GetChainIdString(), other.GetChainIdString());
-    other.SetChainId(one.GetChainId());
-    EXPECT_EQ(one.GetChainIdString(), other.GetChainIdString());
-}
-
 TEST(RandomGenerator, GivesPositiveNumbersFromTheWholeRange)
 {
     std::set<long> seen;

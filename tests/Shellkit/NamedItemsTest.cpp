@@ -102,28 +102,6 @@ TEST_F(NamedItems, AreOutOfTheStoreBeforeTheirDestroyerRuns)
     EXPECT_EQ(g_events, (Events{"make o", "make a", "make l", "end a", "end l", "end o"}));
 }
 
-TEST_F(NamedItems, ShutdownGivesUpOnAnItemThatRevivesItself)
-{
-    struct Phoenix
-    {
-        static void* Rise()
-        {
-            ++g_made;
-            return &g_made;
-        }
-        static void Burn(void*)
-        {
-            if (g_made < 100'000) // a store without a bound ends the test all the same
-                GetGlobalDataItem("phoenix", Rise, Burn);
-        }
-    };
-    GetGlobalDataItem("phoenix", Phoenix::Rise, Phoenix::Burn);
-    Shellkit::Shutdown();
-    EXPECT_LT(g_made, 2'000);
-    g_made = 100'000; // lets it go
-    EXPECT_TRUE(DeleteGlobalItem("phoenix"));
-}
-
 TEST_F(NamedItems, ThreadsThatAskAtOnceGetOneItem)
 {
     const auto slow = []() -> void* {
@@ -137,15 +115,4 @@ TEST_F(NamedItems, ThreadsThatAskAtOnceGetOneItem)
     for (std::thread& thread : threads)
         thread.join();
     EXPECT_EQ(g_made, 1);
-}
-
-TEST_F(NamedItems, AFlagIsApartFromItemsOfItsName)
-{
-    GetGlobalDataItem("pin", Make<'p'>, End);
-    EXPECT_FALSE(Shellkit::GetSharedFlag("pin"));
-    for (const bool on : {true, true, false}) {
-        Shellkit::SetSharedFlag("pin", on);
-        EXPECT_EQ(Shellkit::GetSharedFlag("pin"), on);
-    }
-    EXPECT_TRUE(GlobalItemExists("pin"));
 }

@@ -5,7 +5,6 @@
 
 #include "Afx/text/TextFold.h"
 #include "MorvUt/mappings/TypeMappings.h"
-#include "support/Case.h"
 
 namespace
 {
@@ -38,22 +37,6 @@ const TypeMapping kOddTable[] = {
     {11, "EX_", "Eleven"},
     kEndOfTable,
 };
-
-TEST(GetMapIndexFromShortName, IgnoresCase)
-{
-    const ::Test::Row<const TypeMapping*, const char*, int> rows[] = {
-        {mapPSBTypes, "PSBT_statutorypaymentspaidbyhmrc", 1107, "several words long"},
-        {Shares, "", 3, "the row without a key"},
-        {mapPSBTypes, "", kUntouched, "no such row"},
-        {kOddTable, "SAME", 1, "the first of two, not the one that is equal to the letter"},
-        {kOddTable, "\xC3\xA9T\xC3\x89", 3, "accents fold"},
-        {kOddTable, "e\xCC\x81t\xC3\xA9", kUntouched, "another spelling of the accent"},
-        {kOddTable, "CZECH \xC4\x8D", 7, "the last letter folds by another bit than ASCII's"},
-        {kOddTable, "a`longer{key", kUntouched, "signs that differ by the bit of case"},
-    };
-    for (const auto& [table, key, index, why] : rows)
-        EXPECT_EQ(IndexOfKey(table, key), index) << why;
-}
 
 // The lookup compares several characters at once; this is the rule as it reads.
 void ExpectFirstRowEqualButForCase(const TypeMapping* table, const std::string& wanted)
@@ -105,12 +88,8 @@ TEST(GetMapNamesFromIndex, TakeTheFirstRowAndLeaveTheOutputOtherwise)
     EXPECT_FALSE(GetMapLongNameFromIndex(mapPSBTypes, &text, 1000) ||
                  GetMapShortNameFromIndex(mapPSBTypes, &text, 1000));
     EXPECT_STREQ(text, "untouched");
-    EXPECT_EQ(GetMapShortNameFromIndex(kOddTable, &text, 1), 1);
-    EXPECT_STREQ(text, "Same");
     EXPECT_EQ(GetMapLongNameFromIndex(mapNewEmployForeignAspectsGrid, &text, 50), 1);
     EXPECT_STREQ(text, "Foreign Tax with No Tax Credit Relief Claimed") << "the code stands twice";
-    EXPECT_EQ(GetMapShortNameFromIndex(PersonalAllowanceTypes, &text, 0), 1);
-    EXPECT_STREQ(text, "PERSAUTO") << "codes are not in order";
 }
 
 TEST(Lookups, FindNothingWithoutATableOrAText)

@@ -42,7 +42,6 @@ TEST(PoundsToPence, RoundsAsTheDoubleIsPrinted)
     for (const auto& row : rows)
         EXPECT_EQ(PoundsToPence(row.in), row.out) << row.why;
     EXPECT_EQ(PoundsToPence(std::string(1'000'000, '9').c_str()), 0) << "a megabyte of nines is infinity";
-    EXPECT_EQ(PoundsToPence((std::string(1'000'000, ',') + "1").c_str()), 100) << "a megabyte of commas";
     EXPECT_EQ(PoundsToPence((std::string(1'000'000, '0') + "1.25").c_str()), 125) << "a megabyte of zeros";
 }
 

@@ -22,13 +22,6 @@ void CheckAllocate(Amount available, Amount amount, Amount taken, Amount left)
     EXPECT_EQ(available, left);
 }
 
-template<class Value>
-Value Kept(Value value)
-{
-    ZeroIfNegative(value);
-    return value;
-}
-
 } // namespace
 
 TEST(Allocate, TakesWhatThereIs)
@@ -64,9 +57,10 @@ TEST(Allocate, SaturatesAndRefusesWhatIsNoNumber)
 
 TEST(ZeroIfNegative, LeavesTheRest)
 {
-    EXPECT_TRUE(Kept<__int64>(-1) == 0 && Kept<__int64>(kMinPence) == 0 && Kept<__int64>(1) == 1);
-    EXPECT_TRUE(Kept(-0.001) == 0 && Kept(0.5) == 0.5);
-    EXPECT_TRUE(Kept(-0.5L) == 0 && Kept(-static_cast<long double>(kInfinity)) == 0 && Kept(0.5L) == 0.5L);
+    const auto kept = [](auto value) { return ZeroIfNegative(value), value; };
+    EXPECT_TRUE(kept(__int64{-1}) == 0 && kept(kMinPence) == 0 && kept(__int64{1}) == 1);
+    EXPECT_TRUE(kept(-0.001) == 0 && kept(0.5) == 0.5 && kept(-kInfinity) == 0);
+    EXPECT_TRUE(kept(-0.5L) == 0 && kept(0.5L) == 0.5L);
 }
 
 TEST(JointSpousePercentOf, CutsToThePenny)

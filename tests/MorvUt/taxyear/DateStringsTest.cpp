@@ -24,26 +24,6 @@ std::string Fields(const Record& record)
 
 } // namespace
 
-TEST(ParseDateStr, ReadsDatesUnknownAndNothing)
-{
-    const std::string megabyte(1'000'000, '1');
-    const ::Test::Case<const char*, Record> rows[] = {
-        {"Unknown", kUnknown, "capital U"},        {"", kNull, "empty"},
-        {"Used to be", kUnknown, "capital U"},     {nullptr, kNull, "null"},
-        {"unknown", kNoDate, "small u"},           {" ", kNoDate, "a blank"},
-        {"05/04/2024", {5, 4, 2024}, "a date"},    {"X", kUnknown, "X"},
-        {"29/02/1900", kNoDate, "no date"},        {"x", kNoDate, "small x"},
-        {"01/01/0100", {1, 1, 100}, "first"},      {"31/12/9999", {31, 12, 9999}, "last"},
-        {megabyte.c_str(), kNoDate, "a megabyte"},
-    };
-    for (const auto& row : rows) {
-        Record record{7, 7, 7};
-        ParseDateStr(row.in, &record);
-        EXPECT_EQ(Fields(record), Fields(row.out)) << row.why;
-        EXPECT_EQ(Fields(ConvertStrToDate(row.in)), Fields(row.out)) << row.why;
-    }
-}
-
 TEST(ConvertDateToStr, WritesEveryRecord)
 {
     const ::Test::Case<Record, const char*> rows[] = {
@@ -60,11 +40,8 @@ TEST(ConvertDateToStr, WritesEveryRecord)
         convert_date_to_str(&row.in, buffer, sizeof buffer);
         EXPECT_STREQ(buffer, row.out) << row.why;
     }
-    const Record date{5, 4, 2024};
-    char buffer[11] = "xxxxxxxxxx";
-    EXPECT_TRUE(::Test::MessageOf<CInvalidArgException>([&] { convert_date_to_str(&date, buffer, 10); }));
-    EXPECT_STREQ(buffer, "") << "no room for the end mark";
-    EXPECT_TRUE(::Test::MessageOf<CInvalidArgException>([&] { convert_date_to_str(&date, nullptr, 11); }));
+    for (const Record& record : {Record{5, 4, 2024}, kUnknown, kNull})
+        EXPECT_TRUE(::Test::MessageOf<CInvalidArgException>([&] { convert_date_to_str(&record, nullptr, 11); }));
 }
 
 TEST(DateStrings, TodayIsTheLocalDate)
@@ -90,16 +67,6 @@ TEST(CompareDates, SaysOneWhenInOrder)
         EXPECT_EQ(CompareDates(&a, &b), order) << why;
         EXPECT_EQ(DatesIdentical(&a, &b), isIdentical) << why;
     }
-}
-
-TEST(LongDate, IsCutToTheFields)
-{
-    Record record{}, copy{};
-    LtoxD(-20240405, &record);
-    EXPECT_EQ(Fields(record), "251.252.63512") << "bytes";
-    LtoxD(2147483647, &record);
-    CopyDate(&copy, &record);
-    EXPECT_EQ(Fields(copy), "47.36.18140") << "year 214748 in 16 bits";
 }
 
 TEST(ValidXDate, TakesEveryFourthYearForALeapYear)
@@ -131,13 +98,6 @@ TEST(GetDayOfWeek, BeginsOnMonday)
     EXPECT_EQ(GetDayOfWeek(14, 11, 2026), 5);
     EXPECT_EQ(GetDayOfWeek(1, 3, 3000), 6) << "a Saturday, but the congruence is negative";
     EXPECT_EQ(GetDayOfWeek(1, 0, 2024), 6) << "month 0 is not of the year before";
-    constexpr int kEnds[] = {kMinInt, -1, 0, 13, kMaxInt};
-    for (const int day : kEnds)
-        for (const int month : kEnds)
-            for (const int year : kEnds) {
-                const int weekday = GetDayOfWeek(day, month, year);
-                EXPECT_TRUE(weekday >= 0 && weekday <= 6) << day << '/' << month << '/' << year;
-            }
 }
 
 TEST(DayBetween, CountsRealDaysOnly)
@@ -168,14 +128,4 @@ TEST(DayBetween, AgreesWithTheCalendarOnEveryDay)
                 const double days = Kiln::CDate(year, month, day) - Kiln::CDate(2000, 6, 15);
                 EXPECT_EQ(DayBetween(&kFrom, &to), days) << Fields(to);
             }
-}
-
-TEST(DateFormats, AreFourAndANull)
-{
-    const char* const formats[] = {"%d/%m/%y", "%m/%d/%y", "%d %b %Y", "%b %d %Y", nullptr};
-    const char* const shown[] = {"DD/MM/YY", "MM/DD/YY", "DD MMM YYYY", "MMM DD YYYY", nullptr};
-    for (int i = 0; i < 5; ++i) {
-        EXPECT_STREQ(arrDateFormatStrings[i], formats[i]);
-        EXPECT_STREQ(arrDateFormatStringsForDialogs[i], shown[i]);
-    }
 }
