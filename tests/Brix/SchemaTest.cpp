@@ -77,15 +77,12 @@ TEST_F(Schema, LetsOrdinaryToolsAddRows)
 {
     sqlite3* tool = nullptr; // as the sqlite3 command opens it: none of our functions
     ASSERT_EQ(sqlite3_open((::Test::TempDir() + "/practice.db").c_str(), &tool), SQLITE_OK);
-    for (const char* statement : {
-             "INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID, strUserID, strWorkstation) VALUES (7, 'eve', "
-             "'PC')",
-             "INSERT INTO MorvUserLocks (UserId) VALUES ('eve')",
-             "INSERT INTO FeatureLocks (nFeature, strUserID, strWorkstation) VALUES (1, 'eve', 'PC')",
-             "INSERT INTO BRIXUser (strUserID) VALUES ('eve')",
-         })
-        EXPECT_EQ(sqlite3_exec(tool, statement, nullptr, nullptr, nullptr), SQLITE_OK)
-            << statement << ": " << sqlite3_errmsg(tool);
+    const char* const statements =
+        "INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID, strUserID, strWorkstation) VALUES (7, 'eve', 'PC');"
+        "INSERT INTO MorvUserLocks (UserId) VALUES ('eve');"
+        "INSERT INTO FeatureLocks (nFeature, strUserID, strWorkstation) VALUES (1, 'eve', 'PC');"
+        "INSERT INTO BRIXUser (strUserID) VALUES ('eve');";
+    EXPECT_EQ(sqlite3_exec(tool, statements, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(tool);
     sqlite3_close(tool);
     EXPECT_EQ(Cellar::ToLong(Single("SELECT ConnectionID FROM MorvUserLocks"), -1), 0) << "nobody's session";
 }

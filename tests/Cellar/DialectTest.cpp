@@ -1,6 +1,7 @@
 #include "Cellar/Dialect.h"
 
 #include <sstream>
+#include <vector>
 
 #include "CellarTestSupport.h"
 #include "support/Case.h"
@@ -9,34 +10,20 @@ const Dialect* const kDialects[] = {&SqliteDialect(), &PostgresDialect(), &SqlSe
 
 TEST(Dialect, RefusesWhatItCannotRead)
 {
-    for (const std::string tsql : {"SELECT %x",
-                                   "SELECT %",
-                                   "SELECT %day",
-                                   "SELECT ' %s'",
-                                   "SELECT '%d'",
-                                   "SELECT '50%'", // placeholders
-                                   "SELECT 'abc''",
-                                   "SELECT [abc",
-                                   "SELECT \"abc",
-                                   "SELECT 1 /* /* */",
-                                   "SELECT 1 /*/", // left open
-                                   "SELECT @@VERSION",
-                                   "SELECT @a",
-                                   "SELECT ?",
-                                   "SELECT :a",
-                                   "SELECT $a",
-                                   "SELECT `a`", // other languages
-                                   "SELECT 1; DELETE FROM t",
-                                   "EXEC Log 1; DELETE FROM t",
-                                   "EXEC ",
-                                   "",
-                                   " /* */ ;"}) // not one statement
-        for (const Dialect* const dialect : kDialects) {
-            SCOPED_TRACE(tsql + ", " + dialect->GetName());
-            const DatabaseError error = ErrorOf([&] { dialect->Translate(tsql); });
-            EXPECT_EQ(error.GetCategory(), Category::Syntax);
-            EXPECT_EQ(error.GetStatement(), tsql);
-        }
+    const ::Test::Case<const char*, std::vector<std::string>> rows[] = {
+        {"placeholders", {"SELECT %x", "SELECT %", "SELECT %day", "SELECT ' %s'", "SELECT '%d'", "SELECT '50%'"}},
+        {"left open", {"SELECT 'abc''", "SELECT [abc", "SELECT \"abc", "SELECT 1 /* /* */", "SELECT 1 /*/"}},
+        {"other languages", {"SELECT @@VERSION", "SELECT @a", "SELECT ?", "SELECT :a", "SELECT $a", "SELECT `a`"}},
+        {"not one statement", {"SELECT 1; DELETE FROM t", "EXEC Log 1; DELETE FROM t", "EXEC ", "", " /* */ ;"}},
+    };
+    for (const auto& row : rows)
+        for (const std::string& tsql : row.out)
+            for (const Dialect* const dialect : kDialects) {
+                SCOPED_TRACE(tsql + ", " + dialect->GetName() + ": " + row.in);
+                const DatabaseError error = ErrorOf([&] { dialect->Translate(tsql); });
+                EXPECT_EQ(error.GetCategory(), Category::Syntax);
+                EXPECT_EQ(error.GetStatement(), tsql);
+            }
 }
 
 TEST(Dialect, TellsReadingFromWriting)
