@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "MorvUt/Clients.h"
 #include "MorvUt/MorvUt.h"
+#include "support/Practice.h"
 
 /// One client beside the same rows written in C.
 int RunComparison(int argc, char** argv);

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "Brix/Records.h"
-#include "MorvUt/Practice.h"
 #include "support/Case.h"
+#include "support/Practice.h"
 
 TEST(IsClientATrust, LooksAtTheFlagAndOnRequestAtTheOption)
 {

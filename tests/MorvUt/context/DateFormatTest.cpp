@@ -4,8 +4,8 @@
 
 #include "Brix/Records.h"
 #include "Kiln/CDate.h"
-#include "MorvUt/Practice.h"
 #include "support/Case.h"
+#include "support/Practice.h"
 
 namespace
 {

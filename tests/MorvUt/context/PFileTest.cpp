@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "MorvUt/money/Rates.h"
-#include "MorvUt/Practice.h"
 #include "MorvUt/taxyear/PFileYearOffsetter.h"
 #include "support/Case.h"
+#include "support/Practice.h"
 
 namespace
 {

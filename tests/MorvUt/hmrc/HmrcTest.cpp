@@ -1,8 +1,5 @@
 #include "MorvUt/hmrc/HmrcTest.h"
 
-#include <algorithm>
-#include <regex>
-
 #include "HmrcApi/Fakes.h"
 #include "MorvUt/hmrc/schedules/Differences.h"
 
@@ -21,12 +18,6 @@ struct CannedPaye : HmrcApi::CPaye
     }
     std::string json;
 };
-
-std::string Show(const std::string& column, const Cellar::Value& value)
-{
-    const CString text = column.starts_with("amt") ? Cellar::ToAmount(value).Format() : Cellar::ToText(value);
-    return text.IsEmpty() ? "-" : text.Str();
-}
 
 std::string Quoted(const std::string& text) { return text.empty() ? text : '"' + text + '"'; }
 
@@ -156,28 +147,6 @@ std::string HmrcTest::Differences() const
         text += '\n';
     }
     return text;
-}
-
-std::string HmrcTest::Rows(const Cellar::SqlText& statement) const
-{
-    std::string text;
-    const Cellar::RowSet set = Quarry::GetConnection().Queryf(statement);
-    for (const auto& row : set.rows) {
-        std::string line;
-        for (std::size_t i = 0; i < row.size(); ++i)
-            if (set.columns[i] != "bWithdrawn")
-                line += (line.empty() ? "" : "|") + Show(set.columns[i], row[i]);
-            else if (row[i].integer != 0)
-                text += "! ";
-        text += line + '\n';
-    }
-    return text;
-}
-
-std::string HmrcTest::Query(const Cellar::SqlText& statement) const
-{
-    const std::string text = std::regex_replace(Rows(statement), std::regex("\n"), ", ");
-    return text.substr(0, text.size() - std::min<std::size_t>(text.size(), 2));
 }
 
 std::string Replaced(std::string text, const std::string& from, const std::string& to)

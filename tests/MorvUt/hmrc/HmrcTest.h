@@ -10,8 +10,8 @@
 #include "Brix/Records.h"
 #include "HmrcApi/answers/Errors.h"
 #include "MorvUt/hmrc/fetch/PayePrepop.h"
-#include "MorvUt/Practice.h"
 #include "MorvUt/users/UserData.h"
+#include "support/Practice.h"
 
 inline constexpr char kGateway[] = "GATEWAY1";
 inline constexpr short kYear = 2018; // of HMRC's published examples
@@ -30,7 +30,7 @@ private:
     std::string m_json;
 };
 
-class HmrcTest : public testing::Test
+class HmrcTest : public testing::Test, protected ::Test::Practice
 {
 protected:
     HmrcTest();
@@ -59,12 +59,6 @@ protected:
     /// What the return and HMRC differ in: "number item: caption return/hmrc ...", one a line.
     std::string Differences() const;
 
-    /// The rows of a SELECT, a line each: values separated by "|", "-" for nothing, amounts in pounds.
-    std::string Rows(const Cellar::SqlText& statement) const;
-    std::string Query(const Cellar::SqlText& statement) const; // the same rows separated by ", "
-    static void Sql(const Cellar::SqlText& statement) { Quarry::GetConnection().ExecuteDirect(statement); }
-
-    ::Test::Practice m_practice;
     const ClientId m_client{1};
     std::shared_ptr<HmrcApi::CAPIErrorHandler> m_errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
 };

@@ -5,7 +5,6 @@
 #include <random>
 
 #include "HmrcApi/RandomAnswers.h"
-#include "MorvUt/Clients.h"
 #include "MorvUt/hmrc/HmrcTest.h"
 #include "MorvUt/MorvUt.h"
 

@@ -94,8 +94,7 @@ TEST_F(NewSchedules, HaveTheReturnsCodesForBenefitsAndAddUpThoseOfOneCode)
     Forget();
     Fetch(Answer(Employment("1/A", "", "1")));
     for (int number = 29; number <= 54; ++number) // HMRC's, and as many pounds
-        Quarry::GetConnection().ExecuteDirectf(
-            "INSERT INTO BRIXMTD_EmploymentsCompanyBenefits (lID, lMTD_EmploymentsID, nBenefitType, amtAmount) "
+        Sql("INSERT INTO BRIXMTD_EmploymentsCompanyBenefits (lID, lMTD_EmploymentsID, nBenefitType, amtAmount) "
             "SELECT %d, lID, %d, %d FROM BRIXMTD_Employments",
             number, number, number * 10'000);
     Create();
@@ -193,8 +192,7 @@ TEST_F(NewSchedules, TellOfSchedulesThatHmrcDoesNotSend)
         Sql("DELETE FROM BRIXTaxForm");
         Sql("INSERT INTO BRIXTaxForm (lID, lClientID, nYear) VALUES (9, 1, 2018)");
         if (row.typed)
-            Quarry::GetConnection().ExecuteDirectf(
-                "INSERT INTO BRIXNewEmploy (lID, lTaxFormID, nOrdering, strPAYEReference) VALUES (4, 9, 1, %s)",
+            Sql("INSERT INTO BRIXNewEmploy (lID, lTaxFormID, nOrdering, strPAYEReference) VALUES (4, 9, 1, %s)",
                 row.typed);
         Fetch(Answer(Employment(row.first, "", "1"), Pension(row.first, "", "1")));
         std::size_t notes = Create().notes.size();

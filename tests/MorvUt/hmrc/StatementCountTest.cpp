@@ -1,6 +1,5 @@
 #include "MorvUt/hmrc/StatementCount.h"
 
-#include "MorvUt/Clients.h"
 #include "MorvUt/hmrc/HmrcTest.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 
@@ -19,8 +18,7 @@ TEST_F(StatementCount, IsSmallAndTheSameWhoeverElseIsThere)
 {
     const auto kEverything = HmrcApi::IEndpointOverride::Everything;
     const std::vector<int> alone = CountStatements(m_client, kGateway, kEverything);
-    Quarry::SetConnection(
-        Cellar::CConnection::Open(CString(::Test::TempDir() + "/full.db"), Cellar::CConnection::Create::IfMissing));
+    Quarry::SetConnection(Open("full.db"));
     Brix::CreateSchema(Quarry::GetConnection());
     Fill();
     ::Test::AddClients(1000);

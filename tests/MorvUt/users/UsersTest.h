@@ -6,8 +6,8 @@
 
 #include "Afx/system/Resources.h"
 #include "Brix/Records.h"
-#include "MorvUt/Practice.h"
 #include "MorvUt/users/UserData.h"
+#include "support/Practice.h"
 
 class UsersTest : public testing::Test
 {

@@ -11,8 +11,8 @@
 #include <thread>
 
 #include "apps/morv/Program.h"
-#include "MorvUt/Clients.h"
 #include "MorvUt/MorvUt.h"
+#include "support/Practice.h"
 #include "support/TestSupport.h"
 
 namespace

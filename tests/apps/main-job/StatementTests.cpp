@@ -1,7 +1,6 @@
 // A fetch that asks the server sends few statements too, its log lines and the reading of the token included.
 
 #include "apps/main-job/FetchTest.h"
-#include "MorvUt/Clients.h"
 #include "MorvUt/hmrc/StatementCount.h"
 
 namespace

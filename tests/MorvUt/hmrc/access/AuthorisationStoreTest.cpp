@@ -271,8 +271,7 @@ TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
         SCOPED_TRACE(row.why);
         Afx::SetComputerName(std::string_view(row.workstation) == "DESK2" ? "DESK1" : row.workstation);
         Quarry::GetConnection().Script("DELETE FROM MTDAuthorisationLock; DELETE FROM MTDLog;");
-        Quarry::GetConnection().ExecuteDirectf(
-            "INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID, strUserID, dtLocked, strWorkstation, ConnectionID) "
+        Sql("INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID, strUserID, dtLocked, strWorkstation, ConnectionID) "
             "VALUES (7, 'BOB', datetime('now', %s), %s, %s)",
             row.age, row.workstation, row.session);
         EXPECT_EQ(CAuthorisationStore(kGateway).LockStore(), row.isCleared);

@@ -31,7 +31,7 @@ TEST_F(HmrcScope, FollowsTheInterfaceAndTheDiagnosis)
         {0, true, four + " hello", "seven entries"},
     };
     for (const auto& row : rows) {
-        Quarry::GetConnection().ExecuteDirectf("UPDATE BRIXOptions SET nPAYEInterface = %d", row.interface);
+        Sql("UPDATE BRIXOptions SET nPAYEInterface = %d", row.interface);
         CRegistry().SetInt("DbgHMRCEnableHelloScope", row.hello ? 1 : 0);
         EXPECT_EQ(HmrcApi::CScope().GetScope(), row.scope) << row.why;
     }
@@ -92,7 +92,7 @@ TEST_F(HmrcLogger, ReadsTheLevelEachTimeUnlessItWasTold)
     HmrcApi::Logger log, told;
     told.SetDebugLevel(HmrcApi::ReadPracticeOptions().debugLevel);
     for (const int level : {0, 1, 2, -1}) {
-        Quarry::GetConnection().ExecuteDirectf("UPDATE BRIXOptions SET nDebugLogging = %d", level);
+        Sql("UPDATE BRIXOptions SET nDebugLogging = %d", level);
         EXPECT_EQ(log.IsDebugLogging(), level > 0) << level;
         EXPECT_FALSE(told.IsDebugLogging()) << level;
     }

@@ -1,0 +1,106 @@
+#pragma once
+
+// A practice for a test, and what it holds as text.
+
+#include "Brix/Records.h"
+#include "Brix/Schema.h"
+#include "Quarry/Listeners.h"
+#include "Quarry/Session.h"
+#include "support/TestSupport.h"
+
+namespace Test
+{
+
+/// An empty practice in the test's own folder; its connection is the current one while it lives.
+class Practice
+{
+public:
+    explicit Practice(const char* name = "practice.db")
+    {
+        Quarry::SetConnection(Open(name));
+        Brix::CreateSchema(Quarry::GetConnection());
+    }
+    Practice(const Practice&) = delete;
+    Practice& operator=(const Practice&) = delete;
+    ~Practice()
+    {
+        Quarry::RemoveAllListeners();
+        Quarry::SetConnection(nullptr);
+    }
+
+    /// Another connection to the practice, as another program has it.
+    static std::unique_ptr<Cellar::CConnection> Open(const char* name = "practice.db")
+    {
+        const std::string path = "sqlite:" + TempDir() + '/' + name;
+        return Cellar::CConnection::Open(path, Cellar::CConnection::Create::IfMissing);
+    }
+
+    template<class... Args>
+    static void Sql(const Cellar::SqlText& statement, const Args&... args)
+    {
+        Quarry::GetConnection().ExecuteDirectf(statement, args...);
+    }
+
+    /// The rows of a SELECT: values separated by "|", "-" for nothing, amounts in pounds, and "! " before a row whose
+    /// bWithdrawn is set. Each row ends in `end`.
+    static std::string Rows(const Cellar::SqlText& select, const char* end = "\n")
+    {
+        std::string text;
+        const Cellar::RowSet set = Quarry::GetConnection().Queryf(select);
+        for (const auto& row : set.rows) {
+            std::string line;
+            for (std::size_t i = 0; i < row.size(); ++i)
+                if (set.columns[i] != "bWithdrawn")
+                    line += (line.empty() ? "" : "|") + Show(set.columns[i], row[i]);
+                else if (row[i].integer != 0)
+                    text += "! ";
+            text += line + end;
+        }
+        return text;
+    }
+    /// The same, with ", " between the rows.
+    static std::string Query(const Cellar::SqlText& select)
+    {
+        const std::string text = Rows(select, ", ");
+        return text.substr(0, text.empty() ? 0 : text.size() - 2);
+    }
+
+private:
+    static std::string Show(const std::string& column, const Cellar::Value& value)
+    {
+        const CString text = column.starts_with("amt") ? Cellar::ToAmount(value).Format() : Cellar::ToText(value);
+        return text.IsEmpty() ? "-" : text.Str();
+    }
+};
+
+/// Adds a row to the table of the record class; `fill` sets its values. Answers its id.
+template<class Record, class Fill>
+long Add(Fill fill)
+{
+    Record rows;
+    rows.AddNew();
+    fill(rows);
+    rows.Update();
+    return rows.GetID();
+}
+
+/// Adds clients who can be fetched for, in one transaction. Answers the id of the last.
+inline long AddClients(int count)
+{
+    Quarry::CTransaction transaction(Cellar::Intent::Write);
+    long last = 0;
+    for (int number = 1; number <= count; ++number) {
+        CString text;
+        text.Format("AA%06dA", 100000 + number);
+        last = Add<Brix::CClient>([&](Brix::CClient& client) {
+            client.SetCode(text);
+            client.SetName(text);
+            client.SetNINumber(text);
+            client.SetUTR("2234567890");
+        });
+    }
+    transaction.Commit();
+    return last;
+}
+
+} // namespace Test
