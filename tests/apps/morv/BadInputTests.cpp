@@ -1,4 +1,4 @@
-// Every command refuses bad input with one line and the stated exit code, and changes nothing.
+// Every command refuses what it cannot work on with one line and the stated exit code, and changes nothing.
 
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -7,7 +7,6 @@
 #include <memory>
 
 #include "apps/morv/Program.h"
-#include "support/Case.h"
 #include "support/TestSupport.h"
 
 namespace
@@ -64,101 +63,6 @@ TEST(BadInput, APracticeThatCannotBeOpenedIsExit3InEveryCommand)
     EXPECT_NE(access(missing.c_str(), F_OK), 0) << "a look must not make the file";
 }
 
-TEST(BadInput, BadArgumentsAreExit2)
-{
-    const std::pair<const char*, const char*> rows[] = {
-        {"", "no command"},
-        {"practice check", "no practice"},
-        {"practice create PRACTICE.new --clients 5", "--clients without --sample"},
-        {"practice create PRACTICE.new --sample --clients 0", "no clients"},
-        {"practice options PRACTICE nPAYEInterface", "no value"},
-        {"practice options PRACTICE bHMRCRetrieval=2", "out of range"},
-        {"client show PRACTICE", "no client"},
-        {"client show PRACTICE --client 999999", "unknown client"},
-        {"client show PRACTICE --client -1", "negative client"},
-        {"client show PRACTICE --client 010", "would be read as eight"},
-        {"client show PRACTICE --client 0x1", "hexadecimal"},
-        {"hmrc create PRACTICE --client ' 1'", "a blank before the client"},
-        {"client show PRACTICE --partnership 77", "unknown partnership"},
-        {"client list PRACTICE --year 17/18", "malformed year"},
-        {"client list PRACTICE --year 1990", "year before the first"},
-        {"client list PRACTICE --year 2026", "year after the last"},
-        {"client list PRACTICE --year ''", "an empty year"},
-        {"client list PRACTICE --user nobody", "unknown user"},
-        {"client list PRACTICE --user ''", "an empty user is nobody, not the first one"},
-        {"doctor --user= PRACTICE", "the practice is not the user"},
-        {"doctor ''", "an empty practice"},
-        {"user show PRACTICE nobody", "unknown user asked for"},
-        {"table show mapNothing", "unknown table"},
-        {"table show 101", "position after the last"},
-        {"table show ''", "no name at all"},
-        {"table find OtherOutRefs 'gift aid'", "capitals count in a name"},
-        {"table find mapPSBTypes 1000", "unknown code"},
-        {"table find mapPSBTypes", "no key"},
-        {"hmrc fetch PRACTICE --client 999999 --gateway g --base http://127.0.0.1:1", "unknown client"},
-        {"hmrc fetch PRACTICE --client 1", "no gateway"},
-        {"hmrc fetch PRACTICE --client 1 --gateway '' --base http://127.0.0.1:1", "an empty gateway"},
-        {"hmrc authorise PRACTICE --gateway '' --base http://127.0.0.1:1", "the same"},
-        {"hmrc fetch PRACTICE --client 1 --gateway g --base ''", "an empty base is not HMRC's"},
-        {"hmrc fetch PRACTICE --gateway g", "neither --client nor --all"},
-        {"hmrc fetch PRACTICE --client 1 --gateway g --base http://example.com/", "a base that is not loopback"},
-        {"hmrc fetch PRACTICE --client 1 --gateway g --base http://127.0.0.1.example.com/", "that only looks like it"},
-        {"hmrc fetch PRACTICE --client 1 --gateway g --base http://127.0.0.1:65536", "no port"},
-        {"hmrc fetch PRACTICE --client 1 --gateway g --base http://127.0.0.1:1/?x", "paths are put behind it"},
-        {"hmrc fetch PRACTICE --client 1 --gateway g --base http://127.0.0.1:1#x", "the same"},
-        {"hmrc authorise PRACTICE --gateway \"$(printf 'g\\033[2J')\" --base http://127.0.0.1:1", "steers a terminal"},
-        {"client list \"$(printf 'PRACTICE\\nmorv: forged')\"", "forges a line"},
-        {"practice create \"$(printf 'PRACTICE\\033[2J')\"", "the same in a new one"},
-        {"practice create PRACTICE.new --group 'no such group'", "unknown group"},
-        {"client show PRACTICE --client $(printf %0120000d 1)", "not repeated whole"},
-        {"client list PRACTICE --user $(printf %0120000d 1)", "nor here"},
-        {"hmrc authorise PRACTICE --gateway it\\'s --base http://127.0.0.1:1", "a quote in a gateway id"},
-        {"client list PRACTICE --year 2017/19", "no year is that long"},
-        {"client show PRACTICE --client --json", "an option is no client"},
-        {"client add PRACTICE --code c0001 --name X", "a code that is taken, in other capitals"},
-        {"client add PRACTICE --code P0001 --name X", "a partnership's code"},
-        {"client add PRACTICE --code N1 --name ' '", "no name"},
-        {"client add PRACTICE --code N1 --name X --utr 1234567890", "a mistyped UTR"},
-        {"client add PRACTICE --code N1 --name X --nino AA00001A", "a short National Insurance number"},
-        {"client add PRACTICE --code N1 --name X --kind trust --nino AA000001A", "a trust has none"},
-        {"client add PRACTICE --code N1 --name X --kind company", "unknown kind"},
-        {"user add PRACTICE ALICE --name X", "an id that is taken, in other capitals"},
-        {"user add PRACTICE dora --name X --role Nobody", "unknown role"},
-        {"gateway remove PRACTICE g", "unknown gateway"},
-        {"hmrc create PRACTICE --client 999999", "unknown client"},
-        {"hmrc differences PRACTICE --client 999999", "unknown client"},
-    };
-    const std::string practice = SamplePractice();
-    for (const auto& [line, why] : rows) {
-        SCOPED_TRACE(why);
-        const Ended ended = RunMorv(On(practice, line));
-        ExpectOneLine(ended, 2);
-        EXPECT_EQ(ended.err.find('\033'), std::string::npos);
-    }
-    EXPECT_EQ(MorvJson("practice check " + practice)["ok"], true);
-    EXPECT_EQ(MorvJson("client list " + practice).size(), 14u);
-    EXPECT_EQ(MorvJson("user list " + practice).size(), 3u);
-}
-
-TEST(BadInput, WithJsonTheErrorIsOneDocument)
-{
-    const std::string practice = SamplePractice();
-    const ::Test::Case<const char*, const char*> rows[] = {
-        {"client show PRACTICE --client 999999 --json", "UNKNOWN_CLIENT", "an error of the command's"},
-        {"client show --json", "BAD_ARGUMENTS", "too few arguments"},
-        {"client show PRACTICE --client --json", "BAD_ARGUMENTS", "found before --json is read"},
-    };
-    for (const auto& row : rows) {
-        const Ended ended = RunMorv(On(practice, row.in));
-        EXPECT_EQ(ended.exit, 2);
-        const Json document = ended.Document();
-        ASSERT_TRUE(document.is_object()) << row.why << ended.out;
-        EXPECT_EQ(document["error"]["code"], row.out) << row.why;
-        EXPECT_NE(document["error"]["message"], "");
-        EXPECT_NE(document["error"]["action"], "");
-    }
-}
-
 TEST(BadInput, AnExistingFileIsNeverOverwritten)
 {
     const std::string practice = SamplePractice(), before = ReadFile(practice + ".key");
@@ -204,21 +108,6 @@ TEST(BadInput, NoAnswerIsExit4)
     const Ended ended = RunMorv(line + " --json");
     EXPECT_EQ(ended.exit, 4) << ended.out << ended.err;
     EXPECT_EQ(ended.Document()["errors"][0]["code"], "NO_CONNECTION") << ended.out;
-}
-
-TEST(BadInput, APracticeWithoutUsersSaysSo)
-{
-    const std::string practice = TempDir() + "/empty.db";
-    MorvJson("practice create " + practice);
-    ExpectOneLine(RunMorv("client list " + practice), 1);
-    EXPECT_EQ(MorvJson("user list " + practice).size(), 0u);
-    EXPECT_EQ(MorvJson("practice check " + practice)["ok"], true);
-    // The first user may do everything, the next nothing yet.
-    EXPECT_EQ(MorvJson("user add " + practice + " ida --name Ida")["rights"][0]["allowed"], true);
-    EXPECT_EQ(MorvJson("user add " + practice + " jon --name Jon")["rights"][0]["allowed"], false);
-    for (const char* client : {"--code 2 --name One", "--code X --name Two --kind llp --utr 2234567890"})
-        MorvJson("client add " + practice + ' ' + client);
-    EXPECT_EQ(MorvJson("client show " + practice + " --client 2")["client"]["name"], "One") << "a code before an id";
 }
 
 } // namespace

@@ -31,8 +31,8 @@ RunningMorv::RunningMorv(const std::string& line, const std::string& inputFile, 
     : m_out(outputFile.empty() ? NextFile() : outputFile), m_err(NextFile())
 {
     // The user's own settings are never touched.
-    const std::string command = "exec env MORVUT_SETTINGS=" + TempDir() + "/settings.ini '" MORV_PROGRAM "' " + line +
-                                " <" + inputFile + " >" + m_out + " 2>" + m_err;
+    const std::string command = "exec <" + inputFile + " >" + m_out + " 2>" + m_err +
+                                "; exec env MORVUT_SETTINGS=" + TempDir() + "/settings.ini '" MORV_PROGRAM "' " + line;
     m_pid = fork();
     if (m_pid == 0) {
         for (const int each : {SIGINT, SIGTERM, SIGHUP}) // a job in the background is started without

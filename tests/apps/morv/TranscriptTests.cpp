@@ -1,0 +1,102 @@
+// What people read, to the letter: each file of `transcripts` holds commands ("$ ...") and below each what it prints,
+// with "." for an empty line. With MORVUT_WRITE_TRANSCRIPTS in the environment the files are written anew, to be read
+// before they are kept.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <regex>
+#include <sstream>
+
+#include "apps/morv/Program.h"
+#include "support/TestSupport.h"
+
+namespace
+{
+
+using namespace Test;
+
+std::string Replaced(std::string text, const std::string& from, const std::string& to)
+{
+    for (std::size_t at = 0; (at = text.find(from, at)) != text.npos; at += to.size())
+        text.replace(at, from.size(), to);
+    return text;
+}
+
+/// A sample practice and a sandbox, on which commands are run. FOLDER, PRACTICE and BASE stand for the names of a run.
+class Transcript : public testing::TestWithParam<const char*>
+{
+protected:
+    /// What a command prints. Beside those of morv: "sandbox METHOD PATH BODY", "authorise", and "sql STATEMENT".
+    std::string Run(const std::string& command)
+    {
+        if (command.starts_with("sandbox ")) {
+            std::istringstream words(command.substr(8));
+            std::string method, path, body;
+            std::getline(words >> method >> path >> std::ws, body);
+            const std::string answer = m_sandbox.Send(method, path, body);
+            return method == "GET" ? answer : std::string();
+        }
+        if (command.starts_with("sql ")) {
+            Execute(m_practice, command.substr(4).c_str());
+        } else if (command == "authorise") {
+            EXPECT_EQ(Authorise(m_practice, m_sandbox).exit, 0);
+        } else {
+            std::string line = command;
+            for (const auto& [word, name] : m_names)
+                line = Replaced(line, word, name);
+            return Told(RunMorv(line));
+        }
+        return {};
+    }
+
+    const std::string m_practice = SamplePractice();
+    HmrcSandbox m_sandbox{"EVERYTHING"};
+
+private:
+    /// Both outputs and the exit code; a refusal is one line.
+    std::string Told(const Ended& ended) const
+    {
+        std::string text = ended.out + ended.err + (ended.exit ? "exit " + std::to_string(ended.exit) + '\n' : "");
+        for (const auto& [word, name] : m_names)
+            text = Replaced(text, name, word);
+        text = Replaced(text, "\n\n", "\n.\n");
+        EXPECT_EQ(text.find('\033'), std::string::npos) << text;
+        if (ended.exit > 1 && ended.out.empty()) {
+            EXPECT_TRUE(text.starts_with("morv: ") && std::count(text.begin(), text.end(), '\n') == 2) << text;
+            EXPECT_EQ(text.find(".."), std::string::npos) << "two full stops: " << text;
+        }
+        static const std::regex guid("[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}", std::regex::icase);
+        static const std::regex time("20[2-9][0-9]-[0-9-]+ [0-9:.]+");
+        return std::regex_replace(std::regex_replace(text, guid, "GUID"), time, "TIME");
+    }
+
+    const std::pair<std::string, std::string> m_names[3]{
+        {"PRACTICE", m_practice}, {"FOLDER", TempDir()}, {"BASE", m_sandbox.Base()}};
+};
+
+} // namespace
+
+TEST_P(Transcript, IsWhatIsPrinted)
+{
+    const std::string path = std::string(MORV_TRANSCRIPTS) + GetParam() + ".txt", kept = ReadFile(path);
+    std::string told;
+    std::istringstream lines(kept);
+    for (std::string line; std::getline(lines, line);)
+        if (line.starts_with("$ "))
+            told += line + '\n' + Run(line.substr(2));
+        else if (line.empty() || line.starts_with("# "))
+            told += line + '\n';
+    if (std::getenv("MORVUT_WRITE_TRANSCRIPTS"))
+        std::ofstream(path) << told;
+    EXPECT_EQ(told, kept);
+}
+
+INSTANTIATE_TEST_SUITE_P(Morv, Transcript, testing::Values("calc", "documents", "main-job", "refusals", "scenarios"),
+                         [](const auto& file) {
+                             std::string name = file.param;
+                             std::erase(name, '-');
+                             return name;
+                         });
