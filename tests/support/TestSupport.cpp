@@ -1,12 +1,18 @@
 #include "support/TestSupport.h"
 
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <random>
+#include <sstream>
 #include <stdexcept>
 
+#include <gtest/gtest.h>
+
+#include "Afx/system/Computer.h"
+#include "Afx/system/Settings.h"
 #include "Afx/time/Clock.h"
 #include "Afx/windows/Wnd.h"
 
@@ -16,6 +22,14 @@ namespace
 {
 
 std::string g_folder; // of the running test; empty before its first use
+
+void RemoveTempDir()
+{
+    std::error_code ignored;
+    if (!g_folder.empty())
+        std::filesystem::remove_all(g_folder, ignored);
+    g_folder.clear();
+}
 
 } // namespace
 
@@ -38,14 +52,6 @@ std::string TempDir()
     return g_folder;
 }
 
-void RemoveTempDir()
-{
-    std::error_code ignored;
-    if (!g_folder.empty())
-        std::filesystem::remove_all(g_folder, ignored);
-    g_folder.clear();
-}
-
 std::string WriteFile(const std::string& name, std::string_view bytes)
 {
     const std::string path = TempDir() + "/" + name;
@@ -62,6 +68,34 @@ std::string ReadFile(const std::string& path)
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
+unsigned Setting(const char* name, unsigned otherwise)
+{
+    const char* const text = std::getenv(name);
+    return text ? static_cast<unsigned>(std::strtoul(text, nullptr, 10)) : otherwise;
+}
+
+std::string ReplacedAll(std::string text, std::string_view from, std::string_view to)
+{
+    for (std::size_t at = 0; (at = text.find(from, at)) != text.npos; at += to.size())
+        text.replace(at, from.size(), to);
+    return text;
+}
+
+void ExpectTranscript(const std::string& path, const std::function<std::string(const std::string& command)>& run)
+{
+    const std::string kept = ReadFile(path);
+    std::string told;
+    std::istringstream lines(kept);
+    for (std::string line; std::getline(lines, line);)
+        if (line.starts_with("$ "))
+            told += line + '\n' + ReplacedAll(run(line.substr(2)), "\n\n", "\n.\n");
+        else if (line.empty() || line.starts_with("# "))
+            told += line + '\n';
+    if (std::getenv("MORVUT_WRITE_TRANSCRIPTS"))
+        std::ofstream(path) << told;
+    EXPECT_EQ(told, kept);
+}
+
 void SetNow(int year, int month, int day, int hour, int minute, int second, int milliseconds)
 {
     const std::int64_t wanted = Afx::ToUnixMilliseconds({year, month, day, hour, minute, second, milliseconds});
@@ -73,6 +107,42 @@ void SetNow(int year, int month, int day, int hour, int minute, int second, int 
     Afx::Clock::Set([utc] { return utc; });
 }
 
+namespace
+{
+
+class Surroundings : public testing::EmptyTestEventListener
+{
+    void OnTestStart(const testing::TestInfo&) override
+    {
+        Reset();
+        auto windows = std::make_unique<Afx::HeadlessWindowSystem>();
+        windows->OnUnexpected([](const Afx::HeadlessWindowSystem::Shown& shown) {
+            ADD_FAILURE() << "message box or dialog without a script that it takes: " << shown.text;
+            return Afx::SafeAnswer(shown.style);
+        });
+        Afx::WindowSystem::Install(std::move(windows));
+        Afx::Settings::SetPath((TempDir() + "/settings.ini").c_str());
+    }
+    void OnTestEnd(const testing::TestInfo&) override
+    {
+        Reset();
+        if (const auto* windows = dynamic_cast<Afx::HeadlessWindowSystem*>(Afx::WindowSystem::Current())) {
+            EXPECT_EQ(windows->AnswersLeft(), 0u) << "message boxes that the test has scripted, but that never came";
+            EXPECT_EQ(windows->ScriptsLeft(), 0u) << "dialogs that the test has scripted, but that never opened";
+        }
+        Afx::WindowSystem::Install(nullptr);
+        RemoveTempDir();
+    }
+    static void Reset()
+    {
+        Afx::Clock::Set({});
+        Afx::Clock::SetSleep({});
+        Afx::SetComputerName({});
+    }
+};
+
+} // namespace
+
 CString TextOf(const CWnd& window)
 {
     CString text;
@@ -81,3 +151,10 @@ CString TextOf(const CWnd& window)
 }
 
 } // namespace Test
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    testing::UnitTest::GetInstance()->listeners().Append(new Test::Surroundings);
+    return RUN_ALL_TESTS();
+}

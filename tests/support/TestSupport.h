@@ -4,6 +4,7 @@
 // All of it is made anew before each test and put back after it. Inside a TEST body write ::Test::, because there Test
 // alone is the base class of GoogleTest.
 
+#include <functional>
 #include <optional>
 #include <string>
 
@@ -22,6 +23,15 @@ std::string TempDir();
 std::string WriteFile(const std::string& name, std::string_view bytes);
 /// A file's bytes; empty when there is none.
 std::string ReadFile(const std::string& path);
+
+/// A whole number of the environment, as of how many rounds to run.
+unsigned Setting(const char* name, unsigned otherwise);
+
+/// `text` with each `from` replaced.
+std::string ReplacedAll(std::string text, std::string_view from, std::string_view to);
+/// A transcript holds commands ("$ ...") and below each what it prints, as `run` must answer it, with "." for an empty
+/// line. With MORVUT_WRITE_TRANSCRIPTS in the environment the file is written anew, to be read before it is kept.
+void ExpectTranscript(const std::string& path, const std::function<std::string(const std::string& command)>& run);
 
 /// From now on, until the end of the test, this is the local time of Afx::Clock.
 void SetNow(int year, int month, int day, int hour = 12, int minute = 0, int second = 0, int milliseconds = 0);

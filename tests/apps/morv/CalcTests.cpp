@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <set>
 #include <sstream>
 
 #include "apps/morv/Program.h"
@@ -13,17 +12,6 @@ namespace
 {
 
 using namespace Test;
-
-TEST(Calc, ListsEveryRuleOnce)
-{
-    std::set<std::string> names;
-    const Json list = MorvJson("calc --list");
-    for (const Json& rule : list) {
-        EXPECT_TRUE(names.insert(rule["rule"]).second) << rule;
-        EXPECT_NE(rule["result"], "") << rule;
-    }
-    EXPECT_GT(list.size(), 80u);
-}
 
 TEST(Calc, AnswersALineWithALine)
 {

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cstdlib>
 #include <iostream>
 #include <random>
 #include <thread>
@@ -16,12 +15,6 @@ namespace
 
 using namespace Test;
 using Clock = std::chrono::steady_clock;
-
-unsigned Setting(const char* name, unsigned otherwise)
-{
-    const char* text = std::getenv(name);
-    return text ? static_cast<unsigned>(std::strtoul(text, nullptr, 10)) : otherwise;
-}
 
 // The next fetch completes; after a kill within a refresh it may say instead that authority must be given again.
 void ExpectRecovery(const std::string& practice, HmrcSandbox& sandbox)

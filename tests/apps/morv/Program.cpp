@@ -27,8 +27,7 @@ std::string NextFile()
 
 } // namespace
 
-RunningMorv::RunningMorv(const std::string& line, const std::string& inputFile, const std::string& outputFile)
-    : m_out(outputFile.empty() ? NextFile() : outputFile), m_err(NextFile())
+RunningMorv::RunningMorv(const std::string& line, const std::string& inputFile) : m_out(NextFile()), m_err(NextFile())
 {
     // The user's own settings are never touched.
     const std::string command = "exec <" + inputFile + " >" + m_out + " 2>" + m_err +
@@ -57,14 +56,10 @@ Ended RunningMorv::Wait()
     int status = 0;
     waitpid(m_pid, &status, 0);
     m_pid = -1;
-    const std::string out = m_out.starts_with("/dev/") ? std::string() : ReadFile(m_out); // a device has no end
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), out, ReadFile(m_err)};
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), ReadFile(m_out), ReadFile(m_err)};
 }
 
-Ended RunMorv(const std::string& line, const std::string& inputFile, const std::string& outputFile)
-{
-    return RunningMorv(line, inputFile, outputFile).Wait();
-}
+Ended RunMorv(const std::string& line, const std::string& inputFile) { return RunningMorv(line, inputFile).Wait(); }
 
 Json MorvJson(const std::string& line)
 {

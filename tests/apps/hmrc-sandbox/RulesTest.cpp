@@ -1,0 +1,154 @@
+// The rules without a socket: each file of `transcripts` holds requests and what is answered.
+
+#include <gtest/gtest.h>
+
+#include <regex>
+#include <sstream>
+
+#include "hmrc-sandbox/Identifiers.h"
+#include "hmrc-sandbox/RedirectUri.h"
+#include "hmrc-sandbox/Service.h"
+#include "support/TestSupport.h"
+
+namespace Sandbox
+{
+namespace
+{
+
+/// `text` (a=1&b=2) over what is there; an empty value takes the parameter away, a plus stands for a blank.
+Parameters Parse(const std::string& text)
+{
+    Parameters parameters;
+    std::istringstream parts(::Test::ReplacedAll(text, "+", " "));
+    for (std::string part; std::getline(parts, part, '&');) {
+        const std::string name = part.substr(0, part.find('='));
+        parameters.erase(name);
+        if (name.size() + 1 < part.size())
+            parameters.emplace(name, part.substr(name.size() + 1));
+    }
+    return parameters;
+}
+
+/// A service on a clock that stands still. Codes and tokens are <1>, <2> ... in the order in which they are given out.
+class Rules : public testing::TestWithParam<const char*>
+{
+protected:
+    /// "wait MILLISECONDS", "let NAME TEXT", or "METHOD PATH [accept TYPE] [auth SCHEME TOKEN] [BODY]".
+    std::string Run(std::string command)
+    {
+        for (auto name = m_names.rbegin(); name != m_names.rend(); ++name) // what was named last may hold others
+            command = ::Test::ReplacedAll(command, name->first, name->second);
+        for (std::size_t i = m_secrets.size(); i > 0; --i)
+            command = ::Test::ReplacedAll(command, '<' + std::to_string(i) + '>', m_secrets[i - 1]);
+        std::istringstream words(command);
+        std::string verb, path, rest;
+        std::getline(words >> verb >> path >> std::ws, rest);
+        if (verb == "wait")
+            m_time += std::chrono::milliseconds(std::stoll(path));
+        else if (verb == "let")
+            m_names.emplace_back(path, rest);
+        else
+            return Told(m_service.Handle(Read(verb, path, rest)));
+        return {};
+    }
+
+private:
+    static Call Read(const std::string& method, const std::string& path, std::string rest)
+    {
+        const auto take = [&rest](const char* name, const char* otherwise) {
+            std::smatch found;
+            if (!std::regex_search(rest, found, std::regex("^" + std::string(name) + " ?")))
+                return std::string(otherwise);
+            const std::string value = found[1];
+            rest = found.suffix();
+            return value;
+        };
+        Call call;
+        call.method = method;
+        call.path = path.substr(0, path.find('?'));
+        call.hasQuery = call.path != path;
+        call.accept = take("accept ([^ ]*)", "application/vnd.hmrc.1.0+json");
+        call.authorization = take("auth ([^ ]* [^ ]*)", "");
+        if (call.hasQuery)
+            call.parameters = Parse(path.substr(path.find('?') + 1));
+        const bool isForm = rest.find('=') != rest.npos && rest[0] != '{';
+        call.contentType = isForm ? "application/x-www-form-urlencoded" : "application/json";
+        call.body = isForm ? "" : rest;
+        if (isForm)
+            call.parameters = Parse(rest);
+        return call;
+    }
+
+    std::string Told(const Answer& answer)
+    {
+        std::string text = std::to_string(answer.status);
+        if (answer.contentType != "application/json")
+            text += ' ' + answer.contentType;
+        if (answer.delay.count() > 0)
+            text += " after " + std::to_string(answer.delay.count()) + " ms";
+        text += '\n';
+        for (const auto& [name, value] : answer.headers)
+            if (name != "Cache-Control" && name != "Pragma")
+                text += name + ": " + value + '\n';
+        text += answer.body + (answer.body.empty() || answer.body.back() == '\n' ? "" : "\n");
+        static const std::regex secret("[0-9a-f]{40}");
+        for (std::smatch found; std::regex_search(text, found, secret);) {
+            const std::string value = found[0];
+            m_secrets.push_back(value);
+            text = ::Test::ReplacedAll(text, value, '<' + std::to_string(m_secrets.size()) + '>');
+        }
+        return text;
+    }
+
+    std::vector<std::pair<std::string, std::string>> m_names;
+    std::vector<std::string> m_secrets;
+    TimePoint m_time{};
+    Service m_service{Options{"", [this] { return m_time; }}};
+};
+
+} // namespace
+
+TEST_P(Rules, AnswerAsHmrcDoes)
+{
+    ::Test::ExpectTranscript(std::string(HMRC_SANDBOX_TRANSCRIPTS) + GetParam() + ".txt",
+                             [this](const std::string& command) { return Run(command); });
+}
+
+INSTANTIATE_TEST_SUITE_P(Sandbox, Rules, testing::Values("api", "control", "faults", "oauth"));
+
+TEST(Identifiers, AreThoseThatHmrcTakes)
+{
+    using Texts = std::vector<const char*>;
+    const struct
+    {
+        bool (*check)(std::string_view);
+        Texts good, bad;
+    } rows[] = {
+        // HMRC's examples; a wrong check digit
+        {IsUtr,
+         {"2234567890", "1111111111"},
+         {"1234567890", "223456789", "22345678900", "2234567890K", "22345 6789", ""}},
+        // The suffix is optional; O may come first but not second, Q never (though HMRC's prose has it); BG, GB, KN,
+        // NK,
+        // NT, TN and ZZ are never given out.
+        {IsNino,
+         {"AA000001A", "AA000001", "AA000001D", "OA123456A", "GA123456A"},
+         {"AA000001E", "QQ123456A", "AO123456A", "ZZ123456A", "BG123456A", "aa000001a", "AA 00 00 01 A", ""}},
+        {IsTaxYear, {"2017-18", "1999-00"}, {"2017-17", "2017-2018", "2017/18", "2017-1a", ""}},
+        {IsRedirectUri,
+         {"http://localhost:8080", "http://localhost:53681/callback", "http://LocalHost/callback",
+          "urn:ietf:wg:oauth:2.0:oob"},
+         {"urn:ietf:wg:oauth:2.0:oob:other", "http://127.0.0.1:8080/callback", "http://[::1]:8080/callback",
+          "http://www.example.com/", "http://localhost.example.com/", "http://localhost@example.com/",
+          "http://localhost:0/", "http://localhost:65536/", "http://localhost:80x/", "http://localhost/callback#part",
+          "http://localhost/call back", "http://localhost/\r\nX: y", "https:///callback", "ftp://localhost/", ""}},
+    };
+    for (const auto& row : rows) {
+        for (const char* text : row.good)
+            EXPECT_TRUE(row.check(text)) << text;
+        for (const char* text : row.bad)
+            EXPECT_FALSE(row.check(text)) << text;
+    }
+}
+
+} // namespace Sandbox
