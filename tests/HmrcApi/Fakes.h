@@ -14,8 +14,11 @@
 
 #include "Afx/time/Clock.h"
 #include "HmrcApi/HmrcApi.h"
+#include "MorvUt/hmrc/access/AuthorisationStore.h"
+#include "MorvUt/hmrc/access/Logger.h"
+#include "MorvUt/hmrc/access/Scope.h"
 #include "Shellkit/PracticeKey.h"
-#include "support/TestSupport.h"
+#include "support/Practice.h"
 
 namespace HmrcApi::Fakes
 {
@@ -25,118 +28,36 @@ inline std::vector<unsigned char> Sealed(const std::string& token)
     return CAuthorisation::EncryptToken(token).value_or(std::vector<unsigned char>());
 }
 
-/// The practice database's row and its lock, as all workstations see it; each workstation has a FakeStore.
-struct FakeRow
+/// The practice's own store, and what befalls it.
+struct Store : CAuthorisationStore
 {
-    std::vector<unsigned char> access = Sealed("access-1"), refresh = Sealed("refresh-1");
-    std::int32_t expiresIn = 14400;
-    std::string scope = "read:individual-paye", type = "bearer";
-    COleDateTime authenticated = COleDateTime::GetCurrentUtcTime();
-    IAuthorisationStore::AuthorisationStatus status = IAuthorisationStore::Authorised;
-    std::string service = "http://127.0.0.1:1";
-    bool isLocked = false;
+    Store() : CAuthorisationStore("GATEWAY1") {}
+
+    std::function<void()> onRehearse, onLockRefused; // what happens meanwhile
+    bool isBusy = false;                             // another program has the database
+    std::string problem;                             // why nothing can be written
     int failingUpdates = 0;
-    std::string problem;                                           // of what fails
-    bool isBusy = false;                                           // why it fails
-    std::vector<IAuthorisationStore::AuthorisationStatus> written; // the status of each update
-};
 
-struct FakeStore : IAuthorisationStore, IGrantStore
-{
-    explicit FakeStore(FakeRow& shared) : row(shared) {}
-
-    std::function<void(FakeRow&)> onLockRefused; // what other workstations do meanwhile
-    bool isHolderKnown = true, hasRow = true, hasRoom = true;
-    int locks = 0, unlocks = 0;
-
-    bool LoadTokens() override
-    {
-        copy = loaded = row;
-        return hasRow;
-    }
-    bool UpdateTokens() override
-    {
-        isConsent = false;
-        if (row.failingUpdates > 0)
-            return row.failingUpdates-- < 0;
-        copy.isLocked = row.isLocked;
-        copy.written = row.written;
-        copy.written.push_back(copy.status);
-        row = loaded = copy;
-        return true;
-    }
+    bool LoadTokens() override { return !isBusy && CAuthorisationStore::LoadTokens(); }
+    bool IsBusy() override { return isBusy; }
+    std::string GetProblem() override { return problem.empty() ? CAuthorisationStore::GetProblem() : problem; }
     bool LockStore() override
     {
-        if (row.isLocked && onLockRefused)
-            onLockRefused(row);
-        else if (!row.isLocked) {
-            ++locks;
-            return row.isLocked = true;
-        }
-        return false;
-    }
-    bool UnlockStore() override
-    {
-        ++unlocks;
-        row.isLocked = false;
-        return true;
-    }
-    bool HasAuthenticatedGatewayID() const override { return row.status == Authorised; }
-    std::vector<unsigned char> GetAccessToken() override { return copy.access; }
-    void SetAccessToken(const std::vector<unsigned char>& token) override { copy.access = token; }
-    std::vector<unsigned char> GetRefreshToken() override { return copy.refresh; }
-    void SetRefreshToken(const std::vector<unsigned char>& token) override { copy.refresh = token; }
-    std::int32_t GetExpiresIn() const override { return copy.expiresIn; }
-    void SetExpiresIn(std::int32_t seconds) override { copy.expiresIn = seconds; }
-    std::string GetScope() override { return copy.scope; }
-    void SetScope(const std::string& scope) override { copy.scope = scope; }
-    std::string GetTokenType() override { return copy.type; }
-    void SetTokenType(const std::string& type) override { copy.type = type; }
-    COleDateTime GetAuthenticatedTimestamp() override { return copy.authenticated; }
-    void SetAuthenticatedTimestamp(const COleDateTime& timestamp) override { copy.authenticated = timestamp; }
-    void SetAuthorisationStatus(AuthorisationStatus status) override { copy.status = status; }
-    AuthorisationStatus GetAuthorisationStatus() override { return copy.status; }
-    std::uint32_t GetRetryDelay() const override { return 500; }
-    void SetRetryDelay(std::uint32_t) override {}
-    std::string GetService() override { return copy.service; }
-    void SetService(const std::string& service) override { copy.service = service; }
-    Update UpdateLoaded() override
-    {
-        // `copy` has the new tokens already, `loaded` has what they go over
-        if (!hasRow || row.access != loaded.access || row.status != loaded.status)
-            return Update::Replaced;
-        return UpdateTokens() ? Update::Done : Update::Failed;
-    }
-    bool UpdateConsent() override
-    {
-        const bool isDone = UpdateTokens();
-        hasRow = isConsent = isDone;
-        return isDone;
+        const bool isTaken = problem.empty() && CAuthorisationStore::LockStore();
+        if (!isTaken && onLockRefused)
+            onLockRefused();
+        return isTaken;
     }
     bool Rehearse() override
     {
         if (onRehearse)
             onRehearse();
-        return hasRoom;
+        return problem.empty() && CAuthorisationStore::Rehearse();
     }
-    std::string GetProblem() override { return row.problem; }
-    bool IsBusy() override { return row.isBusy; }
-    bool GetLockHolder(std::string& workstation, std::string& user) override
+    Update UpdateLoaded() override
     {
-        workstation = "DESK-7";
-        user = "ANNE";
-        return isHolderKnown;
+        return failingUpdates-- > 0 ? Update::Failed : CAuthorisationStore::UpdateLoaded();
     }
-    FakeRow& row;
-    FakeRow copy, loaded;
-    bool isConsent = false; // the last update was one
-    std::function<void()> onRehearse;
-};
-
-struct FakeScope : IScope
-{
-    std::string GetScope() override { return "read:national-insurance read:individual-paye"; }
-    void SetScope(const std::string&) override {}
 };
 
 struct FakeClient : IClientData
@@ -154,14 +75,11 @@ struct FakeClient : IClientData
     std::string GetAPIEndpoint() override { return base; }
 };
 
-struct FakeLogger : IChainLogger
+struct FakeLogger : Logger
 {
     std::function<void()> onLog;
     bool isDebug = true;
     std::string text; // every line
-    void SetChainId(const GUID& id) override { m_id = id; }
-    const GUID& GetChainId() override { return m_id; }
-    std::string GetChainIdString() override { return {}; }
     bool IsDebugLogging() override { return isDebug; }
     void Log(const std::string& a1, const std::string& a2, const std::string& a3, const std::string& a4,
              const std::string& a5) override
@@ -170,7 +88,6 @@ struct FakeLogger : IChainLogger
             onLog();
         text += a1 + '|' + a2 + '|' + a3 + '|' + a4 + '|' + a5 + '\n';
     }
-    GUID m_id{};
 };
 
 /// Answers from a list, the last one for ever, and keeps the requests.
@@ -215,12 +132,16 @@ inline constexpr char kFreshTokens[] =
     R"({"access_token":"access-2","token_type":"bearer","expires_in":14400,"refresh_token":"refresh-2"})";
 
 /// One authorised gateway id, HMRC's token endpoint, and a clock whose waits take no time.
-class Plumbing : public testing::Test
+class Plumbing : public testing::Test, protected ::Test::Practice
 {
 protected:
     Plumbing()
     {
+        Shellkit::SetPracticeKey(std::vector<std::uint8_t>(Shellkit::kKeySize, 7));
+        Sql("INSERT INTO BRIXOptions (lID, nPAYEInterface) VALUES (1, 1)");
+        ResetRow();
         tokenEndpoint->Add(200, kFreshTokens);
+        authorisation = MakeAuthorisation();
         authorisation->SetChannel(std::make_shared<Channel>(tokenEndpoint));
         Afx::Clock::Set([this] { return begun + passed; });
         Afx::Clock::SetSleep([this](unsigned milliseconds) {
@@ -235,21 +156,55 @@ protected:
         Shellkit::SetPracticeKey({});
     }
 
+    /// As a consent left it, and no lock.
+    static void ResetRow()
+    {
+        Sql("DELETE FROM MTDAuthorisationLock");
+        Sql("DELETE FROM MTDAuthorisation");
+        Sql("INSERT INTO MTDAuthorisation (lID, strGatewayID, nAuthorisedStatus, vbAccessToken, vbRefreshToken, "
+            "nExpiresIn, strScope, strTokenType, dtAuthenticated, strService) VALUES (7, 'GATEWAY1', 1, %b, %b, 14400, "
+            "'read:individual-paye', 'bearer', %t, 'http://127.0.0.1:1')",
+            Sealed("access-1"), Sealed("refresh-1"), COleDateTime::GetCurrentUtcTime());
+    }
+    /// What another workstation stores.
+    static void StoreElsewhere(const char* access = "access-elsewhere", const char* refresh = "refresh-1")
+    {
+        Sql("UPDATE MTDAuthorisation SET vbAccessToken = %b, vbRefreshToken = %b", Sealed(access), Sealed(refresh));
+    }
+    static void SetService(const std::string& service) { Sql("UPDATE MTDAuthorisation SET strService = %s", service); }
+    static std::string Stored(const Cellar::SqlText& column)
+    {
+        return Query("SELECT " + column + " FROM MTDAuthorisation");
+    }
+    /// The access token that is stored, or another column's.
+    static std::string StoredToken(const Cellar::SqlText& column = "vbAccessToken")
+    {
+        const auto rows = Quarry::GetConnection().Queryf("SELECT " + column + " FROM MTDAuthorisation").rows;
+        const std::string bytes = rows.empty() ? std::string() : rows[0][0].text;
+        return CAuthorisation::DecryptToken({bytes.begin(), bytes.end()});
+    }
+    static bool IsLocked() { return Query("SELECT COUNT(*) FROM MTDAuthorisationLock") != "0"; }
+    static void Lock() // at another workstation
+    {
+        Sql("INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID, strUserID, strWorkstation) VALUES (7, 'ANNE', "
+            "'DESK-7')");
+    }
+
+    std::unique_ptr<CAuthorisation> MakeAuthorisation() const
+    {
+        return std::make_unique<CAuthorisation>(store, std::make_shared<CScope>(), client);
+    }
     std::string AccessToken() const
     {
         COAuth2Tokens tokens;
         return authorisation->get_authtokens(tokens) ? tokens.accessToken : std::string();
     }
     const std::string& Code() const { return authorisation->GetLastError().code; }
-    std::string StoredAccessToken() const { return CAuthorisation::DecryptToken(practice.access); }
 
-    const bool hasKey = Shellkit::SetPracticeKey(std::vector<std::uint8_t>(Shellkit::kKeySize, 7)); // before the row
-    FakeRow practice; // in the practice's database
-    std::shared_ptr<FakeStore> store = std::make_shared<FakeStore>(practice);
+    std::shared_ptr<Store> store = std::make_shared<Store>();
     std::shared_ptr<FakeClient> client = std::make_shared<FakeClient>();
     std::shared_ptr<FakeTransport> tokenEndpoint = std::make_shared<FakeTransport>();
-    std::unique_ptr<CAuthorisation> authorisation =
-        std::make_unique<CAuthorisation>(store, std::make_shared<FakeScope>(), client);
+    std::unique_ptr<CAuthorisation> authorisation;
     FakeLogger logger;
     unsigned slept = 0; // milliseconds
     const std::int64_t begun = Afx::Clock::UnixMilliseconds();

@@ -15,12 +15,8 @@ namespace HmrcApi::Fakes
 class LocalServer
 {
 public:
-    explicit LocalServer(const char* host = "127.0.0.1",
-                         std::unique_ptr<httplib::Server> server = std::make_unique<httplib::Server>())
-        : LocalServer(0, host, std::move(server))
-    {}
     /// On a port that was free a moment ago; 0: any.
-    explicit LocalServer(int port, const char* host = "127.0.0.1",
+    explicit LocalServer(int port = 0, const char* host = "127.0.0.1",
                          std::unique_ptr<httplib::Server> server = std::make_unique<httplib::Server>())
         : m_server(std::move(server)),
           m_port(port > 0 && m_server->bind_to_port(host, port) ? port : m_server->bind_to_any_port(host))

@@ -49,10 +49,10 @@ public:
 
 IRedirectListener::~IRedirectListener() = default;
 
-std::unique_ptr<ITransport> MakeHttpTransport()
+std::unique_ptr<ITransport> MakeHttpTransport(const std::string& authorities)
 {
     const HttpAdapters* adapters = TheModule().adapters;
-    return adapters ? adapters->makeTransport() : std::make_unique<NoTransport>();
+    return adapters ? adapters->makeTransport(authorities) : std::make_unique<NoTransport>();
 }
 
 std::unique_ptr<IRedirectListener> OpenRedirectListener(const std::vector<unsigned short>& ports,

@@ -164,7 +164,9 @@ HttpAnswer Refusal(std::string problem)
 class CurlTransport : public ITransport
 {
 public:
-    CurlTransport() : m_handle(IsReady() ? curl_easy_init() : nullptr) {}
+    explicit CurlTransport(const std::string& authorities)
+        : m_handle(IsReady() ? curl_easy_init() : nullptr), m_authorities(authorities)
+    {}
 
     HttpAnswer Send(const HttpRequest& request) override
     {
@@ -238,6 +240,8 @@ private:
         Set(CURLOPT_TIMEOUT_MS, static_cast<long>(milliseconds));
         Set(CURLOPT_SSL_VERIFYPEER, 1L);
         Set(CURLOPT_SSL_VERIFYHOST, 2L);
+        if (!m_authorities.empty())
+            Set(CURLOPT_CAINFO, m_authorities.c_str());
         Set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
         if (IsLoopbackAddress(address))
             Set(CURLOPT_NOPROXY, "*"); // otherwise as the system has it
@@ -318,10 +322,14 @@ private:
     }
 
     std::unique_ptr<CURL, FreeHandle> m_handle;
+    const std::string m_authorities; // a file; empty: the system's
 };
 
 } // namespace
 
-std::unique_ptr<ITransport> MakeCurlTransport() { return std::make_unique<CurlTransport>(); }
+std::unique_ptr<ITransport> MakeCurlTransport(const std::string& authorities)
+{
+    return std::make_unique<CurlTransport>(authorities);
+}
 
 } // namespace HmrcApi

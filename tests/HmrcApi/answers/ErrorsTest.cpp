@@ -66,6 +66,8 @@ TEST(ActionFor, IsDecidedByCauseCodeAndStatus)
         {"CHANGED_BY_ANOTHER_USER", "", "", "Fetch again"},
         {"REDIRECTED", "401", "", "sign in"},
         {"HTTP_408", "408", "", "Try again later"},
+        {"HTTP_401", "401", "", "Authorise"},
+        {"NEW_CODE", "401", "", "Authorise"},
         {"ANSWER_MALFORMED", "200", "/employments", "Report"},
         {"ANSWER_MALFORMED", "200", "Content-Type", "sign in"},
         {"SERVER_ERROR", "503", "Retry-After", "the time that"},

@@ -26,13 +26,12 @@ protected:
 
     void Restart()
     {
-        practice = {};
+        ResetRow();
         slept = 0;
         EXPECT_TRUE(authorisation->LoadTokens());
     }
     bool Run() { return authorisation->RefreshTokens(&logger); }
     std::size_t Requests() const { return tokenEndpoint->requests.size(); }
-    void StoreElsewhere() { practice.access = Fakes::Sealed("access-elsewhere"); }
 };
 
 } // namespace
@@ -47,11 +46,12 @@ TEST_F(Load, RefreshesBeforeTheLastMinuteOfTheAccessToken)
         {-3600, "access-1", "a clock that was set back"},
     };
     for (const auto& row : rows) {
-        practice = {};
-        practice.authenticated = COleDateTime(COleDateTime::GetCurrentUtcTime().GetOleDate() - row.in / 86400);
+        ResetRow();
+        Sql("UPDATE MTDAuthorisation SET dtAuthenticated = %t",
+            COleDateTime(COleDateTime::GetCurrentUtcTime().GetOleDate() - row.in / 86400));
         EXPECT_TRUE(authorisation->LoadTokens());
         EXPECT_EQ(AccessToken(), row.out) << row.why;
-        EXPECT_FALSE(practice.isLocked);
+        EXPECT_FALSE(IsLocked());
     }
 }
 
@@ -63,27 +63,29 @@ TEST_F(Load, SaysWhyThereAreNoTokensAndOverwritesNone)
         std::function<void()> spoil;
         const char* why;
     } rows[] = {
-        {"NO_CREDENTIALS", [&] { store->hasRow = false; }, "nobody has registered that gateway id"},
-        {"REFRESH_BUSY", [&] { store->hasRow = !(practice.isBusy = true); }, "another program has the database"},
-        {"DATABASE_UNREADABLE", [&] { store->hasRow = (practice.problem = "torn").empty(); }, "nor is that no row"},
-        {"NOT_AUTHORISED", [&] { practice.status = IAuthorisationStore::NotAuthorised; }, "no consent yet"},
-        {"NOT_AUTHORISED", [&] { practice.access.clear(); }, "consent without tokens"},
-        {"TOKENS_UNREADABLE", [&] { practice.access[20] ^= 1; }, "damaged, or of another practice"},
+        {"NO_CREDENTIALS", [&] { Sql("DELETE FROM MTDAuthorisation"); }, "nobody has registered that gateway id"},
+        {"REFRESH_BUSY", [&] { store->isBusy = true; }, "another program has the database"},
+        {"NOT_AUTHORISED", [&] { Sql("UPDATE MTDAuthorisation SET nAuthorisedStatus = 0"); }, "no consent yet"},
+        {"NOT_AUTHORISED", [&] { Sql("UPDATE MTDAuthorisation SET vbAccessToken = NULL"); }, "consent without tokens"},
+        {"TOKENS_UNREADABLE", [&] { Sql("UPDATE MTDAuthorisation SET vbAccessToken = %b", Cellar::Bytes(40, 1)); },
+         "damaged, or of another practice"},
         {"NO_CREDENTIALS_FILE", [&] { client->id.clear(); }, "even a bearer token must not leave the machine then"},
-        {"NO_PRACTICE_KEY", [&] { Shellkit::SetPracticeKey({}); }, "the key file is gone"}, // last: the key stays away
+        {"NO_PRACTICE_KEY", [&] { Shellkit::SetPracticeKey({}); }, "the key file is gone"}, // the key stays away
+        {"DATABASE_UNREADABLE", [&] { Sql("DROP TABLE MTDAuthorisation"); }, "nor is that no row"}, // the table too
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        practice = {};
-        store->hasRow = true;
-        client->id = "the-client";
-        EXPECT_TRUE(authorisation->LoadTokens());
+        if (std::string_view(row.code) != "DATABASE_UNREADABLE") {
+            ResetRow();
+            store->isBusy = false;
+            client->id = "the-client";
+            EXPECT_TRUE(authorisation->LoadTokens());
+        }
         row.spoil();
         EXPECT_FALSE(authorisation->LoadTokens());
         EXPECT_EQ(Code(), row.code);
         EXPECT_EQ(AccessToken(), "");
         EXPECT_FALSE(authorisation->UpdateTokens()) << "would overwrite a grant with nothing, or revive it";
-        EXPECT_TRUE(practice.written.empty());
     }
 }
 
@@ -93,7 +95,7 @@ TEST_F(Load, IsOfOneServiceFromBeginningToEnd)
     const std::function<void()> change = [&] { client->base = "https://other.example/"; };
     std::function<void()>* const moments[] = {&store->onRehearse, &tokenEndpoint->onSend, &client->onSecret};
     for (std::function<void()>* const moment : moments) {
-        practice = {};
+        ResetRow();
         client->base = "http://127.0.0.1:1/";
         ASSERT_TRUE(authorisation->LoadTokens());
         tokenEndpoint->requests.clear();
@@ -103,7 +105,7 @@ TEST_F(Load, IsOfOneServiceFromBeginningToEnd)
         EXPECT_EQ(isRefreshed, moment != &client->onSecret) << "the id was the one's, the secret the other's";
         for (const HttpRequest& request : tokenEndpoint->requests)
             EXPECT_EQ(request.address, "http://127.0.0.1:1/oauth/token");
-        EXPECT_EQ(practice.service, "http://127.0.0.1:1");
+        EXPECT_EQ(Stored("strService"), "http://127.0.0.1:1");
         EXPECT_EQ(AccessToken(), "") << "nothing for the other";
     }
 }
@@ -123,13 +125,13 @@ TEST_F(Load, KeepsTokensFromAServiceThatDidNotGiveThem)
     };
     for (const auto& [service, base, mayLoad, why] : rows) {
         SCOPED_TRACE(why);
-        practice = {};
-        practice.service = service;
+        ResetRow();
+        SetService(service);
         client->base = service.empty() ? production : service;
         ASSERT_TRUE(authorisation->LoadTokens());
         client->base = base;
         EXPECT_EQ(AccessToken(), mayLoad ? "access-1" : "") << "in hand";
-        practice.authenticated = COleDateTime::Null(); // over
+        Sql("UPDATE MTDAuthorisation SET dtAuthenticated = NULL"); // over
         EXPECT_EQ(authorisation->LoadTokens(), mayLoad);
         EXPECT_EQ(authorisation->RefreshTokens(nullptr), mayLoad);
         EXPECT_EQ(Code(), mayLoad ? "" : "WRONG_SERVICE");
@@ -143,16 +145,15 @@ TEST_F(Load, KeepsTokensFromAServiceThatDidNotGiveThem)
 
 TEST_F(Refresh, StoresTheNewPairAndKeepsTheScope)
 {
+    tokenEndpoint->onSend = [] { EXPECT_TRUE(IsLocked()); };
     ASSERT_TRUE(Run());
-    EXPECT_EQ(StoredAccessToken(), "access-2");
-    EXPECT_EQ(CAuthorisation::DecryptToken(practice.refresh), "refresh-2");
-    EXPECT_EQ(practice.scope, "read:individual-paye") << "the answer has none";
+    EXPECT_FALSE(IsLocked());
+    EXPECT_EQ(StoredToken() + ' ' + StoredToken("vbRefreshToken"), "access-2 refresh-2");
+    EXPECT_EQ(Stored("strScope"), "read:individual-paye") << "the answer has none";
     EXPECT_EQ(tokenEndpoint->requests.at(0).body,
               "grant_type=refresh_token&refresh_token=refresh-1&client_id=the-client&client_secret=the-client-secret");
     EXPECT_EQ(tokenEndpoint->requests.at(0).address, "http://127.0.0.1:1/oauth/token");
     EXPECT_FALSE(tokenEndpoint->requests.at(0).cancelled) << "cancelling it would lose the token";
-    EXPECT_EQ(store->locks, 1);
-    EXPECT_EQ(store->unlocks, 1);
     Fakes::ExpectNone(logger.text, {"access-1", "access-2", "refresh-1", "refresh-2", "the-client-secret"});
 }
 
@@ -161,23 +162,23 @@ TEST_F(Refresh, TakesTheTokensOfAQuickerWorkstation)
     StoreElsewhere();
     EXPECT_TRUE(Run());
     EXPECT_EQ(AccessToken(), "access-elsewhere") << "stored before";
-    EXPECT_FALSE(practice.isLocked);
+    EXPECT_FALSE(IsLocked());
 
     Restart();
-    practice.isLocked = true;
-    store->onLockRefused = [&, refusals = 0](Fakes::FakeRow&) mutable {
+    Lock();
+    store->onLockRefused = [&, refusals = 0]() mutable {
         if (++refusals == 3)
             StoreElsewhere();
     };
     EXPECT_TRUE(Run());
     EXPECT_EQ(AccessToken(), "access-elsewhere") << "stored by the lock's holder";
     EXPECT_EQ(slept, 1000u) << "twice the retry delay";
-    EXPECT_TRUE(practice.isLocked) << "another's lock stays";
+    EXPECT_TRUE(IsLocked()) << "another's lock stays";
     EXPECT_EQ(Requests(), 0u);
 
     Restart();
     tokenEndpoint->Script({{400, kBusy}});
-    tokenEndpoint->onSend = [this] { StoreElsewhere(); };
+    tokenEndpoint->onSend = [] { StoreElsewhere(); };
     EXPECT_TRUE(Run());
     EXPECT_EQ(AccessToken(), "access-elsewhere") << "stored while HMRC was busy";
     EXPECT_EQ(Requests(), 1u);
@@ -185,48 +186,86 @@ TEST_F(Refresh, TakesTheTokensOfAQuickerWorkstation)
 
 TEST_F(Refresh, GivesUpAfterTenAttemptsAndNamesTheHolder)
 {
-    practice.isLocked = true;
+    Lock();
     EXPECT_FALSE(Run());
     EXPECT_EQ(Code(), "REFRESH_BUSY");
     EXPECT_EQ(authorisation->GetLastError().text, "The authorisation is being refreshed at workstation DESK-7 by ANNE");
     EXPECT_EQ(slept, 4500u);
-    EXPECT_TRUE(practice.isLocked);
-    store->isHolderKnown = false;
+    EXPECT_TRUE(IsLocked());
+
+    Restart();
+    Quarry::GetConnection().SetBusyTimeout(1);
+    const auto writer = Open();
+    writer->Query("BEGIN IMMEDIATE", {});
     EXPECT_FALSE(Run());
     EXPECT_EQ(authorisation->GetLastError().text, "The authorisation is being refreshed at another workstation, or "
                                                   "another program is writing to the practice");
 }
 
-TEST_F(Refresh, DecidesWhatTheTokenEndpointAnswers)
+TEST_F(Refresh, DecidesByTheAnswerAndByWhatOthersDidMeanwhile)
 {
     constexpr char kGrant[] = R"({"error":"invalid_grant"})";
-    // Status 0: the answer is lost, -1: late; an empty code: success.
-    using Answers = std::vector<std::pair<int, std::string>>;
-    const std::tuple<Answers, std::string, std::size_t, const char*> rows[] = {
-        {{{0, ""}, {200, Fakes::kFreshTokens}}, "", 2, "lost before HMRC had it: the same token is still good"},
-        {{{0, ""}, {400, kGrant}}, "INVALID_GRANT", 2, "lost after HMRC had granted it"},
-        {{{0, ""}, {0, ""}}, "ANSWER_INCOMPLETE", 2, "lost twice: not a third time"},
-        {{{-1, ""}, {200, Fakes::kFreshTokens}}, "", 2, "no answer in time"},
-        {{{504, ""}, {200, Fakes::kFreshTokens}}, "", 2, "a gateway gave up waiting"},
-        {{{400, kBusy}, {400, kBusy}, {200, Fakes::kFreshTokens}}, "", 3, "busy for a while"},
-        {{{400, kBusy}}, "REFRESH_BUSY", 10, "busy for ever"},
-        {{{400, kGrant}}, "INVALID_GRANT", 1, "used or revoked"},
-        {{{500, R"({"error":"server_error"})"}}, "SERVER_ERROR", 1, "not repeated: single use"},
-        {{{200, R"({"access_token":"a"})"}}, "ANSWER_MALFORMED", 1, "no refresh token"},
-        {{{200, R"({"access_token":"a\r\nX: y","refresh_token":"r"})"}}, "ANSWER_MALFORMED", 1, "a line end"},
-        {{{200, R"({"access_token":"a","refresh_token":"r\u0000"})"}}, "ANSWER_MALFORMED", 1, "a zero"},
+    const std::pair<int, std::string> fresh{200, Fakes::kFreshTokens}, lost{0, ""}, late{-1, ""}, busy{400, kBusy},
+        ended{400, kGrant};
+    const auto sleep = [] {};
+    const auto replace = [] { StoreElsewhere("access-elsewhere", "refresh-elsewhere"); };
+    const auto again = [] { StoreElsewhere("access-1"); };
+    const auto end = [] { Sql("UPDATE MTDAuthorisation SET nAuthorisedStatus = 0"); };
+    const auto remove = [] { Sql("DELETE FROM MTDAuthorisation"); };
+    const auto breakDown = [&] { store->failingUpdates = 3; };
+    const struct
+    {
+        std::vector<std::pair<int, std::string>> answers; // status 0: the answer is lost, -1: late
+        std::string code;                                 // empty: success
+        std::size_t requests;
+        const char *stored, *why; // access token and status afterwards
+        std::function<void()> meanwhile = {};
+    } rows[] = {
+        {{lost, fresh}, "", 2, "access-2 1", "lost before HMRC had it: the same token is still good"},
+        {{lost, ended}, "INVALID_GRANT", 2, "access-1 0", "lost after HMRC had granted it"},
+        {{lost, lost}, "ANSWER_INCOMPLETE", 2, "access-1 1", "lost twice: not a third time"},
+        {{late, fresh}, "", 2, "access-2 1", "no answer in time"},
+        {{{504, ""}, fresh}, "", 2, "access-2 1", "a gateway gave up waiting"},
+        {{busy, busy, fresh}, "", 3, "access-2 1", "busy for a while"},
+        {{busy}, "REFRESH_BUSY", 10, "access-1 1", "busy for ever"},
+        {{ended}, "INVALID_GRANT", 1, "access-1 0", "used or revoked"},
+        {{{500, R"({"error":"server_error"})"}}, "SERVER_ERROR", 1, "access-1 1", "not repeated: single use"},
+        {{{200, R"({"access_token":"a"})"}}, "ANSWER_MALFORMED", 1, "access-1 1", "no refresh token"},
+        {{{200, R"({"access_token":"a\r\nX: y","refresh_token":"r"})"}},
+         "ANSWER_MALFORMED",
+         1,
+         "access-1 1",
+         "a line end"},
+        {{{200, R"({"access_token":"a","refresh_token":"r\u0000"})"}}, "ANSWER_MALFORMED", 1, "access-1 1", "a zero"},
+        // The computer sleeps within the request.
+        {{lost}, "ANSWER_INCOMPLETE", 1, "access-1 1", "not asked a second time", sleep},
+        {{ended}, "", 1, "access-elsewhere 1", "the other one used the token, the grant is alive", replace},
+        {{ended}, "INVALID_GRANT", 1, "access-1 0", "nobody else did", sleep},
+        {{fresh}, "", 1, "access-elsewhere 1", "a newer consent", replace},
+        {{fresh}, "", 1, "access-2 1", "late, and still the only pair", sleep},
+        {{fresh}, "", 1, "access-2 1", "the same pair, written anew", again},
+        {{fresh}, "NOT_AUTHORISED", 1, "access-1 0", "ended: it stays so", end},
+        {{fresh}, "NO_CREDENTIALS", 1, " ", "deleted: it does not come back", remove},
+        {{ended}, "INVALID_GRANT", 1, "access-1 1", "unreadable: the tokens are not erased", breakDown},
     };
-    for (const auto& [answers, code, requests, why] : rows) {
-        SCOPED_TRACE(why);
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
         Restart();
-        tokenEndpoint->Script(answers);
-        EXPECT_EQ(Run(), code.empty());
-        EXPECT_EQ(Code(), code);
-        EXPECT_EQ(Requests(), requests);
+        store->failingUpdates = 0;
+        tokenEndpoint->Script(row.answers);
+        tokenEndpoint->onSend = [&] {
+            passed += row.meanwhile ? 600'000 : 0;
+            if (row.meanwhile)
+                row.meanwhile();
+        };
+        EXPECT_EQ(Run(), row.code.empty());
+        EXPECT_EQ(Code(), row.code);
+        EXPECT_EQ(Requests(), row.requests);
         for (const HttpRequest& request : tokenEndpoint->requests)
             EXPECT_NE(request.body.find("refresh_token=refresh-1&"), std::string::npos);
-        EXPECT_EQ(practice.status == IAuthorisationStore::NotAuthorised, code == "INVALID_GRANT");
-        EXPECT_FALSE(practice.isLocked) << "the lock is given back on every way out";
+        EXPECT_FALSE(IsLocked()) << "the lock is given back on every way out";
+        authorisation->UpdateTokens();
+        EXPECT_EQ(StoredToken() + ' ' + Stored("nAuthorisedStatus"), row.stored) << "what has ended is not revived";
     }
 }
 
@@ -234,13 +273,13 @@ TEST_F(Refresh, TriesToSaveThreeTimesAndKeepsTheTokensInHand)
 {
     for (const int failures : {2, 3}) {
         Restart();
-        practice.failingUpdates = failures;
+        store->failingUpdates = failures;
         EXPECT_EQ(Run(), failures == 2);
         EXPECT_EQ(Code(), failures == 2 ? "" : "TOKENS_NOT_SAVED");
         EXPECT_EQ(AccessToken(), "access-2");
     }
     EXPECT_TRUE(authorisation->UpdateTokens()) << "tried again later";
-    EXPECT_EQ(StoredAccessToken(), "access-2");
+    EXPECT_EQ(StoredToken(), "access-2");
 }
 
 TEST_F(Refresh, EndsWithinTwoMinutesWhateverHappens)
@@ -271,61 +310,14 @@ TEST_F(Refresh, TellsNobodyTheSecretsThatAnAnswerRepeats)
     }
 }
 
-TEST_F(Refresh, LeavesWhatAnotherWorkstationDidWhileThisOneSlept)
-{
-    constexpr char kGrant[] = R"({"error":"invalid_grant"})";
-    const auto replace = [&] {
-        StoreElsewhere();
-        practice.refresh = Fakes::Sealed("refresh-elsewhere");
-    };
-    const auto again = [&] { practice.access = Fakes::Sealed("access-1"); };
-    const auto end = [&] { practice.status = IAuthorisationStore::NotAuthorised; };
-    const auto remove = [&] { store->hasRow = false; };
-    const auto breakDown = [&] { practice.failingUpdates = 3; };
-    const struct
-    {
-        std::pair<int, std::string> answer;
-        std::function<void()> meanwhile;
-        const char *access, *code, *why;
-    } rows[] = {
-        {{0, ""}, [] {}, "access-1", "ANSWER_INCOMPLETE", "not asked a second time"},
-        {{400, kGrant}, replace, "access-elsewhere", "", "the other one used the token, the grant is alive"},
-        {{400, kGrant}, [] {}, "access-1", "INVALID_GRANT", "nobody else did"},
-        {{200, Fakes::kFreshTokens}, replace, "access-elsewhere", "", "a newer consent"},
-        {{200, Fakes::kFreshTokens}, [] {}, "access-2", "", "late, and still the only pair"},
-        {{200, Fakes::kFreshTokens}, again, "access-2", "", "the same pair, written anew"},
-        {{200, Fakes::kFreshTokens}, end, "access-1", "NOT_AUTHORISED", "ended: it stays so"},
-        {{200, Fakes::kFreshTokens}, remove, "access-1", "NO_CREDENTIALS", "deleted: it does not come back"},
-        {{400, kGrant}, breakDown, "access-1", "INVALID_GRANT", "unreadable: the tokens are not erased"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        Restart();
-        tokenEndpoint->Script({row.answer});
-        tokenEndpoint->onSend = [&] {
-            passed += 600'000;
-            row.meanwhile();
-        };
-        EXPECT_EQ(Run(), !*row.code);
-        EXPECT_EQ(Code(), row.code);
-        EXPECT_EQ(Requests(), 1u);
-        const auto status = practice.status;
-        authorisation->UpdateTokens();
-        EXPECT_EQ(StoredAccessToken(), row.access);
-        EXPECT_EQ(practice.status, status) << "what has ended is not revived";
-        store->hasRow = true;
-        practice.failingUpdates = 0;
-    }
-}
-
 TEST_F(Refresh, HoldsSignalsBackUntilThePairIsStored)
 {
     static std::function<void()> arrived;
     int signals = 0;
     arrived = [&] {
         ++signals;
-        EXPECT_EQ(StoredAccessToken(), "access-2");
-        EXPECT_FALSE(practice.isLocked) << "the lock is given back first";
+        EXPECT_EQ(StoredToken(), "access-2");
+        EXPECT_FALSE(IsLocked()) << "the lock is given back first";
     };
     const auto before = std::signal(SIGTERM, [](int) { arrived(); });
     tokenEndpoint->onSend = [] { std::raise(SIGTERM); };
@@ -346,33 +338,22 @@ TEST_F(Refresh, GivesTheLockBackAfterAnException)
 {
     tokenEndpoint->onSend = [] { throw std::runtime_error("no memory"); };
     EXPECT_THROW(Run(), std::runtime_error);
-    EXPECT_FALSE(practice.isLocked);
+    EXPECT_FALSE(IsLocked());
     tokenEndpoint->onSend = {};
     logger.onLog = [] { throw std::runtime_error("no log"); };
     EXPECT_THROW(Run(), std::runtime_error);
-    EXPECT_FALSE(practice.isLocked);
-    EXPECT_EQ(StoredAccessToken(), "access-2") << "stored before anything else";
+    EXPECT_FALSE(IsLocked());
+    EXPECT_EQ(StoredToken(), "access-2") << "stored before anything else";
 }
 
 TEST_F(Refresh, SaysWhyTheStoreCannotKeepTokens)
 {
-    const std::tuple<bool, const char*, const char*, const char*> rows[] = {
-        {true, "the disk is full", "TOKENS_NOT_SAVED", "no row for the lock"},
-        {false, "the disk is full", "TOKENS_NOT_SAVED", "no room for new tokens"},
-        {false, "", "REFRESH_BUSY", "another program writes"},
-    };
-    for (const auto& [isLocked, problem, code, why] : rows) {
-        SCOPED_TRACE(why);
-        Restart();
-        practice.isLocked = isLocked;
-        practice.problem = problem;
-        store->hasRoom = isLocked;
-        EXPECT_FALSE(Run());
-        EXPECT_EQ(Code(), code);
-        EXPECT_NE(authorisation->GetLastError().text.find(problem), std::string::npos);
-        EXPECT_EQ(slept, 0u) << "waiting does not help";
-        EXPECT_EQ(practice.isLocked, isLocked);
-    }
+    store->problem = "the disk is full";
+    EXPECT_FALSE(Run());
+    EXPECT_EQ(Code(), "TOKENS_NOT_SAVED");
+    EXPECT_NE(authorisation->GetLastError().text.find("the disk is full"), std::string::npos);
+    EXPECT_EQ(slept, 0u) << "waiting does not help";
+    EXPECT_FALSE(IsLocked());
     EXPECT_EQ(Requests(), 0u);
 }
 
@@ -383,21 +364,17 @@ TEST_F(Refresh, AsksHmrcForNothingThatCouldNotBeKept)
         return false;
     });
     authorisation->SetRedirectPorts({});
-    const std::tuple<const char*, std::function<void()>> begins[] = {
-        {"REFRESH_BUSY", [&] { store->hasRoom = false; }},
-        {"NO_REDIRECT_PORT", [&] { store->hasRoom = true; }},
-        {"TOKENS_NOT_SAVED",
-         [&] {
-             practice.failingUpdates = 1, authorisation->SetRedirectPorts({53691, 53692});
-         }},
-        {"DATABASE_UNREADABLE", [&] { store->hasRow = (practice.problem = "torn").empty(); }},
-    };
-    for (const auto& [code, spoil] : begins) {
-        spoil();
-        EXPECT_FALSE(authorisation->DoAuthorisation(nullptr));
-        EXPECT_EQ(Code(), code);
-        EXPECT_EQ(practice.status, IAuthorisationStore::Authorised) << "the grant there is stays";
-    }
+    EXPECT_FALSE(authorisation->DoAuthorisation(nullptr));
+    EXPECT_EQ(Code(), "NO_REDIRECT_PORT");
+    authorisation->SetRedirectPorts({53691, 53692});
+    store->failingUpdates = 1;
+    EXPECT_FALSE(authorisation->DoAuthorisation(nullptr));
+    EXPECT_EQ(Code(), "TOKENS_NOT_SAVED");
+    store->problem = "torn";
+    EXPECT_FALSE(authorisation->DoAuthorisation(nullptr));
+    EXPECT_EQ(Code(), "TOKENS_NOT_SAVED");
+    EXPECT_EQ(Stored("nAuthorisedStatus"), "1") << "the grant there is stays";
+    store->problem.clear();
     Shellkit::SetPracticeKey({});
     for (const char* code : {"NO_PRACTICE_KEY", "NO_CREDENTIALS_FILE"}) {
         EXPECT_FALSE(Run());

@@ -54,6 +54,7 @@ protected:
     {
         authorisation->SetBrowser([this, answer](const std::string& address) {
             page = address;
+            status = Stored("nAuthorisedStatus");
             return Visit("127.0.0.1", QueryOf(page, "redirect_uri"), answer + "&state=" + QueryOf(page, "state")) ==
                    200;
         });
@@ -64,7 +65,7 @@ protected:
         EXPECT_EQ(Code(), code);
     }
 
-    std::string page;
+    std::string page, status; // at the browser
 };
 
 } // namespace
@@ -75,10 +76,10 @@ TEST_F(Dialogue, TurnsTheUsersConsentIntoStoredTokens)
         {{200, R"({"access_token":"new-a","refresh_token":"new-r","expires_in":"900","scope":"read:x"})"}});
     Answer("?code=the-code");
     static std::function<void()> arrived;
-    arrived = [this] { EXPECT_EQ(StoredAccessToken(), "new-a") << "the code is spent"; };
+    arrived = [] { EXPECT_EQ(StoredToken(), "new-a") << "the code is spent"; };
     const auto before = std::signal(SIGHUP, [](int) { arrived(); });
     tokenEndpoint->onSend = [] { std::raise(SIGHUP); };
-    practice.service = "https://api.service.hmrc.gov.uk"; // the consent before
+    SetService("https://api.service.hmrc.gov.uk"); // the consent before
     ASSERT_TRUE(authorisation->DoAuthorisation(&logger)) << Code();
     std::signal(SIGHUP, before);
     tokenEndpoint->onSend = {};
@@ -86,7 +87,7 @@ TEST_F(Dialogue, TurnsTheUsersConsentIntoStoredTokens)
     EXPECT_EQ(page.substr(0, page.find('?')), "http://127.0.0.1:1/oauth/authorize");
     for (const auto& [name, value] : Members{{"response_type", "code"},
                                              {"client_id", "the-client"},
-                                             {"scope", "read:national-insurance read:individual-paye"},
+                                             {"scope", CScope().GetScope()},
                                              {"client_secret", ""},
                                              {"code_challenge_method", "S256"}})
         EXPECT_EQ(QueryOf(page, name), value) << name;
@@ -101,11 +102,9 @@ TEST_F(Dialogue, TurnsTheUsersConsentIntoStoredTokens)
     EXPECT_GE(verifier.size(), 43u);
     EXPECT_EQ(Shellkit::Base64Url(Shellkit::Sha256(verifier)), challenge);
 
-    EXPECT_EQ(StoredAccessToken(), "new-a");
-    EXPECT_EQ(practice.scope, "read:x");
-    EXPECT_EQ(practice.expiresIn, 900);
-    EXPECT_EQ(practice.service, "http://127.0.0.1:1");
-    EXPECT_EQ(practice.written, (std::vector{IAuthorisationStore::NotAuthorised, IAuthorisationStore::Authorised}));
+    EXPECT_EQ(StoredToken(), "new-a");
+    EXPECT_EQ(status, "0") << "while the browser shows HMRC's page";
+    EXPECT_EQ(Stored("strScope, nExpiresIn, strService, nAuthorisedStatus"), "read:x|900|http://127.0.0.1:1|1");
     Fakes::ExpectNone(logger.text, {"the-code", "new-a", "new-r", "the-client-secret", verifier});
 
     const std::string state = QueryOf(page, "state");
@@ -126,11 +125,11 @@ TEST_F(Dialogue, StaysWithItsServiceStepByStep)
     EXPECT_TRUE(authorisation->RequestAccessToken("the-code"));
     EXPECT_EQ(tokenEndpoint->requests.at(0).address, "http://127.0.0.1:1/oauth/token");
     EXPECT_EQ(AccessToken(), "") << "nothing for the other";
-    practice.access = Fakes::Sealed("access-elsewhere");
+    StoreElsewhere();
     EXPECT_TRUE(authorisation->UpdateTokens());
-    EXPECT_EQ(StoredAccessToken(), "access-2");
-    EXPECT_EQ(practice.service, "http://127.0.0.1:1");
-    EXPECT_TRUE(store->isConsent) << "dated as one";
+    EXPECT_EQ(StoredToken(), "access-2");
+    EXPECT_EQ(Stored("strService"), "http://127.0.0.1:1");
+    EXPECT_EQ(Stored("dtGranted = dtAuthenticated"), "1") << "dated as a consent";
 }
 
 TEST_F(Dialogue, IgnoresAnswersThatAreNotItsOwnAndListensOnBothFamiliesOfAddresses)
@@ -143,7 +142,7 @@ TEST_F(Dialogue, IgnoresAnswersThatAreNotItsOwnAndListensOnBothFamiliesOfAddress
         EXPECT_EQ(Visit("127.0.0.1", redirect, "?error=access_denied"), 400) << "nobody else can end it";
         EXPECT_EQ(Visit("127.0.0.1", redirect, "?state=" + state), 400) << "neither code nor error";
         EXPECT_EQ(Visit("127.0.0.1", redirect + "/other", "?code=forged&state=" + state), 404);
-        const bool hasIpv6 = Fakes::LocalServer("::1").Port() != 0;
+        const bool hasIpv6 = Fakes::LocalServer(0, "::1").Port() != 0;
         EXPECT_EQ(Visit(hasIpv6 ? "::1" : "127.0.0.1", redirect, "?code=genuine&state=" + state), 200);
         return true;
     });
@@ -155,7 +154,7 @@ TEST_F(Dialogue, SaysWhyNoAuthorityCame)
     Answer("?error=access_denied&error_description=user%20said%20no");
     ExpectFailure("ACCESS_DENIED");
     EXPECT_NE(authorisation->GetLastError().text.find("user said no"), std::string::npos);
-    EXPECT_EQ(practice.status, IAuthorisationStore::NotAuthorised);
+    EXPECT_EQ(Stored("nAuthorisedStatus"), "0");
     EXPECT_TRUE(tokenEndpoint->requests.empty());
 
     tokenEndpoint->Script({{0, ""}});

@@ -32,11 +32,11 @@ protected:
         m_server->Handlers().Get("/.*", answer(R"({"number":")"));
         m_server->Start();
         client->base = m_server->Address("/");
-        practice.service = m_server->Address("");
+        SetService(m_server->Address(""));
     }
     std::unique_ptr<CAuthorisation> Authorised()
     {
-        auto one = std::make_unique<CAuthorisation>(store, std::make_shared<Fakes::FakeScope>(), client);
+        auto one = MakeAuthorisation();
         one->SetChannel(m_channel);
         EXPECT_TRUE(one->LoadTokens());
         return one;

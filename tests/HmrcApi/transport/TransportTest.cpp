@@ -6,11 +6,13 @@
 #include <vector>
 
 #include <gtest/gtest.h>
+#include <openssl/pem.h>
 
 #include "Afx/time/Clock.h"
 #include "HmrcApi/answers/AnswerTable.h"
 #include "HmrcApi/LocalServer.h"
 #include "HmrcApi/transport/Pace.h"
+#include "support/TestSupport.h"
 
 using namespace HmrcApi;
 using Outcome = HttpAnswer::Outcome;
@@ -161,29 +163,57 @@ TEST_F(Transport, PostsAFormAndFollowsNoRedirectWithIt)
     EXPECT_EQ(Get("/json").status, 200) << "the next request is a GET again";
 }
 
-TEST(TransportSecurity, RefusesACertificateThatNobodySigned)
+namespace
 {
-    const std::unique_ptr<EVP_PKEY, decltype(&EVP_PKEY_free)> key(EVP_EC_gen("P-256"), &EVP_PKEY_free);
-    const std::unique_ptr<X509, decltype(&X509_free)> certificate(X509_new(), &X509_free);
-    X509_gmtime_adj(X509_getm_notBefore(certificate.get()), -3600);
-    X509_gmtime_adj(X509_getm_notAfter(certificate.get()), 3600);
-    X509_set_pubkey(certificate.get(), key.get());
-    X509_NAME* name = X509_get_subject_name(certificate.get());
-    const auto host = reinterpret_cast<const unsigned char*>("localhost");
-    X509_NAME_add_entry_by_txt(name, "CN", MBSTRING_ASC, host, -1, -1, 0);
-    X509_set_issuer_name(certificate.get(), name);
-    ASSERT_GT(X509_sign(certificate.get(), key.get(), EVP_sha256()), 0);
 
-    Fakes::LocalServer server("127.0.0.1", std::make_unique<httplib::SSLServer>(certificate.get(), key.get()));
-    std::atomic<int> requests = 0;
-    server.Handlers().Get("/", [&](const Request&, Response&) { ++requests; });
-    server.Start();
-    HttpRequest request;
-    request.address = "https://localhost:" + std::to_string(server.Port()) + '/';
-    const HttpAnswer answer = MakeHttpTransport()->Send(request);
-    EXPECT_EQ(answer.outcome, Outcome::NoConnection);
-    EXPECT_NE(answer.problem.find("certificate"), std::string::npos) << answer.problem;
-    EXPECT_EQ(requests, 0);
+/// A key and a certificate of `name`, by the authority; without one by itself.
+struct Identity
+{
+    explicit Identity(const char* name, const Identity* authority = nullptr)
+    {
+        const Identity& issuer = authority ? *authority : *this;
+        X509_gmtime_adj(X509_getm_notBefore(certificate.get()), -3600);
+        X509_gmtime_adj(X509_getm_notAfter(certificate.get()), 3600);
+        X509_set_pubkey(certificate.get(), key.get());
+        X509_NAME_add_entry_by_txt(X509_get_subject_name(certificate.get()), "CN", MBSTRING_ASC,
+                                   reinterpret_cast<const unsigned char*>(name), -1, -1, 0);
+        X509_set_issuer_name(certificate.get(), X509_get_subject_name(issuer.certificate.get()));
+        EXPECT_GT(X509_sign(certificate.get(), issuer.key.get(), EVP_sha256()), 0);
+    }
+
+    std::unique_ptr<EVP_PKEY, decltype(&EVP_PKEY_free)> key{EVP_EC_gen("P-256"), &EVP_PKEY_free};
+    std::unique_ptr<X509, decltype(&X509_free)> certificate{X509_new(), &X509_free};
+};
+
+} // namespace
+
+TEST(TransportSecurity, TakesACertificateOfThatHostByAnAuthorityItTrusts)
+{
+    const Identity authority("An authority of the test's own"), stranger("Another");
+    const std::string trusted = ::Test::TempDir() + "/authorities.pem";
+    const std::unique_ptr<BIO, decltype(&BIO_free)> file(BIO_new_file(trusted.c_str(), "w"), &BIO_free);
+    ASSERT_TRUE(PEM_write_bio_X509(file.get(), authority.certificate.get()) == 1 && BIO_flush(file.get()) == 1);
+    const std::tuple<const char*, const Identity*, std::string, Outcome, const char*> rows[] = {
+        {"localhost", &authority, trusted, Outcome::Answered, "as it should be"},
+        {"hmrc.example", &authority, trusted, Outcome::NoConnection, "of another host"},
+        {"localhost", &stranger, trusted, Outcome::NoConnection, "by nobody known"},
+        {"localhost", nullptr, trusted, Outcome::NoConnection, "by itself"},
+        {"localhost", &authority, "", Outcome::NoConnection, "the system does not know the test's authority"},
+    };
+    for (const auto& [name, issuer, authorities, outcome, why] : rows) {
+        const Identity own(name, issuer);
+        Fakes::LocalServer server(0, "127.0.0.1",
+                                  std::make_unique<httplib::SSLServer>(own.certificate.get(), own.key.get()));
+        std::atomic<int> requests = 0;
+        server.Handlers().Get("/", [&](const Request&, Response&) { ++requests; });
+        server.Start();
+        HttpRequest request;
+        request.address = "https://localhost:" + std::to_string(server.Port()) + '/';
+        const HttpAnswer answer = MakeHttpTransport(authorities)->Send(request);
+        EXPECT_EQ(answer.outcome, outcome) << why;
+        EXPECT_EQ(answer.problem.find("certificate") == std::string::npos, outcome == Outcome::Answered) << why;
+        EXPECT_EQ(requests, outcome == Outcome::Answered ? 1 : 0) << why;
+    }
 }
 
 TEST(SetTimeouts, ShortensButNeverLifts)
