@@ -1,6 +1,6 @@
-#include <algorithm>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "fuzz/Targets.h"
 #include "MorvUt/identifiers/Hex.h"
@@ -12,23 +12,18 @@ namespace
 
 constexpr unsigned kUntouched = 0xDEAD;
 
-struct Bytes
-{
-    std::unique_ptr<unsigned char[]> data;
-    unsigned size;
-};
-
 /// The position of the first character that is no upper-case hexadecimal digit; npos when all are.
 std::size_t FirstBad(std::string_view text) noexcept { return text.find_first_not_of("0123456789ABCDEF"); }
 
 /// Nothing when it is refused, and then for the reason that the text gives.
-std::optional<Bytes> Read(std::string_view text)
+std::optional<std::vector<unsigned char>> Read(std::string_view text)
 {
     unsigned size = kUntouched;
     try {
-        std::unique_ptr<unsigned char[]> data(HexToBinary::Convert(CString(text), &size));
+        const std::unique_ptr<unsigned char[]> data(HexToBinary::Convert(CString(text), &size));
+        Require(size == text.size() / 2, "one byte for two characters");
         Require(text.size() % 2 == 0 && FirstBad(text) == std::string_view::npos, "only pairs of digits are accepted");
-        return Bytes{std::move(data), size};
+        return std::vector<unsigned char>(data.get(), data.get() + size);
     } catch (InvalidHexStringException* refusal) {
         const bool isRight = refusal->GetReason() == InvalidHexOddLength && refusal->GetLength() == text.size();
         refusal->Delete();
@@ -47,15 +42,12 @@ std::optional<Bytes> Read(std::string_view text)
 
 void HexText(std::string_view input)
 {
-    if (const auto bytes = Read(input)) {
-        Require(bytes->size == input.size() / 2, "one byte for two characters");
-        Require(BinaryToHex::Convert(bytes->data.get(), bytes->size).View() == input, "the text comes back");
-    }
+    if (const auto bytes = Read(input))
+        Require(BinaryToHex::Convert(bytes->data(), static_cast<unsigned>(bytes->size())).View() == input,
+                "the text comes back");
     const auto* const data = reinterpret_cast<const unsigned char*>(input.data());
     const CString text = BinaryToHex::Convert(data, static_cast<unsigned>(input.size()));
-    const auto bytes = Read(text.View());
-    Require(bytes && bytes->size == input.size() && std::equal(data, data + input.size(), bytes->data.get()),
-            "the bytes come back");
+    Require(Read(text.View()) == std::vector<unsigned char>(data, data + input.size()), "the bytes come back");
 }
 
 } // namespace Fuzz

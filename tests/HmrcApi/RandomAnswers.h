@@ -2,22 +2,40 @@
 
 // Answers of the PAYE interface as a seed would have them, and what they add up to.
 
+#include <algorithm>
 #include <cstdint>
-#include <initializer_list>
+#include <map>
 #include <random>
 #include <string>
+#include <string_view>
+
+#include "HmrcApi/json/Json.h"
 
 namespace HmrcApi::Fakes
 {
 
-/// Sums in ten-thousandths of a pound.
-struct AnswerTotals
-{
-    std::int64_t pay = 0, tax = 0, studentLoan = 0, benefits = 0, allowances = 0;
-    std::int64_t pensionPay = 0, pensionTax = 0, stateBenefitsPay = 0, stateBenefitsTax = 0;
-    std::int64_t statePension = 0, lumpSumPay = 0, lumpSumTax = 0;
-    friend bool operator==(const AnswerTotals&, const AnswerTotals&) = default;
-};
+/// All that an answer may hold. Texts are one of several, null stands for what nobody knows.
+inline constexpr char kAnyAnswer[] = R"({
+  "employments": [{
+    "employerPayeReference": "123/AB456|456/AB456|789/X", "employerName": "Company XYZ",
+    "worksNumber": "W1|W2|00191048716", "startDate": "2017-04-06|2017-5-1|soon", "endDate": "2018-04-05|soon",
+    "taxablePayTotal": 0, "taxTotal": 0, "studentLoan": 0, "new": null,
+    "companyBenefits": [{
+      "benefitType": "CarBenefit|VanBenefit|NurseryPlaces|TotalBenefitInKind|SpaceTravel",
+      "amount": 0, "isForecastBenefit": true, "new": null}]}],
+  "privatePensions": [{
+    "employerPayeReference": "123/AB456|456/AB456|789/X", "employerName": "Company XYZ",
+    "worksNumber": "W1|W2|00191048716", "startDate": "2017-04-06|2017-5-1|soon", "endDate": "2018-04-05|soon",
+    "taxablePayTotal": 0, "taxTotal": 0, "new": null}],
+  "taxableSocialSecurityBenefits": [{
+    "benefitType": "JobseekersAllowance|IncapacityBenefit|EmploymentAndSupportAllowance|UniversalCredit|jobseekersallowance",
+    "startDate": "2017-04-06|2017-5-1|soon", "endDate": "2018-04-05|soon",
+    "taxablePayTotal": 0, "taxTotal": 0, "new": null}],
+  "taxFreeAllowances": [{
+    "allowanceType": "FlatRateJobExpenses|EarlierYearsAdjustment|UniformCleaning", "amount": 0, "new": null}],
+  "statePension": {"grossAmount": 0,
+    "lumpSum": {"startDate": "2017-04-06|2017-5-1|soon", "taxablePayTotal": 0, "taxTotal": 0}},
+  "new": null})";
 
 /// One valid answer: every member absent now and then, amounts in every form of a number (zero and negative ones too),
 /// unknown members and kinds, references and works numbers that occur again. The same seed gives the same answer
@@ -25,49 +43,68 @@ struct AnswerTotals
 class RandomAnswer
 {
 public:
-    explicit RandomAnswer(std::uint32_t seed) : m_random(seed)
+    explicit RandomAnswer(std::uint32_t seed) : m_random(seed), m_answer(Vary(ParseJson(kAnyAnswer).value(), {})) {}
+
+    const JsonValue& Answer() const noexcept { return m_answer; }
+    /// The sum of the amounts with these names on the way, "/employments/taxTotal", in ten-thousandths of a pound.
+    std::int64_t Total(const std::string& path) const
     {
-        m_json = '{' +
-                 Members({List("employments", 3, &RandomAnswer::Employment),
-                          List("privatePensions", 2, &RandomAnswer::Pension),
-                          List("taxableSocialSecurityBenefits", 2, &RandomAnswer::StateBenefit),
-                          List("taxFreeAllowances", 2, &RandomAnswer::Allowance), StatePension(), Unknown()}) +
-                 '}';
+        const auto found = m_totals.find(path);
+        return found == m_totals.end() ? 0 : found->second;
     }
 
-    const std::string& Json() const noexcept { return m_json; }
-    const AnswerTotals& Totals() const noexcept { return m_totals; }
-
 private:
-    using Item = std::string (RandomAnswer::*)();
+    using Kind = JsonValue::Kind;
 
     std::uint32_t Below(std::uint32_t count) { return static_cast<std::uint32_t>(m_random() % count); }
     bool Perhaps(std::uint32_t oneIn = 2) { return Below(oneIn) == 0; }
-    std::string OneOf(std::initializer_list<const char*> texts)
+    /// One of what stands between the bars.
+    std::string OneOf(std::string_view texts)
     {
-        return texts.begin()[Below(static_cast<std::uint32_t>(texts.size()))];
+        for (auto skip = Below(1 + static_cast<std::uint32_t>(std::count(texts.begin(), texts.end(), '|'))); skip > 0;
+             --skip)
+            texts.remove_prefix(texts.find('|') + 1);
+        return std::string(texts.substr(0, texts.find('|')));
     }
 
-    /// The members that are not empty, separated.
-    static std::string Members(std::initializer_list<std::string> members)
+    JsonValue Vary(const JsonValue& model, const std::string& path)
     {
-        std::string text;
-        for (const std::string& member : members)
-            text += (text.empty() || member.empty() ? "" : ",") + member;
-        return text;
+        JsonValue value;
+        value.kind = model.kind;
+        if (model.Is(Kind::Null))
+            return ParseJson(OneOf(R"(1e400|0.123456789|{"amount":7}|[5,"\"1"]|"-1\\"|null)")).value();
+        if (model.Is(Kind::Text))
+            value.text = OneOf(model.text);
+        if (model.Is(Kind::Boolean))
+            value.boolean = Perhaps();
+        if (model.Is(Kind::Number))
+            SetAmount(value, m_totals[path]);
+        if (model.Is(Kind::Array))
+            for (std::uint32_t count = Below(4); count > 0; --count)
+                value.items.push_back(Vary(model.items[0], path));
+        for (std::size_t i = 0; i < model.names.size(); ++i) {
+            const std::string& name = model.names[i];
+            const bool isNeeded = name.ends_with("Reference") || name.ends_with("Type");
+            if (!isNeeded && Perhaps(3))
+                continue;
+            value.names.push_back(name);
+            value.items.push_back(Vary(model.items[i], path + '/' + name));
+        }
+        return value;
     }
-    static std::string Named(const char* name, const std::string& value)
-    {
-        return '"' + std::string(name) + "\":" + value;
-    }
-    static std::string Text(const char* name, const std::string& text) { return Named(name, '"' + text + '"'); }
 
-    std::string List(const char* name, std::uint32_t most, Item item)
+    void SetAmount(JsonValue& value, std::int64_t& total)
     {
-        std::string items;
-        for (std::uint32_t count = Below(most + 1); count > 0; --count)
-            items += (items.empty() ? "{" : ",{") + (this->*item)() + '}';
-        return items.empty() && Perhaps() ? std::string() : Named(name, '[' + items + ']');
+        if (Perhaps(10)) {
+            value.kind = Kind::Null;
+            return;
+        }
+        const std::int64_t most = Perhaps() ? 1'000'000 : 4'000'000'000;
+        std::int64_t amount = m_random() % most;
+        amount -= Perhaps() ? amount % 100 : 0; // whole pence
+        amount = Perhaps(10) ? 0 : Perhaps(10) ? -amount : amount;
+        total += amount;
+        value.text = Number(amount);
     }
 
     /// A number of that value: plain, with needless zeros, or with an exponent of either sign.
@@ -89,90 +126,16 @@ private:
         if (decimals > 0)
             digits.insert(digits.size() - decimals, ".");
         if (exponent != 0 || Perhaps(8)) {
-            digits += OneOf({"e", "E"}); // one draw a statement: the order within one is not the same everywhere
-            digits += exponent >= 0 ? OneOf({"", "+"}) : "";
+            digits += OneOf("e|E"); // one draw a statement: the order within one is not the same everywhere
+            digits += exponent >= 0 ? OneOf("|+") : "";
             digits += std::to_string(exponent);
         }
         return (tenThousandths < 0 || (tenThousandths == 0 && Perhaps(4)) ? "-" : "") + digits;
     }
-    std::string Amount(const char* name, std::int64_t& total)
-    {
-        if (Perhaps(5))
-            return Perhaps() ? std::string() : Named(name, "null");
-        const std::int64_t most = Perhaps() ? 1'000'000 : 4'000'000'000;
-        std::int64_t value = m_random() % most;
-        value -= Perhaps() ? value % 100 : 0; // whole pence
-        value = Perhaps(10) ? 0 : Perhaps(10) ? -value : value;
-        total += value;
-        return Named(name, Number(value));
-    }
-
-    std::string Reference() { return Text("employerPayeReference", OneOf({"123/AB456", "456/AB456", "789/X"})); }
-    std::string WorksNumber()
-    {
-        return Perhaps() ? std::string() : Text("worksNumber", OneOf({"W1", "W2", "00191048716"}));
-    }
-    std::string Date(const char* name)
-    {
-        return Perhaps() ? std::string() : Text(name, OneOf({"2017-04-06", "2017-5-1", "2018-04-05", "soon"}));
-    }
-    std::string Dates() { return Members({Date("startDate"), Date("endDate")}); }
-    std::string Unknown()
-    {
-        return Perhaps()
-                   ? std::string()
-                   : Named("new",
-                           OneOf({"1e400", "0.123456789", "{\"amount\":7}", "[5,\"\\\"1\"]", "\"-1\\\\\"", "null"}));
-    }
-
-    std::string PaidBy(std::int64_t& pay, std::int64_t& tax)
-    {
-        return Members({Reference(), Text("employerName", "Company XYZ"), WorksNumber(), Dates(),
-                        Amount("taxablePayTotal", pay), Amount("taxTotal", tax), Unknown()});
-    }
-    std::string Employment()
-    {
-        return Members({PaidBy(m_totals.pay, m_totals.tax), Amount("studentLoan", m_totals.studentLoan),
-                        List("companyBenefits", 3, &RandomAnswer::CompanyBenefit)});
-    }
-    std::string Pension() { return PaidBy(m_totals.pensionPay, m_totals.pensionTax); }
-    std::string CompanyBenefit()
-    {
-        return Members({Text("benefitType",
-                             OneOf({"CarBenefit", "VanBenefit", "NurseryPlaces", "TotalBenefitInKind", "SpaceTravel"})),
-                        Amount("amount", m_totals.benefits),
-                        Perhaps() ? std::string() : Named("isForecastBenefit", OneOf({"true", "false"})), Unknown()});
-    }
-    std::string StateBenefit()
-    {
-        return Members(
-            {Text("benefitType", OneOf({"JobseekersAllowance", "IncapacityBenefit", "EmploymentAndSupportAllowance",
-                                        "UniversalCredit", "jobseekersallowance"})),
-             Dates(), Amount("taxablePayTotal", m_totals.stateBenefitsPay),
-             Amount("taxTotal", m_totals.stateBenefitsTax), Unknown()});
-    }
-    std::string Allowance()
-    {
-        return Members(
-            {Text("allowanceType", OneOf({"FlatRateJobExpenses", "EarlierYearsAdjustment", "UniformCleaning"})),
-             Amount("amount", m_totals.allowances), Unknown()});
-    }
-    std::string StatePension()
-    {
-        if (Perhaps())
-            return {};
-        const std::string lumpSum =
-            Perhaps() ? std::string()
-                      : Named("lumpSum", '{' +
-                                             Members({Dates(), Amount("taxablePayTotal", m_totals.lumpSumPay),
-                                                      Amount("taxTotal", m_totals.lumpSumTax)}) +
-                                             '}');
-        return Named("statePension", '{' + Members({Amount("grossAmount", m_totals.statePension), lumpSum}) + '}');
-    }
 
     std::mt19937 m_random;
-    AnswerTotals m_totals;
-    std::string m_json;
+    std::map<std::string, std::int64_t> m_totals;
+    JsonValue m_answer; // made of the two before
 };
 
 } // namespace HmrcApi::Fakes

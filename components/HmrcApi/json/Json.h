@@ -36,6 +36,7 @@ struct HMRCAPI_API JsonValue
     bool Is(Kind wanted) const noexcept { return kind == wanted; }
     /// The member `name` of an object; null when there is none, when it is JSON's null, or when this is no object.
     const JsonValue* Find(std::string_view name) const noexcept;
+    friend bool operator==(const JsonValue&, const JsonValue&) = default; // numbers by their text
 };
 
 inline constexpr std::size_t kJsonDepth = 32;       // levels of nesting

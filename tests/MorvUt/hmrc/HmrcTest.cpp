@@ -1,6 +1,7 @@
 #include "MorvUt/hmrc/HmrcTest.h"
 
 #include "HmrcApi/Fakes.h"
+#include "MorvUt/hmrc/fetch/FetchData.h"
 #include "MorvUt/hmrc/schedules/Differences.h"
 
 namespace
@@ -87,6 +88,20 @@ HmrcApi::StagedCounts HmrcTest::Fetch(const std::string& json)
 {
     PayeOf prepop(m_client, json);
     return Fetch(prepop);
+}
+
+std::string HmrcTest::Retrieve(HmrcApi::IEndpointOverride::ResponseType type) const
+{
+    CUserData::ClearPermissions();
+    CUserData::SetUser("ANNA");
+    ::Test::Windows().Clear();
+    ::Test::Windows().OnUnexpected([](const auto& shown) { return Afx::SafeAnswer(shown.style); });
+    bool newData = true, clear = false;
+    std::string text = GetHMRCApiData(m_client, kGateway, newData, clear, type) ? "ok" : "not ok";
+    text += std::string(newData ? ", new data" : "") + (clear ? ", clear" : "") + '\n';
+    for (const auto& shown : ::Test::Windows().Messages())
+        text += shown.text + '\n';
+    return text;
 }
 
 std::string HmrcTest::Errors() const

@@ -42,6 +42,8 @@ protected:
     HmrcApi::StagedCounts Fetch(HmrcApi::CPAYEPrepop& prepop);
     HmrcApi::StagedCounts Fetch(HmrcApi::IEndpointOverride::ResponseType type);
     HmrcApi::StagedCounts Fetch(const std::string& json);
+    /// By the command, as ANNA: what it answers, of "ok, new data, clear", and shows, a message a line.
+    std::string Retrieve(HmrcApi::IEndpointOverride::ResponseType type = HmrcApi::IEndpointOverride::Everything) const;
     /// "code" of each error of the last fetch, separated by blanks.
     std::string Errors() const;
     HmrcApi::CreatedSchedules Create();

@@ -176,67 +176,54 @@ TEST(Matching, FindsTheScheduleOfEachPeriodWithAnEmployer)
     const struct
     {
         std::vector<const char*> staged, own; // of one reference
-        const char *employments, *pensions;
-        const char* why;
+        const char *matches, *why;            // of employments as of pensions
     } rows[] = {
-        {{"W1=1"}, {"=1"}, "=0", "=0", "one of a reference is known by it alone"},
-        {{"W1=1"}, {"W9=1", "W1=1"}, "=1", "=1", "the one with the works number before another"},
-        {{"W9=1"}, {"W1=1"}, "=0", "=0", "a works number that HMRC has changed"},
-        {{"W9=5"}, {"W1=1", "=5"}, "=1", "=1", "the bare one before another works number"},
-        {{"W9=5"}, {"W1=1", "W2=5"}, "=1", "=1", "of two others the one with the figures"},
-        {{"W1=1", "W2=2"}, {"W2=2"}, "n =0", "n =0", "a second period"},
-        {{"W1=1", "W2=2"}, {"=3"}, "a0 a0", "a0 a0", "typed without a works number: it may be either, or both"},
-        {{"W1=1", "W2=2"}, {"=1", "W1=1", "W2=2"}, "=1 =2", "=1 =2", "each has its own, whatever else there is"},
-        {{"W1=1", "W2=2"}, {"W1=1", "=2"}, "=0 a1", "=0 a1", "the other may be the bare one"},
-        {{"W2=2", "!W1=1"}, {"W1=1"}, "n -", "n -", "another period's, which HMRC no longer sends"},
-        {{"=1", "=2"}, {"=2", "=1"}, "=1 =0", "=1 =0", "as many without a number: by their figures"},
-        {{"=1", "=2"}, {"=3", "=4"}, "=0 =1", "=0 =1", "then in order"},
-        {{"=1", "=2"}, {"=2"}, "a0 a0", "a0 a0", "fewer without a number, typed"},
-        {{"=1", "=2"}, {"~=2"}, "n =0", "n =0", "made from HMRC's record"},
-        {{"W1=1", "=2"}, {"W1=1"}, "=0 n", "=0 n", "one of them without a number"},
-        {{"=1", "W1=2"}, {"=2"}, "a0 a0", "a0 a0", "typed without a number, which may be either"},
-        {{"W9=1", "W2=2"},
-         {"~W1=1", "~W2=2"},
-         "=0 =1",
-         "=0 =1",
-         "made from HMRC's record, which has another number now"},
-        {{"W9=1", "W2=2"}, {"W1=1", "W2=2"}, "n =1", "n =1", "typed, with another number"},
+        {{"W1=1"}, {"=1"}, "=0", "one of a reference is known by it alone"},
+        {{"W1=1"}, {"W9=1", "W1=1"}, "=1", "the one with the works number before another"},
+        {{"W9=1"}, {"W1=1"}, "=0", "a works number that HMRC has changed"},
+        {{"W9=5"}, {"W1=1", "=5"}, "=1", "the bare one before another works number"},
+        {{"W9=5"}, {"W1=1", "W2=5"}, "=1", "of two others the one with the figures"},
+        {{"W1=1", "W2=2"}, {"W2=2"}, "n =0", "a second period"},
+        {{"W1=1", "W2=2"}, {"=3"}, "a0 a0", "typed without a works number: it may be either, or both"},
+        {{"W1=1", "W2=2"}, {"=1", "W1=1", "W2=2"}, "=1 =2", "each has its own, whatever else there is"},
+        {{"W1=1", "W2=2"}, {"W1=1", "=2"}, "=0 a1", "the other may be the bare one"},
+        {{"W2=2", "!W1=1"}, {"W1=1"}, "n -", "another period's, which HMRC no longer sends"},
+        {{"=1", "=2"}, {"=2", "=1"}, "=1 =0", "as many without a number: by their figures"},
+        {{"=1", "=2"}, {"=3", "=4"}, "=0 =1", "then in order"},
+        {{"=1", "=2"}, {"=2"}, "a0 a0", "fewer without a number, typed"},
+        {{"=1", "=2"}, {"~=2"}, "n =0", "made from HMRC's record"},
+        {{"W1=1", "=2"}, {"W1=1"}, "=0 n", "one of them without a number"},
+        {{"=1", "W1=2"}, {"=2"}, "a0 a0", "typed without a number, which may be either"},
+        {{"W9=1", "W2=2"}, {"~W1=1", "~W2=2"}, "=0 =1", "made from HMRC's record, which has another number now"},
+        {{"W9=1", "W2=2"}, {"W1=1", "W2=2"}, "n =1", "typed, with another number"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
         HmrcApi::StagedYear staged;
         HmrcApi::ReturnYear own;
+        const auto fill = [](auto& record, Kiln::CAmt& amount, bool& mark, const Item& item) {
+            record.reference = "1/A";
+            record.worksNumber = item.works;
+            amount = item.pay;
+            mark = item.isMarked;
+        };
         for (const char* text : row.staged) {
-            const Item item(text);
             HmrcApi::StagedEmployment& employment = staged.employments.emplace_back();
-            employment.reference = "1/A";
-            employment.worksNumber = item.works;
+            fill(employment, employment.pay, employment.isWithdrawn, Item(text));
             employment.key = "key " + std::to_string(staged.employments.size());
-            employment.pay = item.pay;
-            employment.isWithdrawn = item.isMarked;
             HmrcApi::StagedPension& pension = staged.pensions.emplace_back();
+            fill(pension, pension.amount, pension.isWithdrawn, Item(text));
             pension.kind = HmrcApi::kPrivatePension;
-            pension.reference = "1/A";
-            pension.worksNumber = item.works;
-            pension.amount = item.pay;
-            pension.isWithdrawn = item.isMarked;
         }
         for (const char* text : row.own) {
-            const Item item(text);
             HmrcApi::ReturnEmployment& employment = own.employments.emplace_back();
-            employment.reference = "1/A";
-            employment.worksNumber = item.works;
-            employment.pay = item.pay;
-            employment.isFromHmrc = item.isMarked;
+            fill(employment, employment.pay, employment.isFromHmrc, Item(text));
             HmrcApi::ReturnPension& pension = own.pensions.emplace_back();
+            fill(pension, pension.amount, pension.isFromHmrc, Item(text));
             pension.type = 1050;
-            pension.reference = "1/A";
-            pension.worksNumber = item.works;
-            pension.amount = item.pay;
-            pension.isFromHmrc = item.isMarked;
         }
-        EXPECT_EQ(Show(MatchEmployments(staged, own)), row.employments);
-        EXPECT_EQ(Show(MatchPensions(staged, own)), row.pensions);
+        EXPECT_EQ(Show(MatchEmployments(staged, own)), row.matches);
+        EXPECT_EQ(Show(MatchPensions(staged, own)), row.matches);
     }
 }
 

@@ -1,19 +1,16 @@
 // Another program holds the practice's write lock for longer than a statement waits.
 
-#include <sqlite3.h>
-
 #include "apps/main-job/FetchTest.h"
 
 namespace
 {
 
 /// Holds the write lock while it lives.
-std::unique_ptr<sqlite3, decltype(&sqlite3_close)> Writer()
+std::unique_ptr<Cellar::CConnection> Writer()
 {
-    sqlite3* database = nullptr;
-    EXPECT_EQ(sqlite3_open((::Test::TempDir() + "/practice.db").c_str(), &database), SQLITE_OK);
-    EXPECT_EQ(sqlite3_exec(database, "BEGIN IMMEDIATE", nullptr, nullptr, nullptr), SQLITE_OK);
-    return {database, &sqlite3_close};
+    auto connection = ::Test::Practice::Open();
+    connection->Query("BEGIN IMMEDIATE", {});
+    return connection;
 }
 
 class Busy : public FetchTest
@@ -45,7 +42,7 @@ TEST_F(Busy, StagingIsGivenUpWithOneLineAndNothingIsLost)
         ASSERT_EQ(::Test::Windows().Messages().size(), 1u);
         EXPECT_EQ(::Test::Windows().Messages()[0].text, message);
     }
-    EXPECT_EQ(Changed(tables, Read(), {}), std::set<std::string>{});
+    EXPECT_EQ(Changed(tables, Read(), {"CellarSession"}), std::set<std::string>{});
     EXPECT_TRUE(Fetch().result.ok);
     EXPECT_EQ(StagedPaye(), 1001);
     EXPECT_EQ(StagedNationalInsurance(), 1001);
@@ -62,7 +59,7 @@ TEST_F(Busy, ATokenThatCouldNotBeKeptIsNotAskedFor)
         EXPECT_EQ(fetched.Errors("PAYE"), "REFRESH_BUSY ");
         EXPECT_EQ(fetched.Errors("National Insurance"), "REFRESH_BUSY ");
     }
-    EXPECT_EQ(Changed(tables, Read(), {}), std::set<std::string>{});
+    EXPECT_EQ(Changed(tables, Read(), {"CellarSession"}), std::set<std::string>{});
     const Fetched again = Fetch();
     EXPECT_TRUE(again.result.ok) << again.Errors("PAYE");
     EXPECT_EQ(again.tokens, 1);

@@ -3,7 +3,6 @@
 #include <sqlite3.h>
 
 #include <functional>
-#include <memory>
 
 #include "Afx/time/Clock.h"
 #include "MorvUt/hmrc/access/ClientData.h"
@@ -20,7 +19,7 @@ using ::Test::Json;
 constexpr char kPayeAnswer[] = "/sandbox/answer/individual-paye/nino/AA000001A/annual-summary/2017-18";
 constexpr char kNationalInsuranceAnswer[] = "/sandbox/answer/national-insurance/sa/2234567890/annual-summary/2017-18";
 
-/// Visits each row of a statement, as another program reads them.
+/// Visits each row of a statement, as another program reads them: opening a practice writes to it.
 void ForEachRow(const std::string& select, const std::function<void(sqlite3_stmt*)>& visit)
 {
     sqlite3* database = nullptr;
@@ -41,14 +40,8 @@ std::string BytesOf(sqlite3_stmt* row, int column)
     return bytes ? std::string(bytes, static_cast<size_t>(sqlite3_column_bytes(row, column))) : std::string();
 }
 
-/// The pounds of an amount, which are the number that Serve was given; -1 when there is no such row.
-template<class List>
-int PoundsOf(Kiln::CAmt (List::*amount)() const)
-{
-    List list;
-    list.Open();
-    return list.IsEOL() ? -1 : static_cast<int>((list.*amount)().GetPence() / 100);
-}
+/// The number that Serve was given; -1 when there is no such row.
+int Number(const std::string& pounds) { return pounds.empty() ? -1 : std::stoi(pounds); }
 
 } // namespace
 
@@ -115,8 +108,8 @@ Fetched FetchTest::Fetch()
     return fetched;
 }
 
-int FetchTest::StagedPaye() const { return PoundsOf(&Brix::CMTD_Employments::GetPay); }
-int FetchTest::StagedNationalInsurance() const { return PoundsOf(&Brix::CMTD_NIC::GetClass2Due); }
+int FetchTest::StagedPaye() const { return Number(Query("SELECT amtPay FROM BRIXMTD_Employments")); }
+int FetchTest::StagedNationalInsurance() const { return Number(Query("SELECT amtClass2Due FROM BRIXMTD_NIC")); }
 
 FetchTest::Tables FetchTest::Read() const
 {

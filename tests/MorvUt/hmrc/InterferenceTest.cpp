@@ -1,0 +1,103 @@
+// What interferes while items are staged and schedules are made.
+
+#include "MorvUt/hmrc/HmrcTest.h"
+#include "MorvUt/hmrc/schedules/CreateFromHmrc.h"
+
+using Type = HmrcApi::IEndpointOverride::ResponseType;
+using NewSchedules = HmrcTest;
+using PayeStaging = HmrcTest;
+
+TEST_F(NewSchedules, HaveTheReturnsCodesForBenefits)
+{
+    Fetch(Answer(Employment("1/A", "", "1")));
+    for (int number = 29; number <= 54; ++number) // HMRC's, and as many pounds
+        Sql("INSERT INTO BRIXMTD_EmploymentsCompanyBenefits (lID, lMTD_EmploymentsID, nBenefitType, amtAmount) "
+            "SELECT %d, lID, %d, %d FROM BRIXMTD_Employments",
+            number, number, number * 10'000);
+    Create();
+    EXPECT_EQ(Query("SELECT nType, amtBenefit / 10000 AS nPounds FROM BRIXNewEmployBenefits ORDER BY nType"),
+              "10|40, 20|48, 40|54, 50|38, 60|44, 70|31, 80|29, 90|35, 95|36, 100|37, 120|30, 130|50, 140|33, 150|39, "
+              "160|51, 170|46, 180|47, 190|52, 200|41, 210|53, 220|42, 240|32, 250|45, 260|126");
+}
+
+TEST_F(NewSchedules, AreMadeTogetherOrNotAtAll)
+{
+    Fetch(Type::Everything);
+    const auto fail = [](const Quarry::DataChange& change) {
+        if (change.newRow->GetText(Brix::CPensionStateBenefits::kDescription) == "State Pension lump sum")
+            throw std::runtime_error("disk full");
+    };
+    Quarry::AddDataChangedListenerForInsert(Brix::CPensionStateBenefits::Declaration().number, "BRIX", fail);
+    EXPECT_THROW(Create(), std::runtime_error);
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXTaxForm") + Schedules(), "0");
+}
+
+TEST_F(NewSchedules, AreRefusedWhereAPersonWouldHaveToBeAsked)
+{
+    const char kReadOnly[] = "Operation cannot be performed. Client is read only.";
+    const auto refusal = [&] {
+        ::Test::Windows().Answer(1);
+        const HmrcApi::CreateResult result = HmrcApi::CreateFromHmrc(m_client, TaxYear(kYear));
+        EXPECT_FALSE(result.ok);
+        EXPECT_EQ(::Test::Windows().Messages().back().text, result.message.Str());
+        return result.message;
+    };
+    Fetch(Answer(Employment("1/A", "", "1")));
+    CUserData::ClearPermissions();
+    EXPECT_EQ(refusal(),
+              "You do not have permission to do this.\n\nPlease contact your administrator for more details.");
+    CUserData::SetUser("ANNA");
+    CUserData::SetReadOnly(1);
+    EXPECT_EQ(refusal(), kReadOnly);
+    CUserData::SetReadOnly(0);
+    Sql("INSERT INTO BRIXTaxForm (lID, lClientID, nYear, dtFinalised) SELECT 9, lID, 2018, '2018-12-01' FROM "
+        "BRIXClient");
+    EXPECT_EQ(refusal(), kReadOnly) << "finalised";
+    EXPECT_EQ(Schedules(), "");
+    Sql("UPDATE BRIXTaxForm SET dtFinalised = NULL");
+    EXPECT_TRUE(HmrcApi::CreateFromHmrc(m_client, TaxYear(kYear)).ok);
+}
+
+TEST_F(PayeStaging, WritesSingleEmploymentsOfTheirOwnClientOnly)
+{
+    const auto record = [](const char* works, const char* pay) {
+        HmrcApi::Employment_t employment;
+        employment.employerPayeReference = "1/A";
+        employment.worksNumber = works;
+        employment.taxablePayTotal.Parse(pay);
+        return std::make_shared<const HmrcApi::Employment_t>(employment);
+    };
+    Fetch(Answer({}, Pension("3/C", "", "50")));
+    Sql("INSERT INTO BRIXClient (lID) VALUES (2)");
+    HmrcApi::CPAYEPrepop prepop(m_client, TaxYear(kYear), {}, HmrcApi::IEndpointOverride::Live);
+    prepop.AddEmploymentDataToMap(ClientId(2), TaxYear(kYear), "1/A", record("", "7"));
+    prepop.AddEmploymentDataToMap(m_client, TaxYear(kYear), "1/A W1", record("W1", "1"));
+    prepop.AddEmploymentDataToMap(m_client, TaxYear(kYear), "1/A W1", record("W1", "2"));
+    prepop.AddEmploymentDataToMap(m_client, TaxYear(kYear), "1/A W2", nullptr);
+    for (int run = 0; run < 2; ++run) {
+        prepop.UpdateMTDPensionStateBenefits();
+        prepop.UpdateMTDPensionsAndOther();
+        prepop.UpdateMTDEmployments();
+        prepop.UpdateMTDTaxFreeAllowances();
+        EXPECT_EQ(Staged(), "1/A|-|1/A|W1|-|-|2.00|-|-\n1|3/C|Fund|-|50.00|-\n");
+    }
+}
+
+TEST_F(PayeStaging, LeavesEverythingAsItWasWhenAnotherUserWasQuicker)
+{
+    const std::string before = Answer(Employment("1/A", "W1", "100") + "," + Employment("2/B", "", "5"));
+    const std::string after =
+        Answer(Employment("1/A", "W1", "101") + "," + Employment("2/B", "", "6"), Pension("3/C", "", "1"));
+    ASSERT_EQ(Fetch(before), (HmrcApi::StagedCounts{2, 0, 0}));
+    const std::string staged = Staged();
+
+    // Another workstation changes the second employment while the first is being written.
+    const auto meanwhile = [](const Quarry::DataChange& change) {
+        if (change.newRow->GetText(Brix::CMTD_Employments::kKey) == "1/A")
+            Sql("UPDATE BRIXMTD_Employments SET nVersion = nVersion + 1 WHERE strKey = '2/B'");
+    };
+    Quarry::AddDataChangedListenerForUpdate(Brix::CMTD_Employments::Declaration().number, "BRIX", meanwhile);
+    EXPECT_EQ(Fetch(after), HmrcApi::StagedCounts{});
+    EXPECT_EQ(Errors(), "CHANGED_BY_ANOTHER_USER");
+    EXPECT_EQ(Staged(), staged) << "the pension that was staged before is gone again";
+}

@@ -1,0 +1,192 @@
+// What answers do to the practice, step by step: each file of `transcripts` is the story of one.
+
+#include <sstream>
+
+#include "MorvUt/hmrc/HmrcTest.h"
+#include "MorvUt/hmrc/schedules/CreateFromHmrc.h"
+#include "MorvUt/taxyear/CurrentTaxYear.h"
+
+namespace
+{
+
+/// Items of one reference, one for each letter.
+std::string Items(const std::string& letters)
+{
+    std::string employments, pensions;
+    for (const char letter : letters) {
+        const int place = letter & 31; // from 1
+        const std::string works = place > 13 ? "" : "W" + std::to_string(place > 9 ? 0 : place);
+        const std::string pay = std::to_string(place * 100);
+        const bool isEmployment = letter >= 'a';
+        std::string& list = isEmployment ? employments : pensions;
+        list += list.empty() ? "" : ",";
+        list += isEmployment ? Employment("1/A", works, pay, Benefit("CarBenefit", pay)) : Pension("1/A", works, pay);
+    }
+    return Answer(employments, pensions);
+}
+
+class Story : public HmrcTest, public testing::WithParamInterface<const char*>
+{
+protected:
+    Story()
+    {
+        ::Test::SetNow(2018, 9, 1);
+        SetCurrentTaxYear(kYear - 1991);
+    }
+
+    /// "fetch ITEMS", "change FROM => TO" (of the answer fetched last), "letters ANSWER ...",
+    /// "retrieve TYPE", "now DAY" (of September), "create", "forget",
+    /// "staged", "schedules", "differences", "sql STATEMENT" or "query SELECT".
+    std::string Run(const std::string& command)
+    {
+        const std::string verb = command.substr(0, command.find(' ')), rest = command.substr(verb.size());
+        if (verb == "fetch")
+            return Fetched(rest.substr(rest.empty() ? 0 : 1));
+        if (verb == "change")
+            return Changed(rest.substr(1, rest.find(" => ") - 1), rest.substr(rest.find(" => ") + 4));
+        if (verb == "letters")
+            return Lettered(rest);
+        if (verb == "retrieve")
+            return Retrieve(static_cast<HmrcApi::IEndpointOverride::ResponseType>(std::stoi(rest)));
+        if (verb == "create")
+            return Created();
+        if (verb == "forget")
+            Forget();
+        if (verb == "sql")
+            Quarry::GetConnection().Script(rest);
+        if (verb == "now")
+            ::Test::SetNow(2018, 9, std::stoi(rest));
+        return verb == "staged"        ? Staged()
+               : verb == "schedules"   ? Schedules()
+               : verb == "differences" ? Differences()
+               : verb == "query"       ? Asked(rest)
+                                       : std::string();
+    }
+
+private:
+    static std::string Asked(const std::string& select)
+    {
+        Quarry::GetConnection().Script("DROP VIEW IF EXISTS Asked; CREATE TEMP VIEW Asked AS" + select);
+        return Query("SELECT * FROM Asked") + '\n';
+    }
+
+    /// The answer of "employment REFERENCE WORKS PAY [BENEFIT=AMOUNT ...]; pension REFERENCE WORKS PAY; benefit TYPE
+    /// DATE PAY; more MEMBERS": "-" for none, "?" behind a forecast. An answer as JSON stays as it is.
+    static std::string AnswerOf(const std::string& items)
+    {
+        std::string employments, pensions, benefits, more;
+        const auto add = [](std::string& list, const std::string& item) { list += (list.empty() ? "" : ",") + item; };
+        std::istringstream list(items);
+        for (std::string item; std::getline(list >> std::ws, item, ';');) {
+            std::istringstream words(item);
+            std::string kind, reference, works, pay, parts;
+            words >> kind;
+            if (kind == "more") {
+                std::getline(words, more);
+                more.insert(0, ",");
+                continue;
+            }
+            words >> reference >> works >> pay;
+            works = works == "-" ? "" : works;
+            for (std::string part; words >> part;) {
+                const std::size_t at = part.find('=');
+                const bool isForecast = part.back() == '?';
+                add(parts,
+                    Benefit(part.substr(0, at), part.substr(at + 1, part.size() - at - 1 - isForecast), isForecast));
+            }
+            if (kind == "employment")
+                add(employments, Employment(reference, works, pay, parts));
+            else
+                add(kind == "pension" ? pensions : benefits,
+                    kind == "pension" ? Pension(reference, works, pay) : StateBenefit(reference, works, pay));
+        }
+        return Answer(employments, pensions, benefits, more);
+    }
+
+    /// What changed; the same answer again changes nothing.
+    std::string Fetched(const std::string& items)
+    {
+        const std::string json = items.empty() || items[0] == '{' ? items : AnswerOf(items);
+        m_answer = json;
+        const HmrcApi::StagedCounts counts = Fetch(json);
+        const std::string errors = Errors();
+        EXPECT_EQ(Fetch(json), HmrcApi::StagedCounts{}) << items;
+        return Text(counts) + errors + '\n';
+    }
+
+    /// What the change does, and what differs then; the answer before leaves all as it was.
+    std::string Changed(const std::string& from, const std::string& to)
+    {
+        const std::string answer = m_answer, before = Staged(),
+                          changed = Replaced(answer, from, to == "nothing" ? "" : to);
+        PayeOf prepop(m_client, changed);
+        const HmrcApi::StagedCounts counts = Fetch(prepop);
+        const std::string differences = Differences();
+        EXPECT_TRUE(prepop.HasNewData());
+        EXPECT_EQ(prepop.HasDifferences(), !differences.empty());
+        EXPECT_EQ(Fetch(changed), HmrcApi::StagedCounts{}) << "the same again";
+        Fetched(answer);
+        Quarry::GetConnection().Script("DELETE FROM BRIXMTD_Employments WHERE bWithdrawn = 1;"
+                                       "DELETE FROM BRIXMTD_EmploymentsCompanyBenefits WHERE bWithdrawn = 1;"
+                                       "DELETE FROM BRIXMTD_PensionStateBenefits WHERE bWithdrawn = 1");
+        EXPECT_EQ(Staged() + Differences(), before) << "back to what it was";
+        return Text(counts) + '\n' + differences;
+    }
+
+    /// Answer after answer, each scheduled: what each changed and what differs then; at last the keys with works
+    /// numbers in the order in which the rows were made, and the number of schedules.
+    std::string Lettered(const std::string& answers)
+    {
+        std::string text;
+        std::istringstream words(answers);
+        for (std::string letters; words >> letters;) {
+            text += Fetched(Items(letters));
+            Created();
+            text += Differences();
+        }
+        text += Query("SELECT bWithdrawn, strKey || '=' || COALESCE(strWorksNumber, '') FROM BRIXMTD_Employments "
+                      "ORDER BY lID") +
+                Query("SELECT bWithdrawn, strWorksNumber FROM BRIXMTD_PensionStateBenefits ORDER BY lID") +
+                "; schedules " +
+                Query("SELECT (SELECT COUNT(*) FROM BRIXNewEmploy) + COUNT(*) FROM BRIXPensionStateBenefits") + '\n';
+        Forget();
+        return text;
+    }
+
+    static std::string Text(const HmrcApi::StagedCounts& counts)
+    {
+        return "new " + std::to_string(counts.added) + ", changed " + std::to_string(counts.changed) + ", withdrawn " +
+               std::to_string(counts.withdrawn);
+    }
+
+    /// How many schedules, and what is told; nothing is made twice, and it is known beforehand whether anything is.
+    std::string Created()
+    {
+        HmrcApi::CPAYEPrepop before(m_client, TaxYear(kYear), {}, HmrcApi::IEndpointOverride::Live);
+        const bool hasEmployments = before.DoNewEmploymentsExist(),
+                   hasPensions = before.DoNewPensionStateBenefitsExist();
+        const HmrcApi::CreatedSchedules created = HmrcApi::CreateFromHmrc(m_client, TaxYear(kYear)).created;
+        const HmrcApi::CreatedSchedules again = Create();
+        EXPECT_EQ(again.employments + again.pensionsAndBenefits, 0);
+        EXPECT_EQ(hasEmployments, created.employments > 0);
+        EXPECT_EQ(hasPensions, created.pensionsAndBenefits > 0);
+        std::string text = "employments " + std::to_string(created.employments) + ", pensions and benefits " +
+                           std::to_string(created.pensionsAndBenefits) + '\n';
+        for (const CString& note : created.notes)
+            text += "  " + note.Str() + '\n';
+        return text;
+    }
+
+    std::string m_answer; // the last one
+};
+
+} // namespace
+
+TEST_P(Story, IsToldByThePractice)
+{
+    ::Test::ExpectTranscript(std::string(HMRC_TRANSCRIPTS) + GetParam() + ".txt",
+                             [this](const std::string& command) { return Run(command); });
+}
+
+INSTANTIATE_TEST_SUITE_P(Hmrc, Story,
+                         testing::Values("changes", "keys", "new-schedules", "other-programs", "retrieval", "staging"));
