@@ -68,15 +68,6 @@ struct CancellingWindows : Afx::HeadlessWindowSystem
 } // namespace
 
 // What a server can be made to answer, the fetch from a sandbox shows; here stands the rest.
-TEST_F(Fetch, ReportsAnyOtherAnswerAtOnce)
-{
-    for (const int status : {204, 307, 401, 418}) {
-        EXPECT_EQ(Run(status, "<html>"), "HTTP_" + std::to_string(status) + ' ' + std::to_string(status));
-        EXPECT_EQ(api->requests.size(), 1u) << status;
-    }
-    EXPECT_TRUE(tokenEndpoint->requests.empty()) << "a proxy's 401 is no word on the token";
-}
-
 TEST_F(Fetch, RefusesANumberThatWouldChangeThePathBeforeAnythingIsSent)
 {
     for (const char* number :

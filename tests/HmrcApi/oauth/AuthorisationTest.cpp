@@ -16,8 +16,7 @@ namespace
 constexpr char kBusy[] =
     R"({"error":"invalid_request","error_description":"Refresh operation is already in progress"})";
 
-class Load : public Fakes::Plumbing
-{};
+using Load = Fakes::Plumbing;
 
 class Refresh : public Fakes::Plumbing
 {

@@ -8,8 +8,6 @@
 namespace
 {
 
-using HmrcApi::IEndpointOverride;
-
 class FetchData : public HmrcTest
 {
 protected:
@@ -38,7 +36,7 @@ TEST_F(FetchData, CountsWhatIsSentNowAndWhatTheReturnHas)
 {
     Retrieve();
     Create();
-    HmrcApi::FetchResult result = HmrcApi::FetchFromHmrc(m_client, kGateway, IEndpointOverride::Employed);
+    HmrcApi::FetchResult result = HmrcApi::FetchFromHmrc(m_client, kGateway, HmrcApi::IEndpointOverride::Employed);
     EXPECT_EQ(result.staged, (HmrcApi::StagedCounts{4, 1, 18})) << "another National Insurance figure is the change";
     EXPECT_TRUE(result.ok && result.newData && result.clear && result.message.IsEmpty());
     EXPECT_EQ(result.groups[0].state, HmrcApi::GroupState::There);

@@ -3,7 +3,6 @@
 #include "MorvUt/hmrc/HmrcTest.h"
 #include "MorvUt/hmrc/schedules/CreateFromHmrc.h"
 
-using Type = HmrcApi::IEndpointOverride::ResponseType;
 using NewSchedules = HmrcTest;
 using PayeStaging = HmrcTest;
 
@@ -22,7 +21,7 @@ TEST_F(NewSchedules, HaveTheReturnsCodesForBenefits)
 
 TEST_F(NewSchedules, AreMadeTogetherOrNotAtAll)
 {
-    Fetch(Type::Everything);
+    Fetch(HmrcApi::IEndpointOverride::Everything);
     const auto fail = [](const Quarry::DataChange& change) {
         if (change.newRow->GetText(Brix::CPensionStateBenefits::kDescription) == "State Pension lump sum")
             throw std::runtime_error("disk full");

@@ -14,6 +14,10 @@ namespace
 
 using ::Test::Json;
 
+/// What every fetch may write: the log, the tokens and their lock, counters, and the year's row with the time.
+const std::set<std::string> kBookkeeping{"MTDLog",     "MTDAuthorisation", "MTDAuthorisationLock",
+                                         "BRIXNextID", "BRIXMTD_TaxYear",  "sqlite_sequence"};
+
 class Faults : public FetchTest
 {
 protected:
@@ -35,7 +39,7 @@ protected:
         const Tables tables = Read();
         const Fetched fetched = Fetch();
         std::string told = Told(fetched) + "written:";
-        for (const std::string& table : Changed(tables, Read(), Bookkeeping()))
+        for (const std::string& table : Changed(tables, Read(), kBookkeeping))
             told += ' ' + table;
         for (const int staged : {StagedPaye(), StagedNationalInsurance()})
             EXPECT_TRUE(staged == m_number || staged == before) << staged;

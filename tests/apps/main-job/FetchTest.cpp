@@ -134,11 +134,3 @@ std::set<std::string> FetchTest::Changed(const Tables& before, const Tables& aft
             names.insert(name);
     return names;
 }
-
-const std::set<std::string>& Bookkeeping()
-{
-    // The log, the tokens and their lock, counters, and the year's row with the time of the fetch.
-    static const std::set<std::string> names{"MTDLog",     "MTDAuthorisation", "MTDAuthorisationLock",
-                                             "BRIXNextID", "BRIXMTD_TaxYear",  "sqlite_sequence"};
-    return names;
-}

@@ -46,6 +46,3 @@ protected:
     ::Test::HmrcSandbox m_sandbox;
     unsigned m_waited = 0;
 };
-
-/// What every fetch may write besides staging rows.
-const std::set<std::string>& Bookkeeping();

@@ -138,8 +138,6 @@ protected:
     const std::string m_practice = TempDir() + "/practice.db";
 };
 
-using FetchRace = Race;
-
 class CreateRace : public Race
 {
 protected:
@@ -159,7 +157,7 @@ protected:
 
 } // namespace
 
-TEST_F(FetchRace, StagesEachItemOfEachClientOnce)
+TEST_F(Race, StagesEachItemOfEachClientOnce)
 {
     Close();
     HmrcSandbox sandbox("EVERYTHING");

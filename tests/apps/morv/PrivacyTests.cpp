@@ -12,16 +12,6 @@ namespace
 
 using namespace Test;
 
-constexpr char kSecret[] = "morvut-sandbox-secret";
-
-std::size_t CountOf(const std::string& text, const std::string& part)
-{
-    std::size_t count = 0;
-    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
-        ++count;
-    return count;
-}
-
 TEST(Privacy, NothingPrintedLoggedOrStoredGivesASecretAway)
 {
     HmrcSandbox sandbox("EVERYTHING");
@@ -42,8 +32,7 @@ TEST(Privacy, NothingPrintedLoggedOrStoredGivesASecretAway)
         run(FetchLine(practice, sandbox));
     }
     const std::string stored = ReadFile(practice) + ReadFile(practice + "-wal") + ReadFile(practice + "-journal");
-    // In the file it stands in the client's row only.
-    EXPECT_LE(CountOf(ReadFile(practice), nino), 1u);
+    EXPECT_EQ(ReadFile(practice).find(nino), ReadFile(practice).rfind(nino)) << "it stands in the client's row only";
     Execute(practice,
             ("INSERT INTO MTDLog (lID, strEvent, strDetail) VALUES (0, 'Strange', 'by another program: " + nino + "')")
                 .c_str());
@@ -58,11 +47,11 @@ TEST(Privacy, NothingPrintedLoggedOrStoredGivesASecretAway)
     const auto tokens = sandbox.Issued();
     ASSERT_GE(tokens.size(), 4u);
     for (const std::string& token : tokens) {
-        EXPECT_EQ(CountOf(printed, token), 0u) << "a token is printed";
-        EXPECT_EQ(CountOf(stored, token), 0u) << "a token is stored in plain text";
+        EXPECT_EQ(printed.find(token), std::string::npos) << "a token is printed";
+        EXPECT_EQ(stored.find(token), std::string::npos) << "a token is stored in plain text";
     }
-    EXPECT_EQ(CountOf(printed + stored, kSecret), 0u);
-    EXPECT_EQ(CountOf(printed, nino), 0u) << "the National Insurance number is printed";
+    EXPECT_EQ((printed + stored).find("morvut-sandbox-secret"), std::string::npos);
+    EXPECT_EQ(printed.find(nino), std::string::npos) << "the National Insurance number is printed";
 }
 
 } // namespace
