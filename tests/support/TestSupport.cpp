@@ -84,6 +84,7 @@ std::string ReplacedAll(std::string text, std::string_view from, std::string_vie
 void ExpectTranscript(const std::string& path, const std::function<std::string(const std::string& command)>& run)
 {
     const std::string kept = ReadFile(path);
+    EXPECT_NE(kept, "") << "there is no transcript " << path;
     std::string told;
     std::istringstream lines(kept);
     for (std::string line; std::getline(lines, line);)
