@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "Afx/Exceptions.h"
+#include "Afx/text/Ascii.h"
 #include "Afx/text/TextFold.h"
 #include "ArgumentChecks.h"
 #include "CalcRules.h"
@@ -29,7 +30,7 @@ const CalcRule& RuleNamed(const std::string& name)
     for (const CalcRule& rule : rules)
         names.emplace_back(rule.name);
     // An argument given first may be somebody's identifier: it is not repeated.
-    const bool mayBeShown = std::none_of(name.begin(), name.end(), [](char c) { return c >= '0' && c <= '9'; });
+    const bool mayBeShown = std::none_of(name.begin(), name.end(), Afx::IsDigit);
     throw CommandError(Exit::BadInput, "UNKNOWN_RULE",
                        "there is no rule " + (mayBeShown ? Quoted(name) : "of that name") + DidYouMean(name, names),
                        "morv calc --list names them.");

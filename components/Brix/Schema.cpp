@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Afx/text/Ascii.h"
 #include "Afx/text/TextFold.h"
 #include "Brix/detail/Catalog.h"
 #include "Brix/PracticeKey.h"
@@ -74,7 +75,7 @@ std::string DefaultOf(const Dialect& dialect, const Column& column)
         return {};
     if (value == "@@SPID")
         return " DEFAULT " + dialect.SessionIdDefault();
-    const bool isConstant = value.find_first_not_of("0123456789") == std::string_view::npos;
+    const bool isConstant = Afx::AreDigits(value);
     const std::string native = dialect.Translate(value).text;
     return " DEFAULT " + (isConstant || native.front() == '(' ? native : "(" + native + ")");
 }

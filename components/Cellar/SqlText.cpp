@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "Afx/text/Ascii.h"
 #include "Cellar/DatabaseError.h"
 
 namespace Cellar
@@ -10,13 +11,11 @@ namespace Cellar
 namespace
 {
 
-bool IsLetter(char c) noexcept { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
-bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
-
 bool IsIdentifier(std::string_view name) noexcept
 {
-    return !name.empty() && IsLetter(name.front()) &&
-           std::all_of(name.begin(), name.end(), [](char c) { return IsLetter(c) || IsDigit(c); });
+    return !name.empty() && !Afx::IsDigit(name.front()) && std::all_of(name.begin(), name.end(), [](char c) {
+        return Afx::IsLetter(c) || Afx::IsDigit(c) || c == '_';
+    });
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "Afx/text/Numbers.h"
+#include "Afx/text/Utf8.h"
 #include "Kiln/detail/AmountText.h"
 
 namespace Kiln
@@ -19,7 +20,7 @@ constexpr int kTenThousandthsPerPenny = 100;
 std::string_view FirstCharacter(std::string_view text) noexcept
 {
     std::size_t length = text.empty() ? 0 : 1;
-    while (length < text.size() && length < 4 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80)
+    while (length < text.size() && length < 4 && Afx::ContinuesCharacter(text[length]))
         ++length;
     return text.substr(0, length);
 }

@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "Afx/text/Ascii.h"
 #include "Shellkit/Random.h"
 
 namespace Shellkit
@@ -12,7 +13,7 @@ namespace
 void AppendHex(std::string& out, std::uint32_t value, int digits)
 {
     for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4)
-        out += "0123456789ABCDEF"[value >> shift & 15];
+        out += Afx::kCapitalHexDigits[value >> shift & 15];
 }
 
 } // namespace

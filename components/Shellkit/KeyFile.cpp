@@ -2,6 +2,7 @@
 
 #include <string_view>
 
+#include "Afx/text/Ascii.h"
 #include "Shellkit/detail/KeyFileStore.h"
 #include "Shellkit/PracticeKey.h"
 #include "Shellkit/Random.h"
@@ -14,15 +15,6 @@ namespace
 constexpr std::size_t kDigits = 2 * kKeySize;
 constexpr std::size_t kLongestFile = kDigits + 2; // with CR and LF
 
-/// The value of a hexadecimal digit; -1 for another character.
-int DigitValue(char c) noexcept
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    const char lower = static_cast<char>(c | 0x20);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
-
 std::optional<Bytes> KeyFromText(std::string_view text)
 {
     if (text.ends_with('\n'))
@@ -32,7 +24,7 @@ std::optional<Bytes> KeyFromText(std::string_view text)
     Bytes key;
     key.reserve(kKeySize);
     for (std::size_t i = 0; i < kDigits; i += 2) {
-        const int high = DigitValue(text[i]), low = DigitValue(text[i + 1]);
+        const int high = Afx::HexValue(text[i]), low = Afx::HexValue(text[i + 1]);
         if (high < 0 || low < 0) {
             Wipe(key.data(), key.size());
             return std::nullopt;
@@ -47,8 +39,8 @@ std::string TextFromKey(const Bytes& key)
     std::string text;
     text.reserve(kLongestFile);
     for (const std::uint8_t byte : key) {
-        text += "0123456789abcdef"[byte >> 4];
-        text += "0123456789abcdef"[byte & 15];
+        text += Afx::kHexDigits[byte >> 4];
+        text += Afx::kHexDigits[byte & 15];
     }
     return text += '\n';
 }

@@ -78,7 +78,7 @@ std::string_view CutUtf8(std::string_view text, std::size_t most) noexcept
 {
     if (text.size() <= most)
         return text;
-    while (most > 0 && (static_cast<unsigned char>(text[most]) & 0xC0) == 0x80)
+    while (most > 0 && ContinuesCharacter(text[most]))
         --most;
     return text.substr(0, most);
 }

@@ -20,6 +20,16 @@ AFX_API std::string ToPrintable(std::string_view bytes, bool keepLines = false);
 AFX_API std::string_view CutUtf8(std::string_view text, std::size_t most) noexcept;
 /// Appends the character of this Unicode number in UTF-8; nothing when there is no such character.
 AFX_API void AppendUtf8(std::string& out, unsigned character);
+/// Whether a byte of UTF-8 text goes on with the character before it.
+constexpr bool ContinuesCharacter(char byte) noexcept { return (byte & 0xC0) == 0x80; }
+/// Characters of a UTF-8 text, as its reader counts them.
+constexpr int CountCharacters(std::string_view text) noexcept
+{
+    int count = 0;
+    for (const char byte : text)
+        count += !ContinuesCharacter(byte);
+    return count;
+}
 /// Takes the first character off `text`, which is not empty, and gives its Unicode number; a byte that begins no UTF-8
 /// character gives its own.
 AFX_API unsigned TakeCharacter(std::string_view& text) noexcept;

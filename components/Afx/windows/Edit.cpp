@@ -11,21 +11,13 @@ constexpr unsigned kBackspace = 8, kDelete = 127;
 
 bool IsControl(unsigned character) noexcept { return character < ' ' || character == kDelete; }
 
-/// Whether the byte goes on with the character before it.
-bool Continues(char byte) noexcept { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; }
-
 /// `position`, brought into the text and to the start of its character.
 int Snap(const CString& text, int position) noexcept
 {
     position = std::clamp(position, 0, text.GetLength());
-    while (position > 0 && Continues(text.GetAt(position)))
+    while (position > 0 && Afx::ContinuesCharacter(text.GetAt(position)))
         --position;
     return position;
-}
-
-std::ptrdiff_t CountCharacters(std::string_view text) noexcept
-{
-    return std::count_if(text.begin(), text.end(), [](char byte) { return !Continues(byte); });
 }
 
 } // namespace
@@ -83,7 +75,7 @@ void CEdit::Insert(unsigned character)
     CString text;
     GetWindowText(text);
     const CString stays = text.Left(m_selStart) + text.Mid(m_selEnd);
-    const bool isFull = m_limit > 0 && CountCharacters(stays.View()) >= m_limit;
+    const bool isFull = m_limit > 0 && Afx::CountCharacters(stays.View()) >= m_limit;
     if (!typed.empty() && !isFull)
         ReplaceSelection(typed);
 }

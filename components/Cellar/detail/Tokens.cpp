@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string>
 
+#include "Afx/text/Ascii.h"
 #include "Cellar/DatabaseError.h"
 
 namespace Cellar::Detail
@@ -12,15 +13,12 @@ namespace
 
 using Kind = Token::Kind;
 
-bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
-bool IsHexDigit(char c) noexcept { return IsDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'); }
+using Afx::IsDigit;
+
+bool IsHexDigit(char c) noexcept { return Afx::HexValue(c) >= 0; }
 /// Every byte of a character beyond ASCII is taken for a letter.
-bool IsLetter(char c) noexcept
-{
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || static_cast<unsigned char>(c) >= 0x80;
-}
+bool IsLetter(char c) noexcept { return Afx::IsLetter(c) || c == '_' || static_cast<unsigned char>(c) >= 0x80; }
 bool IsWordCharacter(char c) noexcept { return IsLetter(c) || IsDigit(c) || c == '$' || c == '#'; }
-bool IsSpace(char c) noexcept { return c == ' ' || (c >= '\t' && c <= '\r'); }
 /// Characters that mean a parameter to some engine (? : $ @) are none of these.
 bool IsSymbol(char c) noexcept { return std::string_view("(),.;+-*/<>=!&|^~").find(c) != std::string_view::npos; }
 
@@ -75,8 +73,8 @@ private:
     Token Next()
     {
         const char c = Peek();
-        if (IsSpace(c))
-            return TakeWhile(Kind::Blank, 1, IsSpace);
+        if (Afx::IsBlank(c))
+            return TakeWhile(Kind::Blank, 1, Afx::IsBlank);
         if (c == '-' && Peek(1) == '-')
             return TakeWhile(Kind::Blank, 2, [](char next) { return next != '\n'; });
         if (c == '/' && Peek(1) == '*')
@@ -189,9 +187,8 @@ void FailSyntax(std::string_view statement, std::string_view at, const char* why
 bool IsWord(const Token& token, std::string_view capitals) noexcept
 {
     return token.kind == Kind::Word &&
-           std::equal(token.text.begin(), token.text.end(), capitals.begin(), capitals.end(), [](char a, char b) {
-               return (a >= 'a' && a <= 'z' ? static_cast<char>(a - 'a' + 'A') : a) == b;
-           });
+           std::equal(token.text.begin(), token.text.end(), capitals.begin(), capitals.end(),
+                      [](char a, char b) { return Afx::UpperAscii(a) == b; });
 }
 
 } // namespace Cellar::Detail

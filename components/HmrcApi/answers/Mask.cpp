@@ -5,6 +5,8 @@
 #include <optional>
 #include <vector>
 
+#include "Afx/text/Ascii.h"
+
 namespace HmrcApi
 {
 namespace
@@ -16,20 +18,17 @@ constexpr std::string_view kMasked = "[masked]";
 constexpr std::array<std::string_view, 8> kSecretNames{
     "access_token", "refresh_token", "client_secret", "code_verifier", "authorization", "password", "secret", "code="};
 
-bool IsAlnum(char c) noexcept { return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
-
-bool IsAlpha(char c) noexcept { return IsAlnum(c) && c > '9'; }
+bool IsAlnum(char c) noexcept { return Afx::IsDigit(c) || Afx::IsLetter(c); }
 
 /// Blanks, also as a form writes them, and the two bytes of the no-break space.
-bool IsBlank(char c) noexcept { return c == ' ' || c == '\t' || c == '+' || c == '\xC2' || c == '\xA0'; }
+bool IsFormBlank(char c) noexcept { return c == ' ' || c == '\t' || c == '+' || c == '\xC2' || c == '\xA0'; }
 
 /// Byte for byte, so that positions fit both texts.
 std::string AsciiLower(std::string_view text)
 {
     std::string lower(text);
     for (char& c : lower)
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c | 0x20);
+        c = Afx::LowerAscii(c);
     return lower;
 }
 
@@ -98,7 +97,7 @@ bool IsPlainWord(std::string_view word) noexcept
 {
     constexpr std::size_t kShortestToken = 16;
     for (const char c : word)
-        if (!IsAlpha(c))
+        if (!Afx::IsLetter(c))
             return false;
     return word.size() < kShortestToken;
 }
@@ -125,21 +124,13 @@ struct Unit
     std::size_t begin, end;
 };
 
-int HexValue(char c) noexcept
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    const char lower = static_cast<char>(c | 0x20);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
-
 std::vector<Unit> Units(std::string_view text)
 {
     std::vector<Unit> units;
     units.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {
-        const int high = text[at] == '%' && at + 2 < text.size() ? HexValue(text[at + 1]) : -1;
-        const int low = high >= 0 ? HexValue(text[at + 2]) : -1;
+        const int high = text[at] == '%' && at + 2 < text.size() ? Afx::HexValue(text[at + 1]) : -1;
+        const int low = high >= 0 ? Afx::HexValue(text[at + 2]) : -1;
         const std::size_t end = low >= 0 ? at + 3 : at + 1;
         units.push_back({low >= 0 ? static_cast<char>(high * 16 + low) : text[at], at, end});
         at = end;
@@ -151,7 +142,7 @@ std::vector<Unit> Units(std::string_view text)
 std::optional<std::size_t> NumberEnd(const std::vector<Unit>& units, std::size_t first) noexcept
 {
     const auto skipBlanks = [&](std::size_t at) {
-        while (at < units.size() && IsBlank(units[at].c))
+        while (at < units.size() && IsFormBlank(units[at].c))
             ++at;
         return at;
     };
@@ -162,13 +153,13 @@ std::optional<std::size_t> NumberEnd(const std::vector<Unit>& units, std::size_t
     std::size_t at = first;
     for (int place = 0; place < 8; ++place) {
         at = place > 0 ? skipBlanks(at) : at;
-        if (at >= units.size() || !(place < 2 ? IsAlpha(units[at].c) : units[at].c >= '0' && units[at].c <= '9'))
+        if (at >= units.size() || !(place < 2 ? Afx::IsLetter(units[at].c) : Afx::IsDigit(units[at].c)))
             return std::nullopt;
         ++at;
     }
     const std::size_t suffix = skipBlanks(at);
-    if (suffix < units.size() && (units[suffix].c | 0x20) >= 'a' && (units[suffix].c | 0x20) <= 'd' &&
-        isWordEnd(suffix + 1))
+    const char letter = suffix < units.size() ? Afx::LowerAscii(units[suffix].c) : '\0';
+    if (letter >= 'a' && letter <= 'd' && isWordEnd(suffix + 1))
         return suffix + 1;
     return isWordEnd(at) ? std::optional(at) : std::nullopt;
 }
@@ -179,7 +170,7 @@ std::string MaskNumbers(std::string_view text)
     std::string masked;
     masked.reserve(text.size());
     for (std::size_t i = 0; i < units.size();) {
-        if (const std::optional<std::size_t> end = IsAlpha(units[i].c) ? NumberEnd(units, i) : std::nullopt) {
+        if (const std::optional<std::size_t> end = Afx::IsLetter(units[i].c) ? NumberEnd(units, i) : std::nullopt) {
             masked += kMasked;
             i = *end;
             continue;

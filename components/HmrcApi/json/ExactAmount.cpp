@@ -4,6 +4,8 @@
 #include <iterator>
 #include <limits>
 
+#include "Afx/text/Ascii.h"
+
 namespace HmrcApi
 {
 namespace
@@ -12,12 +14,10 @@ namespace
 constexpr int kDecimals = 4;
 constexpr int kFarExponent = 1'000'000; // beyond every text that the size bound lets through
 
-bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
-
 std::string_view TakeDigits(std::string_view& text) noexcept
 {
     std::size_t count = 0;
-    while (count < text.size() && IsDigit(text[count]))
+    while (count < text.size() && Afx::IsDigit(text[count]))
         ++count;
     const std::string_view digits = text.substr(0, count);
     text.remove_prefix(count);

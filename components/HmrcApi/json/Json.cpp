@@ -5,6 +5,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "Afx/text/Ascii.h"
 #include "HmrcApi/json/ExactAmount.h"
 
 namespace HmrcApi
@@ -27,7 +28,7 @@ public:
                 isInText = !isInText;
             else if (isInText)
                 at += json[at] == '\\' ? 1u : 0u;
-            else if (json[at] == '-' || (json[at] >= '0' && json[at] <= '9'))
+            else if (json[at] == '-' || Afx::IsDigit(json[at]))
                 at += TakeRun(at, json.substr(at, json.find_first_not_of("0123456789+-.eE", at) - at)) - 1;
         }
     }

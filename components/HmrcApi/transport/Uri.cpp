@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "Afx/text/Ascii.h"
+
 namespace HmrcApi
 {
 namespace
@@ -9,8 +11,7 @@ namespace
 
 bool IsUnreserved(char c) noexcept
 {
-    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-' || c == '.' ||
-           c == '_' || c == '~';
+    return Afx::IsLetter(c) || Afx::IsDigit(c) || c == '-' || c == '.' || c == '_' || c == '~';
 }
 
 void AppendDigits(std::string& text, int value, int count)
@@ -24,7 +25,6 @@ void AppendDigits(std::string& text, int value, int count)
 
 std::string PercentEncode(std::string_view text)
 {
-    constexpr char kHex[] = "0123456789ABCDEF";
     std::string encoded;
     encoded.reserve(text.size());
     for (const char c : text) {
@@ -34,8 +34,8 @@ std::string PercentEncode(std::string_view text)
         }
         const auto byte = static_cast<unsigned char>(c);
         encoded += '%';
-        encoded += kHex[byte >> 4];
-        encoded += kHex[byte & 15];
+        encoded += Afx::kCapitalHexDigits[byte >> 4];
+        encoded += Afx::kCapitalHexDigits[byte & 15];
     }
     return encoded;
 }
@@ -67,8 +67,8 @@ std::string IdentifierSegment(std::string_view identifier)
     std::string plain;
     for (const char c : identifier)
         if (c != ' ' && c != '\t')
-            plain += c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    const auto isPlain = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); };
+            plain += Afx::UpperAscii(c);
+    const auto isPlain = [](char c) { return Afx::IsLetter(c) || Afx::IsDigit(c); };
     return std::all_of(plain.begin(), plain.end(), isPlain) ? plain : std::string();
 }
 

@@ -1,5 +1,6 @@
 #include "Kiln/controls/DateEdit.h"
 
+#include "Afx/text/Ascii.h"
 #include "Afx/windows/DataExchange.h"
 #include "Afx/windows/MessageBox.h"
 
@@ -15,7 +16,7 @@ bool HasWholeYear(const CString& text) noexcept
     int run = 0;
     for (int i = 0; i <= text.GetLength(); ++i) { // the end mark ends the last run
         const char c = text.GetAt(i);
-        if (c >= '0' && c <= '9')
+        if (Afx::IsDigit(c))
             ++run;
         else if (run == 4 || run == 8)
             return true;

@@ -1,6 +1,6 @@
 #include "MorvUt/identifiers/BuildingSocietyReferenceEdit.h"
 
-#include "MorvUt/identifiers/detail/Characters.h"
+#include "Afx/text/Ascii.h"
 
 namespace
 {
@@ -12,8 +12,7 @@ bool IsOfReference(unsigned character) noexcept
     if (character >= kPastAscii)
         return false;
     const auto c = static_cast<char>(character);
-    return character < kFirstPrintable || Identifiers::Detail::IsDigit(c) || Identifiers::Detail::IsLetter(c) ||
-           c == '/' || c == '-';
+    return character < kFirstPrintable || Afx::IsDigit(c) || Afx::IsLetter(c) || c == '/' || c == '-';
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "MorvUt/identifiers/detail/Characters.h"
+#include "Afx/text/Ascii.h"
 
 namespace
 {
@@ -63,7 +63,7 @@ CString WhyNotSortCode(const CString& code)
     bool mustBeDigit = false; // behind a dash or blank
     for (std::size_t i = 0; i < given.size(); ++i) {
         const bool separates = (given[i] == '-' || given[i] == ' ') && IsBetweenPairs(digits) && !mustBeDigit;
-        if (!separates && !Identifiers::Detail::IsDigit(given[i])) {
+        if (!separates && !Afx::IsDigit(given[i])) {
             reason.Format("Character %d must be a digit; a sort code is three pairs of digits",
                           static_cast<int>(i) + 1);
             return reason;

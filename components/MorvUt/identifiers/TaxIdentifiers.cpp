@@ -3,14 +3,14 @@
 #include <algorithm>
 #include <string_view>
 
-#include "MorvUt/identifiers/detail/Characters.h"
+#include "Afx/text/Ascii.h"
+#include "Afx/text/Utf8.h"
 
 namespace
 {
 
-using Identifiers::Detail::CountCharacters;
-using Identifiers::Detail::IsDigit;
-using Identifiers::Detail::IsLetter;
+using Afx::IsDigit;
+using Afx::IsLetter;
 
 /// A stands for a letter, 9 for a digit.
 constexpr std::string_view kUsualShape = "AA999999", kTemporaryShape = "99A99999";
@@ -110,7 +110,7 @@ CString WhyNotNINumber(const char* text)
         return "A National Insurance number is missing";
     if (given.find(' ') != std::string_view::npos)
         return "A National Insurance number is written without blanks";
-    const int length = CountCharacters(given);
+    const int length = Afx::CountCharacters(given);
     const std::string_view shape = NearestShape(given, length);
     if (shape.empty())
         return LengthMustBe("A National Insurance number has 8 or 9 characters", length);
@@ -131,7 +131,7 @@ CString WhyNotUTR(const char* text)
         return "A UTR is missing";
     if (given.find(' ') != std::string_view::npos)
         return "A UTR is written without blanks";
-    if (const int length = CountCharacters(given); length != kUTRLength)
+    if (const int length = Afx::CountCharacters(given); length != kUTRLength)
         return LengthMustBe("A UTR has 10 digits and nothing else", length);
     if (const auto bad = std::find_if_not(given.begin(), given.end(), IsDigit); bad != given.end())
         return PlaceMustBe(static_cast<std::size_t>(bad - given.begin()), "digit");

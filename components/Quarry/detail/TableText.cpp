@@ -6,6 +6,8 @@
 #include <mutex>
 #include <stdexcept>
 
+#include "Afx/text/Ascii.h"
+
 namespace Quarry::Detail
 {
 
@@ -58,7 +60,7 @@ TableText MakeText(const Table& table)
 bool HasShape(std::string_view text, std::string_view shape) noexcept
 {
     return text.size() == shape.size() && std::equal(text.begin(), text.end(), shape.begin(), [](char c, char s) {
-               return s == '0' ? c >= '0' && c <= '9' : c == s;
+               return s == '0' ? Afx::IsDigit(c) : c == s;
            });
 }
 

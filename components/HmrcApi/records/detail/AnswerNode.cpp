@@ -1,5 +1,6 @@
 #include "HmrcApi/records/detail/AnswerNode.h"
 
+#include "Afx/text/Ascii.h"
 #include "HmrcApi/answers/Errors.h"
 #include "HmrcApi/json/ExactAmount.h"
 
@@ -20,7 +21,7 @@ Kiln::CDate ReadIsoDate(std::string_view text) noexcept
     const std::size_t most[3] = {4, 2, 2};
     for (int i = 0; i < 3; ++i) {
         std::size_t count = 0;
-        for (; count < text.size() && count < most[i] && text[count] >= '0' && text[count] <= '9'; ++count)
+        for (; count < text.size() && count < most[i] && Afx::IsDigit(text[count]); ++count)
             fields[i] = fields[i] * 10 + (text[count] - '0');
         if (count == 0 || (i == 0 && count != 4))
             return {};
