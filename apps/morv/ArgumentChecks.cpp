@@ -1,7 +1,7 @@
 #include "ArgumentChecks.h"
 
+#include "Afx/text/Numbers.h"
 #include "Output.h"
-#include "WholeNumber.h"
 
 namespace Morv
 {
@@ -10,8 +10,8 @@ CLI::Validator PlainNumber(long most)
 {
     const std::string range = "1 to " + std::to_string(most);
     const auto problem = [=](const std::string& text) {
-        long value = 0;
-        const bool isPlain = ReadWhole(text, value) && text.front() != '0' && value >= 1 && value <= most;
+        const long value = Afx::ParseWhole<long>(text).value_or(0);
+        const bool isPlain = value >= 1 && value <= most && text.front() != '0';
         return isPlain ? std::string() : Quoted(text) + " is not a whole number from " + range;
     };
     return {problem, range};
@@ -33,10 +33,12 @@ CLI::Validator PlainYear()
 {
     const auto toPlain = [](std::string& text) {
         constexpr std::size_t kSlash = 4, kLength = 7; // 2017/18
-        int first = 0, last = 0;
-        if (text.size() == kLength && text[kSlash] == '/' && ReadWhole(text.substr(0, kSlash), first) &&
-            ReadWhole(text.substr(kSlash + 1), last) && last == (first + 1) % 100)
-            text = std::to_string(first + 1);
+        if (text.size() != kLength || text[kSlash] != '/')
+            return std::string();
+        const auto first = Afx::ParseWhole<int>(text.substr(0, kSlash)),
+                   last = Afx::ParseWhole<int>(text.substr(kSlash + 1));
+        if (first && last == (*first + 1) % 100)
+            text = std::to_string(*first + 1);
         return std::string();
     };
     return {toPlain, "YEAR"};

@@ -11,9 +11,13 @@ namespace
 /// `YYYY-MM-DD`, whether or not there is such a day.
 bool ReadIsoFields(std::string_view text, int& year, int& month, int& day)
 {
-    return text.size() == 10 && text[0] != '-' && text[4] == '-' && text[7] == '-' && text[5] != '-' &&
-           text[8] != '-' && ReadWhole(text.substr(0, 4), year) && ReadWhole(text.substr(5, 2), month) &&
-           ReadWhole(text.substr(8, 2), day);
+    const auto read = [text](std::size_t at, std::size_t length, int& field) {
+        const auto number = Afx::ParseWhole<int>(text.substr(at, length));
+        field = number.value_or(0);
+        return number && text[at] != '-';
+    };
+    return text.size() == 10 && text[4] == '-' && text[7] == '-' && read(0, 4, year) && read(5, 2, month) &&
+           read(8, 2, day);
 }
 
 /// `magnitude` of 96 bits times ten plus `digit`; false when it does not fit.
@@ -87,7 +91,12 @@ bool ReadValue(std::string_view text, DECIMAL& value)
     return true;
 }
 
-bool ReadValue(std::string_view text, double& value) { return ReadWhole(text, value) && std::isfinite(value); }
+bool ReadValue(std::string_view text, double& value)
+{
+    const auto number = Afx::ParseWhole<double>(text);
+    value = number.value_or(0);
+    return number && std::isfinite(value);
+}
 
 bool ReadValue(std::string_view text, std::string& value)
 {

@@ -11,10 +11,10 @@
 
 #include "Afx/Platform.h"
 #include "Afx/text/CString.h"
+#include "Afx/text/Numbers.h"
 #include "Kiln/CAmt.h"
 #include "Kiln/CDate.h"
 #include "MorvUt/taxyear/DateStrings.h"
-#include "WholeNumber.h"
 
 namespace Morv
 {
@@ -85,10 +85,9 @@ requires std::is_integral_v<Number> || std::is_enum_v<Number>
 bool ReadValue(std::string_view text, Number& value)
 {
     constexpr Kind kKind = KindOf(Of<Number>());
-    std::int64_t number = 0;
-    const bool isRead = ReadWhole(text, number) && number >= kKind.lowest && number <= kKind.highest;
-    value = static_cast<Number>(number);
-    return isRead;
+    const auto number = Afx::ParseWhole<std::int64_t>(text);
+    value = static_cast<Number>(number.value_or(0));
+    return number && *number >= kKind.lowest && *number <= kKind.highest;
 }
 
 /// One argument of a rule.

@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "Afx/text/Numbers.h"
 #include "ArgumentChecks.h"
 #include "Brix/Check.h"
 #include "Brix/Records.h"
@@ -18,7 +19,6 @@
 #include "Shellkit/Envelope.h"
 #include "Shellkit/KeyFile.h"
 #include "Shellkit/PracticeKey.h"
-#include "WholeNumber.h"
 
 namespace Morv
 {
@@ -172,13 +172,13 @@ void SetOption(Brix::COptions& record, const std::string& assignment)
         std::string text = equals == std::string::npos ? "" : assignment.substr(equals + 1);
         if (option.most == 1 && (text == "true" || text == "false"))
             text = text == "true" ? "1" : "0";
-        int value = 0;
-        if (!ReadWhole(text, value) || value < option.least || value > option.most)
+        const auto value = Afx::ParseWhole<int>(text);
+        if (!value || *value < option.least || *value > option.most)
             throw CommandError(Exit::BadInput, "BAD_VALUE",
                                std::string(option.name) + " takes a whole number from " + std::to_string(option.least) +
                                    " to " + std::to_string(option.most) + ", not " + Quoted(text),
                                std::string("Write ") + option.name + "=" + std::to_string(option.least) + ".");
-        return option.set(record, value);
+        return option.set(record, *value);
     }
     throw CommandError(Exit::BadInput, "UNKNOWN_OPTION", "there is no option " + Quoted(name),
                        "morv practice options PRACTICE lists them.");

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "Afx/text/Numbers.h"
 #include "Afx/text/TextFold.h"
 #include "Brix/PracticeKey.h"
 #include "Brix/Schema.h"
@@ -13,7 +14,6 @@
 #include "Shellkit/Envelope.h"
 #include "Shellkit/KeyFile.h"
 #include "Shellkit/PracticeKey.h"
-#include "WholeNumber.h"
 
 namespace Morv
 {
@@ -134,8 +134,8 @@ void UseYear(const CommonOptions& options)
 {
     if (options.year.empty())
         return;
-    int year = 0;
-    if (!ReadWhole(options.year, year) || year < GetMinRealTaxYear() || year > GetMaxRealTaxYear())
+    const int year = Afx::ParseWhole<int>(options.year).value_or(0);
+    if (year < GetMinRealTaxYear() || year > GetMaxRealTaxYear())
         throw CommandError(Exit::BadInput, "BAD_YEAR",
                            "--year: " + Quoted(options.year) + " is no tax year that is supported",
                            "Give the year in which the tax year ends, 1991 to 2025.");

@@ -3,11 +3,11 @@
 #include <memory>
 #include <optional>
 
+#include "Afx/text/Numbers.h"
 #include "Afx/text/TextFold.h"
 #include "Commands.h"
 #include "MorvUt/mappings/TypeMappings.h"
 #include "Output.h"
-#include "WholeNumber.h"
 
 namespace Morv
 {
@@ -15,15 +15,9 @@ namespace Morv
 namespace
 {
 
-std::optional<int> WholeNumber(const std::string& text)
-{
-    int number = 0;
-    return ReadWhole(text, number) ? std::optional(number) : std::nullopt;
-}
-
 const TypeMapping* TableOf(const std::string& nameOrPosition)
 {
-    const auto position = WholeNumber(nameOrPosition);
+    const auto position = Afx::ParseWhole<int>(nameOrPosition);
     for (const NamedMapping& mapping : GetNamedMappings()) {
         if (mapping.position != kOutsideMappings && mapping.position == position)
             return mapping.table;
@@ -42,7 +36,7 @@ const TypeMapping* TableOf(const std::string& nameOrPosition)
 // code when a row has it, else for a key, else for a name.
 const TypeMapping& RowOf(const TypeMapping* table, const std::string& text)
 {
-    const auto code = WholeNumber(text);
+    const auto code = Afx::ParseWhole<int>(text);
     const TypeMapping *byCode = nullptr, *byKey = nullptr, *byName = nullptr;
     for (const TypeMapping* row = table; row->shortName; ++row) {
         if (!byCode && code == row->index)

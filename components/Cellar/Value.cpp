@@ -1,6 +1,5 @@
 #include "Cellar/Value.h"
 
-#include <charconv>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -15,17 +14,6 @@ namespace
 {
 
 constexpr double kTenThousand = 10'000.0;
-
-template<class Number>
-std::optional<Number> ReadNumber(const std::string& text) noexcept
-{
-    Number number{};
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    if (text.empty() || error != std::errc{} || stop != end)
-        return std::nullopt;
-    return number;
-}
 
 std::optional<std::int64_t> WholeNumber(double value) noexcept
 {
@@ -42,7 +30,7 @@ std::optional<std::int64_t> Integer(const Value& value) noexcept
     case Value::Kind::Real:
         return WholeNumber(value.real);
     case Value::Kind::Text:
-        return ReadNumber<std::int64_t>(value.text);
+        return Afx::ParseWhole<std::int64_t>(value.text);
     default:
         return std::nullopt;
     }
@@ -120,7 +108,7 @@ double ToDouble(const Value& value, double whenNull) noexcept
     case Value::Kind::Real:
         return value.real;
     case Value::Kind::Text: {
-        const auto number = ReadNumber<double>(value.text);
+        const auto number = Afx::ParseWhole<double>(value.text);
         return number && std::isfinite(*number) ? *number : whenNull;
     }
     default:

@@ -1,8 +1,8 @@
 #include "Quarry/DataList.h"
 
 #include <algorithm>
-#include <charconv>
 
+#include "Afx/text/Numbers.h"
 #include "Quarry/detail/Notify.h"
 #include "Quarry/detail/TableText.h"
 #include "Quarry/NewId.h"
@@ -92,10 +92,8 @@ void AppendOrder(SqlText& statement, const Table& table, std::span<const Sort> s
 /// The default of a column in a row that is not in the database yet. Those of record classes are whole numbers.
 Value DefaultOf(const Column& column)
 {
-    const std::string_view text = column.defaultValue ? column.defaultValue : "";
-    long number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return !text.empty() && error == std::errc{} && end == text.data() + text.size() ? Value(number) : Value();
+    const auto number = Afx::ParseWhole<long>(column.defaultValue ? column.defaultValue : "");
+    return number ? Value(*number) : Value();
 }
 
 bool IsRowId(const Table& table, const Column& column) noexcept

@@ -1,29 +1,12 @@
 #include "Shellkit/Registry.h"
 
-#include <charconv>
 #include <cstdint>
-#include <optional>
 
 #include "Afx/system/Settings.h"
 #include "Afx/text/TextFold.h"
 
 namespace
 {
-
-/// A whole number with blanks around it and perhaps a sign; nothing for another text or one that `T` cannot hold.
-template<class T>
-std::optional<T> NumberIn(CString text)
-{
-    text.Trim();
-    std::string_view digits = text.View();
-    if (digits.starts_with('+') && !digits.starts_with("+-"))
-        digits.remove_prefix(1);
-    T number = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    if (error != std::errc() || end != digits.data() + digits.size())
-        return std::nullopt;
-    return number;
-}
 
 struct Word
 {
@@ -40,7 +23,7 @@ CRegistry::CRegistry() : m_key(CString(kMakersKey) + "\\" + kProductName) {}
 int CRegistry::GetInt(const char* name, int defaultValue) const
 {
     const auto text = Afx::Settings::Read(m_key, name);
-    return text ? NumberIn<int>(*text).value_or(defaultValue) : defaultValue;
+    return text ? Afx::Settings::NumberIn<int>(*text).value_or(defaultValue) : defaultValue;
 }
 
 bool CRegistry::GetBool(const char* name, bool defaultValue) const
@@ -48,7 +31,7 @@ bool CRegistry::GetBool(const char* name, bool defaultValue) const
     auto text = Afx::Settings::Read(m_key, name);
     if (!text)
         return defaultValue;
-    if (const auto number = NumberIn<std::int64_t>(*text))
+    if (const auto number = Afx::Settings::NumberIn<std::int64_t>(*text))
         return *number != 0;
     text->Trim();
     for (const Word& word : kWords) {

@@ -172,4 +172,6 @@ TEST(CWinApp, KeepsWholeNumbersInItsProfile)
         EXPECT_EQ(app.GetProfileInt("Preferences", "LastYOA", 13), 13) << (text ? text : "removed");
         EXPECT_EQ(app.GetProfileString("Preferences", "LastYOA", "default"), text ? text : "default");
     }
+    EXPECT_TRUE(app.WriteProfileString("Preferences", "LastYOA", " +5 "));
+    EXPECT_EQ(app.GetProfileInt("Preferences", "LastYOA", 13), 5) << "as people may write it";
 }

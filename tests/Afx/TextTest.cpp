@@ -44,6 +44,27 @@ TEST(AtoI64, ReadsWhatItCanAndSaturates)
         EXPECT_EQ(Afx::AtoI64(small), kMin) << small;
 }
 
+TEST(ParseWhole, TakesDigitsBehindAMinusAndNothingElse)
+{
+    const ::Test::Case<const char*, std::optional<int>> rows[] = {
+        {"0", 0},
+        {"-2147483648", -2147483647 - 1},
+        {"0012", 12, "zeros in front"},
+        {"2147483648", std::nullopt, "too large"},
+        {"+5", std::nullopt, "a plus"},
+        {" 5", std::nullopt, "a blank in front"},
+        {"5 ", std::nullopt, "a blank behind"},
+        {"5x", std::nullopt, "no digit"},
+        {"-", std::nullopt, "a minus alone"},
+        {"", std::nullopt, "nothing"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(Afx::ParseWhole<int>(row.in), row.out) << row.in << ' ' << row.why;
+    EXPECT_EQ(Afx::ParseWhole<unsigned>("-1"), std::nullopt);
+    EXPECT_EQ(Afx::ParseWhole<int>({}), std::nullopt) << "no text at all";
+    EXPECT_EQ(Afx::ParseWhole<double>("-1.5e3"), -1500.0);
+}
+
 TEST(FormatTime, WritesEnglishNames)
 {
     const Afx::LocalTime time{2024, 4, 5, 9, 8, 7, 6};

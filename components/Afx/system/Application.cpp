@@ -1,24 +1,11 @@
 #include "Afx/system/Application.h"
 
-#include <charconv>
-
 #include "Afx/system/Settings.h"
 
 namespace
 {
 
 CWinApp* g_application = nullptr;
-
-/// `text` as a whole number with blanks around it at most; nothing when it is anything else or does not fit.
-std::optional<int> ReadInt(CString text)
-{
-    const std::string_view digits = text.Trim().View();
-    int value = 0;
-    const std::from_chars_result end = std::from_chars(digits.data(), digits.data() + digits.size(), value);
-    if (end.ec != std::errc() || end.ptr != digits.data() + digits.size())
-        return std::nullopt;
-    return value;
-}
 
 } // namespace
 
@@ -33,7 +20,7 @@ CWinApp::~CWinApp()
 int CWinApp::GetProfileInt(const char* section, const char* name, int defaultValue)
 {
     const std::optional<CString> text = Afx::Settings::Read(section, name);
-    return text ? ReadInt(*text).value_or(defaultValue) : defaultValue;
+    return text ? Afx::Settings::NumberIn<int>(*text).value_or(defaultValue) : defaultValue;
 }
 
 bool CWinApp::WriteProfileInt(const char* section, const char* name, int value)

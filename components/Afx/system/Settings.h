@@ -6,6 +6,7 @@
 
 #include "Afx/Export.h"
 #include "Afx/text/CString.h"
+#include "Afx/text/Numbers.h"
 
 namespace Afx
 {
@@ -19,6 +20,16 @@ public:
     /// False when the store cannot be written, and for a section or name that an INI file cannot hold. A null `value`
     /// removes the entry.
     static bool Write(const char* section, const char* name, const char* value);
+    /// The whole number that a value is, as by ParseWhole; but blanks around it and a plus in front do not count, as
+    /// users write the file by hand.
+    template<class T>
+    static std::optional<T> NumberIn(CString value)
+    {
+        std::string_view text = value.Trim().View();
+        if (text.starts_with('+') && !text.starts_with("+-"))
+            text.remove_prefix(1);
+        return ParseWhole<T>(text);
+    }
     /// The file in use; empty on Windows.
     static CString GetPath();
     /// Uses this file from now on (tests); empty: the environment decides again.

@@ -2,6 +2,8 @@
 
 #include <limits>
 
+#include "Afx/text/Ascii.h"
+
 namespace Afx
 {
 
@@ -9,7 +11,7 @@ std::int64_t AtoI64(const char* text) noexcept
 {
     if (!text)
         return 0;
-    while (*text == ' ' || (*text >= '\t' && *text <= '\r'))
+    while (IsBlank(*text))
         ++text;
     const bool negative = *text == '-';
     if (negative || *text == '+')
@@ -18,7 +20,7 @@ std::int64_t AtoI64(const char* text) noexcept
     constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min();
     constexpr std::int64_t kMax = std::numeric_limits<std::int64_t>::max();
     std::int64_t value = 0;
-    for (; *text >= '0' && *text <= '9'; ++text) {
+    for (; IsDigit(*text); ++text) {
         const int digit = *text - '0';
         if (value < (kMin + digit) / 10)
             return negative ? kMin : kMax;

@@ -1,9 +1,9 @@
 #include "HmrcApi/oauth/TokenRequest.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 
+#include "Afx/text/Numbers.h"
 #include "Afx/text/TextFold.h"
 #include "HmrcApi/answers/Mask.h"
 #include "HmrcApi/json/Json.h"
@@ -34,10 +34,8 @@ std::string TextOf(const JsonValue& json, std::string_view name)
 std::int32_t LifetimeOf(const JsonValue& json)
 {
     const JsonValue* member = json.Find("expires_in");
-    std::int32_t seconds = kUsualLifetime;
-    if (member && (member->Is(JsonValue::Kind::Number) || member->Is(JsonValue::Kind::Text)))
-        std::from_chars(member->text.data(), member->text.data() + member->text.size(), seconds);
-    return seconds;
+    const bool isWritten = member && (member->Is(JsonValue::Kind::Number) || member->Is(JsonValue::Kind::Text));
+    return isWritten ? Afx::ParseWhole<std::int32_t>(member->text).value_or(kUsualLifetime) : kUsualLifetime;
 }
 
 /// Visible characters only, as OAuth has it: a line end in a token would be a line of the next request's head.

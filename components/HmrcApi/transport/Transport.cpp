@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <atomic>
-#include <charconv>
+#include <cstdint>
+#include <optional>
 #include <string_view>
-#include <system_error>
 
+#include "Afx/text/Ascii.h"
+#include "Afx/text/Numbers.h"
 #include "Afx/text/TextFold.h"
 
 namespace HmrcApi
@@ -22,7 +24,7 @@ bool IsLoopbackNumber(std::string_view host) noexcept
     while (true) {
         int value = 0;
         std::size_t digits = 0;
-        while (digits < host.size() && host[digits] >= '0' && host[digits] <= '9' && digits < 4)
+        while (digits < host.size() && Afx::IsDigit(host[digits]) && digits < 4)
             value = value * 10 + (host[digits++] - '0');
         if (digits == 0 || digits > 3 || value > 255)
             return false;
@@ -39,10 +41,8 @@ bool IsLoopbackNumber(std::string_view host) noexcept
 /// A colon and a number from 1 to 65535.
 bool IsPort(std::string_view text) noexcept
 {
-    const auto read = [&](int& port) { return std::from_chars(text.data() + 1, text.data() + text.size(), port); };
-    int port = 0;
-    return text.starts_with(':') && text.substr(1).find_first_not_of("0123456789") == text.npos &&
-           read(port).ec == std::errc() && port >= 1 && port <= 65535;
+    const auto port = text.starts_with(':') ? Afx::ParseWhole<std::uint16_t>(text.substr(1)) : std::nullopt;
+    return port.value_or(0) != 0;
 }
 
 std::atomic<unsigned> g_connectMilliseconds{Timeouts().connectMilliseconds};

@@ -1,8 +1,8 @@
 #include "MorvUt/context/ClientView.h"
 
-#include <charconv>
 #include <stdexcept>
 
+#include "Afx/text/Numbers.h"
 #include "Afx/text/TextFold.h"
 #include "MorvUt/identifiers/TaxIdentifiers.h"
 #include "MorvUt/res/Strings.h"
@@ -37,10 +37,8 @@ const KindName& RowOf(KindOfClient kind) noexcept
 /// 0 when the text is no row id: a plain number.
 long IdOf(const std::string& text)
 {
-    long id = 0;
-    const auto read = std::from_chars(text.data(), text.data() + text.size(), id);
-    const bool isPlain = read.ec == std::errc() && read.ptr == text.data() + text.size() && text.front() != '0';
-    return isPlain && id > 0 ? id : 0;
+    const long id = Afx::ParseWhole<long>(text).value_or(0);
+    return id > 0 && text.front() != '0' ? id : 0;
 }
 
 template<class Rows>
