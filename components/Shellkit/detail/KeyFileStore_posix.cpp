@@ -1,61 +1,19 @@
 #include "Shellkit/detail/KeyFileStore.h"
 
 #include <cerrno>
-#include <filesystem>
-#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
+#include "Afx/system/Descriptor_posix.h"
 
 namespace Shellkit::Detail
 {
 namespace
 {
 
-class File
-{
-public:
-    File(const std::string& path, int flags, mode_t mode = 0) noexcept
-        : m_descriptor(::open(path.c_str(), flags | O_CLOEXEC, mode))
-    {}
-    ~File() { Close(); }
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-
-    explicit operator bool() const noexcept { return m_descriptor >= 0; }
-    int Get() const noexcept { return m_descriptor; }
-    bool Close() noexcept
-    {
-        const int descriptor = std::exchange(m_descriptor, -1);
-        return descriptor < 0 || ::close(descriptor) == 0;
-    }
-
-private:
-    int m_descriptor;
-};
-
 std::error_code LastError() { return {errno, std::generic_category()}; }
-
-bool WriteAll(int descriptor, std::string_view text)
-{
-    while (!text.empty()) {
-        const ssize_t written = ::write(descriptor, text.data(), text.size());
-        if (written < 0 && errno != EINTR)
-            return false;
-        if (written > 0)
-            text.remove_prefix(static_cast<std::size_t>(written));
-    }
-    return true;
-}
-
-/// A new name is safe only when its folder is on the disk too. Not every file system can do that.
-void SyncFolderOf(const std::string& path)
-{
-    const auto folder = std::filesystem::path(path).parent_path().string();
-    if (const File handle(folder.empty() ? "." : folder, O_RDONLY | O_DIRECTORY); handle)
-        ::fsync(handle.Get());
-}
 
 /// The group reads and writes that file.
 bool IsSharedBy(gid_t group, const std::string& path)
@@ -71,7 +29,7 @@ bool IsSharedBy(gid_t group, const std::string& path)
 OwnFile ReadOwnFile(const std::string& path, std::size_t limit, const std::string& shared)
 {
     OwnFile result;
-    const File file(path, O_RDONLY | O_NONBLOCK); // a pipe of that name must not hold us up
+    const Afx::Descriptor file(path, O_RDONLY | O_NONBLOCK); // a pipe of that name must not hold us up
     struct stat status;
     if (!file || ::fstat(file.Get(), &status) != 0) {
         result.error = LastError();
@@ -105,12 +63,12 @@ OwnFile ReadOwnFile(const std::string& path, std::size_t limit, const std::strin
 
 bool MakeOwnFile(const std::string& path, std::string_view text, bool forGroup)
 {
-    File file(path, O_WRONLY | O_CREAT | O_EXCL, S_IRUSR | S_IWUSR);
+    Afx::Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL, S_IRUSR | S_IWUSR);
     if (!file)
         return false;
     const bool hasRights = !forGroup || ::fchmod(file.Get(), S_IRUSR | S_IWUSR | S_IRGRP) == 0; // whatever the umask
-    if (hasRights && WriteAll(file.Get(), text) && ::fsync(file.Get()) == 0 && file.Close()) {
-        SyncFolderOf(path);
+    if (hasRights && Afx::WriteAll(file, text) && ::fsync(file.Get()) == 0 && file.Close()) {
+        Afx::SyncFolderOf(path);
         return true;
     }
     ::unlink(path.c_str());

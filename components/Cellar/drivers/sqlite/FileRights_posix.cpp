@@ -4,6 +4,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "Afx/system/Descriptor_posix.h"
+
 namespace Cellar::Sqlite
 {
 namespace
@@ -37,15 +39,13 @@ bool Narrow(const fs::path& file)
 
 bool MakeFile(const fs::path& file, Readers readers)
 {
-    const int descriptor = ::open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, kOwners);
-    if (descriptor < 0)
-        return false;
+    Afx::Descriptor opened(file.string(), O_WRONLY | O_CREAT, kOwners);
     struct stat status;
-    bool done = ::fstat(descriptor, &status) == 0;
+    bool done = opened && ::fstat(opened.Get(), &status) == 0;
     // Whoever opened it before us has content in it by now, and its rights are his.
     if (done && status.st_size == 0 && status.st_uid == ::geteuid())
-        done = ::fchmod(descriptor, readers == Readers::Group ? kGroups : kOwners) == 0;
-    return ::close(descriptor) == 0 && done;
+        done = ::fchmod(opened.Get(), readers == Readers::Group ? kGroups : kOwners) == 0;
+    return opened.Close() && done;
 }
 
 std::string NarrowFiles(const fs::path& file)
