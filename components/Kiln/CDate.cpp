@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "Afx/text/Numbers.h"
+#include "Afx/time/Calendar.h"
 #include "Afx/time/Clock.h"
 #include "Afx/time/FormatTime.h"
 #include "Kiln/detail/DateText.h"
@@ -83,18 +84,11 @@ Afx::CivilDate ToCivil(double oleDate) noexcept { return Afx::CivilOfOleDay(ToMo
 
 bool IsSameMoment(double a, double b) noexcept { return std::fabs(Linear(a) - Linear(b)) < kHalfSecond; }
 
-/// "April" and so on.
-CString MonthName(int month)
-{
-    CString name(Detail::kMonthNames[month - 1]);
-    name.SetAt(0, static_cast<char>(name.GetAt(0) ^ 0x20));
-    return name;
-}
-
 /// Why a day is not in its month; names the year where the year decides.
 CString NoSuchDay(const Detail::DateText& read)
 {
-    CString month = MonthName(read.month), reason;
+    const std::string_view month = Afx::kMonthNames[read.month - 1];
+    CString reason;
     if (read.month == 2 && read.day > 29)
         reason.Format("%d February does not exist; February has at most 29 days", read.day);
     else if (read.month == 2)

@@ -6,7 +6,7 @@
 
 #include "Afx/text/CString.h"
 #include "Afx/text/Numbers.h"
-#include "Afx/time/Calendar.h"
+#include "Afx/time/CivilDate.h"
 #include "Kiln/Export.h"
 
 namespace Kiln

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <cstdlib>
 
 #include "Afx/time/Calendar.h"
@@ -19,17 +18,22 @@ std::int64_t Utc(int year, int month, int day, int hour)
 
 } // namespace
 
-TEST(Calendar, AgreesWithTheStandardLibrary)
+TEST(Calendar, CountsEveryDay)
 {
-    for (int day = Afx::kFirstOleDay; day <= Afx::kLastOleDay; day += 11) {
-        const std::chrono::year_month_day date{std::chrono::sys_days{std::chrono::days{day + Afx::kOleDayZero}}};
-        const Afx::CivilDate expected{static_cast<int>(date.year()), static_cast<int>(unsigned{date.month()}),
-                                      static_cast<int>(unsigned{date.day()})};
-        ASSERT_EQ(Afx::CivilOfOleDay(day), expected) << day;
-        ASSERT_EQ(Afx::CivilFromDays(day + Afx::kOleDayZero), expected) << day;
-        ASSERT_EQ(Afx::OleDayOf(expected.year, expected.month, expected.day), day);
-        ASSERT_EQ(Afx::DaysFromCivil(expected.year, expected.month, expected.day), day + Afx::kOleDayZero);
+    Afx::CivilDate date{100, 1, 1};
+    for (int day = Afx::kFirstOleDay; day <= Afx::kLastOleDay; ++day) {
+        ASSERT_TRUE(Afx::CivilOfOleDay(day) == date && Afx::OleDayOf(date.year, date.month, date.day) == day) << day;
+        const std::int64_t unixDay = day + Afx::kOleDayZero;
+        ASSERT_TRUE(Afx::CivilFromDays(unixDay) == date) << day;
+        ASSERT_EQ(Afx::DaysFromCivil(date.year, date.month, date.day), unixDay);
+        const bool isLeap = date.year % 4 == 0 && (date.year % 100 != 0 || date.year % 400 == 0);
+        const int length = date.month == 2 ? 28 + isLeap : 30 + (date.month + date.month / 8) % 2;
+        ASSERT_EQ(Afx::DaysInMonth(date.year, date.month), length) << day;
+        date.day = date.day % length + 1;
+        date.month = date.day > 1 ? date.month : date.month % 12 + 1;
+        date.year += date.day == 1 && date.month == 1;
     }
+    EXPECT_EQ(date, (Afx::CivilDate{10'000, 1, 1}));
 }
 
 #ifndef _WIN32

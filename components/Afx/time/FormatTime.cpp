@@ -1,5 +1,6 @@
 #include "Afx/time/FormatTime.h"
 
+#include "Afx/text/TextFold.h"
 #include "Afx/time/Clock.h"
 
 namespace Afx
@@ -7,12 +8,9 @@ namespace Afx
 namespace
 {
 
-constexpr std::string_view kMonths[] = {"January", "February", "March",     "April",   "May",      "June",
-                                        "July",    "August",   "September", "October", "November", "December"};
-
 std::string_view MonthName(int month) noexcept
 {
-    return month >= 1 && month <= 12 ? kMonths[month - 1] : std::string_view();
+    return month >= 1 && month <= 12 ? kMonthNames[month - 1] : std::string_view();
 }
 
 /// Appends what `placeholder` (without its %) stands for; false when it is none.
@@ -67,6 +65,17 @@ bool AppendShort(CString& out, const LocalTime& time, char placeholder)
 }
 
 } // namespace
+
+int MonthOf(std::string_view name) noexcept
+{
+    constexpr std::size_t kShort = 3;
+    for (int month = 1; month <= 12; ++month) {
+        const std::string_view whole = MonthName(month);
+        if (EqualNoCase(name, whole) || EqualNoCase(name, whole.substr(0, kShort)))
+            return month;
+    }
+    return 0;
+}
 
 CString FormatTime(const LocalTime& time, std::string_view pattern)
 {

@@ -1,6 +1,8 @@
 #include "Kiln/detail/DateText.h"
 
+#include "Afx/text/Ascii.h"
 #include "Afx/time/Calendar.h"
+#include "Afx/time/FormatTime.h"
 
 namespace Kiln::Detail
 {
@@ -15,10 +17,9 @@ constexpr int kMonthsInYear = 12;
 constexpr int kLongestMonthDays = 31;
 constexpr int kLeapYear = 2000; // stands for a year that is not known yet
 
-constexpr bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
-constexpr char Lower(char c) noexcept { return static_cast<char>(c | 0x20); }
-constexpr bool IsLetter(char c) noexcept { return Lower(c) >= 'a' && Lower(c) <= 'z'; }
-constexpr bool IsBlank(char c) noexcept { return c == ' ' || (c >= '\t' && c <= '\r'); }
+using Afx::IsBlank;
+using Afx::IsDigit;
+using Afx::IsLetter;
 
 /// A run of digits or of letters.
 struct Part
@@ -32,25 +33,6 @@ constexpr DateText Refuse(DateFault fault) noexcept
     DateText refused;
     refused.fault = fault;
     return refused;
-}
-
-bool NamesMonth(std::string_view word, std::string_view name) noexcept
-{
-    if (word.size() != 3 && word.size() != name.size())
-        return false;
-    for (std::size_t i = 0; i < word.size(); ++i)
-        if (Lower(word[i]) != name[i])
-            return false;
-    return true;
-}
-
-/// 1 to 12; 0 when the word names no month.
-int MonthOf(std::string_view word) noexcept
-{
-    for (int month = 1; month <= kMonthsInYear; ++month)
-        if (NamesMonth(word, kMonthNames[month - 1]))
-            return month;
-    return 0;
 }
 
 /// Whether the month has the day, in the year if that is known (not 0).
@@ -106,31 +88,7 @@ DateText Three(const Part& first, const Part& second, const Part& third, char se
     return monthLeads ? WithYear(second, first, third) : WithYear(first, second, third);
 }
 
-/// A run of up to four digits at `at`, which moves behind it.
-Part TakeNumber(const char*& at) noexcept
-{
-    Part number;
-    for (; number.digits < 4 && IsDigit(*at); ++at, ++number.digits)
-        number.value = number.value * 10 + (*at - '0');
-    return number;
-}
-
-/// Three numbers between two equal signs, and nothing else: what programs write and most people type. False, and
-/// nothing decided, for anything that these few steps do not settle.
-bool ReadUsual(const char* at, Part& first, Part& second, Part& third, char& separator) noexcept
-{
-    first = TakeNumber(at);
-    separator = *at;
-    if (separator != '/' && separator != '-' && separator != '.')
-        return false;
-    second = TakeNumber(++at);
-    if (*at != separator)
-        return false;
-    third = TakeNumber(++at);
-    return *at == '\0' && first.digits && second.digits && third.digits;
-}
-
-/// Reads any form, from left to right.
+/// Reads one text, from left to right.
 class Reader
 {
 public:
@@ -177,7 +135,7 @@ DateFault Reader::ReadPart(Part& part) noexcept
     if (m_at == start)
         return DateFault::Form;
     m_word = std::string_view(start, static_cast<std::size_t>(m_at - start));
-    part.value = MonthOf(m_word);
+    part.value = Afx::MonthOf(m_word);
     return part.value ? DateFault::None : DateFault::MonthName;
 }
 
@@ -256,12 +214,7 @@ DateText Reader::Two()
 
 DateText ReadDate(const char* text, CDate::ParseOrder order, CDate::YearHandler handler)
 {
-    const bool monthFirst = order == CDate::ParseOrder::MonthFirst;
-    Part first, second, third;
-    char separator = '\0';
-    if (ReadUsual(text, first, second, third, separator))
-        return Three(first, second, third, separator, monthFirst);
-    return Reader(text, monthFirst, handler).Read();
+    return Reader(text, order == CDate::ParseOrder::MonthFirst, handler).Read();
 }
 
 } // namespace Kiln::Detail

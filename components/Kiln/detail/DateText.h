@@ -39,8 +39,4 @@ struct DateText
 /// without one.
 DateText ReadDate(const char* text, CDate::ParseOrder order, CDate::YearHandler handler);
 
-inline constexpr std::string_view kMonthNames[] = {"january",   "february", "march",    "april",
-                                                   "may",       "june",     "july",     "august",
-                                                   "september", "october",  "november", "december"};
-
 } // namespace Kiln::Detail
