@@ -32,9 +32,12 @@ TEST(CompareNoCase, OrdersAsTheFoldedBytesDo)
         for (const char byte : bytes)
             texts.push_back(texts[i] + byte);
     for (std::size_t i = 0; i < texts.size(); i += 7)
-        for (const std::string& other : texts)
-            ASSERT_EQ(Sign(Afx::CompareNoCase(texts[i], other)),
-                      Sign(Afx::FoldLower(texts[i]).compare(Afx::FoldLower(other))));
+        for (const std::string& other : texts) {
+            const int order = Afx::FoldLower(texts[i]).compare(Afx::FoldLower(other));
+            ASSERT_EQ(Sign(Afx::CompareNoCase(texts[i], other)), Sign(order));
+            for (const char* const front : {"", "ABCDEF", "ABCDEFGHIJKLMN"}) // eight at once, with and without a rest
+                ASSERT_EQ(Afx::EqualNoCase(front + texts[i], Afx::FoldLower(front) + other), order == 0);
+        }
 }
 
 TEST(Fold, MapsEveryPairThereAndBack)

@@ -6,6 +6,9 @@
 #include <cstdint>
 #include <cstring>
 
+#include "Afx/text/Ascii.h"
+#include "Afx/text/Utf8.h"
+
 // Every letter that folds is one byte (ASCII) or two (U+00C0 to U+017F, lead bytes C3 to C5), and so is its other case:
 // folding never changes the length, and the order is that of the folded bytes. A broken sequence is left as it is.
 
@@ -15,17 +18,6 @@ namespace
 {
 
 constexpr unsigned kFirstLead = 0xC3, kLastLead = 0xC5;
-
-constexpr bool IsContinuation(unsigned char byte) { return (byte & 0xC0) == 0x80; }
-
-constexpr std::array<unsigned char, 256> MakeAsciiLower()
-{
-    std::array<unsigned char, 256> table{};
-    for (unsigned c = 0; c < table.size(); ++c)
-        table[c] = static_cast<unsigned char>(c >= 'A' && c <= 'Z' ? c + 32 : c);
-    return table;
-}
-constexpr auto kAsciiLower = MakeAsciiLower();
 
 /// A run of capitals: each folds to itself plus `distance`. With step 2 capitals and small letters alternate.
 struct Run
@@ -70,10 +62,10 @@ Unit FoldAt(std::string_view text, std::size_t at, const FoldTable& table) noexc
     const auto lead = static_cast<unsigned char>(text[at]);
     if (lead < kFirstLead || lead > kLastLead || at + 1 == text.size())
         return {{lead, 0}, false};
-    const auto next = static_cast<unsigned char>(text[at + 1]);
-    if (!IsContinuation(next))
+    const char next = text[at + 1];
+    if (!ContinuesCharacter(next))
         return {{lead, 0}, false};
-    const unsigned folded = table[((lead & 0x1Fu) << 6 | (next & 0x3Fu)) - kFirstFolded];
+    const unsigned folded = table[((lead & 0x1Fu) << 6 | (static_cast<unsigned char>(next) & 0x3Fu)) - kFirstFolded];
     return {{static_cast<unsigned char>(0xC0 | folded >> 6), static_cast<unsigned char>(0x80 | (folded & 0x3F))}, true};
 }
 
@@ -98,7 +90,7 @@ std::string Fold(std::string_view text, const FoldTable& table, char firstAscii,
 }
 
 using Eight = std::uint64_t;
-constexpr Eight kEach = 0x0101'0101'0101'0101;
+constexpr Eight Each(unsigned char byte) noexcept { return byte * Eight{0x0101'0101'0101'0101}; }
 
 Eight LoadEight(const char* at) noexcept
 {
@@ -107,12 +99,31 @@ Eight LoadEight(const char* at) noexcept
     return bytes;
 }
 
-/// Eight ASCII bytes in lower case at once: adding makes the top bit of a byte tell whether it is a capital.
-constexpr Eight LowerEight(Eight ascii) noexcept
+/// Fewer than eight bytes, none outside them; those in the middle may be there twice.
+Eight LoadFew(const char* at, std::size_t count) noexcept
 {
-    const Eight fromA = ascii + (0x80 - 'A') * kEach, beyondZ = ascii + (0x80 - 'Z' - 1) * kEach;
-    return ascii | ((fromA & ~beyondZ & 0x80 * kEach) >> 2);
+    const auto byte = [at](std::size_t i) { return Eight{static_cast<unsigned char>(at[i])}; };
+    if (count < 4)
+        return count == 0 ? 0 : byte(0) | byte(count / 2) << 8 | byte(count - 1) << 16;
+    std::uint32_t first, last;
+    std::memcpy(&first, at, sizeof first);
+    std::memcpy(&last, at + count - sizeof last, sizeof last);
+    return first | Eight{last} << 32;
 }
+
+constexpr bool IsAscii(Eight bytes) noexcept { return (bytes & Each(0x80)) == 0; }
+
+/// Eight bytes with the ASCII capitals among them made small. Adding to a byte below 0x80 sets its top bit from 'A' on,
+/// or only behind 'Z'; the distance of the cases is that bit moved by two.
+constexpr Eight LowerEight(Eight bytes) noexcept
+{
+    const Eight low = bytes & Each(0x7F);
+    const Eight capitals = ((low + Each(0x80 - 'A')) ^ (low + Each(0x7F - 'Z'))) & ~bytes & Each(0x80);
+    return bytes | capitals >> 2;
+}
+static_assert(LowerEight(Each('A')) == Each('a') && LowerEight(Each('Z')) == Each('z'));
+static_assert(LowerEight(Each('@')) == Each('@') && LowerEight(Each('[')) == Each('[') &&
+              LowerEight(Each(0xC1)) == Each(0xC1));
 
 /// How many bytes from the start on are ASCII and equal in both, rounded down to eights.
 std::size_t EqualAscii(std::string_view a, std::string_view b, std::size_t common) noexcept
@@ -120,7 +131,7 @@ std::size_t EqualAscii(std::string_view a, std::string_view b, std::size_t commo
     std::size_t i = 0;
     for (; common - i >= sizeof(Eight); i += sizeof(Eight)) {
         const Eight eightA = LoadEight(a.data() + i), eightB = LoadEight(b.data() + i);
-        if (((eightA | eightB) & 0x80 * kEach) != 0 || LowerEight(eightA) != LowerEight(eightB))
+        if (!IsAscii(eightA | eightB) || LowerEight(eightA) != LowerEight(eightB))
             break;
     }
     return i;
@@ -135,7 +146,7 @@ int CompareNoCase(std::string_view a, std::string_view b) noexcept
     while (i < common) {
         const auto byteA = static_cast<unsigned char>(a[i]), byteB = static_cast<unsigned char>(b[i]);
         if ((byteA | byteB) < 0x80) {
-            if (const int difference = kAsciiLower[byteA] - kAsciiLower[byteB])
+            if (const int difference = LowerAscii(a[i]) - LowerAscii(b[i]))
                 return difference;
             ++i;
             continue;
@@ -154,6 +165,24 @@ int CompareNoCase(std::string_view a, std::string_view b) noexcept
         i += unitA.isPair ? 2 : 1;
     }
     return a.size() < b.size() ? -1 : a.size() > b.size();
+}
+
+bool Detail::EqualFolded(const char* a, const char* b, std::size_t length) noexcept
+{
+    // Most texts that differ do so in an ASCII letter, and are decided by one comparison of eight.
+    const auto slowly = [=] { return CompareNoCase({a, length}, {b, length}) == 0; };
+    if (length < sizeof(Eight)) {
+        const Eight fewA = LoadFew(a, length), fewB = LoadFew(b, length);
+        return LowerEight(fewA) == LowerEight(fewB) || (!IsAscii(fewA | fewB) && slowly());
+    }
+    const std::size_t last = length - sizeof(Eight); // may overlap the eight before
+    for (std::size_t i = 0;; i = std::min(i + sizeof(Eight), last)) {
+        const Eight eightA = LoadEight(a + i), eightB = LoadEight(b + i);
+        if (LowerEight(eightA) != LowerEight(eightB))
+            return !IsAscii(eightA | eightB) && slowly();
+        if (i == last)
+            return true;
+    }
 }
 
 std::string FoldLower(std::string_view text) { return Fold(text, kLower, 'A', 'Z'); }

@@ -2,16 +2,35 @@
 
 // The code tables: which key and which display name belong to a stored code.
 
+#include <cstdint>
 #include <span>
 
 #include "MorvUt/Export.h"
 
+namespace Detail
+{
+
+/// A number that two keys share when they are equal but for case, and seldom otherwise. 0 for null.
+constexpr std::uint32_t MarkOfKey(const char* key) noexcept
+{
+    std::uint32_t mark = 0;
+    for (; key && *key; ++key) {
+        const auto c = static_cast<signed char>(*key);
+        mark = (mark << 5 | mark >> 27) ^ static_cast<std::uint32_t>(c | 0x20 | c >> 7); // all alike beyond ASCII
+    }
+    return mark;
+}
+
+} // namespace Detail
+
 /// One row of a code table. A table ends with a row whose short name is null.
 struct TypeMapping
 {
-    int index;             // the stored code; need not be in order, nor occur only once
-    const char* shortName; // the key, used in interchange and scripts
-    const char* longName;  // the display name; may be empty
+    int index = 0;                   // the stored code; need not be in order, nor occur only once
+    const char* shortName = nullptr; // the key, used in interchange and scripts
+    const char* longName = nullptr;  // the display name; may be empty
+    /// Of the short name that the row was made with, so that a lookup reads no other key; 0 says nothing.
+    std::uint32_t mark = Detail::MarkOfKey(shortName);
 };
 inline constexpr TypeMapping kEndOfTable{0, nullptr, nullptr};
 

@@ -38,7 +38,7 @@ const TypeMapping kOddTable[] = {
     kEndOfTable,
 };
 
-// The lookup compares several characters at once; this is the rule as it reads.
+// The lookup passes rows by their marks; this is the rule as it reads.
 void ExpectFirstRowEqualButForCase(const TypeMapping* table, const std::string& wanted)
 {
     const TypeMapping* row = table;
@@ -80,6 +80,9 @@ TEST(GetMapIndexFromLongName, MindsCase)
     EXPECT_EQ(IndexOfKey(table, "a"), 1);
     EXPECT_EQ(IndexOfKey(table, "c"), kUntouched);
     EXPECT_EQ(GetMapCount(table), 1u);
+    TypeMapping filled[2];
+    filled[0].shortName = "late"; // so its mark says nothing
+    EXPECT_EQ(IndexOfKey(filled, "LATE"), 0);
 }
 
 TEST(GetMapNamesFromIndex, TakeTheFirstRowAndLeaveTheOutputOtherwise)
