@@ -1,9 +1,9 @@
 #include "Kiln/detail/AmountText.h"
 
 #include <algorithm>
-#include <bit>
-#include <cstring>
 #include <limits>
+
+#include "Afx/text/Ascii.h"
 
 namespace Kiln::Detail
 {
@@ -15,8 +15,8 @@ constexpr int kDecimals = 4;
 constexpr std::string_view kPoundSign = "\xC2\xA3"; // £
 constexpr std::uint64_t kPowersOfTen[] = {1, 10, 100, 1000, 10'000};
 
-constexpr bool IsBlank(char c) noexcept { return c == ' ' || (c >= '\t' && c <= '\r'); }
-constexpr bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
+using Afx::IsBlank;
+using Afx::IsDigit;
 
 /// Reads one text, from left to right.
 class Reader
@@ -180,59 +180,22 @@ AmountText Reader::Read() noexcept
     return {AmountFault::None, static_cast<std::int64_t>(m_minus ? 0 - m_value : m_value), {}};
 }
 
-/// One to eight bytes as a number, the first lowest.
-std::uint64_t Load(const char* at, std::size_t count) noexcept
-{
-    const auto byte = [at](std::size_t i) { return std::uint64_t{static_cast<unsigned char>(at[i])} << 8 * i; };
-    if (count < 4)
-        return byte(0) | byte(count / 2) | byte(count - 1);
-    std::uint32_t low, high; // they overlap when there are fewer than eight
-    std::memcpy(&low, at, sizeof low);
-    std::memcpy(&high, at + count - sizeof high, sizeof high);
-    return low | std::uint64_t{high} << 8 * (count - sizeof high);
-}
-
-constexpr std::uint64_t kZeros = 0x3030'3030'3030'3030;
-
-/// Whether all eight bytes are digits.
-constexpr bool AreDigits(std::uint64_t bytes) noexcept
-{
-    constexpr std::uint64_t kHigh = 0xF0F0'F0F0'F0F0'F0F0, kSix = 0x0606'0606'0606'0606;
-    return (bytes & kHigh) == kZeros && ((bytes + kSix) & kHigh) == kZeros;
-}
-
-/// The number that eight digits are, the first lowest: pairs, then fours, then all at once.
-constexpr std::uint64_t Number(std::uint64_t digits) noexcept
-{
-    digits = ((digits & 0x0F0F'0F0F'0F0F'0F0F) * (10 * 0x100 + 1)) >> 8;
-    digits = ((digits & 0x00FF'00FF'00FF'00FF) * (100 * 0x1'0000 + 1)) >> 16;
-    return ((digits & 0x0000'FFFF'0000'FFFF) * (10'000 * 0x1'0000'0000 + 1)) >> 32;
-}
-static_assert(Number(0x3837'3635'3433'3231) == 12'345'678 && !AreDigits(kZeros + 10) && AreDigits(kZeros + 9));
-
-/// Up to eight digits, all of them pounds or the last two pence, a minus in front at most: what programs write and most
-/// people type, all digits at once. False, and nothing decided, for anything else.
+/// Digits, perhaps a point and two more, a minus in front at most: what programs write and most people type. False, and
+/// nothing decided, for anything else.
 bool ReadUsual(std::string_view text, std::int64_t& value) noexcept
 {
     const bool minus = text.starts_with('-');
-    text.remove_prefix(minus);
-    std::size_t count = text.size();
-    if (count == 0 || count > 9)
+    const char* at = text.data() + minus;
+    const char* const end = text.data() + text.size();
+    const char* const first = at;
+    std::uint64_t number = 0; // of too many digits it is not used
+    for (; at != end && IsDigit(*at); ++at)
+        number = number * 10 + static_cast<unsigned>(*at - '0');
+    const bool hasPence = end - at == 3 && *at == '.' && IsDigit(at[1]) && IsDigit(at[2]);
+    if (at == first || at - first >= kPoundDigits || (at != end && !hasPence))
         return false;
-    const bool hasPence = count > 3 && text[count - 3] == '.';
-    std::uint64_t digits = 0;
-    if (hasPence) {
-        --count;
-        digits = Load(text.data(), count - 2) | Load(text.data() + count - 1, 2) << 8 * (count - 2);
-    } else if (count <= 8) {
-        digits = Load(text.data(), count);
-    }
-    if (count < 8)
-        digits = digits << 8 * (8 - count) | kZeros >> 8 * count; // zeros in front
-    if (!AreDigits(digits))
-        return false;
-    const auto number = static_cast<std::int64_t>(Number(digits)) * (hasPence ? 100 : 10'000);
-    value = minus ? -number : number;
+    number = number * 100 + static_cast<unsigned>(hasPence ? (at[1] - '0') * 10 + (at[2] - '0') : 0);
+    value = static_cast<std::int64_t>(number) * (minus ? -100 : 100);
     return true;
 }
 
@@ -240,9 +203,8 @@ bool ReadUsual(std::string_view text, std::int64_t& value) noexcept
 
 AmountText ReadAmount(std::string_view text) noexcept
 {
-    if constexpr (std::endian::native == std::endian::little)
-        if (std::int64_t value = 0; ReadUsual(text, value))
-            return {AmountFault::None, value, {}};
+    if (std::int64_t value = 0; ReadUsual(text, value))
+        return {AmountFault::None, value, {}};
     while (!text.empty() && IsBlank(text.front()))
         text.remove_prefix(1);
     while (!text.empty() && IsBlank(text.back()))

@@ -4,55 +4,43 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <optional>
 #include <string>
 #include <system_error>
 
+#include "Afx/text/Ascii.h"
 #include "Afx/text/Numbers.h"
 #include "MorvUt/money/Pence.h"
 
 namespace
 {
 
-constexpr bool IsBlank(char c) noexcept { return c == ' ' || (c >= '\t' && c <= '\r'); }
-constexpr bool IsDigit(char c) noexcept { return c >= '0' && c <= '9'; }
+using Afx::IsBlank;
+using Afx::IsDigit;
 
-/// Up to this many digits, a decimal number is a double divided by a power of ten: rounded once, so exactly.
-constexpr int kExactDigits = 15;
-constexpr double kPowersOfTen[kExactDigits + 1] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                                   1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-
-struct Number
+/// A number of two decimals at most, commas anywhere, below £10^12: a double of so few digits prints as they stand.
+/// Nothing for any other text.
+std::optional<std::int64_t> ReadUsual(const char* at) noexcept
 {
-    bool isNegative = false;
-    bool isPlain = false;    // `digits` and `decimals` say it all
-    std::int64_t digits = 0; // without the point
-    int decimals = 0;        // digits behind the point
-    const char* rest = "";   // from the first digit or point on
-};
-
-/// Reads up to the first character that does not belong. Commas count for nothing.
-Number ReadNumber(const char* at) noexcept
-{
-    Number number;
-    while (*at == ',' || IsBlank(*at))
-        ++at;
-    if (*at == '-' || *at == '+')
-        number.isNegative = *at++ == '-';
-    number.rest = at;
+    constexpr std::int64_t kAligned = 100'000'000'000'000; // pence, from which the printed text is too long
+    constexpr int kPence[] = {100, 10, 1};
+    std::int64_t digits = 0;
+    int decimals = 0;
     bool hasPoint = false;
-    for (int count = 0; count <= kExactDigits; ++at) {
+    for (;; ++at) {
         if (IsDigit(*at)) {
-            number.digits = number.digits * 10 + (*at - '0');
-            number.decimals += hasPoint;
-            count += number.digits != 0;
+            digits = digits * 10 + (*at - '0');
+            decimals += hasPoint;
+            if (decimals > 2 || digits >= kAligned)
+                return std::nullopt;
         } else if (*at == '.' && !hasPoint) {
             hasPoint = true;
         } else if (*at != ',') {
-            number.isPlain = number.decimals <= kExactDigits && *at != 'e' && *at != 'E';
             break;
         }
     }
-    return number;
+    const std::int64_t pence = digits * kPence[decimals];
+    return *at == 'e' || *at == 'E' || pence >= kAligned ? std::nullopt : std::optional(pence);
 }
 
 /// The magnitude of any other number: more digits, or an exponent. 0 when the text begins with no number.
@@ -90,25 +78,16 @@ std::int64_t ReadPrinted(double pounds) noexcept
     return pence;
 }
 
-std::int64_t PenceOf(const Number& number)
-{
-    constexpr std::int64_t kAligned = 100'000'000'000'000; // pence of £10^12, from which the printed text is too long
-    if (!number.isPlain)
-        return ReadPrinted(ReadLong(number.rest));
-    if (number.decimals <= 2) {
-        constexpr int kPence[] = {100, 10, 1};
-        // A double of fifteen digits prints as the same digits.
-        if (const std::int64_t pence = number.digits * kPence[number.decimals]; pence < kAligned)
-            return pence;
-    }
-    return ReadPrinted(static_cast<double>(number.digits) / kPowersOfTen[number.decimals]);
-}
-
 } // namespace
 
 __int64 PoundsToPence(const char* text)
 {
-    const Number number = ReadNumber(text ? text : "");
-    const std::int64_t pence = PenceOf(number);
-    return number.isNegative ? -pence : pence;
+    const char* at = text ? text : "";
+    while (*at == ',' || IsBlank(*at))
+        ++at;
+    const bool isNegative = *at == '-';
+    at += isNegative || *at == '+';
+    const std::optional<std::int64_t> usual = ReadUsual(at);
+    const std::int64_t pence = usual ? *usual : ReadPrinted(ReadLong(at));
+    return isNegative ? -pence : pence;
 }
