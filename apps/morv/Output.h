@@ -77,7 +77,7 @@ void PrintText(std::string_view text);
 
 /// One line of text, formatted as CString::Format does; texts are made printable and cut.
 template<class... Args>
-void PrintLine(const char* format, const Args&... args);
+void PrintLine(Afx::FormatString<std::type_identity_t<Args>...> format, const Args&... args);
 
 inline std::string ShownArgument(std::string_view text) { return Shown(text); }
 inline std::string ShownArgument(const std::string& text) { return Shown(text); }
@@ -87,7 +87,7 @@ template<class Number>
 requires std::is_arithmetic_v<Number> Number ShownArgument(Number number) { return number; }
 
 template<class... Args>
-void PrintLine(const char* format, const Args&... args)
+void PrintLine(Afx::FormatString<std::type_identity_t<Args>...> format, const Args&... args)
 {
     CString line;
     line.Format(format, ShownArgument(args)...);

@@ -93,3 +93,15 @@ TEST(CString, FindsAndTokenizesFromAPlaceOn)
     EXPECT_EQ(found, "[Name][120][Date][80]");
     EXPECT_EQ(list.Tokenize(",;", start), "") << "stays at the end";
 }
+
+TEST(CString, ComparesWithCharactersOnEitherSide)
+{
+    const CString a("abc"), b("abd");
+    EXPECT_TRUE(a < b && a < "abd" && "abc" < b && a <= "abc" && "abc" >= a && "abc" == a && a != b);
+    EXPECT_TRUE(CString("\xC3\xA9") > "z") << "bytes compare unsigned";
+    const char* const null = nullptr;
+    EXPECT_TRUE(a > null && null < a && null <= CString() && CString() >= null) << "null is the empty text";
+    EXPECT_TRUE(a < std::string("abd") && std::string("abc") == a && a >= std::string_view("abc"));
+    EXPECT_TRUE(std::pair(a, 2) < std::pair(b, 1) && std::pair(b, 1) > std::pair(a, 2))
+        << "texts, not places in memory";
+}

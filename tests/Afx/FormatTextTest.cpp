@@ -29,6 +29,21 @@ void ExpectAsPrintf(std::initializer_list<const char*> formats, std::initializer
         }
 }
 
+// What a literal is checked by while it is compiled.
+using Afx::Detail::FitsFormat;
+static_assert(FitsFormat<>("100%% and no placeholder"));
+static_assert(FitsFormat<int, unsigned char, long long, bool, std::size_t>("%d %-5u %I64d %i %lX"));
+static_assert(FitsFormat<char[5], const char*, std::string, std::string_view, CString>("%s%5s%-5s%.2s%s"));
+static_assert(FitsFormat<double, float, char, int>("%+010.2f %g %c %c"));
+static_assert(!FitsFormat<>("%d") && !FitsFormat<int>("%d %d"), "an argument is missing");
+static_assert(!FitsFormat<int>("") && !FitsFormat<int, int>("%d%%"), "an argument is left");
+static_assert(!FitsFormat<CString>("%d") && !FitsFormat<char>("%d") && !FitsFormat<double>("%u"), "no whole number");
+static_assert(!FitsFormat<int>("%s") && !FitsFormat<char>("%s"), "no text");
+static_assert(!FitsFormat<int>("%f") && !FitsFormat<double>("%c") && !FitsFormat<CString>("%c"), "another kind");
+static_assert(!FitsFormat<int>("%n") && !FitsFormat<int>("%*d") && !FitsFormat<int>("%ll") && !FitsFormat<int>("%"),
+              "no placeholder");
+static_assert(!FitsFormat<int>("%513d") && FitsFormat<int>("%512.512d"), "wider than may be");
+
 constexpr std::int64_t kMin64 = std::numeric_limits<std::int64_t>::min();
 
 } // namespace

@@ -15,7 +15,7 @@ namespace Afx
 AFX_API void BoundedCopy(char* buffer, unsigned size, std::string_view text);
 /// The same with a text formatted as by `CString::Format`.
 template<class... Args>
-void BoundedFormat(char* buffer, unsigned size, const char* format, const Args&... args)
+void BoundedFormat(char* buffer, unsigned size, FormatString<std::type_identity_t<Args>...> format, const Args&... args)
 {
     CString text;
     text.Format(format, args...);

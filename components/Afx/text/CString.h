@@ -2,11 +2,13 @@
 
 // Narrow text in UTF-8 with the members that MFC developers expect.
 
+#include <compare>
 #include <concepts>
 #include <initializer_list>
 #include <iosfwd>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 #include "Afx/Export.h"
@@ -49,19 +51,19 @@ public:
         return GetAt(static_cast<int>(index));
     }
 
-    /// Replaces the text by `format` filled with `args` (see Afx::AppendFormat).
+    /// Replaces the text by `format` filled with `args` (see Afx::FormatString, Afx::AppendFormat).
     template<class... Args>
-    void Format(const char* format, const Args&... args)
+    void Format(Afx::FormatString<std::type_identity_t<Args>...> format, const Args&... args)
     {
         std::string text; // built apart: an argument may be this very text
-        Afx::AppendFormat(text, format ? format : "", Args_t<sizeof...(Args)>{args...}.items, sizeof...(Args));
+        Afx::AppendFormat(text, format.View(), Args_t<sizeof...(Args)>{args...}.items, sizeof...(Args));
         m_text = std::move(text);
     }
     template<class... Args>
-    void AppendFormat(const char* format, const Args&... args)
+    void AppendFormat(Afx::FormatString<std::type_identity_t<Args>...> format, const Args&... args)
     {
         std::string text;
-        Afx::AppendFormat(text, format ? format : "", Args_t<sizeof...(Args)>{args...}.items, sizeof...(Args));
+        Afx::AppendFormat(text, format.View(), Args_t<sizeof...(Args)>{args...}.items, sizeof...(Args));
         m_text += text;
     }
     /// The string resource `id` of the current resource context; false and unchanged when there is none.
@@ -137,20 +139,14 @@ public:
     friend CString operator+(const char* a, const CString& b) { return CString((a ? a : "") + b.m_text); }
     friend CString operator+(const CString& a, char b) { return CString(a.m_text + b); }
 
+    // As Compare; a null pointer is the empty text.
     friend bool operator==(const CString& a, const CString& b) noexcept { return a.m_text == b.m_text; }
     friend bool operator==(const CString& a, const char* b) noexcept { return a.m_text == (b ? b : ""); }
-    friend bool operator<(const CString& a, const CString& b) noexcept { return a.m_text < b.m_text; }
-    friend bool operator<(const CString& a, const char* b) noexcept { return a.Compare(b) < 0; }
-    friend bool operator<(const char* a, const CString& b) noexcept { return b.Compare(a) > 0; }
-    friend bool operator>(const CString& a, const CString& b) noexcept { return a.m_text > b.m_text; }
-    friend bool operator>(const CString& a, const char* b) noexcept { return a.Compare(b) > 0; }
-    friend bool operator>(const char* a, const CString& b) noexcept { return b.Compare(a) < 0; }
-    friend bool operator<=(const CString& a, const CString& b) noexcept { return a.m_text <= b.m_text; }
-    friend bool operator<=(const CString& a, const char* b) noexcept { return a.Compare(b) <= 0; }
-    friend bool operator<=(const char* a, const CString& b) noexcept { return b.Compare(a) >= 0; }
-    friend bool operator>=(const CString& a, const CString& b) noexcept { return a.m_text >= b.m_text; }
-    friend bool operator>=(const CString& a, const char* b) noexcept { return a.Compare(b) >= 0; }
-    friend bool operator>=(const char* a, const CString& b) noexcept { return b.Compare(a) <= 0; }
+    friend std::strong_ordering operator<=>(const CString& a, const CString& b) noexcept
+    {
+        return a.m_text.compare(b.m_text) <=> 0;
+    }
+    friend std::strong_ordering operator<=>(const CString& a, const char* b) noexcept { return a.Compare(b) <=> 0; }
     friend AFX_API std::ostream& operator<<(std::ostream& out, const CString& text);
 
 private:

@@ -13,7 +13,9 @@ namespace Afx
 namespace
 {
 
-constexpr int kLongestField = 512; // a wider field or longer precision is a caller's mistake
+using Detail::Placeholder;
+using Size = Detail::FormatSize;
+
 constexpr int kRealPrecision = 6;
 
 /// Gathers the result in a buffer, so that short texts are appended at once; takes back what it appended when an
@@ -87,23 +89,6 @@ private:
     char m_buffer[256];
 };
 
-enum class Size : std::uint8_t
-{
-    Int,
-    Long,
-    Int64
-};
-
-struct Placeholder
-{
-    std::string_view text; // as it stands in the format
-    int width = 0;
-    int precision = -1; // none
-    Size size = Size::Int;
-    bool left = false, zero = false, plus = false, space = false;
-    char conversion = '\0';
-};
-
 /// Walks over one format and writes it.
 class Formatter
 {
@@ -118,8 +103,6 @@ private:
     [[noreturn]] void Fail(const Placeholder& place, std::string_view why) const;
     [[noreturn]] void FailUnused() const;
     bool WriteUsual();
-    Placeholder Read();
-    int ReadNumber(Placeholder& place);
     void Write(const Placeholder& place);
     void WriteSigned(const Placeholder& place, const FormatArg& arg);
     void WriteUnsigned(const Placeholder& place, const FormatArg& arg);
@@ -129,13 +112,6 @@ private:
     void WriteDigits(const Placeholder& place, char sign, std::string_view digits);
 
     bool More() const noexcept { return m_at < m_format.size(); }
-    bool Take(std::string_view word) noexcept
-    {
-        if (!m_format.substr(m_at).starts_with(word))
-            return false;
-        m_at += word.size();
-        return true;
-    }
 
     Writer m_writer;
     std::string_view m_format;
@@ -168,11 +144,11 @@ void Formatter::Run()
         if (c != '%') {
             m_writer.Put(c);
             ++m_at;
-        } else if (m_at + 1 < m_format.size() && m_format[m_at + 1] == '%') {
+        } else if (Detail::IsPerCentSign(m_format, m_at)) {
             m_writer.Put('%');
             m_at += 2;
         } else if (!WriteUsual()) {
-            Write(Read());
+            Write(Detail::PlaceholderReader::Read(m_format, m_at));
         }
     }
     if (m_used != m_count)
@@ -203,52 +179,15 @@ bool Formatter::WriteUsual()
     return true;
 }
 
-/// Digits at this place; 0 when there are none.
-int Formatter::ReadNumber(Placeholder& place)
-{
-    int number = 0;
-    for (; More() && m_format[m_at] >= '0' && m_format[m_at] <= '9'; ++m_at) {
-        number = number * 10 + (m_format[m_at] - '0');
-        if (number > kLongestField)
-            Fail(place, "is wider than 512 characters");
-    }
-    return number;
-}
-
-Placeholder Formatter::Read()
-{
-    const std::size_t start = m_at++;
-    Placeholder place;
-    place.text = m_format.substr(start, 2);
-    for (bool isFlag = true; isFlag && More(); m_at += isFlag) {
-        const char c = m_format[m_at];
-        isFlag = c == '-' || c == '0' || c == '+' || c == ' ';
-        place.left |= c == '-';
-        place.zero |= c == '0';
-        place.plus |= c == '+';
-        place.space |= c == ' ';
-    }
-    place.width = ReadNumber(place);
-    if (Take("."))
-        place.precision = ReadNumber(place);
-    if (Take("I64") || Take("ll"))
-        place.size = Size::Int64;
-    else if (Take("l"))
-        place.size = Size::Long;
-    place.text = m_format.substr(start, m_at + 1 - start);
-    if (!More())
-        Fail(place, "is not complete");
-    place.conversion = m_format[m_at++];
-    return place;
-}
-
 void Formatter::Write(const Placeholder& place)
 {
-    if (!std::strchr("diuxXcsfg", place.conversion))
-        Fail(place, "is unknown");
+    if (place.fault)
+        Fail(place, place.fault);
     if (m_used == m_count)
         Fail(place, "has no argument");
     const FormatArg& arg = m_args[m_used];
+    if (const char* const why = Detail::WhyNotArgument(place.conversion, arg.GetKind()))
+        Fail(place, why);
     switch (place.conversion) {
     case 'd':
     case 'i':
@@ -258,8 +197,6 @@ void Formatter::Write(const Placeholder& place)
         WriteChar(place, arg);
         break;
     case 's':
-        if (arg.GetKind() != FormatArg::Kind::Text)
-            Fail(place, "takes a text");
         WriteText(place, arg.Text());
         break;
     case 'f':
@@ -302,6 +239,12 @@ bool FitsUnsigned(std::uint64_t value, Size size) noexcept
     }
 }
 
+/// The bits of a whole number or a character; a negative one is beyond every positive.
+std::uint64_t BitsOf(const FormatArg& arg) noexcept
+{
+    return arg.GetKind() == FormatArg::Kind::Unsigned ? arg.Unsigned() : static_cast<std::uint64_t>(arg.Signed());
+}
+
 /// The digits of `value` at the end of `buffer`.
 template<unsigned Base>
 std::string_view Digits(std::uint64_t value, char (&buffer)[24], const char* alphabet) noexcept
@@ -318,8 +261,6 @@ std::string_view Digits(std::uint64_t value, char (&buffer)[24], const char* alp
     return {first, static_cast<std::size_t>(end - first)};
 }
 
-constexpr char kSmallDigits[] = "0123456789abcdef", kCapitalDigits[] = "0123456789ABCDEF";
-
 char SignOf(const Placeholder& place, bool negative) noexcept
 {
     return negative ? '-' : place.plus ? '+' : place.space ? ' ' : '\0';
@@ -335,36 +276,27 @@ void Formatter::WriteSigned(const Placeholder& place, const FormatArg& arg)
             Fail(place, "is too small for this value");
         negative = value < 0;
         magnitude = negative ? 0 - static_cast<std::uint64_t>(value) : static_cast<std::uint64_t>(value);
-    } else if (arg.GetKind() == FormatArg::Kind::Unsigned) {
+    } else {
         magnitude = arg.Unsigned();
         if (!FitsBelow<std::int64_t>(magnitude) || !FitsSigned(static_cast<std::int64_t>(magnitude), place.size))
             Fail(place, "is too small for this value");
-    } else {
-        Fail(place, "takes a whole number");
     }
     char buffer[24];
-    WriteDigits(place, SignOf(place, negative), Digits<10>(magnitude, buffer, kSmallDigits));
+    WriteDigits(place, SignOf(place, negative), Digits<10>(magnitude, buffer, kHexDigits));
 }
 
 void Formatter::WriteUnsigned(const Placeholder& place, const FormatArg& arg)
 {
-    std::uint64_t value = 0;
-    if (arg.GetKind() == FormatArg::Kind::Unsigned) {
-        value = arg.Unsigned();
-    } else if (arg.GetKind() == FormatArg::Kind::Signed) {
-        if (arg.Signed() < 0)
-            Fail(place, "takes no negative number");
-        value = static_cast<std::uint64_t>(arg.Signed());
-    } else {
-        Fail(place, "takes a whole number");
-    }
+    if (arg.GetKind() == FormatArg::Kind::Signed && arg.Signed() < 0)
+        Fail(place, "takes no negative number");
+    const std::uint64_t value = BitsOf(arg);
     if (!FitsUnsigned(value, place.size))
         Fail(place, "is too small for this value");
     char buffer[24];
     if (place.conversion == 'u')
-        WriteDigits(place, '\0', Digits<10>(value, buffer, kSmallDigits));
+        WriteDigits(place, '\0', Digits<10>(value, buffer, kHexDigits));
     else
-        WriteDigits(place, '\0', Digits<16>(value, buffer, place.conversion == 'x' ? kSmallDigits : kCapitalDigits));
+        WriteDigits(place, '\0', Digits<16>(value, buffer, place.conversion == 'x' ? kHexDigits : kCapitalHexDigits));
 }
 
 /// Sign, zeros and digits of a whole number in its field.
@@ -390,13 +322,7 @@ void Formatter::WriteDigits(const Placeholder& place, char sign, std::string_vie
 
 void Formatter::WriteChar(const Placeholder& place, const FormatArg& arg)
 {
-    std::uint64_t code = 0;
-    if (arg.GetKind() == FormatArg::Kind::Char || arg.GetKind() == FormatArg::Kind::Signed)
-        code = static_cast<std::uint64_t>(arg.Signed());
-    else if (arg.GetKind() == FormatArg::Kind::Unsigned)
-        code = arg.Unsigned();
-    else
-        Fail(place, "takes a character");
+    const std::uint64_t code = BitsOf(arg);
     if (arg.GetKind() != FormatArg::Kind::Char && code > 127)
         Fail(place, "takes a character, 0 to 127");
     const char c = static_cast<char>(code);
@@ -423,11 +349,9 @@ void Formatter::WriteText(const Placeholder& place, std::string_view text)
 
 void Formatter::WriteReal(const Placeholder& place, const FormatArg& arg)
 {
-    if (arg.GetKind() != FormatArg::Kind::Real)
-        Fail(place, "takes a floating-point number");
     const double value = arg.Real();
     const int precision = place.precision < 0 ? kRealPrecision : place.precision;
-    char buffer[std::numeric_limits<double>::max_exponent10 + 8 + kLongestField];
+    char buffer[std::numeric_limits<double>::max_exponent10 + 8 + Detail::kLongestFormatField];
     const bool isFixed = place.conversion == 'f';
     const std::to_chars_result end =
         std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value),

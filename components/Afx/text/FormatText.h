@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "Afx/Export.h"
+#include "Afx/text/FormatGrammar.h"
 
 class CString;
 
@@ -19,14 +20,7 @@ namespace Afx
 class FormatArg
 {
 public:
-    enum class Kind : std::uint8_t
-    {
-        Signed,
-        Unsigned,
-        Real,
-        Text,
-        Char
-    };
+    using Kind = FormatKind;
 
     FormatArg() noexcept : m_kind(Kind::Unsigned), m_unsigned(0) {} // stands where there are no arguments
     template<std::signed_integral T>
@@ -57,6 +51,35 @@ private:
         double m_real;
         std::string_view m_text;
     };
+};
+
+/// A format for arguments of those types. A literal that does not fit them (one too many, too few, a text for a number,
+/// no placeholder that is known) does not compile; any other text is checked when it is filled, see AppendFormat.
+template<class... Args>
+class FormatString
+{
+public:
+    template<std::size_t N>
+    consteval FormatString(const char (&literal)[N]) : m_text(literal)
+    {
+        if (!Detail::FitsFormat<Args...>(m_text))
+            throw "the arguments do not fit the format"; // where the compiler stops
+    }
+    /// A pointer or a CString; null reads as the empty text.
+    template<class Text>
+    requires(!std::is_array_v<Text> && std::is_convertible_v<const Text&, const char*>) FormatString(const Text& text)
+    noexcept : FormatString(static_cast<const char*>(text), 0) {}
+    /// One that has come with other arguments of the same kinds.
+    template<class... Others>
+    FormatString(FormatString<Others...> other) noexcept : m_text(other.View())
+    {}
+
+    std::string_view View() const noexcept { return m_text; }
+
+private:
+    FormatString(const char* text, int) noexcept : m_text(text ? text : "") {}
+
+    std::string_view m_text;
 };
 
 /// Appends `format` to `out`, each placeholder filled from `args`: %d %i %u %ld %lu %lld %llu %I64d %I64u %x %X %c %s

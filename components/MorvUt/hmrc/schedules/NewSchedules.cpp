@@ -38,7 +38,7 @@ void MoveOn(int& ordering)
 bool HasValue(const StagedAllowance& item) { return !item.isWithdrawn && IsSomething(item.amount); }
 
 template<class... Args>
-CString Formatted(const char* format, const Args&... args)
+CString Formatted(Afx::FormatString<std::type_identity_t<Args>...> format, const Args&... args)
 {
     CString text;
     text.Format(format, args...);

@@ -24,7 +24,7 @@ class Notes
 {
 public:
     template<class... Args>
-    void Add(const char* format, const Args&... args)
+    void Add(Afx::FormatString<std::type_identity_t<Args>...> format, const Args&... args)
     {
         m_notes.emplace_back().Format(format, args...);
     }
