@@ -3,6 +3,8 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <mutex>
+#include <set>
 #include <system_error>
 
 #include "Afx/text/Utf8.h"
@@ -89,6 +91,35 @@ bool LookInside(const std::string& path, const fs::path& file)
     return header.empty();
 }
 
+/// The files that this process has open. Closing any descriptor of such a file would take away the locks that the
+/// engine holds on it (POSIX: they belong to the process), and another program would believe that nobody is there.
+struct OpenFiles
+{
+    std::mutex mutex;
+    std::multiset<fs::path> paths;
+};
+
+OpenFiles& TheOpenFiles()
+{
+    static auto& files = *new OpenFiles;
+    return files;
+}
+
+/// Enters the file. `look` is called before that, unless it is open already.
+template<class LookAt>
+std::shared_ptr<const void> Use(const fs::path& file, LookAt look)
+{
+    OpenFiles& files = TheOpenFiles();
+    const std::lock_guard lock(files.mutex);
+    if (!files.paths.contains(file))
+        look();
+    const auto entry = files.paths.insert(file);
+    return {&*entry, [&files, entry](const void*) {
+                const std::lock_guard remove(files.mutex);
+                files.paths.erase(entry);
+            }};
+}
+
 } // namespace
 
 void FailOpen(const std::string& path, const std::string& why, DatabaseError::Category category)
@@ -119,14 +150,15 @@ DatabaseFile Look(const std::string& path, Create create)
     RefuseNetworkShare(path, fs::exists(status) ? file : folder);
 
     const fs::path real = fs::is_symlink(file, error) && fs::exists(status) ? fs::canonical(file, error) : file;
-    const bool isNew = !fs::exists(status) || LookInside(path, real);
+    bool isNew = !fs::exists(status) || fs::file_size(real, error) == 0;
+    auto use = Use(fs::weakly_canonical(real, error), [&] { isNew = !fs::exists(status) || LookInside(path, real); });
     if (isNew && create == Create::No)
         FailOpen(path, fs::exists(status) ? "the file is empty; check the name, or create the practice first"
                                           : "there is no such file; check the name, or create the practice first");
     // Before the engine, which would let everybody read it.
     if (isNew && !MakeFile(real, create == Create::ForGroup ? Readers::Group : Readers::Owner))
         FailOpen(path, "the system does not let it be made; check the rights to it and its folder");
-    return {ToUtf8(file), isNew, real};
+    return {ToUtf8(file), isNew, real, std::move(use)};
 }
 
 } // namespace Cellar::Sqlite

@@ -51,7 +51,7 @@ class SqliteDriver final : public Driver
 {
 public:
     explicit SqliteDriver(const DatabaseFile& file)
-        : m_real(file.real), m_database(OpenFile(file.path)), m_statements(m_database.get())
+        : m_use(file.use), m_real(file.real), m_database(OpenFile(file.path)), m_statements(m_database.get())
     {
         SetUp();
         CheckUsable(file.path);
@@ -239,7 +239,8 @@ private:
         return sqlite3_column_int64(raw, 0);
     }
 
-    std::filesystem::path m_real; // the file itself, where its name is a link's
+    std::shared_ptr<const void> m_use; // first, so that it ends last
+    std::filesystem::path m_real;      // the file itself, where its name is a link's
     DatabasePtr m_database;
     Statements m_statements;      // closed before the database
     std::int64_t m_sessionId = 0; // 0: not taken yet
