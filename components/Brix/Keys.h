@@ -4,28 +4,28 @@
 
 #include <compare>
 
-/// The row id of a client; 0 is none.
-class ClientId
+/// The id of a row; 0 is none. `Key` is the type of one table's keys, so that none passes for another table's.
+template<class Key>
+class RowKey
 {
 public:
-    constexpr ClientId() noexcept = default;
-    constexpr explicit ClientId(long id) noexcept : m_id(id) {}
+    constexpr RowKey() noexcept = default;
+    constexpr explicit RowKey(long id) noexcept : m_id(id) {}
     constexpr long Get() const noexcept { return m_id; }
-    friend auto operator<=>(ClientId, ClientId) = default;
+    friend auto operator<=>(const RowKey&, const RowKey&) = default;
 
 private:
     long m_id = 0;
 };
 
-/// The row id of a partnership; 0 is none.
-class PartnershipId
+class ClientId : public RowKey<ClientId>
 {
 public:
-    constexpr PartnershipId() noexcept = default;
-    constexpr explicit PartnershipId(long id) noexcept : m_id(id) {}
-    constexpr long Get() const noexcept { return m_id; }
-    friend auto operator<=>(PartnershipId, PartnershipId) = default;
+    using RowKey::RowKey;
+};
 
-private:
-    long m_id = 0;
+class PartnershipId : public RowKey<PartnershipId>
+{
+public:
+    using RowKey::RowKey;
 };

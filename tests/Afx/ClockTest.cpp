@@ -8,16 +8,6 @@
 #include "support/Case.h"
 #include "support/TestSupport.h"
 
-namespace
-{
-
-std::int64_t Utc(int year, int month, int day, int hour)
-{
-    return Afx::ToUnixMilliseconds({year, month, day, hour, 0, 0, 0});
-}
-
-} // namespace
-
 TEST(Calendar, CountsEveryDay)
 {
     Afx::CivilDate date{100, 1, 1};
@@ -37,6 +27,16 @@ TEST(Calendar, CountsEveryDay)
 }
 
 #ifndef _WIN32
+namespace
+{
+
+std::int64_t Utc(int year, int month, int day, int hour)
+{
+    return Afx::ToUnixMilliseconds({year, month, day, hour, 0, 0, 0});
+}
+
+} // namespace
+
 TEST(Clock, GivesLocalTimeByTheZoneInEveryYear)
 {
     const char* const zone = std::getenv("TZ");

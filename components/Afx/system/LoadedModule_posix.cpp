@@ -1,11 +1,37 @@
-#include <dlfcn.h>
-
 #include "Afx/system/LoadedModule.h"
+
+#include <cinttypes>
+#include <cstdio>
+#include <fstream>
+
+#include <dlfcn.h>
 
 namespace Afx
 {
 namespace
 {
+
+/// The path of the file that is mapped at the address; empty when the system does not tell.
+std::string MappedFile(const void* address)
+{
+    const auto wanted = reinterpret_cast<std::uintptr_t>(address);
+    std::ifstream maps("/proc/self/maps");
+    for (std::string line; std::getline(maps, line);) {
+        std::uintptr_t first = 0, end = 0;
+        if (std::sscanf(line.c_str(), "%" SCNxPTR "-%" SCNxPTR, &first, &end) == 2 && wanted >= first && wanted < end)
+            return line.find('/') == std::string::npos ? std::string() : line.substr(line.find('/'));
+    }
+    return {};
+}
+
+/// The library's path. The name by which it was loaded may be relative to a folder that was left since.
+std::string LibraryOf(const void* own)
+{
+    Dl_info info{};
+    if (dladdr(own, &info) != 0 && info.dli_fname && *info.dli_fname == '/')
+        return info.dli_fname;
+    return MappedFile(own);
+}
 
 ModuleEntry Failure()
 {
@@ -17,14 +43,10 @@ ModuleEntry Failure()
 
 ModuleEntry LoadModuleBeside(const void* own, const char* file, const char* entry)
 {
-    Dl_info info{};
-    const std::string library = dladdr(own, &info) != 0 && info.dli_fname ? info.dli_fname : "";
-    // A program's name is what it was called by, and a relative path may mean another file by now.
-    if (!library.starts_with('/'))
-        return {nullptr, std::string(file) +
-                             " cannot be found: the library beside which it stands was loaded by the "
-                             "relative path \"" +
-                             library + '"'};
+    const std::string library = LibraryOf(own);
+    if (library.empty())
+        return {nullptr,
+                std::string(file) + " cannot be found: the system does not tell where the library beside it stands"};
     const std::string path = library.substr(0, library.rfind('/') + 1) + file;
     void* module = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
     void* function = module ? dlsym(module, entry) : nullptr;

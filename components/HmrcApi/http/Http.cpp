@@ -7,20 +7,13 @@ namespace HmrcApi
 namespace
 {
 
-struct HttpModule
-{
-    const HttpAdapters* adapters = nullptr;
-    std::string problem; // empty when they are there
-};
+using HttpModule = Afx::ModuleFunctions<HttpAdapters>;
 
 #ifdef MORVUT_MODULE
 HttpModule Load()
 {
     static const char own = 0;
-    Afx::ModuleEntry entry = Afx::LoadModuleBeside(&own, MORVUT_MODULE, "MorvUtHttpAdapters");
-    if (!entry.function)
-        return {nullptr, std::move(entry.problem)};
-    return {reinterpret_cast<decltype(&MorvUtHttpAdapters)>(entry.function)(), {}};
+    return Afx::LoadFunctionsBeside<HttpAdapters>(&own, MORVUT_MODULE, "MorvUtHttpAdapters");
 }
 #else
 HttpModule Load() { return {MorvUtHttpAdapters(), {}}; }
@@ -51,14 +44,14 @@ IRedirectListener::~IRedirectListener() = default;
 
 std::unique_ptr<ITransport> MakeHttpTransport(const std::string& authorities)
 {
-    const HttpAdapters* adapters = TheModule().adapters;
+    const HttpAdapters* adapters = TheModule().functions;
     return adapters ? adapters->makeTransport(authorities) : std::make_unique<NoTransport>();
 }
 
 std::unique_ptr<IRedirectListener> OpenRedirectListener(const std::vector<unsigned short>& ports,
                                                         const std::string& state)
 {
-    const HttpAdapters* adapters = TheModule().adapters;
+    const HttpAdapters* adapters = TheModule().functions;
     return adapters ? adapters->openRedirectListener(ports, state) : nullptr;
 }
 

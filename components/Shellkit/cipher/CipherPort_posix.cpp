@@ -11,20 +11,13 @@ namespace Shellkit::CipherPort
 namespace
 {
 
-struct CipherModule
-{
-    const CipherFunctions* functions = nullptr;
-    std::string problem; // empty when they are there
-};
+using CipherModule = Afx::ModuleFunctions<CipherFunctions>;
 
 #ifdef MORVUT_MODULE
 CipherModule Load()
 {
     static const char own = 0;
-    Afx::ModuleEntry entry = Afx::LoadModuleBeside(&own, MORVUT_MODULE, "MorvUtCiphers");
-    if (!entry.function)
-        return {nullptr, std::move(entry.problem)};
-    return {reinterpret_cast<decltype(&MorvUtCiphers)>(entry.function)(), {}};
+    return Afx::LoadFunctionsBeside<CipherFunctions>(&own, MORVUT_MODULE, "MorvUtCiphers");
 }
 #else
 CipherModule Load() { return {MorvUtCiphers(), {}}; }

@@ -58,7 +58,7 @@ TEST(Allocate, SaturatesAndRefusesWhatIsNoNumber)
 TEST(ZeroIfNegative, LeavesTheRest)
 {
     const auto kept = [](auto value) { return ZeroIfNegative(value), value; };
-    EXPECT_TRUE(kept(__int64{-1}) == 0 && kept(kMinPence) == 0 && kept(__int64{1}) == 1);
+    EXPECT_TRUE(kept(std::int64_t{-1}) == 0 && kept(kMinPence) == 0 && kept(std::int64_t{1}) == 1);
     EXPECT_TRUE(kept(-0.001) == 0 && kept(0.5) == 0.5 && kept(-kInfinity) == 0);
     EXPECT_TRUE(kept(-0.5L) == 0 && kept(0.5L) == 0.5L);
 }
