@@ -35,9 +35,13 @@ struct Finding
 Finding CheckSettings()
 {
     const std::string path = Afx::Settings::GetPath().Str();
-    if (path.empty() || !std::filesystem::exists(path))
+    std::error_code error;
+    const auto status = std::filesystem::status(path, error);
+    if (path.empty() || status.type() == std::filesystem::file_type::not_found)
         return {"settings", true, "none yet; the defaults are used" + (path.empty() ? "" : " (" + path + ")"), ""};
-    const auto status = std::filesystem::status(path);
+    if (status.type() == std::filesystem::file_type::none)
+        return {"settings", false, path + " cannot be reached (" + error.message() + ")",
+                "Mend the rights to its folder, or name another with MORVUT_SETTINGS."};
     if (!std::filesystem::is_regular_file(status))
         return {"settings", false, path + " is not a file", "Move it away, or name another with MORVUT_SETTINGS."};
     return {"settings", true, path, ""};
@@ -54,9 +58,10 @@ Finding CheckClock()
 
 Finding CheckCertificates()
 {
+    std::error_code none;
     for (const char* path :
          {"/etc/ssl/certs/ca-certificates.crt", "/etc/pki/tls/certs/ca-bundle.crt", "/etc/ssl/cert.pem"})
-        if (std::filesystem::exists(path))
+        if (std::filesystem::exists(path, none))
             return {"certificates", true, path, ""};
     return {"certificates", false, "the system has no list of trusted certificates",
             "Install the package ca-certificates: HMRC cannot be reached safely without it."};

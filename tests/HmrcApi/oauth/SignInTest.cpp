@@ -1,4 +1,5 @@
 #include <csignal>
+#include <thread>
 
 #include "HmrcApi/Fakes.h"
 #include "HmrcApi/LocalServer.h"
@@ -147,6 +148,24 @@ TEST_F(Dialogue, IgnoresAnswersThatAreNotItsOwnAndListensOnBothFamiliesOfAddress
         return true;
     });
     EXPECT_EQ(authorisation->RequestAuthCode(), "genuine");
+}
+
+TEST_F(Dialogue, ShowsThePageThoughItListensNoMore)
+{
+    for (int i = 0; i < 20; ++i) {
+        std::thread browser; // as a real one: on its own
+        int answered = 0;
+        authorisation->SetBrowser([&](const std::string& address) {
+            browser = std::thread([&, address] {
+                answered = Visit("127.0.0.1", QueryOf(address, "redirect_uri"),
+                                 "?code=genuine&state=" + QueryOf(address, "state"));
+            });
+            return true;
+        });
+        EXPECT_EQ(authorisation->RequestAuthCode(), "genuine");
+        browser.join();
+        ASSERT_EQ(answered, 200) << i;
+    }
 }
 
 TEST_F(Dialogue, SaysWhyNoAuthorityCame)

@@ -124,18 +124,22 @@ private:
             m_writeEnd = Clock::now() + kAnswerTime;
         return *m_writeEnd;
     }
+    /// Once the server ends nothing more is read, and written is only what goes out at once: the page that tells the
+    /// user of his success is still given, and a caller who does not read holds nobody up.
     bool Wait(Direction direction, Clock::time_point end) const
     {
-        while (!m_ending) {
-            const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
-            if (const int ready =
-                    Detail::Poll(m_socket, direction, static_cast<int>(std::clamp(left, {}, kSlice).count()));
-                ready > 0)
+        for (;;) {
+            const bool isEnding = m_ending;
+            if (isEnding && direction == Direction::Read)
+                return false;
+            const auto left = isEnding ? std::chrono::milliseconds(0)
+                                       : std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now());
+            const int ready = Detail::Poll(m_socket, direction, static_cast<int>(std::clamp(left, {}, kSlice).count()));
+            if (ready > 0)
                 return true;
-            else if ((ready < 0 && errno != EINTR) || left.count() <= 0)
+            if ((ready < 0 && errno != EINTR) || left.count() <= 0)
                 return false;
         }
-        return false;
     }
 
     socket_t m_socket;
