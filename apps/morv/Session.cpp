@@ -51,16 +51,16 @@ void KeepPrivate()
 /// Takes the key into use, or says why not.
 std::optional<CommandError> LoadKey(const std::string& practice, const Brix::SchemaVersion& version)
 {
-    constexpr char kAction[] = "Put the key file that was made with the practice beside it.";
     const std::string path = KeyPath(practice), file = PracticePath(practice);
     const auto key = Shellkit::ReadKeyFile(path, file);
     if (!key || !Shellkit::SetPracticeKey(*key))
-        return CommandError(Exit::CannotOpen, "NO_PRACTICE_KEY", Shellkit::KeyFileProblem(path, file), kAction);
+        return CommandError(Exit::CannotOpen, "NO_PRACTICE_KEY", Shellkit::KeyFileProblem(path, file), "");
     if (Brix::IsPracticeKey(Quarry::GetConnection(), version))
         return std::nullopt;
     Shellkit::SetPracticeKey({});
     return CommandError(Exit::CannotOpen, "WRONG_PRACTICE_KEY",
-                        "the key beside the practice is not its own: " + Quoted(path), kAction);
+                        "the key beside the practice is not its own: " + Quoted(path),
+                        "Put the key file that was made with the practice beside it.");
 }
 
 void LogIn(const std::string& user, Login login)
