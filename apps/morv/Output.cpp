@@ -16,11 +16,7 @@ namespace
 {
 
 // Characters, not bytes: a name may hold accents.
-std::size_t Width(const std::string& text)
-{
-    return static_cast<std::size_t>(
-        std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
-}
+std::size_t Width(const std::string& text) { return static_cast<std::size_t>(Afx::CountCharacters(text)); }
 
 /// Letters to change, add or leave out, whatever their case, to get from one text to the other.
 std::size_t Distance(std::string_view from, std::string_view to)

@@ -8,6 +8,7 @@
 #include "Afx/system/Application.h"
 #include "Afx/system/Computer.h"
 #include "Afx/system/CoreDumps.h"
+#include "Afx/system/FilePath.h"
 #include "Afx/system/Files.h"
 #include "Afx/system/Resources.h"
 #include "Afx/system/Settings.h"

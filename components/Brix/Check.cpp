@@ -12,7 +12,7 @@ namespace Brix
 namespace
 {
 
-// Whether a practice fits together. All of it is worked out from the declarations, but for what may not stand twice.
+// All of it is worked out from the declarations, but for what may not stand twice.
 
 using Cellar::ColumnType;
 using Cellar::SqlText;

@@ -7,16 +7,6 @@
 
 namespace Shellkit
 {
-namespace
-{
-
-std::span<const std::uint8_t> AsBytes(std::string_view text) noexcept
-{
-    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
-
-} // namespace
-
 Bytes Sha256(std::string_view text)
 {
     Bytes digest(CipherPort::kDigestSize);

@@ -16,11 +16,6 @@ constexpr std::uint8_t kFormat = 1;
 constexpr std::size_t kHeaderSize = 2; // format and key id, which the tag covers
 static_assert(kEnvelopeOverhead == kHeaderSize + kNonceSize + kTagSize);
 
-std::span<const std::uint8_t> AsBytes(std::string_view text) noexcept
-{
-    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
-
 /// The application key is the digest of this. It is the same in every copy of the program, so it hides what it
 /// enciphers from a casual reader of the program's file and from nobody else: nothing of a practice may rest under it.
 constexpr std::uint8_t kApplicationSeed[] = {

@@ -29,7 +29,7 @@ public:
     }
 
     /// Another connection to the practice, as another program has it.
-    static std::unique_ptr<Cellar::CConnection> Open(const char* name = "practice.db")
+    static std::unique_ptr<Cellar::CConnection> Open(const std::string& name = "practice.db")
     {
         const std::string path = "sqlite:" + TempDir() + '/' + name;
         return Cellar::CConnection::Open(path, Cellar::CConnection::Create::IfMissing);

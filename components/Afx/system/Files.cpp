@@ -4,8 +4,8 @@
 #include <fstream>
 #include <iterator>
 
-#include "Afx/system/detail/FilePath.h"
 #include "Afx/system/detail/SystemName.h"
+#include "Afx/system/FilePath.h"
 #include "Afx/text/TextFold.h"
 #include "Afx/text/Utf8.h"
 
@@ -36,13 +36,13 @@ std::optional<std::string> ReadBytes(const fs::path& path)
 /// several, nothing when there is none.
 std::optional<fs::path> FindNoCase(const fs::path& path)
 {
-    const std::string wanted = Detail::FromPath(path.filename());
+    const std::string wanted = FromPath(path.filename());
     const fs::path folder = path.has_parent_path() ? path.parent_path() : fs::path(".");
     std::optional<fs::path> found;
     std::error_code error;
     for (fs::directory_iterator at(folder, error), end; !error && at != end; at.increment(error)) {
         const fs::path name = at->path().filename();
-        if (EqualNoCase(Detail::FromPath(name), wanted) && (!found || at->path() < *found))
+        if (EqualNoCase(FromPath(name), wanted) && (!found || at->path() < *found))
             found = at->path();
     }
     return found;
@@ -53,14 +53,14 @@ std::optional<fs::path> FindNoCase(const fs::path& path)
 CString GetProgramDirectory()
 {
     const fs::path program = Detail::ProgramPath();
-    return program.has_parent_path() ? CString(Detail::FromPath(program.parent_path())) : CString(".");
+    return program.has_parent_path() ? CString(FromPath(program.parent_path())) : CString(".");
 }
 
 std::optional<std::string> ReadTextFile(const std::string& path)
 {
-    std::optional<std::string> bytes = ReadBytes(Detail::ToPath(path));
+    std::optional<std::string> bytes = ReadBytes(ToPath(path));
     if (!bytes)
-        if (const std::optional<fs::path> other = FindNoCase(Detail::ToPath(path)))
+        if (const std::optional<fs::path> other = FindNoCase(ToPath(path)))
             bytes = ReadBytes(*other);
     if (!bytes)
         return std::nullopt;

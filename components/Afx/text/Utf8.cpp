@@ -16,7 +16,7 @@ std::size_t CharacterLength(std::string_view bytes) noexcept
     if (lead < 0xC2 || lead > 0xF4 || bytes.size() < length)
         return 0;
     for (std::size_t i = 1; i < length; ++i)
-        if ((at(i) & 0xC0) != 0x80)
+        if (!ContinuesCharacter(bytes[i]))
             return 0;
     const unsigned second = at(1);
     const bool isOverlong = (lead == 0xE0 && second < 0xA0) || (lead == 0xF0 && second < 0x90);

@@ -31,13 +31,12 @@ bool OpenInBrowser(const std::string& address)
 
 [[noreturn]] void Fail(const char* code, std::string text) { throw HmrcApiErrorException(code, std::move(text), {}); }
 
-void ThrowIfNothingCanBeSent()
+[[noreturn]] void FailWithoutListener()
 {
-    HttpAnswer answer;
-    answer.outcome = HttpAnswer::Outcome::NoTransport;
-    answer.problem = HttpProblem();
-    if (!answer.problem.empty())
-        throw ErrorOf(answer, RuleFor(answer, {}), {});
+    if (HttpProblem().empty())
+        Fail("NO_REDIRECT_PORT", "No port is free on which HMRC's answer could arrive");
+    const HttpAnswer nothing = MakeHttpTransport()->Send({});
+    throw ErrorOf(nothing, RuleFor(nothing, {}), {});
 }
 
 std::string CodeOf(const RedirectAnswer& answer)
@@ -81,9 +80,7 @@ std::string SignIn::RequestCode(const Service& service, const std::string& scope
     const std::string state = RandomText();
     const std::unique_ptr<IRedirectListener> listener = OpenRedirectListener(ports, state);
     if (!listener)
-        ThrowIfNothingCanBeSent();
-    if (!listener)
-        Fail("NO_REDIRECT_PORT", "No port is free on which HMRC's answer could arrive");
+        FailWithoutListener();
     m_redirectAddress = "http://localhost:" + std::to_string(listener->Port()) + "/callback";
     m_verifier = RandomText();
     if (begin)

@@ -3,6 +3,7 @@
 #include <filesystem>
 
 #include "Afx/Platform.h"
+#include "Afx/system/FilePath.h"
 
 #include <sddl.h>
 
@@ -34,11 +35,6 @@ private:
 
 std::error_code LastError() { return {static_cast<int>(::GetLastError()), std::system_category()}; }
 
-std::filesystem::path PathOf(const std::string& utf8)
-{
-    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
-}
-
 /// Rights for the file's owner and the system, nothing inherited from the folder.
 constexpr wchar_t kOwnerOnly[] = L"D:P(A;;FA;;;OW)(A;;FA;;;SY)";
 
@@ -48,7 +44,7 @@ constexpr wchar_t kOwnerOnly[] = L"D:P(A;;FA;;;OW)(A;;FA;;;SY)";
 OwnFile ReadOwnFile(const std::string& path, std::size_t limit, const std::string&)
 {
     OwnFile result;
-    const File file(CreateFileW(PathOf(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
+    const File file(CreateFileW(Afx::ToPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING,
                                 FILE_ATTRIBUTE_NORMAL, nullptr));
     DWORD size = 0;
     result.text.resize(limit + 1);
@@ -66,7 +62,7 @@ bool MakeOwnFile(const std::string& path, std::string_view text, bool)
     if (!ConvertStringSecurityDescriptorToSecurityDescriptorW(kOwnerOnly, SDDL_REVISION_1,
                                                               &attributes.lpSecurityDescriptor, nullptr))
         return false;
-    const std::filesystem::path widePath = PathOf(path);
+    const std::filesystem::path widePath = Afx::ToPath(path);
     File file(CreateFileW(widePath.c_str(), GENERIC_WRITE, 0, &attributes, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
     LocalFree(attributes.lpSecurityDescriptor);
     if (!file)

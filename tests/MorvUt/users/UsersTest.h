@@ -9,7 +9,7 @@
 #include "MorvUt/users/UserData.h"
 #include "support/Practice.h"
 
-class UsersTest : public testing::Test
+class UsersTest : public testing::Test, protected ::Test::Practice
 {
 protected:
     UsersTest() { LogOut(); }
@@ -22,11 +22,6 @@ protected:
         const CUserData loggedOut; // its construction clears the flag
     }
 
-    template<class... Args>
-    static void Sql(const Cellar::SqlText& statement, const Args&... args)
-    {
-        Quarry::GetConnection().ExecuteDirectf(statement, args...);
-    }
     static void AddUser(const char* id, const char* fullName = "", bool listed = true, const char* role = "")
     {
         Sql("INSERT INTO BRIXUser (strUserID, strFullName, bListed, strRole) VALUES (%s, %s, %d, %s)", id, fullName,
@@ -52,7 +47,4 @@ protected:
                 numbers.push_back(number);
         return numbers;
     }
-
-private:
-    ::Test::Practice m_practice;
 };

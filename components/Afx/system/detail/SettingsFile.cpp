@@ -3,9 +3,9 @@
 #include <filesystem>
 #include <fstream>
 
-#include "Afx/system/detail/FilePath.h"
 #include "Afx/system/detail/IniText.h"
 #include "Afx/system/detail/SettingsReplace.h"
+#include "Afx/system/FilePath.h"
 #include "Afx/text/Utf8.h"
 
 namespace Afx::Detail

@@ -1,5 +1,6 @@
 #include "Afx/time/detail/ZoneOffset.h"
 
+#include <chrono>
 #include <ctime>
 #include <limits>
 
@@ -8,16 +9,16 @@ namespace Afx::Detail
 namespace
 {
 
-constexpr std::int64_t FloorSeconds(std::int64_t milliseconds) noexcept
+std::int64_t SecondsOf(std::int64_t milliseconds) noexcept
 {
-    return milliseconds / 1000 - (milliseconds % 1000 < 0);
+    return std::chrono::floor<std::chrono::seconds>(std::chrono::milliseconds(milliseconds)).count();
 }
 
 } // namespace
 
 std::int64_t SystemZoneOffset(std::int64_t utc)
 {
-    const auto seconds = static_cast<std::time_t>(FloorSeconds(utc));
+    const auto seconds = static_cast<std::time_t>(SecondsOf(utc));
     std::tm fields{};
     tzset();
     if (!localtime_r(&seconds, &fields))
@@ -27,7 +28,7 @@ std::int64_t SystemZoneOffset(std::int64_t utc)
 
 bool SystemHolds(std::int64_t utc) noexcept
 {
-    const std::int64_t seconds = FloorSeconds(utc);
+    const std::int64_t seconds = SecondsOf(utc);
     return seconds >= std::numeric_limits<std::time_t>::min() && seconds <= std::numeric_limits<std::time_t>::max();
 }
 

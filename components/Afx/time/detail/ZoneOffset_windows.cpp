@@ -1,18 +1,10 @@
 #include "Afx/time/detail/ZoneOffset.h"
 
 #include "Afx/Platform.h"
-#include "Afx/time/Calendar.h"
 #include "Afx/time/Clock.h"
 
 namespace Afx::Detail
 {
-namespace
-{
-
-constexpr std::int64_t kMillisecondsPerDay = 86'400'000;
-
-} // namespace
-
 std::int64_t SystemZoneOffset(std::int64_t utc)
 {
     const LocalTime fields = FromUnixMilliseconds(utc);
@@ -30,8 +22,7 @@ std::int64_t SystemZoneOffset(std::int64_t utc)
 
 bool SystemHolds(std::int64_t utc) noexcept
 {
-    return utc >= DaysFromCivil(1602, 1, 1) * kMillisecondsPerDay &&
-           utc < DaysFromCivil(9999, 1, 1) * kMillisecondsPerDay;
+    return utc >= ToUnixMilliseconds({1602, 1, 1, 0, 0, 0, 0}) && utc < ToUnixMilliseconds({9999, 1, 1, 0, 0, 0, 0});
 }
 
 } // namespace Afx::Detail

@@ -7,6 +7,7 @@
 #include <set>
 #include <system_error>
 
+#include "Afx/system/FilePath.h"
 #include "Afx/text/Utf8.h"
 #include "Cellar/drivers/sqlite/FileRights.h"
 #include "Cellar/drivers/sqlite/NetworkShare.h"
@@ -19,13 +20,6 @@ namespace
 namespace fs = std::filesystem;
 
 constexpr std::string_view kMagic("SQLite format 3\0", 16);
-
-fs::path ToPath(const std::string& utf8) { return fs::path(std::u8string(utf8.begin(), utf8.end())); }
-std::string ToUtf8(const fs::path& path)
-{
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
-}
 
 void RefuseNetworkShare(const std::string& path, const fs::path& folder)
 {
@@ -80,15 +74,14 @@ bool IsCutShort(const std::string& path, const fs::path& file, const std::string
     return fs::file_size(file, none) < length && !none && ReadHeader(path, file) == header;
 }
 
-/// True for an empty file.
-bool LookInside(const std::string& path, const fs::path& file)
+/// An empty file may become one.
+void RefuseNoDatabase(const std::string& path, const fs::path& file)
 {
     const std::string header = ReadHeader(path, file);
     if (!header.empty() && !header.starts_with(kMagic))
         FailOpen(path, "it is no database; check the name, or go back to a copy if it was one");
     if (!header.empty() && IsCutShort(path, file, header))
         FailOpen(path, "its end is missing; go back to a copy of it");
-    return header.empty();
 }
 
 /// The files that this process has open. Closing any descriptor of such a file would take away the locks that the
@@ -136,7 +129,7 @@ DatabaseFile Look(const std::string& path, Create create)
         throw DatabaseError(DatabaseError::Category::CannotOpen, "",
                             "no database is named; name a file, as in sqlite:practice.db", "");
     std::error_code error;
-    const fs::path file = fs::absolute(ToPath(path), error);
+    const fs::path file = fs::absolute(Afx::ToPath(path), error);
     const fs::file_status status = fs::status(file, error);
     if (fs::is_directory(status))
         FailOpen(path, "it is a folder; name the database file in it");
@@ -150,15 +143,18 @@ DatabaseFile Look(const std::string& path, Create create)
     RefuseNetworkShare(path, fs::exists(status) ? file : folder);
 
     const fs::path real = fs::is_symlink(file, error) && fs::exists(status) ? fs::canonical(file, error) : file;
-    bool isNew = !fs::exists(status) || fs::file_size(real, error) == 0;
-    auto use = Use(fs::weakly_canonical(real, error), [&] { isNew = !fs::exists(status) || LookInside(path, real); });
+    auto use = Use(fs::weakly_canonical(real, error), [&] {
+        if (fs::exists(status))
+            RefuseNoDatabase(path, real);
+    });
+    const bool isNew = !fs::exists(status) || fs::file_size(real, error) == 0;
     if (isNew && create == Create::No)
         FailOpen(path, fs::exists(status) ? "the file is empty; check the name, or create the practice first"
                                           : "there is no such file; check the name, or create the practice first");
     // Before the engine, which would let everybody read it.
     if (isNew && !MakeFile(real, create == Create::ForGroup ? Readers::Group : Readers::Owner))
         FailOpen(path, "the system does not let it be made; check the rights to it and its folder");
-    return {ToUtf8(file), isNew, real, std::move(use)};
+    return {Afx::FromPath(file), isNew, real, std::move(use)};
 }
 
 } // namespace Cellar::Sqlite

@@ -6,9 +6,10 @@
 #include <string>
 #include <string_view>
 
-namespace Afx::Detail
+namespace Afx
 {
 
+/// The path that a text in UTF-8 names, and back.
 inline std::filesystem::path ToPath(std::string_view utf8)
 {
     return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
@@ -20,4 +21,4 @@ inline std::string FromPath(const std::filesystem::path& path)
     return std::string(text.begin(), text.end());
 }
 
-} // namespace Afx::Detail
+} // namespace Afx
