@@ -37,9 +37,9 @@ inline constexpr char kAnyAnswer[] = R"({
     "lumpSum": {"startDate": "2017-04-06|2017-5-1|soon", "taxablePayTotal": 0, "taxTotal": 0}},
   "new": null})";
 
-/// One valid answer: every member absent now and then, amounts in every form of a number (zero and negative ones too),
-/// unknown members and kinds, references and works numbers that occur again. The same seed gives the same answer
-/// everywhere.
+/// One valid answer: every member absent now and then, but not all at once, amounts in every form of a number (zero and
+/// negative ones too), unknown members and kinds, references and works numbers that occur again. The same seed gives
+/// the same answer everywhere.
 class RandomAnswer
 {
 public:
@@ -89,6 +89,10 @@ private:
                 continue;
             value.names.push_back(name);
             value.items.push_back(Vary(model.items[i], path + '/' + name));
+        }
+        if (path.empty() && (value.names.empty() || value.names[0] == "new")) { // an answer has one of its own
+            value.names.emplace_back("taxFreeAllowances");
+            value.items.emplace_back().kind = Kind::Array;
         }
         return value;
     }

@@ -105,6 +105,8 @@ StatePension_t ReadStatePension(const AnswerNode& node)
 CPayeResponse ReadPayeResponse(std::string_view json)
 {
     const auto read = [](const AnswerNode& root) {
+        root.NeedsOneOf(
+            {"employments", "privatePensions", "taxableSocialSecurityBenefits", "taxFreeAllowances", "statePension"});
         CPayeResponse response;
         root.Each("employments", [&](const AnswerNode& item) { response.Add(ReadEmployment(item)); });
         root.Each("privatePensions", [&](const AnswerNode& item) { response.Add(ReadPayer<PrivatePension_t>(item)); });
@@ -121,6 +123,7 @@ CPayeResponse ReadPayeResponse(std::string_view json)
 CNationalInsuranceResponse ReadNationalInsuranceResponse(std::string_view json)
 {
     const auto read = [](const AnswerNode& root) {
+        root.NeedsOneOf({"class1", "class2", "maxNICsReached"});
         CNationalInsuranceResponse response;
         if (const std::optional<AnswerNode> class1 = root.Object("class1"))
             response.class1NicableEarnings = class1->Amount("totalNICableEarnings");

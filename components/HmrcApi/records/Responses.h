@@ -181,7 +181,7 @@ private:
 };
 
 /// The answer of the National Insurance interface: for people with income from self-employment in the year. HMRC sends
-/// all three; each may be absent all the same.
+/// all three; each may be absent all the same, all three may not.
 struct CNationalInsuranceResponse : CResponse
 {
     /// Earnings between the primary threshold and the upper earnings limit ("class1": "totalNICableEarnings"). HMRC
@@ -198,10 +198,12 @@ struct CNationalInsuranceResponse : CResponse
 HMRCAPI_API int BenefitNumber(std::string_view iabdType) noexcept;
 HMRCAPI_API int AllowanceNumber(std::string_view iabdType) noexcept;
 
-/// Reads the text of a 200 answer, UTF-8. An absent list is empty. Nothing is kept of a text that is refused. Throws
+/// Reads the text of a 200 answer, UTF-8. An absent list is empty, but one of the interface's own members must be
+/// there:
+/// {"employments":[]} says that there are none, {} says nothing. Nothing is kept of a text that is refused. Throws
 /// HmrcApiErrorException without a status, its third text the place ("/employments/0/taxTotal"):
-///   ANSWER_MALFORMED   not one JSON object of this shape, a required member absent or empty, two members of one name,
-///                      or beyond the bounds of json/Json.h
+///   ANSWER_MALFORMED   not one JSON object of this shape, none of its members, a required one absent or empty, two
+///                      members of one name, or beyond the bounds of json/Json.h
 ///   AMOUNT_NOT_EXACT   an amount with more than four decimals that are not 0, or beyond 922,337,203,685,477.5807
 HMRCAPI_API CPayeResponse ReadPayeResponse(std::string_view json);
 HMRCAPI_API CNationalInsuranceResponse ReadNationalInsuranceResponse(std::string_view json);

@@ -175,14 +175,15 @@ public:
         const auto deadline = SteadyClock::now() + std::chrono::milliseconds(request.totalMilliseconds);
         const std::string firstOrigin = OriginOf(request.address);
         std::string address = request.address;
-        HttpAnswer redirect; // the one that led to the address
+        HttpAnswer redirect;     // the one that led to the address
+        bool isFirstHost = true; // and no other one has said where to go
         for (int redirects = 0;; ++redirects) {
             if (!MaySend(address, request.address))
                 return redirects == 0 ? Refusal("the address is neither HTTPS nor on this computer")
                                       : Elsewhere(std::move(redirect), address);
             if (!IsLoopbackAddress(address) && !TakeTurn(request.cancelled, MillisecondsTo(deadline)))
                 return Unsent(request.cancelled && request.cancelled() ? Outcome::Cancelled : Outcome::TimedOut);
-            const bool isFirstHost = OriginOf(address) == firstOrigin;
+            isFirstHost = isFirstHost && OriginOf(address) == firstOrigin;
             const long long left = MillisecondsTo(deadline);
             if (left <= 0)
                 return Unsent(Outcome::TimedOut);

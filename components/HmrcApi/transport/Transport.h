@@ -54,10 +54,11 @@ struct HttpAnswer
     std::string retryAfter;  // as sent; empty when absent
     std::string body;
     std::string problem;      // for people, when not Answered or elsewhere; never holds a token
-    bool isElsewhere = false; // a redirect led to another host, which answered, or to where nothing is sent
+    bool isElsewhere = false; // a redirect led to another host, whoever answered then, or to where nothing is sent
 };
 
-/// Sends one request. Redirects of GET are followed, with the Authorization header only to the host first asked.
+/// Sends one request. Redirects of GET are followed, with the Authorization header only to the host first asked, and
+/// not once another one has led back to it.
 class HMRCAPI_API ITransport
 {
 public:

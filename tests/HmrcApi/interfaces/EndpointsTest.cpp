@@ -22,6 +22,8 @@ struct TestPaye : CPaye
     std::shared_ptr<ITransport> to;
 };
 
+constexpr char kNone[] = R"({"employments":[]})";
+
 class Fetch : public Fakes::Plumbing
 {
 protected:
@@ -81,12 +83,12 @@ TEST_F(Fetch, RefusesANumberThatWouldChangeThePathBeforeAnythingIsSent)
 TEST_F(Fetch, TakesJsonOnlyAndSaysWhenItIsAPage)
 {
     const ::Test::Row<const char*, const char*, const char*> rows[] = {
-        {"application/json", "{}", "none", "as it should be"},
-        {"application/vnd.hmrc.1.0+json", "{}", "none", "as asked for"},
-        {"", "{}", "none", "no type: the body is read strictly all the same"},
+        {"application/json", kNone, "none", "as it should be"},
+        {"application/vnd.hmrc.1.0+json", kNone, "none", "as asked for"},
+        {"", kNone, "none", "no type: the body is read strictly all the same"},
         {"", "<html>", "ANSWER_MALFORMED 200", "no type, no JSON"},
         {"text/html", "<html>", "ANSWER_MALFORMED 200 a page", "a sign-in page"},
-        {"text/html", "{}", "ANSWER_MALFORMED 200 a page", "empty data from nowhere"},
+        {"text/html", kNone, "ANSWER_MALFORMED 200 a page", "empty data from nowhere"},
         {"application/+json", "{}", "ANSWER_MALFORMED 200 a page", "no name before the +"},
         {"application/jsonp", "{}", "ANSWER_MALFORMED 200 a page", "no JSON"},
     };
@@ -121,7 +123,7 @@ TEST_F(Fetch, TellsNobodyTheTokenThatAnAnswerRepeats)
 TEST_F(Fetch, SendsWhatTheInterfaceAsksFor)
 {
     client->base = "http://127.0.0.1:1//";
-    EXPECT_EQ(Run(200, "{}"), "none");
+    EXPECT_EQ(Run(200, kNone), "none");
     EXPECT_EQ(api->requests.at(0).address, "http://127.0.0.1:1/individual-paye/nino/AA000001A/annual-summary/2017-18");
     EXPECT_EQ(Header(0, "Accept"), "application/vnd.hmrc.1.0+json");
     EXPECT_EQ(Header(0, "Authorization"), "Bearer access-1");
@@ -139,7 +141,7 @@ TEST_F(Fetch, TellsTheZoneOfThisComputer)
         setenv("TZ", zone, 1);
         tzset();
         authorisation->SetChannel(std::make_shared<Channel>(tokenEndpoint)); // a channel tells it once
-        Run(200, "{}");
+        Run(200, kNone);
         EXPECT_EQ(Header(0, "Gov-Client-Timezone"), told);
     }
     unsetenv("TZ");

@@ -35,8 +35,8 @@ std::string Employment(const std::string& members)
 
 TEST(ReadPayeResponse, TakesWhatIsAbsentUnknownOrLoose)
 {
-    EXPECT_EQ(ReadPayeResponse("{}").GetEmploymentUpperBound(), -1);
-    EXPECT_EQ(ReadPayeResponse(R"({"employments":null,"statePension":null})").getStatePension(), nullptr);
+    EXPECT_EQ(ReadPayeResponse(R"({"taxFreeAllowances":[]})").GetEmploymentUpperBound(), -1);
+    EXPECT_EQ(ReadPayeResponse(R"({"employments":[],"statePension":null})").getStatePension(), nullptr);
     for (const char* unread : {R"({"deep":[1]})", "1e400", "[0.123456789012345678901234567890123456789]"})
         EXPECT_EQ(RefusalOf(Employment(R"("taxTotal":null,"new":)" + std::string(unread))), "none") << unread;
     for (const std::string kind : {"UniversalCredit", "jobseekersallowance"}) {
@@ -80,6 +80,8 @@ TEST(ReadPayeResponse, RefusesWhatWouldLoseAFigureAndNamesThePlace)
 {
     const ::Test::Case<std::string, const char*> rows[] = {
         {"{", "ANSWER_MALFORMED ", "cut off"},
+        {"{}", "ANSWER_MALFORMED ", "nothing, which is not that there is nothing"},
+        {R"({"a":1,"employments":null})", "ANSWER_MALFORMED ", "none of what an answer has"},
         {R"({"employments":{}})", "ANSWER_MALFORMED /employments", "no array"},
         {R"({"privatePensions":[{"a":1}]})", "ANSWER_MALFORMED /privatePensions/0/employerPayeReference", "no key"},
         {R"({"taxFreeAllowances":[{"allowanceType":7}]})", "ANSWER_MALFORMED /taxFreeAllowances/0/allowanceType",
@@ -108,4 +110,5 @@ TEST(ReadNationalInsuranceResponse, TellsZeroFromAbsent)
     EXPECT_TRUE(part.class1NicableEarnings.IsZero());
     EXPECT_TRUE(part.class2Due.IsNull());
     EXPECT_EQ(part.maxNicsReached, std::nullopt);
+    EXPECT_THROW(ReadNationalInsuranceResponse(R"({"employments":[]})"), HmrcApiErrorException) << "another's";
 }

@@ -29,7 +29,7 @@ protected:
             };
         };
         m_server->Handlers().Post("/oauth/token", answer(R"({"refresh_token":"r","access_token":"a)"));
-        m_server->Handlers().Get("/.*", answer(R"({"number":")"));
+        m_server->Handlers().Get("/.*", answer(R"({"employments":[],"class1":{},"number":")"));
         m_server->Start();
         client->base = m_server->Address("/");
         SetService(m_server->Address(""));

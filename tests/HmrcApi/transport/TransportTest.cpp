@@ -41,13 +41,11 @@ protected:
         Serve("/port", [](auto& request, auto& response) {
             response.set_content(std::to_string(request.remote_port), "text/plain");
         });
-        const std::pair<const char*, std::string> redirects[] = {{"/loop", m_server.Address("/loop")},
-                                                                 {"/same", "/seen"},
-                                                                 {"/other", m_other.Address("/seen")},
-                                                                 {"/refused", m_other.Address("/401")},
-                                                                 {"/outside", "http://hmrc.example/seen"},
-                                                                 {"/file", "file:///etc/passwd"},
-                                                                 {"/moved", "/form"}};
+        const std::pair<const char*, std::string> redirects[] = {
+            {"/loop", m_server.Address("/loop")}, {"/same", "/seen"},
+            {"/other", m_other.Address("/seen")}, {"/refused", m_other.Address("/401")},
+            {"/back", m_other.Address("/back")},  {"/outside", "http://hmrc.example/seen"},
+            {"/file", "file:///etc/passwd"},      {"/moved", "/form"}};
         for (const auto& [from, to] : redirects)
             Serve(from, [to = to](auto&, auto& response) { response.set_redirect(to, 307); });
         m_server.Handlers().Post("/form", [](const Request& request, Response& response) {
@@ -59,6 +57,8 @@ protected:
                              '|' + request.get_header_value("Gov-Client-User-IDs"));
         };
         m_other.Handlers().Get("/401", [](auto&, auto& response) { response.status = 401; });
+        m_other.Handlers().Get(
+            "/back", [this](auto&, auto& response) { response.set_redirect(m_server.Address("/seen"), 307); });
         m_other.Handlers().Get("/seen", seen);
         Serve("/seen", seen);
         m_server.Start();
@@ -134,6 +134,8 @@ TEST_F(Transport, KeepsWhatIsPersonalFromAnotherHost)
     EXPECT_EQ(Get("/other").status, 200);
     EXPECT_EQ(m_seen, (std::vector<std::string>{"Bearer t|application/vnd.hmrc.1.0+json|os=anne",
                                                 "|application/vnd.hmrc.1.0+json|"}));
+    EXPECT_TRUE(Get("/back").isElsewhere) << "another host chose what is asked";
+    EXPECT_EQ(m_seen.back(), m_seen[1]);
 }
 
 TEST_F(Transport, FollowsOnlyThreeRedirectsAndNoneAway)

@@ -43,6 +43,17 @@ AnswerNode::AnswerNode(const JsonValue& value, std::string path) : m_value(value
         Refuse((m_path.empty() ? "it" : m_path) + " is no object", m_path);
 }
 
+void AnswerNode::NeedsOneOf(std::initializer_list<const char*> names) const
+{
+    std::string missing;
+    for (const char* name : names) {
+        if (m_value.Find(name))
+            return;
+        missing += (missing.empty() ? "" : ", ") + std::string(name);
+    }
+    Refuse((m_path.empty() ? "it" : m_path) + " holds none of " + missing, m_path);
+}
+
 std::string AnswerNode::Text(const char* name) const
 {
     const JsonValue* member = Member(name, JsonValue::Kind::Text, "text");

@@ -2,6 +2,7 @@
 
 // An object of an answer, read member by member.
 
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -21,6 +22,8 @@ class AnswerNode
 public:
     AnswerNode(const JsonValue& value, std::string path);
 
+    /// Refuses an object that holds none of the members: it is something else, and not an answer that has nothing.
+    void NeedsOneOf(std::initializer_list<const char*> names) const;
     std::string Text(const char* name) const; // empty when absent
     /// A text that identifies its record: absent or empty is refused.
     std::string Key(const char* name) const;
