@@ -10,6 +10,7 @@
 #include "MorvUt/hmrc/access/Logger.h"
 #include "MorvUt/hmrc/access/Scope.h"
 #include "MorvUt/hmrc/fetch/FetchStates.h"
+#include "Quarry/Session.h"
 
 namespace Morv
 {
@@ -67,6 +68,7 @@ void Authorise(const HmrcArguments& arguments, const CommonOptions& options)
         throw CommandError(Exit::BadInput, "BAD_GATEWAY", "--gateway: a Government Gateway user ID holds no quotes",
                            "Give the ID as HMRC's letters show it.");
     const PracticeSession session(arguments.practice, options, Login::Needed);
+    Quarry::CTransaction(Cellar::Intent::Write).Commit();             // nobody signs in for what could not be kept
     HmrcApi::CAuthorisationStore::CreateGatewayID(arguments.gateway); // false: it is registered already
     HmrcApi::Logger logger;
     BrowserCommand browser;

@@ -20,7 +20,7 @@ namespace
 using HmrcApi::FetchResult;
 using HmrcApi::GroupState;
 
-constexpr int kUnreachableInARow = 3; // clients, before --all is given up
+constexpr int kUnreachableInARow = 3; // clients, before --all is given up; as many for whom the practice is busy
 
 // What a user of the command line does about what stopped a fetch.
 struct Remedy
@@ -169,6 +169,7 @@ class Reached
 public:
     void Add(const FetchResult& result)
     {
+        m_busyInARow = result.stopped == FetchResult::Stopped::Busy ? m_busyInARow + 1 : 0;
         if (result.stopped != FetchResult::Stopped::No)
             return;
         const bool isUnreachable = HmrcApi::IsUnreachable(*result.errors);
@@ -177,12 +178,24 @@ public:
         m_inARow = isUnreachable ? m_inARow + 1 : 0;
     }
     bool IsNobody() const { return m_isAnyAsked && !m_isAnyReached; }
-    bool IsHopeless() const { return m_inARow >= kUnreachableInARow; }
+    bool IsHopeless() const { return m_inARow >= kUnreachableInARow || IsBusy(); }
+    bool IsBusy() const { return m_busyInARow >= kUnreachableInARow; } // the practice, to which another program writes
 
 private:
     bool m_isAnyAsked = false, m_isAnyReached = false;
-    int m_inARow = 0;
+    int m_inARow = 0, m_busyInARow = 0;
 };
+
+void TellWhyStopped(const Reached& reached, int left)
+{
+    const char* const why =
+        reached.IsBusy() ? "another program was writing to the practice" : "HMRC could not be reached";
+    const char* const remedy =
+        reached.IsBusy() ? "Wait until it has finished" : "Check this computer's internet connection";
+    std::fprintf(stderr,
+                 "morv: stopped, because %s for %d clients in a row; %s not asked about. %s, then start again.\n", why,
+                 kUnreachableInARow, (Counted(left, "client") + (left == 1 ? " was" : " were")).c_str(), remedy);
+}
 
 Exit FetchAll(const HmrcArguments& arguments, const CommonOptions& options)
 {
@@ -205,10 +218,7 @@ Exit FetchAll(const HmrcArguments& arguments, const CommonOptions& options)
     }
     const int left = static_cast<int>(list.size()) - tally.clients;
     if (reached.IsHopeless())
-        std::fprintf(stderr,
-                     "morv: stopped, because HMRC could not be reached for %d clients in a row; %s not asked "
-                     "about. Check this computer's internet connection, then start again.\n",
-                     kUnreachableInARow, (Counted(left, "client") + (left == 1 ? " was" : " were")).c_str());
+        TellWhyStopped(reached, left);
     if (options.json) {
         Json summary = tally.ToJson();
         summary["notAsked"] = left;
@@ -216,6 +226,8 @@ Exit FetchAll(const HmrcArguments& arguments, const CommonOptions& options)
     } else {
         PrintLine("%s: %d fetched, %d not.", Counted(tally.clients, "client"), tally.ok, tally.clients - tally.ok);
     }
+    if (reached.IsBusy())
+        return Exit::CannotOpen;
     if (reached.IsNobody())
         return Exit::HmrcUnreachable;
     return reached.IsHopeless() ? Exit::Refused : tally.Result();

@@ -39,7 +39,7 @@ struct Store : CAuthorisationStore
     int failingUpdates = 0;
 
     bool LoadTokens() override { return !isBusy && CAuthorisationStore::LoadTokens(); }
-    bool IsBusy() override { return isBusy; }
+    bool IsBusy() override { return isBusy || CAuthorisationStore::IsBusy(); }
     std::string GetProblem() override { return problem.empty() ? CAuthorisationStore::GetProblem() : problem; }
     bool LockStore() override
     {

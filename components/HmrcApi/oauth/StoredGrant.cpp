@@ -34,7 +34,7 @@ bool StoredGrant::Load()
         m_loaded = m_store.GetRefreshToken();
         return true;
     }
-    if (m_extras && m_extras->IsBusy())
+    if (IsBusy())
         Fail("REFRESH_BUSY", kOtherWrites);
     if (const std::string problem = m_extras ? m_extras->GetProblem() : std::string(); !problem.empty())
         Fail("DATABASE_UNREADABLE", "The practice's database cannot be read: " + problem);
@@ -129,7 +129,7 @@ StoredGrant::Update StoredGrant::Repeated(const std::function<Update()>& update,
     const Deadline deadline(longest);
     for (int attempt = 1;; ++attempt) {
         const Update result = update();
-        const bool mayGoOn = attempt < kAttempts || (m_extras && m_extras->IsBusy() && !deadline.IsOver());
+        const bool mayGoOn = attempt < kAttempts || (IsBusy() && !deadline.IsOver());
         if (result != Update::Failed || !mayGoOn)
             return result;
         Afx::Clock::Sleep(std::min(m_store.GetRetryDelay(), kLongestWait));

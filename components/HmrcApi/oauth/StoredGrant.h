@@ -57,6 +57,8 @@ public:
     void NeedKey() const;
     /// Throws TOKENS_NOT_SAVED when the store's last failure is none that passes.
     void FailForGood() const;
+    /// The store's last operation failed because another program had the database for as long as the store waits.
+    bool IsBusy() const { return m_extras && m_extras->IsBusy(); }
     /// Why the lock is not given.
     HmrcApiErrorException Busy() const;
 

@@ -82,9 +82,10 @@ bool TokenRefresh::WaitForLock(Lock& lock, HeldTokens& held) const
         if (lock.Take())
             return true;
         m_grant.FailForGood();
+        const bool isDatabaseBusy = m_grant.IsBusy(); // the store has waited by itself
         if (TakeReplaced(held))
             return false;
-        if (attempt >= kAttempts || m_deadline.IsOver())
+        if (isDatabaseBusy || attempt >= kAttempts || m_deadline.IsOver())
             throw m_grant.Busy();
         if (!WaitUnless(m_cancelled, std::min(m_grant.Store().GetRetryDelay(), m_deadline.Left())))
             Fail("CANCELLED", "The request was cancelled");

@@ -199,6 +199,7 @@ TEST_F(Refresh, GivesUpAfterTenAttemptsAndNamesTheHolder)
     EXPECT_FALSE(Run());
     EXPECT_EQ(authorisation->GetLastError().text, "The authorisation is being refreshed at another workstation, or "
                                                   "another program is writing to the practice");
+    EXPECT_EQ(slept, 0u) << "the store has waited";
 }
 
 TEST_F(Refresh, DecidesByTheAnswerAndByWhatOthersDidMeanwhile)

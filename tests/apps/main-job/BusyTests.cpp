@@ -56,8 +56,8 @@ TEST_F(Busy, ATokenThatCouldNotBeKeptIsNotAskedFor)
         const auto writer = Writer();
         const Fetched fetched = Fetch();
         EXPECT_EQ(fetched.tokens, 0) << "a refresh token is good for one use";
-        EXPECT_EQ(fetched.Errors("PAYE"), "REFRESH_BUSY ");
-        EXPECT_EQ(fetched.Errors("National Insurance"), "REFRESH_BUSY ");
+        EXPECT_EQ(fetched.paye, 0) << "nor is anything else";
+        EXPECT_EQ(fetched.result.stopped, HmrcApi::FetchResult::Stopped::Busy);
     }
     EXPECT_EQ(Changed(tables, Read(), {"CellarSession"}), std::set<std::string>{});
     const Fetched again = Fetch();

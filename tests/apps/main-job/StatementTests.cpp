@@ -30,13 +30,14 @@ private:
         m_text += std::to_string(++m_count) + ": " + statement + '\n';
         const std::string verb = statement.substr(0, statement.find(' '));
         const bool isWrite = verb == "INSERT" || verb == "UPDATE" || verb == "DELETE" || verb == "REPLACE";
-        m_durable += verb == "COMMIT" || (isWrite && !m_isOpen);
+        m_isWritten = isWrite || (m_isWritten && m_isOpen);
+        m_durable += m_isWritten && (verb == "COMMIT" || !m_isOpen);
         m_isOpen = verb == "BEGIN" || (m_isOpen && verb != "COMMIT" && verb != "ROLLBACK");
     }
 
     int m_count = 0;
     int m_durable = 0;
-    bool m_isOpen = false;
+    bool m_isOpen = false, m_isWritten = false;
     std::string m_text;
 };
 
