@@ -35,15 +35,13 @@ struct Finding
 Finding CheckSettings()
 {
     const std::string path = Afx::Settings::GetPath().Str();
-    std::error_code error;
-    const auto status = std::filesystem::status(path, error);
-    if (path.empty() || status.type() == std::filesystem::file_type::not_found)
+    if (const CString problem = Afx::Settings::GetProblem(); !problem.IsEmpty())
+        return {"settings", false, path + ' ' + problem.Str(),
+                "Until then the defaults are used: make it a text in UTF-8 that you may read, or name another with "
+                "MORVUT_SETTINGS."};
+    std::error_code none;
+    if (path.empty() || !std::filesystem::exists(path, none))
         return {"settings", true, "none yet; the defaults are used" + (path.empty() ? "" : " (" + path + ")"), ""};
-    if (status.type() == std::filesystem::file_type::none)
-        return {"settings", false, path + " cannot be reached (" + error.message() + ")",
-                "Mend the rights to its folder, or name another with MORVUT_SETTINGS."};
-    if (!std::filesystem::is_regular_file(status))
-        return {"settings", false, path + " is not a file", "Move it away, or name another with MORVUT_SETTINGS."};
     return {"settings", true, path, ""};
 }
 
@@ -154,6 +152,22 @@ constexpr Finding (*kMachineChecks[])() = {CheckSettings, CheckClock,   CheckCer
                                            CheckModules,  CheckDrivers, CheckCredentials};
 constexpr Finding (*kPracticeChecks[])(const std::string&) = {CheckPracticeFile, CheckTokens, CheckLocks};
 
+Finding Failed(const CommandError& error)
+{
+    return {"practice", false, error.what(),
+            error.action.empty() ? "Until then the practice cannot be used." : error.action};
+}
+
+/// A damaged file may open and fail later: each check tells for itself.
+Finding Checked(Finding (*check)(const std::string&), const std::string& practice)
+{
+    try {
+        return check(practice);
+    } catch (const Cellar::DatabaseError& error) {
+        return Failed(FromDatabaseError(error));
+    }
+}
+
 void ExaminePractice(const std::string& practice, const CommonOptions& options, std::vector<Finding>& findings)
 {
     findings.push_back(CheckSpace(practice));
@@ -161,11 +175,11 @@ void ExaminePractice(const std::string& practice, const CommonOptions& options, 
         const PracticeSession session(practice, options, Login::IfGiven, Key::Examined);
         findings.push_back(CheckKey(practice, session));
         for (const auto check : kPracticeChecks)
-            findings.push_back(check(practice));
+            findings.push_back(Checked(check, practice));
     } catch (const CommandError& error) {
-        if (error.code != kReadOnly)
+        if (error.exit == Exit::BadInput) // the line is wrong, not the practice
             throw;
-        findings.push_back({"practice", false, error.what(), "Until then the practice cannot be used."});
+        findings.push_back(Failed(error));
     }
 }
 

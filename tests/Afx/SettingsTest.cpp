@@ -84,6 +84,12 @@ TEST(Settings, NeverLosesAFileItCannotRead)
     Settings::SetPath(large);
     EXPECT_FALSE(Settings::Write("S", "n", "v"));
     EXPECT_EQ(::Test::ReadFile(large).size(), 5u << 20);
+    EXPECT_EQ(Settings::GetProblem(), "has more than 4 MiB");
+    for (const std::string& text : {std::string("\xFF\xFE["), std::string("[\0S\0", 4)}) {
+        Settings::SetPath(::Test::WriteFile("utf16.ini", text));
+        EXPECT_FALSE(Settings::Write("S", "n", "v"));
+        EXPECT_FALSE(Settings::GetProblem().IsEmpty());
+    }
 }
 
 #ifndef _WIN32

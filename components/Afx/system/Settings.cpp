@@ -52,6 +52,8 @@ CString Settings::GetPath()
 #endif
 }
 
+CString Settings::GetProblem() { return CString(Detail::SettingsFileProblem(GetPath().Str())); }
+
 void Settings::SetPath(const CString& path) { ChosenPath() = path; }
 
 std::optional<CString> Settings::Read(const char* section, const char* name)

@@ -32,6 +32,9 @@ public:
     }
     /// The file in use; empty on Windows.
     static CString GetPath();
+    /// Why the file in use gives nothing and is never written, to be said behind its path: "is not a file". Empty when
+    /// it is read, and when there is none yet.
+    static CString GetProblem();
     /// Uses this file from now on (tests); empty: the environment decides again.
     static void SetPath(const CString& path);
 };

@@ -61,6 +61,8 @@ TEST(Commands, TheYearOfARunIsNotKept)
     EXPECT_EQ(MorvJson(show)["year"], 2011);
     MorvJson(show + " --year 2018");
     EXPECT_EQ(MorvJson(show)["year"], 2011) << "the profile was written";
+    WriteFile("settings.ini", "\xFF\xFE[");
+    EXPECT_NE(RunMorv("doctor").out.find("UTF-16"), std::string::npos);
 }
 
 TEST(Commands, APracticeIsItsOwnersOrAGroups)

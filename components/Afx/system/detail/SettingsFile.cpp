@@ -1,5 +1,6 @@
 #include "Afx/system/detail/SettingsFile.h"
 
+#include <cerrno>
 #include <filesystem>
 #include <fstream>
 
@@ -17,25 +18,41 @@ namespace fs = std::filesystem;
 
 constexpr std::uintmax_t kLargestFile = 4u << 20; // a larger one is no settings file
 
-/// The file's text; empty when there is no such file, nothing when there is one that cannot be read.
-std::optional<std::string> ReadAll(const fs::path& path)
+/// A file's text, or why it is not taken; neither when there is no such file.
+struct FileText
+{
+    std::string text, problem;
+};
+
+/// UTF-16 has a zero byte in every letter of ours: nothing would be found in it, and what was added would spoil it.
+bool IsUtf16(std::string_view text) noexcept
+{
+    return text.starts_with("\xFF\xFE") || text.starts_with("\xFE\xFF") || text.find('\0') != std::string_view::npos;
+}
+
+FileText ReadAll(const fs::path& path)
 {
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
     if (status.type() == fs::file_type::not_found)
-        return std::string();
+        return {};
+    if (status.type() == fs::file_type::none)
+        return {{}, "cannot be reached (" + error.message() + ")"};
     if (status.type() != fs::file_type::regular)
-        return std::nullopt;
+        return {{}, "is not a file"};
     const std::uintmax_t size = fs::file_size(path, error);
     if (error || size > kLargestFile)
-        return std::nullopt;
+        return {{}, "has more than 4 MiB"};
+    errno = 0;
     std::ifstream file(path, std::ios::binary);
     std::string text(static_cast<std::size_t>(size), '\0');
     file.read(text.data(), static_cast<std::streamsize>(size));
     if (file.bad() || !file.is_open())
-        return std::nullopt;
+        return {{}, "cannot be read (" + std::generic_category().message(errno) + ")"};
     text.resize(static_cast<std::size_t>(file.gcount()));
-    return text;
+    if (IsUtf16(text))
+        return {{}, "is text in UTF-16, or none"};
+    return {std::move(text), {}};
 }
 
 /// The file itself when `path` is a link to it: the link stays.
@@ -52,13 +69,15 @@ std::optional<CString> ReadSettingsFile(const std::string& path, std::string_vie
 {
     if (path.empty())
         return std::nullopt;
-    const std::optional<std::string> text = ReadAll(ToPath(path));
-    if (!text)
-        return std::nullopt;
-    std::optional<std::string> value = FindIniValue(ToUtf8(*text), section, name);
+    std::optional<std::string> value = FindIniValue(ToUtf8(ReadAll(ToPath(path)).text), section, name);
     if (!value)
         return std::nullopt;
     return CString(std::move(*value));
+}
+
+std::string SettingsFileProblem(const std::string& path)
+{
+    return path.empty() ? std::string() : ReadAll(ToPath(path)).problem;
 }
 
 bool WriteSettingsFile(const std::string& path, std::string_view section, std::string_view name,
@@ -70,11 +89,11 @@ bool WriteSettingsFile(const std::string& path, std::string_view section, std::s
     std::error_code error;
     fs::create_directories(target.parent_path(), error);
     const SettingsLock lock(target);
-    const std::optional<std::string> before = ReadAll(target);
-    if (!before)
+    const FileText before = ReadAll(target);
+    if (!before.problem.empty())
         return false; // writing now would lose what is in it
-    const std::string after = SetIniValue(*before, section, name, value);
-    return after == *before || ReplaceSettings(target, after);
+    const std::string after = SetIniValue(before.text, section, name, value);
+    return after == before.text || ReplaceSettings(target, after);
 }
 
 } // namespace Afx::Detail
