@@ -70,7 +70,7 @@ Finding CheckModules()
 {
     for (const std::string& problem : {Shellkit::CipherProblem(), HmrcApi::HttpProblem()})
         if (!problem.empty())
-            return {"modules", false, problem, "Install this program again, with all of its parts."};
+            return {"modules", false, problem, kInstallAgain};
     return {"modules", true, "those for ciphers and for HTTP are there", ""};
 }
 

@@ -71,6 +71,7 @@ void Create(const NewPractice& wanted, const CommonOptions& options)
         throw CommandError(Exit::CannotOpen, "NO_SERVER_DRIVER", "this build makes practices in files only",
                            "Give a path.");
     UseYear(options);
+    NeedCiphers(); // before anything is made
     if (isShared)
         PrepareGroupFolder(PracticePath(practice), wanted.group);
     try {

@@ -89,6 +89,13 @@ void LogIn(const std::string& user, Login login)
 
 } // namespace
 
+void NeedCiphers()
+{
+    if (const std::string problem = Shellkit::CipherProblem(); !problem.empty())
+        throw CommandError(Exit::CannotOpen, "NO_CIPHER_MODULE", "a part of this program cannot be loaded: " + problem,
+                           kInstallAgain);
+}
+
 void CheckPracticeText(const std::string& practice)
 {
     if (HasControlCharacters(practice))
@@ -146,6 +153,7 @@ PracticeSession::PracticeSession(const std::string& practice, const CommonOption
 {
     CheckPracticeText(practice);
     UseYear(options);
+    NeedCiphers();
     try {
         Quarry::SetConnection(Cellar::CConnection::Open(CString(practice)));
         const Brix::SchemaVersion version = CheckSchema(practice);

@@ -64,7 +64,14 @@ private:
 /// Of a practice that is there and whole, but cannot be written: the code of its CommandError.
 inline constexpr char kReadOnly[] = "READ_ONLY";
 
-/// What a user gives for a practice. Throws CommandError for control characters, which could forge a message.
+/// What mends an installation that lacks a module.
+inline constexpr char kInstallAgain[] = "Install this program again, with all of its parts.";
+/// Throws CommandError where the module of the ciphers cannot be loaded: no practice opens without its key, and none is
+/// made.
+void NeedCiphers();
+
+/// What a user gives for a practice. Throws CommandError for control characters, which could forge a message, and for
+/// bytes that are not UTF-8: in messages, logs and JSON they would name another file.
 void CheckPracticeText(const std::string& practice);
 /// The file behind a practice text: "sqlite:path" (in any case) or a bare path; empty for a server.
 std::string PracticePath(const std::string& practice);

@@ -121,13 +121,21 @@ TEST(Commands, WithoutTheHttpModuleNothingIsSentAndEverythingElseGoesOn)
 
 TEST(Commands, WithoutTheCipherModuleNoKeyIsCalledWrong)
 {
-    const std::string practice = SamplePractice();
+    const std::string practice = SamplePractice(), fresh = TempDir() + "/fresh.db", module = MORV_CIPHER_MODULE,
+                      copy = TempDir() + module.substr(module.rfind('/'));
     const WithoutModule without(MORV_CIPHER_LIBRARY);
-    EXPECT_EQ(RunMorv("calc GetTaxYear 2018-04-06").exit, 0);
-    for (const char* line : {"doctor ", "client list "}) {
-        const Ended ended = RunMorv(line + practice);
-        EXPECT_EQ(ended.exit, 1) << line;
-        EXPECT_NE((ended.out + ended.err).find(TempDir() + "/MorvUtCipher-"), std::string::npos) << ended.out;
+    for (int round = 0; round < 2; ++round) { // missing, then cut short
+        EXPECT_EQ(RunMorv("calc GetTaxYear 2018-04-06").exit, 0);
+        for (const auto& [line, exit] :
+             {std::pair("doctor " + practice, 1), {"client list " + practice, 3}, {"practice create " + fresh, 3}}) {
+            const Ended ended = RunMorv(line);
+            EXPECT_EQ(ended.exit, exit) << line;
+            EXPECT_NE((ended.out + ended.err).find(copy), std::string::npos) << ended.out << ended.err;
+            EXPECT_NE((ended.out + ended.err).find("Install"), std::string::npos) << ended.out << ended.err;
+        }
+        EXPECT_FALSE(std::filesystem::exists(fresh));
+        std::filesystem::copy_file(module, copy, std::filesystem::copy_options::overwrite_existing);
+        std::filesystem::resize_file(copy, std::filesystem::file_size(copy) / 2);
     }
 }
 #endif
