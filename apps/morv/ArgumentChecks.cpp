@@ -1,6 +1,7 @@
 #include "ArgumentChecks.h"
 
 #include "Afx/text/Numbers.h"
+#include "Afx/text/Utf8.h"
 #include "Output.h"
 
 namespace Morv
@@ -17,16 +18,31 @@ CLI::Validator PlainNumber(long most)
     return {problem, range};
 }
 
-CLI::Validator NotEmpty()
+namespace
 {
-    const auto problem = [](const std::string& text) {
-        if (text.empty())
-            return std::string("the value is empty");
-        if (text.starts_with("--")) // the next option: --user --json names nobody
-            return std::string("the value is missing");
-        return HasControlCharacters(text) ? "the value holds control characters" : std::string();
+
+/// What is wrong with a text that must be there; empty when nothing is.
+std::string WhyNotText(const std::string& text)
+{
+    if (text.empty())
+        return "the value is empty";
+    if (text.starts_with("--")) // the next option: --user --json names nobody
+        return "the value is missing";
+    return HasControlCharacters(text) ? "the value holds control characters" : "";
+}
+
+} // namespace
+
+CLI::Validator NotEmpty() { return {&WhyNotText, ""}; }
+
+CLI::Validator TextUpTo(int most)
+{
+    const std::string length = std::to_string(most) + " characters";
+    const auto problem = [=](const std::string& text) {
+        const std::string why = WhyNotText(text);
+        return why.empty() && Afx::CountCharacters(text) > most ? "the value has more than " + length : why;
     };
-    return {problem, ""};
+    return {problem, "up to " + length};
 }
 
 CLI::Validator PlainYear()

@@ -22,6 +22,11 @@ CLI::Validator PlainNumber(long most = kMostRowId);
 /// and `--user --json` names nobody.
 CLI::Validator NotEmpty();
 
+// Characters: an id of a user or a gateway as its column has it; a code, a name and a command as people write them.
+constexpr int kLongestId = 100, kLongestCode = 100, kLongestName = 255, kLongestCommand = 500;
+/// Such a text of so many characters at the most.
+CLI::Validator TextUpTo(int most);
+
 /// Makes the year in which it ends, "2018", of "2017/18"; leaves everything else, for UseYear to refuse.
 CLI::Validator PlainYear();
 

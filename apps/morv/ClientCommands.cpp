@@ -107,8 +107,10 @@ void AddClientCommands(CLI::App& app, Program& program)
 
     CLI::App* add = client->add_subcommand("add", "Add a client or partnership; its identifiers are checked");
     add->add_option("practice", arguments->practice, "The practice")->required();
-    add->add_option("--code", arguments->code, "Its code, which nobody else has")->required()->check(NotEmpty());
-    add->add_option("--name", arguments->name, "Its name")->required()->check(NotEmpty());
+    add->add_option("--code", arguments->code, "Its code, which nobody else has")
+        ->required()
+        ->check(TextUpTo(kLongestCode));
+    add->add_option("--name", arguments->name, "Its name")->required()->check(TextUpTo(kLongestName));
     add->add_option("--kind", arguments->kind, "individual (default), trust, estate, partnership or llp");
     add->add_option("--nino", arguments->nino, "National Insurance number of an individual")->check(NotEmpty());
     add->add_option("--utr", arguments->utr, "Unique Taxpayer Reference")->check(NotEmpty());

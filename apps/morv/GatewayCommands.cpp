@@ -76,7 +76,7 @@ void AddGatewayCommands(CLI::App& app, Program& program)
 
     CLI::App* remove = gateway->add_subcommand("remove", "Forget one with its tokens; answers what remains");
     remove->add_option("practice", *practice, "The practice")->required();
-    remove->add_option("id", *id, "The Government Gateway user ID")->required()->check(NotEmpty());
+    remove->add_option("id", *id, "The Government Gateway user ID")->required()->check(TextUpTo(kLongestId));
     remove->callback([=, &program] { Remove(*practice, *id, program.options); });
 }
 

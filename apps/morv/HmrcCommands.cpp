@@ -80,14 +80,15 @@ void AddHmrcCommands(CLI::App& app, Program& program)
     authorise
         ->add_option("--gateway", arguments->gateway, "Government Gateway user ID; registered when it is not there")
         ->required()
-        ->check(NotEmpty());
-    authorise->add_option("--browser", arguments->browser, "Command that opens the address")->check(NotEmpty());
+        ->check(TextUpTo(kLongestId));
+    authorise->add_option("--browser", arguments->browser, "Command that opens the address")
+        ->check(TextUpTo(kLongestCommand));
     authorise->callback([=, &program] { Authorise(*arguments, program.options); });
 
     CLI::App* fetch = AddCommand(*hmrc, "fetch", "Fetch and stage the records of one client or of all", arguments);
     fetch->add_option("--gateway", arguments->gateway, "Government Gateway user ID whose authority is used")
         ->required()
-        ->check(NotEmpty());
+        ->check(TextUpTo(kLongestId));
     AddOneOrAll(*fetch, arguments);
     fetch->callback([=, &program] { program.exit = Fetch(*arguments, program.options); });
 

@@ -107,8 +107,10 @@ void AddUserCommands(CLI::App& app, Program& program)
     CLI::App* add = user->add_subcommand(
         "add", "Add a user: with the rights of a role; the first user of a practice, without one, with all rights");
     add->add_option("practice", arguments->practice, "The practice")->required();
-    add->add_option("id", arguments->id, "The user's id, which nobody else has")->required()->check(NotEmpty());
-    add->add_option("--name", arguments->name, "The user's name")->required()->check(NotEmpty());
+    add->add_option("id", arguments->id, "The user's id, which nobody else has")
+        ->required()
+        ->check(TextUpTo(kLongestId));
+    add->add_option("--name", arguments->name, "The user's name")->required()->check(TextUpTo(kLongestName));
     add->add_option("--role", arguments->role, "A role of the practice")->check(NotEmpty());
     add->callback([=, &program] { Add(*arguments, program.options); });
 }

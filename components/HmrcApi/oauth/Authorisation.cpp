@@ -69,6 +69,18 @@ struct CAuthorisation::State
         TokenRefresh(grant, Transport(), service, cancelled, logger).Run(held);
     }
 
+    /// Ends the grant before HMRC's page is opened; it is good again when nobody saw that page to its end.
+    std::string RequestCode(StoredGrant& grant, IChainLogger* logger)
+    {
+        try {
+            return RequestCode([&] { grant.Reset(); }, logger);
+        } catch (const HmrcApiErrorException& problem) {
+            if (problem.GetCode() == "BROWSER_NOT_OPENED" || problem.GetCode() == "CANCELLED")
+                grant.Restore();
+            throw;
+        }
+    }
+
     std::string RequestCode(const std::function<void()>& begin, IChainLogger* logger)
     {
         NeedCredentials(*dialogue);
@@ -105,7 +117,7 @@ bool CAuthorisation::DoAuthorisation(IChainLogger* logger)
         // Nobody is to lose a grant, or to sign in, for tokens that cannot be had or kept.
         NeedCredentials(*state.dialogue);
         grant.Rehearse();
-        std::string code = state.RequestCode([&] { grant.Reset(); }, logger);
+        std::string code = state.RequestCode(grant, logger);
         const Afx::SignalGuard guard; // the code is spent, and the tokens are stored, or neither
         state.Exchange(code, logger);
         Wipe(code);

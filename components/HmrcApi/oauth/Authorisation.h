@@ -30,7 +30,8 @@ public:
 
     /// The whole dialogue: when everything is there that it needs the store's status becomes 0, the browser opens
     /// HMRC's page, the loopback listener waits for the code, the code becomes tokens, the store keeps them with
-    /// status 1. True when authority was given; otherwise GetLastError() says why.
+    /// status 1. True when authority was given; otherwise GetLastError() says why. Where no browser was opened
+    /// (BROWSER_NOT_OPENED), and where the wait for it was cancelled, the grant before is good again.
     bool DoAuthorisation(IChainLogger* logger);
     /// Reads the tokens from the store; within 60 seconds of their end refreshes them first. False when there are none
     /// for this service or they cannot be refreshed (GetLastError()), and in a build without credentials; only tokens

@@ -180,6 +180,7 @@ void StoredGrant::Reset()
                 return;
             break;
         }
+        m_isReset = m_store.GetAuthorisationStatus() == IAuthorisationStore::Authorised;
         const Update result = UpdateLoaded(put);
         if (result == Update::Done)
             return;
@@ -187,6 +188,14 @@ void StoredGrant::Reset()
             break;
     }
     FailToSave();
+}
+
+void StoredGrant::Restore()
+{
+    if (m_isReset)
+        Repeated([this] {
+            return UpdateLoaded([this] { m_store.SetAuthorisationStatus(IAuthorisationStore::Authorised); });
+        });
 }
 
 void StoredGrant::Rehearse() const

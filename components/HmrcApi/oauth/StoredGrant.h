@@ -51,6 +51,9 @@ public:
     bool End();
     /// Status 0 for whatever is there, before a new consent. TOKENS_NOT_SAVED and Read's errors of the store.
     void Reset();
+    /// Takes Reset back, as far as it went, where nobody was asked for a new consent; not what somebody has changed
+    /// since.
+    void Restore();
     /// What Save needs is there: the key, the right to write, room. NO_PRACTICE_KEY, TOKENS_NOT_SAVED, REFRESH_BUSY.
     void Rehearse() const;
 
@@ -75,6 +78,7 @@ private:
     IGrantStore* m_extras; // null: the store has none
     std::string m_service;
     std::vector<unsigned char> m_loaded; // the refresh token as it was read last
+    bool m_isReset = false;              // and was authorised before
 };
 
 } // namespace HmrcApi

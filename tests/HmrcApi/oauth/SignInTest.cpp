@@ -186,9 +186,11 @@ TEST_F(Dialogue, SaysWhyNoAuthorityCame)
     ExpectFailure("AUTHORISATION_TIMED_OUT");
     authorisation->SetBrowserTimeout(60'000);
     authorisation->SetCancel([] { return true; });
+    ResetRow();
     ExpectFailure("CANCELLED");
     authorisation->SetBrowser([](const std::string&) { return false; });
     ExpectFailure("BROWSER_NOT_OPENED");
+    EXPECT_EQ(Stored("nAuthorisedStatus, dtGranted IS NULL"), "1|1") << "nobody was asked: what was given stays";
 }
 
 TEST_F(Dialogue, IsHeldUpByNobodyElsesConnections)

@@ -32,8 +32,9 @@ TEST(Commands, AuthorityAndTheLogTellTheirMembers)
     const Json authorised = Authorise(practice, sandbox).Document();
     EXPECT_EQ(Members(authorised), "authorised expires gateway grantEnds scope service");
     EXPECT_EQ(authorised["authorised"], true);
-    const Ended failed = Authorise(practice, sandbox, "gateway-2", "exit 3");
+    const Ended failed = Authorise(practice, sandbox, "gateway-1", "exit 3");
     EXPECT_NE(failed.out.find("exit code 3"), std::string::npos) << failed.out;
+    EXPECT_EQ(MorvJson("gateway list " + practice)[0]["authorised"], true) << "what was given before stays";
     const Json log = MorvJson("hmrc log " + practice);
     ASSERT_GT(log.size(), 0u);
     EXPECT_EQ(Members(log[0]), "chain detail event interface request response session user when workstation");
