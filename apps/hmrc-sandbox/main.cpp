@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <thread>
 
+#include "Afx/system/CoreDumps.h"
 #include "Scenarios.h"
 #include "Server.h"
 
@@ -15,6 +16,16 @@ constexpr int kCannotListen = 3;
 volatile std::sig_atomic_t endAsked = 0;
 
 void AskForEnd(int) { endAsked = 1; }
+
+/// Decimal digits only: the library alone reads 010 as eight, and takes 0x50 and +5.
+std::string WhyNoPort(const std::string& text)
+{
+    constexpr int kMost = 65535;
+    constexpr std::size_t kDigits = 5;
+    const bool isPlain = !text.empty() && text.size() <= kDigits && (text == "0" || text.front() != '0') &&
+                         text.find_first_not_of("0123456789") == std::string::npos;
+    return isPlain && std::stoi(text) <= kMost ? "" : "Value " + text.substr(0, 2 * kDigits) + " is no port";
+}
 
 int Serve(int port, const std::string& scenario)
 {
@@ -38,6 +49,7 @@ int Serve(int port, const std::string& scenario)
 
 int main(int argc, char** argv)
 {
+    Afx::SwitchOffCoreDumps(); // it holds tokens, as the programs that ask it do
     std::signal(SIGINT, AskForEnd);
     std::signal(SIGTERM, AskForEnd);
 
@@ -49,7 +61,7 @@ int main(int argc, char** argv)
     int port = 0;
     std::string scenario;
     app.add_option("--port", port, "Port on 127.0.0.1 and [::1]; 0, the default, is a free one")
-        ->check(CLI::Range(0, 65535))
+        ->check(CLI::Validator(&WhyNoPort, "INT in [0 - 65535]"))
         ->type_name("N");
     app.add_option("--scenario", scenario, "Figures of every person and year that has not been primed")
         ->check(CLI::IsMember(Sandbox::ScenarioNames("paye")))

@@ -58,7 +58,8 @@ TEST(Program, PrintsItsAddressServesAndEndsOnASignal)
 
 TEST(Program, RefusesBadArgumentsInOneLine)
 {
-    for (const char* arguments : {"--port 65536", "--port x", "--scenario NOBODY", "--unknown", "stray"})
+    for (const char* arguments : {"--port 65536", "--port 010", "--port 0x50", "--port ' 80'", "--port +5", "--port x",
+                                  "--scenario NOBODY", "--unknown", "stray"})
         ExpectOneLine(arguments, 2, "");
     std::FILE* help = Start("", "--help");
     EXPECT_NE(ReadLine(help), "");
