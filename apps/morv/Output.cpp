@@ -38,6 +38,24 @@ std::string FormatMoment(const COleDateTime& moment, const char* pattern)
     return moment.GetStatus() == COleDateTime::valid ? Afx::FormatTime(moment.Fields(), pattern).Str() : "-";
 }
 
+/// What would steer a terminal that shows the document stands in its texts only, where an escape says the same.
+std::string Escaped(std::string_view document)
+{
+    std::string escaped;
+    escaped.reserve(document.size());
+    while (!document.empty()) {
+        const char* const begin = document.data();
+        if (const unsigned character = Afx::TakeCharacter(document); Afx::SteersTerminal(character)) {
+            CString code;
+            code.Format("\\u%04x", character);
+            escaped += code.Str();
+        } else {
+            escaped.append(begin, document.data());
+        }
+    }
+    return escaped;
+}
+
 void Write(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
 
 } // namespace
@@ -79,7 +97,7 @@ std::string Counted(int count, const std::string& one)
 void PrintJson(const Json& document)
 {
     // Text of another program's rows need not be UTF-8; the document must be.
-    Write(document.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n");
+    Write(Escaped(document.dump(-1, ' ', false, Json::error_handler_t::replace)) + "\n");
 }
 
 void PrintRaw(std::string_view text) { Write(std::string(text)); }

@@ -38,19 +38,19 @@ std::string ShownMoment(const COleDateTime& moment); // "20/08/2017 14:05:09"
 /// "1 schedule", "2 schedules".
 std::string Counted(int count, const std::string& one);
 
-/// Prints `document` on one line.
+/// Prints `document` on one line; what would steer a terminal is escaped.
 void PrintJson(const Json& document);
 
 /// One line for people on standard error: what, where, how to mend it; and the error object on standard output.
 void PrintError(const CommandError& error, bool json);
 
-/// `text` for one line of a terminal: line ends and control characters as blanks, bytes that are not UTF-8 replaced.
+/// `text` for one line of a terminal: as Afx::ToPrintable, an end of a paragraph as one blank.
 std::string Printable(std::string_view text);
 /// The same, cut behind so many bytes.
 std::string Cut(std::string_view text, std::size_t most);
 /// The same, cut where it is longer than anybody reads: what comes from HMRC may be.
 std::string Shown(std::string_view text);
-/// Whether there is something in it that Printable would blank: it could forge lines, or steer a terminal.
+/// Whether there is something in it that Printable would not show: it could forge lines, or steer a terminal.
 bool HasControlCharacters(std::string_view text);
 /// What a user gave, for a message: printable, in quotes, cut when it is long.
 std::string Quoted(std::string_view text);

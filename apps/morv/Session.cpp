@@ -4,6 +4,7 @@
 
 #include "Afx/text/Numbers.h"
 #include "Afx/text/TextFold.h"
+#include "Afx/text/Utf8.h"
 #include "Brix/PracticeKey.h"
 #include "Brix/Schema.h"
 #include "Cellar/Connection.h"
@@ -102,6 +103,9 @@ void CheckPracticeText(const std::string& practice)
         throw CommandError(Exit::BadInput, "BAD_ARGUMENTS",
                            "practice: the name " + Quoted(practice) + " holds control characters",
                            "Name the practice's file.");
+    if (!Afx::IsUtf8(practice))
+        throw CommandError(Exit::BadInput, "BAD_ARGUMENTS", "practice: the name " + Quoted(practice) + " is not UTF-8",
+                           "Rename the file first.");
 }
 
 std::string PracticePath(const std::string& practice)

@@ -33,6 +33,12 @@ constexpr unsigned short kWindows1252[] = {
 };
 static_assert(std::size(kWindows1252) == 32);
 
+/// The characters that embed, override or isolate a direction of writing: what follows is shown in another order.
+bool TurnsText(unsigned character) noexcept
+{
+    return (character >= 0x202A && character <= 0x202E) || (character >= 0x2066 && character <= 0x2069);
+}
+
 } // namespace
 
 void AppendUtf8(std::string& out, unsigned character)
@@ -96,17 +102,25 @@ std::string ToUtf8(std::string_view bytes)
     return out;
 }
 
+bool SteersTerminal(unsigned character) noexcept
+{
+    return character < ' ' || (character >= 0x7F && character < 0xA0) || TurnsText(character);
+}
+
 std::string ToPrintable(std::string_view bytes, bool keepLines)
 {
-    std::string text = ToUtf8(bytes);
-    for (std::size_t i = 0; i < text.size(); ++i)
-        if (const auto byte = static_cast<unsigned char>(text[i]); byte == 0x7F || (byte < ' ' && text[i] != '\n'))
-            text[i] = ' ';
-        else if (text[i] == '\n' && !keepLines)
-            text[i] = ' ';
-        else if (byte == 0xC2 && static_cast<unsigned char>(text[i + 1]) < 0xA0) // U+0080 to U+009F
-            text[i] = text[i + 1] = ' ';
-    return text;
+    const std::string text = ToUtf8(bytes);
+    std::string shown;
+    shown.reserve(text.size());
+    for (std::string_view left = text; !left.empty();) {
+        const char* const begin = left.data();
+        const unsigned character = TakeCharacter(left);
+        if (!SteersTerminal(character) || (character == '\n' && keepLines))
+            shown.append(begin, left.data());
+        else if (!TurnsText(character))
+            shown += ' ';
+    }
+    return shown;
 }
 
 } // namespace Afx

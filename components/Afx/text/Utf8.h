@@ -13,8 +13,11 @@ namespace Afx
 /// Valid UTF-8 stays, anything else is read as Windows-1252 and returned in UTF-8.
 AFX_API std::string ToUtf8(std::string_view bytes);
 AFX_API bool IsUtf8(std::string_view bytes) noexcept;
-/// ToUtf8 with a blank for each control character (below U+0020, U+007F to U+009F), so that a terminal shows the text
-/// and does not obey it. `keepLines`: line feeds stay.
+/// What a terminal obeys instead of showing it: a control character (below U+0020, U+007F to U+009F), or one that turns
+/// the direction of what follows (U+202A to U+202E, U+2066 to U+2069).
+AFX_API bool SteersTerminal(unsigned character) noexcept;
+/// ToUtf8 with a blank for each control character and without those that turn text, so that a terminal shows it as it
+/// is. `keepLines`: line feeds stay.
 AFX_API std::string ToPrintable(std::string_view bytes, bool keepLines = false);
 /// The first `most` bytes of a UTF-8 text, or a few less: never a part of a character.
 AFX_API std::string_view CutUtf8(std::string_view text, std::size_t most) noexcept;
