@@ -56,6 +56,11 @@ TEST(Settings, ChangesOneLineAndKeepsTheRest)
         {"[S]\n[T]\n[S]\n", "S", "n", "v", "[S]\nn=v\n[T]\n[S]\n", "into the first part of an empty section"},
         {"[S]\r\nn=1\r\n", "T", "n", "v", "[S]\r\nn=1\r\n\r\n[T]\r\nn=v\r\n", "with the file's own line ends"},
         {"[S]\nn=1\njunk\nm=2\n", "S", "n", nullptr, "[S]\njunk\nm=2\n", "removed"},
+        {"[R]\nx=1\n\n[S]\nn=1\n", "S", "n", nullptr, "[R]\nx=1\n", "with its section, which holds nothing else"},
+        {"[S]\nn=1\n\n[T]\nx=1\n", "S", "n", nullptr, "[T]\nx=1\n", "the first section"},
+        {"\xEF\xBB\xBF[S]\nn=1", "S", "n", nullptr, "\xEF\xBB\xBF", "the only one"},
+        {"[S]\nn=1\n; c\n[T]\n", "S", "n", nullptr, "[S]\n; c\n[T]\n", "a comment keeps it"},
+        {"; c\nn=0\n[R]\n[S]\nn=1\n[T\n", "S", "n", nullptr, "; c\nn=0\n[R]\n[S]\n[T\n", "no heading behind"},
     };
     for (const auto& [before, section, name, value, after, why] : rows) {
         Settings::SetPath(::Test::WriteFile("change.ini", before));

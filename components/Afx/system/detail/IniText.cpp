@@ -152,6 +152,40 @@ Place FindPlace(std::string_view text, std::string_view section, std::string_vie
     return place;
 }
 
+std::size_t LineBegin(std::string_view text, std::size_t at) noexcept
+{
+    const std::size_t before = text.substr(0, at).rfind('\n');
+    if (before != std::string_view::npos)
+        return before + 1;
+    return text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
+}
+
+/// The place of an entry that is removed, or of its whole section when nothing but blank lines would be left of it.
+Place WithEmptySection(std::string_view text, Place entry)
+{
+    constexpr std::string_view kSpace = " \t\r\v\f\n";
+    const auto isHeading = [&](std::size_t begin) {
+        return SectionOf(Trim(text.substr(begin, text.find('\n', begin) - begin))).has_value();
+    };
+    const std::size_t heading = LineBegin(text, text.substr(0, entry.begin).find_last_not_of(kSpace));
+    const std::size_t next = text.find_first_not_of(kSpace, entry.end);
+    if (!isHeading(heading))
+        return entry;
+    if (next != std::string_view::npos) {
+        const std::size_t nextLine = LineBegin(text, next);
+        if (isHeading(nextLine)) {
+            entry.begin = heading;
+            entry.end = nextLine;
+        }
+        return entry;
+    }
+    const std::size_t first = LineBegin(text, 0);
+    const std::size_t before = text.substr(first, heading - first).find_last_not_of(kSpace);
+    entry.begin = before == std::string_view::npos ? first : text.find('\n', first + before) + 1;
+    entry.end = text.size();
+    return entry;
+}
+
 bool IsPlain(std::string_view text) noexcept
 {
     return !text.empty() && Trim(text) == text &&
@@ -179,9 +213,11 @@ std::optional<std::string> FindIniValue(std::string_view text, std::string_view 
 std::string SetIniValue(std::string_view text, std::string_view section, std::string_view name,
                         std::optional<std::string_view> value)
 {
-    const Place place = FindPlace(text, section, name);
+    Place place = FindPlace(text, section, name);
     if (!place.found && !value)
         return std::string(text);
+    if (!value)
+        place = WithEmptySection(text, place);
     const std::string_view lineEnd = text.find("\r\n") != std::string_view::npos ? "\r\n" : "\n";
     std::string line;
     if (value)
