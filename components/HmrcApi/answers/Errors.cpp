@@ -82,6 +82,7 @@ constexpr Action kActions[] = {
     {"CANCELLED", "Start again when you are ready."},
     {"NOT_AVAILABLE", "Switch the practice to the PAYE interface in its options, then fetch again."},
     {"CHANGED_BY_ANOTHER_USER", "Fetch again."},
+    {"UNSAVED_CHANGES", "Save or cancel what has been changed, then fetch again."},
     {"NO_REDIRECT_PORT", "Close the other program that waits for HMRC's answer, then authorise again."},
     {"BROWSER_NOT_OPENED", "Set a default browser on this computer, then authorise again."},
     {"AUTHORISATION_TIMED_OUT", "Start the authorisation again and sign in on HMRC's page."},

@@ -64,6 +64,7 @@ TEST(ActionFor, IsDecidedByCauseCodeAndStatus)
         {"NO_CREDENTIALS", "", "NO_CREDENTIALS", "Authorise"},
         {"NOT_AVAILABLE", "", "", "PAYE interface"},
         {"CHANGED_BY_ANOTHER_USER", "", "", "Fetch again"},
+        {"UNSAVED_CHANGES", "", "", "Save or cancel"},
         {"REDIRECTED", "401", "", "sign in"},
         {"HTTP_408", "408", "", "Try again later"},
         {"HTTP_401", "401", "", "Authorise"},
