@@ -116,6 +116,13 @@ TEST(Format, MayTakeItsOwnTextAndLeavesItAloneWhenItFails)
     text.Format("<%s>", text);
     text.AppendFormat("%s", text);
     EXPECT_EQ(text, "<inner><inner>");
+    char buffer[] = "<%s>"; // not a literal: checked when it is filled
+    text.Format(buffer, "x");
+    EXPECT_EQ(text, "<x>");
+    EXPECT_TRUE(::Test::MessageOf<CInvalidArgException>([&] { text.Format(buffer, 1); }));
+    const char array[] = "%d";
+    text.Format(+array, 1);
+    EXPECT_EQ(text, "1");
     std::string out = "before";
     const Afx::FormatArg args[] = {std::string_view("x")};
     EXPECT_TRUE(::Test::MessageOf<CInvalidArgException>(

@@ -54,7 +54,9 @@ private:
 };
 
 /// A format for arguments of those types. A literal that does not fit them (one too many, too few, a text for a number,
-/// no placeholder that is known) does not compile; any other text is checked when it is filled, see AppendFormat.
+/// no placeholder that is known) does not compile; any other text is checked when it is filled, see AppendFormat. The
+/// compiler takes an array of const char for a literal, so one that is not constexpr does not compile: give a pointer
+/// to it, +array.
 template<class... Args>
 class FormatString
 {
@@ -65,6 +67,10 @@ public:
         if (!Detail::FitsFormat<Args...>(m_text))
             throw "the arguments do not fit the format"; // where the compiler stops
     }
+    /// A buffer, up to its first zero.
+    template<std::size_t N>
+    FormatString(char (&buffer)[N]) noexcept : FormatString(buffer, 0)
+    {}
     /// A pointer or a CString; null reads as the empty text.
     template<class Text>
     requires(!std::is_array_v<Text> && std::is_convertible_v<const Text&, const char*>) FormatString(const Text& text)
