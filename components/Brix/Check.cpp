@@ -32,8 +32,13 @@ struct Unique
     bool ignoreCase;
     const char* fault;
     const char* mayBeNull = nullptr; // the column in which null is an empty text
-    SqlText among = {};              // further conditions on the rows a and b that count
+    const SqlText* among = nullptr;  // further conditions on the rows a and b that count
 };
+
+constexpr SqlText kEmploymentsFromHmrc =
+    " AND a.[bFromHMRC] <> 0 AND b.[bFromHMRC] <> 0 AND a.[strPAYEReference] <> ''";
+constexpr SqlText kPensionsFromHmrc =
+    " AND a.[nType] IN (1040, 1050) AND a.[bFromHMRC] <> 0 AND b.[bFromHMRC] <> 0 AND a.[strReference] <> ''";
 
 const std::vector<Unique>& Uniques()
 {
@@ -61,13 +66,13 @@ const std::vector<Unique>& Uniques()
          false,
          "the year's employment from HMRC stands twice",
          "strWorksNumber",
-         " AND a.[bFromHMRC] <> 0 AND b.[bFromHMRC] <> 0 AND a.[strPAYEReference] <> ''"},
+         &kEmploymentsFromHmrc},
         {&CPensionStateBenefits::Declaration,
          {"lTaxFormID", "nType", "strReference", "strWorksNumber"},
          false,
          "the year's pension from HMRC stands twice",
          "strWorksNumber",
-         " AND a.[nType] IN (1040, 1050) AND a.[bFromHMRC] <> 0 AND b.[bFromHMRC] <> 0 AND a.[strReference] <> ''"},
+         &kPensionsFromHmrc},
     };
     return uniques;
 }
@@ -224,7 +229,8 @@ private:
         }
         const SqlText name = Bracketed(table.sqlName);
         const SqlText statement = SqlText("SELECT a.[lID]") + columns + " FROM " + name + " a, " + name +
-                                  " b WHERE b.[lID] < a.[lID]" + same + unique.among + " ORDER BY a.[lID]";
+                                  " b WHERE b.[lID] < a.[lID]" + same + (unique.among ? *unique.among : SqlText()) +
+                                  " ORDER BY a.[lID]";
         long last = 0;
         for (const auto& row : m_connection.Query(statement, {}).rows) {
             bool isSame = true; // the database compares texts without regard to case

@@ -2,7 +2,7 @@
 
 #include "Afx/text/TextFold.h"
 #include "Cellar/DatabaseError.h"
-#include "Cellar/drivers/sqlite/SqliteDriver.h"
+#include "Cellar/drivers/sqlite/SqliteModule.h"
 
 namespace Cellar
 {
@@ -29,6 +29,30 @@ bool TakePrefix(std::string_view& text, std::string_view prefix) noexcept
     return true;
 }
 
+using SqliteModule = Afx::ModuleFunctions<Sqlite::SqliteFunctions>;
+
+#ifdef MORVUT_MODULE
+SqliteModule LoadSqlite()
+{
+    static const char own = 0;
+    return Afx::LoadFunctionsBeside<Sqlite::SqliteFunctions>(&own, MORVUT_MODULE, "MorvUtSqlite");
+}
+#else
+SqliteModule LoadSqlite() { return {MorvUtSqlite(), {}}; }
+#endif
+
+/// Loaded when the first practice is opened: what needs no database starts without it.
+const Sqlite::SqliteFunctions& TheSqlite()
+{
+    static const SqliteModule module = LoadSqlite();
+    if (!module.functions)
+        throw DatabaseError(DatabaseError::Category::CannotOpen, "",
+                            "cannot open an embedded database: " + module.problem +
+                                "; install this program again, with all of its parts",
+                            "");
+    return *module.functions;
+}
+
 } // namespace
 
 OpenedDriver OpenDriver(std::string_view connectionText, Create create)
@@ -39,7 +63,7 @@ OpenedDriver OpenDriver(std::string_view connectionText, Create create)
                             "as in sqlite:practice.db",
                             "");
     TakePrefix(connectionText, "sqlite:");
-    return Sqlite::Open(std::string(connectionText), create);
+    return TheSqlite().open(std::string(connectionText), create);
 }
 
 } // namespace Cellar

@@ -104,7 +104,7 @@ private:
             return;
         }
         const std::int64_t most = Perhaps() ? 1'000'000 : 4'000'000'000;
-        std::int64_t amount = m_random() % most;
+        auto amount = static_cast<std::int64_t>(m_random() % static_cast<std::uint64_t>(most));
         amount -= Perhaps() ? amount % 100 : 0; // whole pence
         amount = Perhaps(10) ? 0 : Perhaps(10) ? -amount : amount;
         total += amount;

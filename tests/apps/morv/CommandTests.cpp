@@ -139,6 +139,16 @@ TEST(Commands, WithoutTheCipherModuleNoKeyIsCalledWrong)
         std::filesystem::resize_file(copy, std::filesystem::file_size(copy) / 2);
     }
 }
+
+TEST(Commands, WithoutTheDatabaseModuleThereAreRulesButNoPractice)
+{
+    const std::string practice = SamplePractice();
+    const WithoutModule without(MORV_DATABASE_LIBRARY);
+    EXPECT_EQ(RunMorv("calc GetTaxYear 2018-04-06").exit, 0);
+    const Ended listed = RunMorv("client list " + practice);
+    EXPECT_EQ(listed.exit, 3);
+    EXPECT_NE(listed.err.find(TempDir() + "/MorvUtSqlite-"), std::string::npos) << listed.err;
+}
 #endif
 
 } // namespace

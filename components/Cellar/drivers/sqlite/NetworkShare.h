@@ -5,14 +5,12 @@
 #include <cstdint>
 #include <filesystem>
 
-#include "Cellar/Export.h"
-
 namespace Cellar::Sqlite
 {
 
 /// The name of a network file system by the number that statfs gives it; null for any other. Locks and shared memory
 /// do not work across computers there.
-CELLAR_API const char* NetworkFileSystem(std::uint32_t type) noexcept;
+const char* NetworkFileSystem(std::uint32_t type) noexcept;
 
 /// The name of the network file system that holds `folder`, or null; null too where the system does not tell.
 const char* ShareName(const std::filesystem::path& folder);
