@@ -11,6 +11,7 @@
 #include "MorvUt/context/ClientStatus.h"
 #include "MorvUt/context/ClientView.h"
 #include "MorvUt/context/DateFormat.h"
+#include "MorvUt/context/Ordering.h"
 #include "MorvUt/context/PFile.h"
 #include "MorvUt/hmrc/access/AuthorisationStore.h"
 #include "MorvUt/hmrc/access/ClientData.h"
