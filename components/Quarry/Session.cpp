@@ -63,13 +63,14 @@ void SetConnection(std::unique_ptr<Cellar::CConnection> connection)
 {
     Current().connection = std::move(connection);
     Current().idBlocks.clear();
-    if (!HasConnection())
-        return;
-    Current().connection->OnRollback(&TellCachesToReload);
-    Current().connection->OnDirectStatement([](std::string_view statement) {
-        if (NamesDataModel(statement))
-            TellCachesToReload();
-    });
+    if (HasConnection()) {
+        Current().connection->OnRollback(&TellCachesToReload);
+        Current().connection->OnDirectStatement([](std::string_view statement) {
+            if (NamesDataModel(statement))
+                TellCachesToReload();
+        });
+    }
+    TellCachesToReload();
 }
 
 void BeginTransaction() { GetConnection().Begin(); }

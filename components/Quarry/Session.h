@@ -16,7 +16,7 @@ namespace Quarry
 /// open.
 QUARRY_API Cellar::CConnection& GetConnection();
 QUARRY_API bool HasConnection() noexcept;
-/// Takes the connection over; null closes the one before.
+/// Takes the connection over; null closes the one before. Tells caches to reload.
 QUARRY_API void SetConnection(std::unique_ptr<Cellar::CConnection> connection);
 
 QUARRY_API void BeginTransaction();
@@ -33,9 +33,9 @@ public:
     {}
 };
 
-/// Told when caches must reload: after every rollback, and after a direct statement that names a table of the data
-/// model and is not kept back by CIgnoreDirectSQL. Returns a number for RemoveRollbackListener. Listeners may be added
-/// and removed meanwhile.
+/// Told when caches must reload: after every rollback, after a direct statement that names a table of the data model
+/// and is not kept back by CIgnoreDirectSQL, and when another connection, or none, has become the current one. Returns
+/// a number for RemoveRollbackListener. Listeners may be added and removed meanwhile.
 QUARRY_API int AddRollbackListener(std::function<void()> listener);
 QUARRY_API void RemoveRollbackListener(int number);
 
