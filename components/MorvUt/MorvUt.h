@@ -8,6 +8,7 @@
 #include "Cellar/Cellar.h"
 #include "HmrcApi/HmrcApi.h"
 #include "Kiln/Kiln.h"
+#include "MorvUt/context/AccruedAllowance.h"
 #include "MorvUt/context/Children.h"
 #include "MorvUt/context/ClientStatus.h"
 #include "MorvUt/context/ClientView.h"

@@ -1,0 +1,169 @@
+#include "MorvUt/context/AccruedAllowance.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "MorvUt/taxyear/CurrentTaxYear.h"
+#include "Shellkit/NamedItems.h"
+#include "support/Case.h"
+#include "support/Practice.h"
+
+namespace
+{
+
+using ::Test::Practice;
+
+class AccruedAllowance : public testing::Test
+{
+protected:
+    ~AccruedAllowance() override { CCurrentTaxYearSingleton::Destroy(); }
+
+    /// A return with an interest row "Bank" of an addition of 500 and an income of 300.
+    static void AddYear(int year, Cellar::Value broughtForward = nullptr, long client = 1)
+    {
+        Practice::Sql("INSERT INTO BRIXTaxForm (lClientID, nYear) VALUES (%ld, %d)", client, year);
+        Practice::Sql("INSERT INTO BRIXNewInterest (lTaxFormID, strName, amtBFWD, amtAddition, amtIncome) "
+                      "SELECT MAX(lID), 'Bank', %ld, 500, 300 FROM BRIXTaxForm",
+                      broughtForward);
+    }
+    /// In ten-thousandths of a pound.
+    static std::int64_t Ask(short year, long client = 1, int type = 0, const char* name = "Bank", bool flagA = false,
+                            bool flagB = false)
+    {
+        return GetAccruedAllowanceBFWD(client, static_cast<SchedType>(type), name, flagA, flagB, year).GetValue();
+    }
+    /// The statements that asking takes.
+    static int Statements(short year, long client = 1)
+    {
+        int statements = 0;
+        Quarry::GetConnection().OnSent([&](std::string_view) { ++statements; });
+        Ask(year, client);
+        Quarry::GetConnection().OnSent(nullptr);
+        return statements;
+    }
+};
+
+} // namespace
+
+TEST_F(AccruedAllowance, IsWalkedBackToWhereItWasEntered)
+{
+    EXPECT_EQ(Ask(2002), 0) << "and no practice is open";
+    const Practice practice;
+    for (const int year : {2001, 2002, 2003, 2004, 2021, 2022})
+        AddYear(year);
+    AddYear(2020, 1000);
+    AddYear(2023, 50);
+    // 2003 takes nothing from 2002, and 2024 has no return
+    for (const auto& [year, left] :
+         {std::pair(2022, 1600), {2020, 1200}, {2023, 250}, {2003, 200}, {2004, 400}, {2024, 0}})
+        EXPECT_EQ(Ask(static_cast<short>(year)), left) << year;
+}
+
+TEST_F(AccruedAllowance, IsMadeOfTheSourcesFigures)
+{
+    const Practice practice;
+    constexpr const char* kRows[] = {
+        "TaxForm (lID, lClientID, nYear) VALUES (1, 1, 2024), (2, 1, 2024)",
+        "NewInterest (lID, lTaxFormID, nType, strName, nFlagA, nFlagB, amtBFWD, amtAddition, amtDeduction, amtIncome) "
+        "VALUES (1, 1, 0, 'used up', 0, 0, 0, 500, 0, 800), (3, 1, 0, 'Bank', 2, 0, 7, 5, 4, -3),"
+        "(4, 1, 0, 'too much', 0, 0, 9223372036854775807, 0, -1, 0), (5, 1, 0, 'bank', 1, -1, 2, NULL, NULL, NULL),"
+        "(6, 1, 1100, 'Bank', 1, 7, 40, 0, 0, 30), (7, 1, 1110, 'Bank', 1, 1, 50, 0, 0, 0),"
+        "(8, 1, 1109, NULL, 1, 0, 60, 0, 0, 1)",
+        "NewInterestGrid (lNewInterestID, amtIncome) VALUES (6, 15), (6, NULL), (6, -5), (8, 9)",
+        "NewInterestJoint (lID, lNewInterestID, amtBFWD, amtIncome) VALUES (5, 5, 90, 1), (7, 7, 80, 9), (8, 7, 7, 0)",
+        "NewInterestJointGrid (lNewInterestJointID, amtIncome) VALUES (7, 5)",
+        "OtherForeignIncome (lID, lTaxFormID, strName, nFlagA, amtBFWD) VALUES (1, 1, 'Fig', 1, 20), (2, 1, 'Fig', 0, "
+        "30)",
+        "OtherForeignIncomeGrid (lOtherForeignIncomeID, amtIncome) VALUES (1, 5), (1, NULL), (2, -10)",
+        "PartnershipAccruedIncome (lTaxFormID, strName, nKind, lpClientID, amtBFWD) VALUES (1, 'used up', 0, 8, 810),"
+        "(1, 'Firm', 1, 8, 100), (1, 'Other', 2, 8, 4), (1, 'None', 1, 0, 5), (1, 'Firm', 1, 8, 0), (2, 'Two', 0, 8, "
+        "1)",
+        "BTaxProprietor (lID, lClientID, lpClientID) VALUES (1, 0, 8), (2, 1, 0), (3, 0, 9)",
+        "BTaxAccountingPeriod (lID, lBTaxProprietorID, dtEnd) VALUES (1, 1, '2023-04-06'), (2, 1, '2024-04-05'),"
+        "(3, 1, '2023-04-05'), (4, 1, '2024-04-06'), (5, 1, NULL), (6, 2, '2024-04-05'), (7, 3, '2024-04-05')",
+        "BTaxNoTaxInvestmentIncome (lID, lBTaxAccountingPeriodID) SELECT 10 + lID, lID FROM BRIXBTaxAccountingPeriod",
+        "BTaxNoTaxInvestmentIncomeSplit (lBTaxNoTaxInvestmentIncomeID, lClientID, amtShare, amtShareOverride,"
+        "bOverride) VALUES (11, 1, 1, 70, 0), (12, 1, 80, 6, 1), (12, 1, 90, NULL, 1), (12, 1, NULL, 90, NULL), (12, "
+        "2, 9, 9, 1),"
+        "(13, 1, 9, 9, 0), (14, 1, 9, 9, 0), (15, 1, 9, 9, 0), (16, 1, 9, 9, 0), (17, 1, 9, 9, 0)",
+    };
+    for (const std::string rows : kRows)
+        Quarry::GetConnection().Script("INSERT INTO BRIX" + rows);
+    const ::Test::Row<int, const char*, bool, bool, int> rows[] = {
+        {0, "used up", false, false, 0, "not negative"},
+        {0, "Bank", false, false, 8, "flag 2 is not true; income -3"},
+        {0, "too much", false, false, 0, "64 bits"},
+        {0, "bank", true, true, 2, "in its own case; nulls"},
+        {0, "Bank", true, true, 30, "first of two"},
+        {0, nullptr, true, false, 59, "no name; own income, not lines"},
+        {1, "bank", true, true, 89, "joint row"},
+        {1, "Bank", true, true, 75, "first of the first with one; lines"},
+        {1, "Bank", false, false, 0, "no joint row"},
+        {2, "Fig", true, false, 15, "the sum of its lines"},
+        {2, "Fig", false, false, 40, "negative sum"},
+        {3, "used up", true, true, 10, "by name alone; interest row"},
+        {3, "Firm", false, false, 93, "1, 6 and nulls"},
+        {-5, "Firm", false, false, 93, "any other type"},
+        {3, "Other", false, false, 4, "no income"},
+        {3, "None", false, false, 5, "not the client's own business"},
+        {3, "firm", false, false, 0, "in another case"},
+        {3, "Two", false, false, 0, "on the second return"},
+    };
+    for (const auto& [type, name, flagA, flagB, left, why] : rows)
+        EXPECT_EQ(Ask(2024, 1, type, name, flagA, flagB), left) << why;
+}
+
+TEST_F(AccruedAllowance, IsRememberedForTwoClientsOfAThread)
+{
+    const Practice practice;
+    for (const long client : {1, 2, 3})
+        for (const int year : {2022, 2023, 2024})
+            AddYear(year, nullptr, client);
+    EXPECT_EQ(Statements(2023, 1), 5) << "two years of two statements, and a year without return";
+    EXPECT_EQ(Statements(2022, 1), 0) << "on the way";
+    EXPECT_EQ(Statements(2024, 1), 2) << "one more year";
+    EXPECT_EQ(Statements(2024, 2), 7);
+    EXPECT_EQ(Statements(2024, 1) + Statements(2024, 2), 0) << "in turns";
+    EXPECT_EQ(Statements(2024, 3) + Statements(2024, 1) + Statements(2024, 3), 14) << "forgotten for a third client";
+    SetCurrentTaxYear(10);
+    EXPECT_GT(Statements(2024, 3), 0) << "another current year";
+    ClearAccruedAllowanceBFWDCache();
+    EXPECT_GT(Statements(2024, 3), 0) << "cleared";
+
+    const auto elsewhere = [](auto action) { std::thread(action).join(); };
+    for (int i = 0; i < 2; ++i)
+        elsewhere([] { EXPECT_GT(Statements(2024, 3), 0) << "a new thread remembers nothing"; });
+    elsewhere(&ClearAccruedAllowanceBFWDCache);
+    EXPECT_EQ(Statements(2024, 3), 0) << "and clears nothing of others";
+    elsewhere([] { ::Test::Add<Brix::CTaxForm>([](Brix::CTaxForm&) {}); });
+    EXPECT_GT(Statements(2024, 3), 0) << "but its change is noticed by all";
+    Shellkit::Shutdown();
+    EXPECT_GT(Statements(2024, 3), 0) << "after a shut-down";
+}
+
+TEST_F(AccruedAllowance, IsReadAnewWhenItsSourcesChange)
+{
+    const Practice practice;
+    AddYear(2024, 0);
+    EXPECT_EQ(Ask(2024), 200);
+    Quarry::BeginTransaction();
+    Practice::Sql("UPDATE BRIXNewInterest SET amtBFWD = 5");
+    EXPECT_EQ(Ask(2024), 205);
+    Quarry::Rollback();
+    EXPECT_EQ(Ask(2024), 200) << "rolled back";
+    const Practice another("another.db");
+    EXPECT_EQ(Ask(2024), 0) << "another practice";
+    for (const char* const table :
+         {"TaxForm", "NewInterest", "NewInterestGrid", "NewInterestJoint", "NewInterestJointGrid", "OtherForeignIncome",
+          "OtherForeignIncomeGrid", "PartnershipAccruedIncome", "BTaxProprietor", "BTaxAccountingPeriod",
+          "BTaxNoTaxInvestmentIncome", "BTaxNoTaxInvestmentIncomeSplit"}) {
+        Quarry::CDataList row(*Brix::FindTable(std::string("BRIX") + table));
+        for (const char* const event : {"insert", "update", "delete"}) {
+            *event == 'i' ? row.AddNew() : row.Set(1, 4711); // some parent
+            *event == 'd' ? row.Delete() : row.Update();
+            EXPECT_GT(Statements(2024), 0) << event << ' ' << table;
+            EXPECT_EQ(Statements(2024), 0) << event << ' ' << table;
+        }
+    }
+}
