@@ -12,11 +12,19 @@
 namespace
 {
 
+/// Where an item stands. Once made, the place of a key is there for as long as the process lives.
+struct Place
+{
+    std::atomic<void*> object{nullptr}; // null: there is no item
+    void (*destroyer)(void*) = nullptr;
+    std::uint64_t age = 0; // the greater, the younger
+};
+
+/// An item that was taken out of the store: whoever holds it ends it.
 struct Item
 {
     void* object;
     void (*destroyer)(void*);
-    std::uint64_t age; // the greater, the younger
 
     void End() const
     {
@@ -30,19 +38,9 @@ struct Item
 struct Store
 {
     std::recursive_mutex mutex;
-    std::map<std::string, Item, std::less<>> items;
+    std::map<std::string, Place, std::less<>> places;
     std::vector<std::string_view> inMaking; // keys whose creators are running
     std::uint64_t made = 0;
-    std::atomic<unsigned> generation{0};
-
-    /// Takes the item out; whoever holds it then ends it. Only while the mutex is held.
-    Item Remove(std::map<std::string, Item, std::less<>>::iterator at)
-    {
-        const Item item = at->second;
-        items.erase(at);
-        generation.fetch_add(1, std::memory_order_release);
-        return item;
-    }
 };
 
 Store& TheStore()
@@ -52,6 +50,22 @@ Store& TheStore()
 }
 
 std::string_view KeyText(const char* key) noexcept { return key ? std::string_view(key) : std::string_view(); }
+
+// These need the mutex.
+
+Place* Find(Store& store, std::string_view key) noexcept
+{
+    const auto found = store.places.find(key);
+    return found != store.places.end() && found->second.object ? &found->second : nullptr;
+}
+
+Place& PlaceOf(Store& store, std::string_view key)
+{
+    const auto found = store.places.find(key);
+    return found != store.places.end() ? found->second : store.places.try_emplace(std::string(key)).first->second;
+}
+
+Item TakeOut(Place& place) noexcept { return {place.object.exchange(nullptr), place.destroyer}; }
 
 /// Marks a key while its creator runs, also when that throws.
 class MakingScope
@@ -66,32 +80,23 @@ private:
     Store& m_store;
 };
 
-std::optional<Item> TakeOut(std::string_view key)
-{
-    Store& store = TheStore();
-    const std::lock_guard lock(store.mutex);
-    const auto found = store.items.find(key);
-    if (found == store.items.end())
-        return std::nullopt;
-    return store.Remove(found);
-}
-
 std::optional<Item> TakeOutYoungest()
 {
     Store& store = TheStore();
     const std::lock_guard lock(store.mutex);
-    const auto youngest = std::max_element(store.items.begin(), store.items.end(),
-                                           [](const auto& a, const auto& b) { return a.second.age < b.second.age; });
-    if (youngest == store.items.end())
-        return std::nullopt;
-    return store.Remove(youngest);
+    Place* youngest = nullptr;
+    for (auto& [key, place] : store.places)
+        if (place.object && (!youngest || place.age > youngest->age))
+            youngest = &place;
+    return youngest ? std::optional(TakeOut(*youngest)) : std::nullopt;
 }
 
-std::size_t ItemCount()
+auto ItemCount()
 {
     Store& store = TheStore();
     const std::lock_guard lock(store.mutex);
-    return store.items.size();
+    return std::count_if(store.places.begin(), store.places.end(),
+                         [](const auto& entry) { return entry.second.object != nullptr; });
 }
 
 /// Flags have names of their own, so that putting one out can never end somebody's item.
@@ -106,17 +111,21 @@ void* GetGlobalDataItem(const char* key, void* (*creator)(), void (*destroyer)(v
     Store& store = TheStore();
     const std::lock_guard lock(store.mutex);
     const std::string_view name = KeyText(key);
-    if (const auto found = store.items.find(name); found != store.items.end())
-        return found->second.object;
+    if (const Place* const found = Find(store, name))
+        return found->object;
     if (!creator || std::find(store.inMaking.begin(), store.inMaking.end(), name) != store.inMaking.end())
         return nullptr;
-    std::string copy(name); // before the creator: the caller's text may be gone after it
+    const std::string copy(name); // before the creator: the caller's text may be gone after it
     void* const object = [&] {
         const MakingScope making(store, copy);
         return creator();
     }();
-    if (object)
-        store.items.emplace(std::move(copy), Item{object, destroyer, ++store.made});
+    if (object) {
+        Place& place = PlaceOf(store, copy);
+        place.destroyer = destroyer;
+        place.age = ++store.made;
+        place.object = object;
+    }
     return object;
 }
 
@@ -124,12 +133,17 @@ bool GlobalItemExists(const char* key)
 {
     Store& store = TheStore();
     const std::lock_guard lock(store.mutex);
-    return store.items.find(KeyText(key)) != store.items.end();
+    return Find(store, KeyText(key)) != nullptr;
 }
 
 bool DeleteGlobalItem(const char* key)
 {
-    const auto item = TakeOut(KeyText(key));
+    const auto item = [&]() -> std::optional<Item> {
+        Store& store = TheStore();
+        const std::lock_guard lock(store.mutex);
+        Place* const place = Find(store, KeyText(key));
+        return place ? std::optional(TakeOut(*place)) : std::nullopt;
+    }();
     if (item)
         item->End();
     return item.has_value();
@@ -140,8 +154,8 @@ namespace Shellkit
 
 void Shutdown()
 {
-    constexpr std::size_t kLateItems = 1000; // made by destroyers; more than these never end
-    for (std::size_t left = ItemCount() + kLateItems; left > 0; --left) {
+    constexpr int kLateItems = 1000; // made by destroyers; more than these never end
+    for (auto left = ItemCount() + kLateItems; left > 0; --left) {
         const auto item = TakeOutYoungest();
         if (!item)
             return;
@@ -149,7 +163,12 @@ void Shutdown()
     }
 }
 
-const std::atomic<unsigned>& GlobalItemGeneration() noexcept { return TheStore().generation; }
+const std::atomic<void*>& GlobalItemPlace(const char* key)
+{
+    Store& store = TheStore();
+    const std::lock_guard lock(store.mutex);
+    return PlaceOf(store, KeyText(key)).object;
+}
 
 bool GetSharedFlag(const char* key) { return GlobalItemExists(FlagKey(key).c_str()); }
 

@@ -23,8 +23,9 @@ namespace Shellkit
 /// revive each other come to an end). An item that a creator asked for is older than the creator's.
 SHELLKIT_API void Shutdown();
 
-/// Grows whenever an item leaves the store: who keeps the address of an item may use it while this has not changed.
-SHELLKIT_API const std::atomic<unsigned>& GlobalItemGeneration() noexcept;
+/// Where the store keeps the item `key`: null before the item is made and after it has left. Makes no item. Stays
+/// there for as long as the process lives, so that who asks often need not look the key up.
+SHELLKIT_API const std::atomic<void*>& GlobalItemPlace(const char* key);
 
 /// A flag that every module of the process sees (a named item): the read-only PIN.
 SHELLKIT_API bool GetSharedFlag(const char* key);

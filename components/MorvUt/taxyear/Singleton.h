@@ -30,15 +30,15 @@ public:
     virtual void AddListeners() {}
     virtual void RemoveListeners() {}
 
-    /// The one instance, made on first use. Cheap: each module remembers where it is while nothing has left the store.
+    /// The one instance, made on first use. Cheap: each module remembers where the store keeps it.
     static Derived& Instance()
     {
-        if (IsRemembered()) [[likely]]
-            return *s_instance.load(std::memory_order_relaxed);
+        if (void* const item = s_place.load(std::memory_order_acquire)->load(std::memory_order_acquire)) [[likely]]
+            return *static_cast<Derived*>(item);
         return Find();
     }
     /// 1 when there is an instance; never makes one.
-    static int Loaded() { return IsRemembered() || GlobalItemExists(GetKey().c_str()) ? 1 : 0; }
+    static int Loaded() { return Place() ? 1 : 0; }
     /// Ends the instance; references into it end too. The next `Instance()` is a fresh, empty one.
     static void Destroy() { DeleteGlobalItem(GetKey().c_str()); }
 
@@ -51,23 +51,23 @@ private:
     /// The same in every module of the process.
     static std::string GetKey() { return std::string("MORVUT::") + typeid(CSingleton).name(); }
 
-    static bool IsRemembered() noexcept
+    static const std::atomic<void*>& Place()
     {
-        const std::atomic<unsigned>& current = *s_storeGeneration.load(std::memory_order_acquire);
-        return current.load(std::memory_order_acquire) == s_generation.load(std::memory_order_acquire);
+        const std::atomic<void*>* place = s_place.load(std::memory_order_acquire);
+        if (place == &s_nowhere) {
+            place = &Shellkit::GlobalItemPlace(GetKey().c_str());
+            s_place.store(place, std::memory_order_release);
+        }
+        return *place;
     }
 
     static Derived& Find()
     {
-        const std::atomic<unsigned>& current = Shellkit::GlobalItemGeneration();
-        const unsigned generation = current.load(std::memory_order_acquire); // before: what leaves meanwhile is noticed
-        auto* const instance = static_cast<Derived*>(GetGlobalDataItem(GetKey().c_str(), &Create, &End));
+        Place(); // so that from now on a look there is enough
+        void* const instance = GetGlobalDataItem(GetKey().c_str(), &Create, &End);
         if (!instance)
             throw std::logic_error("a singleton asks for itself while it is being made");
-        s_instance.store(instance, std::memory_order_relaxed);
-        s_generation.store(generation, std::memory_order_release);
-        s_storeGeneration.store(&current, std::memory_order_release);
-        return *instance;
+        return *static_cast<Derived*>(instance);
     }
 
     static void* Create()
@@ -88,8 +88,6 @@ private:
     }
 
     // What this module remembers. Atomic, so that a worker thread may ask for an instance that is there.
-    inline static const std::atomic<unsigned> s_neverAsked{~0u};
-    inline static std::atomic<Derived*> s_instance{nullptr};
-    inline static std::atomic<unsigned> s_generation{0}; // of the store, when it was asked
-    inline static std::atomic<const std::atomic<unsigned>*> s_storeGeneration{&s_neverAsked};
+    inline static const std::atomic<void*> s_nowhere{nullptr};
+    inline static std::atomic<const std::atomic<void*>*> s_place{&s_nowhere};
 };
