@@ -33,8 +33,10 @@ void OnChanged(const Quarry::DataChange& change)
     CDate::SetParseOrder(OrderOf(change.newRow ? change.newRow->GetInt(Brix::COptions::kDateFormat) : 0));
 }
 
-void OnRollback()
+void OnReload()
 {
+    if (!Quarry::HasConnection())
+        return;
     try {
         ReadFormat();
     } catch (const Cellar::DatabaseError&) {
@@ -50,6 +52,6 @@ void FollowDateFormat()
     Quarry::AddDataChangedListenerForInsert(kTable, "BRIX", &OnChanged);
     Quarry::AddDataChangedListenerForUpdate(kTable, "BRIX", &OnChanged);
     Quarry::AddDataChangedListenerForDelete(kTable, "BRIX", &OnChanged);
-    [[maybe_unused]] static const int number = Quarry::AddRollbackListener(&OnRollback);
+    [[maybe_unused]] static const int number = Quarry::AddRollbackListener(&OnReload);
     ReadFormat();
 }
