@@ -29,14 +29,19 @@ short FirstRealYear()
     return ToRealTaxYear(last > kEarliestRemembered ? last : kEarliestRemembered);
 }
 
+[[gnu::noinline]] short Establish()
+{
+    const short realYear = FirstRealYear();
+    CCurrentTaxYearSingleton::Instance().SetRealYear(realYear);
+    return realYear;
+}
+
 } // namespace
 
 short GetCurrentRealTaxYear()
 {
-    CCurrentTaxYearSingleton& current = CCurrentTaxYearSingleton::Instance();
-    if (current.GetRealYear() == 0) [[unlikely]]
-        current.SetRealYear(FirstRealYear());
-    return current.GetRealYear();
+    const short realYear = CCurrentTaxYearSingleton::Instance().GetRealYear();
+    return realYear != 0 ? realYear : Establish();
 }
 
 short GetCurrentTaxYear() { return ToRelativeTaxYear(GetCurrentRealTaxYear()); }

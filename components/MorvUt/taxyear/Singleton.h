@@ -61,7 +61,7 @@ private:
         return *place;
     }
 
-    static Derived& Find()
+    [[gnu::noinline]] static Derived& Find() // by itself, so that those who ask save no registers for it
     {
         Place(); // so that from now on a look there is enough
         void* const instance = GetGlobalDataItem(GetKey().c_str(), &Create, &End);
