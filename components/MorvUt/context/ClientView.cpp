@@ -4,6 +4,7 @@
 
 #include "Afx/text/Numbers.h"
 #include "Afx/text/TextFold.h"
+#include "MorvUt/context/status/ClientStatus.h"
 #include "MorvUt/identifiers/TaxIdentifiers.h"
 #include "MorvUt/res/Strings.h"
 #include "Quarry/Session.h"
@@ -104,9 +105,9 @@ std::optional<KindOfClient> KindOfClientNamed(const std::string& name) noexcept
 
 ClientView ViewOf(const Brix::CClient& client)
 {
-    const KindOfClient kind = !client.GetTrust()                                    ? KindOfClient::Individual
-                              : client.GetEntityType().CompareNoCase("Estate") == 0 ? KindOfClient::Estate
-                                                                                    : KindOfClient::Trust;
+    const KindOfClient kind = !client.GetTrust() ? KindOfClient::Individual
+                              : IsEstate(client) ? KindOfClient::Estate
+                                                 : KindOfClient::Trust;
     return {client.GetID(), client.GetCode(), client.GetName(), kind, client.GetNINumber(), client.GetUTR()};
 }
 

@@ -3,7 +3,7 @@
 #include "Afx/Exceptions.h"
 #include "Afx/windows/MessageBox.h"
 #include "Brix/Records.h"
-#include "MorvUt/context/ClientStatus.h"
+#include "MorvUt/context/status/ClientStatus.h"
 #include "MorvUt/hmrc/access/PracticeOptions.h"
 #include "MorvUt/hmrc/fetch/NicPrepop.h"
 #include "MorvUt/hmrc/fetch/PayePrepop.h"

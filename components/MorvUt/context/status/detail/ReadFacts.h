@@ -1,0 +1,33 @@
+#pragma once
+
+// The facts that the rules look at, from the current connection. Throws Cellar::DatabaseError.
+
+#include <vector>
+
+#include "Brix/Records.h"
+#include "MorvUt/context/status/StatusRules.h"
+
+namespace Context::Detail
+{
+
+/// Which records a question looks at: one statement each.
+struct Wanted
+{
+    bool owner = false;
+    bool form = false;
+    bool info = false; // and the form
+    bool periods = false;
+    bool submissions = false;
+};
+inline constexpr Wanted kEverything{true, true, true, true, true};
+
+StatusFacts ReadFacts(long id, bool isPartnership, short year, const Wanted& wanted);
+/// The facts of every client, then every partnership, each in the order of their ids: one statement for each table,
+/// whatever their number.
+std::vector<StatusFacts> ReadFactsOfAll(short year);
+
+/// Facts about a client's record alone, and about the current row of a tax form.
+StatusFacts FactsOf(const Brix::CClient& client);
+StatusFacts FactsOf(const Brix::CTaxForm& form);
+
+} // namespace Context::Detail

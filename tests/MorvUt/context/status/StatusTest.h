@@ -1,0 +1,19 @@
+#pragma once
+
+// A practice whose rows are put in by plain SQL, in the tax year 2023/24.
+
+#include "MorvUt/taxyear/CurrentTaxYear.h"
+#include "support/Practice.h"
+
+namespace Test
+{
+
+class StatusPractice : public Practice
+{
+public:
+    StatusPractice() { SetCurrentTaxYear(33); }
+    ~StatusPractice() { CCurrentTaxYearSingleton::Destroy(); }
+    static void Script(const std::string& statements) { Quarry::GetConnection().Script(statements); }
+};
+
+} // namespace Test

@@ -1,0 +1,169 @@
+#include "MorvUt/context/status/StatusView.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "MorvUt/context/status/ClientStatus.h"
+#include "StatusTest.h"
+
+namespace
+{
+
+/// Rows of every kind, right ones and odd ones, chosen by chance that is the same each time.
+class OddPractice : public ::Test::StatusPractice
+{
+public:
+    /// So many more clients and partnerships; a few of their rows hang on ids that nobody has.
+    void Add(int count)
+    {
+        Quarry::CTransaction transaction(Cellar::Intent::Write);
+        for (int i = 0; i < count; ++i, ++m_last) {
+            Sql("INSERT INTO BRIXClient (lID, bTrust, bActive, strEntityType, bTrustOption, nTrustKind, dtDeath) "
+                "VALUES (%ld, %d, %d, %s, %d, %d, %s)",
+                m_last + 1, Pick(2), Pick(3), Pick(2) ? "estate" : "Trust", Pick(2), Pick(3), Date());
+            Sql("INSERT INTO BRIXPartnership (lID, bActive, bLLP, dtCessation) VALUES (%ld, %d, %d, %s)", m_last + 2,
+                Pick(3), Pick(2), Date());
+        }
+        for (int i = 0; i < 4 * count; ++i) {
+            Sql("INSERT INTO BRIXTaxForm (lID, lClientID, nYear, bDormant, dtFinalised) VALUES (%d, %d, %d, %d, %s)",
+                m_form + i + 1, Owner(), Year(), Pick(4) == 0, Date());
+            Sql("INSERT INTO BRIXPartnershipTaxForm (lpClientID, nYear, bDormant, dtFinalised) VALUES (%d, %d, %d, %s)",
+                Owner(), Year(), Pick(4) == 0, Date());
+            Sql("INSERT INTO BRIXOtherReturnInfo (lTaxFormID, nTaxPayerStatus, bTradingAllowance) VALUES (%d, %d, %d)",
+                1 + Pick(m_form + 4 * count), Pick(3), Pick(2));
+            for (const auto& into : {Cellar::SqlText("BRIXFBISubmissions (lClientID"),
+                                     Cellar::SqlText("BRIXPartnershipFBISubmissions (lpClientID")})
+                Sql("INSERT INTO " + into + ", nYear, nStatus) VALUES (%d, %d, %d)", Owner(), Year(), Pick(4));
+            for (const auto& into : {Cellar::SqlText("BRIXClientPeriodsInactivity (lClientID"),
+                                     Cellar::SqlText("BRIXPartnershipPeriodsInactivity (lpClientID")})
+                Sql("INSERT INTO " + into + ", dtStart, dtEnd) VALUES (%d, %s, %s)", Owner(), Date(), Date());
+        }
+        m_form += 4 * count;
+        transaction.Commit();
+    }
+
+    static constexpr short kYears[] = {2007, 2008, 2017, 2018, 2020, 2024};
+
+private:
+    int Pick(int below) { return static_cast<int>(m_chance() % static_cast<unsigned>(below)); }
+    int Owner() { return 1 + Pick(m_last + 3); }
+    short Year() { return kYears[Pick(6)]; }
+    const char* Date()
+    {
+        static constexpr const char* kDates[] = {nullptr,      nullptr,      "2019-04-06", "2019-04-07", "2020-04-05",
+                                                 "2020-04-04", "2023-04-05", "2023-04-06", "soon",       "2006-01-01"};
+        return kDates[Pick(10)];
+    }
+
+    std::mt19937 m_chance{5};
+    int m_last = 0, m_form = 0;
+};
+
+bool SaysForm(long client, short year, bool (*question)(Brix::CTaxForm&))
+{
+    Brix::CTaxForm form;
+    form.Open({{Brix::CTaxForm::kClientID, client}, {Brix::CTaxForm::kYear, year}});
+    return question(form);
+}
+
+using Single = bool (*)(long id, bool isPartnership, short year);
+
+/// The published function that answers each question.
+constexpr std::pair<StatusQuestion, Single> kSingles[] = {
+    {StatusQuestion::DeadOrDormant, IsClientDeadDormant},
+    {StatusQuestion::Inactive, IsClientInactiveInYear},
+    {StatusQuestion::Finalised,
+     [](long id, bool p, short y) {
+         return (p ? IsPartershipTaxReturnFinalised(id, y) : IsTaxReturnFinalisedForYear(id, y)) == 1;
+     }},
+    {StatusQuestion::Trust, [](long id, bool p, short) { return !p && IsClientATrust(ClientId(id), false) == 1; }},
+    {StatusQuestion::Estate, [](long id, bool p, short) { return !p && IsClientAnEstate(id) == 1; }},
+    {StatusQuestion::ActualTrust, [](long id, bool p, short) { return !p && IsActualTrustClient(id) == 1; }},
+    {StatusQuestion::Llp, [](long id, bool p, short) { return p && IsPartnershipAnLLP(id) == 1; }},
+    {StatusQuestion::Scottish, [](long id, bool p, short y) { return !p && SaysForm(id, y, IsScottishTaxPayer); }},
+    {StatusQuestion::TradingAllowance, [](long id, bool p, short y) { return !p && ClaimTradingAllowance(id, y); }},
+};
+
+} // namespace
+
+TEST(StatusOfAll, IsWhatTheSingleQuestionsAnswer)
+{
+    OddPractice practice;
+    practice.Add(60);
+    int yes[kStatusQuestions] = {};
+    for (const short year : OddPractice::kYears) {
+        const std::vector<ClientStatus> all = StatusOfAll(year);
+        ASSERT_EQ(all.size(), 120U);
+        for (const ClientStatus& status : all) {
+            EXPECT_EQ(FindStatus(all, status.GetId(), status.IsPartnership()), &status);
+            for (const auto& [question, single] : kSingles) {
+                const bool is = status.Is(question);
+                yes[static_cast<std::size_t>(question)] += is;
+                EXPECT_EQ(is, single(status.GetId(), status.IsPartnership(), year))
+                    << NameOf(question) << ' ' << status.IsPartnership() << ' ' << status.GetId() << " in " << year;
+            }
+        }
+        EXPECT_EQ(FindStatus(all, 61, false), nullptr);
+    }
+    for (const auto& [question, single] : kSingles)
+        EXPECT_GT(yes[static_cast<std::size_t>(question)], 10) << NameOf(question) << " is hardly ever a yes";
+}
+
+TEST(StatusOfAll, SendsOneStatementForEachTable)
+{
+    OddPractice practice;
+    const auto statements = [] {
+        int count = 0;
+        Quarry::GetConnection().OnSent([&](std::string_view) { ++count; });
+        StatusOfAll(2020);
+        Quarry::GetConnection().OnSent(nullptr);
+        return count;
+    };
+    practice.Add(10);
+    EXPECT_EQ(statements(), 9);
+    practice.Add(190);
+    EXPECT_EQ(statements(), 9);
+}
+
+TEST(ClientStatus, TellsTheRecordThatDecidedAndSaysSo)
+{
+    const ::Test::StatusPractice practice;
+    practice.Script(
+        "INSERT INTO BRIXClient (lID, bTrust, strEntityType, dtDeath) VALUES (7, 1, 'Estate', '2001-02-03');"
+        "INSERT INTO BRIXClientPeriodsInactivity (lID, lClientID, dtStart) VALUES (3, 7, '2019-05-01'), "
+        "(4, 7, '2019-04-06'), (5, 7, '2018-01-01');");
+    const ClientStatus status = StatusOf(7, false, 2020);
+    const StatusAnswer answer = status.AnswerOf(StatusQuestion::DeadOrDormant);
+    EXPECT_EQ(answer.reason, StatusReason::InactivityPeriod);
+    EXPECT_EQ(answer.recordId, 4) << "the first that covers the year";
+    EXPECT_EQ(answer.from, Kiln::CDate(2019, 4, 6));
+    EXPECT_TRUE(answer.to.IsNull());
+    EXPECT_STREQ(status.ReasonText(StatusQuestion::Finalised), "There is no return for 2019/20");
+    const std::vector<CString> because{"A period of inactivity (06/04/2019 to open) covers the whole of 2019/20",
+                                       "Kept as a trust", "A trust whose entity type is Estate",
+                                       "An estate, and so no actual trust"};
+    EXPECT_EQ(status.Because(), because);
+    EXPECT_STREQ(StatusOf(7, false, 2018).ReasonText(StatusQuestion::Inactive),
+                 "The date of death, 03/02/2001, does not count: a trust goes on");
+}
+
+TEST(ClientStatus, SaysTheMostTellingFirst)
+{
+    const std::pair<const char*, const char*> rows[] = {
+        {"", "no return"},
+        {"INSERT INTO BRIXTaxForm (lClientID, nYear) VALUES (1, 2020)", "in progress"},
+        {"UPDATE BRIXTaxForm SET dtFinalised = '2020-06-30'", "finalised"},
+        {"INSERT INTO BRIXFBISubmissions (lClientID, nYear, nStatus) VALUES (1, 2020, 2)", "amending"},
+        {"INSERT INTO BRIXClientPeriodsInactivity (lClientID, dtEnd) VALUES (1, '2021-04-05')", "inactive"},
+        {"UPDATE BRIXClientPeriodsInactivity SET dtStart = '2019-04-06'", "inactive since 06/04/2019"},
+        {"UPDATE BRIXTaxForm SET bDormant = 1", "dormant"},
+        {"UPDATE BRIXClient SET dtDeath = '2020-11-03'", "died 03/11/2020"},
+    };
+    const ::Test::StatusPractice practice;
+    practice.Script("INSERT INTO BRIXClient (lID) VALUES (1)");
+    for (const auto& [change, word] : rows) {
+        practice.Script(change);
+        EXPECT_STREQ(StatusOf(1, false, 2020).Word(), word) << change;
+    }
+}
