@@ -20,21 +20,62 @@ struct ClientArguments
 {
     std::string practice, client, partnership;
     std::string code, name, kind = "individual", nino, utr;
+    bool withStatus = false;
 };
 
-void List(const std::string& practice, const CommonOptions& options)
+/// The clients of a list, each with its status when that was asked for; null for one that came after.
+struct Listed
 {
-    const PracticeSession session(practice, options, Login::Needed);
-    Json list = Json::array();
-    TextTable table({"Id", "Code", "Kind", "Name"});
-    for (const ClientView& client : ListClients()) {
-        list.push_back(ToJson(client));
-        table.Add({std::to_string(client.id), client.code.Str(), NameOf(client.kind), client.name.Str()});
+    std::vector<ClientView> clients = ListClients();
+    std::vector<ClientStatus> statuses;
+    bool withStatus = false;
+
+    const ClientStatus* StatusOf(const ClientView& client) const
+    {
+        return FindStatus(statuses, client.id, client.IsPartnership());
     }
+};
+
+Json JsonOf(const Listed& listed)
+{
+    Json list = Json::array();
+    for (const ClientView& client : listed.clients) {
+        Json& json = list.emplace_back(ToJson(client));
+        if (!listed.withStatus)
+            continue;
+        const ClientStatus* const status = listed.StatusOf(client);
+        json["status"] = status ? ToJson(*status) : Json(nullptr);
+    }
+    return list;
+}
+
+void Print(const Listed& listed)
+{
+    TextTable table(listed.withStatus ? std::vector<std::string>{"Id", "Code", "Kind", "Status", "Name"}
+                                      : std::vector<std::string>{"Id", "Code", "Kind", "Name"});
+    for (const ClientView& client : listed.clients) {
+        std::vector<std::string> cells{std::to_string(client.id), client.code.Str(), NameOf(client.kind)};
+        if (listed.withStatus) {
+            const ClientStatus* const status = listed.StatusOf(client);
+            cells.push_back(status ? status->Word().Str() : "-");
+        }
+        cells.push_back(client.name.Str());
+        table.Add(std::move(cells));
+    }
+    table.Print();
+}
+
+void List(const ClientArguments& arguments, const CommonOptions& options)
+{
+    const PracticeSession session(arguments.practice, options, Login::Needed);
+    Listed listed;
+    listed.withStatus = arguments.withStatus;
+    if (listed.withStatus)
+        listed.statuses = StatusOfAll(GetCurrentRealTaxYear());
     if (options.json)
-        PrintJson(list);
+        PrintJson(JsonOf(listed));
     else
-        table.Print();
+        Print(listed);
 }
 
 Json WithIdentifiers(const ClientView& client)
@@ -56,13 +97,15 @@ void Show(const ClientArguments& arguments, const CommonOptions& options)
     const ClientId id(client.IsPartnership() ? 0 : client.id); // schedules and staged records are clients'
     const HmrcApi::ReturnYear own = HmrcApi::LoadReturnYear(id, year);
     const HmrcApi::StagedYear staged = HmrcApi::LoadStagedYear(id, year);
+    const ClientStatus status = StatusOf(client.id, client.IsPartnership(), year);
     if (options.json)
         return PrintJson({{"client", WithIdentifiers(client)},
                           {"year", year},
-                          {"status", nullptr},
+                          {"status", ToJson(status)},
                           {"schedules", ToJson(own)},
                           {"staged", ToJson(staged)}});
     PrintClient(client, year);
+    PrintStatus(status);
     PrintSchedules(own);
     PrintStaged(staged, year);
 }
@@ -94,7 +137,8 @@ void AddClientCommands(CLI::App& app, Program& program)
 
     CLI::App* list = client->add_subcommand("list", "All clients, then all partnerships");
     list->add_option("practice", arguments->practice, "The practice")->required();
-    list->callback([=, &program] { List(arguments->practice, program.options); });
+    list->add_flag("--status", arguments->withStatus, "With the status of each in the tax year");
+    list->callback([=, &program] { List(*arguments, program.options); });
 
     CLI::App* show = client->add_subcommand("show", "One client: status, schedules, staged records");
     show->add_option("practice", arguments->practice, "The practice")->required();

@@ -107,6 +107,17 @@ Json ToJson(const ClientView& client)
             {"kind", NameOf(client.kind)}};
 }
 
+Json ToJson(const ClientStatus& status)
+{
+    Json json;
+    for (std::size_t i = 0; i < kStatusQuestions; ++i) {
+        const auto question = static_cast<StatusQuestion>(i);
+        json[NameOf(question)] = status.Is(question);
+    }
+    json["because"] = ToJson(status.Because());
+    return json;
+}
+
 Json ToJson(const HmrcApi::ReturnYear& own)
 {
     return {{"employments", ListOf(own.employments)}, {"pensionsAndBenefits", ListOf(own.pensions)}};

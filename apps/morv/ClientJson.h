@@ -3,6 +3,7 @@
 // A client's records as JSON.
 
 #include "MorvUt/context/ClientView.h"
+#include "MorvUt/context/status/StatusView.h"
 #include "MorvUt/hmrc/schedules/ReturnYear.h"
 #include "MorvUt/hmrc/staging/StagedYear.h"
 #include "Output.h"
@@ -12,6 +13,9 @@ namespace Morv
 
 /// {"id", "partnership", "code", "name", "kind"}.
 Json ToJson(const ClientView& client);
+
+/// Its answers by their names, and "because": the reasons that a reader wants to be told.
+Json ToJson(const ClientStatus& status);
 
 /// The schedules of a return; empty lists without one.
 Json ToJson(const HmrcApi::ReturnYear& own);

@@ -59,6 +59,13 @@ void PrintClient(const ClientView& client, short year)
         PrintLine("National Insurance number %s, UTR %s", client.nationalInsuranceNumber, client.utr);
 }
 
+void PrintStatus(const ClientStatus& status)
+{
+    PrintLine("Status: %s", status.Word());
+    for (const CString& reason : status.Because())
+        PrintLine("  %s", reason);
+}
+
 void PrintSchedules(const HmrcApi::ReturnYear& own)
 {
     PrintText("Schedules of the return:");

@@ -3,6 +3,7 @@
 // A client's records as text for people.
 
 #include "MorvUt/context/ClientView.h"
+#include "MorvUt/context/status/StatusView.h"
 #include "MorvUt/hmrc/schedules/ReturnYear.h"
 #include "MorvUt/hmrc/staging/StagedYear.h"
 
@@ -10,6 +11,7 @@ namespace Morv
 {
 
 void PrintClient(const ClientView& client, short year);
+void PrintStatus(const ClientStatus& status);
 void PrintSchedules(const HmrcApi::ReturnYear& own);
 void PrintStaged(const HmrcApi::StagedYear& staged, short year);
 
