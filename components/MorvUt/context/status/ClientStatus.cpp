@@ -1,5 +1,6 @@
 #include "MorvUt/context/status/ClientStatus.h"
 
+#include "MorvUt/context/singletons/ClientSingleton.h"
 #include "MorvUt/context/status/detail/ReadFacts.h"
 
 using Context::Detail::FactsOf;
@@ -31,6 +32,16 @@ bool IsClientDeadDormant(long id, bool isPartnership, short year)
 bool IsClientInactiveInYear(long id, bool isPartnership, short year)
 {
     return Is(StatusQuestion::Inactive, ReadFacts(id, isPartnership, year, kWhetherActive));
+}
+
+bool ClientIsDormant(long id, bool isPartnership, short year)
+{
+    return CClientSingleton::Data(id, isPartnership ? 1 : 0, year).dormant != 0;
+}
+
+bool Amending(long id, bool isPartnership, short year)
+{
+    return CClientSingleton::Data(id, isPartnership ? 1 : 0, year).amending;
 }
 
 int IsTaxReturnFinalisedForYear(long clientId, short year)

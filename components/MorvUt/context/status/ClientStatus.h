@@ -23,6 +23,14 @@ MORVUT_API bool IsClientDeadDormant(long id, bool isPartnership, short year);
 /// The same, and a client that is not active and has no return in `year`, or a partnership that is not active.
 MORVUT_API bool IsClientInactiveInYear(long id, bool isPartnership, short year);
 
+// By the client, or partnership, and year that the process holds (CClientSingleton): asked again, they read nothing,
+// and see what that cache sees.
+
+/// Whether the return of `year` is marked dormant.
+MORVUT_API bool ClientIsDormant(long id, bool isPartnership, short year);
+/// Whether HMRC has accepted the return of `year`, so that changes amend it. Never before 2008.
+MORVUT_API bool Amending(long id, bool isPartnership, short year);
+
 // The return of a year: the first one, when there are several.
 
 /// 1 when there is a return and its date of finalisation is valid.

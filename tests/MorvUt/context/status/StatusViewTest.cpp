@@ -73,6 +73,8 @@ using Single = bool (*)(long id, bool isPartnership, short year);
 constexpr std::pair<StatusQuestion, Single> kSingles[] = {
     {StatusQuestion::DeadOrDormant, IsClientDeadDormant},
     {StatusQuestion::Inactive, IsClientInactiveInYear},
+    {StatusQuestion::Dormant, ClientIsDormant},
+    {StatusQuestion::Amending, Amending},
     {StatusQuestion::Finalised,
      [](long id, bool p, short y) {
          return (p ? IsPartershipTaxReturnFinalised(id, y) : IsTaxReturnFinalisedForYear(id, y)) == 1;
