@@ -3,7 +3,7 @@
 
 #include <iostream>
 
-#include "MorvUt/MorvUt.h"
+#include "Example.h"
 
 namespace
 {
@@ -99,9 +99,7 @@ long AddPerson(const char* name)
 
 int main(int argc, char** argv)
 {
-    MorvUtStartUp("Example", "Software\\Example");
-    int result = 0;
-    try {
+    return RunExample([&] {
         Quarry::SetConnection(
             Cellar::CConnection::Open(argc == 2 ? argv[1] : "demo.db", Cellar::CConnection::Create::IfMissing));
         Brix::CreateSchema(Quarry::GetConnection());
@@ -109,10 +107,6 @@ int main(int argc, char** argv)
         ShowAllowance(mother);
         ShowChild(mother, father);
         ShowNumbers(mother);
-    } catch (const std::exception& error) {
-        std::cerr << error.what() << '\n';
-        result = 1;
-    }
-    MorvUtShutDown();
-    return result;
+        return 0;
+    });
 }

@@ -1,7 +1,7 @@
 // Asks what is kept of a client, and changes what it was read from.
 // usage: context FILE
 
-#include "OpenPractice.h"
+#include "Example.h"
 
 namespace
 {
@@ -64,17 +64,5 @@ int Work(const char* path)
 
 int main(int argc, char** argv)
 {
-    Afx::SwitchOffCoreDumps(); // the key will be in memory
-    MorvUtStartUp("Example", "Software\\Example");
-    int result = 2;
-    try {
-        if (argc == 2)
-            result = Work(argv[1]);
-        else
-            std::cerr << "usage: context FILE\n";
-    } catch (const std::exception& error) {
-        std::cerr << error.what() << '\n';
-    }
-    MorvUtShutDown();
-    return result;
+    return RunExample([&] { return argc == 2 ? Work(argv[1]) : Usage("usage: context FILE"); });
 }

@@ -3,7 +3,7 @@
 
 #include <iostream>
 
-#include "OpenPractice.h"
+#include "Example.h"
 
 namespace
 {
@@ -79,18 +79,8 @@ int Run(const std::string& path, const std::string& gateway, const std::string& 
 
 int main(int argc, char** argv)
 {
-    Afx::SwitchOffCoreDumps(); // key and tokens will be in memory
-    MorvUtStartUp("Example", "Software\\Example");
-    Afx::WindowSystem::Install(std::make_unique<Afx::ConsoleWindowSystem>()); // messages go to standard error
-    int result = 2;
-    try {
-        if (argc == 4)
-            result = Run(argv[1], argv[2], argv[3]);
-        else
-            std::cerr << "usage: fetch FILE GATEWAY BASE\n";
-    } catch (const std::exception& error) {
-        std::cerr << error.what() << '\n';
-    }
-    MorvUtShutDown();
-    return result;
+    return RunExample([&] {
+        Afx::WindowSystem::Install(std::make_unique<Afx::ConsoleWindowSystem>()); // messages go to standard error
+        return argc == 4 ? Run(argv[1], argv[2], argv[3]) : Usage("usage: fetch FILE GATEWAY BASE");
+    });
 }

@@ -3,7 +3,7 @@
 
 #include <iostream>
 
-#include "OpenPractice.h"
+#include "Example.h"
 
 namespace
 {
@@ -123,17 +123,5 @@ int Work(const std::string& path)
 
 int main(int argc, char** argv)
 {
-    Afx::SwitchOffCoreDumps(); // the key will be in memory
-    MorvUtStartUp("Example", "Software\\Example");
-    int result = 2;
-    try {
-        if (argc == 2)
-            result = Work(argv[1]);
-        else
-            std::cerr << "usage: practice FILE\n";
-    } catch (const std::exception& error) {
-        std::cerr << error.what() << '\n';
-    }
-    MorvUtShutDown();
-    return result;
+    return RunExample([&] { return argc == 2 ? Work(argv[1]) : Usage("usage: practice FILE"); });
 }

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "OpenPractice.h"
+#include "Example.h"
 
 namespace
 {
@@ -46,17 +46,7 @@ int Work(const std::string& path, short year)
 
 int main(int argc, char** argv)
 {
-    Afx::SwitchOffCoreDumps(); // the key will be in memory
-    MorvUtStartUp("Example", "Software\\Example");
-    int result = 2;
-    try {
-        if (argc == 3)
-            result = Work(argv[1], static_cast<short>(std::atoi(argv[2])));
-        else
-            std::cerr << "usage: status FILE YEAR\n";
-    } catch (const std::exception& error) {
-        std::cerr << error.what() << '\n';
-    }
-    MorvUtShutDown();
-    return result;
+    return RunExample([&] {
+        return argc == 3 ? Work(argv[1], static_cast<short>(std::atoi(argv[2]))) : Usage("usage: status FILE YEAR");
+    });
 }

@@ -1,7 +1,8 @@
 #pragma once
 
-// How a program takes a practice into use.
+// What programs that use a practice have alike.
 
+#include <exception>
 #include <iostream>
 #include <string>
 
@@ -29,4 +30,27 @@ inline std::string OpenPractice(const std::string& path, const char* user)
     CUserData::ClearPermissions();
     CUserData::SetUser(user);
     return {};
+}
+
+/// Brackets a program's life by the library's; `work` gives its exit code. An exception is told, and 2.
+template<class Work>
+int RunExample(Work work)
+{
+    Afx::SwitchOffCoreDumps(); // key and tokens will be in memory
+    MorvUtStartUp("Example", "Software\\Example");
+    int result = 2;
+    try {
+        result = work();
+    } catch (const std::exception& error) {
+        std::cerr << error.what() << '\n';
+    }
+    MorvUtShutDown();
+    return result;
+}
+
+/// Tells how the program is called; its exit code.
+inline int Usage(const char* line)
+{
+    std::cerr << line << '\n';
+    return 2;
 }
