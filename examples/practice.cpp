@@ -25,6 +25,25 @@ void ShowStatement()
         std::cout << Cellar::ToText(row[0]) << ' ' << Cellar::ToText(row[1]) << '\n';
 }
 
+void ShowNames()
+{
+    using Brix::CClient;
+    using Quarry::Where;
+    for (Quarry::CCursor<CClient> client({Where::Between(CClient::kCode, "C0003", "C0005")}, {{CClient::kName}},
+                                         {.columns = {CClient::kCode, CClient::kName}});
+         client.Next();)
+        std::cout << client->GetCode() << ' ' << client->GetName() << '\n';
+    std::cout << CClient().Count({{CClient::kTrust, false}, {CClient::kActive, true}}) << " active individuals\n";
+}
+
+void CompareWith(const std::string& path)
+{
+    const auto archive = Cellar::CConnection::Open(path); // beside the current practice
+    Brix::CClient then, now;
+    if (then.Open(*archive, {{Brix::CClient::kCode, "C0001"}}) && now.Open({{Brix::CClient::kCode, "C0001"}}))
+        std::cout << then.GetName() << " is now " << now.GetName() << '\n';
+}
+
 void Rename(const char* code, const char* name)
 {
     Brix::CClient client;
@@ -111,6 +130,8 @@ int Work(const std::string& path)
     ShowClient("C0001");
     ShowClient("X1");
     ShowStatement();
+    ShowNames();
+    CompareWith(path);
     ShowTransactions();
     ShowAside();
     ShowIds();

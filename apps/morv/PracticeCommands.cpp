@@ -29,10 +29,11 @@ namespace
 // The connection's own counter of sessions does not count.
 void RequireEmptyPlace(const std::string& practice)
 {
-    if (Quarry::GetConnection().Queryf("SELECT name FROM sqlite_master WHERE name <> 'CellarSession'").rows.empty())
-        return;
-    throw CommandError(Exit::CannotOpen, "EXISTS", Quoted(practice) + " is there already",
-                       "Choose another name, or remove the file first.");
+    Cellar::CConnection& connection = Quarry::GetConnection();
+    for (const auto& row : connection.Query(connection.GetDialect().TableColumns(), {}).rows)
+        if (Cellar::ToText(row[0]) != "CellarSession")
+            throw CommandError(Exit::CannotOpen, "EXISTS", Quoted(practice) + " is there already",
+                               "Choose another name, or remove the file first.");
 }
 
 // A key that is left from a creation that was cut short serves again: nothing was enciphered with it yet.

@@ -37,12 +37,12 @@ void Append(const Quarry::Table& table, RawRows& all, std::vector<RawRow>& rows)
 void Bind(sqlite3_stmt* statement, int place, const Cellar::Value& value)
 {
     using Kind = Cellar::Value::Kind;
-    if (value.kind == Kind::Null)
+    if (value.GetKind() == Kind::Null)
         sqlite3_bind_null(statement, place);
-    else if (value.kind == Kind::Integer || value.kind == Kind::Money)
-        sqlite3_bind_int64(statement, place, value.integer);
+    else if (value.GetKind() == Kind::Integer || value.GetKind() == Kind::Money)
+        sqlite3_bind_int64(statement, place, value.GetInteger());
     else
-        sqlite3_bind_text(statement, place, value.text.data(), static_cast<int>(value.text.size()), SQLITE_STATIC);
+        sqlite3_bind_text(statement, place, value.View().data(), static_cast<int>(value.View().size()), SQLITE_STATIC);
 }
 
 } // namespace

@@ -80,13 +80,11 @@ const std::vector<Unique>& Uniques()
 class Check
 {
 public:
-    explicit Check(Cellar::CConnection& connection)
-        : m_connection(connection), m_isSqlite(&connection.GetDialect() == &Cellar::SqliteDialect())
-    {}
+    explicit Check(Cellar::CConnection& connection) : m_connection(connection), m_dialect(connection.GetDialect()) {}
 
     std::vector<Fault> Run()
     {
-        if (m_isSqlite)
+        if (!m_dialect.FileIntegrity().IsEmpty())
             Try("", [&] { CheckFile(); });
         Detail::Catalog catalog;
         Try("", [&] { catalog = Detail::ReadCatalog(m_connection); });
@@ -99,8 +97,7 @@ public:
                 continue;
             Try(table->sqlName, [&] { CheckParents(*table); });
             Try(table->sqlName, [&] { CheckCopies(*table); });
-            if (m_isSqlite)
-                Try(table->sqlName, [&] { CheckValues(*table); });
+            Try(table->sqlName, [&] { CheckValues(*table); });
         }
         for (const Unique& unique : Uniques()) {
             if (IsWhole(unique.table()))
@@ -137,7 +134,7 @@ private:
 
     void CheckFile()
     {
-        for (const auto& row : m_connection.Queryf("PRAGMA integrity_check").rows) {
+        for (const auto& row : m_connection.Query(m_dialect.FileIntegrity(), {}).rows) {
             if (const CString text = Cellar::ToText(row.at(0)); text != "ok")
                 m_faults.push_back({"", 0, text.Str()});
         }
@@ -250,14 +247,14 @@ private:
             Add(table, row[0], "the practice options stand in row 1 only");
     }
 
-    /// The embedded database takes any value in any column: those that do not read as their type.
+    /// Where the database takes any value in any column: those that do not read as their type.
     void CheckValues(const Table& table)
     {
         SqlText columns = IdOf(table, "c");
         SqlText conditions;
         std::vector<const Column*> checked;
         for (const Column& column : table.columns) {
-            const SqlText doubt = DoubtOf(column);
+            const SqlText doubt = m_dialect.MayNotRead(column.type, In("c", column.name));
             if (doubt.IsEmpty())
                 continue;
             columns += SqlText(", ") + In("c", column.name);
@@ -271,27 +268,6 @@ private:
         for (const auto& row : m_connection.Query(statement, {}).rows) {
             for (std::size_t i = 0; i < checked.size(); ++i)
                 CheckValue(table, row[0], *checked[i], row[i + 1]);
-        }
-    }
-
-    /// Lets through what is certainly readable, so that few rows are looked at one by one.
-    static SqlText DoubtOf(const Column& column)
-    {
-        const SqlText value = In("c", column.name);
-        switch (column.type) {
-        case ColumnType::Int:
-        case ColumnType::SmallInt:
-        case ColumnType::Bit:
-            return SqlText("typeof(") + value + ") NOT IN ('integer', 'null') OR " + value +
-                   " NOT BETWEEN -2147483648 AND 2147483647";
-        case ColumnType::Money:
-            return SqlText("typeof(") + value + ") NOT IN ('integer', 'null')";
-        case ColumnType::Date: // adding nothing makes the engine notice 30 February
-            return SqlText("date(") + value + ", '+0 days') IS NOT " + value;
-        case ColumnType::DateTime:
-            return SqlText("datetime(") + value + ", '+0 days') IS NOT substr(" + value + ", 1, 19)";
-        default:
-            return {};
         }
     }
 
@@ -316,7 +292,7 @@ private:
     }
 
     Cellar::CConnection& m_connection;
-    bool m_isSqlite;
+    const Cellar::Dialect& m_dialect;
     std::vector<const Table*> m_incomplete;
     std::vector<Fault> m_faults;
 };

@@ -2,6 +2,8 @@
 
 // A result whose rows were all read at once.
 
+#include <utility>
+
 #include "Cellar/Connection.h"
 #include "Cellar/Export.h"
 
@@ -10,7 +12,7 @@ namespace Cellar
 
 /// All rows of a SELECT. Stands on the first row, if any. Columns are found by name without regard to case, or by
 /// position from 0. Reading an unknown column, or past the end, throws DatabaseError (Other).
-class CELLAR_API CBufferedRowList
+class CELLAR_API CBufferedRowList : public RowReader<CBufferedRowList>
 {
 public:
     CBufferedRowList() = default;
@@ -36,51 +38,6 @@ public:
 
     const Value& Get(std::string_view column) const;
     const Value& Get(int position) const;
-    template<class Column>
-    bool IsNull(Column column) const
-    {
-        return Get(column).IsNull();
-    }
-    template<class Column>
-    long GetLong(Column column, long whenNull = 0) const
-    {
-        return ToLong(Get(column), whenNull);
-    }
-    template<class Column>
-    short GetShort(Column column) const
-    {
-        return ToShort(Get(column));
-    }
-    template<class Column>
-    int GetInt(Column column) const
-    {
-        return static_cast<int>(ToLong(Get(column)));
-    }
-    template<class Column>
-    bool GetBool(Column column) const
-    {
-        return ToLong(Get(column)) != 0;
-    }
-    template<class Column>
-    CString GetText(Column column) const
-    {
-        return ToText(Get(column));
-    }
-    template<class Column>
-    Bytes GetBinary(Column column) const
-    {
-        return ToBytes(Get(column));
-    }
-    template<class Column>
-    COleDateTime GetDateTime(Column column) const
-    {
-        return ToDateTime(Get(column));
-    }
-    template<class Column>
-    Kiln::CAmt GetAmount(Column column) const
-    {
-        return ToAmount(Get(column));
-    }
 
 private:
     RowSet m_set;

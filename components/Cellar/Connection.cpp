@@ -2,93 +2,32 @@
 
 #include <exception>
 #include <stdexcept>
-#include <unordered_map>
 #include <utility>
 
-#include "Cellar/detail/Arguments.h"
-#include "Cellar/detail/Levels.h"
+#include "Cellar/detail/ConnectionState.h"
 
 namespace Cellar
 {
-namespace
-{
 
-struct TextHash
-{
-    using is_transparent = void;
-    std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>{}(text); }
-};
-
-/// Statements are written in the program and thus few; those with numbers put in are not.
-constexpr std::size_t kKeptTranslations = 512;
-
-} // namespace
-
-struct CConnection::State
-{
-    explicit State(OpenedDriver opened)
-        : driver(std::move(opened.driver)), connectionText(opened.connectionText), levels(*driver)
-    {}
-
-    std::unique_ptr<Driver> driver;
-    CString connectionText;
-    Detail::Levels levels;
-    std::unordered_map<std::string, PreparedText, TextHash, std::equal_to<>> translations;
-    std::function<void(std::string_view)> hook;
-    std::function<void()> rollbackHook;
-    int suspended = 0;
-
-    const PreparedText& Translated(std::string_view statement)
-    {
-        if (const auto found = translations.find(statement); found != translations.end())
-            return found->second;
-        PreparedText prepared = driver->GetDialect().Translate(statement);
-        if (translations.size() >= kKeptTranslations)
-            translations.clear();
-        return translations.emplace(std::string(statement), std::move(prepared)).first->second;
-    }
-
-    /// Runs `action`; its errors get the statement.
-    template<class Action>
-    auto Reporting(std::string_view statement, Action action)
-    {
-        try {
-            return action();
-        } catch (const DatabaseError& error) {
-            levels.AfterFailure();
-            throw DatabaseError(error.GetCategory(), error.GetCode(), error.GetReason(), std::string(statement));
-        }
-    }
-
-    /// What both kinds of statement have before them.
-    void Prepare(const PreparedText& prepared, const std::vector<Value>& values)
-    {
-        Detail::CheckArguments(prepared, values);
-        if (prepared.usesSessionId)
-            driver->GetSessionId(); // it may write, which must not happen within the statement
-        if (prepared.effect != Effect::Read)
-            levels.BeforeWrite();
-    }
-};
-
-CConnection::CConnection(std::shared_ptr<State> state) : m_state(std::move(state)) {}
+CConnection::CConnection(std::shared_ptr<State> state)
+    : m_state(std::move(state)), m_self(std::make_shared<CConnection*>(this))
+{}
 CConnection::~CConnection() = default;
 
 std::unique_ptr<CConnection> CConnection::Open(const CString& connectionText, Create create)
 {
-    auto state = std::make_shared<State>(OpenDriver(connectionText.View(), create));
+    auto state = std::make_shared<State>(Detail::OpenDriver(connectionText.View(), create));
     return std::unique_ptr<CConnection>(new CConnection(std::move(state)));
 }
 
-long CConnection::Execute(const SqlText& statement, const std::vector<Value>& values)
+long CConnection::Execute(const SqlText& statement, std::span<const Value> values)
 {
     State& state = *m_state;
     Effect effect = Effect::Read;
     const long changed = state.Reporting(statement.View(), [&] {
-        const PreparedText& prepared = state.Translated(statement.View());
-        effect = prepared.effect;
-        state.Prepare(prepared, values);
-        const long rows = state.driver->Execute(prepared.text, values);
+        const Detail::UsedStatement used = state.Ready(statement.View(), values);
+        effect = used.GetPrepared().effect;
+        const long rows = used->Execute(values);
         if (effect != Effect::Read)
             state.levels.AfterWrite();
         return rows;
@@ -98,14 +37,13 @@ long CConnection::Execute(const SqlText& statement, const std::vector<Value>& va
     return changed;
 }
 
-RowSet CConnection::Query(const SqlText& statement, const std::vector<Value>& values)
+RowSet CConnection::Query(const SqlText& statement, std::span<const Value> values)
 {
     State& state = *m_state;
     return state.Reporting(statement.View(), [&] {
-        const PreparedText& prepared = state.Translated(statement.View());
-        state.Prepare(prepared, values);
-        RowSet rows = state.driver->Query(prepared.text, values);
-        if (prepared.effect != Effect::Read)
+        const Detail::UsedStatement used = state.Ready(statement.View(), values);
+        RowSet rows = used.ReadAll(values);
+        if (used.GetPrepared().effect != Effect::Read)
             state.levels.AfterWrite();
         return rows;
     });

@@ -2,22 +2,32 @@
 
 // A connection to the practice's database.
 
+#include <array>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "Cellar/DatabaseError.h"
 #include "Cellar/Dialect.h"
-#include "Cellar/Driver.h"
 #include "Cellar/Export.h"
+#include "Cellar/RowSet.h"
 #include "Cellar/SqlText.h"
 #include "Cellar/Value.h"
 
 namespace Cellar
 {
+
+enum class Create
+{
+    No,
+    IfMissing, // a missing or empty file becomes a new database, its owner's alone
+    ForGroup   // the same, and the folder's group reads and writes it
+};
 
 /// What a transaction is begun for.
 enum class Intent : bool
@@ -63,8 +73,16 @@ public:
     {
         return Query(statement, Values(args...));
     }
-    long Execute(const SqlText& statement, const std::vector<Value>& values);
-    RowSet Query(const SqlText& statement, const std::vector<Value>& values);
+    long Execute(const SqlText& statement, std::span<const Value> values);
+    RowSet Query(const SqlText& statement, std::span<const Value> values);
+    long Execute(const SqlText& statement, std::initializer_list<Value> values)
+    {
+        return Execute(statement, std::span(values.begin(), values.size()));
+    }
+    RowSet Query(const SqlText& statement, std::initializer_list<Value> values)
+    {
+        return Query(statement, std::span(values.begin(), values.size()));
+    }
     /// Statements of the database's own dialect (the schema). Counts as a write.
     void Script(std::string_view statements);
     /// Keeps other connections from writing to the table until the outermost level ends. Needs an open level.
@@ -121,19 +139,23 @@ public:
     /// savepoints included; null removes the hook. For measuring.
     void OnSent(std::function<void(std::string_view statement)> hook);
 
+    /// Leads here while the connection is open.
+    std::weak_ptr<CConnection*> Watch() const noexcept { return m_self; }
+    /// What the layer above keeps for as long as the connection is open; null until it puts something there.
+    std::shared_ptr<void>& Companion() noexcept { return m_companion; }
+
 private:
     friend class SuspendDirectSQLEvents;
-    friend class CTransaction;
+    friend class CRowCursor;
     explicit CConnection(std::shared_ptr<State> state);
     template<class... Args>
-    static std::vector<Value> Values(const Args&... args)
+    static std::array<Value, sizeof...(Args)> Values(const Args&... args)
     {
-        std::vector<Value> values;
-        values.reserve(sizeof...(Args));
-        (values.emplace_back(args), ...);
-        return values;
+        return {Value(args)...};
     }
-    std::shared_ptr<State> m_state; // shared with the guards only, which may outlive it
+    std::shared_ptr<State> m_state; // shared with guards and cursors, which may outlive it
+    std::shared_ptr<CConnection*> m_self;
+    std::shared_ptr<void> m_companion; // closed before the database
 };
 
 /// While it lives, direct statements of the connection are not reported.

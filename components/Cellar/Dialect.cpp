@@ -1,11 +1,12 @@
 #include "Cellar/Dialect.h"
 
 #include <algorithm>
-#include <array>
 #include <initializer_list>
 
+#include "Afx/text/Ascii.h"
 #include "Afx/text/TextFold.h"
 #include "Cellar/detail/Tokens.h"
+#include "Cellar/detail/ValueTypes.h"
 #include "Cellar/SqlText.h"
 
 namespace Cellar
@@ -27,6 +28,13 @@ struct Around
     const char* after;
 };
 
+/// What a procedure that inserts is made of, in the database's own names.
+struct InsertProcedureParts
+{
+    std::string name, table;
+    std::vector<std::string> columns;
+};
+
 /// How one database writes what T-SQL writes otherwise. Null: as it stands.
 struct Rules
 {
@@ -36,6 +44,12 @@ struct Rules
     const char* insertInto; // for INSERT without INTO
     const char* sessionId;  // @@SPID
     const char* sessionDefault;
+    const char* hostDefault; // HOST_NAME(); null: not known
+    const char* identity;
+    bool addsComputedDefaults;
+    std::string (*insertProcedure)(const InsertProcedureParts& parts);
+    SqlText tableColumns, fileIntegrity, filePath;
+    SqlText (*mayNotRead)(ColumnType type, const SqlText& column);
     const char* call; // EXEC
     Around arguments; // of the call; only with one
     const char* noArguments;
@@ -44,9 +58,11 @@ struct Rules
     const char* now;    // GETDATE()
     const char* utcNow; // GETUTCDATE()
     Around lockTable;
+    bool limitBehind; // LIMIT n behind the statement for TOP (n) in front
+    SqlText nullsFirst, nullsLast;
     const char* schemaStart;
     SqlText reuseLog;
-    std::array<const char*, 9> types; // in the order of ColumnType
+    const char* Detail::ColumnRule::*type;
 };
 
 /// What stands between the marks; a doubled closing mark is one.
@@ -79,6 +95,75 @@ std::string SqliteBracketName(std::string_view token)
 /// PostgreSQL folds names that stand without quotes; the others follow, so that both mean the same column.
 std::string PostgresName(std::string_view token) { return InQuotes(Afx::FoldLower(Unenclosed(token))); }
 
+/// `each` of the columns, with commas between.
+template<class Each>
+std::string Listed(const std::vector<std::string>& columns, Each each)
+{
+    std::string list;
+    for (std::size_t i = 0; i < columns.size(); ++i)
+        list += (i == 0 ? "" : ", ") + each(columns[i], std::to_string(i + 1));
+    return list;
+}
+
+std::string ColumnList(const std::vector<std::string>& columns)
+{
+    return Listed(columns, [](const std::string& column, const std::string&) { return column; });
+}
+
+std::string InsertStart(const InsertProcedureParts& parts)
+{
+    return "INSERT INTO " + parts.table + " (" + ColumnList(parts.columns) + ") VALUES (";
+}
+
+/// The embedded database has no procedures; a view with a trigger stands in.
+std::string SqliteProcedure(const InsertProcedureParts& parts)
+{
+    const auto newValue = [](const std::string& column, const std::string&) { return "NEW." + column; };
+    return "CREATE VIEW " + parts.name + " AS SELECT " + ColumnList(parts.columns) + " FROM " + parts.table +
+           ";\nCREATE TRIGGER " + parts.name + "Insert INSTEAD OF INSERT ON " + parts.name + " BEGIN\n    " +
+           InsertStart(parts) + Listed(parts.columns, newValue) + ");\nEND;\n";
+}
+
+std::string PostgresProcedure(const InsertProcedureParts& parts)
+{
+    const auto type = [](const std::string&, const std::string&) { return std::string("text"); };
+    const auto argument = [](const std::string&, const std::string& number) { return "$" + number; };
+    return "CREATE PROCEDURE " + parts.name + "(" + Listed(parts.columns, type) + ") LANGUAGE sql AS '" +
+           InsertStart(parts) + Listed(parts.columns, argument) + ")';\n";
+}
+
+std::string SqlServerProcedure(const InsertProcedureParts& parts)
+{
+    const auto parameter = [](const std::string&, const std::string& number) { return "@p" + number; };
+    const auto declared = [](const std::string&, const std::string& number) {
+        return "@p" + number + " nvarchar(max)";
+    };
+    return "EXEC('CREATE PROCEDURE " + parts.name + " " + Listed(parts.columns, declared) + " AS " +
+           InsertStart(parts) + Listed(parts.columns, parameter) + ")');\n";
+}
+
+/// The embedded database takes any value in any column.
+SqlText SqliteMayNotRead(ColumnType type, const SqlText& column)
+{
+    switch (type) {
+    case ColumnType::Int:
+    case ColumnType::SmallInt:
+    case ColumnType::Bit:
+        return SqlText("typeof(") + column + ") NOT IN ('integer', 'null') OR " + column +
+               " NOT BETWEEN -2147483648 AND 2147483647";
+    case ColumnType::Money:
+        return SqlText("typeof(") + column + ") NOT IN ('integer', 'null')";
+    case ColumnType::Date: // adding nothing makes the engine notice 30 February
+        return SqlText("date(") + column + ", '+0 days') IS NOT " + column;
+    case ColumnType::DateTime:
+        return SqlText("datetime(") + column + ", '+0 days') IS NOT substr(" + column + ", 1, 19)";
+    default:
+        return {};
+    }
+}
+
+SqlText ReadsAlways(ColumnType, const SqlText&) { return {}; }
+
 constexpr Rules kSqlite = {
     .name = "sqlite",
     .bracketName = SqliteBracketName,
@@ -86,6 +171,14 @@ constexpr Rules kSqlite = {
     .insertInto = " INTO",
     .sessionId = "(spid())",
     .sessionDefault = "(sqlite_compileoption_used('CELLAR_SESSION'))", // see SqliteDriver
+    .hostDefault = nullptr,
+    .identity = "", // an INTEGER PRIMARY KEY that is left out counts up
+    .addsComputedDefaults = false,
+    .insertProcedure = SqliteProcedure,
+    .tableColumns = "SELECT m.name, c.name FROM sqlite_master m, pragma_table_info(m.name) c WHERE m.type = 'table'",
+    .fileIntegrity = "PRAGMA integrity_check",
+    .filePath = "SELECT file FROM pragma_database_list WHERE name = 'main'",
+    .mayNotRead = SqliteMayNotRead,
     .call = "INSERT INTO ", // a view of that name, whose trigger does the work
     .arguments = {" VALUES (", ")"},
     .noArguments = " DEFAULT VALUES",
@@ -94,11 +187,16 @@ constexpr Rules kSqlite = {
     .now = "(strftime('%Y-%m-%d %H:%M:%f','now','localtime'))",
     .utcNow = "(strftime('%Y-%m-%d %H:%M:%f','now'))",
     .lockTable = {"", ""}, // a write transaction keeps all others out
+    .limitBehind = true,
+    .nullsFirst = "", // a null is less than everything else
+    .nullsLast = "",
     .schemaStart = "",
     .reuseLog = "PRAGMA wal_checkpoint(RESTART)",
-    // Int, SmallInt, Bit, Text, Binary, Date, DateTime, Money, Double
-    .types = {"INTEGER", "INTEGER", "INTEGER", "TEXT COLLATE NOCASE", "BLOB", "TEXT", "TEXT", "INTEGER", "REAL"},
+    .type = &Detail::ColumnRule::sqlite,
 };
+
+constexpr char kServerColumns[] = "SELECT TABLE_NAME, COLUMN_NAME FROM INFORMATION_SCHEMA.COLUMNS "
+                                  "WHERE TABLE_SCHEMA NOT IN ('pg_catalog', 'information_schema', 'sys')";
 
 constexpr Rules kPostgres = {
     .name = "postgres",
@@ -107,6 +205,14 @@ constexpr Rules kPostgres = {
     .insertInto = " INTO",
     .sessionId = "pg_backend_pid()",
     .sessionDefault = "(pg_backend_pid())",
+    .hostDefault = nullptr,
+    .identity = " GENERATED BY DEFAULT AS IDENTITY",
+    .addsComputedDefaults = true,
+    .insertProcedure = PostgresProcedure,
+    .tableColumns = kServerColumns,
+    .fileIntegrity = "",
+    .filePath = "",
+    .mayNotRead = ReadsAlways,
     .call = "CALL ",
     .arguments = {"(", ")"},
     .noArguments = "()",
@@ -115,11 +221,13 @@ constexpr Rules kPostgres = {
     .now = "localtimestamp(3)",
     .utcNow = "timezone('utc', now())::timestamp(3)",
     .lockTable = {"LOCK TABLE ", " IN SHARE ROW EXCLUSIVE MODE"},
+    .limitBehind = true,
+    .nullsFirst = " NULLS FIRST",
+    .nullsLast = " NULLS LAST",
     .schemaStart = "CREATE COLLATION IF NOT EXISTS morvut_nocase "
                    "(provider = icu, locale = 'und-u-ks-level2', deterministic = false);\n",
     .reuseLog = "",
-    .types = {"integer", "smallint", "smallint", "text COLLATE morvut_nocase", "bytea", "date", "timestamp(3)",
-              "numeric(19,4)", "double precision"},
+    .type = &Detail::ColumnRule::postgres,
 };
 
 constexpr Rules kSqlServer = {
@@ -129,6 +237,14 @@ constexpr Rules kSqlServer = {
     .insertInto = nullptr,
     .sessionId = nullptr,
     .sessionDefault = "(@@SPID)",
+    .hostDefault = "(HOST_NAME())",
+    .identity = " IDENTITY(1,1)",
+    .addsComputedDefaults = true,
+    .insertProcedure = SqlServerProcedure,
+    .tableColumns = kServerColumns,
+    .fileIntegrity = "",
+    .filePath = "",
+    .mayNotRead = ReadsAlways,
     .call = nullptr,
     .arguments = {nullptr, nullptr},
     .noArguments = nullptr,
@@ -137,9 +253,12 @@ constexpr Rules kSqlServer = {
     .now = nullptr,
     .utcNow = nullptr,
     .lockTable = {"SELECT TOP (1) 1 FROM ", " WITH (TABLOCKX, HOLDLOCK)"},
+    .limitBehind = false,
+    .nullsFirst = "",
+    .nullsLast = "",
     .schemaStart = "",
     .reuseLog = "",
-    .types = {"int", "smallint", "bit", "nvarchar(max)", "varbinary(max)", "date", "datetime", "money", "float"},
+    .type = &Detail::ColumnRule::sqlServer,
 };
 
 /// One statement on its way from T-SQL to a dialect.
@@ -160,6 +279,8 @@ public:
         m_out.effect = FindEffect();
         if (m_out.effect == Effect::Call)
             Call();
+        else if (m_rules.limitBehind && IsOneOf(m_tokens[m_first], {"SELECT"}))
+            Select();
         else
             Emit(0, m_end);
         return std::move(m_out);
@@ -227,6 +348,24 @@ private:
             m_out.text += m_rules.arguments.after;
         }
         Emit(end, m_end);
+    }
+
+    /// SELECT TOP (number) … becomes SELECT … LIMIT number.
+    void Select()
+    {
+        const std::size_t top = Significant(m_first + 1);
+        const std::size_t open = Significant(top + 1), number = Significant(open + 1), close = Significant(number + 1);
+        if (top == m_end || !IsWord(m_tokens[top], "TOP"))
+            return Emit(0, m_end);
+        if (!IsSymbol(open, '(') || number >= m_end || m_tokens[number].kind != Kind::Number || !IsSymbol(close, ')'))
+            Detail::FailSyntax(m_statement, m_tokens[top].text, "TOP takes a number in brackets");
+        std::size_t end = m_end; // without the semicolon, and blanks before it
+        while (end > close + 1 && (m_tokens[end - 1].kind == Kind::Blank || IsSymbol(end - 1, ';')))
+            --end;
+        Emit(0, top);
+        Emit(Significant(close + 1), end);
+        m_out.text += " LIMIT ";
+        m_out.text += m_tokens[number].text;
     }
 
     void Emit(std::size_t from, std::size_t to)
@@ -363,7 +502,7 @@ public:
 
     const char* GetName() const noexcept override { return m_rules.name; }
     PreparedText Translate(std::string_view tsql) const override { return Translation(m_rules, tsql).Run(); }
-    std::string TypeName(ColumnType type) const override { return m_rules.types[static_cast<std::size_t>(type)]; }
+    std::string TypeName(ColumnType type) const override { return Detail::RuleOf(type).*m_rules.type; }
     std::string LockTable(std::string_view table) const override
     {
         const SqlText name = SqlText::Identifier(table);
@@ -371,11 +510,44 @@ public:
             return {};
         return m_rules.lockTable.before + std::string(name.View()) + m_rules.lockTable.after;
     }
-    std::string SessionIdDefault() const override { return m_rules.sessionDefault; }
+    std::string Default(std::string_view tsql) const override
+    {
+        if (tsql == "@@SPID")
+            return m_rules.sessionDefault;
+        if (tsql == "HOST_NAME()")
+            return m_rules.hostDefault ? m_rules.hostDefault : "";
+        if (tsql.empty() || Afx::AreDigits(tsql))
+            return std::string(tsql);
+        const std::string native = Translate(tsql).text;
+        return native.front() == '(' ? native : "(" + native + ")";
+    }
+    const char* Identity() const noexcept override { return m_rules.identity; }
+    bool AddsComputedDefaults() const noexcept override { return m_rules.addsComputedDefaults; }
+    std::string InsertProcedure(std::string_view name, std::string_view table,
+                                std::span<const char* const> columns) const override
+    {
+        InsertProcedureParts parts{std::string(name), Name(table), {}};
+        for (const char* const column : columns)
+            parts.columns.push_back(Name(column));
+        return m_rules.insertProcedure(parts);
+    }
+    const SqlText& TableColumns() const noexcept override { return m_rules.tableColumns; }
+    const SqlText& FileIntegrity() const noexcept override { return m_rules.fileIntegrity; }
+    const SqlText& FilePath() const noexcept override { return m_rules.filePath; }
+    SqlText MayNotRead(ColumnType type, const SqlText& column) const override
+    {
+        return m_rules.mayNotRead(type, column);
+    }
+    const SqlText& NullsFirst(bool descending) const noexcept override
+    {
+        return descending ? m_rules.nullsLast : m_rules.nullsFirst;
+    }
     std::string SchemaStart() const override { return m_rules.schemaStart; }
     SqlText ReuseLog() const override { return m_rules.reuseLog; }
 
 private:
+    std::string Name(std::string_view name) const { return Translate("[" + std::string(name) + "]").text; }
+
     const Rules& m_rules;
 };
 

@@ -3,6 +3,7 @@
 // From T-SQL to what another engine speaks.
 
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -62,9 +63,28 @@ public:
     virtual std::string TypeName(ColumnType type) const = 0;
     /// Server dialects lock a table against other writers with this; empty where a write transaction suffices.
     virtual std::string LockTable(std::string_view table) const = 0;
-    /// What a column that takes @@SPID by default is declared with, in brackets. On SQLite it means the same to Cellar,
-    /// and 0 to ordinary tools, so that they can add and mend rows too.
-    virtual std::string SessionIdDefault() const = 0;
+    /// How a column with this default (T-SQL) is declared; empty where the database has no such thing. @@SPID on SQLite
+    /// means the same to Cellar, and 0 to ordinary tools, so that they can add and mend rows too.
+    virtual std::string Default(std::string_view tsql) const = 0;
+    /// What follows the type of a column that the database counts up by itself when it is left out; may be empty.
+    virtual const char* Identity() const noexcept = 0;
+    /// A table that has rows may be given a column whose default is computed.
+    virtual bool AddsComputedDefaults() const noexcept = 0;
+    /// The statements that make a procedure which inserts its texts into these columns of a table.
+    virtual std::string InsertProcedure(std::string_view name, std::string_view table,
+                                        std::span<const char* const> columns) const = 0;
+    /// A query for the names of all tables with those of their columns.
+    virtual const SqlText& TableColumns() const noexcept = 0;
+    /// A query whose one row "ok" means that the file is not damaged; empty where the server sees to it.
+    virtual const SqlText& FileIntegrity() const noexcept = 0;
+    /// A query for the path of the database's file; empty for a server's.
+    virtual const SqlText& FilePath() const noexcept = 0;
+    /// A condition that every value of the column fulfils which may not read as its type, and few others; empty where
+    /// the database lets none in.
+    virtual SqlText MayNotRead(ColumnType type, const SqlText& column) const = 0;
+    /// What follows a column in ORDER BY so that nulls come before everything else, and in descending order behind it;
+    /// empty where they do so by themselves. A column that is never null needs it nowhere.
+    virtual const SqlText& NullsFirst(bool descending) const noexcept = 0;
     /// Statements that a schema begins with, so that the types it names exist; may be empty.
     virtual std::string SchemaStart() const = 0;
     /// After this statement the next ones write where the last ones wrote, so that what has fitted once fits again;

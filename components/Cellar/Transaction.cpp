@@ -7,8 +7,7 @@
 namespace Cellar
 {
 
-CTransaction::CTransaction(CConnection& connection, Intent intent)
-    : m_connection(&connection), m_alive(connection.m_state), m_level(0)
+CTransaction::CTransaction(CConnection& connection, Intent intent) : m_connection(connection.Watch()), m_level(0)
 {
     connection.Begin(intent);
     m_level = connection.GetLevel();
@@ -25,17 +24,19 @@ CTransaction::~CTransaction()
 
 void CTransaction::Commit()
 {
-    if (m_level == 0 || m_alive.expired() || m_connection->GetLevel() != m_level)
+    const auto connection = m_connection.lock();
+    if (m_level == 0 || !connection || (*connection)->GetLevel() != m_level)
         throw std::logic_error("another transaction than the innermost one is committed");
-    m_connection->Commit();
+    (*connection)->Commit();
     m_level = 0;
 }
 
 void CTransaction::Rollback()
 {
     const int level = std::exchange(m_level, 0);
-    if (level != 0 && !m_alive.expired())
-        m_connection->RollbackTo(level);
+    const auto connection = m_connection.lock();
+    if (level != 0 && connection)
+        (*connection)->RollbackTo(level);
 }
 
 } // namespace Cellar

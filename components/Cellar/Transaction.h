@@ -25,9 +25,8 @@ public:
     void Rollback();
 
 private:
-    CConnection* m_connection;
-    std::weak_ptr<void> m_alive; // of the connection
-    int m_level;                 // 0: no longer open
+    std::weak_ptr<CConnection*> m_connection; // it may be closed meanwhile
+    int m_level;                              // 0: no longer open
 };
 
 } // namespace Cellar

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <limits>
 #include <optional>
+#include <utility>
 
 #include "Afx/text/Numbers.h"
 #include "Afx/text/TextFold.h"
@@ -23,14 +24,14 @@ std::optional<std::int64_t> WholeNumber(double value) noexcept
 
 std::optional<std::int64_t> Integer(const Value& value) noexcept
 {
-    switch (value.kind) {
+    switch (value.GetKind()) {
     case Value::Kind::Integer:
     case Value::Kind::Money:
-        return value.integer;
+        return value.GetInteger();
     case Value::Kind::Real:
-        return WholeNumber(value.real);
+        return WholeNumber(value.GetReal());
     case Value::Kind::Text:
-        return Afx::ParseWhole<std::int64_t>(value.text);
+        return Afx::ParseWhole<std::int64_t>(value.View());
     default:
         return std::nullopt;
     }
@@ -51,34 +52,68 @@ bool IsTextual(Value::Kind kind) noexcept
 
 Value::Value(const char* value)
 {
-    if (!value)
-        return;
-    kind = Kind::Text;
-    text = value;
+    if (value)
+        SetText(Kind::Text, value);
 }
+
+Value::Value(const Bytes& value)
+    : Value(Kind::Binary, std::string_view(reinterpret_cast<const char*>(value.data()), value.size()))
+{}
 
 Value::Value(const Kiln::CDate& value)
 {
-    if (!value.IsValid())
-        return;
-    kind = Kind::Date;
-    text = value.FormatIso().Str();
+    if (value.IsValid())
+        SetText(Kind::Date, value.FormatIso().View());
 }
 
 Value::Value(const COleDateTime& value)
 {
-    if (value.GetStatus() != COleDateTime::valid)
-        return;
-    kind = Kind::DateTime;
-    text = value.FormatIso().Str();
+    if (value.GetStatus() == COleDateTime::valid)
+        SetText(Kind::DateTime, value.FormatIso().View());
 }
 
 Value::Value(const Kiln::CAmt& value)
 {
-    if (!value.IsValid())
-        return;
-    kind = Kind::Money;
-    integer = value.GetValue();
+    if (value.IsValid())
+        SetInteger(Kind::Money, value.GetValue());
+}
+
+Value& Value::operator=(const Value& other)
+{
+    Value copy(other);
+    return *this = std::move(copy);
+}
+
+void Value::Hold(std::string_view text)
+{
+    m_size = 0; // nothing is held while the memory may be refused
+    char* const bytes = new char[text.size()];
+    std::memcpy(bytes, text.data(), text.size());
+    m_content.held = {bytes, text.size()};
+    m_size = kHeld;
+}
+
+void Value::Drop() noexcept
+{
+    delete[] m_content.held.bytes;
+    Forget();
+}
+
+bool operator==(const Value& a, const Value& b) noexcept
+{
+    if (a.m_kind != b.m_kind)
+        return false;
+    switch (a.m_kind) {
+    case Value::Kind::Null:
+        return true;
+    case Value::Kind::Integer:
+    case Value::Kind::Money:
+        return a.m_content.integer == b.m_content.integer;
+    case Value::Kind::Real:
+        return a.m_content.real == b.m_content.real;
+    default:
+        return a.View() == b.View();
+    }
 }
 
 std::int64_t ToInt64(const Value& value, std::int64_t whenNull) noexcept { return Integer(value).value_or(whenNull); }
@@ -100,15 +135,15 @@ short ToShort(const Value& value, short whenNull) noexcept
 
 double ToDouble(const Value& value, double whenNull) noexcept
 {
-    switch (value.kind) {
+    switch (value.GetKind()) {
     case Value::Kind::Integer:
-        return static_cast<double>(value.integer);
+        return static_cast<double>(value.GetInteger());
     case Value::Kind::Money:
-        return static_cast<double>(value.integer) / kTenThousand;
+        return static_cast<double>(value.GetInteger()) / kTenThousand;
     case Value::Kind::Real:
-        return value.real;
+        return value.GetReal();
     case Value::Kind::Text: {
-        const auto number = Afx::ParseWhole<double>(value.text);
+        const auto number = Afx::ParseWhole<double>(value.View());
         return number && std::isfinite(*number) ? *number : whenNull;
     }
     default:
@@ -118,25 +153,25 @@ double ToDouble(const Value& value, double whenNull) noexcept
 
 CString ToText(const Value& value)
 {
-    switch (value.kind) {
+    switch (value.GetKind()) {
     case Value::Kind::Integer:
-        return CString(std::to_string(value.integer));
+        return CString(std::to_string(value.GetInteger()));
     case Value::Kind::Real:
-        return CString(Decimal(value.real));
+        return CString(Decimal(value.GetReal()));
     case Value::Kind::Money:
-        return Kiln::CAmt(value.integer).Format();
+        return Kiln::CAmt(value.GetInteger()).Format();
     case Value::Kind::Binary:
-        return Afx::IsUtf8(value.text) ? CString(value.text) : CString();
+        return Afx::IsUtf8(value.View()) ? CString(value.View()) : CString();
     default:
-        return CString(value.text);
+        return CString(value.View());
     }
 }
 
 Bytes ToBytes(const Value& value)
 {
-    if (value.kind != Value::Kind::Binary && value.kind != Value::Kind::Text)
+    if (value.GetKind() != Value::Kind::Binary && value.GetKind() != Value::Kind::Text)
         return {};
-    return Bytes(value.text.begin(), value.text.end());
+    return Bytes(value.View().begin(), value.View().end());
 }
 
 Kiln::CDate ToDate(const Value& value) noexcept
@@ -153,17 +188,17 @@ COleDateTime ToDateTime(const Value& value) noexcept
 {
     if (value.IsNull())
         return COleDateTime::Null();
-    return COleDateTime::ParseIso(IsTextual(value.kind) ? std::string_view(value.text) : std::string_view());
+    return COleDateTime::ParseIso(IsTextual(value.GetKind()) ? value.View() : std::string_view());
 }
 
 Kiln::CAmt ToAmount(const Value& value) noexcept
 {
-    switch (value.kind) {
+    switch (value.GetKind()) {
     case Value::Kind::Null:
         return {};
     case Value::Kind::Text: {
         Kiln::CAmt amount;
-        return amount.Parse(CString(value.text)) ? amount : Kiln::CAmt::Invalid();
+        return amount.Parse(CString(value.View())) ? amount : Kiln::CAmt::Invalid();
     }
     default: {
         const auto tenThousandths = Integer(value);

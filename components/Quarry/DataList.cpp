@@ -1,9 +1,15 @@
 #include "Quarry/DataList.h"
 
 #include <algorithm>
+#include <bit>
+#include <string>
 
-#include "Afx/text/Numbers.h"
+#include "Cellar/RowCursor.h"
+#include "Cellar/Transaction.h"
+#include "Cellar/ValueTypes.h"
 #include "Quarry/detail/Notify.h"
+#include "Quarry/detail/RowPlaces.h"
+#include "Quarry/detail/Selection.h"
 #include "Quarry/detail/TableText.h"
 #include "Quarry/NewId.h"
 #include "Quarry/Session.h"
@@ -13,93 +19,26 @@ namespace Quarry
 
 using Cellar::SqlText;
 using Cellar::Value;
-using Detail::Bracketed;
-using Detail::Canonical;
+using Detail::ColumnOf;
 using Detail::DataEvent;
-using Detail::Notify;
-using Detail::PlaceholderOf;
+using Detail::IsRowId;
 using Detail::TableText;
 using Detail::TextOf;
 
 namespace
 {
 
-const Column& ColumnOf(const Table& table, int ordinal)
-{
-    const Column* const column = table.Find(ordinal);
-    if (!column)
-        throw std::logic_error(std::string(table.sqlName) + " has no column of ordinal " + std::to_string(ordinal));
-    return *column;
-}
-
 /// Statements of the lists themselves are no direct statements.
 class Statement
 {
 public:
-    Statement() : m_connection(GetConnection()), m_quiet(m_connection) {}
-    Cellar::CConnection& operator*() const noexcept { return m_connection; }
+    explicit Statement(Cellar::CConnection& connection) noexcept : m_connection(connection), m_quiet(connection) {}
     Cellar::CConnection* operator->() const noexcept { return &m_connection; }
 
 private:
     Cellar::CConnection& m_connection;
     Cellar::SuspendDirectSQLEvents m_quiet;
 };
-
-/// " WHERE [a]" or " AND [a]".
-void AppendColumn(SqlText& statement, const Column& column, bool first)
-{
-    statement += first ? SqlText(" WHERE ") : SqlText(" AND ");
-    statement += Bracketed(column.name);
-}
-
-/// " = %ld" with the value that it binds, or " IS NULL".
-void AppendEqual(SqlText& statement, std::vector<Value>& bound, const Column& column, const Value& value)
-{
-    if (value.IsNull()) {
-        statement += " IS NULL";
-        return;
-    }
-    statement += " = ";
-    statement += PlaceholderOf(column.type);
-    bound.push_back(value);
-}
-
-/// Appends ORDER BY: what was asked for, then the key.
-void AppendOrder(SqlText& statement, const Table& table, std::span<const Sort> sort, const Cellar::Dialect& dialect)
-{
-    // The embedded database and SQL Server have nulls before everything else, PostgreSQL after it.
-    const bool sayWhereNullsGo = &dialect == &Cellar::PostgresDialect();
-    SqlText before = " ORDER BY ";
-    const auto append = [&](const Column& column, bool descending) {
-        const SqlText name = Bracketed(column.name);
-        const SqlText direction = descending ? SqlText(" DESC") : SqlText();
-        statement += before;
-        before = ", ";
-        if (sayWhereNullsGo)
-            statement += SqlText("CASE WHEN ") + name + " IS NULL THEN 0 ELSE 1 END" + direction + ", ";
-        statement += name + direction;
-    };
-    for (auto by = sort.begin(); by != sort.end(); ++by)
-        if (std::none_of(sort.begin(), by, [&](const Sort& one) { return one.ordinal == by->ordinal; }))
-            append(ColumnOf(table, by->ordinal), by->descending);
-    for (const std::size_t position : TextOf(table).key) {
-        const Column& column = table.columns[position];
-        if (std::none_of(sort.begin(), sort.end(), [&](const Sort& by) { return by.ordinal == column.ordinal; }))
-            append(column, false);
-    }
-}
-
-/// The default of a column in a row that is not in the database yet. Those of record classes are whole numbers.
-Value DefaultOf(const Column& column)
-{
-    const auto number = Afx::ParseWhole<long>(column.defaultValue ? column.defaultValue : "");
-    return number ? Value(*number) : Value();
-}
-
-bool IsRowId(const Table& table, const Column& column) noexcept
-{
-    return column.ordinal == 0 && std::string_view(table.key) == "lID";
-}
 
 [[noreturn]] void ThrowChanged(const Row& row)
 {
@@ -108,105 +47,72 @@ bool IsRowId(const Table& table, const Column& column) noexcept
                                "). Open it again and repeat the change.");
 }
 
+/// How many of `count` rows the next statement takes: a few at once, else a power of two, so that there are not many
+/// statements to prepare.
+std::size_t RowsInOneStatement(std::size_t count, std::size_t columns)
+{
+    constexpr std::size_t kMostValues = 2000, kMostRows = 256, kFew = 16; // SQL Server takes 2100 parameters
+    const std::size_t most = std::min(std::max<std::size_t>(kMostValues / columns, 1), kMostRows);
+    return count <= std::min(most, kFew) ? count : std::bit_floor(std::min(count, most));
+}
+
 } // namespace
 
 ChangedByAnotherUser::ChangedByAnotherUser(const std::string& message) : std::runtime_error(message) {}
 ChangedByAnotherUser::~ChangedByAnotherUser() = default;
 
-Row::Row(const Table& table) : m_table(&table), m_values(table.columns.size()) {}
-
-const Value& Row::Get(int ordinal) const noexcept
-{
-    static const Value null;
-    const Column* const column = m_table->Find(ordinal);
-    return column ? m_values[static_cast<std::size_t>(column - m_table->columns.data())] : null;
-}
-
-void Row::Set(int ordinal, Value value)
-{
-    const Column& column = ColumnOf(*m_table, ordinal);
-    m_values[static_cast<std::size_t>(&column - m_table->columns.data())] = Canonical(column.type, std::move(value));
-}
-
-Where::Where(int ordinal, Value value) : Where(ordinal, Kind::Equal) { m_values.push_back(std::move(value)); }
-
-Where Where::In(int ordinal, const std::vector<long>& numbers)
-{
-    constexpr std::size_t kMost = 1000; // SQL Server takes 2100 parameters
-    if (numbers.size() > kMost)
-        throw std::logic_error("more than 1000 values in one condition");
-    Where where(ordinal, Kind::In);
-    where.m_values.assign(numbers.begin(), numbers.end());
-    return where;
-}
-
-Where Where::Under(int ordinal, const Table& parent, std::initializer_list<Where> conditions)
-{
-    if (std::string_view(parent.key) != "lID")
-        throw std::logic_error(std::string(parent.sqlName) + ": its rows are not told apart by lID");
-    Where where(ordinal, Kind::Under);
-    where.m_parent = &parent;
-    where.m_conditions = conditions;
-    return where;
-}
-
-void Where::AppendTo(SqlText& statement, std::vector<Value>& bound, const Table& table, bool first) const
-{
-    const Column& column = ColumnOf(table, m_ordinal);
-    if (m_kind == Kind::In && m_values.empty()) {
-        statement += first ? SqlText(" WHERE 1 = 0") : SqlText(" AND 1 = 0");
-        return;
-    }
-    AppendColumn(statement, column, first);
-    if (m_kind == Kind::Under) {
-        statement += SqlText(" IN (SELECT [lID] FROM ") + Bracketed(m_parent->sqlName);
-        for (std::size_t i = 0; i < m_conditions.size(); ++i)
-            m_conditions[i].AppendTo(statement, bound, *m_parent, i == 0);
-        statement += ")";
-        return;
-    }
-    if (m_values.size() == 1) {
-        AppendEqual(statement, bound, column, Canonical(column.type, m_values[0]));
-        return;
-    }
-    for (std::size_t i = 0; i < m_values.size(); ++i) {
-        statement += i == 0 ? SqlText(" IN (") : SqlText(", ");
-        statement += PlaceholderOf(column.type);
-        bound.push_back(Canonical(column.type, m_values[i]));
-    }
-    statement += ")";
-}
-
 CDataList::CDataList(const Table& table) noexcept : m_table(&table) {}
 CDataList::~CDataList() = default;
 
-bool CDataList::Open(std::initializer_list<Where> where, std::initializer_list<Sort> sort)
-{
-    const Statement connection;
-    SqlText statement = TextOf(*m_table).select;
-    std::vector<Value> values;
-    bool isFirst = true;
-    for (const Where& condition : where) {
-        condition.AppendTo(statement, values, *m_table, isFirst);
-        isFirst = false;
-    }
-    AppendOrder(statement, *m_table, {sort.begin(), sort.size()}, connection->GetDialect());
-    Cellar::RowSet set = connection->Query(statement, values);
+void CDataList::Use(Cellar::CConnection& connection) { m_connection = connection.Watch(); }
 
-    const std::size_t columns = m_table->columns.size();
+Cellar::CConnection& CDataList::Connection() const
+{
+    if (!m_connection)
+        return GetConnection();
+    const auto connection = m_connection->lock();
+    if (!connection)
+        throw Cellar::DatabaseError(Cellar::DatabaseError::Category::LostConnection, "",
+                                    "the practice of this list was closed", "");
+    return **connection;
+}
+
+bool CDataList::Open(Cellar::CConnection& connection, std::initializer_list<Where> where,
+                     std::initializer_list<Sort> sort, const Take& take)
+{
+    Use(connection);
+    return Open(where, sort, take);
+}
+
+bool CDataList::Open(std::initializer_list<Where> where, std::initializer_list<Sort> sort, const Take& take)
+{
+    Cellar::CConnection& connection = Connection();
+    Detail::Selection selection(*m_table);
+    selection.Read(where, sort, take, true, connection.GetDialect());
+    Cellar::CRowCursor cursor(connection, selection.GetStatement(), selection.GetValues());
+    Detail::RowPlaces places(*m_table, selection.GetPositions());
     std::vector<Entry> rows;
-    rows.reserve(set.rows.size());
-    for (std::vector<Value>& read : set.rows) {
-        Row row(*m_table);
-        for (std::size_t i = 0; i < columns; ++i)
-            row.m_values[i] = Canonical(m_table->columns[i].type, std::move(read[i]));
-        if (m_table->versioned)
-            row.m_version = Cellar::ToLong(read[columns]); // NULL in a row that another program wrote
-        rows.push_back({std::move(row), {}, false});
+    while (cursor.Next()) {
+        rows.push_back({Row(*m_table), {}, false, !take.columns.empty()});
+        places.Read(cursor, rows.back().row.m_values);
     }
-    m_where = where;
+    m_given.clear();
+    for (const Where& condition : where)
+        if (const Value* const only = condition.OnlyValue();
+            only && !IsRowId(*m_table, ColumnOf(*m_table, condition.m_ordinal)))
+            m_given.emplace_back(condition.m_ordinal, *only);
+    m_columns = take.columns;
     m_rows = std::move(rows);
     return MoveFirst();
+}
+
+long CDataList::Count(std::initializer_list<Where> where) const
+{
+    Detail::Selection selection(*m_table);
+    selection.Count(where);
+    Cellar::CRowCursor cursor(Connection(), selection.GetStatement(), selection.GetValues());
+    cursor.Next();
+    return cursor.GetLong(0);
 }
 
 bool CDataList::MoveFirst() noexcept
@@ -237,80 +143,141 @@ bool CDataList::MoveToId(long id) noexcept
     return found != m_rows.end() && MoveTo(static_cast<int>(found - m_rows.begin()));
 }
 
-CDataList::Entry& CDataList::At()
+void CDataList::FailNoRow() const
 {
-    if (IsEOL())
-        throw std::logic_error(std::string(m_table->sqlName) + ": there is no current row");
-    return m_rows[m_at];
+    throw std::logic_error(std::string(m_table->sqlName) + ": there is no current row");
 }
 
-const Row& CDataList::Current() const { return const_cast<CDataList*>(this)->At().row; }
-bool CDataList::IsNew() const { return const_cast<CDataList*>(this)->At().isNew; }
+bool CDataList::WasRead(const Column& column) const noexcept
+{
+    const std::vector<std::size_t>& key = TextOf(*m_table).key;
+    const auto position = static_cast<std::size_t>(&column - m_table->columns.data());
+    return std::find(m_columns.begin(), m_columns.end(), column.ordinal) != m_columns.end() ||
+           std::find(key.begin(), key.end(), position) != key.end();
+}
 
-bool CDataList::IsDirty() const noexcept { return !IsEOL() && (m_rows[m_at].isNew || m_rows[m_at].stored); }
+void CDataList::Append(Row row)
+{
+    m_rows.push_back({std::move(row), {}, true, false});
+    m_at = m_rows.size() - 1;
+}
 
 void CDataList::AddNew()
 {
-    Row row(*m_table);
-    for (const Column& column : m_table->columns)
-        row.Set(column.ordinal, IsRowId(*m_table, column) ? Value(NewId(*m_table)) : DefaultOf(column));
-    for (const Where& condition : m_where)
-        if (condition.m_values.size() == 1 && !IsRowId(*m_table, ColumnOf(*m_table, condition.m_ordinal)))
-            row.Set(condition.m_ordinal, condition.m_values[0]);
-    m_rows.push_back({std::move(row), {}, true});
-    m_at = m_rows.size() - 1;
+    Row row = TextOf(*m_table).newRow;
+    if (IsRowId(*m_table, m_table->columns[0]))
+        row.Set(0, NewId(*m_table, Connection()));
+    for (const auto& [ordinal, value] : m_given)
+        row.Set(ordinal, value);
+    Append(std::move(row));
 }
 
 void CDataList::CopyRow()
 {
+    if (At().isPart)
+        throw std::logic_error(std::string(m_table->sqlName) + ": a row of chosen columns is copied");
     Row row = At().row;
-    row.m_version = 0;
+    if (m_table->versioned)
+        row.m_values.back() = Value();
     if (IsRowId(*m_table, m_table->columns[0]))
-        row.Set(0, NewId(*m_table));
-    m_rows.push_back({std::move(row), {}, true});
-    m_at = m_rows.size() - 1;
+        row.Set(0, NewId(*m_table, Connection()));
+    Append(std::move(row));
 }
 
 void CDataList::Set(int ordinal, Value value)
 {
     Entry& entry = At();
     const Column& column = ColumnOf(*m_table, ordinal);
-    value = Canonical(column.type, std::move(value));
-    if (entry.row.Get(ordinal) == value)
+    Cellar::MakeCanonical(column.type, value);
+    Value& held = entry.row.m_values[static_cast<std::size_t>(&column - m_table->columns.data())];
+    if (entry.isPart && !WasRead(column))
+        throw std::logic_error(std::string(m_table->sqlName) + ": " + column.name + " was not read");
+    if (held == value)
         return;
     if (!entry.isNew) {
         if (IsRowId(*m_table, column))
             throw std::logic_error(std::string(m_table->sqlName) + ": the id of a saved row stays");
         if (!entry.stored)
-            entry.stored = entry.row;
+            entry.stored = std::make_shared<const Row>(entry.row);
     }
-    entry.row.m_values[static_cast<std::size_t>(&column - m_table->columns.data())] = std::move(value);
+    held = std::move(value);
 }
 
 void CDataList::Update()
 {
     Entry& entry = At();
-    if (entry.isNew)
-        Insert(entry);
-    else if (entry.stored)
-        UpdateChanged(entry);
+    Changes changes;
+    if (entry.isNew) {
+        InsertRows({&entry});
+        Note(DataEvent::Insert, entry, changes);
+    } else if (entry.stored) {
+        Note(DataEvent::Update, entry, changes);
+        if (!WriteChanged(entry))
+            changes.clear();
+    }
+    Saved(entry);
+    Tell(std::move(changes));
 }
 
-void CDataList::Insert(Entry& entry)
+void CDataList::UpdateAll()
+{
+    std::vector<const Entry*> added;
+    std::size_t changed = 0;
+    for (const Entry& entry : m_rows)
+        if (entry.isNew)
+            added.push_back(&entry);
+        else if (entry.stored)
+            ++changed;
+    if (added.empty() && changed == 0)
+        return;
+    Changes changes;
+    std::optional<Cellar::CTransaction> level; // one statement is all or nothing by itself
+    const std::size_t inOne = added.empty() ? 1 : RowsInOneStatement(added.size(), m_table->columns.size());
+    if (changed + added.size() > inOne)
+        level.emplace(Connection());
+    InsertRows(added);
+    for (const Entry& entry : m_rows)
+        if (entry.isNew) {
+            Note(DataEvent::Insert, entry, changes);
+        } else if (entry.stored) {
+            const std::size_t before = changes.size();
+            Note(DataEvent::Update, entry, changes);
+            if (!WriteChanged(entry))
+                changes.erase(changes.begin() + static_cast<std::ptrdiff_t>(before), changes.end());
+        }
+    if (level)
+        level->Commit();
+    for (Entry& entry : m_rows)
+        Saved(entry);
+    Tell(std::move(changes));
+}
+
+void CDataList::InsertRows(const std::vector<const Entry*>& entries) const
 {
     const TableText& text = TextOf(*m_table);
-    for (const std::size_t position : text.key) {
-        if (entry.row.m_values[position].IsNull() && !m_table->keyMayBeNull)
-            throw std::logic_error(std::string(m_table->sqlName) + ": a row needs its " +
-                                   m_table->columns[position].name);
+    for (const Entry* const entry : entries)
+        for (const std::size_t position : text.key)
+            if (entry->row.m_values[position].IsNull() && !m_table->keyMayBeNull)
+                throw std::logic_error(std::string(m_table->sqlName) + ": a row needs its " +
+                                       m_table->columns[position].name);
+    const Statement connection(Connection());
+    const std::size_t columns = m_table->columns.size();
+    for (std::size_t at = 0; at < entries.size();) {
+        const std::size_t count = RowsInOneStatement(entries.size() - at, columns);
+        SqlText statement = text.insert;
+        std::vector<Value> values;
+        values.reserve(count * columns);
+        for (std::size_t i = 0; i < count; ++i, ++at) {
+            statement += i == 0 ? SqlText() : SqlText(", ");
+            statement += text.insertRow;
+            const auto first = entries[at]->row.m_values.begin();
+            values.insert(values.end(), first, first + static_cast<std::ptrdiff_t>(columns));
+        }
+        connection->Execute(statement, values);
     }
-    Statement()->Execute(text.insert, entry.row.m_values);
-    entry.isNew = false;
-    const Row saved = entry.row; // a listener may do anything to this list
-    Notify(DataEvent::Insert, {nullptr, &saved});
 }
 
-void CDataList::UpdateChanged(Entry& entry)
+bool CDataList::WriteChanged(const Entry& entry) const
 {
     const TableText& text = TextOf(*m_table);
     const Row& stored = *entry.stored;
@@ -321,59 +288,111 @@ void CDataList::UpdateChanged(Entry& entry)
             continue;
         if (!values.empty())
             statement += ", ";
-        statement += Bracketed(m_table->columns[i].name) + " = " + PlaceholderOf(m_table->columns[i].type);
+        statement += text.columns[i].equal;
         values.push_back(entry.row.m_values[i]);
     }
-    if (values.empty()) {
-        entry.stored.reset();
-        return;
-    }
+    if (values.empty())
+        return false;
     if (m_table->versioned) {
         statement += ", [nVersion] = %ld";
-        values.emplace_back(stored.m_version + 1);
+        values.emplace_back(stored.GetVersion() + 1);
     }
     AppendIdentity(statement, values, stored);
-    if (Statement()->Execute(statement, values) == 0)
+    if (Statement(Connection())->Execute(statement, values) == 0)
         ThrowChanged(stored);
-    if (m_table->versioned)
-        ++entry.row.m_version;
-    const Row before = std::move(*entry.stored);
+    return true;
+}
+
+void CDataList::Saved(Entry& entry) const noexcept
+{
+    if (m_table->versioned && entry.stored && !entry.isNew && !(entry.row.m_values == entry.stored->m_values))
+        entry.row.m_values.back() = Value(entry.stored->GetVersion() + 1);
     entry.stored.reset();
-    const Row saved = entry.row;
-    Notify(DataEvent::Update, {&before, &saved});
+    entry.isNew = false;
 }
 
 void CDataList::Delete()
 {
-    Entry& entry = At();
+    const Entry& entry = At();
+    const auto at = m_rows.begin() + static_cast<std::ptrdiff_t>(m_at);
     if (entry.isNew) {
-        m_rows.erase(m_rows.begin() + static_cast<std::ptrdiff_t>(m_at));
+        m_rows.erase(at);
         return;
     }
-    const Row stored = entry.stored ? *entry.stored : entry.row;
-    SqlText statement = TextOf(*m_table).remove;
+    Changes changes;
+    Note(DataEvent::Delete, entry, changes);
+    const Row& stored = entry.stored ? *entry.stored : entry.row;
+    SqlText statement = SqlText("DELETE") + TextOf(*m_table).from;
     std::vector<Value> values;
     AppendIdentity(statement, values, stored);
-    if (Statement()->Execute(statement, values) == 0)
+    if (Statement(Connection())->Execute(statement, values) == 0)
         ThrowChanged(stored);
-    m_rows.erase(m_rows.begin() + static_cast<std::ptrdiff_t>(m_at));
-    Notify(DataEvent::Delete, {&stored, nullptr});
+    m_rows.erase(at);
+    Tell(std::move(changes));
+}
+
+/// A row of chosen columns as it is in the database: listeners may look at any column.
+Row CDataList::Whole(const Entry& entry) const
+{
+    const Row& stored = entry.stored ? *entry.stored : entry.row;
+    if (!entry.isPart)
+        return stored;
+    const TableText& text = TextOf(*m_table);
+    SqlText statement = SqlText("SELECT ") + text.allColumns + text.from;
+    std::vector<Value> values;
+    AppendIdentity(statement, values, stored);
+    Cellar::CRowCursor cursor(Connection(), statement, std::move(values));
+    if (!cursor.Next())
+        ThrowChanged(stored);
+    Row row(*m_table);
+    Detail::RowPlaces(*m_table).Read(cursor, row.m_values);
+    return row;
+}
+
+void CDataList::Note(DataEvent event, const Entry& entry, Changes& changes) const
+{
+    if (!Detail::IsHeard(event, *m_table, Connection()))
+        return;
+    Change& change = changes.emplace_back(Change{event, {}, {}});
+    if (event != DataEvent::Insert)
+        change.before = Whole(entry);
+    if (event == DataEvent::Delete)
+        return;
+    change.after = event == DataEvent::Update && entry.isPart ? change.before : entry.row;
+    for (const int ordinal : m_columns)
+        if (entry.isPart)
+            change.after->Set(ordinal, entry.row.Get(ordinal));
+}
+
+void CDataList::Tell(Changes changes) const
+{
+    Cellar::CConnection* const connection = changes.empty() ? nullptr : &Connection();
+    for (const Change& change : changes)
+        Detail::Notify(change.event, {change.before ? &*change.before : nullptr,
+                                      change.after ? &*change.after : nullptr, connection});
 }
 
 void CDataList::AppendIdentity(SqlText& statement, std::vector<Value>& values, const Row& row)
 {
     const Table& table = row.GetTable();
-    bool first = true;
-    for (const std::size_t position : TextOf(table).key) {
-        AppendColumn(statement, table.columns[position], first);
-        AppendEqual(statement, values, table.columns[position], row.m_values[position]);
-        first = false;
+    const TableText& text = TextOf(table);
+    SqlText before = " WHERE ";
+    for (const std::size_t position : text.key) {
+        statement += before;
+        before = " AND ";
+        if (row.m_values[position].IsNull()) {
+            statement += text.columns[position].name;
+            statement += " IS NULL";
+        } else {
+            statement += text.columns[position].equal;
+            values.push_back(row.m_values[position]);
+        }
     }
     if (!table.versioned)
         return;
-    statement += row.m_version == 0 ? SqlText(" AND ([nVersion] = %ld OR [nVersion] IS NULL)")
-                                    : SqlText(" AND [nVersion] = %ld");
-    values.emplace_back(row.m_version);
+    statement += row.GetVersion() == 0 ? SqlText(" AND ([nVersion] = %ld OR [nVersion] IS NULL)")
+                                       : SqlText(" AND [nVersion] = %ld");
+    values.emplace_back(row.GetVersion());
 }
 
 } // namespace Quarry

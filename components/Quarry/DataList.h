@@ -4,44 +4,26 @@
 
 #include <cstdint>
 #include <initializer_list>
+#include <memory>
 #include <optional>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
+#include "Cellar/Connection.h"
 #include "Cellar/SqlText.h"
 #include "Quarry/Export.h"
+#include "Quarry/Row.h"
 #include "Quarry/Table.h"
+#include "Quarry/Where.h"
 
 namespace Quarry
 {
 
-/// The values of one row by ordinal; what listeners are given.
-class QUARRY_API Row
+namespace Detail
 {
-public:
-    explicit Row(const Table& table);
-    const Table& GetTable() const noexcept { return *m_table; }
-    /// NULL for an ordinal that the table has not.
-    const Cellar::Value& Get(int ordinal) const noexcept;
-    void Set(int ordinal, Cellar::Value value);
-
-    long GetLong(int ordinal) const noexcept { return Cellar::ToLong(Get(ordinal)); }
-    int GetInt(int ordinal) const noexcept { return static_cast<int>(Cellar::ToLong(Get(ordinal))); }
-    short GetShort(int ordinal) const noexcept { return Cellar::ToShort(Get(ordinal)); }
-    bool GetBool(int ordinal) const noexcept { return Cellar::ToLong(Get(ordinal)) != 0; }
-    double GetDouble(int ordinal) const noexcept { return Cellar::ToDouble(Get(ordinal)); }
-    CString GetText(int ordinal) const { return Cellar::ToText(Get(ordinal)); }
-    Cellar::Bytes GetBinary(int ordinal) const { return Cellar::ToBytes(Get(ordinal)); }
-    Kiln::CDate GetDate(int ordinal) const noexcept { return Cellar::ToDate(Get(ordinal)); }
-    COleDateTime GetDateTime(int ordinal) const noexcept { return Cellar::ToDateTime(Get(ordinal)); }
-    Kiln::CAmt GetAmount(int ordinal) const noexcept { return Cellar::ToAmount(Get(ordinal)); }
-
-private:
-    friend class CDataList;
-    const Table* m_table;
-    std::vector<Cellar::Value> m_values; // in the order of the table's columns
-    long m_version = 0;
-};
+enum class DataEvent;
+}
 
 /// Another user changed, or deleted, the row since it was read.
 class QUARRY_API ChangedByAnotherUser : public std::runtime_error
@@ -51,46 +33,10 @@ public:
     ~ChangedByAnotherUser() override;
 };
 
-/// A condition on the column of this ordinal.
-class QUARRY_API Where
-{
-public:
-    /// The column equals the value (NULL: is null).
-    Where(int ordinal, Cellar::Value value);
-    /// The column equals one of the numbers; with none no row fulfils it. At most 1000.
-    static Where In(int ordinal, const std::vector<long>& numbers);
-    /// The column holds the lID of a row of `parent` that fulfils all conditions, which are about the parent's columns
-    /// and may go on to the parent's own parent. Throws std::logic_error for a parent of another key.
-    static Where Under(int ordinal, const Table& parent, std::initializer_list<Where> conditions);
-
-private:
-    friend class CDataList;
-    enum class Kind : std::uint8_t
-    {
-        Equal,
-        In,
-        Under
-    };
-    Where(int ordinal, Kind kind) noexcept : m_ordinal(ordinal), m_kind(kind) {}
-    void AppendTo(Cellar::SqlText& statement, std::vector<Cellar::Value>& bound, const Table& table, bool first) const;
-
-    int m_ordinal;
-    Kind m_kind;
-    std::vector<Cellar::Value> m_values;
-    const Table* m_parent = nullptr;
-    std::vector<Where> m_conditions;
-};
-
-struct Sort
-{
-    int ordinal;
-    bool descending = false;
-};
-
 /// The rows of one record class that fulfil all conditions, in the order asked for (nulls first, texts without regard
 /// to case, a column named again is nothing), then by key. The list is a copy: what others do afterwards, and a
-/// rollback, is not seen until it is opened again. All operations work on the current connection and throw
-/// Cellar::DatabaseError.
+/// rollback, is not seen until it is opened again. All operations throw Cellar::DatabaseError. They work on the current
+/// connection, or on the one that the list was told to use.
 class QUARRY_API CDataList
 {
 public:
@@ -103,8 +49,20 @@ public:
 
     const Table& GetTable() const noexcept { return *m_table; }
 
-    /// Loads, and stands on the first row. False when there is none.
-    bool Open(std::initializer_list<Where> where = {}, std::initializer_list<Sort> sort = {});
+    /// From now on the list reads and writes there. Rows that it holds stay: a row of one practice is not to be saved
+    /// in another.
+    void Use(Cellar::CConnection& connection);
+    /// Throws Cellar::DatabaseError (LostConnection) when none is open, or the one in use was closed.
+    Cellar::CConnection& Connection() const;
+
+    /// Loads, and stands on the first row. False when there is none. Of chosen columns those that were not chosen must
+    /// not be set in a row that was read; the key is read always.
+    bool Open(std::initializer_list<Where> where = {}, std::initializer_list<Sort> sort = {}, const Take& take = {});
+    /// On this connection, as after Use.
+    bool Open(Cellar::CConnection& connection, std::initializer_list<Where> where = {},
+              std::initializer_list<Sort> sort = {}, const Take& take = {});
+    /// How many rows of the table fulfil all conditions; the list stays as it is.
+    long Count(std::initializer_list<Where> where = {}) const;
 
     bool MoveFirst() noexcept; // false when there is no row
     bool MoveNext() noexcept;  // false behind the last
@@ -118,42 +76,71 @@ public:
     /// with another key: set it), the columns' defaults, and the values that the list was opened with (of conditions
     /// that leave no choice, and never the id).
     void AddNew();
-    /// Appends a copy of the current row with a new id and stands on it; it is saved by Update.
+    /// Appends a copy of the current row with a new id and stands on it; it is saved by Update. Throws std::logic_error
+    /// for a row of chosen columns.
     void CopyRow();
     /// Saves the current row: inserts a new one, otherwise updates what changed. Stays on the row; the order of the
     /// list stays as it is. Throws ChangedByAnotherUser when the row is no longer as it was read.
     void Update();
+    /// Saves all rows that are new or changed, all or none, the new ones with several in one statement; then tells the
+    /// listeners of each, in the order of the rows. Throws ChangedByAnotherUser as Update; nothing is saved then, and
+    /// all rows stay as they are.
+    void UpdateAll();
     /// Deletes the current row and stands on the next. Throws ChangedByAnotherUser when the row is no longer as it was
     /// read.
     void Delete();
     /// The current row has values that are not saved.
-    bool IsDirty() const noexcept;
+    bool IsDirty() const noexcept { return !IsEOL() && (m_rows[m_at].isNew || m_rows[m_at].stored); }
 
     /// The current row; throws std::logic_error behind the last.
-    const Row& Current() const;
+    const Row& Current() const { return At().row; }
     long GetID() const { return Current().GetLong(0); }
-    bool IsNew() const; // not saved yet
+    bool IsNew() const { return At().isNew; } // not saved yet
     const Cellar::Value& Get(int ordinal) const { return Current().Get(ordinal); }
     bool IsNull(int ordinal) const { return Get(ordinal).IsNull(); }
     /// Sets a value of the current row; setting an equal value changes nothing. Throws std::logic_error for an ordinal
-    /// that the table has not, and for the id of a row that is saved.
+    /// that the table has not or that was not chosen, and for the id of a row that is saved.
     void Set(int ordinal, Cellar::Value value);
 
 private:
+    friend class CDataCursor;
     struct Entry
     {
         Row row;
-        std::optional<Row> stored; // as read or last saved, when a value was set since
+        std::shared_ptr<const Row> stored; // as read or last saved, when a value was set since
         bool isNew = false;
+        bool isPart = false; // has the chosen columns only
     };
-    Entry& At();
-    void Insert(Entry& entry);
-    void UpdateChanged(Entry& entry);
+    struct Change // what listeners are told
+    {
+        Detail::DataEvent event;
+        std::optional<Row> before, after;
+    };
+    using Changes = std::vector<Change>;
+
+    const Entry& At() const
+    {
+        if (IsEOL())
+            FailNoRow();
+        return m_rows[m_at];
+    }
+    Entry& At() { return const_cast<Entry&>(std::as_const(*this).At()); }
+    [[noreturn]] void FailNoRow() const;
+    bool WasRead(const Column& column) const noexcept;
+    void Append(Row row);
+    void InsertRows(const std::vector<const Entry*>& entries) const;
+    bool WriteChanged(const Entry& entry) const; // false when there is nothing to write
+    void Note(Detail::DataEvent event, const Entry& entry, Changes& changes) const;
+    void Tell(Changes changes) const;
+    Row Whole(const Entry& entry) const;
+    void Saved(Entry& entry) const noexcept;
     /// Appends the condition that names this very row as it was read.
     static void AppendIdentity(Cellar::SqlText& statement, std::vector<Cellar::Value>& values, const Row& row);
 
     const Table* m_table;
-    std::vector<Where> m_where; // of the last Open
+    std::optional<std::weak_ptr<Cellar::CConnection*>> m_connection; // nothing: the current one
+    std::vector<std::pair<int, Cellar::Value>> m_given;              // what the last Open leaves no choice of
+    std::vector<int> m_columns;                                      // chosen in the last Open; empty: all
     std::vector<Entry> m_rows;
     std::size_t m_at = 0;
 };

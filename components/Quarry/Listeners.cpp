@@ -1,8 +1,13 @@
 #include "Quarry/Listeners.h"
 
 #include <algorithm>
+#include <iterator>
+#include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
+#include "Quarry/detail/Companion.h"
 #include "Quarry/detail/Notify.h"
 
 namespace Quarry
@@ -12,48 +17,63 @@ namespace
 
 struct Listener
 {
-    int table;
     Detail::DataEvent event;
     std::string database;
     DataChangedListener function;
     friend bool operator==(const Listener&, const Listener&) = default;
 };
 
-std::vector<Listener>& Listeners()
+/// By table.
+std::map<int, std::vector<Listener>>& Listeners()
 {
-    static auto& listeners = *new std::vector<Listener>;
+    static auto& listeners = *new std::map<int, std::vector<Listener>>;
     return listeners;
 }
 
-bool IsThere(const Listener& listener)
+bool IsThere(int table, const Listener& listener)
 {
-    return std::find(Listeners().begin(), Listeners().end(), listener) != Listeners().end();
+    const auto found = Listeners().find(table);
+    return found != Listeners().end() &&
+           std::find(found->second.begin(), found->second.end(), listener) != found->second.end();
 }
 
 void Add(int table, Detail::DataEvent event, const char* database, DataChangedListener function)
 {
-    Listener listener{table, event, database, function};
-    if (!IsThere(listener))
-        Listeners().push_back(std::move(listener));
+    Listener listener{event, database, function};
+    if (!IsThere(table, listener))
+        Listeners()[table].push_back(std::move(listener));
 }
 
 void Remove(int table, Detail::DataEvent event, const char* database, DataChangedListener function)
 {
-    std::erase(Listeners(), Listener{table, event, database, function});
+    std::erase(Listeners()[table], Listener{event, database, function});
+}
+
+/// Those whom a change concerns.
+std::vector<Listener> Concerned(Detail::DataEvent event, const Table& table, Cellar::CConnection& connection)
+{
+    std::vector<Listener> concerned;
+    const auto found = Listeners().find(table.number);
+    const char* const database = Detail::DatabaseOf(connection, table);
+    if (found == Listeners().end() || !database)
+        return concerned;
+    std::copy_if(found->second.begin(), found->second.end(), std::back_inserter(concerned),
+                 [&](const Listener& listener) { return listener.event == event && listener.database == database; });
+    return concerned;
 }
 
 } // namespace
 
+bool Detail::IsHeard(DataEvent event, const Table& table, Cellar::CConnection& connection)
+{
+    return !Concerned(event, table, connection).empty();
+}
+
 void Detail::Notify(DataEvent event, const DataChange& change)
 {
     const Table& table = (change.newRow ? change.newRow : change.oldRow)->GetTable();
-    std::vector<Listener> concerned;
-    for (const Listener& listener : Listeners()) {
-        if (listener.table == table.number && listener.event == event && listener.database == table.database)
-            concerned.push_back(listener);
-    }
-    for (const Listener& listener : concerned) {
-        if (IsThere(listener)) // one that was called before may have removed it
+    for (const Listener& listener : Concerned(event, table, *change.connection)) {
+        if (IsThere(table.number, listener)) // one that was called before may have removed it
             listener.function(change);
     }
 }

@@ -1,12 +1,13 @@
 #include "Quarry/NewId.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 #include <optional>
 #include <stdexcept>
 #include <string>
 
-#include "Quarry/detail/IdBlocks.h"
+#include "Quarry/detail/Companion.h"
 #include "Quarry/detail/TableText.h"
 #include "Quarry/Session.h"
 
@@ -49,37 +50,59 @@ std::optional<long> TakeIds(Cellar::CConnection& connection, const Table& table,
                                 std::string(Detail::TextOf(table).countUp.View()));
 }
 
-} // namespace
-
-long NewId(const Table& table)
+/// Throws what NewId throws for a caller's mistake.
+void CheckMayTake(const Table& table, const Cellar::CConnection& connection)
 {
     if (Detail::TextOf(table).countUp.IsEmpty())
         throw std::logic_error(std::string(table.sqlName) + ": rows are not told apart by one number");
-    Cellar::CConnection& connection = GetConnection();
     if (connection.IsAside())
         throw std::logic_error(std::string(table.sqlName) + ": an id is taken aside from the transaction");
+}
+
+/// The transaction's block, with at least one id. A new one has `count`, or one where not as many are left.
+Detail::IdBlock& BlockOf(const Table& table, Cellar::CConnection& connection, long wanted, long count)
+{
+    Detail::IdBlock& block = Detail::CompanionOf(connection).idBlocks[&table];
+    if (block.left >= wanted && block.epoch == connection.GetEpoch())
+        return block;
+    block.left = 0;
+    std::optional<long> last = TakeIds(connection, table, count);
+    if (!last) // towards the end of the numbers one by one
+        last = TakeIds(connection, table, count = 1);
+    if (!last)
+        ThrowNoneLeft(table);
+    block = {*last - count + 1, count, connection.GetEpoch()};
+    return block;
+}
+
+} // namespace
+
+long NewId(const Table& table) { return NewId(table, GetConnection()); }
+
+long NewId(const Table& table, Cellar::CConnection& connection)
+{
+    CheckMayTake(table, connection);
     const Cellar::SuspendDirectSQLEvents quiet(connection);
     if (connection.GetLevel() == 0) {
-        CTransaction transaction(Cellar::Intent::Write);
+        Cellar::CTransaction transaction(connection, Cellar::Intent::Write);
         const std::optional<long> id = TakeIds(connection, table, 1);
         if (!id)
             ThrowNoneLeft(table);
         transaction.Commit();
         return *id;
     }
-    Detail::IdBlock& block = Detail::BlockOf(table);
-    if (block.left == 0 || block.epoch != connection.GetEpoch()) {
-        block.left = 0;
-        long count = kBlock;
-        std::optional<long> last = TakeIds(connection, table, count);
-        if (!last) // towards the end of the numbers one by one
-            last = TakeIds(connection, table, count = 1);
-        if (!last)
-            ThrowNoneLeft(table);
-        block = {*last - count + 1, count, connection.GetEpoch()};
-    }
+    Detail::IdBlock& block = BlockOf(table, connection, 1, kBlock);
     --block.left;
     return block.next++;
+}
+
+void ReserveIds(const Table& table, long count, Cellar::CConnection& connection)
+{
+    CheckMayTake(table, connection);
+    if (connection.GetLevel() == 0)
+        throw std::logic_error(std::string(table.sqlName) + ": ids are reserved outside a transaction");
+    const Cellar::SuspendDirectSQLEvents quiet(connection);
+    BlockOf(table, connection, count, std::max(count, kBlock));
 }
 
 } // namespace Quarry

@@ -2,6 +2,7 @@
 
 // Ids for new rows.
 
+#include "Cellar/Connection.h"
 #include "Quarry/Export.h"
 #include "Quarry/Table.h"
 
@@ -13,5 +14,10 @@ namespace Quarry
 /// one ends: what is left of it then is forgotten. Throws Cellar::DatabaseError (Other) when 2147483647 has been given
 /// out, and std::logic_error for a table whose key is no single number and aside from open transactions.
 QUARRY_API long NewId(const Table& table);
+/// On this connection.
+QUARRY_API long NewId(const Table& table, Cellar::CConnection& connection);
+/// The next `count` ids that the open transaction is given come from one block, which is taken now if need be. Throws
+/// as NewId, and std::logic_error outside a transaction.
+QUARRY_API void ReserveIds(const Table& table, long count, Cellar::CConnection& connection);
 
 } // namespace Quarry

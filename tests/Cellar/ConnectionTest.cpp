@@ -161,7 +161,7 @@ TEST_F(Connection, SessionIdsAreNeverUsedTwice)
 TEST_F(Connection, StatementsArePushedOutAndSurviveAChangeOfTheirTable)
 {
     connection->ExecuteDirect("INSERT Note (lID) VALUES (1)");
-    EXPECT_EQ(CBufferedRowList(*connection, "SELECT * FROM Note").Get(7).integer, connection->GetSessionId());
+    EXPECT_EQ(CBufferedRowList(*connection, "SELECT * FROM Note").Get(7).GetInteger(), connection->GetSessionId());
     OpenPractice()->Script("ALTER TABLE Note ADD COLUMN nMore INTEGER DEFAULT 5");
     EXPECT_EQ(CBufferedRowList(*connection, "SELECT * FROM Note").GetInt("nMore"), 5);
     for (int i = 0; i < 1400; ++i)

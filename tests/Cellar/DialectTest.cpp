@@ -52,6 +52,16 @@ TEST(Dialect, LocksATable)
     EXPECT_EQ(ErrorOf([] { PostgresDialect().LockTable("a; DROP TABLE b"); }).GetCategory(), Category::Syntax);
 }
 
+TEST(Dialect, TakesTheFirstRows)
+{
+    const SqlText tsql = "SELECT TOP (5) [lID] FROM t ORDER BY [lID] ; ";
+    EXPECT_EQ(SqliteDialect().Translate(tsql.View()).text, "SELECT [lID] FROM t ORDER BY [lID] LIMIT 5");
+    EXPECT_EQ(PostgresDialect().Translate(tsql.View()).text, "SELECT \"lid\" FROM t ORDER BY \"lid\" LIMIT 5");
+    EXPECT_EQ(SqlServerDialect().Translate(tsql.View()).text, tsql.View());
+    for (const char* const unknown : {"SELECT TOP 5 a FROM t", "SELECT TOP (%d) a FROM t", "SELECT TOP"})
+        EXPECT_EQ(ErrorOf([&] { SqliteDialect().Translate(unknown); }).GetCategory(), Category::Syntax) << unknown;
+}
+
 /// Four lines a statement (T-SQL, then the dialects); blank lines between, '#' begins a remark.
 TEST(Dialect, GoldenStatements)
 {

@@ -14,10 +14,29 @@ TEST(Value, TakesNothingFromWhatIsNotValid)
     for (const Value& nothing : {Value(static_cast<const char*>(nullptr)), Value(CDate()), Value(CDate(2024, 2, 30)),
                                  Value(COleDateTime::Null()), Value(CAmt()), Value(CAmt::Invalid())})
         EXPECT_TRUE(nothing.IsNull());
-    EXPECT_EQ(Value(CAmt::kZero).integer, 0);
+    EXPECT_EQ(Value(CAmt::kZero).GetInteger(), 0);
     EXPECT_FALSE(Value(CAmt::kZero).IsNull()); // absent is not zero
-    EXPECT_EQ(Value(CDate(2024, 4, 6)).text, "2024-04-06");
-    EXPECT_EQ(Value(COleDateTime(2024, 4, 6, 7, 8, 9, 10)).text, "2024-04-06 07:08:09.010");
+    EXPECT_EQ(Value(CDate(2024, 4, 6)).View(), "2024-04-06");
+    EXPECT_EQ(Value(COleDateTime(2024, 4, 6, 7, 8, 9, 10)).View(), "2024-04-06 07:08:09.010");
+}
+
+TEST(Value, KeepsTextsOfAnyLength)
+{
+    for (const std::size_t length : {0U, 1U, 24U, 25U, 10'000U}) {
+        SCOPED_TRACE(length);
+        const std::string text(length, 'x');
+        Value value = text, copy = 1;
+        copy = value;
+        EXPECT_EQ(copy.View(), text);
+        Value moved = std::move(copy);
+        copy = moved; // a value that was moved from may be given another
+        value = nullptr;
+        EXPECT_TRUE(value.IsNull() && value.View().empty());
+        value = std::move(moved);
+        EXPECT_TRUE(value == copy && value.View() == text);
+        EXPECT_NE(value, Value(text + "y"));
+        EXPECT_NE(value, Value(Bytes(length, 'x'))) << "bytes are no text";
+    }
 }
 
 TEST(ValueReading, NumbersFromWhateverTheDriverGave)

@@ -180,7 +180,7 @@ protected:
     static std::string StoredToken(const Cellar::SqlText& column = "vbAccessToken")
     {
         const auto rows = Quarry::GetConnection().Queryf("SELECT " + column + " FROM MTDAuthorisation").rows;
-        const std::string bytes = rows.empty() ? std::string() : rows[0][0].text;
+        const std::string bytes(rows.empty() ? std::string_view() : rows[0][0].View());
         return CAuthorisation::DecryptToken({bytes.begin(), bytes.end()});
     }
     static bool IsLocked() { return Query("SELECT COUNT(*) FROM MTDAuthorisationLock") != "0"; }

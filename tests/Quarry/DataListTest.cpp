@@ -1,7 +1,9 @@
 #include "Quarry/DataList.h"
+#include "Quarry/Listeners.h"
 #include "Quarry/NewId.h"
 
 #include "SmallPractice.h"
+#include "support/Case.h"
 
 namespace
 {
@@ -53,6 +55,102 @@ TEST_F(DataList, TakesRowsThatFulfilAllConditions)
               (Ids{4}))
         << "of the parent's parent";
     EXPECT_THROW(Where::In(kID, std::vector<long>(1001)), std::logic_error);
+}
+
+TEST_F(DataList, TakesRanges)
+{
+    Sql("INSERT INTO BRIXTask (lID, strName, dtDue, amtPay) VALUES (1, 'a', '2024-04-05', 10000), "
+        "(2, 'B', '2024-04-06', 20000), (3, 'c', '2025-04-05', 30000), (4, NULL, NULL, NULL)");
+    using Quarry::Where;
+    const Kiln::CDate starts(2024, 4, 6), ends(2025, 4, 5);
+    const ::Test::Case<Where, Ids> rows[] = {
+        {Where::Less(kDue, starts), {1}, "below"},
+        {Where::AtMost(kDue, starts), {1, 2}, "up to"},
+        {Where::Greater(kDue, starts), {3}, "above"},
+        {Where::AtLeast(kDue, starts), {2, 3}, "from"},
+        {Where::Between(kDue, starts, ends), {2, 3}, "both ends included"},
+        {Where::Between(kName, "A", "b"), {1, 2}, "texts have no case"},
+        {Where::Less(kPay, Kiln::CAmt(20000)), {1}, "amounts"},
+        {Where::AtLeast(kPay, nullptr), {}, "nothing compares with null"},
+        {Where::NotNull(kPay), {1, 2, 3}, "not null"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(Opened({row.in}), row.out) << row.why;
+    CDataList list(kTask);
+    EXPECT_EQ(list.Count({Where::AtLeast(kDue, starts), {kName, "b"}}), 1);
+    EXPECT_EQ(list.Count(), 4);
+    ASSERT_TRUE(list.Open({}, {{kPay, true}}, {.first = 2}));
+    EXPECT_EQ(list.GetCount(), 2);
+    EXPECT_EQ(list.GetID(), 3) << "the largest";
+    list.Open({Where::AtLeast(kDue, starts)});
+    list.AddNew();
+    EXPECT_TRUE(list.IsNull(kDue)) << "a range leaves a choice";
+}
+
+TEST_F(DataList, ReadsChosenColumns)
+{
+    Sql("INSERT INTO BRIXTask (lID, strName, lParentID, nVersion) VALUES (1, 'a', 7, 5)");
+    static std::string told;
+    Quarry::AddDataChangedListenerForUpdate(77, "BRIX", [](const Quarry::DataChange& change) {
+        told = change.oldRow->GetText(kName).Str() + std::to_string(change.oldRow->GetLong(kParentID)) + ">" +
+               change.newRow->GetText(kName).Str() + std::to_string(change.newRow->GetLong(kParentID));
+    });
+    CDataList list(kTask);
+    ASSERT_TRUE(list.Open({}, {}, {.columns = {kName}}));
+    EXPECT_EQ(list.GetID(), 1);
+    EXPECT_TRUE(list.IsNull(kParentID));
+    EXPECT_THROW(list.Set(kParentID, 8), std::logic_error);
+    EXPECT_THROW(list.CopyRow(), std::logic_error);
+    Save(list, {{kName, "b"}});
+    EXPECT_EQ(told, "a7>b7") << "listeners see whole rows";
+    Save(list, {{kName, "c"}});
+    EXPECT_EQ(Count("FROM BRIXTask WHERE strName = 'c' AND lParentID = 7 AND nVersion = 7"), 1);
+    list.AddNew();
+    Save(list, {{kParentID, 9}});
+    EXPECT_EQ(Count("FROM BRIXTask"), 2);
+}
+
+TEST_F(DataList, SavesManyRowsAtOnceOrNone)
+{
+    static std::vector<long> told;
+    told.clear();
+    const auto hear = [](const Quarry::DataChange& change) { told.push_back(change.newRow->GetLong(kID)); };
+    Quarry::AddDataChangedListenerForInsert(77, "BRIX", hear);
+    Quarry::AddDataChangedListenerForUpdate(77, "BRIX", hear);
+    CDataList list = Added({{kName, "old"}});
+    const auto change = [&] {
+        list.MoveFirst();
+        list.Set(kName, "new");
+    };
+    {
+        Quarry::CTransaction transaction(Cellar::Intent::Write);
+        Quarry::ReserveIds(kTask, 400, Quarry::GetConnection());
+        for (int i = 0; i < 400; ++i) {
+            list.AddNew();
+            list.Set(kYear, i);
+        }
+        change();
+        Sql("UPDATE BRIXTask SET nVersion = nVersion + 1"); // another user
+        EXPECT_THROW(list.UpdateAll(), Quarry::ChangedByAnotherUser);
+        EXPECT_EQ(Count("FROM BRIXTask"), 1) << "nothing is saved";
+        EXPECT_TRUE(list.IsDirty() && list.MoveTo(400) && list.IsNew()) << "nothing is forgotten";
+        EXPECT_EQ(told, Ids{1});
+        Sql("UPDATE BRIXTask SET nVersion = nVersion - 1");
+        int statements = 0;
+        Quarry::GetConnection().OnSent([&](std::string_view sent) { statements += sent.starts_with("INSERT"); });
+        list.UpdateAll();
+        Quarry::GetConnection().OnSent(nullptr);
+        EXPECT_LT(statements, 8);
+        transaction.Commit();
+    }
+    EXPECT_EQ(Count("FROM BRIXTask WHERE lID = nYear + 2"), 400) << "ids of one block";
+    EXPECT_EQ(told.size(), 1U + 1 + 400);
+    EXPECT_EQ(told.back(), 401);
+    EXPECT_FALSE(list.IsDirty());
+    change();
+    list.Set(kName, "newer");
+    list.UpdateAll();
+    EXPECT_EQ(Count("FROM BRIXTask WHERE strName = 'newer' AND nVersion = 2"), 1);
 }
 
 TEST_F(DataList, ReadsRowsOfOtherPrograms)

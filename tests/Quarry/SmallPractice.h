@@ -31,16 +31,19 @@ protected:
     };
     static constexpr Quarry::Table kLink{"CLink", 78, "Link", kLinkColumns, {}, "SourceID,TypeID,TrackerID", true};
 
-    void SetUp() override
+    void SetUp() override { Quarry::SetConnection(OpenSmall("small.db")); }
+    /// A new database of that name.
+    static std::unique_ptr<Cellar::CConnection> OpenSmall(const char* name)
     {
-        Quarry::SetConnection(Open());
-        Quarry::GetConnection().Script(
+        auto connection = Open(name);
+        connection->Script(
             "CREATE TABLE BRIXTask (lID INTEGER PRIMARY KEY, strName TEXT COLLATE NOCASE, lParentID INTEGER, "
             "dtDue TEXT, amtPay INTEGER, nYear INTEGER, dtSeen TEXT, bDone INTEGER DEFAULT 1, nVersion INTEGER "
             "DEFAULT 0);"
             "CREATE TABLE Link (SourceID INTEGER, TypeID INTEGER, TrackerID INTEGER, [default] INTEGER DEFAULT 0, "
             "nVersion INTEGER DEFAULT 0);"
             "CREATE TABLE BRIXNextID (strTable TEXT COLLATE NOCASE NOT NULL PRIMARY KEY, lNext INTEGER);");
+        return connection;
     }
     void TearDown() override
     {
@@ -49,9 +52,9 @@ protected:
     }
 
     /// Another user's connection to the same file.
-    static std::unique_ptr<Cellar::CConnection> Open()
+    static std::unique_ptr<Cellar::CConnection> Open(const std::string& name = "small.db")
     {
-        return Cellar::CConnection::Open(CString(::Test::TempDir() + "/small.db"),
+        return Cellar::CConnection::Open(CString(::Test::TempDir() + "/" + name),
                                          Cellar::CConnection::Create::IfMissing);
     }
     static void Sql(const Cellar::SqlText& statement) { Quarry::GetConnection().ExecuteDirect(statement); }

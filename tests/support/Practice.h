@@ -52,7 +52,7 @@ public:
             for (std::size_t i = 0; i < row.size(); ++i)
                 if (set.columns[i] != "bWithdrawn")
                     line += (line.empty() ? "" : "|") + Show(set.columns[i], row[i]);
-                else if (row[i].integer != 0)
+                else if (row[i].GetInteger() != 0)
                     text += "! ";
             text += line + end;
         }

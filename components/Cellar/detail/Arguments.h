@@ -2,7 +2,7 @@
 
 // Whether the values of a statement fit its placeholders.
 
-#include <vector>
+#include <span>
 
 #include "Cellar/Dialect.h"
 
@@ -10,6 +10,6 @@ namespace Cellar::Detail
 {
 
 /// Throws DatabaseError (Syntax), naming the place and never the value.
-void CheckArguments(const PreparedText& prepared, const std::vector<Value>& values);
+void CheckArguments(const PreparedText& prepared, std::span<const Value> values);
 
 } // namespace Cellar::Detail

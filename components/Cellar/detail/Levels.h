@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "Cellar/Driver.h"
+#include "Cellar/detail/Driver.h"
 
 namespace Cellar::Detail
 {

@@ -5,6 +5,7 @@
 
 #include "Afx/text/Ascii.h"
 #include "Cellar/DatabaseError.h"
+#include "Cellar/detail/ValueTypes.h"
 
 namespace Cellar::Detail
 {
@@ -21,17 +22,6 @@ bool IsLetter(char c) noexcept { return Afx::IsLetter(c) || c == '_' || static_c
 bool IsWordCharacter(char c) noexcept { return IsLetter(c) || IsDigit(c) || c == '$' || c == '#'; }
 /// Characters that mean a parameter to some engine (? : $ @) are none of these.
 bool IsSymbol(char c) noexcept { return std::string_view("(),.;+-*/<>=!&|^~").find(c) != std::string_view::npos; }
-
-struct PlaceholderText
-{
-    std::string_view text;
-    Placeholder::Type type;
-};
-constexpr PlaceholderText kPlaceholders[] = {
-    {"%s", Placeholder::Type::Text},     {"%d", Placeholder::Type::Int},    {"%ld", Placeholder::Type::Long},
-    {"%I64d", Placeholder::Type::Int64}, {"%b", Placeholder::Type::Binary}, {"%t", Placeholder::Type::DateTime},
-    {"%m", Placeholder::Type::Money},    {"%f", Placeholder::Type::Real},
-};
 
 class Tokenizer
 {
@@ -160,7 +150,7 @@ private:
     {
         if (Peek(1) == '%')
             return Take(Kind::Percent, 2);
-        for (const PlaceholderText& known : kPlaceholders)
+        for (const PlaceholderRule& known : PlaceholderRules())
             if (Rest().starts_with(known.text) && !IsWordCharacter(Peek(known.text.size()))) {
                 Token token = Take(Kind::Placeholder, known.text.size());
                 token.placeholder = known.type;

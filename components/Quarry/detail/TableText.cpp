@@ -6,7 +6,8 @@
 #include <mutex>
 #include <stdexcept>
 
-#include "Afx/text/Ascii.h"
+#include "Afx/text/Numbers.h"
+#include "Cellar/ValueTypes.h"
 
 namespace Quarry::Detail
 {
@@ -18,9 +19,25 @@ using Cellar::Value;
 namespace
 {
 
+/// The default of a column in a row that is not in the database yet. Those of record classes are whole numbers.
+Value DefaultOf(const Column& column)
+{
+    const auto number = Afx::ParseWhole<long>(column.defaultValue ? column.defaultValue : "");
+    return number ? Value(*number) : Value();
+}
+
+void AddCounter(TableText& text)
+{
+    const SqlText largest = SqlText("(SELECT MAX(") + text.columns[text.key[0]].name + ")" + text.from + ")";
+    text.countUp = SqlText("UPDATE [BRIXNextID] SET [lNext] = CASE WHEN [lNext] < ") + largest + " THEN " + largest +
+                   " + %ld ELSE [lNext] + %ld END WHERE [strTable] = %s";
+    text.startCount =
+        SqlText("INSERT INTO [BRIXNextID] ([strTable], [lNext]) SELECT %s, COALESCE(") + largest + ", 0) + %ld";
+}
+
 TableText MakeText(const Table& table)
 {
-    TableText text;
+    TableText text(table);
     for (const std::string_view name : SplitNames(table.key)) {
         const Column* const column = table.Find(name);
         if (!column)
@@ -28,154 +45,47 @@ TableText MakeText(const Table& table)
         text.key.push_back(static_cast<std::size_t>(column - table.columns.data()));
     }
     const SqlText name = Bracketed(table.sqlName);
-    SqlText names;
-    SqlText placeholders;
     for (const Column& column : table.columns) {
-        if (!names.IsEmpty()) {
-            names += ", ";
-            placeholders += ", ";
-        }
-        names += Bracketed(column.name);
-        placeholders += PlaceholderOf(column.type);
+        const SqlText& placeholder = Cellar::PlaceholderOf(column.type);
+        const SqlText columnName = Bracketed(column.name);
+        text.columns.push_back({columnName, columnName + " = " + placeholder});
+        text.allColumns += (text.allColumns.IsEmpty() ? SqlText() : SqlText(", ")) + columnName;
+        text.insertRow += (text.insertRow.IsEmpty() ? SqlText("(") : SqlText(", ")) + placeholder;
+        text.newRow.Set(column.ordinal, DefaultOf(column));
     }
     if (table.versioned) {
-        names += ", [nVersion]";
-        placeholders += ", 0";
+        text.allColumns += ", [nVersion]";
+        text.insertRow += ", 0";
     }
-    text.select = SqlText("SELECT ") + names + " FROM " + name;
-    text.insert = SqlText("INSERT INTO ") + name + " (" + names + ") VALUES (" + placeholders + ")";
+    text.insertRow += ")";
+    text.from = SqlText(" FROM ") + name;
+    text.insert = SqlText("INSERT INTO ") + name + " (" + text.allColumns + ") VALUES ";
     text.update = SqlText("UPDATE ") + name + " SET ";
-    text.remove = SqlText("DELETE FROM ") + name;
-    if (text.key.size() == 1 && table.columns[text.key[0]].type == ColumnType::Int) {
-        const SqlText largest =
-            SqlText("(SELECT MAX(") + Bracketed(table.columns[text.key[0]].name) + ") FROM " + name + ")";
-        text.countUp = SqlText("UPDATE [BRIXNextID] SET [lNext] = CASE WHEN [lNext] < ") + largest + " THEN " +
-                       largest + " + %ld ELSE [lNext] + %ld END WHERE [strTable] = %s";
-        text.startCount =
-            SqlText("INSERT INTO [BRIXNextID] ([strTable], [lNext]) SELECT %s, COALESCE(") + largest + ", 0) + %ld";
-    }
+    if (text.key.size() == 1 && table.columns[text.key[0]].type == ColumnType::Int)
+        AddCounter(text);
     return text;
-}
-
-bool HasShape(std::string_view text, std::string_view shape) noexcept
-{
-    return text.size() == shape.size() && std::equal(text.begin(), text.end(), shape.begin(), [](char c, char s) {
-               return s == '0' ? Afx::IsDigit(c) : c == s;
-           });
-}
-
-Value CanonicalInteger(Value value)
-{
-    if (value.kind == Value::Kind::Integer)
-        return value;
-    const std::int64_t integer = Cellar::ToInt64(value, -1);
-    return integer == Cellar::ToInt64(value, 0) ? Value(static_cast<long long>(integer)) : value;
-}
-
-Value CanonicalDate(Value value)
-{
-    if (value.kind == Value::Kind::Text && HasShape(value.text, "0000-00-00"))
-        value.kind = Value::Kind::Date;
-    if (value.kind == Value::Kind::Date)
-        return value;
-    const Kiln::CDate date = Cellar::ToDate(value);
-    return date.IsValid() ? Value(date) : value;
-}
-
-Value CanonicalDateTime(Value value)
-{
-    if (value.kind == Value::Kind::Text && HasShape(value.text, "0000-00-00 00:00:00.000"))
-        value.kind = Value::Kind::DateTime;
-    if (value.kind == Value::Kind::DateTime)
-        return value;
-    const COleDateTime time = Cellar::ToDateTime(value);
-    return time.GetStatus() == COleDateTime::valid ? Value(time) : value;
-}
-
-Value CanonicalMoney(Value value)
-{
-    if (value.kind == Value::Kind::Integer)
-        value.kind = Value::Kind::Money;
-    if (value.kind == Value::Kind::Money)
-        return value;
-    const Kiln::CAmt amount = Cellar::ToAmount(value);
-    return amount.IsValid() ? Value(amount) : value;
-}
-
-Value CanonicalDouble(Value value)
-{
-    if (value.kind == Value::Kind::Real)
-        return value;
-    const double real = Cellar::ToDouble(value, -1.0);
-    return real < Cellar::ToDouble(value, 0.0) || real > Cellar::ToDouble(value, 0.0) ? value : Value(real);
 }
 
 } // namespace
 
 const TableText& TextOf(const Table& table)
 {
+    static thread_local const Table* lastTable = nullptr; // mostly one table is worked on
+    static thread_local const TableText* lastText = nullptr;
+    if (lastTable == &table)
+        return *lastText;
     static std::mutex& guard = *new std::mutex;
     static auto& texts = *new std::map<const Table*, std::unique_ptr<TableText>>;
     const std::lock_guard lock(guard);
     std::unique_ptr<TableText>& text = texts[&table];
     if (!text)
         text = std::make_unique<TableText>(MakeText(table));
+    lastTable = &table;
+    lastText = text.get();
     return *text;
 }
 
 SqlText Bracketed(std::string_view name) { return SqlText("[") + SqlText::Identifier(name) + "]"; }
-
-SqlText PlaceholderOf(ColumnType type)
-{
-    switch (type) {
-    case ColumnType::Int:
-        return "%ld";
-    case ColumnType::SmallInt:
-    case ColumnType::Bit:
-        return "%d";
-    case ColumnType::Text:
-        return "%s";
-    case ColumnType::Binary:
-        return "%b";
-    case ColumnType::Date:
-    case ColumnType::DateTime:
-        return "%t";
-    case ColumnType::Money:
-        return "%m";
-    case ColumnType::Double:
-        return "%f";
-    }
-    throw std::logic_error("unknown column type");
-}
-
-Value Canonical(ColumnType type, Value value)
-{
-    if (value.IsNull())
-        return value;
-    switch (type) {
-    case ColumnType::Int:
-    case ColumnType::SmallInt:
-    case ColumnType::Bit:
-        return CanonicalInteger(std::move(value));
-    case ColumnType::Text:
-        if (value.kind == Value::Kind::Text)
-            return value;
-        return Cellar::ToText(value);
-    case ColumnType::Binary:
-        if (value.kind == Value::Kind::Binary)
-            return value;
-        return Cellar::ToBytes(value);
-    case ColumnType::Date:
-        return CanonicalDate(std::move(value));
-    case ColumnType::DateTime:
-        return CanonicalDateTime(std::move(value));
-    case ColumnType::Money:
-        return CanonicalMoney(std::move(value));
-    case ColumnType::Double:
-        return CanonicalDouble(std::move(value));
-    }
-    throw std::logic_error("unknown column type");
-}
 
 std::vector<std::string_view> SplitNames(std::string_view names)
 {

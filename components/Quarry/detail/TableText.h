@@ -1,23 +1,37 @@
 #pragma once
 
-// A table's statements, and the form in which its values are held.
+// A table's statements.
 
-#include <span>
+#include <string_view>
+#include <vector>
 
 #include "Cellar/SqlText.h"
+#include "Quarry/Row.h"
 #include "Quarry/Table.h"
 
 namespace Quarry::Detail
 {
 
+/// A column in statements.
+struct ColumnText
+{
+    Cellar::SqlText name;  // [strName]
+    Cellar::SqlText equal; // [strName] = %s
+};
+
 /// What every list of a table needs, worked out once.
 struct TableText
 {
+    explicit TableText(const Table& table) : newRow(table) {}
+
     std::vector<std::size_t> key; // positions of the key columns
-    Cellar::SqlText select;       // all columns, then nVersion
-    Cellar::SqlText insert;       // all columns bound, version 0
-    Cellar::SqlText update;       // "UPDATE [table] SET "
-    Cellar::SqlText remove;       // "DELETE FROM [table]"
+    std::vector<ColumnText> columns;
+    Cellar::SqlText allColumns; // all names, then nVersion
+    Cellar::SqlText from;       // " FROM [table]"
+    Cellar::SqlText insert;     // "INSERT INTO [table] (all names) VALUES "
+    Cellar::SqlText insertRow;  // all columns bound, version 0, in brackets
+    Cellar::SqlText update;     // "UPDATE [table] SET "
+    Row newRow;                 // the columns' defaults
 
     // For a table whose key is one number: the counter moves up (by, by, table), starts (table, by).
     Cellar::SqlText countUp;
@@ -28,13 +42,6 @@ const TableText& TextOf(const Table& table);
 
 /// [name]
 Cellar::SqlText Bracketed(std::string_view name);
-/// The placeholder that binds a value of this type.
-Cellar::SqlText PlaceholderOf(Cellar::ColumnType type);
-
-/// The value in the one form that its column's type has (money as money, dates as ISO text), so that equal values
-/// compare equal whatever the driver or the caller gave. What cannot be read as the type stays as it is.
-Cellar::Value Canonical(Cellar::ColumnType type, Cellar::Value value);
-
 /// The column names of a comma separated list.
 std::vector<std::string_view> SplitNames(std::string_view names);
 

@@ -61,7 +61,7 @@ protected:
         };
         for (const auto& [column, rows, path, other] : sums) {
             const SqlText select = "SELECT COALESCE(SUM(" + column + "), 0) FROM " + rows;
-            EXPECT_EQ(Quarry::GetConnection().Queryf(select, client.Get()).rows[0][0].integer,
+            EXPECT_EQ(Quarry::GetConnection().Queryf(select, client.Get()).rows[0][0].GetInteger(),
                       answer.Total(path) + answer.Total(other))
                 << select.View();
         }

@@ -124,7 +124,7 @@ protected:
         for (const Expected& each : tables) {
             std::map<std::int64_t, int> rows;
             for (const auto& row : Quarry::GetConnection().Queryf(each.clients).rows)
-                ++rows[row[0].integer];
+                ++rows[row[0].GetInteger()];
             int otherwise = kClients - static_cast<int>(rows.size());
             for (const auto& [client, count] : rows)
                 otherwise += count != each.rows;

@@ -48,7 +48,7 @@ protected:
 
     static std::int64_t LogLines()
     {
-        return Quarry::GetConnection().Queryf("SELECT COUNT(*) FROM MTDLog").rows[0][0].integer;
+        return Quarry::GetConnection().Queryf("SELECT COUNT(*) FROM MTDLog").rows[0][0].GetInteger();
     }
 
     /// Takes a client through all steps, log lines and the reading of the token included. What each sent.

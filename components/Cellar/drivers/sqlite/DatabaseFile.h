@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
+#include "Cellar/Connection.h"
 #include "Cellar/DatabaseError.h"
-#include "Cellar/Driver.h"
 #include "Cellar/Export.h"
 
 namespace Cellar::Sqlite

@@ -2,15 +2,17 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <limits>
+#include <map>
 #include <new>
+#include <string>
+#include <utility>
 
 #include "Cellar/DatabaseError.h"
 #include "Cellar/Dialect.h"
 #include "Cellar/drivers/sqlite/DatabaseFile.h"
 #include "Cellar/drivers/sqlite/FileRights.h"
 #include "Cellar/drivers/sqlite/SqliteError.h"
-#include "Cellar/drivers/sqlite/Statements.h"
+#include "Cellar/drivers/sqlite/SqliteStatement.h"
 
 namespace Cellar::Sqlite
 {
@@ -47,11 +49,11 @@ DatabasePtr OpenFile(const std::string& path)
     return database;
 }
 
-class SqliteDriver final : public Driver
+class SqliteDriver final : public Detail::Driver
 {
 public:
     explicit SqliteDriver(const DatabaseFile& file)
-        : m_use(file.use), m_real(file.real), m_database(OpenFile(file.path)), m_statements(m_database.get())
+        : m_use(file.use), m_real(file.real), m_database(OpenFile(file.path))
     {
         SetUp();
         CheckUsable(file.path);
@@ -61,36 +63,10 @@ public:
             TakeSessionId();
     }
 
-    long Execute(std::string_view statement, const std::vector<Value>& values) override
+    std::unique_ptr<Detail::CompiledStatement> Compile(const PreparedText& prepared) override
     {
-        Run run(m_database.get(), Ready(statement));
-        run.Bind(values);
-        const std::int64_t before = sqlite3_total_changes64(m_database.get());
-        while (run.Step())
-            ;
-        if (sqlite3_total_changes64(m_database.get()) == before)
-            return 0; // the engine still counts the changes of the statement before
-        const std::int64_t changed = sqlite3_changes64(m_database.get());
-        return static_cast<long>(std::min<std::int64_t>(changed, std::numeric_limits<std::int32_t>::max()));
-    }
-
-    RowSet Query(std::string_view statement, const std::vector<Value>& values) override
-    {
-        Run run(m_database.get(), Ready(statement));
-        run.Bind(values);
-        RowSet set;
-        bool more = run.Step(); // before the columns are read: the engine may prepare the statement anew
-        const int columns = run.GetColumnCount();
-        set.columns.reserve(static_cast<std::size_t>(columns));
-        for (int column = 0; column < columns; ++column)
-            set.columns.push_back(run.GetColumnName(column));
-        for (; more; more = run.Step()) {
-            std::vector<Value>& row = set.rows.emplace_back();
-            row.reserve(static_cast<std::size_t>(columns));
-            for (int column = 0; column < columns; ++column)
-                run.Read(column, row.emplace_back());
-        }
-        return set;
+        return std::make_unique<SqliteStatement>(m_database.get(), prepared.text,
+                                                 [this](sqlite3_stmt* statement) { BeforeRun(statement); });
     }
 
     void Script(std::string_view statements) override
@@ -112,12 +88,19 @@ public:
         sqlite3_busy_timeout(m_database.get(), static_cast<int>(std::min(milliseconds, kMost)));
     }
 
-    void BeginWrite() override { Execute("BEGIN IMMEDIATE", {}); } // a plain one fails at its first write when busy
-    void Commit() override { Execute("COMMIT", {}); }
+    void BeginWrite() override { Control("BEGIN IMMEDIATE"); } // a plain one fails at its first write when busy
+    void Commit() override { Control("COMMIT"); }
     void Rollback() override
     {
         if (InTransaction())
-            Execute("ROLLBACK", {});
+            Control("ROLLBACK");
+    }
+    void SetSavepoint(int level) override { Control("SAVEPOINT level" + std::to_string(level)); }
+    void ReleaseSavepoint(int level) override { Control("RELEASE SAVEPOINT level" + std::to_string(level)); }
+    void RollbackToSavepoint(int level) override
+    {
+        Control("ROLLBACK TO SAVEPOINT level" + std::to_string(level));
+        ReleaseSavepoint(level);
     }
     bool InTransaction() override { return sqlite3_get_autocommit(m_database.get()) == 0; }
     std::string KeepPrivate() override { return NarrowFiles(m_real); }
@@ -185,9 +168,8 @@ private:
         if (sqlite3_db_readonly(m_database.get(), "main") == 1)
             FailOpen(path, "it can only be read; ask for the right to write to it and its folder",
                      DatabaseError::Category::ReadOnly);
-        if (sqlite3_exec(m_database.get(), "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr) ==
-            SQLITE_OK)
-            return;
+        if (sqlite3_exec(m_database.get(), "PRAGMA table_info(sqlite_schema)", nullptr, nullptr, nullptr) == SQLITE_OK)
+            return;                                         // it has read the schema
         switch (sqlite3_errcode(m_database.get()) & 0xFF) { // extended codes are on
         case SQLITE_NOTADB:
         case SQLITE_CORRUPT:
@@ -202,12 +184,22 @@ private:
         }
     }
 
-    sqlite3_stmt* Ready(std::string_view text)
+    /// Runs a statement of the levels, of which there are few.
+    void Control(const std::string& text)
     {
-        sqlite3_stmt* const statement = m_statements.Get(text);
+        StatementPtr& statement = m_control[text];
+        if (!statement)
+            statement = Prepare(m_database.get(), text);
+        BeforeRun(statement.get());
+        const int result = sqlite3_step(statement.get());
+        if (sqlite3_reset(statement.get()) != SQLITE_OK || result != SQLITE_DONE)
+            Throw(m_database.get(), Doing::Running);
+    }
+
+    void BeforeRun(sqlite3_stmt* statement)
+    {
         if (m_sessionId == 0 && !sqlite3_stmt_readonly(statement) && !InTransaction())
             TakeSessionId(); // now: the statement, or one after it in the same transaction, may ask for it
-        return statement;
     }
 
     /// In a transaction of its own, before any other, so that no rollback gives the number back.
@@ -242,14 +234,14 @@ private:
     std::shared_ptr<const void> m_use; // first, so that it ends last
     std::filesystem::path m_real;      // the file itself, where its name is a link's
     DatabasePtr m_database;
-    Statements m_statements;      // closed before the database
-    std::int64_t m_sessionId = 0; // 0: not taken yet
+    std::map<std::string, StatementPtr> m_control; // closed before the database
+    std::int64_t m_sessionId = 0;                  // 0: not taken yet
     std::function<void(std::string_view)> m_sent;
 };
 
 } // namespace
 
-OpenedDriver Open(const std::string& path, Create create)
+Detail::OpenedDriver Open(const std::string& path, Create create)
 {
     return {std::make_unique<SqliteDriver>(Look(path, create)), "sqlite:" + path};
 }

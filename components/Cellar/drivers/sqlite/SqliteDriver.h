@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "Cellar/Driver.h"
+#include "Cellar/detail/Driver.h"
 
 namespace Cellar::Sqlite
 {
@@ -13,6 +13,6 @@ namespace Cellar::Sqlite
 /// Write-ahead log, foreign keys on, each commit on the disk before it returns. A new file gets the session counter at
 /// once; any other file is left as it is until the first write. Throws DatabaseError
 /// (CannotOpen, ReadOnly).
-OpenedDriver Open(const std::string& path, Create create);
+Detail::OpenedDriver Open(const std::string& path, Create create);
 
 } // namespace Cellar::Sqlite

@@ -19,11 +19,12 @@ constexpr std::size_t kLongestName = 15; // of a computer; what is longer is cut
 /// a server are the server's, and different texts may lead to it.
 std::string DatabaseDigest(CConnection& connection)
 {
-    if (&connection.GetDialect() != &Cellar::SqliteDialect())
+    const Cellar::SqlText& file = connection.GetDialect().FilePath();
+    if (file.IsEmpty())
         return "server";
-    const Cellar::RowSet files = connection.Query("PRAGMA database_list", {});
+    const Cellar::RowSet files = connection.Query(file, {});
     std::uint64_t hash = 14695981039346656037u; // FNV-1a: the same in every build
-    for (const char c : files.rows.empty() ? std::string() : Cellar::ToText(files.rows[0].at(2)).Str())
+    for (const char c : files.rows.empty() ? std::string() : Cellar::ToText(files.rows[0].at(0)).Str())
         hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211u;
     return std::to_string(hash);
 }
@@ -34,7 +35,7 @@ Cellar::SqlText SameRow(const Value& locked)
     const Cellar::SqlText session = " AND COALESCE([ConnectionID], 0) = %I64d AND [dtLocked] ";
     if (locked.IsNull())
         return session + "IS NULL";
-    return session + (locked.kind == Value::Kind::Text ? Cellar::SqlText("= %s") : Cellar::SqlText("= %t"));
+    return session + (locked.GetKind() == Value::Kind::Text ? Cellar::SqlText("= %s") : Cellar::SqlText("= %t"));
 }
 
 double SecondsBetween(const COleDateTime& from, const COleDateTime& to)

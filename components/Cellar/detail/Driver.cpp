@@ -1,21 +1,14 @@
-#include "Cellar/Driver.h"
+#include "Cellar/detail/Driver.h"
 
 #include "Afx/text/TextFold.h"
 #include "Cellar/DatabaseError.h"
 #include "Cellar/drivers/sqlite/SqliteModule.h"
 
-namespace Cellar
+namespace Cellar::Detail
 {
 
+CompiledStatement::~CompiledStatement() = default;
 Driver::~Driver() = default;
-
-void Driver::SetSavepoint(int level) { Execute("SAVEPOINT level" + std::to_string(level), {}); }
-void Driver::ReleaseSavepoint(int level) { Execute("RELEASE SAVEPOINT level" + std::to_string(level), {}); }
-void Driver::RollbackToSavepoint(int level)
-{
-    Execute("ROLLBACK TO SAVEPOINT level" + std::to_string(level), {});
-    ReleaseSavepoint(level);
-}
 
 namespace
 {
@@ -66,4 +59,4 @@ OpenedDriver OpenDriver(std::string_view connectionText, Create create)
     return TheSqlite().open(std::string(connectionText), create);
 }
 
-} // namespace Cellar
+} // namespace Cellar::Detail
