@@ -23,59 +23,61 @@ struct ClientArguments
     bool withStatus = false;
 };
 
-/// The clients of a list, each with its status when that was asked for; null for one that came after.
-struct Listed
+using Cells = std::vector<std::string>;
+
+/// What is listed of each client: its status, too, when that was asked for; none of one that came after.
+struct Listing
 {
-    std::vector<ClientView> clients = ListClients();
-    std::vector<ClientStatus> statuses;
     bool withStatus = false;
+    std::vector<ClientStatus> statuses;
 
     const ClientStatus* StatusOf(const ClientView& client) const
     {
         return FindStatus(statuses, client.id, client.IsPartnership());
     }
+    Json JsonOf(const ClientView& client) const
+    {
+        Json json = ToJson(client);
+        if (withStatus) {
+            const ClientStatus* const status = StatusOf(client);
+            json["status"] = status ? ToJson(*status) : Json(nullptr);
+        }
+        return json;
+    }
+    Cells Headings() const
+    {
+        return withStatus ? Cells{"Id", "Code", "Kind", "Status", "Name"} : Cells{"Id", "Code", "Kind", "Name"};
+    }
+    Cells CellsOf(const ClientView& client) const
+    {
+        Cells cells{std::to_string(client.id), Shown(client.code.View()), NameOf(client.kind)};
+        if (withStatus) {
+            const ClientStatus* const status = StatusOf(client);
+            cells.push_back(status ? Shown(status->Word().View()) : "-");
+        }
+        cells.push_back(Shown(client.name.View()));
+        return cells;
+    }
 };
 
-Json JsonOf(const Listed& listed)
-{
-    Json list = Json::array();
-    for (const ClientView& client : listed.clients) {
-        Json& json = list.emplace_back(ToJson(client));
-        if (!listed.withStatus)
-            continue;
-        const ClientStatus* const status = listed.StatusOf(client);
-        json["status"] = status ? ToJson(*status) : Json(nullptr);
-    }
-    return list;
-}
-
-void Print(const Listed& listed)
-{
-    TextTable table(listed.withStatus ? std::vector<std::string>{"Id", "Code", "Kind", "Status", "Name"}
-                                      : std::vector<std::string>{"Id", "Code", "Kind", "Name"});
-    for (const ClientView& client : listed.clients) {
-        std::vector<std::string> cells{std::to_string(client.id), client.code.Str(), NameOf(client.kind)};
-        if (listed.withStatus) {
-            const ClientStatus* const status = listed.StatusOf(client);
-            cells.push_back(status ? status->Word().Str() : "-");
-        }
-        cells.push_back(client.name.Str());
-        table.Add(std::move(cells));
-    }
-    table.Print();
-}
-
+/// However many there are: no client is held, only what is asked of all at once.
 void List(const ClientArguments& arguments, const CommonOptions& options)
 {
     const PracticeSession session(arguments.practice, options, Login::Needed);
-    Listed listed;
-    listed.withStatus = arguments.withStatus;
-    if (listed.withStatus)
-        listed.statuses = StatusOfAll(GetCurrentRealTaxYear());
-    if (options.json)
-        PrintJson(JsonOf(listed));
-    else
-        Print(listed);
+    Listing listing;
+    listing.withStatus = arguments.withStatus;
+    if (listing.withStatus)
+        listing.statuses = StatusOfAll(GetCurrentRealTaxYear());
+    if (options.json) {
+        JsonList list;
+        ForEachClient([&](const ClientView& client) { list.Add(listing.JsonOf(client)); });
+        return list.End();
+    }
+    TextColumns columns;
+    columns.Measure(listing.Headings());
+    ForEachClient([&](const ClientView& client) { columns.Measure(listing.CellsOf(client)); });
+    columns.Print(listing.Headings());
+    ForEachClient([&](const ClientView& client) { columns.Print(listing.CellsOf(client)); });
 }
 
 Json WithIdentifiers(const ClientView& client)

@@ -58,6 +58,12 @@ std::string Escaped(std::string_view document)
 
 void Write(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
 
+/// Text of another program's rows need not be UTF-8; the document must be.
+std::string TextOfJson(const Json& document)
+{
+    return Escaped(document.dump(-1, ' ', false, Json::error_handler_t::replace));
+}
+
 } // namespace
 
 Json PenceOf(const Kiln::CAmt& amount) { return amount.IsValid() ? Json(amount.GetPence()) : Json(nullptr); }
@@ -94,11 +100,15 @@ std::string Counted(int count, const std::string& one)
     return std::to_string(count) + ' ' + one + (count == 1 ? "" : "s");
 }
 
-void PrintJson(const Json& document)
+void PrintJson(const Json& document) { Write(TextOfJson(document) + "\n"); }
+
+void JsonList::Add(const Json& element)
 {
-    // Text of another program's rows need not be UTF-8; the document must be.
-    Write(Escaped(document.dump(-1, ' ', false, Json::error_handler_t::replace)) + "\n");
+    Write((m_isEmpty ? "[" : ",") + TextOfJson(element));
+    m_isEmpty = false;
 }
+
+void JsonList::End() { Write(m_isEmpty ? "[]\n" : "]\n"); }
 
 void PrintRaw(std::string_view text) { Write(std::string(text)); }
 
@@ -158,6 +168,25 @@ std::string DidYouMean(std::string_view given, std::span<const std::string> name
     return nearest.empty() ? std::string() : "; did you mean " + std::string(nearest) + "?";
 }
 
+void TextColumns::Measure(const std::vector<std::string>& cells)
+{
+    m_widths.resize(std::max(m_widths.size(), cells.size()));
+    for (std::size_t i = 0; i < cells.size(); ++i)
+        m_widths[i] = std::max(m_widths[i], Width(cells[i]));
+}
+
+void TextColumns::Print(const std::vector<std::string>& cells, const char* indent) const
+{
+    std::string line = indent;
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        line += cells[i];
+        const std::size_t width = Width(cells[i]);
+        if (i + 1 < cells.size()) // a row that came between measuring and printing may be wider
+            line.append((width < m_widths[i] ? m_widths[i] - width : 0) + 2, ' ');
+    }
+    Write(line + "\n");
+}
+
 void TextTable::Add(std::vector<std::string> cells)
 {
     for (std::string& cell : cells)
@@ -167,22 +196,11 @@ void TextTable::Add(std::vector<std::string> cells)
 
 void TextTable::Print(const char* indent) const
 {
-    std::vector<std::size_t> widths;
+    TextColumns columns;
     for (const auto& row : m_rows)
-        for (std::size_t i = 0; i < row.size(); ++i) {
-            if (i == widths.size())
-                widths.push_back(0);
-            widths[i] = std::max(widths[i], Width(row[i]));
-        }
-    for (const auto& row : m_rows) {
-        std::string line = indent;
-        for (std::size_t i = 0; i < row.size(); ++i) {
-            line += row[i];
-            if (i + 1 < row.size())
-                line.append(widths[i] - Width(row[i]) + 2, ' ');
-        }
-        Write(line + "\n");
-    }
+        columns.Measure(row);
+    for (const auto& row : m_rows)
+        columns.Print(row, indent);
 }
 
 } // namespace Morv

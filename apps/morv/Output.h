@@ -41,6 +41,18 @@ std::string Counted(int count, const std::string& one);
 /// Prints `document` on one line; what would steer a terminal is escaped.
 void PrintJson(const Json& document);
 
+/// Prints a list on one line, however long it is, element by element. What is printed when it ends early is no
+/// document.
+class JsonList
+{
+public:
+    void Add(const Json& element);
+    void End();
+
+private:
+    bool m_isEmpty = true;
+};
+
 /// One line for people on standard error: what, where, how to mend it; and the error object on standard output.
 void PrintError(const CommandError& error, bool json);
 
@@ -57,7 +69,19 @@ std::string Quoted(std::string_view text);
 /// "; did you mean NAME?" for the name that is nearest to what a user gave; empty when none is near.
 std::string DidYouMean(std::string_view given, std::span<const std::string> names);
 
-/// Columns of text, aligned to the widest cell; the last column is not padded.
+/// Lines of text in columns as wide as their widest cell; the last column is not padded. For tables that are too long
+/// to be held: first all lines are measured, then all are printed.
+class TextColumns
+{
+public:
+    void Measure(const std::vector<std::string>& cells);
+    void Print(const std::vector<std::string>& cells, const char* indent = "") const;
+
+private:
+    std::vector<std::size_t> m_widths;
+};
+
+/// The same for a table that is held.
 class TextTable
 {
 public:

@@ -7,6 +7,7 @@
 #include "MorvUt/context/status/ClientStatus.h"
 #include "MorvUt/identifiers/TaxIdentifiers.h"
 #include "MorvUt/res/Strings.h"
+#include "Quarry/DataCursor.h"
 #include "Quarry/Session.h"
 
 namespace
@@ -124,13 +125,16 @@ ClientView ViewOf(const Brix::CPartnership& partnership)
 std::vector<ClientView> ListClients()
 {
     std::vector<ClientView> list;
-    Brix::CClient clients;
-    for (clients.Open(); !clients.IsEOL(); clients.MoveNext())
-        list.push_back(ViewOf(clients));
-    Brix::CPartnership partnerships;
-    for (partnerships.Open(); !partnerships.IsEOL(); partnerships.MoveNext())
-        list.push_back(ViewOf(partnerships));
+    ForEachClient([&](const ClientView& client) { list.push_back(client); });
     return list;
+}
+
+void ForEachClient(const std::function<void(const ClientView&)>& visit)
+{
+    for (Quarry::CCursor<Brix::CClient> client; client.Next();)
+        visit(ViewOf(*client));
+    for (Quarry::CCursor<Brix::CPartnership> partnership; partnership.Next();)
+        visit(ViewOf(*partnership));
 }
 
 std::optional<ClientView> FindClient(const std::string& codeOrId) { return Find<Brix::CClient>(codeOrId); }

@@ -2,6 +2,7 @@
 
 // Clients and partnerships in one form, for lists and headings.
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -41,8 +42,10 @@ MORVUT_API ClientView ViewOf(const Brix::CPartnership& partnership);
 
 // These read the current connection and throw Cellar::DatabaseError.
 
-/// All clients, then all partnerships.
+/// All clients, then all partnerships, each by its id.
 MORVUT_API std::vector<ClientView> ListClients();
+/// The same one by one: none is held. `visit` must not wait for a user.
+MORVUT_API void ForEachClient(const std::function<void(const ClientView&)>& visit);
 /// The client whose code or number (row id) a user gave: exactly this code, else this number, else the code in any
 /// case. An accountant's codes may be numbers, and then they are what is meant.
 MORVUT_API std::optional<ClientView> FindClient(const std::string& codeOrId);
