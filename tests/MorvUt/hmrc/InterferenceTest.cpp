@@ -91,11 +91,9 @@ TEST_F(PayeStaging, LeavesEverythingAsItWasWhenAnotherUserWasQuicker)
     const std::string staged = Staged();
 
     // Another workstation changes the second employment while the first is being written.
-    const auto meanwhile = [](const Quarry::DataChange& change) {
-        if (change.newRow->GetText(Brix::CMTD_Employments::kKey) == "1/A")
-            Sql("UPDATE BRIXMTD_Employments SET nVersion = nVersion + 1 WHERE strKey = '2/B'");
-    };
-    Quarry::AddDataChangedListenerForUpdate(Brix::CMTD_Employments::Declaration().number, "BRIX", meanwhile);
+    Quarry::GetConnection().Script(
+        "CREATE TEMP TRIGGER Meanwhile AFTER UPDATE ON BRIXMTD_Employments WHEN new.strKey = '1/A' BEGIN "
+        "UPDATE BRIXMTD_Employments SET nVersion = nVersion + 1 WHERE strKey = '2/B'; END");
     EXPECT_EQ(Fetch(after), HmrcApi::StagedCounts{});
     EXPECT_EQ(Errors(), "CHANGED_BY_ANOTHER_USER");
     EXPECT_EQ(Staged(), staged) << "the pension that was staged before is gone again";

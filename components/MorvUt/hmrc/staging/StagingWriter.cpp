@@ -46,14 +46,11 @@ auto Select(List& list, IsMeant isMeant)
     return some;
 }
 
-/// Saves the current row when it is not what is stored.
+/// Counts the current row when it is not what is stored.
 template<class List>
-void SaveChanged(List& list, int& count)
+void CountChanged(const List& list, int& count)
 {
-    if (!list.IsDirty())
-        return;
-    list.Update();
-    ++count;
+    count += list.IsDirty() ? 1 : 0;
 }
 
 template<class List>
@@ -63,8 +60,8 @@ void SetWithdrawn(List& list, bool isWithdrawn)
         list.SetWithdrawn(isWithdrawn);
 }
 
-/// Writes the items into the rows at `places` (`rowOf` counts in these), marks the rows that no item has as withdrawn.
-/// `adopt` hangs a new row under its parent. Gives the id of each item's row.
+/// Puts the items into the rows at `places` (`rowOf` counts in these), marks the rows that no item has as withdrawn;
+/// saves nothing. `adopt` hangs a new row under its parent. Gives the id of each item's row.
 template<class List, class T, class Adopt>
 std::vector<long> BringIntoLine(List& list, const std::vector<T>& items, const std::vector<int>& places,
                                 const std::vector<int>& rowOf, Adopt adopt, StagedCounts& counts)
@@ -84,7 +81,7 @@ std::vector<long> BringIntoLine(List& list, const std::vector<T>& items, const s
         }
         Fill(list, items[item]);
         SetWithdrawn(list, false);
-        SaveChanged(list, isNew ? counts.added : counts.changed);
+        CountChanged(list, isNew ? counts.added : counts.changed);
         ids.push_back(list.GetID());
     }
     for (std::size_t row = 0; row < places.size(); ++row) {
@@ -92,7 +89,7 @@ std::vector<long> BringIntoLine(List& list, const std::vector<T>& items, const s
             continue;
         list.MoveTo(places[row]);
         SetWithdrawn(list, true);
-        SaveChanged(list, counts.withdrawn);
+        CountChanged(list, counts.withdrawn);
     }
     return ids;
 }
@@ -178,6 +175,7 @@ void StagingWriter::WriteEmployments(std::vector<StagedEmployment> items)
     const std::vector<long> ids = BringIntoLine(
         list, items, stored.places, rowOf, [&](CMTD_Employments& row, std::size_t) { row.SetMTD_TaxYearID(year); },
         m_counts);
+    list.UpdateAll();
     WriteBenefits(ids, items, before);
 }
 
@@ -204,6 +202,7 @@ void StagingWriter::WriteBenefits(const std::vector<long>& employmentIds, const 
     for (const StagedEmployment& row : rows)
         if (stored.contains(row.id))
             write(row.id, {});
+    list.UpdateAll();
 }
 
 template<class IsOfKind, class PairWith>
@@ -218,6 +217,7 @@ void StagingWriter::WritePensions(const std::vector<StagedPension>& all, IsOfKin
     BringIntoLine(
         list, items, stored.places, pairWith(items, stored.values),
         [&](CMTD_PensionStateBenefits& row, std::size_t) { row.SetMTD_TaxYearID(year); }, m_counts);
+    list.UpdateAll();
 }
 
 void StagingWriter::WritePrivatePensions(const std::vector<StagedPension>& items)
@@ -248,6 +248,7 @@ void StagingWriter::WriteAllowances(const std::vector<StagedAllowance>& items)
     BringIntoLine(
         list, items, stored.places, PairUp(items, stored.values, 2, &AllowanceTrait),
         [&](CMTD_TaxFreeAllowances& row, std::size_t) { row.SetMTD_TaxYearID(year); }, m_counts);
+    list.UpdateAll();
 }
 
 void StagingWriter::WriteNationalInsurance(const StagedNationalInsurance& figures)
@@ -265,7 +266,8 @@ void StagingWriter::WriteNationalInsurance(const StagedNationalInsurance& figure
     if (!list.IsDirty())
         return;
     list.SetUpdated(COleDateTime::GetCurrentTime());
-    SaveChanged(list, isNew ? m_counts.added : m_counts.changed);
+    CountChanged(list, isNew ? m_counts.added : m_counts.changed);
+    list.Update();
 }
 
 StagedYear StagingWriter::GetYear()
