@@ -69,12 +69,17 @@ struct Row
 {
     std::string subject, peer;
     Seconds ratio;
+    double limit;
 
-    bool IsMiss() const noexcept { return ratio.processor >= 1.005; } // is printed as more than 1
+    bool IsMiss() const noexcept { return ratio.processor >= limit + 0.005; } // is printed as more
 };
 
-std::vector<Row> RowsOf(const Entries& entries)
+std::vector<Row> RowsOf(const Entries& entries, const Bench::Reasons& reasons)
 {
+    const auto limitOf = [&](const std::string& subject) {
+        const auto reason = reasons.find(subject);
+        return reason == reasons.end() ? 1 : reason->second.limit;
+    };
     std::map<std::string, Seconds> ours; // by subject
     std::vector<Row> rows;
     for (const auto& [family, entry] : entries)
@@ -83,7 +88,8 @@ std::vector<Row> RowsOf(const Entries& entries)
         else if (const auto at = ours.find(entry.subject); at != ours.end())
             rows.push_back({entry.subject,
                             entry.name,
-                            {at->second.processor / entry.time.processor, at->second.wall / entry.time.wall}});
+                            {at->second.processor / entry.time.processor, at->second.wall / entry.time.wall},
+                            limitOf(entry.subject)});
     return rows;
 }
 
@@ -118,7 +124,7 @@ void PrintMisses(const std::vector<Row>& rows, const Bench::Reasons& reasons)
     for (const auto& [subject, peers] : Lines(rows, true)) {
         const auto reason = reasons.find(subject);
         std::printf("| %s | %s | %s |\n", subject.c_str(), peers.c_str(),
-                    reason == reasons.end() ? "no reason is known" : reason->second.c_str());
+                    reason == reasons.end() ? Bench::Reason().why.c_str() : reason->second.why.c_str());
     }
 }
 
@@ -143,7 +149,7 @@ int Bench::RunAll(int argc, char** argv, const Reasons& reasons)
         return 1;
     Reporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
-    const std::vector<Row> rows = RowsOf(reporter.Fastest());
+    const std::vector<Row> rows = RowsOf(reporter.Fastest(), reasons);
     PrintTimes(reporter.Fastest());
     PrintMisses(rows, reasons);
     PrintOthers(rows);

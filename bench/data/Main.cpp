@@ -1,0 +1,163 @@
+// The practice's data by cursor, as lists and record by record, against the engine's own C interface, as the practice
+// grows.
+
+#include <functional>
+#include <stdexcept>
+#include <string>
+
+#include "data/Data.h"
+#include "MorvUt/MorvUt.h"
+#include "Places.h"
+#include "Ratios.h"
+
+namespace
+{
+
+constexpr int kSizes[] = {100, 1000, 10'000, 100'000};
+
+/// A file of the one or the other; both begin with the same rows.
+struct Practice
+{
+    std::string path;
+    int clients;
+};
+
+/// What is timed; opens before what is not.
+using Action = std::function<void()>;
+
+struct Subject
+{
+    const char* name;
+    Action (*ours)(const Practice& practice);
+    Action (*raw)(const Practice& practice);
+    double limit;
+    const char* why; // what ours does besides
+};
+
+void Require(bool isSo)
+{
+    if (!isSo)
+        throw std::runtime_error("another figure was expected");
+}
+
+/// A number that walks over the ids.
+long NextId(int clients)
+{
+    static unsigned long at = 0;
+    return static_cast<long>(at++ * 7919 % static_cast<unsigned long>(clients)) + 1;
+}
+
+std::shared_ptr<RawDatabase> OpenRaw(const Practice& practice) { return std::make_shared<RawDatabase>(practice.path); }
+
+template<int Count>
+Action AddOurs(const Practice& practice)
+{
+    OpenOurs(practice.path);
+    return [] { AddEmployments(Count); };
+}
+
+template<int Count>
+Action AddRaw(const Practice& practice)
+{
+    return [raw = OpenRaw(practice)] { raw->AddEmployments(Count); };
+}
+
+constexpr char kRead[] = "ours gives every value the one form of its column";
+constexpr char kSave[] = "ours also finds its statements by their text, checks every value, and keeps the row as it "
+                         "was for those who are told";
+
+const Subject kSubjects[] = {
+    {"three columns by cursor",
+     [](const Practice& practice) -> Action {
+         OpenOurs(practice.path);
+         return [] { Require(ReadThreeColumns() > 0); };
+     },
+     [](const Practice& practice) -> Action {
+         return [raw = OpenRaw(practice)] { Require(raw->ReadThreeColumns() > 0); };
+     },
+     2, kRead},
+    {"whole list",
+     [](const Practice& practice) -> Action {
+         OpenOurs(practice.path);
+         return [clients = practice.clients] { Require(ReadWholeList() == clients); };
+     },
+     [](const Practice& practice) -> Action {
+         return [raw = OpenRaw(practice), clients = practice.clients] { Require(raw->ReadWholeList() == clients); };
+     },
+     1.5, kRead},
+    {"open by id",
+     [](const Practice& practice) -> Action {
+         OpenOurs(practice.path);
+         return [clients = practice.clients] { Require(OpenById(NextId(clients)) > 0); };
+     },
+     [](const Practice& practice) -> Action {
+         return [raw = OpenRaw(practice), clients = practice.clients] { Require(raw->OpenById(NextId(clients)) > 0); };
+     },
+     1.5, "ours also puts its statement together and finds it by its text"},
+    {"add and save one", AddOurs<1>, AddRaw<1>, 2.5, kSave},
+    {"add and save 32", AddOurs<32>, AddRaw<32>, 2.5, kSave},
+    {"change and save",
+     [](const Practice& practice) -> Action {
+         OpenOurs(practice.path);
+         return [change = std::make_shared<ClientChange>(1)] { change->Save(); };
+     },
+     [](const Practice& practice) -> Action { return [raw = OpenRaw(practice)] { raw->ChangeClient(2); }; }, kSave},
+    {"opening a practice",
+     [](const Practice& practice) -> Action { return [path = practice.path] { OpenOurs(path); }; },
+     [](const Practice& practice) -> Action {
+         return [practice] { Require(RawDatabase(practice.path).ReadSchema() == 1); };
+     },
+     1.5, "ours also looks at the file before the engine opens it, and tries the practice's key"},
+};
+
+Practice Of(const Place& place, const char* whose, int clients)
+{
+    return {place.folder + '/' + whose + std::to_string(clients) + ".db", clients};
+}
+
+void Time(benchmark::State& state, Action (*prepare)(const Practice&), const Practice& practice)
+{
+    try {
+        const Action action = prepare(practice);
+        action(); // what a process and a connection do once is done
+        for (auto _ : state)
+            action();
+    } catch (const std::exception& error) {
+        state.SkipWithError(error.what());
+    }
+}
+
+void Register(const Subject& subject, const Place& place, int clients, Bench::Reasons& reasons)
+{
+    const std::string name = std::string(subject.name) + ", " + place.name + ", " + std::to_string(clients);
+    const auto add = [&](const char* entry, Action (*prepare)(const Practice&), const Practice& practice) {
+        benchmark::RegisterBenchmark((name + '/' + entry).c_str(), [=](benchmark::State& state) {
+            Time(state, prepare, practice);
+        })->MeasureProcessCPUTime();
+    };
+    add("ours", subject.ours, Of(place, "ours", clients));
+    add("in C", subject.raw, Of(place, "raw", clients));
+    reasons[name] = {subject.why, subject.limit};
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    MorvUtStartUp("bench", "Software\\bench");
+    Shellkit::SetPracticeKey(Shellkit::RandomBytes(Shellkit::kKeySize));
+    Bench::Reasons reasons;
+    for (const Place& place : Places())
+        for (const int clients : kSizes)
+            for (const char* const whose : {"ours", "raw"})
+                MakePractice(Of(place, whose, clients).path, clients);
+    for (const Subject& subject : kSubjects)
+        for (const Place& place : Places())
+            for (const int clients : kSizes)
+                Register(subject, place, clients, reasons);
+    const int result = Bench::RunAll(argc, argv, reasons);
+    Quarry::SetConnection(nullptr);
+    MorvUtShutDown();
+    RemovePlaces();
+    return result;
+}
