@@ -101,7 +101,7 @@ const Subject kSubjects[] = {
          OpenOurs(practice.path);
          return [change = std::make_shared<ClientChange>(1)] { change->Save(); };
      },
-     [](const Practice& practice) -> Action { return [raw = OpenRaw(practice)] { raw->ChangeClient(2); }; }, kSave},
+     [](const Practice& practice) -> Action { return [raw = OpenRaw(practice)] { raw->ChangeClient(2); }; }, 2, kSave},
     {"opening a practice",
      [](const Practice& practice) -> Action { return [path = practice.path] { OpenOurs(path); }; },
      [](const Practice& practice) -> Action {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <span>
 #include <string>
 
 #include "Cellar/RowCursor.h"
@@ -264,6 +265,10 @@ void CDataList::InsertRows(const std::vector<const Entry*>& entries) const
     const std::size_t columns = m_table->columns.size();
     for (std::size_t at = 0; at < entries.size();) {
         const std::size_t count = RowsInOneStatement(entries.size() - at, columns);
+        if (count == 1) {
+            connection->Execute(text.insertOne, std::span(entries[at++]->row.m_values).first(columns));
+            continue;
+        }
         SqlText statement = text.insert;
         std::vector<Value> values;
         values.reserve(count * columns);

@@ -60,6 +60,7 @@ TableText MakeText(const Table& table)
     text.insertRow += ")";
     text.from = SqlText(" FROM ") + name;
     text.insert = SqlText("INSERT INTO ") + name + " (" + text.allColumns + ") VALUES ";
+    text.insertOne = text.insert + text.insertRow;
     text.update = SqlText("UPDATE ") + name + " SET ";
     if (text.key.size() == 1 && table.columns[text.key[0]].type == ColumnType::Int)
         AddCounter(text);

@@ -30,6 +30,7 @@ struct TableText
     Cellar::SqlText from;       // " FROM [table]"
     Cellar::SqlText insert;     // "INSERT INTO [table] (all names) VALUES "
     Cellar::SqlText insertRow;  // all columns bound, version 0, in brackets
+    Cellar::SqlText insertOne;  // both
     Cellar::SqlText update;     // "UPDATE [table] SET "
     Row newRow;                 // the columns' defaults
 
