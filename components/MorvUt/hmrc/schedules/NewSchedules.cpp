@@ -234,6 +234,8 @@ void NewScheduleWriter::AddEmployments(const StagedYear& staged)
                 own->worksNumber.IsEmpty() ? CString() : ", works number " + own->worksNumber, own->isFromHmrc));
     if (m_own.employments.empty() && m_created.employments == 0 && HasAllowances(staged))
         AddAllowancesHolder(ordering);
+    m_employments.UpdateAll();
+    m_benefits.UpdateAll();
 }
 
 void NewScheduleWriter::AddEmployment(const StagedEmployment& item, int& ordering)
@@ -246,7 +248,6 @@ void NewScheduleWriter::AddEmployment(const StagedEmployment& item, int& orderin
     m_employments.SetTax(item.tax);
     m_employments.SetStudentLoan(item.studentLoan);
     m_employments.SetFromHMRC(true);
-    m_employments.Update();
     AddBenefits(m_employments.GetID(), item);
     ++m_created.employments;
 }
@@ -259,7 +260,6 @@ void NewScheduleWriter::AddBenefits(long employment, const StagedEmployment& ite
         m_benefits.SetType(code);
         m_benefits.SetBenefit(total.amount);
         m_benefits.SetEstimate(total.isEstimate);
-        m_benefits.Update();
     }
 }
 
@@ -267,7 +267,6 @@ void NewScheduleWriter::AddAllowancesHolder(int& ordering)
 {
     Append(m_employments, ordering, {}, kAllowancesEmployer);
     m_employments.SetFromHMRC(true);
-    m_employments.Update();
     ++m_created.employments;
     m_created.notes.push_back(Formatted("%s: an employment was made to hold HMRC's tax-free allowances. It cannot be "
                                         "filed as it stands: give it its employer, or move the allowances.",
@@ -284,7 +283,7 @@ void NewScheduleWriter::AddPensions(const StagedYear& staged, bool (*isOfKind)(l
             continue;
         switch (matches[i].state) {
         case Match::State::New:
-            Append(ScheduleFor(item));
+            Add(ScheduleFor(item));
             break;
         case Match::State::Shared:
             if (!whole.contains(matches[i].schedule))
@@ -298,6 +297,7 @@ void NewScheduleWriter::AddPensions(const StagedYear& staged, bool (*isOfKind)(l
             break;
         }
     }
+    m_pensions.UpdateAll();
     NoteOtherPensions(staged, matches, isOfKind);
 }
 
@@ -339,6 +339,12 @@ void NewScheduleWriter::Append(Brix::CNewEmploy& schedules, int& ordering, const
 
 void NewScheduleWriter::Append(const NewPension& pension)
 {
+    Add(pension);
+    m_pensions.Update();
+}
+
+void NewScheduleWriter::Add(const NewPension& pension)
+{
     m_pensions.AddNew();
     m_pensions.SetTaxFormID(TaxForm());
     m_pensions.SetClientID(m_client.Get());
@@ -355,7 +361,6 @@ void NewScheduleWriter::Append(const NewPension& pension)
     m_pensions.SetTax(pension.tax);
     m_pensions.SetEstimate(pension.isEstimate);
     m_pensions.SetFromHMRC(pension.isFromHmrc);
-    m_pensions.Update();
     MoveOn(m_pensionOrdering);
     ++m_created.pensionsAndBenefits;
 }

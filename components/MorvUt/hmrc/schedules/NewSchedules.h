@@ -58,7 +58,7 @@ public:
     /// Appends a row with a new GUID, `ordering`, which moves on, and the two texts. The caller fills in the figures
     /// and saves it.
     void Append(Brix::CNewEmploy& schedules, int& ordering, const CString& reference, const CString& employer);
-    void Append(const NewPension& pension);
+    void Append(const NewPension& pension); // and saves it
 
     int NextEmploymentOrdering() const;
     const CreatedSchedules& GetCreated() const noexcept { return m_created; }
@@ -68,6 +68,7 @@ private:
     void AddEmployment(const StagedEmployment& item, int& ordering);
     void AddBenefits(long employment, const StagedEmployment& item);
     void AddAllowancesHolder(int& ordering);
+    void Add(const NewPension& pension); // which is not saved yet
     void NoteOtherPensions(const StagedYear& staged, std::vector<Match> matches, bool (*isOfKind)(long kind));
 
     ClientId m_client;
