@@ -279,7 +279,7 @@ public:
         m_out.effect = FindEffect();
         if (m_out.effect == Effect::Call)
             Call();
-        else if (m_rules.limitBehind && IsOneOf(m_tokens[m_first], {"SELECT"}))
+        else if (IsOneOf(m_tokens[m_first], {"SELECT"}))
             Select();
         else
             Emit(0, m_end);
@@ -359,6 +359,8 @@ private:
             return Emit(0, m_end);
         if (!IsSymbol(open, '(') || number >= m_end || m_tokens[number].kind != Kind::Number || !IsSymbol(close, ')'))
             Detail::FailSyntax(m_statement, m_tokens[top].text, "TOP takes a number in brackets");
+        if (!m_rules.limitBehind)
+            return Emit(0, m_end);
         std::size_t end = m_end; // without the semicolon, and blanks before it
         while (end > close + 1 && (m_tokens[end - 1].kind == Kind::Blank || IsSymbol(end - 1, ';')))
             --end;

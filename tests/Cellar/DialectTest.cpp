@@ -59,7 +59,8 @@ TEST(Dialect, TakesTheFirstRows)
     EXPECT_EQ(PostgresDialect().Translate(tsql.View()).text, "SELECT \"lid\" FROM t ORDER BY \"lid\" LIMIT 5");
     EXPECT_EQ(SqlServerDialect().Translate(tsql.View()).text, tsql.View());
     for (const char* const unknown : {"SELECT TOP 5 a FROM t", "SELECT TOP (%d) a FROM t", "SELECT TOP"})
-        EXPECT_EQ(ErrorOf([&] { SqliteDialect().Translate(unknown); }).GetCategory(), Category::Syntax) << unknown;
+        for (const Dialect* const dialect : kDialects)
+            EXPECT_EQ(ErrorOf([&] { dialect->Translate(unknown); }).GetCategory(), Category::Syntax) << unknown;
 }
 
 /// Four lines a statement (T-SQL, then the dialects); blank lines between, '#' begins a remark.
