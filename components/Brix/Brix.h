@@ -4,6 +4,8 @@
 
 #include "Brix/Check.h"
 #include "Brix/Keys.h"
+#include "Brix/Kinds.h"
 #include "Brix/PracticeKey.h"
 #include "Brix/Records.h"
+#include "Brix/RowOf.h"
 #include "Brix/Schema.h"

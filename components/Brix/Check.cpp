@@ -103,8 +103,15 @@ public:
             if (IsWhole(unique.table()))
                 Try(unique.table().sqlName, [&] { CheckUnique(unique); });
         }
-        if (IsWhole(COptions::Declaration()))
-            Try(COptions::Declaration().sqlName, [&] { CheckOptions(); });
+        const std::pair<const Table&, void (Check::*)()> single[] = {
+            {COptions::Declaration(), &Check::CheckOptions},
+            {CClientEnquiry::Declaration(), &Check::CheckEnquiries},
+            {CSourceDefaultTask::Declaration(), &Check::CheckDefaultTasks},
+        };
+        for (const auto& [table, check] : single) {
+            if (IsWhole(table))
+                Try(table.sqlName, [this, check = check] { (this->*check)(); });
+        }
         return std::move(m_faults);
     }
 
@@ -245,6 +252,25 @@ private:
         const Table& table = COptions::Declaration();
         for (const auto& row : m_connection.Queryf("SELECT [lID] FROM [BRIXOptions] WHERE [lID] <> 1").rows)
             Add(table, row[0], "the practice options stand in row 1 only");
+    }
+
+    /// Enquiries of the next year are told from those of this one by their descriptions.
+    void CheckEnquiries()
+    {
+        for (const auto& row :
+             m_connection.Queryf("SELECT [lID] FROM [ClientEnquiry] WHERE [strDescription] IS NULL").rows)
+            Add(CClientEnquiry::Declaration(), row[0], "the enquiry has no description");
+    }
+
+    /// A source gets each task once.
+    void CheckDefaultTasks()
+    {
+        const auto twice =
+            m_connection.Queryf("SELECT [SourceTypeID], [TypeID] FROM [SourceDefaultTask] WHERE [DefaultTrackerID] IS "
+                                "NULL GROUP BY [SourceTypeID], [TypeID] HAVING COUNT(*) > 1");
+        for (const auto& row : twice.rows)
+            Add(CSourceDefaultTask::Declaration(), row[0],
+                "the default task of type " + Cellar::ToText(row[1]).Str() + " stands twice");
     }
 
     /// Where the database takes any value in any column: those that do not read as their type.

@@ -1,6 +1,8 @@
 #include "Brix/Records.h"
 
 #include <algorithm>
+#include <stdexcept>
+#include <string>
 
 #include "Afx/text/TextFold.h"
 #include "Brix/detail/TableBuilder.h"
@@ -11,28 +13,23 @@ namespace Brix
 
 using Cellar::ColumnType;
 
-#define RECORD(name, number, sqlName)                                                                                  \
-    const Quarry::Table& name::Declaration() noexcept                                                                  \
+void Detail::RequireTable(const Quarry::Row& row, const Quarry::Table& table)
+{
+    if (&row.GetTable() != &table)
+        throw std::logic_error(std::string("a row of ") + row.GetTable().sqlName + " is read as one of " +
+                               table.sqlName);
+}
+
+#define BRIX_RECORD(record, number, sqlName)                                                                           \
+    const Quarry::Table& record::Declaration() noexcept                                                                \
     {                                                                                                                  \
-        static const Quarry::Table& table = Detail::TableBuilder(#name, number, sqlName)
-#define KEY(columns) .Key(columns)
-#define NULLABLE_KEY(columns) .NullableKey(columns)
-#define PARENT(column, sqlTable) .Parent(column, sqlTable)
-#define PARENT_BY(column, sqlTable, parentColumn) .Parent(column, sqlTable, parentColumn)
-#define TAX_FORM_CHILD                                                                                                 \
-    PARENT("lTaxFormID", "BRIXTaxForm")                                                                                \
-    LONG(1, TaxFormID, "lTaxFormID") LONG(2, ClientID, "lClientID") SHORT(3, Year, "nYear")
-#define LONG(ordinal, name, sql) .Column(ordinal, sql, ColumnType::Int)
-#define INT(ordinal, name, sql) .Column(ordinal, sql, ColumnType::Int)
-#define SHORT(ordinal, name, sql) .Column(ordinal, sql, ColumnType::SmallInt)
-#define BIT(ordinal, name, sql, initial) .Column(ordinal, sql, ColumnType::Bit, initial)
-#define TEXT(ordinal, name, sql) .Column(ordinal, sql, ColumnType::Text)
-#define BINARY(ordinal, name, sql) .Column(ordinal, sql, ColumnType::Binary)
-#define DATE(ordinal, name, sql) .Column(ordinal, sql, ColumnType::Date)
-#define DATETIME(ordinal, name, sql) .Column(ordinal, sql, ColumnType::DateTime)
-#define MONEY(ordinal, name, sql) .Column(ordinal, sql, ColumnType::Money)
-#define DOUBLE(ordinal, name, sql) .Column(ordinal, sql, ColumnType::Double)
-#define END_RECORD                                                                                                     \
+        static const Quarry::Table& table = Detail::TableBuilder(#record, number, sqlName)
+#define BRIX_KEY(...) .Key({__VA_ARGS__})
+#define BRIX_NULLABLE_KEY(...) .NullableKey({__VA_ARGS__})
+#define BRIX_PARENT(column, sqlTable) .Parent(column, sqlTable)
+#define BRIX_PARENT_BY(column, sqlTable, parentColumn) .Parent(column, sqlTable, parentColumn)
+#define BRIX_COLUMN(kind, ordinal, name, sqlName, initial) .Column(ordinal, sqlName, Kinds::kind::kStored, initial)
+#define BRIX_END_RECORD                                                                                                \
     .Done();                                                                                                           \
     return table;                                                                                                      \
     }
@@ -44,46 +41,33 @@ namespace
 std::vector<const Quarry::Table*> RecordTables()
 {
     return {
-#define RECORD(name, number, sqlName) &name::Declaration(),
-#define KEY(columns)
-#define NULLABLE_KEY(columns)
-#define PARENT(column, sqlTable)
-#define PARENT_BY(column, sqlTable, parentColumn)
-#define TAX_FORM_CHILD
-#define LONG(ordinal, name, sql)
-#define INT(ordinal, name, sql)
-#define SHORT(ordinal, name, sql)
-#define BIT(ordinal, name, sql, initial)
-#define TEXT(ordinal, name, sql)
-#define BINARY(ordinal, name, sql)
-#define DATE(ordinal, name, sql)
-#define DATETIME(ordinal, name, sql)
-#define MONEY(ordinal, name, sql)
-#define DOUBLE(ordinal, name, sql)
-#define END_RECORD
+#define BRIX_RECORD(record, number, sqlName) &record::Declaration(),
+#define BRIX_COLUMN(kind, ordinal, name, sqlName, initial)
+#define BRIX_END_RECORD
 #include "Brix/records.def"
     };
 }
 
 void AppendDirectTables(std::vector<const Quarry::Table*>& tables)
 {
-#define DIRECT(sqlName) tables.push_back(&Detail::TableBuilder("", 0, sqlName)
-#define KEY(columns) .Key(columns)
-#define UNIQUE(column) .Unique(column)
-#define LONG(sql) .Next(sql, ColumnType::Int)
-#define INT(sql, initial) .Next(sql, ColumnType::Int, initial)
-#define SHORT(sql, initial) .Next(sql, ColumnType::SmallInt, initial)
-#define TEXT(sql, length) .Next(sql, ColumnType::Text, nullptr, length)
-#define BINARY(sql) .Next(sql, ColumnType::Binary)
-#define DATETIME(sql) .Next(sql, ColumnType::DateTime)
-#define NOW(sql) .Next(sql, ColumnType::DateTime, "GETDATE()")
-#define NOW_UTC(sql) .Next(sql, ColumnType::DateTime, "GETUTCDATE()")
-#define SESSION(sql) .Next(sql, ColumnType::Int, "@@SPID")
-#define IDENTITY(sql) .Next(sql, ColumnType::Int, nullptr, 0, true)
-#define USER_LOCKS                                                                                                     \
-    TEXT("UserId", 100)                                                                                                \
-    SESSION("ConnectionID") NOW("dtLocked").Next("strWorkstation", ColumnType::Text, "HOST_NAME()", 128)
-#define END_DIRECT .Done());
+#define BRIX_DIRECT(sqlName) tables.push_back(&Detail::TableBuilder("", 0, sqlName)
+#define BRIX_KEY(ordinal) .Key({ordinal})
+#define BRIX_UNIQUE(column) .Unique(column)
+#define BRIX_LONG(sql) .Next(sql, ColumnType::Int)
+#define BRIX_INT(sql, initial) .Next(sql, ColumnType::Int, initial)
+#define BRIX_SHORT(sql, initial) .Next(sql, ColumnType::SmallInt, initial)
+#define BRIX_TEXT(sql, length) .Next(sql, ColumnType::Text, nullptr, length)
+#define BRIX_BINARY(sql) .Next(sql, ColumnType::Binary)
+#define BRIX_DATETIME(sql) .Next(sql, ColumnType::DateTime)
+#define BRIX_NOW(sql) .Next(sql, ColumnType::DateTime, "GETDATE()")
+#define BRIX_NOW_UTC(sql) .Next(sql, ColumnType::DateTime, "GETUTCDATE()")
+#define BRIX_SESSION(sql) .Next(sql, ColumnType::Int, "@@SPID")
+#define BRIX_IDENTITY(sql) .Next(sql, ColumnType::Int, nullptr, 0, true)
+#define BRIX_USER_LOCKS                                                                                                \
+    BRIX_TEXT("UserId", 100)                                                                                           \
+    BRIX_SESSION("ConnectionID")                                                                                       \
+    BRIX_NOW("dtLocked").Next("strWorkstation", ColumnType::Text, "HOST_NAME()", 128)
+#define BRIX_END_DIRECT .Done());
 #include "Brix/direct.def"
 }
 

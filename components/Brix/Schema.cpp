@@ -19,6 +19,8 @@ using Quarry::Table;
 
 /// Since then the time of a token lock is UTC.
 constexpr int kUtcLocksVersion = 2;
+/// Since then every table's session column has a default that ordinary tools have too.
+constexpr int kToolsVersion = 4;
 
 /// Texts that a server is to index must have a length there.
 constexpr int kIndexedLength = 100;
@@ -123,16 +125,75 @@ std::string LogProcedure(const Dialect& dialect)
     return dialect.InsertProcedure("MTDLogWrite", log.sqlName, texts);
 }
 
+using Columns = Detail::Catalog::mapped_type;
+
+bool HasColumn(const Columns& there, const char* column) { return there.contains(Afx::FoldLower(column)); }
+
+bool IsComputed(const Dialect& dialect, const Column& column)
+{
+    return DefaultOf(dialect, column).find('(') != std::string::npos;
+}
+
 std::string AddColumn(const Dialect& dialect, const Table& table, const Column& column)
 {
     Column added = column;
-    if (!dialect.AddsComputedDefaults() && DefaultOf(dialect, column).find('(') != std::string::npos)
-        added.defaultValue = nullptr;
+    if (!dialect.AddsComputedDefaults() && IsComputed(dialect, column))
+        added.defaultValue = nullptr; // refused otherwise
     return "ALTER TABLE " + Name(dialect, table.sqlName) + " ADD " + ColumnText(dialect, table, added) + ";\n";
 }
 
+/// The embedded database neither adds a column whose default is computed nor changes a default. A table that lacks such
+/// a column, or has a session's from before ordinary tools knew it, is made anew when all its columns are ours; in its
+/// rows the new column is null.
+bool MustBeMadeAnew(const Dialect& dialect, const Table& table, const Columns& there, int version)
+{
+    const auto isOutdated = [&](const Column& c) {
+        const bool isSession = c.defaultValue && std::string_view(c.defaultValue) == "@@SPID";
+        return (isSession && version < kToolsVersion) || (!HasColumn(there, c.name) && IsComputed(dialect, c));
+    };
+    const auto isOurs = [&](const std::string& name) { return table.Find(name) != nullptr; };
+    return !dialect.AddsComputedDefaults() && std::any_of(table.columns.begin(), table.columns.end(), isOutdated) &&
+           std::all_of(there.begin(), there.end(), isOurs);
+}
+
+std::string MakeAnew(const Dialect& dialect, const Table& table, const Columns& there)
+{
+    std::string columns, values;
+    for (const Column& column : table.columns) {
+        const bool isThere = HasColumn(there, column.name);
+        if (!isThere && !IsComputed(dialect, column))
+            continue; // its default fills it
+        const std::string separator = columns.empty() ? "" : ", ";
+        columns += separator + Name(dialect, column.name);
+        values += separator + (isThere ? Name(dialect, column.name) : "NULL");
+    }
+    const std::string name = Name(dialect, table.sqlName);
+    return "CREATE TEMP TABLE BRIXKept AS SELECT * FROM " + name + ";\nDROP TABLE " + name + ";\n" +
+           CreateTable(dialect, table) + "INSERT INTO " + name + " (" + columns + ") SELECT " + values +
+           " FROM BRIXKept;\nDROP TABLE BRIXKept;\n";
+}
+
+/// What an older table lacks.
+std::string Complete(const Dialect& dialect, const Table& table, const Columns& there, int version)
+{
+    if (MustBeMadeAnew(dialect, table, there, version))
+        return MakeAnew(dialect, table, there);
+    std::string script;
+    for (const Column& column : table.columns) {
+        if (!HasColumn(there, column.name))
+            script += AddColumn(dialect, table, column);
+    }
+    if (table.versioned && !HasColumn(there, kVersion.name))
+        script += AddColumn(dialect, table, kVersion);
+    for (const Table::Parent& parent : table.parents) {
+        if (!HasColumn(there, parent.column))
+            script += Index(dialect, table, parent.column, false);
+    }
+    return script;
+}
+
 /// The statements that a practice of an older version lacks.
-std::string UpgradeScript(const Dialect& dialect, const Detail::Catalog& catalog)
+std::string UpgradeScript(const Dialect& dialect, const Detail::Catalog& catalog, int version)
 {
     std::string script;
     for (const Table* const table : AllTables()) {
@@ -143,17 +204,7 @@ std::string UpgradeScript(const Dialect& dialect, const Detail::Catalog& catalog
                 script += LogProcedure(dialect);
             continue;
         }
-        const auto isMissing = [&](const char* column) { return !there->second.contains(Afx::FoldLower(column)); };
-        for (const Column& column : table->columns) {
-            if (isMissing(column.name))
-                script += AddColumn(dialect, *table, column);
-        }
-        if (table->versioned && isMissing(kVersion.name))
-            script += AddColumn(dialect, *table, kVersion);
-        for (const Table::Parent& parent : table->parents) {
-            if (isMissing(parent.column))
-                script += Index(dialect, *table, parent.column, false);
-        }
+        script += Complete(dialect, *table, there->second, version);
     }
     return script;
 }
@@ -216,7 +267,8 @@ void UpgradeSchema(Cellar::CConnection& connection)
                             "the practice was made by a newer version of the suite: update this one", "");
     if (version.version < kUtcLocksVersion) // made anew below; it holds nothing that lasts
         connection.Script("DROP TABLE IF EXISTS MTDAuthorisationLock");
-    if (const std::string script = UpgradeScript(connection.GetDialect(), Detail::ReadCatalog(connection));
+    if (const std::string script =
+            UpgradeScript(connection.GetDialect(), Detail::ReadCatalog(connection), version.version);
         !script.empty())
         connection.Script(script);
     if (version.state == SchemaState::Older)

@@ -14,7 +14,7 @@ namespace Brix
 {
 
 /// The version of the schema that this library reads and writes.
-inline constexpr int kSchemaVersion = 3;
+inline constexpr int kSchemaVersion = 4;
 
 /// All declared tables, record classes first, then the tables that are reached by statements only.
 BRIX_API const std::vector<const Quarry::Table*>& AllTables();
@@ -44,7 +44,8 @@ struct SchemaVersion
 /// With one statement, of a practice of whatever version. Not within a transaction of a server, which it may end.
 BRIX_API SchemaVersion ReadSchemaVersion(Cellar::CConnection& connection);
 /// Brings an older practice up to date in one transaction: adds the tables and columns that it lacks (a current one
-/// that lost some gets them back). Throws Cellar::DatabaseError (Other) when there is no practice, or a newer one.
+/// that lost some gets them back). Cut short at any moment it leaves the older practice whole. Throws
+/// Cellar::DatabaseError (Other) when there is no practice, or a newer one.
 BRIX_API void UpgradeSchema(Cellar::CConnection& connection);
 
 } // namespace Brix

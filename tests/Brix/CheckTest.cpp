@@ -65,6 +65,10 @@ TEST_F(CheckPractice, FindsWhatDoesNotFit)
         {"UPDATE BRIXNewEmploy SET amtPay = 12.34", "BRIXNewEmploy", 1, "amtPay: '12.34' is no amount"},
         {"UPDATE BRIXNewEmploy SET nOrdering = 'first'", "BRIXNewEmploy", 1, "nOrdering: 'first' is no whole"},
         {"UPDATE BRIXNewEmploy SET lID = 4294967297", "BRIXNewEmploy", 0, "lID: '4294967297' is no whole"},
+        {"INSERT INTO ClientEnquiry (lID, lClientID, nYear) VALUES (3, 1, 2024)", "ClientEnquiry", 3, "no description"},
+        {"INSERT INTO SourceType (SourceTypeID) VALUES (1); INSERT INTO SourceDefaultTask (SourceTypeID, TypeID, "
+         "DefaultTrackerID) VALUES (1, 2, NULL), (1, 2, NULL), (1, 2, 3), (1, 3, NULL)",
+         "SourceDefaultTask", 1, "type 2 stands twice"},
         {"DROP TABLE BRIXBank", "BRIXBank", 0, "the table is missing"},
         {"ALTER TABLE BRIXPlan DROP COLUMN nOrdering", "BRIXPlan", 0, "the column nOrdering is missing"},
         {"ALTER TABLE BRIXPlan DROP COLUMN nVersion", "BRIXPlan", 0, "the column nVersion is missing"},

@@ -59,13 +59,17 @@ TEST(RecordDeclarations, FitTogether)
     }
 }
 
+/// What could end a literal or a statement, or be cut or filled in on its way.
+const std::string kTexts[] = {"O'Brien \"& Sons\"; DROP TABLE BRIXClient; -- /* */ [x] \\ \n\t", "100% %s %d %% %ld",
+                              "Zo\u00eb \U0001F600 \u00bd", std::string(9'999, '\'') + "%"};
+
 /// A value of the column's type, in the order of ColumnType; another one for each `nth`.
 Value Sample(const Quarry::Column& column, int nth)
 {
     const Value byType[] = {2020 + nth,
                             2020 + nth,
                             nth % 2 == 0,
-                            "it's text " + std::to_string(nth),
+                            kTexts[nth],
                             Cellar::Bytes{0, static_cast<std::uint8_t>(nth)},
                             Kiln::CDate(2024, 4, 5 + nth),
                             COleDateTime(2024, 4, 5 + nth, 12, 30, 0, 5),
@@ -121,6 +125,50 @@ TEST_F(Records, OfEveryClassAreAddedChangedAndDeleted)
         ASSERT_TRUE(list.MoveTo(1));
         ExpectFilled(list, 3);
     }
+}
+
+TEST_F(Records, TablesWithoutAClassTakeAnyTextToo)
+{
+    Cellar::CConnection& connection = Quarry::GetConnection();
+    for (const Table* const table : Brix::AllTables()) {
+        for (const Quarry::Column& column : table->columns) {
+            if (*table->className || column.type != Cellar::ColumnType::Text)
+                continue;
+            SCOPED_TRACE(testing::Message() << table->sqlName << "." << column.name);
+            const auto name = Cellar::SqlText::Identifier(table->sqlName);
+            const auto field = Cellar::SqlText::Identifier(column.name);
+            for (const std::string& text : kTexts) {
+                connection.Execute(Cellar::SqlText("INSERT INTO [") + name + "] ([" + field + "]) VALUES (%s)", {text});
+                const auto found = connection.Query(
+                    Cellar::SqlText("SELECT [") + field + "] FROM [" + name + "] WHERE [" + field + "] = %s", {text});
+                ASSERT_EQ(found.rows.size(), 1U);
+                EXPECT_EQ(found.rows[0][0], Value(text));
+                connection.Execute(Cellar::SqlText("DELETE FROM [") + name + "]", {});
+            }
+        }
+    }
+}
+
+TEST_F(Records, AreReadByNameFromTheRowOfAChange)
+{
+    static std::string heard;
+    Quarry::AddDataChangedListenerForUpdate(
+        Brix::CNewEmploy::kTableNumber, "BRIX", [](const Quarry::DataChange& change) {
+            const Brix::CNewEmploy::Values before(*change.oldRow), after(*change.newRow);
+            heard = before.GetGUID().Str() + "," + after.GetGUID().Str() + "," + std::to_string(after.GetP11D()) + "," +
+                    after.GetPay().Format().Str() + (after.IsNull(Brix::CNewEmploy::kTax) ? ",no tax" : "");
+            EXPECT_EQ(after.GetID(), change.newRow->GetLong(0));
+            EXPECT_THROW(Brix::CClient::Values{*change.newRow}, std::logic_error);
+        });
+    Brix::CNewEmploy employments;
+    employments.AddNew();
+    employments.SetGUID("A");
+    employments.Update();
+    employments.SetGUID("B");
+    employments.SetP11D(2);
+    employments.SetPay(Kiln::CAmt::FromPence(123'45));
+    employments.Update();
+    EXPECT_EQ(heard, "A,B,2,123.45,no tax");
 }
 
 } // namespace

@@ -119,8 +119,8 @@ TEST_F(Schema, KnowsItsVersion)
         {"CREATE TABLE BRIXSchema (x INTEGER)", SchemaState::NotAPractice, 0, "another table of that name"},
         {"CREATE TABLE BRIXSchema (nVersion INTEGER)", SchemaState::NotAPractice, 0, "no version in it"},
         {"CREATE TABLE BRIXSchema AS SELECT 2 AS nVersion", SchemaState::Older, 2, "before the key check"},
-        {"CREATE TABLE BRIXSchema AS SELECT 3 AS nVersion", SchemaState::Current, 3, "ours"},
-        {"CREATE TABLE BRIXSchema AS SELECT 4 AS nVersion", SchemaState::Newer, 4, "from the future"},
+        {"CREATE TABLE BRIXSchema AS SELECT 4 AS nVersion", SchemaState::Current, 4, "ours"},
+        {"CREATE TABLE BRIXSchema AS SELECT 5 AS nVersion", SchemaState::Newer, 5, "from the future"},
     };
     int number = 0;
     for (const auto& [sql, state, version, why] : rows) {
@@ -175,7 +175,7 @@ TEST_F(Schema, IsBroughtUpToDate)
     clients.AddNew();
     clients.SetName("Ann");
     clients.Update();
-    Sql("INSERT INTO FeatureLocks (nFeature) VALUES (1);" // its default is computed: no new column gets that
+    Sql("INSERT INTO FeatureLocks (nFeature) VALUES (1);"
         "DROP TABLE BRIXMTD_NIC; DROP VIEW MTDLogWrite; DROP TABLE MTDLog;"
         "ALTER TABLE BRIXClient DROP COLUMN bNoTaxReturnSource; ALTER TABLE FeatureLocks DROP COLUMN dtLocked;"
         "DROP INDEX IX_BRIXPropUK_lTaxFormID; ALTER TABLE BRIXPropUK DROP COLUMN lTaxFormID;"
@@ -195,6 +195,9 @@ TEST_F(Schema, IsBroughtUpToDate)
     Sql("INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID) VALUES (1)");
     EXPECT_EQ(Cellar::ToLong(Single("SELECT dtLocked <= datetime('now', '+1 minutes') FROM MTDAuthorisationLock")), 1)
         << "was local time";
+    Sql("INSERT INTO FeatureLocks (nFeature) VALUES (2)");
+    EXPECT_EQ(Cellar::ToLong(Single("SELECT COUNT(*) FROM FeatureLocks WHERE dtLocked IS NULL")), 1)
+        << "the row that was there; a new one gets the computed default";
 }
 
 } // namespace

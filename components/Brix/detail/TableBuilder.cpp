@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <stdexcept>
-#include <string>
 #include <utility>
 
 namespace Brix::Detail
@@ -11,21 +10,20 @@ namespace Brix::Detail
 TableBuilder::TableBuilder(const char* className, int number, const char* sqlName)
     : m_table{.className = className, .number = number, .sqlName = sqlName, .columns = {}, .parents = {}}
 {
-    const bool isRecord = number != 0;
-    m_table.versioned = isRecord;
-    m_table.key = isRecord ? "lID" : "";
+    m_table.versioned = number != 0;
+    m_table.key = "";
 }
 
-TableBuilder& TableBuilder::Key(const char* columns)
+TableBuilder& TableBuilder::Key(std::initializer_list<int> ordinals)
 {
-    m_table.key = columns;
+    m_keyOrdinals = ordinals;
     return *this;
 }
 
-TableBuilder& TableBuilder::NullableKey(const char* columns)
+TableBuilder& TableBuilder::NullableKey(std::initializer_list<int> ordinals)
 {
     m_table.keyMayBeNull = true;
-    return Key(columns);
+    return Key(ordinals);
 }
 
 TableBuilder& TableBuilder::Unique(const char* column)
@@ -55,8 +53,10 @@ TableBuilder& TableBuilder::Next(const char* name, Cellar::ColumnType type, cons
 
 const Quarry::Table& TableBuilder::Done()
 {
-    if (m_table.versioned && std::string_view(m_table.key) == "lID")
+    if (m_table.versioned && m_keyOrdinals.empty()) {
         Column(0, "lID", Cellar::ColumnType::Int);
+        Key({0});
+    }
     std::sort(m_columns.begin(), m_columns.end(), [](const auto& a, const auto& b) { return a.ordinal < b.ordinal; });
     TableBuilder& kept = *new TableBuilder(std::move(*this));
     Quarry::Table& table = kept.m_table;
@@ -66,6 +66,13 @@ const Quarry::Table& TableBuilder::Done()
         if (table.Find(column.ordinal) != &column || table.Find(column.name) != &column)
             throw std::logic_error(std::string(table.sqlName) + " declares " + column.name + " twice");
     }
+    for (const int ordinal : kept.m_keyOrdinals) {
+        const Quarry::Column* const column = table.Find(ordinal);
+        if (!column)
+            throw std::logic_error(std::string(table.sqlName) + " has no column of its key " + std::to_string(ordinal));
+        kept.m_key += (kept.m_key.empty() ? "" : ",") + std::string(column->name);
+    }
+    table.key = kept.m_key.c_str();
     return table;
 }
 

@@ -30,7 +30,7 @@ void ReadFormat()
 
 void OnChanged(const Quarry::DataChange& change)
 {
-    CDate::SetParseOrder(OrderOf(change.newRow ? change.newRow->GetInt(Brix::COptions::kDateFormat) : 0));
+    CDate::SetParseOrder(OrderOf(change.newRow ? Brix::COptions::Values(*change.newRow).GetDateFormat() : 0));
 }
 
 void OnReload()
