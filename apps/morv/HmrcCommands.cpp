@@ -1,9 +1,5 @@
 #include "HmrcCommands.h"
 
-#include <unistd.h>
-
-#include <cstdio>
-
 #include "ArgumentChecks.h"
 #include "MorvUt/hmrc/access/ClientData.h"
 #include "Who.h"
@@ -41,23 +37,6 @@ void AddOneOrAll(CLI::App& command, const Arguments& arguments)
 
 QuietMessages::QuietMessages() : m_before(Afx::WindowSystem::Install(std::make_unique<SilentWindowSystem>())) {}
 QuietMessages::~QuietMessages() { Afx::WindowSystem::Install(std::move(m_before)); }
-
-Progress::Progress(const CommonOptions& options, std::size_t all)
-    : m_isShown(!options.quiet && isatty(STDERR_FILENO)), m_all(all)
-{}
-
-Progress::~Progress()
-{
-    if (m_isShown && m_at > 0)
-        std::fputc('\n', stderr);
-}
-
-void Progress::Next()
-{
-    ++m_at;
-    if (m_isShown)
-        std::fprintf(stderr, "\r%zu of %zu", m_at, m_all);
-}
 
 void UseBase(const CommonOptions& options)
 {

@@ -52,17 +52,4 @@ struct Tally
     Json ToJson() const { return {{"clients", clients}, {"ok", ok}, {"failed", clients - ok}}; }
 };
 
-/// "3 of 12" on a terminal's standard error while many clients are worked through.
-class Progress
-{
-public:
-    Progress(const CommonOptions& options, std::size_t all);
-    ~Progress();
-    void Next();
-
-private:
-    bool m_isShown;
-    std::size_t m_at = 0, m_all;
-};
-
 } // namespace Morv

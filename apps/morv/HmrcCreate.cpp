@@ -6,6 +6,7 @@
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "MorvUt/taxyear/TaxYearHelpers.h"
 #include "MorvUt/taxyear/YearTitles.h"
+#include "Progress.h"
 #include "Who.h"
 
 namespace Morv

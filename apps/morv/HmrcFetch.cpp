@@ -9,6 +9,7 @@
 #include "MorvUt/hmrc/fetch/FetchData.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "MorvUt/taxyear/YearTitles.h"
+#include "Progress.h"
 #include "Who.h"
 
 namespace Morv

@@ -14,8 +14,9 @@
 #include "GroupFolder.h"
 #include "MorvUt/StartUp.h"
 #include "Output.h"
+#include "Progress.h"
 #include "Quarry/Session.h"
-#include "SamplePractice.h"
+#include "sample/Practice.h"
 #include "Shellkit/Envelope.h"
 #include "Shellkit/KeyFile.h"
 #include "Shellkit/PracticeKey.h"
@@ -52,7 +53,10 @@ void MakeKey(const std::string& practice, Shellkit::KeyReaders readers)
         throw CommandError(Exit::CannotOpen, "NO_KEY", Shellkit::KeyFileProblem(path, file), "");
 }
 
-int CountRows(Quarry::CDataList&& list) { return list.Open() ? list.GetCount() : 0; }
+long CountRows(const Cellar::SqlText& count)
+{
+    return Cellar::ToLong(Quarry::GetConnection().Queryf(count).rows.at(0).at(0));
+}
 
 struct NewPractice
 {
@@ -61,6 +65,12 @@ struct NewPractice
     bool sample = false;
     int clients = kSampleClients;
 };
+
+void FillSample(int clients, const CommonOptions& options)
+{
+    Progress progress(options, static_cast<std::size_t>(clients));
+    FillSamplePractice(clients, [&] { progress.Next(); });
+}
 
 void Create(const NewPractice& wanted, const CommonOptions& options)
 {
@@ -86,7 +96,7 @@ void Create(const NewPractice& wanted, const CommonOptions& options)
         RequireEmptyPlace(practice);                     // ... and finds that it is done
         Brix::CreateSchema(Quarry::GetConnection());
         if (wanted.sample)
-            FillSamplePractice(wanted.clients);
+            FillSample(wanted.clients, options);
         else
             FillNewPractice();
         transaction.Commit();
@@ -95,8 +105,8 @@ void Create(const NewPractice& wanted, const CommonOptions& options)
     }
     const Json result{{"practice", practice},
                       {"schema", Brix::kSchemaVersion},
-                      {"clients", CountRows(Brix::CClient())},
-                      {"partnerships", CountRows(Brix::CPartnership())}};
+                      {"clients", CountRows("SELECT COUNT(*) FROM [BRIXClient]")},
+                      {"partnerships", CountRows("SELECT COUNT(*) FROM [BRIXPartnership]")}};
     if (options.json)
         PrintJson(result);
     else
