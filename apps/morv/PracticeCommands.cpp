@@ -1,11 +1,13 @@
-// practice create, check, options.
+// practice create, check, options, backup.
 
+#include <cstdio>
 #include <filesystem>
 #include <memory>
 #include <vector>
 
 #include "Afx/text/Numbers.h"
 #include "ArgumentChecks.h"
+#include "Backup.h"
 #include "Brix/Check.h"
 #include "Brix/Records.h"
 #include "Brix/Schema.h"
@@ -219,6 +221,24 @@ void Options(const std::string& practice, const std::vector<std::string>& assign
         table.Print();
 }
 
+void MakeBackup(const std::string& practice, const std::string& file, const CommonOptions& options)
+{
+    CheckPracticeText(file);
+    const PracticeSession session(practice, options, Login::IfGiven, Key::Examined);
+    if (session.GetKeyProblem())
+        std::fprintf(stderr, "morv: %s\n", Printable(session.GetKeyProblem()->what()).c_str());
+    try {
+        const std::int64_t pages = BackUp(Quarry::GetConnection(), file);
+        if (options.json)
+            PrintJson({{"practice", practice}, {"file", file}, {"pages", pages}, {"key", KeyPath(practice)}});
+        else
+            PrintLine("Backed up %s to %s: %ld pages. The key in %s belongs to it: keep a copy of that too.", practice,
+                      file, static_cast<long>(pages), KeyPath(practice));
+    } catch (const Cellar::DatabaseError& error) {
+        throw FromDatabaseError(error);
+    }
+}
+
 } // namespace
 
 void AddPracticeCommands(CLI::App& app, Program& program)
@@ -241,6 +261,12 @@ void AddPracticeCommands(CLI::App& app, Program& program)
     CLI::App* check = practice->add_subcommand("check", "Look for what does not fit together");
     check->add_option("practice", *path, "The practice")->required();
     check->callback([=, &program] { program.exit = Check(*path, program.options); });
+
+    auto backupFile = std::make_shared<std::string>();
+    CLI::App* backup = practice->add_subcommand("backup", "Copy a practice that is in use");
+    backup->add_option("practice", *path, "The practice")->required();
+    backup->add_option("file", *backupFile, "Path of the backup, a new file")->required()->check(NotEmpty());
+    backup->callback([=, &program] { MakeBackup(*path, *backupFile, program.options); });
 
     CLI::App* options = practice->add_subcommand("options", "Show or set the practice's options");
     options->add_option("practice", *path, "The practice")->required();

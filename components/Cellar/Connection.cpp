@@ -120,6 +120,10 @@ std::int64_t CConnection::GetSessionId() { return m_state->driver->GetSessionId(
 const Dialect& CConnection::GetDialect() const noexcept { return m_state->driver->GetDialect(); }
 const CString& CConnection::GetConnectionText() const noexcept { return m_state->connectionText; }
 std::string CConnection::KeepPrivate() { return m_state->driver->KeepPrivate(); }
+void CConnection::CopyTo(const std::string& file)
+{
+    m_state->Reporting("", [&] { m_state->driver->CopyTo(file); });
+}
 
 void CConnection::OnDirectStatement(std::function<void(std::string_view statement)> hook)
 {

@@ -130,6 +130,11 @@ public:
     /// For practices: some were made readable by everybody. A line for the user when there was something to do, once.
     std::string KeepPrivate();
 
+    /// Copies the database, as it is at one moment, into a file that is new or empty. It only reads: neither does it
+    /// wait for whoever writes, nor do they for it. Not within levels that have begun. What was copied when it throws
+    /// stays.
+    void CopyTo(const std::string& file);
+
     /// Told of each statement of Execute that changed something, in T-SQL, unless suspended; null removes the hook.
     void OnDirectStatement(std::function<void(std::string_view statement)> hook);
     bool AreDirectEventsSuspended() const noexcept;

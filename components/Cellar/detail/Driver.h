@@ -70,7 +70,8 @@ public:
     virtual void RollbackToSavepoint(int level) = 0; // and releases it
     /// The engine has a transaction open (it may have rolled back by itself).
     virtual bool InTransaction() = 0;
-    virtual std::string KeepPrivate() { return {}; } // see CConnection
+    virtual std::string KeepPrivate() { return {}; }  // see CConnection
+    virtual void CopyTo(const std::string& file) = 0; // see CConnection
     /// Told of each statement that the engine runs; null: nobody.
     virtual void OnSent(std::function<void(std::string_view statement)> hook) = 0;
 };

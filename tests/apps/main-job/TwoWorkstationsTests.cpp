@@ -1,17 +1,14 @@
 // Programs that share an authority: at the same time, ended within a refresh, at another service, on a full disk.
 
 #include <gtest/gtest.h>
-#include <sys/mount.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <chrono>
 #include <csignal>
-#include <filesystem>
-#include <fstream>
 #include <thread>
 
 #include "apps/morv/Program.h"
+#include "support/SmallDisk.h"
 #include "support/TestSupport.h"
 
 namespace
@@ -20,34 +17,6 @@ namespace
 using namespace ::Test;
 
 constexpr int kRounds = 4;
-
-/// A small disk of its own, in memory.
-class SmallDisk
-{
-public:
-    SmallDisk()
-        : m_isMounted(mkdir(Path().c_str(), 0700) == 0 && mount("tmpfs", Path().c_str(), "tmpfs", 0, "size=8m") == 0)
-    {}
-    ~SmallDisk()
-    {
-        if (m_isMounted)
-            umount(Path().c_str());
-    }
-    bool IsMounted() const { return m_isMounted; }
-    std::string Path() const { return TempDir() + "/disk"; }
-    /// Fills it but for that many bytes.
-    void Leave(std::size_t bytes) const
-    {
-        Free();
-        const auto room = static_cast<std::size_t>(std::filesystem::space(Path()).available);
-        std::ofstream(Ballast()) << std::string(room - std::min(room, bytes), 'x');
-    }
-    void Free() const { std::filesystem::remove(Ballast()); }
-
-private:
-    std::string Ballast() const { return Path() + "/ballast"; }
-    bool m_isMounted;
-};
 
 int CountRefreshes(HmrcSandbox& sandbox)
 {
@@ -101,7 +70,7 @@ TEST(Authority, OutlastsAProgramThatIsToldToEndWithinARefresh)
 
 TEST(Authority, OutlastsAFullDisk)
 {
-    const SmallDisk disk;
+    const SmallDisk disk("8m");
     if (!disk.IsMounted())
         GTEST_SKIP() << "only root may mount a small disk";
     HmrcSandbox sandbox("EVERYTHING");

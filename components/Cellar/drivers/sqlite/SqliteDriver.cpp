@@ -104,6 +104,14 @@ public:
     }
     bool InTransaction() override { return sqlite3_get_autocommit(m_database.get()) == 0; }
     std::string KeepPrivate() override { return NarrowFiles(m_real); }
+    void CopyTo(const std::string& file) override
+    {
+        const std::unique_ptr<char, decltype(&sqlite3_free)> statement(sqlite3_mprintf("VACUUM INTO %Q", file.c_str()),
+                                                                       &sqlite3_free);
+        if (!statement)
+            throw std::bad_alloc();
+        Exec(statement.get());
+    }
     void OnSent(std::function<void(std::string_view statement)> hook) override
     {
         m_sent = std::move(hook);
