@@ -28,8 +28,8 @@ Links LinksOf(const Brix::CChild& child)
 
 bool TouchesYear(const CDate& start, const CDate& end, int year)
 {
-    const int first = std::max(year, 0) - 1; // years below 101 hold no dates anyway
-    return (!start.IsValid() || start <= CDate(year, 4, 5)) && (!end.IsValid() || end >= CDate(first, 4, 6));
+    year = std::clamp(year, 101, 9999); // beyond them there is no date to compare with
+    return (!start.IsValid() || start <= CDate(year, 4, 5)) && (!end.IsValid() || end >= CDate(year - 1, 4, 6));
 }
 
 template<class Links>

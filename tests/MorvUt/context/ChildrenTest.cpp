@@ -49,13 +49,13 @@ TEST_F(Children, HaveResponsibleParentsWhileLinksTouchTheYear)
     // start, end, a year that the link counts for, one that it does not
     const ::Test::Row<const char*, const char*, int, int> rows[] = {
         {"2019-05-01", nullptr, 2020, 2019, "begun after the year before"},
-        {"2019-04-05", nullptr, 9999, 2018, "begun on the last day, and never ended"},
+        {"2019-04-05", nullptr, 10000, 2018, "begun on the last day, and never ended"},
         {nullptr, "2019-04-06", 2020, 2021, "ended on the first day"},
-        {"some time", "2019-04-05", 2019, 2020, "ended on the last day of the year before"},
+        {"some time", "2019-04-05", 0, 2020, "ended on the last day of the year before"},
     };
     Link({1, -1});
     EXPECT_EQ(GetNumParentsResponsibleInYear(m_child, std::numeric_limits<int>::min()), 2) << "no dates: every year";
-    Practice::Sql("UPDATE BRIXChildOtherParentLink SET dtEnd = '1999-01-01'");
+    Practice::Sql("UPDATE BRIXChildOtherParentLink SET dtStart = '1999-01-01', dtEnd = '1999-01-01'");
     for (const auto& [start, end, year, notYear, why] : rows) {
         Practice::Sql("UPDATE BRIXChildParentLink SET dtStart = %s, dtEnd = %s", start, end);
         EXPECT_EQ(GetNumParentsResponsibleInYear(m_child, year), 1) << why;
@@ -86,17 +86,17 @@ TEST_F(Children, HaveAnAllowanceByTheirResponsibleParents)
 
 TEST_F(Children, PresetTheirSchedules)
 {
-    // current year, day of birth, the second parent, who is given, marked as shared; allowance, in the year, marker
-    const std::tuple<int, Kiln::CDate, long, long, bool, int, int, bool> rows[] = {
-        {2024, {2024, 4, 5}, 0, 2, false, 1, 1, true}, {2024, {2024, 4, 6}, 0, 1, true, 1, 0, true},
-        {2002, {2001, 5, 1}, 0, 1, true, 1, 0, true},  {2003, {2002, 5, 1}, 0, 1, true, 1, 1, true},
-        {2024, {}, 2, 2, false, 3, 0, false},          {2024, {}, 2, 3, true, 3, 0, false},
-        {2024, {2023, 4, 6}, 2, 2, true, 3, 3, true},
+    // current year, birth, the second and third parent, who is given, marked as shared; allowance, in the year, marker
+    const std::tuple<int, Kiln::CDate, long, long, long, bool, int, int, bool> rows[] = {
+        {2024, {2024, 4, 5}, 0, 0, 2, false, 1, 1, true}, {2024, {2024, 4, 6}, 0, 0, 1, true, 1, 0, true},
+        {2002, {2001, 5, 1}, 0, 0, 1, true, 1, 0, true},  {2003, {2002, 5, 1}, 0, 0, 1, true, 1, 1, true},
+        {2024, {}, 2, 0, 2, false, 3, 0, false},          {2024, {}, 2, 0, 3, true, 3, 0, false},
+        {2024, {2023, 4, 6}, 2, 0, 2, true, 3, 3, true},  {2024, {}, 2, -1, 2, true, 4, 0, false},
     };
     for (const auto& row : rows) {
-        const auto& [year, birth, second, given, mark, allowance, inYear, marker] = row;
+        const auto& [year, birth, second, third, given, mark, allowance, inYear, marker] = row;
         SetCurrentTaxYear(static_cast<short>(year - 1991));
-        Link({1, second});
+        Link({1, second, third});
         m_child.SetBirth(birth);
         m_child.Update();
         Brix::CChildSchedule schedule;
