@@ -30,9 +30,9 @@ int NextUnder(const Quarry::CDataList& owner)
 {
     static const SqlText& select = *new SqlText(HighestNumber(Rows::Declaration(), Rows::kOrdering, ownerColumn));
     const Cellar::RowSet highest = Quarry::GetConnection().Queryf(select, owner.GetID());
-    const std::int64_t number = Cellar::ToInt64(highest.rows.at(0).at(0)) + 1;
+    const std::int64_t number = Cellar::ToInt64(highest.rows.at(0).at(0)); // the embedded database holds 64 bits
     constexpr int kLast = std::numeric_limits<int>::max();
-    return number < kLast ? static_cast<int>(number) : kLast;
+    return number < kLast ? static_cast<int>(number + 1) : kLast;
 }
 
 /// The same under a tax form.

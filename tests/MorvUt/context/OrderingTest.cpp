@@ -43,13 +43,17 @@ TEST(Ordering, OfEveryListIsOneMoreThanTheOwnersHighest)
 TEST(Ordering, TakesNumbersAsOtherProgramsLeaveThem)
 {
     const ::Test::Case<std::vector<Cellar::Value>, int> rows[] = {
-        {{nullptr, -3}, 1, "no number is 0"}, {{-3}, -2, "below 0"}, {{2147483647}, 2147483647, "the last one stays"}};
+        {{nullptr, -3}, 1, "no number is 0"},
+        {{-3}, -2, "below 0"},
+        {{2147483647}, 2147483647, "the last one stays"},
+        {{9223372036854775807}, 2147483647, "beyond it"},
+    };
     const ::Test::Practice practice;
     for (const auto& row : rows) {
         CTaxForm form;
         form.AddNew();
         for (const Cellar::Value& number : row.in)
-            Quarry::GetConnection().Execute("INSERT INTO BRIXPropUK (lTaxFormID, nOrdering) VALUES (%ld, %ld)",
+            Quarry::GetConnection().Execute("INSERT INTO BRIXPropUK (lTaxFormID, nOrdering) VALUES (%ld, %I64d)",
                                             {form.GetID(), number});
         EXPECT_EQ(GetPropertyOrderingNumber(form), row.out) << row.why;
     }
