@@ -26,13 +26,13 @@ enum SchedType : int
 /// - of foreign income: the sum of its lines, whatever its sign;
 /// - of a partnership's row of kind 0: that of the first interest row of this name, of kind 1: the client's shares of
 ///   the partnership's untaxed investment income in the accounting periods that end in the tax year; else none.
-/// An amount that is null, or cannot be read, is zero; beyond 64 bits nothing is left.
+/// An amount that is null, or cannot be read, is zero (brought forward: not entered); beyond 64 bits nothing is left.
 ///
 /// Every thread remembers what it worked out for the last client, or two (with a spouse), until a record that such a
 /// figure is made from is changed on any thread of this process, a transaction is rolled back, another practice is
 /// opened, or the current tax year changes. Who learns of changes by other programs calls
-/// ClearAccruedAllowanceBFWDCache. Reads the current connection (two to four statements for each year that is not
-/// remembered); throws Cellar::DatabaseError.
+/// ClearAccruedAllowanceBFWDCache. Reads the current connection (up to four statements for each year that is not
+/// remembered, and one for each interest row that fits but has no joint row); throws Cellar::DatabaseError.
 MORVUT_API Kiln::CAmt GetAccruedAllowanceBFWD(long clientId, SchedType type, const char* name, bool flagA, bool flagB,
                                               short year);
 /// Makes the calling thread forget.
