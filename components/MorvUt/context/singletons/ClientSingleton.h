@@ -37,6 +37,11 @@ private:
     std::vector<Entry> m_entries; // a client has a handful
 };
 
+/// The status of a submission that HMRC has accepted; and the real year before which none makes its return an
+/// amendment.
+inline constexpr int kAcceptedSubmission = 2;
+inline constexpr short kFirstYearOfAmendments = 2008;
+
 /// Facts about one client or partnership in one real tax year. A partnership has only `taxFormExists`, `dormant`,
 /// `clientReviewExist` and `amending`. What reads the current connection throws Cellar::DatabaseError, and changes
 /// nothing then.

@@ -9,9 +9,7 @@ namespace
 using Brix::CTaxForm;
 using Quarry::Where;
 
-constexpr int kIR214 = 50;              // type of a calculated benefit
-constexpr int kAccepted = 2;            // status of a submission
-constexpr short kFirstAmendable = 2008; // real year; submissions of earlier ones amend nothing
+constexpr int kIR214 = 50; // type of a calculated benefit
 
 /// The client's form of the year, or the partnership's.
 template<class Form>
@@ -84,7 +82,7 @@ bool HasAccepted(const CClientSingletonData& data)
     return Submissions().Open(
         {Where::Under(Context::Detail::OwnerColumn<Submissions>(), Owner::Declaration(), {{0, data.clientId}}),
          {Submissions::kYear, data.year},
-         {Submissions::kStatus, kAccepted}});
+         {Submissions::kStatus, kAcceptedSubmission}});
 }
 
 } // namespace
@@ -205,7 +203,7 @@ void CClientSingletonData::UpdateClientReviewExist()
 
 void CClientSingletonData::UpdateAmending()
 {
-    amending = year >= kFirstAmendable &&
+    amending = year >= kFirstYearOfAmendments &&
                (isPartnership ? HasAccepted<Brix::CPartnershipFBISubmissions, Brix::CPartnership>(*this)
                               : HasAccepted<Brix::CFBISubmissions, Brix::CClient>(*this));
 }

@@ -2,6 +2,7 @@
 
 #include <iterator>
 
+#include "MorvUt/context/singletons/ClientSingleton.h"
 #include "MorvUt/taxyear/DateRules.h"
 
 namespace

@@ -151,9 +151,8 @@ MORVUT_API bool CoversTaxYear(const Kiln::CDate& start, const Kiln::CDate& end, 
 /// Takes the next period, in the order of the list, into the facts.
 MORVUT_API void ConsiderPeriod(StatusFacts& facts, const StatusFacts::Period& period) noexcept;
 
-/// The first year of taxpayer statuses and of the trading allowance, 2017/18, and of returns that are amended, 2007/08.
+/// The first year of taxpayer statuses and of the trading allowance, 2017/18.
 inline constexpr short kFirstYearOfReturnInfo = 2018;
-inline constexpr short kFirstYearOfAmendments = 2008;
 
 // Taxpayer statuses as they are stored.
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "MorvUt/context/singletons/ClientSingleton.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "MorvUt/taxyear/DateRules.h"
 
@@ -14,8 +15,6 @@ namespace
 
 using Quarry::Where;
 using Conditions = std::initializer_list<Where>;
-
-constexpr int kAccepted = 2;
 
 struct ClientTables
 {
@@ -128,7 +127,7 @@ void ReadOne(StatusFacts& facts, const Wanted& wanted)
     if (wanted.submissions && year >= kFirstYearOfAmendments)
         ReadSubmissions<Tables>({{Tables::kOwnerOfSubmission, facts.id},
                                  {Tables::Submission::kYear, year},
-                                 {Tables::Submission::kStatus, kAccepted}},
+                                 {Tables::Submission::kStatus, kAcceptedSubmission}},
                                 theOne);
 }
 
@@ -152,7 +151,8 @@ void ReadAll(std::vector<StatusFacts>& all, bool arePartnerships, short year)
     ReadReturns<Tables>({{Tables::Return::kYear, year}}, byId);
     ReadPeriods<Tables>({}, byId);
     if (year >= kFirstYearOfAmendments)
-        ReadSubmissions<Tables>({{Tables::Submission::kYear, year}, {Tables::Submission::kStatus, kAccepted}}, byId);
+        ReadSubmissions<Tables>({{Tables::Submission::kYear, year}, {Tables::Submission::kStatus, kAcceptedSubmission}},
+                                byId);
 }
 
 /// The rest of the clients' returns; `clients` holds clients only.
