@@ -244,3 +244,13 @@ void ConsiderPeriod(StatusFacts& facts, const StatusFacts::Period& period) noexc
                           CoversTaxYear(period.start, period.end, facts.year)))
         facts.period = period;
 }
+
+int GetTaxPayerStatusUK() noexcept { return 0; }
+
+int GetTaxPayerStatusScottish() noexcept { return 1; }
+
+int GetTaxPayerStatusWelsh() noexcept { return 2; }
+
+bool IsTaxPayerStatusScottish(int status) noexcept { return status == GetTaxPayerStatusScottish(); }
+
+bool IsTaxPayerStatusWelsh(int status) noexcept { return status == GetTaxPayerStatusWelsh(); }

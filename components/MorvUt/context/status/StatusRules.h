@@ -156,8 +156,8 @@ inline constexpr short kFirstYearOfReturnInfo = 2018;
 
 // Taxpayer statuses as they are stored.
 
-constexpr int GetTaxPayerStatusUK() noexcept { return 0; }
-constexpr int GetTaxPayerStatusScottish() noexcept { return 1; }
-constexpr int GetTaxPayerStatusWelsh() noexcept { return 2; }
-constexpr bool IsTaxPayerStatusScottish(int status) noexcept { return status == GetTaxPayerStatusScottish(); }
-constexpr bool IsTaxPayerStatusWelsh(int status) noexcept { return status == GetTaxPayerStatusWelsh(); }
+MORVUT_API int GetTaxPayerStatusUK() noexcept;       // 0
+MORVUT_API int GetTaxPayerStatusScottish() noexcept; // 1
+MORVUT_API int GetTaxPayerStatusWelsh() noexcept;    // 2
+MORVUT_API bool IsTaxPayerStatusScottish(int status) noexcept;
+MORVUT_API bool IsTaxPayerStatusWelsh(int status) noexcept;

@@ -127,6 +127,12 @@ TEST(ClientStatus, OfPartnerships)
         EXPECT_EQ(Yes(StatusWith(statements, true, 2020)), yes) << why;
 }
 
+TEST(TaxPayerStatus, IsAsStored)
+{
+    EXPECT_TRUE(GetTaxPayerStatusUK() == 0 && IsTaxPayerStatusScottish(1) && IsTaxPayerStatusWelsh(2));
+    EXPECT_FALSE(IsTaxPayerStatusScottish(GetTaxPayerStatusWelsh()) || IsTaxPayerStatusWelsh(3));
+}
+
 TEST(ClientStatus, OfNobodyAsksNoDatabase)
 {
     EXPECT_EQ(IsClientATrust(ClientId(), true), 0);
