@@ -56,7 +56,7 @@ StatusAnswer StillThere(const Facts& facts)
 {
     if (facts.owner && facts.owner->ended.IsValid()) {
         const Reason tooLate = facts.isPartnership ? Reason::CeasedTooLate : Reason::DiedTooLate;
-        return {IsOver(facts) ? Reason::TrustOutlives : tooLate, facts.id, facts.owner->ended};
+        return {IsTrustClient(facts) ? Reason::TrustOutlives : tooLate, facts.id, facts.owner->ended};
     }
     if (facts.period)
         return {Reason::PeriodTooShort, facts.period->id, facts.period->start, facts.period->end};
@@ -115,7 +115,7 @@ Decision NoClient(const Facts& facts)
 {
     if (facts.isPartnership)
         return StatusAnswer{Reason::IsPartnership};
-    if (!facts.owner)
+    if (!facts.owner || facts.id == 0)
         return StatusAnswer{Reason::NoSuchOwner};
     return {};
 }
@@ -141,7 +141,7 @@ StatusAnswer Llp(const Facts& facts)
 {
     if (!facts.isPartnership)
         return {Reason::IsClient};
-    if (!facts.owner)
+    if (!facts.owner || facts.id == 0)
         return {Reason::NoSuchOwner};
     return {facts.owner->isLlp ? Reason::LlpFlag : Reason::NotLlp, facts.id};
 }
@@ -174,7 +174,7 @@ StatusAnswer TradingAllowance(const Facts& facts)
         return *none;
     if (!facts.info->claimsTradingAllowance)
         return {Reason::NotClaimed, facts.info->id};
-    if (IsTrustClient(facts))
+    if (Trust(facts))
         return {Reason::TrustClaimsNone, facts.id};
     return {Reason::AllowanceClaimed, facts.info->id};
 }

@@ -64,7 +64,9 @@ TEST(ClientStatus, OfClients)
         {CLIENT("strEntityType = 'eSTATE', bTrust = 1"), 2020, "trust estate", "an estate is kept as a trust"},
         {CLIENT("strEntityType = 'Estate'"), 2020, "", "without the flag it is none"},
         {CLIENT("strEntityType = 'Estates', bTrust = 1"), 2020, "trust actualTrust", "another type"},
-        {CLIENT("bTrustOption = 1, nTrustKind = 2"), 2020, "actualTrust", "a trust by its option"},
+        {CLIENT("bTrustOption = 1, nTrustKind = 2, dtDeath = '2001-01-01'") FORM(2020, "bDormant", "0")
+             INFO("2020", "0", "1"),
+         2020, "deadOrDormant inactive actualTrust tradingAllowance", "by its option only: dies, and claims"},
         {CLIENT("bTrustOption = 1, nTrustKind = NULL"), 2020, "actualTrust", "of no kind"},
         {CLIENT("bTrustOption = 1, nTrustKind = 1"), 2020, "", "of kind 1"},
         {CLIENT("bTrustOption = 0, nTrustKind = 2"), 2020, "", "the kind alone"},
