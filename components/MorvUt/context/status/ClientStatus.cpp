@@ -12,7 +12,7 @@ namespace
 
 constexpr Wanted kOwner{.owner = true};
 constexpr Wanted kReturn{.form = true};
-constexpr Wanted kWhetherActive{.owner = true, .form = true, .periods = true};
+constexpr Wanted kWhetherActive{.owner = true, .form = true, .periods = true, .currentYear = true};
 
 bool Is(StatusQuestion question, const StatusFacts& facts) { return static_cast<bool>(AnswerOf(question, facts)); }
 

@@ -131,7 +131,7 @@ struct StatusFacts
     long id = 0; // of the client or partnership
     bool isPartnership = false;
     short year = 0;
-    Kiln::CDate currentYearStart; // 6 April, of the tax year that is current in the process
+    Kiln::CDate currentYearStart; // 6 April, of the tax year that is current in the process; null: not asked for
 
     std::optional<Owner> owner;
     std::optional<Return> form;         // the year's first

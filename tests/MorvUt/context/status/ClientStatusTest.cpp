@@ -47,10 +47,10 @@ TEST(ClientStatus, OfClients)
 {
     const ::Test::Row<const char*, short, const char*> rows[] = {
         {"", 2020, "", "a client without anything"},
-        {CLIENT("dtDeath = '2023-04-05'"), 2020, "deadOrDormant inactive", "died before the current tax year"},
-        {CLIENT("dtDeath = '2023-04-05'"), 1995, "deadOrDormant inactive", "while still alive: all the same"},
-        {CLIENT("dtDeath = '2023-04-05'"), 2040, "deadOrDormant inactive", "after it"},
-        {CLIENT("dtDeath = '2023-04-06'"), 2024, "", "on its first day"},
+        {CLIENT("dtDeath = '2022-04-05'"), 2020, "deadOrDormant inactive", "died before the current tax year"},
+        {CLIENT("dtDeath = '2022-04-05'"), 1995, "deadOrDormant inactive", "while still alive: all the same"},
+        {CLIENT("dtDeath = '2022-04-05'"), 2040, "deadOrDormant inactive", "after it"},
+        {CLIENT("dtDeath = '2022-04-06'"), 2024, "", "on its first day"},
         {CLIENT("dtDeath = '1800-02-30'"), 2024, "", "no such day"},
         {CLIENT("dtDeath = '2001-01-01', bTrust = 1"), 2020, "trust actualTrust", "a trust does not die"},
         {CLIENT("bActive = 0"), 2020, "inactive", "no longer a client"},
@@ -108,8 +108,8 @@ TEST(ClientStatus, OfPeriodsOfInactivity)
 TEST(ClientStatus, OfPartnerships)
 {
     const ::Test::Row<const char*, const char*> rows[] = {
-        {"UPDATE BRIXPartnership SET dtCessation = '2023-04-05'", "deadOrDormant inactive", "ceased"},
-        {"UPDATE BRIXPartnership SET dtCessation = '2023-04-06'", "", "this year"},
+        {"UPDATE BRIXPartnership SET dtCessation = '2022-04-05'", "deadOrDormant inactive", "ceased"},
+        {"UPDATE BRIXPartnership SET dtCessation = '2022-04-06'", "", "this year"},
         {"UPDATE BRIXPartnership SET bActive = 0", "inactive", "not active"},
         {"UPDATE BRIXPartnership SET bLLP = 1", "llp", "LLP"},
         {"UPDATE BRIXPartnership SET bActive = 0; INSERT INTO BRIXPartnershipTaxForm (lpClientID, nYear, dtFinalised) "
@@ -144,4 +144,8 @@ TEST(ClientStatus, OfNobodyAsksNoDatabase)
     EXPECT_FALSE(ClaimTradingAllowance(1, 2017)) << "no return of that year tells";
     Brix::CTaxForm none;
     EXPECT_FALSE(IsScottishTaxPayer(none));
+    const ::Test::Practice practice;
+    CCurrentTaxYearSingleton::Destroy();
+    EXPECT_EQ(IsClientATrust(ClientId(1), true) + IsPartnershipAnLLP(1) + IsTaxReturnFinalisedForYear(1, 2020), 0);
+    EXPECT_EQ(CCurrentTaxYearSingleton::Loaded(), 0) << "the current year is nobody's business yet";
 }

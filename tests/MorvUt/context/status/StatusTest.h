@@ -1,6 +1,6 @@
 #pragma once
 
-// A practice whose rows are put in by plain SQL, in the tax year 2023/24.
+// A practice whose rows are put in by plain SQL, in the tax year 2022/23, which no program begins with.
 
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "support/Practice.h"
@@ -11,7 +11,7 @@ namespace Test
 class StatusPractice : public Practice
 {
 public:
-    StatusPractice() { SetCurrentTaxYear(33); }
+    StatusPractice() { SetCurrentTaxYear(32); }
     ~StatusPractice() { CCurrentTaxYearSingleton::Destroy(); }
     static void Script(const std::string& statements) { Quarry::GetConnection().Script(statements); }
 };

@@ -52,7 +52,7 @@ private:
     const char* Date()
     {
         static constexpr const char* kDates[] = {nullptr,      nullptr,      "2019-04-06", "2019-04-07", "2020-04-05",
-                                                 "2020-04-04", "2023-04-05", "2023-04-06", "soon",       "2006-01-01"};
+                                                 "2020-04-04", "2022-04-05", "2022-04-06", "soon",       "2006-01-01"};
         return kDates[Pick(10)];
     }
 

@@ -44,9 +44,10 @@ StatusFacts NoFacts(long id, bool isPartnership, short year)
     facts.id = id;
     facts.isPartnership = isPartnership;
     facts.year = year;
-    facts.currentYearStart = GetTaxYearStart(GetCurrentRealTaxYear());
     return facts;
 }
+
+Kiln::CDate CurrentYearStart() { return GetTaxYearStart(GetCurrentRealTaxYear()); }
 
 StatusFacts::Owner OwnerOf(const Brix::CClient& row)
 {
@@ -122,6 +123,8 @@ void ReadOne(StatusFacts& facts, const Wanted& wanted)
         ReadReturns<Tables>({{Tables::kOwnerOfReturn, facts.id}, {Tables::Return::kYear, year}}, theOne);
     if (wanted.info && !facts.isPartnership && year >= kFirstYearOfReturnInfo && facts.form)
         ReadReturnInfo({{Brix::COtherReturnInfo::kTaxFormID, facts.form->id}}, theOne);
+    if (wanted.currentYear)
+        facts.currentYearStart = CurrentYearStart();
     if (wanted.periods)
         ReadPeriods<Tables>({{Tables::kOwnerOfPeriod, facts.id}}, theOne);
     if (wanted.submissions && year >= kFirstYearOfAmendments)
@@ -136,7 +139,8 @@ template<class Tables>
 void ReadAll(std::vector<StatusFacts>& all, bool arePartnerships, short year)
 {
     const std::size_t first = all.size();
-    const StatusFacts none = NoFacts(0, arePartnerships, year);
+    StatusFacts none = NoFacts(0, arePartnerships, year);
+    none.currentYearStart = CurrentYearStart();
     typename Tables::Owner rows;
     for (rows.Open(); !rows.IsEOL(); rows.MoveNext()) {
         StatusFacts& facts = all.emplace_back(none);

@@ -18,8 +18,9 @@ struct Wanted
     bool info = false; // and the form
     bool periods = false;
     bool submissions = false;
+    bool currentYear = false; // no statement; but asking establishes it for the process
 };
-inline constexpr Wanted kEverything{true, true, true, true, true};
+inline constexpr Wanted kEverything{true, true, true, true, true, true};
 
 StatusFacts ReadFacts(long id, bool isPartnership, short year, const Wanted& wanted);
 /// The facts of every client, then every partnership, each in the order of their ids: one statement for each table,
