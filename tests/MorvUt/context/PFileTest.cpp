@@ -34,6 +34,7 @@ TEST(GetPFileForYear, AddsTheThreadsOffsetOnRequest)
     const CPFileYearOffsetter offsetter(-1);
     EXPECT_EQ(YearOf(GetPFileForYear(2024, true)), 2023);
     EXPECT_EQ(YearOf(GetPFileForYear(2024, false)), 2024);
+    EXPECT_EQ(YearOf(GetClosestPFileForYear(2024, true)), 2023) << "likewise";
     EXPECT_EQ(YearOf(GetPFileForYear(-32768, true)), 0) << "wraps at 16 bits";
 }
 

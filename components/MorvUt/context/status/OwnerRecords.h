@@ -11,8 +11,8 @@
 ///
 /// With `create` it is always `year`: a missing row is made from the one that was found, or with status 0, and saved,
 /// and the list stands on it. One that somebody else has made meanwhile is not made again; then the list is opened anew
-/// for the client. When the row cannot be saved, the list is as it was. Throws std::logic_error for a list that was not
-/// opened for one client.
+/// for the client. When the row cannot be saved, the list holds the rows that it held. Throws std::logic_error for a
+/// list that was not opened for one client.
 MORVUT_API bool GetClientYearly(Brix::CClientYearly& rows, short year, bool create);
 /// The same for a partnership.
 MORVUT_API bool GetPartnershipYearly(Brix::CPartnershipYearly& rows, short year, bool create);
