@@ -96,9 +96,12 @@ void Show(const ClientArguments& arguments, const CommonOptions& options)
     const short year = GetCurrentRealTaxYear();
     const ClientView client =
         arguments.client.empty() ? PartnershipOf(arguments.partnership) : ClientOf(arguments.client);
-    const ClientId id(client.IsPartnership() ? 0 : client.id); // schedules and staged records are clients'
-    const HmrcApi::ReturnYear own = HmrcApi::LoadReturnYear(id, year);
-    const HmrcApi::StagedYear staged = HmrcApi::LoadStagedYear(id, year);
+    HmrcApi::ReturnYear own; // these are clients'
+    HmrcApi::StagedYear staged;
+    if (!client.IsPartnership()) {
+        own = HmrcApi::LoadReturnYear(ClientId(client.id), year);
+        staged = HmrcApi::LoadStagedYear(ClientId(client.id), year);
+    }
     const ClientStatus status = StatusOf(client.id, client.IsPartnership(), year);
     if (options.json)
         return PrintJson({{"client", WithIdentifiers(client)},

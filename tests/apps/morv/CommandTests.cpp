@@ -66,6 +66,15 @@ TEST(Commands, TheYearOfARunIsNotKept)
     EXPECT_NE(RunMorv("doctor").out.find("UTF-16"), std::string::npos);
 }
 
+TEST(Commands, APartnershipHasNoRowsThatHaveNoClient)
+{
+    const std::string practice = SamplePractice();
+    Execute(practice, "INSERT INTO BRIXTaxForm (lID, lClientID, nYear) VALUES (999, 0, 2018);"
+                      "INSERT INTO BRIXNewEmploy (lTaxFormID, strEmployerName) VALUES (999, 'Nobody Ltd')");
+    EXPECT_EQ(MorvJson("client show " + practice + " --partnership 1 --year 2018")["schedules"]["employments"].size(),
+              0U);
+}
+
 TEST(Commands, APracticeIsItsOwnersOrAGroups)
 {
     using std::filesystem::perms;
