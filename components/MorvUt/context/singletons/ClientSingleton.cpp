@@ -72,7 +72,7 @@ struct CClientSingleton::Listeners
     {
         if (CClientSingletonData* const held = HeldFor<Form>(form, kIsPartnerships<Form>)) {
             held->taxFormExists = 1;
-            held->dormant = form.GetInt(Form::kDormant);
+            held->dormant = form.GetBool(Form::kDormant);
         }
     }
 
@@ -92,7 +92,7 @@ struct CClientSingleton::Listeners
             return;
         if (!HaveSameKey<Form>(oldForm, newForm))
             Destroy();
-        else if (const int dormant = newForm.GetInt(Form::kDormant); dormant != oldForm.GetInt(Form::kDormant))
+        else if (const bool dormant = newForm.GetBool(Form::kDormant); dormant != oldForm.GetBool(Form::kDormant))
             held->dormant = dormant;
     }
 

@@ -156,8 +156,8 @@ TEST_F(ClientSingleton, RefreshesWhatAChangeTouchesAndNothingElse)
         {0, Save<PSubmissions>(61, {{2, 2}}), "", 0},
         {0, Save<PSubmissions>(61, {{1, 9}}), "ended", 0},
         {0, Save<CTaxForm>(0, {{1, 1}, {2, 2024}, {110, 1}}), "form1 dormant1", 0},
-        {0, Save<CTaxForm>(10, {{110, 1}}), "form1 dormant1", 0},
-        {0, Save<CTaxForm>(10, {{3, nullptr}}), "", 0}, // nor the review
+        {0, Save<CTaxForm>(10, {{110, -1}}), "form1 dormant1", 0}, // as some programs write a flag
+        {0, Save<CTaxForm>(10, {{3, nullptr}}), "", 0},            // nor the review
         {0, Save<CTaxForm>(10, {{2, 2023}}), "ended", 0},
         {0, Save<CTaxForm>(12, {{1, 1}, {110, 1}}), "", 0}, // one that comes
         {0, Delete<CTaxForm>(10), "ended", 0},
