@@ -17,6 +17,7 @@ constexpr char kAllStaff[] = "All Staff"; // its members are in every group
 struct Login
 {
     CString user;
+    CString storedId; // the same as the user table has it, by which other tables name the user
     CString role;
     CStringArray users, fullNames;
     CArray<CUserData::CUserGroupItem> groups;
@@ -59,6 +60,7 @@ void ReadUsers(Login& login)
         const CString id = row.GetUserID();
         const bool logsIn = Afx::EqualNoCase(id.View(), login.user.View());
         if (logsIn) {
+            login.storedId = id;
             login.role = row.GetRole();
             login.particulars = ReadParticulars(row);
         }
@@ -98,10 +100,10 @@ CArray<CUserData::CUserGroupItem> ReadGroups(const CString& user)
 Login ReadLogin(const char* userId)
 {
     Login login;
-    login.user = userId;
+    login.user = login.storedId = userId;
     ReadUsers(login);
-    login.groups = ReadGroups(login.user);
-    login.permissions = Users::Detail::ReadPermissionRows(login.user, login.role);
+    login.groups = ReadGroups(login.storedId);
+    login.permissions = Users::Detail::ReadPermissionRows(login.storedId, login.role);
     return login;
 }
 

@@ -58,6 +58,10 @@ TEST_F(Permissions, ComeFromTheRoleOrTheUserAndStayUntilTheyAreCleared)
         CUserData::SetUser(user);
         EXPECT_EQ(Allowed(), Numbers{}) << user;
     }
+    AddUser("Élan", "", false);
+    LetUser("Élan", 7);
+    CUserData::SetUser("élan");
+    EXPECT_EQ(Allowed(), Numbers{7}) << "by the id as stored, though not listed";
 }
 
 TEST_F(Permissions, AreRefusedWithAMessageWhenAsked)

@@ -9,8 +9,12 @@ CUserSingletonData::~CUserSingletonData() = default;
 
 CUserSingletonData::CUserSingletonData(const char* name) : userName(name)
 {
+    // Compared here: the embedded database knows the two cases of a letter for ASCII only.
     Brix::CUser user;
-    if (user.Open({{Brix::CUser::kUserID, userName}})) {
+    user.Open();
+    while (!user.IsEOL() && user.GetUserID().CompareNoCase(userName) != 0)
+        user.MoveNext();
+    if (!user.IsEOL()) {
         userText = user.GetFullName();
         userValue = user.GetUserValue();
     }

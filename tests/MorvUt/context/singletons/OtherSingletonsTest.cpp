@@ -38,14 +38,14 @@ TEST(YearSingleton, HoldsTheYearWithTheThreadsOffset)
 TEST(UserSingleton, HoldsAUserInAnyCase)
 {
     const Practice practice;
-    Practice::Sql("INSERT INTO BRIXUser (strUserID, strFullName, nUserValue) VALUES ('ANNA', 'Anna O''Neill', 4)");
-    const CUserSingletonData anna = CUserSingleton::Data("anna");
-    EXPECT_TRUE(anna.userText == "Anna O'Neill" && anna.userValue == 4);
+    Practice::Sql("INSERT INTO BRIXUser (strUserID, strFullName, nUserValue) VALUES ('ANNÉ', 'Anné O''Neill', 4)");
+    const CUserSingletonData anna = CUserSingleton::Data("anné");
+    EXPECT_TRUE(anna.userText == "Anné O'Neill" && anna.userValue == 4);
     Silently("UPDATE BRIXUser SET nUserValue = 5");
-    EXPECT_EQ(CUserSingleton::Data("Anna").userValue, 4);
+    EXPECT_EQ(CUserSingleton::Data("Anné").userValue, 4);
     EXPECT_EQ(CUserSingleton::Data("nobody").userText, "");
     EXPECT_EQ(CUserSingleton::Data(nullptr).userValue, 0);
-    EXPECT_EQ(CUserSingleton::Data("Anna").userValue, 5);
+    EXPECT_EQ(CUserSingleton::Data("Anné").userValue, 5);
 }
 
 TEST(OptionsSingleton, HoldsNothingWhileNoPracticeIsOpen)
