@@ -293,7 +293,9 @@ TEST_F(Refresh, EndsWithinTwoMinutesWhateverHappens)
         Restart();
         passed = 0;
         tokenEndpoint->Script({{400, kBusy}});
-        tokenEndpoint->onSend = [&, most = each] { passed += std::min(most, tokenEndpoint->requests.back().totalMilliseconds); };
+        tokenEndpoint->onSend = [&, most = each] {
+            passed += std::min(most, tokenEndpoint->requests.back().totalMilliseconds);
+        };
         EXPECT_FALSE(Run());
         EXPECT_EQ(Code(), "REFRESH_BUSY");
         EXPECT_LE(passed, 120'000);

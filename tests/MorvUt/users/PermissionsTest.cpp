@@ -1,3 +1,4 @@
+#include "MorvUt/users/StaffRights.h"
 #include "MorvUt/users/UsersTest.h"
 
 namespace
@@ -51,6 +52,7 @@ TEST_F(Permissions, ComeFromTheRoleOrTheUserAndStayUntilTheyAreCleared)
         LetUser(user, 74);
     CUserData::SetUser("Bob");
     EXPECT_EQ(Allowed(), (Numbers{3, 4})) << "a role's user has nothing of his own";
+    EXPECT_FALSE(FindStaff("Bob")->rights.at(4).isAllowed) << "a row that takes a right away";
     CUserData::SetUser("Eve");
     EXPECT_EQ(Allowed(), Numbers{3}) << "her rows do not mention 3";
     for (const char* user : {"Eve", "Ian"}) {
