@@ -1,5 +1,7 @@
 #include "MorvUt/context/status/OwnerRecords.h"
 
+#include <vector>
+
 #include <gtest/gtest.h>
 
 #include "MorvUt/users/UserData.h"
@@ -11,7 +13,7 @@ namespace
 {
 
 /// Client 1 has a row of each of the years, its status the year; client 2 one of 2010.
-void AddYears(std::initializer_list<int> years)
+void AddYears(const std::vector<int>& years)
 {
     ::Test::Practice::Sql("DELETE FROM BRIXClientYearly");
     ::Test::Practice::Sql("INSERT INTO BRIXClientYearly (lClientID, nYear, nStatus) VALUES (2, 2010, 2010)");
@@ -37,7 +39,7 @@ std::string Stored()
 TEST(GetClientYearly, TakesTheNearestAndCopiesIt)
 {
     // years that there are, the year wanted; the year found, and the status of the row that is made
-    const ::Test::Row<std::initializer_list<int>, short, int, int> rows[] = {
+    const ::Test::Row<std::vector<int>, short, int, int> rows[] = {
         {{2008, 2012}, 2010, 2008, 2008, "the earlier one"},
         {{2011, 2008, 2009}, 2010, 2009, 2009, "the nearest of them"},
         {{2012, 2014}, 2010, 2012, 2012, "later ones in their turn"},
