@@ -6,7 +6,7 @@
 
 #include "NewPractice.h"
 
-static long fileSystem = 0; // 0: as it is
+static unsigned fileSystem = 0; // 0: as it is
 
 extern "C" __attribute__((visibility("default"))) int statfs(const char* path, struct statfs* answer) noexcept
 {
@@ -22,7 +22,7 @@ namespace
 TEST(NetworkShare, IsRefusedAndLeftAsItIs)
 {
     const ::Test::Practice practice;
-    for (const long type : {0x6969L, 0xFF534D42L, 0xFE534D42L}) { // NFS, CIFS, SMB 2
+    for (const unsigned type : {0x6969U, 0xFF534D42U, 0xFE534D42U}) { // NFS, CIFS, SMB 2
         fileSystem = type;
         for (const char* const name : {"practice.db", "new.db"})
             try {
