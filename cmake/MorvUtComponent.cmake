@@ -12,7 +12,10 @@ function(morvut_settings target)
   target_compile_features(${target} PUBLIC cxx_std_20)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF
     CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON POSITION_INDEPENDENT_CODE ON)
-  target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion -Wshadow)
+  target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion)
+  if(NOT CMAKE_UNITY_BUILD) # what a file names may be the name of something in the file compiled before it
+    target_compile_options(${target} PRIVATE -Wshadow)
+  endif()
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     target_compile_options(${target} PRIVATE -Wno-restrict) # g++ 12 sees overlaps in `"text" + std::string` (bug 105651)
   endif()

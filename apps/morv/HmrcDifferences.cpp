@@ -12,7 +12,7 @@ namespace Morv
 namespace
 {
 
-Json ToJson(const HmrcApi::DifferenceRow& row)
+Json RowJson(const HmrcApi::DifferenceRow& row)
 {
     const bool isDate = row.kind == HmrcApi::DifferenceRow::Kind::Date;
     return {{"caption", TextOf(row.caption)},
@@ -21,12 +21,12 @@ Json ToJson(const HmrcApi::DifferenceRow& row)
             {"estimate", row.estimate}};
 }
 
-Json ToJson(const HmrcApi::Difference& difference)
+Json DifferenceJson(const HmrcApi::Difference& difference)
 {
     constexpr const char* kStates[] = {"open", "accepted", "rejected", "skipped"};
     Json rows = Json::array();
     for (const auto& row : difference.rows)
-        rows.push_back(ToJson(row));
+        rows.push_back(RowJson(row));
     const bool isEmployment = difference.schedule == HmrcApi::Difference::Schedule::Employment;
     return {{"number", difference.number},
             {"schedule", isEmployment ? "employment" : "pensionOrBenefit"},
@@ -53,7 +53,7 @@ void Differences(const HmrcArguments& arguments, const CommonOptions& options)
     if (options.json) {
         Json list = Json::array();
         for (const auto& difference : differences)
-            list.push_back(ToJson(difference));
+            list.push_back(DifferenceJson(difference));
         return PrintJson({{"differences", list}});
     }
     if (differences.empty())

@@ -9,7 +9,7 @@ namespace Morv
 namespace
 {
 
-Json ToJson(const HmrcApi::LogLine& line)
+Json LineJson(const HmrcApi::LogLine& line)
 {
     return {{"when", MomentOf(line.when)}, {"user", line.user},       {"workstation", line.workstation},
             {"session", line.session},     {"chain", line.chain},     {"event", line.event},
@@ -26,7 +26,7 @@ void ShowLog(const HmrcArguments& arguments, const CommonOptions& options)
     if (options.json) {
         Json list = Json::array();
         for (const HmrcApi::LogLine& line : lines)
-            list.push_back(ToJson(line));
+            list.push_back(LineJson(line));
         return PrintJson(list);
     }
     TextTable table({"When", "User", "Event", "Interface", "Request", "Response", "Detail"});

@@ -18,7 +18,7 @@ constexpr std::int64_t kMin = std::numeric_limits<std::int64_t>::min(), kMax = s
 static_assert(!std::is_convertible_v<std::int64_t, CAmt>);
 
 /// Reads `text`; checks that result, status and reason agree.
-CAmt Read(const char* text)
+CAmt ReadAmount(const char* text)
 {
     CAmt amount(999);
     amount.SetAuto(true);
@@ -55,7 +55,7 @@ TEST(CAmtParse, ReadsWhatUsersType)
     };
     for (const auto& row : rows)
         for (const char* const text : row.out)
-            EXPECT_EQ(Read(text), CAmt(row.in)) << text;
+            EXPECT_EQ(ReadAmount(text), CAmt(row.in)) << text;
 }
 
 TEST(CAmtParse, RefusesAndSaysHowToMendIt)
@@ -79,13 +79,13 @@ TEST(CAmtParse, RefusesAndSaysHowToMendIt)
     };
     for (const auto& row : rows)
         for (const char* const text : row.out) {
-            EXPECT_EQ(Read(text), CAmt::Invalid()) << text;
+            EXPECT_EQ(ReadAmount(text), CAmt::Invalid()) << text;
             EXPECT_GE(CAmt::WhyNotAmount(text).Find(row.in), 0) << text << ": " << CAmt::WhyNotAmount(text);
         }
     EXPECT_EQ(CAmt::WhyNotAmount("5€"), "\"€\" does not belong in an amount; write it as in 1,234.56")
         << "a whole character";
     for (const char* const blank : {"", "  \t"}) {
-        EXPECT_TRUE(Read(blank).IsNull());
+        EXPECT_TRUE(ReadAmount(blank).IsNull());
         EXPECT_EQ(CAmt::WhyNotAmount(blank), "No amount was given");
     }
 }
@@ -108,7 +108,7 @@ TEST(CAmtParse, AgreesOnTheShortAndTheLongWay)
 TEST(CAmtFormat, ShowsTwoToFourDecimals)
 {
     for (const char* const text : {"0.00", "1234.56", "0.05", "1.005", "0.0001", "-0.10", "-922337203685477.5808"})
-        EXPECT_EQ(Read(text).Format(), text);
+        EXPECT_EQ(ReadAmount(text).Format(), text);
     EXPECT_TRUE(CAmt().Format().IsEmpty() && CAmt::Invalid().Format().IsEmpty());
 }
 

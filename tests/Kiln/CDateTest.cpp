@@ -29,7 +29,7 @@ struct ParseOrderScope
 };
 
 /// The date as read, "null", or "invalid"; checks that result, status and reason agree.
-std::string Read(const char* text)
+std::string ReadDate(const char* text)
 {
     CDate date(1999, 12, 31);
     const bool good = date.ParseDate(text);
@@ -55,7 +55,7 @@ TEST(CDateParseDate, ReadsEveryForm)
         {"5/4", "2025-04-05"},          {"5 Apr", "2025-04-05"},      {"April 5 2025", "2025-04-05"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(Read(row.in), row.out) << row.in;
+        EXPECT_EQ(ReadDate(row.in), row.out) << row.in;
 }
 
 TEST(CDateParseDate, RefusesAndSaysHowToMendIt)
@@ -78,11 +78,11 @@ TEST(CDateParseDate, RefusesAndSaysHowToMendIt)
         {"05/04-2024", "Write the same sign between day, month and year, as in 30/4/2024"},
     };
     for (const auto& row : rows) {
-        EXPECT_EQ(Read(row.in), "invalid") << row.out;
+        EXPECT_EQ(ReadDate(row.in), "invalid") << row.out;
         EXPECT_EQ(CDate::WhyNotDate(row.in), row.out);
     }
     for (const char* const blank : {"", " \t", static_cast<const char*>(nullptr)}) {
-        EXPECT_EQ(Read(blank), "null");
+        EXPECT_EQ(ReadDate(blank), "null");
         EXPECT_EQ(CDate::WhyNotDate(blank), "No date was given");
     }
     const char* const texts[] = {
@@ -93,7 +93,7 @@ TEST(CDateParseDate, RefusesAndSaysHowToMendIt)
         "20240405",   "Unknown",   "-5/4/2024",      "5,4,2024",   "5/4/2024\xA0", "5 Àpr 2024", "\xFF\xFE",
         "@@/@@/@@@@", "5/4/2O24"};
     for (const char* const text : texts)
-        EXPECT_EQ(Read(text), "invalid") << text;
+        EXPECT_EQ(ReadDate(text), "invalid") << text;
 }
 
 TEST(CDateParseDate, ReadsTheMonthFirstOnRequest)
@@ -106,7 +106,7 @@ TEST(CDateParseDate, ReadsTheMonthFirstOnRequest)
         {"2024-04-05", "2024-04-05"}, {"13/05/2024", "invalid"},
     };
     for (const auto& row : rows)
-        EXPECT_EQ(Read(row.in), row.out) << row.in;
+        EXPECT_EQ(ReadDate(row.in), row.out) << row.in;
     EXPECT_EQ(CDate::WhyNotDate("13/05/2024"), "13 is no month; write the month first, as in 4/30/2024");
 }
 
@@ -114,22 +114,22 @@ TEST(CDateParseDate, AsksTheYearHandlerOnlyWhenTheYearIsMissing)
 {
     static int asked = 0;
     const YearHandlerScope outer([](int day, int month) { return ++asked, month * 100 + day; });
-    EXPECT_EQ(Read("5/12"), "1205-12-05");
+    EXPECT_EQ(ReadDate("5/12"), "1205-12-05");
     EXPECT_EQ(asked, 2) << "once for the date, once for the reason";
-    Read("5/12/2024");
-    Read("31/4");
-    Read("5/13");
+    ReadDate("5/12/2024");
+    ReadDate("31/4");
+    ReadDate("5/13");
     EXPECT_EQ(asked, 2);
     {
         static int given = 0;
         const YearHandlerScope inner([](int, int) { return given; });
         for (const int year : {kMinInt, 0, 99, 10'000, kMaxInt}) {
             given = year;
-            EXPECT_EQ(Read("5/12"), "invalid") << year;
+            EXPECT_EQ(ReadDate("5/12"), "invalid") << year;
         }
         EXPECT_EQ(CDate::WhyNotDate("5/12"), "The year is missing; write it as in 30/4/2024");
     }
-    EXPECT_EQ(Read("6/12"), "1206-12-06") << "the handler before is back";
+    EXPECT_EQ(ReadDate("6/12"), "1206-12-06") << "the handler before is back";
 }
 
 TEST(CDateParseDate, ReadsBackEveryDayInEveryForm)

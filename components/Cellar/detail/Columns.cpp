@@ -10,7 +10,7 @@ namespace Cellar::Detail
 namespace
 {
 
-[[noreturn]] void Refuse(std::string why)
+[[noreturn]] void RefuseColumn(std::string why)
 {
     throw DatabaseError(DatabaseError::Category::Other, "", std::move(why), "");
 }
@@ -24,17 +24,17 @@ int PositionOf(const std::vector<std::string>& columns, std::string_view name)
         found = std::find_if(columns.begin(), columns.end(),
                              [&](const std::string& column) { return Afx::EqualNoCase(column, name); });
     if (found == columns.end())
-        Refuse("the result has no column '" + std::string(name) + "'");
+        RefuseColumn("the result has no column '" + std::string(name) + "'");
     return static_cast<int>(found - columns.begin());
 }
 
 const Value& At(const std::vector<Value>& row, int position)
 {
     if (position < 0 || static_cast<std::size_t>(position) >= row.size())
-        Refuse("the result has no column at position " + std::to_string(position));
+        RefuseColumn("the result has no column at position " + std::to_string(position));
     return row[static_cast<std::size_t>(position)];
 }
 
-void FailNoRow() { Refuse("a column was read where there is no row"); }
+void FailNoRow() { RefuseColumn("a column was read where there is no row"); }
 
 } // namespace Cellar::Detail

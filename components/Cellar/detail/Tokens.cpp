@@ -12,7 +12,7 @@ namespace Cellar::Detail
 namespace
 {
 
-using Kind = Token::Kind;
+using TokenKind = Token::Kind;
 
 using Afx::IsDigit;
 
@@ -45,14 +45,14 @@ private:
     std::string_view Rest() const noexcept { return m_statement.substr(m_at); }
     [[noreturn]] void Fail(const char* why) const { FailSyntax(m_statement, Rest(), why); }
 
-    Token Take(Kind kind, std::size_t length) noexcept
+    Token Take(TokenKind kind, std::size_t length) noexcept
     {
         const Token token{kind, m_statement.substr(m_at, length)};
         m_at += token.text.size();
         return token;
     }
     template<class Predicate>
-    Token TakeWhile(Kind kind, std::size_t from, Predicate belongs) noexcept
+    Token TakeWhile(TokenKind kind, std::size_t from, Predicate belongs) noexcept
     {
         std::size_t length = from;
         while (m_at + length < m_statement.size() && belongs(m_statement[m_at + length]))
@@ -64,31 +64,31 @@ private:
     {
         const char c = Peek();
         if (Afx::IsBlank(c))
-            return TakeWhile(Kind::Blank, 1, Afx::IsBlank);
+            return TakeWhile(TokenKind::Blank, 1, Afx::IsBlank);
         if (c == '-' && Peek(1) == '-')
-            return TakeWhile(Kind::Blank, 2, [](char next) { return next != '\n'; });
+            return TakeWhile(TokenKind::Blank, 2, [](char next) { return next != '\n'; });
         if (c == '/' && Peek(1) == '*')
-            return Take(Kind::Blank, CommentLength());
+            return Take(TokenKind::Blank, CommentLength());
         if (c == '\'')
-            return String(Kind::String, 0);
+            return String(TokenKind::String, 0);
         if ((c == 'N' || c == 'n') && Peek(1) == '\'')
-            return String(Kind::NString, 1);
+            return String(TokenKind::NString, 1);
         if (IsLetter(c))
-            return TakeWhile(Kind::Word, 1, IsWordCharacter);
+            return TakeWhile(TokenKind::Word, 1, IsWordCharacter);
         if (c == '[')
-            return Take(Kind::BracketName, EnclosedLength(0, ']', "a [name] has no end"));
+            return Take(TokenKind::BracketName, EnclosedLength(0, ']', "a [name] has no end"));
         if (c == '"')
-            return Take(Kind::QuotedName, EnclosedLength(0, '"', "a \"name\" has no end"));
+            return Take(TokenKind::QuotedName, EnclosedLength(0, '"', "a \"name\" has no end"));
         if (c == '0' && (Peek(1) == 'x' || Peek(1) == 'X'))
-            return TakeWhile(Kind::Bytes, 2, IsHexDigit);
+            return TakeWhile(TokenKind::Bytes, 2, IsHexDigit);
         if (IsDigit(c))
             return Number();
         if (c == '@' && Peek(1) == '@')
-            return TakeWhile(Kind::System, 2, IsWordCharacter);
+            return TakeWhile(TokenKind::System, 2, IsWordCharacter);
         if (c == '%')
             return Percent();
         if (IsSymbol(c))
-            return Take(Kind::Symbol, 1);
+            return Take(TokenKind::Symbol, 1);
         Fail("this character has no meaning outside a string; values are bound, not named");
     }
 
@@ -121,12 +121,12 @@ private:
     }
 
     /// `open` is where the quote stands.
-    Token String(Kind kind, std::size_t open)
+    Token String(TokenKind kind, std::size_t open)
     {
         const std::size_t length = EnclosedLength(open, '\'', "a string has no end");
         const std::string_view inner = Rest().substr(open + 1, length - open - 2);
         if (inner == "%s")
-            return Take(Kind::Placeholder, length);
+            return Take(TokenKind::Placeholder, length);
         for (std::size_t i = inner.find('%'); i != std::string_view::npos; i = inner.find('%', i + 2))
             if (inner.substr(i, 2) != "%%")
                 Fail("a placeholder in a string must be '%s' and all of it; write %% for a per cent sign");
@@ -141,18 +141,18 @@ private:
         if (Peek(length) == 'e' || Peek(length) == 'E') {
             const std::size_t digits = length + (Peek(length + 1) == '+' || Peek(length + 1) == '-' ? 2 : 1);
             if (IsDigit(Peek(digits)))
-                return TakeWhile(Kind::Number, digits, IsDigit);
+                return TakeWhile(TokenKind::Number, digits, IsDigit);
         }
-        return Take(Kind::Number, length);
+        return Take(TokenKind::Number, length);
     }
 
     Token Percent()
     {
         if (Peek(1) == '%')
-            return Take(Kind::Percent, 2);
+            return Take(TokenKind::Percent, 2);
         for (const PlaceholderRule& known : PlaceholderRules())
             if (Rest().starts_with(known.text) && !IsWordCharacter(Peek(known.text.size()))) {
-                Token token = Take(Kind::Placeholder, known.text.size());
+                Token token = Take(TokenKind::Placeholder, known.text.size());
                 token.placeholder = known.type;
                 return token;
             }
@@ -176,7 +176,7 @@ void FailSyntax(std::string_view statement, std::string_view at, const char* why
 
 bool IsWord(const Token& token, std::string_view capitals) noexcept
 {
-    return token.kind == Kind::Word &&
+    return token.kind == TokenKind::Word &&
            std::equal(token.text.begin(), token.text.end(), capitals.begin(), capitals.end(),
                       [](char a, char b) { return Afx::UpperAscii(a) == b; });
 }

@@ -10,7 +10,7 @@ namespace HmrcApi
 namespace
 {
 
-constexpr int kAttempts = 3;
+constexpr int kStoreAttempts = 3;
 constexpr std::int64_t kLongestSaving = 60'000; // milliseconds for which a new pair waits for a busy database
 constexpr unsigned kLongestWait = 1000; // milliseconds between two; others take a lock over soon after its two minutes
 constexpr double kSecondsADay = 86'400;
@@ -129,7 +129,7 @@ StoredGrant::Update StoredGrant::Repeated(const std::function<Update()>& update,
     const Deadline deadline(longest);
     for (int attempt = 1;; ++attempt) {
         const Update result = update();
-        const bool mayGoOn = attempt < kAttempts || (IsBusy() && !deadline.IsOver());
+        const bool mayGoOn = attempt < kStoreAttempts || (IsBusy() && !deadline.IsOver());
         if (result != Update::Failed || !mayGoOn)
             return result;
         Afx::Clock::Sleep(std::min(m_store.GetRetryDelay(), kLongestWait));
@@ -139,7 +139,7 @@ StoredGrant::Update StoredGrant::Repeated(const std::function<Update()>& update,
 void StoredGrant::Save(HeldTokens& held)
 {
     const HeldTokens ours = held;
-    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    for (int attempt = 0; attempt < kStoreAttempts; ++attempt) {
         const Update result = Repeated(
             [&] {
                 if (!ours.replaced.empty())
@@ -171,7 +171,7 @@ bool StoredGrant::End()
 void StoredGrant::Reset()
 {
     const auto put = [this] { m_store.SetAuthorisationStatus(IAuthorisationStore::NotAuthorised); };
-    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    for (int attempt = 0; attempt < kStoreAttempts; ++attempt) {
         if (!Load())
             return; // nothing to end; the consent makes the row
         if (!m_extras) {

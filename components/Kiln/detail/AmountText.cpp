@@ -19,10 +19,10 @@ using Afx::IsBlank;
 using Afx::IsDigit;
 
 /// Reads one text, from left to right.
-class Reader
+class AmountReader
 {
 public:
-    explicit Reader(std::string_view text) noexcept : m_at(text.data()), m_end(text.data() + text.size()) {}
+    explicit AmountReader(std::string_view text) noexcept : m_at(text.data()), m_end(text.data() + text.size()) {}
 
     AmountText Read() noexcept;
 
@@ -65,7 +65,7 @@ private:
 };
 
 /// £, sign and opening bracket, in any order, each at most once.
-AmountFault Reader::ReadFront() noexcept
+AmountFault AmountReader::ReadFront() noexcept
 {
     for (; m_at != m_end && !IsDigit(*m_at); SkipBlanks()) {
         if (Is('-') || Is('+')) {
@@ -87,7 +87,7 @@ AmountFault Reader::ReadFront() noexcept
 }
 
 /// Digits before the point, with commas between groups of three or with none.
-AmountFault Reader::ReadPounds() noexcept
+AmountFault AmountReader::ReadPounds() noexcept
 {
     int significant = 0, group = 0;
     bool hasComma = false;
@@ -111,7 +111,7 @@ AmountFault Reader::ReadPounds() noexcept
     return hasComma && group != 3 ? AmountFault::Commas : AmountFault::None;
 }
 
-AmountFault Reader::ReadDecimals() noexcept
+AmountFault AmountReader::ReadDecimals() noexcept
 {
     int count = 0;
     if (Take('.'))
@@ -129,7 +129,7 @@ AmountFault Reader::ReadDecimals() noexcept
 }
 
 /// A sign behind, or the closing bracket, and nothing after it.
-AmountFault Reader::ReadBack() noexcept
+AmountFault AmountReader::ReadBack() noexcept
 {
     SkipBlanks();
     if (m_bracket)
@@ -141,7 +141,7 @@ AmountFault Reader::ReadBack() noexcept
 }
 
 /// What is wrong with the text where the amount has ended; None when the text has ended too.
-AmountFault Reader::Leftover() const noexcept
+AmountFault AmountReader::Leftover() const noexcept
 {
     if (m_at == m_end)
         return m_isOpen ? AmountFault::Bracket : AmountFault::None;
@@ -155,14 +155,14 @@ AmountFault Reader::Leftover() const noexcept
 }
 
 /// The same when no digit was read before.
-AmountFault Reader::NoDigits() const noexcept
+AmountFault AmountReader::NoDigits() const noexcept
 {
     if (m_at != m_end && Leftover() == AmountFault::Character)
         return AmountFault::Character;
     return std::any_of(m_at, m_end, IsDigit) ? AmountFault::Place : AmountFault::NoDigits;
 }
 
-AmountText Reader::Read() noexcept
+AmountText AmountReader::Read() noexcept
 {
     if (const AmountFault fault = ReadFront(); fault != AmountFault::None)
         return Refuse(fault);
@@ -211,7 +211,7 @@ AmountText ReadAmount(std::string_view text) noexcept
         text.remove_suffix(1);
     if (text.empty())
         return {AmountFault::Blank, 0, {}};
-    return Reader(text).Read();
+    return AmountReader(text).Read();
 }
 
 } // namespace Kiln::Detail

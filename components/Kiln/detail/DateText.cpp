@@ -89,10 +89,10 @@ DateText Three(const Part& first, const Part& second, const Part& third, char se
 }
 
 /// Reads one text, from left to right.
-class Reader
+class DateReader
 {
 public:
-    Reader(const char* text, bool monthFirst, CDate::YearHandler handler) noexcept
+    DateReader(const char* text, bool monthFirst, CDate::YearHandler handler) noexcept
         : m_at(text), m_monthFirst(monthFirst), m_handler(handler)
     {}
 
@@ -119,7 +119,7 @@ private:
     std::string_view m_word;
 };
 
-DateFault Reader::ReadPart(Part& part) noexcept
+DateFault DateReader::ReadPart(Part& part) noexcept
 {
     const char* const start = m_at;
     if (IsDigit(*m_at)) {
@@ -140,7 +140,7 @@ DateFault Reader::ReadPart(Part& part) noexcept
 }
 
 /// What stands before the second and the third part; the two must be alike.
-DateFault Reader::ReadSeparator() noexcept
+DateFault DateReader::ReadSeparator() noexcept
 {
     char separator = IsBlank(*m_at) ? ' ' : '\0';
     SkipBlanks();
@@ -153,7 +153,7 @@ DateFault Reader::ReadSeparator() noexcept
     return separator == m_separator ? DateFault::None : DateFault::Separators;
 }
 
-DateFault Reader::ReadParts() noexcept
+DateFault DateReader::ReadParts() noexcept
 {
     while (*m_at != '\0') {
         if (m_count == 3)
@@ -172,7 +172,7 @@ DateFault Reader::ReadParts() noexcept
     return DateFault::None;
 }
 
-DateText Reader::Read()
+DateText DateReader::Read()
 {
     SkipBlanks();
     if (*m_at == '\0')
@@ -188,7 +188,7 @@ DateText Reader::Read()
 }
 
 /// `ddmmyy` or `ddmmyyyy`.
-DateText Reader::One()
+DateText DateReader::One()
 {
     const auto [digits, value] = m_parts[0];
     if (digits != 6 && digits != 8)
@@ -198,7 +198,7 @@ DateText Reader::One()
     return m_monthFirst ? WithYear(second, first, year) : WithYear(first, second, year);
 }
 
-DateText Reader::Two()
+DateText DateReader::Two()
 {
     const Part &first = m_parts[0], &second = m_parts[1];
     if (first.digits > 2 || second.digits > 2 || first.digits + second.digits == 0)
@@ -214,7 +214,7 @@ DateText Reader::Two()
 
 DateText ReadDate(const char* text, CDate::ParseOrder order, CDate::YearHandler handler)
 {
-    return Reader(text, order == CDate::ParseOrder::MonthFirst, handler).Read();
+    return DateReader(text, order == CDate::ParseOrder::MonthFirst, handler).Read();
 }
 
 } // namespace Kiln::Detail

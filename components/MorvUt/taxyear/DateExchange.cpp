@@ -7,19 +7,19 @@
 namespace
 {
 
-constexpr char kUnknown[] = "Unknown";
+constexpr char kUnknownText[] = "Unknown";
 constexpr int kUnknownLimit = 10; // characters: room for the word, and for a date in numbers
 
 bool ShowsUnknown(const Kiln::CDateEdit& edit)
 {
     CString text;
     edit.GetWindowText(text);
-    return text.TrimRight().CompareNoCase(kUnknown) == 0;
+    return text.TrimRight().CompareNoCase(kUnknownText) == 0;
 }
 
 void ShowUnknown(Kiln::CDateEdit& edit)
 {
-    edit.SetWindowText(kUnknown);
+    edit.SetWindowText(kUnknownText);
     edit.LimitText(kUnknownLimit);
 }
 

@@ -15,7 +15,7 @@ namespace
 using Record = X_DateStr_tag;
 
 constexpr Record kNull{0, 0, 0}, kUnknown{99, 0, 0}, kNoDate{0, 13, 0};
-constexpr int kMinInt = std::numeric_limits<int>::min(), kMaxInt = std::numeric_limits<int>::max();
+constexpr int kLeastYear = std::numeric_limits<int>::min(), kLastYear = std::numeric_limits<int>::max();
 
 std::string Fields(const Record& record)
 {
@@ -87,9 +87,9 @@ TEST(ValidXDate, TakesEveryFourthYearForALeapYear)
         EXPECT_EQ(IsValidDate(&record), isValid) << why;
         EXPECT_EQ(DateIsNull(&record), Fields(record) == "0.0.0") << why;
     }
-    for (const int year : {2024, 2100, 100, 0, -4, 1796, kMinInt})
+    for (const int year : {2024, 2100, 100, 0, -4, 1796, kLeastYear})
         EXPECT_EQ(isleapyear(year), 1) << year;
-    for (const int year : {2023, -1, kMaxInt})
+    for (const int year : {2023, -1, kLastYear})
         EXPECT_EQ(isleapyear(year), 0) << year;
 }
 

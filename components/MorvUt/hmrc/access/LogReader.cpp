@@ -12,7 +12,7 @@ namespace
 constexpr char kAll[] = "SELECT * FROM MTDLog ORDER BY lID";
 constexpr char kChain[] = "SELECT * FROM MTDLog WHERE strChainID = %s ORDER BY lID";
 
-LogLine Read(const Cellar::CBufferedRowList& row)
+LogLine LineOf(const Cellar::CBufferedRowList& row)
 {
     const auto text = [&row](const char* column) { return Mask(row.GetText(column).Str()); };
     return {row.GetDateTime("dtLogged"), text("strUserID"), text("strWorkstation"), text("strSessionID"),
@@ -28,7 +28,7 @@ std::vector<LogLine> ReadLog(const std::string& chain)
                               : Cellar::CBufferedRowList(Quarry::GetConnection(), kChain, chain);
     std::vector<LogLine> lines;
     for (; !rows.IsEOL(); rows.MoveNext())
-        lines.push_back(Read(rows));
+        lines.push_back(LineOf(rows));
     return lines;
 }
 
