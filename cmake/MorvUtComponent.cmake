@@ -13,7 +13,9 @@ function(morvut_settings target)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF
     CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON POSITION_INDEPENDENT_CODE ON)
   target_compile_options(${target} PRIVATE -Wall -Wextra -Wconversion)
-  if(NOT CMAKE_UNITY_BUILD) # what a file names may be the name of something in the file compiled before it
+  if(CMAKE_UNITY_BUILD) # sources are included there, and their names stand beside those of the ones before
+    target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+  else()
     target_compile_options(${target} PRIVATE -Wshadow)
   endif()
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
