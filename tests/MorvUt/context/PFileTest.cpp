@@ -11,7 +11,7 @@ namespace
 {
 
 /// Records of years; their thresholds are the year times 1 to 4, in pounds.
-void AddYears(std::initializer_list<int> years)
+void AddParameters(std::initializer_list<int> years)
 {
     for (const int year : years)
         Quarry::GetConnection().ExecuteDirectf(
@@ -27,7 +27,7 @@ short YearOf(const Brix::CPFile& list) { return list.IsEOL() ? short{0} : list.G
 TEST(GetPFileForYear, AddsTheThreadsOffsetOnRequest)
 {
     const ::Test::Practice practice;
-    AddYears({2023, 2024});
+    AddParameters({2023, 2024});
     EXPECT_EQ(YearOf(GetPFileForYear(2024, false)), 2024);
     EXPECT_EQ(YearOf(GetPFileForYear(2022, false)), 0);
     EXPECT_EQ(YearOf(GetPFileForYear(2024, true)), 2024) << "offset 0";
@@ -41,10 +41,10 @@ TEST(GetPFileForYear, AddsTheThreadsOffsetOnRequest)
 TEST(GetClosestPFileForYear, StepsBackTo2021)
 {
     const ::Test::Practice practice;
-    AddYears({2020});
+    AddParameters({2020});
     EXPECT_EQ(YearOf(GetClosestPFileForYear(2025, false)), 0) << "2020 is never reached";
     EXPECT_EQ(YearOf(GetClosestPFileForYear(2020, false)), 2020) << "but may be asked for";
-    AddYears({2021, 2023});
+    AddParameters({2021, 2023});
     EXPECT_EQ(YearOf(GetClosestPFileForYear(2025, false)), 2023);
     EXPECT_EQ(YearOf(GetClosestPFileForYear(2022, false)), 2021);
     EXPECT_EQ(YearOf(GetClosestPFileForYear(2019, false)), 0);
@@ -54,7 +54,7 @@ TEST(GetTurnoverDiscloseLevel, TakesTheYearsColumnOrAnotherYears)
 {
     const ::Test::Practice practice;
     EXPECT_EQ(GetTurnoverDiscloseLevel(2024, 0, 1).GetPence(), 15'000'00) << "no record at all";
-    AddYears({2010, 2008});
+    AddParameters({2010, 2008});
     Quarry::GetConnection().ExecuteDirectf("INSERT INTO BRIXPFile (nYear) VALUES (2010)"); // changes nothing
     const ::Test::Row<short, int, int, std::int64_t> rows[] = {
         {2010, 0, 0, 2010, "sole trader"},         {2010, 1, 0, 2010 * 2, "the older level"},
