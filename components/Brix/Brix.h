@@ -3,6 +3,7 @@
 // The tax data model, whole.
 
 #include "Brix/Check.h"
+#include "Brix/Copy.h"
 #include "Brix/Keys.h"
 #include "Brix/Kinds.h"
 #include "Brix/PracticeKey.h"

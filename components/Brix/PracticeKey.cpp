@@ -71,6 +71,12 @@ Cellar::Value MakeKeyCheck()
     return envelope ? Cellar::Value(*envelope) : Cellar::Value();
 }
 
+Cellar::Value MakeKeyCheck(std::span<const std::uint8_t> key)
+{
+    const auto envelope = Shellkit::SealWith(key, Shellkit::AsBytes(kCheckText));
+    return envelope ? Cellar::Value(*envelope) : Cellar::Value();
+}
+
 bool IsPracticeKey(Cellar::CConnection& connection, const SchemaVersion& version)
 {
     if (!version.keyCheck.empty())

@@ -37,6 +37,36 @@ std::optional<Detail::SecretKey> KeyOf(KeyId id)
     return id == KeyId::Practice ? Detail::PracticeKey().Get() : std::nullopt; // any other number in a stored envelope
 }
 
+using KeyBytes = std::span<const std::uint8_t, CipherPort::kKeySize>;
+
+std::optional<Bytes> SealUnder(KeyBytes key, KeyId id, std::span<const std::uint8_t> plain)
+{
+    Bytes envelope(kEnvelopeOverhead + plain.size());
+    envelope[0] = kFormat;
+    envelope[1] = static_cast<std::uint8_t>(id);
+    const std::span<std::uint8_t> whole(envelope);
+    const auto nonce = whole.subspan<kHeaderSize, kNonceSize>();
+    if (!CipherPort::FillRandom(nonce) ||
+        !CipherPort::GcmSeal({key, nonce, whole.first<kHeaderSize>()}, plain,
+                             whole.subspan(kHeaderSize + kNonceSize, plain.size()), whole.last<kTagSize>()))
+        return std::nullopt;
+    return envelope;
+}
+
+/// `envelope` has the length and the format of one.
+std::optional<Bytes> OpenUnder(KeyBytes key, std::span<const std::uint8_t> envelope)
+{
+    Bytes plain(envelope.size() - kEnvelopeOverhead);
+    const auto nonce = envelope.subspan<kHeaderSize, kNonceSize>();
+    if (!CipherPort::GcmOpen({key, nonce, envelope.first<kHeaderSize>()},
+                             envelope.subspan(kHeaderSize + kNonceSize, plain.size()), envelope.last<kTagSize>(),
+                             plain)) {
+        CipherPort::Wipe(plain); // what was deciphered before the tag failed
+        return std::nullopt;
+    }
+    return plain;
+}
+
 } // namespace
 
 std::string CipherProblem() { return CipherPort::Problem(); }
@@ -45,21 +75,18 @@ std::optional<Bytes> Seal(KeyId id, std::span<const std::uint8_t> plain)
 {
     Detail::NeedCipher();
     const auto key = KeyOf(id);
-    if (!key)
-        return std::nullopt;
-    Bytes envelope(kEnvelopeOverhead + plain.size());
-    envelope[0] = kFormat;
-    envelope[1] = static_cast<std::uint8_t>(id);
-    const std::span<std::uint8_t> whole(envelope);
-    const auto nonce = whole.subspan<kHeaderSize, kNonceSize>();
-    if (!CipherPort::FillRandom(nonce) ||
-        !CipherPort::GcmSeal({key->Bytes(), nonce, whole.first<kHeaderSize>()}, plain,
-                             whole.subspan(kHeaderSize + kNonceSize, plain.size()), whole.last<kTagSize>()))
-        return std::nullopt;
-    return envelope;
+    return key ? SealUnder(key->Bytes(), id, plain) : std::nullopt;
 }
 
 std::optional<Bytes> Seal(KeyId id, std::string_view plain) { return Seal(id, AsBytes(plain)); }
+
+std::optional<Bytes> SealWith(std::span<const std::uint8_t> practiceKey, std::span<const std::uint8_t> plain)
+{
+    Detail::NeedCipher();
+    if (practiceKey.size() != CipherPort::kKeySize)
+        return std::nullopt;
+    return SealUnder(practiceKey.first<CipherPort::kKeySize>(), KeyId::Practice, plain);
+}
 
 bool IsEnvelope(std::span<const std::uint8_t> bytes, KeyId key) noexcept
 {
@@ -72,17 +99,15 @@ std::optional<Bytes> Open(std::span<const std::uint8_t> envelope)
     if (envelope.size() < kEnvelopeOverhead || envelope[0] != kFormat)
         return std::nullopt;
     const auto key = KeyOf(static_cast<KeyId>(envelope[1]));
-    if (!key)
+    return key ? OpenUnder(key->Bytes(), envelope) : std::nullopt;
+}
+
+std::optional<Bytes> OpenWith(std::span<const std::uint8_t> practiceKey, std::span<const std::uint8_t> envelope)
+{
+    Detail::NeedCipher();
+    if (practiceKey.size() != CipherPort::kKeySize || !IsEnvelope(envelope, KeyId::Practice))
         return std::nullopt;
-    Bytes plain(envelope.size() - kEnvelopeOverhead);
-    const auto nonce = envelope.subspan<kHeaderSize, kNonceSize>();
-    if (!CipherPort::GcmOpen({key->Bytes(), nonce, envelope.first<kHeaderSize>()},
-                             envelope.subspan(kHeaderSize + kNonceSize, plain.size()), envelope.last<kTagSize>(),
-                             plain)) {
-        CipherPort::Wipe(plain); // what was deciphered before the tag failed
-        return std::nullopt;
-    }
-    return plain;
+    return OpenUnder(practiceKey.first<CipherPort::kKeySize>(), envelope);
 }
 
 std::optional<std::string> OpenText(std::span<const std::uint8_t> envelope)

@@ -36,6 +36,13 @@ SHELLKIT_API std::optional<Bytes> Seal(KeyId key, std::string_view plain);
 SHELLKIT_API std::optional<Bytes> Open(std::span<const std::uint8_t> envelope);
 SHELLKIT_API std::optional<std::string> OpenText(std::span<const std::uint8_t> envelope);
 
+/// The same for envelopes of KeyId::Practice, with another practice's key (32 bytes) than the one set: for who has two
+/// practices open at once. Nothing for a key of another length.
+SHELLKIT_API std::optional<Bytes> SealWith(std::span<const std::uint8_t> practiceKey,
+                                           std::span<const std::uint8_t> plain);
+SHELLKIT_API std::optional<Bytes> OpenWith(std::span<const std::uint8_t> practiceKey,
+                                           std::span<const std::uint8_t> envelope);
+
 /// Whether the bytes look like an envelope made with that key, before anything is opened.
 SHELLKIT_API bool IsEnvelope(std::span<const std::uint8_t> bytes, KeyId key) noexcept;
 
