@@ -1,4 +1,4 @@
-// practice create, check, options, backup.
+// practice create, check, options, backup, copy.
 
 #include <cstdio>
 #include <filesystem>
@@ -15,7 +15,9 @@
 #include "Commands.h"
 #include "GroupFolder.h"
 #include "MorvUt/StartUp.h"
+#include "NewPlace.h"
 #include "Output.h"
+#include "PracticeCopy.h"
 #include "Progress.h"
 #include "Quarry/Session.h"
 #include "sample/Practice.h"
@@ -28,32 +30,6 @@ namespace Morv
 
 namespace
 {
-
-// The connection's own counter of sessions does not count.
-void RequireEmptyPlace(const std::string& practice)
-{
-    Cellar::CConnection& connection = Quarry::GetConnection();
-    for (const auto& row : connection.Query(connection.GetDialect().TableColumns(), {}).rows)
-        if (Cellar::ToText(row[0]) != "CellarSession")
-            throw CommandError(Exit::CannotOpen, "EXISTS", Quoted(practice) + " is there already",
-                               "Choose another name, or remove the file first.");
-}
-
-// A key that is left from a creation that was cut short serves again: nothing was enciphered with it yet.
-void MakeKey(const std::string& practice, Shellkit::KeyReaders readers)
-{
-    const std::string path = KeyPath(practice);
-    std::error_code none;
-    if (std::filesystem::is_empty(path, none) && !none)
-        std::filesystem::remove(path, none); // the creation ended before the key was in it
-    if (!std::filesystem::exists(path) && !Shellkit::MakeKeyFile(path, readers))
-        throw CommandError(Exit::CannotOpen, "NO_KEY", "the practice's key file cannot be written: " + Quoted(path),
-                           "Check the folder's permissions and free space.");
-    const std::string file = PracticePath(practice);
-    const auto key = Shellkit::ReadKeyFile(path, file);
-    if (!key || !Shellkit::SetPracticeKey(*key))
-        throw CommandError(Exit::CannotOpen, "NO_KEY", Shellkit::KeyFileProblem(path, file), "");
-}
 
 long CountRows(const Cellar::SqlText& count)
 {
@@ -90,12 +66,13 @@ void Create(const NewPractice& wanted, const CommonOptions& options)
     try {
         Quarry::SetConnection(
             Cellar::CConnection::Open(CString(practice), isShared ? Creation::ForGroup : Creation::IfMissing));
-        RequireEmptyPlace(practice);
-        MakeKey(practice, isShared ? Shellkit::KeyReaders::Group : Shellkit::KeyReaders::Owner);
+        RequireEmptyPlace(Quarry::GetConnection(), practice);
+        Shellkit::SetPracticeKey(
+            MakeKey(practice, isShared ? Shellkit::KeyReaders::Group : Shellkit::KeyReaders::Owner));
         // One transaction: killed half-way, the file holds nothing and the next creation succeeds.
         Quarry::CTransaction transaction;
-        Quarry::GetConnection().LockTable("BRIXSchema"); // whoever creates at the same time waits here ...
-        RequireEmptyPlace(practice);                     // ... and finds that it is done
+        Quarry::GetConnection().LockTable("BRIXSchema");      // whoever creates at the same time waits here ...
+        RequireEmptyPlace(Quarry::GetConnection(), practice); // ... and finds that it is done
         Brix::CreateSchema(Quarry::GetConnection());
         if (wanted.sample)
             FillSample(wanted.clients, options);
@@ -267,6 +244,12 @@ void AddPracticeCommands(CLI::App& app, Program& program)
     backup->add_option("practice", *path, "The practice")->required();
     backup->add_option("file", *backupFile, "Path of the backup, a new file")->required()->check(NotEmpty());
     backup->callback([=, &program] { MakeBackup(*path, *backupFile, program.options); });
+
+    auto copyTo = std::make_shared<std::string>();
+    CLI::App* copy = practice->add_subcommand("copy", "Copy a practice into a new file or a server's empty database");
+    copy->add_option("from", *path, "The practice")->required();
+    copy->add_option("to", *copyTo, "Path or connection text of the new practice")->required()->check(NotEmpty());
+    copy->callback([=, &program] { CopyPractice(*path, *copyTo, program.options); });
 
     CLI::App* options = practice->add_subcommand("options", "Show or set the practice's options");
     options->add_option("practice", *path, "The practice")->required();

@@ -60,6 +60,21 @@ TEST(Backup, OfAPracticeInUseHasWhatWasSaved)
     EXPECT_EQ(ReadFile(file), before);
 }
 
+TEST(PracticeCopy, HasAKeyOfItsOwnAndIsRefusedWhereSomethingIs)
+{
+    const std::string practice = SamplePractice(), file = TempDir() + "/copy.db";
+    const std::string copy = "practice copy " + practice + " ";
+    const Json made = MorvJson(copy + file);
+    EXPECT_GT(made["rows"], 100);
+    EXPECT_EQ(made["verified"], true);
+    EXPECT_NE(ReadFile(file + ".key"), ReadFile(practice + ".key"));
+    EXPECT_EQ(MorvJson("practice check " + file)["ok"], true) << "with that key";
+    EXPECT_EQ(MorvJson("client list " + file), MorvJson("client list " + practice));
+    ExpectRefused(copy + file, "EXISTS", "is there already");
+    ExpectRefused(copy + practice, "EXISTS", "is there already");
+    ExpectRefused(copy + TempDir() + "/no/copy.db", "NOT_WRITTEN", "No such file or directory");
+}
+
 TEST(SmallDisk, HoldsNothingHalfWritten)
 {
     const SmallDisk disk("2m");
@@ -69,6 +84,8 @@ TEST(SmallDisk, HoldsNothingHalfWritten)
     MorvJson("practice create --sample --clients 2000 " + big);
     ExpectRefused("practice backup " + big + " " + disk.Path() + "/copy.db", "NOT_WRITTEN", "the disk is full");
     EXPECT_EQ(FilesIn(disk.Path()), 0U);
+    ExpectRefused("practice copy " + big + " " + there, "READ_ONLY", "the disk is full");
+    EXPECT_EQ(FilesIn(disk.Path()), 1U) << "a key, which serves again";
     ExpectRefused("practice create --sample --clients 2000 " + there, "READ_ONLY", "the disk is full");
     EXPECT_EQ(MorvJson("practice create " + there)["clients"], 0) << "completes what was cut short";
     EXPECT_EQ(MorvJson("practice check " + there)["ok"], true);

@@ -1,0 +1,37 @@
+#include "NewPlace.h"
+
+#include <filesystem>
+
+#include "CommandError.h"
+#include "Output.h"
+#include "Session.h"
+
+namespace Morv
+{
+
+void RequireEmptyPlace(Cellar::CConnection& connection, const std::string& practice)
+{
+    // The connection's own counter of sessions does not count.
+    for (const auto& row : connection.Query(connection.GetDialect().TableColumns(), {}).rows)
+        if (Cellar::ToText(row[0]) != "CellarSession")
+            throw CommandError(Exit::CannotOpen, "EXISTS", Quoted(practice) + " is there already",
+                               "Choose another name, or remove the file first.");
+}
+
+Shellkit::Bytes MakeKey(const std::string& practice, Shellkit::KeyReaders readers)
+{
+    const std::string path = KeyPath(practice);
+    std::error_code none;
+    if (std::filesystem::is_empty(path, none) && !none)
+        std::filesystem::remove(path, none); // the creation ended before the key was in it
+    if (!std::filesystem::exists(path) && !Shellkit::MakeKeyFile(path, readers))
+        throw CommandError(Exit::CannotOpen, "NO_KEY", "the practice's key file cannot be written: " + Quoted(path),
+                           "Check the folder's permissions and free space.");
+    const std::string file = PracticePath(practice);
+    auto key = Shellkit::ReadKeyFile(path, file);
+    if (!key)
+        throw CommandError(Exit::CannotOpen, "NO_KEY", Shellkit::KeyFileProblem(path, file), "");
+    return *std::move(key);
+}
+
+} // namespace Morv
