@@ -4,10 +4,13 @@
 
 #include <string>
 
+#include "Afx/system/SignalGuard.h"
+
 namespace Morv
 {
 
-/// A file under a name of its own, beside the one that it is to be. It goes when it is given up. Throws CommandError.
+/// A file under a name of its own, beside the one that it is to be. It goes when it is given up, and a signal that ends
+/// the program waits for that: who fills it stops soon (Afx::SignalGuard). Throws CommandError.
 class PartFile
 {
 public:
@@ -27,6 +30,7 @@ private:
     [[noreturn]] void ThrowExists() const;
     bool IsNameTaken() const;
 
+    const Afx::SignalGuard m_guard; // until the file is gone, or has its name
     std::string m_file, m_name;
     const char* m_what;
 };

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <optional>
 
+#include "Afx/system/SignalGuard.h"
 #include "Brix/Copy.h"
 #include "NewPlace.h"
 #include "Output.h"
@@ -48,7 +49,7 @@ Brix::Copied Copy(const std::string& from, const std::string& to, const CommonOp
             progress.emplace(options, static_cast<std::size_t>(all));
         for (; shown < done; ++shown)
             progress->Next();
-        return true;
+        return !Afx::SignalGuard::IsSignalWaiting();
     });
 }
 

@@ -131,8 +131,8 @@ public:
     std::string KeepPrivate();
 
     /// Copies the database, as it is at one moment, into a file that is new or empty. It only reads: neither does it
-    /// wait for whoever writes, nor do they for it. Not within levels that have begun. What was copied when it throws
-    /// stays.
+    /// wait for whoever writes, nor do they for it. Not within levels that have begun. It throws, too, once a
+    /// signal waits that an Afx::SignalGuard holds back. What was copied when it throws stays.
     void CopyTo(const std::string& file);
 
     /// Told of each statement of Execute that changed something, in T-SQL, unless suspended; null removes the hook.

@@ -52,6 +52,9 @@ TEST(Backup, OfAPracticeInUseHasWhatWasSaved)
     const auto banks = copy->Queryf("SELECT [strName] FROM [BRIXBank]").rows;
     EXPECT_TRUE(banks.size() == 1 && Cellar::ToText(banks[0][0]) == "saved");
 
+    std::filesystem::current_path(folder);
+    EXPECT_EQ(MorvJson("practice backup " + practice + " file:copy.db")["pages"], made["pages"]) << "no address";
+
     const std::string before = ReadFile(file);
     const std::string backup = "practice backup " + practice;
     ExpectRefused(backup + " \"" + file + "\"", "EXISTS", "is there already");
@@ -87,6 +90,7 @@ TEST(SmallDisk, HoldsNothingHalfWritten)
     ExpectRefused("practice copy " + big + " " + there, "READ_ONLY", "the disk is full");
     EXPECT_EQ(FilesIn(disk.Path()), 1U) << "a key, which serves again";
     ExpectRefused("practice create --sample --clients 2000 " + there, "READ_ONLY", "the disk is full");
+    EXPECT_EQ(FilesIn(disk.Path()), 2U) << "the journal, which fills the disk, is gone";
     EXPECT_EQ(MorvJson("practice create " + there)["clients"], 0) << "completes what was cut short";
     EXPECT_EQ(MorvJson("practice check " + there)["ok"], true);
 

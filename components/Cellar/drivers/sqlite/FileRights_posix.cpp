@@ -24,15 +24,28 @@ bool HandsGroupOn(const fs::path& folder, gid_t group)
     return ::stat(folder.c_str(), &status) == 0 && (status.st_mode & S_ISGID) != 0 && status.st_gid == group;
 }
 
+struct Rights
+{
+    bool isWide = false; // the file is open to more than it may be
+    bool isOurs = false;
+    mode_t narrow = 0;
+};
+
+Rights RightsOf(const fs::path& file)
+{
+    struct stat status;
+    if (::lstat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+        return {};
+    const bool isGroups = (status.st_mode & kGroups) == kGroups && HandsGroupOn(file.parent_path(), status.st_gid);
+    const mode_t narrow = status.st_mode & (isGroups ? kGroups : S_IRWXU);
+    return {narrow != (status.st_mode & kRights), status.st_uid == ::geteuid(), narrow};
+}
+
 /// Whether the file was open to more than it may be, and is not any more.
 bool Narrow(const fs::path& file)
 {
-    struct stat status;
-    if (::lstat(file.c_str(), &status) != 0 || !S_ISREG(status.st_mode) || status.st_uid != ::geteuid())
-        return false;
-    const bool isGroups = (status.st_mode & kGroups) == kGroups && HandsGroupOn(file.parent_path(), status.st_gid);
-    const mode_t narrow = status.st_mode & (isGroups ? kGroups : S_IRWXU);
-    return narrow != (status.st_mode & kRights) && ::chmod(file.c_str(), narrow) == 0;
+    const Rights rights = RightsOf(file);
+    return rights.isWide && rights.isOurs && ::chmod(file.c_str(), rights.narrow) == 0;
 }
 
 } // namespace
@@ -55,8 +68,9 @@ std::string NarrowFiles(const fs::path& file)
         fs::path each = file;
         isNarrowed = Narrow(each += ending) || isNarrowed;
     }
-    return isNarrowed ? "other users of this computer could read " + file.string() + "; now they cannot"
-                      : std::string();
+    if (!isNarrowed || RightsOf(file).isWide) // another's file, of which only the journals are ours
+        return {};
+    return "other users of this computer could read " + file.string() + "; now they cannot";
 }
 
 } // namespace Cellar::Sqlite

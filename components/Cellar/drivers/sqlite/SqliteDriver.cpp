@@ -7,6 +7,8 @@
 #include <string>
 #include <utility>
 
+#include "Afx/system/FilePath.h"
+#include "Afx/system/SignalGuard.h"
 #include "Cellar/DatabaseError.h"
 #include "Cellar/Dialect.h"
 #include "Cellar/drivers/sqlite/DatabaseFile.h"
@@ -59,8 +61,12 @@ public:
         CheckUsable(file.path);
         // FULL: a token is good for one use, so a commit must outlast a power cut.
         Exec("PRAGMA foreign_keys = ON; PRAGMA synchronous = FULL; PRAGMA secure_delete = ON");
-        if (file.isNew)
+        if (file.isNew) {
             TakeSessionId();
+            // What a full disk ends from here on leaves nothing in the journal that needs room in the file, so that the
+            // journal goes when the file is closed.
+            sqlite3_wal_checkpoint_v2(m_database.get(), nullptr, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+        }
     }
 
     std::unique_ptr<Detail::CompiledStatement> Compile(const PreparedText& prepared) override
@@ -106,10 +112,17 @@ public:
     std::string KeepPrivate() override { return NarrowFiles(m_real); }
     void CopyTo(const std::string& file) override
     {
-        const std::unique_ptr<char, decltype(&sqlite3_free)> statement(sqlite3_mprintf("VACUUM INTO %Q", file.c_str()),
+        // From the root on: the engine takes a text that begins with "file:" for an address, and writes elsewhere.
+        const std::string path = Afx::FromPath(std::filesystem::absolute(Afx::ToPath(file)));
+        const std::unique_ptr<char, decltype(&sqlite3_free)> statement(sqlite3_mprintf("VACUUM INTO %Q", path.c_str()),
                                                                        &sqlite3_free);
         if (!statement)
             throw std::bad_alloc();
+        const auto isGivenUp = [](void*) -> int { return Afx::SignalGuard::IsSignalWaiting(); };
+        constexpr int kSteps = 1000; // of the engine between two looks: less than a millisecond
+        const std::unique_ptr<sqlite3, void (*)(sqlite3*)> whileCopying(
+            m_database.get(), [](sqlite3* database) { sqlite3_progress_handler(database, 0, nullptr, nullptr); });
+        sqlite3_progress_handler(m_database.get(), kSteps, isGivenUp, nullptr);
         Exec(statement.get());
     }
     void OnSent(std::function<void(std::string_view statement)> hook) override
