@@ -45,6 +45,22 @@ CLI::Validator TextUpTo(int most)
     return {problem, "up to " + length};
 }
 
+CLI::Validator Utf8()
+{
+    return {[](const std::string& text) { return std::string(Afx::IsUtf8(text) ? "" : "the value is not UTF-8"); }, ""};
+}
+
+CLI::Validator NoJournal()
+{
+    const auto problem = [](const std::string& text) {
+        for (const char* const ending : {"-wal", "-shm", "-journal"})
+            if (text.ends_with(ending))
+                return "a name that ends in " + std::string(ending) + " is that of a database's journal";
+        return std::string();
+    };
+    return {problem, ""};
+}
+
 CLI::Validator PlainYear()
 {
     const auto toPlain = [](std::string& text) {

@@ -27,6 +27,12 @@ constexpr int kLongestId = 100, kLongestCode = 100, kLongestName = 255, kLongest
 /// Such a text of so many characters at the most.
 CLI::Validator TextUpTo(int most);
 
+/// A text that is stored: other bytes would read as other letters in text, and as none in JSON.
+CLI::Validator Utf8();
+
+/// The name of a new database file: none that the engine gives to the journals of another one, and removes.
+CLI::Validator NoJournal();
+
 /// Makes the year in which it ends, "2018", of "2017/18"; leaves everything else, for UseYear to refuse.
 CLI::Validator PlainYear();
 

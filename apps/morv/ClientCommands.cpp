@@ -69,6 +69,7 @@ void List(const ClientArguments& arguments, const CommonOptions& options)
     if (listing.withStatus)
         listing.statuses = StatusOfAll(GetCurrentRealTaxYear());
     if (options.json) {
+        ForEachClient([](const ClientView&) {}); // a damaged file fails here, before the document has begun
         JsonList list;
         ForEachClient([&](const ClientView& client) { list.Add(listing.JsonOf(client)); });
         return list.End();
@@ -158,8 +159,9 @@ void AddClientCommands(CLI::App& app, Program& program)
     add->add_option("practice", arguments->practice, "The practice")->required();
     add->add_option("--code", arguments->code, "Its code, which nobody else has")
         ->required()
-        ->check(TextUpTo(kLongestCode));
-    add->add_option("--name", arguments->name, "Its name")->required()->check(TextUpTo(kLongestName));
+        ->check(TextUpTo(kLongestCode))
+        ->check(Utf8());
+    add->add_option("--name", arguments->name, "Its name")->required()->check(TextUpTo(kLongestName))->check(Utf8());
     add->add_option("--kind", arguments->kind, "individual (default), trust, estate, partnership or llp");
     add->add_option("--nino", arguments->nino, "National Insurance number of an individual")->check(NotEmpty());
     add->add_option("--utr", arguments->utr, "Unique Taxpayer Reference")->check(NotEmpty());

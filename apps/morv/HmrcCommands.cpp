@@ -59,7 +59,8 @@ void AddHmrcCommands(CLI::App& app, Program& program)
     authorise
         ->add_option("--gateway", arguments->gateway, "Government Gateway user ID; registered when it is not there")
         ->required()
-        ->check(TextUpTo(kLongestId));
+        ->check(TextUpTo(kLongestId))
+        ->check(Utf8());
     authorise->add_option("--browser", arguments->browser, "Command that opens the address")
         ->check(TextUpTo(kLongestCommand));
     authorise->callback([=, &program] { Authorise(*arguments, program.options); });

@@ -109,8 +109,12 @@ void AddUserCommands(CLI::App& app, Program& program)
     add->add_option("practice", arguments->practice, "The practice")->required();
     add->add_option("id", arguments->id, "The user's id, which nobody else has")
         ->required()
-        ->check(TextUpTo(kLongestId));
-    add->add_option("--name", arguments->name, "The user's name")->required()->check(TextUpTo(kLongestName));
+        ->check(TextUpTo(kLongestId))
+        ->check(Utf8());
+    add->add_option("--name", arguments->name, "The user's name")
+        ->required()
+        ->check(TextUpTo(kLongestName))
+        ->check(Utf8());
     add->add_option("--role", arguments->role, "A role of the practice")->check(NotEmpty());
     add->callback([=, &program] { Add(*arguments, program.options); });
 }

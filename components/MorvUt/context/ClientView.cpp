@@ -1,5 +1,6 @@
 #include "MorvUt/context/ClientView.h"
 
+#include <cstdint>
 #include <stdexcept>
 
 #include "Afx/text/Numbers.h"
@@ -36,10 +37,10 @@ const KindName& RowOf(KindOfClient kind) noexcept
     return kKinds[0];
 }
 
-/// 0 when the text is no row id: a plain number.
+/// 0 when the text is no row id: a plain number of 32 bits.
 long IdOf(const std::string& text)
 {
-    const long id = Afx::ParseWhole<long>(text).value_or(0);
+    const long id = Afx::ParseWhole<std::int32_t>(text).value_or(0);
     return id > 0 && text.front() != '0' ? id : 0;
 }
 

@@ -36,6 +36,16 @@ StaffMember Read(const Brix::CUser& user)
     return member;
 }
 
+/// In any case, accented letters too, as the login takes an id; the database folds ASCII only.
+bool HasStaff(const CString& id)
+{
+    Brix::CUser users;
+    for (users.Open(); !users.IsEOL(); users.MoveNext())
+        if (id.CompareNoCase(users.GetUserID()) == 0)
+            return true;
+    return false;
+}
+
 void AllowAll(const CString& userId)
 {
     Brix::CUserPermissions rows;
@@ -73,7 +83,7 @@ CString WhyNotNewStaff(const CString& id, const CString& name, const CString& ro
         return LibraryText(IDS_USER_NEEDS_ID_AND_NAME);
     if (id.CompareNoCase(kBuiltInAdministrator) == 0)
         return LibraryText(IDS_USER_BUILT_IN);
-    if (Brix::CUser().Open({{Brix::CUser::kUserID, id}}))
+    if (HasStaff(id))
         return LibraryText(IDS_USER_EXISTS);
     if (!role.IsEmpty() && !Brix::CUserRole().Open({{Brix::CUserRole::kRole, role}}))
         return LibraryText(IDS_NO_SUCH_ROLE);
