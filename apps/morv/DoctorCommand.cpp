@@ -104,9 +104,10 @@ Finding CheckPracticeFile(const std::string& practice)
     const auto faults = Brix::CheckPractice(Quarry::GetConnection());
     if (faults.empty())
         return {"schema", true, practice + ": version " + std::to_string(version.version) + ", nothing wrong", ""};
+    const Brix::Fault& first = faults.front();
     return {"schema", false,
-            std::to_string(faults.size()) + " faults, the first in " + faults.front().table + ": " +
-                faults.front().fault,
+            Counted(static_cast<int>(faults.size()), "fault") + ", the first" +
+                (first.table.empty() ? "" : " in " + first.table) + ": " + first.fault,
             "morv practice check lists them."};
 }
 

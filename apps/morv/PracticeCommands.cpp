@@ -67,12 +67,12 @@ void Create(const NewPractice& wanted, const CommonOptions& options)
         Quarry::SetConnection(
             Cellar::CConnection::Open(CString(practice), isShared ? Creation::ForGroup : Creation::IfMissing));
         RequireEmptyPlace(Quarry::GetConnection(), practice);
-        Shellkit::SetPracticeKey(
-            MakeKey(practice, isShared ? Shellkit::KeyReaders::Group : Shellkit::KeyReaders::Owner));
         // One transaction: killed half-way, the file holds nothing and the next creation succeeds.
         Quarry::CTransaction transaction;
         Quarry::GetConnection().LockTable("BRIXSchema");      // whoever creates at the same time waits here ...
-        RequireEmptyPlace(Quarry::GetConnection(), practice); // ... and finds that it is done
+        RequireEmptyPlace(Quarry::GetConnection(), practice); // ... and finds that it is done, with the other's key
+        Shellkit::SetPracticeKey(
+            MakeKey(practice, isShared ? Shellkit::KeyReaders::Group : Shellkit::KeyReaders::Owner));
         Brix::CreateSchema(Quarry::GetConnection());
         if (wanted.sample)
             FillSample(wanted.clients, options);
@@ -175,16 +175,32 @@ void SetOption(Brix::COptions& record, const std::string& assignment)
                        "morv practice options PRACTICE lists them.");
 }
 
-void Options(const std::string& practice, const std::vector<std::string>& assignments, const CommonOptions& options)
+/// Those of a new practice where they have no row.
+Brix::COptions OptionsOfPractice()
 {
-    const PracticeSession session(practice, options, Login::IfGiven);
     Brix::COptions record;
     if (!record.Open())
         record.AddNew();
+    return record;
+}
+
+Brix::COptions SaveOptions(const std::vector<std::string>& assignments)
+{
+    Quarry::CTransaction transaction(Cellar::Intent::Write);
+    Quarry::GetConnection().ExecuteDirectf(
+        "INSERT INTO [BRIXOptions] ([lID]) SELECT 1 WHERE NOT EXISTS (SELECT 1 FROM [BRIXOptions])");
+    Brix::COptions record = OptionsOfPractice();
     for (const std::string& assignment : assignments)
         SetOption(record, assignment);
-    if (!assignments.empty())
-        record.Update();
+    record.Update();
+    transaction.Commit();
+    return record;
+}
+
+void Options(const std::string& practice, const std::vector<std::string>& assignments, const CommonOptions& options)
+{
+    const PracticeSession session(practice, options, Login::IfGiven);
+    const Brix::COptions record = assignments.empty() ? OptionsOfPractice() : SaveOptions(assignments);
     Json result = Json::object();
     TextTable table({"Option", "Value", "Meaning"});
     for (const Option& option : kOptions) {
@@ -227,7 +243,7 @@ void AddPracticeCommands(CLI::App& app, Program& program)
     auto assignments = std::make_shared<std::vector<std::string>>();
 
     CLI::App* create = practice->add_subcommand("create", "Make a practice in a new file");
-    create->add_option("practice", wanted->path, "Path of the new practice")->required();
+    create->add_option("practice", wanted->path, "Path of the new practice")->required()->check(NoJournal());
     create->add_option("--group", wanted->group, "Group of this computer that shares the practice")->check(NotEmpty());
     CLI::Option* isSample = create->add_flag("--sample", wanted->sample, "With sample clients and users");
     create->add_option("--clients", wanted->clients, "Number of sample clients (12)")
@@ -242,13 +258,19 @@ void AddPracticeCommands(CLI::App& app, Program& program)
     auto backupFile = std::make_shared<std::string>();
     CLI::App* backup = practice->add_subcommand("backup", "Copy a practice that is in use");
     backup->add_option("practice", *path, "The practice")->required();
-    backup->add_option("file", *backupFile, "Path of the backup, a new file")->required()->check(NotEmpty());
+    backup->add_option("file", *backupFile, "Path of the backup, a new file")
+        ->required()
+        ->check(NotEmpty())
+        ->check(NoJournal());
     backup->callback([=, &program] { MakeBackup(*path, *backupFile, program.options); });
 
     auto copyTo = std::make_shared<std::string>();
     CLI::App* copy = practice->add_subcommand("copy", "Copy a practice into a new file or a server's empty database");
     copy->add_option("from", *path, "The practice")->required();
-    copy->add_option("to", *copyTo, "Path or connection text of the new practice")->required()->check(NotEmpty());
+    copy->add_option("to", *copyTo, "Path or connection text of the new practice")
+        ->required()
+        ->check(NotEmpty())
+        ->check(NoJournal());
     copy->callback([=, &program] { CopyPractice(*path, *copyTo, program.options); });
 
     CLI::App* options = practice->add_subcommand("options", "Show or set the practice's options");

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <memory>
 #include <string>
@@ -135,6 +136,7 @@ Exit Run(CLI::App& app, Program& program, const std::vector<std::string>& argume
 int main(int argc, char** argv)
 {
     OpenStandardFiles();
+    std::signal(SIGXFSZ, SIG_IGN); // a limit of the size of files is an error, as a full disk is
     Afx::SwitchOffCoreDumps();
     MorvApp application;
     MorvUtStartUp(kProductName, kMakersKey);

@@ -130,7 +130,7 @@ private:
         } catch (const Cellar::DatabaseError& error) {
             if (error.GetCategory() != Cellar::DatabaseError::Category::Other)
                 throw;
-            m_faults.push_back({table, 0, error.what()});
+            m_faults.push_back({table, 0, error.GetReason()});
         }
     }
 

@@ -99,7 +99,10 @@ TEST_F(CheckPractice, FindsADamagedFile)
     bytes.replace(static_cast<std::size_t>(Cellar::ToLong(pages.rows.at(0).at(0)) - 1) * 4096, 2000, 2000, '\xEE');
     ::Test::WriteFile("practice.db", bytes);
     Quarry::SetConnection(Open("practice.db"));
-    EXPECT_FALSE(Brix::CheckPractice(Quarry::GetConnection()).empty());
+    const std::vector<Fault> faults = Brix::CheckPractice(Quarry::GetConnection());
+    EXPECT_FALSE(faults.empty());
+    for (const Fault& fault : faults)
+        EXPECT_EQ(fault.fault.find("SELECT"), fault.fault.npos) << "for people: " << fault.fault;
 }
 
 } // namespace

@@ -72,11 +72,32 @@ TEST(BadInput, OneOfManyCreationsAtOnceMakesThePractice)
     for (const auto& creation : creations)
         if (const Ended ended = creation->Wait(); ended.exit == 0)
             ++made;
-        else
+        else {
             ExpectOneLine(ended, 3);
+            EXPECT_NE(ended.err.find("is there already"), std::string::npos) << ended.err;
+        }
     EXPECT_EQ(made, 1);
     EXPECT_EQ(MorvJson("practice check " + practice)["ok"], true);
     EXPECT_EQ(MorvJson("client list " + practice).size(), 14u);
+}
+
+TEST(BadInput, AListOfADamagedPracticeIsOneDocument)
+{
+    const std::string practice = TempDir() + "/damaged.db";
+    MorvJson("practice create --sample --clients 200 " + practice);
+    constexpr std::size_t kPage = 4096;
+    std::string bytes = ReadFile(practice);
+    const auto isOfTheLast = [&](std::size_t at) {
+        return bytes[at] == '\x0D' && bytes.substr(at, kPage).find("C0200") != std::string::npos; // a leaf of rows
+    };
+    std::size_t page = 0;
+    while (page < bytes.size() && !isOfTheLast(page))
+        page += kPage;
+    ASSERT_LT(page, bytes.size());
+    WriteFile("damaged.db", bytes.replace(page, kPage, kPage, '\xEE'));
+    const Ended ended = RunMorv("client list --json " + practice);
+    ExpectOneLine(ended, 3);
+    EXPECT_EQ(ended.Document()["error"]["code"], "DATABASE_ERROR") << ended.out;
 }
 
 TEST(BadInput, NoAnswerIsExit4)
