@@ -21,10 +21,12 @@ void RequireEmptyPlace(Cellar::CConnection& connection, const std::string& pract
 Shellkit::Bytes MakeKey(const std::string& practice, Shellkit::KeyReaders readers)
 {
     const std::string path = KeyPath(practice);
-    std::error_code none;
-    if (std::filesystem::is_empty(path, none) && !none)
-        std::filesystem::remove(path, none); // the creation ended before the key was in it
-    if (!std::filesystem::exists(path) && !Shellkit::MakeKeyFile(path, readers))
+    const auto isThere = [&path] {
+        std::error_code none;
+        const auto size = std::filesystem::file_size(path, none);
+        return !none && size > 0; // empty: a creation ended before the key was in it
+    };
+    if (!isThere() && !Shellkit::MakeKeyFile(path, readers) && !isThere()) // made at the same time by another
         throw CommandError(Exit::CannotOpen, "NO_KEY", "the practice's key file cannot be written: " + Quoted(path),
                            "Check the folder's permissions and free space.");
     const std::string file = PracticePath(practice);

@@ -76,6 +76,10 @@ TEST(KeyFile, IsMadeOnceAndForItsOwnerOnly)
     EXPECT_EQ(Shellkit::KeyFileProblem(first), "");
     EXPECT_FALSE(Shellkit::MakeKeyFile(first));
     EXPECT_EQ(Shellkit::ReadKeyFile(first), key) << "never overwritten";
+#ifndef _WIN32
+    const std::string empty = ::Test::WriteFile("empty.key", "");
+    EXPECT_TRUE(Shellkit::MakeKeyFile(empty) && Shellkit::ReadKeyFile(empty)) << "its maker was killed";
+#endif
     EXPECT_FALSE(Shellkit::MakeKeyFile(::Test::TempDir() + "/no such folder/practice.key"));
 }
 

@@ -3,6 +3,7 @@
 #include <cerrno>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -63,10 +64,14 @@ OwnFile ReadOwnFile(const std::string& path, std::size_t limit, const std::strin
 
 bool MakeOwnFile(const std::string& path, std::string_view text, bool forGroup)
 {
-    Afx::Descriptor file(path, O_WRONLY | O_CREAT | O_EXCL, S_IRUSR | S_IWUSR);
-    if (!file)
+    Afx::Descriptor file(path, O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK, S_IRUSR | S_IWUSR);
+    struct stat status;
+    if (!file || ::flock(file.Get(), LOCK_EX) != 0 || ::fstat(file.Get(), &status) != 0)
         return false;
-    const bool hasRights = !forGroup || ::fchmod(file.Get(), S_IRUSR | S_IWUSR | S_IRGRP) == 0; // whatever the umask
+    if (!S_ISREG(status.st_mode) || status.st_size != 0 || status.st_uid != ::geteuid())
+        return false; // whoever made it at the same time has written it by now
+    const bool hasRights =
+        ::fchmod(file.Get(), S_IRUSR | S_IWUSR | (forGroup ? S_IRGRP : 0)) == 0; // whatever the umask
     if (hasRights && Afx::WriteAll(file, text) && ::fsync(file.Get()) == 0 && file.Close()) {
         Afx::SyncFolderOf(path);
         return true;
