@@ -11,6 +11,7 @@
 #include "Brix/Check.h"
 #include "Brix/Schema.h"
 #include "Cellar/BufferedRowList.h"
+#include "Cellar/ConnectionText.h"
 #include "Commands.h"
 #include "HmrcApi/http/Http.h"
 #include "MorvUt/MorvUt.h"
@@ -74,7 +75,12 @@ Finding CheckModules()
     return {"modules", true, "those for ciphers and for HTTP are there", ""};
 }
 
-Finding CheckDrivers() { return {"drivers", true, "embedded database (SQLite); no server driver in this build", ""}; }
+Finding CheckDrivers()
+{
+    if (const std::string problem = Cellar::ServerDriverProblem(); !problem.empty())
+        return {"drivers", true, "embedded database (SQLite); no servers: " + problem, ""};
+    return {"drivers", true, "embedded database (SQLite); servers by ODBC", ""};
+}
 
 Finding CheckCredentials()
 {
@@ -86,6 +92,8 @@ Finding CheckCredentials()
 
 Finding CheckSpace(const std::string& practice)
 {
+    if (PracticePath(practice).empty())
+        return {"disk", true, "the practice is on a server", ""};
     constexpr std::uintmax_t kLeast = 16 * 1024 * 1024; // bytes; a fetch for all clients writes less
     std::error_code none;
     const auto folder = std::filesystem::absolute(PracticePath(practice), none).parent_path();
@@ -103,7 +111,8 @@ Finding CheckPracticeFile(const std::string& practice)
     const auto version = Brix::ReadSchemaVersion(Quarry::GetConnection());
     const auto faults = Brix::CheckPractice(Quarry::GetConnection());
     if (faults.empty())
-        return {"schema", true, practice + ": version " + std::to_string(version.version) + ", nothing wrong", ""};
+        return {"schema", true,
+                PracticeName(practice) + ": version " + std::to_string(version.version) + ", nothing wrong", ""};
     const Brix::Fault& first = faults.front();
     return {"schema", false,
             Counted(static_cast<int>(faults.size()), "fault") + ", the first" +

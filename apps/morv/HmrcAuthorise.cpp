@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "Brix/Subjects.h"
 #include "BrowserCommand.h"
 #include "HmrcApi/oauth/Authorisation.h"
 #include "HmrcCommands.h"
@@ -68,7 +69,8 @@ void Authorise(const HmrcArguments& arguments, const CommonOptions& options)
         throw CommandError(Exit::BadInput, "BAD_GATEWAY", "--gateway: a Government Gateway user ID holds no quotes",
                            "Give the ID as HMRC's letters show it.");
     const PracticeSession session(arguments.practice, options, Login::Needed);
-    Quarry::CTransaction(Cellar::Intent::Write).Commit();             // nobody signs in for what could not be kept
+    Quarry::CTransaction(Cellar::Intent::Write, Brix::kAuthorisations)
+        .Commit();                                                    // nobody signs in for what could not be kept
     HmrcApi::CAuthorisationStore::CreateGatewayID(arguments.gateway); // false: it is registered already
     HmrcApi::Logger logger;
     BrowserCommand browser;

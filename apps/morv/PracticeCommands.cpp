@@ -56,9 +56,9 @@ void Create(const NewPractice& wanted, const CommonOptions& options)
     const std::string& practice = wanted.path;
     const bool isShared = !wanted.group.empty();
     CheckPracticeText(practice);
-    if (PracticePath(practice).empty())
-        throw CommandError(Exit::CannotOpen, "NO_SERVER_DRIVER", "this build makes practices in files only",
-                           "Give a path.");
+    if (isShared && PracticePath(practice).empty())
+        throw CommandError(Exit::BadInput, "BAD_ARGUMENTS", "--group: a practice on a server is no file",
+                           "The server's administrator says who uses the database.");
     UseYear(options);
     NeedCiphers(); // before anything is made
     if (isShared)
@@ -68,9 +68,8 @@ void Create(const NewPractice& wanted, const CommonOptions& options)
             Cellar::CConnection::Open(CString(practice), isShared ? Creation::ForGroup : Creation::IfMissing));
         RequireEmptyPlace(Quarry::GetConnection(), practice);
         // One transaction: killed half-way, the file holds nothing and the next creation succeeds.
-        Quarry::CTransaction transaction;
-        Quarry::GetConnection().LockTable("BRIXSchema");      // whoever creates at the same time waits here ...
-        RequireEmptyPlace(Quarry::GetConnection(), practice); // ... and finds that it is done, with the other's key
+        Quarry::CTransaction transaction(Cellar::Intent::Write); // whoever creates at the same time waits here ...
+        RequireEmptyPlace(Quarry::GetConnection(), practice);    // ... and finds that it is done, with the other's key
         Shellkit::SetPracticeKey(
             MakeKey(practice, isShared ? Shellkit::KeyReaders::Group : Shellkit::KeyReaders::Owner));
         Brix::CreateSchema(Quarry::GetConnection());
@@ -82,15 +81,16 @@ void Create(const NewPractice& wanted, const CommonOptions& options)
     } catch (const Cellar::DatabaseError& error) {
         throw FromDatabaseError(error);
     }
-    const Json result{{"practice", practice},
+    const Json result{{"practice", PracticeName(practice)},
                       {"schema", Brix::kSchemaVersion},
                       {"clients", CountRows("SELECT COUNT(*) FROM [BRIXClient]")},
                       {"partnerships", CountRows("SELECT COUNT(*) FROM [BRIXPartnership]")}};
     if (options.json)
         PrintJson(result);
     else
-        PrintLine("Made %s: %d clients, %d partnerships. Its key is in %s: keep the two together.", practice,
-                  result["clients"].get<int>(), result["partnerships"].get<int>(), KeyPath(practice));
+        PrintLine("Made %s: %d clients, %d partnerships. Its key is in %s: keep the two together.",
+                  PracticeName(practice), result["clients"].get<int>(), result["partnerships"].get<int>(),
+                  KeyPath(practice));
 }
 
 std::vector<Brix::Fault> FaultsOf(const std::string& practice, const CommonOptions& options)
@@ -117,7 +117,7 @@ Exit Check(const std::string& practice, const CommonOptions& options)
             list.push_back({{"table", fault.table}, {"id", fault.id}, {"fault", fault.fault}});
         PrintJson({{"ok", faults.empty()}, {"schema", Brix::kSchemaVersion}, {"faults", list}});
     } else if (faults.empty()) {
-        PrintLine("%s: nothing wrong.", practice);
+        PrintLine("%s: nothing wrong.", PracticeName(practice));
     } else {
         TextTable table({"Table", "Row", "Fault"});
         for (const auto& fault : faults)
@@ -217,6 +217,9 @@ void Options(const std::string& practice, const std::vector<std::string>& assign
 void MakeBackup(const std::string& practice, const std::string& file, const CommonOptions& options)
 {
     CheckPracticeText(file);
+    if (PracticePath(practice).empty())
+        throw CommandError(Exit::Refused, "NO_BACKUP", "a practice on a server is backed up by the server's own tools",
+                           "Ask its administrator for a backup, and keep a copy of the key file.");
     const PracticeSession session(practice, options, Login::IfGiven, Key::Examined);
     if (session.GetKeyProblem())
         std::fprintf(stderr, "morv: %s\n", Printable(session.GetKeyProblem()->what()).c_str());
@@ -243,7 +246,9 @@ void AddPracticeCommands(CLI::App& app, Program& program)
     auto assignments = std::make_shared<std::vector<std::string>>();
 
     CLI::App* create = practice->add_subcommand("create", "Make a practice in a new file");
-    create->add_option("practice", wanted->path, "Path of the new practice")->required()->check(NoJournal());
+    create->add_option("practice", wanted->path, "Path of the new practice, or an empty database of a server")
+        ->required()
+        ->check(NoJournal());
     create->add_option("--group", wanted->group, "Group of this computer that shares the practice")->check(NotEmpty());
     CLI::Option* isSample = create->add_flag("--sample", wanted->sample, "With sample clients and users");
     create->add_option("--clients", wanted->clients, "Number of sample clients (12)")

@@ -8,6 +8,7 @@
 #include "Brix/PracticeKey.h"
 #include "Brix/Schema.h"
 #include "Cellar/Connection.h"
+#include "Cellar/ConnectionText.h"
 #include "MorvUt/MorvUt.h"
 #include "MorvUt/StartUp.h"
 #include "Output.h"
@@ -32,11 +33,12 @@ Brix::SchemaVersion CheckSchema(const std::string& practice)
         Brix::UpgradeSchema(Quarry::GetConnection());
         break;
     case Brix::SchemaState::NotAPractice:
-        throw CommandError(Exit::CannotOpen, "NOT_A_PRACTICE", Quoted(practice) + " is a database, but not a practice",
+        throw CommandError(Exit::CannotOpen, "NOT_A_PRACTICE",
+                           Quoted(PracticeName(practice)) + " is a database, but not a practice",
                            "Name a practice, or make one with morv practice create.");
     case Brix::SchemaState::Newer:
         throw CommandError(Exit::CannotOpen, "NEWER_SCHEMA",
-                           Quoted(practice) + " has schema " + std::to_string(version.version) +
+                           Quoted(PracticeName(practice)) + " has schema " + std::to_string(version.version) +
                                ", this program reads up to " + std::to_string(Brix::kSchemaVersion),
                            "Update this program.");
     }
@@ -51,7 +53,7 @@ void KeepPrivate()
 
 /// Takes the key into use, or says why not.
 std::optional<CommandError> LoadKey(const std::string& practice, const Brix::SchemaVersion& version)
-{
+try {
     const std::string path = KeyPath(practice), file = PracticePath(practice);
     const auto key = Shellkit::ReadKeyFile(path, file);
     if (!key || !Shellkit::SetPracticeKey(*key))
@@ -60,8 +62,13 @@ std::optional<CommandError> LoadKey(const std::string& practice, const Brix::Sch
         return std::nullopt;
     Shellkit::SetPracticeKey({});
     return CommandError(Exit::CannotOpen, "WRONG_PRACTICE_KEY",
-                        "the key beside the practice is not its own: " + Quoted(path),
-                        "Put the key file that was made with the practice beside it.");
+                        (file.empty() ? "the key that is named is not the practice's own: "
+                                      : "the key beside the practice is not its own: ") +
+                            Quoted(path),
+                        file.empty() ? "Name the key file that was made with the practice."
+                                     : "Put the key file that was made with the practice beside it.");
+} catch (const CommandError& error) { // no key file is named
+    return error;
 }
 
 void LogIn(const std::string& user, Login login)
@@ -101,24 +108,38 @@ void CheckPracticeText(const std::string& practice)
 {
     if (HasControlCharacters(practice))
         throw CommandError(Exit::BadInput, "BAD_ARGUMENTS",
-                           "practice: the name " + Quoted(practice) + " holds control characters",
+                           "practice: the name " + Quoted(PracticeName(practice)) + " holds control characters",
                            "Name the practice's file.");
     if (!Afx::IsUtf8(practice))
-        throw CommandError(Exit::BadInput, "BAD_ARGUMENTS", "practice: the name " + Quoted(practice) + " is not UTF-8",
+        throw CommandError(Exit::BadInput, "BAD_ARGUMENTS",
+                           "practice: the name " + Quoted(PracticeName(practice)) + " is not UTF-8",
                            "Rename the file first.");
 }
 
 std::string PracticePath(const std::string& practice)
 {
-    const auto hasScheme = [&practice](std::string_view scheme) {
-        return Afx::EqualNoCase(std::string_view(practice).substr(0, scheme.size()), scheme);
-    };
-    if (hasScheme("odbc:"))
+    constexpr std::string_view kEmbedded = "sqlite:";
+    if (Cellar::ServerText::Is(practice))
         return {};
-    return hasScheme("sqlite:") ? practice.substr(7) : practice;
+    const bool isNamed = Afx::EqualNoCase(std::string_view(practice).substr(0, kEmbedded.size()), kEmbedded);
+    return isNamed ? practice.substr(kEmbedded.size()) : practice;
 }
 
-std::string KeyPath(const std::string& practice) { return PracticePath(practice) + ".key"; }
+std::string PracticeName(const std::string& practice)
+{
+    return Cellar::ServerText::Is(practice) ? Cellar::ServerText(practice).GetShown() : practice;
+}
+
+std::string KeyPath(const std::string& practice)
+{
+    if (!Cellar::ServerText::Is(practice))
+        return PracticePath(practice) + ".key";
+    std::string path = Cellar::ServerText(practice).GetKeyFile();
+    if (path.empty())
+        throw CommandError(Exit::CannotOpen, "NO_PRACTICE_KEY", "no key file is named for the practice on the server",
+                           "Add KeyFile=PATH to its text, or set MORVUT_KEY_FILE.");
+    return path;
+}
 
 CommandError FromDatabaseError(const std::exception& error)
 {

@@ -73,8 +73,12 @@ void NeedCiphers();
 /// What a user gives for a practice. Throws CommandError for control characters, which could forge a message, and for
 /// bytes that are not UTF-8: in messages, logs and JSON they would name another file.
 void CheckPracticeText(const std::string& practice);
+/// The practice as it may be shown: without a server's password.
+std::string PracticeName(const std::string& practice);
 /// The file behind a practice text: "sqlite:path" (in any case) or a bare path; empty for a server.
 std::string PracticePath(const std::string& practice);
+/// The key beside that file, or the one that a server's text or the environment names. Throws CommandError when none
+/// does.
 std::string KeyPath(const std::string& practice);
 
 /// What the database refused, as an error of the command.

@@ -28,7 +28,9 @@ namespace
 using namespace Morv;
 
 constexpr char kFooter[] =
-    R"(PRACTICE is the path of a practice (or sqlite:PATH). A year is the one in which the tax year ends, 2018, or 2017/18.
+    R"(PRACTICE is the path of a practice (or sqlite:PATH), or one on a server:
+odbc:Driver=PostgreSQL Unicode;Servername=HOST;Database=NAME;UID=USER;PasswordFile=PATH;KeyFile=PATH.
+A year is the one in which the tax year ends, 2018, or 2017/18.
 Exit codes: 0 done; 1 refused, or errors were reported; 2 bad arguments or input; 3 the practice cannot be opened or
 written; 4 HMRC cannot be reached.)";
 

@@ -10,3 +10,4 @@
 #include "Brix/Records.h"
 #include "Brix/RowOf.h"
 #include "Brix/Schema.h"
+#include "Brix/Subjects.h"

@@ -98,6 +98,7 @@ public:
             Try(table->sqlName, [&] { CheckParents(*table); });
             Try(table->sqlName, [&] { CheckCopies(*table); });
             Try(table->sqlName, [&] { CheckValues(*table); });
+            Try(table->sqlName, [&] { CheckSequence(*table); });
         }
         for (const Unique& unique : Uniques()) {
             if (IsWhole(unique.table()))
@@ -271,6 +272,17 @@ private:
         for (const auto& row : twice.rows)
             Add(CSourceDefaultTask::Declaration(), row[0],
                 "the default task of type " + Cellar::ToText(row[1]).Str() + " stands twice");
+    }
+
+    /// Rows that came with an id of their own may have outrun those that are given out.
+    void CheckSequence(const Table& table)
+    {
+        const Column* const counted = table.GetCounted();
+        const SqlText statement = counted ? m_dialect.SequenceIsBehind(table.sqlName, counted->name) : SqlText();
+        if (statement.IsEmpty())
+            return;
+        for (const auto& row : m_connection.Query(statement, {}).rows)
+            Add(table, row[0], "new rows would get ids that rows have already: the sequence of ids is behind");
     }
 
     /// Where the database takes any value in any column: those that do not read as their type.

@@ -19,7 +19,7 @@ struct Fault
     std::string fault;
 };
 /// The file's own integrity, missing tables and columns, rows without their parent, copied keys that differ, staging
-/// keys that stand twice, unreadable dates and amounts.
+/// keys that stand twice, unreadable dates and amounts, sequences of ids that are behind their rows.
 BRIX_API std::vector<Fault> CheckPractice(Cellar::CConnection& connection);
 
 } // namespace Brix

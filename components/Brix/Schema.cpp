@@ -72,12 +72,20 @@ std::string DefaultOf(const Dialect& dialect, const Column& column)
     return value.empty() ? value : " DEFAULT " + value;
 }
 
+/// Of the column whose ids a sequence counts: rows of other programs get theirs of it too.
+std::string CountedDefault(const Dialect& dialect, const Table& table)
+{
+    const std::string value = dialect.SequenceDefault(table.sqlName);
+    return value.empty() ? value : " DEFAULT " + value;
+}
+
 std::string ColumnText(const Dialect& dialect, const Table& table, const Column& column)
 {
     const bool inKey = IsInKey(table, column.name) && !table.keyMayBeNull;
     const bool isWholeKey = inKey && Afx::EqualNoCase(table.key, column.name);
     return Name(dialect, column.name) + " " + TypeOf(dialect, table, column) +
-           (column.identity ? dialect.Identity() : "") + (inKey ? " NOT NULL" : "") + DefaultOf(dialect, column) +
+           (column.identity ? dialect.Identity() : "") + (inKey ? " NOT NULL" : "") +
+           (&column == table.GetCounted() ? CountedDefault(dialect, table) : DefaultOf(dialect, column)) +
            (isWholeKey ? " PRIMARY KEY" : "");
 }
 
@@ -93,7 +101,8 @@ std::string Index(const Dialect& dialect, const Table& table, const char* column
 
 std::string CreateTable(const Dialect& dialect, const Table& table)
 {
-    std::string text = "CREATE TABLE " + Name(dialect, table.sqlName) + " (";
+    std::string text = (table.GetCounted() ? dialect.CreateSequence(table.sqlName) : std::string()) + "CREATE TABLE " +
+                       Name(dialect, table.sqlName) + " (";
     const char* before = "\n    ";
     for (const Column& column : table.columns) {
         text += before + ColumnText(dialect, table, column);
@@ -256,6 +265,17 @@ SchemaVersion ReadSchemaVersion(Cellar::CConnection& connection)
     return read;
 }
 
+void PutIdsBehindRows(Cellar::CConnection& connection)
+{
+    const Dialect& dialect = connection.GetDialect();
+    std::string script;
+    for (const Table* const table : AllTables())
+        if (const Column* const counted = table->GetCounted(); counted && dialect.IdsOfSequence() > 0)
+            script += dialect.MoveSequence(table->sqlName, counted->name) + ";\n";
+    if (!script.empty())
+        connection.Script(script);
+}
+
 void UpgradeSchema(Cellar::CConnection& connection)
 {
     Cellar::CTransaction transaction(connection, Cellar::Intent::Write);
@@ -271,6 +291,7 @@ void UpgradeSchema(Cellar::CConnection& connection)
             UpgradeScript(connection.GetDialect(), Detail::ReadCatalog(connection), version.version);
         !script.empty())
         connection.Script(script);
+    PutIdsBehindRows(connection);
     if (version.state == SchemaState::Older)
         connection.ExecuteDirectf("UPDATE [BRIXSchema] SET [nVersion] = %d", kSchemaVersion);
     transaction.Commit();

@@ -28,6 +28,10 @@ BRIX_API std::string SchemaScript(const Cellar::Dialect& dialect);
 /// the practice's own. Throws Cellar::DatabaseError (Other) when a practice is there already.
 BRIX_API void CreateSchema(Cellar::CConnection& connection);
 
+/// On a server: from now on new ids stand behind those of the rows that are there, whoever put them in (a copy). The
+/// embedded database sees to it by itself.
+BRIX_API void PutIdsBehindRows(Cellar::CConnection& connection);
+
 enum class SchemaState
 {
     Current,

@@ -4,6 +4,7 @@
 
 #include "Cellar/BufferedRowList.h"
 #include "Cellar/Connection.h"
+#include "Cellar/ConnectionText.h"
 #include "Cellar/DatabaseError.h"
 #include "Cellar/Dialect.h"
 #include "Cellar/RowCursor.h"

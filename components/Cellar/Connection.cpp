@@ -76,7 +76,7 @@ void CConnection::LockTable(const SqlText& table)
 
 void CConnection::SetBusyTimeout(unsigned milliseconds) { m_state->driver->SetBusyTimeout(milliseconds); }
 
-void CConnection::Begin(Intent intent)
+void CConnection::Begin(Intent intent, const Subject& subject)
 {
     State& state = *m_state;
     if (intent == Intent::Read)
@@ -84,7 +84,7 @@ void CConnection::Begin(Intent intent)
     else
         state.Reporting("BEGIN", [&] {
             state.driver->GetSessionId(); // it may write, in a transaction of its own
-            state.levels.BeginWrite();
+            state.levels.BeginWrite(subject);
         });
 }
 

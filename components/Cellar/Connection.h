@@ -36,6 +36,23 @@ enum class Intent : bool
     Write // the lock is taken before anything is read, so that what is read still holds when it is written
 };
 
+/// What a transaction with the intent to write reads and writes: the practice, or all that belongs to one row (a
+/// client). On a server two that name different rows do not wait for each other, and whoever names none waits for
+/// everybody. The embedded database has one lock for all.
+struct Subject
+{
+    int table = 0; // its number, 1 to 65535; 0: the practice
+    long id = 0;
+    bool IsPractice() const noexcept { return table == 0; }
+};
+
+/// How the rows of a result come from a server.
+enum class Reading : bool
+{
+    Whole,  // at once, with the statement: for results that are kept anyway
+    InParts // some at a time, however many there are: bounded memory, and one round trip more
+};
+
 /// One open connection. Statements are T-SQL; each %s (text), %d (int, short), %ld (long), %I64d (__int64), %b
 /// (binary), %t (date-time or date), %m (amount), %f (double) becomes a bound parameter, never pasted text; '%s' in
 /// quotes means %s; %% is a per cent sign. Number, type and range of the arguments are checked before anything is sent
@@ -46,7 +63,9 @@ enum class Intent : bool
 /// levels as they were: try again. Outside any level each statement is durable by itself. Used by one thread.
 ///
 /// When the engine ends the transaction by itself (disk full, connection lost), the levels stay counted for those who
-/// opened them, but writes and commits on them are refused until all have been rolled back.
+/// opened them, but writes and commits on them are refused until all have been rolled back. PostgreSQL spoils the
+/// innermost level when one of its statements fails, but for an INSERT: statements and its commit are refused until it
+/// has been rolled back, the levels around it are whole. On a lost connection everything is refused (LostConnection).
 class CELLAR_API CConnection
 {
     struct State;
@@ -54,8 +73,9 @@ class CELLAR_API CConnection
 public:
     using Create = Cellar::Create;
 
-    /// Opens what the text names: `sqlite:path` or a bare path. Throws DatabaseError (CannotOpen, ReadOnly) with a
-    /// message that says what is wrong and how to mend it.
+    /// Opens what the text names: `sqlite:path` or a bare path, or a server's database that is there, with `odbc:` (see
+    /// ConnectionText.h). Throws DatabaseError (CannotOpen, ReadOnly) with a message that says what is wrong and how to
+    /// mend it.
     static std::unique_ptr<CConnection> Open(const CString& connectionText, Create create = Create::No);
     ~CConnection();
     CConnection(const CConnection&) = delete;
@@ -92,7 +112,7 @@ public:
 
     // Transactions. A level that is not committed is rolled back; the outermost commit makes it durable.
     // A level begun with the intent to write that is refused as busy is not open.
-    void Begin(Intent intent = Intent::Read);
+    void Begin(Intent intent = Intent::Read, const Subject& subject = {});
     void Commit();              // nothing when no level is open
     void Rollback();            // the innermost level; nothing when no level is open
     void RollbackTo(int level); // this level and all within it, whatever the engine says; nothing when it is not open
@@ -132,7 +152,8 @@ public:
 
     /// Copies the database, as it is at one moment, into a file that is new or empty. It only reads: neither does it
     /// wait for whoever writes, nor do they for it. Not within levels that have begun. It throws, too, once a
-    /// signal waits that an Afx::SignalGuard holds back. What was copied when it throws stays.
+    /// signal waits that an Afx::SignalGuard holds back. What was copied when it throws stays. A server refuses it:
+    /// its own tools make backups.
     void CopyTo(const std::string& file);
 
     /// Told of each statement of Execute that changed something, in T-SQL, unless suspended; null removes the hook.

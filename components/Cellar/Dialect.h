@@ -68,6 +68,19 @@ public:
     virtual std::string Default(std::string_view tsql) const = 0;
     /// What follows the type of a column that the database counts up by itself when it is left out; may be empty.
     virtual const char* Identity() const noexcept = 0;
+    /// How many ids one number of a table's sequence stands for: itself and those behind it; 0 where ids are counted in
+    /// a row, since the database has no sequences.
+    static constexpr long kBlock = 32;
+    virtual long IdsOfSequence() const noexcept = 0;
+    /// The statements that make the sequence of a table, and the default of the column that it counts.
+    virtual std::string CreateSequence(std::string_view table) const = 0;
+    virtual std::string SequenceDefault(std::string_view table) const = 0;
+    /// A query for the first ids of as many blocks as its one argument (%ld) says.
+    virtual SqlText NextBlocks(std::string_view table) const = 0;
+    /// A query for the column's largest id, with a row only when the sequence would give ids that rows have already.
+    virtual SqlText SequenceIsBehind(std::string_view table, std::string_view column) const = 0;
+    /// Statements after which it gives ids that no row has.
+    virtual std::string MoveSequence(std::string_view table, std::string_view column) const = 0;
     /// A table that has rows may be given a column whose default is computed.
     virtual bool AddsComputedDefaults() const noexcept = 0;
     /// The statements that make a procedure which inserts its texts into these columns of a table.

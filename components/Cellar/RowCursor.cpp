@@ -22,11 +22,14 @@ struct CRowCursor::Walk
     std::vector<Value> row;
     std::vector<Value*> places; // in the row
     bool isOnRow = false;
-    bool isRead = false; // the row
+    bool isRead = false;  // the row
+    bool isGiven = false; // to somebody else
     bool isAtEnd = false;
 
     const std::vector<Value>& Row()
     {
+        if (isGiven)
+            throw DatabaseError(DatabaseError::Category::Other, "", "the row was read before", "");
         if (!isRead)
             state->Reporting(statement.GetText(), [&] { Read(); });
         isRead = true;
@@ -46,13 +49,13 @@ private:
     }
 };
 
-CRowCursor::CRowCursor(CConnection& connection, const SqlText& statement, std::vector<Value> values)
+CRowCursor::CRowCursor(CConnection& connection, const SqlText& statement, std::vector<Value> values, Reading reading)
 {
     connection.m_state->Reporting(statement.View(), [&] {
         m_walk = std::make_unique<Walk>(connection.m_state, statement.View(), std::move(values));
         if (m_walk->statement.GetPrepared().effect != Effect::Read)
             throw DatabaseError(DatabaseError::Category::Syntax, "", "a cursor walks over a statement that reads", "");
-        m_walk->statement->Open(m_walk->values);
+        m_walk->statement->Open(m_walk->values, reading);
     });
 }
 
@@ -63,7 +66,7 @@ CRowCursor& CRowCursor::operator=(CRowCursor&& other) noexcept = default;
 bool CRowCursor::Next()
 {
     Walk& walk = *m_walk;
-    walk.isOnRow = walk.isRead = false;
+    walk.isOnRow = walk.isRead = walk.isGiven = false;
     if (walk.isAtEnd)
         return false;
     walk.isOnRow = walk.state->Reporting(walk.statement.GetText(), [&] { return walk.statement->Step(); });
@@ -83,6 +86,12 @@ CRowCursor::Walk& CRowCursor::OnRow() const
 void CRowCursor::ReadInto(std::span<Value* const> row)
 {
     Walk& walk = OnRow();
+    if (walk.isRead) { // some drivers give each value once
+        for (std::size_t i = 0; i < row.size(); ++i)
+            *row[i] = walk.row.at(i);
+        return;
+    }
+    walk.isGiven = true;
     walk.state->Reporting(walk.statement.GetText(), [&] { walk.statement->Read(row); });
 }
 

@@ -23,7 +23,8 @@ namespace Cellar
 class CELLAR_API CRowCursor : public RowReader<CRowCursor>
 {
 public:
-    CRowCursor(CConnection& connection, const SqlText& statement, std::vector<Value> values);
+    CRowCursor(CConnection& connection, const SqlText& statement, std::vector<Value> values,
+               Reading reading = Reading::InParts);
     template<class... Args>
     CRowCursor(CConnection& connection, const SqlText& statement, const Args&... args)
         : CRowCursor(connection, statement, std::vector<Value>{Value(args)...})
@@ -37,7 +38,8 @@ public:
     const Value& Get(std::string_view column) const;
     const Value& Get(int position) const;
 
-    /// Puts the current row's first columns where the pointers lead. Throws as Get.
+    /// Puts the current row's first columns where the pointers lead. Throws as Get, which may come before it, but not
+    /// behind it.
     void ReadInto(std::span<Value* const> row);
 
 private:

@@ -7,9 +7,10 @@
 namespace Cellar
 {
 
-CTransaction::CTransaction(CConnection& connection, Intent intent) : m_connection(connection.Watch()), m_level(0)
+CTransaction::CTransaction(CConnection& connection, Intent intent, const Subject& subject)
+    : m_connection(connection.Watch()), m_level(0)
 {
-    connection.Begin(intent);
+    connection.Begin(intent, subject);
     m_level = connection.GetLevel();
 }
 

@@ -16,7 +16,7 @@ class CELLAR_API CTransaction
 {
 public:
     /// Throws DatabaseError (Busy) when the lock that Intent::Write asks for is not given; no level is open then.
-    explicit CTransaction(CConnection& connection, Intent intent = Intent::Read);
+    explicit CTransaction(CConnection& connection, Intent intent = Intent::Read, const Subject& subject = {});
     ~CTransaction();
     CTransaction(const CTransaction&) = delete;
     CTransaction& operator=(const CTransaction&) = delete;

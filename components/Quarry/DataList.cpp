@@ -90,7 +90,7 @@ bool CDataList::Open(std::initializer_list<Where> where, std::initializer_list<S
     Cellar::CConnection& connection = Connection();
     Detail::Selection selection(*m_table);
     selection.Read(where, sort, take, true, connection.GetDialect());
-    Cellar::CRowCursor cursor(connection, selection.GetStatement(), selection.GetValues());
+    Cellar::CRowCursor cursor(connection, selection.GetStatement(), selection.GetValues(), Cellar::Reading::Whole);
     Detail::RowPlaces places(*m_table, selection.GetPositions());
     std::vector<Entry> rows;
     while (cursor.Next()) {
@@ -111,7 +111,7 @@ long CDataList::Count(std::initializer_list<Where> where) const
 {
     Detail::Selection selection(*m_table);
     selection.Count(where);
-    Cellar::CRowCursor cursor(Connection(), selection.GetStatement(), selection.GetValues());
+    Cellar::CRowCursor cursor(Connection(), selection.GetStatement(), selection.GetValues(), Cellar::Reading::Whole);
     cursor.Next();
     return cursor.GetLong(0);
 }
@@ -346,7 +346,7 @@ Row CDataList::Whole(const Entry& entry) const
     SqlText statement = SqlText("SELECT ") + text.allColumns + text.from;
     std::vector<Value> values;
     AppendIdentity(statement, values, stored);
-    Cellar::CRowCursor cursor(Connection(), statement, std::move(values));
+    Cellar::CRowCursor cursor(Connection(), statement, std::move(values), Cellar::Reading::Whole);
     if (!cursor.Next())
         ThrowChanged(stored);
     Row row(*m_table);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <optional>
 #include <stdexcept>
@@ -71,8 +72,35 @@ Detail::IdBlock& BlockOf(const Table& table, Cellar::CConnection& connection, lo
         last = TakeIds(connection, table, count = 1);
     if (!last)
         ThrowNoneLeft(table);
-    block = {*last - count + 1, count, connection.GetEpoch()};
+    block = {*last - count + 1, count, connection.GetEpoch(), {}};
     return block;
+}
+
+/// On servers. Sequences stand outside of transactions: no rollback takes a block back, and nobody waits for it.
+Detail::IdBlock& SequenceBlockOf(const Table& table, Cellar::CConnection& connection, long wanted)
+{
+    const Cellar::Dialect& dialect = connection.GetDialect();
+    const long inBlock = dialect.IdsOfSequence();
+    Detail::IdBlock& block = Detail::CompanionOf(connection).idBlocks[&table];
+    const long there = block.left + static_cast<long>(block.further.size()) * inBlock;
+    if (there < wanted) {
+        const long blocks = (wanted - there + inBlock - 1) / inBlock;
+        const Cellar::RowSet set = connection.Queryf(dialect.NextBlocks(table.sqlName), blocks);
+        for (const auto& row : set.rows)
+            block.further.push_back(Cellar::ToLong(row.at(0)));
+        std::sort(block.further.begin(), block.further.end(), std::greater<>());
+    }
+    if (block.left == 0) {
+        block.next = block.further.back();
+        block.left = static_cast<long>(std::min<std::int64_t>(inBlock, kLargest - block.next + 1));
+        block.further.pop_back();
+    }
+    return block;
+}
+
+bool HasSequences(const Cellar::CConnection& connection) noexcept
+{
+    return connection.GetDialect().IdsOfSequence() > 0;
 }
 
 } // namespace
@@ -83,6 +111,11 @@ long NewId(const Table& table, Cellar::CConnection& connection)
 {
     CheckMayTake(table, connection);
     const Cellar::SuspendDirectSQLEvents quiet(connection);
+    if (HasSequences(connection)) {
+        Detail::IdBlock& block = SequenceBlockOf(table, connection, 1);
+        --block.left;
+        return block.next++;
+    }
     if (connection.GetLevel() == 0) {
         Cellar::CTransaction transaction(connection, Cellar::Intent::Write);
         const std::optional<long> id = TakeIds(connection, table, 1);
@@ -102,7 +135,10 @@ void ReserveIds(const Table& table, long count, Cellar::CConnection& connection)
     if (connection.GetLevel() == 0)
         throw std::logic_error(std::string(table.sqlName) + ": ids are reserved outside a transaction");
     const Cellar::SuspendDirectSQLEvents quiet(connection);
-    BlockOf(table, connection, count, std::max(count, kBlock));
+    if (HasSequences(connection))
+        SequenceBlockOf(table, connection, count);
+    else
+        BlockOf(table, connection, count, std::max(count, kBlock));
 }
 
 } // namespace Quarry

@@ -36,7 +36,8 @@ class CTransaction : public Cellar::CTransaction
 {
 public:
     using Cellar::CTransaction::CTransaction;
-    explicit CTransaction(Cellar::Intent intent = Cellar::Intent::Read) : Cellar::CTransaction(GetConnection(), intent)
+    explicit CTransaction(Cellar::Intent intent = Cellar::Intent::Read, const Cellar::Subject& subject = {})
+        : Cellar::CTransaction(GetConnection(), intent, subject)
     {}
 };
 

@@ -25,4 +25,10 @@ const Column* Table::Find(std::string_view name) const noexcept
     return found == columns.end() ? nullptr : &*found;
 }
 
+const Column* Table::GetCounted() const noexcept
+{
+    const Column* const column = Find(std::string_view(key));
+    return *className && column && column->type == Cellar::ColumnType::Int ? column : nullptr;
+}
+
 } // namespace Quarry

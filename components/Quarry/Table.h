@@ -47,6 +47,9 @@ struct QUARRY_API Table
     /// Null when there is no such column; names ignore case.
     const Column* Find(int ordinal) const noexcept;
     const Column* Find(std::string_view name) const noexcept;
+    /// The column that new ids are counted for; null when rows are not told apart by one number, and for tables that
+    /// statements reach only.
+    const Column* GetCounted() const noexcept;
 };
 
 } // namespace Quarry

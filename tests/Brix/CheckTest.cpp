@@ -29,11 +29,33 @@ protected:
             "INSERT INTO SourceTask (SourceID, TypeID, DueDate) VALUES (9, 1, '2024-01-31T00:00:00');"
             "INSERT INTO BRIXOptions (lID) VALUES (1);");
     }
+    /// The statements that spoil the sound practice, and where which fault is found then.
+    static void ExpectFound(std::initializer_list<std::tuple<const char*, const char*, long, const char*>> rows)
+    {
+        EXPECT_EQ(Brix::CheckPractice(Quarry::GetConnection()).size(), 0U) << "the practice fits together before";
+        for (const auto& [sql, table, id, fault] : rows) {
+            SCOPED_TRACE(sql);
+            const Quarry::CTransaction undone;
+            Sql(sql);
+            const std::vector<Fault> faults = Brix::CheckPractice(Quarry::GetConnection());
+            ASSERT_EQ(faults.size(), 1U);
+            EXPECT_EQ(faults[0].table, table);
+            EXPECT_EQ(faults[0].id, id);
+            EXPECT_NE(faults[0].fault.find(fault), std::string::npos) << faults[0].fault;
+        }
+    }
 };
 
-TEST_F(CheckPractice, FindsWhatDoesNotFit)
+ON_BOTH_DATABASES(CheckPractice);
+
+/// The file, and values that only its engine lets in.
+class CheckEmbedded : public CheckPractice
+{};
+INSTANTIATE_TEST_SUITE_P(Embedded, CheckEmbedded, testing::Values(::Test::Database::Embedded));
+
+TEST_P(CheckPractice, FindsWhatDoesNotFit)
 {
-    const std::tuple<const char*, const char*, long, const char*> rows[] = {
+    ExpectFound({
         {"UPDATE BRIXNewEmploy SET lTaxFormID = 99", "BRIXNewEmploy", 1, "does not exist: BRIXTaxForm 99"},
         {"UPDATE BRIXNewEmploy SET lTaxFormID = 0", "BRIXNewEmploy", 1, "has no parent"},
         {"UPDATE BRIXNewEmploy SET nYear = 2025", "BRIXNewEmploy", 1, "client or year differ"},
@@ -59,12 +81,6 @@ TEST_F(CheckPractice, FindsWhatDoesNotFit)
          " (7, 1, 1, 2024, 1050, '', 1), (8, 1, 1, 2024, 1050, 'P1', 1)",
          "BRIXPensionStateBenefits", 8, "pension from HMRC stands twice"},
         {"INSERT INTO BRIXOptions (lID) VALUES (2)", "BRIXOptions", 2, "row 1 only"},
-        {"UPDATE BRIXClient SET dtDeath = '2023-02-29' WHERE lID = 1", "BRIXClient", 1, "dtDeath: '2023-02-29' is no"},
-        {"UPDATE BRIXMTD_TaxYear SET dtFetched = '2025-01-31 25:00:00' WHERE lID = 1", "BRIXMTD_TaxYear", 1,
-         "dtFetched: '2025-01-31 25:00:00' is no date"},
-        {"UPDATE BRIXNewEmploy SET amtPay = 12.34", "BRIXNewEmploy", 1, "amtPay: '12.34' is no amount"},
-        {"UPDATE BRIXNewEmploy SET nOrdering = 'first'", "BRIXNewEmploy", 1, "nOrdering: 'first' is no whole"},
-        {"UPDATE BRIXNewEmploy SET lID = 4294967297", "BRIXNewEmploy", 0, "lID: '4294967297' is no whole"},
         {"INSERT INTO ClientEnquiry (lID, lClientID, nYear) VALUES (3, 1, 2024)", "ClientEnquiry", 3, "no description"},
         {"INSERT INTO SourceType (SourceTypeID) VALUES (1); INSERT INTO SourceDefaultTask (SourceTypeID, TypeID, "
          "DefaultTrackerID) VALUES (1, 2, NULL), (1, 2, NULL), (1, 2, 3), (1, 3, NULL)",
@@ -72,23 +88,44 @@ TEST_F(CheckPractice, FindsWhatDoesNotFit)
         {"DROP TABLE BRIXBank", "BRIXBank", 0, "the table is missing"},
         {"ALTER TABLE BRIXPlan DROP COLUMN nOrdering", "BRIXPlan", 0, "the column nOrdering is missing"},
         {"ALTER TABLE BRIXPlan DROP COLUMN nVersion", "BRIXPlan", 0, "the column nVersion is missing"},
-    };
-    EXPECT_EQ(Brix::CheckPractice(Quarry::GetConnection()).size(), 0U) << "the practice fits together before";
-    for (const auto& [sql, table, id, fault] : rows) {
-        SCOPED_TRACE(sql);
-        const Quarry::CTransaction undone;
-        Sql(sql);
-        const std::vector<Fault> faults = Brix::CheckPractice(Quarry::GetConnection());
-        ASSERT_EQ(faults.size(), 1U);
-        EXPECT_EQ(faults[0].table, table);
-        EXPECT_EQ(faults[0].id, id);
-        EXPECT_NE(faults[0].fault.find(fault), std::string::npos) << faults[0].fault;
-    }
+    });
     Sql("INSERT INTO BRIXTaxForm (lID, lClientID, nYear) VALUES (7, 1, 2024), (8, 1, 2024)");
     EXPECT_EQ(Brix::CheckPractice(Quarry::GetConnection()).size(), 2U) << "each that stands again is told once";
 }
 
-TEST_F(CheckPractice, FindsADamagedFile)
+TEST_P(CheckEmbedded, FindsValuesOfOtherTypes)
+{
+    ExpectFound({
+        {"UPDATE BRIXClient SET dtDeath = '2023-02-29' WHERE lID = 1", "BRIXClient", 1, "dtDeath: '2023-02-29' is no"},
+        {"UPDATE BRIXMTD_TaxYear SET dtFetched = '2025-01-31 25:00:00' WHERE lID = 1", "BRIXMTD_TaxYear", 1,
+         "dtFetched: '2025-01-31 25:00:00' is no date"},
+        {"UPDATE BRIXNewEmploy SET amtPay = 12.34", "BRIXNewEmploy", 1, "amtPay: '12.34' is no amount"},
+        {"UPDATE BRIXNewEmploy SET nOrdering = 'first'", "BRIXNewEmploy", 1, "nOrdering: 'first' is no whole"},
+        {"UPDATE BRIXNewEmploy SET lID = 4294967297", "BRIXNewEmploy", 0, "lID: '4294967297' is no whole"},
+    });
+}
+
+#ifdef MORVUT_HAS_TEST_SERVER
+class CheckServer : public CheckPractice
+{};
+ON_SERVER(CheckServer);
+
+TEST_P(CheckServer, FindsIdsThatWouldBeGivenTwice)
+{
+    auto& connection = Quarry::GetConnection();
+    connection.Script("INSERT INTO BRIXBank (lID) VALUES (1)"); // the sequence's next
+    const std::vector<Fault> faults = Brix::CheckPractice(connection);
+    ASSERT_EQ(faults.size(), 1U);
+    EXPECT_EQ(faults[0].table + " " + std::to_string(faults[0].id), "BRIXBank 1");
+    Brix::PutIdsBehindRows(connection);
+    EXPECT_EQ(Brix::CheckPractice(connection).size(), 0U);
+    connection.Script("INSERT INTO BRIXBank (strName) VALUES ('another program''s')");
+    EXPECT_EQ(Cellar::ToLong(Single("SELECT MAX(lID) FROM BRIXBank")), 2);
+    EXPECT_EQ(Quarry::NewId(Brix::CBank::Declaration()), 34) << "behind that one's block";
+}
+#endif
+
+TEST_P(CheckEmbedded, FindsADamagedFile)
 {
     for (int i = 0; i < 200; ++i)
         Quarry::GetConnection().ExecuteDirectf("INSERT INTO BRIXBank (strName) VALUES (%s)", std::string(300, 'x'));

@@ -96,8 +96,10 @@ private:
     int m_pipe[2] = {};
 };
 
+ON_BOTH_DATABASES(ManyProcesses);
+
 // MORVUT_SECONDS=60 for a minute.
-TEST_F(ManyProcesses, WriteOnePracticeAndLoseNothing)
+TEST_P(ManyProcesses, WriteOnePracticeAndLoseNothing)
 {
     std::vector<pid_t> workers(8);
     for (pid_t& worker : workers)
@@ -109,7 +111,7 @@ TEST_F(ManyProcesses, WriteOnePracticeAndLoseNothing)
     }
 }
 
-TEST_F(ManyProcesses, KilledAtAnyMomentLeaveASoundPractice)
+TEST_P(ManyProcesses, KilledAtAnyMomentLeaveASoundPractice)
 {
     const unsigned kills = ::Test::Setting("MORVUT_KILLS", 5) * 4;
     const unsigned seed = ::Test::Setting("MORVUT_SEED", std::random_device{}());

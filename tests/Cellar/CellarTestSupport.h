@@ -9,17 +9,14 @@
 #include <gtest/gtest.h>
 
 #include "Cellar/Cellar.h"
-#include "support/TestSupport.h"
+#include "support/Databases.h"
 
 using namespace Cellar;
 using Category = DatabaseError::Category;
 
 inline std::string PracticePath() { return ::Test::TempDir() + "/practice.db"; }
 
-inline std::unique_ptr<CConnection> OpenPractice()
-{
-    return CConnection::Open(PracticePath().c_str(), CConnection::Create::IfMissing);
-}
+inline std::unique_ptr<CConnection> OpenPractice() { return ::Test::OpenDatabase("practice.db"); }
 
 /// The error that `action` throws; fails the test, and gives an empty one of category Other, when there is none.
 template<class Action>

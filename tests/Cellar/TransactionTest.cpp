@@ -4,22 +4,28 @@
 #include "CellarTestSupport.h"
 #include "support/Case.h"
 
-class Transaction : public testing::Test
+class Transaction : public ::Test::OnDatabase
 {
 protected:
     void SetUp() override
     {
         connection = OpenPractice();
-        connection->Script("CREATE TABLE Note(lID INTEGER PRIMARY KEY, strText TEXT NOT NULL)");
+        ::Test::Declare(*connection, "CREATE TABLE Note(lID {Int} PRIMARY KEY, strText {Text} NOT NULL)");
         other = OpenPractice();
         other->SetBusyTimeout(0);
     }
 
     std::unique_ptr<CConnection> connection, other;
 };
+ON_BOTH_DATABASES(Transaction);
+
+/// What servers do otherwise.
+class EmbeddedTransaction : public Transaction
+{};
+INSTANTIATE_TEST_SUITE_P(Embedded, EmbeddedTransaction, testing::Values(::Test::Database::Embedded));
 
 /// B begin, C commit, R rollback; a digit writes that row. There are unsaved writes at '!', and none at '.'.
-TEST_F(Transaction, LevelsKeepWhatTheyShould)
+TEST_P(Transaction, LevelsKeepWhatTheyShould)
 {
     // out: ids that are there for another connection afterwards
     const ::Test::Case<const char*, const char*> cases[] = {
@@ -65,7 +71,7 @@ TEST_F(Transaction, LevelsKeepWhatTheyShould)
     }
 }
 
-TEST_F(Transaction, HoldsNoLockBeforeTheFirstWrite)
+TEST_P(Transaction, HoldsNoLockBeforeTheFirstWrite)
 {
     connection->Begin();
     EXPECT_EQ(Count(*connection), 0);
@@ -78,7 +84,7 @@ TEST_F(Transaction, HoldsNoLockBeforeTheFirstWrite)
     EXPECT_EQ(Count(*other), 3);
 }
 
-TEST_F(Transaction, TheIntentToWriteLocksBeforeAnythingIsRead)
+TEST_P(Transaction, TheIntentToWriteLocksBeforeAnythingIsRead)
 {
     {
         CTransaction transaction(*connection, Intent::Write);
@@ -94,13 +100,13 @@ TEST_F(Transaction, TheIntentToWriteLocksBeforeAnythingIsRead)
     EXPECT_EQ(Count(*other), 1);
     connection->Begin(); // a level that waits is made to begin by one inside it
     CTransaction inner(*connection, Intent::Write);
-    EXPECT_EQ(ErrorOf([&] { Insert(*other, 2); }).GetCategory(), Category::Busy);
+    EXPECT_EQ(ErrorOf([&] { CTransaction(*other, Intent::Write); }).GetCategory(), Category::Busy);
     inner.Rollback();
     connection->Rollback();
     Insert(*other, 2);
 }
 
-TEST_F(Transaction, StatementsStandAsideUntilItHasBegun)
+TEST_P(Transaction, StatementsStandAsideUntilItHasBegun)
 {
     connection->Begin();
     connection->Begin();
@@ -121,7 +127,7 @@ TEST_F(Transaction, StatementsStandAsideUntilItHasBegun)
     EXPECT_NO_THROW(CConnection::Aside{*connection});
 }
 
-TEST_F(Transaction, ABusyFirstWriteCanBeTriedAgain)
+TEST_P(EmbeddedTransaction, ABusyFirstWriteCanBeTriedAgain)
 {
     other->Begin();
     Insert(*other, 1);
@@ -142,7 +148,7 @@ TEST_F(Transaction, ABusyFirstWriteCanBeTriedAgain)
 }
 
 /// ON CONFLICT ROLLBACK ends the engine's transaction in the midst of a statement, as a full disk does.
-TEST_F(Transaction, NothingIsSavedOnLevelsThatTheEngineEnded)
+TEST_P(EmbeddedTransaction, NothingIsSavedOnLevelsThatTheEngineEnded)
 {
     connection->Begin();
     connection->Begin();
@@ -165,7 +171,7 @@ TEST_F(Transaction, NothingIsSavedOnLevelsThatTheEngineEnded)
 }
 
 /// As after an I/O error: the engine cannot undo the savepoint, and stays in its transaction.
-TEST_F(Transaction, EndsAlthoughASavepointCouldNotBeUndone)
+TEST_P(EmbeddedTransaction, EndsAlthoughASavepointCouldNotBeUndone)
 {
     int notices = 0;
     connection->OnRollback([&] { ++notices; });
@@ -183,7 +189,7 @@ TEST_F(Transaction, EndsAlthoughASavepointCouldNotBeUndone)
     }
 }
 
-TEST_F(Transaction, AFullDiskLosesNothingThatWasSaved)
+TEST_P(EmbeddedTransaction, AFullDiskLosesNothingThatWasSaved)
 {
     Insert(*connection, 1);
     CBufferedRowList(*connection, "PRAGMA max_page_count = 4");
@@ -199,7 +205,7 @@ TEST_F(Transaction, AFullDiskLosesNothingThatWasSaved)
     EXPECT_EQ(connection->GetLevel(), 0);
 }
 
-TEST_F(Transaction, ATableIsLockedWithinALevelOnly)
+TEST_P(Transaction, ATableIsLockedWithinALevelOnly)
 {
     EXPECT_EQ(ErrorOf([&] { connection->LockTable("Note"); }).GetCategory(), Category::Other);
     connection->Begin();
@@ -209,7 +215,7 @@ TEST_F(Transaction, ATableIsLockedWithinALevelOnly)
     Insert(*other, 1);
 }
 
-TEST_F(Transaction, ContendingConnectionsAllGetThrough)
+TEST_P(Transaction, ContendingConnectionsAllGetThrough)
 {
     connection->Script("CREATE TABLE Counter(nValue INTEGER); INSERT INTO Counter VALUES (0)");
     const auto countTo25 = [] {

@@ -17,10 +17,13 @@ protected:
     };
 };
 
-TEST_F(DataCursor, WalksOverWhatAListWouldLoad)
+ON_BOTH_DATABASES(DataCursor);
+
+TEST_P(DataCursor, WalksOverWhatAListWouldLoad)
 {
-    Sql("INSERT INTO BRIXTask (lID, strName, dtDue, amtPay) VALUES (1, 'a long name, which needs memory', NULL, 1), "
-        "(2, 'b', '2024-04-05T00:00:00', NULL), (3, 'c', NULL, 3)");
+    Sql("INSERT INTO BRIXTask (lID, strName, dtDue, amtPay) VALUES (1, 'a long name, which needs memory', NULL, %m), "
+        "(2, 'b', '2024-04-05T00:00:00', NULL), (3, 'c', NULL, %m)",
+        Kiln::CAmt(1), Kiln::CAmt(3));
     std::string names;
     for (Quarry::CCursor<CTask> task({Quarry::Where::AtLeast(kID, 1)}, {{kName, true}}); task.Next();)
         names += (task->GetName() + " " + task->Current().GetDate(kDue).FormatIso() + ";").Str();

@@ -23,7 +23,14 @@ protected:
     }
 };
 
-TEST_F(DataList, OrdersByWhatIsAskedThenByKey)
+ON_BOTH_DATABASES(DataList);
+
+/// Columns that take any value, and ids that a row counts.
+class EmbeddedDataList : public DataList
+{};
+INSTANTIATE_TEST_SUITE_P(Embedded, EmbeddedDataList, testing::Values(::Test::Database::Embedded));
+
+TEST_P(DataList, OrdersByWhatIsAskedThenByKey)
 {
     Sql("INSERT INTO BRIXTask (lID, strName, nYear) VALUES (4, 'b', 1), (3, 'A', 2), (2, 'a', 1), (1, NULL, 2), "
         "(5, 'C', 1)");
@@ -38,10 +45,11 @@ TEST_F(DataList, OrdersByWhatIsAskedThenByKey)
     Quarry::GetConnection().OnSent(nullptr);
 }
 
-TEST_F(DataList, TakesRowsThatFulfilAllConditions)
+TEST_P(DataList, TakesRowsThatFulfilAllConditions)
 {
-    Sql("INSERT INTO BRIXTask (lID, strName, lParentID, dtDue, amtPay) VALUES (1, 'Ann', 7, '2024-04-05', 10000), "
-        "(2, 'ANN', 8, NULL, 20000), (3, 'Bob''; --', 7, '2024-04-06', NULL), (4, NULL, NULL, NULL, NULL)");
+    Sql("INSERT INTO BRIXTask (lID, strName, lParentID, dtDue, amtPay) VALUES (1, 'Ann', 7, '2024-04-05', %m), "
+        "(2, 'ANN', 8, NULL, %m), (3, 'Bob''; --', 7, '2024-04-06', NULL), (4, NULL, NULL, NULL, NULL)",
+        Kiln::CAmt(10000), Kiln::CAmt(20000));
     EXPECT_EQ(Opened({{kParentID, 7}, {kName, "ann"}}), (Ids{1})) << "texts have no case";
     EXPECT_EQ(Opened({{kName, "Bob'; --"}}), (Ids{3})) << "what a user typed is bound";
     EXPECT_EQ(Opened({{kParentID, nullptr}}), (Ids{4})) << "null";
@@ -57,10 +65,11 @@ TEST_F(DataList, TakesRowsThatFulfilAllConditions)
     EXPECT_THROW(Where::In(kID, std::vector<long>(1001)), std::logic_error);
 }
 
-TEST_F(DataList, TakesRanges)
+TEST_P(DataList, TakesRanges)
 {
-    Sql("INSERT INTO BRIXTask (lID, strName, dtDue, amtPay) VALUES (1, 'a', '2024-04-05', 10000), "
-        "(2, 'B', '2024-04-06', 20000), (3, 'c', '2025-04-05', 30000), (4, NULL, NULL, NULL)");
+    Sql("INSERT INTO BRIXTask (lID, strName, dtDue, amtPay) VALUES (1, 'a', '2024-04-05', %m), "
+        "(2, 'B', '2024-04-06', %m), (3, 'c', '2025-04-05', %m), (4, NULL, NULL, NULL)",
+        Kiln::CAmt(10000), Kiln::CAmt(20000), Kiln::CAmt(30000));
     using Quarry::Where;
     const Kiln::CDate starts(2024, 4, 6), ends(2025, 4, 5);
     const ::Test::Case<Where, Ids> rows[] = {
@@ -87,7 +96,7 @@ TEST_F(DataList, TakesRanges)
     EXPECT_TRUE(list.IsNull(kDue)) << "a range leaves a choice";
 }
 
-TEST_F(DataList, ReadsChosenColumns)
+TEST_P(DataList, ReadsChosenColumns)
 {
     Sql("INSERT INTO BRIXTask (lID, strName, lParentID, nVersion) VALUES (1, 'a', 7, 5)");
     static std::string told;
@@ -110,7 +119,7 @@ TEST_F(DataList, ReadsChosenColumns)
     EXPECT_EQ(Count("FROM BRIXTask"), 2);
 }
 
-TEST_F(DataList, SavesManyRowsAtOnceOrNone)
+TEST_P(DataList, SavesManyRowsAtOnceOrNone)
 {
     static std::vector<long> told;
     told.clear();
@@ -153,7 +162,7 @@ TEST_F(DataList, SavesManyRowsAtOnceOrNone)
     EXPECT_EQ(Count("FROM BRIXTask WHERE strName = 'newer' AND nVersion = 2"), 1);
 }
 
-TEST_F(DataList, ReadsRowsOfOtherPrograms)
+TEST_P(EmbeddedDataList, ReadsRowsOfOtherPrograms)
 {
     Sql("INSERT INTO BRIXTask (lID, strName, dtDue, dtSeen, nYear, amtPay, nVersion) "
         "VALUES (1, 12, '2024-04-05T00:00:00', '2024-04-05', '2024', 12.0, NULL), "
@@ -175,7 +184,7 @@ TEST_F(DataList, ReadsRowsOfOtherPrograms)
     EXPECT_EQ(Count("FROM BRIXTask"), 1);
 }
 
-TEST_F(DataList, WritesOnlyWhatChanged)
+TEST_P(DataList, WritesOnlyWhatChanged)
 {
     CDataList list = Added({{kName, "before"}});
     Sql("UPDATE BRIXTask SET nYear = 2025"); // another program, which knows nothing of versions
@@ -193,7 +202,7 @@ TEST_F(DataList, WritesOnlyWhatChanged)
     EXPECT_EQ(Count("FROM BRIXTask WHERE amtPay IS NULL AND strName IS NULL"), 1);
 }
 
-TEST_F(DataList, RefusesARowThatAnotherUserChanged)
+TEST_P(DataList, RefusesARowThatAnotherUserChanged)
 {
     const auto other = Open();
     for (const bool deletes : {false, true}) {
@@ -210,7 +219,7 @@ TEST_F(DataList, RefusesARowThatAnotherUserChanged)
     }
 }
 
-TEST_F(DataList, NewRowsBelongToTheListAndAreForgottenUnsaved)
+TEST_P(DataList, NewRowsBelongToTheListAndAreForgottenUnsaved)
 {
     Sql("INSERT INTO BRIXTask (lID, lParentID) VALUES (1, 7)");
     {
@@ -231,7 +240,7 @@ TEST_F(DataList, NewRowsBelongToTheListAndAreForgottenUnsaved)
     EXPECT_EQ(Count("FROM BRIXTask"), 2);
 }
 
-TEST_F(DataList, CopiesARow)
+TEST_P(DataList, CopiesARow)
 {
     CDataList list = Added({{kName, "original"}});
     Save(list, {{kPay, Kiln::CAmt(5)}});
@@ -240,11 +249,11 @@ TEST_F(DataList, CopiesARow)
     EXPECT_NE(list.GetID(), original);
     Save(list, {{kName, "copy"}});
     Save(list, {{kYear, 2024}}); // as a row of its own version
-    EXPECT_EQ(Count("FROM BRIXTask WHERE amtPay = 5 AND strName = 'copy' AND nYear = 2024"), 1);
-    EXPECT_EQ(Count("FROM BRIXTask WHERE amtPay = 5 AND strName = 'original' AND nYear IS NULL"), 1);
+    EXPECT_EQ(Count("FROM BRIXTask WHERE amtPay = %m AND strName = 'copy' AND nYear = 2024", Kiln::CAmt(5)), 1);
+    EXPECT_EQ(Count("FROM BRIXTask WHERE amtPay = %m AND strName = 'original' AND nYear IS NULL", Kiln::CAmt(5)), 1);
 }
 
-TEST_F(DataList, StandsOnTheNextRowAfterADelete)
+TEST_P(DataList, StandsOnTheNextRowAfterADelete)
 {
     Sql("INSERT INTO BRIXTask (lID) VALUES (1), (2), (3)");
     CDataList list(kTask);
@@ -261,7 +270,7 @@ TEST_F(DataList, StandsOnTheNextRowAfterADelete)
     EXPECT_TRUE(list.MoveTo(0));
 }
 
-TEST_F(DataList, RefusesWhatACallerMustNotDo)
+TEST_P(DataList, RefusesWhatACallerMustNotDo)
 {
     CDataList list(kTask);
     EXPECT_THROW(list.Current(), std::logic_error) << "no row";
@@ -280,7 +289,7 @@ TEST_F(DataList, RefusesWhatACallerMustNotDo)
     EXPECT_TRUE(list.IsNull(50)) << "reading a gap is null";
 }
 
-TEST_F(DataList, TellsRowsApartByOtherKeys)
+TEST_P(DataList, TellsRowsApartByOtherKeys)
 {
     CDataList list = Added({{0, 5}, {1, 19}}, kLink);
     list.CopyRow();
@@ -294,7 +303,7 @@ TEST_F(DataList, TellsRowsApartByOtherKeys)
     EXPECT_EQ(Count("FROM Link"), 1);
 }
 
-TEST_F(DataList, GivesIdsThatNobodyHas)
+TEST_P(EmbeddedDataList, GivesIdsThatNobodyHas)
 {
     EXPECT_EQ(Quarry::NewId(kTask), 1);
     EXPECT_EQ(Quarry::NewId(kTask), 2) << "although no row took 1";
@@ -305,7 +314,7 @@ TEST_F(DataList, GivesIdsThatNobodyHas)
     EXPECT_THROW(Quarry::NewId(kLink), std::logic_error);
 }
 
-TEST_F(DataList, GivesIdsOfATransactionFromABlock)
+TEST_P(EmbeddedDataList, GivesIdsOfATransactionFromABlock)
 {
     int statements = 0;
     Quarry::GetConnection().OnSent([&](std::string_view) { ++statements; });
@@ -334,7 +343,7 @@ TEST_F(DataList, GivesIdsOfATransactionFromABlock)
     Quarry::Rollback();
 }
 
-TEST_F(DataList, GivesTheLastIdsOneByOne)
+TEST_P(EmbeddedDataList, GivesTheLastIdsOneByOne)
 {
     Sql("INSERT INTO BRIXTask (lID) VALUES (2147483645)");
     Quarry::CTransaction transaction(Cellar::Intent::Write);
@@ -345,7 +354,7 @@ TEST_F(DataList, GivesTheLastIdsOneByOne)
     EXPECT_EQ(Count("FROM BRIXNextID WHERE lNext = 2147483647"), 1) << "a refused take moves nothing";
 }
 
-TEST_F(DataList, GivesANewRowAnIdOfItsOwn)
+TEST_P(DataList, GivesANewRowAnIdOfItsOwn)
 {
     const long id = Added({{kParentID, 7}, {kYear, short{2024}}}).GetID();
     CDataList list(kTask);
@@ -356,5 +365,49 @@ TEST_F(DataList, GivesANewRowAnIdOfItsOwn)
     EXPECT_TRUE(list.IsNull(kParentID)) << "two values leave a choice";
     EXPECT_NO_THROW(list.Update());
 }
+
+#ifdef MORVUT_HAS_TEST_SERVER
+/// Ids that a sequence counts.
+class ServerDataList : public DataList
+{
+protected:
+    static void Move(long next) { Quarry::GetConnection().Queryf("SELECT setval('BRIXTask_ids', %ld, false)", next); }
+};
+ON_SERVER(ServerDataList);
+
+TEST_P(ServerDataList, GivesIdsOfBlocksThatEachSessionHasForItself)
+{
+    const auto other = Open();
+    EXPECT_EQ(Quarry::NewId(kTask), 1);
+    EXPECT_EQ(Quarry::NewId(kTask, *other), 33);
+    int statements = 0;
+    Quarry::GetConnection().OnSent([&](std::string_view) { ++statements; });
+    {
+        const Quarry::CTransaction undone;
+        EXPECT_EQ(Quarry::NewId(kTask), 2);
+    }
+    EXPECT_EQ(Quarry::NewId(kTask), 3) << "no rollback takes the block back, or makes it anybody else's";
+    EXPECT_EQ(statements, 0);
+    {
+        const Quarry::CTransaction level;
+        Quarry::ReserveIds(kTask, 100, Quarry::GetConnection());
+        EXPECT_EQ(statements, 1);
+        EXPECT_EQ(Quarry::NewId(kTask, *other), 34) << "neither waits";
+        for (int i = 0; i < 29; ++i)
+            Quarry::NewId(kTask);
+        EXPECT_EQ(Quarry::NewId(kTask), 65) << "behind the other's block";
+        for (int i = 1; i < 71; ++i)
+            EXPECT_EQ(Quarry::NewId(kTask), 65 + i);
+        EXPECT_EQ(statements, 1);
+    }
+    Quarry::GetConnection().OnSent(nullptr);
+    EXPECT_THROW(Quarry::NewId(kLink), std::logic_error);
+    Quarry::SetConnection(Open());
+    Move(2147483646);
+    EXPECT_EQ(Quarry::NewId(kTask), 2147483646);
+    EXPECT_EQ(Quarry::NewId(kTask), 2147483647);
+    EXPECT_THROW(Quarry::NewId(kTask), Cellar::DatabaseError);
+}
+#endif
 
 } // namespace

@@ -40,7 +40,9 @@ protected:
     }
 };
 
-TEST_F(Listeners, HearOfEachSavedChangeAtOnce)
+ON_BOTH_DATABASES(Listeners);
+
+TEST_P(Listeners, HearOfEachSavedChangeAtOnce)
 {
     Quarry::AddDataChangedListenerForInsert(kNumber, "BRIX", Hear);
     Quarry::AddDataChangedListenerForUpdate(kNumber, "BRIX", Hear);
@@ -59,7 +61,7 @@ TEST_F(Listeners, HearOfEachSavedChangeAtOnce)
     EXPECT_EQ(g_heard, (Heard{"none>a1", "a1>b1", "b1>none"}));
 }
 
-TEST_F(Listeners, HearOnlyWhatTheyAskedFor)
+TEST_P(Listeners, HearOnlyWhatTheyAskedFor)
 {
     Quarry::AddDataChangedListenerForInsert(kNumber + 1, "BRIX", Hear);
     Quarry::AddDataChangedListenerForInsert(kNumber, "OTHER", Hear);
@@ -73,7 +75,7 @@ TEST_F(Listeners, HearOnlyWhatTheyAskedFor)
     EXPECT_EQ(g_heard, (Heard{"also"}));
 }
 
-TEST_F(Listeners, MayBeAddedAndRemovedWhileOneIsCalled)
+TEST_P(Listeners, MayBeAddedAndRemovedWhileOneIsCalled)
 {
     for (const bool all : {false, true}) {
         g_heard.clear();
@@ -93,7 +95,7 @@ TEST_F(Listeners, MayBeAddedAndRemovedWhileOneIsCalled)
     }
 }
 
-TEST_F(Listeners, MayChangeDataThemselves)
+TEST_P(Listeners, MayChangeDataThemselves)
 {
     Quarry::AddDataChangedListenerForInsert(kNumber, "BRIX", Hear);
     g_then = [] { Added({{kName, "nested"}}); };

@@ -31,7 +31,9 @@ protected:
     int m_listener = 0;
 };
 
-TEST_F(Session, RollsBackALevelThatEndsWithoutCommit)
+ON_BOTH_DATABASES(Session);
+
+TEST_P(Session, RollsBackALevelThatEndsWithoutCommit)
 {
     {
         CTransaction outer;
@@ -47,7 +49,7 @@ TEST_F(Session, RollsBackALevelThatEndsWithoutCommit)
     EXPECT_EQ(Count("FROM BRIXTask"), 1);
 }
 
-TEST_F(Session, RollsBackInUnwindingThoughAListenerThrows)
+TEST_P(Session, RollsBackInUnwindingThoughAListenerThrows)
 {
     const int listener = Quarry::AddRollbackListener([] { throw std::runtime_error("cache"); });
     testing::internal::CaptureStderr();
@@ -66,7 +68,7 @@ TEST_F(Session, RollsBackInUnwindingThoughAListenerThrows)
     EXPECT_EQ(m_reloads, 1);
 }
 
-TEST_F(Session, OutlivesItsConnection)
+TEST_P(Session, OutlivesItsConnection)
 {
     CTransaction transaction;
     Quarry::SetConnection(Open()); // the one before was closed with its level open
@@ -76,7 +78,7 @@ TEST_F(Session, OutlivesItsConnection)
     Quarry::Rollback();
 }
 
-TEST_F(Session, CommitsTheInnermostLevelOnly)
+TEST_P(Session, CommitsTheInnermostLevelOnly)
 {
     CTransaction outer;
     {
@@ -88,7 +90,7 @@ TEST_F(Session, CommitsTheInnermostLevelOnly)
     outer.Commit();
 }
 
-TEST_F(Session, ListenersComeAndGoDuringANotice)
+TEST_P(Session, ListenersComeAndGoDuringANotice)
 {
     int second = 0, secondCalls = 0;
     const int first = Quarry::AddRollbackListener([&] { Quarry::RemoveRollbackListener(second); });
@@ -99,7 +101,7 @@ TEST_F(Session, ListenersComeAndGoDuringANotice)
     Quarry::RemoveRollbackListener(first);
 }
 
-TEST_F(Session, CachesReloadAfterDirectStatements)
+TEST_P(Session, CachesReloadAfterDirectStatements)
 {
     Sql("INSERT INTO Link (SourceID) VALUES (1)");
     EXPECT_EQ(m_reloads, 0) << "no cache is made from that table";

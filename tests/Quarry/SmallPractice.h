@@ -3,12 +3,12 @@
 #include <gtest/gtest.h>
 
 #include "Quarry/Quarry.h"
-#include "support/TestSupport.h"
+#include "support/Databases.h"
 
 using Quarry::CDataList;
 
 /// A database with an ordinary table and one with a key of its own.
-class SmallPractice : public testing::Test
+class SmallPractice : public ::Test::OnDatabase
 {
 protected:
     static constexpr int kID = 0, kName = 1, kParentID = 2, kDue = 3, kPay = 4, kYear = 6, kSeen = 7, kDone = 110;
@@ -36,13 +36,14 @@ protected:
     static std::unique_ptr<Cellar::CConnection> OpenSmall(const char* name)
     {
         auto connection = Open(name);
-        connection->Script(
-            "CREATE TABLE BRIXTask (lID INTEGER PRIMARY KEY, strName TEXT COLLATE NOCASE, lParentID INTEGER, "
-            "dtDue TEXT, amtPay INTEGER, nYear INTEGER, dtSeen TEXT, bDone INTEGER DEFAULT 1, nVersion INTEGER "
-            "DEFAULT 0);"
-            "CREATE TABLE Link (SourceID INTEGER, TypeID INTEGER, TrackerID INTEGER, [default] INTEGER DEFAULT 0, "
-            "nVersion INTEGER DEFAULT 0);"
-            "CREATE TABLE BRIXNextID (strTable TEXT COLLATE NOCASE NOT NULL PRIMARY KEY, lNext INTEGER);");
+        ::Test::Declare(
+            *connection,
+            connection->GetDialect().CreateSequence("BRIXTask") +
+                "CREATE TABLE BRIXTask (lID {Int} PRIMARY KEY, strName {Text}, lParentID {Int}, dtDue {Date}, "
+                "amtPay {Money}, nYear {Small}, dtSeen {DateTime}, bDone {Bit} DEFAULT 1, nVersion {Int} DEFAULT 0);"
+                "CREATE TABLE Link (SourceID {Int}, TypeID {Int}, TrackerID {Int}, \"default\" {Bit} DEFAULT 0, "
+                "nVersion {Int} DEFAULT 0);"
+                "CREATE TABLE BRIXNextID (strTable {Text} NOT NULL PRIMARY KEY, lNext {Int});");
         return connection;
     }
     void TearDown() override
@@ -54,13 +55,21 @@ protected:
     /// Another user's connection to the same file.
     static std::unique_ptr<Cellar::CConnection> Open(const std::string& name = "small.db")
     {
-        return Cellar::CConnection::Open(CString(::Test::TempDir() + "/" + name),
-                                         Cellar::CConnection::Create::IfMissing);
+        return ::Test::OpenDatabase(name);
     }
-    static void Sql(const Cellar::SqlText& statement) { Quarry::GetConnection().ExecuteDirect(statement); }
-    static long Count(const Cellar::SqlText& from)
+    /// Rows that it inserts have ids of their own: a server gives new ones behind them, as after a copy.
+    template<class... Args>
+    static void Sql(const Cellar::SqlText& statement, const Args&... args)
     {
-        return Cellar::ToLong(Quarry::GetConnection().Query(Cellar::SqlText("SELECT COUNT(*) ") + from, {}).rows[0][0]);
+        auto& connection = Quarry::GetConnection();
+        connection.ExecuteDirectf(statement, args...);
+        if (::Test::IsOnServer() && statement.View().starts_with("INSERT INTO BRIXTask"))
+            connection.Script(connection.GetDialect().MoveSequence("BRIXTask", "lID"));
+    }
+    template<class... Args>
+    static long Count(const Cellar::SqlText& from, const Args&... args)
+    {
+        return Cellar::ToLong(Quarry::GetConnection().Queryf("SELECT COUNT(*) " + from, args...).rows[0][0]);
     }
     using Values = std::initializer_list<std::pair<int, Cellar::Value>>;
     static void Save(CDataList& list, Values values)

@@ -43,7 +43,9 @@ protected:
     int here = 0, there = 0;
 };
 
-TEST_F(TwoPractices, ListsAndIdsKeepToTheirConnection)
+ON_BOTH_DATABASES(TwoPractices);
+
+TEST_P(TwoPractices, ListsAndIdsKeepToTheirConnection)
 {
     Added({{kName, "here"}});
     CDataList list = AddedThere();
@@ -67,7 +69,7 @@ TEST_F(TwoPractices, ListsAndIdsKeepToTheirConnection)
     EXPECT_THROW(list.Open(), Cellar::DatabaseError) << "and not here, although the other is closed";
 }
 
-TEST_F(TwoPractices, NoticesGoToTheirDatabase)
+TEST_P(TwoPractices, NoticesGoToTheirDatabase)
 {
     AddedThere();
     other->ExecuteDirect("DELETE FROM BRIXTask");

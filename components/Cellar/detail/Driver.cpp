@@ -1,7 +1,11 @@
 #include "Cellar/detail/Driver.h"
 
 #include "Afx/text/TextFold.h"
+#include "Cellar/ConnectionText.h"
 #include "Cellar/DatabaseError.h"
+#ifdef CELLAR_HAS_ODBC
+#include "Cellar/drivers/odbc/OdbcModule.h"
+#endif
 #include "Cellar/drivers/sqlite/SqliteModule.h"
 
 namespace Cellar::Detail
@@ -22,41 +26,85 @@ bool TakePrefix(std::string_view& text, std::string_view prefix) noexcept
     return true;
 }
 
-using SqliteModule = Afx::ModuleFunctions<Sqlite::SqliteFunctions>;
-
-#ifdef MORVUT_MODULE
-SqliteModule LoadSqlite()
+template<class Functions>
+Afx::ModuleFunctions<Functions> Load(const char* file, const char* entry)
 {
     static const char own = 0;
-    return Afx::LoadFunctionsBeside<Sqlite::SqliteFunctions>(&own, MORVUT_MODULE, "MorvUtSqlite");
+    return Afx::LoadFunctionsBeside<Functions>(&own, file, entry);
+}
+
+// In static builds they are part of the library.
+#ifdef MORVUT_MODULE_SQLITE
+Afx::ModuleFunctions<Sqlite::SqliteFunctions> LoadSqlite()
+{
+    return Load<Sqlite::SqliteFunctions>(MORVUT_MODULE_SQLITE, "MorvUtSqlite");
 }
 #else
-SqliteModule LoadSqlite() { return {MorvUtSqlite(), {}}; }
+Afx::ModuleFunctions<Sqlite::SqliteFunctions> LoadSqlite() { return {MorvUtSqlite(), {}}; }
 #endif
 
-/// Loaded when the first practice is opened: what needs no database starts without it.
-const Sqlite::SqliteFunctions& TheSqlite()
+template<class Functions>
+const Functions& Usable(const Afx::ModuleFunctions<Functions>& module, const char* what)
 {
-    static const SqliteModule module = LoadSqlite();
     if (!module.functions)
         throw DatabaseError(DatabaseError::Category::CannotOpen, "",
-                            "cannot open an embedded database: " + module.problem +
+                            std::string("cannot open ") + what + ": " + module.problem +
                                 "; install this program again, with all of its parts",
                             "");
     return *module.functions;
 }
 
+// Each is loaded when the first practice of its kind is opened: what needs no database starts without them.
+OpenedDriver OpenEmbedded(const std::string& path, Create create)
+{
+    static const auto module = LoadSqlite();
+    return Usable(module, "an embedded database").open(path, create);
+}
+
+#ifdef CELLAR_HAS_ODBC
+#ifdef MORVUT_MODULE_ODBC
+Afx::ModuleFunctions<Odbc::OdbcFunctions> LoadOdbc()
+{
+    return Load<Odbc::OdbcFunctions>(MORVUT_MODULE_ODBC, "MorvUtOdbc");
+}
+#else
+Afx::ModuleFunctions<Odbc::OdbcFunctions> LoadOdbc() { return {MorvUtOdbc(), {}}; }
+#endif
+
+const Afx::ModuleFunctions<Odbc::OdbcFunctions>& TheOdbc()
+{
+    static const auto module = LoadOdbc();
+    return module;
+}
+
+OpenedDriver OpenOnServer(std::string_view connectionText)
+{
+    return Usable(TheOdbc(), "a server's database").open(std::string(connectionText));
+}
+
+std::string WhyNoServer() { return TheOdbc().problem; }
+#else
+std::string WhyNoServer() { return "this build has no server driver"; }
+
+OpenedDriver OpenOnServer(std::string_view) // not repeated: it may hold a password
+{
+    throw DatabaseError(DatabaseError::Category::CannotOpen, "",
+                        "cannot open the server's database: " + WhyNoServer() +
+                            "; name a file instead, as in sqlite:practice.db, or build where the headers of ODBC are",
+                        "");
+}
+#endif
+
 } // namespace
 
 OpenedDriver OpenDriver(std::string_view connectionText, Create create)
 {
-    if (TakePrefix(connectionText, "odbc:")) // not repeated: it may hold a password
-        throw DatabaseError(DatabaseError::Category::CannotOpen, "",
-                            "cannot open the server's database: this build has no server driver; name a file instead, "
-                            "as in sqlite:practice.db",
-                            "");
+    if (ServerText::Is(connectionText))
+        return OpenOnServer(connectionText);
     TakePrefix(connectionText, "sqlite:");
-    return TheSqlite().open(std::string(connectionText), create);
+    return OpenEmbedded(std::string(connectionText), create);
 }
 
 } // namespace Cellar::Detail
+
+std::string Cellar::ServerDriverProblem() { return Detail::WhyNoServer(); }

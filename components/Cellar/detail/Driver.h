@@ -30,11 +30,11 @@ public:
     /// Runs it to its end. Rows changed; 0 where the engine does not tell.
     virtual long Execute(std::span<const Value> values) = 0;
     /// Begins a result, before its first row.
-    virtual void Open(std::span<const Value> values) = 0;
+    virtual void Open(std::span<const Value> values, Reading reading) = 0;
     virtual bool Step() = 0;                           // to the next row; false at the end
     virtual int GetColumnCount() = 0;                  // after the first Step
     virtual std::string GetColumnName(int column) = 0; // likewise
-    /// The first columns of the current row, one for each pointer.
+    /// The first columns of the current row, one for each pointer. Once for each row.
     virtual void Read(std::span<Value* const> row) = 0;
     /// Ends a result: no lock stays, and no value is held any more.
     virtual void Close() noexcept = 0;
@@ -63,6 +63,9 @@ public:
 
     /// Begins a transaction that may write; a busy one changes nothing.
     virtual void BeginWrite() = 0;
+    /// Within it: keeps others out who mean to write to the same. Where the transaction itself does, there is nothing
+    /// to do.
+    virtual void LockForWriting(const Subject&) {}
     virtual void Commit() = 0;
     virtual void Rollback() = 0;
     virtual void SetSavepoint(int level) = 0;

@@ -20,13 +20,24 @@ void Levels::Begin()
     m_levels.push_back(false);
 }
 
-void Levels::BeginWrite()
+void Levels::BeginWrite(const Subject& subject)
 {
+    const bool hadBegun = HasBegun();
     Begin();
     try {
         BeforeWrite();
+        m_driver.LockForWriting(subject);
     } catch (...) {
-        Pop();
+        try {
+            if (hadBegun) {
+                Rollback();
+            } else {
+                m_driver.Rollback(); // it has written nothing yet
+                m_state = State::Waiting;
+                Pop();
+            }
+        } catch (...) { // a lost connection: what counts is the error that was first
+        }
         throw;
     }
 }

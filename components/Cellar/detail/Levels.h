@@ -19,7 +19,7 @@ public:
 
     void Begin();
     /// Begins a level that means to write: the engine's transaction starts at once. When it throws, nothing changed.
-    void BeginWrite();
+    void BeginWrite(const Subject& subject);
     void Commit();
     void Rollback();
     int GetCount() const noexcept { return static_cast<int>(m_levels.size()); }

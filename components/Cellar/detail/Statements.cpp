@@ -46,7 +46,7 @@ std::vector<std::string> UsedStatement::ReadNames() const
 RowSet UsedStatement::ReadAll(std::span<const Value> values) const
 {
     CompiledStatement& compiled = *m_statement->compiled;
-    compiled.Open(values);
+    compiled.Open(values, Reading::Whole);
     RowSet set;
     bool more = compiled.Step(); // before the columns are read: the engine may prepare the statement anew
     set.columns = ReadNames();

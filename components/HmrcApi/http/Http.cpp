@@ -9,11 +9,11 @@ namespace
 
 using HttpModule = Afx::ModuleFunctions<HttpAdapters>;
 
-#ifdef MORVUT_MODULE
+#ifdef MORVUT_MODULE_HTTP
 HttpModule Load()
 {
     static const char own = 0;
-    return Afx::LoadFunctionsBeside<HttpAdapters>(&own, MORVUT_MODULE, "MorvUtHttpAdapters");
+    return Afx::LoadFunctionsBeside<HttpAdapters>(&own, MORVUT_MODULE_HTTP, "MorvUtHttpAdapters");
 }
 #else
 HttpModule Load() { return {MorvUtHttpAdapters(), {}}; }

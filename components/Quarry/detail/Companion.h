@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "Cellar/Connection.h"
 #include "Quarry/Table.h"
@@ -12,12 +13,14 @@
 namespace Quarry::Detail
 {
 
-/// Ids that the open transaction has taken and not given out yet.
+/// Ids that were taken and not given out yet: those of the open transaction where a row counts them, of the connection
+/// where a sequence does.
 struct IdBlock
 {
     long next = 0;
     long left = 0;
-    std::uint64_t epoch = 0; // of the connection, when it was taken
+    std::uint64_t epoch = 0;   // of the connection, when it was taken
+    std::vector<long> further; // first ids of blocks of a sequence, the next one last
 };
 
 struct Companion

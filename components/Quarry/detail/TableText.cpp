@@ -12,7 +12,6 @@
 namespace Quarry::Detail
 {
 
-using Cellar::ColumnType;
 using Cellar::SqlText;
 using Cellar::Value;
 
@@ -62,7 +61,7 @@ TableText MakeText(const Table& table)
     text.insert = SqlText("INSERT INTO ") + name + " (" + text.allColumns + ") VALUES ";
     text.insertOne = text.insert + text.insertRow;
     text.update = SqlText("UPDATE ") + name + " SET ";
-    if (text.key.size() == 1 && table.columns[text.key[0]].type == ColumnType::Int)
+    if (table.GetCounted())
         AddCounter(text);
     return text;
 }

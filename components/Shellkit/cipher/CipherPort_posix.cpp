@@ -13,11 +13,11 @@ namespace
 
 using CipherModule = Afx::ModuleFunctions<CipherFunctions>;
 
-#ifdef MORVUT_MODULE
+#ifdef MORVUT_MODULE_CIPHER
 CipherModule Load()
 {
     static const char own = 0;
-    return Afx::LoadFunctionsBeside<CipherFunctions>(&own, MORVUT_MODULE, "MorvUtCiphers");
+    return Afx::LoadFunctionsBeside<CipherFunctions>(&own, MORVUT_MODULE_CIPHER, "MorvUtCiphers");
 }
 #else
 CipherModule Load() { return {MorvUtCiphers(), {}}; }

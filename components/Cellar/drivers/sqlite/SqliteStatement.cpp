@@ -85,7 +85,7 @@ SqliteStatement::SqliteStatement(sqlite3* database, std::string_view text, std::
 
 long SqliteStatement::Execute(std::span<const Value> values)
 {
-    Open(values);
+    Open(values, Reading::Whole);
     const std::int64_t before = sqlite3_total_changes64(m_database);
     while (Step())
         ;
@@ -95,7 +95,7 @@ long SqliteStatement::Execute(std::span<const Value> values)
     return static_cast<long>(std::min<std::int64_t>(changed, std::numeric_limits<std::int32_t>::max()));
 }
 
-void SqliteStatement::Open(std::span<const Value> values)
+void SqliteStatement::Open(std::span<const Value> values, Reading)
 {
     m_beforeRun(m_statement.get());
     int place = 0;

@@ -31,7 +31,7 @@ public:
     SqliteStatement(sqlite3* database, std::string_view text, std::function<void(sqlite3_stmt*)> beforeRun);
 
     long Execute(std::span<const Value> values) override;
-    void Open(std::span<const Value> values) override;
+    void Open(std::span<const Value> values, Reading) override;
     bool Step() override;
     int GetColumnCount() override { return sqlite3_column_count(m_statement.get()); }
     std::string GetColumnName(int column) override;

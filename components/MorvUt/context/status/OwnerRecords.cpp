@@ -3,6 +3,7 @@
 #include <climits>
 #include <stdexcept>
 
+#include "Brix/Subjects.h"
 #include "MorvUt/taxyear/TaxYear.h"
 #include "MorvUt/users/UserData.h"
 #include "Quarry/Session.h"
@@ -43,11 +44,13 @@ struct OwnerOf;
 template<>
 struct OwnerOf<Brix::CClientYearly>
 {
+    using Id = ClientId;
     static constexpr int kColumn = Brix::CClientYearly::kClientID;
 };
 template<>
 struct OwnerOf<Brix::CPartnershipYearly>
 {
+    using Id = PartnershipId;
     static constexpr int kColumn = Brix::CPartnershipYearly::kPClientID;
 };
 
@@ -66,8 +69,8 @@ long OwnerOfList(Yearly rows)
 template<class Yearly>
 void Create(Yearly& rows, short year)
 {
-    Quarry::CTransaction transaction(Cellar::Intent::Write);
     const long owner = OwnerOfList(rows);
+    Quarry::CTransaction transaction(Cellar::Intent::Write, Brix::SubjectOf(typename OwnerOf<Yearly>::Id(owner)));
     Yearly made;
     if (made.Open({{OwnerOf<Yearly>::kColumn, owner}, {Yearly::kYear, year}})) { // since the list was read
         made.Open({{OwnerOf<Yearly>::kColumn, owner}});

@@ -1,5 +1,6 @@
 #include "MorvUt/hmrc/access/AuthorisationStore.h"
 
+#include "Brix/Subjects.h"
 #include "Cellar/BufferedRowList.h"
 #include "MorvUt/hmrc/access/AsideIfPossible.h"
 #include "MorvUt/hmrc/access/Logger.h"
@@ -121,7 +122,7 @@ bool CAuthorisationStore::TryInOneStep(Work work)
             const Cellar::CConnection::Aside aside(connection);
             return work(connection);
         }
-        Cellar::CTransaction transaction(connection, Cellar::Intent::Write);
+        Cellar::CTransaction transaction(connection, Cellar::Intent::Write, Brix::kAuthorisations);
         const bool isDone = work(connection);
         transaction.Commit();
         return isDone;

@@ -3,6 +3,7 @@
 #include "Afx/Exceptions.h"
 #include "Afx/windows/MessageBox.h"
 #include "Brix/Records.h"
+#include "Brix/Subjects.h"
 #include "MorvUt/context/status/ClientStatus.h"
 #include "MorvUt/hmrc/access/PracticeOptions.h"
 #include "MorvUt/hmrc/fetch/NicPrepop.h"
@@ -116,7 +117,7 @@ StagedYear StageAnswers(Retrieval& retrieval, CPAYEPrepop& paye, CNICPrepop& nic
 {
     if (!paye.HasAnswer() && !nic.IsAnswered())
         return LoadStagedYear(client, year);
-    Quarry::CTransaction transaction(Cellar::Intent::Write);
+    Quarry::CTransaction transaction(Cellar::Intent::Write, Brix::SubjectOf(client));
     paye.Stage(retrieval);
     nic.Stage(retrieval);
     StagedYear staged = retrieval.GetWriter().GetYear();
@@ -126,10 +127,10 @@ StagedYear StageAnswers(Retrieval& retrieval, CPAYEPrepop& paye, CNICPrepop& nic
 
 /// Nothing is asked of HMRC while another program writes: each token, log line and row of the answer would wait in
 /// vain.
-void NeedWriteLock()
+void NeedWriteLock(ClientId client)
 {
     if (Quarry::GetTransactionLevel() == 0)
-        Quarry::CTransaction(Cellar::Intent::Write).Commit();
+        Quarry::CTransaction(Cellar::Intent::Write, Brix::SubjectOf(client)).Commit();
 }
 
 void FetchAll(const Request& request, const std::shared_ptr<CAPIErrorHandler>& errors, std::shared_ptr<Channel> channel,
@@ -203,7 +204,7 @@ FetchResult FetchFromHmrc(ClientId client, const std::string& gatewayId, IEndpoi
                          {CNICPrepop::kGroup}};
         if (!MayFetch(request, result))
             return result;
-        NeedWriteLock();
+        NeedWriteLock(client);
         FetchAll(request, errors, std::move(channel), result);
         errors->DisplayErrors();
         result.ok = errors->GetErrorCount() == 0;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "Brix/Subjects.h"
 #include "MorvUt/hmrc/fetch/PayeMapping.h"
 #include "MorvUt/hmrc/fetch/Retrieval.h"
 #include "MorvUt/hmrc/schedules/Differences.h"
@@ -35,12 +36,13 @@ bool IsSameBenefit(const Brix::CMTD_EmploymentsCompanyBenefits& row, const Compa
 
 struct CPAYEPrepop::Creation
 {
-    Quarry::CTransaction transaction{Cellar::Intent::Write}; // before anything is read
+    Quarry::CTransaction transaction; // before anything is read
     StagedYear staged;
     NewScheduleWriter writer;
 
     Creation(ClientId client, short year)
-        : staged(LoadStagedYear(client, year)), writer(client, year, LoadReturnYear(client, year))
+        : transaction(Cellar::Intent::Write, Brix::SubjectOf(client)), staged(LoadStagedYear(client, year)),
+          writer(client, year, LoadReturnYear(client, year))
     {}
 };
 

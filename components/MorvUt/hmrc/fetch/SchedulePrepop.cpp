@@ -1,5 +1,6 @@
 #include "MorvUt/hmrc/fetch/SchedulePrepop.h"
 
+#include "Brix/Subjects.h"
 #include "MorvUt/hmrc/fetch/Retrieval.h"
 #include "MorvUt/res/Strings.h"
 #include "Quarry/DataList.h"
@@ -44,7 +45,7 @@ void CSchedulePrepop::StageGroup(Retrieval& retrieval, const char* group,
 {
     StagingWriter& writer = retrieval.GetWriter();
     try {
-        Quarry::CTransaction level(Cellar::Intent::Write);
+        Quarry::CTransaction level(Cellar::Intent::Write, Brix::SubjectOf(m_client));
         stage(writer);
         level.Commit();
         m_counts += writer.TakeCounts();
@@ -57,7 +58,7 @@ void CSchedulePrepop::StageGroup(Retrieval& retrieval, const char* group,
 
 void CSchedulePrepop::Write(ClientId client, short year, const std::function<void(StagingWriter&)>& write)
 {
-    Quarry::CTransaction transaction(Cellar::Intent::Write);
+    Quarry::CTransaction transaction(Cellar::Intent::Write, Brix::SubjectOf(client));
     StagingWriter writer(client, year);
     write(writer);
     transaction.Commit();

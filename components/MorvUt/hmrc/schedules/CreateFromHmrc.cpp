@@ -1,6 +1,7 @@
 #include "MorvUt/hmrc/schedules/CreateFromHmrc.h"
 
 #include "Afx/windows/MessageBox.h"
+#include "Brix/Subjects.h"
 #include "MorvUt/hmrc/schedules/Notes.h"
 #include "MorvUt/res/Strings.h"
 #include "MorvUt/users/UserData.h"
@@ -29,7 +30,7 @@ CreateResult CreateFromHmrc(ClientId client, TaxYear taxYear)
     if (CUserData::CheckForReadOnlyWithError())
         return Refused(IDS_CLIENT_READ_ONLY, true);
     const short year = taxYear.GetRealTaxYear();
-    Quarry::CTransaction transaction(Cellar::Intent::Write);
+    Quarry::CTransaction transaction(Cellar::Intent::Write, Brix::SubjectOf(client));
     const ReturnYear own = LoadReturnYear(client, year);
     if (own.finalised.IsValid()) {
         transaction.Rollback(); // no lock is held while the message is shown

@@ -1,0 +1,16 @@
+#pragma once
+
+// A database on a server, through ODBC.
+
+#include <string>
+
+#include "Cellar/detail/Driver.h"
+
+namespace Cellar::Odbc
+{
+
+/// Texts compare without regard to case, transactions read what is committed, a statement waits 5 seconds for another's
+/// lock. The database must be there: its administrator makes it. Throws DatabaseError (CannotOpen).
+Detail::OpenedDriver Open(const std::string& connectionText);
+
+} // namespace Cellar::Odbc

@@ -1,0 +1,31 @@
+#pragma once
+
+// What ODBC reports, as DatabaseError.
+
+#include <string>
+#include <string_view>
+
+#include "Cellar/DatabaseError.h"
+#include "Cellar/drivers/odbc/Handles.h"
+
+namespace Cellar::Odbc
+{
+
+/// The first record that a driver has about a failed call.
+struct Diagnosis
+{
+    std::string state; // SQLSTATE
+    SQLINTEGER native = 0;
+    std::string text; // one line, in UTF-8, without the marks of those who passed it on
+};
+Diagnosis Diagnose(SQLSMALLINT type, SQLHANDLE handle);
+
+/// What a failed statement means. Values that servers repeat in their messages are left out.
+DatabaseError ErrorOf(const Diagnosis& diagnosis);
+/// What a refused connection means (CannotOpen): which server, why, how to mend it. `shown` is the connection text as
+/// it may be shown.
+DatabaseError CannotConnect(const Diagnosis& diagnosis, const std::string& shown);
+/// For operations on a connection that was lost before.
+DatabaseError WasLost();
+
+} // namespace Cellar::Odbc

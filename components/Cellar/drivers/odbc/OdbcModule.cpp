@@ -1,0 +1,7 @@
+#include "Cellar/drivers/odbc/OdbcModule.h"
+
+const Cellar::Odbc::OdbcFunctions* MorvUtOdbc()
+{
+    static constexpr Cellar::Odbc::OdbcFunctions kFunctions{&Cellar::Odbc::Open};
+    return &kFunctions;
+}

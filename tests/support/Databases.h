@@ -1,0 +1,126 @@
+#pragma once
+
+// The databases that one set of test bodies runs on: the embedded one, and a server's.
+
+#include <cstdlib>
+#include <initializer_list>
+#include <ostream>
+#include <random>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "Cellar/Cellar.h"
+#include "support/TestSupport.h"
+
+namespace Test
+{
+
+enum class Database
+{
+    Embedded,
+    Server
+};
+inline void PrintTo(Database database, std::ostream* out)
+{
+    *out << (database == Database::Embedded ? "embedded" : "server");
+}
+
+/// What the running test's databases are, and those that it has made on the server.
+struct Databases
+{
+    Database kind = Database::Embedded;
+    std::vector<std::pair<std::string, std::string>> made; // name in the test, name on the server
+};
+inline Databases& TheDatabases()
+{
+    static Databases databases;
+    return databases;
+}
+inline bool IsOnServer() { return TheDatabases().kind == Database::Server; }
+
+/// The connection text of a database of the tests' server. Its beginning is in the file MORVUT_TEST_SERVER, which
+/// tests/support/db-server writes; CTest starts it.
+inline std::string OnServer(const std::string& database)
+{
+    const char* const file = std::getenv("MORVUT_TEST_SERVER");
+    const std::string text = file ? ReadFile(file) : std::string();
+    if (text.empty())
+        throw std::runtime_error("there is no server to test with: run this by ctest or ./test");
+    return text + database;
+}
+inline void ExecuteOnServer(const std::string& statement)
+{
+    Cellar::CConnection::Open(OnServer("postgres"))->Script(statement);
+}
+
+/// Where the test's database of this name is; on a server it is made, as a copy of that database, the first time.
+inline CString ConnectionTextOf(const std::string& name, const std::string& copyOf = "template1")
+{
+    if (!IsOnServer())
+        return "sqlite:" + TempDir() + '/' + name;
+    auto& made = TheDatabases().made;
+    for (const auto& [known, database] : made)
+        if (known == name)
+            return OnServer(database);
+    const std::string database = "t" + std::to_string(std::random_device{}());
+    ExecuteOnServer("CREATE DATABASE " + database + " TEMPLATE " + copyOf);
+    made.emplace_back(name, database);
+    return OnServer(database);
+}
+
+/// A connection to the test's database of this name, which is made when it is not there.
+inline std::unique_ptr<Cellar::CConnection> OpenDatabase(const std::string& name)
+{
+    return Cellar::CConnection::Open(ConnectionTextOf(name), Cellar::CConnection::Create::IfMissing);
+}
+
+/// `statements` with {Int}, {Text}, ... as the database declares columns of these types, {Id} a key that counts up by
+/// itself, {Session} the default of a column for the session's number.
+inline void Declare(Cellar::CConnection& connection, std::string statements)
+{
+    using Cellar::ColumnType;
+    const Cellar::Dialect& dialect = connection.GetDialect();
+    for (const auto& [mark, type] : std::initializer_list<std::pair<const char*, ColumnType>>{
+             {"{Int}", ColumnType::Int},
+             {"{Small}", ColumnType::SmallInt},
+             {"{Bit}", ColumnType::Bit},
+             {"{Text}", ColumnType::Text},
+             {"{Binary}", ColumnType::Binary},
+             {"{Date}", ColumnType::Date},
+             {"{DateTime}", ColumnType::DateTime},
+             {"{Money}", ColumnType::Money},
+             {"{Double}", ColumnType::Double},
+         })
+        statements = ReplacedAll(statements, mark, dialect.TypeName(type));
+    statements =
+        ReplacedAll(statements, "{Id}", dialect.TypeName(ColumnType::Int) + dialect.Identity() + " PRIMARY KEY");
+    connection.Script(dialect.SchemaStart() + ReplacedAll(statements, "{Session}", dialect.Default("@@SPID")));
+}
+
+/// Base of fixtures whose bodies run on both; INSTANTIATE with ON_BOTH_DATABASES.
+class OnDatabase : public testing::TestWithParam<Database>
+{
+protected:
+    OnDatabase() { TheDatabases().kind = GetParam(); }
+    ~OnDatabase() override
+    {
+        for (const auto& [name, database] : std::exchange(TheDatabases().made, {}))
+            ExecuteOnServer("DROP DATABASE " + database + " WITH (FORCE)");
+        TheDatabases().kind = Database::Embedded;
+    }
+};
+
+} // namespace Test
+
+#define ON_BOTH_DATABASES(Suite)                                                                                       \
+    INSTANTIATE_TEST_SUITE_P(Embedded, Suite, testing::Values(::Test::Database::Embedded));                            \
+    ON_SERVER(Suite)
+#ifdef MORVUT_HAS_TEST_SERVER
+#define ON_SERVER(Suite) INSTANTIATE_TEST_SUITE_P(Server, Suite, testing::Values(::Test::Database::Server))
+#else
+#define ON_SERVER(Suite) static_assert(true)
+#endif
