@@ -77,6 +77,7 @@ void Create(const NewPractice& wanted, const CommonOptions& options)
             FillSample(wanted.clients, options);
         else
             FillNewPractice();
+        Brix::PutIdsBehindRows(Quarry::GetConnection()); // source types have numbers of their own
         transaction.Commit();
     } catch (const Cellar::DatabaseError& error) {
         throw FromDatabaseError(error);

@@ -70,6 +70,8 @@ struct Rules
     const char* call; // EXEC
     Around arguments; // of the call; only with one
     const char* noArguments;
+    /// What follows the mark of a value: its type, where the database would guess another. Null: nothing.
+    const char* (*typeOfValue)(Placeholder::Type type) noexcept;
     Around bytes;       // round the digits of 0xAB; null `before`: as it stands
     bool plainStrings;  // '...' for N'...'
     const char* now;    // GETDATE()
@@ -179,6 +181,28 @@ SqlText SqliteMayNotRead(ColumnType type, const SqlText& column)
     }
 }
 
+/// A value that is selected would be a text.
+const char* PostgresTypeOfValue(Placeholder::Type type) noexcept
+{
+    switch (type) {
+    case Placeholder::Type::Int:
+    case Placeholder::Type::Long:
+        return "::integer";
+    case Placeholder::Type::Int64:
+        return "::bigint";
+    case Placeholder::Type::Binary:
+        return "::bytea";
+    case Placeholder::Type::DateTime:
+        return "::timestamp";
+    case Placeholder::Type::Money:
+        return "::numeric";
+    case Placeholder::Type::Real:
+        return "::double precision";
+    default:
+        return "";
+    }
+}
+
 SqlText ReadsAlways(ColumnType, const SqlText&) { return {}; }
 
 constexpr Rules kSqlite = {
@@ -200,6 +224,7 @@ constexpr Rules kSqlite = {
     .call = "INSERT INTO ", // a view of that name, whose trigger does the work
     .arguments = {" VALUES (", ")"},
     .noArguments = " DEFAULT VALUES",
+    .typeOfValue = nullptr,
     .bytes = {"X'", "'"},
     .plainStrings = true,
     .now = "(strftime('%Y-%m-%d %H:%M:%f','now','localtime'))",
@@ -290,6 +315,7 @@ constexpr Rules kPostgres = {
     .call = "CALL ",
     .arguments = {"(", ")"},
     .noArguments = "()",
+    .typeOfValue = PostgresTypeOfValue,
     .bytes = {"'\\x", "'::bytea"},
     .plainStrings = true,
     .now = "localtimestamp(3)",
@@ -323,6 +349,7 @@ constexpr Rules kSqlServer = {
     .call = nullptr,
     .arguments = {nullptr, nullptr},
     .noArguments = nullptr,
+    .typeOfValue = nullptr,
     .bytes = {nullptr, nullptr},
     .plainStrings = false,
     .now = nullptr,
@@ -481,6 +508,8 @@ private:
             break;
         case Kind::Placeholder:
             m_out.text += '?';
+            if (m_rules.typeOfValue)
+                m_out.text += m_rules.typeOfValue(token.placeholder);
             m_out.placeholders.push_back({token.placeholder});
             break;
         case Kind::Percent:

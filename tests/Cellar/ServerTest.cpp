@@ -36,7 +36,7 @@ TEST_P(Server, SendsWhatSteersWithWhatItSteers)
     connection->Rollback();
     connection->ExecuteDirect("INSERT INTO Note (lID, strText) VALUES (3, 'a'), (4, 'b')");
     connection->Commit();
-    const std::string insert = "INSERT INTO Note (lID, strText) VALUES (?, ?) ON CONFLICT DO NOTHING\n";
+    const std::string insert = "INSERT INTO Note (lID, strText) VALUES (?::integer, ?) ON CONFLICT DO NOTHING\n";
     EXPECT_EQ(sent, "BEGIN;SAVEPOINT level2\n" + insert + "RELEASE SAVEPOINT level2;SAVEPOINT level2\n" + insert +
                         "ROLLBACK TO SAVEPOINT level2;RELEASE SAVEPOINT level2\nSAVEPOINT guard\n"
                         "INSERT INTO Note (lID, strText) VALUES (3, 'a'), (4, 'b')\n"
