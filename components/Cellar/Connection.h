@@ -64,8 +64,9 @@ enum class Reading : bool
 ///
 /// When the engine ends the transaction by itself (disk full, connection lost), the levels stay counted for those who
 /// opened them, but writes and commits on them are refused until all have been rolled back. PostgreSQL spoils the
-/// innermost level when one of its statements fails, but for an INSERT: statements and its commit are refused until it
-/// has been rolled back, the levels around it are whole. On a lost connection everything is refused (LostConnection).
+/// innermost level when one of its statements fails (but for an INSERT of one row, or of a query, that is refused as
+/// DuplicateKey): its statements and its commit are refused until it has been rolled back; the levels around it are
+/// whole. On a lost connection everything is refused (LostConnection).
 class CELLAR_API CConnection
 {
     struct State;

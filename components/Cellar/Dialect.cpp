@@ -609,10 +609,11 @@ public:
     const char* GetName() const noexcept override { return m_rules.name; }
     PreparedText Translate(std::string_view tsql) const override { return Translation(m_rules, tsql).Run(); }
     std::string TypeName(ColumnType type) const override { return Detail::RuleOf(type).*m_rules.type; }
+    bool HasOneWriter() const noexcept override { return !*m_rules.lockTable.before; }
     std::string LockTable(std::string_view table) const override
     {
         const SqlText name = SqlText::Identifier(table);
-        if (!*m_rules.lockTable.before)
+        if (HasOneWriter())
             return {};
         return m_rules.lockTable.before + std::string(name.View()) + m_rules.lockTable.after;
     }

@@ -61,6 +61,8 @@ public:
     virtual PreparedText Translate(std::string_view tsql) const = 0;
     /// The column type as this database declares it, e.g. "TEXT COLLATE NOCASE".
     virtual std::string TypeName(ColumnType type) const = 0;
+    /// One connection writes at a time, and all others wait for it, whatever they write.
+    virtual bool HasOneWriter() const noexcept = 0;
     /// Server dialects lock a table against other writers with this; empty where a write transaction suffices.
     virtual std::string LockTable(std::string_view table) const = 0;
     /// How a column with this default (T-SQL) is declared; empty where the database has no such thing. @@SPID on SQLite

@@ -41,9 +41,9 @@ InsertShape ShapeOf(std::string_view statement) noexcept
         TakeOne(statement);
     statement = WithoutBlanks(statement.substr(std::min(kValues.size(), statement.size())));
     if (!statement.starts_with('('))
-        return InsertShape::Other;
+        return InsertShape::Query;
     TakeOne(statement);
-    return WithoutBlanks(statement).empty() ? InsertShape::OneRow : InsertShape::Other;
+    return WithoutBlanks(statement).empty() ? InsertShape::OneRow : InsertShape::Rows;
 }
 
 } // namespace Cellar::Odbc

@@ -12,7 +12,8 @@ enum class InsertShape : std::uint8_t
 {
     None,   // no INSERT
     OneRow, // VALUES and one pair of brackets, nothing behind
-    Other
+    Rows,   // VALUES and several
+    Query
 };
 InsertShape ShapeOf(std::string_view statement) noexcept;
 

@@ -28,7 +28,7 @@ OdbcStatement::OdbcStatement(std::shared_ptr<ServerSession> session, const Prepa
     if (shape == InsertShape::OneRow && rules.unlessThere) {
         m_text += rules.unlessThere;
         m_guard = Guard::UnlessThere;
-    } else if (shape != InsertShape::None) {
+    } else if (shape == InsertShape::Query) {
         m_guard = Guard::Savepoint;
     }
 }

@@ -44,7 +44,8 @@ private:
     StatementHandle m_statement; // prepared at its first run
     ResultColumns m_columns;
 
-    /// An INSERT into a transaction that a key which is there already would end.
+    /// An INSERT whose key may be there already, which would end the transaction. Several rows at once are no lock and
+    /// no gateway: their ids are new, and each savepoint would cost a round trip.
     enum class Guard : std::uint8_t
     {
         None,

@@ -125,12 +125,12 @@ StagedYear StageAnswers(Retrieval& retrieval, CPAYEPrepop& paye, CNICPrepop& nic
     return staged;
 }
 
-/// Nothing is asked of HMRC while another program writes: each token, log line and row of the answer would wait in
-/// vain.
-void NeedWriteLock(ClientId client)
+/// Nothing is asked of HMRC while another program writes to the embedded database: each token, log line and row of the
+/// answer would wait in vain.
+void NeedWriteLock()
 {
-    if (Quarry::GetTransactionLevel() == 0)
-        Quarry::CTransaction(Cellar::Intent::Write, Brix::SubjectOf(client)).Commit();
+    if (Quarry::GetTransactionLevel() == 0 && Quarry::GetConnection().GetDialect().HasOneWriter())
+        Quarry::CTransaction(Cellar::Intent::Write).Commit();
 }
 
 void FetchAll(const Request& request, const std::shared_ptr<CAPIErrorHandler>& errors, std::shared_ptr<Channel> channel,
@@ -204,7 +204,7 @@ FetchResult FetchFromHmrc(ClientId client, const std::string& gatewayId, IEndpoi
                          {CNICPrepop::kGroup}};
         if (!MayFetch(request, result))
             return result;
-        NeedWriteLock(client);
+        NeedWriteLock();
         FetchAll(request, errors, std::move(channel), result);
         errors->DisplayErrors();
         result.ok = errors->GetErrorCount() == 0;
