@@ -124,7 +124,7 @@ function(morvut_tests name)
   add_executable(${name} ${arg_SOURCES})
   morvut_settings(${name})
   target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}/tests")
-  if(ODBC_FOUND)
+  if(MORVUT_TEST_SERVER)
     target_compile_definitions(${name} PRIVATE MORVUT_HAS_TEST_SERVER)
   endif()
   target_link_libraries(${name} PRIVATE ${arg_USES} GTest::gtest)
@@ -136,7 +136,7 @@ function(morvut_tests name)
   else()
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 TEST_FILTER "-Server/*"
       PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 300)
-    if(ODBC_FOUND) # one label, since a list does not get through: ctest takes what it is given for a part of one
+    if(MORVUT_TEST_SERVER) # one label, since a list does not get through: ctest takes what it is given for a part of one
       gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 TEST_FILTER "Server/*" TEST_LIST ${name}_SERVER
         PROPERTIES LABELS "${arg_LABELS}-db-server" TIMEOUT 300 FIXTURES_REQUIRED db-server
         ENVIRONMENT "MORVUT_TEST_SERVER=${MORVUT_TEST_SERVER}")

@@ -105,7 +105,6 @@ TEST_P(CheckEmbedded, FindsValuesOfOtherTypes)
     });
 }
 
-#ifdef MORVUT_HAS_TEST_SERVER
 class CheckServer : public CheckPractice
 {};
 ON_SERVER(CheckServer);
@@ -123,7 +122,6 @@ TEST_P(CheckServer, FindsIdsThatWouldBeGivenTwice)
     EXPECT_EQ(Cellar::ToLong(Single("SELECT MAX(lID) FROM BRIXBank")), 2);
     EXPECT_EQ(Quarry::NewId(Brix::CBank::Declaration()), 34) << "behind that one's block";
 }
-#endif
 
 TEST_P(CheckEmbedded, FindsADamagedFile)
 {

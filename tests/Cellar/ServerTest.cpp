@@ -124,6 +124,27 @@ TEST_P(Server, WritersOfDifferentSubjectsDoNotWait)
     EXPECT_EQ(Count(*other), 1);
 }
 
+TEST_P(Server, LeavesNothingOpenBehind)
+{
+    Insert(*connection, 1);
+    connection->Begin();
+    for (const bool isInLevel : {true, false}) {
+        connection->Begin();
+        Insert(*connection, 2);
+        auto cursor = std::make_unique<CRowCursor>(CRowCursor(*connection, "SELECT lID FROM Note"));
+        EXPECT_TRUE(cursor->Next());
+        if (isInLevel)
+            cursor.reset(); // closed with the next statement, by when its level is undone
+        connection->Rollback();
+        cursor.reset();
+        EXPECT_EQ(Count(*connection), 1);
+    }
+    EXPECT_EQ(CBufferedRowList(*connection, "SELECT COUNT(*) FROM pg_cursors WHERE name <> ''").GetLong(0), 0);
+    connection.reset();
+    other->SetBusyTimeout(5000);
+    other->Script("DROP TABLE Note");
+}
+
 TEST_P(Server, SaysOnceAndForAllThatTheConnectionIsLost)
 {
     connection->Begin();

@@ -366,7 +366,6 @@ TEST_P(DataList, GivesANewRowAnIdOfItsOwn)
     EXPECT_NO_THROW(list.Update());
 }
 
-#ifdef MORVUT_HAS_TEST_SERVER
 /// Ids that a sequence counts.
 class ServerDataList : public DataList
 {
@@ -408,6 +407,5 @@ TEST_P(ServerDataList, GivesIdsOfBlocksThatEachSessionHasForItself)
     EXPECT_EQ(Quarry::NewId(kTask), 2147483647);
     EXPECT_THROW(Quarry::NewId(kTask), Cellar::DatabaseError);
 }
-#endif
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "Cellar/drivers/odbc/ServerSession.h"
 
 #include <algorithm>
+#include <exception>
 #include <new>
 #include <utility>
 
@@ -49,11 +50,13 @@ ServerSession::ServerSession(const ServerText& text) : m_environment(SQL_NULL_HA
 
 ServerSession::~ServerSession()
 {
+    try {
+        Rollback();                   // a driver may not let go of a connection with a transaction open
+    } catch (const std::exception&) { // the server does it by itself
+    }
     m_direct.Forget();
     for (StatementHandle& statement : m_retired)
         statement.Forget();
-    if (m_inTransaction && !m_isLost && !m_direct) // the driver does not let go of a connection with one open
-        SQLEndTran(SQL_HANDLE_DBC, m_connection, SQL_ROLLBACK);
     SQLDisconnect(m_connection);
     SQLFreeHandle(SQL_HANDLE_DBC, m_connection);
 }
@@ -120,8 +123,8 @@ std::string ServerSession::TakeWaiting(const std::string& text)
             whole += (whole.empty() ? "" : ";") + each;
     };
     if (!m_hasFailed) {
-        for (const std::string& cursor : std::exchange(m_toClose, {}))
-            add("CLOSE " + cursor);
+        for (const Held& cursor : std::exchange(m_toClose, {}))
+            add("CLOSE " + cursor.name);
     }
     add(std::exchange(m_waiting, {}));
     add(text);
@@ -131,11 +134,11 @@ std::string ServerSession::TakeWaiting(const std::string& text)
 
 void ServerSession::Fail(SQLHSTMT statement)
 {
-    const DatabaseError error = ErrorOf(Diagnose(SQL_HANDLE_STMT, statement));
-    m_isLost = m_isLost || error.GetCategory() == DatabaseError::Category::LostConnection;
+    const Diagnosis diagnosis = Diagnose(SQL_HANDLE_STMT, statement);
+    m_isLost = m_isLost || ErrorOf(diagnosis).GetCategory() == DatabaseError::Category::LostConnection;
     m_hasFailed = m_hasFailed || (m_inTransaction && m_rules->failureEndsTransaction);
     SQLFreeStmt(statement, SQL_CLOSE);
-    throw error;
+    throw ErrorOf(diagnosis);
 }
 
 void ServerSession::RunDirect(SQLHSTMT statement, const std::string& text)
@@ -289,13 +292,13 @@ void ServerSession::CloseCursor(const std::string& name)
         std::find_if(m_cursors.begin(), m_cursors.end(), [&](const Held& held) { return held.name == name; });
     if (cursor == m_cursors.end())
         return;
+    m_toClose.push_back(*cursor);
     m_cursors.erase(cursor);
-    m_toClose.push_back(name);
 }
 
 void ServerSession::Undone(int level) noexcept
 {
-    for (auto* const list : {&m_locks, &m_cursors})
+    for (auto* const list : {&m_locks, &m_cursors, &m_toClose})
         std::erase_if(*list, [&](const Held& held) { return held.level >= level; });
     m_level = level - 1;
     m_saved = std::min(m_saved, m_level);
@@ -305,7 +308,7 @@ void ServerSession::Ended(int level) noexcept
 {
     if (level == 1)
         m_locks.clear();
-    for (auto* const list : {&m_locks, &m_cursors})
+    for (auto* const list : {&m_locks, &m_cursors, &m_toClose})
         for (Held& held : *list)
             held.level = std::min(held.level, level - 1);
     m_level = level - 1;

@@ -85,8 +85,8 @@ private:
     std::function<void(std::string_view)> m_sent;
     std::vector<StatementHandle> m_retired;
     StatementHandle m_direct;
-    std::string m_waiting;              // to be sent with the next statement
-    std::vector<std::string> m_toClose; // cursors, likewise
+    std::string m_waiting;       // to be sent with the next statement
+    std::vector<Held> m_toClose; // cursors, likewise
     std::vector<Held> m_locks, m_cursors;
     int m_level = 0; // of the transaction's savepoints, the transaction itself being 1
     int m_saved = 0; // the innermost one that the server knows
