@@ -14,8 +14,9 @@ void RequireEmptyPlace(Cellar::CConnection& connection, const std::string& pract
     // The connection's own counter of sessions does not count.
     for (const auto& row : connection.Query(connection.GetDialect().TableColumns(), {}).rows)
         if (Cellar::ToText(row[0]) != "CellarSession")
-            throw CommandError(Exit::CannotOpen, "EXISTS", Quoted(practice) + " is there already",
-                               "Choose another name, or remove the file first.");
+            throw CommandError(Exit::CannotOpen, "EXISTS", Quoted(PracticeName(practice)) + " is there already",
+                               PracticePath(practice).empty() ? "Name an empty database of the server."
+                                                              : "Choose another name, or remove the file first.");
 }
 
 Shellkit::Bytes MakeKey(const std::string& practice, Shellkit::KeyReaders readers)

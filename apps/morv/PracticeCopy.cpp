@@ -73,7 +73,7 @@ void CopyPractice(const std::string& from, const std::string& to, const CommonOp
     else
         PrintLine(
             "Copied %s to %s: %ld rows of %d tables, compared row by row. Its key is in %s: keep the two together.",
-            from, to, static_cast<long>(copied.rows), copied.tables, KeyPath(to));
+            PracticeName(from), PracticeName(to), static_cast<long>(copied.rows), copied.tables, KeyPath(to));
 }
 
 } // namespace Morv

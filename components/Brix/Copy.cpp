@@ -193,6 +193,7 @@ public:
             CopyRows(table);
         for (TableCopy& table : tables)
             CompareRows(table);
+        PutIdsBehindRows(m_to.practice);
         transaction.Commit();
         return m_copied;
     }

@@ -268,12 +268,17 @@ SchemaVersion ReadSchemaVersion(Cellar::CConnection& connection)
 void PutIdsBehindRows(Cellar::CConnection& connection)
 {
     const Dialect& dialect = connection.GetDialect();
+    if (dialect.IdsOfSequence() == 0)
+        return;
     std::string script;
-    for (const Table* const table : AllTables())
-        if (const Column* const counted = table->GetCounted(); counted && dialect.IdsOfSequence() > 0)
+    for (const Table* const table : AllTables()) {
+        if (const Column* const counted = table->GetCounted())
             script += dialect.MoveSequence(table->sqlName, counted->name) + ";\n";
-    if (!script.empty())
-        connection.Script(script);
+        for (const Column& column : table->columns)
+            if (column.identity)
+                script += dialect.MoveIdentity(table->sqlName, column.name) + ";\n";
+    }
+    connection.Script(script);
 }
 
 void UpgradeSchema(Cellar::CConnection& connection)

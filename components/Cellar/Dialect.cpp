@@ -49,6 +49,7 @@ struct SequenceRules
     SqlText (*next)(const SequenceNames& names);
     SqlText (*isBehind)(const SequenceNames& names);
     SqlText (*move)(const SequenceNames& names);
+    SqlText (*moveIdentity)(const SequenceNames& names);
 };
 
 /// How one database writes what T-SQL writes otherwise. Null: as it stands.
@@ -257,8 +258,17 @@ SqlText PostgresIsBehind(const SequenceNames& names)
 }
 SqlText PostgresMove(const SequenceNames& names)
 {
-    return "SELECT setval('" + names.sequence + "', GREATEST(" + kPostgresNumber + ", (SELECT COALESCE(" +
-           Largest(names) + ", 0) + 1 FROM [" + names.table + "])), false) FROM " + names.sequence;
+    // At the end of the numbers it has given its last one, and refuses the next.
+    const SqlText next = "GREATEST(" + SqlText(kPostgresNumber) + ", (SELECT CAST(COALESCE(" + Largest(names) +
+                         ", 0) AS bigint) + 1 FROM [" + names.table + "]))";
+    return "SELECT setval('" + names.sequence + "', LEAST(" + next + ", 2147483647), " + next + " > 2147483647) FROM " +
+           names.sequence;
+}
+SqlText PostgresMoveIdentity(const SequenceNames& names)
+{
+    const SqlText sequence = "pg_get_serial_sequence('" + names.table + "', LOWER('" + names.column + "'))";
+    return "SELECT setval(" + sequence + ", GREATEST(COALESCE(pg_sequence_last_value(" + sequence +
+           "), 0), (SELECT COALESCE(" + Largest(names) + ", 0) FROM [" + names.table + "])) + 1, false)";
 }
 constexpr SequenceRules kPostgresSequences = {
     .create = "CREATE SEQUENCE IF NOT EXISTS ",
@@ -267,6 +277,7 @@ constexpr SequenceRules kPostgresSequences = {
     .next = PostgresNext,
     .isBehind = PostgresIsBehind,
     .move = PostgresMove,
+    .moveIdentity = PostgresMoveIdentity,
 };
 
 SqlText SqlServerNext(const SequenceNames& names)
@@ -287,6 +298,7 @@ SqlText SqlServerMove(const SequenceNames& names)
            ", 0) >= (SELECT CAST(current_value AS bigint) FROM sys.sequences WHERE name = '" + names.sequence +
            "')); EXEC(@move)";
 }
+SqlText SqlServerMoveIdentity(const SequenceNames& names) { return "DBCC CHECKIDENT ('" + names.table + "', RESEED)"; }
 constexpr SequenceRules kSqlServerSequences = {
     .create = "CREATE SEQUENCE ",
     .options = " AS int START WITH 1 INCREMENT BY 32 MINVALUE 1;\n",
@@ -294,6 +306,7 @@ constexpr SequenceRules kSqlServerSequences = {
     .next = SqlServerNext,
     .isBehind = SqlServerIsBehind,
     .move = SqlServerMove,
+    .moveIdentity = SqlServerMoveIdentity,
 };
 
 constexpr Rules kPostgres = {
@@ -647,8 +660,11 @@ public:
     }
     std::string MoveSequence(std::string_view table, std::string_view column) const override
     {
-        const SqlText move = About(&SequenceRules::move, table, column);
-        return m_rules.bracketName ? Translate(move.View()).text : std::string(move.View());
+        return Native(About(&SequenceRules::move, table, column));
+    }
+    std::string MoveIdentity(std::string_view table, std::string_view column) const override
+    {
+        return Native(About(&SequenceRules::moveIdentity, table, column));
     }
     bool AddsComputedDefaults() const noexcept override { return m_rules.addsComputedDefaults; }
     std::string InsertProcedure(std::string_view name, std::string_view table,
@@ -675,6 +691,12 @@ public:
 
 private:
     std::string Name(std::string_view name) const { return Translate("[" + std::string(name) + "]").text; }
+    /// Scripts of servers that speak T-SQL hold several statements and variables.
+    std::string Native(const SqlText& script) const
+    {
+        const bool isTranslated = m_rules.bracketName && !script.IsEmpty();
+        return isTranslated ? Translate(script.View()).text : std::string(script.View());
+    }
     static std::string SequenceOf(std::string_view table) { return std::string(table) + "_ids"; }
     SqlText About(SqlText (*SequenceRules::*statement)(const SequenceNames&), std::string_view table,
                   std::string_view column) const

@@ -81,8 +81,9 @@ public:
     virtual SqlText NextBlocks(std::string_view table) const = 0;
     /// A query for the column's largest id, with a row only when the sequence would give ids that rows have already.
     virtual SqlText SequenceIsBehind(std::string_view table, std::string_view column) const = 0;
-    /// Statements after which it gives ids that no row has.
+    /// Statements after which it gives ids that no row has, and those for a column that the database counts (Identity).
     virtual std::string MoveSequence(std::string_view table, std::string_view column) const = 0;
+    virtual std::string MoveIdentity(std::string_view table, std::string_view column) const = 0;
     /// A table that has rows may be given a column whose default is computed.
     virtual bool AddsComputedDefaults() const noexcept = 0;
     /// The statements that make a procedure which inserts its texts into these columns of a table.

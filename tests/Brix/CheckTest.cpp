@@ -118,7 +118,11 @@ TEST_P(CheckServer, FindsIdsThatWouldBeGivenTwice)
     EXPECT_EQ(faults[0].table + " " + std::to_string(faults[0].id), "BRIXBank 1");
     Brix::PutIdsBehindRows(connection);
     EXPECT_EQ(Brix::CheckPractice(connection).size(), 0U);
-    connection.Script("INSERT INTO BRIXBank (strName) VALUES ('another program''s')");
+    connection.Script("INSERT INTO BRIXBank (strName) VALUES ('another program''s');"
+                      "INSERT INTO MTDAudit (lID) VALUES (1), (2)"); // which the database counts by itself
+    Brix::PutIdsBehindRows(connection);
+    connection.Script("INSERT INTO MTDAudit (strAction) VALUES ('accept')");
+    EXPECT_EQ(Cellar::ToLong(Single("SELECT MAX(lID) FROM MTDAudit")), 3);
     EXPECT_EQ(Cellar::ToLong(Single("SELECT MAX(lID) FROM BRIXBank")), 2);
     EXPECT_EQ(Quarry::NewId(Brix::CBank::Declaration()), 34) << "behind that one's block";
 }

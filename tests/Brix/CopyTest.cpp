@@ -74,7 +74,14 @@ protected:
     std::unique_ptr<Cellar::CConnection> m_copy;
 };
 
-TEST_F(CopyOfPractice, IsEqualRowByRowAndBackAgain)
+ON_BOTH_DATABASES(CopyOfPractice);
+
+/// Ids whose rows are gone, one moment for all tables, columns that take any value.
+class CopyOfEmbedded : public CopyOfPractice
+{};
+INSTANTIATE_TEST_SUITE_P(Embedded, CopyOfEmbedded, testing::Values(::Test::Database::Embedded));
+
+TEST_P(CopyOfPractice, IsEqualRowByRowAndBackAgain)
 {
     std::int64_t last = 0;
     const Brix::Copied copied = CopyTo(*m_copy, [&](std::int64_t done, std::int64_t all) {
@@ -102,7 +109,7 @@ TEST_F(CopyOfPractice, IsEqualRowByRowAndBackAgain)
     EXPECT_EQ(name.rows.at(0).at(1), Cellar::Value(7)) << "who has the row open sees no change";
 }
 
-TEST_F(CopyOfPractice, GoesOnFromTheIdsGivenOut)
+TEST_P(CopyOfEmbedded, GoesOnFromTheIdsGivenOut)
 {
     Quarry::GetConnection().ExecuteDirectf("DELETE FROM [BRIXClient] WHERE [lID] > 3");
     Quarry::NewId(Brix::CClient::Declaration());
@@ -111,7 +118,7 @@ TEST_F(CopyOfPractice, GoesOnFromTheIdsGivenOut)
     EXPECT_GT(Quarry::NewId(Brix::CClient::Declaration(), *m_copy), before) << "also where the row is gone";
 }
 
-TEST_F(CopyOfPractice, LeavesNothingWhenItIsRefused)
+TEST_P(CopyOfPractice, LeavesNothingWhenItIsRefused)
 {
     EXPECT_NE(Refusal(*m_copy, [](std::int64_t done, std::int64_t) { return done < 9; }).find("given up"),
               std::string::npos);
@@ -123,7 +130,7 @@ TEST_F(CopyOfPractice, LeavesNothingWhenItIsRefused)
     EXPECT_NE(Refusal(*empty).find("is no practice of this version"), std::string::npos);
 }
 
-TEST_F(CopyOfPractice, ReadsOneMomentWhileOthersWrite)
+TEST_P(CopyOfEmbedded, ReadsOneMomentWhileOthersWrite)
 {
     const auto other = Practice::Open();
     const Brix::Copied copied = CopyTo(*m_copy, [&](std::int64_t, std::int64_t) {
@@ -133,7 +140,7 @@ TEST_F(CopyOfPractice, ReadsOneMomentWhileOthersWrite)
     EXPECT_GT(copied.rows, 0) << "what was compared is what was copied";
 }
 
-TEST_F(CopyOfPractice, NamesTheRowThatTheOtherDatabaseRefuses)
+TEST_P(CopyOfEmbedded, NamesTheRowThatTheOtherDatabaseRefuses)
 {
     // Only a database that takes any value in any column holds such a row.
     Quarry::GetConnection().ExecuteDirectf("UPDATE [BRIXClient] SET [nTrustKind] = 'many' WHERE [lID] = 2");

@@ -13,6 +13,12 @@ using namespace Test;
 class ServerPractice : public OnDatabase
 {
 protected:
+    /// The name of a further database on the server.
+    static std::string Made(const char* name)
+    {
+        ConnectionTextOf(name);
+        return TheDatabases().made.back().second;
+    }
     /// Its password and its key in files.
     const std::string practice =
         "'" +
@@ -43,7 +49,14 @@ TEST_P(ServerPractice, IsMadeUsedAndChecked)
     const std::string create = "hmrc create " + practice + " --client 1 --year 2018";
     EXPECT_GT(MorvJson(create)["created"]["employments"], 0);
     EXPECT_EQ(MorvJson(create)["created"]["employments"], 0) << "nothing twice";
-    EXPECT_EQ(MorvJson("practice check " + practice)["ok"], true);
+    const std::string file = TempDir() + "/copy.db";
+    EXPECT_EQ(MorvJson("practice copy " + practice + " " + file)["verified"], true);
+    const std::string back = ReplacedAll(practice, TheDatabases().made[0].second, Made("second"));
+    EXPECT_EQ(MorvJson("practice copy " + file + " " + back)["verified"], true);
+    for (const std::string& each : {practice, file, back}) {
+        EXPECT_EQ(MorvJson("practice check " + each)["ok"], true);
+        EXPECT_EQ(MorvJson("client list " + each).size(), 15U);
+    }
 }
 
 TEST_P(ServerPractice, IsRefusedWithoutItsPasswordOrKey)
