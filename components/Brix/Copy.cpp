@@ -125,10 +125,10 @@ private:
 };
 
 /// Secrets on their way from one key to the other.
-class Secrets
+class Resealing
 {
 public:
-    Secrets(std::span<const std::uint8_t> from, std::span<const std::uint8_t> to) noexcept : m_from(from), m_to(to) {}
+    Resealing(std::span<const std::uint8_t> from, std::span<const std::uint8_t> to) noexcept : m_from(from), m_to(to) {}
 
     /// Seals what is a secret under the new key.
     void Reseal(Value& value, Copied& copied) const
@@ -316,7 +316,7 @@ private:
 
     const CopySide& m_from;
     const CopySide& m_to;
-    Secrets m_secrets;
+    Resealing m_secrets;
     const CopyProgress& m_progress;
     Copied m_copied;
     std::int64_t m_done = 0;

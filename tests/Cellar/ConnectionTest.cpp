@@ -61,7 +61,7 @@ TEST_P(Connection, ValuesComeBackAsTheyWent)
 TEST_P(Connection, ValuesOfAnyLengthComeBack)
 {
     std::string text, bytes;
-    for (const std::size_t length : {1023, 1024, 2047, 2048, 4000, 8001, 100'000, 5'000'000}) {
+    for (const std::size_t length : {1023U, 1024U, 2047U, 2048U, 4000U, 8001U, 100'000U, 5'000'000U}) {
         SCOPED_TRACE(length);
         text.resize(length, 'x');
         text.back() = '.';
