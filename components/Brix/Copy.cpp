@@ -183,14 +183,13 @@ public:
     {
         if (ReadSchemaVersion(m_from.practice).state != SchemaState::Current)
             ThrowCopy("what is to be copied is no practice of this version");
-        // Held open, so that all that is read here is of one moment.
-        Cellar::CRowCursor moment(m_from.practice, "SELECT [nVersion] FROM [BRIXSchema]");
-        moment.Next();
+        const Cellar::CConnection::Moment moment(m_from.practice);
         std::vector<TableCopy> tables = FindTables();
         Cellar::CTransaction transaction(m_to.practice, Cellar::Intent::Write);
         MakeSchema();
         for (TableCopy& table : tables)
             CopyRows(table);
+        PutIdsBehindRows(m_to.practice);
         for (TableCopy& table : tables)
             CompareRows(table);
         PutIdsBehindRows(m_to.practice);

@@ -139,6 +139,21 @@ bool CConnection::AreDirectEventsSuspended() const noexcept { return m_state->su
 CConnection::Aside::Aside(CConnection& connection) : m_state(connection.m_state) { m_state->levels.StandAside(); }
 CConnection::Aside::~Aside() { m_state->levels.StepBack(); }
 
+CConnection::Moment::Moment(CConnection& connection) : m_state(connection.m_state)
+{
+    if (connection.GetLevel() > 0)
+        throw std::logic_error("one moment is to be read within an open transaction");
+    m_state->driver->BeginMoment();
+}
+
+CConnection::Moment::~Moment()
+{
+    try {
+        m_state->driver->EndMoment();
+    } catch (...) { // a lost connection: the moment is over
+    }
+}
+
 SuspendDirectSQLEvents::SuspendDirectSQLEvents(CConnection& connection) noexcept : m_connection(connection)
 {
     ++m_connection.m_state->suspended;

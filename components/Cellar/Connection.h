@@ -143,6 +143,20 @@ public:
     };
     bool IsAside() const noexcept;
 
+    /// While it lives, everything that the connection reads is of one moment, whatever others write; they need not wait.
+    /// Nothing may be written on the connection meanwhile. Throws std::logic_error within levels, and DatabaseError.
+    class CELLAR_API Moment
+    {
+    public:
+        explicit Moment(CConnection& connection);
+        ~Moment();
+        Moment(const Moment&) = delete;
+        Moment& operator=(const Moment&) = delete;
+
+    private:
+        std::shared_ptr<State> m_state;
+    };
+
     /// The number that marks this connection in lock rows (@@SPID); the first call may write.
     std::int64_t GetSessionId();
     const Dialect& GetDialect() const noexcept;

@@ -76,7 +76,7 @@ protected:
 
 ON_BOTH_DATABASES(CopyOfPractice);
 
-/// Ids whose rows are gone, one moment for all tables, columns that take any value.
+/// Ids whose rows are gone, columns that take any value.
 class CopyOfEmbedded : public CopyOfPractice
 {};
 INSTANTIATE_TEST_SUITE_P(Embedded, CopyOfEmbedded, testing::Values(::Test::Database::Embedded));
@@ -130,7 +130,7 @@ TEST_P(CopyOfPractice, LeavesNothingWhenItIsRefused)
     EXPECT_NE(Refusal(*empty).find("is no practice of this version"), std::string::npos);
 }
 
-TEST_P(CopyOfEmbedded, ReadsOneMomentWhileOthersWrite)
+TEST_P(CopyOfPractice, ReadsOneMomentWhileOthersWrite)
 {
     const auto other = Practice::Open();
     const Brix::Copied copied = CopyTo(*m_copy, [&](std::int64_t, std::int64_t) {
@@ -142,7 +142,6 @@ TEST_P(CopyOfEmbedded, ReadsOneMomentWhileOthersWrite)
 
 TEST_P(CopyOfEmbedded, NamesTheRowThatTheOtherDatabaseRefuses)
 {
-    // Only a database that takes any value in any column holds such a row.
     Quarry::GetConnection().ExecuteDirectf("UPDATE [BRIXClient] SET [nTrustKind] = 'many' WHERE [lID] = 2");
     const std::string refusal = Refusal(*m_copy);
     EXPECT_NE(refusal.find("BRIXClient 2 is refused"), std::string::npos) << refusal;

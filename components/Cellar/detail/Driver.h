@@ -66,6 +66,8 @@ public:
     /// Within it: keeps others out who mean to write to the same. Where the transaction itself does, there is nothing
     /// to do.
     virtual void LockForWriting(const Subject&) {}
+    virtual void BeginMoment() = 0; // reads are of one moment until it ends
+    virtual void EndMoment() = 0;
     virtual void Commit() = 0;
     virtual void Rollback() = 0;
     virtual void SetSavepoint(int level) = 0;

@@ -41,6 +41,8 @@ public:
 
     void BeginWrite() override { m_session->Begin(); }
     void LockForWriting(const Subject& subject) override { m_session->LockForWriting(subject); }
+    void BeginMoment() override { m_session->BeginMoment(); }
+    void EndMoment() override { m_session->Rollback(); }
     void Commit() override { m_session->Commit(); }
     void Rollback() override { m_session->Rollback(); }
     void SetSavepoint(int level) override { m_session->SetSavepoint(level); }

@@ -44,6 +44,7 @@ constexpr ServerRules kServers[] = {
         .settings = "Protocol=7.4-0;UseServerSidePrepare=1;UseDeclareFetch=0;BoolsAsChar=0;ByteaAsLongVarBinary=1;"
                     "LFConversion=0;Parse=0;Debug=0;CommLog=0;",
         .begin = "BEGIN",
+        .beginMoment = "BEGIN ISOLATION LEVEL REPEATABLE READ READ ONLY",
         .commit = "COMMIT",
         .rollback = "ROLLBACK",
         .savepoint = "SAVEPOINT ",
@@ -61,6 +62,8 @@ constexpr ServerRules kServers[] = {
         .dialect = SqlServerDialect,
         .settings = "MARS_Connection=Yes;",
         .begin = "BEGIN TRANSACTION",
+        // The database must allow it (ALLOW_SNAPSHOT_ISOLATION); the level is back with the next pooled use.
+        .beginMoment = "SET TRANSACTION ISOLATION LEVEL SNAPSHOT; BEGIN TRANSACTION",
         .commit = "COMMIT TRANSACTION",
         .rollback = "ROLLBACK TRANSACTION",
         .savepoint = "SAVE TRANSACTION ",

@@ -18,7 +18,8 @@ struct ServerRules
     const Dialect& (*dialect)();
     const char* settings;                          // of the driver, for the connection text
     const char* begin;                             // of a transaction
-    const char* commit;                            // likewise
+    const char* beginMoment;                       // of one that reads the state of one moment
+    const char* commit;                            // of a transaction
     const char* rollback;                          // likewise
     const char* savepoint;                         // a name follows
     const char* release;                           // a name follows; null: savepoints end with the transaction

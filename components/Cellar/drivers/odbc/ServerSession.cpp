@@ -206,6 +206,13 @@ void ServerSession::Begin()
     m_level = m_saved = 1;
 }
 
+void ServerSession::BeginMoment()
+{
+    RunDirect(m_rules->beginMoment);
+    m_inTransaction = true;
+    m_level = m_saved = 1;
+}
+
 void ServerSession::Commit()
 {
     RefuseUnlessUsable();

@@ -52,6 +52,7 @@ public:
 
     // The transaction.
     void Begin();
+    void BeginMoment(); // a transaction that reads one moment; rolled back in the end
     void Commit();
     void Rollback();
     void SetSavepoint(int level);

@@ -95,6 +95,8 @@ public:
     }
 
     void BeginWrite() override { Control("BEGIN IMMEDIATE"); } // a plain one fails at its first write when busy
+    void BeginMoment() override { Exec("BEGIN; SELECT 1 FROM sqlite_schema LIMIT 1"); } // begins with its first read
+    void EndMoment() override { Rollback(); }
     void Commit() override { Control("COMMIT"); }
     void Rollback() override
     {
