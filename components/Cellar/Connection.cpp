@@ -74,6 +74,31 @@ void CConnection::LockTable(const SqlText& table)
     });
 }
 
+long CConnection::ExecuteAlone(const SqlText& table, const SqlText& statement, std::span<const Value> values)
+{
+    const Aside aside(*this);
+    const std::string lock = GetDialect().LockTable(table.View());
+    if (lock.empty()) // the engine lets one connection write at a time
+        return Execute(statement, values);
+    Detail::Driver& driver = *m_state->driver;
+    return m_state->Reporting(statement.View(), [&] {
+        driver.GetSessionId(); // it may write, in a transaction of its own
+        driver.BeginWrite();
+        try {
+            driver.Script(lock);
+            const long changed = Execute(statement, values);
+            driver.Commit();
+            return changed;
+        } catch (...) {
+            try {
+                driver.Rollback();
+            } catch (const DatabaseError&) { // the connection is gone, and the transaction with it
+            }
+            throw;
+        }
+    });
+}
+
 void CConnection::SetBusyTimeout(unsigned milliseconds) { m_state->driver->SetBusyTimeout(milliseconds); }
 
 void CConnection::Begin(Intent intent, const Subject& subject)

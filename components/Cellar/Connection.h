@@ -108,6 +108,9 @@ public:
     void Script(std::string_view statements);
     /// Keeps other connections from writing to the table until the outermost level ends. Needs an open level.
     void LockTable(const SqlText& table);
+    /// One statement that commits by itself, aside from open levels (see Aside), while no other connection writes to
+    /// the table: what it reads there still holds when it writes.
+    long ExecuteAlone(const SqlText& table, const SqlText& statement, std::span<const Value> values);
     /// How long a statement waits for another connection before it is refused as busy; 5000 unless told.
     void SetBusyTimeout(unsigned milliseconds);
 

@@ -66,7 +66,7 @@ struct Rules
     const SequenceRules* sequences; // null: none
     bool addsComputedDefaults;
     std::string (*insertProcedure)(const InsertProcedureParts& parts);
-    SqlText tableColumns, fileIntegrity, filePath;
+    SqlText tableColumns, fileIntegrity, filePath, sessionBegan;
     SqlText (*mayNotRead)(ColumnType type, const SqlText& column);
     const char* call; // EXEC
     Around arguments; // of the call; only with one
@@ -221,6 +221,7 @@ constexpr Rules kSqlite = {
     .tableColumns = "SELECT m.name, c.name FROM sqlite_master m, pragma_table_info(m.name) c WHERE m.type = 'table'",
     .fileIntegrity = "PRAGMA integrity_check",
     .filePath = "SELECT file FROM pragma_database_list WHERE name = 'main'",
+    .sessionBegan = "", // its file does not know who has it open
     .mayNotRead = SqliteMayNotRead,
     .call = "INSERT INTO ", // a view of that name, whose trigger does the work
     .arguments = {" VALUES (", ")"},
@@ -324,6 +325,9 @@ constexpr Rules kPostgres = {
     .tableColumns = kServerColumns,
     .fileIntegrity = "",
     .filePath = "",
+    .sessionBegan = "SELECT CAST(backend_start AS timestamp(3)) AS [dtBegan], "
+                    "CAST(timezone('utc', backend_start) AS timestamp(3)) AS [dtBeganUtc] "
+                    "FROM pg_stat_activity WHERE pid = %I64d",
     .mayNotRead = ReadsAlways,
     .call = "CALL ",
     .arguments = {"(", ")"},
@@ -358,6 +362,7 @@ constexpr Rules kSqlServer = {
     .tableColumns = kServerColumns,
     .fileIntegrity = "",
     .filePath = "",
+    .sessionBegan = "", // without a right of administrators a session sees itself only
     .mayNotRead = ReadsAlways,
     .call = nullptr,
     .arguments = {nullptr, nullptr},
@@ -678,6 +683,7 @@ public:
     const SqlText& TableColumns() const noexcept override { return m_rules.tableColumns; }
     const SqlText& FileIntegrity() const noexcept override { return m_rules.fileIntegrity; }
     const SqlText& FilePath() const noexcept override { return m_rules.filePath; }
+    const SqlText& SessionBegan() const noexcept override { return m_rules.sessionBegan; }
     SqlText MayNotRead(ColumnType type, const SqlText& column) const override
     {
         return m_rules.mayNotRead(type, column);

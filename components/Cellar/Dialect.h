@@ -95,6 +95,9 @@ public:
     virtual const SqlText& FileIntegrity() const noexcept = 0;
     /// A query for the path of the database's file; empty for a server's.
     virtual const SqlText& FilePath() const noexcept = 0;
+    /// A query for the moments, by the clocks of GETDATE() and GETUTCDATE(), at which the session of a number (%I64d)
+    /// began: columns dtBegan and dtBeganUtc. No row: the session is over. Empty where the database does not tell.
+    virtual const SqlText& SessionBegan() const noexcept = 0;
     /// A condition that every value of the column fulfils which may not read as its type, and few others; empty where
     /// the database lets none in.
     virtual SqlText MayNotRead(ColumnType type, const SqlText& column) const = 0;
