@@ -4,7 +4,6 @@
 
 #include "Brix/Check.h"
 #include "Brix/Copy.h"
-#include "Brix/Keys.h"
 #include "Brix/Kinds.h"
 #include "Brix/PracticeKey.h"
 #include "Brix/Records.h"

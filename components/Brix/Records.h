@@ -5,9 +5,9 @@
 // and Set(kXyz, nullptr) stores one.
 
 #include "Brix/Export.h"
-#include "Brix/Keys.h"
 #include "Brix/Kinds.h"
 #include "Brix/RowOf.h"
+#include "Quarry/Keys.h"
 
 namespace Brix
 {

@@ -4,6 +4,7 @@
 
 #include "Quarry/DataCursor.h"
 #include "Quarry/DataList.h"
+#include "Quarry/Keys.h"
 #include "Quarry/Listeners.h"
 #include "Quarry/NewId.h"
 #include "Quarry/Row.h"

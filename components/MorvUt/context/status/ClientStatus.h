@@ -4,9 +4,9 @@
 // status: every answer is no, except what rows say that hang on its id. All at once, and with the reasons:
 // StatusView.h. All of them read the current connection and throw Cellar::DatabaseError.
 
-#include "Brix/Keys.h"
 #include "MorvUt/context/status/StatusRules.h"
 #include "MorvUt/Export.h"
+#include "Quarry/Keys.h"
 
 namespace Brix
 {

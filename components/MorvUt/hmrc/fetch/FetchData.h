@@ -7,13 +7,13 @@
 #include <vector>
 
 #include "Afx/text/CString.h"
-#include "Brix/Keys.h"
 #include "HmrcApi/answers/Errors.h"
 #include "HmrcApi/Host.h"
 #include "HmrcApi/transport/Channel.h"
 #include "MorvUt/Export.h"
 #include "MorvUt/hmrc/fetch/FetchStates.h"
 #include "MorvUt/hmrc/staging/StagedYear.h"
+#include "Quarry/Keys.h"
 
 namespace HmrcApi
 {

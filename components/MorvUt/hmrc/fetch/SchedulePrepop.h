@@ -6,7 +6,6 @@
 #include <memory>
 #include <string>
 
-#include "Brix/Keys.h"
 #include "HmrcApi/answers/Errors.h"
 #include "HmrcApi/oauth/Authorisation.h"
 #include "MorvUt/Export.h"
@@ -14,6 +13,7 @@
 #include "MorvUt/hmrc/access/Logger.h"
 #include "MorvUt/hmrc/staging/StagedYear.h"
 #include "MorvUt/taxyear/TaxYear.h"
+#include "Quarry/Keys.h"
 
 namespace HmrcApi
 {

@@ -2,11 +2,11 @@
 
 // The command "create the schedules that the return lacks".
 
-#include "Brix/Keys.h"
 #include "MorvUt/Export.h"
 #include "MorvUt/hmrc/schedules/NewSchedules.h"
 #include "MorvUt/hmrc/schedules/ReturnYear.h"
 #include "MorvUt/taxyear/TaxYear.h"
+#include "Quarry/Keys.h"
 
 namespace HmrcApi
 {

@@ -5,13 +5,13 @@
 #include <vector>
 
 #include "Afx/text/CString.h"
-#include "Brix/Keys.h"
 #include "Kiln/CAmt.h"
 #include "Kiln/CDate.h"
 #include "MorvUt/Export.h"
 #include "MorvUt/hmrc/schedules/ReturnYear.h"
 #include "MorvUt/hmrc/staging/StagedYear.h"
 #include "MorvUt/taxyear/TaxYear.h"
+#include "Quarry/Keys.h"
 
 namespace HmrcApi
 {

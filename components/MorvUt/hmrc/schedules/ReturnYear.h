@@ -5,10 +5,10 @@
 #include <vector>
 
 #include "Afx/text/CString.h"
-#include "Brix/Keys.h"
 #include "Kiln/CAmt.h"
 #include "Kiln/CDate.h"
 #include "MorvUt/Export.h"
+#include "Quarry/Keys.h"
 
 namespace HmrcApi
 {

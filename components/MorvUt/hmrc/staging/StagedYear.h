@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "Afx/time/DateTime.h"
-#include "Brix/Keys.h"
 #include "Kiln/CAmt.h"
 #include "Kiln/CDate.h"
 #include "MorvUt/Export.h"
+#include "Quarry/Keys.h"
 
 namespace HmrcApi
 {

@@ -1,0 +1,5 @@
+#pragma once
+
+// The audit log, whole.
+
+#include "Trailmark/MTDAudit.h"
