@@ -2,8 +2,9 @@
 
 #include "Brix/Subjects.h"
 #include "Cellar/BufferedRowList.h"
-#include "MorvUt/hmrc/access/AsideIfPossible.h"
 #include "MorvUt/hmrc/access/Logger.h"
+#include "MorvUt/users/locks/AsideIfPossible.h"
+#include "MorvUt/users/locks/Holder.h"
 #include "MorvUt/users/UserData.h"
 #include "Quarry/Session.h"
 #include "Shellkit/Random.h"
@@ -39,7 +40,7 @@ constexpr char kInsertGatewayId[] =
 constexpr char kDeleteRow[] = "DELETE FROM [MTDAuthorisation] WHERE [strGatewayID] = %s";
 
 constexpr LockTable kLocks = {
-    .mark = "MorvUt.TokenLock",
+    .mark = Locks::kTokenMark,
     .insert =
         "INSERT INTO MTDAuthorisationLock ( lMTDAuthorisationID, strUserID, strWorkstation ) VALUES ( %ld, %s, %s )",
     .insertMarked = "INSERT INTO MTDAuthorisationLock ( lMTDAuthorisationID, strUserID, strWorkstation, ConnectionID ) "

@@ -1,51 +1,11 @@
 #include "MorvUt/users/locks/LockRow.h"
 
-#include <cmath>
-#include <limits>
-
 #include "Afx/system/Computer.h"
 #include "Cellar/BufferedRowList.h"
+#include "MorvUt/users/locks/Holder.h"
 
 using Cellar::CConnection;
 using Cellar::Value;
-
-namespace
-{
-
-constexpr double kSecondsADay = 86'400;
-constexpr std::size_t kLongestName = 15; // of a computer; what is longer is cut
-
-/// Tells the files of this computer apart, however a program names them: their sessions have the same numbers. Those of
-/// a server are the server's, and different texts may lead to it.
-std::string DatabaseDigest(CConnection& connection)
-{
-    const Cellar::SqlText& file = connection.GetDialect().FilePath();
-    if (file.IsEmpty())
-        return "server";
-    const Cellar::RowSet files = connection.Query(file, {});
-    std::uint64_t hash = 14695981039346656037u; // FNV-1a: the same in every build
-    for (const char c : files.rows.empty() ? std::string() : Cellar::ToText(files.rows[0].at(0)).Str())
-        hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211u;
-    return std::to_string(hash);
-}
-
-/// The very row that was looked at: its key may have another one by now. Times compare as what they were stored as.
-Cellar::SqlText SameRow(const Value& locked)
-{
-    const Cellar::SqlText session = " AND COALESCE([ConnectionID], 0) = %I64d AND [dtLocked] ";
-    if (locked.IsNull())
-        return session + "IS NULL";
-    return session + (locked.GetKind() == Value::Kind::Text ? Cellar::SqlText("= %s") : Cellar::SqlText("= %t"));
-}
-
-double SecondsBetween(const COleDateTime& from, const COleDateTime& to)
-{
-    if (from.GetStatus() != COleDateTime::valid || to.GetStatus() != COleDateTime::valid)
-        return std::numeric_limits<double>::quiet_NaN();
-    return (to.GetOleDate() - from.GetOleDate()) * kSecondsADay;
-}
-
-} // namespace
 
 LockRow& LockRow::operator=(const LockRow& other) noexcept
 {
@@ -66,19 +26,13 @@ std::optional<LockRow::Row> LockRow::Read(CConnection& connection, const LockTab
     return Row{{rows.GetText("strUserID").Str(), rows.GetText("strWorkstation").Str()},
                Cellar::ToInt64(rows.Get("ConnectionID")),
                rows.Get("dtLocked"),
-               SecondsBetween(rows.GetDateTime("dtLocked"), rows.GetDateTime("dtNow"))};
+               Locks::SecondsBetween(rows.GetDateTime("dtLocked"), rows.GetDateTime("dtNow"))};
 }
 
 std::optional<LockHolder> LockRow::FindHolder(CConnection& connection, const LockTable& table, const Value& key)
 {
     const std::optional<Row> row = Read(connection, table, key);
     return row ? std::optional(row->holder) : std::nullopt;
-}
-
-std::string LockRow::MarkName(CConnection& connection, const char* mark, const Value& key, std::int64_t session)
-{
-    return std::string(mark) + '.' + DatabaseDigest(connection) + '.' + Cellar::ToText(key).Str() + '.' +
-           std::to_string(session);
 }
 
 bool LockRow::Take(CConnection& connection, const Value& key, const std::string& user)
@@ -92,11 +46,16 @@ bool LockRow::Take(CConnection& connection, const Value& key, const std::string&
     return Insert(connection, key, user) || (ClearLeftBehind(connection, key) && Insert(connection, key, user));
 }
 
+std::string LockRow::MarkOf(CConnection& connection, const Value& key, std::int64_t session) const
+{
+    return Locks::MarkName(connection, m_table->mark, Cellar::ToText(key).View(), session);
+}
+
 /// False when another holds it.
 bool LockRow::Insert(CConnection& connection, const Value& key, const std::string& user)
 {
     const std::int64_t session = connection.GetSessionId();
-    const bool isMarked = m_mark.Set(MarkName(connection, m_table->mark, key, session)); // before the row is seen
+    const bool isMarked = m_mark.Set(MarkOf(connection, key, session)); // before the row is seen
     try {
         if (isMarked)
             connection.ExecuteDirectf(m_table->insertMarked, key, user, Afx::GetComputerName(), -session);
@@ -116,13 +75,9 @@ bool LockRow::Insert(CConnection& connection, const Value& key, const std::strin
 
 bool LockRow::IsLeftBehind(CConnection& connection, const Value& key, const Row& row) const
 {
-    const std::string& workstation = row.holder.workstation;
-    if (row.session < 0 && workstation == Afx::GetComputerName().Str()) {
-        if (Shellkit::ProcessMark::IsSet(MarkName(connection, m_table->mark, key, -row.session)))
-            return false;
-        if (workstation.size() < kLongestName && workstation != "Unknown")
-            return true;
-    }
+    if (row.session < 0)
+        if (const auto runs = Locks::RunsHere(MarkOf(connection, key, -row.session), row.holder.workstation))
+            return !*runs;
     return row.age > m_table->staleSeconds;
 }
 
@@ -141,7 +96,7 @@ bool LockRow::ClearLeftBehind(CConnection& connection, const Value& key)
 
 long LockRow::Remove(CConnection& connection, const Value& key, const Row& row) const
 {
-    const Cellar::SqlText statement = m_table->remove + SameRow(row.locked);
+    const Cellar::SqlText statement = m_table->remove + Locks::SameRow(row.locked);
     return row.locked.IsNull() ? connection.ExecuteDirectf(statement, key, row.session)
                                : connection.ExecuteDirectf(statement, key, row.session, row.locked);
 }

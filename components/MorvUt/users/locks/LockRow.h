@@ -16,7 +16,7 @@
 /// mark; other programs, which set none, leave it positive, 0 or null.
 struct LockTable
 {
-    const char* mark;             // begins the names of its process marks
+    const char* mark;             // the kind of lock in the names of its process marks
     Cellar::SqlText insert;       // key, user, workstation
     Cellar::SqlText insertMarked; // the same and ConnectionID
     Cellar::SqlText select;       // key; the four columns, and as dtNow the moment by the clock of dtLocked
@@ -55,9 +55,6 @@ public:
 
     /// Whose row Take cleared, also one that threw afterwards; told once.
     std::optional<LockHolder> TakeCleared() noexcept { return std::exchange(m_cleared, std::nullopt); }
-    /// The mark of a session of this database.
-    static std::string MarkName(Cellar::CConnection& connection, const char* mark, const Cellar::Value& key,
-                                std::int64_t session);
     /// Nothing when nobody has the lock.
     static std::optional<LockHolder> FindHolder(Cellar::CConnection& connection, const LockTable& table,
                                                 const Cellar::Value& key);
@@ -71,6 +68,7 @@ private:
         double age = 0; // seconds; not a number: not known
     };
     static std::optional<Row> Read(Cellar::CConnection& connection, const LockTable& table, const Cellar::Value& key);
+    std::string MarkOf(Cellar::CConnection& connection, const Cellar::Value& key, std::int64_t session) const;
     bool Insert(Cellar::CConnection& connection, const Cellar::Value& key, const std::string& user);
     bool IsLeftBehind(Cellar::CConnection& connection, const Cellar::Value& key, const Row& row) const;
     bool ClearLeftBehind(Cellar::CConnection& connection, const Cellar::Value& key);

@@ -10,6 +10,7 @@
 #include "MorvUt/hmrc/access/GatewayState.h"
 #include "MorvUt/hmrc/access/Logger.h"
 #include "MorvUt/hmrc/HmrcTest.h"
+#include "MorvUt/users/locks/Holder.h"
 #include "Shellkit/ProcessMark.h"
 #include "support/Case.h"
 
@@ -249,8 +250,8 @@ TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
     const auto other =
         Cellar::CConnection::Open(CString(::Test::TempDir() + "/other.db"), Cellar::CConnection::Create::IfMissing);
     Shellkit::ProcessMark running, elsewhere;
-    ASSERT_TRUE(running.Set(LockRow::MarkName(Quarry::GetConnection(), "MorvUt.TokenLock", 7, 4712)));
-    ASSERT_TRUE(elsewhere.Set(LockRow::MarkName(*other, "MorvUt.TokenLock", 7, 4713)));
+    ASSERT_TRUE(running.Set(Locks::MarkName(Quarry::GetConnection(), "MorvUt.TokenLock", "7", 4712)));
+    ASSERT_TRUE(elsewhere.Set(Locks::MarkName(*other, "MorvUt.TokenLock", "7", 4713)));
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
         Afx::SetComputerName(std::string_view(row.workstation) == "DESK2" ? "DESK1" : row.workstation);
@@ -264,7 +265,7 @@ TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
     }
     auto& connection = Quarry::GetConnection();
     EXPECT_FALSE(
-        Shellkit::ProcessMark::IsSet(LockRow::MarkName(connection, "MorvUt.TokenLock", 7, connection.GetSessionId())))
+        Shellkit::ProcessMark::IsSet(Locks::MarkName(connection, "MorvUt.TokenLock", "7", connection.GetSessionId())))
         << "nobody has the mark of a lock that was refused";
     connection.Script("UPDATE MTDAuthorisationLock SET dtLocked = '2024-01-01'; DELETE FROM MTDLog;"
                       "CREATE TRIGGER Full BEFORE INSERT ON MTDAuthorisationLock WHEN (SELECT COUNT(*) FROM "
@@ -279,7 +280,7 @@ TEST_F(AuthorisationStore, NamesNoSessionWhoseMarkItHasNot)
 {
     const long long session = Quarry::GetConnection().GetSessionId();
     Shellkit::ProcessMark taken;
-    ASSERT_TRUE(taken.Set(LockRow::MarkName(Quarry::GetConnection(), "MorvUt.TokenLock", 7, session)));
+    ASSERT_TRUE(taken.Set(Locks::MarkName(Quarry::GetConnection(), "MorvUt.TokenLock", "7", session)));
     CAuthorisationStore store(kGateway);
     ASSERT_TRUE(store.LockStore());
     taken.Clear();

@@ -6,9 +6,6 @@
 
 #include "Cellar/Connection.h"
 
-namespace HmrcApi
-{
-
 /// While it lives, statements stand aside from the open levels where they still can; where these have begun, statements
 /// share their fate.
 class AsideIfPossible
@@ -23,5 +20,3 @@ public:
 private:
     std::optional<Cellar::CConnection::Aside> m_aside;
 };
-
-} // namespace HmrcApi

@@ -1,0 +1,178 @@
+#include "MorvUt/users/locks/LockList.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <iterator>
+#include <string>
+
+#include "Cellar/BufferedRowList.h"
+#include "Cellar/Transaction.h"
+#include "MorvUt/users/locks/Holder.h"
+#include "Trailmark/MTDAudit.h"
+
+using Cellar::CBufferedRowList;
+using Cellar::CConnection;
+using Cellar::SqlText;
+
+namespace
+{
+
+/// One table of locks.
+struct LockSource
+{
+    LockKind kind;
+    const char* words;       // what it is, for the audit
+    const char* application; // null: the key stands for itself
+    const char* mark;
+    const char* markKey; // null: the row's key
+    bool isUtc;          // dtLocked
+    SqlText select;      // lockKey, lockName, the four columns of every table, dtNow by the clock of dtLocked, dtLocal
+    SqlText remove;      // lockKey; further conditions follow
+};
+
+#define MORVUT_USER_LOCKS(name, table)                                                                                 \
+    {                                                                                                                  \
+        .kind = LockKind::User, .words = "User lock ", .application = name, .mark = Locks::kUserMark,                  \
+        .markKey = table, .isUtc = false,                                                                              \
+        .select = "SELECT UserId AS lockKey, UserId AS lockName, UserId AS strUserID, strWorkstation, dtLocked, "      \
+                  "ConnectionID, GETDATE() AS dtNow, GETDATE() AS dtLocal FROM " table " ORDER BY dtLocked, UserId",   \
+        .remove = "DELETE FROM " table " WHERE UserId = %s",                                                           \
+    }
+
+constexpr LockSource kSources[] = {
+    MORVUT_USER_LOCKS("Morv", "MorvUserLocks"),
+    MORVUT_USER_LOCKS("BTax", "BTaxUserLocks"),
+    MORVUT_USER_LOCKS("TrustTax", "TrustTaxUserLocks"),
+    {
+        .kind = LockKind::Feature,
+        .words = "Lock on feature ",
+        .application = nullptr,
+        .mark = Locks::kFeatureMark,
+        .markKey = nullptr,
+        .isUtc = false,
+        .select = "SELECT nFeature AS lockKey, nFeature AS lockName, strUserID, strWorkstation, dtLocked, "
+                  "ConnectionID, GETDATE() AS dtNow, GETDATE() AS dtLocal FROM FeatureLocks "
+                  "ORDER BY dtLocked, nFeature",
+        .remove = "DELETE FROM FeatureLocks WHERE nFeature = %d",
+    },
+    {
+        .kind = LockKind::Token,
+        .words = "Lock on the HMRC tokens of ",
+        .application = nullptr,
+        .mark = Locks::kTokenMark,
+        .markKey = nullptr,
+        .isUtc = true,
+        .select = "SELECT l.lMTDAuthorisationID AS lockKey, a.strGatewayID AS lockName, l.strUserID, "
+                  "l.strWorkstation, l.dtLocked, l.ConnectionID, GETUTCDATE() AS dtNow, GETDATE() AS dtLocal "
+                  "FROM MTDAuthorisationLock l LEFT JOIN MTDAuthorisation a ON a.lID = l.lMTDAuthorisationID "
+                  "ORDER BY l.dtLocked, l.lMTDAuthorisationID",
+        .remove = "DELETE FROM MTDAuthorisationLock WHERE lMTDAuthorisationID = %ld",
+    },
+};
+
+#undef MORVUT_USER_LOCKS
+
+/// Sessions that set a mark: those of token locks are negative (LockRow.h); a user lock has a workstation then.
+bool IsMarkedHolder(const LockSource& source, const HeldLock& lock)
+{
+    switch (source.kind) {
+    case LockKind::Token:
+        return lock.row.session < 0;
+    case LockKind::User:
+        return lock.row.session > 0 && !lock.workstation.IsEmpty();
+    default:
+        return lock.row.session > 0;
+    }
+}
+
+/// By its mark, else by what the database knows. Never "ended" of a session that the database still has: its program
+/// may be one that sets no mark.
+std::optional<bool> IsHolderAlive(CConnection& connection, const LockSource& source, const HeldLock& lock,
+                                  const COleDateTime& locked)
+{
+    const std::int64_t session = std::abs(lock.row.session);
+    std::optional<bool> runs;
+    if (IsMarkedHolder(source, lock)) {
+        const std::string key = source.markKey ? source.markKey : Cellar::ToText(lock.row.key).Str();
+        runs = Locks::RunsHere(Locks::MarkName(connection, source.mark, key, session), lock.workstation.Str());
+    }
+    const SqlText& began = connection.GetDialect().SessionBegan();
+    if (session == 0 || runs == true || began.IsEmpty())
+        return runs;
+    CBufferedRowList sessions(connection, began, session);
+    if (!sessions.MoveFirst())
+        return false;
+    const double held = Locks::SecondsBetween(sessions.GetDateTime(source.isUtc ? "dtBeganUtc" : "dtBegan"), locked);
+    return std::isnan(held) ? std::nullopt : std::optional(held >= 0); // a later session has the same number
+}
+
+CString KeyOf(const LockSource& source, const CBufferedRowList& row)
+{
+    const CString name = row.IsNull("lockName") ? row.GetText("lockKey") : row.GetText("lockName");
+    return source.application ? CString(source.application) + "/" + name + "/" + row.GetText("ConnectionID") : name;
+}
+
+HeldLock ReadLock(CConnection& connection, int table, const CBufferedRowList& row)
+{
+    const LockSource& source = kSources[table];
+    const COleDateTime locked = row.GetDateTime("dtLocked");
+    const double age = Locks::SecondsBetween(locked, row.GetDateTime("dtNow"));
+    HeldLock lock;
+    lock.kind = source.kind;
+    lock.key = KeyOf(source, row);
+    lock.user = row.GetText("strUserID");
+    lock.workstation = row.GetText("strWorkstation");
+    lock.row = {table, row.Get("lockKey"), row.Get("dtLocked"), Cellar::ToInt64(row.Get("ConnectionID"))};
+    if (!std::isnan(age)) {
+        constexpr double kSecondsADay = 86'400;
+        lock.age = age;
+        lock.since = source.isUtc ? COleDateTime(row.GetDateTime("dtLocal").GetOleDate() - age / kSecondsADay) : locked;
+    }
+    lock.isAlive = IsHolderAlive(connection, source, lock, locked);
+    return lock;
+}
+
+bool Remove(CConnection& connection, const HeldLock& lock, const CString& user)
+{
+    const LockSource& source = kSources[lock.row.table];
+    std::vector<Cellar::Value> values{lock.row.key, lock.row.session};
+    if (!lock.row.locked.IsNull())
+        values.push_back(lock.row.locked);
+    if (connection.Execute(source.remove + Locks::SameRow(lock.row.locked), values) == 0)
+        return false;
+    Trailmark::CMTDAuditCache audit(ClientId(), connection);
+    audit.Add("clear lock", 0, user, CString(source.words) + lock.key,
+              lock.workstation.IsEmpty() ? lock.user : lock.user + " at " + lock.workstation,
+              lock.since.GetStatus() == COleDateTime::valid ? "since " + lock.since.FormatIso() : CString());
+    audit.Flush();
+    return true;
+}
+
+} // namespace
+
+const char* LockKindName(LockKind kind) noexcept
+{
+    constexpr const char* kNames[] = {"user", "feature", "token"};
+    return kNames[static_cast<int>(kind)];
+}
+
+std::vector<HeldLock> ListLocks(CConnection& connection)
+{
+    std::vector<HeldLock> locks;
+    for (int table = 0; table < static_cast<int>(std::size(kSources)); ++table)
+        for (CBufferedRowList rows(connection, kSources[table].select); !rows.IsEOL(); rows.MoveNext())
+            locks.push_back(ReadLock(connection, table, rows));
+    return locks;
+}
+
+bool ClearLock(CConnection& connection, const HeldLock& lock, const CString& user)
+{
+    if (connection.GetLevel() > 0) {
+        const CConnection::Aside aside(connection);
+        return Remove(connection, lock, user);
+    }
+    Cellar::CTransaction transaction(connection, Cellar::Intent::Write);
+    const bool isRemoved = Remove(connection, lock, user);
+    transaction.Commit();
+    return isRemoved;
+}

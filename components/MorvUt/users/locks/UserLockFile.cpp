@@ -1,0 +1,155 @@
+#include "MorvUt/users/locks/UserLockFile.h"
+
+#include <cassert>
+#include <optional>
+#include <vector>
+
+#include "Afx/system/Computer.h"
+#include "MorvUt/users/locks/Holder.h"
+
+using Cellar::CConnection;
+using Cellar::SqlText;
+
+namespace
+{
+
+int unlimitedSameUserLogin = 0;
+
+std::weak_ptr<CConnection*>& Watched() noexcept
+{
+    static auto& watched = *new std::weak_ptr<CConnection*>;
+    return watched;
+}
+
+} // namespace
+
+CConnection* CUserLockFile::m_pConn = nullptr;
+
+CUserLockFile::~CUserLockFile() = default;
+
+void CUserLockFile::InitUserLocking(CConnection& conn)
+{
+    m_pConn = &conn;
+    Watched() = conn.Watch();
+}
+
+/// Null when there is none, or when it was closed meanwhile.
+CConnection* CUserLockFile::OpenConnection() noexcept
+{
+    if (Watched().expired())
+        m_pConn = nullptr;
+    return m_pConn;
+}
+
+/// Without a mark the row has no workstation: nobody can be asked whether its session lives.
+long CUserLockFile::Insert(CConnection& connection, const CString& user, bool isMarked) const
+{
+    const SqlText table = SqlText::Identifier(GetTableName());
+    std::vector<Cellar::Value> values{user};
+    if (isMarked)
+        values.emplace_back(Afx::GetComputerName());
+    if (unlimitedSameUserLogin != 0)
+        return connection.Execute(SqlText("INSERT INTO ") + table +
+                                      (isMarked ? SqlText(" (UserID, strWorkstation ) VALUES('%s', '%s')")
+                                                : SqlText(" (UserID ) VALUES('%s')")),
+                                  values);
+    values.emplace_back(user);
+    return connection.ExecuteAlone(
+        table,
+        SqlText("INSERT ") + table +
+            (isMarked ? SqlText(" ( UserId, strWorkstation ) SELECT '%s', '%s'") : SqlText(" ( UserId ) SELECT '%s'")) +
+            " WHERE NOT EXISTS( SELECT userid FROM " + table + " WHERE userid = '%s' ) ",
+        values);
+}
+
+CUserLockFile::Result CUserLockFile::AddLock(CString user)
+{
+    if (lockCount > 0) {
+        assert(user.CompareNoCase(userId) == 0 && "the lock is held for another user");
+        ++lockCount;
+        return Held;
+    }
+    CConnection* const connection = OpenConnection();
+    if (!connection || user.Find("'") >= 0) // the statement has the id between quotes
+        return Failed;
+    const CConnection::Aside aside(*connection);
+    try {
+        const std::int64_t session = connection->GetSessionId();
+        Insert(*connection, user, m_mark.Set(Locks::MarkName(*connection, Locks::kUserMark, GetTableName(), session)));
+    } catch (const Cellar::DatabaseError&) {
+        m_mark.Clear();
+        return Failed;
+    }
+    userId = user;
+    lockCount = 1;
+    return Held;
+}
+
+void CUserLockFile::RemoveLock()
+{
+    if (lockCount == 0)
+        return;
+    if (lockCount > 1) {
+        --lockCount;
+        return;
+    }
+    if (CConnection* const connection = OpenConnection()) {
+        const CConnection::Aside aside(*connection);
+        try {
+            Locks::Insist([&] {
+                connection->ExecuteDirectf(SqlText("DELETE FROM ") + SqlText::Identifier(GetTableName()) +
+                                               " where userid = '%s' AND ConnectionID=@@SPID",
+                                           userId);
+            });
+        } catch (const Cellar::DatabaseError&) { // the row stays; others see that its holder has ended
+        }
+    }
+    lockCount = 0;
+    userId.Empty();
+    m_mark.Clear();
+}
+
+int CUserLockFile::GetNumUsers() const
+{
+    CConnection* const connection = OpenConnection();
+    if (!connection)
+        return 0;
+    const SqlText count = SqlText("SELECT Count(*) FROM ") + SqlText::Identifier(GetTableName()) + " ";
+    return static_cast<int>(Cellar::ToLong(connection->Query(count, {}).rows.at(0).at(0)));
+}
+
+bool CUserLockFile::IsValidState() const
+{
+    if (lockCount == 0)
+        return true;
+    CConnection* const connection = OpenConnection();
+    if (!connection)
+        return false;
+    const SqlText count =
+        SqlText("SELECT Count(*) FROM ") + SqlText::Identifier(GetTableName()) + " WHERE UserId = '%s'";
+    return Cellar::ToLong(connection->Query(count, {userId}).rows.at(0).at(0)) == 1;
+}
+
+const char* CMorvLockFile::GetTableName() const noexcept { return "MorvUserLocks"; }
+const char* CBTaxLockFile::GetTableName() const noexcept { return "BTaxUserLocks"; }
+const char* CTrustTaxLockFile::GetTableName() const noexcept { return "TrustTaxUserLocks"; }
+
+CMorvLockFile& GetMorvLockFile()
+{
+    static auto& file = *new CMorvLockFile;
+    return file;
+}
+
+CBTaxLockFile& GetBTaxLockFile()
+{
+    static auto& file = *new CBTaxLockFile;
+    return file;
+}
+
+CTrustTaxLockFile& GetTrustTaxLockFile()
+{
+    static auto& file = *new CTrustTaxLockFile;
+    return file;
+}
+
+void SetUnlimitedSameUserLogin(int unlimited) noexcept { unlimitedSameUserLogin = unlimited; }

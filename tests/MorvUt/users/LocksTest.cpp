@@ -1,0 +1,250 @@
+#include <optional>
+#include <stdexcept>
+
+#include "Afx/system/Computer.h"
+#include "MorvUt/users/FeatureLock.h"
+#include "MorvUt/users/locks/Holder.h"
+#include "MorvUt/users/locks/LockList.h"
+#include "MorvUt/users/locks/UserLockFile.h"
+#include "Trailmark/MTDAudit.h"
+#include "UsersTest.h"
+
+namespace
+{
+
+constexpr char kUser[] = "INSERT INTO BTaxUserLocks (UserId, strWorkstation, ConnectionID) VALUES ('bob', %s, %s)";
+constexpr char kFeature[] = "INSERT INTO FeatureLocks (nFeature, strWorkstation, ConnectionID) VALUES (7, %s, %s)";
+constexpr char kToken[] =
+    "INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID, strWorkstation, ConnectionID) VALUES (7, %s, %s)";
+constexpr Afx::StringResource kOwnStrings[] = {{5, "Wait."}, {6, "%2: %1"}};
+
+class LocksTest : public UsersTest
+{
+protected:
+    LocksTest()
+    {
+        setenv("TZ", "XST-5", 1); // hours that must not count
+        tzset();
+        CUserData::m_strUser = "ann";
+        Afx::SetComputerName("DESK1");
+        CUserLockFile::InitUserLocking(connection);
+    }
+    ~LocksTest() override
+    {
+        unsetenv("TZ");
+        tzset();
+        CUserData::m_strUser.Empty();
+        Afx::SetComputerName("");
+        SetUnlimitedSameUserLogin(0);
+    }
+
+    /// The holder as told to the caller, and the message; with the caller's own texts or the library's.
+    std::string Refusal(int feature, bool isOwnText = false) const
+    {
+        ::Test::Windows().Clear();
+        ::Test::Windows().Answer(1);
+        CFeatureLock lock(feature, connection);
+        CString holder = "nobody";
+        EXPECT_EQ(isOwnText ? lock.Lock(5, 6, &holder) : lock.Lock(&holder), 0);
+        return holder.Str() + ": " + ::Test::Windows().Messages().at(0).text;
+    }
+    static std::string Shown(const HeldLock& lock)
+    {
+        EXPECT_TRUE(lock.age && *lock.age >= 0 && *lock.age < 60) << lock.key;
+        EXPECT_LT(COleDateTime::GetCurrentTime().GetOleDate() - lock.since.GetOleDate(), 1.0 / 24) << lock.key;
+        return std::string(LockKindName(lock.kind)) + ' ' + lock.key.Str() + ' ' + lock.workstation.Str() +
+               (lock.isAlive ? *lock.isAlive ? " runs" : " ended" : " ?");
+    }
+    static std::size_t SeenByOthers() { return ListLocks(*Open()).size(); }
+
+    Cellar::CConnection& connection = Quarry::GetConnection();
+};
+
+} // namespace
+
+TEST_F(LocksTest, AUserHasARowOrARowASession)
+{
+    const auto other = Open();
+    for (const int unlimited : {0, 1}) {
+        SetUnlimitedSameUserLogin(unlimited);
+        CMorvLockFile first, second;
+        first.RemoveLock(); // of nothing
+        for (const char* id : {"Ann", "ann"})
+            EXPECT_EQ(first.AddLock(id), CUserLockFile::Held);
+        CUserLockFile::InitUserLocking(*other);
+        EXPECT_EQ(second.AddLock("ann"), CUserLockFile::Held);
+        EXPECT_EQ(Query("SELECT UserId FROM MorvUserLocks"), unlimited ? "Ann, ann" : "Ann");
+        EXPECT_EQ(first.IsValidState(), !unlimited);
+        CUserLockFile::InitUserLocking(connection);
+        first.RemoveLock();
+        EXPECT_TRUE(first.IsLocked()) << "taken twice";
+        first.RemoveLock();
+        EXPECT_TRUE(!first.IsLocked() && first.IsValidState());
+        EXPECT_EQ(second.GetNumUsers(), unlimited) << "each session removes its own row";
+        EXPECT_EQ(second.IsValidState(), unlimited == 1);
+        CUserLockFile::InitUserLocking(*other);
+        second.RemoveLock();
+        CUserLockFile::InitUserLocking(connection);
+    }
+    EXPECT_EQ(GetBTaxLockFile().AddLock("ann"), CUserLockFile::Held);
+    EXPECT_EQ(GetBTaxLockFile().GetNumUsers(), 1);
+    EXPECT_EQ(GetMorvLockFile().GetNumUsers() + GetTrustTaxLockFile().GetNumUsers(), 0) << "a table an application";
+    GetBTaxLockFile().RemoveLock();
+}
+
+TEST_F(LocksTest, AUserLockFailsAsAWhole)
+{
+    CMorvLockFile file;
+    EXPECT_EQ(file.AddLock("O'Brien"), CUserLockFile::Failed) << "stands between quotes in the statement";
+    connection.Script("CREATE TRIGGER T BEFORE INSERT ON MorvUserLocks BEGIN SELECT RAISE(ABORT, 'full'); END");
+    EXPECT_EQ(file.AddLock("ann"), CUserLockFile::Failed);
+    EXPECT_FALSE(file.IsLocked());
+    connection.Script("DROP TRIGGER T; "
+                      "CREATE TRIGGER T BEFORE DELETE ON MorvUserLocks BEGIN SELECT RAISE(ABORT, 'stays'); END");
+    EXPECT_EQ(file.AddLock("Ann %s"), CUserLockFile::Held) << "never taken for a placeholder";
+    file.RemoveLock();
+    EXPECT_FALSE(file.IsLocked()) << "given up although the row could not be removed";
+    auto other = Open();
+    CUserLockFile::InitUserLocking(*other);
+    EXPECT_EQ(file.AddLock("bob"), CUserLockFile::Held);
+    other.reset();
+    EXPECT_TRUE(!file.IsValidState() && file.GetNumUsers() == 0) << "the connection was closed";
+    file.RemoveLock();
+    EXPECT_EQ(file.AddLock("bob"), CUserLockFile::Failed);
+}
+
+TEST_F(LocksTest, AFeatureLockIsTheRowOfItsFeature)
+{
+    {
+        CFeatureLock lock(7, connection);
+        CString holder = "before";
+        EXPECT_EQ(lock.Lock(1, 2, &holder), 1);
+        EXPECT_EQ(holder, "");
+        EXPECT_EQ(lock.Lock(1, 2, nullptr), 1) << "held already: it is not its own holder";
+        EXPECT_EQ(Refusal(7), "ann: ann is using this at DESK1.") << "and deletes nothing";
+        EXPECT_EQ(SeenByOthers(), 1U);
+    }
+    EXPECT_EQ(SeenByOthers(), 0U);
+    Sql("DROP TABLE FeatureLocks");
+    EXPECT_THROW(CFeatureLock(7, connection).Lock(), Cellar::DatabaseError) << "not held: another failure";
+}
+
+TEST_F(LocksTest, ARefusalNamesHolderAndWorkstation)
+{
+    AddUser("Bob", "Bob Marsh");
+    AddUser("cara");
+    const struct
+    {
+        const char *user, *workstation, *told, *why;
+    } rows[] = {
+        {"bob  ", "DESK2  ", "bob  : Bob Marsh (bob) is using this at DESK2.", "full name, then id; a server pads"},
+        {"cara", "DESK2", "cara: cara is using this at DESK2.", "a user without a name"},
+        {"%2 d'Arcy", "%1", "%2 d'Arcy: %2 d'Arcy is using this at %1.", "no user of the practice; no places"},
+    };
+    for (const auto& row : rows) {
+        Sql("DELETE FROM FeatureLocks");
+        Sql("INSERT INTO FeatureLocks (nFeature, strUserID, strWorkstation) VALUES (7, %s, %s)", row.user,
+            row.workstation);
+        EXPECT_EQ(Refusal(7), row.told) << row.why;
+    }
+    Sql("CREATE UNIQUE INDEX OneForAll ON FeatureLocks ((1))"); // refuses a feature that has no row
+    EXPECT_EQ(Refusal(8), "nobody: Someone else has just finished. Please try again.");
+    const Afx::ResourceContext own(kOwnStrings, 2);
+    const Afx::ResourceContextGuard guard(own);
+    EXPECT_EQ(Refusal(7, true), "%2 d'Arcy: %1: %2 d'Arcy");
+    EXPECT_EQ(Refusal(8, true), "nobody: Wait.");
+}
+
+TEST_F(LocksTest, StandAsideFromTheOpenLevels)
+{
+    CMorvLockFile user, late;
+    for (const int unlimited : {0, 1}) {
+        SetUnlimitedSameUserLogin(unlimited);
+        Quarry::CTransaction sheet, page;
+        std::optional<CFeatureLock> feature(std::in_place, 7, connection), other(std::in_place, 8, connection);
+        ASSERT_TRUE(user.AddLock("ann") == 0 && feature->Lock() == 1 && other->Lock() == 1);
+        other.reset();
+        EXPECT_EQ(SeenByOthers(), 2U) << "at once";
+        Sql("UPDATE BRIXOptions SET nDateFormat = 1");
+        EXPECT_THROW(user.RemoveLock(), std::logic_error);
+        EXPECT_THROW(late.AddLock("ann"), std::logic_error);
+        EXPECT_THROW(CFeatureLock(8, connection).Lock(), std::logic_error);
+        feature.reset();
+        EXPECT_EQ(SeenByOthers(), 2U) << "goes with the commit";
+        page.Commit();
+        sheet.Commit();
+        EXPECT_TRUE(user.IsLocked() && user.IsValidState());
+        user.RemoveLock();
+        EXPECT_EQ(SeenByOthers(), 0U);
+    }
+}
+
+TEST_F(LocksTest, AreListedWithWhatIsKnownOfTheirHolders)
+{
+    const struct
+    {
+        Cellar::SqlText insert;
+        const char *workstation, *session, *shown, *why;
+    } rows[] = {
+        {kUser, "DESK1", "4711", "user BTax/bob/4711 DESK1 runs", "has its mark"},
+        {kUser, "DESK1", "4712", "user BTax/bob/4712 DESK1 ended", "has none"},
+        {kUser, nullptr, "4712", "user BTax/bob/4712  ?", "of a program that sets no mark"},
+        {kUser, "DESK2", "4711", "user BTax/bob/4711 DESK2 ?", "another computer's marks are not seen"},
+        {kFeature, "DESK1", "4711", "feature 7 DESK1 runs", "has its mark"},
+        {kFeature, "DESK1", "4712", "feature 7 DESK1 ended", "has none"},
+        {kFeature, "DESK1", nullptr, "feature 7 DESK1 ?", "of a program that sets no mark"},
+        {kFeature, "DESK1", "0", "feature 7 DESK1 ?", "of an ordinary tool"},
+        {kToken, "DESK1", "-4711", "token 7 DESK1 runs", "has its mark"},
+        {kToken, "DESK1", "-4712", "token 7 DESK1 ended", "has none"},
+        {kToken, "DESK1", "4712", "token 7 DESK1 ?", "of a program that sets no mark"},
+    };
+    Shellkit::ProcessMark marks[5];
+    const std::int64_t own = connection.GetSessionId();
+    ASSERT_TRUE(marks[0].Set(Locks::MarkName(connection, Locks::kUserMark, "BTaxUserLocks", 4711)) &&
+                marks[1].Set(Locks::MarkName(connection, Locks::kFeatureMark, "7", 4711)) &&
+                marks[2].Set(Locks::MarkName(connection, Locks::kTokenMark, "7", 4711)) &&
+                marks[3].Set(Locks::MarkName(connection, Locks::kUserMark, "BTaxUserLocks", own)) &&
+                marks[4].Set(Locks::MarkName(connection, Locks::kFeatureMark, "7", own)));
+    for (const auto& row : rows) {
+        connection.Script("DELETE FROM BTaxUserLocks; DELETE FROM FeatureLocks; DELETE FROM MTDAuthorisationLock");
+        Sql(row.insert, row.workstation, row.session);
+        EXPECT_EQ(Shown(ListLocks(connection).at(0)), row.shown) << row.why;
+    }
+    Sql("DELETE FROM MTDAuthorisationLock");
+    CFeatureLock feature(7, connection); // their marks are another's
+    ASSERT_TRUE(GetBTaxLockFile().AddLock("ann") == 0 && feature.Lock() == 1);
+    for (const HeldLock& lock : ListLocks(connection))
+        EXPECT_FALSE(lock.isAlive) << lock.key;
+    GetBTaxLockFile().RemoveLock();
+}
+
+TEST_F(LocksTest, AreClearedByTheRowThatWasListed)
+{
+    Sql("INSERT INTO MTDAuthorisation (lID, strGatewayID) VALUES (7, 'GATEWAY1')");
+    for (const bool isInSheet : {false, true}) {
+        for (const Cellar::SqlText& insert :
+             {Cellar::SqlText(kUser), Cellar::SqlText(kFeature), Cellar::SqlText(kToken)})
+            Sql(insert, "DESK2", isInSheet ? nullptr : "12");
+        const auto listed = ListLocks(connection);
+        for (const char* table : {"BTaxUserLocks", "FeatureLocks", "MTDAuthorisationLock"})
+            connection.Script(std::string("UPDATE ") + table +
+                              " SET dtLocked = " + (isInSheet ? "NULL" : "'2024-04-01'"));
+        for (const HeldLock& lock : listed)
+            EXPECT_FALSE(ClearLock(connection, lock, "ann")) << "another row than the one that was listed";
+        std::optional<Quarry::CTransaction> sheet; // whose Cancel takes nothing back
+        if (isInSheet)
+            sheet.emplace();
+        for (const HeldLock& lock : ListLocks(connection))
+            EXPECT_TRUE(ClearLock(connection, lock, "ann"));
+        sheet.reset();
+        EXPECT_EQ(SeenByOthers(), 0U);
+    }
+    const auto audit = Trailmark::ReadAudit(ClientId(), connection);
+    EXPECT_EQ(audit.size(), 6U);
+    EXPECT_EQ(audit.at(2).action + '|' + audit[2].user + '|' + audit[2].item + '|' + audit[2].hmrc,
+              "clear lock|ann|Lock on the HMRC tokens of GATEWAY1| at DESK2");
+    Sql(kFeature, "DESK2", "12");
+    connection.Script("CREATE TRIGGER Full BEFORE INSERT ON MTDAudit BEGIN SELECT RAISE(ABORT, 'full'); END");
+    EXPECT_THROW(ClearLock(connection, ListLocks(connection).at(0), "ann"), Cellar::DatabaseError);
+    EXPECT_EQ(SeenByOthers(), 1U) << "nothing is cleared that the audit does not know";
+}
