@@ -1,5 +1,7 @@
 #include "ArgumentChecks.h"
 
+#include <algorithm>
+
 #include "Afx/text/Numbers.h"
 #include "Afx/text/Utf8.h"
 #include "Output.h"
@@ -59,6 +61,18 @@ CLI::Validator NoJournal()
         return std::string();
     };
     return {problem, ""};
+}
+
+CLI::Validator OneOf(std::vector<std::string> words)
+{
+    std::string list;
+    for (const std::string& word : words)
+        list += (list.empty() ? "" : ", ") + word;
+    const auto problem = [=](const std::string& text) {
+        const bool isOne = std::find(words.begin(), words.end(), text) != words.end();
+        return isOne ? std::string() : Quoted(text) + " is none of " + list + DidYouMean(text, words);
+    };
+    return {problem, list};
 }
 
 CLI::Validator PlainYear()

@@ -33,6 +33,9 @@ CLI::Validator Utf8();
 /// The name of a new database file: none that the engine gives to the journals of another one, and removes.
 CLI::Validator NoJournal();
 
+/// One of these words.
+CLI::Validator OneOf(std::vector<std::string> words);
+
 /// Makes the year in which it ends, "2018", of "2017/18"; leaves everything else, for UseYear to refuse.
 CLI::Validator PlainYear();
 

@@ -21,6 +21,7 @@ void AddClientCommands(CLI::App& app, Program& program);
 void AddUserCommands(CLI::App& app, Program& program);
 void AddHmrcCommands(CLI::App& app, Program& program);
 void AddGatewayCommands(CLI::App& app, Program& program);
+void AddLockCommands(CLI::App& app, Program& program);
 void AddTableCommands(CLI::App& app, Program& program);
 void AddDoctorCommand(CLI::App& app, Program& program);
 void AddCalcCommand(CLI::App& app, Program& program);

@@ -10,7 +10,6 @@
 #include "ArgumentChecks.h"
 #include "Brix/Check.h"
 #include "Brix/Schema.h"
-#include "Cellar/BufferedRowList.h"
 #include "Cellar/ConnectionText.h"
 #include "Commands.h"
 #include "HmrcApi/http/Http.h"
@@ -147,15 +146,21 @@ Finding CheckTokens(const std::string&)
 
 Finding CheckLocks(const std::string&)
 {
-    Cellar::CBufferedRowList rows(Quarry::GetConnection(),
-                                  "SELECT strUserID, strWorkstation FROM MTDAuthorisationLock");
-    if (rows.GetCount() == 0)
+    const auto locks = ListLocks(Quarry::GetConnection());
+    if (locks.empty())
         return {"locks", true, "none is held", ""};
-    return {"locks", false,
-            "tokens are being refreshed at workstation " + rows.GetText("strWorkstation").Str() + " by " +
-                rows.GetText("strUserID").Str(),
-            "A lock that is left behind is cleared by the next fetch: at once at that workstation, elsewhere after 150 "
-            "seconds."};
+    for (const HeldLock& lock : locks) {
+        const std::string holder = lock.user.Str() + " at workstation " + OrDash(lock.workstation.Str());
+        if (lock.kind == LockKind::Token)
+            return {"locks", false, "tokens are being refreshed by " + holder,
+                    "A lock that is left behind is cleared by the next fetch: at once at that workstation, elsewhere "
+                    "after 150 seconds."};
+        if (lock.isAlive == false)
+            return {"locks", false,
+                    std::string(LockKindName(lock.kind)) + ' ' + lock.key.Str() + " was left behind by " + holder,
+                    "morv locks list shows all of them, morv locks clear removes one."};
+    }
+    return {"locks", true, Counted(static_cast<int>(locks.size()), "lock") + " held, none left behind", ""};
 }
 
 constexpr Finding (*kMachineChecks[])() = {CheckSettings, CheckClock,   CheckCertificates,

@@ -95,6 +95,8 @@ std::string ShownDate(const Kiln::CDate& date) { return date.IsValid() ? date.Fo
 std::string ShownDate(const COleDateTime& moment) { return FormatMoment(moment, "%d/%m/%Y"); }
 std::string ShownMoment(const COleDateTime& moment) { return FormatMoment(moment, "%d/%m/%Y %H:%M:%S"); }
 
+std::string OrDash(const std::string& text) { return text.empty() ? "-" : text; }
+
 std::string Counted(int count, const std::string& one)
 {
     return std::to_string(count) + ' ' + one + (count == 1 ? "" : "s");

@@ -35,6 +35,9 @@ std::string ShownDate(const Kiln::CDate& date); // "20/08/2017"
 std::string ShownDate(const COleDateTime& moment);
 std::string ShownMoment(const COleDateTime& moment); // "20/08/2017 14:05:09"
 
+/// "-" when there is none.
+std::string OrDash(const std::string& text);
+
 /// "1 schedule", "2 schedules".
 std::string Counted(int count, const std::string& one);
 

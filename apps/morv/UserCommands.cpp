@@ -33,8 +33,6 @@ Json ToJson(const StaffMember& user)
             {"rights", rights}};
 }
 
-std::string OrDash(const std::string& text) { return text.empty() ? "-" : text; }
-
 std::string GroupsOf(const StaffMember& user)
 {
     std::string text;

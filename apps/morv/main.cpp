@@ -155,6 +155,7 @@ int main(int argc, char** argv)
     AddUserCommands(app, program);
     AddHmrcCommands(app, program);
     AddGatewayCommands(app, program);
+    AddLockCommands(app, program);
     AddTableCommands(app, program);
     AddDoctorCommand(app, program);
     AddCalcCommand(app, program);

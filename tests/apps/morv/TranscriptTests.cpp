@@ -73,4 +73,5 @@ TEST_P(Transcript, IsWhatIsPrinted)
                      [this](const std::string& command) { return Run(command); });
 }
 
-INSTANTIATE_TEST_SUITE_P(Morv, Transcript, testing::Values("calc", "documents", "main-job", "refusals", "scenarios"));
+INSTANTIATE_TEST_SUITE_P(Morv, Transcript,
+                         testing::Values("calc", "documents", "locks", "main-job", "refusals", "scenarios"));
