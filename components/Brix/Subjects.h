@@ -2,7 +2,7 @@
 
 // What a transaction that means to write names as its subject.
 
-#include "Brix/Keys.h"
+#include "Quarry/Keys.h"
 #include "Brix/Records.h"
 #include "Cellar/Connection.h"
 
