@@ -1,5 +1,6 @@
 // client list, show, add.
 
+#include <functional>
 #include <memory>
 #include <stdexcept>
 
@@ -25,60 +26,55 @@ struct ClientArguments
 
 using Cells = std::vector<std::string>;
 
-/// What is listed of each client: its status, too, when that was asked for; none of one that came after.
-struct Listing
+/// Visits all that are listed; without their status, unless that was asked for. None is held.
+void ForEachListed(bool withStatus, const std::function<void(const ClientView&, const ClientStatus*)>& visit)
 {
-    bool withStatus = false;
-    std::vector<ClientStatus> statuses;
+    if (withStatus)
+        ForEachStatus(GetCurrentRealTaxYear(),
+                      [&](const ClientView& client, const ClientStatus& status) { visit(client, &status); });
+    else
+        ForEachClient([&](const ClientView& client) { visit(client, nullptr); });
+}
 
-    const ClientStatus* StatusOf(const ClientView& client) const
-    {
-        return FindStatus(statuses, client.id, client.IsPartnership());
-    }
-    Json JsonOf(const ClientView& client) const
-    {
-        Json json = ToJson(client);
-        if (withStatus) {
-            const ClientStatus* const status = StatusOf(client);
-            json["status"] = status ? ToJson(*status) : Json(nullptr);
-        }
-        return json;
-    }
-    Cells Headings() const
-    {
-        return withStatus ? Cells{"Id", "Code", "Kind", "Status", "Name"} : Cells{"Id", "Code", "Kind", "Name"};
-    }
-    Cells CellsOf(const ClientView& client) const
-    {
-        Cells cells{std::to_string(client.id), Shown(client.code.View()), NameOf(client.kind)};
-        if (withStatus) {
-            const ClientStatus* const status = StatusOf(client);
-            cells.push_back(status ? Shown(status->Word().View()) : "-");
-        }
-        cells.push_back(Shown(client.name.View()));
-        return cells;
-    }
-};
+Json JsonOf(const ClientView& client, const ClientStatus* status)
+{
+    Json json = ToJson(client);
+    if (status)
+        json["status"] = ToJson(*status);
+    return json;
+}
 
-/// However many there are: no client is held, only what is asked of all at once.
+Cells CellsOf(const ClientView& client, const ClientStatus* status)
+{
+    Cells cells{std::to_string(client.id), Shown(client.code.View()), NameOf(client.kind)};
+    if (status)
+        cells.push_back(Shown(status->Word().View()));
+    cells.push_back(Shown(client.name.View()));
+    return cells;
+}
+
 void List(const ClientArguments& arguments, const CommonOptions& options)
 {
     const PracticeSession session(arguments.practice, options, Login::Needed);
-    Listing listing;
-    listing.withStatus = arguments.withStatus;
-    if (listing.withStatus)
-        listing.statuses = StatusOfAll(GetCurrentRealTaxYear());
+    const bool withStatus = arguments.withStatus;
     if (options.json) {
         ForEachClient([](const ClientView&) {}); // a damaged file fails here, before the document has begun
         JsonList list;
-        ForEachClient([&](const ClientView& client) { list.Add(listing.JsonOf(client)); });
+        ForEachListed(withStatus,
+                      [&](const ClientView& client, const ClientStatus* status) { list.Add(JsonOf(client, status)); });
         return list.End();
     }
+    const Cells headings =
+        withStatus ? Cells{"Id", "Code", "Kind", "Status", "Name"} : Cells{"Id", "Code", "Kind", "Name"};
     TextColumns columns;
-    columns.Measure(listing.Headings());
-    ForEachClient([&](const ClientView& client) { columns.Measure(listing.CellsOf(client)); });
-    columns.Print(listing.Headings());
-    ForEachClient([&](const ClientView& client) { columns.Print(listing.CellsOf(client)); });
+    columns.Measure(headings);
+    ForEachListed(withStatus, [&](const ClientView& client, const ClientStatus* status) {
+        columns.Measure(CellsOf(client, status));
+    });
+    columns.Print(headings);
+    ForEachListed(withStatus, [&](const ClientView& client, const ClientStatus* status) {
+        columns.Print(CellsOf(client, status));
+    });
 }
 
 Json WithIdentifiers(const ClientView& client)

@@ -55,8 +55,13 @@ TextTable PensionTable() { return TextTable({"Pension or benefit", "Reference", 
 void PrintClient(const ClientView& client, short year)
 {
     PrintLine("%s %s, %s, tax year %s", client.code, client.name, NameOf(client.kind), FormatYearString42Digit(year));
-    if (!client.IsPartnership())
-        PrintLine("National Insurance number %s, UTR %s", client.nationalInsuranceNumber, client.utr);
+    if (client.IsPartnership())
+        return;
+    if (client.kind == KindOfClient::Individual || !client.nationalInsuranceNumber.IsEmpty())
+        PrintLine("National Insurance number %s, UTR %s", OrDash(client.nationalInsuranceNumber.Str()),
+                  OrDash(client.utr.Str()));
+    else
+        PrintLine("UTR %s", OrDash(client.utr.Str()));
 }
 
 void PrintStatus(const ClientStatus& status)

@@ -110,7 +110,17 @@ void JsonList::Add(const Json& element)
     m_isEmpty = false;
 }
 
-void JsonList::End() { Write(m_isEmpty ? "[]\n" : "]\n"); }
+void JsonList::End()
+{
+    Write(m_isEmpty ? "[]\n" : "]\n");
+    m_hasEnded = true;
+}
+
+JsonList::~JsonList()
+{
+    if (!m_isEmpty && !m_hasEnded)
+        Write("\n");
+}
 
 void PrintRaw(std::string_view text) { Write(std::string(text)); }
 

@@ -44,16 +44,20 @@ std::string Counted(int count, const std::string& one);
 /// Prints `document` on one line; what would steer a terminal is escaped.
 void PrintJson(const Json& document);
 
-/// Prints a list on one line, however long it is, element by element. What is printed when it ends early is no
-/// document.
+/// Prints a list on one line, however long it is, element by element. One that is not ended is no document; its line
+/// is ended then, so that the error object stands on one of its own.
 class JsonList
 {
 public:
+    JsonList() = default;
+    JsonList(const JsonList&) = delete;
+    JsonList& operator=(const JsonList&) = delete;
+    ~JsonList();
     void Add(const Json& element);
     void End();
 
 private:
-    bool m_isEmpty = true;
+    bool m_isEmpty = true, m_hasEnded = false;
 };
 
 /// One line for people on standard error: what, where, how to mend it; and the error object on standard output.

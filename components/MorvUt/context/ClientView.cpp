@@ -93,6 +93,30 @@ ClientView Add(const ClientView& wanted)
     return ViewOf(row);
 }
 
+/// Walks over the clients, or the partnerships, and reads what hangs on them page by page. As long as the walk goes on
+/// the engine keeps the state of the data, so that all pages show the same.
+template<class Owner, class Visit>
+void VisitAll(short year, const Visit& visit)
+{
+    constexpr std::size_t kPage = 1000;
+    std::vector<ClientView> views;
+    std::vector<StatusFacts> facts;
+    const auto visitPage = [&] {
+        const std::vector<ClientStatus> statuses = StatusOf(facts, year);
+        for (std::size_t i = 0; i < views.size(); ++i)
+            visit(views[i], statuses[i]);
+        views.clear();
+        facts.clear();
+    };
+    for (Quarry::CCursor<Owner> owner; owner.Next();) {
+        views.push_back(ViewOf(*owner));
+        facts.push_back(StatusFactsOf(*owner));
+        if (views.size() == kPage)
+            visitPage();
+    }
+    visitPage();
+}
+
 } // namespace
 
 const char* NameOf(KindOfClient kind) noexcept { return RowOf(kind).name; }
@@ -136,6 +160,12 @@ void ForEachClient(const std::function<void(const ClientView&)>& visit)
         visit(ViewOf(*client));
     for (Quarry::CCursor<Brix::CPartnership> partnership; partnership.Next();)
         visit(ViewOf(*partnership));
+}
+
+void ForEachStatus(short year, const std::function<void(const ClientView&, const ClientStatus&)>& visit)
+{
+    VisitAll<Brix::CClient>(year, visit);
+    VisitAll<Brix::CPartnership>(year, visit);
 }
 
 std::optional<ClientView> FindClient(const std::string& codeOrId) { return Find<Brix::CClient>(codeOrId); }

@@ -9,6 +9,7 @@
 
 #include "Afx/text/CString.h"
 #include "Brix/Records.h"
+#include "MorvUt/context/status/StatusView.h"
 #include "MorvUt/Export.h"
 
 enum class KindOfClient
@@ -46,6 +47,9 @@ MORVUT_API ClientView ViewOf(const Brix::CPartnership& partnership);
 MORVUT_API std::vector<ClientView> ListClients();
 /// The same one by one: none is held. `visit` must not wait for a user.
 MORVUT_API void ForEachClient(const std::function<void(const ClientView&)>& visit);
+/// The same with the status of each in the real tax year, as StatusOfAll gives it: a thousand are read at a time, with
+/// one statement for each table.
+MORVUT_API void ForEachStatus(short year, const std::function<void(const ClientView&, const ClientStatus&)>& visit);
 /// The client whose code or number (row id) a user gave: exactly this code, else this number, else the code in any
 /// case. An accountant's codes may be numbers, and then they are what is meant.
 MORVUT_API std::optional<ClientView> FindClient(const std::string& codeOrId);

@@ -131,6 +131,15 @@ std::vector<ClientStatus> StatusOfAll(short year)
     return {facts.begin(), facts.end()};
 }
 
+StatusFacts StatusFactsOf(const Brix::CClient& client) { return Context::Detail::FactsOf(client); }
+StatusFacts StatusFactsOf(const Brix::CPartnership& partnership) { return Context::Detail::FactsOf(partnership); }
+
+std::vector<ClientStatus> StatusOf(std::vector<StatusFacts> owners, short year)
+{
+    Context::Detail::CompleteFacts(owners, year);
+    return {owners.begin(), owners.end()};
+}
+
 const ClientStatus* FindStatus(const std::vector<ClientStatus>& all, long id, bool isPartnership) noexcept
 {
     const auto key = [](const ClientStatus& one) { return std::tuple(one.IsPartnership(), one.GetId()); };

@@ -8,6 +8,12 @@
 #include "MorvUt/context/status/StatusRules.h"
 #include "MorvUt/Export.h"
 
+namespace Brix
+{
+class CClient;
+class CPartnership;
+} // namespace Brix
+
 /// The answers are those of the functions of ClientStatus.h, by the same rules. Works on what was read: nothing is
 /// asked of the database, and later changes are not seen.
 class MORVUT_API ClientStatus
@@ -46,5 +52,11 @@ MORVUT_API ClientStatus StatusOf(long id, bool isPartnership, short year);
 /// Of every client, then every partnership, each in the order of their ids. One statement for each table, whatever
 /// their number.
 MORVUT_API std::vector<ClientStatus> StatusOfAll(short year);
+/// For lists that read the records themselves: what one says by itself, and the status of many of whom that is known.
+/// These are clients only or partnerships only, each after one of a smaller id; one statement for each table.
+/// ForEachStatus (ClientView.h) does so for all.
+MORVUT_API StatusFacts StatusFactsOf(const Brix::CClient& client);
+MORVUT_API StatusFacts StatusFactsOf(const Brix::CPartnership& partnership);
+MORVUT_API std::vector<ClientStatus> StatusOf(std::vector<StatusFacts> owners, short year);
 /// The one of that id in what StatusOfAll gave; null when it is not there.
 MORVUT_API const ClientStatus* FindStatus(const std::vector<ClientStatus>& all, long id, bool isPartnership) noexcept;

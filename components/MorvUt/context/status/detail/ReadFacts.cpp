@@ -70,6 +70,16 @@ StatusFacts::Owner OwnerOf(const Brix::CPartnership& row)
     return owner;
 }
 
+template<class Record>
+StatusFacts FactsOfOwner(const Record& record, bool isPartnership)
+{
+    StatusFacts facts;
+    facts.id = record.GetID();
+    facts.isPartnership = isPartnership;
+    facts.owner = OwnerOf(record);
+    return facts;
+}
+
 // Below, `find` answers the facts that a row belongs to by the key in it; null when nobody asked about those.
 
 template<class Tables, class Find>
@@ -134,33 +144,38 @@ void ReadOne(StatusFacts& facts, const Wanted& wanted)
                                 theOne);
 }
 
-/// The same for all clients, or all partnerships, whose facts have the ids and follow each other by them.
+/// The facts of the owners' own rows; one after the other by their ids.
 template<class Tables>
-void ReadAll(std::vector<StatusFacts>& all, bool arePartnerships, short year)
+std::vector<StatusFacts> ReadOwners()
 {
-    const std::size_t first = all.size();
-    StatusFacts none = NoFacts(0, arePartnerships, year);
-    none.currentYearStart = CurrentYearStart();
+    std::vector<StatusFacts> all;
     typename Tables::Owner rows;
-    for (rows.Open(); !rows.IsEOL(); rows.MoveNext()) {
-        StatusFacts& facts = all.emplace_back(none);
-        facts.id = rows.GetID();
-        facts.owner = OwnerOf(rows);
-    }
+    for (rows.Open(); !rows.IsEOL(); rows.MoveNext())
+        all.push_back(FactsOf(rows));
+    return all;
+}
+
+/// What hangs on them: rows of the ids from the first to the last, since more ids than a few do not go into a
+/// statement.
+template<class Tables>
+void ReadRest(std::span<StatusFacts> owners, short year)
+{
+    const auto among = [&](int column) { return Where::Between(column, owners.front().id, owners.back().id); };
     const auto byId = [&](long id) -> StatusFacts* {
-        const auto found = std::lower_bound(all.begin() + static_cast<std::ptrdiff_t>(first), all.end(), id,
-                                            [](const StatusFacts& facts, long wanted) { return facts.id < wanted; });
-        return found != all.end() && found->id == id ? &*found : nullptr;
+        const auto found = std::ranges::lower_bound(owners, id, {}, &StatusFacts::id);
+        return found != owners.end() && found->id == id ? &*found : nullptr;
     };
-    ReadReturns<Tables>({{Tables::Return::kYear, year}}, byId);
-    ReadPeriods<Tables>({}, byId);
+    ReadReturns<Tables>({among(Tables::kOwnerOfReturn), {Tables::Return::kYear, year}}, byId);
+    ReadPeriods<Tables>({among(Tables::kOwnerOfPeriod)}, byId);
     if (year >= kFirstYearOfAmendments)
-        ReadSubmissions<Tables>({{Tables::Submission::kYear, year}, {Tables::Submission::kStatus, kAcceptedSubmission}},
+        ReadSubmissions<Tables>({among(Tables::kOwnerOfSubmission),
+                                 {Tables::Submission::kYear, year},
+                                 {Tables::Submission::kStatus, kAcceptedSubmission}},
                                 byId);
 }
 
-/// The rest of the clients' returns; `clients` holds clients only.
-void ReadReturnInfoOfAll(std::vector<StatusFacts>& clients, short year)
+/// The rest of the clients' returns.
+void ReadReturnInfoOf(std::span<StatusFacts> clients, short year)
 {
     if (year < kFirstYearOfReturnInfo)
         return;
@@ -173,8 +188,11 @@ void ReadReturnInfoOfAll(std::vector<StatusFacts>& clients, short year)
         return found != byReturn.end() ? found->second : nullptr;
     };
     using Info = Brix::COtherReturnInfo;
-    ReadReturnInfo({Where::Under(Info::kTaxFormID, Brix::CTaxForm::Declaration(), {{Brix::CTaxForm::kYear, year}})},
-                   find);
+    using Form = Brix::CTaxForm;
+    ReadReturnInfo(
+        {Where::Under(Info::kTaxFormID, Form::Declaration(),
+                      {Where::Between(Form::kClientID, clients.front().id, clients.back().id), {Form::kYear, year}})},
+        find);
 }
 
 } // namespace
@@ -189,22 +207,33 @@ StatusFacts ReadFacts(long id, bool isPartnership, short year, const Wanted& wan
     return facts;
 }
 
+void CompleteFacts(std::span<StatusFacts> owners, short year)
+{
+    if (owners.empty())
+        return;
+    const Kiln::CDate start = CurrentYearStart();
+    for (StatusFacts& facts : owners) {
+        facts.year = year;
+        facts.currentYearStart = start;
+    }
+    if (owners.front().isPartnership)
+        return ReadRest<PartnershipTables>(owners, year);
+    ReadRest<ClientTables>(owners, year);
+    ReadReturnInfoOf(owners, year);
+}
+
 std::vector<StatusFacts> ReadFactsOfAll(short year)
 {
-    std::vector<StatusFacts> all;
-    ReadAll<ClientTables>(all, false, year);
-    ReadReturnInfoOfAll(all, year);
-    ReadAll<PartnershipTables>(all, true, year);
+    std::vector<StatusFacts> all = ReadOwners<ClientTables>();
+    CompleteFacts(all, year);
+    std::vector<StatusFacts> partnerships = ReadOwners<PartnershipTables>();
+    CompleteFacts(partnerships, year);
+    all.insert(all.end(), partnerships.begin(), partnerships.end());
     return all;
 }
 
-StatusFacts FactsOf(const Brix::CClient& client)
-{
-    StatusFacts facts;
-    facts.id = client.GetID();
-    facts.owner = OwnerOf(client);
-    return facts;
-}
+StatusFacts FactsOf(const Brix::CClient& client) { return FactsOfOwner(client, false); }
+StatusFacts FactsOf(const Brix::CPartnership& partnership) { return FactsOfOwner(partnership, true); }
 
 StatusFacts FactsOf(const Brix::CTaxForm& form)
 {

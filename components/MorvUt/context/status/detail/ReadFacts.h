@@ -2,6 +2,7 @@
 
 // The facts that the rules look at, from the current connection. Throws Cellar::DatabaseError.
 
+#include <span>
 #include <vector>
 
 #include "Brix/Records.h"
@@ -27,8 +28,14 @@ StatusFacts ReadFacts(long id, bool isPartnership, short year, const Wanted& wan
 /// whatever their number.
 std::vector<StatusFacts> ReadFactsOfAll(short year);
 
-/// Facts about a client's record alone, and about the current row of a tax form.
+/// Of the current row alone.
 StatusFacts FactsOf(const Brix::CClient& client);
+StatusFacts FactsOf(const Brix::CPartnership& partnership);
+/// Adds the year and what hangs on those rows: clients only or partnerships only, each after one of a smaller id. One
+/// statement for each table.
+void CompleteFacts(std::span<StatusFacts> owners, short year);
+
+/// Of the current row of a tax form, and its further information.
 StatusFacts FactsOf(const Brix::CTaxForm& form);
 
 } // namespace Context::Detail
