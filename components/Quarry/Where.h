@@ -34,11 +34,16 @@ public:
     static Where AtLeast(int ordinal, Cellar::Value limit) { return {ordinal, Kind::AtLeast, std::move(limit)}; }
     /// From `first` to `last`, both included.
     static Where Between(int ordinal, Cellar::Value first, Cellar::Value last);
-    /// The column equals one of the numbers; with none no row fulfils it. At most 1000.
+    /// The column equals one of the numbers; with none no row fulfils it. At most 1000, which throws std::logic_error
+    /// otherwise: InPieces.
     static Where In(int ordinal, const std::vector<long>& numbers);
+    /// Any number of numbers, in pieces that In takes, for a statement each.
+    static std::vector<std::vector<long>> InPieces(const std::vector<long>& numbers);
     /// The column holds the lID of a row of `parent` that fulfils all conditions, which are about the parent's columns
     /// and may go on to the parent's own parent. Throws std::logic_error for a parent of another key.
     static Where Under(int ordinal, const Table& parent, std::initializer_list<Where> conditions);
+    /// The same of the first of those rows alone, the one of the smallest lID.
+    static Where UnderFirst(int ordinal, const Table& parent, std::initializer_list<Where> conditions);
 
 private:
     friend class Detail::Selection;
@@ -53,7 +58,8 @@ private:
         AtLeast,
         Between,
         In,
-        Under
+        Under,
+        UnderFirst
     };
     struct More // what few conditions have
     {
@@ -65,6 +71,7 @@ private:
         : m_ordinal(ordinal), m_kind(kind), m_value(std::move(value))
     {}
 
+    static Where OfParent(int ordinal, Kind kind, const Table& parent, std::initializer_list<Where> conditions);
     /// The one value that the column must have; null when there is a choice.
     const Cellar::Value* OnlyValue() const noexcept;
 

@@ -62,6 +62,8 @@ TEST_P(DataList, TakesRowsThatFulfilAllConditions)
     EXPECT_EQ(Opened({Where::Under(kParentID, kTask, {Where::Under(kParentID, kTask, {{kName, "ann"}}), {kID, 3}})}),
               (Ids{4}))
         << "of the parent's parent";
+    EXPECT_EQ(Opened({Where::UnderFirst(kParentID, kTask, {{kName, "ann"}})}), (Ids{2})) << "of the first parent";
+    EXPECT_EQ(Opened({Where::UnderFirst(kParentID, kTask, {{kName, "eve"}})}), (Ids{})) << "of none";
     EXPECT_THROW(Where::In(kID, std::vector<long>(1001)), std::logic_error);
 }
 

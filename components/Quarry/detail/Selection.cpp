@@ -158,8 +158,10 @@ void Selection::AppendCondition(const Table& table, const Where& condition)
         break;
     }
     case Kind::Under:
+    case Kind::UnderFirst:
         m_statement += text.name;
-        m_statement += " IN (SELECT [lID]";
+        m_statement +=
+            condition.m_kind == Kind::Under ? SqlText(" IN (SELECT [lID]") : SqlText(" = (SELECT MIN([lID])");
         m_statement += TextOf(*condition.m_more->parent).from;
         AppendConditions(*condition.m_more->parent, condition.m_more->conditions);
         m_statement += ")";

@@ -122,15 +122,14 @@ CAmt InvestmentIncome(long client, long partnership, short year)
     CAmt sum = CAmt::kZero;
     if (partnership == 0) // no partnership, as in the proprietor records of clients
         return sum;
-    const std::vector<long> periods = PeriodsEndingIn(year, partnership);
-    if (periods.empty())
-        return sum;
-    Split parts;
-    parts.Open({{Split::kClientID, client},
-                Quarry::Where::Under(Split::kBTaxNoTaxInvestmentIncomeID, Income::Declaration(),
-                                     {Quarry::Where::In(Income::kBTaxAccountingPeriodID, periods)})});
-    for (; !parts.IsEOL(); parts.MoveNext())
-        sum = sum + OrZero(parts.GetOverride() ? parts.GetShareOverride() : parts.GetShare());
+    for (const std::vector<long>& periods : Quarry::Where::InPieces(PeriodsEndingIn(year, partnership))) {
+        Split parts;
+        parts.Open({{Split::kClientID, client},
+                    Quarry::Where::Under(Split::kBTaxNoTaxInvestmentIncomeID, Income::Declaration(),
+                                         {Quarry::Where::In(Income::kBTaxAccountingPeriodID, periods)})});
+        for (; !parts.IsEOL(); parts.MoveNext())
+            sum = sum + OrZero(parts.GetOverride() ? parts.GetShareOverride() : parts.GetShare());
+    }
     return sum;
 }
 

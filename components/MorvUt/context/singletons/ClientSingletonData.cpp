@@ -35,12 +35,12 @@ void ReadForm(CClientSingletonData& data)
     data.clientReviewExist = IsReviewed(form);
 }
 
-/// The rows under the client's tax form of the year.
+/// The rows under the client's tax form of the year: of two the first, which ReadForm reads too.
 template<class Rows>
 Where OfTaxForm(const CClientSingletonData& data)
 {
-    return Where::Under(Rows::kTaxFormID, CTaxForm::Declaration(),
-                        {{CTaxForm::kClientID, data.clientId}, {CTaxForm::kYear, data.year}});
+    return Where::UnderFirst(Rows::kTaxFormID, CTaxForm::Declaration(),
+                             {{CTaxForm::kClientID, data.clientId}, {CTaxForm::kYear, data.year}});
 }
 
 /// Whether this is a client: what only clients have must not be read for the client who has a partnership's number.
@@ -64,14 +64,10 @@ bool HasProprietor(const Where& owner) { return Brix::CBTaxProprietor().Open({ow
 /// One of the partnerships is there and has a proprietor.
 bool HaveBusiness(const std::vector<long>& partnerships)
 {
-    constexpr std::size_t kAtOnce = 1000; // as a condition takes
-    for (std::size_t from = 0; from < partnerships.size(); from += kAtOnce) {
-        const auto first = partnerships.begin() + static_cast<std::ptrdiff_t>(from);
-        const auto last = partnerships.size() - from > kAtOnce ? first + kAtOnce : partnerships.end();
+    for (const std::vector<long>& piece : Where::InPieces(partnerships))
         if (HasProprietor(Where::Under(Brix::CBTaxProprietor::kPClientID, Brix::CPartnership::Declaration(),
-                                       {Where::In(0, {first, last})})))
+                                       {Where::In(0, piece)})))
             return true;
-    }
     return false;
 }
 

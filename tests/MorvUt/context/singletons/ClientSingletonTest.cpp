@@ -47,7 +47,8 @@ protected:
     {
         Practice::Sql("INSERT BRIXClient (lID) VALUES (1), (2)");
         Practice::Sql("INSERT BRIXPartnership (lID) VALUES (1), (5)");
-        Practice::Sql("INSERT BRIXTaxForm (lID, lClientID, nYear) VALUES (10, 1, 2024), (11, 1, 2023), (12, 2, 2024)");
+        Practice::Sql("INSERT BRIXTaxForm (lID, lClientID, nYear) VALUES (10, 1, 2024), (11, 1, 2023), (12, 2, 2024), "
+                      "(13, 1, 2024)");
         Practice::Sql("INSERT BRIXPartnershipTaxForm (lID, lpClientID, nYear) VALUES (20, 1, 2024)");
         Practice::Sql("INSERT BRIXMinisters (lID, lTaxFormID, lClientID, nYear) VALUES (30, 10, 1, 2024)");
         Practice::Sql("INSERT BRIXNewEmploy (lID, lTaxFormID, lClientID, nYear, strGUID, nOrdering, nP11D) VALUES "
@@ -68,7 +69,9 @@ protected:
         Practice::Sql("UPDATE BRIXPartnershipTaxForm SET dtClientReview = '2024-05-01'");
         Practice::Sql("INSERT BRIXMinisters (lID, lTaxFormID) VALUES (31, 10)");
         Practice::Sql("INSERT BRIXCalculatedBenefits (lID, lMinisterID, nType) VALUES (35, 30, 50)");
-        Practice::Sql("INSERT BRIXNewEmploy (lTaxFormID, strGUID, nOrdering, nP11D) VALUES (10, 'b', 1, 0)");
+        Practice::Sql("INSERT BRIXNewEmploy (lTaxFormID, strGUID, nOrdering, nP11D) VALUES (10, 'b', 1, 0), "
+                      "(13, 'second', 1, 1)");
+        Practice::Sql("INSERT BRIXMinisters (lID, lTaxFormID) VALUES (29, 13)");
         Practice::Sql("INSERT BRIXBTaxProprietor (lID, lpClientID) VALUES (80, 5)");
         Practice::Sql("INSERT BRIXPartnershipClients (lClientID, lpClientID) VALUES (1, 1)");
         Practice::Sql("INSERT BRIXFBISubmissions (lClientID, nYear, nStatus) VALUES (1, 2024, 2)");
@@ -129,6 +132,7 @@ TEST_F(ClientSingleton, RefreshesWhatAChangeTouchesAndNothingElse)
         int selects;           // after the change's own statement
     } rows[] = {
         {0, AddUnder<CMinisters>(10, 1, 2024), "ministers 30 31 32", 1},
+        {0, AddUnder<CMinisters>(13, 1, 2024), "ministers 30 31", 1}, // of the year's second form
         {0, AddUnder<CMinisters>(12, 2, 2024), "", 0},
         {0, AddUnder<CMinisters>(11, 1, 2023), "", 0},
         {0, Delete<CMinisters>(30), "ministers 31", 1},
@@ -136,6 +140,7 @@ TEST_F(ClientSingleton, RefreshesWhatAChangeTouchesAndNothingElse)
         {0, Save<CCalculatedBenefits>(0, {{2, 31}}), "", 0}, // a minister that is not held yet
         {0, Delete<CCalculatedBenefits>(35), "", 1},
         {0, AddUnder<CNewEmploy>(10, 1, 2024), "p11d 0 b0 A1", 1},
+        {0, AddUnder<CNewEmploy>(13, 1, 2024), "p11d b0 A1", 1},
         {0, Delete<CNewEmploy>(40), "p11d b0", 1},
         {0, Save<CNewEmploy>(40, {{60, 7}}), "p11d A7", 0},
         {0, Save<CNewEmploy>(40, {{4, "C"}}), "p11d b0 C1", 1},
@@ -229,6 +234,22 @@ TEST_F(ClientSingleton, ReadsAnewAfterARollbackAndOnAnotherConnection)
     EXPECT_EQ(CClientSingleton::Loaded(), 0);
     EXPECT_THROW(CClientSingleton::Data(1, 0, 2024), Cellar::DatabaseError);
     EXPECT_EQ(CClientSingleton::Data(0, 0, 0).clientId, 0) << "nothing is held, nothing is read";
+}
+
+TEST_F(ClientSingleton, MayEndAndBeMadeAgainByAnotherListener)
+{
+    const auto remake = [](const Quarry::DataChange&) {
+        CClientSingleton::Destroy();
+        CClientSingleton::Data(1, 0, 2024);
+    };
+    Quarry::AddDataChangedListenerForInsert(CMinisters::kTableNumber, "BRIX", remake); // before the cache's own
+    CClientSingleton::Data(1, 0, 2024);
+    AddUnder<CMinisters>(10, 1, 2024)();
+    EXPECT_EQ(CClientSingleton::Data(1, 0, 2024).ministers.size(), 2u);
+    Quarry::RemoveDataChangedListenerForInsert(CMinisters::kTableNumber, "BRIX", remake);
+    AddUnder<CMinisters>(10, 1, 2024)();
+    EXPECT_EQ(m_selects, 1) << "the new one listens, once";
+    EXPECT_EQ(CClientSingleton::Data(1, 0, 2024).ministers.size(), 3u);
 }
 
 TEST_F(ClientSingleton, HearsOfEachChangeOnceAfterListenersWereDisabled)

@@ -48,6 +48,19 @@ TEST(UserSingleton, HoldsAUserInAnyCase)
     EXPECT_EQ(CUserSingleton::Data("Anné").userValue, 5);
 }
 
+TEST(OtherSingletons, EndWithTheRollbackOfAnInnerLevel)
+{
+    const Practice practice;
+    const Quarry::CTransaction outer;
+    CYearSingleton::Data(2024);
+    CUserSingleton::Data("bob");
+    COptionsSingleton::Data();
+    {
+        const Quarry::CTransaction rolledBack;
+    }
+    EXPECT_TRUE(!CYearSingleton::Loaded() && !CUserSingleton::Loaded() && !COptionsSingleton::Loaded());
+}
+
 TEST(OptionsSingleton, HoldsNothingWhileNoPracticeIsOpen)
 {
     EXPECT_TRUE(COptionsSingleton::Data().payeInterface == 0 && COptionsSingleton::Data().debugLogging == 0);
