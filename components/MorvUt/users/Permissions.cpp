@@ -4,6 +4,7 @@
 #include "Brix/Records.h"
 #include "MorvUt/res/Strings.h"
 #include "MorvUt/users/detail/LoggedIn.h"
+#include "MorvUt/users/StaffRights.h"
 #include "MorvUt/users/UserData.h"
 
 namespace
@@ -82,8 +83,11 @@ std::span<const CUserData::PermissionQuery> CUserData::GetPermissionQueries() no
 
 int CUserData::UserHasPermission(CString userId, int permission)
 {
-    Brix::CUser user;
-    const CString role = user.Open({{Brix::CUser::kUserID, userId}}) ? user.GetRole() : CString();
+    CString role;
+    if (Brix::CUser user; FindUser(user, userId)) {
+        userId = user.GetUserID();
+        role = user.GetRole();
+    }
     if (role.IsEmpty())
         return IsRowAllowed<Brix::CUserPermissions>(Brix::CUserPermissions::kUserID, userId, permission);
     return IsRowAllowed<Brix::CUserRolePermissions>(Brix::CUserRolePermissions::kRole, role, permission);

@@ -36,16 +36,6 @@ StaffMember Read(const Brix::CUser& user)
     return member;
 }
 
-/// In any case, accented letters too, as the login takes an id; the database folds ASCII only.
-bool HasStaff(const CString& id)
-{
-    Brix::CUser users;
-    for (users.Open(); !users.IsEOL(); users.MoveNext())
-        if (id.CompareNoCase(users.GetUserID()) == 0)
-            return true;
-    return false;
-}
-
 void AllowAll(const CString& userId)
 {
     Brix::CUserPermissions rows;
@@ -60,6 +50,16 @@ void AllowAll(const CString& userId)
 
 } // namespace
 
+bool FindUser(Brix::CUser& users, const CString& id)
+{
+    if (users.Open({{Brix::CUser::kUserID, id}}))
+        return true;
+    users.Open({}, {{Brix::CUser::kUserID}});
+    while (!users.IsEOL() && users.GetUserID().CompareNoCase(id) != 0)
+        users.MoveNext();
+    return !users.IsEOL();
+}
+
 std::vector<StaffMember> ListStaff()
 {
     std::vector<StaffMember> list;
@@ -73,7 +73,7 @@ std::vector<StaffMember> ListStaff()
 std::optional<StaffMember> FindStaff(const CString& id)
 {
     Brix::CUser user;
-    return user.Open({{Brix::CUser::kUserID, id}}) ? std::optional(Read(user)) : std::nullopt;
+    return FindUser(user, id) ? std::optional(Read(user)) : std::nullopt;
 }
 
 CString WhyNotNewStaff(const CString& id, const CString& name, const CString& role)
@@ -83,7 +83,7 @@ CString WhyNotNewStaff(const CString& id, const CString& name, const CString& ro
         return LibraryText(IDS_USER_NEEDS_ID_AND_NAME);
     if (id.CompareNoCase(kBuiltInAdministrator) == 0)
         return LibraryText(IDS_USER_BUILT_IN);
-    if (HasStaff(id))
+    if (Brix::CUser user; FindUser(user, id)) // as the login takes an id
         return LibraryText(IDS_USER_EXISTS);
     if (!role.IsEmpty() && !Brix::CUserRole().Open({{Brix::CUserRole::kRole, role}}))
         return LibraryText(IDS_NO_SUCH_ROLE);

@@ -8,6 +8,11 @@
 #include "Afx/text/CString.h"
 #include "MorvUt/Export.h"
 
+namespace Brix
+{
+class CUser;
+}
+
 struct StaffRight
 {
     int number = 0;
@@ -26,6 +31,10 @@ struct StaffMember
 
 // These read the current connection and throw Cellar::DatabaseError.
 
+/// Moves `users` to the one of this id, listed or not; false when there is none. Letters count alike in both cases, all
+/// of them: the embedded database knows the cases of ASCII only. What other tables hold of the user is read by the id
+/// as it is stored.
+MORVUT_API bool FindUser(Brix::CUser& users, const CString& id);
 /// The listed users by id.
 MORVUT_API std::vector<StaffMember> ListStaff();
 /// Listed or not, by id in any case.

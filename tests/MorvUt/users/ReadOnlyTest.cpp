@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "Afx/system/Resources.h"
 #include "MorvUt/users/UserData.h"
 #include "support/Case.h"
 #include "support/TestSupport.h"
@@ -39,6 +40,7 @@ TEST_F(ReadOnly, HasThreeCauses)
         EXPECT_EQ(CUserData::IsReadOnlyBecauseLockedWithError(), locked);
         for (const auto& shown : ::Test::Windows().Messages())
             EXPECT_EQ(shown.text, "Operation cannot be performed. Client is read only.");
+        EXPECT_EQ(Afx::ResourceContext::Current(), nullptr) << "the caller's resources are back";
     }
 }
 
