@@ -17,8 +17,12 @@ inline std::string OpenPractice(const std::string& path, const char* user)
     const Brix::SchemaVersion version = Brix::ReadSchemaVersion(practice);
     if (version.state == Brix::SchemaState::NotAPractice || version.state == Brix::SchemaState::Newer)
         return path + " is no practice that this program reads";
-    if (version.state == Brix::SchemaState::Older)
+    if (version.state == Brix::SchemaState::Older) {
+        Quarry::CTransaction transaction(Cellar::Intent::Write);
         Brix::UpgradeSchema(practice);
+        SeedTrackerTypes();
+        transaction.Commit();
+    }
     if (const std::string note = practice.KeepPrivate(); !note.empty())
         std::cerr << note << '\n';
     const auto key = Shellkit::ReadKeyFile(path + ".key", path);

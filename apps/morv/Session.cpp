@@ -23,6 +23,14 @@ namespace Morv
 namespace
 {
 
+void Upgrade()
+{
+    Quarry::CTransaction transaction(Cellar::Intent::Write);
+    Brix::UpgradeSchema(Quarry::GetConnection());
+    SeedTrackerTypes(); // practices were made without them
+    transaction.Commit();
+}
+
 Brix::SchemaVersion CheckSchema(const std::string& practice)
 {
     auto version = Brix::ReadSchemaVersion(Quarry::GetConnection());
@@ -30,7 +38,7 @@ Brix::SchemaVersion CheckSchema(const std::string& practice)
     case Brix::SchemaState::Current:
         break;
     case Brix::SchemaState::Older:
-        Brix::UpgradeSchema(Quarry::GetConnection());
+        Upgrade();
         break;
     case Brix::SchemaState::NotAPractice:
         throw CommandError(Exit::CannotOpen, "NOT_A_PRACTICE",
@@ -77,12 +85,12 @@ void LogIn(const std::string& user, Login login)
         return;
     Brix::CUser users;
     if (!user.empty()) {
-        if (!users.Open({{Brix::CUser::kUserID, user}}))
+        if (!FindUser(users, user))
             throw CommandError(Exit::BadInput, "UNKNOWN_USER",
                                "--user: there is no user " + Quoted(user) + " in this practice",
                                "morv user list shows who there is.");
         CUserData::ClearPermissions();
-        CUserData::SetUser(user.c_str());
+        CUserData::SetUser(users.GetUserID());
         return;
     }
     for (users.Open({}, {{Brix::CUser::kUserID}}); !users.IsEOL(); users.MoveNext())

@@ -22,6 +22,7 @@
 #include "MorvUt/context/status/OwnerRecords.h"
 #include "MorvUt/context/status/StatusRules.h"
 #include "MorvUt/context/status/StatusView.h"
+#include "MorvUt/context/TrackerTypes.h"
 #include "MorvUt/hmrc/access/AuthorisationStore.h"
 #include "MorvUt/hmrc/access/ClientData.h"
 #include "MorvUt/hmrc/access/GatewayState.h"

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "Families.h"
+#include "MorvUt/context/TrackerTypes.h"
 #include "Partnerships.h"
 #include "Tracker.h"
 #include "Users.h"
@@ -266,14 +267,14 @@ void SetOptions(short payeInterface, bool retrieval)
 void FillNewPractice()
 {
     SetOptions(1, false);
-    SeedTracker();
+    SeedTrackerTypes();
 }
 
 void FillSamplePractice(int clients, const std::function<void()>& made)
 {
     SetOptions(1, true);
-    SeedTracker();
-    SeedOtherSources();
+    SeedTrackerTypes();
+    AddSourceType(kOtherSource); // of the sample's own jobs
     AddReferenceYears();
     AddUsers(clients > kSampleClients);
     AddFirstPartnerships();

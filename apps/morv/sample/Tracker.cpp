@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "MorvUt/context/TrackerTypes.h"
 #include "MorvUt/mappings/TypeMappings.h"
 #include "Quarry/NewId.h"
 #include "Quarry/Session.h"
@@ -16,8 +17,6 @@ namespace
 using Kiln::CDate;
 
 constexpr int kTaskTable = 99, kSourceTable = 100; // of ppAllMappings
-constexpr int kTaxReturn = 1, kOther = 2, kPartnershipReturn = 3;
-constexpr int kLastDefaultTask = 20; // the later ones are added by hand
 constexpr int kSubmitted = 7, kReceivedFromClient = 5;
 
 const char* NameOf(int table, int code)
@@ -25,15 +24,6 @@ const char* NameOf(int table, int code)
     const char* name = "";
     GetMapLongNameFromIndex(ppAllMappings[table], &name, code);
     return name;
-}
-
-void AddSourceType(int type)
-{
-    Add<Brix::CSourceType>([&](Brix::CSourceType& row) {
-        row.SetSourceTypeID(type);
-        row.SetShowReminder(true);
-        row.SetDescription(NameOf(kSourceTable, type));
-    });
 }
 
 /// A new source; its id.
@@ -69,33 +59,9 @@ void AddJobTask(long source, int type, short year, const char* assignedTo)
 
 } // namespace
 
-void SeedTracker()
-{
-    for (const TypeMapping* task = ppAllMappings[kTaskTable]; task->shortName; ++task)
-        Add<Brix::CSourceTaskTypeRef>([&](Brix::CSourceTaskTypeRef& row) {
-            row.SetTypeID(task->index);
-            row.SetDefault(task->index <= kLastDefaultTask);
-            row.SetDescription(task->longName);
-        });
-    for (const int type : {kTaxReturn, kPartnershipReturn}) {
-        AddSourceType(type);
-        int order = 0;
-        for (const TypeMapping* task = ppAllMappings[kTaskTable]; task->shortName; ++task) {
-            if (task->index <= kLastDefaultTask)
-                Add<Brix::CSourceDefaultTask>([&](Brix::CSourceDefaultTask& row) {
-                    row.SetSourceTypeID(type);
-                    row.SetTypeID(task->index);
-                    row.SetListOrder(++order);
-                });
-        }
-    }
-}
-
-void SeedOtherSources() { AddSourceType(kOther); }
-
 long AddReturnSource(const Owner& owner, short year, int complete, const char* assignedTo)
 {
-    const int type = owner.isPartnership ? kPartnershipReturn : kTaxReturn;
+    const int type = owner.isPartnership ? kPartnershipReturnSource : kTaxReturnSource;
     const long source =
         AddSource(owner, year, type, owner.isTrust ? "Tax Return SA900" : NameOf(kSourceTable, type), false);
     // Repayment claims are tasks that not every return has.
@@ -112,7 +78,7 @@ long AddReturnSource(const Owner& owner, short year, int complete, const char* a
 
 void AddJob(const Owner& owner, short year, const char* what, const char* assignedTo)
 {
-    const long source = AddSource(owner, year, kOther, what, true);
+    const long source = AddSource(owner, year, kOtherSource, what, true);
     for (const int type : {1, 2, 3})
         AddJobTask(source, type, year, assignedTo);
 }
@@ -133,7 +99,7 @@ void AddEnquiry(const Owner& owner, short year, int which, long source)
         enquiry.SetCarryForward(which % 4 == 1);
         if (source != 0) {
             enquiry.SetSourceID(source);
-            enquiry.SetSourceTypeID(owner.isPartnership ? kPartnershipReturn : kTaxReturn);
+            enquiry.SetSourceTypeID(owner.isPartnership ? kPartnershipReturnSource : kTaxReturnSource);
             enquiry.SetTypeID(kReceivedFromClient);
         }
         enquiry.SetStart(CDate(year, 6, 1 + which % 28));

@@ -1,15 +1,9 @@
 #pragma once
 
-// The work tracker's rows of a practice: source types with their default tasks, and for the sample sources, tasks and
-// enquiries.
+// The sample's rows of the work tracker: sources, tasks and enquiries.
 
 namespace Morv::Sample
 {
-
-/// Task types, the source types of the two kinds of tax return, and their default tasks.
-void SeedTracker();
-/// The further source type of the sample's own jobs.
-void SeedOtherSources();
 
 struct Owner
 {
