@@ -48,7 +48,9 @@ private:
 
 [[noreturn]] void ThrowError(const HmrcApi::CAuthorisation::Error& error)
 {
-    throw CommandError(HmrcApi::IsUnreachable(error.code, error.status) ? Exit::HmrcUnreachable : Exit::Refused,
+    throw CommandError(HmrcApi::IsBusy(error.code)                        ? Exit::CannotOpen
+                       : HmrcApi::IsUnreachable(error.code, error.status) ? Exit::HmrcUnreachable
+                                                                          : Exit::Refused,
                        error.code.empty() ? "REFUSED" : error.code,
                        error.text.empty() ? "HMRC gave no authority" : error.text,
                        HmrcApi::ActionFor(error.code, error.status));

@@ -170,7 +170,7 @@ class Reached
 public:
     void Add(const FetchResult& result)
     {
-        m_busyInARow = result.stopped == FetchResult::Stopped::Busy ? m_busyInARow + 1 : 0;
+        m_busyInARow = result.IsBusy() ? m_busyInARow + 1 : 0;
         if (result.stopped != FetchResult::Stopped::No)
             return;
         const bool isUnreachable = HmrcApi::IsUnreachable(*result.errors);
@@ -244,7 +244,7 @@ Exit Fetch(const HmrcArguments& arguments, const CommonOptions& options)
         return FetchAll(arguments, options);
     const ClientView client = ClientOf(arguments.client); // it must be there before anything is asked or written
     const FetchResult result = FetchOne(client, arguments, options);
-    if (result.stopped == FetchResult::Stopped::Busy)
+    if (result.IsBusy())
         return Exit::CannotOpen;
     if (result.stopped == FetchResult::Stopped::No && HmrcApi::IsUnreachable(*result.errors))
         return Exit::HmrcUnreachable;

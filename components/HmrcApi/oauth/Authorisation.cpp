@@ -73,7 +73,9 @@ struct CAuthorisation::State
     std::string RequestCode(StoredGrant& grant, IChainLogger* logger)
     {
         try {
-            return RequestCode([&] { grant.Reset(); }, logger);
+            return RequestCode([&] { grant.Reset(); },
+                               [this] { return Afx::SignalGuard::IsSignalWaiting() || (cancelled && cancelled()); },
+                               logger);
         } catch (const HmrcApiErrorException& problem) {
             if (problem.GetCode() == "BROWSER_NOT_OPENED" || problem.GetCode() == "CANCELLED")
                 grant.Restore();
@@ -81,10 +83,11 @@ struct CAuthorisation::State
         }
     }
 
-    std::string RequestCode(const std::function<void()>& begin, IChainLogger* logger)
+    std::string RequestCode(const std::function<void()>& begin, const std::function<bool()>& isCancelled,
+                            IChainLogger* logger)
     {
         NeedCredentials(*dialogue);
-        std::string code = signIn.RequestCode(*dialogue, scope->GetScope(), begin, cancelled);
+        std::string code = signIn.RequestCode(*dialogue, scope->GetScope(), begin, isCancelled);
         if (logger)
             logger->Log("Authorise", "Authorisation", "GET /oauth/authorize", "code received", {});
         return code;
@@ -117,8 +120,10 @@ bool CAuthorisation::DoAuthorisation(IChainLogger* logger)
         // Nobody is to lose a grant, or to sign in, for tokens that cannot be had or kept.
         NeedCredentials(*state.dialogue);
         grant.Rehearse();
+        // A signal while the user signs in cancels, so that the grant is as before; once the code is there it is spent
+        // and the tokens are stored, or neither.
+        const Afx::SignalGuard guard;
         std::string code = state.RequestCode(grant, logger);
-        const Afx::SignalGuard guard; // the code is spent, and the tokens are stored, or neither
         state.Exchange(code, logger);
         Wipe(code);
         grant.Save(state.held);
@@ -181,7 +186,7 @@ std::string CAuthorisation::RequestAuthCode()
     std::string code;
     m_state->Attempt(nullptr, [&] {
         m_state->dialogue = GetService();
-        code = m_state->RequestCode({}, nullptr);
+        code = m_state->RequestCode({}, m_state->cancelled, nullptr);
     });
     return code;
 }

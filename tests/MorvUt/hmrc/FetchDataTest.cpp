@@ -68,16 +68,14 @@ TEST(IsUnreachable, WhenNoAnswerBegan)
     EXPECT_FALSE(HmrcApi::IsUnreachable("REFRESH_BUSY", ""));
 }
 
-TEST_F(FetchData, ShowsAnExceptionAndSkipsTheRest)
+TEST(IsBusy, WhenNothingElseIsWrong)
 {
-    const auto fail = [](const Quarry::DataChange&) { throw std::runtime_error("disk full"); };
-    Quarry::AddDataChangedListenerForInsert(Brix::CMTD_Employments::Declaration().number, "BRIX", fail);
-    EXPECT_EQ(Retrieve(), "not ok, clear\ndisk full\n");
-    Quarry::RemoveAllListeners();
-    const auto refuse = [](const Quarry::DataChange&) { throw new CUserException("not now"); }; // the framework's way
-    Quarry::AddDataChangedListenerForInsert(Brix::CMTD_Employments::Declaration().number, "BRIX", refuse);
-    EXPECT_EQ(Retrieve(), "not ok, clear\nnot now\n");
-    EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXMTD_NIC"), "0");
-    EXPECT_EQ(Staged(), "");
-    EXPECT_EQ(Quarry::GetTransactionLevel(), 0);
+    HmrcApi::CAPIErrorHandler errors;
+    errors.AddGroup("PAYE");
+    errors.AddGroup("National Insurance");
+    EXPECT_FALSE(HmrcApi::IsBusy(errors)) << "nothing is wrong";
+    errors.AddError("PAYE", HmrcApi::CAPIError("NO_CREDENTIALS", "", "REFRESH_BUSY", ""));
+    EXPECT_TRUE(HmrcApi::IsBusy(errors)) << "the other group had its answer";
+    errors.AddError("National Insurance", HmrcApi::CAPIError("NO_CREDENTIALS", "", "INVALID_GRANT", ""));
+    EXPECT_FALSE(HmrcApi::IsBusy(errors));
 }

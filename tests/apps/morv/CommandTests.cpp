@@ -5,9 +5,12 @@
 #include <stdlib.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <filesystem>
+#include <thread>
 
 #include "apps/morv/Program.h"
+#include "Cellar/Connection.h"
 #include "support/TestSupport.h"
 
 namespace
@@ -66,6 +69,20 @@ TEST(Commands, TheYearOfARunIsNotKept)
     EXPECT_NE(RunMorv("doctor").out.find("UTF-16"), std::string::npos);
 }
 
+TEST(Commands, WhatIsNotThereIsNotPrinted)
+{
+    const std::string practice = SamplePractice();
+    Execute(practice,
+            "UPDATE BRIXClient SET strUTR = '' WHERE lID = 6; INSERT INTO BRIXUser (strUserID) VALUES ('Élan')");
+    const auto line = [&](const char* client) {
+        const std::string text = RunMorv("client show " + practice + " --user éLAN --client " + client).out;
+        const std::size_t begin = text.find('\n') + 1;
+        return text.substr(begin, text.find('\n', begin) - begin);
+    };
+    EXPECT_TRUE(line("C0011").starts_with("UTR ")) << "a trust";
+    EXPECT_TRUE(line("C0006").ends_with(", UTR -")) << line("C0006");
+}
+
 TEST(Commands, APartnershipHasNoRowsThatHaveNoClient)
 {
     const std::string practice = SamplePractice();
@@ -73,6 +90,42 @@ TEST(Commands, APartnershipHasNoRowsThatHaveNoClient)
                       "INSERT INTO BRIXNewEmploy (lTaxFormID, strEmployerName) VALUES (999, 'Nobody Ltd')");
     EXPECT_EQ(MorvJson("client show " + practice + " --partnership 1 --year 2018")["schedules"]["employments"].size(),
               0U);
+}
+
+TEST(Commands, AnUpgradeAddsTheTypesOfTheWorkTrackerThatAreMissing)
+{
+    const std::string practice = SamplePractice();
+    Execute(practice,
+            "UPDATE BRIXSchema SET nVersion = nVersion - 1; UPDATE SourceType SET Description = 'Ours' WHERE "
+            "SourceTypeID = 1; DELETE FROM SourceDefaultTask WHERE SourceTypeID = 1 OR TypeID <> 5; DELETE FROM "
+            "SourceType WHERE SourceTypeID = 3; DELETE FROM SourceTaskTypeRef WHERE TypeID > 4");
+    EXPECT_EQ(MorvJson("practice check " + practice)["ok"], true);
+    const auto after = Cellar::CConnection::Open(CString(practice));
+    const auto count = [&](const Cellar::SqlText& rows) {
+        return Cellar::ToLong(after->Query("SELECT COUNT(*) FROM " + rows, {}).rows[0][0]);
+    };
+    EXPECT_EQ(count("SourceType WHERE SourceTypeID = 1 AND Description = 'Ours'"), 1);
+    EXPECT_EQ(count("SourceType WHERE SourceTypeID = 3 AND Description <> ''"), 1);
+    EXPECT_EQ(count("SourceDefaultTask WHERE SourceTypeID = 1"), 0) << "as its users left it";
+    EXPECT_EQ(count("SourceDefaultTask WHERE SourceTypeID = 3 AND DefaultTrackerID IS NULL"), 10);
+    EXPECT_EQ(count("SourceTaskTypeRef WHERE TypeID IN (1, 5, 20)"), 3);
+}
+
+TEST(Commands, ASignInThatIsInterruptedLeavesTheGrantAsItWas)
+{
+    const HmrcSandbox sandbox;
+    const std::string practice = AuthorisedPractice(sandbox);
+    const auto connection = Cellar::CConnection::Open(CString(practice));
+    const auto isAuthorised = [&] {
+        return Cellar::ToLong(connection->Queryf("SELECT nAuthorisedStatus FROM MTDAuthorisation").rows[0][0]) != 0;
+    };
+    ASSERT_TRUE(isAuthorised());
+    RunningMorv signIn("hmrc authorise " + practice + " --gateway gateway-1 --browser true --base " + sandbox.Base());
+    while (isAuthorised())
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    signIn.Signal(15);
+    EXPECT_EQ(signIn.Wait().exit, -15);
+    EXPECT_TRUE(isAuthorised());
 }
 
 TEST(Commands, APracticeIsItsOwnersOrAGroups)

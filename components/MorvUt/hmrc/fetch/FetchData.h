@@ -53,6 +53,8 @@ struct FetchResult
     std::vector<CString> notes;       // what of HMRC's has no box of its own, for people (see NotesOf)
     std::shared_ptr<const CAPIErrorHandler> errors; // never null
 
+    /// Another workstation or program was in the way, before the fetch or at the tokens: try again.
+    bool IsBusy() const { return stopped == Stopped::Busy || (stopped == Stopped::No && HmrcApi::IsBusy(*errors)); }
     /// Why nothing was asked of HMRC, a trust included; empty when something was.
     MORVUT_API CString Reason() const;
 };

@@ -41,6 +41,12 @@ int CountLive(const std::vector<Item>& items)
         std::count_if(items.begin(), items.end(), [](const Item& item) { return !item.isWithdrawn; }));
 }
 
+/// Why there are no tokens, or else the error itself.
+const std::string& CauseOf(const CAPIError& error) noexcept
+{
+    return error.GetCode() == "NO_CREDENTIALS" ? error.GetField() : error.GetCode();
+}
+
 void Count(const std::vector<Match>& matches, ItemCounts& counts)
 {
     for (const Match& match : matches)
@@ -83,6 +89,17 @@ ItemCounts CountItems(const StagedYear& staged, const ReturnYear& own)
     return counts;
 }
 
+bool IsBusy(const std::string& code) noexcept { return code == "REFRESH_BUSY"; }
+
+bool IsBusy(const CAPIErrorHandler& errors)
+{
+    for (const auto& group : errors.GetGroups())
+        for (const CAPIError& error : group.errors)
+            if (!IsBusy(CauseOf(error)))
+                return false;
+    return errors.GetErrorCount() > 0;
+}
+
 bool IsUnreachable(const std::string& code, const std::string& status) noexcept
 {
     constexpr const char* kCodes[] = {"NO_CONNECTION", "TIMED_OUT", "ANSWER_INCOMPLETE", "NO_HTTP_MODULE"};
@@ -93,8 +110,7 @@ bool IsUnreachable(const CAPIErrorHandler& errors)
 {
     for (const auto& group : errors.GetGroups()) {
         const auto isAnswer = [](const CAPIError& error) {
-            const std::string& cause = error.GetCode() == "NO_CREDENTIALS" ? error.GetField() : error.GetCode();
-            return !IsUnreachable(cause, error.GetHttpStatus());
+            return !IsUnreachable(CauseOf(error), error.GetHttpStatus());
         };
         if (group.errors.empty() || std::any_of(group.errors.begin(), group.errors.end(), isAnswer))
             return false;

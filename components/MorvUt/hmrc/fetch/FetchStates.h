@@ -49,6 +49,10 @@ struct ItemCounts
 };
 MORVUT_API ItemCounts CountItems(const StagedYear& staged, const ReturnYear& own);
 
+/// Only another workstation or program was in the way, which is done in a moment: there are errors, and each says so.
+MORVUT_API bool IsBusy(const CAPIErrorHandler& errors);
+/// The same of one error.
+MORVUT_API bool IsBusy(const std::string& code) noexcept;
 /// No request got an answer: every error says that nobody was reached. A group without errors was answered.
 MORVUT_API bool IsUnreachable(const CAPIErrorHandler& errors);
 /// The same of one error; `status`: of HTTP, empty when there was none.
