@@ -58,7 +58,8 @@ void List(const ClientArguments& arguments, const CommonOptions& options)
     const PracticeSession session(arguments.practice, options, Login::Needed);
     const bool withStatus = arguments.withStatus;
     if (options.json) {
-        ForEachClient([](const ClientView&) {}); // a damaged file fails here, before the document has begun
+        // A damaged file fails here, before the document has begun.
+        ForEachListed(withStatus, [](const ClientView&, const ClientStatus*) {});
         JsonList list;
         ForEachListed(withStatus,
                       [&](const ClientView& client, const ClientStatus* status) { list.Add(JsonOf(client, status)); });
