@@ -293,11 +293,12 @@ SqlText SqlServerIsBehind(const SequenceNames& names)
 }
 SqlText SqlServerMove(const SequenceNames& names)
 {
-    return "DECLARE @move nvarchar(400) = (SELECT 'ALTER SEQUENCE [" + names.sequence +
+    const SqlText variable = "@" + names.sequence; // several stand in one script
+    return "DECLARE " + variable + " nvarchar(400) = (SELECT 'ALTER SEQUENCE [" + names.sequence +
            "] RESTART WITH ' + CAST(1 + COALESCE(" + Largest(names) + ", 0) AS nvarchar(20)) FROM [" + names.table +
            "] HAVING COALESCE(" + Largest(names) +
            ", 0) >= (SELECT CAST(current_value AS bigint) FROM sys.sequences WHERE name = '" + names.sequence +
-           "')); EXEC(@move)";
+           "')); EXEC(" + variable + ")";
 }
 SqlText SqlServerMoveIdentity(const SequenceNames& names) { return "DBCC CHECKIDENT ('" + names.table + "', RESEED)"; }
 constexpr SequenceRules kSqlServerSequences = {

@@ -36,6 +36,13 @@ constexpr Meaning kMeanings[] = {
     {"57014", 0, Category::Busy, "the server gave the statement up after its time limit; try again"},
     {"HYT00", 0, Category::Busy, "another workstation is writing to the database; try again"},
     {"42000", 1222, Category::Busy, "another workstation is writing to the database; try again"},
+    {"42000", 50000, Category::Busy, "another workstation is writing to the database; try again"}, // of our own lock
+    {"", 1105, Category::ReadOnly, "the server's disk is full; tell its administrator, then try again"},
+    {"", 1101, Category::ReadOnly, "the server's disk is full; tell its administrator, then try again"},
+    {"", 9002, Category::ReadOnly, "the server's disk is full; tell its administrator, then try again"}, // its log's
+    {"", 3906, Category::ReadOnly, "the server's database can only be read (a replica?); name the main server"},
+    {"", 229, Category::ReadOnly, "the server's user has no right to it; ask the administrator for the right"},
+    {"", 2628, Category::Constraint, "a text is longer than its column"},
     {"08", 0, Category::LostConnection, "the connection to the server was lost; open the practice again"},
     {"57P", 0, Category::LostConnection, "the server has ended the connection; open the practice again"},
     {"HYT01", 0, Category::LostConnection, "the server does not answer; open the practice again"},
@@ -85,12 +92,16 @@ std::string OneLine(std::string text)
 std::string WithoutValues(const Diagnosis& diagnosis)
 {
     std::string text = diagnosis.text;
-    if (const std::size_t key = text.find(" The duplicate key value"); key != text.npos)
-        text.erase(key);
+    for (const char* const before : {" The duplicate key value", " Truncated value"})
+        text.erase(std::min(text.find(before), text.size()));
     if (!diagnosis.state.starts_with("22"))
         return text;
-    const std::size_t first = text.find('"'), last = text.rfind('"');
-    return first == last ? text : text.replace(first, last - first + 1, "...");
+    for (const char mark : {'"', '\''}) {
+        const std::size_t first = text.find(mark), last = text.rfind(mark);
+        if (first != last)
+            text.replace(first, last - first + 1, "...");
+    }
+    return text;
 }
 
 } // namespace

@@ -44,6 +44,9 @@ OdbcStatement::~OdbcStatement()
 void OdbcStatement::Prepare(StatementHandle& statement, const std::string& text) const
 {
     statement = m_session->NewStatement();
+    if (&statement == &m_part) // a copy that the server keeps: others may be sent while it is read
+        SQLSetStmtAttr(statement.Get(), SQL_ATTR_CURSOR_TYPE, reinterpret_cast<SQLPOINTER>(SQLULEN{SQL_CURSOR_STATIC}),
+                       0);
     std::u16string wide = ToWide(text);
     if (!IsDone(SQLPrepareW(statement.Get(), reinterpret_cast<SQLWCHAR*>(wide.data()),
                             static_cast<SQLINTEGER>(wide.size()))))
@@ -111,10 +114,17 @@ void OdbcStatement::Open(std::span<const Value> values, Reading reading)
 {
     if (reading == Reading::InParts && m_session->GetRules().declaresCursors)
         return OpenCursor(values);
-    Run(m_statement, m_text, values);
+    m_isCopy = reading == Reading::InParts;
+    StatementHandle& statement = m_isCopy ? m_part : m_statement;
+    Run(statement, m_text, values);
     if (m_guard == Guard::UnlessThere)
         CountChanged();
-    Describe(m_statement.Get());
+    Describe(statement.Get());
+}
+
+SQLHSTMT OdbcStatement::Reads() const noexcept
+{
+    return m_isCopy || !m_cursor.empty() ? m_part.Get() : m_statement.Get();
 }
 
 void OdbcStatement::Describe(SQLHSTMT statement)
@@ -153,7 +163,7 @@ bool OdbcStatement::FetchMore()
 
 bool OdbcStatement::Step()
 {
-    const SQLHSTMT statement = m_cursor.empty() ? m_statement.Get() : m_part.Get();
+    const SQLHSTMT statement = Reads();
     SQLRETURN result = SQLFetch(statement);
     if (result == SQL_NO_DATA && !m_cursor.empty() && FetchMore())
         result = SQLFetch(statement);
@@ -167,7 +177,7 @@ bool OdbcStatement::Step()
 
 void OdbcStatement::Read(std::span<Value* const> row)
 {
-    const SQLHSTMT statement = m_cursor.empty() ? m_statement.Get() : m_part.Get();
+    const SQLHSTMT statement = Reads();
     int column = 0;
     for (Value* const value : row)
         if (!m_columns.Read(statement, column++, *value))

@@ -37,6 +37,7 @@ private:
     void Describe(SQLHSTMT statement);
     void OpenCursor(std::span<const Value> values);
     bool FetchMore();
+    SQLHSTMT Reads() const noexcept; // whose rows come
 
     std::shared_ptr<ServerSession> m_session;
     std::string m_text;
@@ -53,6 +54,8 @@ private:
         Savepoint
     };
     Guard m_guard = Guard::None;
+
+    bool m_isCopy = false; // the result, which the server keeps for m_part
 
     // A large result comes through a cursor of the server, some rows at a time.
     StatementHandle m_declaration, m_part;

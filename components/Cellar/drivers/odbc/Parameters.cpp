@@ -11,7 +11,9 @@ namespace Cellar::Odbc
 namespace
 {
 
-constexpr std::size_t kLongBytes = 8000, kLongCharacters = 4000; // beyond them SQL Server wants its long types
+// Up to these sizes SQL Server's types have one, the same for every value: another would be another plan. Beyond them 0
+// means (max); the types for long values are older ones, which cannot be compared.
+constexpr std::size_t kLongBytes = 8000, kLongCharacters = 4000;
 constexpr std::size_t kKeptBytes = 4096;
 
 /// Two or four digits of the ISO text of a date or moment; 0 where it is shorter.
@@ -77,8 +79,8 @@ SQLRETURN Parameters::BindOne(SQLHSTMT statement, SQLUSMALLINT place, Bound& bou
     const auto bind = [&](SQLSMALLINT cType, SQLSMALLINT sqlType, std::size_t columnSize, SQLSMALLINT digits,
                           void* data, std::size_t size) {
         bound.length = value.IsNull() ? SQL_NULL_DATA : static_cast<SQLLEN>(size);
-        return SQLBindParameter(statement, place, SQL_PARAM_INPUT, cType, sqlType, std::max<SQLULEN>(columnSize, 1),
-                                digits, data, static_cast<SQLLEN>(size), &bound.length);
+        return SQLBindParameter(statement, place, SQL_PARAM_INPUT, cType, sqlType, columnSize, digits, data,
+                                static_cast<SQLLEN>(size), &bound.length);
     };
     switch (bound.type) {
     case Placeholder::Type::Int:
@@ -99,13 +101,13 @@ SQLRETURN Parameters::BindOne(SQLHSTMT statement, SQLUSMALLINT place, Bound& bou
         return bind(SQL_C_CHAR, SQL_DOUBLE, 53, 0, bound.narrow.data(), bound.narrow.size());
     case Placeholder::Type::Binary:
         bound.narrow = value.View();
-        return bind(SQL_C_BINARY, bound.narrow.size() > kLongBytes ? SQL_LONGVARBINARY : SQL_VARBINARY,
-                    bound.narrow.size(), 0, bound.narrow.data(), bound.narrow.size());
+        return bind(SQL_C_BINARY, SQL_VARBINARY, bound.narrow.size() > kLongBytes ? 0 : kLongBytes, 0,
+                    bound.narrow.data(), bound.narrow.size());
     default:
         RefuseNul(value.View());
         bound.wide = ToWide(value.View());
-        return bind(SQL_C_WCHAR, bound.wide.size() > kLongCharacters ? SQL_WLONGVARCHAR : SQL_WVARCHAR,
-                    bound.wide.size(), 0, bound.wide.data(), bound.wide.size() * sizeof(char16_t));
+        return bind(SQL_C_WCHAR, SQL_WVARCHAR, bound.wide.size() > kLongCharacters ? 0 : kLongCharacters, 0,
+                    bound.wide.data(), bound.wide.size() * sizeof(char16_t));
     }
 }
 

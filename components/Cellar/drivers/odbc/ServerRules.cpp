@@ -54,13 +54,15 @@ constexpr ServerRules kServers[] = {
         .waitFor = [](unsigned milliseconds) { return "SET lock_timeout = " + std::to_string(milliseconds); },
         .lock = PostgresLock,
         .failureEndsTransaction = true,
+        .transactions = nullptr,
         .unlessThere = " ON CONFLICT DO NOTHING",
         .declaresCursors = true,
     },
     {
         .product = "Microsoft SQL Server",
         .dialect = SqlServerDialect,
-        .settings = "MARS_Connection=Yes;",
+        // With several results at once (MARS) a transaction ends with the batch that began it.
+        .settings = "MARS_Connection=No;",
         .begin = "BEGIN TRANSACTION",
         // The database must allow it (ALLOW_SNAPSHOT_ISOLATION); the level is back with the next pooled use.
         .beginMoment = "SET TRANSACTION ISOLATION LEVEL SNAPSHOT; BEGIN TRANSACTION",
@@ -73,6 +75,7 @@ constexpr ServerRules kServers[] = {
         .waitFor = [](unsigned milliseconds) { return "SET LOCK_TIMEOUT " + std::to_string(milliseconds); },
         .lock = SqlServerLock,
         .failureEndsTransaction = false,
+        .transactions = "SELECT @@TRANCOUNT",
         .unlessThere = nullptr,
         .declaresCursors = false,
     },

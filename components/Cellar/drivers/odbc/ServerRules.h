@@ -30,6 +30,8 @@ struct ServerRules
     std::string (*lock)(const Subject& subject);
     /// A failed statement ends the transaction, but for what a savepoint keeps.
     bool failureEndsTransaction;
+    /// A query that gives 0 when the server has ended the transaction with a failed statement; null: see above.
+    const char* transactions;
     /// Behind an INSERT of one row of values: a key that is there already inserts nothing instead of failing; null: it
     /// cannot be said.
     const char* unlessThere;

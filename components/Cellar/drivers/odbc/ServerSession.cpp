@@ -138,7 +138,23 @@ void ServerSession::Fail(SQLHSTMT statement)
     m_isLost = m_isLost || ErrorOf(diagnosis).GetCategory() == DatabaseError::Category::LostConnection;
     m_hasFailed = m_hasFailed || (m_inTransaction && m_rules->failureEndsTransaction);
     SQLFreeStmt(statement, SQL_CLOSE);
+    if (HasEndedTransaction())
+        m_inTransaction = false; // otherwise what follows would be saved without what went before
     throw ErrorOf(diagnosis);
+}
+
+bool ServerSession::HasEndedTransaction() noexcept
+{
+    if (!m_inTransaction || m_isLost || !m_rules->transactions)
+        return false;
+    try {
+        const auto inTransaction = std::exchange(m_inTransaction, false); // a failure here does not ask again
+        const bool hasEnded = ReadNumber(m_rules->transactions) == 0;
+        m_inTransaction = inTransaction;
+        return hasEnded;
+    } catch (const DatabaseError&) { // not known: nothing more is to be saved
+        return true;
+    }
 }
 
 void ServerSession::RunDirect(SQLHSTMT statement, const std::string& text)

@@ -74,6 +74,7 @@ public:
 
 private:
     void Connect(const ServerText& text);
+    bool HasEndedTransaction() noexcept; // after a failed statement
     std::string TakeWaiting(const std::string& text);
     void RefuseUnlessUsable() const;
     void Undone(int level) noexcept; // that one and all within it
