@@ -1,0 +1,328 @@
+// What reaches SQL Server, and what is made of its answers: a scripted one, since none runs here.
+
+#include <limits>
+
+#include "Cellar/ValueTypes.h"
+#include "ScriptedServer.h"
+#include "support/Case.h"
+
+namespace
+{
+
+using Texts = std::vector<std::string>;
+
+constexpr char kInsert[] = "INSERT INTO [Note] ([lID], [strText]) VALUES (%ld, %s)";
+
+/// The error of one statement that the server answers so.
+DatabaseError ErrorFor(const std::string& answer)
+{
+    std::filesystem::remove(::Test::TempDir() + "/ODBC Driver for SQL Server.so");
+    const ScriptedServer server("on INSERT*\n" + answer + "\n");
+    const auto connection = server.Open();
+    return ErrorOf([&] { connection->ExecuteDirectf(kInsert, 1L, "Smith"); });
+}
+
+} // namespace
+
+TEST(SqlServer, IsKnownByWhatItCallsItself)
+{
+    const ScriptedServer server;
+    EXPECT_STREQ(server.Open()->GetDialect().GetName(), "sqlserver");
+    ::Test::WriteFile("script", "dbms PostgreSQL");
+    EXPECT_STREQ(server.Open()->GetDialect().GetName(), "postgres");
+    ::Test::WriteFile("script", "dbms Another");
+    EXPECT_EQ(ErrorOf([&] { server.Open(); }).GetCategory(), Category::CannotOpen);
+}
+
+/// A NULL has the type of its placeholder: the server takes no text for bytes, not even a NULL.
+TEST(SqlServer, TypesEveryValueAndEveryNull)
+{
+    const ScriptedServer server;
+    const auto connection = server.Open();
+    const SqlText insert =
+        "INSERT INTO [Note] ([strText], [nNumber], [lID], [lLong], [vbBytes], [dtTime], [amt], [dbl]) "
+        "VALUES (%s, %d, %ld, %I64d, %b, %t, %m, %f)";
+    Value moment("2024-04-06 10:11:12.123");
+    MakeCanonical(ColumnType::DateTime, moment);
+    connection->ExecuteDirectf(insert, "Grüße €", 7, 8L, std::int64_t{1} << 40, Bytes(3), moment, Kiln::CAmt(-123400),
+                               0.1);
+    connection->ExecuteDirectf(insert, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
+    const Texts bound = ScriptedServer::Lines("  ");
+    ASSERT_EQ(bound.size(), 16u) << ScriptedServer::Record();
+    const Texts types = {"SQL_C_WCHAR as SQL_WVARCHAR",     "SQL_C_SLONG as SQL_INTEGER",
+                         "SQL_C_SLONG as SQL_INTEGER",      "SQL_C_SBIGINT as SQL_BIGINT",
+                         "SQL_C_BINARY as SQL_VARBINARY",   "SQL_C_TYPE_TIMESTAMP as SQL_TYPE_TIMESTAMP(23,3)",
+                         "SQL_C_CHAR as SQL_NUMERIC(19,4)", "SQL_C_CHAR as SQL_DOUBLE"};
+    const Texts values = {"7 characters: Grüße €", "7",           "8",
+                          "1099511627776",         "3 bytes",     "2024-04-06 10:11:12.123000000",
+                          "8 bytes: -12.3400",     "3 bytes: 0.1"};
+    for (std::size_t i = 0; i < types.size(); ++i) {
+        const std::string number = std::to_string(i + 1) + ": ";
+        EXPECT_TRUE(bound[i].starts_with(number + types[i])) << bound[i];
+        EXPECT_TRUE(bound[i].ends_with(") " + values[i])) << bound[i];
+        EXPECT_TRUE(bound[i + 8].starts_with(number + types[i])) << bound[i + 8];
+        EXPECT_TRUE(bound[i + 8].ends_with(") NULL")) << bound[i + 8];
+    }
+}
+
+/// What is compared must not be sent as the types that the server compares with nothing (ntext, image).
+TEST(SqlServer, TakesLongValues)
+{
+    const ScriptedServer server;
+    const auto connection = server.Open();
+    for (const std::size_t length : {0u, 1u, 4000u, 4001u, 70000u}) {
+        const std::string text(length, 'x');
+        EXPECT_NO_THROW(connection->ExecuteDirectf("UPDATE [Note] SET [strText] = %s WHERE [strText] = %s", text, text))
+            << length;
+        EXPECT_NO_THROW(
+            connection->ExecuteDirectf("UPDATE [Note] SET [vb] = %b WHERE [vb] = %b", Bytes(length), Bytes(length)))
+            << length;
+    }
+}
+
+TEST(SqlServer, ReadsEveryTypeAndNulls)
+{
+    // A pair of surrogates lies across the pieces in which long values come, wherever these end.
+    std::string wide;
+    for (int i = 0; i < 5001; ++i)
+        wide += "\xF0\x9F\x98\x80";
+    for (const char* const way : {"", "nototal\n"})
+        for (const char* const before : {"", "x"}) {
+            const std::string text = before + wide;
+            ::Test::WriteFile("script", "");
+            std::filesystem::remove(::Test::TempDir() + "/ODBC Driver for SQL Server.so");
+            const ScriptedServer server(
+                "on SELECT*\n"
+                "columns a:int b:nvarchar c:varbinary d:datetime e:date f:money g:float h:bit i:bigint\n" +
+                std::string(way) + "row 5|" + text +
+                "|0x00AB|2024-04-06 10:11:12.123|2024-04-05|-12.3400|0.1|1|1099511627776\n"
+                "row null|null|null|null|null|null|null|null|null\nrow 0||0x|1753-01-01 00:00:00.000|0100-01-01|0.0001|"
+                "-1e-5|0|-1\n");
+            const auto connection = server.Open();
+            const RowSet set = connection->Query("SELECT * FROM [Note]", {});
+            ASSERT_EQ(set.rows.size(), 3u);
+            const auto& row = set.rows[0];
+            EXPECT_EQ(ToLong(row[0]), 5);
+            EXPECT_EQ(ToText(row[1]).Str(), text);
+            EXPECT_EQ(ToBytes(row[2]), (Bytes{0x00, 0xAB}));
+            EXPECT_EQ(row[3].View(), "2024-04-06 10:11:12.123");
+            EXPECT_EQ(row[4].View(), "2024-04-05");
+            EXPECT_EQ(ToAmount(row[5]), Kiln::CAmt(-123400));
+            EXPECT_EQ(ToDouble(row[6]), 0.1);
+            EXPECT_EQ(ToLong(row[7]), 1);
+            EXPECT_EQ(ToInt64(row[8]), std::int64_t{1} << 40);
+            for (const Value& value : set.rows[1])
+                EXPECT_TRUE(value.IsNull());
+            EXPECT_EQ(ToText(set.rows[2][1]).Str(), "");
+            EXPECT_FALSE(set.rows[2][1].IsNull());
+            EXPECT_EQ(ToAmount(set.rows[2][5]), Kiln::CAmt(1));
+        }
+}
+
+TEST(SqlServer, CountsRows)
+{
+    const ScriptedServer server("on UPDATE none*\ncount 0\non UPDATE three*\ncount 3\non EXEC*\ncount -1\n"
+                                "on DELETE*\ncount 2\ninfo 01000 3621 The statement has been terminated.\n");
+    const auto connection = server.Open();
+    EXPECT_EQ(connection->ExecuteDirect("UPDATE none SET a = 1"), 0); // SQL_NO_DATA
+    EXPECT_EQ(connection->ExecuteDirect("UPDATE three SET a = 1"), 3);
+    EXPECT_EQ(connection->ExecuteDirect("EXEC MTDLogWrite"), 0); // it does not tell
+    EXPECT_EQ(connection->ExecuteDirect("DELETE FROM a"), 2);    // SQL_SUCCESS_WITH_INFO
+}
+
+TEST(SqlServer, SaysWhatAnErrorMeans)
+{
+    const ::Test::Case<const char*, std::pair<Category, const char*>> rows[] = {
+        {"23000 2627 Violation of PRIMARY KEY constraint 'PK'. Cannot insert duplicate key in object 'dbo.Note'. The "
+         "duplicate key value is (Smith).",
+         {Category::DuplicateKey, "already"},
+         "a key"},
+        {"23000 2601 Cannot insert duplicate key row in object 'dbo.Note' with unique index 'UX'. The duplicate key "
+         "value is (Smith).",
+         {Category::DuplicateKey, "already"},
+         "a unique index"},
+        {"23000 515 Cannot insert the value NULL into column 'lID'", {Category::Constraint, "rule"}, "a NULL"},
+        {"23000 547 The INSERT statement conflicted with the FOREIGN KEY constraint",
+         {Category::Constraint, "rule"},
+         ""},
+        {"22001 8152 String or binary data would be truncated.", {Category::Constraint, "longer"}, "too long"},
+        {"42000 2628 String or binary data would be truncated in table 'Note', column 'strText'. Truncated value: "
+         "'Smith'.",
+         {Category::Constraint, "longer"},
+         "too long, with its value"},
+        {"22018 245 Conversion failed when converting the nvarchar value 'Smith' to data type int.",
+         {Category::Other, "does not fit"},
+         "a value in a message"},
+        {"40001 1205 Transaction (Process ID 51) was deadlocked", {Category::Busy, "try again"}, "deadlock"},
+        {"42000 1222 Lock request time out period exceeded.", {Category::Busy, "try again"}, "lock time-out"},
+        {"HYT00 0 Query timeout expired", {Category::Busy, "try again"}, "the driver's time-out"},
+        {"42000 50000 lock request time out", {Category::Busy, "try again"}, "a lock of the application"},
+        {"42000 9002 The transaction log for database 'Practice' is full", {Category::ReadOnly, "disk is full"}, "log"},
+        {"42000 1105 Could not allocate space for object 'dbo.Note'", {Category::ReadOnly, "disk is full"}, "data"},
+        {"42000 1101 Could not allocate a new page for database", {Category::ReadOnly, "disk is full"}, "a page"},
+        {"53100 0 could not extend file: No space left on device",
+         {Category::ReadOnly, "disk is full"},
+         "PostgreSQL's"},
+        {"42000 3906 Failed to update database because the database is read-only.",
+         {Category::ReadOnly, "can only be read"},
+         "a replica"},
+        {"42000 229 The INSERT permission was denied on the object 'Note'", {Category::ReadOnly, "right"}, "no right"},
+        {"42S02 208 Invalid object name 'Note'.", {Category::Syntax, "does not take"}, "no such table"},
+        {"42000 102 Incorrect syntax near 'LIMIT'.", {Category::Syntax, "does not take"}, "another's words"},
+        {"08S01 10054 TCP Provider: Error code 0x2746", {Category::LostConnection, "lost"}, "the server is gone"},
+        {"HY000 0 Something else", {Category::Other, "Something else"}, "anything else"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.in);
+        const DatabaseError error = ErrorFor(std::string("error ") + row.in);
+        EXPECT_EQ(error.GetCategory(), row.out.first) << error.what();
+        EXPECT_NE(error.GetReason().find(row.out.second), std::string::npos) << error.GetReason();
+        EXPECT_EQ(std::string(error.what()).find("Smith"), std::string::npos) << "a value: " << error.what();
+        EXPECT_EQ(error.GetStatement(), kInsert);
+    }
+}
+
+TEST(SqlServer, SaysWhyItCannotBeOpened)
+{
+    const ::Test::Case<const char*, const char*> rows[] = {
+        {"28000 18456 Login failed for user 'alice'.", "check UID and the password", "wrong password"},
+        {"42000 4060 Cannot open database \"Practice\" requested by the login. The login failed.", "check Database",
+         ""},
+        {"08001 10061 TCP Provider: Error code 0x274D", "check Servername", "no server"},
+        {"08001 -1 SSL Provider: certificate verify failed: unable to get local issuer certificate", "certificate", ""},
+        {"HYT00 0 Login timeout expired", "that the server is running", "no answer"},
+    };
+    for (const auto& row : rows) {
+        std::filesystem::remove(::Test::TempDir() + "/ODBC Driver for SQL Server.so");
+        const ScriptedServer server(std::string("on CONNECT\nerror ") + row.in + "\n");
+        const DatabaseError error = ErrorOf([&] { server.Open(); });
+        EXPECT_EQ(error.GetCategory(), Category::CannotOpen) << row.in;
+        EXPECT_NE(error.GetReason().find(row.out), std::string::npos) << error.GetReason();
+        EXPECT_EQ(std::string(error.what()).find("w}"), std::string::npos) << error.what();
+    }
+}
+
+TEST(SqlServer, ShowsNoPassword)
+{
+    const ScriptedServer server("on INSERT*\nerror 42000 102 Incorrect syntax\n");
+    const auto connection = server.Open();
+    std::string seen = connection->GetConnectionText().Str();
+    connection->OnSent([&](std::string_view statement) { seen += statement; });
+    seen += ErrorOf([&] { connection->ExecuteDirectf(kInsert, 1L, "Smith"); }).what();
+    EXPECT_EQ(seen.find("w}"), std::string::npos) << seen;
+    EXPECT_EQ(seen.find("Smith"), std::string::npos) << seen;
+    EXPECT_NE(ScriptedServer::Record().find("PWD=***"), std::string::npos) << "it was sent";
+}
+
+TEST(SqlServer, KeepsLevelsTogether)
+{
+    const ScriptedServer server;
+    const auto connection = server.Open();
+    const auto insert = [&](long id) { connection->ExecuteDirectf(kInsert, id, "x"); };
+    connection->Begin();
+    insert(1);
+    EXPECT_TRUE(ScriptedServer::Lines("DURABLE").empty()) << ScriptedServer::Record();
+    connection->Begin();
+    insert(2);
+    connection->Rollback();
+    EXPECT_EQ(ScriptedServer::Lines("UNDONE").size(), 1u) << ScriptedServer::Record();
+    connection->Begin();
+    insert(3);
+    connection->Commit();
+    connection->Commit();
+    EXPECT_EQ(ScriptedServer::Lines("DURABLE").size(), 2u) << ScriptedServer::Record();
+    connection->Begin();
+    insert(4);
+    connection->Rollback();
+    EXPECT_EQ(ScriptedServer::Lines("UNDONE").size(), 2u) << ScriptedServer::Record();
+    insert(5); // by itself again
+    EXPECT_EQ(ScriptedServer::Lines("DURABLE").size(), 3u) << ScriptedServer::Record();
+}
+
+/// The server ends the transaction, or loses the connection, in the middle; the disk is full at the end.
+TEST(SqlServer, SavesNothingOfATransactionThatFailed)
+{
+    const ::Test::Case<const char*, Category> rows[] = {
+        {"on INSERT*third*\nerror 42000 9002 The transaction log is full\nends\n", Category::ReadOnly, "full"},
+        {"on INSERT*third*\nerror 40001 1205 deadlocked\n", Category::Busy, "deadlock"},
+        {"on INSERT*third*\nerror 08S01 10054 gone\n", Category::LostConnection, "lost"},
+        {"on COMMIT*\nerror 42000 9002 The transaction log is full\nends\n", Category::ReadOnly, "full at the end"},
+        {"dbms PostgreSQL\non INSERT*third*\nerror 53100 0 No space left\n", Category::ReadOnly, "PostgreSQL, full"},
+        {"dbms PostgreSQL\non COMMIT*\nerror 53100 0 No space left\nends\n", Category::ReadOnly,
+         "PostgreSQL, at the end"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        std::filesystem::remove(::Test::TempDir() + "/ODBC Driver for SQL Server.so");
+        std::filesystem::remove(::Test::TempDir() + "/record");
+        const ScriptedServer server(row.in);
+        const auto connection = server.Open();
+        int failures = 0;
+        const auto attempt = [&](auto action) {
+            try {
+                action();
+            } catch (const DatabaseError& error) {
+                EXPECT_TRUE(failures++ > 0 || error.GetCategory() == row.out) << error.what();
+            }
+        };
+        connection->Begin(Intent::Write);
+        attempt([&] { connection->ExecuteDirect("INSERT INTO first VALUES (1)"); });
+        attempt([&] { connection->ExecuteDirect("INSERT INTO second VALUES (1)"); });
+        attempt([&] { connection->ExecuteDirect("INSERT INTO third VALUES (1)"); });
+        attempt([&] { connection->ExecuteDirect("INSERT INTO fourth VALUES (1)"); });
+        attempt([&] { connection->Commit(); });
+        EXPECT_GE(failures, 1);
+        while (connection->GetLevel() > 0)
+            EXPECT_NO_THROW(connection->Rollback());
+        EXPECT_TRUE(ScriptedServer::Lines("DURABLE").empty()) << ScriptedServer::Record();
+        EXPECT_GE(ScriptedServer::Lines("UNDONE").size(), 2u) << ScriptedServer::Record();
+    }
+}
+
+TEST(SqlServer, KeepsATransactionWhoseStatementFailed)
+{
+    const ScriptedServer server("on INSERT*second*\nerror 23000 2627 duplicate\n");
+    const auto connection = server.Open();
+    connection->Begin(Intent::Write);
+    connection->ExecuteDirect("INSERT INTO first VALUES (1)");
+    EXPECT_EQ(ErrorOf([&] { connection->ExecuteDirect("INSERT INTO second VALUES (1)"); }).GetCategory(),
+              Category::DuplicateKey);
+    connection->ExecuteDirect("INSERT INTO third VALUES (1)");
+    connection->Commit();
+    EXPECT_EQ(ScriptedServer::Lines("DURABLE").size(), 2u) << ScriptedServer::Record();
+}
+
+TEST(SqlServer, SaysEachTimeThatTheConnectionWasLost)
+{
+    const ScriptedServer server("on SELECT 1*\nerror 08S01 10054 gone\n");
+    const auto connection = server.Open();
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(ErrorOf([&] { connection->Query("SELECT 1 FROM [Note]", {}); }).GetCategory(),
+                  Category::LostConnection);
+    EXPECT_EQ(ErrorOf([&] { connection->ExecuteDirect("DELETE FROM [Note]"); }).GetCategory(),
+              Category::LostConnection);
+}
+
+/// While a cursor walks, others may be sent.
+TEST(SqlServer, RunsStatementsWhileACursorWalks)
+{
+    const ScriptedServer server("on SELECT*\ncolumns lID:int\nrow 1\nrow 2\nrow 3\n");
+    const auto connection = server.Open();
+    CRowCursor cursor(*connection, "SELECT [lID] FROM [Note]", std::vector<Value>{});
+    long sum = 0;
+    while (cursor.Next()) {
+        sum += ToLong(cursor.Get(0));
+        connection->ExecuteDirect("UPDATE [Note] SET [nSeen] = 1");
+    }
+    EXPECT_EQ(sum, 6);
+    EXPECT_EQ(ScriptedServer::Lines("DURABLE").size(), 3u);
+}
+
+/// The error of a later one of several statements comes with its result only.
+TEST(SqlServer, NoticesAnErrorBehindAFirstResult)
+{
+    const ScriptedServer server("on *CREATE TABLE b*\nerror 42000 2714 There is already an object named 'b'\nlater\n");
+    const auto connection = server.Open();
+    EXPECT_EQ(ErrorOf([&] { connection->Script("CREATE TABLE a (x int); CREATE TABLE b (x int)"); }).GetCategory(),
+              Category::Syntax);
+}
