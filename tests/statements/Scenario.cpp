@@ -1,0 +1,230 @@
+#include "Scenario.h"
+
+#include <algorithm>
+#include <array>
+#include <regex>
+
+#include "Brix/Check.h"
+#include "Brix/PracticeKey.h"
+#include "MorvUt/context/Ordering.h"
+#include "MorvUt/hmrc/access/AuthorisationStore.h"
+#include "MorvUt/hmrc/access/GatewayState.h"
+#include "MorvUt/MorvUt.h"
+#include "Shellkit/PracticeKey.h"
+#include "support/Practice.h"
+
+namespace
+{
+
+using namespace Brix;
+using Quarry::CDataList;
+using Quarry::Where;
+
+constexpr char kGateway[] = "gateway";
+
+/// Notes what the current connection sends while this lives.
+class Sent
+{
+public:
+    Sent()
+    {
+        Quarry::GetConnection().OnSent([this](std::string_view sent) {
+            static const std::regex cursor("cursor\\d+"); // has a number of the run
+            const std::string statement = std::regex_replace(std::string(sent), cursor, "cursor");
+            if (std::find(m_statements.begin(), m_statements.end(), statement) == m_statements.end())
+                m_statements.emplace_back(statement);
+        });
+    }
+    Sent(const Sent&) = delete;
+    Sent& operator=(const Sent&) = delete;
+    ~Sent() { Quarry::GetConnection().OnSent(nullptr); }
+    std::vector<std::string> Take() { return std::move(m_statements); }
+
+private:
+    std::vector<std::string> m_statements;
+};
+
+Cellar::Value SomeValue(Cellar::ColumnType type)
+{
+    switch (type) {
+    case Cellar::ColumnType::Text:
+        return "text";
+    case Cellar::ColumnType::Binary:
+        return Cellar::Bytes{1};
+    case Cellar::ColumnType::Date:
+    case Cellar::ColumnType::DateTime:
+        return Kiln::CDate(2024, 4, 6);
+    case Cellar::ColumnType::Money:
+        return Kiln::CAmt(10000);
+    case Cellar::ColumnType::Double:
+        return 0.5;
+    default:
+        return 1;
+    }
+}
+
+bool IsInKey(const Quarry::Table& table, const Quarry::Column& column)
+{
+    return ("," + std::string(table.key) + ",").find("," + std::string(column.name) + ",") != std::string::npos;
+}
+
+/// Two rows at once, all columns of one, a deletion.
+void WriteAndRead(const Quarry::Table& table)
+{
+    CDataList rows(table);
+    rows.Open();
+    for (int i = 0; i < 2; ++i) {
+        rows.AddNew();
+        for (const Quarry::Column& column : table.columns)
+            if (IsInKey(table, column) && rows.IsNull(column.ordinal) && !table.keyMayBeNull)
+                rows.Set(column.ordinal,
+                         column.type == Cellar::ColumnType::Text ? Cellar::Value(std::to_string(i)) : Cellar::Value(i));
+    }
+    rows.UpdateAll();
+    rows.MoveFirst();
+    for (const Quarry::Column& column : table.columns)
+        if (!IsInKey(table, column))
+            rows.Set(column.ordinal, SomeValue(column.type));
+    rows.Update();
+    rows.Delete();
+    rows.AddNew();
+    rows.CopyRow();
+}
+
+void AskWithEveryCondition()
+{
+    constexpr int kCode = CClient::kCode;
+    CDataList rows(CClient::Declaration());
+    const Where conditions[] = {{kCode, "A"},
+                                {kCode, nullptr},
+                                Where::NotNull(kCode),
+                                Where::Less(kCode, "A"),
+                                Where::AtMost(kCode, "A"),
+                                Where::Greater(kCode, "A"),
+                                Where::AtLeast(kCode, "A"),
+                                Where::Between(kCode, "A", "B"),
+                                Where::In(0, {1, 2}),
+                                Where::In(0, {})};
+    for (const Where& condition : conditions)
+        rows.Open({condition}, {{kCode, true}, {CClient::kName}}, {{kCode, CClient::kName}, 5});
+    rows.Count({conditions[0], conditions[2]});
+    CDataList(CNewEmploy::Declaration())
+        .Open({Where::Under(CNewEmploy::kTaxFormID, CTaxForm::Declaration(), {{CTaxForm::kYear, 2024}})});
+}
+
+template<class Owner>
+Owner NewRow()
+{
+    Owner owner;
+    owner.AddNew();
+    return owner;
+}
+
+void AskForOrderingNumbers()
+{
+    const auto form = NewRow<CTaxForm>();
+    GetCGTAcqOrderingNumber(NewRow<CCGT>());
+    GetEmployUKImcomeDetailsOrderingNumber(NewRow<CEmployUKIncome>());
+    GetNewInterestJointIncomeOrderingNumber(NewRow<CJointIncomeSourceTaxYear>());
+    GetNewInterestPaymentOrderingNumber(NewRow<CNewInterest>());
+    GetPensionContributionPaymentOrderingNumber(NewRow<CPlan>());
+    GetPensionStateBenefitDetailsOrderingNumber(NewRow<CPensionStateBenefits>());
+    for (const auto ask : {GetNewEmployOrderingNumber, GetNewInterestOrderingNumber, GetNewInterestUTOrderingNumber,
+                           GetOtherOutgoingsOrderingNumber, GetPensionContributionsOrderingNumber,
+                           GetPensionStateBenefitsOrderingNumber, GetPropertyOrderingNumber})
+        ask(form);
+}
+
+void KeepTokens()
+{
+    using HmrcApi::CAuthorisationStore;
+    CAuthorisationStore::CreateGatewayID(kGateway);
+    CAuthorisationStore store(kGateway);
+    store.SetAccessToken({1, 2});
+    store.SetRefreshToken({3, 4});
+    store.SetService("https://localhost");
+    store.SetAuthorisationStatus(HmrcApi::IAuthorisationStore::Authorised);
+    store.UpdateTokens();
+    store.UpdateLoaded();
+    store.Rehearse();
+    store.LockStore();
+    store.UnlockStore();
+    CAuthorisationStore::DeleteGatewayId(kGateway);
+    HmrcApi::ReadGatewayState(kGateway);
+    HmrcApi::ListGateways();
+}
+
+void LockTables()
+{
+    Quarry::CTransaction outer;
+    Quarry::CTransaction inner;
+    Quarry::GetConnection().LockTable("BRIXClient");
+    inner.Commit();
+    Quarry::CTransaction undone;
+    Quarry::GetConnection().ExecuteDirect("DELETE FROM [BRIXClient]");
+    undone.Rollback();
+}
+
+std::string Catalog(std::size_t tables, std::size_t columnsOfTheLast)
+{
+    std::string script = "on SELECT TABLE_NAME, COLUMN_NAME*\ncolumns TABLE_NAME:nvarchar COLUMN_NAME:nvarchar\n";
+    for (std::size_t i = 0; i < tables; ++i) {
+        const Quarry::Table& table = *AllTables()[i];
+        const std::size_t count =
+            i + 1 == tables ? std::min(columnsOfTheLast, table.columns.size()) : table.columns.size();
+        for (const Quarry::Column& column : table.columns.first(count))
+            script += std::string("row ") + table.sqlName + "|" + column.name + "\n";
+        if (table.versioned)
+            script += std::string("row ") + table.sqlName + "|nVersion\n";
+    }
+    return script;
+}
+
+} // namespace
+
+std::vector<std::string> SendEverything(std::unique_ptr<Cellar::CConnection> connection)
+{
+    constexpr std::array<std::uint8_t, 32> kKey{7};
+    Shellkit::SetPracticeKey(kKey);
+    Quarry::SetConnection(std::move(connection));
+    Sent sent;
+    for (const Quarry::Table* const table : AllTables())
+        if (*table->className)
+            WriteAndRead(*table);
+    AskWithEveryCondition();
+    AskForOrderingNumbers();
+    KeepTokens();
+    LockTables();
+    CheckPractice(Quarry::GetConnection());
+    IsPracticeKey(Quarry::GetConnection(), {SchemaState::Current, kSchemaVersion, {}});
+    Shellkit::SetPracticeKey({});
+    return sent.Take();
+}
+
+std::vector<std::string> SendUpgrade(std::unique_ptr<Cellar::CConnection> connection)
+{
+    Quarry::SetConnection(std::move(connection));
+    Sent sent;
+    UpgradeSchema(Quarry::GetConnection());
+    return sent.Take();
+}
+
+std::string WholePractice()
+{
+    return Catalog(AllTables().size(), 99) +
+           "on SELECT COUNT(*\ncolumns n:int\nrow 1\n"
+           "on FETCH*\ncolumns n:int\nrow 1\n" // of that too
+           "on SELECT nextval(*\ncolumns n:int\nrow 33\n"
+           "on SELECT NEXT VALUE FOR*\ncolumns n:int\nrow 33\n"
+           "on SELECT MAX(*\ncolumns n:int\nrow 3\n"
+           "on SELECT *lid* FROM *mtdauthorisation* WHERE strGatewayID*\ncolumns lID:int\nrow 7\n"
+           "on SELECT *lID* FROM [MTDAuthorisation] WHERE strGatewayID*\ncolumns lID:int\nrow 7\n"
+           "on SELECT *FROM MTDAuthorisationLock*\n"
+           "columns strUserID:nvarchar strWorkstation:nvarchar dtLocked:datetime ConnectionID:int dtNow:datetime\n"
+           "row alice|here|2024-04-06 10:11:12.123|-51|2024-04-06 10:11:12.123\n";
+}
+
+std::string OlderPractice()
+{
+    return Catalog(AllTables().size() - 1, 3) + "on SELECT * FROM *\ncolumns nVersion:int\nrow 1\n";
+}

@@ -1,0 +1,170 @@
+// Every statement of the library, in every dialect: the golden files are all that reaches a database. They are written
+// anew with MORVUT_WRITE_TRANSCRIPTS in the environment, to be read before they are kept:
+//
+//   written.txt         what stands whole in the sources
+//   sent.DATABASE.sql   what the library puts together, as it is sent
+//   schema.DATABASE.sql what a new practice is made with
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <sstream>
+
+#include <gtest/gtest.h>
+#include <sqlite3.h>
+
+#include "Brix/Schema.h"
+#include "Scenario.h"
+#include "SourceTexts.h"
+#include "support/Practice.h"
+
+namespace
+{
+
+using Cellar::Dialect;
+
+const Dialect* const kDialects[] = {&Cellar::SqliteDialect(), &Cellar::PostgresDialect(), &Cellar::SqlServerDialect()};
+
+std::string GoldenPath(const std::string& name)
+{
+    return std::string(STATEMENTS_ROOT "/tests/statements/golden/") + name;
+}
+
+void ExpectGolden(const std::string& name, const std::string& text)
+{
+    const std::string path = GoldenPath(name);
+    if (std::getenv("MORVUT_WRITE_TRANSCRIPTS"))
+        std::ofstream(path) << text;
+    std::istringstream now(text), kept(::Test::ReadFile(path));
+    std::string line, keptLine;
+    for (int number = 1; std::getline(now, line); ++number) {
+        std::getline(kept, keptLine);
+        ASSERT_EQ(line, keptLine) << name << ":" << number;
+    }
+    EXPECT_FALSE(std::getline(kept, keptLine)) << name << " holds more: " << keptLine;
+}
+
+const std::vector<SourceText>& Sources()
+{
+    static const auto& texts = *new std::vector<SourceText>(SqlInSources(STATEMENTS_ROOT));
+    return texts;
+}
+
+/// Not statements, although they hold such words; and what no golden file can hold.
+bool IsExempt(const SourceText& source)
+{
+    const std::pair<const char*, const char*> exempt[] = {
+        {"apps/hmrc-sandbox/", ""},                    // methods of HTTP, messages
+        {"components/Cellar/Connection.cpp", "BEGIN"}, // for messages
+        {"components/Cellar/drivers/", ""},            // what opens, steers and ends a session is each driver's own
+        {"apps/morv/Backup.cpp", "PRAGMA page_size"},  // of a file
+        {"", "EXISTS"},                                // a code of errors
+        {"", "EXEC names no procedure"},
+        {"", "TOP takes a number in brackets"},
+        {"components/Cellar/Dialect.cpp", " DEFAULT VALUES"}, // no procedure of ours has no arguments
+    };
+    static const std::regex word("[A-Z]+"); // of a table of words
+    return std::regex_match(source.text, word) ||
+           std::any_of(std::begin(exempt), std::end(exempt), [&](const auto& each) {
+               return source.place.starts_with(each.first) && (!*each.second || source.text == each.second);
+           });
+}
+
+/// As it is sent: placeholders are question marks, without a cast; names have the same marks in every database.
+std::string AsSent(const std::string& text)
+{
+    static const std::regex placeholder("'?%(s|d|ld|I64d|b|t|m|f)\\b'?|\\?::\\w+"), mark("[\\[\\]]");
+    return std::regex_replace(std::regex_replace(text, placeholder, "?"), mark, "\"");
+}
+
+std::string Joined(const std::vector<std::string>& statements)
+{
+    std::string text;
+    for (const std::string& statement : statements)
+        text += statement + (statement.ends_with('\n') ? "" : statement.ends_with(';') ? "\n" : ";\n");
+    return text;
+}
+
+/// As the first release made it.
+void MakeOlderPractice(const std::string& path)
+{
+    sqlite3* old = nullptr;
+    ASSERT_EQ(sqlite3_open(path.c_str(), &old), SQLITE_OK);
+    const std::string statements = ::Test::ReadFile(STATEMENTS_ROOT "/tests/Brix/practice-1.sql");
+    EXPECT_EQ(sqlite3_exec(old, statements.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(old);
+    sqlite3_close(old);
+}
+
+#ifdef CELLAR_ODBC_FAKE
+std::unique_ptr<Cellar::CConnection> OpenScripted(const std::string& product, const std::string& script)
+{
+    const std::string path = ::Test::WriteFile("script", "dbms " + product + "\n" + script);
+    const std::string library = ::Test::TempDir() + "/" + product + ".so"; // by whose name it is known
+    std::filesystem::remove(library);
+    std::filesystem::create_symlink(CELLAR_ODBC_FAKE, library);
+    return Cellar::CConnection::Open(("odbc:Driver=" + library + ";Script=" + path).c_str());
+}
+#endif
+
+} // namespace
+
+TEST(Statements, StandInTheSourcesAsKept)
+{
+    std::map<std::string, std::string> statements; // and what they become
+    for (const SourceText& source : Sources()) {
+        if (!IsWholeStatement(source.text) || IsExempt(source) || statements.contains(source.text))
+            continue;
+        for (const Dialect* const dialect : kDialects)
+            statements[source.text] +=
+                std::string(dialect->GetName()) + ": " + dialect->Translate(source.text).text + "\n";
+    }
+    std::string text = "# Every statement that stands whole in the sources: T-SQL, then what each database gets.\n";
+    for (const auto& [tsql, translations] : statements)
+        text += "\n" + tsql + "\n" + translations;
+    ExpectGolden("written.txt", text);
+}
+
+TEST(Statements, MakeTheSchemaAsKept)
+{
+    for (const Dialect* const dialect : kDialects)
+        ExpectGolden(std::string("schema.") + dialect->GetName() + ".sql", Brix::SchemaScript(*dialect));
+}
+
+TEST(Statements, AreSentAsKept)
+{
+    ::Test::SetNow(2024, 4, 6);
+    const auto send = [](const char* name, std::unique_ptr<Cellar::CConnection> whole,
+                         std::unique_ptr<Cellar::CConnection> older) {
+        std::vector<std::string> sent = SendEverything(std::move(whole));
+        for (std::string& statement : SendUpgrade(std::move(older)))
+            if (std::find(sent.begin(), sent.end(), statement) == sent.end())
+                sent.push_back(std::move(statement));
+        ExpectGolden(std::string("sent.") + name + ".sql", Joined(sent));
+        Quarry::SetConnection(nullptr);
+    };
+    auto whole = ::Test::Practice::Open();
+    Brix::CreateSchema(*whole);
+    MakeOlderPractice(::Test::TempDir() + "/older.db");
+    send("sqlite", std::move(whole), ::Test::Practice::Open("older.db"));
+#ifdef CELLAR_ODBC_FAKE
+    for (const auto& [name, product] : {std::pair("postgres", "PostgreSQL"), {"sqlserver", "Microsoft SQL Server"}})
+        send(name, OpenScripted(product, WholePractice()), OpenScripted(product, OlderPractice()));
+#endif
+}
+
+/// A statement that nobody listed would be missed by all that reads the golden files.
+TEST(Statements, AreAllKept)
+{
+    std::string kept;
+    for (const auto& entry : std::filesystem::directory_iterator(GoldenPath("")))
+        kept += ::Test::ReadFile(entry.path().string());
+    kept = AsSent(kept);
+    for (const SourceText& source : Sources()) {
+        EXPECT_TRUE(IsExempt(source) || kept.find(AsSent(source.text)) != std::string::npos)
+            << source.place << " holds SQL that is in no golden file (tests/statements): " << source.text;
+    }
+    EXPECT_GT(Sources().size(), 150u) << "the sources are not read";
+}
