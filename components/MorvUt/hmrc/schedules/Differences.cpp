@@ -189,7 +189,8 @@ std::vector<Difference> FindDifferences(const StagedYear& staged, const ReturnYe
 std::vector<Difference> FindDifferences(ClientId client, TaxYear taxYear)
 {
     const short year = taxYear.GetRealTaxYear();
-    return FindDifferences(LoadStagedItems(client, year), LoadReturnYear(client, year));
+    const StagedYear staged = LoadStagedItems(client, year);
+    return FindDifferences(staged, LoadReturnYear(client, year));
 }
 
 } // namespace HmrcApi
