@@ -37,6 +37,7 @@ TEST(PoundsToPence, RoundsAsTheDoubleIsPrinted)
         {"1e300", ::Test::kMaxPence, "beyond 64 bits"},
         {"999999999999.99", 99999999999999, "the last amount whose pence stand in their place"},
         {"1000000000000.25", 100000000000000, "the pence are a point too early: .25 reads as 0"},
+        {"1000000000000.5", 100000000000000, "with fewer digits, too"},
         {"12345678901234.56", 1234567890123404, "and here 4.56 reads as 4"},
     };
     for (const auto& row : rows)

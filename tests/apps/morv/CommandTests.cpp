@@ -58,6 +58,16 @@ TEST(Commands, AnEndlessNameIsCut)
         EXPECT_NE(RunMorv(line).out.find("x…"), std::string::npos) << line;
 }
 
+TEST(Commands, AFetchWhileAnotherProgramWritesMayBeTriedAgain)
+{
+    HmrcSandbox sandbox;
+    const std::string practice = AuthorisedPractice(sandbox);
+    const auto writer = Cellar::CConnection::Open(CString(practice));
+    writer->Begin(Cellar::Intent::Write);
+    const Ended fetched = RunMorv(FetchLine(practice, sandbox));
+    EXPECT_EQ(fetched.exit, 3) << fetched.out << fetched.err;
+}
+
 TEST(Commands, TheYearOfARunIsNotKept)
 {
     const std::string show = "client show " + SamplePractice() + " --client 1";
