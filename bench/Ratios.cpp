@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <exception>
 #include <utility>
 #include <vector>
 
@@ -154,4 +155,14 @@ int Bench::RunAll(int argc, char** argv, const Reasons& reasons)
     PrintMisses(rows, reasons);
     PrintOthers(rows);
     return reporter.HasFailed() ? 1 : 0;
+}
+
+int Bench::ResultOf(const std::function<int()>& run)
+{
+    try {
+        return run();
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 2;
+    }
 }

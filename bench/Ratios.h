@@ -7,6 +7,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -34,5 +35,8 @@ using Reasons = std::map<std::string, Reason>; // by subject
 /// and wall time in brackets: first the rows that miss, whose processor time is more than is allowed, then the others.
 /// 1 when the command line is not understood or an entry fails.
 int RunAll(int argc, char** argv, const Reasons& reasons);
+
+/// What `run` answers; 2, with the reason on stderr, when it throws.
+int ResultOf(const std::function<int()>& run);
 
 } // namespace Bench

@@ -78,11 +78,12 @@ constexpr char kWhy[] =
 
 int main(int argc, char** argv)
 {
-    benchmark::RegisterBenchmark("same-key access/ours", Ours);
-    benchmark::RegisterBenchmark("same-key access/function-local static", LocalStatic);
+    benchmark::RegisterBenchmark("same-key access of the current year/ours", Ours);
+    benchmark::RegisterBenchmark("same-key access of the current year/function-local static", LocalStatic);
     benchmark::RegisterBenchmark("same-key access of a client/ours", Client<&DataOfOurs>);
     benchmark::RegisterBenchmark("same-key access of a client/function-local static", Client<&DataOfLocalStatic>);
-    const int result = Bench::RunAll(argc, argv, {{"same-key access", kWhy}, {"same-key access of a client", kWhy}});
+    const int result = Bench::RunAll(
+        argc, argv, {{"same-key access of the current year", kWhy}, {"same-key access of a client", kWhy}});
     MorvUtShutDown();
     return result;
 }

@@ -1,10 +1,13 @@
-// The practice's data by cursor, as lists and record by record, against the engine's own C interface, as the practice
-// grows.
+// The practice's data by cursor, as lists and record by record, what its clients are and what a source carries, against
+// the engine's own C interface, as the practice grows.
 
+#include <cstdio>
+#include <filesystem>
 #include <functional>
 #include <stdexcept>
 #include <string>
 
+#include "data/Context.h"
 #include "data/Data.h"
 #include "MorvUt/MorvUt.h"
 #include "Places.h"
@@ -15,7 +18,7 @@ namespace
 
 constexpr int kSizes[] = {100, 1000, 10'000, 100'000};
 
-/// A file of the one or the other; both begin with the same rows.
+/// A file of the one or the other, which begin with the same rows; what only reads has one for both.
 struct Practice
 {
     std::string path;
@@ -31,7 +34,9 @@ struct Subject
     Action (*ours)(const Practice& practice);
     Action (*raw)(const Practice& practice);
     double limit;
-    const char* why; // what ours does besides
+    const char* why;            // what ours does besides
+    const char* both = nullptr; // whose practice both read; else each has its own
+    int largest = kSizes[3];    // practice
 };
 
 void Require(bool isSo)
@@ -63,6 +68,7 @@ Action AddRaw(const Practice& practice)
 }
 
 constexpr char kRead[] = "ours gives every value the one form of its column";
+constexpr char kStatus[] = "status", kAllowance[] = "allowance"; // practices
 constexpr char kSave[] = "ours also finds its statements by their text, checks every value, and keeps the row as it "
                          "was for those who are told";
 
@@ -108,6 +114,36 @@ const Subject kSubjects[] = {
          return [practice] { Require(RawDatabase(practice.path).ReadSchema() == 1); };
      },
      1.5, "ours also looks at the file before the engine opens it, and tries the practice's key"},
+    {"status of everybody",
+     [](const Practice& practice) -> Action {
+         OpenOurs(practice.path);
+         return [] { Require(AskStatusOfAll()[0] > 0); };
+     },
+     [](const Practice& practice) -> Action {
+         return [raw = std::make_shared<RawStatus>(practice.path)] { Require(raw->Ask()[0] > 0); };
+     },
+     2, "ours also keeps what decided each answer, and checks every date", kStatus},
+    {"allowance of twenty years, cold",
+     [](const Practice& practice) -> Action {
+         OpenOurs(practice.path);
+         return [] {
+             ForgetAllowances();
+             Require(AskAllowance() > 0);
+         };
+     },
+     [](const Practice& practice) -> Action {
+         return [raw = std::make_shared<RawAllowance>(practice.path)] { Require(raw->Ask() > 0); };
+     },
+     2, "ours reads all columns of the rows", kAllowance, kSizes[0]},
+    {"allowance of twenty years, warm",
+     [](const Practice& practice) -> Action {
+         OpenOurs(practice.path);
+         return [] { Require(AskAllowance() > 0); };
+     },
+     [](const Practice& practice) -> Action {
+         return [raw = std::make_shared<RawAllowance>(practice.path)] { Require(raw->LookUp() > 0); };
+     },
+     2, "ours also asks whether what it knows is still so", kAllowance, kSizes[0]},
 };
 
 Practice Of(const Place& place, const char* whose, int clients)
@@ -135,9 +171,65 @@ void Register(const Subject& subject, const Place& place, int clients, Bench::Re
             Time(state, prepare, practice);
         })->MeasureProcessCPUTime();
     };
-    add("ours", subject.ours, Of(place, "ours", clients));
-    add("in C", subject.raw, Of(place, "raw", clients));
+    add("ours", subject.ours, Of(place, subject.both ? subject.both : "ours", clients));
+    add("in C", subject.raw, Of(place, subject.both ? subject.both : "raw", clients));
     reasons[name] = {subject.why, subject.limit};
+}
+
+/// The practices of one size, closed.
+void MakePractices(const Place& place, int clients)
+{
+    const std::string made = Of(place, "ours", clients).path;
+    MakePractice(made, clients);
+    Quarry::SetConnection(nullptr);
+    const auto copy = [&](const char* whose, void (*add)()) {
+        const std::string path = Of(place, whose, clients).path;
+        std::filesystem::copy_file(made, path);
+        if (add) {
+            OpenOurs(path);
+            add();
+            Quarry::SetConnection(nullptr);
+        }
+    };
+    copy("raw", nullptr);
+    copy(kStatus, &AddStatuses);
+    if (clients == kSizes[0])
+        copy(kAllowance, &AddAllowances);
+}
+
+/// Both must give the same answers, and ours must send as many statements for 100 clients as for 100,000.
+void CheckAnswers(const Place& place)
+{
+    int statements = 0;
+    for (const int clients : kSizes) {
+        const std::string path = Of(place, kStatus, clients).path;
+        OpenOurs(path);
+        const int sent = CountStatusStatements();
+        std::printf("status of everybody, %s, %d: %d statements\n", place.name, clients, sent);
+        Require(statements == 0 || statements == sent);
+        statements = sent;
+        Require(AskStatusOfAll() == RawStatus(path).Ask());
+    }
+    const std::string path = Of(place, kAllowance, kSizes[0]).path;
+    OpenOurs(path);
+    Require(AskAllowance() == RawAllowance(path).Ask());
+    Quarry::SetConnection(nullptr);
+}
+
+int Run(int argc, char** argv)
+{
+    Bench::Reasons reasons;
+    for (const Place& place : Places()) {
+        for (const int clients : kSizes)
+            MakePractices(place, clients);
+        CheckAnswers(place);
+    }
+    for (const Subject& subject : kSubjects)
+        for (const Place& place : Places())
+            for (const int clients : kSizes)
+                if (clients <= subject.largest)
+                    Register(subject, place, clients, reasons);
+    return Bench::RunAll(argc, argv, reasons);
 }
 
 } // namespace
@@ -146,16 +238,7 @@ int main(int argc, char** argv)
 {
     MorvUtStartUp("bench", "Software\\bench");
     Shellkit::SetPracticeKey(Shellkit::RandomBytes(Shellkit::kKeySize));
-    Bench::Reasons reasons;
-    for (const Place& place : Places())
-        for (const int clients : kSizes)
-            for (const char* const whose : {"ours", "raw"})
-                MakePractice(Of(place, whose, clients).path, clients);
-    for (const Subject& subject : kSubjects)
-        for (const Place& place : Places())
-            for (const int clients : kSizes)
-                Register(subject, place, clients, reasons);
-    const int result = Bench::RunAll(argc, argv, reasons);
+    const int result = Bench::ResultOf([&] { return Run(argc, argv); });
     Quarry::SetConnection(nullptr);
     MorvUtShutDown();
     RemovePlaces();
