@@ -78,6 +78,7 @@ TEST_F(Permissions, ComeFromTheRoleOrTheUserAndStayUntilTheyAreCleared)
     AddUser("Bob", "", true, "Manager");
     AddUser("Eve");
     AddUser("Ian", "", true, "Nobody");
+    LetRole("Manager", 3, false);
     LetRole("Manager", 3);
     LetRole("Manager", 4);
     LetRole("Manager", 5, false);
@@ -87,6 +88,7 @@ TEST_F(Permissions, ComeFromTheRoleOrTheUserAndStayUntilTheyAreCleared)
     CUserData::SetUser("Bob");
     EXPECT_EQ(Allowed(), (Numbers{3, 4})) << "a role's user has nothing of his own";
     EXPECT_FALSE(FindStaff("Bob")->rights.at(4).isAllowed) << "a row that takes a right away";
+    EXPECT_TRUE(FindStaff("Bob")->rights.at(2).isAllowed) << "of two rows the last counts";
     CUserData::SetUser("Eve");
     EXPECT_EQ(Allowed(), Numbers{3}) << "her rows do not mention 3";
     for (const char* user : {"Eve", "Ian"}) {

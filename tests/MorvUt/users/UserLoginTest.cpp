@@ -54,6 +54,10 @@ TEST_F(UserLogin, LoadsTheUsersGroupsAndEveryGroupForAllStaff)
     EXPECT_EQ(TheUser().HasGroup("Tax"), 1);
     EXPECT_EQ(TheUser().HasGroup("tax"), 0);
     EXPECT_EQ(TheUser().HasGroup(nullptr), 0);
+    AddUser("Élan", "", false);
+    Sql("INSERT INTO BRIXGroupUser (strUserID, lGroupID) VALUES ('Élan', 13)");
+    CUserData::SetUser("élan");
+    EXPECT_EQ(TheUser().GetGroupInList(), "('Audit')") << "by the id as stored, though not listed";
 }
 
 TEST_F(UserLogin, LoadsTheParticulars)

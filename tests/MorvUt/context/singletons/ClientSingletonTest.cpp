@@ -219,6 +219,12 @@ TEST_F(ClientSingleton, ReadsAllOnceForAKey)
     Practice::Sql("UPDATE BRIXFBISubmissions SET nYear = 2008");
     Practice::Sql("DELETE FROM BRIXClient WHERE lID = 1");
     EXPECT_TRUE(CClientSingleton::Data(2, 0, 2008).amending && !CClientSingleton::Data(1, 0, 2008).amending);
+    Practice::Sql("UPDATE BRIXBTaxProprietor SET lClientID = 0");
+    EXPECT_FALSE(CClientSingleton::Data(0, 0, 2024).personHasBusinessOrIsPartner) << "0 is nobody";
+    Quarry::GetConnection().Script("WITH n AS (SELECT 1 AS i UNION ALL SELECT i + 1 FROM n WHERE i < 1001) INSERT INTO "
+                                   "BRIXPartnershipClients (lClientID, lpClientID) "
+                                   "SELECT 2, CASE WHEN i = 1001 THEN 5 ELSE 1000 + i END FROM n");
+    EXPECT_TRUE(CClientSingleton::Data(2, 0, 2022).personHasBusinessOrIsPartner) << "by the last of many";
 }
 
 TEST_F(ClientSingleton, ReadsAnewAfterARollbackAndOnAnotherConnection)

@@ -157,6 +157,9 @@ TEST(ClientStatus, TellsTheRecordThatDecidedAndSaysSo)
     EXPECT_EQ(status.Because(), because);
     EXPECT_STREQ(StatusOf(7, false, 2018).ReasonText(StatusQuestion::Inactive),
                  "The date of death, 03/02/2001, does not count: a trust goes on");
+    practice.Script("INSERT INTO BRIXFBISubmissions (lID, lClientID, nYear, nStatus) VALUES (9, 7, 2020, 2), (8, 7, "
+                    "2020, 2)");
+    EXPECT_EQ(StatusOf(7, false, 2020).AnswerOf(StatusQuestion::Amending).recordId, 8) << "the first";
     practice.Script("UPDATE BRIXClient SET lID = 0, dtDeath = '2050-01-01'");
     EXPECT_EQ(StatusOf(0, false, 2020).AnswerOf(StatusQuestion::Inactive).reason, StatusReason::TrustOutlives);
     EXPECT_FALSE(StatusOf(0, false, 2020).Is(StatusQuestion::Trust)) << "0 is nobody, as for IsClientATrust";
