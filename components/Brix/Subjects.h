@@ -2,9 +2,9 @@
 
 // What a transaction that means to write names as its subject.
 
-#include "Quarry/Keys.h"
 #include "Brix/Records.h"
 #include "Cellar/Connection.h"
+#include "Quarry/Keys.h"
 
 namespace Brix
 {

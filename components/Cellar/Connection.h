@@ -146,8 +146,9 @@ public:
     };
     bool IsAside() const noexcept;
 
-    /// While it lives, everything that the connection reads is of one moment, whatever others write; they need not wait.
-    /// Nothing may be written on the connection meanwhile. Throws std::logic_error within levels, and DatabaseError.
+    /// While it lives, everything that the connection reads is of one moment, whatever others write; they need not
+    /// wait. Nothing may be written on the connection meanwhile. Throws std::logic_error within levels, and
+    /// DatabaseError.
     class CELLAR_API Moment
     {
     public:

@@ -110,6 +110,8 @@ void AskWithEveryCondition()
     rows.Count({conditions[0], conditions[2]});
     CDataList(CNewEmploy::Declaration())
         .Open({Where::Under(CNewEmploy::kTaxFormID, CTaxForm::Declaration(), {{CTaxForm::kYear, 2024}})});
+    CDataList(CNewEmploy::Declaration())
+        .Open({Where::UnderFirst(CNewEmploy::kTaxFormID, CTaxForm::Declaration(), {{CTaxForm::kYear, 2024}})});
 }
 
 template<class Owner>
@@ -182,6 +184,25 @@ std::string Catalog(std::size_t tables, std::size_t columnsOfTheLast)
 
 } // namespace
 
+/// Users in both modes, features, and the list of all that is locked.
+void LockUsersAndFeatures()
+{
+    Cellar::CConnection& connection = Quarry::GetConnection();
+    CUserLockFile::InitUserLocking(connection);
+    for (const int isUnlimited : {0, 1}) {
+        SetUnlimitedSameUserLogin(isUnlimited);
+        CMorvLockFile file;
+        file.AddLock("ann");
+        file.IsValidState();
+        file.GetNumUsers();
+        file.RemoveLock();
+    }
+    SetUnlimitedSameUserLogin(0);
+    const std::vector<HeldLock> locks = ListLocks(connection);
+    for (const HeldLock& lock : locks)
+        ClearLock(connection, lock, "ann");
+}
+
 std::vector<std::string> SendEverything(std::unique_ptr<Cellar::CConnection> connection)
 {
     constexpr std::array<std::uint8_t, 32> kKey{7};
@@ -195,6 +216,7 @@ std::vector<std::string> SendEverything(std::unique_ptr<Cellar::CConnection> con
     AskForOrderingNumbers();
     KeepTokens();
     LockTables();
+    LockUsersAndFeatures();
     CheckPractice(Quarry::GetConnection());
     IsPracticeKey(Quarry::GetConnection(), {SchemaState::Current, kSchemaVersion, {}});
     Shellkit::SetPracticeKey({});
@@ -213,7 +235,11 @@ std::string WholePractice()
 {
     return Catalog(AllTables().size(), 99) +
            "on SELECT COUNT(*\ncolumns n:int\nrow 1\n"
+           "on SELECT Count(*\ncolumns n:int\nrow 1\n"
            "on FETCH*\ncolumns n:int\nrow 1\n" // of that too
+           "on SELECT *AS lockKey*\n"
+           "columns lockKey:nvarchar lockName:nvarchar strUserID:nvarchar strWorkstation:nvarchar dtLocked:datetime "
+           "ConnectionID:int dtNow:datetime\n"
            "on SELECT nextval(*\ncolumns n:int\nrow 33\n"
            "on SELECT NEXT VALUE FOR*\ncolumns n:int\nrow 33\n"
            "on SELECT MAX(*\ncolumns n:int\nrow 3\n"
