@@ -20,9 +20,8 @@ using Cellar::Value;
 using Quarry::Column;
 using Quarry::Table;
 
-SqlText Bracketed(std::string_view name) { return SqlText("[") + SqlText::Identifier(name) + "]"; }
 /// a.[name]
-SqlText In(const SqlText& alias, std::string_view name) { return alias + "." + Bracketed(name); }
+SqlText In(const SqlText& alias, std::string_view name) { return alias + "." + SqlText::Bracketed(name); }
 
 /// Columns whose values together must not stand twice; rows with a null among them do not count.
 struct Unique
@@ -191,9 +190,9 @@ private:
             if (!IsWhole(*parentTable))
                 continue;
             const SqlText statement = SqlText("SELECT ") + IdOf(table, "c") + ", " + In("c", parent.column) + " FROM " +
-                                      Bracketed(table.sqlName) + " c WHERE " + IsMeant(table, parent) +
-                                      " AND NOT EXISTS (SELECT 1 FROM " + Bracketed(parent.sqlTable) + " p WHERE " +
-                                      In("p", parent.parentColumn) + " = " + In("c", parent.column) + ")";
+                                      SqlText::Bracketed(table.sqlName) + " c WHERE " + IsMeant(table, parent) +
+                                      " AND NOT EXISTS (SELECT 1 FROM " + SqlText::Bracketed(parent.sqlTable) +
+                                      " p WHERE " + In("p", parent.parentColumn) + " = " + In("c", parent.column) + ")";
             for (const auto& row : m_connection.Query(statement, {}).rows)
                 Add(table, row[0],
                     std::string("the parent does not exist: ") + parent.sqlTable + " " + Cellar::ToText(row[1]).Str());
@@ -201,7 +200,7 @@ private:
         if (noParent.IsEmpty())
             return;
         const SqlText statement =
-            SqlText("SELECT ") + IdOf(table, "c") + " FROM " + Bracketed(table.sqlName) + " c" + noParent;
+            SqlText("SELECT ") + IdOf(table, "c") + " FROM " + SqlText::Bracketed(table.sqlName) + " c" + noParent;
         for (const auto& row : m_connection.Query(statement, {}).rows)
             Add(table, row[0], "the row has no parent");
     }
@@ -211,7 +210,7 @@ private:
     {
         if (!table.Find("lTaxFormID") || !table.Find("lClientID") || !table.Find("nYear"))
             return;
-        const SqlText statement = SqlText("SELECT c.[lID] FROM ") + Bracketed(table.sqlName) +
+        const SqlText statement = SqlText("SELECT c.[lID] FROM ") + SqlText::Bracketed(table.sqlName) +
                                   " c, [BRIXTaxForm] f WHERE f.[lID] = c.[lTaxFormID] AND "
                                   "(COALESCE(c.[lClientID], 0) <> COALESCE(f.[lClientID], 0) OR "
                                   "COALESCE(c.[nYear], 0) <> COALESCE(f.[nYear], 0))";
@@ -232,7 +231,7 @@ private:
             columns += SqlText(", ") + value("a") + ", " + value("b");
             same += SqlText(" AND ") + value("a") + " = " + value("b");
         }
-        const SqlText name = Bracketed(table.sqlName);
+        const SqlText name = SqlText::Bracketed(table.sqlName);
         const SqlText statement = SqlText("SELECT a.[lID]") + columns + " FROM " + name + " a, " + name +
                                   " b WHERE b.[lID] < a.[lID]" + same + (unique.among ? *unique.among : SqlText()) +
                                   " ORDER BY a.[lID]";
@@ -302,7 +301,7 @@ private:
         if (checked.empty())
             return;
         const SqlText statement =
-            SqlText("SELECT ") + columns + " FROM " + Bracketed(table.sqlName) + " c" + conditions;
+            SqlText("SELECT ") + columns + " FROM " + SqlText::Bracketed(table.sqlName) + " c" + conditions;
         for (const auto& row : m_connection.Query(statement, {}).rows) {
             for (std::size_t i = 0; i < checked.size(); ++i)
                 CheckValue(table, row[0], *checked[i], row[i + 1]);

@@ -1,6 +1,7 @@
 #include "Brix/Copy.h"
 
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -24,8 +25,7 @@ using Cellar::Value;
 using Quarry::Column;
 using Quarry::Table;
 
-constexpr std::size_t kMostValues = 2000; // in one statement: SQL Server takes 2100
-constexpr std::size_t kMostRows = 200;    // likewise
+constexpr std::size_t kMostRows = 200; // in one statement
 
 [[noreturn]] void ThrowCopy(const std::string& why)
 {
@@ -35,12 +35,9 @@ constexpr std::size_t kMostRows = 200;    // likewise
 /// Sessions' rows say nothing in another database; the schema's own row is made there.
 bool IsCopied(const Table& table)
 {
-    constexpr std::string_view kLeft[] = {"MorvUserLocks", "BTaxUserLocks",        "TrustTaxUserLocks",
-                                          "FeatureLocks",  "MTDAuthorisationLock", "BRIXSchema"};
-    return std::find(std::begin(kLeft), std::end(kLeft), table.sqlName) == std::end(kLeft);
+    return std::none_of(table.columns.begin(), table.columns.end(), std::mem_fn(&Column::IsSession)) &&
+           std::string_view(table.sqlName) != "BRIXSchema";
 }
-
-SqlText InBrackets(std::string_view name) { return SqlText("[") + SqlText::Identifier(name) + "]"; }
 
 /// The statements and the columns of one table's copy.
 class TableCopy
@@ -53,14 +50,14 @@ public:
             m_columns.push_back({-1, "nVersion", ColumnType::Int});
         SqlText names, row;
         for (const Column& column : m_columns) {
-            names += (names.IsEmpty() ? SqlText() : SqlText(", ")) + InBrackets(column.name);
+            names += (names.IsEmpty() ? SqlText() : SqlText(", ")) + SqlText::Bracketed(column.name);
             row += (row.IsEmpty() ? SqlText("(") : SqlText(", ")) + Cellar::PlaceholderOf(column.type);
         }
         m_row = row + ")";
-        m_insert = SqlText("INSERT INTO ") + InBrackets(table.sqlName) + " (" + names + ") VALUES ";
-        m_selectFrom = SqlText("SELECT ") + names + " FROM " + InBrackets(table.sqlName) + OrderBy(from);
-        m_selectTo = SqlText("SELECT ") + names + " FROM " + InBrackets(table.sqlName) + OrderBy(to);
-        m_rowsAtOnce = std::clamp<std::size_t>(kMostValues / m_columns.size(), 1, kMostRows);
+        m_insert = SqlText("INSERT INTO ") + SqlText::Bracketed(table.sqlName) + " (" + names + ") VALUES ";
+        m_selectFrom = SqlText("SELECT ") + names + " FROM " + SqlText::Bracketed(table.sqlName) + OrderBy(from);
+        m_selectTo = SqlText("SELECT ") + names + " FROM " + SqlText::Bracketed(table.sqlName) + OrderBy(to);
+        m_rowsAtOnce = std::clamp<std::size_t>(Cellar::kMostValues / m_columns.size(), 1, kMostRows);
     }
 
     const Table& GetTable() const noexcept { return m_table; }
@@ -107,12 +104,10 @@ private:
     SqlText OrderBy(const Cellar::Dialect& dialect) const
     {
         SqlText order;
-        for (std::string_view names = m_table.key; !names.empty();) {
-            const std::size_t comma = std::min(names.find(','), names.size());
-            order += (order.IsEmpty() ? SqlText(" ORDER BY ") : SqlText(", ")) + InBrackets(names.substr(0, comma));
+        for (const std::string_view name : Quarry::SplitNames(m_table.key)) {
+            order += (order.IsEmpty() ? SqlText(" ORDER BY ") : SqlText(", ")) + SqlText::Bracketed(name);
             if (m_table.keyMayBeNull)
                 order += dialect.NullsFirst(false);
-            names.remove_prefix(std::min(comma + 1, names.size()));
         }
         return order;
     }
@@ -205,7 +200,8 @@ private:
         for (const Table* const table : AllTables()) {
             if (!IsCopied(*table))
                 continue;
-            const auto count = m_from.practice.Query(SqlText("SELECT COUNT(*) FROM ") + InBrackets(table->sqlName), {});
+            const auto count =
+                m_from.practice.Query(SqlText("SELECT COUNT(*) FROM ") + SqlText::Bracketed(table->sqlName), {});
             const std::int64_t rows = Cellar::ToInt64(count.rows.at(0).at(0));
             if (rows == 0)
                 continue;

@@ -31,9 +31,9 @@ Secrets TrySecrets(Cellar::CConnection& connection)
         for (const Quarry::Column& column : table->columns) {
             if (column.type != Cellar::ColumnType::Binary)
                 continue;
-            const SqlText name = SqlText("[") + SqlText::Identifier(column.name) + "]";
-            const SqlText select = SqlText("SELECT ") + name + " FROM [" + SqlText::Identifier(table->sqlName) +
-                                   "] WHERE " + name + " IS NOT NULL";
+            const SqlText name = SqlText::Bracketed(column.name);
+            const SqlText select = SqlText("SELECT ") + name + " FROM " + SqlText::Bracketed(table->sqlName) +
+                                   " WHERE " + name + " IS NOT NULL";
             for (const auto& row : connection.Query(select, {}).rows) {
                 const Cellar::Bytes envelope = Cellar::ToBytes(row.at(0));
                 if (!Shellkit::IsEnvelope(envelope, Shellkit::KeyId::Practice))

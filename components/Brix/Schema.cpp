@@ -34,11 +34,8 @@ std::string Name(const Dialect& dialect, std::string_view name)
 std::string Names(const Dialect& dialect, std::string_view names)
 {
     std::string list;
-    while (!names.empty()) {
-        const std::size_t comma = std::min(names.find(','), names.size());
-        list += (list.empty() ? "" : ", ") + Name(dialect, names.substr(0, comma));
-        names.remove_prefix(std::min(comma + 1, names.size()));
-    }
+    for (const std::string_view name : Quarry::SplitNames(names))
+        list += (list.empty() ? "" : ", ") + Name(dialect, name);
     return list;
 }
 
@@ -157,8 +154,7 @@ std::string AddColumn(const Dialect& dialect, const Table& table, const Column& 
 bool MustBeMadeAnew(const Dialect& dialect, const Table& table, const Columns& there, int version)
 {
     const auto isOutdated = [&](const Column& c) {
-        const bool isSession = c.defaultValue && std::string_view(c.defaultValue) == "@@SPID";
-        return (isSession && version < kToolsVersion) || (!HasColumn(there, c.name) && IsComputed(dialect, c));
+        return (c.IsSession() && version < kToolsVersion) || (!HasColumn(there, c.name) && IsComputed(dialect, c));
     };
     const auto isOurs = [&](const std::string& name) { return table.Find(name) != nullptr; };
     return !dialect.AddsComputedDefaults() && std::any_of(table.columns.begin(), table.columns.end(), isOutdated) &&

@@ -58,6 +58,8 @@ SqlText SqlText::Identifier(std::string_view name)
     return text;
 }
 
+SqlText SqlText::Bracketed(std::string_view name) { return "[" + Identifier(name) + "]"; }
+
 SqlText SqlText::Number(std::int64_t value)
 {
     SqlText text;

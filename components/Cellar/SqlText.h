@@ -2,6 +2,7 @@
 
 // Statement text that no user wrote.
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -10,6 +11,9 @@
 
 namespace Cellar
 {
+
+/// As many values as one statement binds, in every database: SQL Server takes 2100.
+inline constexpr std::size_t kMostValues = 2000;
 
 /// Text that goes into a statement as it stands. It is made from literals of the program, from checked identifiers
 /// and from numbers, and from nothing else; what users type is bound as a parameter instead. Texts from literals are
@@ -34,6 +38,8 @@ public:
 
     /// A table or column name: letters, digits and '_', not starting with a digit. Throws DatabaseError otherwise.
     static SqlText Identifier(std::string_view name);
+    /// The same in brackets: [name].
+    static SqlText Bracketed(std::string_view name);
     static SqlText Number(std::int64_t value);
 
     SqlText& operator+=(const SqlText& other);

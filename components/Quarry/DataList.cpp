@@ -52,8 +52,8 @@ private:
 /// statements to prepare.
 std::size_t RowsInOneStatement(std::size_t count, std::size_t columns)
 {
-    constexpr std::size_t kMostValues = 2000, kMostRows = 256, kFew = 16; // SQL Server takes 2100 parameters
-    const std::size_t most = std::min(std::max<std::size_t>(kMostValues / columns, 1), kMostRows);
+    constexpr std::size_t kMostRows = 256, kFew = 16;
+    const std::size_t most = std::min(std::max<std::size_t>(Cellar::kMostValues / columns, 1), kMostRows);
     return count <= std::min(most, kFew) ? count : std::bit_floor(std::min(count, most));
 }
 

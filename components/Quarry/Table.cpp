@@ -31,4 +31,15 @@ const Column* Table::GetCounted() const noexcept
     return *className && column && column->type == Cellar::ColumnType::Int ? column : nullptr;
 }
 
+std::vector<std::string_view> SplitNames(std::string_view names)
+{
+    std::vector<std::string_view> split;
+    while (!names.empty()) {
+        const std::size_t comma = std::min(names.find(','), names.size());
+        split.push_back(names.substr(0, comma));
+        names.remove_prefix(std::min(comma + 1, names.size()));
+    }
+    return split;
+}
+
 } // namespace Quarry

@@ -4,6 +4,7 @@
 
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "Cellar/Value.h"
 #include "Quarry/Export.h"
@@ -20,6 +21,9 @@ struct Column
     const char* defaultValue = nullptr; // as T-SQL, such as "0" or "GETDATE()"; null: NULL
     int length = 0;                     // greatest number of characters of a text on servers; 0: any
     bool identity = false;              // counted up by the database when left out
+
+    /// The session that wrote the row, unless the statement says otherwise.
+    bool IsSession() const noexcept { return defaultValue && std::string_view(defaultValue) == "@@SPID"; }
 };
 
 /// One table. Ordinal 0 is the row id `lID`, except where `key` names other columns.
@@ -51,5 +55,8 @@ struct QUARRY_API Table
     /// statements reach only.
     const Column* GetCounted() const noexcept;
 };
+
+/// The column names of a comma separated list.
+QUARRY_API std::vector<std::string_view> SplitNames(std::string_view names);
 
 } // namespace Quarry

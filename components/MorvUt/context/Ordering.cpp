@@ -12,16 +12,13 @@ namespace
 using namespace Brix;
 using Cellar::SqlText;
 
-SqlText ColumnName(const Quarry::Table& table, int ordinal)
-{
-    return SqlText("[") + SqlText::Identifier(table.Find(ordinal)->name) + "]";
-}
+SqlText ColumnName(const Quarry::Table& table, int ordinal) { return SqlText::Bracketed(table.Find(ordinal)->name); }
 
 /// Selects the highest number of the rows under an owner; NULL where there are none.
 SqlText HighestNumber(const Quarry::Table& rows, int ordering, int ownerColumn)
 {
-    return SqlText("SELECT MAX(COALESCE(") + ColumnName(rows, ordering) + ", 0)) FROM [" +
-           SqlText::Identifier(rows.sqlName) + "] WHERE " + ColumnName(rows, ownerColumn) + " = %ld";
+    return SqlText("SELECT MAX(COALESCE(") + ColumnName(rows, ordering) + ", 0)) FROM " +
+           SqlText::Bracketed(rows.sqlName) + " WHERE " + ColumnName(rows, ownerColumn) + " = %ld";
 }
 
 /// The number of a new row of the record class `Rows`, which has the owner's id in `ownerColumn`.

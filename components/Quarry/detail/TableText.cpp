@@ -1,6 +1,5 @@
 #include "Quarry/detail/TableText.h"
 
-#include <algorithm>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -43,10 +42,10 @@ TableText MakeText(const Table& table)
             throw std::logic_error(std::string(table.sqlName) + " has no key column " + std::string(name));
         text.key.push_back(static_cast<std::size_t>(column - table.columns.data()));
     }
-    const SqlText name = Bracketed(table.sqlName);
+    const SqlText name = SqlText::Bracketed(table.sqlName);
     for (const Column& column : table.columns) {
         const SqlText& placeholder = Cellar::PlaceholderOf(column.type);
-        const SqlText columnName = Bracketed(column.name);
+        const SqlText columnName = SqlText::Bracketed(column.name);
         text.columns.push_back({columnName, columnName + " = " + placeholder});
         text.allColumns += (text.allColumns.IsEmpty() ? SqlText() : SqlText(", ")) + columnName;
         text.insertRow += (text.insertRow.IsEmpty() ? SqlText("(") : SqlText(", ")) + placeholder;
@@ -83,19 +82,6 @@ const TableText& TextOf(const Table& table)
     lastTable = &table;
     lastText = text.get();
     return *text;
-}
-
-SqlText Bracketed(std::string_view name) { return SqlText("[") + SqlText::Identifier(name) + "]"; }
-
-std::vector<std::string_view> SplitNames(std::string_view names)
-{
-    std::vector<std::string_view> split;
-    while (!names.empty()) {
-        const std::size_t comma = std::min(names.find(','), names.size());
-        split.push_back(names.substr(0, comma));
-        names.remove_prefix(std::min(comma + 1, names.size()));
-    }
-    return split;
 }
 
 } // namespace Quarry::Detail

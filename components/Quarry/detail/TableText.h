@@ -41,9 +41,4 @@ struct TableText
 /// Kept for as long as the process lives, and so must the declaration.
 const TableText& TextOf(const Table& table);
 
-/// [name]
-Cellar::SqlText Bracketed(std::string_view name);
-/// The column names of a comma separated list.
-std::vector<std::string_view> SplitNames(std::string_view names);
-
 } // namespace Quarry::Detail
