@@ -30,7 +30,7 @@ struct TypeMapping
     const char* shortName = nullptr; // the key, used in interchange and scripts
     const char* longName = nullptr;  // the display name; may be empty
     /// Of the short name that the row was made with, so that a lookup reads no other key; 0 says nothing.
-    std::uint32_t mark = Detail::MarkOfKey(shortName);
+    std::uint32_t mark = ::Detail::MarkOfKey(shortName);
 };
 inline constexpr TypeMapping kEndOfTable{0, nullptr, nullptr};
 
