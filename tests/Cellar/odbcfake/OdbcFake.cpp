@@ -17,6 +17,7 @@
 #include <exception>
 #include <map>
 #include <memory>
+#include <set>
 #include <string>
 
 #include "Session.h"
@@ -43,12 +44,20 @@ struct Statement;
 struct Connection : Handle
 {
     std::unique_ptr<Session> session;
-    Statement* reading = nullptr; // has a result open
+    Statement* reading = nullptr;    // has a result open
+    std::set<Statement*> statements; // end with the connection, as every driver's do
 };
 
 struct Statement : Handle
 {
-    explicit Statement(Connection& of) : connection(of) {}
+    explicit Statement(Connection& of) : connection(of) { connection.statements.insert(this); }
+    Statement(const Statement&) = delete;
+    Statement& operator=(const Statement&) = delete;
+    ~Statement()
+    {
+        CloseResult();
+        connection.statements.erase(this);
+    }
 
     Session& Server() const { return *connection.session; }
     void CloseResult()
@@ -137,13 +146,6 @@ SQLRETURN Run(Statement& statement)
     return answer.info ? SQL_SUCCESS_WITH_INFO : SQL_SUCCESS;
 }
 
-SQLRETURN FreeStatement(Statement& statement)
-{
-    statement.CloseResult();
-    delete &statement;
-    return SQL_SUCCESS;
-}
-
 constexpr char kVersion[] = "03.80";
 
 } // namespace
@@ -171,7 +173,7 @@ SQLRETURN SQL_API SQLFreeHandle(SQLSMALLINT type, SQLHANDLE handle)
     else if (type == SQL_HANDLE_DBC)
         delete static_cast<Connection*>(handle);
     else
-        return FreeStatement(As<Statement>(handle));
+        delete static_cast<Statement*>(handle);
     return SQL_SUCCESS;
 }
 
@@ -201,6 +203,8 @@ SQLRETURN SQL_API SQLDisconnect(SQLHDBC handle)
 {
     auto& connection = As<Connection>(handle);
     connection.session->Record("SQLDisconnect");
+    while (!connection.statements.empty())
+        delete *connection.statements.begin();
     connection.session.reset();
     return SQL_SUCCESS;
 }
@@ -434,8 +438,10 @@ SQLRETURN SQL_API SQLCancel(SQLHSTMT handle)
 SQLRETURN SQL_API SQLFreeStmt(SQLHSTMT handle, SQLUSMALLINT option)
 {
     auto& statement = As<Statement>(handle);
-    if (option == SQL_DROP)
-        return FreeStatement(statement);
+    if (option == SQL_DROP) {
+        delete &statement;
+        return SQL_SUCCESS;
+    }
     if (option == SQL_CLOSE)
         statement.CloseResult();
     if (option == SQL_RESET_PARAMS)

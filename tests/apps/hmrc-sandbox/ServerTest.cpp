@@ -21,7 +21,12 @@ class ServerTest : public testing::Test
 protected:
     void SetUp() override { m_server.Start(); }
 
-    httplib::Client Client(const char* host = "127.0.0.1") { return httplib::Client(host, m_server.Port()); }
+    httplib::Client Client(const char* host = "127.0.0.1")
+    {
+        httplib::Client client(host, m_server.Port());
+        client.set_read_timeout(60); // half a megabyte of brackets takes a busy machine a while
+        return client;
+    }
 
     Server m_server;
 };

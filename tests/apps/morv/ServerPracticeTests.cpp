@@ -51,7 +51,8 @@ TEST_P(ServerPractice, IsMadeUsedAndChecked)
     EXPECT_EQ(MorvJson(create)["created"]["employments"], 0) << "nothing twice";
     const std::string file = TempDir() + "/copy.db";
     EXPECT_EQ(MorvJson("practice copy " + practice + " " + file)["verified"], true);
-    const std::string back = ReplacedAll(practice, TheDatabases().made[0].second, Made("second"));
+    const std::string second = Made("second"), first = TheDatabases().made[0].second;
+    const std::string back = ReplacedAll(practice, first, second);
     EXPECT_EQ(MorvJson("practice copy " + file + " " + back)["verified"], true);
     for (const std::string& each : {practice, file, back}) {
         EXPECT_EQ(MorvJson("practice check " + each)["ok"], true);
