@@ -30,6 +30,12 @@ constexpr std::string_view kReport =
 constexpr std::string_view kAgentAuthority = "Check that this Government Gateway user ID may act for the client, and "
                                              "that the client has authorised the practice "
                                              "as agent for Self Assessment (form 64-8 or online).";
+constexpr std::string_view kFetchByUtr =
+    "HMRC may have closed its PAYE interface to this program: set the practice's option nPAYEInterface to 0, which "
+    "fetches by the four individual interfaces, authorise again, then fetch again.";
+constexpr std::string_view kFetchByNino =
+    "HMRC may have closed its individual interfaces to this program: set the practice's option nPAYEInterface to 1, "
+    "which fetches by the PAYE interface, authorise again, then fetch again.";
 constexpr std::string_view kSignInToNetwork =
     "Open any page in a browser and sign in to the network or proxy, then try again.";
 
@@ -45,6 +51,12 @@ constexpr Action kActions[] = {
     {"INVALID_CREDENTIALS", kAuthoriseAgain},
     {"INCORRECT_ACCESS_TOKEN_TYPE", kAuthoriseAgain},
     {"INVALID_SCOPE", kAuthoriseAgain},
+    {"RESOURCE_FORBIDDEN", kFetchByUtr, "PAYE"},
+    {"MATCHING_RESOURCE_NOT_FOUND", kFetchByUtr, "PAYE"},
+    {"NOT_IMPLEMENTED", kFetchByUtr, "PAYE"},
+    {"RESOURCE_FORBIDDEN", kFetchByNino, "Employments"},
+    {"MATCHING_RESOURCE_NOT_FOUND", kFetchByNino, "Employments"},
+    {"NOT_IMPLEMENTED", kFetchByNino, "Employments"},
     {"RESOURCE_FORBIDDEN", kReport},
     {"HTTPS_REQUIRED", kReport},
     {"MATCHING_RESOURCE_NOT_FOUND", kNewerVersion},
@@ -80,7 +92,6 @@ constexpr Action kActions[] = {
     {"ANSWER_TOO_LARGE", kReport},
     {"AMOUNT_NOT_EXACT", kReport},
     {"CANCELLED", "Start again when you are ready."},
-    {"NOT_AVAILABLE", "Switch the practice to the PAYE interface in its options, then fetch again."},
     {"CHANGED_BY_ANOTHER_USER", "Fetch again."},
     {"UNSAVED_CHANGES", "Save or cancel what has been changed, then fetch again."},
     {"NO_REDIRECT_PORT", "Close the other program that waits for HMRC's answer, then authorise again."},

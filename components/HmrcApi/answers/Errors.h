@@ -28,10 +28,12 @@
 //   CANCELLED            by the user
 //   UNSAVED_CHANGES      asked within a transaction that has begun
 //   CHANGED_BY_ANOTHER_USER   a staging row, before it was written
-//   NOT_AVAILABLE        the individual interfaces were asked for
 //
 // Causes of NO_CREDENTIALS: NOT_AUTHORISED, WRONG_SERVICE, TOKENS_UNREADABLE, NO_PRACTICE_KEY, NO_CREDENTIALS_FILE,
 // TOKENS_NOT_SAVED, DATABASE_UNREADABLE, REFRESH_BUSY, or what became of a refresh (INVALID_GRANT, NO_CONNECTION).
+//
+// The third text of an answer that HMRC does not offer one of the two routes to its PAYE records (RESOURCE_FORBIDDEN,
+// MATCHING_RESOURCE_NOT_FOUND, NOT_IMPLEMENTED) is the route's group, "PAYE" or "Employments": the other may be open.
 //
 // The third text Retry-After marks an error whose message tells when to try again.
 //

@@ -2,7 +2,6 @@
 
 #include "HmrcApi/answers/Errors.h"
 #include "HmrcApi/interfaces/detail/Retrieval.h"
-#include "HmrcApi/interfaces/Examples.h"
 #include "HmrcApi/interfaces/Interface.h"
 #include "HmrcApi/transport/Uri.h"
 #include "HmrcApi/transport/Waiting.h"
@@ -68,22 +67,18 @@ Response CEndpoint::Fetch(const Interface<Response>& row, const std::string& ide
     }
 }
 
-CPayeResponse CPaye::GetPaye(const std::string& identifier, short taxYear, IChainLogger* logger)
-{
-    return Fetch(kPaye, identifier, taxYear, logger);
-}
-
-CNationalInsuranceResponse CNationalInsurance::GetNationalInsurance(const std::string& identifier, short taxYear,
-                                                                    IChainLogger* logger)
-{
-    return Fetch(kNationalInsurance, identifier, taxYear, logger);
-}
-
-std::shared_ptr<ITransport> CPayeOverride::RestFactory() { return MakeExampleTransport(kPaye, m_type); }
-
-std::shared_ptr<ITransport> CNationalInsuranceOverride::RestFactory()
-{
-    return MakeExampleTransport(kNationalInsurance, m_type);
-}
+#define FETCHES(Response, Endpoint, Operation, row)                                                                    \
+    Response Endpoint::Operation(const std::string& identifier, short taxYear, IChainLogger* logger)                   \
+    {                                                                                                                  \
+        return Fetch(row, identifier, taxYear, logger);                                                                \
+    }                                                                                                                  \
+    const InterfaceFacts& Endpoint::Facts() noexcept { return row; }
+FETCHES(CPayeResponse, CPaye, GetPaye, kPaye)
+FETCHES(CNationalInsuranceResponse, CNationalInsurance, GetNationalInsurance, kNationalInsurance)
+FETCHES(CEmploymentHistoryResponse, CEmploymentHistory, GetEmploymentHistory, kEmploymentHistory)
+FETCHES(CIncomeSummaryResponse, CIncomeSummary, GetAnnualIncome, kIncomeSummary)
+FETCHES(CBenefitsSummaryResponse, CBenefitsSummary, GetBenefitsSummary, kBenefitsSummary)
+FETCHES(CTaxSummaryResponse, CTaxSummary, GetTaxSummary, kTaxSummary)
+#undef FETCHES
 
 } // namespace HmrcApi

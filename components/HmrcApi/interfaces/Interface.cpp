@@ -1,6 +1,7 @@
 #include "HmrcApi/interfaces/Interface.h"
 
 #include "HmrcApi/records/Responses.h"
+#include "HmrcApi/records/Summaries.h"
 
 namespace HmrcApi
 {
@@ -26,5 +27,31 @@ const Interface<CNationalInsuranceResponse> kNationalInsurance{
      {nullptr, "national-insurance-HAPPY_PATH_2", "national-insurance-HAPPY_PATH_2", "national-insurance-HAPPY_PATH_1",
       "national-insurance-HAPPY_PATH_2", "national-insurance-HAPPY_PATH_2", "national-insurance-HAPPY_PATH_2"}},
     &ReadNationalInsuranceResponse};
+
+// HMRC has two examples of each; the second has the members that are always there, and stands for whatever has less.
+#define SUMMARY_EXAMPLES(group)                                                                                        \
+    {                                                                                                                  \
+        nullptr, group "-HAPPY_PATH_1", group "-HAPPY_PATH_2", group "-HAPPY_PATH_2", group "-HAPPY_PATH_1",           \
+            group "-HAPPY_PATH_1", group "-HAPPY_PATH_1"                                                               \
+    }
+
+const Interface<CEmploymentHistoryResponse> kEmploymentHistory{
+    {"Individual Employment", "individual-employment/sa/", "UTR", "SA_UTR_INVALID", "1.2", "read:individual-employment",
+     SUMMARY_EXAMPLES("individual-employment")},
+    &ReadEmploymentHistoryResponse};
+
+const Interface<CIncomeSummaryResponse> kIncomeSummary{{"Individual Income", "individual-income/sa/", "UTR",
+                                                        "SA_UTR_INVALID", "1.2", "read:individual-income",
+                                                        SUMMARY_EXAMPLES("individual-income")},
+                                                       &ReadIncomeSummaryResponse};
+
+const Interface<CBenefitsSummaryResponse> kBenefitsSummary{{"Individual Benefits", "individual-benefits/sa/", "UTR",
+                                                            "SA_UTR_INVALID", "1.1", "read:individual-benefits",
+                                                            SUMMARY_EXAMPLES("individual-benefits")},
+                                                           &ReadBenefitsSummaryResponse};
+
+const Interface<CTaxSummaryResponse> kTaxSummary{{"Individual Tax", "individual-tax/sa/", "UTR", "SA_UTR_INVALID",
+                                                  "1.1", "read:individual-tax", SUMMARY_EXAMPLES("individual-tax")},
+                                                 &ReadTaxSummaryResponse};
 
 } // namespace HmrcApi

@@ -10,7 +10,11 @@
 namespace HmrcApi
 {
 
+class CBenefitsSummaryResponse;
+class CEmploymentHistoryResponse;
+class CIncomeSummaryResponse;
 class CPayeResponse;
+class CTaxSummaryResponse;
 struct CNationalInsuranceResponse;
 
 /// A row without what is read. The request is GET BASE/`before`IDENTIFIER/annual-summary/YEAR, as in
@@ -41,5 +45,11 @@ struct Interface : InterfaceFacts
 extern HMRCAPI_API const Interface<CPayeResponse> kPaye;
 /// Contributions, by UTR. Source: HMRC's National Insurance interface, version 1.1.
 extern HMRCAPI_API const Interface<CNationalInsuranceResponse> kNationalInsurance;
+
+// The four that give the PAYE records in parts, by UTR. Source: HMRC's interfaces of these names.
+extern HMRCAPI_API const Interface<CEmploymentHistoryResponse> kEmploymentHistory; // version 1.2
+extern HMRCAPI_API const Interface<CIncomeSummaryResponse> kIncomeSummary;         // 1.2
+extern HMRCAPI_API const Interface<CBenefitsSummaryResponse> kBenefitsSummary;     // 1.1
+extern HMRCAPI_API const Interface<CTaxSummaryResponse> kTaxSummary;               // 1.1
 
 } // namespace HmrcApi

@@ -1,4 +1,5 @@
-// HMRC's numbers of the types of benefits and allowances ("individual's additional benefits and deductions").
+// HMRC's numbers of the types of benefits and allowances ("individual's additional benefits and deductions"), and ours
+// of the sums of benefits that it gives without one.
 
 #include "HmrcApi/records/Responses.h"
 
@@ -44,6 +45,15 @@ constexpr IabdType kBenefits[] = {
     {"TravelAndSubsistence", 53},
     {"VoucherAndCreditCards", 54},
     {"NonCashBenefit", 117},
+    // Of the benefits interface: 1000 and the box of the employment pages (SA102).
+    {"companyCarsAndVansBenefit", 1009},
+    {"fuelForCompanyCarsAndVansBenefit", 1010},
+    {"privateMedicalDentalInsurance", 1011},
+    {"vouchersCreditCardsExcessMileageAllowance", 1012},
+    {"goodsEtcProvidedByEmployer", 1013},
+    {"accommodationProvidedByEmployer", 1014},
+    {"otherBenefits", 1015},
+    {"expensesPaymentsReceived", 1016},
 };
 
 constexpr IabdType kAllowances[] = {

@@ -15,9 +15,10 @@
 // Names     HMRC's, to the letter. Members that are not named here are ignored, whatever they hold.
 // Order     HMRC's, which means nothing. A reference may occur more than once.
 //
-// Source: HMRC's interfaces Individual PAYE 1.0 and National Insurance 1.1, "annual summary". Of the first HMRC has
-// published the groups and the values of its scenarios, not the names of the members: these follow its record service
-// and the sister interfaces. They stand in records/Responses.cpp alone.
+// Source: HMRC's interfaces Individual PAYE 1.0 and National Insurance 1.1, "annual summary" (the four interfaces that
+// give parts of the same are in records/Summaries.h). Of the first HMRC has published the groups and the values of its
+// scenarios, not the names of the members: these follow its record service and the sister interfaces. They stand in
+// records/Responses.cpp alone.
 
 #include <memory>
 #include <optional>
@@ -194,7 +195,9 @@ struct CNationalInsuranceResponse : CResponse
 };
 
 /// HMRC's number of a type of company benefit (8 to 54, 117) or allowance (56, 57, 101): "CarBenefit" is 31,
-/// "FlatRateJobExpenses" 56. 0 when the name is not known; case counts. Source: the types of HMRC's record service.
+/// "FlatRateJobExpenses" 56. The sums of the benefits interface, which have none, are 1000 and their box of the
+/// employment pages: "companyCarsAndVansBenefit" is 1009. 0 when the name is not known; case counts. Source: the types
+/// of HMRC's record service.
 HMRCAPI_API int BenefitNumber(std::string_view iabdType) noexcept;
 HMRCAPI_API int AllowanceNumber(std::string_view iabdType) noexcept;
 

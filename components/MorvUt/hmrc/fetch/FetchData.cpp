@@ -6,6 +6,7 @@
 #include "Brix/Subjects.h"
 #include "MorvUt/context/status/ClientStatus.h"
 #include "MorvUt/hmrc/access/PracticeOptions.h"
+#include "MorvUt/hmrc/fetch/EmploymentsPrepop.h"
 #include "MorvUt/hmrc/fetch/NicPrepop.h"
 #include "MorvUt/hmrc/fetch/PayePrepop.h"
 #include "MorvUt/hmrc/fetch/Retrieval.h"
@@ -21,8 +22,6 @@ namespace HmrcApi
 {
 namespace
 {
-
-constexpr char kEmployments[] = "Employments";
 
 /// Whom to ask about, and as whom.
 struct Request
@@ -84,12 +83,6 @@ void Fold(const CSchedulePrepop& prepop, FetchResult& result)
     result.clear = result.clear && !prepop.HasDifferences();
 }
 
-void AskEmployments(CAPIErrorHandler& errors)
-{
-    errors.AddGroup(kEmployments);
-    errors.AddError(kEmployments, CAPIError("NOT_AVAILABLE", LibraryText(IDS_HMRC_EMPLOYMENTS_NOT_YET).Str(), {}, {}));
-}
-
 GroupState StateOf(const std::string& group, const CAPIErrorHandler& errors, bool isThere, GroupState ofNothing)
 {
     for (const CAPIErrorHandler::Group& each : errors.GetGroups())
@@ -98,27 +91,29 @@ GroupState StateOf(const std::string& group, const CAPIErrorHandler& errors, boo
     return GroupState::Unknown;
 }
 
-void TellStates(const CPAYEPrepop& paye, const CNICPrepop& nic, const StagedYear& staged, const ReturnYear& own,
+template<class Records>
+void TellStates(const Records& records, const CNICPrepop& nic, const StagedYear& staged, const ReturnYear& own,
                 short year, FetchResult& result)
 {
-    const bool hasPaye = !staged.employments.empty() || !staged.pensions.empty() || !staged.allowances.empty();
+    const bool hasRecords = !staged.employments.empty() || !staged.pensions.empty() || !staged.allowances.empty();
     const bool isFinalised = own.finalised.IsValid();
     const Kiln::CDate today = Kiln::CDate::Today();
-    result.groups[0].state = StateOf(result.groups[0].name, *result.errors, paye.HasAnswer(),
-                                     StateOfNothing(year, hasPaye, isFinalised, today));
+    result.groups[0].state = StateOf(result.groups[0].name, *result.errors, records.HasAnswer(),
+                                     StateOfNothing(year, hasRecords, isFinalised, today));
     result.groups[1].state = StateOf(result.groups[1].name, *result.errors, nic.HasAnswer(),
                                      StateOfNothing(year, staged.nationalInsurance.has_value(), isFinalised, today));
     result.counts = CountItems(staged, own);
-    result.counts.items = (paye.HasAnswer() ? result.counts.items : 0) + (nic.HasAnswer() ? 1 : 0);
+    result.counts.items = (records.HasAnswer() ? result.counts.items : 0) + (nic.HasAnswer() ? 1 : 0);
 }
 
 /// What the year's rows hold afterwards. Without an answer nothing is locked.
-StagedYear StageAnswers(Retrieval& retrieval, CPAYEPrepop& paye, CNICPrepop& nic, ClientId client, short year)
+template<class Records>
+StagedYear StageAnswers(Retrieval& retrieval, Records& records, CNICPrepop& nic, ClientId client, short year)
 {
-    if (!paye.HasAnswer() && !nic.IsAnswered())
+    if (!records.HasAnswer() && !nic.IsAnswered())
         return LoadStagedYear(client, year);
     Quarry::CTransaction transaction(Cellar::Intent::Write, Brix::SubjectOf(client));
-    paye.Stage(retrieval);
+    records.Stage(retrieval);
     nic.Stage(retrieval);
     StagedYear staged = retrieval.GetWriter().GetYear();
     transaction.Commit();
@@ -133,30 +128,37 @@ void NeedWriteLock()
         Quarry::CTransaction(Cellar::Intent::Write).Commit();
 }
 
-void FetchAll(const Request& request, const std::shared_ptr<CAPIErrorHandler>& errors, std::shared_ptr<Channel> channel,
-              FetchResult& result)
+/// `Records`: CPAYEPrepop or CEmploymentsPrepop, whose answers are staged alike.
+template<class Records>
+void FetchBy(Retrieval& retrieval, const Request& request, const std::string& identifier, FetchResult& result)
 {
     const TaxYear taxYear(GetCurrentRealTaxYear());
     const short year = taxYear.GetRealTaxYear();
-    const std::string& number = request.nationalInsuranceNumber.Str();
     const std::string& utr = request.utr.Str();
-    Logger logger;
-    logger.SetDebugLevel(request.options.debugLevel);
-    Retrieval retrieval(request.client, year, request.store, errors, &logger, request.options, std::move(channel));
-    CPAYEPrepop paye(request.client, taxYear, number, request.type, request.store);
+    Records records(request.client, taxYear, identifier, request.type, request.store);
     CNICPrepop nic(request.client, taxYear, utr, request.type, request.store);
-    if (request.options.usesPayeInterface)
-        paye.Ask(retrieval, number);
-    else
-        AskEmployments(*errors);
+    records.Ask(retrieval, identifier);
     nic.Ask(retrieval, utr);
 
-    const StagedYear staged = StageAnswers(retrieval, paye, nic, request.client, year);
+    const StagedYear staged = StageAnswers(retrieval, records, nic, request.client, year);
     result.notes = NotesOf(staged);
-    TellStates(paye, nic, staged, paye.GetReturn() ? *paye.GetReturn() : LoadReturnYear(request.client, year), year,
-               result);
-    Fold(paye, result);
+    TellStates(records, nic, staged, records.GetReturn() ? *records.GetReturn() : LoadReturnYear(request.client, year),
+               year, result);
+    Fold(records, result);
     Fold(nic, result);
+}
+
+void FetchAll(const Request& request, const std::shared_ptr<CAPIErrorHandler>& errors, std::shared_ptr<Channel> channel,
+              FetchResult& result)
+{
+    Logger logger;
+    logger.SetDebugLevel(request.options.debugLevel);
+    Retrieval retrieval(request.client, TaxYear(GetCurrentRealTaxYear()).GetRealTaxYear(), request.store, errors,
+                        &logger, request.options, std::move(channel));
+    if (request.options.usesPayeInterface)
+        FetchBy<CPAYEPrepop>(retrieval, request, request.nationalInsuranceNumber.Str(), result);
+    else
+        FetchBy<CEmploymentsPrepop>(retrieval, request, request.utr.Str(), result);
 }
 
 Request MakeRequest(ClientId client, const std::string& gatewayId, IEndpointOverride::ResponseType type)
@@ -200,7 +202,7 @@ FetchResult FetchFromHmrc(ClientId client, const std::string& gatewayId, IEndpoi
     try {
         const Request request = MakeRequest(client, gatewayId, type);
         result.route = request.options.usesPayeInterface ? FetchResult::Route::Paye : FetchResult::Route::Employments;
-        result.groups = {{request.options.usesPayeInterface ? CPAYEPrepop::kGroup : kEmployments},
+        result.groups = {{request.options.usesPayeInterface ? CPAYEPrepop::kGroup : CEmploymentsPrepop::kGroup},
                          {CNICPrepop::kGroup}};
         if (!MayFetch(request, result))
             return result;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "Brix/Subjects.h"
 #include "MorvUt/hmrc/fetch/PayeMapping.h"
 #include "MorvUt/hmrc/fetch/Retrieval.h"
 #include "MorvUt/hmrc/schedules/Differences.h"
@@ -34,23 +33,12 @@ bool IsSameBenefit(const Brix::CMTD_EmploymentsCompanyBenefits& row, const Compa
 
 } // namespace
 
-struct CPAYEPrepop::Creation
-{
-    Quarry::CTransaction transaction; // before anything is read
-    StagedYear staged;
-    NewScheduleWriter writer;
-
-    Creation(ClientId client, short year)
-        : transaction(Cellar::Intent::Write, Brix::SubjectOf(client)), staged(LoadStagedYear(client, year)),
-          writer(client, year, LoadReturnYear(client, year))
-    {}
-};
-
 IPrepopPAYE::~IPrepopPAYE() = default;
 
 CPAYEPrepop::CPAYEPrepop(ClientId client, TaxYear taxYear, std::string identifier, IEndpointOverride::ResponseType type,
                          const CAuthorisationStore& store)
-    : CSchedulePrepop(client, taxYear, std::move(identifier), type, store)
+    : CSchedulePrepop(client, taxYear, std::move(identifier), type, store),
+      m_schedules(client, taxYear.GetRealTaxYear())
 {}
 
 CPAYEPrepop::~CPAYEPrepop() = default;
@@ -177,74 +165,53 @@ void CPAYEPrepop::UpdateMTDTaxFreeAllowances()
                 [](StagingWriter& writer, const StagedYear& answer) { writer.WriteAllowances(answer.allowances); });
 }
 
-bool CPAYEPrepop::DoNewEmploymentsExist()
-{
-    return IsAnyEmploymentNew(LoadStagedYear(GetClient(), GetYear()), LoadReturnYear(GetClient(), GetYear()));
-}
+bool CPAYEPrepop::DoNewEmploymentsExist() { return m_schedules.IsEmploymentNew(); }
 
 bool CPAYEPrepop::DoNewPensionStateBenefitsExist()
 {
-    return IsPensionNew([](long kind) { return ScheduleOf(static_cast<int>(kind)) != nullptr; });
+    return m_schedules.IsPensionNew([](long kind) { return ScheduleOf(static_cast<int>(kind)) != nullptr; });
 }
 
-bool CPAYEPrepop::DoNewPensionStateBenefitsExist_Other() { return IsPensionNew(&IsStatePensionKind); }
-bool CPAYEPrepop::DoNewPensionStateBenefitsExist_PrivatePensions() { return IsPensionNew(&IsPrivatePension); }
+bool CPAYEPrepop::DoNewPensionStateBenefitsExist_Other() { return m_schedules.IsPensionNew(&IsStatePensionKind); }
+bool CPAYEPrepop::DoNewPensionStateBenefitsExist_PrivatePensions()
+{
+    return m_schedules.IsPensionNew(&IsPrivatePension);
+}
 bool CPAYEPrepop::DoNewPensionStateBenefitsExist_TaxableSocialSecurityBenefits()
 {
-    return IsPensionNew(&IsTaxableSocialSecurityBenefit);
+    return m_schedules.IsPensionNew(&IsTaxableSocialSecurityBenefit);
 }
 
-bool CPAYEPrepop::IsPensionNew(bool (*isOfKind)(long kind)) const
-{
-    return IsAnyPensionNew(LoadStagedItems(GetClient(), GetYear()), LoadReturnYear(GetClient(), GetYear()), isOfKind);
-}
-
-void CPAYEPrepop::CreateNewSchedules()
-{
-    m_created = {};
-    InCreation([](Creation& creation) { creation.writer.AddAll(creation.staged); });
-}
-
-/// What was made counts once it is committed.
-void CPAYEPrepop::InCreation(const std::function<void(Creation&)>& work)
-{
-    Creation creation(GetClient(), GetYear());
-    work(creation);
-    creation.transaction.Commit();
-    const CreatedSchedules& made = creation.writer.GetCreated();
-    m_created.employments += made.employments;
-    m_created.pensionsAndBenefits += made.pensionsAndBenefits;
-    m_created.notes.insert(m_created.notes.end(), made.notes.begin(), made.notes.end());
-}
+void CPAYEPrepop::CreateNewSchedules() { m_schedules.CreateAll(); }
 
 void CPAYEPrepop::CreateNewEmploymentSchedules()
 {
-    InCreation([](Creation& creation) { creation.writer.AddEmployments(creation.staged); });
+    m_schedules.Create([](StagedSchedules::Creation& creation) { creation.writer.AddEmployments(creation.staged); });
 }
 
-void CPAYEPrepop::CreatePensions(bool (*isOfKind)(long kind))
+void CPAYEPrepop::CreateNewPensionStateBenefitSchedules_PrivatePensions()
 {
-    InCreation([&](Creation& creation) { creation.writer.AddPensions(creation.staged, isOfKind); });
+    m_schedules.CreatePensions(&IsPrivatePension);
 }
-
-void CPAYEPrepop::CreateNewPensionStateBenefitSchedules_PrivatePensions() { CreatePensions(&IsPrivatePension); }
 void CPAYEPrepop::CreateNewPensionStateBenefitSchedules_TaxableSocialSecurityBenefits()
 {
-    CreatePensions(&IsTaxableSocialSecurityBenefit);
+    m_schedules.CreatePensions(&IsTaxableSocialSecurityBenefit);
 }
-void CPAYEPrepop::CreateNewPensionStateBenefitSchedules_Other() { CreatePensions(&IsStatePensionKind); }
+void CPAYEPrepop::CreateNewPensionStateBenefitSchedules_Other() { m_schedules.CreatePensions(&IsStatePensionKind); }
 
 void CPAYEPrepop::CreateNewEmploymentSchedule(Brix::CNewEmploy& schedules, int& ordering, const char* identifyingText,
                                               const char* employerName)
 {
-    InCreation([&](Creation& creation) { creation.writer.Append(schedules, ordering, identifyingText, employerName); });
+    m_schedules.Create([&](StagedSchedules::Creation& creation) {
+        creation.writer.Append(schedules, ordering, identifyingText, employerName);
+    });
 }
 
 void CPAYEPrepop::CreateNewPensionStateBenefitSchedule(long section, long type, Kiln::CAmt amount, Kiln::CAmt tax,
                                                        bool estimate, const char* payerName, const char* payerReference,
                                                        Kiln::CDate date, const char* description)
 {
-    InCreation([&](Creation& creation) {
+    m_schedules.Create([&](StagedSchedules::Creation& creation) {
         creation.writer.Append({static_cast<int>(section),
                                 static_cast<int>(type),
                                 amount,

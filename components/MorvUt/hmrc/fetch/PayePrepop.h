@@ -13,7 +13,7 @@
 #include "HmrcApi/records/Responses.h"
 #include "MorvUt/hmrc/fetch/IPrepopPAYE.h"
 #include "MorvUt/hmrc/fetch/SchedulePrepop.h"
-#include "MorvUt/hmrc/schedules/NewSchedules.h"
+#include "MorvUt/hmrc/fetch/StagedSchedules.h"
 #include "MorvUt/hmrc/staging/StagedYear.h"
 
 namespace HmrcApi
@@ -101,7 +101,7 @@ public:
     void CreateNewSchedules() override;
     /// What was made and committed, and what people must know of it, since the last CreateNewSchedules; the functions
     /// below add to it.
-    const CreatedSchedules& GetCreatedSchedules() const noexcept { return m_created; }
+    const CreatedSchedules& GetCreatedSchedules() const noexcept { return m_schedules.GetCreated(); }
     void CreateNewEmploymentSchedules();
     void CreateNewPensionStateBenefitSchedules_PrivatePensions();
     void CreateNewPensionStateBenefitSchedules_TaxableSocialSecurityBenefits();
@@ -145,11 +145,6 @@ public:
 private:
     virtual std::shared_ptr<CPaye> GetPayeEndpoint(CAuthorisation& authorisation);
     void WriteAnswer(bool needsWhole, const std::function<void(StagingWriter&, const StagedYear&)>& write);
-    bool IsPensionNew(bool (*isOfKind)(long kind)) const;
-    struct Creation; // staged records and return, read once, with what is being made
-    void InCreation(const std::function<void(Creation&)>& work);
-    void CreatePensions(bool (*isOfKind)(long kind));
-
     void BeginAnswer(ClientId client, TaxYear taxYear);
 
     std::optional<StagedYear> m_answer; // HMRC's, in the terms of the staging rows
@@ -157,7 +152,7 @@ private:
     std::optional<ReturnYear> m_return;
     ClientId m_answerClient;
     short m_answerYear = 0;
-    CreatedSchedules m_created;
+    StagedSchedules m_schedules;
 };
 
 } // namespace HmrcApi

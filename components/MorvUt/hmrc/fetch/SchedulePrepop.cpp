@@ -1,5 +1,8 @@
 #include "MorvUt/hmrc/fetch/SchedulePrepop.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "Brix/Subjects.h"
 #include "MorvUt/hmrc/fetch/Retrieval.h"
 #include "MorvUt/res/Strings.h"
@@ -8,6 +11,18 @@
 
 namespace HmrcApi
 {
+namespace
+{
+
+/// HMRC says that this program may not use the interface, or that there is none.
+bool IsNotOffered(const HmrcApiErrorException& error)
+{
+    constexpr const char* kCodes[] = {"RESOURCE_FORBIDDEN", "MATCHING_RESOURCE_NOT_FOUND", "NOT_IMPLEMENTED"};
+    return error.GetThird().empty() &&
+           std::find(std::begin(kCodes), std::end(kCodes), error.GetCode()) != std::end(kCodes);
+}
+
+} // namespace
 
 CSchedulePrepop::CSchedulePrepop(ClientId client, TaxYear taxYear, std::string identifier,
                                  IEndpointOverride::ResponseType type, const CAuthorisationStore& store)
@@ -35,7 +50,8 @@ bool CSchedulePrepop::AskGroup(Retrieval& retrieval, const char* group, const st
         ask(retrieval.Authorise(IsLive()));
         return true;
     } catch (const HmrcApiErrorException& error) {
-        errors.AddError(group, CAPIError(error.GetCode(), error.GetText(), error.GetThird(), error.GetStatus()));
+        const std::string third = IsNotOffered(error) ? group : error.GetThird();
+        errors.AddError(group, CAPIError(error.GetCode(), error.GetText(), third, error.GetStatus()));
         return false;
     }
 }

@@ -45,6 +45,15 @@ constexpr BenefitRow kBenefits[] = {
     {53, 210},  // TravelAndSubsistence
     {54, 40},   // VoucherAndCreditCards
     {117, 170}, // NonCashBenefit: it carries Class 1A contributions
+    // Sums of the benefits interface, one to one with the boxes 9 to 16 of the employment pages.
+    {1009, 70},  // company cars and vans
+    {1010, 80},  // fuel for them
+    {1011, 120}, // private medical and dental insurance
+    {1012, 40},  // vouchers, credit cards, excess mileage allowance
+    {1013, 10},  // goods and other assets
+    {1014, 50},  // accommodation
+    {1015, 170}, // other benefits
+    {1016, 260}, // expenses payments and balancing charges
 };
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "MorvUt/hmrc/schedules/BenefitTotals.h"
 #include "MorvUt/hmrc/schedules/Matching.h"
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
+#include "MorvUt/hmrc/schedules/StagedWords.h"
 #include "MorvUt/hmrc/schedules/Words.h"
 
 namespace HmrcApi
@@ -87,7 +88,7 @@ CString ItemOf(const CString& description, const StagedPension& hmrc)
         name = hmrc.payer;
     if (name.IsEmpty())
         name = NameOf(hmrc);
-    return NamedBy(name, hmrc.kind == kStatePension ? CString() : CString(hmrc.reference));
+    return NamedBy(name, DisplayReference(hmrc));
 }
 
 class Finder
@@ -107,6 +108,9 @@ public:
         for (std::size_t i = 0; i < pensions.size(); ++i)
             if (const StagedPension& hmrc = m_staged.pensions[i]; pensions[i].state == Match::State::Ambiguous)
                 Add(Difference::Schedule::PensionOrBenefit, ItemOf({}, hmrc), Compare({}, {&hmrc}), hmrc.id, 0);
+            else if (pensions[i].state == Match::State::Total)
+                Add(Difference::Schedule::PensionOrBenefit, ItemOf({}, hmrc), Compare(SumOf(hmrc.kind), {&hmrc}),
+                    hmrc.id, 0);
         return std::move(m_found);
     }
 
@@ -120,6 +124,18 @@ private:
                 if (matches[i].state == state && matches[i].schedule != kNoSchedule)
                     items[static_cast<std::size_t>(matches[i].schedule)].push_back(i);
         return items;
+    }
+
+    /// What the return has of a kind, as one.
+    ReturnPension SumOf(int kind) const
+    {
+        ReturnPension sum;
+        for (const ReturnPension& own : m_own.pensions)
+            if (IsScheduleOfKind(own.type, kind)) {
+                AddTo(sum.amount, own.amount);
+                AddTo(sum.tax, own.tax);
+            }
+        return sum;
     }
 
     void FindEmployments(const std::vector<Match>& matches)

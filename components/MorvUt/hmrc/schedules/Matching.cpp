@@ -5,6 +5,7 @@
 
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
 #include "MorvUt/hmrc/staging/Payee.h"
+#include "MorvUt/hmrc/staging/Summaries.h"
 
 namespace HmrcApi
 {
@@ -219,6 +220,18 @@ Texts WithdrawnIdentities(const std::vector<T>& values)
     return identities;
 }
 
+/// A sum: whatever the return has of its kind.
+Match MatchSum(const StagedPension& item, const std::vector<ReturnPension>& own)
+{
+    const auto schedules =
+        Where(own, [&](const ReturnPension& pension) { return IsScheduleOfKind(pension.type, item.kind); });
+    if (schedules.empty())
+        return {Match::State::New, kNoSchedule};
+    return {schedules.size() == 1 ? Match::State::Matched : Match::State::Total, static_cast<int>(schedules[0])};
+}
+
+bool IsSum(const StagedPension& item) { return SummaryOf(item) != Summary::None; }
+
 } // namespace
 
 std::vector<Match> MatchEmployments(const StagedYear& staged, const ReturnYear& own)
@@ -243,8 +256,9 @@ std::vector<Match> MatchEmployments(const StagedYear& staged, const ReturnYear& 
 std::vector<Match> MatchPensions(const StagedYear& staged, const ReturnYear& own)
 {
     std::vector<Match> matches(staged.pensions.size());
-    const auto items = Where(
-        staged.pensions, [](const StagedPension& item) { return item.kind == kPrivatePension && !item.isWithdrawn; });
+    const auto items = Where(staged.pensions, [](const StagedPension& item) {
+        return item.kind == kPrivatePension && !item.isWithdrawn && !IsSum(item);
+    });
     const auto schedules =
         Where(own.pensions, [](const ReturnPension& pension) { return IsPrivatePensionType(pension.type); });
     const PayeeMatcher matcher(PayeesAt(staged.pensions, items), PayeesAt(own.pensions, schedules),
@@ -257,7 +271,11 @@ std::vector<Match> MatchPensions(const StagedYear& staged, const ReturnYear& own
     std::unordered_map<std::string, std::vector<std::size_t>> groups;
     for (std::size_t i = 0; i < staged.pensions.size(); ++i) {
         const StagedPension& item = staged.pensions[i];
-        if (item.kind != kPrivatePension && !item.isWithdrawn && ScheduleOf(item.kind))
+        if (item.isWithdrawn || !ScheduleOf(item.kind))
+            continue;
+        if (IsSum(item))
+            matches[i] = MatchSum(item, own.pensions);
+        else if (item.kind != kPrivatePension)
             groups[GroupOf(item)].push_back(i);
     }
     for (const auto& [text, group] : groups)

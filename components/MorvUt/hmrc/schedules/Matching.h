@@ -22,6 +22,7 @@ struct Match
         Matched, // `schedule` is its own
         Shared, // another item of the same date or description comes first; `schedule` stands for both, if there is one
         Ambiguous, // HMRC has several items of a reference and the return one that does not say which: `schedule`
+        Total,     // a sum of a kind of which the return has several schedules: `schedule` is the first of them
         New        // the return lacks it
     };
     State state = State::Ignored;
@@ -35,7 +36,7 @@ struct Match
 MORVUT_API std::vector<Match> MatchEmployments(const StagedYear& staged, const ReturnYear& own);
 
 /// For each staged pension or benefit: private pensions like employments; benefits by type and date, one schedule for
-/// those of a date; state pensions by description.
+/// those of a date; state pensions by description. A sum of a kind (staging/Summaries.h) is known by the type alone.
 MORVUT_API std::vector<Match> MatchPensions(const StagedYear& staged, const ReturnYear& own);
 
 } // namespace HmrcApi

@@ -8,6 +8,7 @@
 #include "MorvUt/hmrc/schedules/BenefitTotals.h"
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
 #include "MorvUt/hmrc/schedules/Words.h"
+#include "MorvUt/hmrc/staging/Summaries.h"
 #include "MorvUt/mappings/TypeMappings.h"
 #include "Shellkit/Identity.h"
 
@@ -145,18 +146,21 @@ CString TitleOf(const ReturnPension& own)
 NewPension ScheduleFor(const StagedPension& item)
 {
     const PensionSchedule& how = *ScheduleOf(item.kind);
-    const bool isState = item.kind == kStatePension; // its text is the description, and it has no payer's reference
-    const std::string& own = isState ? item.reference : item.payer;
+    const bool isSum = SummaryOf(item) != Summary::None;
+    // Their text is the description, and they have no payer's reference.
+    const bool isText = isSum || item.kind == kStatePension;
+    const std::string& own = isText ? item.reference : item.payer;
+    const bool isFixed = how.description && (!isSum || !*how.description);
     return {how.section,
             how.type,
             item.amount,
             item.tax,
             false,
             item.payer,
-            isState ? std::string() : item.reference,
+            isText ? std::string() : item.reference,
             item.worksNumber,
             item.date,
-            how.description ? CString(how.description) : CString(own),
+            isFixed ? CString(how.description) : CString(own),
             true};
 }
 
@@ -293,6 +297,7 @@ void NewScheduleWriter::AddPensions(const StagedYear& staged, bool (*isOfKind)(l
             m_created.notes.push_back(NoteOfAmbiguous(item.payer, item.reference));
             break;
         case Match::State::Matched:
+        case Match::State::Total: // the review compares it
         case Match::State::Ignored:
             break;
         }
@@ -308,6 +313,11 @@ void NewScheduleWriter::NoteOtherPensions(const StagedYear& staged, std::vector<
         const PensionSchedule* const schedule = ScheduleOf(staged.pensions[i].kind);
         return schedule ? schedule->type : 0;
     };
+    const auto isSummed = [&](const ReturnPension& own) {
+        return std::any_of(staged.pensions.begin(), staged.pensions.end(), [&](const StagedPension& item) {
+            return !item.isWithdrawn && SummaryOf(item) != Summary::None && IsScheduleOfKind(own.type, item.kind);
+        });
+    };
     std::set<int> types;
     for (std::size_t i = 0; i < matches.size(); ++i)
         if (isOfKind(staged.pensions[i].kind))
@@ -317,7 +327,7 @@ void NewScheduleWriter::NoteOtherPensions(const StagedYear& staged, std::vector<
     for (const ReturnPension* own : NotSent(
              matches, m_own.pensions, [&](std::size_t i) { return LikeOf(typeOf(i), staged.pensions[i].reference); },
              [](const ReturnPension& schedule) { return LikeOf(schedule.type, schedule.reference); }))
-        if (types.contains(own->type))
+        if (types.contains(own->type) && !isSummed(*own))
             m_created.notes.push_back(
                 NoteOfNotSent(TitleOf(*own), own->start.IsValid() ? " of " + own->start.Format("%d/%m/%Y") : CString(),
                               own->isFromHmrc));

@@ -1,8 +1,12 @@
 #include "MorvUt/hmrc/schedules/Notes.h"
 
+#include <algorithm>
+#include <map>
+
 #include "MorvUt/hmrc/schedules/BenefitTotals.h"
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
 #include "MorvUt/hmrc/schedules/Words.h"
+#include "MorvUt/hmrc/staging/Summaries.h"
 
 namespace HmrcApi
 {
@@ -41,10 +45,18 @@ void AddMissing(Notes& notes, const CString& payer, const Kiln::CAmt& pay, const
     notes.Add("%s: HMRC sent no %s.", payer, pay.IsValid() ? "tax" : tax.IsValid() ? "pay" : "pay and no tax");
 }
 
-void AddEmployment(Notes& notes, const StagedEmployment& item)
+void AddEmployment(Notes& notes, const StagedEmployment& item, int ofReference)
 {
     const CString payer = NamedBy(item.employer, item.key);
     AddMissing(notes, payer, item.pay, item.tax);
+    if (item.employer.empty())
+        notes.Add("%s: HMRC did not name the employer.", payer);
+    if (ofReference > 1 && std::any_of(item.benefits.begin(), item.benefits.end(), [](const StagedBenefit& benefit) {
+            return IsBenefitSum(benefit.number) && !benefit.isWithdrawn;
+        }))
+        notes.Add("%s: HMRC gives benefits by the employer's reference, of which there are %d employments; check "
+                  "which of them these belong to.",
+                  payer, ofReference);
     if (item.isOffPayroll)
         notes.Add("%s: HMRC says that off-payroll working applied; the return asks for it.", payer);
     for (const CString& line : TotalsOf(item.benefits).told)
@@ -82,6 +94,9 @@ void AddPension(Notes& notes, const StagedPension& item)
     case kIncapacityBenefit:
         return AddNoAmount(notes, item);
     default:
+        if (SummaryOf(item) != Summary::None)
+            return notes.Add("%s (%s): no schedule is made of it; %s.", item.reference, Figures(item),
+                             WordsOf(SummaryOf(item)).advice);
         notes.Add("%s (%s): HMRC sent a benefit of a kind that is not known here. No schedule is made of it: enter it "
                   "on the return where it belongs.",
                   NameOf(item), Figures(item));
@@ -93,9 +108,12 @@ void AddPension(Notes& notes, const StagedPension& item)
 std::vector<CString> NotesOf(const StagedYear& staged)
 {
     Notes notes;
+    std::map<std::string, int> ofReference;
+    for (const StagedEmployment& item : staged.employments)
+        ofReference[item.reference] += item.isWithdrawn ? 0 : 1;
     for (const StagedEmployment& item : staged.employments)
         if (!item.isWithdrawn)
-            AddEmployment(notes, item);
+            AddEmployment(notes, item, ofReference[item.reference]);
     for (const StagedPension& item : staged.pensions)
         if (!item.isWithdrawn)
             AddPension(notes, item);

@@ -1,5 +1,7 @@
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
 
+#include "MorvUt/hmrc/staging/Summaries.h"
+
 namespace HmrcApi
 {
 namespace
@@ -40,7 +42,7 @@ const PensionSchedule* ScheduleOf(int kind) noexcept
 const char* NameOf(const StagedPension& item) noexcept
 {
     const PensionSchedule* const schedule = ScheduleOf(item.kind);
-    return schedule ? schedule->name : item.reference.c_str();
+    return schedule && SummaryOf(item) == Summary::None ? schedule->name : item.reference.c_str();
 }
 
 bool IsPrivatePensionKind(long kind) noexcept { return kind == kPrivatePension; }

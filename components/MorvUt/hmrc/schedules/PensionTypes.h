@@ -21,7 +21,7 @@ struct PensionSchedule
 };
 /// Null for a kind that becomes none.
 const PensionSchedule* ScheduleOf(int kind) noexcept;
-/// What people call a kind of staged pension or benefit; of an unknown one HMRC's own word.
+/// What people call a kind of staged pension or benefit; of a sum its words, of an unknown one HMRC's own.
 const char* NameOf(const StagedPension& item) noexcept;
 
 // The three groups of kinds that become schedules. (Unknown ones are in none.)

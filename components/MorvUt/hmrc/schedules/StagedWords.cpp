@@ -3,6 +3,7 @@
 #include <string>
 
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
+#include "MorvUt/hmrc/staging/Summaries.h"
 #include "MorvUt/mappings/TypeMappings.h"
 
 namespace HmrcApi
@@ -47,6 +48,14 @@ constexpr Words kBenefits[] = {
     {53, "Travel and Subsistence"},
     {54, "Vouchers and Credit Cards"},
     {117, "Non-Cash Benefit"},
+    {1009, "Company Cars and Vans"},
+    {1010, "Fuel for Company Cars and Vans"},
+    {1011, "Private Medical and Dental Insurance"},
+    {1012, "Vouchers, Credit Cards and Excess Mileage Allowance"},
+    {1013, "Goods and Other Assets Provided by the Employer"},
+    {1014, "Accommodation Provided by the Employer"},
+    {1015, "Other Benefits"},
+    {1016, "Expenses Payments Received and Balancing Charges"},
 };
 constexpr Words kAllowances[] = {
     {56, "Flat Rate Job Expenses"},
@@ -73,14 +82,17 @@ CString DisplayName(const StagedPension& pension)
     if (!pension.payer.empty())
         return pension.payer;
     const PensionSchedule* const schedule = ScheduleOf(pension.kind);
-    if (!schedule || (IsStatePensionKind(pension.kind) && !pension.reference.empty()))
+    if (SummaryOf(pension) != Summary::None || !schedule ||
+        (IsStatePensionKind(pension.kind) && !pension.reference.empty()))
         return pension.reference;
     return schedule->description && *schedule->description ? schedule->description : schedule->name;
 }
 
 CString DisplayReference(const StagedPension& pension)
 {
-    return !ScheduleOf(pension.kind) || IsStatePensionKind(pension.kind) ? CString() : CString(pension.reference);
+    const bool isWords =
+        !ScheduleOf(pension.kind) || IsStatePensionKind(pension.kind) || SummaryOf(pension) != Summary::None;
+    return isWords ? CString() : CString(pension.reference);
 }
 
 CString KeyOf(const ReturnBenefit& benefit)

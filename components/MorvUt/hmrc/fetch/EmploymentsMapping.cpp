@@ -1,0 +1,151 @@
+#include "MorvUt/hmrc/fetch/EmploymentsMapping.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "MorvUt/hmrc/fetch/PayeMapping.h"
+#include "MorvUt/hmrc/staging/Identity.h"
+#include "MorvUt/hmrc/staging/Pairing.h"
+#include "MorvUt/hmrc/staging/Summaries.h"
+
+namespace HmrcApi
+{
+namespace
+{
+
+StagedPension& ItemOf(StagedYear& year, Summary summary)
+{
+    const SummaryWords& words = WordsOf(summary);
+    for (StagedPension& item : year.pensions)
+        if (item.kind == words.kind && item.reference == words.text)
+            return item;
+    StagedPension& item = year.pensions.emplace_back();
+    item.kind = words.kind;
+    item.reference = words.text;
+    return item;
+}
+
+void Add(StagedYear& year, Summary summary, Kiln::CAmt StagedPension::*figure, const Kiln::CAmt& amount)
+{
+    if (!amount.IsNull())
+        ItemOf(year, summary).*figure = amount;
+}
+
+template<class T>
+std::vector<T> LiveOf(const std::vector<T>& rows)
+{
+    std::vector<T> live;
+    std::copy_if(rows.begin(), rows.end(), std::back_inserter(live), [](const T& row) { return !row.isWithdrawn; });
+    return live;
+}
+
+void Complete(StagedEmployment& item, const AnsweredParts& parts, const StagedEmployment& row)
+{
+    item.worksNumber = row.worksNumber;
+    item.start = row.start;
+    item.end = row.end;
+    item.studentLoan = row.studentLoan;
+    if (!parts.history) {
+        item.employer = row.employer;
+        item.isOffPayroll = row.isOffPayroll;
+    }
+    if (!parts.income)
+        item.pay = row.pay;
+    if (!parts.tax)
+        item.tax = row.tax;
+    if (!parts.benefits)
+        item.benefits = LiveOf(row.benefits);
+}
+
+void CompleteEmployments(std::vector<StagedEmployment>& items, const AnsweredParts& parts,
+                         const std::vector<StagedEmployment>& rows)
+{
+    const std::vector<int> rowOf = PairEmployments(items, rows);
+    std::vector<bool> isSent(rows.size());
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (rowOf[i] == kNoRow)
+            continue;
+        const auto row = static_cast<std::size_t>(rowOf[i]);
+        isSent[row] = true;
+        Complete(items[i], parts, rows[row]);
+    }
+    if (parts.history) // else HMRC has not said which there are
+        return;
+    for (std::size_t row = 0; row < rows.size(); ++row)
+        if (!isSent[row])
+            items.push_back(rows[row]);
+}
+
+/// The state pension is none of this route's and stays out.
+void CompletePensions(std::vector<StagedPension>& items, const AnsweredParts& parts,
+                      const std::vector<StagedPension>& rows)
+{
+    for (const StagedPension& row : rows) {
+        const auto same = std::find_if(items.begin(), items.end(), [&](const StagedPension& item) {
+            return SummaryOf(row) != Summary::None && SummaryOf(row) == SummaryOf(item);
+        });
+        // The tax refunded is a figure of the tax interface, all other amounts are the income interface's.
+        const bool isAmountSent = SummaryOf(row) == Summary::TaxRefunded ? parts.tax : parts.income;
+        if (same == items.end()) {
+            if (row.kind != kStatePension && !isAmountSent)
+                items.push_back(row);
+            continue;
+        }
+        if (!isAmountSent)
+            same->amount = row.amount;
+        if (!parts.tax)
+            same->tax = row.tax;
+    }
+}
+
+} // namespace
+
+void EachEmployment(const CEmploymentsResponse& response,
+                    const std::function<void(const std::string& key, std::shared_ptr<const Employment_t> part)>& visit)
+{
+    std::unordered_map<std::string, int> counts;
+    for (int i = 0; i <= response.GetUpperBound(); ++i) {
+        const std::shared_ptr<const Employment_t> part = response.GetAt(i);
+        const int nth = ++counts[part->employerPayeReference];
+        visit(nth == 1 ? part->employerPayeReference : KeyOf(part->employerPayeReference, {}, nth - 1), part);
+    }
+}
+
+void AddPart(StagedEmployment& item, const Employment_t& part)
+{
+    const StagedEmployment more = MapEmployment(part);
+    item.reference = more.reference;
+    if (!more.employer.empty())
+        item.employer = more.employer;
+    if (!more.pay.IsNull())
+        item.pay = more.pay;
+    if (!more.tax.IsNull())
+        item.tax = more.tax;
+    item.isOffPayroll = item.isOffPayroll || more.isOffPayroll;
+    item.benefits.insert(item.benefits.end(), more.benefits.begin(), more.benefits.end());
+}
+
+void AddIncome(StagedYear& year, const CIncomeSummaryResponse& response)
+{
+    constexpr auto kAmount = &StagedPension::amount;
+    Add(year, Summary::OtherPensions, kAmount, response.otherPensionsAndRetirementAnnuities);
+    Add(year, Summary::IncapacityBenefit, kAmount, response.incapacityBenefit);
+    Add(year, Summary::JobseekersAllowance, kAmount, response.jobseekersAllowance);
+    Add(year, Summary::IncomeSupportScheme, kAmount, response.seissNetPaid);
+}
+
+void AddTax(StagedYear& year, const CTaxSummaryResponse& response)
+{
+    Add(year, Summary::OtherPensions, &StagedPension::tax, response.otherPensionsAndRetirementAnnuities);
+    Add(year, Summary::IncapacityBenefit, &StagedPension::tax, response.incapacityBenefit);
+    Add(year, Summary::TaxRefunded, &StagedPension::amount, response.taxRefundedOrSetOff);
+}
+
+StagedYear Completed(StagedYear sent, const AnsweredParts& parts, const StagedYear& stored)
+{
+    CompleteEmployments(sent.employments, parts, LiveOf(stored.employments));
+    CompletePensions(sent.pensions, parts, LiveOf(stored.pensions));
+    return sent;
+}
+
+} // namespace HmrcApi

@@ -1,0 +1,207 @@
+#include "MorvUt/hmrc/fetch/EmploymentsPrepop.h"
+
+#include <algorithm>
+
+#include "MorvUt/hmrc/fetch/Retrieval.h"
+#include "MorvUt/hmrc/schedules/Differences.h"
+#include "MorvUt/hmrc/schedules/PensionTypes.h"
+#include "Quarry/Session.h"
+
+namespace HmrcApi
+{
+namespace
+{
+
+bool IsAnyKind(long kind) { return ScheduleOf(static_cast<int>(kind)) != nullptr; }
+bool IsSummedKind(long kind) { return IsPrivatePensionKind(kind) || IsStateBenefitKind(kind); }
+
+/// The live class, or an example.
+template<class Endpoint, class Override>
+std::shared_ptr<Endpoint> MakeEndpoint(CAuthorisation& authorisation, IEndpointOverride::ResponseType type)
+{
+    if (type == IEndpointOverride::Live)
+        return std::make_shared<Endpoint>(authorisation);
+    return std::make_shared<Override>(authorisation, type);
+}
+
+} // namespace
+
+CEmploymentsPrepop::CEmploymentsPrepop(ClientId client, TaxYear taxYear, std::string identifier,
+                                       IEndpointOverride::ResponseType type, const CAuthorisationStore& store)
+    : CSchedulePrepop(client, taxYear, std::move(identifier), type, store),
+      m_schedules(client, taxYear.GetRealTaxYear())
+{}
+
+CEmploymentsPrepop::~CEmploymentsPrepop() = default;
+
+std::shared_ptr<CEmploymentHistory> CEmploymentsPrepop::GetEmploymentHistoryEndpoint(CAuthorisation& authorisation)
+{
+    return MakeEndpoint<CEmploymentHistory, CEmploymentHistoryOverride>(authorisation, GetResponseType());
+}
+
+std::shared_ptr<CIncomeSummary> CEmploymentsPrepop::GetIncomeSummaryEndpoint(CAuthorisation& authorisation)
+{
+    return MakeEndpoint<CIncomeSummary, CIncomeSummaryOverride>(authorisation, GetResponseType());
+}
+
+std::shared_ptr<CBenefitsSummary> CEmploymentsPrepop::GetBenefitsSummaryEndpoint(CAuthorisation& authorisation)
+{
+    return MakeEndpoint<CBenefitsSummary, CBenefitsSummaryOverride>(authorisation, GetResponseType());
+}
+
+std::shared_ptr<CTaxSummary> CEmploymentsPrepop::GetTaxSummaryEndpoint(CAuthorisation& authorisation)
+{
+    return MakeEndpoint<CTaxSummary, CTaxSummaryOverride>(authorisation, GetResponseType());
+}
+
+void CEmploymentsPrepop::GetEmploymentData(std::string utr, std::shared_ptr<CAPIErrorHandler> errors, Logger* logger)
+{
+    Retrieval retrieval = MakeRetrieval(std::move(errors), logger);
+    Ask(retrieval, utr);
+    Stage(retrieval);
+}
+
+void CEmploymentsPrepop::Ask(Retrieval& retrieval, const std::string& utr)
+{
+    BeginAnswer(GetClient(), GetTaxYear());
+    m_return.reset();
+    Logger* const logger = retrieval.GetLogger();
+    AskGroup(retrieval, kGroup, [&](CAuthorisation& authorisation) {
+        const short year = GetYear();
+        const auto history = GetEmploymentHistoryEndpoint(authorisation)->GetEmploymentHistory(utr, year, logger);
+        const auto income = GetIncomeSummaryEndpoint(authorisation)->GetAnnualIncome(utr, year, logger);
+        const auto benefits = GetBenefitsSummaryEndpoint(authorisation)->GetBenefitsSummary(utr, year, logger);
+        const auto tax = GetTaxSummaryEndpoint(authorisation)->GetTaxSummary(utr, year, logger);
+        MapEmploymentHistory(GetClient(), GetTaxYear(), history);
+        MapAnnualIncome(GetClient(), GetTaxYear(), income);
+        MapBenefits(GetClient(), GetTaxYear(), benefits);
+        MapTax(GetClient(), GetTaxYear(), tax);
+    });
+}
+
+void CEmploymentsPrepop::Stage(Retrieval& retrieval)
+{
+    if (!HasAnswer())
+        return;
+    StageGroup(retrieval, kGroup, [&](StagingWriter& writer) {
+        StagePensions(writer);
+        StageEmployments(writer);
+        m_return = LoadReturnYear(GetClient(), GetYear());
+        SetHasDifferences(!FindDifferences(writer.GetYear(), *m_return).empty());
+    });
+}
+
+void CEmploymentsPrepop::StagePensions(StagingWriter& writer) const
+{
+    const StagedYear year = Completed(m_answer, m_parts, writer.GetYear());
+    writer.WritePrivatePensions(year.pensions);
+    writer.WriteStateBenefits(year.pensions);
+}
+
+void CEmploymentsPrepop::StageEmployments(StagingWriter& writer) const
+{
+    writer.WriteEmployments(Completed(m_answer, m_parts, writer.GetYear()).employments);
+}
+
+void CEmploymentsPrepop::BeginAnswer(ClientId client, TaxYear taxYear)
+{
+    m_answerClient = client;
+    m_answerYear = taxYear.GetRealTaxYear();
+    m_answer = {};
+    m_parts = {};
+}
+
+void CEmploymentsPrepop::AddEmploymentDataToMap(ClientId client, TaxYear taxYear, const std::string& key,
+                                                std::shared_ptr<const Employment_t> employment)
+{
+    if (!employment)
+        return;
+    if (m_answerClient != client || m_answerYear != taxYear.GetRealTaxYear())
+        BeginAnswer(client, taxYear);
+    std::vector<StagedEmployment>& items = m_answer.employments;
+    auto item =
+        std::find_if(items.begin(), items.end(), [&](const StagedEmployment& other) { return other.key == key; });
+    if (item == items.end()) {
+        item = items.emplace(items.end());
+        item->key = key;
+    }
+    AddPart(*item, *employment);
+}
+
+void CEmploymentsPrepop::AddEmployments(ClientId client, TaxYear taxYear, const CEmploymentsResponse& response)
+{
+    EachEmployment(response, [&](const std::string& key, const std::shared_ptr<const Employment_t>& part) {
+        AddEmploymentDataToMap(client, taxYear, key, part);
+    });
+}
+
+void CEmploymentsPrepop::MapEmploymentHistory(ClientId client, TaxYear taxYear,
+                                              const CEmploymentHistoryResponse& response)
+{
+    AddEmployments(client, taxYear, response);
+    m_parts.history = !response.IsNothingYet();
+}
+
+void CEmploymentsPrepop::MapAnnualIncome(ClientId client, TaxYear taxYear, const CIncomeSummaryResponse& response)
+{
+    AddEmployments(client, taxYear, response);
+    AddIncome(m_answer, response);
+    m_parts.income = !response.IsNothingYet();
+}
+
+void CEmploymentsPrepop::MapBenefits(ClientId client, TaxYear taxYear, const CBenefitsSummaryResponse& response)
+{
+    AddEmployments(client, taxYear, response);
+    m_parts.benefits = !response.IsNothingYet();
+}
+
+void CEmploymentsPrepop::MapTax(ClientId client, TaxYear taxYear, const CTaxSummaryResponse& response)
+{
+    AddEmployments(client, taxYear, response);
+    AddTax(m_answer, response);
+    m_parts.tax = !response.IsNothingYet();
+}
+
+void CEmploymentsPrepop::UpdateMTDPensionsAndOther()
+{
+    if (HasAnswer())
+        Write(m_answerClient, m_answerYear, [&](StagingWriter& writer) { StagePensions(writer); });
+}
+
+void CEmploymentsPrepop::UpdateMTDEmployments()
+{
+    if (!m_answer.employments.empty() || m_parts.history)
+        Write(m_answerClient, m_answerYear, [&](StagingWriter& writer) { StageEmployments(writer); });
+}
+
+bool CEmploymentsPrepop::DoNewEmploymentsExist() { return m_schedules.IsEmploymentNew(); }
+
+bool CEmploymentsPrepop::DoNewPensionStateBenefitsExist() { return m_schedules.IsPensionNew(&IsAnyKind); }
+
+void CEmploymentsPrepop::CreateNewSchedules() { m_schedules.CreateAll(); }
+
+void CEmploymentsPrepop::CreateNewEmploymentSchedules()
+{
+    m_schedules.Create([](StagedSchedules::Creation& creation) { creation.writer.AddEmployments(creation.staged); });
+}
+
+void CEmploymentsPrepop::CreateNewPensionStateBenefitSchedules() { m_schedules.CreatePensions(&IsSummedKind); }
+
+void CEmploymentsPrepop::CreateNewPensionStateBenefitSchedule(long section, long type, Kiln::CAmt amount,
+                                                              Kiln::CAmt tax)
+{
+    m_schedules.Create([&](StagedSchedules::Creation& creation) {
+        creation.writer.Append(
+            {static_cast<int>(section), static_cast<int>(type), amount, tax, false, {}, {}, {}, {}, {}});
+    });
+}
+
+bool CEmploymentsPrepop::DoesPSBTypeExist(Brix::CPensionStateBenefits& list, long type)
+{
+    for (bool isThere = list.MoveFirst(); isThere; isThere = list.MoveNext())
+        if (list.GetType() == type)
+            return true;
+    return false;
+}
+
+} // namespace HmrcApi
