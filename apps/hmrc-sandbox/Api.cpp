@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <chrono>
+#include <regex>
 
 #include "Errors.h"
 #include "Handlers.h"
@@ -79,8 +80,17 @@ Answer JsonAnswer(std::string body)
     return answer;
 }
 
+/// The data as a version has it: older ones lack the newest member, which always stands behind another.
+std::string InVersion(const std::string& body, const Interface& interface, const std::string& accept)
+{
+    if (interface.newestMember.empty() || interface.versions.ends_with(*AcceptedVersion(accept)))
+        return body;
+    const std::regex member(",\\s*\"" + std::string(interface.newestMember) + "\":\\s*[^,}\\s]+");
+    return std::regex_replace(body, member, "");
+}
+
 /// The interface's own checks, which follow the platform's.
-Answer AnswerRecord(const State& state, const Options& options, const Route& route)
+Answer AnswerRecord(const State& state, const Options& options, const Route& route, const std::string& accept)
 {
     if (const char* fault = CheckRoute(route))
         return ErrorAnswer(fault);
@@ -93,9 +103,9 @@ Answer AnswerRecord(const State& state, const Options& options, const Route& rou
     if (!hasId)
         return JsonAnswer(std::string(route.interface->body));
     if (const auto primed = state.primed.find(path); primed != state.primed.end())
-        return JsonAnswer(primed->second);
+        return JsonAnswer(InVersion(primed->second, *route.interface, accept));
     const char* body = StartBody(*route.interface, options);
-    return body == nullptr ? ErrorAnswer("NOT_FOUND") : JsonAnswer(body);
+    return body == nullptr ? ErrorAnswer("NOT_FOUND") : JsonAnswer(InVersion(body, *route.interface, accept));
 }
 
 } // namespace
@@ -123,7 +133,8 @@ Handled HandleApi(State& state, const Options& options, const Call& call)
         return refuse(fault);
     if (IsThrottled(state, options.now()))
         return refuse("MESSAGE_THROTTLED_OUT");
-    return {AnswerWithFaults(state.faults, call, [&] { return AnswerRecord(state, options, *route); }), authorised};
+    return {AnswerWithFaults(state.faults, call, [&] { return AnswerRecord(state, options, *route, call.accept); }),
+            authorised};
 }
 
 } // namespace Sandbox

@@ -23,16 +23,17 @@ struct Interface
 {
     std::string_view path; // with "{id}" and "{taxYear}" for the variable segments
     IdKind id;
-    std::string_view versions; // of the Accept header, separated by blanks
+    std::string_view versions; // of the Accept header, separated by blanks; the last is the newest
     std::string_view scope;    // empty: open to everyone, no token needed
     std::string_view body;     // the answer of an interface without data; empty: it has data
 
-    std::string_view supportPath;     // POST here primes the data; empty: nothing to prime
-    std::string_view supportVersions; // of its Accept header
-    bool supportEchoes;               // priming answers with the data, else with an empty object
-    std::string_view scenarios;       // their group
-    std::string_view defaultScenario; // primed when the request names none
-    std::string_view startScenario;   // unprimed, with --scenario: this one; empty: the named one itself
+    std::string_view supportPath;       // POST here primes the data; empty: nothing to prime
+    std::string_view supportVersions;   // of its Accept header
+    bool supportEchoes;                 // priming answers with the data, else with an empty object
+    std::string_view scenarios;         // their group
+    std::string_view defaultScenario;   // primed when the request names none
+    std::string_view startScenario;     // unprimed, with --scenario: this one; empty: the named one itself
+    std::string_view newestMember = {}; // of the data: only the newest version's answers have it
 };
 
 /// Every interface.

@@ -53,9 +53,10 @@ int main(int argc, char** argv)
     std::signal(SIGINT, AskForEnd);
     std::signal(SIGTERM, AskForEnd);
 
-    CLI::App app("A loopback server that speaks HMRC's OAuth, Individual PAYE and National Insurance interfaces,\n"
-                 "with made-up figures and faults on demand. Nothing leaves this machine.",
-                 "hmrc-sandbox");
+    CLI::App app(
+        "A loopback server that speaks HMRC's OAuth, Individual PAYE, Employment, Income, Benefits, Tax and\n"
+        "National Insurance interfaces, with made-up figures and faults on demand. Nothing leaves this machine.",
+        "hmrc-sandbox");
     app.footer("Client id morvut-sandbox, secret morvut-sandbox-secret. The README lists the switches below /sandbox.\n"
                "Exit codes: 0 ended by Ctrl-C or a signal, 2 bad arguments, 3 the port cannot be had.");
     int port = 0;

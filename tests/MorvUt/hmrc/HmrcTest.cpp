@@ -7,10 +7,10 @@
 namespace
 {
 
-struct CannedPaye : HmrcApi::CPaye
+template<class Endpoint>
+struct Canned : Endpoint
 {
-    CannedPaye(HmrcApi::CAuthorisation& authorisation, std::string body) : CPaye(authorisation), json(std::move(body))
-    {}
+    Canned(HmrcApi::CAuthorisation& authorisation, std::string body) : Endpoint(authorisation), json(std::move(body)) {}
     std::shared_ptr<HmrcApi::ITransport> RestFactory() override
     {
         auto transport = std::make_unique<HmrcApi::Fakes::FakeTransport>();
@@ -46,7 +46,26 @@ std::string Payer(const char* name, const std::string& reference, const std::str
 
 std::shared_ptr<HmrcApi::CPaye> PayeOf::GetPayeEndpoint(HmrcApi::CAuthorisation& authorisation)
 {
-    return std::make_shared<CannedPaye>(authorisation, m_json);
+    return std::make_shared<Canned<HmrcApi::CPaye>>(authorisation, m_json);
+}
+
+std::shared_ptr<HmrcApi::CEmploymentHistory>
+EmploymentsOf::GetEmploymentHistoryEndpoint(HmrcApi::CAuthorisation& authorisation)
+{
+    return std::make_shared<Canned<HmrcApi::CEmploymentHistory>>(authorisation, m_parts["history"]);
+}
+std::shared_ptr<HmrcApi::CIncomeSummary> EmploymentsOf::GetIncomeSummaryEndpoint(HmrcApi::CAuthorisation& authorisation)
+{
+    return std::make_shared<Canned<HmrcApi::CIncomeSummary>>(authorisation, m_parts["income"]);
+}
+std::shared_ptr<HmrcApi::CBenefitsSummary>
+EmploymentsOf::GetBenefitsSummaryEndpoint(HmrcApi::CAuthorisation& authorisation)
+{
+    return std::make_shared<Canned<HmrcApi::CBenefitsSummary>>(authorisation, m_parts["benefits"]);
+}
+std::shared_ptr<HmrcApi::CTaxSummary> EmploymentsOf::GetTaxSummaryEndpoint(HmrcApi::CAuthorisation& authorisation)
+{
+    return std::make_shared<Canned<HmrcApi::CTaxSummary>>(authorisation, m_parts["tax"]);
 }
 
 HmrcTest::HmrcTest() { Fill(); }
@@ -75,6 +94,14 @@ HmrcApi::StagedCounts HmrcTest::Fetch(HmrcApi::CPAYEPrepop& prepop)
     m_errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
     HmrcApi::Logger logger;
     prepop.GetPAYEData("AA000001A", m_errors, &logger);
+    return prepop.GetStagedCounts();
+}
+
+HmrcApi::StagedCounts HmrcTest::Fetch(HmrcApi::CEmploymentsPrepop& prepop)
+{
+    m_errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
+    HmrcApi::Logger logger;
+    prepop.GetEmploymentData("2234567890", m_errors, &logger);
     return prepop.GetStagedCounts();
 }
 

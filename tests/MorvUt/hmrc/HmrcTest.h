@@ -4,11 +4,13 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <memory>
 #include <string>
 
 #include "Brix/Records.h"
 #include "HmrcApi/answers/Errors.h"
+#include "MorvUt/hmrc/fetch/EmploymentsPrepop.h"
 #include "MorvUt/hmrc/fetch/PayePrepop.h"
 #include "MorvUt/users/UserData.h"
 #include "support/Practice.h"
@@ -30,6 +32,24 @@ private:
     std::string m_json;
 };
 
+/// The fetch by the individual interfaces, with answers of the test's own by their names (history, income, benefits,
+/// tax); one that is not there is "nothing yet".
+class EmploymentsOf : public HmrcApi::CEmploymentsPrepop
+{
+public:
+    EmploymentsOf(ClientId client, std::map<std::string, std::string> parts)
+        : CEmploymentsPrepop(client, TaxYear(kYear), "2234567890", HmrcApi::IEndpointOverride::Everything),
+          m_parts(std::move(parts))
+    {}
+
+private:
+    std::shared_ptr<HmrcApi::CEmploymentHistory> GetEmploymentHistoryEndpoint(HmrcApi::CAuthorisation&) override;
+    std::shared_ptr<HmrcApi::CIncomeSummary> GetIncomeSummaryEndpoint(HmrcApi::CAuthorisation&) override;
+    std::shared_ptr<HmrcApi::CBenefitsSummary> GetBenefitsSummaryEndpoint(HmrcApi::CAuthorisation&) override;
+    std::shared_ptr<HmrcApi::CTaxSummary> GetTaxSummaryEndpoint(HmrcApi::CAuthorisation&) override;
+    std::map<std::string, std::string> m_parts;
+};
+
 class HmrcTest : public testing::Test, protected ::Test::Practice
 {
 protected:
@@ -40,6 +60,7 @@ protected:
     static void Fill();
     /// Fetches and stages; the group's errors stay in Errors().
     HmrcApi::StagedCounts Fetch(HmrcApi::CPAYEPrepop& prepop);
+    HmrcApi::StagedCounts Fetch(HmrcApi::CEmploymentsPrepop& prepop);
     HmrcApi::StagedCounts Fetch(HmrcApi::IEndpointOverride::ResponseType type);
     HmrcApi::StagedCounts Fetch(const std::string& json);
     /// By the command, as ANNA: what it answers, of "ok, new data, clear", and shows, a message a line.

@@ -35,8 +35,8 @@ protected:
     }
 
     /// "fetch ITEMS", "change FROM => TO" (of the answer fetched last), "letters ANSWER ...",
-    /// "retrieve TYPE", "now DAY" (of September), "create", "forget",
-    /// "staged", "schedules", "differences", "sql STATEMENT" or "query SELECT".
+    /// "part NAME JSON" (of the individual interfaces; without JSON: nothing yet), "by-utr", "retrieve TYPE", "now DAY"
+    /// (of September), "create", "forget", "staged", "schedules", "differences", "sql STATEMENT" or "query SELECT".
     std::string Run(const std::string& command)
     {
         const std::string verb = command.substr(0, command.find(' ')), rest = command.substr(verb.size());
@@ -44,6 +44,10 @@ protected:
             return Fetched(rest.substr(rest.empty() ? 0 : 1));
         if (verb == "change")
             return Changed(rest.substr(1, rest.find(" => ") - 1), rest.substr(rest.find(" => ") + 4));
+        if (verb == "part")
+            m_parts[rest.substr(1, rest.find(' ', 1) - 1)] = rest.substr(std::min(rest.size(), rest.find(' ', 1)));
+        if (verb == "by-utr")
+            return FetchedByUtr();
         if (verb == "letters")
             return Lettered(rest);
         if (verb == "retrieve")
@@ -114,6 +118,16 @@ private:
         return Text(counts) + errors + '\n';
     }
 
+    std::string FetchedByUtr()
+    {
+        EmploymentsOf first(m_client, m_parts), second(m_client, m_parts);
+        const HmrcApi::StagedCounts counts = Fetch(first);
+        const std::string errors = Errors();
+        EXPECT_EQ(Fetch(second), HmrcApi::StagedCounts{}) << "the same again";
+        EXPECT_EQ(first.HasDifferences(), !Differences().empty());
+        return Text(counts) + errors + '\n';
+    }
+
     /// What the change does, and what differs then; the answer before leaves all as it was.
     std::string Changed(const std::string& from, const std::string& to)
     {
@@ -178,6 +192,7 @@ private:
     }
 
     std::string m_answer; // the last one
+    std::map<std::string, std::string> m_parts;
 };
 
 } // namespace
@@ -189,4 +204,5 @@ TEST_P(Story, IsToldByThePractice)
 }
 
 INSTANTIATE_TEST_SUITE_P(Hmrc, Story,
-                         testing::Values("changes", "keys", "new-schedules", "other-programs", "retrieval", "staging"));
+                         testing::Values("by-utr", "changes", "keys", "new-schedules", "other-programs", "retrieval",
+                                         "staging"));
