@@ -79,7 +79,23 @@ void AddHmrcCommands(CLI::App& app, Program& program)
 
     CLI::App* differences = AddCommand(*hmrc, "differences", "List what differs from the return", arguments);
     AddClientOption(*differences, arguments->client)->required();
+    CLI::Option_group* decision = differences->add_option_group("decision");
+    CLI::Option* accept =
+        decision->add_option("--accept", arguments->accept, "Put HMRC's figures of this difference into the schedule");
+    decision->add_option("--reject", arguments->reject, "Keep the return's; not offered again until HMRC's change");
+    decision->add_option("--skip", arguments->skip, "Decide another time");
+    for (CLI::Option* option : decision->get_options())
+        option->type_name("NUMBER")->check(CLI::PositiveNumber);
+    decision->require_option(0, 1);
+    differences->add_option("--as", arguments->as, "Only while the figures are those of this hash")
+        ->needs(accept)
+        ->type_name("HASH")
+        ->check(NotEmpty());
     differences->callback([=, &program] { Differences(*arguments, program.options); });
+
+    CLI::App* history = AddCommand(*hmrc, "history", "Who decided what about a client's figures, and when", arguments);
+    AddClientOption(*history, arguments->client)->required();
+    history->callback([=, &program] { History(*arguments, program.options); });
 
     CLI::App* log = AddCommand(*hmrc, "log", "The log of what was asked of HMRC, masked", arguments);
     log->add_option("--chain", arguments->chain, "Only this chain of events")->check(NotEmpty());

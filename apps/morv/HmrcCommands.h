@@ -2,6 +2,7 @@
 
 // The commands on HMRC's records, each in its own source.
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -17,12 +18,16 @@ struct HmrcArguments
 {
     std::string practice, gateway, browser, chain, client;
     bool all = false;
+    std::int64_t accept = 0, reject = 0, skip = 0; // numbers of differences
+    std::string as;                                // the hash of the one to accept
 };
 
 void Authorise(const HmrcArguments& arguments, const CommonOptions& options);
 Exit Fetch(const HmrcArguments& arguments, const CommonOptions& options);
 Exit Create(const HmrcArguments& arguments, const CommonOptions& options);
 void Differences(const HmrcArguments& arguments, const CommonOptions& options);
+/// The audit of what was decided about the client's figures.
+void History(const HmrcArguments& arguments, const CommonOptions& options);
 void ShowLog(const HmrcArguments& arguments, const CommonOptions& options);
 
 /// --base, for the commands that ask HMRC.

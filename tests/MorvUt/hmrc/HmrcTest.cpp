@@ -2,7 +2,7 @@
 
 #include "HmrcApi/Fakes.h"
 #include "MorvUt/hmrc/fetch/FetchData.h"
-#include "MorvUt/hmrc/schedules/Differences.h"
+#include "MorvUt/hmrc/review/Differences.h"
 
 namespace
 {
@@ -181,8 +181,10 @@ std::string HmrcTest::Schedules() const
 std::string HmrcTest::Differences() const
 {
     std::string text;
+    int place = 0;
     for (const auto& difference : HmrcApi::FindDifferences(m_client, TaxYear(kYear))) {
-        text += std::to_string(difference.number) + ' ' + difference.item.Str() + ':';
+        text += std::to_string(++place) + ' ' + difference.item.Str() +
+                (difference.state == HmrcApi::Difference::State::Rejected ? " (rejected):" : ":");
         for (const auto& row : difference.rows)
             text += ' ' + row.caption.Str() + ' ' + row.ReturnText().Str() + '/' + row.HmrcText().Str() +
                     (row.estimate ? " estimate" : "");

@@ -79,7 +79,7 @@ protected:
     /// "ordering|code|amount|estimate" for their benefits;
     /// "ordering|section|type|description|payer|reference|date|amount|tax".
     std::string Schedules() const;
-    /// What the return and HMRC differ in: "number item: caption return/hmrc ...", one a line.
+    /// What the return and HMRC differ in: "place item (rejected): caption return/hmrc ...", one a line.
     std::string Differences() const;
 
     const ClientId m_client{1};

@@ -3,6 +3,7 @@
 #include <sstream>
 
 #include "MorvUt/hmrc/HmrcTest.h"
+#include "MorvUt/hmrc/review/Review.h"
 #include "MorvUt/hmrc/schedules/CreateFromHmrc.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 
@@ -54,6 +55,22 @@ protected:
             return Retrieve(static_cast<HmrcApi::IEndpointOverride::ResponseType>(std::stoi(rest)));
         if (verb == "create")
             return Created();
+        if (verb == "accept" || verb == "reject" || verb == "skip")
+            return Decided(verb, std::stoul(rest));
+        if (verb == "rights") {
+            CUserData::ClearPermissions();
+            Quarry::GetConnection().Script("DELETE FROM BRIXUserPermissions");
+            std::istringstream numbers(rest);
+            for (int number = 0; numbers >> number;)
+                Quarry::GetConnection().Script(
+                    "INSERT INTO BRIXUserPermissions (lID, strUserID, nPermission, bAllowed) "
+                    "VALUES (" +
+                    std::to_string(number) + ", 'ANNA', " + std::to_string(number) + ", 1)");
+            CUserData::SetUser("ANNA");
+        }
+        if (verb == "audit")
+            return Query("SELECT strAction, nYear, strUserID, strItem, strHMRC, strReturn FROM MTDAudit ORDER BY lID") +
+                   '\n';
         if (verb == "forget")
             Forget();
         if (verb == "sql")
@@ -116,6 +133,21 @@ private:
         const std::string errors = Errors();
         EXPECT_EQ(Fetch(json), HmrcApi::StagedCounts{}) << items;
         return Text(counts) + errors + '\n';
+    }
+
+    /// Of what is listed now; the second of two who decide on the same is told.
+    std::string Decided(const std::string& verb, std::size_t place)
+    {
+        using enum HmrcApi::Decision;
+        const HmrcApi::Decision decision = verb == "accept" ? Accept : verb == "reject" ? Reject : Skip;
+        const auto listed = HmrcApi::FindDifferences(m_client, TaxYear(kYear)).at(place - 1);
+        const auto decide = [&](const std::string& hash) {
+            return HmrcApi::Decide(m_client, TaxYear(kYear), listed.number, decision, hash);
+        };
+        EXPECT_NE(decide("0").message, "") << "other figures";
+        const HmrcApi::ReviewResult result = decide(listed.Hash());
+        EXPECT_EQ(decide({}).message.IsEmpty(), decision == Skip && result.message.IsEmpty());
+        return result.message.Str() + '\n';
     }
 
     std::string FetchedByUtr()
@@ -205,4 +237,4 @@ TEST_P(Story, IsToldByThePractice)
 
 INSTANTIATE_TEST_SUITE_P(Hmrc, Story,
                          testing::Values("by-utr", "changes", "keys", "new-schedules", "other-programs", "retrieval",
-                                         "staging"));
+                                         "review", "staging"));

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "MorvUt/hmrc/fetch/Retrieval.h"
-#include "MorvUt/hmrc/schedules/Differences.h"
+#include "MorvUt/hmrc/review/Differences.h"
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
 #include "Quarry/Session.h"
 
@@ -87,7 +87,7 @@ void CEmploymentsPrepop::Stage(Retrieval& retrieval)
         StagePensions(writer);
         StageEmployments(writer);
         m_return = LoadReturnYear(GetClient(), GetYear());
-        SetHasDifferences(!FindDifferences(writer.GetYear(), *m_return).empty());
+        SetHasDifferences(IsReviewDue(FindDifferences(writer.GetYear(), *m_return)));
     });
 }
 

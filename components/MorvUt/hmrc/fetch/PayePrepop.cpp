@@ -4,7 +4,7 @@
 
 #include "MorvUt/hmrc/fetch/PayeMapping.h"
 #include "MorvUt/hmrc/fetch/Retrieval.h"
-#include "MorvUt/hmrc/schedules/Differences.h"
+#include "MorvUt/hmrc/review/Differences.h"
 #include "MorvUt/hmrc/schedules/NewSchedules.h"
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
 #include "MorvUt/hmrc/schedules/Words.h"
@@ -83,7 +83,7 @@ void CPAYEPrepop::Stage(Retrieval& retrieval)
         writer.WriteEmployments(answer.employments);
         writer.WriteAllowances(answer.allowances);
         m_return = LoadReturnYear(GetClient(), GetYear());
-        SetHasDifferences(!FindDifferences(writer.GetYear(), *m_return).empty());
+        SetHasDifferences(IsReviewDue(FindDifferences(writer.GetYear(), *m_return)));
     });
 }
 

@@ -29,6 +29,19 @@ enum StagedKind : int
 /// What a lump sum of the State Pension is described as.
 inline constexpr char kLumpSumDescription[] = "State Pension lump sum";
 
+/// What a person decided about an item in the review.
+struct StagedDecision
+{
+    enum Made : int
+    {
+        Open = 0,
+        Accepted = 1,
+        Rejected = 2
+    };
+    int made = Open;
+    std::string figures; // HMRC's, that it was about: it holds while they are the same
+};
+
 /// A company benefit of an employment.
 struct StagedBenefit
 {
@@ -52,6 +65,7 @@ struct StagedEmployment
     bool isOffPayroll = false;
     bool isWithdrawn = false;
     std::vector<StagedBenefit> benefits;
+    StagedDecision decision = {};
 };
 
 /// A pension or a benefit of the state.
@@ -66,6 +80,7 @@ struct StagedPension
     Kiln::CDate date; // the start, else the end
     Kiln::CAmt amount, tax;
     bool isWithdrawn = false;
+    StagedDecision decision = {};
 };
 
 struct StagedAllowance

@@ -82,6 +82,7 @@ StagedEmployment Read(const CMTD_Employments& row)
     item.studentLoan = row.GetStudentLoan();
     item.isOffPayroll = row.GetOffPayroll();
     item.isWithdrawn = row.GetWithdrawn();
+    item.decision = {row.GetDecision(), row.GetDecided().Str()};
     if (item.reference.empty() && !item.key.starts_with(' ')) // with a blank it is of an employment without reference
         item.reference = item.key;
     else if (item.key.empty())
@@ -99,9 +100,16 @@ StagedBenefit Read(const CMTD_EmploymentsCompanyBenefits& row)
 
 StagedPension Read(const CMTD_PensionStateBenefits& row)
 {
-    return {row.GetID(),          row.GetMTDType(), row.GetReference().Str(), row.GetWorksNumber().Str(),
-            row.GetPayer().Str(), row.GetStart(),   row.GetAmount(),          row.GetTax(),
-            row.GetWithdrawn()};
+    return {row.GetID(),
+            row.GetMTDType(),
+            row.GetReference().Str(),
+            row.GetWorksNumber().Str(),
+            row.GetPayer().Str(),
+            row.GetStart(),
+            row.GetAmount(),
+            row.GetTax(),
+            row.GetWithdrawn(),
+            {row.GetDecision(), row.GetDecided().Str()}};
 }
 
 StagedAllowance Read(const CMTD_TaxFreeAllowances& row)

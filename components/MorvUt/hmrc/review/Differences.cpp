@@ -1,25 +1,33 @@
-#include "MorvUt/hmrc/schedules/Differences.h"
+#include "MorvUt/hmrc/review/Differences.h"
 
+#include <algorithm>
+
+#include "MorvUt/hmrc/review/Figures.h"
 #include "MorvUt/hmrc/schedules/BenefitCodes.h"
 #include "MorvUt/hmrc/schedules/BenefitTotals.h"
 #include "MorvUt/hmrc/schedules/Matching.h"
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
 #include "MorvUt/hmrc/schedules/StagedWords.h"
 #include "MorvUt/hmrc/schedules/Words.h"
+#include "MorvUt/identifiers/Hex.h"
+#include "Shellkit/Digest.h"
 
 namespace HmrcApi
 {
 namespace
 {
 
+using Field = DifferenceRow::Field;
+
 /// Adds a row when HMRC sent the figure and the return has another. Nothing in the return is as good as HMRC's 0.00:
 /// both are shown as nothing.
-void CompareAmount(std::vector<DifferenceRow>& rows, const CString& caption, const Kiln::CAmt& own,
-                   const Kiln::CAmt& hmrc, bool isEstimate = false)
+void CompareAmount(std::vector<DifferenceRow>& rows, DifferenceRow::Field field, const CString& caption,
+                   const Kiln::CAmt& own, const Kiln::CAmt& hmrc, bool isEstimate = false)
 {
     if (!hmrc.IsValid() || own == hmrc || (hmrc.IsZero() && !own.IsValid()))
         return;
     DifferenceRow row;
+    row.field = field;
     row.caption = caption;
     row.returnAmount = own;
     row.hmrcAmount = hmrc;
@@ -28,11 +36,13 @@ void CompareAmount(std::vector<DifferenceRow>& rows, const CString& caption, con
 }
 
 /// The same for a date, but one that the return lacks is no other figure.
-void CompareDate(std::vector<DifferenceRow>& rows, const char* caption, const Kiln::CDate& own, const Kiln::CDate& hmrc)
+void CompareDate(std::vector<DifferenceRow>& rows, DifferenceRow::Field field, const char* caption,
+                 const Kiln::CDate& own, const Kiln::CDate& hmrc)
 {
     if (!hmrc.IsValid() || !own.IsValid() || own.IsSameDay(hmrc))
         return;
     DifferenceRow row;
+    row.field = field;
     row.caption = caption;
     row.kind = DifferenceRow::Kind::Date;
     row.returnDate = own;
@@ -43,14 +53,19 @@ void CompareDate(std::vector<DifferenceRow>& rows, const char* caption, const Ki
 std::vector<DifferenceRow> Compare(const ReturnEmployment& own, const StagedEmployment& hmrc)
 {
     std::vector<DifferenceRow> rows;
-    CompareDate(rows, "Start date", own.start, hmrc.start);
-    CompareDate(rows, "End date", own.end, hmrc.end);
-    CompareAmount(rows, "Pay", own.pay, hmrc.pay);
-    CompareAmount(rows, "Tax", own.tax, hmrc.tax);
-    CompareAmount(rows, "Student loan", own.studentLoan, hmrc.studentLoan);
+    CompareDate(rows, Field::Start, "Start date", own.start, hmrc.start);
+    CompareDate(rows, Field::End, "End date", own.end, hmrc.end);
+    CompareAmount(rows, Field::Pay, "Pay", own.pay, hmrc.pay);
+    CompareAmount(rows, Field::Tax, "Tax", own.tax, hmrc.tax);
+    CompareAmount(rows, Field::StudentLoan, "Student loan", own.studentLoan, hmrc.studentLoan);
     BenefitTotals ownBenefits = TotalsOf(own.benefits);
-    for (const auto& [code, total] : TotalsOf(hmrc.benefits).totals)
-        CompareAmount(rows, BenefitCaption(code), ownBenefits[code].amount, total.amount, total.isEstimate);
+    for (const auto& [code, total] : TotalsOf(hmrc.benefits).totals) {
+        const std::size_t before = rows.size();
+        CompareAmount(rows, Field::Benefit, BenefitCaption(code), ownBenefits[code].amount, total.amount,
+                      total.isEstimate);
+        if (rows.size() > before)
+            rows.back().code = code;
+    }
     return rows;
 }
 
@@ -67,16 +82,16 @@ std::vector<DifferenceRow> Compare(const ReturnPension& own, const std::vector<c
 {
     std::vector<DifferenceRow> rows;
     const Kiln::CAmt amount = Sum(hmrc, &StagedPension::amount), tax = Sum(hmrc, &StagedPension::tax);
-    CompareAmount(rows, "Amount", own.amount, amount);
-    CompareAmount(rows, "Tax", own.tax, tax);
+    CompareAmount(rows, Field::Amount, "Amount", own.amount, amount);
+    CompareAmount(rows, Field::Tax, "Tax", own.tax, tax);
     const auto isTooLarge = [](const Kiln::CAmt& sum) { return !sum.IsValid() && !sum.IsNull(); };
     if (hmrc.size() == 1 || (rows.empty() && !isTooLarge(amount) && !isTooLarge(tax)))
         return rows;
     for (const StagedPension* item : hmrc) {
         CString caption;
         caption.Format("of which %s", NameOf(*item));
-        CompareAmount(rows, caption, {}, item->amount);
-        CompareAmount(rows, caption + ", tax", {}, item->tax);
+        CompareAmount(rows, Field::None, caption, {}, item->amount);
+        CompareAmount(rows, Field::None, caption + ", tax", {}, item->tax);
     }
     return rows;
 }
@@ -104,13 +119,15 @@ public:
         FindPensions(pensions);
         for (std::size_t i = 0; i < employments.size(); ++i)
             if (const StagedEmployment& hmrc = m_staged.employments[i]; employments[i].state == Match::State::Ambiguous)
-                Add(Difference::Schedule::Employment, NamedBy(hmrc.employer, hmrc.key), Compare({}, hmrc), hmrc.id, 0);
+                Add(Difference::Schedule::Employment, NamedBy(hmrc.employer, hmrc.key), Compare({}, hmrc),
+                    std::vector{&hmrc}, 0);
         for (std::size_t i = 0; i < pensions.size(); ++i)
             if (const StagedPension& hmrc = m_staged.pensions[i]; pensions[i].state == Match::State::Ambiguous)
-                Add(Difference::Schedule::PensionOrBenefit, ItemOf({}, hmrc), Compare({}, {&hmrc}), hmrc.id, 0);
+                Add(Difference::Schedule::PensionOrBenefit, ItemOf({}, hmrc), Compare({}, {&hmrc}), std::vector{&hmrc},
+                    0);
             else if (pensions[i].state == Match::State::Total)
                 Add(Difference::Schedule::PensionOrBenefit, ItemOf({}, hmrc), Compare(SumOf(hmrc.kind), {&hmrc}),
-                    hmrc.id, 0);
+                    std::vector{&hmrc}, 0);
         return std::move(m_found);
     }
 
@@ -147,7 +164,7 @@ private:
                 const StagedEmployment& hmrc = m_staged.employments[item];
                 Add(Difference::Schedule::Employment,
                     NamedBy(own.employer.IsEmpty() ? CString(hmrc.employer) : own.employer, hmrc.key),
-                    Compare(own, hmrc), hmrc.id, own.id);
+                    Compare(own, hmrc), std::vector{&hmrc}, own.id);
             }
         }
     }
@@ -162,23 +179,30 @@ private:
             std::vector<const StagedPension*> hmrc;
             for (const std::size_t item : items[schedule])
                 hmrc.push_back(&m_staged.pensions[item]);
-            Add(Difference::Schedule::PensionOrBenefit, ItemOf(own.description, *hmrc[0]), Compare(own, hmrc),
-                hmrc[0]->id, own.id);
+            Add(Difference::Schedule::PensionOrBenefit, ItemOf(own.description, *hmrc[0]), Compare(own, hmrc), hmrc,
+                own.id);
         }
     }
 
-    void Add(Difference::Schedule kind, const CString& item, std::vector<DifferenceRow> rows, long stagedId,
-             long scheduleId)
+    template<class Item>
+    void Add(Difference::Schedule kind, const CString& item, std::vector<DifferenceRow> rows,
+             const std::vector<const Item*>& hmrc, long scheduleId)
     {
         if (rows.empty())
             return;
         Difference difference;
-        difference.number = static_cast<int>(m_found.size()) + 1;
+        // Of two tables, whose ids may be the same.
+        difference.number = std::int64_t{hmrc[0]->id} * 2 + (kind == Difference::Schedule::PensionOrBenefit ? 1 : 0);
         difference.schedule = kind;
         difference.item = item;
         difference.rows = std::move(rows);
-        difference.stagedId = stagedId;
         difference.scheduleId = scheduleId;
+        bool isRejected = true;
+        for (const Item* each : hmrc) {
+            difference.stagedIds.push_back(each->id);
+            isRejected = isRejected && IsRejected(*each);
+        }
+        difference.state = isRejected ? Difference::State::Rejected : Difference::State::Open;
         m_found.push_back(std::move(difference));
     }
 
@@ -192,7 +216,36 @@ CString Show(DifferenceRow::Kind kind, const Kiln::CAmt& amount, const Kiln::CDa
     return kind == DifferenceRow::Kind::Amount ? amount.Format() : date.Format("%d/%m/%Y");
 }
 
+/// "Pay 22551.05, Tax nothing".
+CString Summary(const std::vector<DifferenceRow>& rows, CString (DifferenceRow::*textOf)() const, bool marksForecasts)
+{
+    CString summary;
+    for (const DifferenceRow& row : rows) {
+        const CString text = (row.*textOf)();
+        summary += (summary.IsEmpty() ? CString() : CString(", ")) + row.caption + ' ' +
+                   (text.IsEmpty() ? CString("nothing") : text) +
+                   CString(marksForecasts && row.estimate ? kForecastMark : "");
+    }
+    return summary;
+}
+
 } // namespace
+
+CString Difference::HmrcSummary() const { return Summary(rows, &DifferenceRow::HmrcText, true); }
+CString Difference::ReturnSummary() const { return Summary(rows, &DifferenceRow::ReturnText, false); }
+
+std::string Difference::Hash() const
+{
+    constexpr unsigned kBytes = 8;
+    const Shellkit::Bytes digest = Shellkit::Sha256(HmrcSummary().Str() + '\n' + ReturnSummary().Str());
+    return BinaryToHex::Convert(digest.data(), kBytes).MakeLower().Str();
+}
+
+bool IsReviewDue(const std::vector<Difference>& differences)
+{
+    return std::any_of(differences.begin(), differences.end(),
+                       [](const Difference& difference) { return difference.state == Difference::State::Open; });
+}
 
 CString DifferenceRow::ReturnText() const { return Show(kind, returnAmount, returnDate); }
 CString DifferenceRow::HmrcText() const { return Show(kind, hmrcAmount, hmrcDate); }

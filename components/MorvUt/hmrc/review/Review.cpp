@@ -1,0 +1,129 @@
+#include "MorvUt/hmrc/review/Review.h"
+
+#include <algorithm>
+
+#include "Brix/Records.h"
+#include "Brix/Subjects.h"
+#include "MorvUt/hmrc/review/Figures.h"
+#include "MorvUt/hmrc/review/Replace.h"
+#include "MorvUt/res/Strings.h"
+#include "MorvUt/taxyear/CurrentTaxYear.h"
+#include "MorvUt/users/UserData.h"
+#include "Quarry/Session.h"
+#include "Trailmark/MTDAudit.h"
+
+namespace HmrcApi
+{
+namespace
+{
+
+using Outcome = ReviewResult::Outcome;
+
+struct DecisionFacts
+{
+    const char* action; // in the audit
+    bool (CUserData::*isAllowed)(bool showMessage) const;
+    unsigned refusal;
+    StagedDecision::Made made;
+    Difference::State state;
+};
+
+const DecisionFacts& FactsOf(Decision decision) noexcept
+{
+    static constexpr DecisionFacts kFacts[] = {
+        {"accept", &CUserData::HMRCDataAcceptAllowed, IDS_REVIEW_NO_ACCEPT, StagedDecision::Accepted,
+         Difference::State::Accepted},
+        {"reject", &CUserData::HMRCDataRejectAllowed, IDS_REVIEW_NO_REJECT, StagedDecision::Rejected,
+         Difference::State::Rejected},
+        {"skip", nullptr, 0, StagedDecision::Open, Difference::State::Skipped},
+    };
+    return kFacts[static_cast<std::size_t>(decision)];
+}
+
+ReviewResult Ended(Outcome outcome, unsigned text, Difference difference = {})
+{
+    return {outcome, LibraryText(text), std::move(difference)};
+}
+
+template<class List, class Item>
+void Remember(const std::vector<Item>& items, long id, StagedDecision::Made made)
+{
+    const auto item = std::find_if(items.begin(), items.end(), [&](const Item& each) { return each.id == id; });
+    List list;
+    if (item == items.end() || !list.Open({{0, id}}))
+        return;
+    list.SetDecision(made);
+    list.SetDecided(FiguresOf(*item));
+    list.Update();
+}
+
+void Remember(const Difference& difference, const StagedYear& staged, StagedDecision::Made made)
+{
+    for (const long id : difference.stagedIds)
+        if (difference.schedule == Difference::Schedule::Employment)
+            Remember<Brix::CMTD_Employments>(staged.employments, id, made);
+        else
+            Remember<Brix::CMTD_PensionStateBenefits>(staged.pensions, id, made);
+}
+
+void Audit(ClientId client, const char* action, const Difference& difference)
+{
+    Trailmark::CMTDAuditCache audit(client, Quarry::GetConnection());
+    audit.Add(action, GetCurrentRealTaxYear(), CUserData::m_strUser, difference.item, difference.HmrcSummary(),
+              difference.ReturnSummary());
+    audit.Flush();
+}
+
+/// The difference while it is to be decided on: what has been rejected is not offered again.
+Difference* Find(std::vector<Difference>& differences, std::int64_t number)
+{
+    const auto found = std::find_if(differences.begin(), differences.end(), [&](const Difference& difference) {
+        return difference.number == number && difference.state == Difference::State::Open;
+    });
+    return found == differences.end() ? nullptr : &*found;
+}
+
+} // namespace
+
+CString WhyMayNot(Decision decision)
+{
+    const DecisionFacts& facts = FactsOf(decision);
+    if (!facts.isAllowed)
+        return {};
+    if (!TheUser().TaxReturnSaveAllowed(false))
+        return LibraryText(IDS_REVIEW_NO_SAVE);
+    return (TheUser().*facts.isAllowed)(false) ? CString() : LibraryText(facts.refusal);
+}
+
+ReviewResult Decide(ClientId client, TaxYear taxYear, std::int64_t number, Decision decision, const std::string& hash)
+{
+    if (const CString why = WhyMayNot(decision); !why.IsEmpty())
+        return {Outcome::Refused, why, {}};
+    const DecisionFacts& facts = FactsOf(decision);
+    const bool isWriting = decision != Decision::Skip;
+    if (isWriting && CUserData::CheckForReadOnlyWithError())
+        return Ended(Outcome::Refused, IDS_CLIENT_READ_ONLY);
+    const short year = taxYear.GetRealTaxYear();
+    Quarry::CTransaction transaction(isWriting ? Cellar::Intent::Write : Cellar::Intent::Read, Brix::SubjectOf(client));
+    const ReturnYear own = LoadReturnYear(client, year);
+    if (isWriting && own.finalised.IsValid())
+        return Ended(Outcome::Refused, IDS_CLIENT_READ_ONLY);
+    const StagedYear staged = LoadStagedItems(client, year);
+    std::vector<Difference> differences = FindDifferences(staged, own);
+    Difference* const found = Find(differences, number);
+    if (!found)
+        return Ended(Outcome::Gone, IDS_REVIEW_GONE);
+    if (!hash.empty() && hash != found->Hash())
+        return Ended(Outcome::Changed, IDS_REVIEW_CHANGED, std::move(*found));
+    if (isWriting) {
+        Audit(client, facts.action, *found);
+        if (decision == Decision::Accept && !ReplaceFigures(*found))
+            return Ended(Outcome::NoSchedule, IDS_REVIEW_NO_SCHEDULE, std::move(*found));
+        Remember(*found, staged, facts.made);
+        transaction.Commit();
+    }
+    found->state = facts.state;
+    return {Outcome::Done, {}, std::move(*found)};
+}
+
+} // namespace HmrcApi
