@@ -69,7 +69,8 @@ protected:
             CUserData::SetUser("ANNA");
         }
         if (verb == "audit")
-            return Query("SELECT strAction, nYear, strUserID, strItem, strHMRC, strReturn FROM MTDAudit ORDER BY lID") +
+            return "audited: " +
+                   Query("SELECT strAction, nYear, strUserID, strItem, strHMRC, strReturn FROM MTDAudit ORDER BY lID") +
                    '\n';
         if (verb == "forget")
             Forget();
@@ -147,7 +148,7 @@ private:
         EXPECT_NE(decide("0").message, "") << "other figures";
         const HmrcApi::ReviewResult result = decide(listed.Hash());
         EXPECT_EQ(decide({}).message.IsEmpty(), decision == Skip && result.message.IsEmpty());
-        return result.message.Str() + '\n';
+        return result.message.IsEmpty() ? "done\n" : result.message.Str() + '\n';
     }
 
     std::string FetchedByUtr()
