@@ -122,7 +122,7 @@ Handled HandleApi(State& state, const Options& options, const Call& call)
     const bool authorised = access != nullptr;
     const auto refuse = [&](const char* code) { return Handled{ErrorAnswer(code), authorised}; };
 
-    const auto route = FindRoute(call.path);
+    const auto route = FindRoute(call.path, call.parameters);
     if (!route)
         return refuse("MATCHING_RESOURCE_NOT_FOUND");
     if (call.method != "GET")

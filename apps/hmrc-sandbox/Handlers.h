@@ -21,6 +21,9 @@ Handled HandleApi(State& state, const Options& options, const Call& call);
 /// The paths that prime data, below "…-test-support".
 Handled HandleSupport(State& state, const Call& call);
 
+/// /create-test-user/individuals: a person of whom nothing is primed yet. No token is needed.
+Handled HandleTestUser(State& state, const Call& call);
+
 /// /oauth/authorize and /oauth/token.
 Handled HandleOAuth(State& state, const Call& call);
 

@@ -22,6 +22,7 @@ struct Call
     std::string accept;        // empty: no such header
     std::string authorization; // empty: no such header
     std::string contentType;
+    std::map<std::string, std::string> fraudHeaders; // those that begin with Gov-, by their names in lower case
     std::string body;
     Parameters parameters; // of the query, and of the body when it is a form
     bool hasQuery = false;

@@ -29,6 +29,9 @@ constexpr Interface kInterfaces[] = {
     {"/individual-tax/sa/{id}/annual-summary/{taxYear}", IdKind::Utr, "1.0 1.1", "read:individual-tax", "",
      "/individual-paye-test-support/sa/{id}/tax/annual-summary/{taxYear}", "1.0", true, "individual-tax",
      "HAPPY_PATH_1", "HAPPY_PATH_1"},
+    {"/marriage-allowance/sa/{id}/status?taxYear={taxYear}", IdKind::Utr, "2.0", "read:marriage-allowance", "",
+     "/marriage-allowance-test-support/sa/{id}/status/{taxYear}", "1.0", true, "",
+     R"({"status":"None","deceased":false})", ""},
     {"/hello/user", IdKind::None, "1.0", "hello", R"({"message":"Hello User"})", "", "", false, "", "", ""},
     {"/hello/world", IdKind::None, "1.0", "", R"({"message":"Hello World"})", "", "", false, "", "", ""},
 };
@@ -55,7 +58,8 @@ std::optional<Route> FindBy(std::string_view Interface::*pattern, std::string_vi
 {
     for (const Interface& interface : kInterfaces) {
         Route route{&interface, {}, {}};
-        if (!(interface.*pattern).empty() && Fits(interface.*pattern, path, route))
+        const std::string_view shape = interface.*pattern;
+        if (!shape.empty() && Fits(shape.substr(0, shape.find('?')), path, route))
             return route;
     }
     return std::nullopt;
@@ -73,18 +77,26 @@ bool IsVersion(std::string_view text)
 
 std::span<const Interface> Interfaces() { return kInterfaces; }
 
-std::optional<Route> FindRoute(std::string_view path) { return FindBy(&Interface::path, path); }
+std::optional<Route> FindRoute(std::string_view path, const Parameters& parameters)
+{
+    std::optional<Route> route = FindBy(&Interface::path, path);
+    if (const auto year = parameters.find("taxYear");
+        route && route->interface->path.find('?') != std::string_view::npos && year != parameters.end())
+        route->taxYear = year->second;
+    return route;
+}
 
 std::optional<Route> FindSupportRoute(std::string_view path) { return FindBy(&Interface::supportPath, path); }
 
 std::string DataPath(const Route& route)
 {
     std::string path;
-    for (const auto segment : Split(route.interface->path.substr(1), '/')) {
+    const std::string_view shape = route.interface->path;
+    for (const auto segment : Split(shape.substr(1, shape.find('?') - 1), '/')) {
         path += '/';
         path += segment == "{id}" ? route.identifier : segment == "{taxYear}" ? route.taxYear : std::string(segment);
     }
-    return path;
+    return shape.find('?') == std::string_view::npos ? path : path + "?taxYear=" + route.taxYear;
 }
 
 bool HasVersion(std::string_view versions, std::string_view version)

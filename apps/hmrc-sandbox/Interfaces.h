@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "Http.h"
+
 namespace Sandbox
 {
 
@@ -21,7 +23,7 @@ enum class IdKind
 /// One interface that the server speaks. A further one is a further row of the table.
 struct Interface
 {
-    std::string_view path; // with "{id}" and "{taxYear}" for the variable segments
+    std::string_view path; // with "{id}" and "{taxYear}" for the variable segments, the latter also as a query
     IdKind id;
     std::string_view versions; // of the Accept header, separated by blanks; the last is the newest
     std::string_view scope;    // empty: open to everyone, no token needed
@@ -30,7 +32,7 @@ struct Interface
     std::string_view supportPath;       // POST here primes the data; empty: nothing to prime
     std::string_view supportVersions;   // of its Accept header
     bool supportEchoes;                 // priming answers with the data, else with an empty object
-    std::string_view scenarios;         // their group
+    std::string_view scenarios;         // their group; empty: what is posted is the data
     std::string_view defaultScenario;   // primed when the request names none
     std::string_view startScenario;     // unprimed, with --scenario: this one; empty: the named one itself
     std::string_view newestMember = {}; // of the data: only the newest version's answers have it
@@ -48,7 +50,8 @@ struct Route
 };
 
 /// The interface whose path has the shape of `path`; nothing for every other path, and for one with an empty segment.
-std::optional<Route> FindRoute(std::string_view path);
+/// `parameters`: of the query.
+std::optional<Route> FindRoute(std::string_view path, const Parameters& parameters = {});
 
 /// The same for the paths that prime data.
 std::optional<Route> FindSupportRoute(std::string_view path);

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 
+#include "Afx/text/TextFold.h"
 #include "Errors.h"
 #include "HmrcApi/redirect/server/LoopbackServer.h"
 
@@ -26,6 +27,9 @@ Call ToCall(const httplib::Request& request)
     call.accept = request.get_header_value("Accept");
     call.authorization = request.get_header_value("Authorization");
     call.contentType = request.get_header_value("Content-Type");
+    for (const auto& [name, value] : request.headers)
+        if (std::string lower = Afx::FoldLower(name); lower.starts_with("gov-"))
+            call.fraudHeaders.emplace(std::move(lower), value);
     call.body = request.body;
     call.parameters = {request.params.begin(), request.params.end()};
     call.hasQuery = request.target.find('?') != std::string::npos;

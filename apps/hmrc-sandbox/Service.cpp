@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "ControlError.h"
+#include "Errors.h"
+#include "FraudHeaders.h"
 #include "Handlers.h"
 #include "Interfaces.h"
 #include "Text.h"
@@ -13,6 +15,8 @@ namespace Sandbox
 
 namespace
 {
+
+constexpr char kValidate[] = "/test/fraud-prevention-headers/validate";
 
 Answer PlainRefusal(const std::string& why)
 {
@@ -30,8 +34,20 @@ Answer Greeting()
     answer.body = "HMRC sandbox: made-up figures for trying out and for tests.\n\n";
     for (const Interface& interface : Interfaces())
         answer.body += "GET " + std::string(interface.path) + "\n";
-    answer.body += "GET /oauth/authorize\nPOST /oauth/token\n";
+    answer.body += "GET /oauth/authorize\nPOST /oauth/token\nPOST /create-test-user/individuals\nGET " +
+                   std::string(kValidate) + '\n';
     return answer;
+}
+
+Handled ValidateHeaders(const Call& call)
+{
+    if (call.method != "GET")
+        return {ErrorAnswer("METHOD_NOT_ALLOWED")};
+    if (AcceptedVersion(call.accept) != "1.0")
+        return {ErrorAnswer("ACCEPT_HEADER_INVALID")};
+    Answer answer;
+    answer.body = CheckFraudHeaders(call.fraudHeaders).dump();
+    return {answer};
 }
 
 Handled Dispatch(State& state, const Options& options, const Call& call)
@@ -39,6 +55,10 @@ Handled Dispatch(State& state, const Options& options, const Call& call)
     if (IsBelow(call.path, "/oauth"))
         return HandleOAuth(state, call);
     const auto first = std::string_view(call.path).substr(0, call.path.find('/', 1));
+    if (IsBelow(call.path, "/create-test-user"))
+        return HandleTestUser(state, call);
+    if (call.path == kValidate)
+        return ValidateHeaders(call);
     const std::string_view support = "-test-support";
     if (first.size() > support.size() && first.substr(first.size() - support.size()) == support)
         return HandleSupport(state, call);

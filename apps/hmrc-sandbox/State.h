@@ -44,6 +44,7 @@ struct State
     Switches switches;
     std::map<std::string, std::string> primed;  // by data path: the body
     std::map<std::string, std::string> answers; // by data path: a body put there as it is; goes before `primed`
+    int testUsers = 0;                          // made so far
     std::deque<TimePoint> recent;               // requests that passed the limit within the last second
 };
 

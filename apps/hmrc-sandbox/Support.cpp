@@ -23,19 +23,23 @@ const char* CheckSupportAccept(const Interface& interface, const std::string& ac
     return HasVersion(interface.supportVersions, *version) ? nullptr : "MATCHING_RESOURCE_NOT_FOUND";
 }
 
-/// The data of the scenario that a body asks for: `{"scenario":"…"}`, the default one for an empty body or object; null
-/// for an unknown one. Nothing when the body is something else.
-std::optional<const char*> AskedScenario(const Interface& interface, const std::string& body)
+/// The data of the scenario that a body asks for: `{"scenario":"…"}`, the default one for an empty body or object;
+/// empty for an unknown one. Where there are no scenarios the body is the data. Nothing when the body is something
+/// else.
+std::optional<std::string> AskedScenario(const Interface& interface, const std::string& body)
 {
     const auto json = body.empty() ? nlohmann::json::object() : nlohmann::json::parse(body, nullptr, false);
     if (!json.is_object())
         return std::nullopt;
+    if (interface.scenarios.empty())
+        return json.empty() ? std::string(interface.defaultScenario) : body;
+    const auto text = [](const char* scenario) { return std::string(scenario ? scenario : ""); };
     const auto name = json.find("scenario");
     if (name == json.end())
-        return FindScenario(interface.scenarios, interface.defaultScenario);
+        return text(FindScenario(interface.scenarios, interface.defaultScenario));
     if (!name->is_string())
         return std::nullopt;
-    return FindScenario(interface.scenarios, name->get<std::string>());
+    return text(FindScenario(interface.scenarios, name->get<std::string>()));
 }
 
 } // namespace
@@ -57,7 +61,7 @@ Handled HandleSupport(State& state, const Call& call)
     const auto scenario = AskedScenario(*route->interface, call.body);
     if (!scenario)
         return refuse("BAD_REQUEST");
-    if (*scenario == nullptr)
+    if (scenario->empty())
         return refuse("UNKNOWN_SCENARIO");
     state.primed[DataPath(*route)] = *scenario;
     Answer answer;

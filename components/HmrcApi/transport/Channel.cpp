@@ -16,10 +16,18 @@ const std::shared_ptr<ITransport>& Channel::GetTransport()
     return m_transport;
 }
 
+void Channel::SetUser(std::string user)
+{
+    if (user == m_user)
+        return;
+    m_user = std::move(user);
+    m_fraudHeaders.reset();
+}
+
 const Channel::Headers& Channel::GetFraudHeaders()
 {
     if (!m_fraudHeaders)
-        m_fraudHeaders = std::make_unique<Headers>(FraudPreventionHeaders());
+        m_fraudHeaders = std::make_unique<Headers>(FraudPreventionHeaders(m_user));
     return *m_fraudHeaders;
 }
 

@@ -29,10 +29,13 @@ public:
     Channel& operator=(const Channel&) = delete;
 
     const std::shared_ptr<ITransport>& GetTransport(); // made at its first use
+    /// Who is logged in to the program, for the headers that are collected from now on.
+    void SetUser(std::string user);
     const Headers& GetFraudHeaders();
 
 private:
     std::shared_ptr<ITransport> m_transport;
+    std::string m_user;
     std::unique_ptr<Headers> m_fraudHeaders;
 };
 

@@ -1,5 +1,7 @@
 #include "HmrcApi/transport/FraudHeaders.h"
 
+#include <cstdio>
+
 #include "Afx/text/TextFold.h"
 #include "Afx/time/Clock.h"
 #include "HmrcApi/transport/detail/Machine.h"
@@ -14,6 +16,7 @@ namespace
 
 constexpr char kSetting[] = "HMRCFraudPreventionHeaders";
 constexpr char kDeviceId[] = "HMRCDeviceID";
+constexpr char kApplication[] = "morvut";
 
 /// A UUID made once and kept in the settings; empty when they cannot keep it, since another one each time would lie.
 std::string DeviceId()
@@ -52,26 +55,55 @@ std::string Device()
                        {"device-model", machine.model}});
 }
 
-std::string SystemUser()
+/// The system's user and the program's own; empty when neither is known.
+std::string UserIds(const std::string& applicationUser)
 {
-    const std::string name = Detail::SystemUser();
-    return name.empty() ? std::string() : EncodeForm({{"os", name}});
+    const std::string systemUser = Detail::SystemUser();
+    FormFields ids;
+    if (!systemUser.empty())
+        ids.emplace_back("os", systemUser);
+    if (!applicationUser.empty())
+        ids.emplace_back(kApplication, applicationUser);
+    return EncodeForm(ids);
+}
+
+/// Each percent-encoded, the commas between them not.
+std::string List(const std::vector<std::string>& values)
+{
+    std::string text;
+    for (const std::string& value : values)
+        text += (text.empty() ? "" : ",") + PercentEncode(value);
+    return text;
+}
+
+/// Now, "2020-09-21T14:30:05.123Z".
+std::string Timestamp()
+{
+    const Afx::LocalTime now = Afx::Clock::Utc();
+    char text[40];
+    std::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02d.%03dZ", now.year, now.month, now.day, now.hour,
+                  now.minute, now.second, now.milliseconds);
+    return text;
 }
 
 } // namespace
 
-std::vector<std::pair<std::string, std::string>> FraudPreventionHeaders()
+std::vector<std::pair<std::string, std::string>> FraudPreventionHeaders(const std::string& applicationUser)
 {
     if (!CRegistry().GetBool(kSetting, true))
         return {};
+    const Detail::NetworkAddresses addresses = Detail::ReadNetworkAddresses();
     std::vector<std::pair<std::string, std::string>> headers{
         {"Gov-Client-Connection-Method", "DESKTOP_APP_DIRECT"},
         {"Gov-Client-Device-ID", DeviceId()},
+        {"Gov-Client-Local-IPs", List(addresses.ip)},
+        {"Gov-Client-Local-IPs-Timestamp", addresses.ip.empty() ? std::string() : Timestamp()},
+        {"Gov-Client-MAC-Addresses", List(addresses.mac)},
         {"Gov-Client-Timezone", TimeZone()},
         {"Gov-Client-User-Agent", Device()},
-        {"Gov-Client-User-IDs", SystemUser()},
+        {"Gov-Client-User-IDs", UserIds(applicationUser)},
         {"Gov-Vendor-Product-Name", PercentEncode(kProductName)},
-        {"Gov-Vendor-Version", EncodeForm({{"morvut", MORVUT_VERSION_TEXT}})},
+        {"Gov-Vendor-Version", EncodeForm({{kApplication, MORVUT_VERSION_TEXT}})},
     };
     std::erase_if(headers, [](const auto& header) { return header.second.empty(); });
     return headers;

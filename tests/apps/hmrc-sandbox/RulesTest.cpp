@@ -5,9 +5,12 @@
 #include <regex>
 #include <sstream>
 
+#include "Afx/text/TextFold.h"
+#include "hmrc-sandbox/FraudHeaders.h"
 #include "hmrc-sandbox/Identifiers.h"
 #include "hmrc-sandbox/RedirectUri.h"
 #include "hmrc-sandbox/Service.h"
+#include "HmrcApi/transport/FraudHeaders.h"
 #include "support/TestSupport.h"
 
 namespace Sandbox
@@ -114,7 +117,22 @@ TEST_P(Rules, AnswerAsHmrcDoes)
                              [this](const std::string& command) { return Run(command); });
 }
 
-INSTANTIATE_TEST_SUITE_P(Sandbox, Rules, testing::Values("api", "control", "faults", "oauth"));
+INSTANTIATE_TEST_SUITE_P(Sandbox, Rules, testing::Values("api", "control", "faults", "individual", "oauth"));
+
+/// What this program sends leaves out what it cannot know, and nothing of it is wrong.
+TEST(FraudHeaders, OfTheClientAreTakenByTheCheck)
+{
+    std::map<std::string, std::string> sent;
+    for (const auto& [name, value] : HmrcApi::FraudPreventionHeaders("Zoë & co"))
+        sent.emplace(Afx::FoldLower(name), value);
+    EXPECT_EQ(sent["gov-client-user-ids"].rfind("morvut=Zo%C3%AB%20%26%20co"), sent["gov-client-user-ids"].size() - 26);
+    const auto checked = CheckFraudHeaders(sent);
+    for (const auto& error : checked.value("errors", nlohmann::ordered_json::array())) // a machine without a network
+        EXPECT_EQ(error["code"], "MISSING_HEADER") << error;
+    EXPECT_EQ(checked["warnings"].size(), 3U) << checked;
+    sent["gov-client-timezone"] = "GMT";
+    EXPECT_EQ(CheckFraudHeaders(sent)["code"], "INVALID_HEADERS");
+}
 
 TEST(Identifiers, AreThoseThatHmrcTakes)
 {

@@ -7,6 +7,8 @@ namespace HmrcApi::Detail
 
 Machine ReadMachine() { return {}; } // not read yet
 
+NetworkAddresses ReadNetworkAddresses() { return {}; } // not read yet
+
 std::string SystemUser()
 {
     const char* const name = std::getenv("USERNAME");

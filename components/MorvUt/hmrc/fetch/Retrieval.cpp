@@ -2,6 +2,7 @@
 
 #include "MorvUt/hmrc/access/ClientData.h"
 #include "MorvUt/hmrc/access/Scope.h"
+#include "MorvUt/users/UserData.h"
 
 namespace HmrcApi
 {
@@ -22,6 +23,7 @@ CAuthorisation& Retrieval::Authorise(bool isLive)
                                                            std::make_shared<CClientData>());
         if (m_channel)
             m_authorisation->SetChannel(m_channel);
+        m_authorisation->GetChannel().SetUser(CUserData::m_strUser.Str());
     }
     COAuth2Tokens inHand; // of the group before
     if (!isLive || m_authorisation->get_authtokens(inHand) || m_authorisation->LoadTokens(m_logger))
