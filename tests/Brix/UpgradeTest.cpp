@@ -1,6 +1,5 @@
 // A practice that the first release made, opened by this one.
 
-#include <sqlite3.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -8,6 +7,7 @@
 
 #include "Brix/Check.h"
 #include "NewPractice.h"
+#include "support/SqliteTool.h"
 
 namespace
 {
@@ -18,16 +18,8 @@ using Cellar::CConnection;
 class Upgrade : public testing::Test
 {
 protected:
+    Upgrade() { ::Test::Execute(m_path, ::Test::ReadFile(BRIX_FIRST_RELEASE)); }
     ~Upgrade() override { Quarry::SetConnection(nullptr); }
-
-    void SetUp() override
-    {
-        sqlite3* old = nullptr;
-        ASSERT_EQ(sqlite3_open(m_path.c_str(), &old), SQLITE_OK);
-        const std::string statements = ::Test::ReadFile(BRIX_FIRST_RELEASE);
-        EXPECT_EQ(sqlite3_exec(old, statements.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(old);
-        sqlite3_close(old);
-    }
 
     std::unique_ptr<CConnection> Open() const { return CConnection::Open(m_path.c_str()); }
 

@@ -3,7 +3,6 @@
 // A new database of the running test, and what its statements are refused with.
 
 #include <memory>
-#include <optional>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -40,3 +39,36 @@ inline void Insert(CConnection& connection, long id)
 {
     connection.ExecuteDirectf("INSERT INTO Note (lID, strText) VALUES (%ld, %s)", id, "written");
 }
+
+/// B begins a level, C commits it, R rolls it back; a digit writes that row. There are unsaved writes at '!', none at
+/// '.'.
+inline void Take(CConnection& connection, const char* steps)
+{
+    for (const char* step = steps; *step; ++step)
+        if (*step == 'B')
+            connection.Begin();
+        else if (*step == 'C')
+            connection.Commit();
+        else if (*step == 'R')
+            connection.Rollback();
+        else if (*step == '!' || *step == '.')
+            EXPECT_EQ(connection.HasUnsavedWrites(), *step == '!') << step;
+        else
+            Insert(connection, *step - '0');
+}
+
+/// A new database with notes, and two connections to it; `other` does not wait.
+class TwoConnections : public ::Test::OnDatabase
+{
+protected:
+    void SetUp() override
+    {
+        connection = OpenPractice();
+        ::Test::Declare(*connection, "CREATE TABLE Note(lID {Int} PRIMARY KEY, strText {Text} NOT NULL, nSmall {Small} "
+                                     "CHECK (nSmall < 100))");
+        other = OpenPractice();
+        other->SetBusyTimeout(0);
+    }
+
+    std::unique_ptr<CConnection> connection, other;
+};

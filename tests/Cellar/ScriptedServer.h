@@ -14,25 +14,21 @@
 class ScriptedServer
 {
 public:
-    /// The password of every connection to it, which must be seen nowhere.
-    static constexpr char kPassword[] = "pass;w}rd-17";
-
+    /// Takes the place of the one before.
     explicit ScriptedServer(const std::string& script = {})
     {
         ::Test::WriteFile("script", script);
+        for (const std::string& old : {Library(), ::Test::TempDir() + "/record"})
+            std::filesystem::remove(old);
         std::filesystem::create_symlink(CELLAR_ODBC_FAKE, Library()); // by whose name it is known for SQL Server
     }
 
-    /// What follows `more` goes to the driver too.
-    std::string Text(const std::string& more = {}) const
+    std::unique_ptr<CConnection> Open() const
     {
         const std::string folder = ::Test::TempDir();
-        return "odbc:Driver=" + Library() + ";Script=" + folder + "/script;Record=" + folder + "/record;UID=alice;" +
-               more + "PWD={pass;w}}rd-17}";
-    }
-    std::unique_ptr<CConnection> Open(const std::string& more = {}) const
-    {
-        return CConnection::Open(Text(more).c_str());
+        return CConnection::Open(("odbc:Driver=" + Library() + ";Script=" + folder + "/script;Record=" + folder +
+                                  "/record;UID=alice;PWD={pass;w}}rd-17}")
+                                     .c_str());
     }
 
     /// All calls so far, one a line.

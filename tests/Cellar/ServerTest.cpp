@@ -3,16 +3,12 @@
 #include "CellarTestSupport.h"
 #include "support/Case.h"
 
-class Server : public ::Test::OnDatabase
+class Server : public TwoConnections
 {
 protected:
     void SetUp() override
     {
-        connection = OpenPractice();
-        ::Test::Declare(*connection, "CREATE TABLE Note(lID {Int} PRIMARY KEY, strText {Text} NOT NULL, nSmall {Small} "
-                                     "CHECK (nSmall < 100))");
-        other = OpenPractice();
-        other->SetBusyTimeout(0);
+        TwoConnections::SetUp();
         connection->OnSent([this](std::string_view statement) { (sent += statement) += '\n'; });
     }
     Category Refused(const SqlText& statement) const
@@ -20,20 +16,13 @@ protected:
         return ErrorOf([&] { connection->ExecuteDirect(statement); }).GetCategory();
     }
 
-    std::unique_ptr<CConnection> connection, other;
     std::string sent;
 };
 ON_SERVER(Server);
 
 TEST_P(Server, SendsWhatSteersWithWhatItSteers)
 {
-    connection->Begin();
-    connection->Begin();
-    Insert(*connection, 1);
-    connection->Commit();
-    connection->Begin();
-    Insert(*connection, 2);
-    connection->Rollback();
+    Take(*connection, "BB1CB2R");
     connection->ExecuteDirect("INSERT INTO Note (lID, strText) VALUES (3, 'a'), (4, 'b')");
     connection->Commit();
     const std::string insert = "INSERT INTO Note (lID, strText) VALUES (?::integer, ?) ON CONFLICT DO NOTHING\n";
@@ -43,10 +32,7 @@ TEST_P(Server, SendsWhatSteersWithWhatItSteers)
                         "COMMIT\n");
     EXPECT_EQ(Count(*other), 3);
     sent.clear();
-    connection->Begin();
-    connection->Begin();
-    connection->Rollback();
-    connection->Commit();
+    Take(*connection, "BBRC");
     CTransaction(*connection).Commit();
     EXPECT_EQ(sent, "") << "nothing was done";
 }
@@ -55,10 +41,7 @@ TEST_P(Server, AFailedStatementSpoilsItsOwnLevelOnly)
 {
     for (const bool isRefusedByKey : {false, true}) {
         SCOPED_TRACE(isRefusedByKey);
-        connection->Begin();
-        Insert(*connection, 1);
-        connection->Begin();
-        Insert(*connection, 2);
+        Take(*connection, "B1B2");
         if (isRefusedByKey) {
             EXPECT_EQ(Refused("INSERT INTO Note (lID, strText) VALUES (1, 'b (''), (')"), Category::DuplicateKey);
             EXPECT_EQ(Refused("INSERT INTO Note (lID, strText) SELECT 1, 'b'"), Category::DuplicateKey);
@@ -72,18 +55,15 @@ TEST_P(Server, AFailedStatementSpoilsItsOwnLevelOnly)
             EXPECT_EQ(ErrorOf([&] { connection->Commit(); }).GetCode(), "25P02") << "the server would not tell";
             connection->Rollback();
         }
-        Insert(*connection, 3);
-        connection->Commit();
+        Take(*connection, "3C");
         EXPECT_EQ(Count(*other), isRefusedByKey ? 3 : 2);
         EXPECT_EQ(Count(*connection), isRefusedByKey ? 3 : 2);
         connection->ExecuteDirect("DELETE FROM Note");
     }
-    Insert(*connection, 1);
-    connection->Begin();
+    Take(*connection, "1B");
     EXPECT_EQ(Refused("INSERT INTO Note (lID, strText) VALUES (7, 'a'), (1, 'b')"), Category::DuplicateKey);
     EXPECT_EQ(ErrorOf([&] { connection->Commit(); }).GetCategory(), Category::Other);
-    connection->Rollback();
-    Insert(*connection, 2);
+    Take(*connection, "R2");
 }
 
 /// Who writes for one client keeps others from that client, and from the whole practice.
@@ -110,8 +90,7 @@ TEST_P(Server, WritersOfDifferentSubjectsDoNotWait)
         EXPECT_EQ(other->GetLevel(), 0);
         other->ExecuteDirect("DELETE FROM Note"); // not in a transaction that has failed
     }
-    connection->Begin();
-    Insert(*connection, 1);
+    Take(*connection, "B1");
     {
         sent.clear();
         CTransaction level(*connection, Intent::Write, ann); // within one that has begun without
@@ -126,11 +105,9 @@ TEST_P(Server, WritersOfDifferentSubjectsDoNotWait)
 
 TEST_P(Server, LeavesNothingOpenBehind)
 {
-    Insert(*connection, 1);
-    connection->Begin();
+    Take(*connection, "1B");
     for (const bool isInLevel : {true, false}) {
-        connection->Begin();
-        Insert(*connection, 2);
+        Take(*connection, "B2");
         auto cursor = std::make_unique<CRowCursor>(CRowCursor(*connection, "SELECT lID FROM Note"));
         EXPECT_TRUE(cursor->Next());
         if (isInLevel)
@@ -147,9 +124,7 @@ TEST_P(Server, LeavesNothingOpenBehind)
 
 TEST_P(Server, SaysOnceAndForAllThatTheConnectionIsLost)
 {
-    connection->Begin();
-    connection->Begin();
-    Insert(*connection, 1);
+    Take(*connection, "BB1");
     CRowCursor cursor(*connection, "SELECT lID FROM Note");
     other->Queryf("SELECT pg_terminate_backend(%ld)", static_cast<long>(connection->GetSessionId()));
     EXPECT_EQ(ErrorOf([&] { Insert(*connection, 2); }).GetCategory(), Category::LostConnection);

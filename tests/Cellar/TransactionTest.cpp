@@ -4,19 +4,8 @@
 #include "CellarTestSupport.h"
 #include "support/Case.h"
 
-class Transaction : public ::Test::OnDatabase
-{
-protected:
-    void SetUp() override
-    {
-        connection = OpenPractice();
-        ::Test::Declare(*connection, "CREATE TABLE Note(lID {Int} PRIMARY KEY, strText {Text} NOT NULL)");
-        other = OpenPractice();
-        other->SetBusyTimeout(0);
-    }
-
-    std::unique_ptr<CConnection> connection, other;
-};
+class Transaction : public TwoConnections
+{};
 ON_BOTH_DATABASES(Transaction);
 
 /// What servers do otherwise.
@@ -24,7 +13,6 @@ class EmbeddedTransaction : public Transaction
 {};
 INSTANTIATE_TEST_SUITE_P(Embedded, EmbeddedTransaction, testing::Values(::Test::Database::Embedded));
 
-/// B begin, C commit, R rollback; a digit writes that row. There are unsaved writes at '!', and none at '.'.
 TEST_P(Transaction, LevelsKeepWhatTheyShould)
 {
     // out: ids that are there for another connection afterwards
@@ -49,18 +37,7 @@ TEST_P(Transaction, LevelsKeepWhatTheyShould)
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(row.why);
-        for (const char* step = row.in; *step; ++step) {
-            if (*step == 'B')
-                connection->Begin();
-            else if (*step == 'C')
-                connection->Commit();
-            else if (*step == 'R')
-                connection->Rollback();
-            else if (*step == '!' || *step == '.')
-                EXPECT_EQ(connection->HasUnsavedWrites(), *step == '!') << step;
-            else
-                Insert(*connection, *step - '0');
-        }
+        Take(*connection, row.in);
         std::string ids;
         for (CBufferedRowList list(*other, "SELECT lID FROM Note ORDER BY lID"); !list.IsEOL(); list.MoveNext())
             ids += ToText(list.Get(0));
@@ -108,8 +85,7 @@ TEST_P(Transaction, TheIntentToWriteLocksBeforeAnythingIsRead)
 
 TEST_P(Transaction, StatementsStandAsideUntilItHasBegun)
 {
-    connection->Begin();
-    connection->Begin();
+    Take(*connection, "BB");
     {
         const CConnection::Aside aside(*connection);
         Insert(*connection, 1);
@@ -129,11 +105,9 @@ TEST_P(Transaction, StatementsStandAsideUntilItHasBegun)
 
 TEST_P(EmbeddedTransaction, ABusyFirstWriteCanBeTriedAgain)
 {
-    other->Begin();
-    Insert(*other, 1);
+    Take(*other, "B1");
     connection->SetBusyTimeout(1);
-    connection->Begin();
-    connection->Begin();
+    Take(*connection, "BB");
     const DatabaseError error = ErrorOf([&] { Insert(*connection, 2); });
     EXPECT_EQ(error.GetCategory(), Category::Busy);
     EXPECT_EQ(error.GetCode(), "5");
@@ -141,18 +115,14 @@ TEST_P(EmbeddedTransaction, ABusyFirstWriteCanBeTriedAgain)
     EXPECT_FALSE(connection->HasUnsavedWrites());
 
     other->Commit();
-    Insert(*connection, 2);
-    connection->Commit();
-    connection->Commit();
+    Take(*connection, "2CC");
     EXPECT_EQ(Count(*other), 2);
 }
 
 /// ON CONFLICT ROLLBACK ends the engine's transaction in the midst of a statement, as a full disk does.
 TEST_P(EmbeddedTransaction, NothingIsSavedOnLevelsThatTheEngineEnded)
 {
-    connection->Begin();
-    connection->Begin();
-    Insert(*connection, 1);
+    Take(*connection, "BB1");
     connection->Script("CREATE TABLE Strict(lID INTEGER PRIMARY KEY ON CONFLICT ROLLBACK)");
     connection->ExecuteDirect("INSERT INTO Strict VALUES (1)");
     EXPECT_EQ(ErrorOf([&] { connection->ExecuteDirect("INSERT INTO Strict VALUES (1)"); }).GetCategory(),
@@ -177,9 +147,7 @@ TEST_P(EmbeddedTransaction, EndsAlthoughASavepointCouldNotBeUndone)
     connection->OnRollback([&] { ++notices; });
     for (const int level : {2, 1}) {
         notices = 0;
-        connection->Begin();
-        connection->Begin();
-        Insert(*connection, 1);
+        Take(*connection, "BB1");
         connection->Script("RELEASE level2");
         EXPECT_NE(ErrorOf([&] { connection->RollbackTo(level); }).GetReason(), "");
         EXPECT_EQ(notices, 1) << "caches reload all the same";
@@ -193,11 +161,10 @@ TEST_P(EmbeddedTransaction, AFullDiskLosesNothingThatWasSaved)
 {
     Insert(*connection, 1);
     CBufferedRowList(*connection, "PRAGMA max_page_count = 4");
-    connection->Begin();
-    Insert(*connection, 2);
+    Take(*connection, "B2");
     const DatabaseError error = ErrorOf([&] {
         for (long id = 3; id < 100; ++id)
-            connection->ExecuteDirectf("INSERT INTO Note VALUES (%ld, %s)", id, std::string(4000, 'x'));
+            connection->ExecuteDirectf("INSERT INTO Note (lID, strText) VALUES (%ld, %s)", id, std::string(4000, 'x'));
     });
     EXPECT_EQ(error.GetCategory(), Category::ReadOnly);
     connection->Rollback();

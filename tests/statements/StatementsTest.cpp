@@ -14,12 +14,15 @@
 #include <sstream>
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include "Brix/Schema.h"
+#ifdef CELLAR_ODBC_FAKE
+#include "Cellar/ScriptedServer.h"
+#endif
 #include "Scenario.h"
 #include "SourceTexts.h"
 #include "support/Practice.h"
+#include "support/SqliteTool.h"
 
 namespace
 {
@@ -92,27 +95,6 @@ std::string Joined(const std::vector<std::string>& statements)
     return text;
 }
 
-/// As the first release made it.
-void MakeOlderPractice(const std::string& path)
-{
-    sqlite3* old = nullptr;
-    ASSERT_EQ(sqlite3_open(path.c_str(), &old), SQLITE_OK);
-    const std::string statements = ::Test::ReadFile(STATEMENTS_ROOT "/tests/Brix/practice-1.sql");
-    EXPECT_EQ(sqlite3_exec(old, statements.c_str(), nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(old);
-    sqlite3_close(old);
-}
-
-#ifdef CELLAR_ODBC_FAKE
-std::unique_ptr<Cellar::CConnection> OpenScripted(const std::string& product, const std::string& script)
-{
-    const std::string path = ::Test::WriteFile("script", "dbms " + product + "\n" + script);
-    const std::string library = ::Test::TempDir() + "/" + product + ".so"; // by whose name it is known
-    std::filesystem::remove(library);
-    std::filesystem::create_symlink(CELLAR_ODBC_FAKE, library);
-    return Cellar::CConnection::Open(("odbc:Driver=" + library + ";Script=" + path).c_str());
-}
-#endif
-
 } // namespace
 
 TEST(Statements, StandInTheSourcesAsKept)
@@ -151,11 +133,12 @@ TEST(Statements, AreSentAsKept)
     };
     auto whole = ::Test::Practice::Open();
     Brix::CreateSchema(*whole);
-    MakeOlderPractice(::Test::TempDir() + "/older.db");
+    ::Test::Execute(::Test::TempDir() + "/older.db", ::Test::ReadFile(STATEMENTS_ROOT "/tests/Brix/practice-1.sql"));
     send("sqlite", std::move(whole), ::Test::Practice::Open("older.db"));
 #ifdef CELLAR_ODBC_FAKE
     for (const auto& [name, product] : {std::pair("postgres", "PostgreSQL"), {"sqlserver", "Microsoft SQL Server"}})
-        send(name, OpenScripted(product, WholePractice()), OpenScripted(product, OlderPractice()));
+        send(name, ScriptedServer("dbms " + std::string(product) + '\n' + WholePractice()).Open(),
+             ScriptedServer("dbms " + std::string(product) + '\n' + OlderPractice()).Open());
 #endif
 }
 

@@ -3,10 +3,11 @@
 //
 //     Driver=/path/libmorvodbcfake.so;Script=/path/script;Record=/path/record;Uid=…;Pwd=…
 //
-// Each call that reaches it is a line of the record: the function, then what it was given, passwords and bytes left
-// out. As that server does it refuses a second statement while a result is open (without MARS_Connection=yes), a NULL
-// or text for a varbinary column, sizes and fractions beyond the type, columns read out of order, with MARS a
-// transaction begun by a statement, and everything once the connection is lost.
+// Each call that reaches it is a line of the record: the function, then what it was given, bytes left out. As that
+// server does it refuses a second statement while a result is open, a NULL or text for a varbinary column, sizes and
+// fractions beyond the type, columns read out of order, and everything once the connection is lost.
+//
+// It has the functions that the library and the driver manager call, and their arguments are those that these give.
 
 #include <sql.h>
 #include <sqlext.h>
@@ -128,7 +129,7 @@ SQLRETURN Run(Statement& statement)
                 return statement.Fail(std::move(*refusal));
         parameters[i].sqlType = binding.sqlType;
     }
-    if (connection.reading && !server.HasSeveralResults())
+    if (connection.reading && server.IsSqlServer())
         return statement.Fail({"HY000", 0, "Connection is busy with results for another command"});
     statement.CloseResult();
     statement.answer = server.Run(statement.text, parameters);
@@ -145,8 +146,6 @@ SQLRETURN Run(Statement& statement)
     }
     return answer.info ? SQL_SUCCESS_WITH_INFO : SQL_SUCCESS;
 }
-
-constexpr char kVersion[] = "03.80";
 
 } // namespace
 } // namespace OdbcFake
@@ -179,20 +178,19 @@ SQLRETURN SQL_API SQLFreeHandle(SQLSMALLINT type, SQLHANDLE handle)
 
 SQLRETURN SQL_API SQLSetEnvAttr(SQLHENV, SQLINTEGER, SQLPOINTER, SQLINTEGER) { return SQL_SUCCESS; }
 
-SQLRETURN SQL_API SQLDriverConnectW(SQLHDBC handle, SQLHWND, SQLWCHAR* text, SQLSMALLINT length, SQLWCHAR* out,
-                                    SQLSMALLINT capacity, SQLSMALLINT* outLength, SQLUSMALLINT)
+SQLRETURN SQL_API SQLDriverConnectW(SQLHDBC handle, SQLHWND, SQLWCHAR* text, SQLSMALLINT length, SQLWCHAR*, SQLSMALLINT,
+                                    SQLSMALLINT*, SQLUSMALLINT)
 {
     auto& connection = As<Connection>(handle);
     const std::string wanted = ToUtf8(text, length);
     try {
-        connection.session = std::make_unique<Session>(ReadConnectionText(wanted));
+        connection.session = std::make_unique<Session>(wanted);
     } catch (const std::exception& error) {
         return connection.Fail({"HY000", 0, error.what()});
     }
-    connection.session->Record("SQLDriverConnect " + WithoutPasswords(wanted));
+    connection.session->Record("SQLDriverConnect " + wanted);
     if (Answer answer = connection.session->Run("CONNECT", {}); answer.error)
         return connection.Fail(std::move(*answer.error));
-    Put(wanted, out, capacity, outLength);
     if (!connection.session->IsSqlServer())
         return SQL_SUCCESS;
     connection.messages.push_back({"01000", 5701, "Changed database context to 'Practice'."});
@@ -213,64 +211,21 @@ SQLRETURN SQL_API SQLGetInfoW(SQLHDBC handle, SQLUSMALLINT type, SQLPOINTER valu
                               SQLSMALLINT* length)
 {
     auto& connection = As<Connection>(handle);
-    const auto text = [&](std::string_view info) {
-        const SQLRETURN result = Put(info, static_cast<SQLWCHAR*>(value), capacity / 2, length);
-        if (length)
-            *length = static_cast<SQLSMALLINT>(*length * 2);
-        return result;
-    };
-    switch (type) {
-    case SQL_DBMS_NAME:
-        return text(connection.session->GetDbms());
-    case SQL_DBMS_VER:
-        return text("16.00.4085");
-    case SQL_DRIVER_ODBC_VER:
-        return text(kVersion);
-    case SQL_DRIVER_NAME:
-        return text("libmorvodbcfake.so");
-    case SQL_GETDATA_EXTENSIONS:
-        return PutNumber(value, SQLUINTEGER{SQL_GD_BLOCK}); // columns in their order only
-    case SQL_CURSOR_COMMIT_BEHAVIOR:
-    case SQL_CURSOR_ROLLBACK_BEHAVIOR:
-        return PutNumber(value, SQLUSMALLINT{SQL_CB_CLOSE});
-    case SQL_MAX_CONCURRENT_ACTIVITIES:
-        return PutNumber(value, static_cast<SQLUSMALLINT>(connection.session->HasSeveralResults() ? 0 : 1));
-    case SQL_TXN_CAPABLE:
-        return PutNumber(value, SQLUSMALLINT{SQL_TC_ALL});
-    default:
-        connection.session->Record("SQLGetInfo " + std::to_string(type) + " is not known");
+    if (type != SQL_DBMS_NAME && type != SQL_DRIVER_ODBC_VER)
         return connection.Fail({"HY096", 0, "Information type out of range"});
-    }
+    const SQLRETURN result = Put(type == SQL_DBMS_NAME ? connection.session->GetDbms() : "03.80",
+                                 static_cast<SQLWCHAR*>(value), capacity / 2, length);
+    if (length)
+        *length = static_cast<SQLSMALLINT>(*length * 2);
+    return result;
 }
 
-SQLRETURN SQL_API SQLSetConnectAttrW(SQLHDBC handle, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER)
-{
-    auto& connection = As<Connection>(handle);
-    if (!connection.session)
-        return SQL_SUCCESS; // before it is open
-    const auto number = reinterpret_cast<std::uintptr_t>(value);
-    if (attribute != SQL_ATTR_AUTOCOMMIT)
-        return SQL_SUCCESS;
-    connection.session->Record(number == SQL_AUTOCOMMIT_ON ? "autocommit on" : "autocommit off");
-    connection.session->SetAutocommit(number == SQL_AUTOCOMMIT_ON);
-    return SQL_SUCCESS;
-}
-
-SQLRETURN SQL_API SQLGetConnectAttrW(SQLHDBC handle, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER, SQLINTEGER*)
-{
-    auto& connection = As<Connection>(handle);
-    if (attribute == SQL_ATTR_CONNECTION_DEAD)
-        return PutNumber(value, static_cast<SQLUINTEGER>(connection.session->IsLost() ? SQL_CD_TRUE : SQL_CD_FALSE));
-    return connection.Fail({"HY092", 0, "Invalid attribute"});
-}
+SQLRETURN SQL_API SQLSetConnectAttrW(SQLHDBC, SQLINTEGER, SQLPOINTER, SQLINTEGER) { return SQL_SUCCESS; }
 
 SQLRETURN SQL_API SQLSetStmtAttrW(SQLHSTMT handle, SQLINTEGER attribute, SQLPOINTER value, SQLINTEGER)
 {
-    auto& statement = As<Statement>(handle);
     if (attribute == SQL_ATTR_CURSOR_TYPE)
-        statement.isCopied = reinterpret_cast<std::uintptr_t>(value) == SQL_CURSOR_STATIC;
-    if (attribute == SQL_ATTR_QUERY_TIMEOUT)
-        statement.Server().Record("query timeout " + std::to_string(reinterpret_cast<std::uintptr_t>(value)));
+        As<Statement>(handle).isCopied = reinterpret_cast<std::uintptr_t>(value) == SQL_CURSOR_STATIC;
     return SQL_SUCCESS;
 }
 
@@ -305,24 +260,16 @@ SQLRETURN SQL_API SQLExecute(SQLHSTMT handle)
     return Run(statement);
 }
 
-SQLRETURN SQL_API SQLBindParameter(SQLHSTMT handle, SQLUSMALLINT number, SQLSMALLINT direction, SQLSMALLINT cType,
+SQLRETURN SQL_API SQLBindParameter(SQLHSTMT handle, SQLUSMALLINT number, SQLSMALLINT, SQLSMALLINT cType,
                                    SQLSMALLINT sqlType, SQLULEN size, SQLSMALLINT digits, SQLPOINTER value, SQLLEN,
                                    SQLLEN* length)
 {
     auto& statement = As<Statement>(handle);
     const Binding binding{cType, sqlType, digits, size, value, length};
-    if (direction != SQL_PARAM_INPUT)
-        return statement.Fail({"HY105", 0, "Invalid parameter type"});
     if (statement.Server().IsSqlServer())
         if (auto refusal = RefusalOfTypes(binding))
             return statement.Fail(std::move(*refusal));
     statement.bindings[number] = binding;
-    return SQL_SUCCESS;
-}
-
-SQLRETURN SQL_API SQLNumParams(SQLHSTMT handle, SQLSMALLINT* count)
-{
-    *count = static_cast<SQLSMALLINT>(ParametersOf(As<Statement>(handle).text).size());
     return SQL_SUCCESS;
 }
 
@@ -336,36 +283,13 @@ SQLRETURN SQL_API SQLDescribeColW(SQLHSTMT handle, SQLUSMALLINT number, SQLWCHAR
                                   SQLSMALLINT* length, SQLSMALLINT* type, SQLULEN* size, SQLSMALLINT* digits,
                                   SQLSMALLINT* nullable)
 {
-    auto& statement = As<Statement>(handle);
-    if (number == 0 || number > statement.answer.columns.size())
-        return statement.Fail({"07009", 0, "Invalid Descriptor Index"});
-    const Column& column = statement.answer.columns[number - 1u];
+    const Column& column = As<Statement>(handle).answer.columns.at(number - 1u);
     const ColumnShape& shape = ShapeOf(column.type);
-    if (type)
-        *type = shape.sqlType;
-    if (size)
-        *size = shape.size;
-    if (digits)
-        *digits = shape.digits;
-    if (nullable)
-        *nullable = SQL_NULLABLE;
+    *type = shape.sqlType;
+    *size = shape.size;
+    *digits = shape.digits;
+    *nullable = SQL_NULLABLE;
     return Put(column.name, name, capacity, length);
-}
-
-SQLRETURN SQL_API SQLColAttributeW(SQLHSTMT handle, SQLUSMALLINT number, SQLUSMALLINT field, SQLPOINTER text,
-                                   SQLSMALLINT capacity, SQLSMALLINT* length, SQLLEN* value)
-{
-    SQLSMALLINT type = 0, digits = 0;
-    SQLULEN size = 0;
-    const bool isName = field == SQL_DESC_NAME || field == SQL_DESC_LABEL;
-    const SQLRETURN result =
-        SQLDescribeColW(handle, number, isName ? static_cast<SQLWCHAR*>(text) : nullptr,
-                        static_cast<SQLSMALLINT>(capacity / 2), length, &type, &size, &digits, nullptr);
-    if (isName && length)
-        *length = static_cast<SQLSMALLINT>(*length * 2);
-    if (value)
-        *value = field == SQL_DESC_CONCISE_TYPE ? type : field == SQL_DESC_SCALE ? digits : static_cast<SQLLEN>(size);
-    return result;
 }
 
 SQLRETURN SQL_API SQLRowCount(SQLHSTMT handle, SQLLEN* count)
@@ -403,15 +327,12 @@ SQLRETURN SQL_API SQLGetData(SQLHSTMT handle, SQLUSMALLINT number, SQLSMALLINT c
     if (isBehind || number == 0 || number > answer.rows[row].size())
         return statement.Fail({"07009", 0, "Invalid Descriptor Index"});
     statement.lastColumn = number;
-    const Cell& cell = answer.rows[row][number - 1u];
-    const ColumnShape& shape = ShapeOf(answer.columns.at(number - 1u).type);
-    const SQLRETURN result =
-        Give(cell, shape, statement.readings[number], cType, buffer, capacity, length, answer.hidesLength);
+    const SQLRETURN result = Give(answer.rows[row][number - 1u], statement.readings[number], cType, buffer, capacity,
+                                  length, answer.hidesLength);
     if (result == SQL_SUCCESS_WITH_INFO)
         statement.messages.push_back({"01004", 0, "String data, right truncation"});
     else if (result == SQL_ERROR)
-        return statement.Fail(cell ? Message{"07006", 0, "Restricted data type attribute violation"}
-                                   : Message{"22002", 0, "Indicator variable required but not supplied"});
+        return statement.Fail({"07006", 0, "Restricted data type attribute violation"});
     return result;
 }
 
@@ -423,41 +344,10 @@ SQLRETURN SQL_API SQLMoreResults(SQLHSTMT handle)
     return error ? statement.Fail(*error) : SQL_NO_DATA;
 }
 
-SQLRETURN SQL_API SQLCloseCursor(SQLHSTMT handle)
+SQLRETURN SQL_API SQLFreeStmt(SQLHSTMT handle, SQLUSMALLINT)
 {
-    As<Statement>(handle).CloseResult();
+    As<Statement>(handle).CloseResult(); // SQL_CLOSE
     return SQL_SUCCESS;
-}
-
-SQLRETURN SQL_API SQLCancel(SQLHSTMT handle)
-{
-    As<Statement>(handle).CloseResult();
-    return SQL_SUCCESS;
-}
-
-SQLRETURN SQL_API SQLFreeStmt(SQLHSTMT handle, SQLUSMALLINT option)
-{
-    auto& statement = As<Statement>(handle);
-    if (option == SQL_DROP) {
-        delete &statement;
-        return SQL_SUCCESS;
-    }
-    if (option == SQL_CLOSE)
-        statement.CloseResult();
-    if (option == SQL_RESET_PARAMS)
-        statement.bindings.clear();
-    return SQL_SUCCESS;
-}
-
-SQLRETURN SQL_API SQLEndTran(SQLSMALLINT type, SQLHANDLE handle, SQLSMALLINT how)
-{
-    if (type != SQL_HANDLE_DBC)
-        return SQL_SUCCESS;
-    auto& connection = As<Connection>(handle);
-    const char* const text = how == SQL_COMMIT ? "COMMIT" : "ROLLBACK";
-    connection.session->Record(std::string("SQLEndTran ") + text);
-    Answer answer = connection.session->Run(text, {});
-    return answer.error ? connection.Fail(std::move(*answer.error)) : SQL_SUCCESS;
 }
 
 SQLRETURN SQL_API SQLGetDiagRecW(SQLSMALLINT, SQLHANDLE handle, SQLSMALLINT number, SQLWCHAR* state, SQLINTEGER* native,

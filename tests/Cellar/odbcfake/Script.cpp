@@ -1,5 +1,6 @@
 #include "Script.h"
 
+#include <algorithm>
 #include <sstream>
 #include <stdexcept>
 
@@ -28,32 +29,26 @@ std::vector<Column> ToColumns(const std::string& rest)
     return columns;
 }
 
-/// \n and \xNN are bytes.
-std::string Unescaped(std::string_view text)
-{
-    std::string bytes;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const std::string_view rest = text.substr(i);
-        if (rest.starts_with("\\n")) {
-            bytes += '\n';
-            ++i;
-        } else if (rest.starts_with("\\x") && rest.size() >= 4) {
-            bytes += static_cast<char>(std::stoi(std::string(rest.substr(2, 2)), nullptr, 16));
-            i += 3;
-        } else {
-            bytes += text[i];
-        }
-    }
-    return bytes;
-}
-
 std::vector<Cell> ToRow(const std::string& rest)
 {
     std::vector<Cell> row;
     std::istringstream cells(rest);
     for (std::string cell; std::getline(cells, cell, '|');)
-        row.push_back(cell == "null" ? Cell() : Cell(Unescaped(cell)));
+        row.push_back(cell == "null" ? Cell() : Cell(cell));
     return row;
+}
+
+/// '*' in the pattern is any text.
+bool Fits(std::string_view pattern, std::string_view text) noexcept
+{
+    if (pattern.empty())
+        return text.empty();
+    if (pattern.front() != '*')
+        return !text.empty() && pattern.front() == text.front() && Fits(pattern.substr(1), text.substr(1));
+    for (std::size_t skipped = 0; skipped <= text.size(); ++skipped)
+        if (Fits(pattern.substr(1), text.substr(skipped)))
+            return true;
+    return false;
 }
 
 } // namespace
@@ -100,51 +95,15 @@ void Script::ReadLine(const std::string& word, const std::string& rest)
         answer.endsTransaction = true;
     else if (word == "nototal")
         answer.hidesLength = true;
-    else if (word == "times")
-        answer.times = std::stol(rest);
-    else if (word == "skip")
-        answer.skip = std::stol(rest);
-    else if (word == "delay")
-        answer.milliseconds = std::stoi(rest);
     else
         throw std::runtime_error("the script has an unknown line: " + word);
 }
 
-const Answer* Script::Find(std::string_view text)
+const Answer* Script::Find(std::string_view text) const
 {
-    for (Answer& answer : m_answers) {
-        if (answer.times == 0 || !Fits(answer.pattern, text))
-            continue;
-        if (answer.skip > 0) {
-            --answer.skip;
-            continue;
-        }
-        if (answer.times > 0)
-            --answer.times;
-        return &answer;
-    }
-    return nullptr;
-}
-
-bool Fits(std::string_view pattern, std::string_view text) noexcept
-{
-    std::size_t at = 0, in = 0, star = std::string_view::npos,
-                behind = 0; // the last '*', and what it stands for so far
-    while (in < text.size()) {
-        if (at < pattern.size() && pattern[at] == '*') {
-            star = at++;
-            behind = in;
-        } else if (at < pattern.size() && pattern[at] == text[in]) {
-            ++at;
-            ++in;
-        } else if (star != std::string_view::npos) {
-            at = star + 1;
-            in = ++behind;
-        } else {
-            return false;
-        }
-    }
-    return pattern.find_first_not_of('*', at) == std::string_view::npos;
+    const auto found =
+        std::find_if(m_answers.begin(), m_answers.end(), [&](const Answer& each) { return Fits(each.pattern, text); });
+    return found == m_answers.end() ? nullptr : &*found;
 }
 
 } // namespace OdbcFake

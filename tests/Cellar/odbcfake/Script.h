@@ -28,10 +28,7 @@ struct Message
 /// The answer to the statements of one pattern.
 struct Answer
 {
-    std::string pattern;  // '*' is any text; CONNECT, COMMIT and ROLLBACK are those calls
-    long times = -1;      // so often, then the next answer's turn; -1: always
-    long skip = 0;        // the first ones are not answered by this
-    int milliseconds = 0; // before it comes
+    std::string pattern; // '*' is any text; CONNECT is that call
     std::optional<Message> error, info;
     bool isLater = false;         // the error: behind a first result, when the next one is asked for
     bool endsTransaction = false; // the error: the server rolls back
@@ -46,12 +43,11 @@ struct Answer
 ///     dbms PostgreSQL             what the server calls itself; otherwise Microsoft SQL Server
 ///     on SELECT * FROM [Note]*    begins an answer
 ///     columns lID:int strText:nvarchar
-///     row 1|text                  NULL is written null; | stands between cells, \n and \xNN for bytes
+///     row 1|text                  NULL is written null; | stands between cells
 ///     count 0
 ///     error 23000 2627 Violation of PRIMARY KEY constraint
 ///     info 01000 5701 Changed database context
 ///     later | ends | nototal      see isLater, endsTransaction, hidesLength
-///     times 2 | skip 1 | delay 100
 ///
 /// Throws std::runtime_error for a line that it cannot read.
 class Script
@@ -59,8 +55,8 @@ class Script
 public:
     void Read(std::istream& lines);
     const std::string& GetDbms() const noexcept { return m_dbms; }
-    /// Null when nothing is scripted for the text. Counts.
-    const Answer* Find(std::string_view text);
+    /// Null when nothing is scripted for the text.
+    const Answer* Find(std::string_view text) const;
 
 private:
     void ReadLine(const std::string& word, const std::string& rest);
@@ -68,8 +64,5 @@ private:
     std::string m_dbms = "Microsoft SQL Server";
     std::vector<Answer> m_answers;
 };
-
-/// '*' in the pattern is any text.
-bool Fits(std::string_view pattern, std::string_view text) noexcept;
 
 } // namespace OdbcFake

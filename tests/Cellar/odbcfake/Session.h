@@ -3,7 +3,6 @@
 // One session of the scripted server: its rules, its transaction, its record.
 
 #include <fstream>
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,13 +17,8 @@ struct Parameter
 {
     int sqlType = 0;    // SQL_WVARCHAR ...
     std::string column; // the one it goes into or is compared with, as far as the statement shows
-    bool isCompared = false;
 };
 
-/// What a connection text names: `Script` and `Record` (files), `Uid`, `MARS_Connection`; keys ignore case.
-std::map<std::string, std::string> ReadConnectionText(std::string_view text);
-/// The text as it may be written down.
-std::string WithoutPasswords(std::string_view text);
 /// What each '?' of the statement is for; without its type.
 std::vector<Parameter> ParametersOf(std::string_view statement);
 
@@ -33,19 +27,14 @@ std::vector<Parameter> ParametersOf(std::string_view statement);
 class Session
 {
 public:
-    /// Throws std::runtime_error when a file of the connection text cannot be read.
-    explicit Session(const std::map<std::string, std::string>& connection);
+    /// Of the text it takes `Script=` and `Record=`, files. Throws std::runtime_error when there is no script.
+    explicit Session(std::string_view connectionText);
 
     bool IsSqlServer() const noexcept { return m_script.GetDbms() == "Microsoft SQL Server"; }
     const std::string& GetDbms() const noexcept { return m_script.GetDbms(); }
-    bool IsLost() const noexcept { return m_isLost; }
-    bool IsInTransaction() const noexcept { return m_isOpen; }
-    /// Several results may be read at once.
-    bool HasSeveralResults() const noexcept { return m_hasSeveralResults; }
-    void SetAutocommit(bool on);
 
-    /// Answers a statement, several with semicolons between up to the first that fails (the last one's answer), or one
-    /// of CONNECT, COMMIT and ROLLBACK.
+    /// Answers a statement, several with semicolons between up to the first that fails (the last one's answer), or
+    /// CONNECT.
     Answer Run(std::string_view statement, const std::vector<Parameter>& parameters);
     void Record(std::string_view line);
 
@@ -61,9 +50,8 @@ private:
 
     Script m_script;
     std::ofstream m_record;
-    bool m_isLost = false, m_hasSeveralResults = false;
-    bool m_isAutocommit = true, m_isOpen = false, m_hasFailed = false; // PostgreSQL refuses everything then
-    bool m_endsOnError = false;                                        // SET XACT_ABORT ON
+    bool m_isLost = false, m_isOpen = false; // the transaction
+    bool m_hasFailed = false;                // PostgreSQL refuses everything then
     std::vector<std::string> m_written;
     std::vector<std::pair<std::string, std::size_t>> m_savepoints; // where in m_written
 };

@@ -1,6 +1,7 @@
 #pragma once
 
-// Bound values and results in the C types of ODBC.
+// Bound values and results in the C types of ODBC: those that the library uses. What it begins to use wants a look here
+// first, and is refused until then.
 
 #include <sql.h>
 #include <sqlext.h>
@@ -15,7 +16,6 @@ namespace OdbcFake
 {
 
 std::u16string ToUtf16(std::string_view utf8);
-std::string ToUtf8(std::u16string_view utf16);
 /// Of an argument of the interface: `length` in characters, SQL_NTS to its end.
 std::string ToUtf8(const SQLWCHAR* text, SQLINTEGER length);
 
@@ -25,9 +25,9 @@ struct Binding
     SQLSMALLINT cType = 0, sqlType = 0, digits = 0;
     SQLULEN size = 0;
     SQLPOINTER value = nullptr;
-    const SQLLEN* length = nullptr;
+    const SQLLEN* length = nullptr; // bytes
 
-    bool IsNull() const noexcept { return length && *length == SQL_NULL_DATA; }
+    bool IsNull() const noexcept { return *length == SQL_NULL_DATA; }
 };
 /// How SQL Server's driver refuses the types or the value; nothing when it takes them.
 std::optional<Message> RefusalOfTypes(const Binding& binding);
@@ -49,11 +49,10 @@ const ColumnShape& ShapeOf(std::string_view type) noexcept;
 struct Reading
 {
     std::string bytes; // as the C type has them, what is left
-    SQLSMALLINT cType = 0;
     bool isBegun = false;
 };
 /// SQL_SUCCESS, SQL_SUCCESS_WITH_INFO (more to come), SQL_NO_DATA (all given), SQL_ERROR (not as that type).
-SQLRETURN Give(const Cell& cell, const ColumnShape& shape, Reading& reading, SQLSMALLINT cType, SQLPOINTER buffer,
-               SQLLEN capacity, SQLLEN* length, bool hidesLength);
+SQLRETURN Give(const Cell& cell, Reading& reading, SQLSMALLINT cType, SQLPOINTER buffer, SQLLEN capacity,
+               SQLLEN* length, bool hidesLength);
 
 } // namespace OdbcFake

@@ -33,9 +33,8 @@ TEST(Privacy, NothingPrintedLoggedOrStoredGivesASecretAway)
     }
     const std::string stored = ReadFile(practice) + ReadFile(practice + "-wal") + ReadFile(practice + "-journal");
     EXPECT_EQ(ReadFile(practice).find(nino), ReadFile(practice).rfind(nino)) << "it stands in the client's row only";
-    Execute(practice,
-            ("INSERT INTO MTDLog (lID, strEvent, strDetail) VALUES (0, 'Strange', 'by another program: " + nino + "')")
-                .c_str());
+    Execute(practice, ("INSERT INTO MTDLog (lID, strEvent, strDetail) VALUES (0, 'Strange', 'by another program: " +
+                       nino + "')"));
     for (const char* line : {"practice check ", "practice options ", "client list ", "user list ", "hmrc log ",
                              "hmrc log --json ", "doctor "})
         run(line + practice);

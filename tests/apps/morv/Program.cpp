@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 #include <httplib.h>
 #include <signal.h>
-#include <sqlite3.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -75,15 +74,6 @@ std::string SamplePractice(const std::string& name)
     const std::string path = TempDir() + "/" + name;
     MorvJson("practice create --sample " + path);
     return path;
-}
-
-void Execute(const std::string& practice, const char* statements)
-{
-    sqlite3* database = nullptr;
-    ASSERT_EQ(sqlite3_open(practice.c_str(), &database), SQLITE_OK);
-    char* problem = nullptr;
-    EXPECT_EQ(sqlite3_exec(database, statements, nullptr, nullptr, &problem), SQLITE_OK) << problem;
-    sqlite3_close(database);
 }
 
 HmrcSandbox::HmrcSandbox(const std::string& scenario)

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "hmrc-sandbox/Server.h"
+#include "support/SqliteTool.h"
 
 namespace Test
 {
@@ -47,9 +48,6 @@ Json MorvJson(const std::string& line);
 
 /// A new sample practice in the test's folder.
 std::string SamplePractice(const std::string& name = "practice.db");
-
-/// Runs statements on a practice as another program would.
-void Execute(const std::string& practice, const char* statements);
 
 /// A sandbox that runs for the test's length.
 class HmrcSandbox
