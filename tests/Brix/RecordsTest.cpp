@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "NewPractice.h"
+#include "support/SampleValues.h"
 
 using Cellar::Value;
 using Quarry::Table;
@@ -59,25 +60,6 @@ TEST(RecordDeclarations, FitTogether)
     }
 }
 
-/// What could end a literal or a statement, or be cut or filled in on its way.
-const std::string kTexts[] = {"O'Brien \"& Sons\"; DROP TABLE BRIXClient; -- /* */ [x] \\ \n\t", "100% %s %d %% %ld",
-                              "Zo\u00eb \U0001F600 \u00bd", std::string(9'999, '\'') + "%"};
-
-/// A value of the column's type, in the order of ColumnType; another one for each `nth`.
-Value Sample(const Quarry::Column& column, int nth)
-{
-    const Value byType[] = {2020 + nth,
-                            2020 + nth,
-                            nth % 2 == 0,
-                            kTexts[nth],
-                            Cellar::Bytes{0, static_cast<std::uint8_t>(nth)},
-                            Kiln::CDate(2024, 4, 5 + nth),
-                            COleDateTime(2024, 4, 5 + nth, 12, 30, 0, 5),
-                            Kiln::CAmt(123'456 + nth),
-                            0.1 + nth};
-    return byType[static_cast<std::size_t>(column.type)];
-}
-
 class Records : public NewPractice
 {
 protected:
@@ -90,13 +72,15 @@ protected:
     }
     static void Fill(Quarry::CDataList& list, int nth)
     {
-        ForEachColumn(list, [&](const auto& column) { list.Set(column.ordinal, Sample(column, nth)); });
+        ForEachColumn(list,
+                      [&](const auto& column) { list.Set(column.ordinal, ::Test::SampleValue(column.type, nth)); });
         list.Update();
     }
     static void ExpectFilled(const Quarry::CDataList& list, int nth)
     {
-        ForEachColumn(
-            list, [&](const auto& column) { EXPECT_EQ(list.Get(column.ordinal), Sample(column, nth)) << column.name; });
+        ForEachColumn(list, [&](const auto& column) {
+            EXPECT_EQ(list.Get(column.ordinal), ::Test::SampleValue(column.type, nth)) << column.name;
+        });
     }
 };
 
@@ -145,12 +129,13 @@ TEST_P(Records, TablesWithoutAClassTakeAnyTextToo)
             const Cellar::SqlText into =
                 needsKey ? "] ([" + Cellar::SqlText::Identifier(key->name) + "], [" + field + "]) VALUES (1, %s)"
                          : "] ([" + field + "]) VALUES (%s)";
-            for (const std::string& text : kTexts) {
+            for (int nth = 0; nth < 4; ++nth) {
+                const Value text = ::Test::SampleValue(column.type, nth);
                 connection.Execute("INSERT INTO [" + name + into, {text});
                 const auto found = connection.Query(
                     Cellar::SqlText("SELECT [") + field + "] FROM [" + name + "] WHERE [" + field + "] = %s", {text});
                 ASSERT_EQ(found.rows.size(), 1U);
-                EXPECT_EQ(found.rows[0][0], Value(text));
+                EXPECT_EQ(found.rows[0][0], text);
                 connection.Execute(Cellar::SqlText("DELETE FROM [") + name + "]", {});
             }
         }

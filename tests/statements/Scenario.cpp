@@ -12,6 +12,7 @@
 #include "MorvUt/MorvUt.h"
 #include "Shellkit/PracticeKey.h"
 #include "support/Practice.h"
+#include "support/SampleValues.h"
 
 namespace
 {
@@ -22,45 +23,21 @@ using Quarry::Where;
 
 constexpr char kGateway[] = "gateway";
 
-/// Notes what the current connection sends while this lives.
-class Sent
+/// What the connection, which becomes the current one, sends meanwhile: each statement once.
+template<class Work>
+std::vector<std::string> SentBy(std::unique_ptr<Cellar::CConnection> connection, Work work)
 {
-public:
-    Sent()
-    {
-        Quarry::GetConnection().OnSent([this](std::string_view sent) {
-            static const std::regex cursor("cursor\\d+"); // has a number of the run
-            const std::string statement = std::regex_replace(std::string(sent), cursor, "cursor");
-            if (std::find(m_statements.begin(), m_statements.end(), statement) == m_statements.end())
-                m_statements.emplace_back(statement);
-        });
-    }
-    Sent(const Sent&) = delete;
-    Sent& operator=(const Sent&) = delete;
-    ~Sent() { Quarry::GetConnection().OnSent(nullptr); }
-    std::vector<std::string> Take() { return std::move(m_statements); }
-
-private:
-    std::vector<std::string> m_statements;
-};
-
-Cellar::Value SomeValue(Cellar::ColumnType type)
-{
-    switch (type) {
-    case Cellar::ColumnType::Text:
-        return "text";
-    case Cellar::ColumnType::Binary:
-        return Cellar::Bytes{1};
-    case Cellar::ColumnType::Date:
-    case Cellar::ColumnType::DateTime:
-        return Kiln::CDate(2024, 4, 6);
-    case Cellar::ColumnType::Money:
-        return Kiln::CAmt(10000);
-    case Cellar::ColumnType::Double:
-        return 0.5;
-    default:
-        return 1;
-    }
+    Quarry::SetConnection(std::move(connection));
+    const auto statements = std::make_shared<std::vector<std::string>>();
+    Quarry::GetConnection().OnSent([statements](std::string_view sent) {
+        static const std::regex cursor("cursor\\d+"); // has a number of the run
+        const std::string statement = std::regex_replace(std::string(sent), cursor, "cursor");
+        if (std::find(statements->begin(), statements->end(), statement) == statements->end())
+            statements->emplace_back(statement);
+    });
+    work();
+    Quarry::GetConnection().OnSent(nullptr);
+    return *statements;
 }
 
 bool IsInKey(const Quarry::Table& table, const Quarry::Column& column)
@@ -84,7 +61,7 @@ void WriteAndRead(const Quarry::Table& table)
     rows.MoveFirst();
     for (const Quarry::Column& column : table.columns)
         if (!IsInKey(table, column))
-            rows.Set(column.ordinal, SomeValue(column.type));
+            rows.Set(column.ordinal, ::Test::SampleValue(column.type, 2));
     rows.Update();
     rows.Delete();
     rows.AddNew();
@@ -205,30 +182,26 @@ void LockUsersAndFeatures()
 
 std::vector<std::string> SendEverything(std::unique_ptr<Cellar::CConnection> connection)
 {
-    constexpr std::array<std::uint8_t, 32> kKey{7};
-    Shellkit::SetPracticeKey(kKey);
-    Quarry::SetConnection(std::move(connection));
-    Sent sent;
-    for (const Quarry::Table* const table : AllTables())
-        if (*table->className)
-            WriteAndRead(*table);
-    AskWithEveryCondition();
-    AskForOrderingNumbers();
-    KeepTokens();
-    LockTables();
-    LockUsersAndFeatures();
-    CheckPractice(Quarry::GetConnection());
-    IsPracticeKey(Quarry::GetConnection(), {SchemaState::Current, kSchemaVersion, {}});
-    Shellkit::SetPracticeKey({});
-    return sent.Take();
+    return SentBy(std::move(connection), [] {
+        constexpr std::array<std::uint8_t, 32> kKey{7};
+        Shellkit::SetPracticeKey(kKey);
+        for (const Quarry::Table* const table : AllTables())
+            if (*table->className)
+                WriteAndRead(*table);
+        AskWithEveryCondition();
+        AskForOrderingNumbers();
+        KeepTokens();
+        LockTables();
+        LockUsersAndFeatures();
+        CheckPractice(Quarry::GetConnection());
+        IsPracticeKey(Quarry::GetConnection(), {SchemaState::Current, kSchemaVersion, {}});
+        Shellkit::SetPracticeKey({});
+    });
 }
 
 std::vector<std::string> SendUpgrade(std::unique_ptr<Cellar::CConnection> connection)
 {
-    Quarry::SetConnection(std::move(connection));
-    Sent sent;
-    UpgradeSchema(Quarry::GetConnection());
-    return sent.Take();
+    return SentBy(std::move(connection), [] { UpgradeSchema(Quarry::GetConnection()); });
 }
 
 std::string WholePractice()

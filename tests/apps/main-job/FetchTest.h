@@ -36,12 +36,11 @@ protected:
     int StagedPaye() const; // the number that was staged last
     int StagedNationalInsurance() const;
 
-    /// Every table's rows, byte for byte, as another program reads them.
+    /// The rows of every table that has some, in each digit, as another program reads them: opening a practice writes.
     using Tables = std::map<std::string, std::string>;
     Tables Read() const;
     /// The names of the tables that differ, but those of `without`.
-    static std::set<std::string> Changed(const Tables& before, const Tables& after,
-                                         const std::set<std::string>& without);
+    static std::set<std::string> Changed(Tables before, Tables after, const std::set<std::string>& without);
 
     ::Test::HmrcSandbox m_sandbox;
     unsigned m_waited = 0;

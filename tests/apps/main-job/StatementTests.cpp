@@ -6,40 +6,30 @@
 namespace
 {
 
-/// What the current connection sends while this lives.
-class SentStatements
+struct Sent
 {
-public:
-    SentStatements()
-    {
-        Quarry::GetConnection().OnSent([this](std::string_view statement) { Add(std::string(statement)); });
-    }
-    SentStatements(const SentStatements&) = delete;
-    SentStatements& operator=(const SentStatements&) = delete;
-    ~SentStatements() { Stop(); }
-
-    void Stop() { Quarry::GetConnection().OnSent(nullptr); }
-    int GetCount() const { return m_count; }
-    /// How often something became durable: transactions, and writes outside of them.
-    int GetDurable() const { return m_durable; }
-    const std::string& GetText() const { return m_text; }
-
-private:
-    void Add(const std::string& statement)
-    {
-        m_text += std::to_string(++m_count) + ": " + statement + '\n';
-        const std::string verb = statement.substr(0, statement.find(' '));
-        const bool isWrite = verb == "INSERT" || verb == "UPDATE" || verb == "DELETE" || verb == "REPLACE";
-        m_isWritten = isWrite || (m_isWritten && m_isOpen);
-        m_durable += m_isWritten && (verb == "COMMIT" || !m_isOpen);
-        m_isOpen = verb == "BEGIN" || (m_isOpen && verb != "COMMIT" && verb != "ROLLBACK");
-    }
-
-    int m_count = 0;
-    int m_durable = 0;
-    bool m_isOpen = false, m_isWritten = false;
-    std::string m_text;
+    int count = 0;
+    int durable = 0; // how often something became so: transactions, and writes outside of them
+    std::string text;
 };
+
+/// What the current connection sends meanwhile.
+template<class Work>
+Sent SentBy(Work work)
+{
+    const auto sent = std::make_shared<Sent>();
+    Quarry::GetConnection().OnSent([sent, isOpen = false, isWritten = false](std::string_view statement) mutable {
+        sent->text += std::to_string(++sent->count) + ": " + std::string(statement) + '\n';
+        const std::string_view verb = statement.substr(0, statement.find(' '));
+        const bool isWrite = verb == "INSERT" || verb == "UPDATE" || verb == "DELETE" || verb == "REPLACE";
+        isWritten = isWrite || (isWritten && isOpen);
+        sent->durable += isWritten && (verb == "COMMIT" || !isOpen);
+        isOpen = verb == "BEGIN" || (isOpen && verb != "COMMIT" && verb != "ROLLBACK");
+    });
+    work();
+    Quarry::GetConnection().OnSent(nullptr);
+    return *sent;
+}
 
 class Statements : public FetchTest
 {
@@ -57,12 +47,10 @@ protected:
         std::vector<int> counts;
         const auto run = [&](int most, const char* step, auto work) {
             const auto linesBefore = LogLines();
-            SentStatements sent;
-            work();
-            sent.Stop();
-            EXPECT_LE(sent.GetCount(), most) << step << '\n' << sent.GetText();
-            EXPECT_LE(sent.GetDurable(), LogLines() - linesBefore + 1) << step << '\n' << sent.GetText();
-            counts.push_back(sent.GetCount());
+            const Sent sent = SentBy(work);
+            EXPECT_LE(sent.count, most) << step << '\n' << sent.text;
+            EXPECT_LE(sent.durable, LogLines() - linesBefore + 1) << step << '\n' << sent.text;
+            counts.push_back(sent.count);
         };
         const auto fetch = [&] { EXPECT_TRUE(HmrcApi::FetchFromHmrc(client, kGateway).ok); };
         Quarry::GetConnection().GetSessionId();
@@ -93,9 +81,7 @@ TEST_F(Statements, AreFewAndTheSameWhoeverElseIsThere)
 
     m_sandbox.Send("POST", "/sandbox/token", R"({"expire": true})");
     const auto linesBefore = LogLines();
-    SentStatements sent;
-    EXPECT_TRUE(HmrcApi::FetchFromHmrc(m_client, kGateway).ok);
-    sent.Stop();
-    EXPECT_EQ(sent.GetDurable(), LogLines() - linesBefore + 1 + 4)
-        << "the lock, the rehearsal, the tokens, the lock: " << sent.GetText();
+    const Sent sent = SentBy([&] { EXPECT_TRUE(HmrcApi::FetchFromHmrc(m_client, kGateway).ok); });
+    EXPECT_EQ(sent.durable, LogLines() - linesBefore + 1 + 4)
+        << "the lock, the rehearsal, the tokens, the lock: " << sent.text;
 }

@@ -79,48 +79,6 @@ TEST(Commands, TheYearOfARunIsNotKept)
     EXPECT_NE(RunMorv("doctor").out.find("UTF-16"), std::string::npos);
 }
 
-TEST(Commands, WhatIsNotThereIsNotPrinted)
-{
-    const std::string practice = SamplePractice();
-    Execute(practice,
-            "UPDATE BRIXClient SET strUTR = '' WHERE lID = 6; INSERT INTO BRIXUser (strUserID) VALUES ('Élan')");
-    const auto line = [&](const char* client) {
-        const std::string text = RunMorv("client show " + practice + " --user éLAN --client " + client).out;
-        const std::size_t begin = text.find('\n') + 1;
-        return text.substr(begin, text.find('\n', begin) - begin);
-    };
-    EXPECT_TRUE(line("C0011").starts_with("UTR ")) << "a trust";
-    EXPECT_TRUE(line("C0006").ends_with(", UTR -")) << line("C0006");
-}
-
-TEST(Commands, APartnershipHasNoRowsThatHaveNoClient)
-{
-    const std::string practice = SamplePractice();
-    Execute(practice, "INSERT INTO BRIXTaxForm (lID, lClientID, nYear) VALUES (999, 0, 2018);"
-                      "INSERT INTO BRIXNewEmploy (lTaxFormID, strEmployerName) VALUES (999, 'Nobody Ltd')");
-    EXPECT_EQ(MorvJson("client show " + practice + " --partnership 1 --year 2018")["schedules"]["employments"].size(),
-              0U);
-}
-
-TEST(Commands, AnUpgradeAddsTheTypesOfTheWorkTrackerThatAreMissing)
-{
-    const std::string practice = SamplePractice();
-    Execute(practice,
-            "UPDATE BRIXSchema SET nVersion = nVersion - 1; UPDATE SourceType SET Description = 'Ours' WHERE "
-            "SourceTypeID = 1; DELETE FROM SourceDefaultTask WHERE SourceTypeID = 1 OR TypeID <> 5; DELETE FROM "
-            "SourceType WHERE SourceTypeID = 3; DELETE FROM SourceTaskTypeRef WHERE TypeID > 4");
-    EXPECT_EQ(MorvJson("practice check " + practice)["ok"], true);
-    const auto after = Cellar::CConnection::Open(CString(practice));
-    const auto count = [&](const Cellar::SqlText& rows) {
-        return Cellar::ToLong(after->Query("SELECT COUNT(*) FROM " + rows, {}).rows[0][0]);
-    };
-    EXPECT_EQ(count("SourceType WHERE SourceTypeID = 1 AND Description = 'Ours'"), 1);
-    EXPECT_EQ(count("SourceType WHERE SourceTypeID = 3 AND Description <> ''"), 1);
-    EXPECT_EQ(count("SourceDefaultTask WHERE SourceTypeID = 1"), 0) << "as its users left it";
-    EXPECT_EQ(count("SourceDefaultTask WHERE SourceTypeID = 3 AND DefaultTrackerID IS NULL"), 10);
-    EXPECT_EQ(count("SourceTaskTypeRef WHERE TypeID IN (1, 5, 20)"), 3);
-}
-
 TEST(Commands, ASignInThatIsInterruptedLeavesTheGrantAsItWas)
 {
     const HmrcSandbox sandbox;
