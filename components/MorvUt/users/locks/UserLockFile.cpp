@@ -45,7 +45,9 @@ CConnection* CUserLockFile::OpenConnection() noexcept
 long CUserLockFile::Insert(CConnection& connection, const CString& user, bool isMarked) const
 {
     const SqlText table = SqlText::Identifier(GetTableName());
-    std::vector<Cellar::Value> values{user};
+    std::vector<Cellar::Value> values;
+    values.reserve(3);
+    values.emplace_back(user);
     if (isMarked)
         values.emplace_back(Afx::GetComputerName());
     if (unlimitedSameUserLogin != 0)
