@@ -12,9 +12,10 @@ namespace Quarry
 /// A new id of the table, above its counter and its largest id. Outside a transaction the counter moves by one, in a
 /// transaction of its own; within one by a block, whose ids are given out until a level is rolled back or the outermost
 /// one ends: what is left of it then is forgotten. On a server a sequence counts blocks, each one connection's for as
-/// long as it is open, whatever becomes of transactions; rows that other programs put there without an id get one of it
-/// too. Throws Cellar::DatabaseError (Other) when 2147483647 has been given
-/// out, and std::logic_error for a table whose key is no single number and aside from open transactions.
+/// long as it is open, whatever becomes of transactions; a connection that has used up its blocks takes as many again
+/// at once, at most eight. Rows that other programs put there without an id get one of it too. Throws
+/// Cellar::DatabaseError (Other) when 2147483647 has been given out, or fewer are left than it takes at once, and
+/// std::logic_error for a table whose key is no single number and aside from open transactions.
 QUARRY_API long NewId(const Table& table);
 /// On this connection.
 QUARRY_API long NewId(const Table& table, Cellar::CConnection& connection);

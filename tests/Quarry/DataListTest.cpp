@@ -407,6 +407,9 @@ TEST_P(ServerDataList, GivesIdsOfBlocksThatEachSessionHasForItself)
         for (int i = 1; i < 71; ++i)
             EXPECT_EQ(Quarry::NewId(kTask), 65 + i);
         EXPECT_EQ(statements, 1);
+        for (int i = 0; i < 25 + 4 * 32; ++i) // those left, and four blocks as it has used up four
+            Quarry::NewId(kTask);
+        EXPECT_EQ(statements, 2);
     }
     Quarry::GetConnection().OnSent(nullptr);
     EXPECT_THROW(Quarry::NewId(kLink), std::logic_error);

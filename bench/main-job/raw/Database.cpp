@@ -82,12 +82,6 @@ std::string TextOf(Reading reading)
                                            std::string(kOfTaxYear) + ") ORDER BY [lID]");
     case kReadStagedPensions:
         return Select(kStagedPensions, kOfTaxYear + std::string(" ORDER BY [dtStart], [lID]"));
-    case kReadAllowances:
-        return Select(kAllowances, kOfTaxYear + std::string(" ORDER BY [amtAmount], [lID]"));
-    case kReadNationalInsurance:
-        return "SELECT [lID], [lMTD_TaxYearID], [amtClass1Earnings], [amtClass2Due], [dtUpdated], [bMaxNICsReached], "
-               "[nVersion] FROM [BRIXMTD_NIC]" +
-               std::string(kOfTaxYear) + " ORDER BY [lID]";
     case kReadForms:
         return Select(kForms, kOfClient);
     case kReadEmployments:

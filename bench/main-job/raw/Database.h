@@ -36,8 +36,6 @@ enum Reading
     kReadStagedEmployments,
     kReadStagedBenefits,
     kReadStagedPensions,
-    kReadAllowances,
-    kReadNationalInsurance,
     kReadForms,
     kReadEmployments,
     kReadBenefits,

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <ctime>
 #include <stdexcept>
+#include <utility>
 
 #include "main-job/raw/Answer.h"
 #include "main-job/raw/Records.h"
@@ -89,15 +90,6 @@ std::vector<Pension> ReadStagedPensions(const Job& job)
         item.worksNumber = TextAt(row, 9);
     });
     return pensions;
-}
-
-std::vector<Allowance> ReadAllowances(const Job& job)
-{
-    std::vector<Allowance> allowances;
-    ReadRows(job, kReadAllowances, [&](sqlite3_stmt* row) {
-        allowances.push_back({TextAt(row, 2), static_cast<int>(NumberAt(row, 4)), AmountAt(row, 3)});
-    });
-    return allowances;
 }
 
 Year ReadStaged(const Job& job)
@@ -203,13 +195,21 @@ std::vector<long> Add(const Job& job, Table table, const std::vector<T>& items, 
     return ids;
 }
 
-/// Those of kinds from `first` to `last`.
-void StagePensions(const Job& job, long year, const std::vector<Pension>& all, int first, int last)
+/// Private pensions, then benefits, then state pensions.
+std::vector<Pension> InOrder(const std::vector<Pension>& all)
 {
     std::vector<Pension> items;
-    for (const Pension& item : all)
-        if (item.kind >= first && item.kind <= last)
-            items.push_back(item);
+    for (const auto& [first, last] :
+         {std::pair(kPrivatePension, kPrivatePension), std::pair(kJobseekersAllowance, kEmploymentAndSupportAllowance),
+          std::pair(kStatePension, kStatePension)})
+        for (const Pension& item : all)
+            if (item.kind >= first && item.kind <= last)
+                items.push_back(item);
+    return items;
+}
+
+void StagePensions(const Job& job, long year, const std::vector<Pension>& items)
+{
     Add(job, kStagedPensions, items, 12, [&](sqlite3_stmt* row, int place, const Pension& item) {
         BindNumber(row, place + 1, year);
         BindNumber(row, place + 2, item.kind);
@@ -225,7 +225,6 @@ void StagePensions(const Job& job, long year, const std::vector<Pension>& all, i
 
 void StageEmployments(const Job& job, long year, const std::vector<Employment>& items)
 {
-    Require(ReadStagedEmployments(job).empty(), "an employment is staged already");
     const auto bind = [&](sqlite3_stmt* row, int place, const Employment& item) {
         BindText(row, place + 1, item.key);
         BindNumber(row, place + 2, year);
@@ -241,8 +240,6 @@ void StageEmployments(const Job& job, long year, const std::vector<Employment>& 
         BindNumber(row, place + 12, item.isOffPayroll);
     };
     const std::vector<long> ids = Add(job, kStagedEmployments, items, 15, bind);
-    std::vector<Employment> none;
-    ReadStagedBenefits(job, none);
     std::vector<Benefit> benefits;
     for (std::size_t i = 0; i < items.size(); ++i)
         for (Benefit benefit : items[i].benefits) {
@@ -261,7 +258,6 @@ void StageEmployments(const Job& job, long year, const std::vector<Employment>& 
 
 void StageAllowances(const Job& job, long year, const std::vector<Allowance>& items)
 {
-    Require(ReadAllowances(job).empty(), "an allowance is staged already");
     Add(job, kAllowances, items, 8, [&](sqlite3_stmt* row, int place, const Allowance& item) {
         BindNumber(row, place + 1, year);
         BindText(row, place + 2, item.type);
@@ -274,15 +270,11 @@ void StageAllowances(const Job& job, long year, const std::vector<Allowance>& it
 void Stage(const Job& job, const Year& answer)
 {
     Begin(job.database);
-    Require(ReadStagedPensions(job).empty(), "a pension is staged already");
-    const long year = StageYear(job);
-    StagePensions(job, year, answer.pensions, kPrivatePension, kPrivatePension);
-    StagePensions(job, year, answer.pensions, kJobseekersAllowance, kEmploymentAndSupportAllowance);
-    StagePensions(job, year, answer.pensions, kStatePension, kStatePension);
+    const long year = StageYear(job); // without one nothing else is staged
+    StagePensions(job, year, InOrder(answer.pensions));
     StageEmployments(job, year, answer.employments);
     StageAllowances(job, year, answer.allowances);
     Require(ReadReturn(job).form == 0, "there is a return already");
-    ReadRows(job, kReadNationalInsurance, [](sqlite3_stmt*) {});
     Commit(job.database);
 }
 
@@ -399,19 +391,17 @@ constexpr PensionSchedule kSchedules[] = {
     {300, 1140, "Employment and Support Allowance"},
 };
 
-void CreatePensions(const Job& job, long form, const std::vector<Pension>& all, int first, int last, int& ordering)
+void CreatePensions(const Job& job, long form, std::vector<Pension> items)
 {
-    std::vector<Pension> items;
     std::vector<std::string> descriptions;
-    for (const Pension& item : all)
-        if (item.kind >= first && item.kind <= last) {
-            items.push_back(item);
-            const bool isState = item.kind == kStatePension;
-            const char* const description = kSchedules[item.kind].description;
-            descriptions.push_back(description ? description : isState ? item.reference : item.payer);
-            if (isState)
-                items.back().reference.clear();
-        }
+    for (Pension& item : items) {
+        const bool isState = item.kind == kStatePension;
+        const char* const description = kSchedules[item.kind].description;
+        descriptions.push_back(description ? description : isState ? item.reference : item.payer);
+        if (isState)
+            item.reference.clear();
+    }
+    int ordering = 0;
     std::size_t next = 0;
     Add(job, kPensions, items, 16, [&](sqlite3_stmt* row, int place, const Pension& item) {
         BindNumber(row, place + 1, form);
@@ -435,8 +425,6 @@ void CreatePensions(const Job& job, long form, const std::vector<Pension>& all, 
 void Create(const Job& job)
 {
     Begin(job.database);
-    ReadAllowances(job);
-    ReadRows(job, kReadNationalInsurance, [](sqlite3_stmt*) {});
     const Year staged = ReadStaged(job);
     const Year own = ReadReturn(job);
     for (const Employment& item : staged.employments)
@@ -444,10 +432,7 @@ void Create(const Job& job)
     for (const Pension& item : staged.pensions)
         Require(!Find(own.pensions, item), "there is a schedule already");
     const long form = CreateEmployments(job, staged.employments);
-    int ordering = 0;
-    CreatePensions(job, form, staged.pensions, kPrivatePension, kPrivatePension, ordering);
-    CreatePensions(job, form, staged.pensions, kJobseekersAllowance, kEmploymentAndSupportAllowance, ordering);
-    CreatePensions(job, form, staged.pensions, kStatePension, kStatePension, ordering);
+    CreatePensions(job, form, InOrder(staged.pensions));
     Commit(job.database);
 }
 

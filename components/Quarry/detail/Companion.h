@@ -21,6 +21,7 @@ struct IdBlock
     long left = 0;
     std::uint64_t epoch = 0;   // of the connection, when it was taken
     std::vector<long> further; // first ids of blocks of a sequence, the next one last
+    long taken = 0;            // such blocks by now
 };
 
 struct Companion

@@ -77,9 +77,7 @@ void CPAYEPrepop::Stage(Retrieval& retrieval)
         return;
     const StagedYear& answer = *m_answer;
     StageGroup(retrieval, kGroup, [&](StagingWriter& writer) {
-        writer.WritePrivatePensions(answer.pensions);
-        writer.WriteStateBenefits(answer.pensions);
-        writer.WriteStatePensions(answer.pensions);
+        writer.WritePensions(answer.pensions);
         writer.WriteEmployments(answer.employments);
         writer.WriteAllowances(answer.allowances);
         m_return = LoadReturnYear(GetClient(), GetYear());

@@ -6,7 +6,7 @@ namespace HmrcApi
 {
 
 StagedSchedules::Creation::Creation(ClientId client, short year)
-    : transaction(Cellar::Intent::Write, Brix::SubjectOf(client)), staged(LoadStagedYear(client, year)),
+    : transaction(Cellar::Intent::Write, Brix::SubjectOf(client)), staged(LoadForSchedules(client, year)),
       writer(client, year, LoadReturnYear(client, year))
 {}
 

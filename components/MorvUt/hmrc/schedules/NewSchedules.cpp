@@ -209,8 +209,7 @@ long NewScheduleWriter::TaxForm()
 void NewScheduleWriter::AddAll(const StagedYear& staged)
 {
     AddEmployments(staged);
-    for (const auto isOfKind : {&IsPrivatePensionKind, &IsStateBenefitKind, &IsStatePensionKind})
-        AddPensions(staged, isOfKind);
+    AddKinds(staged, {&IsPrivatePensionKind, &IsStateBenefitKind, &IsStatePensionKind});
 }
 
 void NewScheduleWriter::AddEmployments(const StagedYear& staged)
@@ -279,7 +278,22 @@ void NewScheduleWriter::AddAllowancesHolder(int& ordering)
 
 void NewScheduleWriter::AddPensions(const StagedYear& staged, bool (*isOfKind)(long kind))
 {
+    AddKinds(staged, {isOfKind});
+}
+
+void NewScheduleWriter::AddKinds(const StagedYear& staged, std::initializer_list<bool (*)(long kind)> kinds)
+{
     const std::vector<Match> matches = MatchPensions(staged, m_own);
+    for (const auto isOfKind : kinds) {
+        AddUnsaved(staged, matches, isOfKind);
+        NoteOtherPensions(staged, matches, isOfKind);
+    }
+    m_pensions.UpdateAll();
+}
+
+void NewScheduleWriter::AddUnsaved(const StagedYear& staged, const std::vector<Match>& matches,
+                                   bool (*isOfKind)(long kind))
+{
     const std::set<int> whole = SchedulesOfSums(staged, m_own, matches);
     for (std::size_t i = 0; i < matches.size(); ++i) {
         const StagedPension& item = staged.pensions[i];
@@ -302,8 +316,6 @@ void NewScheduleWriter::AddPensions(const StagedYear& staged, bool (*isOfKind)(l
             break;
         }
     }
-    m_pensions.UpdateAll();
-    NoteOtherPensions(staged, matches, isOfKind);
 }
 
 void NewScheduleWriter::NoteOtherPensions(const StagedYear& staged, std::vector<Match> matches,

@@ -2,6 +2,7 @@
 
 // Schedules of the return for HMRC's items that it lacks.
 
+#include <initializer_list>
 #include <vector>
 
 #include "Afx/text/CString.h"
@@ -69,6 +70,8 @@ private:
     void AddBenefits(long employment, const StagedEmployment& item);
     void AddAllowancesHolder(int& ordering);
     void Add(const NewPension& pension); // which is not saved yet
+    void AddKinds(const StagedYear& staged, std::initializer_list<bool (*)(long kind)> kinds);
+    void AddUnsaved(const StagedYear& staged, const std::vector<Match>& matches, bool (*isOfKind)(long kind));
     void NoteOtherPensions(const StagedYear& staged, std::vector<Match> matches, bool (*isOfKind)(long kind));
 
     ClientId m_client;

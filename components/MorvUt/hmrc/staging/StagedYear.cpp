@@ -1,5 +1,8 @@
 #include "MorvUt/hmrc/staging/StagedYear.h"
 
+#include <algorithm>
+#include <functional>
+
 #include "MorvUt/hmrc/staging/detail/Rows.h"
 
 namespace HmrcApi
@@ -30,6 +33,18 @@ StagedYear LoadStagedItems(ClientId client, short year)
     Open(benefits, client, year);
     Open(pensions, client, year);
     return Detail::YearOf(employments, benefits, pensions, allowances, nationalInsurance);
+}
+
+StagedYear LoadForSchedules(ClientId client, short year)
+{
+    StagedYear loaded = LoadStagedItems(client, year);
+    if (std::all_of(loaded.employments.begin(), loaded.employments.end(),
+                    std::mem_fn(&StagedEmployment::isWithdrawn))) {
+        CMTD_TaxFreeAllowances allowances;
+        Open(allowances, client, year);
+        loaded.allowances = ReadAll(allowances);
+    }
+    return loaded;
 }
 
 StagedYear LoadStagedYear(ClientId client, short year)

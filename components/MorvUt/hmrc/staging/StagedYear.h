@@ -117,6 +117,8 @@ std::string TypeText(const std::string& type, int number);
 MORVUT_API StagedYear LoadStagedYear(ClientId client, short year);
 /// Only its employments and pensions, which schedules answer to: three statements.
 MORVUT_API StagedYear LoadStagedItems(ClientId client, short year);
+/// What new schedules are made of: those, and the allowances where no employment is there to have them.
+StagedYear LoadForSchedules(ClientId client, short year);
 
 /// What a fetch did to the staging rows of a year: those below CMTD_TaxYear, CMTD_NIC among them.
 struct StagedCounts

@@ -132,15 +132,48 @@ bool IsStateBenefit(int kind) noexcept
 
 } // namespace
 
+/// Some of the pensions and benefits, and how their items find their rows.
+struct PensionKind
+{
+    bool (*isMeant)(int kind);
+    std::vector<int> (*pairUp)(const Pensions& items, const Pensions& rows);
+};
+
+namespace
+{
+
+constexpr PensionKind kPensionKinds[] = {
+    {[](int kind) { return kind == kPrivatePension; }, &PairPrivatePensions},
+    {&IsStateBenefit,
+     [](const Pensions& items, const Pensions& rows) { return PairUp(items, rows, 2, &StateBenefitTrait); }},
+    {[](int kind) { return kind == kStatePension; },
+     [](const Pensions& items, const Pensions& rows) { return PairUp(items, rows, 2, &StatePensionTrait); }},
+};
+
+} // namespace
+
 StagingWriter::StagingWriter(ClientId client, short year) noexcept : m_client(client), m_year(year) {}
+
+bool StagingWriter::HasRows()
+{
+    const std::uint64_t epoch = Quarry::GetConnection().GetEpoch();
+    if (m_years.epoch != epoch) {
+        m_years = {};
+        m_isNoted = false;
+        m_hadYear = Open(m_years.list, m_client, m_year);
+        m_years.epoch = epoch;
+    }
+    return m_hadYear;
+}
 
 template<class List>
 List& StagingWriter::Load(Rows<List>& rows)
 {
     const std::uint64_t epoch = Quarry::GetConnection().GetEpoch();
     if (rows.epoch != epoch) {
-        rows.epoch = kNever;
-        Open(rows.list, m_client, m_year);
+        rows = {};
+        if (HasRows())
+            Open(rows.list, m_client, m_year);
         rows.epoch = epoch;
     }
     return rows.list;
@@ -148,13 +181,15 @@ List& StagingWriter::Load(Rows<List>& rows)
 
 long StagingWriter::NoteYear()
 {
-    if (m_years.epoch == Quarry::GetConnection().GetEpoch())
-        return m_years.list.GetID();
-    Brix::CMTD_TaxYear& years = Load(m_years);
-    if (!years.MoveFirst())
+    const bool hadYear = HasRows();
+    Brix::CMTD_TaxYear& years = m_years.list;
+    if (m_isNoted)
+        return years.GetID();
+    if (!hadYear)
         years.AddNew();
     years.SetFetched(COleDateTime::GetCurrentTime());
     years.Update();
+    m_isNoted = true;
     return years.GetID();
 }
 
@@ -205,39 +240,34 @@ void StagingWriter::WriteBenefits(const std::vector<long>& employmentIds, const 
     list.UpdateAll();
 }
 
-template<class IsOfKind, class PairWith>
-void StagingWriter::WritePensions(const std::vector<StagedPension>& all, IsOfKind isOfKind, PairWith pairWith)
+void StagingWriter::WritePensions(const std::vector<StagedPension>& all, std::span<const PensionKind> kinds)
 {
-    Pensions items;
-    std::copy_if(all.begin(), all.end(), std::back_inserter(items),
-                 [&](const StagedPension& item) { return isOfKind(item.kind); });
     CMTD_PensionStateBenefits& list = Load(m_pensions);
     const long year = NoteYear();
-    const auto stored = Select(list, [&](const StagedPension& row) { return isOfKind(row.kind); });
-    BringIntoLine(
-        list, items, stored.places, pairWith(items, stored.values),
-        [&](CMTD_PensionStateBenefits& row, std::size_t) { row.SetMTD_TaxYearID(year); }, m_counts);
+    for (const PensionKind& kind : kinds) {
+        Pensions items;
+        std::copy_if(all.begin(), all.end(), std::back_inserter(items),
+                     [&](const StagedPension& item) { return kind.isMeant(item.kind); });
+        const auto stored = Select(list, [&](const StagedPension& row) { return kind.isMeant(row.kind); });
+        BringIntoLine(
+            list, items, stored.places, kind.pairUp(items, stored.values),
+            [&](CMTD_PensionStateBenefits& row, std::size_t) { row.SetMTD_TaxYearID(year); }, m_counts);
+    }
     list.UpdateAll();
 }
 
+void StagingWriter::WritePensions(const std::vector<StagedPension>& items) { WritePensions(items, kPensionKinds); }
 void StagingWriter::WritePrivatePensions(const std::vector<StagedPension>& items)
 {
-    WritePensions(
-        items, [](int kind) { return kind == kPrivatePension; }, &PairPrivatePensions);
+    WritePensions(items, {&kPensionKinds[0], 1});
 }
-
 void StagingWriter::WriteStateBenefits(const std::vector<StagedPension>& items)
 {
-    WritePensions(items, &IsStateBenefit, [](const Pensions& wanted, const Pensions& rows) {
-        return PairUp(wanted, rows, 2, &StateBenefitTrait);
-    });
+    WritePensions(items, {&kPensionKinds[1], 1});
 }
-
 void StagingWriter::WriteStatePensions(const std::vector<StagedPension>& items)
 {
-    WritePensions(
-        items, [](int kind) { return kind == kStatePension; },
-        [](const Pensions& wanted, const Pensions& rows) { return PairUp(wanted, rows, 2, &StatePensionTrait); });
+    WritePensions(items, {&kPensionKinds[2], 1});
 }
 
 void StagingWriter::WriteAllowances(const std::vector<StagedAllowance>& items)

@@ -3,6 +3,7 @@
 // The one place that writes staging rows.
 
 #include <cstdint>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -13,19 +14,23 @@
 namespace HmrcApi
 {
 
+struct PensionKind;
+
 /// Brings the rows of a client's year into line with what they must hold, one kind at a time: new items are added,
 /// changed ones updated, those no longer sent are kept and marked withdrawn, those sent again are so no longer. It
 /// knows no interface of HMRC's.
 ///
 /// Each operation needs a transaction that was begun with the intent to write; it notes in CMTD_TaxYear, which is made
-/// when it is not there, that HMRC has been asked. Rows are read once for a transaction, and again after a rollback.
+/// when it is not there, that HMRC has been asked. Rows are read once for a transaction, and again after a rollback;
+/// for a year that HMRC is asked about for the first time only that is read.
 /// Throws Quarry::ChangedByAnotherUser and Cellar::DatabaseError; the level must be rolled back then.
 class MORVUT_API StagingWriter
 {
 public:
     StagingWriter(ClientId client, short year) noexcept; // real tax year
 
-    void WriteEmployments(std::vector<StagedEmployment> items); // and their benefits; the keys are worked out here
+    void WriteEmployments(std::vector<StagedEmployment> items);  // and their benefits; the keys are worked out here
+    void WritePensions(const std::vector<StagedPension>& items); // all kinds
     // Of these three each takes the items of its kinds.
     void WritePrivatePensions(const std::vector<StagedPension>& items);
     void WriteStateBenefits(const std::vector<StagedPension>& items); // unknown kinds among them
@@ -52,11 +57,11 @@ private:
     };
     template<class List>
     List& Load(Rows<List>& rows);
+    bool HasRows();  // the year's row was there before: without it there is none below it
     long NoteYear(); // the id of the year's row
     void WriteBenefits(const std::vector<long>& employmentIds, const std::vector<StagedEmployment>& items,
                        const std::vector<StagedEmployment>& rows);
-    template<class IsOfKind, class PairWith>
-    void WritePensions(const std::vector<StagedPension>& all, IsOfKind isOfKind, PairWith pairWith);
+    void WritePensions(const std::vector<StagedPension>& all, std::span<const PensionKind> kinds);
 
     ClientId m_client;
     short m_year;
@@ -67,6 +72,7 @@ private:
     Rows<Brix::CMTD_TaxFreeAllowances> m_allowances;
     Rows<Brix::CMTD_NIC> m_nationalInsurance;
     Rows<Brix::CMTD_TaxYear> m_years;
+    bool m_hadYear = false, m_isNoted = false; // when m_years was read, and since
 };
 
 } // namespace HmrcApi
