@@ -52,6 +52,14 @@ std::optional<long> TakeIds(Cellar::CConnection& connection, const Table& table,
                                 std::string(Detail::TextOf(table).countUp.View()));
 }
 
+[[noreturn]] void ThrowNoNumber(const Table& table, const Cellar::SqlText& asked)
+{
+    throw Cellar::DatabaseError(Cellar::DatabaseError::Category::Other, "",
+                                "the server gives no number for a new row of " + std::string(table.sqlName) +
+                                    "; ask its administrator for the right to the sequences of the database",
+                                std::string(asked.View()));
+}
+
 /// Throws what NewId throws for a caller's mistake.
 void CheckMayTake(const Table& table, const Cellar::CConnection& connection)
 {
@@ -89,9 +97,13 @@ Detail::IdBlock& SequenceBlockOf(const Table& table, Cellar::CConnection& connec
     if (there < wanted) {
         const long blocks = std::max((wanted - there + inBlock - 1) / inBlock, std::min(block.taken, kMostAhead));
         block.taken += blocks;
-        const Cellar::RowSet set = connection.Queryf(dialect.NextBlocks(table.sqlName), blocks);
+        const Cellar::SqlText next = dialect.NextBlocks(table.sqlName);
+        const Cellar::RowSet set = connection.Queryf(next, blocks);
         for (const auto& row : set.rows)
-            block.further.push_back(Cellar::ToLong(row.at(0)));
+            if (const long first = Cellar::ToLong(row.at(0)); first > 0)
+                block.further.push_back(first);
+        if (block.left == 0 && block.further.empty())
+            ThrowNoNumber(table, next);
         std::sort(block.further.begin(), block.further.end(), std::greater<>());
     }
     if (block.left == 0) {

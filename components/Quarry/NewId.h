@@ -14,8 +14,9 @@ namespace Quarry
 /// one ends: what is left of it then is forgotten. On a server a sequence counts blocks, each one connection's for as
 /// long as it is open, whatever becomes of transactions; a connection that has used up its blocks takes as many again
 /// at once, at most eight. Rows that other programs put there without an id get one of it too. Throws
-/// Cellar::DatabaseError (Other) when 2147483647 has been given out, or fewer are left than it takes at once, and
-/// std::logic_error for a table whose key is no single number and aside from open transactions.
+/// Cellar::DatabaseError (Other) when 2147483647 has been given out, fewer are left than it takes at once, or the
+/// sequence gives no number, and std::logic_error for a table whose key is no single number and aside from open
+/// transactions.
 QUARRY_API long NewId(const Table& table);
 /// On this connection.
 QUARRY_API long NewId(const Table& table, Cellar::CConnection& connection);
