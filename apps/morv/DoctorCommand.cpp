@@ -11,11 +11,14 @@
 #include "Brix/Check.h"
 #include "Brix/Schema.h"
 #include "Cellar/ConnectionText.h"
+#include "Cellar/ServerState.h"
 #include "Commands.h"
+#include "Finding.h"
 #include "HmrcApi/http/Http.h"
 #include "MorvUt/MorvUt.h"
 #include "Output.h"
 #include "Quarry/Session.h"
+#include "ServerChecks.h"
 #include "Shellkit/Envelope.h"
 
 namespace Morv
@@ -23,14 +26,6 @@ namespace Morv
 
 namespace
 {
-
-struct Finding
-{
-    const char* check;
-    bool ok;
-    std::string found;
-    std::string action; // empty when ok
-};
 
 Finding CheckSettings()
 {
@@ -78,7 +73,13 @@ Finding CheckDrivers()
 {
     if (const std::string problem = Cellar::ServerDriverProblem(); !problem.empty())
         return {"drivers", true, "embedded database (SQLite); no servers: " + problem, ""};
-    return {"drivers", true, "embedded database (SQLite); servers by ODBC", ""};
+    std::string names;
+    for (const std::string& driver : Cellar::InstalledServerDrivers())
+        names += (names.empty() ? "" : ", ") + driver;
+    return {"drivers", true,
+            "embedded database (SQLite); servers by ODBC, " +
+                (names.empty() ? std::string("but no driver is installed") : "installed: " + names),
+            ""};
 }
 
 Finding CheckCredentials()
@@ -186,9 +187,14 @@ Finding Checked(Finding (*check)(const std::string&), const std::string& practic
 void ExaminePractice(const std::string& practice, const CommonOptions& options, std::vector<Finding>& findings)
 {
     findings.push_back(CheckSpace(practice));
+    const bool isOnServer = PracticePath(practice).empty();
+    if (isOnServer)
+        findings.push_back(CheckServerDriver(practice));
     try {
         const PracticeSession session(practice, options, Login::IfGiven, Key::Examined);
         findings.push_back(CheckKey(practice, session));
+        if (isOnServer)
+            ExamineServer(practice, findings);
         for (const auto check : kPracticeChecks)
             findings.push_back(Checked(check, practice));
     } catch (const CommandError& error) {

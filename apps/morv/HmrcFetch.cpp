@@ -171,6 +171,7 @@ public:
     void Add(const FetchResult& result)
     {
         m_busyInARow = result.IsBusy() ? m_busyInARow + 1 : 0;
+        m_isPracticeUnusable = result.stopped == FetchResult::Stopped::Unusable;
         if (result.stopped != FetchResult::Stopped::No)
             return;
         const bool isUnreachable = HmrcApi::IsUnreachable(*result.errors);
@@ -179,11 +180,12 @@ public:
         m_inARow = isUnreachable ? m_inARow + 1 : 0;
     }
     bool IsNobody() const { return m_isAnyAsked && !m_isAnyReached; }
-    bool IsHopeless() const { return m_inARow >= kUnreachableInARow || IsBusy(); }
+    bool IsHopeless() const { return m_inARow >= kUnreachableInARow || IsBusy() || IsPracticeUnusable(); }
     bool IsBusy() const { return m_busyInARow >= kUnreachableInARow; } // the practice, to which another program writes
+    bool IsPracticeUnusable() const { return m_isPracticeUnusable; }   // for the others too
 
 private:
-    bool m_isAnyAsked = false, m_isAnyReached = false;
+    bool m_isAnyAsked = false, m_isAnyReached = false, m_isPracticeUnusable = false;
     int m_inARow = 0, m_busyInARow = 0;
 };
 
@@ -218,7 +220,7 @@ Exit FetchAll(const HmrcArguments& arguments, const CommonOptions& options)
         }
     }
     const int left = static_cast<int>(list.size()) - tally.clients;
-    if (reached.IsHopeless())
+    if (reached.IsHopeless() && !reached.IsPracticeUnusable()) // which has been told
         TellWhyStopped(reached, left);
     if (options.json) {
         Json summary = tally.ToJson();
@@ -227,7 +229,7 @@ Exit FetchAll(const HmrcArguments& arguments, const CommonOptions& options)
     } else {
         PrintLine("%s: %d fetched, %d not.", Counted(tally.clients, "client"), tally.ok, tally.clients - tally.ok);
     }
-    if (reached.IsBusy())
+    if (reached.IsBusy() || reached.IsPracticeUnusable())
         return Exit::CannotOpen;
     if (reached.IsNobody())
         return Exit::HmrcUnreachable;
@@ -244,7 +246,7 @@ Exit Fetch(const HmrcArguments& arguments, const CommonOptions& options)
         return FetchAll(arguments, options);
     const ClientView client = ClientOf(arguments.client); // it must be there before anything is asked or written
     const FetchResult result = FetchOne(client, arguments, options);
-    if (result.IsBusy())
+    if (result.IsBusy() || result.stopped == FetchResult::Stopped::Unusable)
         return Exit::CannotOpen;
     if (result.stopped == FetchResult::Stopped::No && HmrcApi::IsUnreachable(*result.errors))
         return Exit::HmrcUnreachable;

@@ -88,12 +88,22 @@ std::string ColumnText(const Dialect& dialect, const Table& table, const Column&
 
 constexpr Column kVersion{-1, "nVersion", Cellar::ColumnType::Int, "0"};
 
+/// Leaves rows with a null out of a unique index. Its columns may all be null: those that may not are the primary key.
+std::string WithoutNulls(const Dialect& dialect, const char* columns)
+{
+    std::string condition;
+    for (const std::string_view name : Quarry::SplitNames(columns))
+        condition += (condition.empty() ? " WHERE " : " AND ") + Name(dialect, name) + " IS NOT NULL";
+    return condition;
+}
+
 std::string Index(const Dialect& dialect, const Table& table, const char* columns, bool unique)
 {
     std::string name = (unique ? "UX_" : "IX_") + std::string(table.sqlName) + "_" + columns;
     std::replace(name.begin(), name.end(), ',', '_');
     return std::string(unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") + Name(dialect, name) + " ON " +
-           Name(dialect, table.sqlName) + " (" + Names(dialect, columns) + ");\n";
+           Name(dialect, table.sqlName) + " (" + Names(dialect, columns) + ")" +
+           (unique && dialect.AreNullsEqual() ? WithoutNulls(dialect, columns) : "") + ";\n";
 }
 
 std::string CreateTable(const Dialect& dialect, const Table& table)

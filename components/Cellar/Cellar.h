@@ -9,6 +9,7 @@
 #include "Cellar/Dialect.h"
 #include "Cellar/RowCursor.h"
 #include "Cellar/RowSet.h"
+#include "Cellar/ServerState.h"
 #include "Cellar/SqlText.h"
 #include "Cellar/Transaction.h"
 #include "Cellar/Value.h"

@@ -144,6 +144,7 @@ std::uint64_t CConnection::GetEpoch() const noexcept { return m_state->levels.Ge
 std::int64_t CConnection::GetSessionId() { return m_state->driver->GetSessionId(); }
 const Dialect& CConnection::GetDialect() const noexcept { return m_state->driver->GetDialect(); }
 const CString& CConnection::GetConnectionText() const noexcept { return m_state->connectionText; }
+ServerProduct CConnection::GetServer() const { return m_state->driver->GetServer(); }
 std::string CConnection::KeepPrivate() { return m_state->driver->KeepPrivate(); }
 void CConnection::CopyTo(const std::string& file)
 {

@@ -22,6 +22,8 @@
 namespace Cellar
 {
 
+struct ServerProduct; // ServerState.h
+
 enum class Create
 {
     No,
@@ -164,6 +166,7 @@ public:
     /// The number that marks this connection in lock rows (@@SPID); the first call may write.
     std::int64_t GetSessionId();
     const Dialect& GetDialect() const noexcept;
+    ServerProduct GetServer() const;
     const CString& GetConnectionText() const noexcept; // without passwords
     /// Takes away what other users of the computer may do with the database's files, where these are this user's own.
     /// For practices: some were made readable by everybody. A line for the user when there was something to do, once.

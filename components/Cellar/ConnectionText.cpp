@@ -65,6 +65,22 @@ std::string Attribute(const std::string& name, const std::string& value)
     return name + '=' + (isPlain ? value : InBraces(value)) + ';';
 }
 
+/// `text` with "***" for what stands behind each `name`, in any case: a value as of a connection text, or its
+/// beginning.
+std::string WithoutValuesOf(std::string_view name, std::string text)
+{
+    for (std::size_t at = 0; at + name.size() < text.size(); ++at) {
+        if (!Afx::EqualNoCase(std::string_view(text).substr(at, name.size()), name))
+            continue;
+        at += name.size();
+        std::string_view rest = std::string_view(text).substr(at);
+        TakeValue(rest);
+        const bool hasMore = text[text.size() - rest.size() - 1] == ';';
+        text.replace(at, text.size() - rest.size() - at, hasMore ? "***;" : "***");
+    }
+    return text;
+}
+
 std::string FromEnvironment(const char* name)
 {
     const char* const text = std::getenv(name);
@@ -116,6 +132,11 @@ std::string ServerText::Get(std::string_view name) const
     return {};
 }
 
+bool ServerText::IsForSqlServer() const
+{
+    return Afx::FoldLower(Get("Driver")).find("sql server") != std::string::npos;
+}
+
 std::string ServerText::GetKeyFile() const
 {
     const std::string file = Get("KeyFile");
@@ -136,10 +157,27 @@ std::string ServerText::GetShown() const
     std::string text(kScheme);
     for (const auto& [name, value] : m_attributes)
         if (!IsAmong(name, kPasswords))
-            text += Attribute(name, value);
+            text += Attribute(name, HidePasswords(value)); // in options for the driver's own library
     if (text.ends_with(';'))
         text.pop_back();
     return text;
+}
+
+std::string ServerText::HidePasswords(std::string text)
+{
+    for (const std::string_view name : kPasswords)
+        text = WithoutValuesOf(std::string(name) + '=', std::move(text));
+    return text;
+}
+
+std::string ServerText::WithoutPassword(std::string message) const
+{
+    message = HidePasswords(std::move(message));
+    const std::string password = GetPassword();
+    for (const std::string& secret : {InBraces(password), password})
+        for (std::size_t at = 0; !password.empty() && (at = message.find(secret, at)) != message.npos; at += 3)
+            message.replace(at, secret.size(), "***");
+    return message;
 }
 
 std::string ServerText::GetForDriver(std::string_view settings) const

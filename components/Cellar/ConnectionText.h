@@ -24,6 +24,8 @@ public:
 
     /// Empty when there is none.
     std::string Get(std::string_view name) const;
+    /// By its driver's name; otherwise PostgreSQL is meant.
+    bool IsForSqlServer() const;
     /// Path of the practice's key: KeyFile, else the environment's MORVUT_KEY_FILE; may be empty.
     std::string GetKeyFile() const;
     /// PWD or Password, else the first line of PasswordFile, else the environment's MORVUT_PASSWORD; may be empty.
@@ -31,6 +33,10 @@ public:
     std::string GetPassword() const;
     /// As it may be shown: `odbc:` and all attributes but the password.
     std::string GetShown() const;
+    /// Any text with "***" for what stands behind PWD= and Password=, also where it is cut.
+    static std::string HidePasswords(std::string text);
+    /// A driver's message that may quote the connection text, without the password.
+    std::string WithoutPassword(std::string message) const;
     /// For the driver: its own attributes, then those of `settings` ("Name=value;…"), then the password.
     std::string GetForDriver(std::string_view settings) const;
 

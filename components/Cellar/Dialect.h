@@ -86,6 +86,8 @@ public:
     virtual std::string MoveIdentity(std::string_view table, std::string_view column) const = 0;
     /// A table that has rows may be given a column whose default is computed.
     virtual bool AddsComputedDefaults() const noexcept = 0;
+    /// In a unique index a null equals another: rows that may have it must be left out of the index.
+    virtual bool AreNullsEqual() const noexcept = 0;
     /// The statements that make a procedure which inserts its texts into these columns of a table.
     virtual std::string InsertProcedure(std::string_view name, std::string_view table,
                                         std::span<const char* const> columns) const = 0;
@@ -98,6 +100,9 @@ public:
     /// A query for the moments, by the clocks of GETDATE() and GETUTCDATE(), at which the session of a number (%I64d)
     /// began: columns dtBegan and dtBeganUtc. No row: the session is over. Empty where the database does not tell.
     virtual const SqlText& SessionBegan() const noexcept = 0;
+    /// A query whose one number says whether the server's end of this connection is encrypted (column bEncrypted).
+    /// Empty where the database does not tell.
+    virtual const SqlText& IsEncrypted() const noexcept = 0;
     /// A condition that every value of the column fulfils which may not read as its type, and few others; empty where
     /// the database lets none in.
     virtual SqlText MayNotRead(ColumnType type, const SqlText& column) const = 0;

@@ -211,15 +211,15 @@ std::string WholePractice()
            "on SELECT Count(*\ncolumns n:int\nrow 1\n"
            "on FETCH*\ncolumns n:int\nrow 1\n" // of that too
            "on SELECT *AS lockKey*\n"
-           "columns lockKey:nvarchar lockName:nvarchar strUserID:nvarchar strWorkstation:nvarchar dtLocked:datetime "
-           "ConnectionID:int dtNow:datetime\n"
+           "columns lockKey:nvarchar lockName:nvarchar strUserID:nvarchar strWorkstation:nvarchar dtLocked:datetime2 "
+           "ConnectionID:int dtNow:datetime2\n"
            "on SELECT nextval(*\ncolumns n:int\nrow 33\n"
            "on SELECT NEXT VALUE FOR*\ncolumns n:int\nrow 33\n"
            "on SELECT MAX(*\ncolumns n:int\nrow 3\n"
            "on SELECT *lid* FROM *mtdauthorisation* WHERE strGatewayID*\ncolumns lID:int\nrow 7\n"
            "on SELECT *lID* FROM [MTDAuthorisation] WHERE strGatewayID*\ncolumns lID:int\nrow 7\n"
            "on SELECT *FROM MTDAuthorisationLock*\n"
-           "columns strUserID:nvarchar strWorkstation:nvarchar dtLocked:datetime ConnectionID:int dtNow:datetime\n"
+           "columns strUserID:nvarchar strWorkstation:nvarchar dtLocked:datetime2 ConnectionID:int dtNow:datetime2\n"
            "row alice|here|2024-04-06 10:11:12.123|-51|2024-04-06 10:11:12.123\n";
 }
 

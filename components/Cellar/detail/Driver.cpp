@@ -83,8 +83,14 @@ OpenedDriver OpenOnServer(std::string_view connectionText)
 }
 
 std::string WhyNoServer() { return TheOdbc().problem; }
+std::vector<std::string> ServerDrivers()
+{
+    const auto& module = TheOdbc();
+    return module.functions ? module.functions->installedDrivers() : std::vector<std::string>();
+}
 #else
 std::string WhyNoServer() { return "this build has no server driver"; }
+std::vector<std::string> ServerDrivers() { return {}; }
 
 OpenedDriver OpenOnServer(std::string_view) // not repeated: it may hold a password
 {
@@ -108,3 +114,4 @@ OpenedDriver OpenDriver(std::string_view connectionText, Create create)
 } // namespace Cellar::Detail
 
 std::string Cellar::ServerDriverProblem() { return Detail::WhyNoServer(); }
+std::vector<std::string> Cellar::InstalledServerDrivers() { return Detail::ServerDrivers(); }

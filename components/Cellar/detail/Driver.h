@@ -12,6 +12,7 @@
 #include "Cellar/Connection.h"
 #include "Cellar/Dialect.h"
 #include "Cellar/Export.h"
+#include "Cellar/ServerState.h"
 #include "Cellar/Value.h"
 
 namespace Cellar::Detail
@@ -58,6 +59,7 @@ public:
     /// The number that marks this session in lock rows.
     virtual std::int64_t GetSessionId() = 0;
     virtual const Dialect& GetDialect() const noexcept = 0;
+    virtual ServerProduct GetServer() { return {}; }
     /// How long a statement waits for another connection's lock before it is refused as busy.
     virtual void SetBusyTimeout(unsigned milliseconds) = 0;
 

@@ -98,7 +98,7 @@ constexpr ColumnRule kColumns[] = {
     {ColumnType::Text, "%s", ToPlainText, "TEXT COLLATE NOCASE", "text COLLATE morvut_nocase", "nvarchar(max)"},
     {ColumnType::Binary, "%b", ToBinary, "BLOB", "bytea", "varbinary(max)"},
     {ColumnType::Date, "%t", ToDay, "TEXT", "date", "date"},
-    {ColumnType::DateTime, "%t", ToMoment, "TEXT", "timestamp(3)", "datetime"},
+    {ColumnType::DateTime, "%t", ToMoment, "TEXT", "timestamp(3)", "datetime2(3)"},
     {ColumnType::Money, "%m", ToMoney, "INTEGER", "numeric(19,4)", "money"}, // SQLite: ten-thousandths
     {ColumnType::Double, "%f", ToReal, "REAL", "double precision", "float"},
 };

@@ -133,7 +133,7 @@ constexpr ColumnShape kShapes[] = {
     {"varbinary", SQL_VARBINARY, 0, 0}, {"int", SQL_INTEGER, 10, 0},
     {"bigint", SQL_BIGINT, 19, 0},      {"bit", SQL_BIT, 1, 0},
     {"money", SQL_DECIMAL, 19, 4},      {"float", SQL_FLOAT, 53, 0},
-    {"date", SQL_TYPE_DATE, 10, 0},     {"datetime", SQL_TYPE_TIMESTAMP, 23, 3},
+    {"date", SQL_TYPE_DATE, 10, 0},     {"datetime2", SQL_TYPE_TIMESTAMP, 23, 3},
 };
 
 } // namespace

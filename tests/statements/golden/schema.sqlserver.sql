@@ -12,7 +12,7 @@ CREATE TABLE [BRIXClient] (
     [bTrustOption] bit DEFAULT 0,
     [nTrustKind] int,
     [bNoTaxReturnSource] bit DEFAULT 0,
-    [dtModified] datetime,
+    [dtModified] datetime2(3),
     [strModifiedBy] nvarchar(max),
     [nVersion] int DEFAULT 0
 );
@@ -25,7 +25,7 @@ CREATE TABLE [BRIXPartnership] (
     [bActive] bit DEFAULT 1,
     [dtCessation] date,
     [bLLP] bit DEFAULT 0,
-    [dtModified] datetime,
+    [dtModified] datetime2(3),
     [strModifiedBy] nvarchar(max),
     [nVersion] int DEFAULT 0
 );
@@ -291,7 +291,7 @@ CREATE TABLE [BRIXFBISubmissions] (
     [nYear] smallint,
     [lClientID] int,
     [nStatus] int,
-    [dtSubmitted] datetime,
+    [dtSubmitted] datetime2(3),
     [nVersion] int DEFAULT 0
 );
 CREATE INDEX [IX_BRIXFBISubmissions_lClientID] ON [BRIXFBISubmissions] ([lClientID]);
@@ -301,7 +301,7 @@ CREATE TABLE [BRIXPartnershipFBISubmissions] (
     [lpClientID] int,
     [nStatus] int,
     [nYear] smallint,
-    [dtSubmitted] datetime,
+    [dtSubmitted] datetime2(3),
     [nVersion] int DEFAULT 0
 );
 CREATE INDEX [IX_BRIXPartnershipFBISubmissions_lpClientID] ON [BRIXPartnershipFBISubmissions] ([lpClientID]);
@@ -577,7 +577,7 @@ CREATE TABLE [BRIXMTD_TaxYear] (
     [lID] int NOT NULL DEFAULT (NEXT VALUE FOR BRIXMTD_TaxYear_ids) PRIMARY KEY,
     [lClientID] int,
     [nYear] smallint,
-    [dtFetched] datetime,
+    [dtFetched] datetime2(3),
     [nVersion] int DEFAULT 0
 );
 CREATE INDEX [IX_BRIXMTD_TaxYear_lClientID] ON [BRIXMTD_TaxYear] ([lClientID]);
@@ -649,7 +649,7 @@ CREATE TABLE [BRIXMTD_NIC] (
     [lMTD_TaxYearID] int,
     [amtClass1Earnings] money,
     [amtClass2Due] money,
-    [dtUpdated] datetime,
+    [dtUpdated] datetime2(3),
     [bMaxNICsReached] bit DEFAULT 0,
     [nVersion] int DEFAULT 0
 );
@@ -759,7 +759,7 @@ CREATE TABLE [SourceDefaultTask] (
     [ReminderDate] date,
     [nVersion] int DEFAULT 0
 );
-CREATE UNIQUE INDEX [UX_SourceDefaultTask_SourceTypeID_TypeID_DefaultTrackerID] ON [SourceDefaultTask] ([SourceTypeID], [TypeID], [DefaultTrackerID]);
+CREATE UNIQUE INDEX [UX_SourceDefaultTask_SourceTypeID_TypeID_DefaultTrackerID] ON [SourceDefaultTask] ([SourceTypeID], [TypeID], [DefaultTrackerID]) WHERE [SourceTypeID] IS NOT NULL AND [TypeID] IS NOT NULL AND [DefaultTrackerID] IS NOT NULL;
 CREATE INDEX [IX_SourceDefaultTask_SourceTypeID] ON [SourceDefaultTask] ([SourceTypeID]);
 CREATE SEQUENCE SourceTaskTypeRef_ids AS int START WITH 1 INCREMENT BY 32 MINVALUE 1;
 CREATE TABLE [SourceTaskTypeRef] (
@@ -806,17 +806,17 @@ CREATE TABLE [MTDAuthorisation] (
     [nExpiresIn] int,
     [strScope] nvarchar(1000),
     [strTokenType] nvarchar(50),
-    [dtAuthenticated] datetime,
-    [dtGranted] datetime,
+    [dtAuthenticated] datetime2(3),
+    [dtGranted] datetime2(3),
     [strService] nvarchar(200),
     [vbRoom] varbinary(max)
 );
-CREATE UNIQUE INDEX [UX_MTDAuthorisation_strGatewayID] ON [MTDAuthorisation] ([strGatewayID]);
+CREATE UNIQUE INDEX [UX_MTDAuthorisation_strGatewayID] ON [MTDAuthorisation] ([strGatewayID]) WHERE [strGatewayID] IS NOT NULL;
 CREATE TABLE [MTDAuthorisationLock] (
     [lMTDAuthorisationID] int NOT NULL PRIMARY KEY,
     [strUserID] nvarchar(100),
     [strWorkstation] nvarchar(15),
-    [dtLocked] datetime DEFAULT (GETUTCDATE()),
+    [dtLocked] datetime2(3) DEFAULT (GETUTCDATE()),
     [ConnectionID] int DEFAULT (@@SPID)
 );
 CREATE TABLE [MTDLog] (
@@ -830,31 +830,31 @@ CREATE TABLE [MTDLog] (
     [strRequest] nvarchar(max),
     [strResponse] nvarchar(max),
     [strDetail] nvarchar(max),
-    [dtLogged] datetime DEFAULT (GETDATE())
+    [dtLogged] datetime2(3) DEFAULT (GETDATE())
 );
 CREATE TABLE [MorvUserLocks] (
     [UserId] nvarchar(100),
     [ConnectionID] int DEFAULT (@@SPID),
-    [dtLocked] datetime DEFAULT (GETDATE()),
+    [dtLocked] datetime2(3) DEFAULT (GETDATE()),
     [strWorkstation] nvarchar(128) DEFAULT (HOST_NAME())
 );
 CREATE TABLE [BTaxUserLocks] (
     [UserId] nvarchar(100),
     [ConnectionID] int DEFAULT (@@SPID),
-    [dtLocked] datetime DEFAULT (GETDATE()),
+    [dtLocked] datetime2(3) DEFAULT (GETDATE()),
     [strWorkstation] nvarchar(128) DEFAULT (HOST_NAME())
 );
 CREATE TABLE [TrustTaxUserLocks] (
     [UserId] nvarchar(100),
     [ConnectionID] int DEFAULT (@@SPID),
-    [dtLocked] datetime DEFAULT (GETDATE()),
+    [dtLocked] datetime2(3) DEFAULT (GETDATE()),
     [strWorkstation] nvarchar(128) DEFAULT (HOST_NAME())
 );
 CREATE TABLE [FeatureLocks] (
     [nFeature] int NOT NULL PRIMARY KEY,
     [strUserID] nvarchar(100),
     [strWorkstation] nvarchar(15),
-    [dtLocked] datetime DEFAULT (GETDATE()),
+    [dtLocked] datetime2(3) DEFAULT (GETDATE()),
     [ConnectionID] int DEFAULT (@@SPID)
 );
 CREATE TABLE [MTDAudit] (
@@ -866,7 +866,7 @@ CREATE TABLE [MTDAudit] (
     [strItem] nvarchar(max),
     [strHMRC] nvarchar(max),
     [strReturn] nvarchar(max),
-    [dtWritten] datetime DEFAULT (GETDATE())
+    [dtWritten] datetime2(3) DEFAULT (GETDATE())
 );
 CREATE TABLE [BRIXSchema] (
     [nVersion] int DEFAULT 0,

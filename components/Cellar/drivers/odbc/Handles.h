@@ -49,4 +49,12 @@ private:
 using EnvironmentHandle = Handle<SQL_HANDLE_ENV>;
 using StatementHandle = Handle<SQL_HANDLE_STMT>;
 
+/// As this version of the interface; null when there is no memory for it.
+inline EnvironmentHandle NewEnvironment() noexcept
+{
+    EnvironmentHandle environment(SQL_NULL_HANDLE);
+    SQLSetEnvAttr(environment.Get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQLULEN{SQL_OV_ODBC3}), 0);
+    return environment;
+}
+
 } // namespace Cellar::Odbc

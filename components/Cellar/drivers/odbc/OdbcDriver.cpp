@@ -1,10 +1,13 @@
 #include "Cellar/drivers/odbc/OdbcDriver.h"
 
+#include <algorithm>
+#include <array>
 #include <memory>
 #include <utility>
 
 #include "Cellar/drivers/odbc/OdbcStatement.h"
 #include "Cellar/drivers/odbc/ServerSession.h"
+#include "Cellar/drivers/odbc/WideText.h"
 
 namespace Cellar::Odbc
 {
@@ -33,6 +36,11 @@ public:
         return m_sessionId;
     }
     const Dialect& GetDialect() const noexcept override { return m_session->GetRules().dialect(); }
+    ServerProduct GetServer() override
+    {
+        return {m_session->GetInfo(SQL_DRIVER_NAME), m_session->GetInfo(SQL_DRIVER_VER),
+                m_session->GetInfo(SQL_DBMS_NAME), m_session->GetInfo(SQL_DBMS_VER)};
+    }
     void SetBusyTimeout(unsigned milliseconds) override
     {
         // The server takes 0 for no limit.
@@ -69,6 +77,22 @@ Detail::OpenedDriver Open(const std::string& connectionText)
 {
     const ServerText text(connectionText);
     return {std::make_unique<OdbcDriver>(text), text.GetShown()};
+}
+
+std::vector<std::string> InstalledDrivers()
+{
+    const EnvironmentHandle environment = NewEnvironment();
+    std::vector<std::string> names;
+    std::array<SQLWCHAR, 256> name{};
+    SQLSMALLINT length = 0;
+    SQLUSMALLINT which = SQL_FETCH_FIRST;
+    while (environment && IsDone(SQLDriversW(environment.Get(), which, name.data(),
+                                             static_cast<SQLSMALLINT>(name.size()), &length, nullptr, 0, nullptr))) {
+        AppendUtf8(names.emplace_back(), {reinterpret_cast<const char16_t*>(name.data()),
+                                          std::min(static_cast<std::size_t>(length), name.size() - 1)});
+        which = SQL_FETCH_NEXT;
+    }
+    return names;
 }
 
 } // namespace Cellar::Odbc

@@ -70,6 +70,7 @@ constexpr Refusal kRefusals[] = {
     {"Login failed", "check UID and the password (PasswordFile, or MORVUT_PASSWORD in the environment)"},
     {"role ", "check UID"},
     {"pg_hba.conf", "ask the server's administrator to let this computer and user in"},
+    {"root certificate", "put the certificate of whoever issued the server's there, or name its file in PGSSLROOTCERT"},
     {"certificate", "check that Servername is the name in the server's certificate, and whom this computer trusts"},
     {"SSL", "check SSLmode, and that the server offers encrypted connections"},
     {"database ", "check Database, or let the administrator make it"},
@@ -86,7 +87,7 @@ std::string OneLine(std::string text)
         text.erase(0, text.find(']') + 1);
     text.erase(std::min(text.find('\n'), text.size()));
     text.erase(text.find_last_not_of(" ;\r\t") + 1);
-    return text;
+    return ServerText::HidePasswords(std::move(text));
 }
 
 std::string WithoutValues(const Diagnosis& diagnosis)
@@ -136,13 +137,14 @@ DatabaseError ErrorOf(const Diagnosis& diagnosis)
     return DatabaseError(Category::Other, diagnosis.state, WithoutValues(diagnosis), "");
 }
 
-DatabaseError CannotConnect(const Diagnosis& diagnosis, const std::string& shown)
+DatabaseError CannotConnect(const Diagnosis& diagnosis, const ServerText& text)
 {
     const auto refusal = std::find_if(std::begin(kRefusals), std::end(kRefusals), [&](const Refusal& each) {
         return diagnosis.text.find(each.words) != std::string::npos;
     });
-    return DatabaseError(Category::CannotOpen, diagnosis.state,
-                         "cannot open " + shown + ": " + diagnosis.text + "; " + refusal->advice, "");
+    return DatabaseError(
+        Category::CannotOpen, diagnosis.state,
+        "cannot open " + text.GetShown() + ": " + text.WithoutPassword(diagnosis.text) + "; " + refusal->advice, "");
 }
 
 DatabaseError WasLost()

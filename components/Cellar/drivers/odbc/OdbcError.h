@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "Cellar/ConnectionText.h"
 #include "Cellar/DatabaseError.h"
 #include "Cellar/drivers/odbc/Handles.h"
 
@@ -22,9 +23,9 @@ Diagnosis Diagnose(SQLSMALLINT type, SQLHANDLE handle);
 
 /// What a failed statement means. Values that servers repeat in their messages are left out.
 DatabaseError ErrorOf(const Diagnosis& diagnosis);
-/// What a refused connection means (CannotOpen): which server, why, how to mend it. `shown` is the connection text as
-/// it may be shown.
-DatabaseError CannotConnect(const Diagnosis& diagnosis, const std::string& shown);
+/// What a refused connection means (CannotOpen): which server, why, how to mend it. The password is left out, also
+/// where the driver's message quotes the connection text.
+DatabaseError CannotConnect(const Diagnosis& diagnosis, const ServerText& text);
 /// For operations on a connection that was lost before.
 DatabaseError WasLost();
 

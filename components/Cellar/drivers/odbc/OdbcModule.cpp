@@ -2,6 +2,6 @@
 
 const Cellar::Odbc::OdbcFunctions* MorvUtOdbc()
 {
-    static constexpr Cellar::Odbc::OdbcFunctions kFunctions{&Cellar::Odbc::Open};
+    static constexpr Cellar::Odbc::OdbcFunctions kFunctions{&Cellar::Odbc::Open, &Cellar::Odbc::InstalledDrivers};
     return &kFunctions;
 }

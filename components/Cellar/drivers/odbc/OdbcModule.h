@@ -12,6 +12,7 @@ namespace Cellar::Odbc
 struct OdbcFunctions
 {
     decltype(&Open) open;
+    decltype(&InstalledDrivers) installedDrivers;
 };
 
 } // namespace Cellar::Odbc

@@ -1,7 +1,5 @@
 #include "Cellar/drivers/odbc/ServerRules.h"
 
-#include "Afx/text/TextFold.h"
-
 namespace Cellar::Odbc
 {
 namespace
@@ -91,9 +89,9 @@ const ServerRules* FindServer(std::string_view product) noexcept
     return nullptr;
 }
 
-const char* SettingsFor(std::string_view driver) noexcept
+const char* SettingsFor(const ServerText& text)
 {
-    return Afx::FoldLower(driver).find("sql server") == std::string::npos ? kServers[0].settings : kServers[1].settings;
+    return text.IsForSqlServer() ? kServers[1].settings : kServers[0].settings;
 }
 
 } // namespace Cellar::Odbc

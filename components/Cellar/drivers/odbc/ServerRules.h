@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "Cellar/Connection.h"
+#include "Cellar/ConnectionText.h"
 #include "Cellar/Dialect.h"
 
 namespace Cellar::Odbc
@@ -41,7 +42,7 @@ struct ServerRules
 
 /// Null for a server that is not known.
 const ServerRules* FindServer(std::string_view product) noexcept;
-/// By the driver's name in the connection text, before it is asked; PostgreSQL unless it says otherwise.
-const char* SettingsFor(std::string_view driver) noexcept;
+/// What the driver must be told before it is asked.
+const char* SettingsFor(const ServerText& text);
 
 } // namespace Cellar::Odbc

@@ -22,22 +22,10 @@ SQLRETURN AsItStands(const StatementHandle& statement)
     return SQLSetStmtAttr(statement.Get(), SQL_ATTR_NOSCAN, reinterpret_cast<SQLPOINTER>(SQLULEN{SQL_NOSCAN_ON}), 0);
 }
 
-std::string ProductOf(SQLHDBC connection)
-{
-    SQLWCHAR name[128] = {};
-    SQLSMALLINT bytes = 0;
-    std::string product;
-    if (IsDone(SQLGetInfoW(connection, SQL_DBMS_NAME, name, sizeof name, &bytes)))
-        AppendUtf8(product, {reinterpret_cast<const char16_t*>(name),
-                             std::min<std::size_t>(static_cast<std::size_t>(bytes) / 2, 127)});
-    return product;
-}
-
 } // namespace
 
-ServerSession::ServerSession(const ServerText& text) : m_environment(SQL_NULL_HANDLE)
+ServerSession::ServerSession(const ServerText& text) : m_environment(NewEnvironment())
 {
-    SQLSetEnvAttr(m_environment.Get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQLULEN{SQL_OV_ODBC3}), 0);
     if (!IsDone(SQLAllocHandle(SQL_HANDLE_DBC, m_environment.Get(), &m_connection)))
         throw std::bad_alloc();
     try {
@@ -64,11 +52,11 @@ ServerSession::~ServerSession()
 void ServerSession::Connect(const ServerText& text)
 {
     SQLSetConnectAttrW(m_connection, SQL_ATTR_LOGIN_TIMEOUT, reinterpret_cast<SQLPOINTER>(kLoginSeconds), 0);
-    std::u16string wide = ToWide(text.GetForDriver(SettingsFor(text.Get("Driver"))));
+    std::u16string wide = ToWide(text.GetForDriver(SettingsFor(text)));
     if (!IsDone(SQLDriverConnectW(m_connection, nullptr, Wide(wide), static_cast<SQLSMALLINT>(wide.size()), nullptr, 0,
                                   nullptr, SQL_DRIVER_NOPROMPT)))
-        throw CannotConnect(Diagnose(SQL_HANDLE_DBC, m_connection), text.GetShown());
-    const std::string product = ProductOf(m_connection);
+        throw CannotConnect(Diagnose(SQL_HANDLE_DBC, m_connection), text);
+    const std::string product = GetInfo(SQL_DBMS_NAME);
     m_rules = FindServer(product);
     if (m_rules)
         return;
@@ -77,6 +65,17 @@ void ServerSession::Connect(const ServerText& text)
                         "cannot open " + text.GetShown() + ": it is a server of " + product +
                             ", which this program does not speak; name one of PostgreSQL or Microsoft SQL Server",
                         "");
+}
+
+std::string ServerSession::GetInfo(SQLUSMALLINT which) const
+{
+    SQLWCHAR info[128] = {};
+    SQLSMALLINT bytes = 0;
+    std::string text;
+    if (IsDone(SQLGetInfoW(m_connection, which, info, sizeof info, &bytes)))
+        AppendUtf8(text, {reinterpret_cast<const char16_t*>(info),
+                          std::min<std::size_t>(static_cast<std::size_t>(bytes) / 2, 127)});
+    return text;
 }
 
 StatementHandle ServerSession::NewStatement()
@@ -134,13 +133,22 @@ std::string ServerSession::TakeWaiting(const std::string& text)
 
 void ServerSession::Fail(SQLHSTMT statement)
 {
-    const Diagnosis diagnosis = Diagnose(SQL_HANDLE_STMT, statement);
+    Diagnosis diagnosis = Diagnose(SQL_HANDLE_STMT, statement);
+    if (IsDead())
+        diagnosis.state = "08S01"; // a driver may have another for the last words of the server
     m_isLost = m_isLost || ErrorOf(diagnosis).GetCategory() == DatabaseError::Category::LostConnection;
     m_hasFailed = m_hasFailed || (m_inTransaction && m_rules->failureEndsTransaction);
     SQLFreeStmt(statement, SQL_CLOSE);
     if (HasEndedTransaction())
         m_inTransaction = false; // otherwise what follows would be saved without what went before
     throw ErrorOf(diagnosis);
+}
+
+bool ServerSession::IsDead() const noexcept
+{
+    SQLUINTEGER dead = SQL_CD_FALSE;
+    return IsDone(SQLGetConnectAttrW(m_connection, SQL_ATTR_CONNECTION_DEAD, &dead, sizeof dead, nullptr)) &&
+           dead == SQL_CD_TRUE;
 }
 
 bool ServerSession::HasEndedTransaction() noexcept

@@ -34,6 +34,8 @@ public:
     ServerSession& operator=(const ServerSession&) = delete;
 
     const ServerRules& GetRules() const noexcept { return *m_rules; }
+    /// A text that the driver has about itself or its server (SQL_DBMS_NAME ...).
+    std::string GetInfo(SQLUSMALLINT which) const;
     void OnSent(std::function<void(std::string_view)> hook) { m_sent = std::move(hook); }
 
     /// A new statement of the connection. Those that were retired before are freed now: each costs a round trip, which
@@ -74,6 +76,7 @@ public:
 
 private:
     void Connect(const ServerText& text);
+    bool IsDead() const noexcept;        // as far as the driver knows
     bool HasEndedTransaction() noexcept; // after a failed statement
     std::string TakeWaiting(const std::string& text);
     void RefuseUnlessUsable() const;

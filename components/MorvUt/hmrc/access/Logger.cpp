@@ -41,6 +41,8 @@ private:
 void Report(const std::exception& problem)
 {
     const auto* const database = dynamic_cast<const Cellar::DatabaseError*>(&problem);
+    if (database && database->GetCategory() == Cellar::DatabaseError::Category::LostConnection)
+        return; // whatever is done next is told so
     const std::string reason =
         database ? database->GetReason() : problem.what(); // the statement says nothing to a user
     std::cerr << "HMRC log line not written: " << Mask(reason) << '\n';

@@ -178,6 +178,15 @@ Request MakeRequest(ClientId client, const std::string& gatewayId, IEndpointOver
     return request;
 }
 
+FetchResult::Stopped WhyStopped(Cellar::DatabaseError::Category category) noexcept
+{
+    using Category = Cellar::DatabaseError::Category;
+    if (category == Category::Busy)
+        return FetchResult::Stopped::Busy;
+    const bool isUnusable = category == Category::LostConnection || category == Category::ReadOnly;
+    return isUnusable ? FetchResult::Stopped::Unusable : FetchResult::Stopped::Failed;
+}
+
 void ShowException(const char* text, FetchResult& result, FetchResult::Stopped why = FetchResult::Stopped::Failed)
 {
     result.stopped = why;
@@ -211,9 +220,7 @@ FetchResult FetchFromHmrc(ClientId client, const std::string& gatewayId, IEndpoi
         errors->DisplayErrors();
         result.ok = errors->GetErrorCount() == 0;
     } catch (const Cellar::DatabaseError& error) { // the statement says nothing to the user
-        const bool isBusy = error.GetCategory() == Cellar::DatabaseError::Category::Busy;
-        ShowException(error.GetReason().c_str(), result,
-                      isBusy ? FetchResult::Stopped::Busy : FetchResult::Stopped::Failed);
+        ShowException(error.GetReason().c_str(), result, WhyStopped(error.GetCategory()));
     } catch (const std::exception& problem) {
         ShowException(problem.what(), result);
     } catch (CException* problem) { // of the framework: thrown as a pointer

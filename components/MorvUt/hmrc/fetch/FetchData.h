@@ -32,8 +32,9 @@ struct FetchResult
         NoNINumber,
         NoUTR,
         UnsavedChanges,
-        Busy,  // another program writes to the practice: try again
-        Failed // an exception; some of it may have been done
+        Busy,     // another program writes to the practice: try again
+        Unusable, // the practice cannot be written: its disk is full, the connection to its server lost
+        Failed    // an exception; some of it may have been done
     };
     enum class Route
     {
