@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <optional>
 
+#include "Afx/time/Clock.h"
 #include "ClientJson.h"
 #include "HmrcCommands.h"
 #include "MorvUt/hmrc/fetch/FetchData.h"
@@ -236,12 +237,16 @@ Exit FetchAll(const HmrcArguments& arguments, const CommonOptions& options)
     return reached.IsHopeless() ? Exit::Refused : tally.Result();
 }
 
-} // namespace
-
-Exit Fetch(const HmrcArguments& arguments, const CommonOptions& options)
+/// A grant that ends soon is known long before a fetch fails for it.
+void WarnOfGrant(const HmrcArguments& arguments, const CommonOptions& options)
 {
-    UseBase(options);
-    const PracticeSession session(arguments.practice, options, Login::Needed);
+    const CString warning = HmrcApi::ReadGatewayState(arguments.gateway).Warning(COleDateTime(Afx::Clock::Utc()));
+    if (!warning.IsEmpty() && !options.quiet)
+        std::fprintf(stderr, "morv: %s: %s\n", Printable(arguments.gateway).c_str(), warning.GetString());
+}
+
+Exit FetchAsked(const HmrcArguments& arguments, const CommonOptions& options)
+{
     if (arguments.all)
         return FetchAll(arguments, options);
     const ClientView client = ClientOf(arguments.client); // it must be there before anything is asked or written
@@ -251,6 +256,17 @@ Exit Fetch(const HmrcArguments& arguments, const CommonOptions& options)
     if (result.stopped == FetchResult::Stopped::No && HmrcApi::IsUnreachable(*result.errors))
         return Exit::HmrcUnreachable;
     return result.ok ? Exit::Done : Exit::Refused;
+}
+
+} // namespace
+
+Exit Fetch(const HmrcArguments& arguments, const CommonOptions& options)
+{
+    UseBase(options);
+    const PracticeSession session(arguments.practice, options, Login::Needed);
+    const Exit exit = FetchAsked(arguments, options);
+    WarnOfGrant(arguments, options);
+    return exit;
 }
 
 } // namespace Morv

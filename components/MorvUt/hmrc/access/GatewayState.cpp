@@ -15,7 +15,7 @@ namespace
 {
 
 constexpr int kGrantMonths = 18;
-constexpr std::int64_t kDay = 24 * 60 * 60 * std::int64_t{1000}, kWarnFrom = 30 * kDay; // milliseconds
+constexpr std::int64_t kDay = 24 * 60 * 60 * std::int64_t{1000}, kWarnFrom = 60 * kDay; // milliseconds
 
 constexpr char kSelect[] = "SELECT strGatewayID, nAuthorisedStatus, strService, strScope, nExpiresIn, dtAuthenticated, "
                            "dtGranted FROM MTDAuthorisation ";

@@ -24,7 +24,7 @@ struct GatewayState
     COleDateTime expires = COleDateTime::Null();   // the access token; it is refreshed
     COleDateTime grantEnds = COleDateTime::Null(); // 18 months after the consent, refreshed or not
 
-    /// What a user must know: that the grant has ended, or ends within 30 days. `now`: UTC.
+    /// What a user must know: that the grant has ended, or ends within 60 days. `now`: UTC.
     MORVUT_API CString Warning(const COleDateTime& now) const;
     /// "PAYE, National Insurance and Marriage Allowance"; what is not known as HMRC has it.
     MORVUT_API std::string ScopeInWords() const;

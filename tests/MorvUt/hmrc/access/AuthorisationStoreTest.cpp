@@ -149,8 +149,8 @@ TEST_F(AuthorisationStore, DatesTheConsentAndNotTheRefresh)
 
     const HmrcApi::GatewayState state = HmrcApi::ReadGatewayState("NEW");
     EXPECT_EQ(state.grantEnds, COleDateTime(2025, 11, 1, 9, 30, 0)) << "18 months after the consent";
-    EXPECT_EQ(state.Warning(COleDateTime(2025, 10, 2, 9, 29, 59)), "");
-    EXPECT_EQ(state.Warning(COleDateTime(2025, 10, 2, 9, 30, 0)),
+    EXPECT_EQ(state.Warning(COleDateTime(2025, 9, 2, 9, 29, 59)), "");
+    EXPECT_EQ(state.Warning(COleDateTime(2025, 9, 2, 9, 30, 0)),
               "HMRC's authority ends on 01/11/2025: authorise again before then.");
     EXPECT_EQ(state.Warning(state.grantEnds), "HMRC's authority ended on 01/11/2025: authorise again.");
     EXPECT_EQ(HmrcApi::GrantEnd(COleDateTime(2022, 8, 31, 0, 0, 0)), COleDateTime(2024, 2, 29, 0, 0, 0));
