@@ -163,7 +163,7 @@ std::string Show(const std::vector<HmrcApi::Match>& matches)
     std::string text;
     for (const HmrcApi::Match& match : matches) {
         text += text.empty() ? "" : " ";
-        text += "-=san"[static_cast<int>(match.state)];
+        text += "-=satn"[static_cast<int>(match.state)];
         text += match.schedule == HmrcApi::kNoSchedule ? "" : std::to_string(match.schedule);
     }
     return text;
