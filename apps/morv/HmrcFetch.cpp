@@ -238,11 +238,9 @@ Exit FetchAll(const HmrcArguments& arguments, const CommonOptions& options)
 }
 
 /// A grant that ends soon is known long before a fetch fails for it.
-void WarnOfGrant(const HmrcArguments& arguments, const CommonOptions& options)
+CString GrantWarning(const HmrcArguments& arguments)
 {
-    const CString warning = HmrcApi::ReadGatewayState(arguments.gateway).Warning(COleDateTime(Afx::Clock::Utc()));
-    if (!warning.IsEmpty() && !options.quiet)
-        std::fprintf(stderr, "morv: %s: %s\n", Printable(arguments.gateway).c_str(), warning.GetString());
+    return HmrcApi::ReadGatewayState(arguments.gateway).Warning(COleDateTime(Afx::Clock::Utc()));
 }
 
 Exit FetchAsked(const HmrcArguments& arguments, const CommonOptions& options)
@@ -264,8 +262,10 @@ Exit Fetch(const HmrcArguments& arguments, const CommonOptions& options)
 {
     UseBase(options);
     const PracticeSession session(arguments.practice, options, Login::Needed);
+    const CString warning = GrantWarning(arguments);
     const Exit exit = FetchAsked(arguments, options);
-    WarnOfGrant(arguments, options);
+    if (!warning.IsEmpty() && !options.quiet)
+        std::fprintf(stderr, "morv: %s: %s\n", Printable(arguments.gateway).c_str(), warning.GetString());
     return exit;
 }
 

@@ -95,15 +95,20 @@ void Script::ReadLine(const std::string& word, const std::string& rest)
         answer.endsTransaction = true;
     else if (word == "nototal")
         answer.hidesLength = true;
+    else if (word == "times")
+        answer.times = std::stol(rest);
     else
         throw std::runtime_error("the script has an unknown line: " + word);
 }
 
-const Answer* Script::Find(std::string_view text) const
+const Answer* Script::Find(std::string_view text)
 {
-    const auto found =
-        std::find_if(m_answers.begin(), m_answers.end(), [&](const Answer& each) { return Fits(each.pattern, text); });
-    return found == m_answers.end() ? nullptr : &*found;
+    const auto found = std::find_if(m_answers.begin(), m_answers.end(),
+                                    [&](const Answer& each) { return each.times != 0 && Fits(each.pattern, text); });
+    if (found == m_answers.end())
+        return nullptr;
+    found->times -= found->times > 0 ? 1 : 0;
+    return &*found;
 }
 
 } // namespace OdbcFake

@@ -29,6 +29,7 @@ struct Message
 struct Answer
 {
     std::string pattern; // '*' is any text; CONNECT is that call
+    long times = -1;     // so often, then the next answer's turn; -1: always
     std::optional<Message> error, info;
     bool isLater = false;         // the error: behind a first result, when the next one is asked for
     bool endsTransaction = false; // the error: the server rolls back
@@ -47,6 +48,7 @@ struct Answer
 ///     count 0
 ///     error 23000 2627 Violation of PRIMARY KEY constraint
 ///     info 01000 5701 Changed database context
+///     times 2
 ///     later | ends | nototal      see isLater, endsTransaction, hidesLength
 ///
 /// Throws std::runtime_error for a line that it cannot read.
@@ -55,8 +57,8 @@ class Script
 public:
     void Read(std::istream& lines);
     const std::string& GetDbms() const noexcept { return m_dbms; }
-    /// Null when nothing is scripted for the text.
-    const Answer* Find(std::string_view text) const;
+    /// Null when nothing is scripted for the text. Counts.
+    const Answer* Find(std::string_view text);
 
 private:
     void ReadLine(const std::string& word, const std::string& rest);
