@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "MorvUt/hmrc/fetch/PayeMapping.h"
+#include "MorvUt/hmrc/schedules/PensionTypes.h"
 #include "MorvUt/hmrc/staging/Identity.h"
 #include "MorvUt/hmrc/staging/Pairing.h"
 #include "MorvUt/hmrc/staging/Summaries.h"
@@ -39,28 +40,59 @@ std::vector<T> LiveOf(const std::vector<T>& rows)
     return live;
 }
 
+/// What the other route alone knows, and what belongs to an interface that has said nothing.
 void Complete(StagedEmployment& item, const AnsweredParts& parts, const StagedEmployment& row)
 {
     item.worksNumber = row.worksNumber;
     item.start = row.start;
     item.end = row.end;
     item.studentLoan = row.studentLoan;
-    if (!parts.history) {
+    if (!parts.history && item.employer.empty()) {
         item.employer = row.employer;
         item.isOffPayroll = row.isOffPayroll;
     }
-    if (!parts.income)
+    if (!parts.income && item.pay.IsNull())
         item.pay = row.pay;
-    if (!parts.tax)
+    if (!parts.tax && item.tax.IsNull())
         item.tax = row.tax;
-    if (!parts.benefits)
+    if (!parts.benefits && item.benefits.empty())
         item.benefits = LiveOf(row.benefits);
+}
+
+/// An employment that no answer lists, while HMRC has not said which there are: it stays, without the figures of the
+/// interfaces that have spoken.
+StagedEmployment Unlisted(StagedEmployment row, const AnsweredParts& parts)
+{
+    if (parts.income)
+        row.pay = {};
+    if (parts.tax)
+        row.tax = {};
+    row.benefits = parts.benefits ? std::vector<StagedBenefit>() : LiveOf(row.benefits);
+    return row;
+}
+
+/// The row of each item: as staging pairs them, else a withdrawn one of the reference, which HMRC sends again without
+/// its works number.
+std::vector<int> RowsOf(const std::vector<StagedEmployment>& items, const std::vector<StagedEmployment>& rows)
+{
+    std::vector<int> rowOf = PairEmployments(items, rows);
+    std::vector<bool> isTaken(rows.size());
+    for (const int row : rowOf)
+        if (row != kNoRow)
+            isTaken[static_cast<std::size_t>(row)] = true;
+    for (std::size_t i = 0; i < items.size(); ++i)
+        for (std::size_t row = 0; row < rows.size() && rowOf[i] == kNoRow; ++row)
+            if (rows[row].isWithdrawn && !isTaken[row] && rows[row].reference == items[i].reference) {
+                rowOf[i] = static_cast<int>(row);
+                isTaken[row] = true;
+            }
+    return rowOf;
 }
 
 void CompleteEmployments(std::vector<StagedEmployment>& items, const AnsweredParts& parts,
                          const std::vector<StagedEmployment>& rows)
 {
-    const std::vector<int> rowOf = PairEmployments(items, rows);
+    const std::vector<int> rowOf = RowsOf(items, rows);
     std::vector<bool> isSent(rows.size());
     for (std::size_t i = 0; i < items.size(); ++i) {
         if (rowOf[i] == kNoRow)
@@ -72,8 +104,8 @@ void CompleteEmployments(std::vector<StagedEmployment>& items, const AnsweredPar
     if (parts.history) // else HMRC has not said which there are
         return;
     for (std::size_t row = 0; row < rows.size(); ++row)
-        if (!isSent[row])
-            items.push_back(rows[row]);
+        if (!isSent[row] && !rows[row].isWithdrawn)
+            items.push_back(Unlisted(rows[row], parts));
 }
 
 /// The state pension is none of this route's and stays out.
@@ -96,6 +128,9 @@ void CompletePensions(std::vector<StagedPension>& items, const AnsweredParts& pa
         if (!parts.tax)
             same->tax = row.tax;
     }
+    // Without the income it is not known whose tax it is: the other route's pensions may hold it already.
+    if (!parts.income)
+        std::erase_if(items, [](const StagedPension& item) { return ScheduleOf(item.kind) && item.amount.IsNull(); });
 }
 
 } // namespace
@@ -143,7 +178,7 @@ void AddTax(StagedYear& year, const CTaxSummaryResponse& response)
 
 StagedYear Completed(StagedYear sent, const AnsweredParts& parts, const StagedYear& stored)
 {
-    CompleteEmployments(sent.employments, parts, LiveOf(stored.employments));
+    CompleteEmployments(sent.employments, parts, stored.employments);
     CompletePensions(sent.pensions, parts, LiveOf(stored.pensions));
     return sent;
 }

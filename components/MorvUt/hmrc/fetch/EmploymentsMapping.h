@@ -32,7 +32,7 @@ void AddIncome(StagedYear& year, const CIncomeSummaryResponse& response);
 void AddTax(StagedYear& year, const CTaxSummaryResponse& response);
 
 /// Completes what was sent by what is stored: works numbers, dates and student loans, which only the other route
-/// knows, and what belongs to an interface that had nothing. Withdrawn rows are not looked at.
+/// knows, and what belongs to an interface that had nothing. An employment that HMRC sends again gets its row back.
 StagedYear Completed(StagedYear sent, const AnsweredParts& parts, const StagedYear& stored);
 
 } // namespace HmrcApi

@@ -9,6 +9,7 @@
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
 #include "MorvUt/hmrc/schedules/StagedWords.h"
 #include "MorvUt/hmrc/schedules/Words.h"
+#include "MorvUt/hmrc/staging/Summaries.h"
 #include "MorvUt/identifiers/Hex.h"
 #include "Shellkit/Digest.h"
 
@@ -50,6 +51,15 @@ void CompareDate(std::vector<DifferenceRow>& rows, DifferenceRow::Field field, c
     rows.push_back(row);
 }
 
+/// All codes of a box under its first, as HMRC's sums are.
+BenefitTotals ByBox(const BenefitTotals& totals)
+{
+    BenefitTotals boxes;
+    for (const auto& [code, total] : totals)
+        AddTo(boxes[BoxCode(code)].amount, total.amount);
+    return boxes;
+}
+
 std::vector<DifferenceRow> Compare(const ReturnEmployment& own, const StagedEmployment& hmrc)
 {
     std::vector<DifferenceRow> rows;
@@ -58,13 +68,18 @@ std::vector<DifferenceRow> Compare(const ReturnEmployment& own, const StagedEmpl
     CompareAmount(rows, Field::Pay, "Pay", own.pay, hmrc.pay);
     CompareAmount(rows, Field::Tax, "Tax", own.tax, hmrc.tax);
     CompareAmount(rows, Field::StudentLoan, "Student loan", own.studentLoan, hmrc.studentLoan);
-    BenefitTotals ownBenefits = TotalsOf(own.benefits);
+    const bool isByBox = std::any_of(hmrc.benefits.begin(), hmrc.benefits.end(), [](const StagedBenefit& benefit) {
+        return IsBenefitSum(benefit.number) && !benefit.isWithdrawn;
+    });
+    BenefitTotals ownBenefits = isByBox ? ByBox(TotalsOf(own.benefits)) : TotalsOf(own.benefits);
     for (const auto& [code, total] : TotalsOf(hmrc.benefits).totals) {
         const std::size_t before = rows.size();
         CompareAmount(rows, Field::Benefit, BenefitCaption(code), ownBenefits[code].amount, total.amount,
                       total.isEstimate);
-        if (rows.size() > before)
+        if (rows.size() > before) {
             rows.back().code = code;
+            rows.back().isBox = isByBox;
+        }
     }
     return rows;
 }
@@ -191,18 +206,16 @@ private:
         if (rows.empty())
             return;
         Difference difference;
-        // Of two tables, whose ids may be the same.
-        difference.number = std::int64_t{hmrc[0]->id} * 2 + (kind == Difference::Schedule::PensionOrBenefit ? 1 : 0);
         difference.schedule = kind;
         difference.item = item;
         difference.rows = std::move(rows);
         difference.scheduleId = scheduleId;
-        bool isRejected = true;
-        for (const Item* each : hmrc) {
+        for (const Item* each : hmrc)
             difference.stagedIds.push_back(each->id);
-            isRejected = isRejected && IsRejected(*each);
-        }
-        difference.state = isRejected ? Difference::State::Rejected : Difference::State::Open;
+        // The first row that was staged; of two tables, whose ids may be the same.
+        const long first = *std::min_element(difference.stagedIds.begin(), difference.stagedIds.end());
+        difference.number = std::int64_t{first} * 2 + (kind == Difference::Schedule::PensionOrBenefit ? 1 : 0);
+        difference.state = IsRejected(hmrc) ? Difference::State::Rejected : Difference::State::Open;
         m_found.push_back(std::move(difference));
     }
 
@@ -217,7 +230,7 @@ CString Show(DifferenceRow::Kind kind, const Kiln::CAmt& amount, const Kiln::CDa
 }
 
 /// "Pay 22551.05, Tax nothing".
-CString Summary(const std::vector<DifferenceRow>& rows, CString (DifferenceRow::*textOf)() const, bool marksForecasts)
+CString InOneLine(const std::vector<DifferenceRow>& rows, CString (DifferenceRow::*textOf)() const, bool marksForecasts)
 {
     CString summary;
     for (const DifferenceRow& row : rows) {
@@ -231,8 +244,8 @@ CString Summary(const std::vector<DifferenceRow>& rows, CString (DifferenceRow::
 
 } // namespace
 
-CString Difference::HmrcSummary() const { return Summary(rows, &DifferenceRow::HmrcText, true); }
-CString Difference::ReturnSummary() const { return Summary(rows, &DifferenceRow::ReturnText, false); }
+CString Difference::HmrcSummary() const { return InOneLine(rows, &DifferenceRow::HmrcText, true); }
+CString Difference::ReturnSummary() const { return InOneLine(rows, &DifferenceRow::ReturnText, false); }
 
 std::string Difference::Hash() const
 {

@@ -40,7 +40,8 @@ struct DifferenceRow
     };
     CString caption;
     Field field = Field::None;
-    int code = 0; // of mapNewEmployBenefitsGrid, for a benefit
+    int code = 0;       // of mapNewEmployBenefitsGrid, for a benefit
+    bool isBox = false; // HMRC's figure is the sum of all codes of that one's box
     Kind kind = Kind::Amount;
     Kiln::CAmt returnAmount, hmrcAmount; // a figure that the return lacks is null
     Kiln::CDate returnDate, hmrcDate;

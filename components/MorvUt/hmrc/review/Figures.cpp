@@ -26,7 +26,10 @@ std::string FiguresOf(const StagedEmployment& item)
     AddFigure(text, "tax", item.tax);
     AddFigure(text, "studentLoan", item.studentLoan);
     for (const auto& [code, total] : TotalsOf(item.benefits).totals)
-        AddFigure(text, std::to_string(code), total.amount);
+        if (total.amount.IsValid()) {
+            AddFigure(text, std::to_string(code), total.amount);
+            text += total.isEstimate ? "?" : "";
+        }
     return text;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Brix/Records.h"
+#include "MorvUt/hmrc/schedules/BenefitCodes.h"
 
 namespace HmrcApi
 {
@@ -18,11 +19,13 @@ void ReplaceBenefit(CNewEmployBenefits& benefits, long employment, const Differe
 {
     bool isReplaced = false;
     for (int place = 0; benefits.MoveTo(place);) {
-        if (benefits.GetType() != row.code) {
+        const int code = benefits.GetType();
+        if (code != row.code && !(row.isBox && BoxCode(code) == row.code)) {
             ++place;
         } else if (isReplaced) {
             benefits.Delete();
         } else {
+            benefits.SetType(row.code);
             benefits.SetBenefit(row.hmrcAmount);
             benefits.SetEstimate(row.estimate);
             benefits.Update();

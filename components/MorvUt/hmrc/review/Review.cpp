@@ -46,24 +46,29 @@ ReviewResult Ended(Outcome outcome, unsigned text, Difference difference = {})
 }
 
 template<class List, class Item>
-void Remember(const std::vector<Item>& items, long id, StagedDecision::Made made)
+void Remember(const std::vector<Item>& items, const std::vector<long>& ids, StagedDecision::Made made)
 {
-    const auto item = std::find_if(items.begin(), items.end(), [&](const Item& each) { return each.id == id; });
-    List list;
-    if (item == items.end() || !list.Open({{0, id}}))
-        return;
-    list.SetDecision(made);
-    list.SetDecided(FiguresOf(*item));
-    list.Update();
+    std::vector<const Item*> decided;
+    for (const Item& item : items)
+        if (std::find(ids.begin(), ids.end(), item.id) != ids.end())
+            decided.push_back(&item);
+    const std::string figures = FiguresOf(decided);
+    for (const Item* item : decided) {
+        List list;
+        if (!list.Open({{0, item->id}}))
+            continue;
+        list.SetDecision(made);
+        list.SetDecided(figures);
+        list.Update();
+    }
 }
 
 void Remember(const Difference& difference, const StagedYear& staged, StagedDecision::Made made)
 {
-    for (const long id : difference.stagedIds)
-        if (difference.schedule == Difference::Schedule::Employment)
-            Remember<Brix::CMTD_Employments>(staged.employments, id, made);
-        else
-            Remember<Brix::CMTD_PensionStateBenefits>(staged.pensions, id, made);
+    if (difference.schedule == Difference::Schedule::Employment)
+        Remember<Brix::CMTD_Employments>(staged.employments, difference.stagedIds, made);
+    else
+        Remember<Brix::CMTD_PensionStateBenefits>(staged.pensions, difference.stagedIds, made);
 }
 
 void Audit(ClientId client, const char* action, const Difference& difference)
@@ -101,7 +106,7 @@ ReviewResult Decide(ClientId client, TaxYear taxYear, std::int64_t number, Decis
         return {Outcome::Refused, why, {}};
     const DecisionFacts& facts = FactsOf(decision);
     const bool isWriting = decision != Decision::Skip;
-    if (isWriting && CUserData::CheckForReadOnlyWithError())
+    if (isWriting && (CUserData::IsReadOnly() || CUserData::IsReadOnlyBecauseLocked()))
         return Ended(Outcome::Refused, IDS_CLIENT_READ_ONLY);
     const short year = taxYear.GetRealTaxYear();
     Quarry::CTransaction transaction(isWriting ? Cellar::Intent::Write : Cellar::Intent::Read, Brix::SubjectOf(client));

@@ -56,7 +56,21 @@ constexpr BenefitRow kBenefits[] = {
     {1016, 260}, // expenses payments and balancing charges
 };
 
+/// Which codes are of which box of the employment pages (SA102, 9 to 14 and 16), by the code of HMRC's sum; all others
+/// are of box 15.
+constexpr BenefitRow kBoxes[] = {{70, 70}, {90, 70},  {80, 80}, {95, 80},   {120, 120}, {40, 40},  {60, 40},
+                                 {10, 10}, {150, 10}, {50, 50}, {210, 260}, {220, 260}, {260, 260}};
+constexpr int kOtherBenefits = 170;
+
 } // namespace
+
+int BoxCode(int code) noexcept
+{
+    for (const BenefitRow& row : kBoxes)
+        if (row.hmrcNumber == code)
+            return row.code;
+    return kOtherBenefits;
+}
 
 int BenefitCode(int hmrcNumber) noexcept
 {

@@ -103,7 +103,7 @@ private:
         if (round == kByKey)
             return m_keys.all.contains(own.reference) ? own.reference : own.reference + ' ' + own.worksNumber;
         if (CountOf(m_itemsOf, own.reference) != 1)
-            return own.isFromHmrc && !own.worksNumber.empty() ? ByLikeness(round, own) : Trait();
+            return own.isFromHmrc ? ByLikeness(round, own) : Trait();
         return round == kBare && !own.worksNumber.empty() ? Trait() : ByLikeness(round, own);
     }
 
@@ -230,6 +230,15 @@ Match MatchSum(const StagedPension& item, const std::vector<ReturnPension>& own)
     return {schedules.size() == 1 ? Match::State::Matched : Match::State::Total, static_cast<int>(schedules[0])};
 }
 
+/// The schedule that was made of a sum of this kind, which the items may be parts of.
+int ScheduleOfSum(int kind, const std::vector<ReturnPension>& own)
+{
+    for (std::size_t i = 0; i < own.size(); ++i)
+        if (IsScheduleOfKind(own[i].type, kind) && IsMadeOfSum(own[i]))
+            return static_cast<int>(i);
+    return kNoSchedule;
+}
+
 bool IsSum(const StagedPension& item) { return SummaryOf(item) != Summary::None; }
 
 } // namespace
@@ -280,6 +289,10 @@ std::vector<Match> MatchPensions(const StagedYear& staged, const ReturnYear& own
     }
     for (const auto& [text, group] : groups)
         MatchGroup(staged.pensions, group, own.pensions, schedulesOf[text], matches);
+    for (std::size_t i = 0; i < matches.size(); ++i)
+        if (matches[i].state == Match::State::New && !IsSum(staged.pensions[i]))
+            if (const int sum = ScheduleOfSum(staged.pensions[i].kind, own.pensions); sum != kNoSchedule)
+                matches[i] = {Match::State::Ambiguous, sum};
     return matches;
 }
 

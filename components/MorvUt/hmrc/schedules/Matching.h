@@ -21,9 +21,11 @@ struct Match
         Ignored, // withdrawn, of an unknown kind, or its key stands twice
         Matched, // `schedule` is its own
         Shared, // another item of the same date or description comes first; `schedule` stands for both, if there is one
-        Ambiguous, // HMRC has several items of a reference and the return one that does not say which: `schedule`
-        Total,     // a sum of a kind of which the return has several schedules: `schedule` is the first of them
-        New        // the return lacks it
+        /// HMRC has several items of a reference and the return one that does not say which, or the return has the sum
+        /// of a kind whose items HMRC now sends one by one: `schedule`.
+        Ambiguous,
+        Total, // a sum of a kind of which the return has several schedules: `schedule` is the first of them
+        New    // the return lacks it
     };
     State state = State::Ignored;
     int schedule = kNoSchedule;

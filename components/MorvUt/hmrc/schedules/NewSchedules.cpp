@@ -7,6 +7,7 @@
 
 #include "MorvUt/hmrc/schedules/BenefitTotals.h"
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
+#include "MorvUt/hmrc/schedules/StagedWords.h"
 #include "MorvUt/hmrc/schedules/Words.h"
 #include "MorvUt/hmrc/staging/Summaries.h"
 #include "MorvUt/mappings/TypeMappings.h"
@@ -60,6 +61,14 @@ CString NoteOfAmbiguous(const std::string& name, const std::string& reference)
         "%s: HMRC has more than one of this reference, and the return has one with the reference alone, which "
         "does not say which it is. None was made: give that schedule its works number, or delete it.",
         NamedBy(name, reference));
+}
+
+CString NoteOfPartOfSum(const StagedPension& item)
+{
+    return Formatted(
+        "%s: the return has one schedule for the sum of this kind, which was made when HMRC sent no payers. "
+        "None was made: delete that schedule, then create again.",
+        NamedBy(DisplayName(item), DisplayReference(item)));
 }
 
 /// The schedules that hold the sum of the items that they stand for: nothing needs to be said of these.
@@ -308,7 +317,9 @@ void NewScheduleWriter::AddUnsaved(const StagedYear& staged, const std::vector<M
                 m_created.notes.push_back(NoteOfShared(item));
             break;
         case Match::State::Ambiguous:
-            m_created.notes.push_back(NoteOfAmbiguous(item.payer, item.reference));
+            m_created.notes.push_back(IsMadeOfSum(m_own.pensions[static_cast<std::size_t>(matches[i].schedule)])
+                                          ? NoteOfPartOfSum(item)
+                                          : NoteOfAmbiguous(item.payer, item.reference));
             break;
         case Match::State::Matched:
         case Match::State::Total: // the review compares it

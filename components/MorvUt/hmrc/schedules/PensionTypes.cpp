@@ -62,4 +62,16 @@ bool IsScheduleOfKind(long type, long kind) noexcept
 
 bool IsPrivatePensionType(long type) noexcept { return IsScheduleOfKind(type, kPrivatePension); }
 
+bool IsMadeOfSum(const ReturnPension& own)
+{
+    if (!own.isFromHmrc || !own.reference.IsEmpty() || !own.payer.IsEmpty() || own.start.IsValid())
+        return false;
+    if (IsScheduleOfKind(own.type, kJobseekersAllowance)) // its schedules have no description
+        return own.description.IsEmpty();
+    for (const Summary summary : {Summary::OtherPensions, Summary::IncapacityBenefit})
+        if (own.description == WordsOf(summary).text && IsScheduleOfKind(own.type, WordsOf(summary).kind))
+            return true;
+    return false;
+}
+
 } // namespace HmrcApi

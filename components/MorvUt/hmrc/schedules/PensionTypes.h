@@ -33,5 +33,7 @@ bool IsStatePensionKind(long kind) noexcept; // and its lump sum
 /// is known by its description.
 bool IsScheduleOfKind(long type, long kind) noexcept;
 bool IsPrivatePensionType(long type) noexcept;
+/// The schedule was made of one of HMRC's sums (staging/Summaries.h), which has neither payer, reference nor date.
+bool IsMadeOfSum(const ReturnPension& own);
 
 } // namespace HmrcApi
