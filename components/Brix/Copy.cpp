@@ -10,6 +10,7 @@
 #include "Cellar/RowCursor.h"
 #include "Cellar/Transaction.h"
 #include "Cellar/ValueTypes.h"
+#include "Quarry/NewId.h"
 #include "Quarry/Table.h"
 #include "Shellkit/Envelope.h"
 
@@ -25,19 +26,67 @@ using Cellar::Value;
 using Quarry::Column;
 using Quarry::Table;
 
-constexpr std::size_t kMostRows = 200; // in one statement
+// In one statement. What drivers keep for each value of each table's statement is most of the memory that a copy takes.
+constexpr std::size_t kMostRows = 200, kMostValues = 500;
 
 [[noreturn]] void ThrowCopy(const std::string& why)
 {
     throw DatabaseError(DatabaseError::Category::Other, "", why, "");
 }
 
-/// Sessions' rows say nothing in another database; the schema's own row is made there.
+/// Sessions' rows say nothing in another database; the schema's own row and the counters are made there.
 bool IsCopied(const Table& table)
 {
+    const std::string_view name = table.sqlName;
     return std::none_of(table.columns.begin(), table.columns.end(), std::mem_fn(&Column::IsSession)) &&
-           std::string_view(table.sqlName) != "BRIXSchema";
+           name != "BRIXSchema" && name != "BRIXNextID";
 }
+
+/// The ids that a practice has given, also those whose rows are gone: a copy gives none of them again.
+class GivenIds
+{
+public:
+    explicit GivenIds(Cellar::CConnection& practice)
+    {
+        for (const Table* const table : AllTables()) {
+            if (table->GetCounted())
+                Add(*table, nullptr, Quarry::LastId(*table, practice));
+            for (const Column& column : table->columns)
+                if (column.identity)
+                    Add(*table, &column, LastOfIdentity(practice, *table, column));
+        }
+    }
+
+    void PutInto(Cellar::CConnection& practice) const
+    {
+        PutIdsBehindRows(practice);
+        for (const auto& [table, column, last] : m_given)
+            if (!column)
+                Quarry::SkipIds(*table, last, practice);
+            else if (practice.GetDialect().IdsOfSequence() > 0)
+                practice.Script(practice.GetDialect().MoveIdentity(table->sqlName, column->name, last));
+    }
+
+private:
+    struct Given
+    {
+        const Table* table;
+        const Column* column; // that the database counts by itself; null: NewId does
+        long last;
+    };
+    void Add(const Table& table, const Column* column, long last)
+    {
+        if (last > 0)
+            m_given.push_back({&table, column, last});
+    }
+    static long LastOfIdentity(Cellar::CConnection& practice, const Table& table, const Column& column)
+    {
+        const SqlText last = practice.GetDialect().LastOfIdentity(table.sqlName, column.name);
+        return last.IsEmpty() ? 0 : Cellar::ToLong(practice.Query(last, {}).rows.at(0).at(0));
+    }
+
+    std::vector<Given> m_given;
+};
 
 /// The statements and the columns of one table's copy.
 class TableCopy
@@ -57,7 +106,7 @@ public:
         m_insert = SqlText("INSERT INTO ") + SqlText::Bracketed(table.sqlName) + " (" + names + ") VALUES ";
         m_selectFrom = SqlText("SELECT ") + names + " FROM " + SqlText::Bracketed(table.sqlName) + OrderBy(from);
         m_selectTo = SqlText("SELECT ") + names + " FROM " + SqlText::Bracketed(table.sqlName) + OrderBy(to);
-        m_rowsAtOnce = std::clamp<std::size_t>(Cellar::kMostValues / m_columns.size(), 1, kMostRows);
+        m_rowsAtOnce = std::clamp<std::size_t>(kMostValues / m_columns.size(), 1, kMostRows);
     }
 
     const Table& GetTable() const noexcept { return m_table; }
@@ -180,14 +229,14 @@ public:
             ThrowCopy("what is to be copied is no practice of this version");
         const Cellar::CConnection::Moment moment(m_from.practice);
         std::vector<TableCopy> tables = FindTables();
+        const GivenIds given(m_from.practice);
         Cellar::CTransaction transaction(m_to.practice, Cellar::Intent::Write);
         MakeSchema();
         for (TableCopy& table : tables)
             CopyRows(table);
-        PutIdsBehindRows(m_to.practice);
         for (TableCopy& table : tables)
             CompareRows(table);
-        PutIdsBehindRows(m_to.practice);
+        given.PutInto(m_to.practice);
         transaction.Commit();
         return m_copied;
     }
@@ -236,8 +285,8 @@ private:
                 rows = 0;
             }
         }
-        if (rows > 0)
-            Insert(table, std::span(values).first(rows * width), rows);
+        for (std::size_t i = 0; i < rows; ++i) // a statement for each number of rows would stay in memory
+            Insert(table, row(i), 1);
     }
 
     void Insert(TableCopy& table, std::span<const Value> values, std::size_t rows)

@@ -279,10 +279,10 @@ void PutIdsBehindRows(Cellar::CConnection& connection)
     std::string script;
     for (const Table* const table : AllTables()) {
         if (const Column* const counted = table->GetCounted())
-            script += dialect.MoveSequence(table->sqlName, counted->name) + ";\n";
+            script += dialect.MoveSequence(table->sqlName, counted->name, 0) + ";\n";
         for (const Column& column : table->columns)
             if (column.identity)
-                script += dialect.MoveIdentity(table->sqlName, column.name) + ";\n";
+                script += dialect.MoveIdentity(table->sqlName, column.name, 0) + ";\n";
     }
     connection.Script(script);
 }

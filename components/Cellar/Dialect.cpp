@@ -39,6 +39,7 @@ struct InsertProcedureParts
 struct SequenceNames
 {
     SqlText sequence, table, column;
+    SqlText last = "0"; // an id that was given
 };
 /// How a database writes sequences; the statements are T-SQL but for what `move` gives.
 struct SequenceRules
@@ -50,6 +51,8 @@ struct SequenceRules
     SqlText (*isBehind)(const SequenceNames& names);
     SqlText (*move)(const SequenceNames& names);
     SqlText (*moveIdentity)(const SequenceNames& names);
+    SqlText (*last)(const SequenceNames& names);
+    SqlText (*lastOfIdentity)(const SequenceNames& names);
 };
 
 /// How one database writes what T-SQL writes otherwise. Null: as it stands.
@@ -67,7 +70,7 @@ struct Rules
     bool addsComputedDefaults;
     bool areNullsEqual;
     std::string (*insertProcedure)(const InsertProcedureParts& parts);
-    SqlText tableColumns, fileIntegrity, filePath, sessionBegan, isEncrypted;
+    SqlText tableColumns, fileIntegrity, filePath, sessions, isEncrypted;
     SqlText (*mayNotRead)(ColumnType type, const SqlText& column);
     const char* call; // EXEC
     Around arguments; // of the call; only with one
@@ -223,7 +226,7 @@ constexpr Rules kSqlite = {
     .tableColumns = "SELECT m.name, c.name FROM sqlite_master m, pragma_table_info(m.name) c WHERE m.type = 'table'",
     .fileIntegrity = "PRAGMA integrity_check",
     .filePath = "SELECT file FROM pragma_database_list WHERE name = 'main'",
-    .sessionBegan = "", // its file does not know who has it open
+    .sessions = "", // its file does not know who has it open
     .isEncrypted = "",
     .mayNotRead = SqliteMayNotRead,
     .call = "INSERT INTO ", // a view of that name, whose trigger does the work
@@ -263,16 +266,29 @@ SqlText PostgresIsBehind(const SequenceNames& names)
 SqlText PostgresMove(const SequenceNames& names)
 {
     // At the end of the numbers it has given its last one, and refuses the next.
-    const SqlText next = "GREATEST(" + SqlText(kPostgresNumber) + ", (SELECT CAST(COALESCE(" + Largest(names) +
+    const SqlText next = "GREATEST(" + SqlText(kPostgresNumber) + ", " + names.last +
+                         " + CAST(1 AS bigint), (SELECT CAST(COALESCE(" + Largest(names) +
                          ", 0) AS bigint) + 1 FROM [" + names.table + "]))";
     return "SELECT setval('" + names.sequence + "', LEAST(" + next + ", 2147483647), " + next + " > 2147483647) FROM " +
            names.sequence;
 }
+/// A sequence that has not given its first number has none that it gave last.
+SqlText PostgresLast(const SequenceNames& names)
+{
+    return "SELECT LEAST(last_value + CASE WHEN is_called THEN CAST(31 AS bigint) ELSE -1 END, 2147483647) FROM " +
+           names.sequence;
+}
+SqlText PostgresLastOfIdentity(const SequenceNames& names)
+{
+    return "SELECT pg_sequence_last_value(pg_get_serial_sequence('" + names.table + "', LOWER('" + names.column +
+           "')))";
+}
 SqlText PostgresMoveIdentity(const SequenceNames& names)
 {
-    const SqlText sequence = "pg_get_serial_sequence('" + names.table + "', LOWER('" + names.column + "'))";
-    return "SELECT setval(" + sequence + ", GREATEST(COALESCE(pg_sequence_last_value(" + sequence +
-           "), 0), (SELECT COALESCE(" + Largest(names) + ", 0) FROM [" + names.table + "])) + 1, false)";
+    const SqlText last = "GREATEST((" + PostgresLastOfIdentity(names) + "), " + names.last + ", (SELECT " +
+                         Largest(names) + " FROM [" + names.table + "]))"; // of what is not null
+    return "SELECT setval(pg_get_serial_sequence('" + names.table + "', LOWER('" + names.column + "')), GREATEST(" +
+           last + ", 1), " + last + " > 0)";
 }
 constexpr SequenceRules kPostgresSequences = {
     .create = "CREATE SEQUENCE IF NOT EXISTS ",
@@ -282,6 +298,8 @@ constexpr SequenceRules kPostgresSequences = {
     .isBehind = PostgresIsBehind,
     .move = PostgresMove,
     .moveIdentity = PostgresMoveIdentity,
+    .last = PostgresLast,
+    .lastOfIdentity = PostgresLastOfIdentity,
 };
 
 SqlText SqlServerNext(const SequenceNames& names)
@@ -297,13 +315,28 @@ SqlText SqlServerIsBehind(const SequenceNames& names)
 SqlText SqlServerMove(const SequenceNames& names)
 {
     const SqlText variable = "@" + names.sequence; // several stand in one script
+    const SqlText last =
+        "CASE WHEN " + Largest(names) + " > " + names.last + " THEN " + Largest(names) + " ELSE " + names.last + " END";
     return "DECLARE " + variable + " nvarchar(400) = (SELECT 'ALTER SEQUENCE [" + names.sequence +
-           "] RESTART WITH ' + CAST(1 + COALESCE(" + Largest(names) + ", 0) AS nvarchar(20)) FROM [" + names.table +
-           "] HAVING COALESCE(" + Largest(names) +
-           ", 0) >= (SELECT CAST(current_value AS bigint) FROM sys.sequences WHERE name = '" + names.sequence +
+           "] RESTART WITH ' + CAST(1 + " + last + " AS nvarchar(20)) FROM [" + names.table + "] HAVING " + last +
+           " >= (SELECT CAST(current_value AS bigint) FROM sys.sequences WHERE name = '" + names.sequence +
            "')); EXEC(" + variable + ")";
 }
-SqlText SqlServerMoveIdentity(const SequenceNames& names) { return "DBCC CHECKIDENT ('" + names.table + "', RESEED)"; }
+/// The last number of a table that never had a row is the one that it gives next.
+SqlText SqlServerMoveIdentity(const SequenceNames& names)
+{
+    const SqlText check = "DBCC CHECKIDENT ('" + names.table + "', RESEED";
+    return (names.last.View() == "0" ? SqlText() : check + ", " + names.last + "); ") + check + ")";
+}
+SqlText SqlServerLast(const SequenceNames& names)
+{
+    return "SELECT " + SqlText("CAST(current_value AS bigint) + 31 FROM sys.sequences WHERE name = '") +
+           names.sequence + "'";
+}
+SqlText SqlServerLastOfIdentity(const SequenceNames& names)
+{
+    return "SELECT CAST(IDENT_CURRENT('" + names.table + "') AS bigint)";
+}
 constexpr SequenceRules kSqlServerSequences = {
     .create = "CREATE SEQUENCE ",
     .options = " AS int START WITH 1 INCREMENT BY 32 MINVALUE 1;\n",
@@ -312,6 +345,8 @@ constexpr SequenceRules kSqlServerSequences = {
     .isBehind = SqlServerIsBehind,
     .move = SqlServerMove,
     .moveIdentity = SqlServerMoveIdentity,
+    .last = SqlServerLast,
+    .lastOfIdentity = SqlServerLastOfIdentity,
 };
 
 constexpr Rules kPostgres = {
@@ -330,9 +365,8 @@ constexpr Rules kPostgres = {
     .tableColumns = kServerColumns,
     .fileIntegrity = "",
     .filePath = "",
-    .sessionBegan = "SELECT CAST(backend_start AS timestamp(3)) AS [dtBegan], "
-                    "CAST(timezone('utc', backend_start) AS timestamp(3)) AS [dtBeganUtc] "
-                    "FROM pg_stat_activity WHERE pid = %I64d",
+    .sessions = "SELECT pid AS [nSession], CAST(backend_start AS timestamp(3)) AS [dtBegan], "
+                "CAST(timezone('utc', backend_start) AS timestamp(3)) AS [dtBeganUtc] FROM pg_stat_activity",
     .isEncrypted = "SELECT CAST(ssl AS integer) AS [bEncrypted] FROM pg_stat_ssl WHERE pid = @@SPID",
     .mayNotRead = ReadsAlways,
     .call = "CALL ",
@@ -369,8 +403,8 @@ constexpr Rules kSqlServer = {
     .tableColumns = kServerColumns,
     .fileIntegrity = "",
     .filePath = "",
-    .sessionBegan = "", // without a right of administrators a session sees itself only
-    .isEncrypted = "",  // nor that without the right
+    .sessions = "",    // without a right of administrators a session sees itself only
+    .isEncrypted = "", // nor that without the right
     .mayNotRead = ReadsAlways,
     .call = nullptr,
     .arguments = {nullptr, nullptr},
@@ -671,13 +705,18 @@ public:
     {
         return About(&SequenceRules::isBehind, table, column);
     }
-    std::string MoveSequence(std::string_view table, std::string_view column) const override
+    std::string MoveSequence(std::string_view table, std::string_view column, std::int64_t last) const override
     {
-        return Native(About(&SequenceRules::move, table, column));
+        return Native(About(&SequenceRules::move, table, column, last));
     }
-    std::string MoveIdentity(std::string_view table, std::string_view column) const override
+    std::string MoveIdentity(std::string_view table, std::string_view column, std::int64_t last) const override
     {
-        return Native(About(&SequenceRules::moveIdentity, table, column));
+        return Native(About(&SequenceRules::moveIdentity, table, column, last));
+    }
+    SqlText LastOfSequence(std::string_view table) const override { return About(&SequenceRules::last, table, "lID"); }
+    SqlText LastOfIdentity(std::string_view table, std::string_view column) const override
+    {
+        return About(&SequenceRules::lastOfIdentity, table, column);
     }
     bool AddsComputedDefaults() const noexcept override { return m_rules.addsComputedDefaults; }
     bool AreNullsEqual() const noexcept override { return m_rules.areNullsEqual; }
@@ -692,7 +731,7 @@ public:
     const SqlText& TableColumns() const noexcept override { return m_rules.tableColumns; }
     const SqlText& FileIntegrity() const noexcept override { return m_rules.fileIntegrity; }
     const SqlText& FilePath() const noexcept override { return m_rules.filePath; }
-    const SqlText& SessionBegan() const noexcept override { return m_rules.sessionBegan; }
+    const SqlText& Sessions() const noexcept override { return m_rules.sessions; }
     const SqlText& IsEncrypted() const noexcept override { return m_rules.isEncrypted; }
     SqlText MayNotRead(ColumnType type, const SqlText& column) const override
     {
@@ -715,12 +754,12 @@ private:
     }
     static std::string SequenceOf(std::string_view table) { return std::string(table) + "_ids"; }
     SqlText About(SqlText (*SequenceRules::*statement)(const SequenceNames&), std::string_view table,
-                  std::string_view column) const
+                  std::string_view column, std::int64_t last = 0) const
     {
         if (!m_rules.sequences)
             return {};
-        return (m_rules.sequences->*statement)(
-            {SqlText::Identifier(SequenceOf(table)), SqlText::Identifier(table), SqlText::Identifier(column)});
+        return (m_rules.sequences->*statement)({SqlText::Identifier(SequenceOf(table)), SqlText::Identifier(table),
+                                                SqlText::Identifier(column), SqlText::Number(last)});
     }
 
     const Rules& m_rules;

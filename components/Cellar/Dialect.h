@@ -81,9 +81,14 @@ public:
     virtual SqlText NextBlocks(std::string_view table) const = 0;
     /// A query for the column's largest id, with a row only when the sequence would give ids that rows have already.
     virtual SqlText SequenceIsBehind(std::string_view table, std::string_view column) const = 0;
-    /// Statements after which it gives ids that no row has, and those for a column that the database counts (Identity).
-    virtual std::string MoveSequence(std::string_view table, std::string_view column) const = 0;
-    virtual std::string MoveIdentity(std::string_view table, std::string_view column) const = 0;
+    /// Statements after which it gives ids that no row has, above `last`, and those for a column that the database
+    /// counts (Identity).
+    virtual std::string MoveSequence(std::string_view table, std::string_view column, std::int64_t last) const = 0;
+    virtual std::string MoveIdentity(std::string_view table, std::string_view column, std::int64_t last) const = 0;
+    /// Queries for the largest id that either has given so far, or may have; 0 or null: none. Empty where there is
+    /// none.
+    virtual SqlText LastOfSequence(std::string_view table) const = 0;
+    virtual SqlText LastOfIdentity(std::string_view table, std::string_view column) const = 0;
     /// A table that has rows may be given a column whose default is computed.
     virtual bool AddsComputedDefaults() const noexcept = 0;
     /// In a unique index a null equals another: rows that may have it must be left out of the index.
@@ -97,9 +102,9 @@ public:
     virtual const SqlText& FileIntegrity() const noexcept = 0;
     /// A query for the path of the database's file; empty for a server's.
     virtual const SqlText& FilePath() const noexcept = 0;
-    /// A query for the moments, by the clocks of GETDATE() and GETUTCDATE(), at which the session of a number (%I64d)
-    /// began: columns dtBegan and dtBeganUtc. No row: the session is over. Empty where the database does not tell.
-    virtual const SqlText& SessionBegan() const noexcept = 0;
+    /// A query for the sessions that there are: column nSession, their number, and dtBegan and dtBeganUtc, at which
+    /// they began by the clocks of GETDATE() and GETUTCDATE(). Empty where the database does not tell.
+    virtual const SqlText& Sessions() const noexcept = 0;
     /// A query whose one number says whether the server's end of this connection is encrypted (column bEncrypted).
     /// Empty where the database does not tell.
     virtual const SqlText& IsEncrypted() const noexcept = 0;

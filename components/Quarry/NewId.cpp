@@ -21,6 +21,11 @@ constexpr long kBlock = 32;    // ids that a transaction takes at once
 constexpr long kMostAhead = 8; // blocks that a connection takes from a sequence before it needs them
 constexpr std::int64_t kLargest = std::numeric_limits<std::int32_t>::max();
 
+Cellar::RowSet ReadCounter(const Table& table, Cellar::CConnection& connection)
+{
+    return connection.Queryf("SELECT [lNext] FROM [BRIXNextID] WHERE [strTable] = %s", table.sqlName);
+}
+
 /// Moves the counter of the table `count` ids on, and gives the last of them. When there are not as many any more the
 /// counter stays.
 std::optional<long> TakeIds(Cellar::CConnection& connection, const Table& table, long count)
@@ -35,8 +40,7 @@ std::optional<long> TakeIds(Cellar::CConnection& connection, const Table& table,
             connection.ExecuteDirectf(text.countUp, count, count, table.sqlName); // another workstation was first
         }
     }
-    const Cellar::RowSet set =
-        connection.Queryf("SELECT [lNext] FROM [BRIXNextID] WHERE [strTable] = %s", table.sqlName);
+    const Cellar::RowSet set = ReadCounter(table, connection);
     const std::int64_t last = set.rows.empty() ? 0 : Cellar::ToInt64(set.rows[0][0]);
     if (last >= count && last <= kLargest)
         return static_cast<long>(last);
@@ -155,6 +159,28 @@ void ReserveIds(const Table& table, long count, Cellar::CConnection& connection)
         SequenceBlockOf(table, connection, count);
     else
         BlockOf(table, connection, count, std::max(count, kBlock));
+}
+
+long LastId(const Table& table, Cellar::CConnection& connection)
+{
+    CheckMayTake(table, connection);
+    const Cellar::RowSet set = HasSequences(connection)
+                                   ? connection.Query(connection.GetDialect().LastOfSequence(table.sqlName), {})
+                                   : ReadCounter(table, connection);
+    return set.rows.empty() ? 0 : Cellar::ToLong(set.rows[0].at(0));
+}
+
+void SkipIds(const Table& table, long last, Cellar::CConnection& connection)
+{
+    CheckMayTake(table, connection);
+    const Cellar::SuspendDirectSQLEvents quiet(connection);
+    if (HasSequences(connection))
+        return connection.Script(connection.GetDialect().MoveSequence(table.sqlName, table.GetCounted()->name, last));
+    connection.ExecuteDirectf("INSERT INTO [BRIXNextID] ([strTable], [lNext]) SELECT %s, 0 WHERE NOT EXISTS "
+                              "(SELECT 1 FROM [BRIXNextID] WHERE [strTable] = %s)",
+                              table.sqlName, table.sqlName);
+    connection.ExecuteDirectf("UPDATE [BRIXNextID] SET [lNext] = %ld WHERE [strTable] = %s AND [lNext] < %ld", last,
+                              table.sqlName, last);
 }
 
 } // namespace Quarry

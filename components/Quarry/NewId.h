@@ -25,4 +25,9 @@ QUARRY_API long NewId(const Table& table, Cellar::CConnection& connection);
 /// as NewId, and std::logic_error outside a transaction.
 QUARRY_API void ReserveIds(const Table& table, long count, Cellar::CConnection& connection);
 
+/// The largest id that NewId has given, or may have; 0: none.
+QUARRY_API long LastId(const Table& table, Cellar::CConnection& connection);
+/// From now on NewId gives ids above `last`, for a practice that goes on where another ended. Within a transaction.
+QUARRY_API void SkipIds(const Table& table, long last, Cellar::CConnection& connection);
+
 } // namespace Quarry

@@ -64,7 +64,7 @@ protected:
         auto& connection = Quarry::GetConnection();
         connection.ExecuteDirectf(statement, args...);
         if (::Test::IsOnServer() && statement.View().starts_with("INSERT INTO BRIXTask"))
-            connection.Script(connection.GetDialect().MoveSequence("BRIXTask", "lID"));
+            connection.Script(connection.GetDialect().MoveSequence("BRIXTask", "lID", 0));
     }
     template<class... Args>
     static long Count(const Cellar::SqlText& from, const Args&... args)

@@ -144,6 +144,18 @@ void LockTables()
     undone.Rollback();
 }
 
+void GoOnFromOtherIds()
+{
+    Cellar::CConnection& connection = Quarry::GetConnection();
+    const Quarry::Table& table = Brix::CClient::Declaration();
+    Quarry::CTransaction undone;
+    Quarry::SkipIds(table, Quarry::LastId(table, connection) + 7, connection);
+    if (const auto last = connection.GetDialect().LastOfIdentity("MTDAudit", "lID"); !last.IsEmpty())
+        connection.Query(last, {});
+    if (const auto move = connection.GetDialect().MoveIdentity("MTDAudit", "lID", 7); !move.empty())
+        connection.Script(move);
+}
+
 std::string Catalog(std::size_t tables, std::size_t columnsOfTheLast)
 {
     std::string script = "on SELECT TABLE_NAME, COLUMN_NAME*\ncolumns TABLE_NAME:nvarchar COLUMN_NAME:nvarchar\n";
@@ -192,6 +204,7 @@ std::vector<std::string> SendEverything(std::unique_ptr<Cellar::CConnection> con
         AskForOrderingNumbers();
         KeepTokens();
         LockTables();
+        GoOnFromOtherIds();
         LockUsersAndFeatures();
         CheckPractice(Quarry::GetConnection());
         IsPracticeKey(Quarry::GetConnection(), {SchemaState::Current, kSchemaVersion, {}});

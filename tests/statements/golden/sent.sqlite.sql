@@ -459,6 +459,8 @@ RELEASE SAVEPOINT level2;
 DELETE FROM [BRIXClient];
 ROLLBACK TO SAVEPOINT level2;
 ROLLBACK;
+INSERT INTO [BRIXNextID] ([strTable], [lNext]) SELECT ?, 0 WHERE NOT EXISTS (SELECT 1 FROM [BRIXNextID] WHERE [strTable] = ?);
+UPDATE [BRIXNextID] SET [lNext] = ? WHERE [strTable] = ? AND [lNext] < ?;
 INSERT INTO MorvUserLocks ( UserId, strWorkstation ) SELECT ?, ? WHERE NOT EXISTS( SELECT userid FROM MorvUserLocks WHERE userid = ? ) ;
 SELECT Count(*) FROM MorvUserLocks WHERE UserId = ?;
 SELECT Count(*) FROM MorvUserLocks ;

@@ -31,15 +31,17 @@ std::string DatabaseDigest(Cellar::CConnection& connection)
 
 } // namespace
 
-std::string MarkName(Cellar::CConnection& connection, std::string_view kind, std::string_view key, std::int64_t session)
+MarkNames::MarkNames(Cellar::CConnection& connection) : m_database(DatabaseDigest(connection)) {}
+
+std::string MarkNames::Of(std::string_view kind, std::string_view key, std::int64_t session) const
 {
     std::string name(kind);
-    return name.append(".")
-        .append(DatabaseDigest(connection))
-        .append(".")
-        .append(key)
-        .append(".")
-        .append(std::to_string(session));
+    return name.append(".").append(m_database).append(".").append(key).append(".").append(std::to_string(session));
+}
+
+std::string MarkName(Cellar::CConnection& connection, std::string_view kind, std::string_view key, std::int64_t session)
+{
+    return MarkNames(connection).Of(kind, key, session);
 }
 
 std::optional<bool> RunsHere(const std::string& mark, const std::string& workstation)

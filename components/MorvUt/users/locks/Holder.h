@@ -17,8 +17,18 @@ namespace Locks
 inline constexpr char kTokenMark[] = "MorvUt.TokenLock", kUserMark[] = "MorvUt.UserLock",
                       kFeatureMark[] = "MorvUt.FeatureLock";
 
-/// The name of the process mark (Shellkit::ProcessMark) that a session of this database sets for a lock: `kind` is one
-/// of those above, `key` tells which lock of that kind.
+/// The names of the process marks (Shellkit::ProcessMark) that sessions of a database set for locks.
+class MarkNames
+{
+public:
+    explicit MarkNames(Cellar::CConnection& connection);
+    /// `kind` is one of those above, `key` tells which lock of that kind.
+    std::string Of(std::string_view kind, std::string_view key, std::int64_t session) const;
+
+private:
+    std::string m_database;
+};
+/// One of them.
 MORVUT_API std::string MarkName(Cellar::CConnection& connection, std::string_view kind, std::string_view key,
                                 std::int64_t session);
 

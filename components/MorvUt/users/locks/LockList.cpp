@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <iterator>
+#include <map>
 #include <string>
 
 #include "Cellar/BufferedRowList.h"
@@ -85,24 +86,45 @@ bool IsMarkedHolder(const LockSource& source, const HeldLock& lock)
     }
 }
 
+/// What all locks of a practice are judged by.
+struct Surroundings
+{
+    explicit Surroundings(CConnection& connection) : names(connection)
+    {
+        const SqlText& query = connection.GetDialect().Sessions();
+        if (query.IsEmpty())
+            return;
+        sessions.emplace();
+        for (CBufferedRowList rows(connection, query); !rows.IsEOL(); rows.MoveNext())
+            sessions->insert_or_assign(Cellar::ToInt64(rows.Get("nSession")),
+                                       Began{rows.GetDateTime("dtBegan"), rows.GetDateTime("dtBeganUtc")});
+    }
+
+    struct Began
+    {
+        COleDateTime local, utc;
+    };
+    Locks::MarkNames names;
+    std::optional<std::map<std::int64_t, Began>> sessions; // by their number; nothing: the database does not tell
+};
+
 /// By its mark, else by what the database knows. Never "ended" of a session that the database still has: its program
 /// may be one that sets no mark.
-std::optional<bool> IsHolderAlive(CConnection& connection, const LockSource& source, const HeldLock& lock,
+std::optional<bool> IsHolderAlive(const Surroundings& around, const LockSource& source, const HeldLock& lock,
                                   const COleDateTime& locked)
 {
     const std::int64_t session = std::abs(lock.row.session);
     std::optional<bool> runs;
     if (IsMarkedHolder(source, lock)) {
         const std::string key = source.markKey ? source.markKey : Cellar::ToText(lock.row.key).Str();
-        runs = Locks::RunsHere(Locks::MarkName(connection, source.mark, key, session), lock.workstation.Str());
+        runs = Locks::RunsHere(around.names.Of(source.mark, key, session), lock.workstation.Str());
     }
-    const SqlText& began = connection.GetDialect().SessionBegan();
-    if (session == 0 || runs == true || began.IsEmpty())
+    if (session == 0 || runs == true || !around.sessions)
         return runs;
-    CBufferedRowList sessions(connection, began, session);
-    if (!sessions.MoveFirst())
+    const auto found = around.sessions->find(session);
+    if (found == around.sessions->end())
         return false;
-    const double held = Locks::SecondsBetween(sessions.GetDateTime(source.isUtc ? "dtBeganUtc" : "dtBegan"), locked);
+    const double held = Locks::SecondsBetween(source.isUtc ? found->second.utc : found->second.local, locked);
     return std::isnan(held) ? std::nullopt : std::optional(held >= 0); // a later session has the same number
 }
 
@@ -112,7 +134,7 @@ CString KeyOf(const LockSource& source, const CBufferedRowList& row)
     return source.application ? CString(source.application) + "/" + name + "/" + row.GetText("ConnectionID") : name;
 }
 
-HeldLock ReadLock(CConnection& connection, int table, const CBufferedRowList& row)
+HeldLock ReadLock(const Surroundings& around, int table, const CBufferedRowList& row)
 {
     const LockSource& source = kSources[table];
     const COleDateTime locked = row.GetDateTime("dtLocked");
@@ -128,7 +150,7 @@ HeldLock ReadLock(CConnection& connection, int table, const CBufferedRowList& ro
         lock.age = age;
         lock.since = source.isUtc ? COleDateTime(row.GetDateTime("dtLocal").GetOleDate() - age / kSecondsADay) : locked;
     }
-    lock.isAlive = IsHolderAlive(connection, source, lock, locked);
+    lock.isAlive = IsHolderAlive(around, source, lock, locked);
     return lock;
 }
 
@@ -158,10 +180,14 @@ const char* LockKindName(LockKind kind) noexcept
 
 std::vector<HeldLock> ListLocks(CConnection& connection)
 {
+    std::vector<CBufferedRowList> tables;
+    for (const LockSource& source : kSources)
+        tables.emplace_back(connection, source.select);
+    const Surroundings around(connection); // after the rows: a session that took one since is there
     std::vector<HeldLock> locks;
-    for (int table = 0; table < static_cast<int>(std::size(kSources)); ++table)
-        for (CBufferedRowList rows(connection, kSources[table].select); !rows.IsEOL(); rows.MoveNext())
-            locks.push_back(ReadLock(connection, table, rows));
+    for (std::size_t table = 0; table < tables.size(); ++table)
+        for (; !tables[table].IsEOL(); tables[table].MoveNext())
+            locks.push_back(ReadLock(around, static_cast<int>(table), tables[table]));
     return locks;
 }
 
