@@ -74,10 +74,35 @@ inline CString ConnectionTextOf(const std::string& name, const std::string& copy
     return OnServer(database);
 }
 
+/// The name on the server of the test's database of this name.
+inline std::string NameOnServer(const std::string& name)
+{
+    ConnectionTextOf(name);
+    for (const auto& [known, database] : TheDatabases().made)
+        if (known == name)
+            return database;
+    return {};
+}
+
 /// A connection to the test's database of this name, which is made when it is not there.
 inline std::unique_ptr<Cellar::CConnection> OpenDatabase(const std::string& name)
 {
     return Cellar::CConnection::Open(ConnectionTextOf(name), Cellar::CConnection::Create::IfMissing);
+}
+
+/// What the database's own statements write for one pound.
+inline std::int64_t UnitsOfAPound() { return IsOnServer() ? 1 : 10'000; }
+/// `statements` with {12.50}, pounds and pence, as the database's own statements write it.
+inline std::string WithAmounts(std::string statements)
+{
+    for (std::size_t at = 0; (at = statements.find('{', at)) != statements.npos;) {
+        const std::size_t end = statements.find('}', at);
+        std::string amount = statements.substr(at + 1, end - at - 1);
+        if (!IsOnServer())
+            amount = amount.erase(amount.find('.'), 1) + "00";
+        statements.replace(at, end + 1 - at, amount);
+    }
+    return statements;
 }
 
 /// `statements` with {Int}, {Text}, ... as the database declares columns of these types, {Id} a key that counts up by
@@ -103,6 +128,36 @@ inline void Declare(Cellar::CConnection& connection, std::string statements)
     connection.Script(dialect.SchemaStart() + ReplacedAll(statements, "{Session}", dialect.Default("@@SPID")));
 }
 
+/// While it lives, what the event (such as "BEFORE INSERT") does to rows of the table that fulfil the condition is
+/// refused, or goes along with a further statement.
+class Trigger
+{
+public:
+    Trigger(Cellar::CConnection& connection, const std::string& event, const std::string& table,
+            const std::string& condition = "1 = 1", const std::string& statement = {})
+        : m_connection(connection)
+    {
+        if (!IsOnServer()) {
+            m_connection.Script("CREATE TRIGGER Planted " + event + " ON " + table + " WHEN " + condition + " BEGIN " +
+                                (statement.empty() ? "SELECT RAISE(ABORT, 'full')" : statement) + "; END");
+            m_drop = "DROP TRIGGER Planted";
+            return;
+        }
+        m_connection.Script("CREATE FUNCTION Planted() RETURNS trigger LANGUAGE plpgsql AS $$ BEGIN IF " + condition +
+                            " THEN " + (statement.empty() ? "RAISE EXCEPTION 'full'" : statement) +
+                            "; END IF; RETURN COALESCE(NEW, OLD); END $$; CREATE TRIGGER Planted " + event + " ON " +
+                            table + " FOR EACH ROW EXECUTE FUNCTION Planted()");
+        m_drop = "DROP FUNCTION Planted CASCADE";
+    }
+    Trigger(const Trigger&) = delete;
+    Trigger& operator=(const Trigger&) = delete;
+    ~Trigger() { m_connection.Script(m_drop); }
+
+private:
+    Cellar::CConnection& m_connection;
+    std::string m_drop;
+};
+
 /// Base of fixtures whose bodies run on both; INSTANTIATE with ON_BOTH_DATABASES.
 class OnDatabase : public testing::TestWithParam<Database>
 {
@@ -119,8 +174,9 @@ protected:
 } // namespace Test
 
 #define ON_BOTH_DATABASES(Suite)                                                                                       \
-    INSTANTIATE_TEST_SUITE_P(Embedded, Suite, testing::Values(::Test::Database::Embedded));                            \
+    ON_EMBEDDED(Suite);                                                                                                \
     ON_SERVER(Suite)
+#define ON_EMBEDDED(Suite) INSTANTIATE_TEST_SUITE_P(Embedded, Suite, testing::Values(::Test::Database::Embedded))
 #ifdef MORVUT_HAS_TEST_SERVER
 #define ON_SERVER(Suite) INSTANTIATE_TEST_SUITE_P(Server, Suite, testing::Values(::Test::Database::Server))
 #else

@@ -2,6 +2,7 @@
 
 // A practice for a test, and what it holds as text.
 
+#include "Afx/text/Ascii.h"
 #include "Afx/text/TextFold.h"
 #include "Brix/Records.h"
 #include "Brix/Schema.h"
@@ -43,10 +44,17 @@ public:
     static void Sql(const Cellar::SqlText& statement, const Args&... args)
     {
         Quarry::GetConnection().ExecuteDirectf(statement, args...);
+        PutIdsBehind(statement.View());
+    }
+    /// Statements of the database's own dialect.
+    static void Script(const std::string& statements)
+    {
+        Quarry::GetConnection().Script(statements);
+        PutIdsBehind(statements);
     }
 
-    /// The rows of a SELECT: values separated by "|", "-" for nothing, amounts in pounds, and "! " before a row whose
-    /// bWithdrawn is set. Each row ends in `end`.
+    /// The rows of a SELECT: values separated by "|", "-" for nothing, amounts in pounds, bytes in hexadecimal, and "!
+    /// " before a row whose bWithdrawn is set. Each row ends in `end`.
     static std::string Rows(const Cellar::SqlText& select, const char* end = "\n")
     {
         std::string text;
@@ -70,6 +78,23 @@ public:
     }
 
 private:
+    /// Rows that statements put there with ids of their own: new ones stand behind them on a server, too.
+    static void PutIdsBehind(std::string_view statements)
+    {
+        constexpr std::string_view kOwnIds = " (lID";
+        if (!IsOnServer())
+            return;
+        const Quarry::CIgnoreDirectSQL quiet;
+        for (std::size_t at = 0; (at = statements.find(kOwnIds, at)) != statements.npos; ++at) {
+            const std::size_t word = statements.rfind(' ', at - 1) + 1;
+            const Quarry::Table* const table = Brix::FindTable(statements.substr(word, at - word));
+            if (!table)
+                continue;
+            const Cellar::Dialect& dialect = Quarry::GetConnection().GetDialect();
+            Quarry::GetConnection().Script(table->GetCounted() ? dialect.MoveSequence(table->sqlName, "lID", 0)
+                                                               : dialect.MoveIdentity(table->sqlName, "lID", 0));
+        }
+    }
     /// As a copy of one that is made once for each server, which takes a fifth of the time.
     static void MakeOnServer(const char* name)
     {
@@ -91,8 +116,17 @@ private:
         }
         ConnectionTextOf(name, kTemplate);
     }
+    static std::string Hex(const Cellar::Bytes& bytes)
+    {
+        std::string text;
+        for (const std::uint8_t byte : bytes)
+            text.append({Afx::kHexDigits[byte / 16], Afx::kHexDigits[byte % 16]});
+        return text;
+    }
     static std::string Show(const std::string& column, const Cellar::Value& value)
     {
+        if (column.starts_with("vb"))
+            return value.IsNull() ? "-" : Hex(Cellar::ToBytes(value));
         const CString text = column.starts_with("amt") ? Cellar::ToAmount(value).Format() : Cellar::ToText(value);
         return text.IsEmpty() ? "-" : text.Str();
     }

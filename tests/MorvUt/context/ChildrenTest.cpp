@@ -4,6 +4,7 @@
 
 #include <limits>
 
+#include "Afx/text/Ascii.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "support/Case.h"
 #include "support/Practice.h"
@@ -15,7 +16,7 @@ using Kiln::CAmt;
 using ::Test::Practice;
 
 // Clients: 1 the mother, 2 active, 3 not active, 4 with an active flag of 2, 5 not there. -1 is no client, 0 nobody.
-class Children : public testing::Test
+class Children : public ::Test::OnDatabase
 {
 protected:
     Children()
@@ -42,9 +43,11 @@ protected:
     Brix::CChild m_child;
 };
 
+ON_BOTH_DATABASES(Children);
+
 } // namespace
 
-TEST_F(Children, HaveResponsibleParentsWhileLinksTouchTheYear)
+TEST_P(Children, HaveResponsibleParentsWhileLinksTouchTheYear)
 {
     // start, end, a year that the link counts for, one that it does not
     const ::Test::Row<const char*, const char*, int, int> rows[] = {
@@ -57,6 +60,8 @@ TEST_F(Children, HaveResponsibleParentsWhileLinksTouchTheYear)
     EXPECT_EQ(GetNumParentsResponsibleInYear(m_child, std::numeric_limits<int>::min()), 2) << "no dates: every year";
     Practice::Sql("UPDATE BRIXChildOtherParentLink SET dtStart = '1999-01-01', dtEnd = '1999-01-01'");
     for (const auto& [start, end, year, notYear, why] : rows) {
+        if (::Test::IsOnServer() && start && !Afx::IsDigit(*start))
+            continue; // which takes dates only
         Practice::Sql("UPDATE BRIXChildParentLink SET dtStart = %s, dtEnd = %s", start, end);
         EXPECT_EQ(GetNumParentsResponsibleInYear(m_child, year), 1) << why;
         EXPECT_EQ(GetNumParentsResponsibleInYear(m_child, notYear), 0) << why;
@@ -64,7 +69,7 @@ TEST_F(Children, HaveResponsibleParentsWhileLinksTouchTheYear)
     EXPECT_EQ(GetNumParents(m_child), 2);
 }
 
-TEST_F(Children, HaveAnAllowanceByTheirResponsibleParents)
+TEST_P(Children, HaveAnAllowanceByTheirResponsibleParents)
 {
     // the second and third parent, amount; the other client, the code
     const ::Test::Row<long, long, CAmt, long, int> rows[] = {
@@ -84,7 +89,7 @@ TEST_F(Children, HaveAnAllowanceByTheirResponsibleParents)
     }
 }
 
-TEST_F(Children, PresetTheirSchedules)
+TEST_P(Children, PresetTheirSchedules)
 {
     // current year, birth, the second and third parent, who is given, marked as shared; allowance, in the year, marker
     const std::tuple<int, Kiln::CDate, long, long, long, bool, int, int, bool> rows[] = {

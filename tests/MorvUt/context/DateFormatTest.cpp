@@ -10,7 +10,7 @@
 namespace
 {
 
-class DateFormat : public testing::Test
+class DateFormat : public ::Test::OnDatabase
 {
 protected:
     ~DateFormat() override { Kiln::CDate::SetParseOrder(Kiln::CDate::ParseOrder::DayFirst); }
@@ -33,9 +33,11 @@ protected:
     const ::Test::Practice m_practice;
 };
 
+ON_BOTH_DATABASES(DateFormat);
+
 } // namespace
 
-TEST_F(DateFormat, OfThePracticeOrdersTypedDates)
+TEST_P(DateFormat, OfThePracticeOrdersTypedDates)
 {
     const ::Test::Case<int, int> rows[] = {
         {1, 5, "MM/DD/YY"},   {0, 4, "DD/MM/YY"},    {3, 5, "MMM DD YYYY"},

@@ -22,7 +22,15 @@ static void ExpectOneMore(Answer (*ask)(const Owner&), int ownerColumn = 1)
     EXPECT_EQ(ask(owner), 8) << Rows::Declaration().sqlName;
 }
 
-TEST(Ordering, OfEveryListIsOneMoreThanTheOwnersHighest)
+namespace
+{
+
+using Ordering = ::Test::OnDatabase;
+ON_BOTH_DATABASES(Ordering);
+
+} // namespace
+
+TEST_P(Ordering, OfEveryListIsOneMoreThanTheOwnersHighest)
 {
     const ::Test::Practice practice;
     ExpectOneMore<CCGTAcq>(&GetCGTAcqOrderingNumber, CCGTAcq::kCGTID);
@@ -40,7 +48,7 @@ TEST(Ordering, OfEveryListIsOneMoreThanTheOwnersHighest)
     ExpectOneMore<CPropUK>(&GetPropertyOrderingNumber);
 }
 
-TEST(Ordering, TakesNumbersAsOtherProgramsLeaveThem)
+TEST_P(Ordering, TakesNumbersAsOtherProgramsLeaveThem)
 {
     const ::Test::Case<std::vector<Cellar::Value>, int> rows[] = {
         {{nullptr, -3}, 1, "no number is 0"},
@@ -50,6 +58,8 @@ TEST(Ordering, TakesNumbersAsOtherProgramsLeaveThem)
     };
     const ::Test::Practice practice;
     for (const auto& row : rows) {
+        if (::Test::IsOnServer() && row.in[0] == Cellar::Value(9223372036854775807))
+            continue; // its columns take 32 bits
         CTaxForm form;
         form.AddNew();
         for (const Cellar::Value& number : row.in)

@@ -16,15 +16,23 @@ void AddParameters(std::initializer_list<int> years)
     for (const int year : years)
         Quarry::GetConnection().ExecuteDirectf(
             "INSERT INTO BRIXPFile (nYear, amtTurnoverSole, amtTurnoverSoleOld, amtTurnoverPartnership, "
-            "amtTurnoverPartnershipOld) VALUES (%d, %d, %d, %d, %d)",
-            year, year * 10'000, year * 20'000, year * 30'000, year * 40'000);
+            "amtTurnoverPartnershipOld) VALUES (%d, %m, %m, %m, %m)",
+            year, Kiln::CAmt(year * 10'000), Kiln::CAmt(year * 20'000), Kiln::CAmt(year * 30'000),
+            Kiln::CAmt(year * 40'000));
 }
 
 short YearOf(const Brix::CPFile& list) { return list.IsEOL() ? short{0} : list.GetYear(); }
 
+using PFileForYear = ::Test::OnDatabase;
+ON_BOTH_DATABASES(PFileForYear);
+using ClosestPFileForYear = ::Test::OnDatabase;
+ON_BOTH_DATABASES(ClosestPFileForYear);
+using TurnoverDiscloseLevel = ::Test::OnDatabase;
+ON_BOTH_DATABASES(TurnoverDiscloseLevel);
+
 } // namespace
 
-TEST(GetPFileForYear, AddsTheThreadsOffsetOnRequest)
+TEST_P(PFileForYear, AddsTheThreadsOffsetOnRequest)
 {
     const ::Test::Practice practice;
     AddParameters({2023, 2024});
@@ -38,7 +46,7 @@ TEST(GetPFileForYear, AddsTheThreadsOffsetOnRequest)
     EXPECT_EQ(YearOf(GetPFileForYear(-32768, true)), 0) << "wraps at 16 bits";
 }
 
-TEST(GetClosestPFileForYear, StepsBackTo2021)
+TEST_P(ClosestPFileForYear, StepsBackTo2021)
 {
     const ::Test::Practice practice;
     AddParameters({2020});
@@ -50,7 +58,7 @@ TEST(GetClosestPFileForYear, StepsBackTo2021)
     EXPECT_EQ(YearOf(GetClosestPFileForYear(2019, false)), 0);
 }
 
-TEST(GetTurnoverDiscloseLevel, TakesTheYearsColumnOrAnotherYears)
+TEST_P(TurnoverDiscloseLevel, TakesTheYearsColumnOrAnotherYears)
 {
     const ::Test::Practice practice;
     EXPECT_EQ(GetTurnoverDiscloseLevel(2024, 0, 1).GetPence(), 15'000'00) << "no record at all";

@@ -14,9 +14,11 @@ protected:
     FetchData() { SetCurrentTaxYear(kYear - 1991); }
 };
 
+ON_BOTH_DATABASES(FetchData);
+
 } // namespace
 
-TEST_F(FetchData, NeedsASheetWithoutUnsavedChangesAndLeavesItOpen)
+TEST_P(FetchData, NeedsASheetWithoutUnsavedChangesAndLeavesItOpen)
 {
     {
         const Quarry::CTransaction unsavedChanges(Cellar::Intent::Write);
@@ -32,7 +34,7 @@ TEST_F(FetchData, NeedsASheetWithoutUnsavedChangesAndLeavesItOpen)
     EXPECT_EQ(Retrieve(), "ok, new data, clear\n");
 }
 
-TEST_F(FetchData, CountsWhatIsSentNowAndWhatTheReturnHas)
+TEST_P(FetchData, CountsWhatIsSentNowAndWhatTheReturnHas)
 {
     Retrieve();
     Create();

@@ -68,9 +68,9 @@ std::shared_ptr<HmrcApi::CTaxSummary> EmploymentsOf::GetTaxSummaryEndpoint(HmrcA
     return std::make_shared<Canned<HmrcApi::CTaxSummary>>(authorisation, m_parts["tax"]);
 }
 
-HmrcTest::HmrcTest() { Fill(); }
+HmrcPractice::HmrcPractice() { Fill(); }
 
-void HmrcTest::Fill()
+void HmrcPractice::Fill()
 {
     CUserData::ClearPermissions();
     Sql("INSERT INTO BRIXUser (lID, strUserID) VALUES (1, 'ANNA')");
@@ -83,13 +83,13 @@ void HmrcTest::Fill()
     Sql("INSERT INTO MTDAuthorisation (lID, strGatewayID, nAuthorisedStatus) VALUES (7, 'GATEWAY1', 1)");
 }
 
-HmrcTest::~HmrcTest()
+HmrcPractice::~HmrcPractice()
 {
     CUserData::ClearPermissions();
     const CUserData loggedOut;
 }
 
-HmrcApi::StagedCounts HmrcTest::Fetch(HmrcApi::CPAYEPrepop& prepop)
+HmrcApi::StagedCounts HmrcPractice::Fetch(HmrcApi::CPAYEPrepop& prepop)
 {
     m_errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
     HmrcApi::Logger logger;
@@ -97,7 +97,7 @@ HmrcApi::StagedCounts HmrcTest::Fetch(HmrcApi::CPAYEPrepop& prepop)
     return prepop.GetStagedCounts();
 }
 
-HmrcApi::StagedCounts HmrcTest::Fetch(HmrcApi::CEmploymentsPrepop& prepop)
+HmrcApi::StagedCounts HmrcPractice::Fetch(HmrcApi::CEmploymentsPrepop& prepop)
 {
     m_errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
     HmrcApi::Logger logger;
@@ -105,19 +105,19 @@ HmrcApi::StagedCounts HmrcTest::Fetch(HmrcApi::CEmploymentsPrepop& prepop)
     return prepop.GetStagedCounts();
 }
 
-HmrcApi::StagedCounts HmrcTest::Fetch(HmrcApi::IEndpointOverride::ResponseType type)
+HmrcApi::StagedCounts HmrcPractice::Fetch(HmrcApi::IEndpointOverride::ResponseType type)
 {
     HmrcApi::CPAYEPrepop prepop(m_client, TaxYear(kYear), "AA000001A", type);
     return Fetch(prepop);
 }
 
-HmrcApi::StagedCounts HmrcTest::Fetch(const std::string& json)
+HmrcApi::StagedCounts HmrcPractice::Fetch(const std::string& json)
 {
     PayeOf prepop(m_client, json);
     return Fetch(prepop);
 }
 
-std::string HmrcTest::Retrieve(HmrcApi::IEndpointOverride::ResponseType type) const
+std::string HmrcPractice::Retrieve(HmrcApi::IEndpointOverride::ResponseType type) const
 {
     CUserData::ClearPermissions();
     CUserData::SetUser("ANNA");
@@ -131,7 +131,7 @@ std::string HmrcTest::Retrieve(HmrcApi::IEndpointOverride::ResponseType type) co
     return text;
 }
 
-std::string HmrcTest::Errors() const
+std::string HmrcPractice::Errors() const
 {
     std::string codes;
     for (const auto& group : m_errors->GetGroups())
@@ -140,14 +140,14 @@ std::string HmrcTest::Errors() const
     return codes;
 }
 
-HmrcApi::CreatedSchedules HmrcTest::Create()
+HmrcApi::CreatedSchedules HmrcPractice::Create()
 {
     HmrcApi::CPAYEPrepop prepop(m_client, TaxYear(kYear), "AA000001A", HmrcApi::IEndpointOverride::Live);
     prepop.CreateNewSchedules();
     return prepop.GetCreatedSchedules();
 }
 
-void HmrcTest::Forget()
+void HmrcPractice::Forget()
 {
     Quarry::GetConnection().Script("DELETE FROM BRIXMTD_Employments; DELETE FROM BRIXMTD_EmploymentsCompanyBenefits; "
                                    "DELETE FROM BRIXMTD_PensionStateBenefits; DELETE FROM BRIXMTD_TaxFreeAllowances; "
@@ -155,7 +155,7 @@ void HmrcTest::Forget()
                                    "DELETE FROM BRIXPensionStateBenefits;");
 }
 
-std::string HmrcTest::Staged() const
+std::string HmrcPractice::Staged() const
 {
     return Rows("SELECT bWithdrawn, strKey, strEmployerName, strPAYEReference, strWorksNumber, dtStart, dtEnd, amtPay, "
                 "amtTax, amtStudentLoan FROM BRIXMTD_Employments ORDER BY strKey") +
@@ -163,12 +163,12 @@ std::string HmrcTest::Staged() const
                 "FROM BRIXMTD_EmploymentsCompanyBenefits b JOIN BRIXMTD_Employments e ON e.lID = lMTD_EmploymentsID "
                 "ORDER BY strKey, b.lID") +
            Rows("SELECT bWithdrawn, nMTDType, strReference, strPayer, dtStart, amtAmount, amtTax "
-                "FROM BRIXMTD_PensionStateBenefits ORDER BY nMTDType, dtStart") +
+                "FROM BRIXMTD_PensionStateBenefits ORDER BY nMTDType, COALESCE(dtStart, '1900-01-01'), lID") +
            Rows("SELECT bWithdrawn, nAllowanceType, strAllowanceType, amtAmount FROM BRIXMTD_TaxFreeAllowances "
                 "ORDER BY nAllowanceType");
 }
 
-std::string HmrcTest::Schedules() const
+std::string HmrcPractice::Schedules() const
 {
     return Rows("SELECT nOrdering, strEmployerName, strPAYEReference, strWorksNumber, dtStart, dtEnd, amtPay, amtTax, "
                 "amtStudentLoan FROM BRIXNewEmploy ORDER BY nOrdering") +
@@ -178,7 +178,7 @@ std::string HmrcTest::Schedules() const
                 "FROM BRIXPensionStateBenefits ORDER BY nOrdering");
 }
 
-std::string HmrcTest::Differences() const
+std::string HmrcPractice::Differences() const
 {
     std::string text;
     int place = 0;

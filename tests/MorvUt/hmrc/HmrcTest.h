@@ -50,11 +50,11 @@ private:
     std::map<std::string, std::string> m_parts;
 };
 
-class HmrcTest : public testing::Test, protected ::Test::Practice
+class HmrcPractice : protected ::Test::Practice
 {
 protected:
-    HmrcTest();
-    ~HmrcTest() override;
+    HmrcPractice();
+    ~HmrcPractice();
 
     /// The client and the one who fetches, in a practice that has neither.
     static void Fill();
@@ -85,6 +85,10 @@ protected:
     const ClientId m_client{1};
     std::shared_ptr<HmrcApi::CAPIErrorHandler> m_errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
 };
+
+/// It in either database.
+class HmrcTest : public ::Test::OnDatabase, protected HmrcPractice
+{};
 
 /// `text` with its first `from` replaced; there must be one.
 std::string Replaced(std::string text, const std::string& from, const std::string& to);

@@ -4,22 +4,26 @@
 #include "MorvUt/hmrc/schedules/CreateFromHmrc.h"
 
 using NewSchedules = HmrcTest;
+ON_BOTH_DATABASES(NewSchedules);
 using PayeStaging = HmrcTest;
+ON_BOTH_DATABASES(PayeStaging);
 
-TEST_F(NewSchedules, HaveTheReturnsCodesForBenefits)
+TEST_P(NewSchedules, HaveTheReturnsCodesForBenefits)
 {
     Fetch(Answer(Employment("1/A", "", "1")));
     for (int number = 29; number <= 54; ++number) // HMRC's, and as many pounds
         Sql("INSERT INTO BRIXMTD_EmploymentsCompanyBenefits (lID, lMTD_EmploymentsID, nBenefitType, amtAmount) "
-            "SELECT %d, lID, %d, %d FROM BRIXMTD_Employments",
-            number, number, number * 10'000);
+            "SELECT %d, lID, %d, %m FROM BRIXMTD_Employments",
+            number, number, Kiln::CAmt::FromPence(number * 100));
     Create();
-    EXPECT_EQ(Query("SELECT nType, amtBenefit / 10000 AS nPounds FROM BRIXNewEmployBenefits ORDER BY nType"),
-              "10|40, 20|48, 40|54, 50|38, 60|44, 70|31, 80|29, 90|35, 95|36, 100|37, 120|30, 130|50, 140|33, 150|39, "
-              "160|51, 170|46, 180|47, 190|52, 200|41, 210|53, 220|42, 240|32, 250|45, 260|126");
+    EXPECT_EQ(Query("SELECT nType, amtBenefit FROM BRIXNewEmployBenefits ORDER BY nType"),
+              "10|40.00, 20|48.00, 40|54.00, 50|38.00, 60|44.00, 70|31.00, 80|29.00, 90|35.00, 95|36.00, 100|37.00, "
+              "120|30.00, 130|50.00, 140|33.00, 150|39.00, "
+              "160|51.00, 170|46.00, 180|47.00, 190|52.00, 200|41.00, 210|53.00, 220|42.00, 240|32.00, 250|45.00, "
+              "260|126.00");
 }
 
-TEST_F(NewSchedules, AreMadeTogetherOrNotAtAll)
+TEST_P(NewSchedules, AreMadeTogetherOrNotAtAll)
 {
     Fetch(HmrcApi::IEndpointOverride::Everything);
     const auto fail = [](const Quarry::DataChange& change) {
@@ -31,7 +35,7 @@ TEST_F(NewSchedules, AreMadeTogetherOrNotAtAll)
     EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXTaxForm") + Schedules(), "0");
 }
 
-TEST_F(NewSchedules, AreRefusedWhereAPersonWouldHaveToBeAsked)
+TEST_P(NewSchedules, AreRefusedWhereAPersonWouldHaveToBeAsked)
 {
     const char kReadOnly[] = "Operation cannot be performed. Client is read only.";
     const auto refusal = [&] {
@@ -57,7 +61,7 @@ TEST_F(NewSchedules, AreRefusedWhereAPersonWouldHaveToBeAsked)
     EXPECT_TRUE(HmrcApi::CreateFromHmrc(m_client, TaxYear(kYear)).ok);
 }
 
-TEST_F(PayeStaging, WritesSingleEmploymentsOfTheirOwnClientOnly)
+TEST_P(PayeStaging, WritesSingleEmploymentsOfTheirOwnClientOnly)
 {
     const auto record = [](const char* works, const char* pay) {
         HmrcApi::Employment_t employment;
@@ -82,7 +86,7 @@ TEST_F(PayeStaging, WritesSingleEmploymentsOfTheirOwnClientOnly)
     }
 }
 
-TEST_F(PayeStaging, LeavesEverythingAsItWasWhenAnotherUserWasQuicker)
+TEST_P(PayeStaging, LeavesEverythingAsItWasWhenAnotherUserWasQuicker)
 {
     const std::string before = Answer(Employment("1/A", "W1", "100") + "," + Employment("2/B", "", "5"));
     const std::string after =
@@ -91,9 +95,9 @@ TEST_F(PayeStaging, LeavesEverythingAsItWasWhenAnotherUserWasQuicker)
     const std::string staged = Staged();
 
     // Another workstation changes the second employment while the first is being written.
-    Quarry::GetConnection().Script(
-        "CREATE TEMP TRIGGER Meanwhile AFTER UPDATE ON BRIXMTD_Employments WHEN new.strKey = '1/A' BEGIN "
-        "UPDATE BRIXMTD_Employments SET nVersion = nVersion + 1 WHERE strKey = '2/B'; END");
+    const ::Test::Trigger meanwhile(Quarry::GetConnection(), "AFTER UPDATE", "BRIXMTD_Employments",
+                                    "new.strKey = '1/A'",
+                                    "UPDATE BRIXMTD_Employments SET nVersion = nVersion + 1 WHERE strKey = '2/B'");
     EXPECT_EQ(Fetch(after), HmrcApi::StagedCounts{});
     EXPECT_EQ(Errors(), "CHANGED_BY_ANOTHER_USER");
     EXPECT_EQ(Staged(), staged) << "the pension that was staged before is gone again";

@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <csignal>
@@ -40,16 +41,14 @@ struct Recorder : Afx::WindowSystem
     static inline std::string last;
 };
 
-/// A practice without locks that processes open by its connection text: a new one, or MORVUT_LOCKS_PRACTICE.
-class LockRace : public testing::Test
+/// A practice without locks that processes open by its connection text.
+class LockRace : public ::Test::OnDatabase
 {
 protected:
-    LockRace() : m_text(getenv("MORVUT_LOCKS_PRACTICE") ? getenv("MORVUT_LOCKS_PRACTICE") : "")
+    LockRace()
     {
-        if (m_text.empty()) {
-            const ::Test::Practice made;
-            m_text = "sqlite:" + ::Test::TempDir() + "/practice.db";
-        }
+        const ::Test::Practice made;
+        m_text = ::Test::ConnectionTextOf("practice.db");
     }
     ~LockRace() override { Quarry::SetConnection(nullptr); }
 
@@ -79,6 +78,17 @@ protected:
     {
         Quarry::SetConnection(Cellar::CConnection::Open(m_text));
         return ListLocks(Quarry::GetConnection());
+    }
+    /// A server notices within a moment that a process is gone.
+    bool HasEnded(const CString& workstation) const
+    {
+        const auto runs = [&](const HeldLock& lock) {
+            return lock.workstation == workstation && lock.isAlive != false;
+        };
+        for (int tries = 0; tries < 500; ++tries, usleep(10'000))
+            if (const auto locks = Locks(); std::none_of(locks.begin(), locks.end(), runs))
+                return true;
+        return false;
     }
     /// All processes end well, and leave nothing.
     void ExpectCleanExit(const std::vector<pid_t>& children) const
@@ -133,13 +143,15 @@ protected:
         }
     }
 
-    std::string m_text;
+    CString m_text;
     Shared& m_shared =
         *new (mmap(nullptr, sizeof(Shared), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0)) Shared;
 };
 
+ON_BOTH_DATABASES(LockRace);
+
 // MORVUT_SECONDS=60 for a minute.
-TEST_F(LockRace, OneOfEightHasTheFeature)
+TEST_P(LockRace, OneOfEightHasTheFeature)
 {
     const auto end = Clock::now() + std::chrono::seconds(::Test::Setting("MORVUT_SECONDS", 5));
     std::vector<pid_t> fighters;
@@ -160,7 +172,7 @@ TEST_F(LockRace, OneOfEightHasTheFeature)
     EXPECT_TRUE(m_shared.taken > 0 && m_shared.refused > 0);
 }
 
-TEST_F(LockRace, AKilledHolderIsListedAndClearedByHand)
+TEST_P(LockRace, AKilledHolderIsListedAndClearedByHand)
 {
     pid_t holders[2];
     for (const int number : {0, 1})
@@ -176,6 +188,8 @@ TEST_F(LockRace, AKilledHolderIsListedAndClearedByHand)
         waitpid(holders[number], nullptr, 0);
     };
     end(0);
+    Afx::SetComputerName("DESK0");
+    EXPECT_TRUE(HasEnded("DESK0"));
     for (const int number : {0, 1}) {
         Afx::SetComputerName("DESK" + CString(std::to_string(number))); // all are one computer here
         for (const HeldLock& lock : Locks())
@@ -191,14 +205,15 @@ TEST_F(LockRace, AKilledHolderIsListedAndClearedByHand)
     Afx::SetComputerName("");
 }
 
-TEST_F(LockRace, TwoHundredPairsOfLogins)
+TEST_P(LockRace, PairsOfLogins)
 {
+    const int pairs = static_cast<int>(::Test::Setting("MORVUT_PAIRS", 200));
     for (const int unlimited : {0, 1}) {
         SetUnlimitedSameUserLogin(unlimited);
         m_shared.arrived = 0;
         std::vector<pid_t> pair;
         for (const int number : {1, 2})
-            pair.push_back(Start(number, [&] { LogInAndOut(200, 1 + unlimited); }));
+            pair.push_back(Start(number, [&] { LogInAndOut(pairs, 1 + unlimited); }));
         ExpectCleanExit(pair);
     }
     SetUnlimitedSameUserLogin(0);

@@ -6,10 +6,11 @@ namespace
 
 using Numbers = std::vector<int>;
 using Permissions = UsersTest;
+ON_BOTH_DATABASES(Permissions);
 
 } // namespace
 
-TEST_F(Permissions, KeepTheirNamesAndStoredNumbers)
+TEST_P(Permissions, KeepTheirNamesAndStoredNumbers)
 {
     constexpr char kPublished[] =
         "1 AssetRegisterSaveAllowed 2 AssetRegisterDeleteAllowed 3 ClientsSaveAllowed 4 ClientsDeleteAllowed "
@@ -51,7 +52,7 @@ TEST_F(Permissions, KeepTheirNamesAndStoredNumbers)
     EXPECT_EQ(queries, kPublished);
 }
 
-TEST_F(Permissions, AreReadByTheirNumbers)
+TEST_P(Permissions, AreReadByTheirNumbers)
 {
     EXPECT_EQ(Allowed(), Numbers{}) << "before the login";
     const std::pair<int, bool (CUserData::*)(bool) const> rows[] = {
@@ -73,7 +74,7 @@ TEST_F(Permissions, AreReadByTheirNumbers)
     EXPECT_EQ(Allowed(), expected);
 }
 
-TEST_F(Permissions, ComeFromTheRoleOrTheUserAndStayUntilTheyAreCleared)
+TEST_P(Permissions, ComeFromTheRoleOrTheUserAndStayUntilTheyAreCleared)
 {
     AddUser("Bob", "", true, "Manager");
     AddUser("Eve");
@@ -105,7 +106,7 @@ TEST_F(Permissions, ComeFromTheRoleOrTheUserAndStayUntilTheyAreCleared)
     EXPECT_FALSE(WhyNotNewStaff("ÉLAN", "Another", "").IsEmpty());
 }
 
-TEST_F(Permissions, AreRefusedWithAMessageWhenAsked)
+TEST_P(Permissions, AreRefusedWithAMessageWhenAsked)
 {
     EXPECT_FALSE(TheUser().TaxReturnSaveAllowed(false));
     ::Test::Windows().Answer(1);
@@ -116,7 +117,7 @@ TEST_F(Permissions, AreRefusedWithAMessageWhenAsked)
     EXPECT_EQ(Afx::ResourceContext::Current(), nullptr) << "the caller's resources are back";
 }
 
-TEST_F(Permissions, OfOtherUsersAreReadFromTheDatabase)
+TEST_P(Permissions, OfOtherUsersAreReadFromTheDatabase)
 {
     AddUser("Bob");
     AddUser("Eve", "", true, "Manager");

@@ -3,8 +3,9 @@
 #include "UsersTest.h"
 
 using ReadOnlyManager = UsersTest;
+ON_BOTH_DATABASES(ReadOnlyManager);
 
-TEST_F(ReadOnlyManager, ReleasesWhatItSet)
+TEST_P(ReadOnlyManager, ReleasesWhatItSet)
 {
     CReadOnlyManager outer;
     outer.SetLocalReadOnly();
@@ -20,7 +21,7 @@ TEST_F(ReadOnlyManager, ReleasesWhatItSet)
     }
 }
 
-TEST_F(ReadOnlyManager, BouncesAllOpenLevels)
+TEST_P(ReadOnlyManager, BouncesAllOpenLevels)
 {
     BounceCommitBeginTrans();
     EXPECT_EQ(Quarry::GetTransactionLevel(), 0) << "none was open";

@@ -8,13 +8,14 @@ namespace
 {
 
 using UserLogin = UsersTest;
+ON_BOTH_DATABASES(UserLogin);
 using Names = std::vector<CString>;
 
 Names Listed() { return {CUserData::m_arrUsers.begin(), CUserData::m_arrUsers.end()}; }
 
 } // namespace
 
-TEST_F(UserLogin, ListsTheUsersInOrderOfTheirIdsAndTellsTheApplication)
+TEST_P(UserLogin, ListsTheUsersInOrderOfTheirIdsAndTellsTheApplication)
 {
     struct App : CWinApp
     {
@@ -37,7 +38,7 @@ TEST_F(UserLogin, ListsTheUsersInOrderOfTheirIdsAndTellsTheApplication)
     EXPECT_STREQ(TheUser().GetFullUserName(), "Built in") << "not listed, but a user";
 }
 
-TEST_F(UserLogin, LoadsTheUsersGroupsAndEveryGroupForAllStaff)
+TEST_P(UserLogin, LoadsTheUsersGroupsAndEveryGroupForAllStaff)
 {
     Sql("INSERT INTO BRIXGroup (lID, strName) VALUES (11, 'Tax'), (12, 'All Staff'), (13, 'Audit'), (14, 'Payroll')");
     Sql("INSERT INTO BRIXGroupUser (strUserID, lGroupID) VALUES ('Bob', 13), ('Bob', 11), ('Ann', 11), ('Ann', 12), "
@@ -60,7 +61,7 @@ TEST_F(UserLogin, LoadsTheUsersGroupsAndEveryGroupForAllStaff)
     EXPECT_EQ(TheUser().GetGroupInList(), "('Audit')") << "by the id as stored, though not listed";
 }
 
-TEST_F(UserLogin, LoadsTheParticulars)
+TEST_P(UserLogin, LoadsTheParticulars)
 {
     const auto stored = Shellkit::Seal(Shellkit::KeyId::Application, "file me");
     ASSERT_TRUE(stored);
@@ -88,7 +89,7 @@ TEST_F(UserLogin, LoadsTheParticulars)
     EXPECT_EQ(TheUser().RememberFBIPassword(), 0);
 }
 
-TEST_F(UserLogin, KeepsANewTallywickPasswordEnciphered)
+TEST_P(UserLogin, KeepsANewTallywickPasswordEnciphered)
 {
     const char password[] = "open sesame";
     TheUser().SetTallywickUserNameAndPassword("bob-tw", password);
@@ -100,7 +101,7 @@ TEST_F(UserLogin, KeepsANewTallywickPasswordEnciphered)
     EXPECT_EQ(held, password);
 }
 
-TEST_F(UserLogin, LeavesTheUserBeforeWhenTheDatabaseFails)
+TEST_P(UserLogin, LeavesTheUserBeforeWhenTheDatabaseFails)
 {
     AddUser("Bob", "Bob Example");
     LetUser("Bob", 3);

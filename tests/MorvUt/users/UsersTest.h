@@ -9,7 +9,7 @@
 #include "MorvUt/users/UserData.h"
 #include "support/Practice.h"
 
-class UsersTest : public testing::Test, protected ::Test::Practice
+class UsersTest : public ::Test::OnDatabase, protected ::Test::Practice
 {
 protected:
     UsersTest() { LogOut(); }

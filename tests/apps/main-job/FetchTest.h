@@ -22,7 +22,7 @@ struct Fetched
 };
 
 /// The practice of HmrcTest, authorised at the sandbox. Waits take no time.
-class FetchTest : public HmrcTest
+class FetchTest : public testing::Test, protected HmrcPractice
 {
 protected:
     /// `scenario`: what the sandbox answers without Serve; nothing yet when empty.

@@ -10,6 +10,7 @@
 #include <chrono>
 #include <thread>
 
+#include "support/Databases.h"
 #include "support/TestSupport.h"
 
 namespace Test
@@ -69,11 +70,20 @@ Json MorvJson(const std::string& line)
     return document;
 }
 
-std::string SamplePractice(const std::string& name)
+std::string PracticeText(const std::string& name)
 {
     const std::string path = TempDir() + "/" + name;
-    MorvJson("practice create --sample " + path);
-    return path;
+    if (!IsOnServer())
+        return path;
+    const std::string password = "PasswordFile=" + WriteFile("password", "test\n");
+    return "'" + ReplacedAll(ConnectionTextOf(name).Str(), "PWD=test", password) + ";KeyFile=" + path + ".key'";
+}
+
+std::string SamplePractice(const std::string& name)
+{
+    const std::string practice = PracticeText(name);
+    MorvJson("practice create --sample " + practice);
+    return practice;
 }
 
 HmrcSandbox::HmrcSandbox(const std::string& scenario)

@@ -46,7 +46,10 @@ Ended RunMorv(const std::string& line, const std::string& inputFile = "/dev/null
 /// The same; fails the test when it does not end with exit code 0. Answers the JSON document (--json is added).
 Json MorvJson(const std::string& line);
 
-/// A new sample practice in the test's folder.
+/// A practice as one names it in a line: a file in the test's folder, or a database of the server, whose password and
+/// key stand in files there.
+std::string PracticeText(const std::string& name = "practice.db");
+/// A new sample practice.
 std::string SamplePractice(const std::string& name = "practice.db");
 
 /// A sandbox that runs for the test's length.

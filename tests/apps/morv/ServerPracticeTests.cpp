@@ -13,17 +13,7 @@ using namespace Test;
 class ServerPractice : public OnDatabase
 {
 protected:
-    /// The name of a further database on the server.
-    static std::string Made(const char* name)
-    {
-        ConnectionTextOf(name);
-        return TheDatabases().made.back().second;
-    }
-    /// Its password and its key in files.
-    const std::string practice =
-        "'" +
-        ReplacedAll(ConnectionTextOf("firm").Str(), "PWD=test", "PasswordFile=" + WriteFile("password", "test\n")) +
-        ";KeyFile=" + TempDir() + "/firm.key'";
+    const std::string practice = PracticeText("firm");
 };
 ON_SERVER(ServerPractice);
 
@@ -51,8 +41,7 @@ TEST_P(ServerPractice, IsMadeUsedAndChecked)
     EXPECT_EQ(MorvJson(create)["created"]["employments"], 0) << "nothing twice";
     const std::string file = TempDir() + "/copy.db";
     EXPECT_EQ(MorvJson("practice copy " + practice + " " + file)["verified"], true);
-    const std::string second = Made("second"), first = TheDatabases().made[0].second;
-    const std::string back = ReplacedAll(practice, first, second);
+    const std::string back = PracticeText("second");
     EXPECT_EQ(MorvJson("practice copy " + file + " " + back)["verified"], true);
     for (const std::string& each : {practice, file, back}) {
         EXPECT_EQ(MorvJson("practice check " + each)["ok"], true);

@@ -19,9 +19,18 @@ void Silently(const Cellar::SqlText& statement)
     Practice::Sql(statement);
 }
 
+using YearSingleton = ::Test::OnDatabase;
+ON_BOTH_DATABASES(YearSingleton);
+using UserSingleton = ::Test::OnDatabase;
+ON_BOTH_DATABASES(UserSingleton);
+using OtherSingletons = ::Test::OnDatabase;
+ON_BOTH_DATABASES(OtherSingletons);
+using OptionsSingleton = ::Test::OnDatabase;
+ON_BOTH_DATABASES(OptionsSingleton);
+
 } // namespace
 
-TEST(YearSingleton, HoldsTheYearWithTheThreadsOffset)
+TEST_P(YearSingleton, HoldsTheYearWithTheThreadsOffset)
 {
     const Practice practice;
     Practice::Sql("INSERT INTO BRIXPFile (nYear, nValue) VALUES (2024, 7), (2023, 0)");
@@ -35,7 +44,7 @@ TEST(YearSingleton, HoldsTheYearWithTheThreadsOffset)
     EXPECT_EQ(CYearSingleton::Data(2024).pfileValue, 9) << "told to reload";
 }
 
-TEST(UserSingleton, HoldsAUserInAnyCase)
+TEST_P(UserSingleton, HoldsAUserInAnyCase)
 {
     const Practice practice;
     Practice::Sql("INSERT INTO BRIXUser (strUserID, strFullName, nUserValue) VALUES ('ANNÉ', 'Anné O''Neill', 4)");
@@ -48,7 +57,7 @@ TEST(UserSingleton, HoldsAUserInAnyCase)
     EXPECT_EQ(CUserSingleton::Data("Anné").userValue, 5);
 }
 
-TEST(OtherSingletons, EndWithTheRollbackOfAnInnerLevel)
+TEST_P(OtherSingletons, EndWithTheRollbackOfAnInnerLevel)
 {
     const Practice practice;
     const Quarry::CTransaction outer;
@@ -61,7 +70,7 @@ TEST(OtherSingletons, EndWithTheRollbackOfAnInnerLevel)
     EXPECT_TRUE(!CYearSingleton::Loaded() && !CUserSingleton::Loaded() && !COptionsSingleton::Loaded());
 }
 
-TEST(OptionsSingleton, HoldsNothingWhileNoPracticeIsOpen)
+TEST_P(OptionsSingleton, HoldsNothingWhileNoPracticeIsOpen)
 {
     EXPECT_TRUE(COptionsSingleton::Data().payeInterface == 0 && COptionsSingleton::Data().debugLogging == 0);
     const Practice practice;

@@ -34,9 +34,16 @@ std::string Stored()
     return ::Test::Practice::Query("SELECT nYear, nStatus FROM BRIXClientYearly WHERE lClientID = 1");
 }
 
+using ClientYearly = ::Test::OnDatabase;
+ON_BOTH_DATABASES(ClientYearly);
+using PartnershipYearly = ::Test::OnDatabase;
+ON_BOTH_DATABASES(PartnershipYearly);
+using UpdateModified = ::Test::OnDatabase;
+ON_BOTH_DATABASES(UpdateModified);
+
 } // namespace
 
-TEST(GetClientYearly, TakesTheNearestAndCopiesIt)
+TEST_P(ClientYearly, TakesTheNearestAndCopiesIt)
 {
     // years that there are, the year wanted; the year found, and the status of the row that is made
     const ::Test::Row<std::vector<int>, short, int, int> rows[] = {
@@ -67,7 +74,7 @@ TEST(GetClientYearly, TakesTheNearestAndCopiesIt)
     }
 }
 
-TEST(GetClientYearly, NeverMakesAYearTwiceOrForNobody)
+TEST_P(ClientYearly, NeverMakesAYearTwiceOrForNobody)
 {
     const ::Test::Practice practice;
     AddYears({2008});
@@ -88,7 +95,7 @@ TEST(GetClientYearly, NeverMakesAYearTwiceOrForNobody)
     EXPECT_EQ(Stored(), "2008|2008, 2010|7");
 }
 
-TEST(GetPartnershipYearly, WorksOnThePartnershipsRows)
+TEST_P(PartnershipYearly, WorksOnThePartnershipsRows)
 {
     const ::Test::Practice practice;
     Brix::CPartnershipYearly rows;
@@ -98,7 +105,7 @@ TEST(GetPartnershipYearly, WorksOnThePartnershipsRows)
     EXPECT_EQ(::Test::Practice::Query("SELECT lpClientID, nYear, nStatus FROM BRIXPartnershipYearly"), "3|2010|0");
 }
 
-TEST(UpdateModified, LeavesOpenListsInPeace)
+TEST_P(UpdateModified, LeavesOpenListsInPeace)
 {
     const ::Test::Practice practice;
     ::Test::SetNow(2024, 3, 1, 14, 30);

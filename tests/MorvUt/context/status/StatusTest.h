@@ -13,7 +13,6 @@ class StatusPractice : public Practice
 public:
     StatusPractice() { SetCurrentTaxYear(32); }
     ~StatusPractice() { CCurrentTaxYearSingleton::Destroy(); }
-    static void Script(const std::string& statements) { Quarry::GetConnection().Script(statements); }
 };
 
 } // namespace Test

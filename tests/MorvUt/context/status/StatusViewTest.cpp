@@ -15,8 +15,8 @@ namespace
 class OddPractice : public ::Test::StatusPractice
 {
 public:
-    /// So many more clients and partnerships; a few of their rows hang on ids that nobody has.
-    void Add(int count)
+    /// So many more clients and partnerships, and rows of each kind; a few of these hang on ids that nobody has.
+    void Add(int count, int rows)
     {
         Quarry::CTransaction transaction(Cellar::Intent::Write);
         for (int i = 0; i < count; ++i, ++m_last) {
@@ -26,13 +26,13 @@ public:
             Sql("INSERT INTO BRIXPartnership (lID, bActive, bLLP, dtCessation) VALUES (%ld, %d, %d, %s)", m_last + 2,
                 Pick(3), Pick(2), Date());
         }
-        for (int i = 0; i < 4 * count; ++i) {
+        for (int i = 0; i < rows; ++i) {
             Sql("INSERT INTO BRIXTaxForm (lID, lClientID, nYear, bDormant, dtFinalised) VALUES (%d, %d, %d, %d, %s)",
                 m_form + i + 1, Owner(), Year(), Pick(4) == 0, Date());
             Sql("INSERT INTO BRIXPartnershipTaxForm (lpClientID, nYear, bDormant, dtFinalised) VALUES (%d, %d, %d, %s)",
                 Owner(), Year(), Pick(4) == 0, Date());
             Sql("INSERT INTO BRIXOtherReturnInfo (lTaxFormID, nTaxPayerStatus, bTradingAllowance) VALUES (%d, %d, %d)",
-                1 + Pick(m_form + 4 * count), Pick(3), Pick(2));
+                1 + Pick(m_form + rows), Pick(3), Pick(2));
             for (const auto& into : {Cellar::SqlText("BRIXFBISubmissions (lClientID"),
                                      Cellar::SqlText("BRIXPartnershipFBISubmissions (lpClientID")})
                 Sql("INSERT INTO " + into + ", nYear, nStatus) VALUES (%d, %d, %d)", Owner(), Year(), Pick(4));
@@ -40,7 +40,7 @@ public:
                                      Cellar::SqlText("BRIXPartnershipPeriodsInactivity (lpClientID")})
                 Sql("INSERT INTO " + into + ", dtStart, dtEnd) VALUES (%d, %s, %s)", Owner(), Date(), Date());
         }
-        m_form += 4 * count;
+        m_form += rows;
         transaction.Commit();
     }
 
@@ -54,7 +54,8 @@ private:
     {
         static constexpr const char* kDates[] = {nullptr,      nullptr,      "2019-04-06", "2019-04-07", "2020-04-05",
                                                  "2020-04-04", "2022-04-05", "2022-04-06", "soon",       "2006-01-01"};
-        return kDates[Pick(10)];
+        const char* const date = kDates[Pick(10)];
+        return ::Test::IsOnServer() && date && *date == 's' ? nullptr : date; // it takes dates only
     }
 
     std::mt19937 m_chance{5};
@@ -88,18 +89,24 @@ constexpr std::pair<StatusQuestion, Single> kSingles[] = {
     {StatusQuestion::TradingAllowance, [](long id, bool p, short y) { return !p && ClaimTradingAllowance(id, y); }},
 };
 
+using StatusOfAllClients = ::Test::OnDatabase;
+ON_BOTH_DATABASES(StatusOfAllClients);
+using StatusAnswers = ::Test::OnDatabase;
+ON_BOTH_DATABASES(StatusAnswers);
+
 } // namespace
 
-TEST(StatusOfAll, IsWhatTheSingleQuestionsAnswer)
+TEST_P(StatusOfAllClients, IsWhatTheSingleQuestionsAnswer)
 {
     OddPractice practice;
     practice.Script("INSERT INTO BRIXClient (lID, bTrust) VALUES (0, 1); INSERT INTO BRIXPartnership (lID, bLLP) "
                     "VALUES (0, 1); INSERT INTO BRIXTaxForm (lID, lClientID, nYear) VALUES (0, 0, 2020)");
-    practice.Add(60);
+    const int count = ::Test::IsOnServer() ? 15 : 60; // each answer takes round trips
+    practice.Add(count, 4 * count);
     int yes[kStatusQuestions] = {};
     for (const short year : OddPractice::kYears) {
         const std::vector<ClientStatus> all = StatusOfAll(year);
-        ASSERT_EQ(all.size(), 122U) << "a row of number 0 is nobody, and listed";
+        ASSERT_EQ(all.size(), 2U + 2 * static_cast<unsigned>(count)) << "a row of number 0 is nobody, and listed";
         for (const ClientStatus& status : all) {
             EXPECT_EQ(FindStatus(all, status.GetId(), status.IsPartnership()), &status);
             for (const auto& [question, single] : kSingles) {
@@ -109,19 +116,19 @@ TEST(StatusOfAll, IsWhatTheSingleQuestionsAnswer)
                     << NameOf(question) << ' ' << status.IsPartnership() << ' ' << status.GetId() << " in " << year;
             }
         }
-        EXPECT_EQ(FindStatus(all, 61, false), nullptr);
+        EXPECT_EQ(FindStatus(all, count + 1, false), nullptr);
     }
     for (const auto& [question, single] : kSingles)
-        EXPECT_GT(yes[static_cast<std::size_t>(question)], 10) << NameOf(question) << " is hardly ever a yes";
+        EXPECT_GT(yes[static_cast<std::size_t>(question)], count / 6) << NameOf(question) << " is hardly ever a yes";
 }
 
-TEST(StatusOfAll, SendsOneStatementForEachTableAndPage)
+TEST_P(StatusOfAllClients, SendsOneStatementForEachTableAndPage)
 {
     OddPractice practice;
     int statements = 0;
     Quarry::GetConnection().OnSent([&](std::string_view) { ++statements; });
     for (const int more : {10, 1010}) {
-        practice.Add(more);
+        practice.Add(more, 40);
         statements = 0;
         const std::vector<ClientStatus> all = StatusOfAll(2020);
         EXPECT_EQ(statements, 9);
@@ -133,11 +140,13 @@ TEST(StatusOfAll, SendsOneStatementForEachTableAndPage)
             EXPECT_EQ(status.Because(), same.Because()) << client.id;
         });
         EXPECT_EQ(at, all.size());
-        EXPECT_EQ(statements, more == 10 ? 9 : 16) << "two pages of clients, two of partnerships";
+        const int most = more == 10 ? 9 : 16;
+        EXPECT_TRUE(statements == most || (::Test::IsOnServer() && statements <= most + 6))
+            << statements << ": two pages of clients, two of partnerships; a server's cursors begin and end";
     }
 }
 
-TEST(ClientStatus, TellsTheRecordThatDecidedAndSaysSo)
+TEST_P(StatusAnswers, TellsTheRecordThatDecidedAndSaysSo)
 {
     const ::Test::StatusPractice practice;
     practice.Script(
@@ -165,7 +174,7 @@ TEST(ClientStatus, TellsTheRecordThatDecidedAndSaysSo)
     EXPECT_FALSE(StatusOf(0, false, 2020).Is(StatusQuestion::Trust)) << "0 is nobody, as for IsClientATrust";
 }
 
-TEST(ClientStatus, SaysTheMostTellingFirst)
+TEST_P(StatusAnswers, SaysTheMostTellingFirst)
 {
     const std::pair<const char*, const char*> rows[] = {
         {"", "no return"},

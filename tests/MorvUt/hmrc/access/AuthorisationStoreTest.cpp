@@ -3,9 +3,11 @@
 #include <time.h>
 
 #include <cstdlib>
+#include <optional>
 #include <tuple>
 
 #include "Afx/system/Computer.h"
+#include "Afx/time/Clock.h"
 #include "Cellar/DatabaseError.h"
 #include "MorvUt/hmrc/access/GatewayState.h"
 #include "MorvUt/hmrc/access/Logger.h"
@@ -21,6 +23,9 @@ using HmrcApi::CAuthorisationStore;
 using Store = HmrcApi::IAuthorisationStore;
 using Bytes = std::vector<unsigned char>;
 using AuthorisationStore = HmrcTest;
+ON_BOTH_DATABASES(AuthorisationStore);
+using AuthorisationStoreInAFile = HmrcTest; // whose room can be told
+ON_EMBEDDED(AuthorisationStoreInAFile);
 
 CAuthorisationStore Authorised(const char* gateway = kGateway)
 {
@@ -41,14 +46,21 @@ auto Held(CAuthorisationStore& store)
                       store.GetTokenType(), store.GetAuthenticatedTimestamp(), store.GetAuthorisationStatus());
 }
 
+/// The moment so many seconds ago.
+Cellar::Value UtcBefore(int seconds)
+{
+    const Afx::LocalTime at = Afx::FromUnixMilliseconds(Afx::Clock::UnixMilliseconds() - 1000LL * seconds);
+    return COleDateTime(at.year, at.month, at.day, at.hour, at.minute, at.second);
+}
+
 } // namespace
 
-TEST_F(AuthorisationStore, KeepsTokensOfTheGatewayIdItIsFor)
+TEST_P(AuthorisationStore, KeepsTokensOfTheGatewayIdItIsFor)
 {
     EXPECT_TRUE(Authorised("NEW").UpdateTokens()) << "a row that is not there is made";
     EXPECT_TRUE(Authorised().UpdateTokens());
     const std::string row = "010002|0300|14400|read:national-insurance|bearer|2024-05-01 09:30:00.000|1";
-    EXPECT_EQ(Query("SELECT HEX(vbAccessToken), HEX(vbRefreshToken), nExpiresIn, strScope, strTokenType, "
+    EXPECT_EQ(Query("SELECT vbAccessToken, vbRefreshToken, nExpiresIn, strScope, strTokenType, "
                     "dtAuthenticated, nAuthorisedStatus FROM MTDAuthorisation"),
               row + ", " + row);
     CAuthorisationStore written = Authorised(), read(kGateway), fresh, other = Authorised("OTHER");
@@ -61,7 +73,7 @@ TEST_F(AuthorisationStore, KeepsTokensOfTheGatewayIdItIsFor)
     EXPECT_EQ(Held(other), Held(fresh)) << "a row without tokens";
 }
 
-TEST_F(AuthorisationStore, NeedsAGatewayIdAndADatabase)
+TEST_P(AuthorisationStore, NeedsAGatewayIdAndADatabase)
 {
     CAuthorisationStore none;
     EXPECT_EQ(none.GetRetryDelay(), 500u);
@@ -79,7 +91,7 @@ TEST_F(AuthorisationStore, NeedsAGatewayIdAndADatabase)
     EXPECT_THROW(store.HasAuthenticatedGatewayID(), Cellar::DatabaseError);
 }
 
-TEST_F(AuthorisationStore, WritesBesideAnOpenTransactionAndNeverInOneThatHasBegun)
+TEST_P(AuthorisationStore, WritesBesideAnOpenTransactionAndNeverInOneThatHasBegun)
 {
     CAuthorisationStore store = Authorised();
     {
@@ -87,7 +99,7 @@ TEST_F(AuthorisationStore, WritesBesideAnOpenTransactionAndNeverInOneThatHasBegu
         EXPECT_TRUE(store.LockStore() && store.Rehearse() && store.UpdateTokens());
         HmrcApi::Logger().Log("Refresh", {}, {}, {}, {});
     } // the user's Cancel
-    EXPECT_EQ(Query("SELECT HEX(vbAccessToken), (SELECT COUNT(*) FROM MTDLog), (SELECT COUNT(*) FROM "
+    EXPECT_EQ(Query("SELECT vbAccessToken, (SELECT COUNT(*) FROM MTDLog), (SELECT COUNT(*) FROM "
                     "MTDAuthorisationLock) FROM MTDAuthorisation"),
               "010002|1|1");
     const Quarry::CTransaction begun(Cellar::Intent::Write);
@@ -97,11 +109,11 @@ TEST_F(AuthorisationStore, WritesBesideAnOpenTransactionAndNeverInOneThatHasBegu
     EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDLog"), "2") << "a line is written all the same";
 }
 
-TEST_F(AuthorisationStore, ShowsBeforehandThatThereIsNoRoom)
+TEST_P(AuthorisationStoreInAFile, ShowsBeforehandThatThereIsNoRoom)
 {
     CAuthorisationStore store = Authorised();
     ASSERT_TRUE(store.UpdateTokens() && store.Rehearse());
-    EXPECT_EQ(Query("SELECT HEX(vbAccessToken), vbRoom FROM MTDAuthorisation"), "010002|-") << "nothing changed";
+    EXPECT_EQ(Query("SELECT vbAccessToken, vbRoom FROM MTDAuthorisation"), "010002|-") << "nothing changed";
     CAuthorisationStore large = store;
     large.SetAccessToken(Bytes(9000, 1));
     Quarry::GetConnection().Query("PRAGMA max_page_count = 1", {}); // as full as it is
@@ -122,14 +134,14 @@ TEST_F(AuthorisationStore, ShowsBeforehandThatThereIsNoRoom)
     EXPECT_EQ(store.GetProblem(), "");
 }
 
-TEST_F(AuthorisationStore, DatesTheConsentAndNotTheRefresh)
+TEST_P(AuthorisationStore, DatesTheConsentAndNotTheRefresh)
 {
     CAuthorisationStore store = Authorised();
     const auto granted = [&](Store::AuthorisationStatus status, int hour) {
         store.SetAuthorisationStatus(status);
         store.SetAuthenticatedTimestamp(COleDateTime(2024, 5, 1, hour, 30, 0));
         EXPECT_TRUE(store.UpdateTokens());
-        return Query("SELECT dtGranted, dtAuthenticated FROM MTDAuthorisation");
+        return Query("SELECT dtGranted, dtAuthenticated FROM MTDAuthorisation ORDER BY lID");
     };
     EXPECT_EQ(granted(Store::NotAuthorised, 8), "-|2024-05-01 08:30:00.000") << "dialogue begins";
     EXPECT_EQ(granted(Store::Authorised, 9), "2024-05-01 09:30:00.000|2024-05-01 09:30:00.000");
@@ -164,18 +176,18 @@ TEST_F(AuthorisationStore, DatesTheConsentAndNotTheRefresh)
               "2024-05-01 16:30:00.000|1");
 }
 
-TEST_F(AuthorisationStore, GoesOverNothingThatItHasNotRead)
+TEST_P(AuthorisationStore, GoesOverNothingThatItHasNotRead)
 {
     CAuthorisationStore unread = Authorised();
     EXPECT_FALSE(CAuthorisationStore("OTHER").LoadTokens() ||
                  unread.UpdateLoaded() != HmrcApi::IGrantStore::Update::Replaced);
     ASSERT_TRUE(unread.LoadTokens());
-    Quarry::GetConnection().Script("ALTER TABLE MTDAuthorisation RENAME TO Away");
+    Script("ALTER TABLE MTDAuthorisation RENAME TO Away");
     EXPECT_EQ(unread.UpdateLoaded(), HmrcApi::IGrantStore::Update::Failed);
     EXPECT_NE(unread.GetProblem(), "");
 }
 
-TEST_F(AuthorisationStore, LocksOnceForAllObjects)
+TEST_P(AuthorisationStore, LocksOnceForAllObjects)
 {
     Afx::SetComputerName("DESK1");
     CAuthorisationStore first(kGateway), second(kGateway);
@@ -197,12 +209,12 @@ TEST_F(AuthorisationStore, LocksOnceForAllObjects)
     EXPECT_FALSE(CAuthorisationStore("OTHER").LockStore()) << "no such row";
 }
 
-TEST_F(AuthorisationStore, UnlocksItsOwnRowOnly)
+TEST_P(AuthorisationStore, UnlocksItsOwnRowOnly)
 {
-    for (const char* taken : {"dtLocked = '2024-03-31 00:59:59.000'", "ConnectionID = 4711", "dtLocked = NULL"}) {
+    for (const char* taken : {"dtLocked = '2024-03-31 00:59:59.000'", "ConnectionID = 8004711", "dtLocked = NULL"}) {
         CAuthorisationStore store(kGateway);
         ASSERT_TRUE(store.LockStore());
-        Quarry::GetConnection().Script("UPDATE MTDAuthorisationLock SET " + std::string(taken)); // by another
+        Script("UPDATE MTDAuthorisationLock SET " + std::string(taken)); // by another
         EXPECT_TRUE(store.UnlockStore());
         EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAuthorisationLock"), "1") << taken;
         Sql("DELETE FROM MTDAuthorisationLock");
@@ -218,47 +230,50 @@ TEST_F(AuthorisationStore, UnlocksItsOwnRowOnly)
     EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAuthorisationLock"), "0");
 }
 
-TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
+TEST_P(AuthorisationStore, ClearsALockThatWasLeftBehind)
 {
     constexpr char kLongName[] = "PRACTICE-RECEPT"; // -1, -2
     const struct
     {
-        const char *age, *workstation, *session;
+        std::optional<int> age; // seconds
+        const char* workstation;
+        std::optional<int> session;
         bool isCleared;
         const char* why;
     } rows[] = {
-        {"-140 seconds", "DESK2", nullptr, false, "a refresh may still be under way"},
-        {"-160 seconds", "DESK2", nullptr, true, "longer than a refresh lasts"},
-        {"+1 hours", "DESK2", nullptr, false, "the database's clock was set back"},
-        {nullptr, "DESK2", nullptr, false, "age unknown"},
-        {"-1 seconds", "DESK1", "-4711", true, "nobody here has the mark of that session"},
-        {nullptr, "DESK1", "-4711", true, "the same, age unknown"},
-        {"-1 seconds", "DESK1", "-4712", false, "that session's program is still running"},
-        {"-160 seconds", "DESK1", "-4712", false, "however old its lock"},
-        {"-1 seconds", "DESK1", "-4713", true, "the mark is of a session of another database"},
-        {"-1 seconds", "DESK1", "4711", false, "another program's session, which has no mark"},
-        {"-1 seconds", "DESK2", "-4711", false, "another workstation cannot be asked"},
-        {"-1 seconds", kLongName, "-4711", false, "perhaps another workstation, whose name was cut"},
-        {"-160 seconds", kLongName, "-4711", true, "only its age counts then"},
-        {"-160 seconds", kLongName, "-4712", false, "unless its program runs here"},
-        {"-1 seconds", "Unknown", "-4711", false, "nobody's name"},
-        {"-1 seconds", "DESK1", nullptr, false, "of a program that sets no mark"},
-        {"-160 seconds", "DESK1", "0", true, "only its age counts then"},
+        {140, "DESK2", std::nullopt, false, "a refresh may still be under way"},
+        {160, "DESK2", std::nullopt, true, "longer than a refresh lasts"},
+        {-3600, "DESK2", std::nullopt, false, "the database's clock was set back"},
+        {std::nullopt, "DESK2", std::nullopt, false, "age unknown"},
+        {1, "DESK1", -8004711, true, "nobody here has the mark of that session"},
+        {std::nullopt, "DESK1", -8004711, true, "the same, age unknown"},
+        {1, "DESK1", -8004712, false, "that session's program is still running"},
+        {160, "DESK1", -8004712, false, "however old its lock"},
+        {1, "DESK1", -8004713, true, "the mark is of a session of another database"},
+        {1, "DESK1", 8004711, false, "another program's session, which has no mark"},
+        {1, "DESK2", -8004711, false, "another workstation cannot be asked"},
+        {1, kLongName, -8004711, false, "perhaps another workstation, whose name was cut"},
+        {160, kLongName, -8004711, true, "only its age counts then"},
+        {160, kLongName, -8004712, false, "unless its program runs here"},
+        {1, "Unknown", -8004711, false, "nobody's name"},
+        {1, "DESK1", std::nullopt, false, "of a program that sets no mark"},
+        {160, "DESK1", 0, true, "only its age counts then"},
     };
     setenv("TZ", "XST-1", 1); // an hour that must not count
     tzset();
     const auto other =
         Cellar::CConnection::Open(CString(::Test::TempDir() + "/other.db"), Cellar::CConnection::Create::IfMissing);
     Shellkit::ProcessMark running, elsewhere;
-    ASSERT_TRUE(running.Set(Locks::MarkName(Quarry::GetConnection(), "MorvUt.TokenLock", "7", 4712)));
-    ASSERT_TRUE(elsewhere.Set(Locks::MarkName(*other, "MorvUt.TokenLock", "7", 4713)));
+    ASSERT_TRUE(running.Set(Locks::MarkName(Quarry::GetConnection(), "MorvUt.TokenLock", "7", 8004712)));
+    ASSERT_TRUE(elsewhere.Set(Locks::MarkName(*other, "MorvUt.TokenLock", "7", 8004713)));
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
         Afx::SetComputerName(std::string_view(row.workstation) == "DESK2" ? "DESK1" : row.workstation);
-        Quarry::GetConnection().Script("DELETE FROM MTDAuthorisationLock; DELETE FROM MTDLog;");
+        Script("DELETE FROM MTDAuthorisationLock; DELETE FROM MTDLog;");
         Sql("INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID, strUserID, dtLocked, strWorkstation, ConnectionID) "
-            "VALUES (7, 'BOB', datetime('now', %s), %s, %s)",
-            row.age, row.workstation, row.session);
+            "VALUES (7, 'BOB', %t, %s, %d)",
+            row.age ? UtcBefore(*row.age) : Cellar::Value(), row.workstation,
+            row.session ? Cellar::Value(*row.session) : Cellar::Value());
         EXPECT_EQ(CAuthorisationStore(kGateway).LockStore(), row.isCleared);
         EXPECT_EQ(Query("SELECT strUserID, (SELECT strEvent FROM MTDLog) FROM MTDAuthorisationLock"),
                   row.isCleared ? "ANNA|LockCleared" : "BOB|-");
@@ -267,16 +282,16 @@ TEST_F(AuthorisationStore, ClearsALockThatWasLeftBehind)
     EXPECT_FALSE(
         Shellkit::ProcessMark::IsSet(Locks::MarkName(connection, "MorvUt.TokenLock", "7", connection.GetSessionId())))
         << "nobody has the mark of a lock that was refused";
-    connection.Script("UPDATE MTDAuthorisationLock SET dtLocked = '2024-01-01'; DELETE FROM MTDLog;"
-                      "CREATE TRIGGER Full BEFORE INSERT ON MTDAuthorisationLock WHEN (SELECT COUNT(*) FROM "
-                      "MTDAuthorisationLock) = 0 BEGIN SELECT RAISE(ABORT, 'full'); END");
+    connection.Script("UPDATE MTDAuthorisationLock SET dtLocked = '2024-01-01'; DELETE FROM MTDLog;");
+    const ::Test::Trigger full(connection, "BEFORE INSERT", "MTDAuthorisationLock",
+                               "(SELECT COUNT(*) FROM MTDAuthorisationLock) = 0");
     EXPECT_FALSE(CAuthorisationStore(kGateway).LockStore());
     EXPECT_EQ(Query("SELECT strEvent FROM MTDLog"), "LockCleared") << "although no other came in its place";
     unsetenv("TZ");
     tzset();
 }
 
-TEST_F(AuthorisationStore, NamesNoSessionWhoseMarkItHasNot)
+TEST_P(AuthorisationStore, NamesNoSessionWhoseMarkItHasNot)
 {
     const long long session = Quarry::GetConnection().GetSessionId();
     Shellkit::ProcessMark taken;
@@ -290,7 +305,7 @@ TEST_F(AuthorisationStore, NamesNoSessionWhoseMarkItHasNot)
     EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAuthorisationLock"), "0");
 }
 
-TEST_F(AuthorisationStore, RegistersGatewayIds)
+TEST_P(AuthorisationStore, RegistersGatewayIds)
 {
     const ::Test::Case<const char*, bool> rows[] = {
         {"NEW", true, "new"},

@@ -12,9 +12,11 @@
 
 using HmrcApi::CClientData;
 using HmrcScope = HmrcTest;
+ON_BOTH_DATABASES(HmrcScope);
 using HmrcLogger = HmrcTest;
+ON_BOTH_DATABASES(HmrcLogger);
 
-TEST_F(HmrcScope, FollowsTheInterfaceAndTheDiagnosis)
+TEST_P(HmrcScope, FollowsTheInterfaceAndTheDiagnosis)
 {
     const std::string paye = "read:marriage-allowance read:national-insurance read:individual-paye";
     const std::string four = "read:marriage-allowance read:national-insurance read:individual-benefits "
@@ -75,7 +77,7 @@ TEST(HmrcClientData, SelectsTheServicesByTheSettingOrALoopbackServerOnRequest)
     CClientData::SetLoopbackOverride({});
 }
 
-TEST_F(HmrcLogger, WritesOneLineWithItsChain)
+TEST_P(HmrcLogger, WritesOneLineWithItsChain)
 {
     Afx::SetComputerName("DESK1");
     HmrcApi::Logger log, other;
@@ -87,7 +89,7 @@ TEST_F(HmrcLogger, WritesOneLineWithItsChain)
                   CApplicationSessionId::GetSessionId() + '|' + other.GetChainIdString());
 }
 
-TEST_F(HmrcLogger, ReadsTheLevelEachTimeUnlessItWasTold)
+TEST_P(HmrcLogger, ReadsTheLevelEachTimeUnlessItWasTold)
 {
     HmrcApi::Logger log, told;
     told.SetDebugLevel(HmrcApi::ReadPracticeOptions().debugLevel);
@@ -98,14 +100,13 @@ TEST_F(HmrcLogger, ReadsTheLevelEachTimeUnlessItWasTold)
     }
 }
 
-TEST_F(HmrcLogger, OpensItsOwnConnectionWithoutACurrentOneAndNeverEndsARetrieval)
+TEST_P(HmrcLogger, OpensItsOwnConnectionWithoutACurrentOneAndNeverEndsARetrieval)
 {
     const auto log = [] { HmrcApi::Logger().Log("Request", {}, {}, {}, "Bearer abcdefgh AA000001A"); };
-    const std::string path = "sqlite:" + ::Test::TempDir() + "/practice.db";
-    CRegistry().SetString("DataSource", path.c_str());
+    CRegistry().SetString("DataSource", ::Test::ConnectionTextOf("practice.db"));
     Quarry::SetConnection(nullptr);
     log();
-    Quarry::SetConnection(Cellar::CConnection::Open(path.c_str()));
+    Quarry::SetConnection(Open());
     EXPECT_EQ(Query("SELECT strEvent FROM MTDLog"), "Request");
     Sql("DROP TABLE MTDLog");
     testing::internal::CaptureStderr();
