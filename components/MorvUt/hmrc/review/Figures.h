@@ -22,6 +22,7 @@ template<class Item>
 std::string FiguresOf(const std::vector<const Item*>& items)
 {
     std::vector<std::string> texts;
+    texts.reserve(items.size());
     for (const Item* item : items)
         texts.push_back(FiguresOf(*item));
     std::sort(texts.begin(), texts.end());
