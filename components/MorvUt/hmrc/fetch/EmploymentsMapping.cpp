@@ -89,50 +89,6 @@ std::vector<int> RowsOf(const std::vector<StagedEmployment>& items, const std::v
     return rowOf;
 }
 
-void CompleteEmployments(std::vector<StagedEmployment>& items, const AnsweredParts& parts,
-                         const std::vector<StagedEmployment>& rows)
-{
-    const std::vector<int> rowOf = RowsOf(items, rows);
-    std::vector<bool> isSent(rows.size());
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        if (rowOf[i] == kNoRow)
-            continue;
-        const auto row = static_cast<std::size_t>(rowOf[i]);
-        isSent[row] = true;
-        Complete(items[i], parts, rows[row]);
-    }
-    if (parts.history) // else HMRC has not said which there are
-        return;
-    for (std::size_t row = 0; row < rows.size(); ++row)
-        if (!isSent[row] && !rows[row].isWithdrawn)
-            items.push_back(Unlisted(rows[row], parts));
-}
-
-/// The state pension is none of this route's and stays out.
-void CompletePensions(std::vector<StagedPension>& items, const AnsweredParts& parts,
-                      const std::vector<StagedPension>& rows)
-{
-    for (const StagedPension& row : rows) {
-        const auto same = std::find_if(items.begin(), items.end(), [&](const StagedPension& item) {
-            return SummaryOf(row) != Summary::None && SummaryOf(row) == SummaryOf(item);
-        });
-        // The tax refunded is a figure of the tax interface, all other amounts are the income interface's.
-        const bool isAmountSent = SummaryOf(row) == Summary::TaxRefunded ? parts.tax : parts.income;
-        if (same == items.end()) {
-            if (row.kind != kStatePension && !isAmountSent)
-                items.push_back(row);
-            continue;
-        }
-        if (!isAmountSent)
-            same->amount = row.amount;
-        if (!parts.tax)
-            same->tax = row.tax;
-    }
-    // Without the income it is not known whose tax it is: the other route's pensions may hold it already.
-    if (!parts.income)
-        std::erase_if(items, [](const StagedPension& item) { return ScheduleOf(item.kind) && item.amount.IsNull(); });
-}
-
 } // namespace
 
 void EachEmployment(const CEmploymentsResponse& response,
@@ -176,11 +132,54 @@ void AddTax(StagedYear& year, const CTaxSummaryResponse& response)
     Add(year, Summary::TaxRefunded, &StagedPension::amount, response.taxRefundedOrSetOff);
 }
 
-StagedYear Completed(StagedYear sent, const AnsweredParts& parts, const StagedYear& stored)
+std::vector<StagedEmployment> CompletedEmployments(const StagedYear& sent, const AnsweredParts& parts,
+                                                   const StagedYear& stored)
 {
-    CompleteEmployments(sent.employments, parts, stored.employments);
-    CompletePensions(sent.pensions, parts, LiveOf(stored.pensions));
-    return sent;
+    std::vector<StagedEmployment> items = sent.employments;
+    const std::vector<StagedEmployment>& rows = stored.employments;
+    const std::vector<int> rowOf = RowsOf(items, rows);
+    std::vector<bool> isSent(rows.size());
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        if (rowOf[i] == kNoRow)
+            continue;
+        const auto row = static_cast<std::size_t>(rowOf[i]);
+        isSent[row] = true;
+        Complete(items[i], parts, rows[row]);
+    }
+    if (parts.history) // else HMRC has not said which there are
+        return items;
+    for (std::size_t row = 0; row < rows.size(); ++row)
+        if (!isSent[row] && !rows[row].isWithdrawn)
+            items.push_back(Unlisted(rows[row], parts));
+    return items;
+}
+
+/// The state pension is none of this route's and stays out.
+std::vector<StagedPension> CompletedPensions(const StagedYear& sent, const AnsweredParts& parts,
+                                             const StagedYear& stored)
+{
+    std::vector<StagedPension> items = sent.pensions;
+    for (const StagedPension& row : LiveOf(stored.pensions)) {
+        const Summary summary = SummaryOf(row);
+        const auto same = std::find_if(items.begin(), items.end(), [&](const StagedPension& item) {
+            return summary != Summary::None && summary == SummaryOf(item);
+        });
+        // The tax refunded is a figure of the tax interface, all other amounts are the income interface's.
+        const bool isAmountSent = summary == Summary::TaxRefunded ? parts.tax : parts.income;
+        if (same == items.end()) {
+            if (row.kind != kStatePension && !isAmountSent)
+                items.push_back(row);
+            continue;
+        }
+        if (!isAmountSent)
+            same->amount = row.amount;
+        if (!parts.tax)
+            same->tax = row.tax;
+    }
+    // Without the income it is not known whose tax it is: the other route's pensions may hold it already.
+    if (!parts.income)
+        std::erase_if(items, [](const StagedPension& item) { return ScheduleOf(item.kind) && item.amount.IsNull(); });
+    return items;
 }
 
 } // namespace HmrcApi

@@ -31,8 +31,11 @@ void AddPart(StagedEmployment& item, const Employment_t& part);
 void AddIncome(StagedYear& year, const CIncomeSummaryResponse& response);
 void AddTax(StagedYear& year, const CTaxSummaryResponse& response);
 
-/// Completes what was sent by what is stored: works numbers, dates and student loans, which only the other route
-/// knows, and what belongs to an interface that had nothing. An employment that HMRC sends again gets its row back.
-StagedYear Completed(StagedYear sent, const AnsweredParts& parts, const StagedYear& stored);
+// What was sent, completed by what is stored: works numbers, dates and student loans, which only the other route knows,
+// and what belongs to an interface that had nothing. An employment that HMRC sends again gets its row back.
+std::vector<StagedEmployment> CompletedEmployments(const StagedYear& sent, const AnsweredParts& parts,
+                                                   const StagedYear& stored);
+std::vector<StagedPension> CompletedPensions(const StagedYear& sent, const AnsweredParts& parts,
+                                             const StagedYear& stored);
 
 } // namespace HmrcApi

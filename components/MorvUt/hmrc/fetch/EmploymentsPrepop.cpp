@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "MorvUt/hmrc/fetch/Retrieval.h"
-#include "MorvUt/hmrc/review/Differences.h"
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
 #include "Quarry/Session.h"
 
@@ -12,17 +11,7 @@ namespace HmrcApi
 namespace
 {
 
-bool IsAnyKind(long kind) { return ScheduleOf(static_cast<int>(kind)) != nullptr; }
 bool IsSummedKind(long kind) { return IsPrivatePensionKind(kind) || IsStateBenefitKind(kind); }
-
-/// The live class, or an example.
-template<class Endpoint, class Override>
-std::shared_ptr<Endpoint> MakeEndpoint(CAuthorisation& authorisation, IEndpointOverride::ResponseType type)
-{
-    if (type == IEndpointOverride::Live)
-        return std::make_shared<Endpoint>(authorisation);
-    return std::make_shared<Override>(authorisation, type);
-}
 
 } // namespace
 
@@ -36,22 +25,22 @@ CEmploymentsPrepop::~CEmploymentsPrepop() = default;
 
 std::shared_ptr<CEmploymentHistory> CEmploymentsPrepop::GetEmploymentHistoryEndpoint(CAuthorisation& authorisation)
 {
-    return MakeEndpoint<CEmploymentHistory, CEmploymentHistoryOverride>(authorisation, GetResponseType());
+    return MakeEndpoint<CEmploymentHistory, CEmploymentHistoryOverride>(authorisation);
 }
 
 std::shared_ptr<CIncomeSummary> CEmploymentsPrepop::GetIncomeSummaryEndpoint(CAuthorisation& authorisation)
 {
-    return MakeEndpoint<CIncomeSummary, CIncomeSummaryOverride>(authorisation, GetResponseType());
+    return MakeEndpoint<CIncomeSummary, CIncomeSummaryOverride>(authorisation);
 }
 
 std::shared_ptr<CBenefitsSummary> CEmploymentsPrepop::GetBenefitsSummaryEndpoint(CAuthorisation& authorisation)
 {
-    return MakeEndpoint<CBenefitsSummary, CBenefitsSummaryOverride>(authorisation, GetResponseType());
+    return MakeEndpoint<CBenefitsSummary, CBenefitsSummaryOverride>(authorisation);
 }
 
 std::shared_ptr<CTaxSummary> CEmploymentsPrepop::GetTaxSummaryEndpoint(CAuthorisation& authorisation)
 {
-    return MakeEndpoint<CTaxSummary, CTaxSummaryOverride>(authorisation, GetResponseType());
+    return MakeEndpoint<CTaxSummary, CTaxSummaryOverride>(authorisation);
 }
 
 void CEmploymentsPrepop::GetEmploymentData(std::string utr, std::shared_ptr<CAPIErrorHandler> errors, Logger* logger)
@@ -84,23 +73,23 @@ void CEmploymentsPrepop::Stage(Retrieval& retrieval)
     if (!HasAnswer())
         return;
     StageGroup(retrieval, kGroup, [&](StagingWriter& writer) {
-        StagePensions(writer);
-        StageEmployments(writer);
-        m_return = LoadReturnYear(GetClient(), GetYear());
-        SetHasDifferences(IsReviewDue(FindDifferences(writer.GetYear(), *m_return)));
+        const StagedYear stored = writer.GetYear();
+        StagePensions(writer, stored);
+        StageEmployments(writer, stored);
+        m_return = CompareWithReturn(writer);
     });
 }
 
-void CEmploymentsPrepop::StagePensions(StagingWriter& writer) const
+void CEmploymentsPrepop::StagePensions(StagingWriter& writer, const StagedYear& stored) const
 {
-    const StagedYear year = Completed(m_answer, m_parts, writer.GetYear());
-    writer.WritePrivatePensions(year.pensions);
-    writer.WriteStateBenefits(year.pensions);
+    const std::vector<StagedPension> items = CompletedPensions(m_answer, m_parts, stored);
+    writer.WritePrivatePensions(items);
+    writer.WriteStateBenefits(items);
 }
 
-void CEmploymentsPrepop::StageEmployments(StagingWriter& writer) const
+void CEmploymentsPrepop::StageEmployments(StagingWriter& writer, const StagedYear& stored) const
 {
-    writer.WriteEmployments(Completed(m_answer, m_parts, writer.GetYear()).employments);
+    writer.WriteEmployments(CompletedEmployments(m_answer, m_parts, stored));
 }
 
 void CEmploymentsPrepop::BeginAnswer(ClientId client, TaxYear taxYear)
@@ -165,18 +154,18 @@ void CEmploymentsPrepop::MapTax(ClientId client, TaxYear taxYear, const CTaxSumm
 void CEmploymentsPrepop::UpdateMTDPensionsAndOther()
 {
     if (HasAnswer())
-        Write(m_answerClient, m_answerYear, [&](StagingWriter& writer) { StagePensions(writer); });
+        Write(m_answerClient, m_answerYear, [&](StagingWriter& writer) { StagePensions(writer, writer.GetYear()); });
 }
 
 void CEmploymentsPrepop::UpdateMTDEmployments()
 {
     if (!m_answer.employments.empty() || m_parts.history)
-        Write(m_answerClient, m_answerYear, [&](StagingWriter& writer) { StageEmployments(writer); });
+        Write(m_answerClient, m_answerYear, [&](StagingWriter& writer) { StageEmployments(writer, writer.GetYear()); });
 }
 
 bool CEmploymentsPrepop::DoNewEmploymentsExist() { return m_schedules.IsEmploymentNew(); }
 
-bool CEmploymentsPrepop::DoNewPensionStateBenefitsExist() { return m_schedules.IsPensionNew(&IsAnyKind); }
+bool CEmploymentsPrepop::DoNewPensionStateBenefitsExist() { return m_schedules.IsPensionNew(); }
 
 void CEmploymentsPrepop::CreateNewSchedules() { m_schedules.CreateAll(); }
 

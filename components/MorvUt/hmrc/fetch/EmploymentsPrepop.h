@@ -92,8 +92,9 @@ private:
     void AddEmployments(ClientId client, TaxYear taxYear, const CEmploymentsResponse& response);
 
     void BeginAnswer(ClientId client, TaxYear taxYear);
-    void StagePensions(StagingWriter& writer) const;
-    void StageEmployments(StagingWriter& writer) const;
+    // `stored`: what the rows held before.
+    void StagePensions(StagingWriter& writer, const StagedYear& stored) const;
+    void StageEmployments(StagingWriter& writer, const StagedYear& stored) const;
 
     StagedYear m_answer; // joined, in the terms of the staging rows
     AnsweredParts m_parts;

@@ -10,9 +10,7 @@ CNICPrepop::~CNICPrepop() = default;
 
 std::shared_ptr<CNationalInsurance> CNICPrepop::GetNationalInsuranceEndpoint(CAuthorisation& authorisation)
 {
-    if (IsLive())
-        return std::make_shared<CNationalInsurance>(authorisation);
-    return std::make_shared<CNationalInsuranceOverride>(authorisation, GetResponseType());
+    return MakeEndpoint<CNationalInsurance, CNationalInsuranceOverride>(authorisation);
 }
 
 void CNICPrepop::GetNICData(std::string utr, std::shared_ptr<CAPIErrorHandler> errors, Logger* logger)

@@ -4,7 +4,6 @@
 
 #include "MorvUt/hmrc/fetch/PayeMapping.h"
 #include "MorvUt/hmrc/fetch/Retrieval.h"
-#include "MorvUt/hmrc/review/Differences.h"
 #include "MorvUt/hmrc/schedules/NewSchedules.h"
 #include "MorvUt/hmrc/schedules/PensionTypes.h"
 #include "MorvUt/hmrc/schedules/Words.h"
@@ -45,9 +44,7 @@ CPAYEPrepop::~CPAYEPrepop() = default;
 
 std::shared_ptr<CPaye> CPAYEPrepop::GetPayeEndpoint(CAuthorisation& authorisation)
 {
-    if (IsLive())
-        return std::make_shared<CPaye>(authorisation);
-    return std::make_shared<CPayeOverride>(authorisation, GetResponseType());
+    return MakeEndpoint<CPaye, CPayeOverride>(authorisation);
 }
 
 void CPAYEPrepop::GetPAYEData(std::string nationalInsuranceNumber, std::shared_ptr<CAPIErrorHandler> errors,
@@ -80,8 +77,7 @@ void CPAYEPrepop::Stage(Retrieval& retrieval)
         writer.WritePensions(answer.pensions);
         writer.WriteEmployments(answer.employments);
         writer.WriteAllowances(answer.allowances);
-        m_return = LoadReturnYear(GetClient(), GetYear());
-        SetHasDifferences(IsReviewDue(FindDifferences(writer.GetYear(), *m_return)));
+        m_return = CompareWithReturn(writer);
     });
 }
 
@@ -165,10 +161,7 @@ void CPAYEPrepop::UpdateMTDTaxFreeAllowances()
 
 bool CPAYEPrepop::DoNewEmploymentsExist() { return m_schedules.IsEmploymentNew(); }
 
-bool CPAYEPrepop::DoNewPensionStateBenefitsExist()
-{
-    return m_schedules.IsPensionNew([](long kind) { return ScheduleOf(static_cast<int>(kind)) != nullptr; });
-}
+bool CPAYEPrepop::DoNewPensionStateBenefitsExist() { return m_schedules.IsPensionNew(); }
 
 bool CPAYEPrepop::DoNewPensionStateBenefitsExist_Other() { return m_schedules.IsPensionNew(&IsStatePensionKind); }
 bool CPAYEPrepop::DoNewPensionStateBenefitsExist_PrivatePensions()

@@ -5,6 +5,7 @@
 
 #include "Brix/Subjects.h"
 #include "MorvUt/hmrc/fetch/Retrieval.h"
+#include "MorvUt/hmrc/review/Differences.h"
 #include "MorvUt/res/Strings.h"
 #include "Quarry/DataList.h"
 #include "Quarry/Session.h"
@@ -67,9 +68,16 @@ void CSchedulePrepop::StageGroup(Retrieval& retrieval, const char* group,
         m_counts += writer.TakeCounts();
     } catch (const Quarry::ChangedByAnotherUser& changed) {
         writer.TakeCounts(); // undone
-        SetHasDifferences(false);
+        m_hasDifferences = false;
         retrieval.GetErrors().AddError(group, CAPIError("CHANGED_BY_ANOTHER_USER", changed.what(), {}, {}));
     }
+}
+
+ReturnYear CSchedulePrepop::CompareWithReturn(StagingWriter& writer)
+{
+    ReturnYear own = LoadReturnYear(m_client, GetYear());
+    m_hasDifferences = IsReviewDue(FindDifferences(writer.GetYear(), own));
+    return own;
 }
 
 void CSchedulePrepop::Write(ClientId client, short year, const std::function<void(StagingWriter&)>& write)

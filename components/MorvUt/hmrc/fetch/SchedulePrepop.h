@@ -11,6 +11,7 @@
 #include "MorvUt/Export.h"
 #include "MorvUt/hmrc/access/AuthorisationStore.h"
 #include "MorvUt/hmrc/access/Logger.h"
+#include "MorvUt/hmrc/schedules/ReturnYear.h"
 #include "MorvUt/hmrc/staging/StagedYear.h"
 #include "MorvUt/taxyear/TaxYear.h"
 #include "Quarry/Keys.h"
@@ -44,6 +45,14 @@ protected:
     short GetYear() const noexcept { return m_taxYear.GetRealTaxYear(); }
     IEndpointOverride::ResponseType GetResponseType() const noexcept { return m_type; }
     bool IsLive() const noexcept { return m_type == IEndpointOverride::Live; }
+    /// The live class, or the one that answers with the example of the response type.
+    template<class Endpoint, class Override>
+    std::shared_ptr<Endpoint> MakeEndpoint(CAuthorisation& authorisation) const
+    {
+        if (IsLive())
+            return std::make_shared<Endpoint>(authorisation);
+        return std::make_shared<Override>(authorisation, m_type);
+    }
     Retrieval MakeRetrieval(std::shared_ptr<CAPIErrorHandler> errors, Logger* logger) const;
 
     /// Registers the group with the error handler and asks HMRC. HMRC's errors become entries of the group: false then.
@@ -55,7 +64,8 @@ protected:
     void StageGroup(Retrieval& retrieval, const char* group, const std::function<void(StagingWriter&)>& stage);
     /// Writes in a transaction of its own, outside a retrieval.
     void Write(ClientId client, short year, const std::function<void(StagingWriter&)>& write);
-    void SetHasDifferences(bool hasDifferences) noexcept { m_hasDifferences = hasDifferences; }
+    /// The return as it is now; whether a review is due is noted for what the rows hold.
+    ReturnYear CompareWithReturn(StagingWriter& writer);
 
 private:
     ClientId m_client;

@@ -1,6 +1,7 @@
 #include "MorvUt/hmrc/fetch/StagedSchedules.h"
 
 #include "Brix/Subjects.h"
+#include "MorvUt/hmrc/schedules/PensionTypes.h"
 
 namespace HmrcApi
 {
@@ -13,6 +14,11 @@ StagedSchedules::Creation::Creation(ClientId client, short year)
 bool StagedSchedules::IsEmploymentNew() const
 {
     return IsAnyEmploymentNew(LoadStagedYear(m_client, m_year), LoadReturnYear(m_client, m_year));
+}
+
+bool StagedSchedules::IsPensionNew() const
+{
+    return IsPensionNew([](long kind) { return ScheduleOf(static_cast<int>(kind)) != nullptr; });
 }
 
 bool StagedSchedules::IsPensionNew(bool (*isOfKind)(long kind)) const

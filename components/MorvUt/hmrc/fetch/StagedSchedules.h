@@ -29,6 +29,7 @@ public:
     StagedSchedules(ClientId client, short year) noexcept : m_client(client), m_year(year) {}
 
     bool IsEmploymentNew() const;
+    bool IsPensionNew() const; // of any kind that becomes a schedule
     bool IsPensionNew(bool (*isOfKind)(long kind)) const;
     /// In a transaction of its own, or a level of the open one.
     void Create(const std::function<void(Creation&)>& work);

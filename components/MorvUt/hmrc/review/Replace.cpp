@@ -17,26 +17,25 @@ using Field = DifferenceRow::Field;
 
 void ReplaceBenefit(CNewEmployBenefits& benefits, long employment, const DifferenceRow& row)
 {
-    bool isReplaced = false;
+    constexpr int kNone = -1;
+    int first = kNone;
     for (int place = 0; benefits.MoveTo(place);) {
         const int code = benefits.GetType();
-        if (code != row.code && !(row.isBox && BoxCode(code) == row.code)) {
-            ++place;
-        } else if (isReplaced) {
-            benefits.Delete();
-        } else {
-            benefits.SetType(row.code);
-            benefits.SetBenefit(row.hmrcAmount);
-            benefits.SetEstimate(row.estimate);
-            benefits.Update();
-            isReplaced = true;
-            ++place;
+        const bool isMeant = code == row.code || (row.isBox && BoxCode(code) == row.code);
+        if (isMeant && first != kNone) {
+            benefits.Delete(); // the next one takes its place
+            continue;
         }
+        if (isMeant)
+            first = place;
+        ++place;
     }
-    if (isReplaced)
-        return;
-    benefits.AddNew();
-    benefits.SetNewEmployID(employment);
+    if (first != kNone) {
+        benefits.MoveTo(first);
+    } else {
+        benefits.AddNew();
+        benefits.SetNewEmployID(employment);
+    }
     benefits.SetType(row.code);
     benefits.SetBenefit(row.hmrcAmount);
     benefits.SetEstimate(row.estimate);
