@@ -29,14 +29,17 @@ int TwoDigits(std::string_view text) { return (text[0] - '0') * 10 + (text[1] - 
 
 } // namespace
 
+char UtrCheckDigit(std::string_view rest)
+{
+    int sum = 0;
+    for (std::size_t i = 0; i < rest.size(); ++i)
+        sum += kUtrWeights[i] * (rest[i] - '0');
+    return kUtrCheckDigits[static_cast<std::size_t>(sum % 11)];
+}
+
 bool IsUtr(std::string_view utr)
 {
-    if (utr.size() != 10 || !AreDigits(utr))
-        return false;
-    int sum = 0;
-    for (std::size_t i = 1; i < utr.size(); ++i)
-        sum += kUtrWeights[i - 1] * (utr[i] - '0');
-    return utr[0] == kUtrCheckDigits[static_cast<std::size_t>(sum % 11)];
+    return utr.size() == 10 && AreDigits(utr) && utr[0] == UtrCheckDigit(utr.substr(1));
 }
 
 bool IsNino(std::string_view nino)

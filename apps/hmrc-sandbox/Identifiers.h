@@ -7,6 +7,9 @@
 namespace Sandbox
 {
 
+/// The digit that a UTR begins with, by the nine digits that follow.
+char UtrCheckDigit(std::string_view rest);
+
 /// Whether `utr` is a Self Assessment UTR: ten digits, the first of which is the check digit of the rest.
 bool IsUtr(std::string_view utr);
 

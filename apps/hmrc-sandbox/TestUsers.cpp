@@ -3,6 +3,7 @@
 
 #include "Errors.h"
 #include "Handlers.h"
+#include "Identifiers.h"
 
 namespace Sandbox
 {
@@ -12,24 +13,19 @@ namespace
 
 using Json = nlohmann::ordered_json;
 
-/// With the check digit before it; `number` of at most nine digits.
-std::string UtrOf(int number)
+std::string Digits(int number, std::size_t width)
 {
-    constexpr int kWeights[] = {6, 7, 8, 9, 10, 5, 4, 3, 2};
-    std::string digits = std::to_string(number);
-    digits.insert(0, std::size(kWeights) - digits.size(), '0');
-    int sum = 0;
-    for (std::size_t i = 0; i < digits.size(); ++i)
-        sum += kWeights[i] * (digits[i] - '0');
-    return "21987654321"[sum % 11] + digits;
+    const std::string digits = std::to_string(number);
+    return std::string(width - digits.size(), '0') + digits;
 }
 
-std::string NinoOf(int number)
+std::string UtrOf(int number)
 {
-    std::string digits = std::to_string(number);
-    digits.insert(0, 6 - digits.size(), '0');
-    return "AB" + digits + "A";
+    const std::string rest = Digits(number, 9);
+    return UtrCheckDigit(rest) + rest;
 }
+
+std::string NinoOf(int number) { return "AB" + Digits(number, 6) + "A"; }
 
 Json UserOf(int number, const Json& services)
 {

@@ -13,8 +13,6 @@ namespace Morv
 namespace
 {
 
-CString WarningOf(const HmrcApi::GatewayState& state) { return state.Warning(COleDateTime(Afx::Clock::Utc())); }
-
 void List(const CommonOptions& options)
 {
     Json list = Json::array();
@@ -51,6 +49,8 @@ void Remove(const std::string& practice, const std::string& gateway, const Commo
 }
 
 } // namespace
+
+CString WarningOf(const HmrcApi::GatewayState& state) { return state.Warning(COleDateTime(Afx::Clock::Utc())); }
 
 Json ToJson(const HmrcApi::GatewayState& state)
 {

@@ -34,6 +34,8 @@ void ShowLog(const HmrcArguments& arguments, const CommonOptions& options);
 void UseBase(const CommonOptions& options);
 
 Json ToJson(const HmrcApi::GatewayState& gateway);
+/// What a user must know of its grant now; empty: nothing.
+CString WarningOf(const HmrcApi::GatewayState& gateway);
 
 /// While it lives, message boxes are answered as on the console and not printed: the command itself says what they say.
 class QuietMessages

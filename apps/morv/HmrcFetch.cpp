@@ -4,7 +4,6 @@
 #include <cstdio>
 #include <optional>
 
-#include "Afx/time/Clock.h"
 #include "ClientJson.h"
 #include "HmrcCommands.h"
 #include "MorvUt/hmrc/fetch/FetchData.h"
@@ -237,12 +236,6 @@ Exit FetchAll(const HmrcArguments& arguments, const CommonOptions& options)
     return reached.IsHopeless() ? Exit::Refused : tally.Result();
 }
 
-/// A grant that ends soon is known long before a fetch fails for it.
-CString GrantWarning(const HmrcArguments& arguments)
-{
-    return HmrcApi::ReadGatewayState(arguments.gateway).Warning(COleDateTime(Afx::Clock::Utc()));
-}
-
 Exit FetchAsked(const HmrcArguments& arguments, const CommonOptions& options)
 {
     if (arguments.all)
@@ -262,7 +255,7 @@ Exit Fetch(const HmrcArguments& arguments, const CommonOptions& options)
 {
     UseBase(options);
     const PracticeSession session(arguments.practice, options, Login::Needed);
-    const CString warning = GrantWarning(arguments);
+    const CString warning = WarningOf(HmrcApi::ReadGatewayState(arguments.gateway));
     const Exit exit = FetchAsked(arguments, options);
     if (!warning.IsEmpty() && !options.quiet)
         std::fprintf(stderr, "morv: %s: %s\n", Printable(arguments.gateway).c_str(), warning.GetString());

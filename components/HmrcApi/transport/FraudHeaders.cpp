@@ -1,9 +1,8 @@
 #include "HmrcApi/transport/FraudHeaders.h"
 
-#include <cstdio>
-
 #include "Afx/text/TextFold.h"
 #include "Afx/time/Clock.h"
+#include "Afx/time/DateTime.h"
 #include "HmrcApi/transport/detail/Machine.h"
 #include "HmrcApi/transport/Uri.h"
 #include "Shellkit/Identity.h"
@@ -79,10 +78,8 @@ std::string List(const std::vector<std::string>& values)
 /// Now, "2020-09-21T14:30:05.123Z".
 std::string Timestamp()
 {
-    const Afx::LocalTime now = Afx::Clock::Utc();
-    char text[40];
-    std::snprintf(text, sizeof text, "%04d-%02d-%02dT%02d:%02d:%02d.%03dZ", now.year, now.month, now.day, now.hour,
-                  now.minute, now.second, now.milliseconds);
+    std::string text = COleDateTime(Afx::Clock::Utc()).FormatIso().Str() + 'Z';
+    text[text.find(' ')] = 'T';
     return text;
 }
 
