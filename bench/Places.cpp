@@ -5,7 +5,9 @@
 #include <filesystem>
 
 #include "Brix/Schema.h"
+#include "MorvUt/MorvUt.h"
 #include "Quarry/Session.h"
+#include "Ratios.h"
 
 const std::vector<Place>& Places()
 {
@@ -22,10 +24,16 @@ const std::vector<Place>& Places()
     return places;
 }
 
-void RemovePlaces()
+int RunWithPlaces(const std::function<int()>& run)
 {
+    MorvUtStartUp("bench", "Software\\bench");
+    Shellkit::SetPracticeKey(Shellkit::RandomBytes(Shellkit::kKeySize));
+    const int result = Bench::ResultOf(run);
+    Quarry::SetConnection(nullptr);
+    MorvUtShutDown();
     for (const Place& place : Places())
         std::filesystem::remove_all(place.folder);
+    return result;
 }
 
 void OpenPractice(const std::string& path)

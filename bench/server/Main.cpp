@@ -167,11 +167,5 @@ int Run(int argc, char** argv)
 
 int main(int argc, char** argv)
 {
-    MorvUtStartUp("bench", "Software\\bench");
-    Shellkit::SetPracticeKey(Shellkit::RandomBytes(Shellkit::kKeySize));
-    const int result = Bench::ResultOf([&] { return Run(argc, argv); });
-    Quarry::SetConnection(nullptr);
-    MorvUtShutDown();
-    RemovePlaces();
-    return result;
+    return RunWithPlaces([&] { return Run(argc, argv); });
 }
