@@ -115,6 +115,17 @@ function(morvut_component name)
   install(FILES "${exports}/${name}/Export.h" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/${name}")
 endfunction()
 
+# morvut_tests_in_parts(PROGRAM NAME FILTER LABELS properties...): its tests as NAME.1 and so on, one process each.
+function(morvut_tests_in_parts program name filter labels)
+  set(parts 3)
+  foreach(part RANGE 1 ${parts})
+    math(EXPR index "${part} - 1")
+    add_test(NAME ${name}.${part} COMMAND ${program} --gtest_brief=1 "--gtest_filter=${filter}")
+    set_tests_properties(${name}.${part} PROPERTIES LABELS "${labels}" TIMEOUT 900
+      ENVIRONMENT "GTEST_TOTAL_SHARDS=${parts};GTEST_SHARD_INDEX=${index}" ${ARGN})
+  endforeach()
+endfunction()
+
 # morvut_tests(NAME SOURCES files... USES targets... [LABELS labels...]): one GoogleTest executable of a component.
 function(morvut_tests name)
   cmake_parse_arguments(arg "" "" "SOURCES;USES;LABELS" ${ARGN})
@@ -133,6 +144,12 @@ function(morvut_tests name)
     # One test per program: starting a program in the emulator takes longer than most tests, and finding them needs it too.
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 300)
+  elseif(MORVUT_TESTS_IN_PARTS)
+    morvut_tests_in_parts(${name} ${name} "-Server/*" "${arg_LABELS}")
+    if(MORVUT_TEST_SERVER)
+      morvut_tests_in_parts(${name} ${name}.Server "Server/*" "${arg_LABELS}-db-server"
+        FIXTURES_REQUIRED db-server ENVIRONMENT_MODIFICATION "MORVUT_TEST_SERVER=set:${MORVUT_TEST_SERVER}")
+    endif()
   else()
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 TEST_FILTER "-Server/*"
       PROPERTIES LABELS "${arg_LABELS}" TIMEOUT 300)

@@ -10,8 +10,8 @@
 namespace Bench
 {
 
-/// Stands on a port of its own and hands on what it gets, each way after half of `roundTrip`. Counts the round trips:
-/// how often a client went on after the server had answered. Throws std::system_error.
+/// Stands on a port of its own and hands on what it gets, on the way to the server after `roundTrip`. Counts the round
+/// trips: how often a client went on after the server had answered. Throws std::system_error.
 class Proxy
 {
 public:

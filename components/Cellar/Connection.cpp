@@ -37,6 +37,25 @@ long CConnection::Execute(const SqlText& statement, std::span<const Value> value
     return changed;
 }
 
+void CConnection::ExecuteLater(const SqlText& statement, std::span<const Value> values)
+{
+    State& state = *m_state;
+    if (!HasBegun() || IsAside() || !GetDialect().SendsTogether()) {
+        const SuspendDirectSQLEvents quiet(*this);
+        Execute(statement, values);
+        return;
+    }
+    state.Reporting(statement.View(), [&] {
+        Detail::CheckArguments(state.statements.Use(statement.View()).GetPrepared(), values);
+        if (state.waiting.values.size() + values.size() > kMostValues)
+            state.SendWaiting();
+        state.levels.BeforeWrite();
+        state.waiting.statements.emplace_back(statement.View());
+        state.waiting.values.insert(state.waiting.values.end(), values.begin(), values.end());
+        state.levels.AfterWrite();
+    });
+}
+
 RowSet CConnection::Query(const SqlText& statement, std::span<const Value> values)
 {
     State& state = *m_state;
@@ -53,6 +72,7 @@ void CConnection::Script(std::string_view statements)
 {
     State& state = *m_state;
     state.Reporting(statements, [&] {
+        state.SendWaiting();
         state.levels.BeforeWrite();
         state.driver->Script(statements);
         state.levels.AfterWrite();
@@ -68,6 +88,7 @@ void CConnection::LockTable(const SqlText& table)
         if (state.levels.GetCount() == 0)
             throw DatabaseError(DatabaseError::Category::Other, "", "a table is locked within a transaction only", "");
         const std::string lock = GetDialect().LockTable(table.View());
+        state.SendWaiting();
         state.levels.BeforeWrite();
         if (!lock.empty())
             state.driver->Script(lock);
@@ -104,6 +125,7 @@ void CConnection::SetBusyTimeout(unsigned milliseconds) { m_state->driver->SetBu
 void CConnection::Begin(Intent intent, const Subject& subject)
 {
     State& state = *m_state;
+    state.SendWaiting();
     if (intent == Intent::Read)
         state.levels.Begin();
     else
@@ -113,7 +135,11 @@ void CConnection::Begin(Intent intent, const Subject& subject)
         });
 }
 
-void CConnection::Commit() { m_state->levels.Commit(); }
+void CConnection::Commit()
+{
+    m_state->SendWaiting();
+    m_state->levels.Commit();
+}
 void CConnection::Rollback() { RollbackTo(GetLevel()); }
 
 void CConnection::RollbackTo(int level)
@@ -121,6 +147,7 @@ void CConnection::RollbackTo(int level)
     const std::shared_ptr<State> state = m_state; // the hook may close the connection
     if (level < 1 || level > state->levels.GetCount())
         return;
+    state->waiting = {};
     std::exception_ptr problem;
     while (state->levels.GetCount() >= level)
         try {

@@ -106,6 +106,11 @@ public:
     {
         return Query(statement, std::span(values.begin(), values.size()));
     }
+    /// One new row or several (an INSERT) whose number nobody asks for. Within levels that have begun a server gets it
+    /// together with others that wait, in one round trip: with the next statement of any other kind, and before a level
+    /// begins or is committed. What is wrong with it is told there, as a failure of the level. Elsewhere, and on the
+    /// embedded database, it is sent at once. It is no direct statement (OnDirectStatement).
+    void ExecuteLater(const SqlText& statement, std::span<const Value> values);
     /// Statements of the database's own dialect (the schema). Counts as a write.
     void Script(std::string_view statements);
     /// Keeps other connections from writing to the table until the outermost level ends. Needs an open level.

@@ -83,6 +83,8 @@ struct Rules
     const char* utcNow; // GETUTCDATE()
     Around lockTable;
     bool limitBehind; // LIMIT n behind the statement for TOP (n) in front
+    /// Several INSERTs as one statement; null: each goes by itself.
+    std::string (*together)(std::span<const PreparedText> statements);
     SqlText nullsFirst, nullsLast;
     const char* schemaStart;
     SqlText reuseLog;
@@ -152,8 +154,9 @@ std::string PostgresProcedure(const InsertProcedureParts& parts)
 {
     const auto type = [](const std::string&, const std::string&) { return std::string("text"); };
     const auto argument = [](const std::string&, const std::string& number) { return "$" + number; };
-    return "CREATE PROCEDURE " + parts.name + "(" + Listed(parts.columns, type) + ") LANGUAGE sql AS '" +
-           InsertStart(parts) + Listed(parts.columns, argument) + ")';\n";
+    // Of plpgsql, which keeps its plan; a procedure of plain SQL is planned at each call.
+    return "CREATE PROCEDURE " + parts.name + "(" + Listed(parts.columns, type) + ") LANGUAGE plpgsql AS 'BEGIN " +
+           InsertStart(parts) + Listed(parts.columns, argument) + "); END';\n";
 }
 
 std::string SqlServerProcedure(const InsertProcedureParts& parts)
@@ -239,6 +242,7 @@ constexpr Rules kSqlite = {
     .utcNow = "(strftime('%Y-%m-%d %H:%M:%f','now'))",
     .lockTable = {"", ""}, // a write transaction keeps all others out
     .limitBehind = true,
+    .together = nullptr,
     .nullsFirst = "", // a null is less than everything else
     .nullsLast = "",
     .schemaStart = "",
@@ -252,6 +256,14 @@ constexpr char kServerColumns[] = "SELECT TABLE_NAME, COLUMN_NAME FROM INFORMATI
 /// The largest id of the rows.
 SqlText Largest(const SequenceNames& names) { return "MAX([" + names.column + "])"; }
 
+/// All but the last as what the last one stands on: they write at one moment and see nothing of each other.
+std::string PostgresTogether(std::span<const PreparedText> statements)
+{
+    std::string text = "WITH ";
+    for (std::size_t i = 0; i + 1 < statements.size(); ++i)
+        text += (i == 0 ? "s" : ", s") + std::to_string(i) + " AS (" + statements[i].text + ")";
+    return text + " " + statements.back().text;
+}
 SqlText PostgresNext(const SequenceNames& names)
 {
     return "SELECT nextval('" + names.sequence + "') FROM generate_series(1, %ld)";
@@ -379,6 +391,7 @@ constexpr Rules kPostgres = {
     .utcNow = "timezone('utc', now())::timestamp(3)",
     .lockTable = {"LOCK TABLE ", " IN SHARE ROW EXCLUSIVE MODE"},
     .limitBehind = true,
+    .together = PostgresTogether,
     .nullsFirst = " NULLS FIRST",
     .nullsLast = " NULLS LAST",
     .schemaStart = "CREATE COLLATION IF NOT EXISTS morvut_nocase "
@@ -416,6 +429,7 @@ constexpr Rules kSqlServer = {
     .utcNow = nullptr,
     .lockTable = {"SELECT TOP (1) 1 FROM ", " WITH (TABLOCKX, HOLDLOCK)"},
     .limitBehind = false,
+    .together = nullptr,
     .nullsFirst = "",
     .nullsLast = "",
     .schemaStart = "",
@@ -668,6 +682,14 @@ public:
 
     const char* GetName() const noexcept override { return m_rules.name; }
     PreparedText Translate(std::string_view tsql) const override { return Translation(m_rules, tsql).Run(); }
+    bool SendsTogether() const noexcept override { return m_rules.together != nullptr; }
+    PreparedText Together(std::span<const PreparedText> statements) const override
+    {
+        PreparedText all{m_rules.together(statements), {}, Effect::Write, false};
+        for (const PreparedText& each : statements)
+            all.placeholders.insert(all.placeholders.end(), each.placeholders.begin(), each.placeholders.end());
+        return all;
+    }
     std::string TypeName(ColumnType type) const override { return Detail::RuleOf(type).*m_rules.type; }
     bool HasOneWriter() const noexcept override { return !*m_rules.lockTable.before; }
     std::string LockTable(std::string_view table) const override

@@ -59,6 +59,10 @@ public:
     /// unknown placeholder, a placeholder inside a longer string, an open string or comment, an unknown @@name, a
     /// variable, more than one statement, and none.
     virtual PreparedText Translate(std::string_view tsql) const = 0;
+    /// Several new rows are sent as one statement (Together).
+    virtual bool SendsTogether() const noexcept = 0;
+    /// One statement that does what these do, INSERTs into different rows, with the values of all, in their order.
+    virtual PreparedText Together(std::span<const PreparedText> statements) const = 0;
     /// The column type as this database declares it, e.g. "TEXT COLLATE NOCASE".
     virtual std::string TypeName(ColumnType type) const = 0;
     /// One connection writes at a time, and all others wait for it, whatever they write.

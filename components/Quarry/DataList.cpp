@@ -204,12 +204,12 @@ void CDataList::Set(int ordinal, Value value)
     held = std::move(value);
 }
 
-void CDataList::Update()
+void CDataList::Update(Saving saving)
 {
     Entry& entry = At();
     Changes changes;
     if (entry.isNew) {
-        InsertRows({&entry});
+        InsertRows({&entry}, saving);
         Note(DataEvent::Insert, entry, changes);
     } else if (entry.stored) {
         Note(DataEvent::Update, entry, changes);
@@ -220,7 +220,7 @@ void CDataList::Update()
     Tell(std::move(changes));
 }
 
-void CDataList::UpdateAll()
+void CDataList::UpdateAll(Saving saving)
 {
     std::vector<const Entry*> added;
     std::size_t changed = 0;
@@ -232,11 +232,14 @@ void CDataList::UpdateAll()
     if (added.empty() && changed == 0)
         return;
     Changes changes;
-    std::optional<Cellar::CTransaction> level; // one statement is all or nothing by itself
+    if (!Connection().HasBegun())
+        saving = Saving::Now;
+    std::optional<Cellar::CTransaction>
+        level; // one statement is all or nothing by itself, and so is the caller's level
     const std::size_t inOne = added.empty() ? 1 : RowsInOneStatement(added.size(), m_table->columns.size());
-    if (changed + added.size() > inOne)
+    if (changed + added.size() > inOne && (saving == Saving::Now || changed > 0))
         level.emplace(Connection());
-    InsertRows(added);
+    InsertRows(added, saving);
     for (const Entry& entry : m_rows)
         if (entry.isNew) {
             Note(DataEvent::Insert, entry, changes);
@@ -253,7 +256,7 @@ void CDataList::UpdateAll()
     Tell(std::move(changes));
 }
 
-void CDataList::InsertRows(const std::vector<const Entry*>& entries) const
+void CDataList::InsertRows(const std::vector<const Entry*>& entries, Saving saving) const
 {
     const TableText& text = TextOf(*m_table);
     for (const Entry* const entry : entries)
@@ -262,11 +265,17 @@ void CDataList::InsertRows(const std::vector<const Entry*>& entries) const
                 throw std::logic_error(std::string(m_table->sqlName) + ": a row needs its " +
                                        m_table->columns[position].name);
     const Statement connection(Connection());
+    const auto send = [&](const SqlText& statement, std::span<const Value> values) {
+        if (saving == Saving::WithNext)
+            connection->ExecuteLater(statement, values);
+        else
+            connection->Execute(statement, values);
+    };
     const std::size_t columns = m_table->columns.size();
     for (std::size_t at = 0; at < entries.size();) {
         const std::size_t count = RowsInOneStatement(entries.size() - at, columns);
         if (count == 1) {
-            connection->Execute(text.insertOne, std::span(entries[at++]->row.m_values).first(columns));
+            send(text.insertOne, std::span(entries[at++]->row.m_values).first(columns));
             continue;
         }
         SqlText statement = text.insert;
@@ -278,7 +287,7 @@ void CDataList::InsertRows(const std::vector<const Entry*>& entries) const
             const auto first = entries[at]->row.m_values.begin();
             values.insert(values.end(), first, first + static_cast<std::ptrdiff_t>(columns));
         }
-        connection->Execute(statement, values);
+        send(statement, values);
     }
 }
 

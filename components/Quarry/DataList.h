@@ -23,7 +23,7 @@ namespace Quarry
 namespace Detail
 {
 enum class DataEvent;
-}
+} // namespace Detail
 
 /// Another user changed, or deleted, the row since it was read.
 class QUARRY_API ChangedByAnotherUser : public std::runtime_error
@@ -31,6 +31,13 @@ class QUARRY_API ChangedByAnotherUser : public std::runtime_error
 public:
     explicit ChangedByAnotherUser(const std::string& message);
     ~ChangedByAnotherUser() override;
+};
+
+/// When a server gets new rows that are saved within a transaction that has begun.
+enum class Saving : bool
+{
+    Now,
+    WithNext // with what is sent next, and others that wait, in one round trip (Cellar::CConnection::ExecuteLater)
 };
 
 /// The rows of one record class that fulfil all conditions, in the order asked for (nulls first, texts without regard
@@ -80,12 +87,13 @@ public:
     /// for a row of chosen columns.
     void CopyRow();
     /// Saves the current row: inserts a new one, otherwise updates what changed. Stays on the row; the order of the
-    /// list stays as it is. Throws ChangedByAnotherUser when the row is no longer as it was read.
-    void Update();
+    /// list stays as it is. Throws ChangedByAnotherUser when the row is no longer as it was read. With
+    /// Saving::WithNext an error of a new row (an id that is taken, a full disk) is told by a later call.
+    void Update(Saving saving = Saving::Now);
     /// Saves all rows that are new or changed, all or none, the new ones with several in one statement; then tells the
     /// listeners of each, in the order of the rows. Throws ChangedByAnotherUser as Update; nothing is saved then, and
     /// all rows stay as they are.
-    void UpdateAll();
+    void UpdateAll(Saving saving = Saving::Now);
     /// Deletes the current row and stands on the next. Throws ChangedByAnotherUser when the row is no longer as it was
     /// read.
     void Delete();
@@ -128,7 +136,7 @@ private:
     [[noreturn]] void FailNoRow() const;
     bool WasRead(const Column& column) const noexcept;
     void Append(Row row);
-    void InsertRows(const std::vector<const Entry*>& entries) const;
+    void InsertRows(const std::vector<const Entry*>& entries, Saving saving) const;
     bool WriteChanged(const Entry& entry) const; // false when there is nothing to write
     void Note(Detail::DataEvent event, const Entry& entry, Changes& changes) const;
     void Tell(Changes changes) const;

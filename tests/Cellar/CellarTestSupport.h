@@ -35,14 +35,17 @@ inline long Count(CConnection& connection)
     return CBufferedRowList(connection, "SELECT Count(*) FROM Note").GetLong(0);
 }
 
-inline void Insert(CConnection& connection, long id)
+inline constexpr Cellar::SqlText kInsertNote("INSERT INTO Note (lID, strText) VALUES (%ld, %s)");
+inline void Insert(CConnection& connection, long id) { connection.ExecuteDirectf(kInsertNote, id, "written"); }
+inline void InsertLater(CConnection& connection, long id)
 {
-    connection.ExecuteDirectf("INSERT INTO Note (lID, strText) VALUES (%ld, %s)", id, "written");
+    const Cellar::Value values[] = {Cellar::Value(id), Cellar::Value("written")};
+    connection.ExecuteLater(kInsertNote, values);
 }
 
 /// B begins a level, C commits it, R rolls it back; a digit writes that row. There are unsaved writes at '!', none at
 /// '.'.
-inline void Take(CConnection& connection, const char* steps)
+inline void Take(CConnection& connection, const char* steps, void (*insert)(CConnection&, long) = &Insert)
 {
     for (const char* step = steps; *step; ++step)
         if (*step == 'B')
@@ -54,7 +57,7 @@ inline void Take(CConnection& connection, const char* steps)
         else if (*step == '!' || *step == '.')
             EXPECT_EQ(connection.HasUnsavedWrites(), *step == '!') << step;
         else
-            Insert(connection, *step - '0');
+            insert(connection, *step - '0');
 }
 
 /// A new database with notes, and two connections to it; `other` does not wait.

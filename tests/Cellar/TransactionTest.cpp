@@ -35,17 +35,18 @@ TEST_P(Transaction, LevelsKeepWhatTheyShould)
         {"B.B1!R.", "", "the only unsaved write is gone"},
         {"BB1C!BC!C.", "1", "unsaved writes pass to the outer level; one without any takes nothing away"},
     };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.why);
-        Take(*connection, row.in);
-        std::string ids;
-        for (CBufferedRowList list(*other, "SELECT lID FROM Note ORDER BY lID"); !list.IsEOL(); list.MoveNext())
-            ids += ToText(list.Get(0));
-        EXPECT_EQ(ids, row.out);
-        while (connection->GetLevel() > 0)
-            connection->Rollback();
-        connection->ExecuteDirect("DELETE FROM Note");
-    }
+    for (const auto insert : {&Insert, &InsertLater})
+        for (const auto& row : cases) {
+            SCOPED_TRACE(row.why);
+            Take(*connection, row.in, insert);
+            std::string ids;
+            for (CBufferedRowList list(*other, "SELECT lID FROM Note ORDER BY lID"); !list.IsEOL(); list.MoveNext())
+                ids += ToText(list.Get(0));
+            EXPECT_EQ(ids, row.out);
+            while (connection->GetLevel() > 0)
+                connection->Rollback();
+            connection->ExecuteDirect("DELETE FROM Note");
+        }
 }
 
 TEST_P(Transaction, HoldsNoLockBeforeTheFirstWrite)
@@ -59,6 +60,34 @@ TEST_P(Transaction, HoldsNoLockBeforeTheFirstWrite)
     Insert(*connection, 3); // a refused row leaves the transaction alive
     connection->Commit();
     EXPECT_EQ(Count(*other), 3);
+}
+
+TEST_P(Transaction, RowsThatWaitAreSeenByWhatComesNextAndToldOfThere)
+{
+    CTransaction outer(*connection, Intent::Write);
+    std::vector<std::string> sent;
+    connection->OnSent([&](std::string_view statement) { sent.emplace_back(statement); });
+    Take(*connection, "123", &InsertLater);
+    EXPECT_TRUE(connection->HasUnsavedWrites());
+    EXPECT_EQ(Count(*connection), 3);
+    EXPECT_EQ(sent.size(), connection->GetDialect().SendsTogether() ? 2u : 4u);
+    connection->OnSent({});
+
+    CTransaction inner(*connection);
+    bool wasTold = false;
+    try {
+        Take(*connection, "423", &InsertLater);
+        Count(*connection);
+    } catch (const DatabaseError& error) {
+        wasTold = error.GetCategory() == Category::DuplicateKey;
+        EXPECT_NE(error.GetStatement().find("INSERT"), std::string::npos);
+    }
+    EXPECT_TRUE(wasTold);
+    inner.Rollback();
+    EXPECT_THROW(connection->ExecuteLater(kInsertNote, {}), DatabaseError) << "values are checked at once";
+    InsertLater(*connection, 5);
+    outer.Commit();
+    EXPECT_EQ(Count(*other), 4);
 }
 
 TEST_P(Transaction, TheIntentToWriteLocksBeforeAnythingIsRead)

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "Cellar/Connection.h"
 #include "Cellar/detail/Arguments.h"
@@ -32,7 +33,14 @@ struct CConnection::State
     std::function<void()> rollbackHook;
     int suspended = 0;
 
-    /// Runs `action`; its errors get the statement.
+    /// New rows that wait for the next statement (ExecuteLater): all of the innermost level.
+    struct Waiting
+    {
+        std::vector<std::string> statements; // T-SQL
+        std::vector<Value> values;           // of all, in their order
+    } waiting;
+
+    /// Runs `action`; its errors get the statement, unless they are of one that waited for it.
     template<class Action>
     auto Reporting(std::string_view statement, Action action)
     {
@@ -40,7 +48,8 @@ struct CConnection::State
             return action();
         } catch (const DatabaseError& error) {
             levels.AfterFailure();
-            throw DatabaseError(error.GetCategory(), error.GetCode(), error.GetReason(), std::string(statement));
+            throw DatabaseError(error.GetCategory(), error.GetCode(), error.GetReason(),
+                                error.GetStatement().empty() ? std::string(statement) : error.GetStatement());
         }
     }
 
@@ -50,12 +59,27 @@ struct CConnection::State
         Detail::UsedStatement used = statements.Use(statement);
         const PreparedText& prepared = used.GetPrepared();
         Detail::CheckArguments(prepared, values);
+        SendWaiting();
         if (prepared.usesSessionId)
             driver->GetSessionId(); // it may write, which must not happen within the statement
         if (prepared.effect != Effect::Read)
             levels.BeforeWrite();
         used.Compile(*driver);
         return used;
+    }
+
+    /// Before anything else is sent, and before a level begins or ends.
+    void SendWaiting()
+    {
+        if (waiting.statements.empty())
+            return;
+        const Waiting sent = std::exchange(waiting, {});
+        Detail::UsedStatement used = sent.statements.size() == 1 ? statements.Use(sent.statements.front())
+                                                                 : statements.UseTogether(sent.statements);
+        Reporting(used.GetText(), [&] {
+            used.Compile(*driver);
+            used->Execute(sent.values);
+        });
     }
 };
 

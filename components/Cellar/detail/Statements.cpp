@@ -57,14 +57,20 @@ RowSet UsedStatement::ReadAll(std::span<const Value> values) const
     return set;
 }
 
-UsedStatement Statements::Use(std::string_view tsql)
+UsedStatement Statements::Use(std::string_view text, const std::function<PreparedText()>& make)
 {
-    if (const auto found = m_byText.find(tsql); found != m_byText.end()) {
+    const auto madeNow = [&] {
+        auto statement = std::make_shared<Statement>();
+        statement->tsql = text;
+        statement->prepared = make();
+        return statement;
+    };
+    if (const auto found = m_byText.find(text); found != m_byText.end()) {
         m_list.splice(m_list.begin(), m_list, found->second);
         std::shared_ptr<Statement>& statement = m_list.front();
-        return UsedStatement(statement->isInUse ? Translate(tsql) : statement);
+        return UsedStatement(statement->isInUse ? madeNow() : statement);
     }
-    std::shared_ptr<Statement> statement = Translate(tsql);
+    std::shared_ptr<Statement> statement = madeNow();
     if (m_list.size() >= kKept) {
         m_byText.erase(m_list.back()->tsql);
         m_list.pop_back();
@@ -74,12 +80,17 @@ UsedStatement Statements::Use(std::string_view tsql)
     return UsedStatement(std::move(statement));
 }
 
-std::shared_ptr<Statement> Statements::Translate(std::string_view tsql) const
+UsedStatement Statements::UseTogether(std::span<const std::string> tsql)
 {
-    auto statement = std::make_shared<Statement>();
-    statement->tsql = tsql;
-    statement->prepared = m_driver.GetDialect().Translate(tsql);
-    return statement;
+    std::string text;
+    for (const std::string& each : tsql)
+        text += (text.empty() ? "" : "; ") + each;
+    return Use(text, [&] {
+        std::vector<PreparedText> prepared;
+        for (const std::string& each : tsql)
+            prepared.push_back(Translated(each));
+        return m_driver.GetDialect().Together(prepared);
+    });
 }
 
 } // namespace Cellar::Detail

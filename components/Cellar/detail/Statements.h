@@ -2,6 +2,7 @@
 
 // Statements, kept by the text that was written: translated and compiled once.
 
+#include <functional>
 #include <list>
 #include <memory>
 #include <span>
@@ -58,11 +59,17 @@ public:
     explicit Statements(const Driver& driver) noexcept : m_driver(driver) {}
 
     /// Found, or translated. One that is in use already (a cursor walks over its rows) is made a second time.
-    UsedStatement Use(std::string_view tsql);
+    UsedStatement Use(std::string_view tsql)
+    {
+        return Use(tsql, [&] { return Translated(tsql); });
+    }
+    /// One that does what these do (Dialect::Together).
+    UsedStatement UseTogether(std::span<const std::string> tsql);
 
 private:
     using List = std::list<std::shared_ptr<Statement>>;
-    std::shared_ptr<Statement> Translate(std::string_view tsql) const;
+    UsedStatement Use(std::string_view text, const std::function<PreparedText()>& make);
+    PreparedText Translated(std::string_view tsql) const { return m_driver.GetDialect().Translate(tsql); }
 
     const Driver& m_driver;
     List m_list;                                                   // the one used last in front

@@ -81,3 +81,23 @@ TEST(IsBusy, WhenNothingElseIsWrong)
     errors.AddError("National Insurance", HmrcApi::CAPIError("NO_CREDENTIALS", "", "INVALID_GRANT", ""));
     EXPECT_FALSE(HmrcApi::IsBusy(errors));
 }
+
+TEST_P(FetchData, KeepsTheGroupThatNobodyInterferedWith)
+{
+    const auto fetch = [&] {
+        return HmrcApi::FetchFromHmrc(m_client, kGateway, HmrcApi::IEndpointOverride::Everything);
+    };
+    ASSERT_TRUE(fetch().ok);
+    ::Test::Windows().OnUnexpected([](const auto& shown) { return Afx::SafeAnswer(shown.style); });
+    Sql("UPDATE BRIXMTD_PensionStateBenefits SET amtAmount = 1");
+    Sql("DELETE FROM BRIXMTD_NIC");
+    const ::Test::Trigger meanwhile(Quarry::GetConnection(), "AFTER UPDATE", "BRIXMTD_PensionStateBenefits",
+                                    "new.lID = (SELECT MIN(lID) FROM BRIXMTD_PensionStateBenefits)",
+                                    "UPDATE BRIXMTD_PensionStateBenefits SET nVersion = nVersion + 1 WHERE lID = "
+                                    "(SELECT MAX(lID) FROM BRIXMTD_PensionStateBenefits)");
+    const HmrcApi::FetchResult result = fetch();
+    ASSERT_EQ(result.errors->GetErrorCount(), 1);
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXMTD_PensionStateBenefits WHERE amtAmount <> 1"), "0") << "as they were";
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXMTD_NIC"), "1");
+    EXPECT_EQ(result.staged, (HmrcApi::StagedCounts{1, 0, 0}));
+}

@@ -877,4 +877,4 @@ CREATE TABLE "brixnextid" (
     "strtable" text COLLATE morvut_nocase NOT NULL PRIMARY KEY,
     "lnext" integer
 );
-CREATE PROCEDURE MTDLogWrite(text, text, text, text, text, text, text, text, text) LANGUAGE sql AS 'INSERT INTO "mtdlog" ("struserid", "strworkstation", "strsessionid", "strchainid", "strevent", "strinterface", "strrequest", "strresponse", "strdetail") VALUES ($1, $2, $3, $4, $5, $6, $7, $8, $9)';
+CREATE PROCEDURE MTDLogWrite(text, text, text, text, text, text, text, text, text) LANGUAGE plpgsql AS 'BEGIN INSERT INTO "mtdlog" ("struserid", "strworkstation", "strsessionid", "strchainid", "strevent", "strinterface", "strrequest", "strresponse", "strdetail") VALUES ($1, $2, $3, $4, $5, $6, $7, $8, $9); END';

@@ -73,10 +73,11 @@ void CEmploymentsPrepop::Stage(Retrieval& retrieval)
     if (!HasAnswer())
         return;
     StageGroup(retrieval, kGroup, [&](StagingWriter& writer) {
+        m_return = LoadReturn(); // first: what is written waits for the next statement
         const StagedYear stored = writer.GetYear();
         StagePensions(writer, stored);
         StageEmployments(writer, stored);
-        m_return = CompareWithReturn(writer);
+        CompareWithReturn(writer, *m_return);
     });
 }
 

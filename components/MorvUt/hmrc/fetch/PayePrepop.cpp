@@ -74,10 +74,11 @@ void CPAYEPrepop::Stage(Retrieval& retrieval)
         return;
     const StagedYear& answer = *m_answer;
     StageGroup(retrieval, kGroup, [&](StagingWriter& writer) {
+        m_return = LoadReturn(); // first: what is written waits for the next statement
         writer.WritePensions(answer.pensions);
         writer.WriteEmployments(answer.employments);
         writer.WriteAllowances(answer.allowances);
-        m_return = CompareWithReturn(writer);
+        CompareWithReturn(writer, *m_return);
     });
 }
 

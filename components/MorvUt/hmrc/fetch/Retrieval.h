@@ -29,6 +29,20 @@ public:
     Logger* GetLogger() const noexcept { return m_logger; }
     StagingWriter& GetWriter() noexcept { return m_writer; }
 
+    /// While it lives, the groups are staged in the level that is open: all or none.
+    class Together
+    {
+    public:
+        explicit Together(Retrieval& retrieval) noexcept : m_retrieval(retrieval) { retrieval.m_together = true; }
+        ~Together() { m_retrieval.m_together = false; }
+        Together(const Together&) = delete;
+        Together& operator=(const Together&) = delete;
+
+    private:
+        Retrieval& m_retrieval;
+    };
+    bool StagesTogether() const noexcept { return m_together; }
+
 private:
     std::shared_ptr<CAuthorisationStore> m_store;
     std::shared_ptr<CAPIErrorHandler> m_errors;
@@ -37,6 +51,7 @@ private:
     std::shared_ptr<Channel> m_channel; // null: one for this retrieval
     std::unique_ptr<CAuthorisation> m_authorisation;
     StagingWriter m_writer;
+    bool m_together = false;
 };
 
 } // namespace HmrcApi

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 #include "Brix/Subjects.h"
 #include "MorvUt/hmrc/fetch/Retrieval.h"
@@ -62,22 +63,27 @@ void CSchedulePrepop::StageGroup(Retrieval& retrieval, const char* group,
 {
     StagingWriter& writer = retrieval.GetWriter();
     try {
-        Quarry::CTransaction level(Cellar::Intent::Write, Brix::SubjectOf(m_client));
+        std::optional<Quarry::CTransaction> level;
+        if (!retrieval.StagesTogether())
+            level.emplace(Cellar::Intent::Write, Brix::SubjectOf(m_client));
         stage(writer);
-        level.Commit();
-        m_counts += writer.TakeCounts();
+        if (level)
+            level->Commit();
+        m_counts = writer.TakeCounts();
     } catch (const Quarry::ChangedByAnotherUser& changed) {
         writer.TakeCounts(); // undone
         m_hasDifferences = false;
+        if (retrieval.StagesTogether())
+            throw;
         retrieval.GetErrors().AddError(group, CAPIError("CHANGED_BY_ANOTHER_USER", changed.what(), {}, {}));
     }
 }
 
-ReturnYear CSchedulePrepop::CompareWithReturn(StagingWriter& writer)
+ReturnYear CSchedulePrepop::LoadReturn() const { return LoadReturnYear(m_client, GetYear()); }
+
+void CSchedulePrepop::CompareWithReturn(StagingWriter& writer, const ReturnYear& own)
 {
-    ReturnYear own = LoadReturnYear(m_client, GetYear());
     m_hasDifferences = IsReviewDue(FindDifferences(writer.GetYear(), own));
-    return own;
 }
 
 void CSchedulePrepop::Write(ClientId client, short year, const std::function<void(StagingWriter&)>& write)

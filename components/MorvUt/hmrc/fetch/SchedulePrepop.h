@@ -60,12 +60,13 @@ protected:
     /// rolled back. Other exceptions go on.
     bool AskGroup(Retrieval& retrieval, const char* group, const std::function<void(CAuthorisation&)>& ask);
     /// Stages in a level of its own, all or nothing. Rows that another user has just changed become an entry of the
-    /// group.
+    /// group; of groups that are staged together (Retrieval) they throw, and whoever began the level undoes it.
     void StageGroup(Retrieval& retrieval, const char* group, const std::function<void(StagingWriter&)>& stage);
     /// Writes in a transaction of its own, outside a retrieval.
     void Write(ClientId client, short year, const std::function<void(StagingWriter&)>& write);
-    /// The return as it is now; whether a review is due is noted for what the rows hold.
-    ReturnYear CompareWithReturn(StagingWriter& writer);
+    ReturnYear LoadReturn() const; // as it is now
+    /// Whether a review is due is noted for what the rows hold.
+    void CompareWithReturn(StagingWriter& writer, const ReturnYear& own);
 
 private:
     ClientId m_client;

@@ -209,7 +209,7 @@ long NewScheduleWriter::TaxForm()
         form.AddNew();
         form.SetClientID(m_client.Get());
         form.SetYear(m_year);
-        form.Update();
+        form.Update(Quarry::Saving::WithNext);
         m_own.taxFormId = form.GetID();
     }
     return m_own.taxFormId;
@@ -246,8 +246,8 @@ void NewScheduleWriter::AddEmployments(const StagedYear& staged)
                 own->worksNumber.IsEmpty() ? CString() : ", works number " + own->worksNumber, own->isFromHmrc));
     if (m_own.employments.empty() && m_created.employments == 0 && HasAllowances(staged))
         AddAllowancesHolder(ordering);
-    m_employments.UpdateAll();
-    m_benefits.UpdateAll();
+    m_employments.UpdateAll(Quarry::Saving::WithNext);
+    m_benefits.UpdateAll(Quarry::Saving::WithNext);
 }
 
 void NewScheduleWriter::AddEmployment(const StagedEmployment& item, int& ordering)
@@ -297,7 +297,7 @@ void NewScheduleWriter::AddKinds(const StagedYear& staged, std::initializer_list
         AddUnsaved(staged, matches, isOfKind);
         NoteOtherPensions(staged, matches, isOfKind);
     }
-    m_pensions.UpdateAll();
+    m_pensions.UpdateAll(Quarry::Saving::WithNext);
 }
 
 void NewScheduleWriter::AddUnsaved(const StagedYear& staged, const std::vector<Match>& matches,
@@ -373,7 +373,7 @@ void NewScheduleWriter::Append(Brix::CNewEmploy& schedules, int& ordering, const
 void NewScheduleWriter::Append(const NewPension& pension)
 {
     Add(pension);
-    m_pensions.Update();
+    m_pensions.Update(Quarry::Saving::WithNext);
 }
 
 void NewScheduleWriter::Add(const NewPension& pension)

@@ -188,7 +188,7 @@ long StagingWriter::NoteYear()
     if (!hadYear)
         years.AddNew();
     years.SetFetched(COleDateTime::GetCurrentTime());
-    years.Update();
+    years.Update(Quarry::Saving::WithNext);
     m_isNoted = true;
     return years.GetID();
 }
@@ -210,7 +210,7 @@ void StagingWriter::WriteEmployments(std::vector<StagedEmployment> items)
     const std::vector<long> ids = BringIntoLine(
         list, items, stored.places, rowOf, [&](CMTD_Employments& row, std::size_t) { row.SetMTD_TaxYearID(year); },
         m_counts);
-    list.UpdateAll();
+    list.UpdateAll(Quarry::Saving::WithNext);
     WriteBenefits(ids, items, before);
 }
 
@@ -237,7 +237,7 @@ void StagingWriter::WriteBenefits(const std::vector<long>& employmentIds, const 
     for (const StagedEmployment& row : rows)
         if (stored.contains(row.id))
             write(row.id, {});
-    list.UpdateAll();
+    list.UpdateAll(Quarry::Saving::WithNext);
 }
 
 void StagingWriter::WritePensions(const std::vector<StagedPension>& all, std::span<const PensionKind> kinds)
@@ -253,7 +253,7 @@ void StagingWriter::WritePensions(const std::vector<StagedPension>& all, std::sp
             list, items, stored.places, kind.pairUp(items, stored.values),
             [&](CMTD_PensionStateBenefits& row, std::size_t) { row.SetMTD_TaxYearID(year); }, m_counts);
     }
-    list.UpdateAll();
+    list.UpdateAll(Quarry::Saving::WithNext);
 }
 
 void StagingWriter::WritePensions(const std::vector<StagedPension>& items) { WritePensions(items, kPensionKinds); }
@@ -278,7 +278,7 @@ void StagingWriter::WriteAllowances(const std::vector<StagedAllowance>& items)
     BringIntoLine(
         list, items, stored.places, PairUp(items, stored.values, 2, &AllowanceTrait),
         [&](CMTD_TaxFreeAllowances& row, std::size_t) { row.SetMTD_TaxYearID(year); }, m_counts);
-    list.UpdateAll();
+    list.UpdateAll(Quarry::Saving::WithNext);
 }
 
 void StagingWriter::WriteNationalInsurance(const StagedNationalInsurance& figures)
@@ -297,7 +297,7 @@ void StagingWriter::WriteNationalInsurance(const StagedNationalInsurance& figure
         return;
     list.SetUpdated(COleDateTime::GetCurrentTime());
     CountChanged(list, isNew ? m_counts.added : m_counts.changed);
-    list.Update();
+    list.Update(Quarry::Saving::WithNext);
 }
 
 StagedYear StagingWriter::GetYear()
