@@ -12,7 +12,18 @@ namespace Cellar
 CConnection::CConnection(std::shared_ptr<State> state)
     : m_state(std::move(state)), m_self(std::make_shared<CConnection*>(this))
 {}
-CConnection::~CConnection() = default;
+
+CConnection::~CConnection()
+{
+    if (m_state->waiting.empty())
+        return;
+    while (GetLevel() > 0)
+        try {
+            m_state->levels.Rollback();
+        } catch (const std::exception&) { // the engine does it when the connection ends
+        }
+    RunWaiting(true);
+}
 
 std::unique_ptr<CConnection> CConnection::Open(const CString& connectionText, Create create)
 {
@@ -74,29 +85,27 @@ void CConnection::LockTable(const SqlText& table)
     });
 }
 
-long CConnection::ExecuteAlone(const SqlText& table, const SqlText& statement, std::span<const Value> values)
+void CConnection::RunAlone(const SqlText& table, const std::function<void()>& work)
 {
     const Aside aside(*this);
-    const std::string lock = GetDialect().LockTable(table.View());
-    if (lock.empty()) // the engine lets one connection write at a time
-        return Execute(statement, values);
+    const std::string lock = table.IsEmpty() ? std::string() : GetDialect().LockTable(table.View());
     Detail::Driver& driver = *m_state->driver;
-    return m_state->Reporting(statement.View(), [&] {
+    m_state->Reporting("BEGIN", [&] {
         driver.GetSessionId(); // it may write, in a transaction of its own
         driver.BeginWrite();
-        try {
-            driver.Script(lock);
-            const long changed = Execute(statement, values);
-            driver.Commit();
-            return changed;
-        } catch (...) {
-            try {
-                driver.Rollback();
-            } catch (const DatabaseError&) { // the connection is gone, and the transaction with it
-            }
-            throw;
-        }
     });
+    try {
+        if (!lock.empty())
+            m_state->Reporting(lock, [&] { driver.Script(lock); });
+        work();
+        m_state->Reporting("COMMIT", [&] { driver.Commit(); });
+    } catch (...) {
+        try {
+            driver.Rollback();
+        } catch (const DatabaseError&) { // the connection is gone, and the transaction with it
+        }
+        throw;
+    }
 }
 
 void CConnection::SetBusyTimeout(unsigned milliseconds) { m_state->driver->SetBusyTimeout(milliseconds); }
@@ -113,7 +122,13 @@ void CConnection::Begin(Intent intent, const Subject& subject)
         });
 }
 
-void CConnection::Commit() { m_state->levels.Commit(); }
+void CConnection::Commit()
+{
+    m_state->levels.Commit();
+    if (GetLevel() == 0)
+        RunWaiting();
+}
+
 void CConnection::Rollback() { RollbackTo(GetLevel()); }
 
 void CConnection::RollbackTo(int level)
@@ -129,12 +144,29 @@ void CConnection::RollbackTo(int level)
             if (!problem)
                 problem = std::current_exception();
         }
+    if (state->levels.GetCount() == 0)
+        RunWaiting();
     if (state->rollbackHook)
         state->rollbackHook();
     if (problem)
         std::rethrow_exception(problem);
 }
 
+void CConnection::WaitForLevels(std::function<bool(bool isLast)> work) { m_state->waiting.push_back(std::move(work)); }
+void CConnection::RunWaiting() noexcept { RunWaiting(false); }
+
+void CConnection::RunWaiting(bool isLast) noexcept
+{
+    State& state = *m_state;
+    if (state.waiting.empty() || HasBegun())
+        return;
+    auto waiting = std::exchange(state.waiting, {}); // it may grow meanwhile
+    std::erase_if(waiting, [&](const auto& work) { return work(isLast); });
+    waiting.insert(waiting.end(), state.waiting.begin(), state.waiting.end());
+    state.waiting = std::move(waiting);
+}
+
+std::vector<Begun> CConnection::GetLevels() const { return m_state->levels.GetAll(); }
 int CConnection::GetLevel() const noexcept { return m_state->levels.GetCount(); }
 bool CConnection::HasUnsavedWrites() const noexcept { return m_state->levels.HasWrites(); }
 bool CConnection::HasBegun() const noexcept { return m_state->levels.HasBegun(); }

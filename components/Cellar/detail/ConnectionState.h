@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "Cellar/Connection.h"
 #include "Cellar/detail/Arguments.h"
@@ -30,6 +31,7 @@ struct CConnection::State
     Detail::Statements statements;
     std::function<void(std::string_view)> hook;
     std::function<void()> rollbackHook;
+    std::vector<std::function<bool(bool isLast)>> waiting;
     int suspended = 0;
 
     /// Runs `action`; its errors get the statement.
