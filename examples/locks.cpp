@@ -36,6 +36,11 @@ void FileInVain(const char* path)
         FileBatch(Quarry::GetConnection());
 }
 
+void Say(unsigned text)
+{
+    std::cout << Afx::FillPlaces(LibraryText(text).View(), {CUserData::m_strUser.Str(), "Morv"}) << '\n';
+}
+
 int Work(const char* path)
 {
     Afx::SetComputerName("DESK1"); // so that it prints the same everywhere,
@@ -46,17 +51,20 @@ int Work(const char* path)
     }
     Cellar::CConnection& practice = Quarry::GetConnection();
     CUserLockFile::InitUserLocking(practice);
-    if (GetMorvLockFile().AddLock(CUserData::m_strUser) != CUserLockFile::Held) {
-        std::cerr << Afx::FillPlaces(LibraryText(IDS_USER_NOT_RECORDED).View(), {"alice", "Morv"}) << '\n';
+    CMorvLockFile& login = GetMorvLockFile();
+    if (login.AddLock(CUserData::m_strUser) != CUserLockFile::Held) {
+        Say(IDS_USER_NOT_RECORDED);
         return 1;
     }
-    std::cout << GetMorvLockFile().GetNumUsers() << " at work\n";
+    if (!login.HasOwnRow()) // at another workstation, or left behind
+        Say(IDS_USER_ALREADY_USING);
+    std::cout << login.GetNumUsers() << " at work\n";
     {
         const Quarry::CTransaction sheet; // open, and nothing is written yet
         FileBatch(practice);
     }
     FileInVain(path);
-    GetMorvLockFile().RemoveLock();
+    login.RemoveLock();
     ShowLocks(practice);
     return 0;
 }

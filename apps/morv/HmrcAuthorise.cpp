@@ -48,7 +48,8 @@ private:
 
 [[noreturn]] void ThrowError(const HmrcApi::CAuthorisation::Error& error)
 {
-    throw CommandError(HmrcApi::IsBusy(error.code)                        ? Exit::CannotOpen
+    const bool isOfPractice = HmrcApi::IsBusy(error.code) || error.code == "TOKENS_NOT_SAVED";
+    throw CommandError(isOfPractice                                       ? Exit::CannotOpen
                        : HmrcApi::IsUnreachable(error.code, error.status) ? Exit::HmrcUnreachable
                                                                           : Exit::Refused,
                        error.code.empty() ? "REFUSED" : error.code,

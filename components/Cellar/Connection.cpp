@@ -12,7 +12,18 @@ namespace Cellar
 CConnection::CConnection(std::shared_ptr<State> state)
     : m_state(std::move(state)), m_self(std::make_shared<CConnection*>(this))
 {}
-CConnection::~CConnection() = default;
+
+CConnection::~CConnection()
+{
+    if (m_state->waiting.empty())
+        return;
+    while (GetLevel() > 0)
+        try {
+            m_state->levels.Rollback();
+        } catch (const std::exception&) { // the engine does it when the connection ends
+        }
+    RunWaiting(true);
+}
 
 std::unique_ptr<CConnection> CConnection::Open(const CString& connectionText, Create create)
 {
@@ -47,11 +58,11 @@ void CConnection::ExecuteLater(const SqlText& statement, std::span<const Value> 
     }
     state.Reporting(statement.View(), [&] {
         Detail::CheckArguments(state.statements.Use(statement.View()).GetPrepared(), values);
-        if (state.waiting.values.size() + values.size() > kMostValues)
-            state.SendWaiting();
+        if (state.unsent.values.size() + values.size() > kMostValues)
+            state.SendUnsent();
         state.levels.BeforeWrite();
-        state.waiting.statements.emplace_back(statement.View());
-        state.waiting.values.insert(state.waiting.values.end(), values.begin(), values.end());
+        state.unsent.statements.emplace_back(statement.View());
+        state.unsent.values.insert(state.unsent.values.end(), values.begin(), values.end());
         state.levels.AfterWrite();
     });
 }
@@ -72,7 +83,7 @@ void CConnection::Script(std::string_view statements)
 {
     State& state = *m_state;
     state.Reporting(statements, [&] {
-        state.SendWaiting();
+        state.SendUnsent();
         state.levels.BeforeWrite();
         state.driver->Script(statements);
         state.levels.AfterWrite();
@@ -88,36 +99,34 @@ void CConnection::LockTable(const SqlText& table)
         if (state.levels.GetCount() == 0)
             throw DatabaseError(DatabaseError::Category::Other, "", "a table is locked within a transaction only", "");
         const std::string lock = GetDialect().LockTable(table.View());
-        state.SendWaiting();
+        state.SendUnsent();
         state.levels.BeforeWrite();
         if (!lock.empty())
             state.driver->Script(lock);
     });
 }
 
-long CConnection::ExecuteAlone(const SqlText& table, const SqlText& statement, std::span<const Value> values)
+void CConnection::RunAlone(const SqlText& table, const std::function<void()>& work)
 {
     const Aside aside(*this);
-    const std::string lock = GetDialect().LockTable(table.View());
-    if (lock.empty()) // the engine lets one connection write at a time
-        return Execute(statement, values);
+    const std::string lock = table.IsEmpty() ? std::string() : GetDialect().LockTable(table.View());
     Detail::Driver& driver = *m_state->driver;
-    return m_state->Reporting(statement.View(), [&] {
+    m_state->Reporting("BEGIN", [&] {
         driver.GetSessionId(); // it may write, in a transaction of its own
         driver.BeginWrite();
-        try {
-            driver.Script(lock);
-            const long changed = Execute(statement, values);
-            driver.Commit();
-            return changed;
-        } catch (...) {
-            try {
-                driver.Rollback();
-            } catch (const DatabaseError&) { // the connection is gone, and the transaction with it
-            }
-            throw;
-        }
     });
+    try {
+        if (!lock.empty())
+            m_state->Reporting(lock, [&] { driver.Script(lock); });
+        work();
+        m_state->Reporting("COMMIT", [&] { driver.Commit(); });
+    } catch (...) {
+        try {
+            driver.Rollback();
+        } catch (const DatabaseError&) { // the connection is gone, and the transaction with it
+        }
+        throw;
+    }
 }
 
 void CConnection::SetBusyTimeout(unsigned milliseconds) { m_state->driver->SetBusyTimeout(milliseconds); }
@@ -125,7 +134,7 @@ void CConnection::SetBusyTimeout(unsigned milliseconds) { m_state->driver->SetBu
 void CConnection::Begin(Intent intent, const Subject& subject)
 {
     State& state = *m_state;
-    state.SendWaiting();
+    state.SendUnsent();
     if (intent == Intent::Read)
         state.levels.Begin();
     else
@@ -137,9 +146,12 @@ void CConnection::Begin(Intent intent, const Subject& subject)
 
 void CConnection::Commit()
 {
-    m_state->SendWaiting();
+    m_state->SendUnsent();
     m_state->levels.Commit();
+    if (GetLevel() == 0)
+        RunWaiting();
 }
+
 void CConnection::Rollback() { RollbackTo(GetLevel()); }
 
 void CConnection::RollbackTo(int level)
@@ -147,7 +159,7 @@ void CConnection::RollbackTo(int level)
     const std::shared_ptr<State> state = m_state; // the hook may close the connection
     if (level < 1 || level > state->levels.GetCount())
         return;
-    state->waiting = {};
+    state->unsent = {};
     std::exception_ptr problem;
     while (state->levels.GetCount() >= level)
         try {
@@ -156,12 +168,29 @@ void CConnection::RollbackTo(int level)
             if (!problem)
                 problem = std::current_exception();
         }
+    if (state->levels.GetCount() == 0)
+        RunWaiting();
     if (state->rollbackHook)
         state->rollbackHook();
     if (problem)
         std::rethrow_exception(problem);
 }
 
+void CConnection::WaitForLevels(std::function<bool(bool isLast)> work) { m_state->waiting.push_back(std::move(work)); }
+void CConnection::RunWaiting() noexcept { RunWaiting(false); }
+
+void CConnection::RunWaiting(bool isLast) noexcept
+{
+    State& state = *m_state;
+    if (state.waiting.empty() || HasBegun())
+        return;
+    auto waiting = std::exchange(state.waiting, {}); // it may grow meanwhile
+    std::erase_if(waiting, [&](const auto& work) { return work(isLast); });
+    waiting.insert(waiting.end(), state.waiting.begin(), state.waiting.end());
+    state.waiting = std::move(waiting);
+}
+
+std::vector<Begun> CConnection::GetLevels() const { return m_state->levels.GetAll(); }
 int CConnection::GetLevel() const noexcept { return m_state->levels.GetCount(); }
 bool CConnection::HasUnsavedWrites() const noexcept { return m_state->levels.HasWrites(); }
 bool CConnection::HasBegun() const noexcept { return m_state->levels.HasBegun(); }

@@ -48,6 +48,13 @@ struct Subject
     bool IsPractice() const noexcept { return table == 0; }
 };
 
+/// What an open level was begun for.
+struct Begun
+{
+    Intent intent = Intent::Read;
+    Subject subject;
+};
+
 /// How the rows of a result come from a server.
 enum class Reading : bool
 {
@@ -115,9 +122,10 @@ public:
     void Script(std::string_view statements);
     /// Keeps other connections from writing to the table until the outermost level ends. Needs an open level.
     void LockTable(const SqlText& table);
-    /// One statement that commits by itself, aside from open levels (see Aside), while no other connection writes to
-    /// the table: what it reads there still holds when it writes.
-    long ExecuteAlone(const SqlText& table, const SqlText& statement, std::span<const Value> values);
+    /// Runs `work` in a transaction of its own, aside from open levels (see Aside): what it writes is saved together,
+    /// or not at all when it throws. With a table no other connection writes to that meanwhile: what is read there
+    /// still holds when it is written. `work` begins no levels and reserves no ids.
+    void RunAlone(const SqlText& table, const std::function<void()>& work);
     /// How long a statement waits for another connection before it is refused as busy; 5000 unless told.
     void SetBusyTimeout(unsigned milliseconds);
 
@@ -128,6 +136,8 @@ public:
     void Rollback();            // the innermost level; nothing when no level is open
     void RollbackTo(int level); // this level and all within it, whatever the engine says; nothing when it is not open
     int GetLevel() const noexcept;
+    /// The open levels, outermost first.
+    std::vector<Begun> GetLevels() const;
     /// The open levels hold a write that is not durable yet.
     bool HasUnsavedWrites() const noexcept;
     /// The open levels are a transaction of the engine: something was written, or the intent to write declared.
@@ -152,6 +162,14 @@ public:
         std::shared_ptr<State> m_state;
     };
     bool IsAside() const noexcept;
+
+    /// Work that waits until no open level stands in its way: run whenever the outermost level has ended, saved or not,
+    /// and by RunWaiting, until it answers true; a last time before the connection is closed, whose open levels are
+    /// rolled back first. For what must be undone outside though nobody is there to do it again: locks. It must not
+    /// throw, end levels or close the connection.
+    void WaitForLevels(std::function<bool(bool isLast)> work);
+    /// Runs what waits, unless levels have begun.
+    void RunWaiting() noexcept;
 
     /// While it lives, everything that the connection reads is of one moment, whatever others write; they need not
     /// wait. Nothing may be written on the connection meanwhile. Throws std::logic_error within levels, and
@@ -201,6 +219,7 @@ private:
     friend class SuspendDirectSQLEvents;
     friend class CRowCursor;
     explicit CConnection(std::shared_ptr<State> state);
+    void RunWaiting(bool isLast) noexcept;
     template<class... Args>
     static std::array<Value, sizeof...(Args)> Values(const Args&... args)
     {

@@ -81,6 +81,7 @@ struct Rules
     bool plainStrings;  // '...' for N'...'
     const char* now;    // GETDATE()
     const char* utcNow; // GETUTCDATE()
+    SqlText (*localToUtc)(const SqlText& column);
     Around lockTable;
     bool limitBehind; // LIMIT n behind the statement for TOP (n) in front
     /// Several INSERTs as one statement; null: each goes by itself.
@@ -189,6 +190,20 @@ SqlText SqliteMayNotRead(ColumnType type, const SqlText& column)
     }
 }
 
+SqlText SqliteLocalToUtc(const SqlText& column)
+{
+    return SqlText("strftime('%%Y-%%m-%%d %%H:%%M:%%f', ") + column + ", 'utc')";
+}
+SqlText PostgresLocalToUtc(const SqlText& column)
+{
+    return SqlText("timezone('utc', timezone(current_setting('TimeZone'), ") + column + "))";
+}
+/// By as much as the clocks differ now.
+SqlText SqlServerLocalToUtc(const SqlText& column)
+{
+    return SqlText("DATEADD(second, DATEDIFF(second, GETDATE(), GETUTCDATE()), ") + column + ")";
+}
+
 /// A value that is selected would be a text.
 const char* PostgresTypeOfValue(Placeholder::Type type) noexcept
 {
@@ -240,6 +255,7 @@ constexpr Rules kSqlite = {
     .plainStrings = true,
     .now = "(strftime('%Y-%m-%d %H:%M:%f','now','localtime'))",
     .utcNow = "(strftime('%Y-%m-%d %H:%M:%f','now'))",
+    .localToUtc = SqliteLocalToUtc,
     .lockTable = {"", ""}, // a write transaction keeps all others out
     .limitBehind = true,
     .together = nullptr,
@@ -377,8 +393,8 @@ constexpr Rules kPostgres = {
     .tableColumns = kServerColumns,
     .fileIntegrity = "",
     .filePath = "",
-    .sessions = "SELECT pid AS [nSession], CAST(backend_start AS timestamp(3)) AS [dtBegan], "
-                "CAST(timezone('utc', backend_start) AS timestamp(3)) AS [dtBeganUtc] FROM pg_stat_activity",
+    .sessions = "SELECT pid AS [nSession], CAST(timezone('utc', backend_start) AS timestamp(3)) AS [dtBegan] "
+                "FROM pg_stat_activity",
     .isEncrypted = "SELECT CAST(ssl AS integer) AS [bEncrypted] FROM pg_stat_ssl WHERE pid = @@SPID",
     .mayNotRead = ReadsAlways,
     .call = "CALL ",
@@ -389,6 +405,7 @@ constexpr Rules kPostgres = {
     .plainStrings = true,
     .now = "localtimestamp(3)",
     .utcNow = "timezone('utc', now())::timestamp(3)",
+    .localToUtc = PostgresLocalToUtc,
     .lockTable = {"LOCK TABLE ", " IN SHARE ROW EXCLUSIVE MODE"},
     .limitBehind = true,
     .together = PostgresTogether,
@@ -427,6 +444,7 @@ constexpr Rules kSqlServer = {
     .plainStrings = false,
     .now = nullptr,
     .utcNow = nullptr,
+    .localToUtc = SqlServerLocalToUtc,
     .lockTable = {"SELECT TOP (1) 1 FROM ", " WITH (TABLOCKX, HOLDLOCK)"},
     .limitBehind = false,
     .together = nullptr,
@@ -755,6 +773,7 @@ public:
     const SqlText& FilePath() const noexcept override { return m_rules.filePath; }
     const SqlText& Sessions() const noexcept override { return m_rules.sessions; }
     const SqlText& IsEncrypted() const noexcept override { return m_rules.isEncrypted; }
+    SqlText LocalToUtc(const SqlText& column) const override { return m_rules.localToUtc(column); }
     SqlText MayNotRead(ColumnType type, const SqlText& column) const override
     {
         return m_rules.mayNotRead(type, column);

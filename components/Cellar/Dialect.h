@@ -106,8 +106,8 @@ public:
     virtual const SqlText& FileIntegrity() const noexcept = 0;
     /// A query for the path of the database's file; empty for a server's.
     virtual const SqlText& FilePath() const noexcept = 0;
-    /// A query for the sessions that there are: column nSession, their number, and dtBegan and dtBeganUtc, at which
-    /// they began by the clocks of GETDATE() and GETUTCDATE(). Empty where the database does not tell.
+    /// A query for the sessions that there are: column nSession, their number, and dtBegan, at which they began by the
+    /// clock of GETUTCDATE(). Empty where the database does not tell.
     virtual const SqlText& Sessions() const noexcept = 0;
     /// A query whose one number says whether the server's end of this connection is encrypted (column bEncrypted).
     /// Empty where the database does not tell.
@@ -115,6 +115,9 @@ public:
     /// A condition that every value of the column fulfils which may not read as its type, and few others; empty where
     /// the database lets none in.
     virtual SqlText MayNotRead(ColumnType type, const SqlText& column) const = 0;
+    /// The moment of a column that GETDATE() filled, by the clock of GETUTCDATE(). Of the hour that comes twice in
+    /// autumn it may be the later one.
+    virtual SqlText LocalToUtc(const SqlText& column) const = 0;
     /// What follows a column in ORDER BY so that nulls come before everything else, and in descending order behind it;
     /// empty where they do so by themselves. A column that is never null needs it nowhere.
     virtual const SqlText& NullsFirst(bool descending) const noexcept = 0;

@@ -277,6 +277,15 @@ TEST(SqlServer, SaysEachTimeThatTheConnectionWasLost)
               Category::LostConnection);
 }
 
+TEST(SqlServer, LeavesNoLevelOpenThatWasRefusedItsLock)
+{
+    const ScriptedServer server("on *applock*\nerror 42000 50000 no\non ROLLBACK*\nerror 42000 50000 no\n");
+    const auto connection = server.Open();
+    connection->Begin();
+    ErrorOf([&] { connection->Begin(Intent::Write); });
+    EXPECT_EQ(connection->GetLevel(), 1);
+}
+
 /// While a cursor walks, others may be sent.
 TEST(SqlServer, RunsStatementsWhileACursorWalks)
 {

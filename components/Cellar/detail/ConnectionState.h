@@ -31,14 +31,15 @@ struct CConnection::State
     Detail::Statements statements;
     std::function<void(std::string_view)> hook;
     std::function<void()> rollbackHook;
+    std::vector<std::function<bool(bool isLast)>> waiting;
     int suspended = 0;
 
     /// New rows that wait for the next statement (ExecuteLater): all of the innermost level.
-    struct Waiting
+    struct Unsent
     {
         std::vector<std::string> statements; // T-SQL
         std::vector<Value> values;           // of all, in their order
-    } waiting;
+    } unsent;
 
     /// Runs `action`; its errors get the statement, unless they are of one that waited for it.
     template<class Action>
@@ -59,7 +60,7 @@ struct CConnection::State
         Detail::UsedStatement used = statements.Use(statement);
         const PreparedText& prepared = used.GetPrepared();
         Detail::CheckArguments(prepared, values);
-        SendWaiting();
+        SendUnsent();
         if (prepared.usesSessionId)
             driver->GetSessionId(); // it may write, which must not happen within the statement
         if (prepared.effect != Effect::Read)
@@ -69,11 +70,11 @@ struct CConnection::State
     }
 
     /// Before anything else is sent, and before a level begins or ends.
-    void SendWaiting()
+    void SendUnsent()
     {
-        if (waiting.statements.empty())
+        if (unsent.statements.empty())
             return;
-        const Waiting sent = std::exchange(waiting, {});
+        const Unsent sent = std::exchange(unsent, {});
         Detail::UsedStatement used = sent.statements.size() == 1 ? statements.Use(sent.statements.front())
                                                                  : statements.UseTogether(sent.statements);
         Reporting(used.GetText(), [&] {

@@ -9,7 +9,7 @@
 namespace Cellar::Detail
 {
 
-void Levels::Begin()
+void Levels::Begin(const Begun& begun)
 {
     if (m_aside > 0)
         throw std::logic_error("a transaction is begun within statements that stand aside from transactions");
@@ -17,13 +17,13 @@ void Levels::Begin()
     m_levels.reserve(m_levels.size() + 1); // what follows the savepoint cannot fail
     if (m_state == State::Started)
         m_driver.SetSavepoint(level);
-    m_levels.push_back(false);
+    m_levels.push_back({begun});
 }
 
 void Levels::BeginWrite(const Subject& subject)
 {
     const bool hadBegun = HasBegun();
-    Begin();
+    Begin({Intent::Write, subject});
     try {
         BeforeWrite();
         m_driver.LockForWriting(subject);
@@ -31,10 +31,10 @@ void Levels::BeginWrite(const Subject& subject)
         try {
             if (hadBegun) {
                 Rollback();
-            } else {
-                m_driver.Rollback(); // it has written nothing yet
+            } else { // it has written nothing yet, and is over whatever the engine says
                 m_state = State::Waiting;
                 Pop();
+                m_driver.Rollback();
             }
         } catch (...) { // a lost connection: what counts is the error that was first
         }
@@ -66,10 +66,10 @@ void Levels::Commit()
             throw;
         }
     }
-    const bool wrote = m_levels.back();
+    const bool hasWritten = m_levels.back().hasWritten;
     Pop();
-    if (!m_levels.empty())
-        m_levels.back() = m_levels.back() || wrote;
+    if (!m_levels.empty() && hasWritten)
+        m_levels.back().hasWritten = true;
 }
 
 void Levels::Rollback()
@@ -97,7 +97,16 @@ void Levels::Rollback()
 
 bool Levels::HasWrites() const noexcept
 {
-    return m_state != State::Lost && std::find(m_levels.begin(), m_levels.end(), true) != m_levels.end();
+    return m_state != State::Lost &&
+           std::any_of(m_levels.begin(), m_levels.end(), [](const Level& level) { return level.hasWritten; });
+}
+
+std::vector<Begun> Levels::GetAll() const
+{
+    std::vector<Begun> all;
+    for (const Level& level : m_levels)
+        all.push_back(level.begun);
+    return all;
 }
 
 void Levels::BeforeWrite()
@@ -119,7 +128,7 @@ void Levels::BeforeWrite()
 void Levels::AfterWrite() noexcept
 {
     if (!m_levels.empty() && m_aside == 0)
-        m_levels.back() = true;
+        m_levels.back().hasWritten = true;
 }
 
 void Levels::AfterFailure() noexcept

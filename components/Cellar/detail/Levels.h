@@ -17,12 +17,13 @@ class Levels
 public:
     explicit Levels(Driver& driver) noexcept : m_driver(driver) {}
 
-    void Begin();
+    void Begin(const Begun& begun = {});
     /// Begins a level that means to write: the engine's transaction starts at once. When it throws, nothing changed.
     void BeginWrite(const Subject& subject);
     void Commit();
     void Rollback();
     int GetCount() const noexcept { return static_cast<int>(m_levels.size()); }
+    std::vector<Begun> GetAll() const; // outermost first
     bool HasWrites() const noexcept;
     bool HasBegun() const noexcept { return !m_levels.empty() && m_state != State::Waiting; }
     /// Moves on when a level is rolled back and when the outermost one ends.
@@ -47,12 +48,17 @@ private:
         Started,
         Lost // the engine ended the transaction, or could not undo a part of it; its levels wait for their owners
     };
+    struct Level
+    {
+        Begun begun;
+        bool hasWritten = false;
+    };
     bool IsOpen() const noexcept; // the engine's transaction
     void RefuseWhenLost() const;
     void Pop() noexcept;
 
     Driver& m_driver;
-    std::vector<bool> m_levels; // each: it holds a write
+    std::vector<Level> m_levels;
     State m_state = State::Waiting;
     std::uint64_t m_epoch = 0;
     int m_aside = 0;

@@ -8,9 +8,10 @@
 #include "Brix/Records.h"
 #include "Cellar/BufferedRowList.h"
 #include "MorvUt/res/Strings.h"
-#include "MorvUt/users/locks/AsideIfPossible.h"
 #include "MorvUt/users/locks/Holder.h"
+#include "MorvUt/users/StaffRights.h"
 #include "MorvUt/users/UserData.h"
+#include "Shellkit/ProcessMark.h"
 
 namespace
 {
@@ -20,7 +21,7 @@ CString NameOfHolder(Cellar::CConnection& connection, const CString& id)
 {
     Brix::CUser user;
     user.Use(connection);
-    CString name = user.Open({{Brix::CUser::kUserID, id}}) ? user.GetFullName() : CString();
+    CString name = FindUser(user, id) ? user.GetFullName() : CString();
     if (name.IsEmpty())
         return id;
     CString shown;
@@ -30,6 +31,47 @@ CString NameOfHolder(Cellar::CConnection& connection, const CString& id)
 
 } // namespace
 
+struct CFeatureLock::Row
+{
+    Row(Cellar::CConnection& conn, int featureNumber) noexcept : connection(conn), feature(featureNumber) {}
+    /// False when it must be tried again.
+    bool Remove(bool isLast) noexcept;
+
+    Cellar::CConnection& connection;
+    int feature;
+    std::int64_t session = 0; // 0: it has none
+    Shellkit::ProcessMark mark;
+    bool isGivenUp = false;
+    bool hadToWait = false; // meanwhile it may have been cleared, and the row be another's
+};
+
+bool CFeatureLock::Row::Remove(bool isLast) noexcept
+{
+    if (!isGivenUp && !isLast)
+        return false;
+    try {
+        const Cellar::CConnection::Aside aside(connection);
+        Locks::Insist([this] {
+            if (hadToWait)
+                connection.ExecuteDirectf(
+                    "DELETE FROM FeatureLocks WHERE nFeature = %d AND COALESCE([ConnectionID], 0) = %I64d", feature,
+                    session);
+            else
+                connection.ExecuteDirectf("DELETE FROM FeatureLocks WHERE nFeature=%d;", feature);
+        });
+        isLast = true;
+    } catch (const std::exception& problem) {
+        const auto* const error = dynamic_cast<const Cellar::DatabaseError*>(&problem);
+        isLast = isLast || (error && error->GetCategory() == Cellar::DatabaseError::Category::LostConnection);
+        std::fprintf(stderr, "the lock on feature %d %s: %s\n", feature, isLast ? "is left behind" : "stays for now",
+                     problem.what());
+        hadToWait = true;
+    }
+    if (isLast)
+        mark.Clear(); // others see that its holder has ended
+    return isLast;
+}
+
 CFeatureLock::CFeatureLock(int featureNumber, Cellar::CConnection& conn) noexcept
     : feature(featureNumber), connection(conn), m_open(conn.Watch())
 {}
@@ -38,12 +80,9 @@ CFeatureLock::~CFeatureLock()
 {
     if (!locked || m_open.expired())
         return;
-    try {
-        const AsideIfPossible aside(connection);
-        Locks::Insist([this] { connection.ExecuteDirectf("DELETE FROM FeatureLocks WHERE nFeature=%d;", feature); });
-    } catch (const std::exception& problem) {
-        std::fprintf(stderr, "the lock on feature %d is left behind: %s\n", feature, problem.what());
-    }
+    m_row->isGivenUp = true;
+    m_row->hadToWait = connection.HasBegun();
+    connection.RunWaiting();
 }
 
 int CFeatureLock::Lock(CString* holder)
@@ -69,9 +108,11 @@ int CFeatureLock::Lock(unsigned int noHolderMessageId, unsigned int heldMessageI
 bool CFeatureLock::Insert()
 {
     const Cellar::CConnection::Aside aside(connection);
-    const std::string mark =
-        Locks::MarkName(connection, Locks::kFeatureMark, std::to_string(feature), connection.GetSessionId());
-    const bool isMarked = m_mark.Set(mark); // before the row is seen
+    connection.RunWaiting(); // a row of this feature that this connection could not remove
+    const auto row = std::make_shared<Row>(connection, feature);
+    const std::int64_t session = connection.GetSessionId();
+    const bool isMarked = row->mark.Set( // before the row is seen
+        Locks::MarkName(connection, Locks::kFeatureMark, std::to_string(feature), session));
     try {
         connection.ExecuteDirectf(
             isMarked ? Cellar::SqlText("INSERT INTO FeatureLocks ( nFeature, strUserID, strWorkstation ) "
@@ -79,13 +120,15 @@ bool CFeatureLock::Insert()
                      : Cellar::SqlText("INSERT INTO FeatureLocks ( nFeature, strUserID, strWorkstation, ConnectionID ) "
                                        "VALUES ( %d, %s, %s, NULL );"),
             feature, CUserData::m_strUser, Afx::GetComputerName());
-        return true;
     } catch (const Cellar::DatabaseError& error) {
-        m_mark.Clear();
         if (error.GetCategory() != Cellar::DatabaseError::Category::DuplicateKey)
             throw;
         return false;
     }
+    row->session = isMarked ? session : 0;
+    m_row = row;
+    connection.WaitForLevels([row](bool isLast) { return row->Remove(isLast); });
+    return true;
 }
 
 /// False when nobody has the lock any more.

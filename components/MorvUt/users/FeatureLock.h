@@ -7,21 +7,20 @@
 #include "Afx/text/CString.h"
 #include "Cellar/Connection.h"
 #include "MorvUt/Export.h"
-#include "Shellkit/ProcessMark.h"
 
 /// The lock on one feature, for the life of the object: the row of the feature in the table FeatureLocks, whose key it
 /// is. The row is seen by others at once, and no rollback takes it.
 ///
-/// A process that ends without the destructor leaves its row, and everybody is refused until somebody clears it by hand
-/// (LockList.h). The lock on a feature that is cleared while its holder lives ends with that holder, whoever has it
-/// then.
+/// The row goes with the object; where the connection's levels have begun, once they have ended, saved or not; when the
+/// database refuses, whenever levels end after that; and when the connection is closed before the object ends, then.
+/// A process that is killed, or whose connection is lost, leaves it, and everybody is refused until somebody clears it
+/// by hand (LockList.h). The lock on a feature that is cleared while its holder lives ends with that holder, whoever
+/// has it then, unless the row had to wait.
 class MORVUT_API CFeatureLock
 {
 public:
     CFeatureLock(int featureNumber, Cellar::CConnection& conn) noexcept;
-    /// Unlocks; never throws, and what goes wrong is told on standard error. Where the connection's levels have begun
-    /// the row goes with their commit; a rollback leaves it behind.
-    ~CFeatureLock();
+    ~CFeatureLock(); // unlocks; never throws, and what goes wrong is told on standard error
     CFeatureLock(const CFeatureLock&) = delete;
     CFeatureLock& operator=(const CFeatureLock&) = delete;
 
@@ -37,6 +36,7 @@ public:
     int Lock(CString* holder = nullptr);
 
 private:
+    struct Row; // of the feature, while it is locked
     bool Insert();
     bool TellHolder(unsigned int heldMessageId, CString* holder);
 
@@ -44,5 +44,5 @@ private:
     int locked = 0;
     Cellar::CConnection& connection;
     std::weak_ptr<Cellar::CConnection*> m_open;
-    Shellkit::ProcessMark m_mark;
+    std::shared_ptr<Row> m_row; // the connection has it, too, until the row is gone
 };

@@ -1,18 +1,9 @@
 #include "MorvUt/users/ReadOnlyManager.h"
 
+#include <vector>
+
 #include "MorvUt/users/UserData.h"
 #include "Quarry/Session.h"
-
-namespace
-{
-
-void BeginUpTo(int levels)
-{
-    while (Quarry::GetTransactionLevel() < levels)
-        Quarry::BeginTransaction();
-}
-
-} // namespace
 
 CReadOnlyManager::~CReadOnlyManager()
 {
@@ -30,13 +21,18 @@ int UsingReadOnlyPin() { return CUserData::IsReadOnlyPIN(); }
 
 void BounceCommitBeginTrans()
 {
-    const int levels = Quarry::GetTransactionLevel();
+    if (Quarry::GetTransactionLevel() == 0)
+        return;
+    Cellar::CConnection& connection = Quarry::GetConnection();
+    const std::vector<Cellar::Begun> levels = connection.GetLevels();
     try {
-        while (Quarry::GetTransactionLevel() > 0)
+        while (connection.GetLevel() > 0)
             Quarry::Commit();
+        for (const auto& [intent, subject] : levels)
+            connection.Begin(intent, subject);
     } catch (...) {
-        BeginUpTo(levels); // who opened them ends them
+        while (connection.GetLevel() < static_cast<int>(levels.size())) // who opened them ends them
+            connection.Begin();
         throw;
     }
-    BeginUpTo(levels);
 }

@@ -23,6 +23,9 @@ private:
 MORVUT_API int UsingReadOnlyPin();
 
 /// Commits all open levels of the current connection, so that everything written so far is durable, and begins as many
-/// anew; with none open nothing. Throws Cellar::DatabaseError when a commit fails; there are as many levels as before
-/// then too.
+/// anew, each with the intent and for the subject of the one that has ended; with none open nothing. Another program
+/// may have written in between: read again what must still hold.
+///
+/// Throws Cellar::DatabaseError when a commit fails, or when a level is refused its lock (everything is saved then);
+/// there are as many levels as before then too, the new ones without a lock.
 MORVUT_API void BounceCommitBeginTrans();

@@ -76,10 +76,9 @@ std::optional<StaffMember> FindStaff(const CString& id)
     return FindUser(user, id) ? std::optional(Read(user)) : std::nullopt;
 }
 
-CString WhyNotNewStaff(const CString& id, const CString& name, const CString& role)
+CString WhyNotNewStaff(CString id, CString name, const CString& role)
 {
-    const auto isBlank = [](CString text) { return text.Trim().IsEmpty(); };
-    if (isBlank(id) || isBlank(name))
+    if (id.Trim().IsEmpty() || name.Trim().IsEmpty())
         return LibraryText(IDS_USER_NEEDS_ID_AND_NAME);
     if (id.CompareNoCase(kBuiltInAdministrator) == 0)
         return LibraryText(IDS_USER_BUILT_IN);
@@ -90,8 +89,10 @@ CString WhyNotNewStaff(const CString& id, const CString& name, const CString& ro
     return {};
 }
 
-StaffMember AddStaff(const CString& id, const CString& name, const CString& role)
+StaffMember AddStaff(CString id, CString name, const CString& role)
 {
+    id.Trim();
+    name.Trim();
     Quarry::CTransaction transaction(Cellar::Intent::Write);
     if (const CString why = WhyNotNewStaff(id, name, role); !why.IsEmpty())
         throw std::invalid_argument(why.Str());

@@ -41,9 +41,10 @@ MORVUT_API std::vector<StaffMember> ListStaff();
 MORVUT_API std::optional<StaffMember> FindStaff(const CString& id);
 
 /// Why there cannot be a new user of these: no id or name, an id that one has already (in any case) or that is built
-/// in, a role that the practice has not. Empty when nothing is wrong.
-MORVUT_API CString WhyNotNewStaff(const CString& id, const CString& name, const CString& role);
+/// in, a role that the practice has not. Empty when nothing is wrong. Blanks round id and name do not count: nobody
+/// sees that they are there.
+MORVUT_API CString WhyNotNewStaff(CString id, CString name, const CString& role);
 /// Adds a listed user. Without a role the first user of a practice has all rights, since somebody must be able to work,
 /// and a later one none. Throws std::invalid_argument with the answer of
 /// WhyNotNewStaff, which it asks again within its transaction.
-MORVUT_API StaffMember AddStaff(const CString& id, const CString& name, const CString& role);
+MORVUT_API StaffMember AddStaff(CString id, CString name, const CString& role);

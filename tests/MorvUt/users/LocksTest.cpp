@@ -1,6 +1,8 @@
 #include <cstdlib>
+#include <filesystem>
 #include <optional>
 #include <stdexcept>
+#include <tuple>
 
 #include "Afx/system/Computer.h"
 #include "MorvUt/users/FeatureLock.h"
@@ -47,7 +49,10 @@ protected:
         CFeatureLock lock(feature, connection);
         CString holder = "nobody";
         EXPECT_EQ(isOwnText ? lock.Lock(5, 6, &holder) : lock.Lock(&holder), 0);
-        return holder.Str() + ": " + ::Test::Windows().Messages().at(0).text;
+        std::string told = holder.Str() + ": " + ::Test::Windows().Messages().at(0).text;
+        ::Test::Windows().Answer(1);
+        EXPECT_EQ(lock.Lock(), 0) << "nobody asks for the holder's id";
+        return told;
     }
     static std::string Shown(const HeldLock& lock)
     {
@@ -64,6 +69,10 @@ protected:
 
 ON_BOTH_DATABASES(LocksTest);
 
+class ServerLocksTest : public LocksTest
+{};
+ON_SERVER(ServerLocksTest);
+
 } // namespace
 
 TEST_P(LocksTest, AUserHasARowOrARowASession)
@@ -73,17 +82,19 @@ TEST_P(LocksTest, AUserHasARowOrARowASession)
         SetUnlimitedSameUserLogin(unlimited);
         CMorvLockFile first, second;
         first.RemoveLock(); // of nothing
-        for (const char* id : {"Ann", "ann"})
+        for (const char* id : {"Éva", "éva"})
             EXPECT_EQ(first.AddLock(id), CUserLockFile::Held);
         CUserLockFile::InitUserLocking(*other);
-        EXPECT_EQ(second.AddLock("ann"), CUserLockFile::Held);
-        EXPECT_EQ(Query("SELECT UserId FROM MorvUserLocks"), unlimited ? "Ann, ann" : "Ann");
+        EXPECT_EQ(second.AddLock("ÉVA"), CUserLockFile::Held);
+        EXPECT_TRUE(first.HasOwnRow());
+        EXPECT_EQ(second.HasOwnRow(), unlimited == 1);
+        EXPECT_EQ(Query("SELECT UserId FROM MorvUserLocks"), unlimited ? "Éva, Éva" : "Éva");
         EXPECT_EQ(first.IsValidState(), !unlimited);
         CUserLockFile::InitUserLocking(connection);
         first.RemoveLock();
         EXPECT_TRUE(first.IsLocked()) << "taken twice";
         first.RemoveLock();
-        EXPECT_TRUE(!first.IsLocked() && first.IsValidState());
+        EXPECT_TRUE(!first.IsLocked() && !first.HasOwnRow() && first.IsValidState());
         EXPECT_EQ(second.GetNumUsers(), unlimited) << "each session removes its own row";
         EXPECT_EQ(second.IsValidState(), unlimited == 1);
         CUserLockFile::InitUserLocking(*other);
@@ -115,6 +126,7 @@ TEST_P(LocksTest, AUserLockFailsAsAWhole)
     other.reset();
     EXPECT_TRUE(!file.IsValidState() && file.GetNumUsers() == 0) << "the connection was closed";
     file.RemoveLock();
+    EXPECT_TRUE(file.IsValidState()) << "not locked: the database is not asked";
     EXPECT_EQ(file.AddLock("bob"), CUserLockFile::Failed);
 }
 
@@ -127,16 +139,60 @@ TEST_P(LocksTest, AFeatureLockIsTheRowOfItsFeature)
         EXPECT_EQ(holder, "");
         EXPECT_EQ(lock.Lock(1, 2, nullptr), 1) << "held already: it is not its own holder";
         EXPECT_EQ(Refusal(7), "ann: ann is using this at DESK1.") << "and deletes nothing";
-        EXPECT_EQ(SeenByOthers(), 1U);
+        auto other = Open();
+        CFeatureLock another(8, *other);
+        EXPECT_EQ(another.Lock(), 1) << "features do not meet";
+        EXPECT_EQ(SeenByOthers(), 2U);
+        other.reset();
+        EXPECT_EQ(SeenByOthers(), 1U) << "a connection that is closed leaves none";
     }
     EXPECT_EQ(SeenByOthers(), 0U);
     Sql("DROP TABLE FeatureLocks");
     EXPECT_THROW(CFeatureLock(7, connection).Lock(), Cellar::DatabaseError) << "not held: another failure";
 }
 
+TEST_P(LocksTest, AFeatureLockThatEndsWithinLevelsGoesWhenTheyHaveEnded)
+{
+    // R: rolls both levels back, C: commits, F: a statement fails; without any the connection is closed
+    for (const char* const steps : {"CC", "R", "FR", ""}) {
+        auto practice = Open();
+        practice->Begin();
+        practice->Begin();
+        std::optional<CFeatureLock> lock(std::in_place, 7, *practice);
+        ASSERT_EQ(lock->Lock(), 1);
+        practice->ExecuteDirect("UPDATE BRIXOptions SET nDateFormat = 1");
+        if (*steps == 'F') {
+            EXPECT_THROW(practice->ExecuteDirect("DELETE FROM Nowhere"), Cellar::DatabaseError);
+        }
+        lock.reset();
+        EXPECT_EQ(SeenByOthers(), 1U) << steps;
+        for (const char* step = steps; *step; ++step)
+            *step == 'C' ? practice->Commit() : practice->RollbackTo(1);
+        if (!*steps)
+            practice.reset();
+        EXPECT_EQ(SeenByOthers(), 0U) << steps;
+    }
+}
+
+TEST_P(LocksTest, AFeatureLockThatCannotBeRemovedIsTriedAgain)
+{
+    std::optional<::Test::Trigger> stays(std::in_place, connection, "BEFORE DELETE", "FeatureLocks");
+    testing::internal::CaptureStderr();
+    {
+        CFeatureLock first(7, connection), second(8, connection);
+        ASSERT_TRUE(first.Lock() == 1 && second.Lock() == 1);
+    }
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("the lock on feature 7 stays for now"), std::string::npos);
+    stays.reset();
+    Sql("UPDATE FeatureLocks SET ConnectionID = 9004711 WHERE nFeature = 8"); // cleared by hand, and another's now
+    Quarry::CTransaction().Commit();
+    EXPECT_EQ(Query("SELECT nFeature FROM FeatureLocks"), "8");
+}
+
 TEST_P(LocksTest, ARefusalNamesHolderAndWorkstation)
 {
     AddUser("Bob", "Bob Marsh");
+    AddUser("Éva", "Eva Gray");
     AddUser("cara");
     const struct
     {
@@ -144,6 +200,7 @@ TEST_P(LocksTest, ARefusalNamesHolderAndWorkstation)
     } rows[] = {
         {"bob  ", "DESK2  ", "bob  : Bob Marsh (bob) is using this at DESK2.", "full name, then id; a server pads"},
         {"cara", "DESK2", "cara: cara is using this at DESK2.", "a user without a name"},
+        {"ÉVA", "DESK2", "ÉVA: Eva Gray (ÉVA) is using this at DESK2.", "in any case of all letters"},
         {"%2 d'Arcy", "%1", "%2 d'Arcy: %2 d'Arcy is using this at %1.", "no user of the practice; no places"},
     };
     for (const auto& row : rows) {
@@ -175,7 +232,7 @@ TEST_P(LocksTest, StandAsideFromTheOpenLevels)
         EXPECT_THROW(late.AddLock("ann"), std::logic_error);
         EXPECT_THROW(CFeatureLock(8, connection).Lock(), std::logic_error);
         feature.reset();
-        EXPECT_EQ(SeenByOthers(), 2U) << "goes with the commit";
+        EXPECT_EQ(SeenByOthers(), 2U);
         page.Commit();
         sheet.Commit();
         EXPECT_TRUE(user.IsLocked() && user.IsValidState());
@@ -226,6 +283,71 @@ TEST_P(LocksTest, AreListedWithWhatIsKnownOfTheirHolders)
     GetBTaxLockFile().RemoveLock();
 }
 
+TEST_P(ServerLocksTest, ASessionIsTheHoldersWhenItBeganBeforeTheLock)
+{
+    connection.Script("SET timezone = 'Pacific/Auckland'");
+    const std::string own = std::to_string(connection.GetSessionId());
+    for (const Cellar::SqlText& insert : {Cellar::SqlText(kUser), Cellar::SqlText(kFeature), Cellar::SqlText(kToken)})
+        Sql(insert, nullptr, own.c_str());
+    for (const bool isAlive : {true, false}) { // by then of a session that had its number before
+        for (const HeldLock& lock : ListLocks(connection))
+            EXPECT_EQ(lock.isAlive, isAlive) << lock.key;
+        for (const char* const table : {"BTaxUserLocks", "FeatureLocks", "MTDAuthorisationLock"})
+            connection.Script(std::string("UPDATE ") + table + " SET dtLocked = dtLocked - interval '10 minutes'");
+    }
+}
+
+/// A clock that is set back in autumn makes nobody younger, and nobody's age negative.
+TEST_P(LocksTest, AreOfAnAgeByTheClockThatIsNotPutForward)
+{
+    setenv("TZ", "GMT0BST,M3.5.0/1,M10.5.0", 1);
+    tzset();
+    if (::Test::IsOnServer())
+        connection.Script("SET timezone = 'Europe/London'");
+    connection.Script("INSERT INTO FeatureLocks (nFeature, dtLocked) VALUES (1, '2024-07-01 12:00:00.000'), "
+                      "(2, '2024-12-01 12:00:00.000'), (3, '2199-01-01 12:00:00.000')");
+    const auto locks = ListLocks(connection);
+    ASSERT_EQ(locks.size(), 3U);
+    EXPECT_NEAR(*locks[0].age - *locks[1].age, (153 * 24 + 1) * 3'600, 1);
+    EXPECT_EQ(locks[0].since.FormatIso(), "2024-07-01 12:00:00.000");
+    EXPECT_EQ(locks[2].age, 0);
+}
+
+#ifdef CELLAR_ODBC_FAKE
+/// Its sessions are not told, and what tells our rows of others' is filled in by the server.
+TEST(SqlServerLocks, AHolderWithoutAMarkIsNotKnown)
+{
+    Afx::SetComputerName("DESK1");
+    const std::string folder = ::Test::TempDir(), library = folder + "/ODBC Driver for SQL Server.so";
+    std::filesystem::create_symlink(CELLAR_ODBC_FAKE, library);
+    ::Test::WriteFile("script", "on SELECT *AS lockKey*\ncolumns lockKey:int lockName:nvarchar strUserID:nvarchar "
+                                "strWorkstation:nvarchar dtLocked:datetime2 ConnectionID:int dtUtc:datetime2 "
+                                "dtNow:datetime2 dtLocal:datetime2\nrow 7|7|bob|DESK1|null|51|null|null|null\n"
+                                "row 7|7|bob|DESK1|null|-51|null|null|null\n");
+    for (const HeldLock& lock :
+         ListLocks(*Cellar::CConnection::Open(("odbc:Driver=" + library + ";Script=" + folder + "/script").c_str()))) {
+        const bool isOurs = lock.kind == LockKind::Token && lock.row.session < 0;
+        EXPECT_EQ(lock.isAlive, isOurs ? std::optional(false) : std::nullopt) << LockKindName(lock.kind);
+    }
+    Afx::SetComputerName("");
+}
+#endif
+
+TEST(Insist, TriesThriceWhileTheDatabaseIsBusy)
+{
+    using Category = Cellar::DatabaseError::Category;
+    const std::tuple<Category, int> rows[] = {{Category::Busy, 3}, {Category::Other, 1}};
+    for (const auto& [category, tries] : rows) {
+        int tried = 0;
+        const auto fail = [&tried, category = category] {
+            ++tried;
+            throw Cellar::DatabaseError(category, "", "", "");
+        };
+        EXPECT_THROW(Locks::Insist(fail), Cellar::DatabaseError);
+        EXPECT_EQ(tried, tries);
+    }
+}
+
 TEST_P(LocksTest, AreClearedByTheRowThatWasListed)
 {
     Sql("INSERT INTO MTDAuthorisation (lID, strGatewayID) VALUES (7, 'GATEWAY1')");
@@ -253,6 +375,7 @@ TEST_P(LocksTest, AreClearedByTheRowThatWasListed)
               "clear lock|ann|Lock on the HMRC tokens of GATEWAY1| at DESK2");
     Sql(kFeature, "DESK2", "12");
     const ::Test::Trigger full(connection, "BEFORE INSERT", "MTDAudit");
+    const Quarry::CTransaction sheet;
     EXPECT_THROW(ClearLock(connection, ListLocks(connection).at(0), "ann"), Cellar::DatabaseError);
     EXPECT_EQ(SeenByOthers(), 1U) << "nothing is cleared that the audit does not know";
 }

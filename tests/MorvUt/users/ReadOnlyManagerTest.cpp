@@ -35,5 +35,48 @@ TEST_P(ReadOnlyManager, BouncesAllOpenLevels)
     EXPECT_THROW(BounceCommitBeginTrans(), Cellar::DatabaseError);
     EXPECT_EQ(Quarry::GetTransactionLevel(), 2);
     sheet.Rollback();
+    EXPECT_EQ(Quarry::GetTransactionLevel(), 0);
     EXPECT_EQ(Query("SELECT COUNT(*) FROM Child"), "1");
+}
+
+TEST_P(ReadOnlyManager, BouncesEachLevelWithItsIntent)
+{
+    constexpr Cellar::Subject kClient{1, 7};
+    const auto other = Open();
+    other->SetBusyTimeout(1);
+    Quarry::CTransaction sheet(Cellar::Intent::Write, kClient), page;
+    BounceCommitBeginTrans();
+    EXPECT_THROW(other->Begin(Cellar::Intent::Write, kClient), Cellar::DatabaseError);
+    if (::Test::IsOnServer()) {
+        EXPECT_NO_THROW(Cellar::CTransaction(*other, Cellar::Intent::Write, {1, 8})) << "another's";
+    }
+    Cellar::CConnection& connection = Quarry::GetConnection();
+    connection.SetBusyTimeout(1);
+    connection.WaitForLevels([&](bool) { // another is quicker
+        other->Begin(Cellar::Intent::Write, kClient);
+        return true;
+    });
+    EXPECT_THROW(BounceCommitBeginTrans(), Cellar::DatabaseError);
+    EXPECT_EQ(Quarry::GetTransactionLevel(), 2);
+    EXPECT_FALSE(connection.HasBegun());
+}
+
+class ServerReadOnlyManager : public UsersTest
+{};
+ON_SERVER(ServerReadOnlyManager);
+
+TEST_P(ServerReadOnlyManager, LeavesNoLevelOpenOnALostConnection)
+{
+    for (const auto intent : {Cellar::Intent::Read, Cellar::Intent::Write}) {
+        Quarry::SetConnection(Open());
+        {
+            Quarry::CTransaction sheet(intent), page(intent), box;
+            Sql("UPDATE BRIXOptions SET nDateFormat = 1");
+            Open()->Queryf("SELECT pg_terminate_backend(%ld)",
+                           static_cast<long>(Quarry::GetConnection().GetSessionId()));
+            EXPECT_THROW(BounceCommitBeginTrans(), Cellar::DatabaseError);
+            EXPECT_EQ(Quarry::GetTransactionLevel(), 3);
+        }
+        EXPECT_EQ(Quarry::GetTransactionLevel(), 0);
+    }
 }

@@ -1,5 +1,6 @@
 #include "MorvUt/users/locks/LockList.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <iterator>
@@ -7,7 +8,6 @@
 #include <string>
 
 #include "Cellar/BufferedRowList.h"
-#include "Cellar/Transaction.h"
 #include "MorvUt/users/locks/Holder.h"
 #include "Trailmark/MTDAudit.h"
 
@@ -26,8 +26,9 @@ struct LockSource
     const char* application; // null: the key stands for itself
     const char* mark;
     const char* markKey; // null: the row's key
-    bool isUtc;          // dtLocked
-    SqlText select;      // lockKey, lockName, the four columns of every table, dtNow by the clock of dtLocked, dtLocal
+    bool isUtc;          // dtLocked; otherwise local time, and what is worked out from it is worked out in UTC
+    SqlText select;      // lockKey, lockName, the four columns of every table
+    SqlText from;        // oldest first
     SqlText remove;      // lockKey; further conditions follow
 };
 
@@ -36,8 +37,8 @@ struct LockSource
         .kind = LockKind::User, .words = "User lock ", .application = name, .mark = Locks::kUserMark,                  \
         .markKey = table, .isUtc = false,                                                                              \
         .select = "SELECT UserId AS lockKey, UserId AS lockName, UserId AS strUserID, strWorkstation, dtLocked, "      \
-                  "ConnectionID, GETDATE() AS dtNow, GETDATE() AS dtLocal FROM " table " ORDER BY dtLocked, UserId",   \
-        .remove = "DELETE FROM " table " WHERE UserId = %s",                                                           \
+                  "ConnectionID",                                                                                      \
+        .from = " FROM " table " ORDER BY dtLocked, UserId", .remove = "DELETE FROM " table " WHERE UserId = %s",      \
     }
 
 constexpr LockSource kSources[] = {
@@ -51,9 +52,8 @@ constexpr LockSource kSources[] = {
         .mark = Locks::kFeatureMark,
         .markKey = nullptr,
         .isUtc = false,
-        .select = "SELECT nFeature AS lockKey, nFeature AS lockName, strUserID, strWorkstation, dtLocked, "
-                  "ConnectionID, GETDATE() AS dtNow, GETDATE() AS dtLocal FROM FeatureLocks "
-                  "ORDER BY dtLocked, nFeature",
+        .select = "SELECT nFeature AS lockKey, nFeature AS lockName, strUserID, strWorkstation, dtLocked, ConnectionID",
+        .from = " FROM FeatureLocks ORDER BY dtLocked, nFeature",
         .remove = "DELETE FROM FeatureLocks WHERE nFeature = %d",
     },
     {
@@ -64,9 +64,9 @@ constexpr LockSource kSources[] = {
         .markKey = nullptr,
         .isUtc = true,
         .select = "SELECT l.lMTDAuthorisationID AS lockKey, a.strGatewayID AS lockName, l.strUserID, "
-                  "l.strWorkstation, l.dtLocked, l.ConnectionID, GETUTCDATE() AS dtNow, GETDATE() AS dtLocal "
-                  "FROM MTDAuthorisationLock l LEFT JOIN MTDAuthorisation a ON a.lID = l.lMTDAuthorisationID "
-                  "ORDER BY l.dtLocked, l.lMTDAuthorisationID",
+                  "l.strWorkstation, l.dtLocked, l.ConnectionID",
+        .from = " FROM MTDAuthorisationLock l LEFT JOIN MTDAuthorisation a ON a.lID = l.lMTDAuthorisationID "
+                "ORDER BY l.dtLocked, l.lMTDAuthorisationID",
         .remove = "DELETE FROM MTDAuthorisationLock WHERE lMTDAuthorisationID = %ld",
     },
 };
@@ -89,27 +89,25 @@ bool IsMarkedHolder(const LockSource& source, const HeldLock& lock)
 /// What all locks of a practice are judged by.
 struct Surroundings
 {
-    explicit Surroundings(CConnection& connection) : names(connection)
+    explicit Surroundings(CConnection& connection)
+        : names(connection), isServer(connection.GetDialect().FilePath().IsEmpty())
     {
         const SqlText& query = connection.GetDialect().Sessions();
         if (query.IsEmpty())
             return;
         sessions.emplace();
         for (CBufferedRowList rows(connection, query); !rows.IsEOL(); rows.MoveNext())
-            sessions->insert_or_assign(Cellar::ToInt64(rows.Get("nSession")),
-                                       Began{rows.GetDateTime("dtBegan"), rows.GetDateTime("dtBeganUtc")});
+            sessions->insert_or_assign(Cellar::ToInt64(rows.Get("nSession")), rows.GetDateTime("dtBegan"));
     }
 
-    struct Began
-    {
-        COleDateTime local, utc;
-    };
     Locks::MarkNames names;
-    std::optional<std::map<std::int64_t, Began>> sessions; // by their number; nothing: the database does not tell
+    bool isServer;
+    std::optional<std::map<std::int64_t, COleDateTime>>
+        sessions; // when each began; nothing: the database does not tell
 };
 
-/// By its mark, else by what the database knows. Never "ended" of a session that the database still has: its program
-/// may be one that sets no mark.
+/// By its mark, else by what the database knows. Never "ended" of a session that the database still has, or may have:
+/// its program may be one that sets no mark. (A server fills in what tells such a row of others; a file does not.)
 std::optional<bool> IsHolderAlive(const Surroundings& around, const LockSource& source, const HeldLock& lock,
                                   const COleDateTime& locked)
 {
@@ -119,12 +117,14 @@ std::optional<bool> IsHolderAlive(const Surroundings& around, const LockSource& 
         const std::string key = source.markKey ? source.markKey : Cellar::ToText(lock.row.key).Str();
         runs = Locks::RunsHere(around.names.Of(source.mark, key, session), lock.workstation.Str());
     }
-    if (session == 0 || runs == true || !around.sessions)
+    if (session == 0 || runs == true)
         return runs;
+    if (!around.sessions)
+        return around.isServer && lock.row.session > 0 ? std::nullopt : runs;
     const auto found = around.sessions->find(session);
     if (found == around.sessions->end())
         return false;
-    const double held = Locks::SecondsBetween(source.isUtc ? found->second.utc : found->second.local, locked);
+    const double held = Locks::SecondsBetween(found->second, locked);
     return std::isnan(held) ? std::nullopt : std::optional(held >= 0); // a later session has the same number
 }
 
@@ -134,10 +134,17 @@ CString KeyOf(const LockSource& source, const CBufferedRowList& row)
     return source.application ? CString(source.application) + "/" + name + "/" + row.GetText("ConnectionID") : name;
 }
 
+CBufferedRowList Select(CConnection& connection, const LockSource& source)
+{
+    const SqlText locked = source.isUtc ? SqlText("l.dtLocked") : connection.GetDialect().LocalToUtc("dtLocked");
+    return {connection,
+            source.select + ", " + locked + " AS dtUtc, GETUTCDATE() AS dtNow, GETDATE() AS dtLocal" + source.from};
+}
+
 HeldLock ReadLock(const Surroundings& around, int table, const CBufferedRowList& row)
 {
     const LockSource& source = kSources[table];
-    const COleDateTime locked = row.GetDateTime("dtLocked");
+    const COleDateTime locked = row.GetDateTime("dtUtc");
     const double age = Locks::SecondsBetween(locked, row.GetDateTime("dtNow"));
     HeldLock lock;
     lock.kind = source.kind;
@@ -147,14 +154,15 @@ HeldLock ReadLock(const Surroundings& around, int table, const CBufferedRowList&
     lock.row = {table, row.Get("lockKey"), row.Get("dtLocked"), Cellar::ToInt64(row.Get("ConnectionID"))};
     if (!std::isnan(age)) {
         constexpr double kSecondsADay = 86'400;
-        lock.age = age;
-        lock.since = source.isUtc ? COleDateTime(row.GetDateTime("dtLocal").GetOleDate() - age / kSecondsADay) : locked;
+        lock.age = std::max(age, 0.0); // a clock that was set back, or the hour that comes twice
+        lock.since = source.isUtc ? COleDateTime(row.GetDateTime("dtLocal").GetOleDate() - age / kSecondsADay)
+                                  : row.GetDateTime("dtLocked");
     }
     lock.isAlive = IsHolderAlive(around, source, lock, locked);
     return lock;
 }
 
-bool Remove(CConnection& connection, const HeldLock& lock, const CString& user)
+bool RemoveAndTell(CConnection& connection, const HeldLock& lock, const CString& user)
 {
     const LockSource& source = kSources[lock.row.table];
     std::vector<Cellar::Value> values{lock.row.key, lock.row.session};
@@ -182,7 +190,7 @@ std::vector<HeldLock> ListLocks(CConnection& connection)
 {
     std::vector<CBufferedRowList> tables;
     for (const LockSource& source : kSources)
-        tables.emplace_back(connection, source.select);
+        tables.push_back(Select(connection, source));
     const Surroundings around(connection); // after the rows: a session that took one since is there
     std::vector<HeldLock> locks;
     for (std::size_t table = 0; table < tables.size(); ++table)
@@ -193,12 +201,7 @@ std::vector<HeldLock> ListLocks(CConnection& connection)
 
 bool ClearLock(CConnection& connection, const HeldLock& lock, const CString& user)
 {
-    if (connection.GetLevel() > 0) {
-        const CConnection::Aside aside(connection);
-        return Remove(connection, lock, user);
-    }
-    Cellar::CTransaction transaction(connection, Cellar::Intent::Write);
-    const bool isRemoved = Remove(connection, lock, user);
-    transaction.Commit();
+    bool isRemoved = false;
+    connection.RunAlone({}, [&] { isRemoved = RemoveAndTell(connection, lock, user); });
     return isRemoved;
 }

@@ -27,9 +27,10 @@ struct HeldLock
     CString key; // "Morv/ann/12" (application, user, session), the feature's number, the Government Gateway user ID
     CString user, workstation;                 // workstation may be empty: not known
     COleDateTime since = COleDateTime::Null(); // local time of the database; null: not known
-    std::optional<double> age;                 // seconds, by the database's clock
-    /// Whether the session that took it still runs. Nothing where that cannot be known: on a server's database that
-    /// does not tell, and of rows that a program made which sets no process mark.
+    std::optional<double> age; // seconds, never negative, by the database's clock in UTC; nothing: not known
+    /// Whether the session that took it still runs. Nothing where that cannot be known: of rows that a program made
+    /// which sets no process mark (on a server that does not tell its sessions: which may have), where neither mark nor
+    /// server tells.
     std::optional<bool> isAlive;
 
     /// Where its row is, for ClearLock.
@@ -46,8 +47,8 @@ struct HeldLock
 MORVUT_API std::vector<HeldLock> ListLocks(Cellar::CConnection& connection);
 
 /// Removes the row, and tells the audit (client 0, action "clear lock") that `user` did. False when it is gone, or not
-/// the same any more: then nothing is written. Both are written, or neither; where levels are open aside from them, one
-/// after the other (std::logic_error once they have begun). Throws Cellar::DatabaseError.
+/// the same any more: then nothing is written. Both are written, or neither, aside from open levels (std::logic_error
+/// once they have begun). Throws Cellar::DatabaseError.
 ///
 /// Whoever asks for it ought to know what isAlive says: a feature whose holder lives has two users afterwards, and
 /// tokens that two programs refresh at once are lost.

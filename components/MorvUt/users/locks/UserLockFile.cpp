@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "Afx/system/Computer.h"
+#include "Cellar/BufferedRowList.h"
 #include "MorvUt/users/locks/Holder.h"
 
 using Cellar::CConnection;
@@ -41,6 +42,17 @@ CConnection* CUserLockFile::OpenConnection() noexcept
     return m_pConn;
 }
 
+/// The id as a row has it in another case of its letters. Databases differ in the letters whose cases they know.
+CString CUserLockFile::AsStored(CConnection& connection, const CString& user) const
+{
+    for (Cellar::CBufferedRowList rows(connection,
+                                       SqlText("SELECT UserId FROM ") + SqlText::Identifier(GetTableName()));
+         !rows.IsEOL(); rows.MoveNext())
+        if (const CString stored = rows.GetText("UserId"); stored.CompareNoCase(user) == 0)
+            return stored;
+    return user;
+}
+
 /// Without a mark the row has no workstation: nobody can be asked whether its session lives.
 long CUserLockFile::Insert(CConnection& connection, const CString& user, bool isMarked) const
 {
@@ -56,8 +68,7 @@ long CUserLockFile::Insert(CConnection& connection, const CString& user, bool is
                                                 : SqlText(" (UserID ) VALUES('%s')")),
                                   values);
     values.emplace_back(user);
-    return connection.ExecuteAlone(
-        table,
+    return connection.Execute(
         SqlText("INSERT ") + table +
             (isMarked ? SqlText(" ( UserId, strWorkstation ) SELECT '%s', '%s'") : SqlText(" ( UserId ) SELECT '%s'")) +
             " WHERE NOT EXISTS( SELECT userid FROM " + table + " WHERE userid = '%s' ) ",
@@ -77,9 +88,16 @@ CUserLockFile::Result CUserLockFile::AddLock(CString user)
     const CConnection::Aside aside(*connection);
     try {
         const std::int64_t session = connection->GetSessionId();
-        Insert(*connection, user, m_mark.Set(Locks::MarkName(*connection, Locks::kUserMark, GetTableName(), session)));
+        const bool isMarked = m_mark.Set(Locks::MarkName(*connection, Locks::kUserMark, GetTableName(), session));
+        connection->RunAlone(SqlText::Identifier(GetTableName()), [&] {
+            user = AsStored(*connection, user);
+            m_hasOwnRow = Insert(*connection, user, isMarked) > 0;
+        });
+        if (!m_hasOwnRow)
+            m_mark.Clear();
     } catch (const Cellar::DatabaseError&) {
         m_mark.Clear();
+        m_hasOwnRow = false;
         return Failed;
     }
     userId = user;
@@ -108,6 +126,7 @@ void CUserLockFile::RemoveLock()
     }
     lockCount = 0;
     userId.Empty();
+    m_hasOwnRow = false;
     m_mark.Clear();
 }
 

@@ -10,14 +10,14 @@
 #include "Shellkit/ProcessMark.h"
 
 /// This process's row in the table of one application: written at login, removed at exit. The table is a part of the
-/// practice's schema: UserId (compared without regard to case), ConnectionID (the session, by default), dtLocked,
-/// strWorkstation.
+/// practice's schema: UserId, ConnectionID (the session, by default), dtLocked, strWorkstation. An id in any case of
+/// its letters is the same user's: a further row has it as the first one has.
 ///
 /// A process that ends without RemoveLock leaves its row; no other session removes it, but LockList.h tells that its
 /// holder has ended, and clears it. For the user-interface thread.
 ///
 /// With one row a user (SetUnlimitedSameUserLogin) a second session of the same user writes none and is logged in all
-/// the same. When the first logs out the row goes, and the second is no longer in a valid state.
+/// the same (HasOwnRow tells). When the first logs out the row goes, and the second is no longer in a valid state.
 class MORVUT_API CUserLockFile
 {
 public:
@@ -46,6 +46,9 @@ public:
     /// and the row stays. With no lock held: nothing. Throws std::logic_error as AddLock; the lock is held then.
     void RemoveLock();
     bool IsLocked() const noexcept { return lockCount > 0; }
+    /// The row is this session's. False with no lock held, and when another session of the user had a row already: for
+    /// a message such as IDS_USER_ALREADY_USING.
+    bool HasOwnRow() const noexcept { return m_hasOwnRow; }
 
     /// How many use the application: rows of all users and sessions. Throws Cellar::DatabaseError.
     int GetNumUsers() const;
@@ -58,10 +61,12 @@ protected:
 
 private:
     static Cellar::CConnection* OpenConnection() noexcept;
+    CString AsStored(Cellar::CConnection& connection, const CString& user) const;
     long Insert(Cellar::CConnection& connection, const CString& user, bool isMarked) const;
 
     int lockCount = 0;
     CString userId; // empty: no lock
+    bool m_hasOwnRow = false;
     Shellkit::ProcessMark m_mark;
 };
 
