@@ -176,7 +176,8 @@ void Fill(CMTD_NIC& row, const StagedNationalInsurance& item)
         Assign(row, &List::GetClass1Earnings, &List::SetClass1Earnings, item.class1Earnings);
     if (item.class2Due.IsValid())
         Assign(row, &List::GetClass2Due, &List::SetClass2Due, item.class2Due);
-    Assign(row, &List::GetMaxNICsReached, &List::SetMaxNICsReached, item.isMaximumReached);
+    if (item.isMaximumReached)
+        Assign(row, &List::GetMaxNICsReached, &List::SetMaxNICsReached, *item.isMaximumReached);
 }
 
 StagedYear YearOf(CMTD_Employments& employments, CMTD_EmploymentsCompanyBenefits& benefits,
