@@ -180,16 +180,21 @@ void Fill(CMTD_NIC& row, const StagedNationalInsurance& item)
         Assign(row, &List::GetMaxNICsReached, &List::SetMaxNICsReached, *item.isMaximumReached);
 }
 
-StagedYear YearOf(CMTD_Employments& employments, CMTD_EmploymentsCompanyBenefits& benefits,
-                  CMTD_PensionStateBenefits& pensions, CMTD_TaxFreeAllowances& allowances, CMTD_NIC& nationalInsurance)
+void AddBenefits(std::vector<StagedEmployment>& employments, CMTD_EmploymentsCompanyBenefits& benefits)
 {
-    StagedYear year{ReadAll(employments), ReadAll(pensions), ReadAll(allowances), {}};
     std::unordered_map<long, StagedEmployment*> byId;
-    for (StagedEmployment& employment : year.employments)
+    for (StagedEmployment& employment : employments)
         byId.emplace(employment.id, &employment);
     for (bool isThere = benefits.MoveFirst(); isThere; isThere = benefits.MoveNext())
         if (const auto own = byId.find(benefits.GetMTD_EmploymentsID()); own != byId.end())
             own->second->benefits.push_back(Read(benefits)); // else of an employment that another program just added
+}
+
+StagedYear YearOf(CMTD_Employments& employments, CMTD_EmploymentsCompanyBenefits& benefits,
+                  CMTD_PensionStateBenefits& pensions, CMTD_TaxFreeAllowances& allowances, CMTD_NIC& nationalInsurance)
+{
+    StagedYear year{ReadAll(employments), ReadAll(pensions), ReadAll(allowances), {}};
+    AddBenefits(year.employments, benefits);
     if (nationalInsurance.MoveFirst())
         year.nationalInsurance = Read(nationalInsurance);
     return year;
