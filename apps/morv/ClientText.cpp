@@ -102,7 +102,7 @@ void PrintStaged(const HmrcApi::StagedYear& staged, short year)
     PrintLine("  National Insurance: earnings with Class 1 due %s%s; Class 2 due %s; maximum reached: %s",
               Money(insurance.class1Earnings),
               HmrcApi::IsClass1Final(insurance, year, Kiln::CDate::Today()) ? "" : " (not yet final)",
-              Money(insurance.class2Due), insurance.isMaximumReached ? "yes" : "no");
+              Money(insurance.class2Due), insurance.isMaximumReached.value_or(false) ? "yes" : "no");
 }
 
 } // namespace Morv

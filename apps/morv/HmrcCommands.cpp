@@ -1,5 +1,8 @@
 #include "HmrcCommands.h"
 
+#include <cstdint>
+#include <limits>
+
 #include "ArgumentChecks.h"
 #include "MorvUt/hmrc/access/ClientData.h"
 #include "Who.h"
@@ -85,7 +88,7 @@ void AddHmrcCommands(CLI::App& app, Program& program)
     decision->add_option("--reject", arguments->reject, "Keep the return's; not offered again until HMRC's change");
     decision->add_option("--skip", arguments->skip, "Decide another time");
     for (CLI::Option* option : decision->get_options())
-        option->type_name("NUMBER")->check(CLI::PositiveNumber);
+        option->type_name("NUMBER")->check(CLI::Range(std::int64_t{1}, std::numeric_limits<std::int64_t>::max()));
     decision->require_option(0, 1);
     differences->add_option("--as", arguments->as, "Only while the figures are those of this hash")
         ->needs(accept)

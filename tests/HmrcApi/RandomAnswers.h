@@ -1,63 +1,128 @@
 #pragma once
 
-// Answers of the PAYE interface as a seed would have them, and what they add up to.
+// Answers of HMRC's interfaces as a seed would have them.
 
 #include <algorithm>
 #include <cstdint>
-#include <map>
 #include <random>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "HmrcApi/json/Json.h"
 
 namespace HmrcApi::Fakes
 {
 
-/// All that an answer may hold. Texts are one of several, null stands for what nobody knows.
-inline constexpr char kAnyAnswer[] = R"({
+/// All that an answer may hold. Texts are one of several, null stands for what nobody knows, "?" behind a name for a
+/// member that may be absent though others of that name may not.
+inline constexpr char kAnyPaye[] = R"({
   "employments": [{
-    "employerPayeReference": "123/AB456|456/AB456|789/X", "employerName": "Company XYZ",
-    "worksNumber": "W1|W2|00191048716", "startDate": "2017-04-06|2017-5-1|soon", "endDate": "2018-04-05|soon",
-    "taxablePayTotal": 0, "taxTotal": 0, "studentLoan": 0, "new": null,
+    "employerPayeReference": "123/AB456|456/AB456|789/X", "employerName": "Company XYZ|Firm",
+    "worksNumber": "W1|W2|00191048716", "startDate": "2017-04-06|2017-5-1|2016-12-31|soon",
+    "endDate": "2018-04-05|2017-9-30|2017-10-9|soon",
+    "taxablePayTotal": 0, "taxTotal": 0, "studentLoan": 0, "offPayrollWorkFlag": true, "new": null,
     "companyBenefits": [{
-      "benefitType": "CarBenefit|VanBenefit|NurseryPlaces|TotalBenefitInKind|SpaceTravel",
+      "benefitType": "CarBenefit|CarBenefit|CarBenefit|CarBenefit|CarBenefit|SpaceTravel|SpaceTravel|EmployerProvidedServices|TotalBenefitInKind|CarFuelBenefit|MedicalInsurance|CarBenefit|TelephoneBenefit|ServiceBenefit|TaxableExpenseBenefit|VanBenefit|VanFuelBenefit|BeneficialLoan|Accommodation|Assets|AssetTransfer|EducationalService|Entertaining|ExpensesPay|Mileage|NonQualifyingRelocationExpense|NurseryPlaces|OtherItems|PaymentEmployeesBehalf|PersonalIncidentExpenses|QualifyingRelocationExpenses|EmployerProvidedProfessionalSubscription|IncomeTaxPaidNotDeductedFromDirectorsRemuneration|TravelAndSubsistence|VoucherAndCreditCards|NonCashBenefit|SpaceTravel|carBenefit",
       "amount": 0, "isForecastBenefit": true, "new": null}]}],
   "privatePensions": [{
-    "employerPayeReference": "123/AB456|456/AB456|789/X", "employerName": "Company XYZ",
+    "employerPayeReference": "123/AB456|456/AB456|789/X", "employerName": "Fund",
     "worksNumber": "W1|W2|00191048716", "startDate": "2017-04-06|2017-5-1|soon", "endDate": "2018-04-05|soon",
     "taxablePayTotal": 0, "taxTotal": 0, "new": null}],
   "taxableSocialSecurityBenefits": [{
     "benefitType": "JobseekersAllowance|IncapacityBenefit|EmploymentAndSupportAllowance|UniversalCredit|jobseekersallowance",
+    "employerPayeReference?": "475/BB00987|892/BA500",
     "startDate": "2017-04-06|2017-5-1|soon", "endDate": "2018-04-05|soon",
     "taxablePayTotal": 0, "taxTotal": 0, "new": null}],
   "taxFreeAllowances": [{
-    "allowanceType": "FlatRateJobExpenses|EarlierYearsAdjustment|UniformCleaning", "amount": 0, "new": null}],
-  "statePension": {"grossAmount": 0,
-    "lumpSum": {"startDate": "2017-04-06|2017-5-1|soon", "taxablePayTotal": 0, "taxTotal": 0}},
+    "allowanceType": "FlatRateJobExpenses|ProfessionalSubscriptions|EarlierYearsAdjustment|UniformCleaning",
+    "amount": 0, "new": null}],
+  "statePension": {"grossAmount": 0, "typeDescription": "State Pension|State Pension, deferred",
+    "lumpSum": {"startDate": "2017-04-06|2017-5-1|soon", "endDate": "2018-04-05|soon", "taxablePayTotal": 0,
+                "taxTotal": 0, "new": null}, "new": null},
   "new": null})";
 
-/// One valid answer: every member absent now and then, but not all at once, amounts in every form of a number (zero and
-/// negative ones too), unknown members and kinds, references and works numbers that occur again. The same seed gives
-/// the same answer everywhere.
-class RandomAnswer
+/// Likewise of the four individual interfaces, in the order in which they are asked, and of National Insurance.
+inline constexpr const char* kAnyPart[] = {
+    R"({"employments": [{"employerPayeReference": "123/AB456|456/AB456|789/X", "employerName": "Company XYZ|Firm",
+                         "offPayrollWorkFlag": true, "new": null}], "new": null})",
+    R"({"employments": [{"employerPayeReference": "123/AB456|456/AB456|789/X", "payFromEmployment": 0, "new": null}],
+        "pensionsAnnuitiesAndOtherStateBenefits": {"otherPensionsAndRetirementAnnuities": 0, "incapacityBenefit": 0,
+                                                   "jobseekersAllowance": 0, "seissNetPaid": 0, "new": null},
+        "new": null})",
+    R"({"employments": [{"employerPayeReference": "123/AB456|456/AB456|789/X", "companyCarsAndVansBenefit": 0,
+                         "fuelForCompanyCarsAndVansBenefit": 0, "privateMedicalDentalInsurance": 0,
+                         "vouchersCreditCardsExcessMileageAllowance": 0, "goodsEtcProvidedByEmployer": 0,
+                         "accommodationProvidedByEmployer": 0, "otherBenefits": 0, "expensesPaymentsReceived": 0,
+                         "new": null}], "new": null})",
+    R"({"employments": [{"employerPayeReference": "123/AB456|456/AB456|789/X", "taxTakenOffPay": 0, "new": null}],
+        "pensionsAnnuitiesAndOtherStateBenefits": {"otherPensionsAndRetirementAnnuities": 0, "incapacityBenefit": 0,
+                                                   "new": null},
+        "refunds": {"taxRefundedOrSetOff": 0}, "new": null})"};
+inline constexpr char kAnyInsurance[] = R"({"class1": {"totalNICableEarnings": 0, "new": null},
+    "class2": {"totalDue": 0}, "maxNICsReached": true, "new": null})";
+
+/// Valid answers: every member absent or null now and then, but not all at once, in any order, amounts in every form of
+/// a number (zero and negative ones too), unknown members and kinds, references and works numbers that occur again. The
+/// same seed gives the same answers everywhere.
+class RandomAnswers
 {
 public:
-    explicit RandomAnswer(std::uint32_t seed) : m_random(seed), m_answer(Vary(ParseJson(kAnyAnswer).value(), {})) {}
+    explicit RandomAnswers(std::uint32_t seed) : m_random(seed) {}
 
-    const JsonValue& Answer() const noexcept { return m_answer; }
-    /// The sum of the amounts with these names on the way, "/employments/taxTotal", in ten-thousandths of a pound.
-    std::int64_t Total(const std::string& path) const
+    /// `model`: one of the texts above.
+    JsonValue Next(std::string_view model)
     {
-        const auto found = m_totals.find(path);
-        return found == m_totals.end() ? 0 : found->second;
+        JsonValue answer = Vary(ParseJson(model).value());
+        const auto isKnown = [&](const std::string& name) { return name != "new" && answer.Find(name) != nullptr; };
+        if (std::none_of(answer.names.begin(), answer.names.end(), isKnown)) { // an answer has one of its own
+            const bool isList = model.find("employments") != model.npos;
+            answer = ParseJson(isList ? R"({"employments": []})" : R"({"maxNICsReached": false})").value();
+        }
+        return answer;
     }
+    /// What follows an answer: of each list items go, come, and change a member, in another order; the rest may change.
+    JsonValue After(JsonValue before, std::string_view model)
+    {
+        const JsonValue fresh = Next(model);
+        before.kind = Kind::Object;
+        for (std::size_t i = 0; i < fresh.names.size(); ++i) {
+            const auto at = std::find(before.names.begin(), before.names.end(), fresh.names[i]);
+            if (at == before.names.end()) {
+                before.names.push_back(fresh.names[i]);
+                before.items.push_back(fresh.items[i]);
+                continue;
+            }
+            JsonValue& value = before.items[static_cast<std::size_t>(at - before.names.begin())];
+            if (fresh.items[i].Is(Kind::Array) && value.Is(Kind::Array))
+                Change(value.items, fresh.items[i].items);
+            else if (!fresh.items[i].Is(Kind::Null) && Perhaps(3))
+                value = fresh.items[i];
+        }
+        return before;
+    }
+    /// One time in so many.
+    bool Perhaps(std::uint32_t oneIn = 2) { return Below(oneIn) == 0; }
+    std::uint32_t Below(std::uint32_t count) { return static_cast<std::uint32_t>(m_random() % count); }
 
 private:
     using Kind = JsonValue::Kind;
 
-    std::uint32_t Below(std::uint32_t count) { return static_cast<std::uint32_t>(m_random() % count); }
-    bool Perhaps(std::uint32_t oneIn = 2) { return Below(oneIn) == 0; }
+    void Change(std::vector<JsonValue>& items, const std::vector<JsonValue>& fresh)
+    {
+        std::erase_if(items, [&](const JsonValue&) { return Perhaps(4); });
+        for (JsonValue& item : items)
+            if (!fresh.empty() && Perhaps())
+                for (std::size_t i = 0; i < item.names.size(); ++i)
+                    if (const JsonValue* other = fresh[0].Find(item.names[i]); other && Perhaps(4))
+                        item.items[i] = *other;
+        if (items.size() < 4)
+            items.insert(items.end(), fresh.begin(), fresh.end());
+        for (std::size_t i = items.size(); i > 1; --i)
+            std::swap(items[i - 1], items[Below(static_cast<std::uint32_t>(i))]);
+    }
+
     /// One of what stands between the bars.
     std::string OneOf(std::string_view texts)
     {
@@ -67,7 +132,7 @@ private:
         return std::string(texts.substr(0, texts.find('|')));
     }
 
-    JsonValue Vary(const JsonValue& model, const std::string& path)
+    JsonValue Vary(const JsonValue& model)
     {
         JsonValue value;
         value.kind = model.kind;
@@ -78,37 +143,34 @@ private:
         if (model.Is(Kind::Boolean))
             value.boolean = Perhaps();
         if (model.Is(Kind::Number))
-            SetAmount(value, m_totals[path]);
+            value.text = Number(Amount());
         if (model.Is(Kind::Array))
             for (std::uint32_t count = Below(4); count > 0; --count)
-                value.items.push_back(Vary(model.items[0], path));
-        for (std::size_t i = 0; i < model.names.size(); ++i) {
-            const std::string& name = model.names[i];
-            const bool isNeeded = name.ends_with("Reference") || name.ends_with("Type");
-            if (!isNeeded && Perhaps(3))
-                continue;
-            value.names.push_back(name);
-            value.items.push_back(Vary(model.items[i], path + '/' + name));
-        }
-        if (path.empty() && (value.names.empty() || value.names[0] == "new")) { // an answer has one of its own
-            value.names.emplace_back("taxFreeAllowances");
-            value.items.emplace_back().kind = Kind::Array;
-        }
+                value.items.push_back(Vary(model.items[0]));
+        for (std::size_t i = 0; i < model.names.size(); ++i)
+            AddMember(value, model.names[i], model.items[i]);
         return value;
     }
 
-    void SetAmount(JsonValue& value, std::int64_t& total)
+    void AddMember(JsonValue& value, std::string name, const JsonValue& model)
     {
-        if (Perhaps(10)) {
-            value.kind = Kind::Null;
+        const bool isNeeded = name.ends_with("Reference") || name.ends_with("Type");
+        if (!isNeeded && Perhaps(3))
             return;
-        }
+        if (name.ends_with('?'))
+            name.pop_back();
+        const auto place = static_cast<std::ptrdiff_t>(Below(static_cast<std::uint32_t>(value.names.size() + 1)));
+        value.names.insert(value.names.begin() + place, name);
+        value.items.insert(value.items.begin() + place, !isNeeded && Perhaps(10) ? JsonValue() : Vary(model));
+    }
+
+    /// Ten-thousandths of a pound.
+    std::int64_t Amount()
+    {
         const std::int64_t most = Perhaps() ? 1'000'000 : 4'000'000'000;
         auto amount = static_cast<std::int64_t>(m_random() % static_cast<std::uint64_t>(most));
         amount -= Perhaps() ? amount % 100 : 0; // whole pence
-        amount = Perhaps(10) ? 0 : Perhaps(10) ? -amount : amount;
-        total += amount;
-        value.text = Number(amount);
+        return Perhaps(10) ? 0 : Perhaps(10) ? -amount : amount;
     }
 
     /// A number of that value: plain, with needless zeros, or with an exponent of either sign.
@@ -138,8 +200,6 @@ private:
     }
 
     std::mt19937 m_random;
-    std::map<std::string, std::int64_t> m_totals;
-    JsonValue m_answer; // made of the two before
 };
 
 } // namespace HmrcApi::Fakes

@@ -47,6 +47,15 @@ TEST_P(FetchData, CountsWhatIsSentNowAndWhatTheReturnHas)
     EXPECT_EQ(result.counts.items, 5);
 }
 
+TEST_P(FetchData, CountsOnlyWhatTheRouteSendsThatWasAsked)
+{
+    Retrieve(); // State Pension and allowances stay
+    Sql("UPDATE BRIXOptions SET nPAYEInterface = 0");
+    const HmrcApi::FetchResult result =
+        HmrcApi::FetchFromHmrc(m_client, kGateway, HmrcApi::IEndpointOverride::Everything);
+    EXPECT_EQ(result.counts.items, 2 + 16 + 5 + 1) << "employments, benefits, sums, National Insurance";
+}
+
 TEST(StateOfNothing, IsToldByTheDayAndByWhatIsThere)
 {
     using HmrcApi::StateOfNothing;

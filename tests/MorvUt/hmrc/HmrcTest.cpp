@@ -1,5 +1,7 @@
 #include "MorvUt/hmrc/HmrcTest.h"
 
+#include <algorithm>
+
 #include "HmrcApi/Fakes.h"
 #include "MorvUt/hmrc/fetch/FetchData.h"
 #include "MorvUt/hmrc/review/Differences.h"
@@ -68,6 +70,11 @@ std::shared_ptr<HmrcApi::CTaxSummary> EmploymentsOf::GetTaxSummaryEndpoint(HmrcA
     return std::make_shared<Canned<HmrcApi::CTaxSummary>>(authorisation, m_parts["tax"]);
 }
 
+std::shared_ptr<HmrcApi::CNationalInsurance> NicOf::GetNationalInsuranceEndpoint(HmrcApi::CAuthorisation& authorisation)
+{
+    return std::make_shared<Canned<HmrcApi::CNationalInsurance>>(authorisation, m_json);
+}
+
 HmrcPractice::HmrcPractice() { Fill(); }
 
 void HmrcPractice::Fill()
@@ -102,6 +109,14 @@ HmrcApi::StagedCounts HmrcPractice::Fetch(HmrcApi::CEmploymentsPrepop& prepop)
     m_errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
     HmrcApi::Logger logger;
     prepop.GetEmploymentData("2234567890", m_errors, &logger);
+    return prepop.GetStagedCounts();
+}
+
+HmrcApi::StagedCounts HmrcPractice::Fetch(HmrcApi::CNICPrepop& prepop)
+{
+    m_errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
+    HmrcApi::Logger logger;
+    prepop.GetNICData("2234567890", m_errors, &logger);
     return prepop.GetStagedCounts();
 }
 
@@ -166,6 +181,53 @@ std::string HmrcPractice::Staged() const
                 "FROM BRIXMTD_PensionStateBenefits ORDER BY nMTDType, COALESCE(dtStart, '1900-01-01'), lID") +
            Rows("SELECT bWithdrawn, nAllowanceType, strAllowanceType, amtAmount FROM BRIXMTD_TaxFreeAllowances "
                 "ORDER BY nAllowanceType");
+}
+
+std::vector<std::string> HmrcPractice::LiveRows(ClientId client)
+{
+    const auto read = [&](const Cellar::SqlText& select) { // the id, and the other columns in one text
+        std::vector<std::pair<std::int64_t, std::string>> rows;
+        const Cellar::RowSet set = Quarry::GetConnection().Queryf(select, client.Get());
+        for (const auto& row : set.rows) {
+            std::string& text = rows.emplace_back(row[0].GetInteger(), std::string()).second;
+            for (std::size_t i = 1; i < row.size(); ++i) {
+                const bool isAmount = set.columns[i].starts_with("amt");
+                const CString value = row[i].IsNull() ? CString()
+                                      : isAmount      ? CString(std::to_string(Cellar::ToAmount(row[i]).GetValue()))
+                                                      : Cellar::ToText(row[i]);
+                const bool isNumber = set.columns[i].starts_with('n'); // 0 is as good as none
+                text += (i > 1 ? "|" : "") + (!value.IsEmpty() ? value.Str() : isNumber ? "0" : "-");
+            }
+        }
+        return rows;
+    };
+#define OF_YEAR " JOIN BRIXMTD_TaxYear y ON y.lID = lMTD_TaxYearID WHERE lClientID = %ld"
+#define STILL_SENT OF_YEAR " AND t.bWithdrawn = 0"
+    std::map<std::int64_t, std::vector<std::string>> benefits;
+    for (const auto& [id, row] :
+         read("SELECT lMTD_EmploymentsID, nBenefitType, strBenefitType, amtAmount, bForecast FROM "
+              "BRIXMTD_EmploymentsCompanyBenefits t JOIN BRIXMTD_Employments e ON e.lID = "
+              "lMTD_EmploymentsID" STILL_SENT))
+        benefits[id].push_back(row);
+    std::vector<std::string> all;
+    for (auto& [id, row] : read("SELECT t.lID, strPAYEReference, strWorksNumber, strEmployerName, dtStart, dtEnd, "
+                                "amtPay, amtTax, amtStudentLoan, bOffPayroll FROM BRIXMTD_Employments t" STILL_SENT)) {
+        all.push_back("E|" + row);
+        std::sort(benefits[id].begin(), benefits[id].end());
+        for (const std::string& benefit : benefits[id])
+            all.back() += " [" + benefit + ']';
+    }
+    for (const auto& [id, row] : read("SELECT t.lID, nMTDType, strReference, strWorksNumber, strPayer, dtStart, "
+                                      "amtAmount, amtTax FROM BRIXMTD_PensionStateBenefits t" STILL_SENT))
+        all.push_back("P|" + row);
+    for (const auto& [id, row] : read("SELECT t.lID, nAllowanceType, strAllowanceType, amtAmount FROM "
+                                      "BRIXMTD_TaxFreeAllowances t" STILL_SENT))
+        all.push_back("A|" + row);
+    for (const auto& [id, row] :
+         read("SELECT t.lID, amtClass1Earnings, amtClass2Due, bMaxNICsReached FROM BRIXMTD_NIC t" OF_YEAR))
+        all.push_back("N|" + row);
+    std::sort(all.begin(), all.end());
+    return all;
 }
 
 std::string HmrcPractice::Schedules() const

@@ -7,10 +7,12 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "Brix/Records.h"
 #include "HmrcApi/answers/Errors.h"
 #include "MorvUt/hmrc/fetch/EmploymentsPrepop.h"
+#include "MorvUt/hmrc/fetch/NicPrepop.h"
 #include "MorvUt/hmrc/fetch/PayePrepop.h"
 #include "MorvUt/users/UserData.h"
 #include "support/Practice.h"
@@ -50,6 +52,20 @@ private:
     std::map<std::string, std::string> m_parts;
 };
 
+/// National Insurance likewise.
+class NicOf : public HmrcApi::CNICPrepop
+{
+public:
+    NicOf(ClientId client, std::string json)
+        : CNICPrepop(client, TaxYear(kYear), "2234567890", HmrcApi::IEndpointOverride::Everything),
+          m_json(std::move(json))
+    {}
+
+private:
+    std::shared_ptr<HmrcApi::CNationalInsurance> GetNationalInsuranceEndpoint(HmrcApi::CAuthorisation&) override;
+    std::string m_json;
+};
+
 class HmrcPractice : protected ::Test::Practice
 {
 protected:
@@ -61,6 +77,7 @@ protected:
     /// Fetches and stages; the group's errors stay in Errors().
     HmrcApi::StagedCounts Fetch(HmrcApi::CPAYEPrepop& prepop);
     HmrcApi::StagedCounts Fetch(HmrcApi::CEmploymentsPrepop& prepop);
+    HmrcApi::StagedCounts Fetch(HmrcApi::CNICPrepop& prepop);
     HmrcApi::StagedCounts Fetch(HmrcApi::IEndpointOverride::ResponseType type);
     HmrcApi::StagedCounts Fetch(const std::string& json);
     /// By the command, as ANNA: what it answers, of "ok, new data, clear", and shows, a message a line.
@@ -75,6 +92,8 @@ protected:
     /// "key|number|name|amount|forecast" for their benefits; "type|reference|payer|date|amount|tax";
     /// "number|name|amount" for allowances. "! " before withdrawn ones.
     std::string Staged() const;
+    /// The client's rows that HMRC still sends, as PlainMapping.h has them.
+    static std::vector<std::string> LiveRows(ClientId client);
     /// The schedules in their order: "ordering|employer|reference|works|start|end|pay|tax|loan";
     /// "ordering|code|amount|estimate" for their benefits;
     /// "ordering|section|type|description|payer|reference|date|amount|tax".

@@ -164,7 +164,7 @@ private:
         const std::string errors = Errors();
         EXPECT_EQ(Fetch(second), HmrcApi::StagedCounts{}) << "the same again";
         EXPECT_EQ(first.HasDifferences(), !Differences().empty());
-        return Text(counts) + errors + '\n';
+        return Text(counts) + errors + '\n' + Told(first.GetNotes());
     }
 
     /// What the change does, and what differs then; the answer before leaves all as it was.
@@ -223,9 +223,14 @@ private:
         EXPECT_EQ(again.employments + again.pensionsAndBenefits, 0);
         EXPECT_EQ(hasEmployments, created.employments > 0);
         EXPECT_EQ(hasPensions, created.pensionsAndBenefits > 0);
-        std::string text = "employments " + std::to_string(created.employments) + ", pensions and benefits " +
-                           std::to_string(created.pensionsAndBenefits) + '\n';
-        for (const CString& note : created.notes)
+        return "employments " + std::to_string(created.employments) + ", pensions and benefits " +
+               std::to_string(created.pensionsAndBenefits) + '\n' + Told(created.notes);
+    }
+
+    static std::string Told(const std::vector<CString>& notes)
+    {
+        std::string text;
+        for (const CString& note : notes)
             text += "  " + note.Str() + '\n';
         return text;
     }

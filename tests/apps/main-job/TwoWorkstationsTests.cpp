@@ -52,6 +52,39 @@ TEST_P(TwoWorkstations, UseOneRefreshBetweenThem)
     }
 }
 
+// Who is second is told, and only one decision is on record.
+TEST_P(TwoWorkstations, DecideOnOneDifferenceOnce)
+{
+    HmrcSandbox sandbox("EVERYTHING");
+    const std::string practice = AuthorisedPractice(sandbox);
+    const std::string client = practice + " --client 1 --year 2018";
+    const auto fetch = [&](std::size_t pounds) {
+        sandbox.Send("PUT", "/sandbox/answer/individual-paye/nino/AA000001B/annual-summary/2017-18",
+                     R"({"employments": [{"employerPayeReference": "123/AB456", "taxablePayTotal": )" +
+                         std::to_string(pounds) + "}]}");
+        MorvJson(FetchLine(practice, sandbox));
+    };
+    fetch(100);
+    MorvJson("hmrc create " + client);
+    for (std::size_t round = 1; round <= 4; ++round) {
+        fetch(100 + round);
+        const Json differences = MorvJson("hmrc differences " + client)["differences"];
+        ASSERT_EQ(differences.size(), 1U);
+        const std::string line = "hmrc differences --json " + client + (round % 2 == 0 ? " --reject " : " --accept ") +
+                                 differences[0]["number"].dump();
+        RunningMorv first(line), second(line);
+        int done = 0;
+        for (RunningMorv* each : {&first, &second}) {
+            const Ended ended = each->Wait();
+            done += ended.exit == 0;
+            EXPECT_TRUE(ended.exit == 0 || (ended.out + ended.err).find("NO_SUCH_DIFFERENCE") != std::string::npos)
+                << ended.out << ended.err;
+        }
+        EXPECT_EQ(done, 1);
+        EXPECT_EQ(MorvJson("hmrc history " + client).size(), round);
+    }
+}
+
 TEST(Authority, OutlastsAProgramThatIsToldToEndWithinARefresh)
 {
     HmrcSandbox sandbox("EVERYTHING");

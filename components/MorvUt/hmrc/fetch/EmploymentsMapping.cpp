@@ -89,6 +89,32 @@ std::vector<int> RowsOf(const std::vector<StagedEmployment>& items, const std::v
     return rowOf;
 }
 
+constexpr struct
+{
+    const char* name;
+    bool AnsweredParts::*isThere;
+} kParts[] = {{"employment history", &AnsweredParts::history},
+              {"income", &AnsweredParts::income},
+              {"benefits", &AnsweredParts::benefits},
+              {"tax", &AnsweredParts::tax}};
+
+/// "employment history 2, income 3"; empty when they agree: an answer lists an employment only where it knows more of
+/// it than its name, so that the others may leave one out, and the history none.
+CString Disagreement(const std::array<int, 4>& counts, const AnsweredParts& parts)
+{
+    CString text;
+    bool differs = parts.history && counts[0] == 0;
+    int first = 0;
+    for (std::size_t part = 0; part < counts.size(); ++part) {
+        if (!(parts.*kParts[part].isThere) || (counts[part] == 0 && part > 0))
+            continue;
+        differs = differs || (first != 0 && counts[part] != first);
+        first = counts[part];
+        text.AppendFormat("%s%s %d", text.IsEmpty() ? "" : ", ", kParts[part].name, counts[part]);
+    }
+    return differs ? text : CString();
+}
+
 } // namespace
 
 void EachEmployment(const CEmploymentsResponse& response,
@@ -152,6 +178,30 @@ std::vector<StagedEmployment> CompletedEmployments(const StagedYear& sent, const
         if (!isSent[row] && !rows[row].isWithdrawn)
             items.push_back(Unlisted(rows[row], parts));
     return items;
+}
+
+std::vector<CString> NotesOfParts(const StagedYear& sent, const AnsweredParts& parts, const PartCounts& counts,
+                                  const StagedYear& staged)
+{
+    std::vector<CString> notes;
+    for (const auto& [name, isThere] : kParts)
+        if (parts.IsAny() && !(parts.*isThere))
+            notes.emplace_back().Format("HMRC holds no %s records for this year, though it holds others: what was "
+                                        "fetched of them earlier stays as it was.",
+                                        name);
+    for (const auto& [reference, ofParts] : counts)
+        if (const CString text = Disagreement(ofParts, parts); !text.IsEmpty())
+            notes.emplace_back().Format("%s: HMRC's answers list a different number of employments (%s). They were "
+                                        "joined in HMRC's order: check what belongs together.",
+                                        reference, text);
+    for (const StagedPension& item : sent.pensions)
+        if (std::none_of(staged.pensions.begin(), staged.pensions.end(), [&](const StagedPension& row) {
+                return !row.isWithdrawn && row.kind == item.kind && row.reference == item.reference;
+            }))
+            notes.emplace_back().Format("%s: HMRC sent tax of %s without the income that it was taken off. It is left "
+                                        "out until HMRC sends both.",
+                                        item.reference, item.tax.Format());
+    return notes;
 }
 
 /// The state pension is none of this route's and stays out.

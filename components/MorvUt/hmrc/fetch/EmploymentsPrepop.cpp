@@ -54,6 +54,7 @@ void CEmploymentsPrepop::Ask(Retrieval& retrieval, const std::string& utr)
 {
     BeginAnswer(GetClient(), GetTaxYear());
     m_return.reset();
+    m_notes.clear();
     Logger* const logger = retrieval.GetLogger();
     AskGroup(retrieval, kGroup, [&](CAuthorisation& authorisation) {
         const short year = GetYear();
@@ -78,6 +79,7 @@ void CEmploymentsPrepop::Stage(Retrieval& retrieval)
         StagePensions(writer, stored);
         StageEmployments(writer, stored);
         CompareWithReturn(writer, *m_return);
+        m_notes = NotesOfParts(m_answer, m_parts, m_counts, writer.GetYear());
     });
 }
 
@@ -99,6 +101,7 @@ void CEmploymentsPrepop::BeginAnswer(ClientId client, TaxYear taxYear)
     m_answerYear = taxYear.GetRealTaxYear();
     m_answer = {};
     m_parts = {};
+    m_counts.clear();
 }
 
 void CEmploymentsPrepop::AddEmploymentDataToMap(ClientId client, TaxYear taxYear, const std::string& key,
@@ -118,36 +121,38 @@ void CEmploymentsPrepop::AddEmploymentDataToMap(ClientId client, TaxYear taxYear
     AddPart(*item, *employment);
 }
 
-void CEmploymentsPrepop::AddEmployments(ClientId client, TaxYear taxYear, const CEmploymentsResponse& response)
+void CEmploymentsPrepop::AddEmployments(ClientId client, TaxYear taxYear, Part part,
+                                        const CEmploymentsResponse& response)
 {
-    EachEmployment(response, [&](const std::string& key, const std::shared_ptr<const Employment_t>& part) {
-        AddEmploymentDataToMap(client, taxYear, key, part);
+    EachEmployment(response, [&](const std::string& key, const std::shared_ptr<const Employment_t>& employment) {
+        AddEmploymentDataToMap(client, taxYear, key, employment);
+        ++m_counts[employment->employerPayeReference][static_cast<std::size_t>(part)];
     });
 }
 
 void CEmploymentsPrepop::MapEmploymentHistory(ClientId client, TaxYear taxYear,
                                               const CEmploymentHistoryResponse& response)
 {
-    AddEmployments(client, taxYear, response);
+    AddEmployments(client, taxYear, Part::History, response);
     m_parts.history = !response.IsNothingYet();
 }
 
 void CEmploymentsPrepop::MapAnnualIncome(ClientId client, TaxYear taxYear, const CIncomeSummaryResponse& response)
 {
-    AddEmployments(client, taxYear, response);
+    AddEmployments(client, taxYear, Part::Income, response);
     AddIncome(m_answer, response);
     m_parts.income = !response.IsNothingYet();
 }
 
 void CEmploymentsPrepop::MapBenefits(ClientId client, TaxYear taxYear, const CBenefitsSummaryResponse& response)
 {
-    AddEmployments(client, taxYear, response);
+    AddEmployments(client, taxYear, Part::Benefits, response);
     m_parts.benefits = !response.IsNothingYet();
 }
 
 void CEmploymentsPrepop::MapTax(ClientId client, TaxYear taxYear, const CTaxSummaryResponse& response)
 {
-    AddEmployments(client, taxYear, response);
+    AddEmployments(client, taxYear, Part::Tax, response);
     AddTax(m_answer, response);
     m_parts.tax = !response.IsNothingYet();
 }

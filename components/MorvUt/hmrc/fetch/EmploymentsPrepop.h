@@ -6,10 +6,12 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Brix/Records.h"
 #include "HmrcApi/interfaces/Endpoints.h"
 #include "MorvUt/hmrc/fetch/EmploymentsMapping.h"
+#include "MorvUt/hmrc/fetch/FetchStates.h"
 #include "MorvUt/hmrc/fetch/IPrepopPAYE.h"
 #include "MorvUt/hmrc/fetch/SchedulePrepop.h"
 #include "MorvUt/hmrc/fetch/StagedSchedules.h"
@@ -49,7 +51,10 @@ public:
     void Ask(Retrieval& retrieval, const std::string& utr);
     void Stage(Retrieval& retrieval);
     bool HasAnswer() const noexcept { return m_parts.IsAny(); }
+    int CountSent() const { return HmrcApi::CountSent(m_answer); }
     const std::optional<ReturnYear>& GetReturn() const noexcept { return m_return; }
+    /// What people must know of how the four answers fit together; after Stage.
+    const std::vector<CString>& GetNotes() const noexcept { return m_notes; }
 
     // Staging, of answers that were had in another way. The Update… functions write what has been taken in, each in a
     // transaction.
@@ -89,7 +94,7 @@ private:
     void MapAnnualIncome(ClientId client, TaxYear taxYear, const CIncomeSummaryResponse& response);
     void MapBenefits(ClientId client, TaxYear taxYear, const CBenefitsSummaryResponse& response);
     void MapTax(ClientId client, TaxYear taxYear, const CTaxSummaryResponse& response);
-    void AddEmployments(ClientId client, TaxYear taxYear, const CEmploymentsResponse& response);
+    void AddEmployments(ClientId client, TaxYear taxYear, Part part, const CEmploymentsResponse& response);
 
     void BeginAnswer(ClientId client, TaxYear taxYear);
     // `stored`: what the rows held before.
@@ -98,6 +103,8 @@ private:
 
     StagedYear m_answer; // joined, in the terms of the staging rows
     AnsweredParts m_parts;
+    PartCounts m_counts; // by reference
+    std::vector<CString> m_notes;
     ClientId m_answerClient;
     short m_answerYear = 0;
     std::optional<ReturnYear> m_return;

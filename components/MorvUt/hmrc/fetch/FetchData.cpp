@@ -103,7 +103,7 @@ void TellStates(const Records& records, const CNICPrepop& nic, const StagedYear&
     result.groups[1].state = StateOf(result.groups[1].name, *result.errors, nic.HasAnswer(),
                                      StateOfNothing(year, staged.nationalInsurance.has_value(), isFinalised, today));
     result.counts = CountItems(staged, own);
-    result.counts.items = (records.HasAnswer() ? result.counts.items : 0) + (nic.HasAnswer() ? 1 : 0);
+    result.counts.items = records.CountSent() + (nic.HasAnswer() ? 1 : 0); // the year has the other route's rows too
 }
 
 /// What the year's rows hold afterwards.
@@ -155,7 +155,9 @@ void FetchBy(Retrieval& retrieval, const Request& request, const std::string& id
     nic.Ask(retrieval, utr);
 
     const StagedYear staged = StageAnswers(retrieval, records, nic, request.client, year);
-    result.notes = NotesOf(staged);
+    result.notes = records.GetNotes();
+    const std::vector<CString> ofItems = NotesOf(staged);
+    result.notes.insert(result.notes.end(), ofItems.begin(), ofItems.end());
     TellStates(records, nic, staged, records.GetReturn() ? *records.GetReturn() : LoadReturnYear(request.client, year),
                year, result);
     Fold(records, result);

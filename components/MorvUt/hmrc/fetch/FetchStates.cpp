@@ -77,13 +77,19 @@ GroupState StateOfNothing(short year, bool hasStaged, bool isFinalised, const Ki
     return isFinalised ? GroupState::Gone : GroupState::NotRegistered;
 }
 
+int CountSent(const StagedYear& answer)
+{
+    int count = CountLive(answer.employments) + CountLive(answer.pensions) + CountLive(answer.allowances);
+    for (const StagedEmployment& employment : answer.employments)
+        if (!employment.isWithdrawn)
+            count += CountLive(employment.benefits);
+    return count;
+}
+
 ItemCounts CountItems(const StagedYear& staged, const ReturnYear& own)
 {
     ItemCounts counts;
-    counts.items = CountLive(staged.employments) + CountLive(staged.pensions) + CountLive(staged.allowances);
-    for (const StagedEmployment& employment : staged.employments)
-        if (!employment.isWithdrawn)
-            counts.items += CountLive(employment.benefits);
+    counts.items = CountSent(staged);
     Count(MatchEmployments(staged, own), counts);
     Count(MatchPensions(staged, own), counts);
     return counts;

@@ -48,6 +48,8 @@ struct ItemCounts
     int notInReturn = 0; // and those for which one can be made
 };
 MORVUT_API ItemCounts CountItems(const StagedYear& staged, const ReturnYear& own);
+/// How many an answer has, in the terms of the staging rows.
+MORVUT_API int CountSent(const StagedYear& answer);
 
 /// Only another workstation or program was in the way, which is done in a moment: there are errors, and each says so.
 MORVUT_API bool IsBusy(const CAPIErrorHandler& errors);

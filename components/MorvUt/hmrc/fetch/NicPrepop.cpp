@@ -27,8 +27,7 @@ void CNICPrepop::Ask(Retrieval& retrieval, const std::string& utr)
             GetNationalInsuranceEndpoint(authorisation)->GetNationalInsurance(utr, GetYear(), retrieval.GetLogger());
         m_answer.reset();
         if (!response.IsNothingYet())
-            m_answer = {
-                response.class1NicableEarnings, response.class2Due, response.maxNicsReached.value_or(false), {}};
+            m_answer = {response.class1NicableEarnings, response.class2Due, response.maxNicsReached, {}};
     });
 }
 

@@ -11,6 +11,7 @@
 #include "Brix/Records.h"
 #include "HmrcApi/interfaces/Endpoints.h"
 #include "HmrcApi/records/Responses.h"
+#include "MorvUt/hmrc/fetch/FetchStates.h"
 #include "MorvUt/hmrc/fetch/IPrepopPAYE.h"
 #include "MorvUt/hmrc/fetch/SchedulePrepop.h"
 #include "MorvUt/hmrc/fetch/StagedSchedules.h"
@@ -69,6 +70,10 @@ public:
     void Stage(Retrieval& retrieval);
     /// HMRC answered with records, which are in hand: after Ask or MapPaye, until the next Ask.
     bool HasAnswer() const noexcept { return m_isWhole; }
+    /// How many items HMRC sent: employments, their benefits, pensions, allowances.
+    int CountSent() const { return HasAnswer() ? HmrcApi::CountSent(*m_answer) : 0; }
+    /// What people must know of the answer itself: nothing, it is one.
+    static std::vector<CString> GetNotes() { return {}; }
     /// The return that staged figures were compared with; nothing before Stage, or without an answer.
     const std::optional<ReturnYear>& GetReturn() const noexcept { return m_return; }
 

@@ -290,7 +290,8 @@ std::vector<Match> MatchPensions(const StagedYear& staged, const ReturnYear& own
     for (const auto& [text, group] : groups)
         MatchGroup(staged.pensions, group, own.pensions, schedulesOf[text], matches);
     for (std::size_t i = 0; i < matches.size(); ++i)
-        if (matches[i].state == Match::State::New && !IsSum(staged.pensions[i]))
+        if (matches[i].state != Match::State::Ignored && matches[i].schedule == kNoSchedule &&
+            !IsSum(staged.pensions[i]))
             if (const int sum = ScheduleOfSum(staged.pensions[i].kind, own.pensions); sum != kNoSchedule)
                 matches[i] = {Match::State::Ambiguous, sum};
     return matches;

@@ -121,7 +121,7 @@ std::vector<CString> NotesOf(const StagedYear& staged)
         if (!item.isWithdrawn && item.number == kEarlierYearsAdjustment && IsSomething(item.amount))
             notes.Add("%s (%s): an adjustment of an earlier year, which has no box of its own.", item.type,
                       item.amount.Format());
-    if (staged.nationalInsurance && staged.nationalInsurance->isMaximumReached)
+    if (staged.nationalInsurance && staged.nationalInsurance->isMaximumReached.value_or(false))
         notes.Add("National Insurance: HMRC says that the maximum contributions of the year have been reached.");
     return notes.Take();
 }

@@ -13,7 +13,8 @@ namespace
 
 enum Round
 {
-    kFirstOther = kSameRounds, // from here on HMRC has changed the works number: only of what it still sent
+    kWhole,                        // nothing has changed; then what schedules are known by too, one round later
+    kFirstOther = kSameRounds + 1, // from here on HMRC has changed the works number: only of what it still sent
     kByFigures,
     kBareItem,
     kBareRow,
@@ -25,8 +26,10 @@ std::vector<int> PairPayees(const std::vector<Payee>& items, const std::vector<P
 {
     const Counts itemsOf = CountByReference(items), rowsOf = CountByReference(rows);
     const auto traitOf = [&](int round, const Payee& payee, bool isRow) -> Trait {
-        if (round < kSameRounds)
-            return SameTrait(round, payee);
+        if (round == kWhole)
+            return payee.rest.empty() ? Trait() : Joined({*SameTrait(0, payee), payee.rest});
+        if (round < kFirstOther)
+            return SameTrait(round - 1, payee);
         if (payee.isWithdrawn)
             return {};
         bool mayBe = false;
@@ -47,6 +50,38 @@ std::vector<int> PairPayees(const std::vector<Payee>& items, const std::vector<P
         return mayBe ? Trait(payee.reference) : Trait();
     };
     return PairUp(items, rows, kRounds, traitOf);
+}
+
+std::string RestOf(const StagedPension& item) { return "of " + item.payer; }
+
+std::string RestOf(const StagedEmployment& item)
+{
+    std::vector<std::string> benefits;
+    for (const StagedBenefit& benefit : item.benefits)
+        if (!benefit.isWithdrawn)
+            benefits.push_back(Joined(
+                {TypeText(benefit.type, benefit.number), TextOf(benefit.amount), benefit.isForecast ? "1" : "0"}));
+    std::sort(benefits.begin(), benefits.end());
+    std::string text = Joined({item.employer, item.isOffPayroll ? "1" : "0"});
+    for (const std::string& benefit : benefits)
+        text += benefit;
+    return text;
+}
+
+/// Two of one reference that differ by nothing else are told apart by the rest: the order of an answer means nothing.
+template<class T>
+std::vector<int> PairWhole(const std::vector<T>& items, const std::vector<T>& rows)
+{
+    std::vector<Payee> payees = PayeesOf(items), payeesOfRows = PayeesOf(rows);
+    const Counts counts = CountByReference(payees);
+    const auto addRest = [&](std::vector<Payee>& all, const std::vector<T>& values) {
+        for (std::size_t i = 0; i < all.size(); ++i)
+            if (CountOf(counts, all[i].reference) > 1)
+                all[i].rest = RestOf(values[i]);
+    };
+    addRest(payees, items);
+    addRest(payeesOfRows, rows);
+    return PairPayees(payees, payeesOfRows);
 }
 
 using Taken = std::unordered_set<std::string>;
@@ -92,12 +127,12 @@ std::vector<std::size_t> InOrderOfRows(const std::vector<int>& rowOf)
 
 std::vector<int> PairEmployments(const std::vector<StagedEmployment>& items, const std::vector<StagedEmployment>& rows)
 {
-    return PairPayees(PayeesOf(items), PayeesOf(rows));
+    return PairWhole(items, rows);
 }
 
 std::vector<int> PairPrivatePensions(const std::vector<StagedPension>& items, const std::vector<StagedPension>& rows)
 {
-    return PairPayees(PayeesOf(items), PayeesOf(rows));
+    return PairWhole(items, rows);
 }
 
 std::string KeyOf(const std::string& reference, const std::string& worksNumber, int nth)

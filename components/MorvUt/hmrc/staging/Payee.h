@@ -20,6 +20,7 @@ struct Payee
     std::string more;         // whatever else is compared when all else is equal
     bool isWithdrawn = false; // of a staged row
     bool isFromHmrc = false;  // of a schedule: made from HMRC's records, not typed
+    std::string rest = {};    // of items and rows of a reference that several items have: all that is left
 
     std::string Identity() const { return Joined({reference, worksNumber}); }
 };

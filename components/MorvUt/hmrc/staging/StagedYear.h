@@ -96,8 +96,8 @@ struct StagedNationalInsurance
 {
     Kiln::CAmt class1Earnings; // that contributions are due on; 0.00 before HMRC has reconciled the year
     Kiln::CAmt class2Due;
-    bool isMaximumReached = false;
-    COleDateTime updated; // when a figure last changed
+    std::optional<bool> isMaximumReached; // nothing: HMRC did not say
+    COleDateTime updated;                 // when a figure last changed
 };
 
 /// All of a year's: what an answer of HMRC says that the rows must hold, or what they do hold. Absent figures are null.

@@ -116,7 +116,7 @@ Trait StateBenefitTrait(int round, const StagedPension& item, bool)
     const std::string kind =
         Joined({std::to_string(item.kind), item.kind == kUnknownBenefit ? item.reference : std::string()});
     if (round == 0)
-        return Joined({kind, TextOf(item.date), TextOf(item.amount), TextOf(item.tax)});
+        return Joined({kind, TextOf(item.date), TextOf(item.amount), TextOf(item.tax), item.reference, item.payer});
     return Joined({kind, TextOf(item.date)});
 }
 
@@ -198,6 +198,7 @@ void StagingWriter::WriteEmployments(std::vector<StagedEmployment> items)
     CMTD_Employments& list = Load(m_employments);
     const long year = NoteYear();
     auto stored = Select(list, [](const StagedEmployment&) { return true; });
+    Detail::AddBenefits(stored.values, Load(m_benefits));
     const std::vector<int> rowOf = PairEmployments(items, stored.values);
     const std::vector<StagedEmployment> before = stored.values;
     SetKeys(items, stored.values, rowOf);

@@ -36,7 +36,7 @@ public:
     void WriteStateBenefits(const std::vector<StagedPension>& items); // unknown kinds among them
     void WriteStatePensions(const std::vector<StagedPension>& items); // the regular amount and the lump sum
     void WriteAllowances(const std::vector<StagedAllowance>& items);
-    /// A figure that HMRC does not send leaves the stored one as it is. Without any, nothing but the note of the year.
+    /// What HMRC does not send leaves the stored one as it is. Without any, nothing but the note of the year.
     void WriteNationalInsurance(const StagedNationalInsurance& figures);
 
     /// HMRC was asked and had nothing: only that is noted.

@@ -176,19 +176,25 @@ void Fill(CMTD_NIC& row, const StagedNationalInsurance& item)
         Assign(row, &List::GetClass1Earnings, &List::SetClass1Earnings, item.class1Earnings);
     if (item.class2Due.IsValid())
         Assign(row, &List::GetClass2Due, &List::SetClass2Due, item.class2Due);
-    Assign(row, &List::GetMaxNICsReached, &List::SetMaxNICsReached, item.isMaximumReached);
+    if (item.isMaximumReached)
+        Assign(row, &List::GetMaxNICsReached, &List::SetMaxNICsReached, *item.isMaximumReached);
+}
+
+void AddBenefits(std::vector<StagedEmployment>& employments, CMTD_EmploymentsCompanyBenefits& benefits)
+{
+    std::unordered_map<long, StagedEmployment*> byId;
+    for (StagedEmployment& employment : employments)
+        byId.emplace(employment.id, &employment);
+    for (bool isThere = benefits.MoveFirst(); isThere; isThere = benefits.MoveNext())
+        if (const auto own = byId.find(benefits.GetMTD_EmploymentsID()); own != byId.end())
+            own->second->benefits.push_back(Read(benefits)); // else of an employment that another program just added
 }
 
 StagedYear YearOf(CMTD_Employments& employments, CMTD_EmploymentsCompanyBenefits& benefits,
                   CMTD_PensionStateBenefits& pensions, CMTD_TaxFreeAllowances& allowances, CMTD_NIC& nationalInsurance)
 {
     StagedYear year{ReadAll(employments), ReadAll(pensions), ReadAll(allowances), {}};
-    std::unordered_map<long, StagedEmployment*> byId;
-    for (StagedEmployment& employment : year.employments)
-        byId.emplace(employment.id, &employment);
-    for (bool isThere = benefits.MoveFirst(); isThere; isThere = benefits.MoveNext())
-        if (const auto own = byId.find(benefits.GetMTD_EmploymentsID()); own != byId.end())
-            own->second->benefits.push_back(Read(benefits)); // else of an employment that another program just added
+    AddBenefits(year.employments, benefits);
     if (nationalInsurance.MoveFirst())
         year.nationalInsurance = Read(nationalInsurance);
     return year;

@@ -2,6 +2,8 @@
 
 // The staging rows of a year, between records and values.
 
+#include <vector>
+
 #include "Brix/Records.h"
 #include "MorvUt/hmrc/staging/StagedYear.h"
 
@@ -40,6 +42,9 @@ auto ReadAll(List& rows)
         values.push_back(Read(rows));
     return values;
 }
+
+/// Gives the employments that were read their benefits.
+void AddBenefits(std::vector<StagedEmployment>& employments, Brix::CMTD_EmploymentsCompanyBenefits& benefits);
 
 /// The year as the lists hold it.
 StagedYear YearOf(Brix::CMTD_Employments& employments, Brix::CMTD_EmploymentsCompanyBenefits& benefits,
