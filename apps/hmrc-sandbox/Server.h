@@ -47,6 +47,7 @@ private:
     bool TryStart(int port, bool withIpv6);
     void Wait(std::chrono::milliseconds delay);
 
+    const std::chrono::milliseconds m_delay;
     Service m_service;
     int m_port = 0;
     std::mutex m_stopMutex;

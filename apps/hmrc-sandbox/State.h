@@ -21,6 +21,7 @@ struct Options
     std::string scenario; // answers every identifier and year that is not primed; empty: those have no data
     Now now = [] { return std::chrono::steady_clock::now(); };
     Issued issued{}; // told of each code and token that is given out; for tests that look for them where none may be
+    std::chrono::milliseconds delay{0}; // before each answer but those below /sandbox, as a distant server's
 };
 
 /// What a test has switched.

@@ -18,19 +18,22 @@ volatile std::sig_atomic_t endAsked = 0;
 void AskForEnd(int) { endAsked = 1; }
 
 /// Decimal digits only: the library alone reads 010 as eight, and takes 0x50 and +5.
-std::string WhyNoPort(const std::string& text)
+template<int kMost>
+std::string WhyNoNumber(const std::string& text)
 {
-    constexpr int kMost = 65535;
     constexpr std::size_t kDigits = 5;
     const bool isPlain = !text.empty() && text.size() <= kDigits && (text == "0" || text.front() != '0') &&
                          text.find_first_not_of("0123456789") == std::string::npos;
-    return isPlain && std::stoi(text) <= kMost ? "" : "Value " + text.substr(0, 2 * kDigits) + " is no port";
+    return isPlain && std::stoi(text) <= kMost
+               ? ""
+               : "Value " + text.substr(0, 2 * kDigits) + " is no number from 0 to " + std::to_string(kMost);
 }
 
-int Serve(int port, const std::string& scenario)
+int Serve(int port, const std::string& scenario, int delay)
 {
     Sandbox::Options options;
     options.scenario = scenario;
+    options.delay = std::chrono::milliseconds(delay);
     Sandbox::Server server(options);
     try {
         server.Start(port);
@@ -59,14 +62,18 @@ int main(int argc, char** argv)
         "hmrc-sandbox");
     app.footer("Client id morvut-sandbox, secret morvut-sandbox-secret. The README lists the switches below /sandbox.\n"
                "Exit codes: 0 ended by Ctrl-C or a signal, 2 bad arguments, 3 the port cannot be had.");
-    int port = 0;
+    constexpr int kLastPort = 65535, kLongestDelay = 60'000;
+    int port = 0, delay = 0;
     std::string scenario;
     app.add_option("--port", port, "Port on 127.0.0.1 and [::1]; 0, the default, is a free one")
-        ->check(CLI::Validator(&WhyNoPort, "INT in [0 - 65535]"))
+        ->check(CLI::Validator(&WhyNoNumber<kLastPort>, "INT in [0 - 65535]"))
         ->type_name("N");
     app.add_option("--scenario", scenario, "Figures of every person and year that has not been primed")
         ->check(CLI::IsMember(Sandbox::ScenarioNames("paye")))
         ->type_name("NAME");
+    app.add_option("--delay", delay, "Milliseconds before each answer, as if the server were far away; default 0")
+        ->check(CLI::Validator(&WhyNoNumber<kLongestDelay>, "INT in [0 - 60000]"))
+        ->type_name("MS");
     try {
         app.parse(argc, argv);
     } catch (const CLI::CallForHelp& help) {
@@ -75,5 +82,5 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "hmrc-sandbox: %s; see --help\n", error.what());
         return kBadArguments;
     }
-    return Serve(port, scenario);
+    return Serve(port, scenario, delay);
 }

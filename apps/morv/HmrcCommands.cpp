@@ -1,6 +1,7 @@
 #include "HmrcCommands.h"
 
 #include <cstdint>
+#include <cstdio>
 #include <limits>
 
 #include "ArgumentChecks.h"
@@ -28,18 +29,22 @@ CLI::App* AddCommand(CLI::App& hmrc, const char* name, const char* meaning, cons
     return command;
 }
 
-void AddOneOrAll(CLI::App& command, const Arguments& arguments)
+/// The option for all.
+CLI::Option* AddOneOrAll(CLI::App& command, const Arguments& arguments)
 {
     CLI::Option_group* who = command.add_option_group("who");
     AddClientOption(*who, arguments->client);
-    who->add_flag("--all", arguments->all, "All clients");
+    CLI::Option* all = who->add_flag("--all", arguments->all, "All clients");
     who->require_option(1);
+    return all;
 }
 
 } // namespace
 
 QuietMessages::QuietMessages() : m_before(Afx::WindowSystem::Install(std::make_unique<SilentWindowSystem>())) {}
 QuietMessages::~QuietMessages() { Afx::WindowSystem::Install(std::move(m_before)); }
+
+SignalsWait::~SignalsWait() { std::fflush(stdout); } // a signal ends the program without that
 
 void UseBase(const CommonOptions& options)
 {
@@ -72,7 +77,13 @@ void AddHmrcCommands(CLI::App& app, Program& program)
     fetch->add_option("--gateway", arguments->gateway, "Government Gateway user ID whose authority is used")
         ->required()
         ->check(TextUpTo(kLongestId));
-    AddOneOrAll(*fetch, arguments);
+    CLI::Option* all = AddOneOrAll(*fetch, arguments);
+    fetch
+        ->add_flag("--anew", arguments->anew,
+                   "With --all: ask about every client. Otherwise a run that did not come to its end (killed, "
+                   "cancelled, HMRC absent) within the last twelve hours is gone on with, and who was fetched since it "
+                   "began is left out")
+        ->needs(all);
     fetch->callback([=, &program] { program.exit = Fetch(*arguments, program.options); });
 
     CLI::App* create =

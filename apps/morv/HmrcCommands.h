@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "Afx/system/SignalGuard.h"
 #include "Afx/windows/WindowSystem.h"
 #include "Commands.h"
 #include "MorvUt/hmrc/access/GatewayState.h"
@@ -17,7 +18,7 @@ namespace Morv
 struct HmrcArguments
 {
     std::string practice, gateway, browser, chain, client;
-    bool all = false;
+    bool all = false, anew = false;
     std::int64_t accept = 0, reject = 0, skip = 0; // numbers of differences
     std::string as;                                // the hash of the one to accept
 };
@@ -50,11 +51,30 @@ private:
     std::unique_ptr<Afx::WindowSystem> m_before;
 };
 
+/// While it lives Ctrl-C and its like wait, for a command that ends between two clients and says how far it came; when
+/// it ends they take their course.
+class SignalsWait
+{
+public:
+    SignalsWait() = default;
+    ~SignalsWait();
+    SignalsWait(const SignalsWait&) = delete;
+    SignalsWait& operator=(const SignalsWait&) = delete;
+
+private:
+    Afx::SignalGuard m_guard;
+};
+
 /// What one command did for many clients.
 struct Tally
 {
     int clients = 0, ok = 0;
 
+    void Add(bool isOk)
+    {
+        ++clients;
+        ok += isOk ? 1 : 0;
+    }
     Exit Result() const { return ok == clients ? Exit::Done : Exit::Refused; }
     Json ToJson() const { return {{"clients", clients}, {"ok", ok}, {"failed", clients - ok}}; }
 };

@@ -1,5 +1,9 @@
 // hmrc create.
 
+#include <cstdio>
+#include <optional>
+
+#include "Cellar/DatabaseError.h"
 #include "ClientJson.h"
 #include "HmrcCommands.h"
 #include "MorvUt/hmrc/schedules/CreateFromHmrc.h"
@@ -7,6 +11,7 @@
 #include "MorvUt/taxyear/TaxYearHelpers.h"
 #include "MorvUt/taxyear/YearTitles.h"
 #include "Progress.h"
+#include "Quarry/DataList.h"
 #include "Who.h"
 
 namespace Morv
@@ -69,48 +74,107 @@ HmrcApi::CreateResult CreateFor(const ClientView& client)
     return HmrcApi::CreateFromHmrc(ClientId(client.id), TaxYearHelpers::GetCurrentTaxYear());
 }
 
-bool CreateOneOfAll(const ClientView& client, const CommonOptions& options)
+/// What came of one of many clients; a problem is the client's own, or the practice's.
+struct CreatedForOne
 {
-    const HmrcApi::CreateResult result = CreateFor(client);
-    const CommandError refusal = Refusal(result);
-    if (options.json) {
-        Json view = CreatedJson(client, result);
-        view["client"] = client.id;
-        if (!result.ok)
-            view["error"] = {{"code", refusal.code}, {"message", refusal.what()}, {"action", refusal.action}};
-        PrintJson(view);
-        return result.ok;
+    HmrcApi::CreateResult result;
+    std::optional<CommandError> problem;
+
+    bool IsBusy() const { return problem && problem->code == kBusy; }
+    bool IsUnusable() const { return problem && problem->exit == Exit::CannotOpen && !IsBusy(); }
+};
+
+CreatedForOne CreateForOne(const ClientView& client)
+{
+    CreatedForOne made;
+    try {
+        made.result = CreateFor(client);
+        if (!made.result.ok)
+            made.problem = Refusal(made.result);
+    } catch (const Cellar::DatabaseError& error) {
+        made.problem = FromDatabaseError(error);
+    } catch (const Quarry::ChangedByAnotherUser& error) {
+        made.problem = FromDatabaseError(error);
+    } catch (const std::exception& error) {
+        made.problem = CommandError(Exit::Refused, "FAILED", error.what(), "");
     }
-    const std::string before = client.code.Str() + ' ' + client.name.Str() + ": ";
-    if (result.ok)
-        Print(before, client, result);
-    else
-        PrintLine("%s%s %s", before, refusal.what(), refusal.action);
-    return result.ok;
+    return made;
 }
+
+void TellJson(const ClientView& client, const CreatedForOne& made)
+{
+    const bool isRead = !made.problem || made.problem->exit != Exit::CannotOpen;
+    Json view = isRead ? CreatedJson(client, made.result) : Json::object();
+    view["client"] = client.id;
+    if (made.problem)
+        view["error"] = {
+            {"code", made.problem->code}, {"message", made.problem->what()}, {"action", made.problem->action}};
+    PrintJson(view);
+}
+
+void Tell(const ClientView& client, const CreatedForOne& made)
+{
+    const std::string before = client.code.Str() + ' ' + client.name.Str() + ": ";
+    if (made.problem)
+        PrintLine("%s%s %s", before, made.problem->what(), made.problem->action);
+    else
+        Print(before, client, made.result);
+}
+
+/// Whether the others are to be tried too, after a client whose schedules could not be made.
+class MayGoOn
+{
+public:
+    void Add(const CreatedForOne& made)
+    {
+        m_busyInARow = made.IsBusy() ? m_busyInARow + 1 : 0;
+        if (made.IsUnusable())
+            m_why = "the practice cannot be read or written";
+        else if (m_busyInARow >= kInARow)
+            m_why = "another program was writing to the practice for 3 clients in a row";
+        else if (Afx::SignalGuard::IsSignalWaiting())
+            m_why = "it was cancelled";
+    }
+    explicit operator bool() const { return !m_why; }
+    const char* Why() const { return m_why; }
+
+private:
+    static constexpr int kInARow = 3;
+    int m_busyInARow = 0;
+    const char* m_why = nullptr;
+};
 
 Exit CreateAll(const CommonOptions& options)
 {
-    const std::vector<ClientView> list = ListClients();
+    std::vector<ClientView> list = ListClients();
+    std::erase_if(list, [](const ClientView& each) { return each.IsPartnership(); });
     Progress progress(options, list.size());
     Tally tally;
-    for (const ClientView& client : list) {
-        if (client.IsPartnership())
-            continue;
+    MayGoOn mayGoOn;
+    CreatedForOne made;
+    for (auto client = list.begin(); mayGoOn && client != list.end(); ++client) {
+        made = CreateForOne(*client);
+        mayGoOn.Add(made);
+        progress.Hide();
+        options.json ? TellJson(*client, made) : Tell(*client, made);
+        std::fflush(stdout); // what is told has been done, whatever ends the program
+        tally.Add(!made.problem);
         progress.Next();
-        ++tally.clients;
-        tally.ok += CreateOneOfAll(client, options) ? 1 : 0;
     }
+    progress.Hide();
+    const int left = static_cast<int>(list.size()) - tally.clients;
+    if (left > 0)
+        std::fprintf(stderr,
+                     "morv: stopped, because %s; %s left. Give the same command again: it makes what is missing.\n",
+                     mayGoOn.Why(), (Counted(left, "client") + (left == 1 ? " is" : " are")).c_str());
     if (options.json)
         PrintJson(tally.ToJson());
     else
         PrintLine("%s: %d done, %d refused.", Counted(tally.clients, "client"), tally.ok, tally.clients - tally.ok);
-    return tally.Result();
+    return made.IsBusy() || made.IsUnusable() ? Exit::CannotOpen : tally.Result();
 }
 
-} // namespace
-
-Exit Create(const HmrcArguments& arguments, const CommonOptions& options)
+Exit CreateInPractice(const HmrcArguments& arguments, const CommonOptions& options)
 {
     const PracticeSession session(arguments.practice, options, Login::Needed);
     if (arguments.all)
@@ -124,6 +188,16 @@ Exit Create(const HmrcArguments& arguments, const CommonOptions& options)
     else
         Print({}, client, result);
     return Exit::Done;
+}
+
+} // namespace
+
+Exit Create(const HmrcArguments& arguments, const CommonOptions& options)
+{
+    std::optional<SignalsWait> signals;
+    if (arguments.all)
+        signals.emplace();
+    return CreateInPractice(arguments, options);
 }
 
 } // namespace Morv

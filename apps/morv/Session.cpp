@@ -158,7 +158,7 @@ CommandError FromDatabaseError(const std::exception& error)
     const std::string& reason = database->GetReason(); // the statement says nothing to who gave the command
     switch (database->GetCategory()) {
     case Category::Busy:
-        return CommandError(Exit::CannotOpen, "PRACTICE_BUSY", reason, ""); // which says to try again
+        return CommandError(Exit::CannotOpen, kBusy, reason, ""); // which says to try again
     case Category::ReadOnly:
         return CommandError(Exit::CannotOpen, kReadOnly, reason, "");
     case Category::CannotOpen:

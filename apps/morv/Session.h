@@ -64,6 +64,9 @@ private:
 /// Of a practice that is there and whole, but cannot be written: the code of its CommandError.
 inline constexpr char kReadOnly[] = "READ_ONLY";
 
+/// Another program writes to the practice: the code of its CommandError.
+inline constexpr char kBusy[] = "PRACTICE_BUSY";
+
 /// What mends an installation that lacks a module.
 inline constexpr char kInstallAgain[] = "Install this program again, with all of its parts.";
 /// Throws CommandError where the module of the ciphers cannot be loaded: no practice opens without its key, and none is

@@ -30,6 +30,8 @@
 #include "MorvUt/hmrc/access/LogReader.h"
 #include "MorvUt/hmrc/access/Scope.h"
 #include "MorvUt/hmrc/fetch/FetchData.h"
+#include "MorvUt/hmrc/fetch/FetchMany.h"
+#include "MorvUt/hmrc/fetch/FetchRun.h"
 #include "MorvUt/hmrc/fetch/FetchStates.h"
 #include "MorvUt/hmrc/fetch/IPrepopPAYE.h"
 #include "MorvUt/hmrc/fetch/NicPrepop.h"

@@ -9,6 +9,8 @@
 #include "MorvUt/context/Ordering.h"
 #include "MorvUt/hmrc/access/AuthorisationStore.h"
 #include "MorvUt/hmrc/access/GatewayState.h"
+#include "MorvUt/hmrc/access/SharedPace.h"
+#include "MorvUt/hmrc/fetch/FetchRun.h"
 #include "MorvUt/MorvUt.h"
 #include "Shellkit/PracticeKey.h"
 #include "support/Practice.h"
@@ -133,6 +135,15 @@ void KeepTokens()
     HmrcApi::ListGateways();
 }
 
+void FetchForEverybody()
+{
+    HmrcApi::FetchRun run(2024, true);
+    run.ListDone();
+    run.End();
+    HmrcApi::FetchRun(2024, false).End();
+    HmrcApi::TakeSharedSecond();
+}
+
 void LockTables()
 {
     Quarry::CTransaction outer;
@@ -203,6 +214,7 @@ std::vector<std::string> SendEverything(std::unique_ptr<Cellar::CConnection> con
         AskWithEveryCondition();
         AskForOrderingNumbers();
         KeepTokens();
+        FetchForEverybody();
         LockTables();
         GoOnFromOtherIds();
         LockUsersAndFeatures();
@@ -231,6 +243,12 @@ std::string WholePractice()
            "on SELECT MAX(*\ncolumns n:int\nrow 3\n"
            "on SELECT *lid* FROM *mtdauthorisation* WHERE strGatewayID*\ncolumns lID:int\nrow 7\n"
            "on SELECT *lID* FROM [MTDAuthorisation] WHERE strGatewayID*\ncolumns lID:int\nrow 7\n"
+           "on SELECT *[MTDPace]*\ntimes 1\ncolumns dtNext:datetime2 dtNow:datetime2\n" // no row at first
+           "on SELECT *\"mtdpace\"*\ntimes 1\ncolumns dtNext:datetime2 dtNow:datetime2\n"
+           "on SELECT *FROM *pace*\ncolumns dtNext:datetime2 dtNow:datetime2\n"
+           "row 2024-04-06 10:11:12.123|2024-04-06 10:11:12.123\n"
+           "on SELECT *FROM *Pace*\ncolumns dtNext:datetime2 dtNow:datetime2\n"
+           "row 2024-04-06 10:11:12.123|2024-04-06 10:11:12.123\n"
            "on SELECT *FROM MTDAuthorisationLock*\n"
            "columns strUserID:nvarchar strWorkstation:nvarchar dtLocked:datetime2 ConnectionID:int dtNow:datetime2\n"
            "row alice|here|2024-04-06 10:11:12.123|-51|2024-04-06 10:11:12.123\n";

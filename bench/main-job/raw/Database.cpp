@@ -21,7 +21,7 @@ struct TableText
 };
 
 constexpr TableText kTableTexts[kTables] = {
-    {"BRIXMTD_TaxYear", "[lID], [lClientID], [nYear], [dtFetched], [nVersion]", "(?, ?, ?, ?, 0)"},
+    {"BRIXMTD_TaxYear", "[lID], [lClientID], [nYear], [dtFetched], [dtComplete], [nVersion]", "(?, ?, ?, ?, ?, 0)"},
     {"BRIXMTD_Employments",
      "[lID], [strKey], [lMTD_TaxYearID], [strEmployerName], [strPAYEReference], [strWorksNumber], [dtStart], [dtEnd], "
      "[amtPay], [amtTax], [amtStudentLoan], [bWithdrawn], [bOffPayroll], [nDecision], [strDecided], [nVersion]",

@@ -40,13 +40,16 @@ std::optional<std::string> CEndpoint::Ask(const InterfaceFacts& facts, const std
     HttpRequest request;
     request.address = JoinAddress(service.apiBase, PathOf(facts, identifier, year));
     request.headers = {{"Accept", std::string("application/vnd.hmrc.") + facts.version + "+json"}};
-    request.cancelled = &WaitWindow::IsCancelled;
+    Channel& channel = m_authorisation.GetChannel();
+    request.cancelled = channel.GetCancelled();
     if (!dynamic_cast<const IEndpointOverride*>(this)) // an example needs to know nothing about this computer
-        for (const auto& header : m_authorisation.GetChannel().GetFraudHeaders())
+        for (const auto& header : channel.GetFraudHeaders())
             request.headers.push_back(header);
 
     const std::shared_ptr<ITransport> transport = RestFactory();
-    const WaitWindow window(std::string("Waiting for HMRC: ") + facts.name);
+    std::optional<WaitWindow> window;
+    if (!channel.IsUnattended())
+        window.emplace(std::string("Waiting for HMRC: ") + facts.name);
     return Retrieve(*transport, std::move(request), m_authorisation, service, RequestLog(logger, facts, year));
 }
 

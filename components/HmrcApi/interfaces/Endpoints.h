@@ -35,7 +35,8 @@ struct Interface;
 ///             (answers/AnswerTable.h); a token that has run out is refreshed once.
 /// Written     One log line an answer, masked; refreshed tokens, to the store.
 ///
-/// Used by one thread; waits for HMRC up to a minute a request and shows the wait window, whose Cancel ends it.
+/// Used by one thread; waits for HMRC up to a minute a request and shows the wait window, whose Cancel ends it, unless
+/// the channel is unattended.
 class HMRCAPI_API CEndpoint
 {
 public:

@@ -1,12 +1,15 @@
 #include "HmrcApi/transport/Channel.h"
 
 #include "HmrcApi/transport/FraudHeaders.h"
+#include "HmrcApi/transport/Waiting.h"
 
 namespace HmrcApi
 {
 
-Channel::Channel() = default;
-Channel::Channel(std::shared_ptr<ITransport> transport) : m_transport(std::move(transport)) {}
+Channel::Channel() : Channel(nullptr) {}
+Channel::Channel(std::shared_ptr<ITransport> transport)
+    : m_transport(std::move(transport)), m_cancelled(&WaitWindow::IsCancelled)
+{}
 Channel::~Channel() = default;
 
 const std::shared_ptr<ITransport>& Channel::GetTransport()
@@ -22,6 +25,12 @@ void Channel::SetUser(std::string user)
         return;
     m_user = std::move(user);
     m_fraudHeaders.reset();
+}
+
+void Channel::SetUnattended(std::function<bool()> cancelled)
+{
+    m_cancelled = std::move(cancelled);
+    m_isUnattended = true;
 }
 
 const Channel::Headers& Channel::GetFraudHeaders()

@@ -2,6 +2,7 @@
 
 // What the requests of one retrieval have in common.
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -32,11 +33,19 @@ public:
     /// Who is logged in to the program, for the headers that are collected from now on.
     void SetUser(std::string user);
     const Headers& GetFraudHeaders();
+    /// From now on requests show no wait window, and `cancelled` (empty: nothing) ends them in place of its Cancel: for
+    /// a thread that must not show anything.
+    void SetUnattended(std::function<bool()> cancelled);
+    bool IsUnattended() const noexcept { return m_isUnattended; }
+    /// What ends requests and the waits between them; may be empty.
+    const std::function<bool()>& GetCancelled() const noexcept { return m_cancelled; }
 
 private:
     std::shared_ptr<ITransport> m_transport;
     std::string m_user;
     std::unique_ptr<Headers> m_fraudHeaders;
+    std::function<bool()> m_cancelled;
+    bool m_isUnattended = false;
 };
 
 } // namespace HmrcApi

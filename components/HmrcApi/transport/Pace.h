@@ -15,4 +15,17 @@ namespace HmrcApi
 /// when it would be longer than `most` milliseconds.
 HMRCAPI_API bool TakeTurn(const std::function<bool()>& cancelled, std::int64_t most);
 
+/// While one lives, this process takes its turns from blocks that it shares with other programs: each is a second, in
+/// which two requests may go. One at a time.
+class HMRCAPI_API SharedTurns
+{
+public:
+    /// `next`: takes the next block and answers in how many milliseconds it begins. Called by whoever waits for a turn,
+    /// on whichever thread, by one at a time; what it throws comes out of TakeTurn.
+    explicit SharedTurns(std::function<std::int64_t()> next);
+    ~SharedTurns();
+    SharedTurns(const SharedTurns&) = delete;
+    SharedTurns& operator=(const SharedTurns&) = delete;
+};
+
 } // namespace HmrcApi

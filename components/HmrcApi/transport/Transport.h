@@ -67,8 +67,8 @@ public:
 };
 
 /// The system's HTTP library (libcurl). TLS verification is always on; plain HTTP only to loopback addresses, which are
-/// never reached through a proxy. Requests to other hosts go at most twice a second from this process. `authorities`
-/// names a file of certificates (PEM) to trust in place of the system's.
+/// never reached through a proxy. Requests to other hosts go at most twice a second from this process (see Pace.h).
+/// `authorities` names a file of certificates (PEM) to trust in place of the system's.
 HMRCAPI_API std::unique_ptr<ITransport> MakeHttpTransport(const std::string& authorities = {});
 
 /// The scheme is HTTP or HTTPS and the host is 127.0.0.0/8, [::1] or localhost.

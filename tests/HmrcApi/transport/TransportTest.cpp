@@ -242,6 +242,39 @@ TEST(IsLoopbackAddress, IsTrueOnlyForThisComputer)
         EXPECT_FALSE(IsLoopbackAddress(std::string("http://127.0.0.1:") + port)) << port;
 }
 
+TEST(SharedTurns, AreTwoInEachSecondThatIsTaken)
+{
+    std::int64_t now = 5'000'000'000'000, free = now; // nobody has the time from then on
+    Afx::Clock::Set([&] { return now; });
+    Afx::Clock::SetSleep([&](unsigned milliseconds) { now += milliseconds; });
+    std::string turns;
+    const auto take = [&] {
+        EXPECT_TRUE(TakeTurn({}, 60'000));
+        turns += std::to_string(now - 5'000'000'000'000) + ' ';
+    };
+    {
+        const SharedTurns shared([&] {
+            const std::int64_t turn = std::max(now, free);
+            free = turn + 1000;
+            return turn - now;
+        });
+        take();
+        take();
+        free += 2000; // another program's
+        take();
+        EXPECT_FALSE(TakeTurn({}, 499)) << "longer than the request may take";
+        now += 700; // what is left of the second is less than a turn
+        take();
+        now += 300;
+        take();
+        now -= 3'600'000; // the clock is set back, and the source's with it
+        free = now;
+        take();
+    }
+    take();
+    EXPECT_EQ(turns, "0 500 3000 3700 4000 -3596000 -3595500 ");
+}
+
 TEST(TakeTurn, LetsTwoRequestsASecondThrough)
 {
     std::int64_t now = 5'000'000'000'000;

@@ -579,6 +579,7 @@ CREATE TABLE "brixmtd_taxyear" (
     "lclientid" integer,
     "nyear" smallint,
     "dtfetched" timestamp(3),
+    "dtcomplete" timestamp(3),
     "nversion" integer DEFAULT 0
 );
 CREATE INDEX "ix_brixmtd_taxyear_lclientid" ON "brixmtd_taxyear" ("lclientid");
@@ -832,6 +833,14 @@ CREATE TABLE "mtdlog" (
     "strresponse" text COLLATE morvut_nocase,
     "strdetail" text COLLATE morvut_nocase,
     "dtlogged" timestamp(3) DEFAULT (localtimestamp(3))
+);
+CREATE TABLE "mtdpace" (
+    "lid" integer NOT NULL PRIMARY KEY,
+    "dtnext" timestamp(3)
+);
+CREATE TABLE "mtdfetchrun" (
+    "lyear" integer NOT NULL PRIMARY KEY,
+    "dtbegan" timestamp(3)
 );
 CREATE TABLE "morvuserlocks" (
     "userid" text COLLATE morvut_nocase,

@@ -525,6 +525,7 @@ CREATE TABLE [BRIXMTD_TaxYear] (
     [lClientID] INTEGER,
     [nYear] INTEGER,
     [dtFetched] TEXT,
+    [dtComplete] TEXT,
     [nVersion] INTEGER DEFAULT 0
 );
 CREATE INDEX [IX_BRIXMTD_TaxYear_lClientID] ON [BRIXMTD_TaxYear] ([lClientID]);
@@ -763,6 +764,14 @@ CREATE TABLE [MTDLog] (
     [strResponse] TEXT COLLATE NOCASE,
     [strDetail] TEXT COLLATE NOCASE,
     [dtLogged] TEXT DEFAULT (strftime('%Y-%m-%d %H:%M:%f','now','localtime'))
+);
+CREATE TABLE [MTDPace] (
+    [lID] INTEGER NOT NULL PRIMARY KEY,
+    [dtNext] TEXT
+);
+CREATE TABLE [MTDFetchRun] (
+    [lYear] INTEGER NOT NULL PRIMARY KEY,
+    [dtBegan] TEXT
 );
 CREATE TABLE [MorvUserLocks] (
     [UserId] TEXT COLLATE NOCASE,

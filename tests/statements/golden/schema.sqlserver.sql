@@ -578,6 +578,7 @@ CREATE TABLE [BRIXMTD_TaxYear] (
     [lClientID] int,
     [nYear] smallint,
     [dtFetched] datetime2(3),
+    [dtComplete] datetime2(3),
     [nVersion] int DEFAULT 0
 );
 CREATE INDEX [IX_BRIXMTD_TaxYear_lClientID] ON [BRIXMTD_TaxYear] ([lClientID]);
@@ -831,6 +832,14 @@ CREATE TABLE [MTDLog] (
     [strResponse] nvarchar(max),
     [strDetail] nvarchar(max),
     [dtLogged] datetime2(3) DEFAULT (GETDATE())
+);
+CREATE TABLE [MTDPace] (
+    [lID] int NOT NULL PRIMARY KEY,
+    [dtNext] datetime2(3)
+);
+CREATE TABLE [MTDFetchRun] (
+    [lYear] int NOT NULL PRIMARY KEY,
+    [dtBegan] datetime2(3)
 );
 CREATE TABLE [MorvUserLocks] (
     [UserId] nvarchar(100),

@@ -313,11 +313,11 @@ INSERT INTO [BRIXNextID] ([strTable], [lNext]) SELECT ?, COALESCE((SELECT MAX([l
 INSERT INTO [BRIXChildSchedule] ([lID], [lTaxFormID], [lClientID], [nYear], [lChildID], [nAllowance], [nAllowanceInYear], [bShared], [nVersion]) VALUES (?, ?, ?, ?, ?, ?, ?, ?, 0), (?, ?, ?, ?, ?, ?, ?, ?, 0);
 UPDATE [BRIXChildSchedule] SET [lTaxFormID] = ?, [lClientID] = ?, [nYear] = ?, [lChildID] = ?, [nAllowance] = ?, [nAllowanceInYear] = ?, [bShared] = ?, [nVersion] = ? WHERE [lID] = ? AND ([nVersion] = ? OR [nVersion] IS NULL);
 DELETE FROM [BRIXChildSchedule] WHERE [lID] = ? AND [nVersion] = ?;
-SELECT [lID], [lClientID], [nYear], [dtFetched], [nVersion] FROM [BRIXMTD_TaxYear] ORDER BY [lID];
+SELECT [lID], [lClientID], [nYear], [dtFetched], [dtComplete], [nVersion] FROM [BRIXMTD_TaxYear] ORDER BY [lID];
 UPDATE [BRIXNextID] SET [lNext] = CASE WHEN [lNext] < (SELECT MAX([lID]) FROM [BRIXMTD_TaxYear]) THEN (SELECT MAX([lID]) FROM [BRIXMTD_TaxYear]) + ? ELSE [lNext] + ? END WHERE [strTable] = ?;
 INSERT INTO [BRIXNextID] ([strTable], [lNext]) SELECT ?, COALESCE((SELECT MAX([lID]) FROM [BRIXMTD_TaxYear]), 0) + ?;
-INSERT INTO [BRIXMTD_TaxYear] ([lID], [lClientID], [nYear], [dtFetched], [nVersion]) VALUES (?, ?, ?, ?, 0), (?, ?, ?, ?, 0);
-UPDATE [BRIXMTD_TaxYear] SET [lClientID] = ?, [nYear] = ?, [dtFetched] = ?, [nVersion] = ? WHERE [lID] = ? AND ([nVersion] = ? OR [nVersion] IS NULL);
+INSERT INTO [BRIXMTD_TaxYear] ([lID], [lClientID], [nYear], [dtFetched], [dtComplete], [nVersion]) VALUES (?, ?, ?, ?, ?, 0), (?, ?, ?, ?, ?, 0);
+UPDATE [BRIXMTD_TaxYear] SET [lClientID] = ?, [nYear] = ?, [dtFetched] = ?, [dtComplete] = ?, [nVersion] = ? WHERE [lID] = ? AND ([nVersion] = ? OR [nVersion] IS NULL);
 DELETE FROM [BRIXMTD_TaxYear] WHERE [lID] = ? AND [nVersion] = ?;
 SELECT [lID], [strKey], [lMTD_TaxYearID], [strEmployerName], [strPAYEReference], [strWorksNumber], [dtStart], [dtEnd], [amtPay], [amtTax], [amtStudentLoan], [bWithdrawn], [bOffPayroll], [nDecision], [strDecided], [nVersion] FROM [BRIXMTD_Employments] ORDER BY [lID];
 UPDATE [BRIXNextID] SET [lNext] = CASE WHEN [lNext] < (SELECT MAX([lID]) FROM [BRIXMTD_Employments]) THEN (SELECT MAX([lID]) FROM [BRIXMTD_Employments]) + ? ELSE [lNext] + ? END WHERE [strTable] = ?;
@@ -454,6 +454,13 @@ DELETE FROM MTDAuthorisationLock WHERE lMTDAuthorisationID = ? AND COALESCE([Con
 DELETE FROM [MTDAuthorisation] WHERE [strGatewayID] = ?;
 SELECT strGatewayID, nAuthorisedStatus, strService, strScope, nExpiresIn, dtAuthenticated, dtGranted FROM MTDAuthorisation WHERE strGatewayID = ?;
 SELECT strGatewayID, nAuthorisedStatus, strService, strScope, nExpiresIn, dtAuthenticated, dtGranted FROM MTDAuthorisation ORDER BY strGatewayID;
+DELETE FROM [MTDFetchRun] WHERE [lYear] = ?;
+INSERT INTO [MTDFetchRun] ( [lYear], [dtBegan] ) VALUES ( ?, ? );
+SELECT [lID], [lClientID], [nYear], [dtFetched], [dtComplete], [nVersion] FROM [BRIXMTD_TaxYear] WHERE [nYear] = ? AND [dtComplete] >= ? ORDER BY [lID];
+SELECT [dtBegan] FROM [MTDFetchRun] WHERE [lYear] = ?;
+SELECT [dtNext], (strftime('%Y-%m-%d %H:%M:%f','now')) AS [dtNow] FROM [MTDPace] WHERE [lID] = ?;
+INSERT INTO [MTDPace] ( [lID], [dtNext] ) VALUES ( ?, (strftime('%Y-%m-%d %H:%M:%f','now')) );
+UPDATE [MTDPace] SET [dtNext] = ? WHERE [lID] = ? AND [dtNext] = ?;
 SAVEPOINT level2;
 RELEASE SAVEPOINT level2;
 DELETE FROM [BRIXClient];
@@ -633,7 +640,7 @@ SELECT c.[lID] FROM [BRIXChildSchedule] c, [BRIXTaxForm] f WHERE f.[lID] = c.[lT
 SELECT c.[lID], c.[lID], c.[lTaxFormID], c.[lClientID], c.[nYear], c.[lChildID], c.[nAllowance], c.[nAllowanceInYear], c.[bShared] FROM [BRIXChildSchedule] c WHERE typeof(c.[lID]) NOT IN ('integer', 'null') OR c.[lID] NOT BETWEEN -2147483648 AND 2147483647 OR typeof(c.[lTaxFormID]) NOT IN ('integer', 'null') OR c.[lTaxFormID] NOT BETWEEN -2147483648 AND 2147483647 OR typeof(c.[lClientID]) NOT IN ('integer', 'null') OR c.[lClientID] NOT BETWEEN -2147483648 AND 2147483647 OR typeof(c.[nYear]) NOT IN ('integer', 'null') OR c.[nYear] NOT BETWEEN -2147483648 AND 2147483647 OR typeof(c.[lChildID]) NOT IN ('integer', 'null') OR c.[lChildID] NOT BETWEEN -2147483648 AND 2147483647 OR typeof(c.[nAllowance]) NOT IN ('integer', 'null') OR c.[nAllowance] NOT BETWEEN -2147483648 AND 2147483647 OR typeof(c.[nAllowanceInYear]) NOT IN ('integer', 'null') OR c.[nAllowanceInYear] NOT BETWEEN -2147483648 AND 2147483647 OR typeof(c.[bShared]) NOT IN ('integer', 'null') OR c.[bShared] NOT BETWEEN -2147483648 AND 2147483647;
 SELECT c.[lID], c.[lClientID] FROM [BRIXMTD_TaxYear] c WHERE (c.[lClientID] IS NOT NULL AND c.[lClientID] <> 0) AND NOT EXISTS (SELECT 1 FROM [BRIXClient] p WHERE p.[lID] = c.[lClientID]);
 SELECT c.[lID] FROM [BRIXMTD_TaxYear] c WHERE NOT (c.[lClientID] IS NOT NULL AND c.[lClientID] <> 0);
-SELECT c.[lID], c.[lID], c.[lClientID], c.[nYear], c.[dtFetched] FROM [BRIXMTD_TaxYear] c WHERE typeof(c.[lID]) NOT IN ('integer', 'null') OR c.[lID] NOT BETWEEN -2147483648 AND 2147483647 OR typeof(c.[lClientID]) NOT IN ('integer', 'null') OR c.[lClientID] NOT BETWEEN -2147483648 AND 2147483647 OR typeof(c.[nYear]) NOT IN ('integer', 'null') OR c.[nYear] NOT BETWEEN -2147483648 AND 2147483647 OR datetime(c.[dtFetched], '+0 days') IS NOT substr(c.[dtFetched], 1, 19);
+SELECT c.[lID], c.[lID], c.[lClientID], c.[nYear], c.[dtFetched], c.[dtComplete] FROM [BRIXMTD_TaxYear] c WHERE typeof(c.[lID]) NOT IN ('integer', 'null') OR c.[lID] NOT BETWEEN -2147483648 AND 2147483647 OR typeof(c.[lClientID]) NOT IN ('integer', 'null') OR c.[lClientID] NOT BETWEEN -2147483648 AND 2147483647 OR typeof(c.[nYear]) NOT IN ('integer', 'null') OR c.[nYear] NOT BETWEEN -2147483648 AND 2147483647 OR datetime(c.[dtFetched], '+0 days') IS NOT substr(c.[dtFetched], 1, 19) OR datetime(c.[dtComplete], '+0 days') IS NOT substr(c.[dtComplete], 1, 19);
 SELECT c.[lID], c.[lMTD_TaxYearID] FROM [BRIXMTD_Employments] c WHERE (c.[lMTD_TaxYearID] IS NOT NULL AND c.[lMTD_TaxYearID] <> 0) AND NOT EXISTS (SELECT 1 FROM [BRIXMTD_TaxYear] p WHERE p.[lID] = c.[lMTD_TaxYearID]);
 SELECT c.[lID] FROM [BRIXMTD_Employments] c WHERE NOT (c.[lMTD_TaxYearID] IS NOT NULL AND c.[lMTD_TaxYearID] <> 0);
 SELECT c.[lID], c.[lID], c.[lMTD_TaxYearID], c.[dtStart], c.[dtEnd], c.[amtPay], c.[amtTax], c.[amtStudentLoan], c.[bWithdrawn], c.[bOffPayroll], c.[nDecision] FROM [BRIXMTD_Employments] c WHERE typeof(c.[lID]) NOT IN ('integer', 'null') OR c.[lID] NOT BETWEEN -2147483648 AND 2147483647 OR typeof(c.[lMTD_TaxYearID]) NOT IN ('integer', 'null') OR c.[lMTD_TaxYearID] NOT BETWEEN -2147483648 AND 2147483647 OR date(c.[dtStart], '+0 days') IS NOT c.[dtStart] OR date(c.[dtEnd], '+0 days') IS NOT c.[dtEnd] OR typeof(c.[amtPay]) NOT IN ('integer', 'null') OR typeof(c.[amtTax]) NOT IN ('integer', 'null') OR typeof(c.[amtStudentLoan]) NOT IN ('integer', 'null') OR typeof(c.[bWithdrawn]) NOT IN ('integer', 'null') OR c.[bWithdrawn] NOT BETWEEN -2147483648 AND 2147483647 OR typeof(c.[bOffPayroll]) NOT IN ('integer', 'null') OR c.[bOffPayroll] NOT BETWEEN -2147483648 AND 2147483647 OR typeof(c.[nDecision]) NOT IN ('integer', 'null') OR c.[nDecision] NOT BETWEEN -2147483648 AND 2147483647;
@@ -682,6 +689,8 @@ SELECT c.[lID], c.[lID], c.[lTaxFormID], c.[lClientID], c.[nYear], c.[nColumn], 
 SELECT c.[lID], c.[lID], c.[nAuthorisedStatus], c.[nExpiresIn], c.[dtAuthenticated], c.[dtGranted] FROM [MTDAuthorisation] c WHERE typeof(c.[lID]) NOT IN ('integer', 'null') OR c.[lID] NOT BETWEEN -2147483648 AND 2147483647 OR typeof(c.[nAuthorisedStatus]) NOT IN ('integer', 'null') OR c.[nAuthorisedStatus] NOT BETWEEN -2147483648 AND 2147483647 OR typeof(c.[nExpiresIn]) NOT IN ('integer', 'null') OR c.[nExpiresIn] NOT BETWEEN -2147483648 AND 2147483647 OR datetime(c.[dtAuthenticated], '+0 days') IS NOT substr(c.[dtAuthenticated], 1, 19) OR datetime(c.[dtGranted], '+0 days') IS NOT substr(c.[dtGranted], 1, 19);
 SELECT c.[lMTDAuthorisationID], c.[lMTDAuthorisationID], c.[dtLocked], c.[ConnectionID] FROM [MTDAuthorisationLock] c WHERE typeof(c.[lMTDAuthorisationID]) NOT IN ('integer', 'null') OR c.[lMTDAuthorisationID] NOT BETWEEN -2147483648 AND 2147483647 OR datetime(c.[dtLocked], '+0 days') IS NOT substr(c.[dtLocked], 1, 19) OR typeof(c.[ConnectionID]) NOT IN ('integer', 'null') OR c.[ConnectionID] NOT BETWEEN -2147483648 AND 2147483647;
 SELECT c.[lID], c.[lID], c.[dtLogged] FROM [MTDLog] c WHERE typeof(c.[lID]) NOT IN ('integer', 'null') OR c.[lID] NOT BETWEEN -2147483648 AND 2147483647 OR datetime(c.[dtLogged], '+0 days') IS NOT substr(c.[dtLogged], 1, 19);
+SELECT c.[lID], c.[lID], c.[dtNext] FROM [MTDPace] c WHERE typeof(c.[lID]) NOT IN ('integer', 'null') OR c.[lID] NOT BETWEEN -2147483648 AND 2147483647 OR datetime(c.[dtNext], '+0 days') IS NOT substr(c.[dtNext], 1, 19);
+SELECT c.[lYear], c.[lYear], c.[dtBegan] FROM [MTDFetchRun] c WHERE typeof(c.[lYear]) NOT IN ('integer', 'null') OR c.[lYear] NOT BETWEEN -2147483648 AND 2147483647 OR datetime(c.[dtBegan], '+0 days') IS NOT substr(c.[dtBegan], 1, 19);
 SELECT 0, c.[ConnectionID], c.[dtLocked] FROM [MorvUserLocks] c WHERE typeof(c.[ConnectionID]) NOT IN ('integer', 'null') OR c.[ConnectionID] NOT BETWEEN -2147483648 AND 2147483647 OR datetime(c.[dtLocked], '+0 days') IS NOT substr(c.[dtLocked], 1, 19);
 SELECT 0, c.[ConnectionID], c.[dtLocked] FROM [BTaxUserLocks] c WHERE typeof(c.[ConnectionID]) NOT IN ('integer', 'null') OR c.[ConnectionID] NOT BETWEEN -2147483648 AND 2147483647 OR datetime(c.[dtLocked], '+0 days') IS NOT substr(c.[dtLocked], 1, 19);
 SELECT 0, c.[ConnectionID], c.[dtLocked] FROM [TrustTaxUserLocks] c WHERE typeof(c.[ConnectionID]) NOT IN ('integer', 'null') OR c.[ConnectionID] NOT BETWEEN -2147483648 AND 2147483647 OR datetime(c.[dtLocked], '+0 days') IS NOT substr(c.[dtLocked], 1, 19);
@@ -739,6 +748,7 @@ ALTER TABLE [BRIXNewInterest] ADD [bCompleted] INTEGER DEFAULT 0;
 ALTER TABLE [BRIXNewInterest] ADD [bJoint] INTEGER DEFAULT 0;
 ALTER TABLE [BRIXNewInterest] ADD [dblClientShare] REAL;
 ALTER TABLE [BRIXNewInterest] ADD [nJointView] INTEGER;
+ALTER TABLE [BRIXMTD_TaxYear] ADD [dtComplete] TEXT;
 ALTER TABLE [BRIXMTD_Employments] ADD [bOffPayroll] INTEGER DEFAULT 0;
 ALTER TABLE [BRIXMTD_Employments] ADD [nDecision] INTEGER;
 ALTER TABLE [BRIXMTD_Employments] ADD [strDecided] TEXT COLLATE NOCASE;
@@ -783,6 +793,14 @@ CREATE TABLE [MTDAuthorisationLock] (
     [strWorkstation] TEXT COLLATE NOCASE,
     [dtLocked] TEXT DEFAULT (strftime('%Y-%m-%d %H:%M:%f','now')),
     [ConnectionID] INTEGER DEFAULT (sqlite_compileoption_used('CELLAR_SESSION'))
+);
+CREATE TABLE [MTDPace] (
+    [lID] INTEGER NOT NULL PRIMARY KEY,
+    [dtNext] TEXT
+);
+CREATE TABLE [MTDFetchRun] (
+    [lYear] INTEGER NOT NULL PRIMARY KEY,
+    [dtBegan] TEXT
 );
 CREATE TEMP TABLE BRIXKept AS SELECT * FROM [MorvUserLocks];
 DROP TABLE [MorvUserLocks];

@@ -258,10 +258,10 @@ SELECT NEXT VALUE FOR [BRIXChildSchedule_ids] FROM (SELECT TOP (?) 1 AS n FROM s
 INSERT INTO [BRIXChildSchedule] ([lID], [lTaxFormID], [lClientID], [nYear], [lChildID], [nAllowance], [nAllowanceInYear], [bShared], [nVersion]) VALUES (?, ?, ?, ?, ?, ?, ?, ?, 0), (?, ?, ?, ?, ?, ?, ?, ?, 0);
 UPDATE [BRIXChildSchedule] SET [lTaxFormID] = ?, [lClientID] = ?, [nYear] = ?, [lChildID] = ?, [nAllowance] = ?, [nAllowanceInYear] = ?, [bShared] = ?, [nVersion] = ? WHERE [lID] = ? AND ([nVersion] = ? OR [nVersion] IS NULL);
 DELETE FROM [BRIXChildSchedule] WHERE [lID] = ? AND [nVersion] = ?;
-SELECT [lID], [lClientID], [nYear], [dtFetched], [nVersion] FROM [BRIXMTD_TaxYear] ORDER BY [lID];
+SELECT [lID], [lClientID], [nYear], [dtFetched], [dtComplete], [nVersion] FROM [BRIXMTD_TaxYear] ORDER BY [lID];
 SELECT NEXT VALUE FOR [BRIXMTD_TaxYear_ids] FROM (SELECT TOP (?) 1 AS n FROM sys.all_columns a CROSS JOIN sys.all_columns b) blocks;
-INSERT INTO [BRIXMTD_TaxYear] ([lID], [lClientID], [nYear], [dtFetched], [nVersion]) VALUES (?, ?, ?, ?, 0), (?, ?, ?, ?, 0);
-UPDATE [BRIXMTD_TaxYear] SET [lClientID] = ?, [nYear] = ?, [dtFetched] = ?, [nVersion] = ? WHERE [lID] = ? AND ([nVersion] = ? OR [nVersion] IS NULL);
+INSERT INTO [BRIXMTD_TaxYear] ([lID], [lClientID], [nYear], [dtFetched], [dtComplete], [nVersion]) VALUES (?, ?, ?, ?, ?, 0), (?, ?, ?, ?, ?, 0);
+UPDATE [BRIXMTD_TaxYear] SET [lClientID] = ?, [nYear] = ?, [dtFetched] = ?, [dtComplete] = ?, [nVersion] = ? WHERE [lID] = ? AND ([nVersion] = ? OR [nVersion] IS NULL);
 DELETE FROM [BRIXMTD_TaxYear] WHERE [lID] = ? AND [nVersion] = ?;
 SELECT [lID], [strKey], [lMTD_TaxYearID], [strEmployerName], [strPAYEReference], [strWorksNumber], [dtStart], [dtEnd], [amtPay], [amtTax], [amtStudentLoan], [bWithdrawn], [bOffPayroll], [nDecision], [strDecided], [nVersion] FROM [BRIXMTD_Employments] ORDER BY [lID];
 SELECT NEXT VALUE FOR [BRIXMTD_Employments_ids] FROM (SELECT TOP (?) 1 AS n FROM sys.all_columns a CROSS JOIN sys.all_columns b) blocks;
@@ -387,6 +387,13 @@ SELECT [strUserID], [strWorkstation], [dtLocked], [ConnectionID], GETUTCDATE() A
 DELETE FROM MTDAuthorisationLock WHERE lMTDAuthorisationID = ? AND COALESCE([ConnectionID], 0) = ? AND [dtLocked] = ?;
 SELECT strGatewayID, nAuthorisedStatus, strService, strScope, nExpiresIn, dtAuthenticated, dtGranted FROM MTDAuthorisation WHERE strGatewayID = ?;
 SELECT strGatewayID, nAuthorisedStatus, strService, strScope, nExpiresIn, dtAuthenticated, dtGranted FROM MTDAuthorisation ORDER BY strGatewayID;
+DELETE FROM [MTDFetchRun] WHERE [lYear] = ?;
+INSERT INTO [MTDFetchRun] ( [lYear], [dtBegan] ) VALUES ( ?, ? );
+SELECT [lID], [lClientID], [nYear], [dtFetched], [dtComplete], [nVersion] FROM [BRIXMTD_TaxYear] WHERE [nYear] = ? AND [dtComplete] >= ? ORDER BY [lID];
+SELECT [dtBegan] FROM [MTDFetchRun] WHERE [lYear] = ?;
+SELECT [dtNext], GETUTCDATE() AS [dtNow] FROM [MTDPace] WHERE [lID] = ?;
+INSERT INTO [MTDPace] ( [lID], [dtNext] ) VALUES ( ?, GETUTCDATE() );
+UPDATE [MTDPace] SET [dtNext] = ? WHERE [lID] = ? AND [dtNext] = ?;
 BEGIN TRANSACTION;SAVE TRANSACTION level2;SELECT TOP (1) 1 FROM BRIXClient WITH (TABLOCKX, HOLDLOCK);
 SAVE TRANSACTION level2;
 DELETE FROM [BRIXClient];

@@ -41,7 +41,7 @@ void Refresh(CAuthorisation& authorisation, const Service& service, HttpRequest&
 
 HttpAnswer SendUnless(bool isCancelled, ITransport& transport, const HttpRequest& request)
 {
-    if (!isCancelled && !WaitWindow::IsCancelled())
+    if (!isCancelled && !(request.cancelled && request.cancelled()))
         return transport.Send(request);
     HttpAnswer answer;
     answer.outcome = HttpAnswer::Outcome::Cancelled;

@@ -9,22 +9,27 @@
 #include "MorvUt/hmrc/access/AuthorisationStore.h"
 #include "MorvUt/hmrc/access/Logger.h"
 #include "MorvUt/hmrc/access/PracticeOptions.h"
+#include "MorvUt/hmrc/fetch/Desk.h"
 #include "MorvUt/hmrc/staging/StagingWriter.h"
 
 namespace HmrcApi
 {
 
 /// One client's retrieval: who asks, where errors and log lines go, the way out to HMRC, the staging rows. All groups
-/// are asked first, then all are staged in one transaction.
+/// are asked first, then all are staged in one transaction. Asking may happen on another thread than the rest, which
+/// then has a desk.
 class Retrieval
 {
 public:
     Retrieval(ClientId client, short year, const CAuthorisationStore& store, std::shared_ptr<CAPIErrorHandler> errors,
-              Logger* logger, const PracticeOptions& options, std::shared_ptr<Channel> channel = nullptr);
+              Logger* logger, const PracticeOptions& options, std::shared_ptr<Channel> channel = nullptr,
+              Desk* desk = nullptr);
 
     /// The authorisation; for a live request with the user's tokens. Throws HmrcApiErrorException (NO_CREDENTIALS, the
     /// cause as the third text) when they cannot be loaded.
     CAuthorisation& Authorise(bool isLive);
+    /// False within a transaction that has begun, where tokens cannot be kept. At a desk it is looked at beforehand.
+    bool MayAsk() const;
     CAPIErrorHandler& GetErrors() const noexcept { return *m_errors; }
     Logger* GetLogger() const noexcept { return m_logger; }
     StagingWriter& GetWriter() noexcept { return m_writer; }
@@ -49,6 +54,7 @@ private:
     Logger* m_logger;
     PracticeOptions m_options;          // read once for the retrieval
     std::shared_ptr<Channel> m_channel; // null: one for this retrieval
+    Desk* m_desk;                       // null: this thread has the connection
     std::unique_ptr<CAuthorisation> m_authorisation;
     StagingWriter m_writer;
     bool m_together = false;

@@ -44,7 +44,7 @@ bool CSchedulePrepop::AskGroup(Retrieval& retrieval, const char* group, const st
     m_hasDifferences = false;
     CAPIErrorHandler& errors = retrieval.GetErrors();
     errors.AddGroup(group);
-    if (Quarry::GetConnection().HasBegun()) {
+    if (!retrieval.MayAsk()) {
         errors.AddError(group, CAPIError("UNSAVED_CHANGES", LibraryText(IDS_HMRC_UNSAVED_CHANGES).Str(), {}, {}));
         return false;
     }

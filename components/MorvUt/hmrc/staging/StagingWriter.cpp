@@ -187,10 +187,21 @@ long StagingWriter::NoteYear()
         return years.GetID();
     if (!hadYear)
         years.AddNew();
-    years.SetFetched(COleDateTime::GetCurrentTime());
+    const COleDateTime now = COleDateTime::GetCurrentTime();
+    years.SetFetched(now);
+    if (m_isComplete)
+        years.SetComplete(now);
     years.Update(Quarry::Saving::WithNext);
     m_isNoted = true;
     return years.GetID();
+}
+
+void StagingWriter::TakeBackComplete()
+{
+    if (!std::exchange(m_isComplete, false) || !HasRows())
+        return;
+    m_years.list.Set(Brix::CMTD_TaxYear::kComplete, nullptr);
+    m_years.list.Update();
 }
 
 void StagingWriter::WriteEmployments(std::vector<StagedEmployment> items)

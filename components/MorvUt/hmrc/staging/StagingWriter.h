@@ -41,6 +41,10 @@ public:
 
     /// HMRC was asked and had nothing: only that is noted.
     void NoteAsked() { NoteYear(); }
+    /// What is written from now on is all that a fetch asks HMRC for, which the year's row notes too, with the time.
+    void SetComplete() noexcept { m_isComplete = true; }
+    /// It was not all, since some of it could not be written: the year's row is of no complete answer.
+    void TakeBackComplete();
     /// What the rows hold now.
     StagedYear GetYear();
     /// What was done since the last call.
@@ -73,6 +77,7 @@ private:
     Rows<Brix::CMTD_NIC> m_nationalInsurance;
     Rows<Brix::CMTD_TaxYear> m_years;
     bool m_hadYear = false, m_isNoted = false; // when m_years was read, and since
+    bool m_isComplete = false;
 };
 
 } // namespace HmrcApi

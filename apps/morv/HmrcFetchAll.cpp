@@ -1,0 +1,144 @@
+// hmrc fetch --all.
+
+#include <algorithm>
+#include <cstdio>
+#include <optional>
+#include <set>
+
+#include "Afx/system/SignalGuard.h"
+#include "FetchOutput.h"
+#include "MorvUt/hmrc/fetch/FetchMany.h"
+#include "MorvUt/hmrc/fetch/FetchRun.h"
+#include "MorvUt/taxyear/CurrentTaxYear.h"
+#include "Progress.h"
+
+namespace Morv
+{
+
+namespace
+{
+
+using HmrcApi::Absence;
+using HmrcApi::FetchResult;
+using HmrcApi::ManyFetched;
+
+/// Why a run was given up, and what is to be done before it goes on.
+struct GivenUp
+{
+    Absence absence;
+    const char *why, *remedy;
+    Exit exit;
+};
+constexpr GivenUp kGivenUp[] = {
+    {Absence::Unreachable, "HMRC could not be reached for 3 clients in a row",
+     "Check this computer's internet connection", Exit::Refused},
+    {Absence::Overloaded, "HMRC could not serve 3 clients in a row", "Wait some minutes", Exit::Refused},
+    {Absence::Busy, "another program was writing to the practice for 3 clients in a row", "Wait until it has finished",
+     Exit::CannotOpen},
+    {Absence::Maintenance, "HMRC's service is closed for maintenance", "Wait until it is open again", Exit::Refused},
+    {Absence::NoAuthority, "HMRC's authority is missing or has ended", "Give it with morv hmrc authorise",
+     Exit::Refused},
+    {Absence::NotAllowed, "nothing may be fetched here", "See why above", Exit::Refused},
+    {Absence::Unusable, "the practice cannot be read or written", "See that it can", Exit::CannotOpen},
+    {Absence::Cancelled, "it was cancelled", "", Exit::Refused},
+};
+
+const GivenUp* FindGivenUp(Absence absence)
+{
+    for (const GivenUp& each : kGivenUp)
+        if (each.absence == absence)
+            return &each;
+    return nullptr;
+}
+
+/// Clients, without those about whom everything was answered since the run began.
+std::vector<ClientView> ListLeft(const HmrcApi::FetchRun& run)
+{
+    std::vector<ClientView> list = ListClients();
+    std::erase_if(list, [](const ClientView& each) { return each.IsPartnership(); });
+    if (!run.IsGoneOnWith())
+        return list;
+    std::set<long> done;
+    for (const ClientId& client : run.ListDone())
+        done.insert(client.Get());
+    std::erase_if(list, [&](const ClientView& each) { return done.contains(each.id); });
+    return list;
+}
+
+void TellGoneOnWith(const HmrcApi::FetchRun& run, int before)
+{
+    std::fprintf(
+        stderr,
+        "morv: goes on with the fetch of %s, which has not come to its end: %s fetched since. --anew asks about "
+        "all.\n",
+        ShownMoment(run.GetBegan()).c_str(), (Counted(before, "client") + (before == 1 ? " was" : " were")).c_str());
+}
+
+void TellGivenUp(const GivenUp& given, int left)
+{
+    const std::string remedy = *given.remedy ? std::string(given.remedy) + ", then give" : "Give";
+    std::fprintf(stderr,
+                 "morv: stopped, because %s; %s not asked about. %s the same command again: it goes on from here.\n",
+                 given.why, (Counted(left, "client") + (left == 1 ? " was" : " were")).c_str(), remedy.c_str());
+}
+
+void TellSummary(const Tally& tally, Absence ended, int before, int left, const CommonOptions& options)
+{
+    if (options.json) {
+        Json summary = tally.ToJson();
+        summary["fetchedBefore"] = before;
+        summary["notAsked"] = left;
+        summary["stopped"] = ended == Absence::None ? Json(nullptr) : Json(NameOf(ended));
+        PrintJson(summary);
+        return;
+    }
+    const std::string fetchedBefore = before > 0 ? ", " + std::to_string(before) + " before" : std::string();
+    PrintLine("%s: %d fetched, %d not%s.", Counted(tally.clients, "client"), tally.ok, tally.clients - tally.ok,
+              fetchedBefore);
+}
+
+} // namespace
+
+Exit FetchAll(const HmrcArguments& arguments, const CommonOptions& options)
+{
+    HmrcApi::FetchRun run(GetCurrentRealTaxYear(), arguments.anew);
+    const std::vector<ClientView> list = ListLeft(run);
+    const int before = run.IsGoneOnWith() ? static_cast<int>(run.ListDone().size()) : 0;
+    if (before > 0)
+        TellGoneOnWith(run, before);
+
+    std::vector<ClientId> ids;
+    for (const ClientView& client : list)
+        ids.emplace_back(client.id);
+    std::optional<QuietMessages> quiet;
+    if (!options.json) // the text tells all that the boxes tell
+        quiet.emplace();
+    Tally tally;
+    Progress progress(options, list.size());
+    const ManyFetched fetched =
+        HmrcApi::FetchManyFromHmrc(ids, arguments.gateway,
+                                   [&](std::size_t place, const FetchResult& result) {
+                                       progress.Hide();
+                                       TellFetched(list[place], result, arguments, options);
+                                       std::fflush(stdout); // what is told has been done, whatever ends the program
+                                       tally.Add(result.ok);
+                                       progress.Next();
+                                   },
+                                   {HmrcApi::IEndpointOverride::Live, &Afx::SignalGuard::IsSignalWaiting});
+    progress.Hide();
+
+    const GivenUp* const given = FindGivenUp(fetched.ended);
+    const int left = static_cast<int>(list.size() - fetched.done);
+    if (given)
+        TellGivenUp(*given, left);
+    else
+        run.End();
+    TellSummary(tally, fetched.ended, before, left, options);
+    if (fetched.ended == Absence::Busy || fetched.ended == Absence::Unusable)
+        return Exit::CannotOpen;
+    if (fetched.isAnyAsked && !fetched.isAnyReached)
+        return Exit::HmrcUnreachable;
+    return given ? given->exit : tally.Result();
+}
+
+} // namespace Morv
