@@ -68,6 +68,12 @@ std::shared_ptr<HmrcApi::CTaxSummary> EmploymentsOf::GetTaxSummaryEndpoint(HmrcA
     return std::make_shared<Canned<HmrcApi::CTaxSummary>>(authorisation, m_parts["tax"]);
 }
 
+std::shared_ptr<HmrcApi::CNationalInsurance>
+InsuranceOf::GetNationalInsuranceEndpoint(HmrcApi::CAuthorisation& authorisation)
+{
+    return std::make_shared<Canned<HmrcApi::CNationalInsurance>>(authorisation, m_json);
+}
+
 HmrcPractice::HmrcPractice() { Fill(); }
 
 void HmrcPractice::Fill()

@@ -11,6 +11,7 @@
 #include "Brix/Records.h"
 #include "HmrcApi/answers/Errors.h"
 #include "MorvUt/hmrc/fetch/EmploymentsPrepop.h"
+#include "MorvUt/hmrc/fetch/NicPrepop.h"
 #include "MorvUt/hmrc/fetch/PayePrepop.h"
 #include "MorvUt/users/UserData.h"
 #include "support/Practice.h"
@@ -48,6 +49,20 @@ private:
     std::shared_ptr<HmrcApi::CBenefitsSummary> GetBenefitsSummaryEndpoint(HmrcApi::CAuthorisation&) override;
     std::shared_ptr<HmrcApi::CTaxSummary> GetTaxSummaryEndpoint(HmrcApi::CAuthorisation&) override;
     std::map<std::string, std::string> m_parts;
+};
+
+/// The same of National Insurance.
+class InsuranceOf : public HmrcApi::CNICPrepop
+{
+public:
+    InsuranceOf(ClientId client, std::string json)
+        : CNICPrepop(client, TaxYear(kYear), "2234567890", HmrcApi::IEndpointOverride::Everything),
+          m_json(std::move(json))
+    {}
+
+private:
+    std::shared_ptr<HmrcApi::CNationalInsurance> GetNationalInsuranceEndpoint(HmrcApi::CAuthorisation&) override;
+    std::string m_json;
 };
 
 class HmrcPractice : protected ::Test::Practice
