@@ -133,6 +133,12 @@ void KeepTokens()
     HmrcApi::ListGateways();
 }
 
+void ThinTheLog()
+{
+    HmrcApi::Logger().Log("Request", {}, {}, {}, {});
+    HmrcApi::ThinLog(1, COleDateTime(2100, 1, 1, 0, 0, 0));
+}
+
 void LockTables()
 {
     Quarry::CTransaction outer;
@@ -203,6 +209,7 @@ std::vector<std::string> SendEverything(std::unique_ptr<Cellar::CConnection> con
         AskWithEveryCondition();
         AskForOrderingNumbers();
         KeepTokens();
+        ThinTheLog();
         LockTables();
         GoOnFromOtherIds();
         LockUsersAndFeatures();

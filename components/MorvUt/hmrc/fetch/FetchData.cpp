@@ -5,6 +5,7 @@
 #include "Brix/Records.h"
 #include "Brix/Subjects.h"
 #include "MorvUt/context/status/ClientStatus.h"
+#include "MorvUt/hmrc/access/LogKeeping.h"
 #include "MorvUt/hmrc/access/PracticeOptions.h"
 #include "MorvUt/hmrc/fetch/EmploymentsPrepop.h"
 #include "MorvUt/hmrc/fetch/NicPrepop.h"
@@ -151,8 +152,10 @@ void FetchBy(Retrieval& retrieval, const Request& request, const std::string& id
 void FetchAll(const Request& request, const std::shared_ptr<CAPIErrorHandler>& errors, std::shared_ptr<Channel> channel,
               FetchResult& result)
 {
+    ThinLogOnceADay(request.options.logDays);
     Logger logger;
     logger.SetDebugLevel(request.options.debugLevel);
+    result.chain = logger.GetChainIdString();
     Retrieval retrieval(request.client, TaxYear(GetCurrentRealTaxYear()).GetRealTaxYear(), request.store, errors,
                         &logger, request.options, std::move(channel));
     if (request.options.usesPayeInterface)
