@@ -33,8 +33,21 @@ void AmountText(std::string_view input);
 void HexText(std::string_view input);
 /// A long date (yyyymmdd), written in decimal digits with an optional minus; anything else is skipped.
 void LongDate(std::string_view input);
-/// HMRC's answer to a PAYE or National Insurance query.
+/// JSON as any answer of HMRC's.
 void JsonAnswer(std::string_view input);
+// HMRC's answers, one for each decoder.
+void PayeAnswer(std::string_view input);
+void InsuranceAnswer(std::string_view input); // National Insurance
+void HistoryAnswer(std::string_view input);   // employment history
+void IncomeAnswer(std::string_view input);
+void BenefitsAnswer(std::string_view input);
+void TaxAnswer(std::string_view input);
+/// HMRC's answer to a request for tokens.
+void TokenAnswer(std::string_view input);
+/// The query of the address to which HMRC sends the browser after a sign-in.
+void RedirectQuery(std::string_view input);
+/// A server's connection text.
+void ConnectionText(std::string_view input);
 /// `section|name|value|text of a settings file`.
 void IniText(std::string_view input);
 /// A T-SQL statement with placeholders.
@@ -47,8 +60,22 @@ struct Target
 };
 
 inline constexpr Target kTargets[] = {
-    {"date-text", DateText},     {"amount-text", AmountText}, {"hex-text", HexText}, {"long-date", LongDate},
-    {"json-answer", JsonAnswer}, {"ini-text", IniText},       {"sql-text", SqlText},
+    {"date-text", DateText},
+    {"amount-text", AmountText},
+    {"hex-text", HexText},
+    {"long-date", LongDate},
+    {"json-answer", JsonAnswer},
+    {"paye-answer", PayeAnswer},
+    {"insurance-answer", InsuranceAnswer},
+    {"history-answer", HistoryAnswer},
+    {"income-answer", IncomeAnswer},
+    {"benefits-answer", BenefitsAnswer},
+    {"tax-answer", TaxAnswer},
+    {"token-answer", TokenAnswer},
+    {"redirect-query", RedirectQuery},
+    {"connection-text", ConnectionText},
+    {"ini-text", IniText},
+    {"sql-text", SqlText},
 };
 
 } // namespace Fuzz

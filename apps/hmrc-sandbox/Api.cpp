@@ -40,15 +40,16 @@ const char* CheckAccept(const Interface& interface, const std::string& accept)
 /// The code of what is wrong with the token, null when it opens the interface.
 const char* CheckToken(const Interface& interface, const std::string& authorization, const Tokens::Access* access)
 {
-    if (interface.scope.empty())
+    if (interface.scope.empty() && !interface.isForApplications)
         return nullptr;
     if (BearerToken(authorization).empty())
         return "MISSING_CREDENTIALS";
     if (access == nullptr)
         return "INVALID_CREDENTIALS";
-    if (access->application)
+    if (access->application != interface.isForApplications)
         return "INCORRECT_ACCESS_TOKEN_TYPE";
-    return access->scopes.count(std::string(interface.scope)) != 0 ? nullptr : "INVALID_SCOPE";
+    return interface.isForApplications || access->scopes.count(std::string(interface.scope)) != 0 ? nullptr
+                                                                                                  : "INVALID_SCOPE";
 }
 
 /// Whether this request is one too many for the last second. A refused one does not count.

@@ -41,6 +41,8 @@ constexpr ErrorCode kErrors[] = {
 
 } // namespace
 
+std::span<const ErrorCode> ErrorCodes() { return kErrors; }
+
 const ErrorCode* FindError(std::string_view code)
 {
     const auto at =

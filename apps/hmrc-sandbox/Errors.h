@@ -2,6 +2,7 @@
 
 // HMRC's error codes and the answers that carry them.
 
+#include <span>
 #include <string_view>
 
 #include "Http.h"
@@ -17,6 +18,9 @@ struct ErrorCode
     const char* message;
     bool challenge; // the gateway adds WWW-Authenticate
 };
+
+/// All of them, by code.
+std::span<const ErrorCode> ErrorCodes();
 
 /// The row of `code`, null when HMRC has no such code.
 const ErrorCode* FindError(std::string_view code);

@@ -149,6 +149,16 @@ Fault ParseFault(const nlohmann::json& body)
     return fault;
 }
 
+std::vector<std::string> FaultNames()
+{
+    std::vector<std::string> names;
+    for (const FaultKind& kind : kKinds)
+        names.emplace_back(kind.name);
+    for (const ErrorCode& error : ErrorCodes())
+        names.emplace_back(error.code);
+    return names;
+}
+
 nlohmann::ordered_json FaultToJson(const Fault& fault)
 {
     nlohmann::ordered_json json{{"path", fault.path}, {"fault", fault.name}, {"times", fault.always ? 0 : fault.times}};

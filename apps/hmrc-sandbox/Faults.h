@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "Http.h"
 
@@ -48,6 +49,9 @@ struct Fault
 
 /// The fault that a control body describes; throws ControlError with what is wrong with it.
 Fault ParseFault(const nlohmann::json& body);
+
+/// The names that a control body may give, HMRC's codes last.
+std::vector<std::string> FaultNames();
 
 /// As ParseFault reads it, with the answers still to break.
 nlohmann::ordered_json FaultToJson(const Fault& fault);

@@ -34,6 +34,8 @@ constexpr Interface kInterfaces[] = {
      R"({"status":"None","deceased":false})", ""},
     {"/hello/user", IdKind::None, "1.0", "hello", R"({"message":"Hello User"})", "", "", false, "", "", ""},
     {"/hello/world", IdKind::None, "1.0", "", R"({"message":"Hello World"})", "", "", false, "", "", ""},
+    {"/hello/application", IdKind::None, "1.0", "", R"({"message":"Hello Application"})", "", "", false, "", "", "", "",
+     true},
 };
 
 /// Fills in what `path` has in the place of the pattern's variable segments; false when the shapes differ.

@@ -36,6 +36,7 @@ struct Interface
     std::string_view defaultScenario;   // primed when the request names none
     std::string_view startScenario;     // unprimed, with --scenario: this one; empty: the named one itself
     std::string_view newestMember = {}; // of the data: only the newest version's answers have it
+    bool isForApplications = false;     // takes a token of client_credentials instead of a user's
 };
 
 /// Every interface.

@@ -106,6 +106,20 @@ Answer FaultPage(const Refusal& refusal)
     return answer;
 }
 
+/// A fault on demand is shown to the user too, as HMRC's own are.
+Answer OnAPage(Answer answer)
+{
+    const auto body = answer.contentType == "application/json" ? nlohmann::json::parse(answer.body, nullptr, false)
+                                                               : nlohmann::json();
+    if (answer.status < 400 || !body.is_object())
+        return answer;
+    Answer page = Page(answer.status, body.value("error", ""), body.value("error_description", ""));
+    page.code = answer.code;
+    page.headers = answer.headers;
+    page.delay = answer.delay;
+    return page;
+}
+
 Answer RedirectTo(const std::string& uri, const std::string& query)
 {
     Answer answer;
@@ -256,7 +270,7 @@ Handled HandleOAuth(State& state, const Call& call)
     if (call.method != (isToken ? "POST" : "GET"))
         return {ErrorAnswer("METHOD_NOT_ALLOWED")};
     if (!isToken)
-        return {AnswerWithFaults(state.faults, call, [&] { return Authorise(state, call); })};
+        return {OnAPage(AnswerWithFaults(state.faults, call, [&] { return Authorise(state, call); }))};
     if (const auto refusal = CheckClient(call))
         return {Refused(*refusal)};
     return {AnswerWithFaults(state.faults, call, [&] { return GiveToken(state, call); }), true};

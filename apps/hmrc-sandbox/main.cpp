@@ -1,9 +1,13 @@
 #include <CLI/CLI.hpp>
 #include <csignal>
 #include <cstdio>
+#include <string>
 #include <thread>
+#include <vector>
 
 #include "Afx/system/CoreDumps.h"
+#include "Faults.h"
+#include "Interfaces.h"
 #include "Scenarios.h"
 #include "Server.h"
 
@@ -48,6 +52,56 @@ int Serve(int port, const std::string& scenario, int delay)
     return 0;
 }
 
+/// `names` over as many lines as it takes.
+std::string InLines(const std::vector<std::string>& names)
+{
+    constexpr std::size_t kWidth = 100;
+    const std::string kIndent(6, ' ');
+    std::string text, line = kIndent;
+    for (const std::string& name : names) {
+        if (line.size() + name.size() > kWidth) {
+            text += line + '\n';
+            line = kIndent;
+        }
+        line += name + ' ';
+    }
+    return text + line + '\n';
+}
+
+/// Everything that can be asked, from the tables that answer it.
+std::string WhatItSpeaks()
+{
+    std::string text = "Client id morvut-sandbox, secret morvut-sandbox-secret. Requests, Accept header, scope:\n"
+                       "  GET  /oauth/authorize\n  POST /oauth/token\n";
+    for (const Sandbox::Interface& each : Sandbox::Interfaces())
+        text += "  GET  " + std::string(each.path) + "  " + std::string(each.versions) + "  " +
+                std::string(each.isForApplications ? "(client_credentials)"
+                            : each.scope.empty()   ? "(no token)"
+                                                   : each.scope) +
+                '\n';
+    text += "  GET  /test/fraud-prevention-headers/validate  1.0  (no token)\n"
+            "\nTest data, no token needed; a scenario in the body, as {\"scenario\":\"HAPPY_PATH_1\"}:\n"
+            "  POST /create-test-user/individuals\n";
+    for (const Sandbox::Interface& each : Sandbox::Interfaces())
+        if (!each.supportPath.empty())
+            text += "  POST " + std::string(each.supportPath) + '\n' +
+                    (each.scenarios.empty() ? "" : InLines(Sandbox::ScenarioNames(each.scenarios)));
+    return text +
+           "\nSwitches, no token needed:\n"
+           "  PUT, DELETE /sandbox/answer/PATH    the 200 answer of a path, byte for byte\n"
+           "  POST, GET, DELETE /sandbox/fault    breaks the next answers of a path:\n"
+           "      "
+           "{\"path\":\"/individual-paye\",\"fault\":\"SERVER_ERROR\",\"times\":2,\"retryAfter\":1,\"delayMs\":500}\n"
+           "  POST, GET /sandbox/token            expires, revokes, refuses: \"expire\", \"expireCodes\", \"revoke\",\n"
+           "      \"dropScope\", \"lifetime\", \"authorise\", \"refuseRefresh\", \"refreshInProgress\", \"maySee\"\n"
+           "  POST /sandbox/throttle              {\"on\":true}: three requests a second\n"
+           "  GET, DELETE /sandbox/requests       what came\n"
+           "  POST /sandbox/reset                 as after the start\nFaults:\n" +
+           InLines(Sandbox::FaultNames()) +
+           "\ndocs/sandbox.md tells all of it.\n"
+           "Exit codes: 0 ended by Ctrl-C or a signal, 2 bad arguments, 3 the port cannot be had.";
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -60,8 +114,7 @@ int main(int argc, char** argv)
         "A loopback server that speaks HMRC's OAuth, Individual PAYE, Employment, Income, Benefits, Tax and\n"
         "National Insurance interfaces, with made-up figures and faults on demand. Nothing leaves this machine.",
         "hmrc-sandbox");
-    app.footer("Client id morvut-sandbox, secret morvut-sandbox-secret. The README lists the switches below /sandbox.\n"
-               "Exit codes: 0 ended by Ctrl-C or a signal, 2 bad arguments, 3 the port cannot be had.");
+    app.footer(&WhatItSpeaks);
     constexpr int kLastPort = 65535, kLongestDelay = 60'000;
     int port = 0, delay = 0;
     std::string scenario;

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <fstream>
 #include <functional>
 #include <memory>
 
@@ -15,6 +16,8 @@
 #include "Commands.h"
 #include "Finding.h"
 #include "HmrcApi/http/Http.h"
+#include "HmrcApi/transport/Transport.h"
+#include "HmrcCommands.h"
 #include "MorvUt/MorvUt.h"
 #include "Output.h"
 #include "Quarry/Session.h"
@@ -52,12 +55,24 @@ Finding CheckClock()
 Finding CheckCertificates()
 {
     std::error_code none;
+    if (const std::string own = HmrcApi::ReadHttpSettings().authorities; !own.empty()) {
+        if (std::ifstream(own).good() && std::filesystem::is_regular_file(own, none))
+            return {"certificates", true, own + " (setting HMRCCertificates)", ""};
+        return {"certificates", false, "the setting HMRCCertificates names " + own + ", which cannot be read",
+                "Name a file of certificates (PEM), or remove the setting: the system's are used then."};
+    }
     for (const char* path :
          {"/etc/ssl/certs/ca-certificates.crt", "/etc/pki/tls/certs/ca-bundle.crt", "/etc/ssl/cert.pem"})
         if (std::filesystem::exists(path, none))
             return {"certificates", true, path, ""};
     return {"certificates", false, "the system has no list of trusted certificates",
             "Install the package ca-certificates: HMRC cannot be reached safely without it."};
+}
+
+Finding CheckProxy()
+{
+    const std::string proxy = HmrcApi::ProxyInUse(HmrcApi::ReadHttpSettings());
+    return {"proxy", true, proxy.empty() ? "HMRC is asked directly" : "HMRC is asked through " + proxy, ""};
 }
 
 /// What the libraries load only when they need it.
@@ -133,16 +148,20 @@ Finding CheckTokens(const std::string&)
     const auto gateways = HmrcApi::ListGateways();
     if (gateways.empty())
         return {"tokens", true, "no Government Gateway user ID is registered yet", ""};
-    std::string authorised, lapsed;
+    std::string authorised, lapsed, warnings;
     for (const HmrcApi::GatewayState& state : gateways) {
         std::string& list = state.isAuthorised ? authorised : lapsed;
         list += (list.empty() ? "" : ", ") + state.gateway;
         if (!state.service.empty())
             list += " at " + state.service;
+        if (const CString warning = WarningOf(state); !warning.IsEmpty())
+            warnings += (warnings.empty() ? "" : " ") + state.gateway + ": " + warning.Str();
     }
-    if (lapsed.empty())
+    if (lapsed.empty() && warnings.empty())
         return {"tokens", true, "authorised: " + authorised, ""};
-    return {"tokens", false, "not authorised: " + lapsed, "morv hmrc authorise PRACTICE --gateway ID"};
+    if (!lapsed.empty())
+        warnings = "not authorised: " + lapsed + (warnings.empty() ? "" : ". ") + warnings;
+    return {"tokens", false, warnings, "morv hmrc authorise PRACTICE --gateway ID"};
 }
 
 Finding CheckLocks(const std::string&)
@@ -164,7 +183,7 @@ Finding CheckLocks(const std::string&)
     return {"locks", true, Counted(static_cast<int>(locks.size()), "lock") + " held, none left behind", ""};
 }
 
-constexpr Finding (*kMachineChecks[])() = {CheckSettings, CheckClock,   CheckCertificates,
+constexpr Finding (*kMachineChecks[])() = {CheckSettings, CheckClock,   CheckCertificates, CheckProxy,
                                            CheckModules,  CheckDrivers, CheckCredentials};
 constexpr Finding (*kPracticeChecks[])(const std::string&) = {CheckPracticeFile, CheckTokens, CheckLocks};
 

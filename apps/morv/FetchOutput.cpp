@@ -79,6 +79,7 @@ Json FetchedJson(const ClientView& client, const FetchResult& result, const Hmrc
          {{"added", result.staged.added}, {"changed", result.staged.changed}, {"withdrawn", result.staged.withdrawn}}},
         {"message", orNull(result.Reason())},
         {"action", orNull(RemedyOf(result, arguments))},
+        {"chain", orNull(CString(result.chain))},
         {"errors", ErrorsOf(*result.errors)},
         {"notes", ToJson(result.notes)}};
 }

@@ -1,11 +1,13 @@
 // gateway list, remove.
 
+#include <cstdio>
 #include <memory>
 
 #include "Afx/time/Clock.h"
 #include "ArgumentChecks.h"
 #include "HmrcCommands.h"
 #include "MorvUt/hmrc/access/AuthorisationStore.h"
+#include "MorvUt/hmrc/access/Logger.h"
 
 namespace Morv
 {
@@ -36,15 +38,24 @@ void List(const CommonOptions& options)
 void Remove(const std::string& practice, const std::string& gateway, const CommonOptions& options)
 {
     const PracticeSession session(practice, options, Login::Needed);
-    if (!HmrcApi::ReadGatewayState(gateway).isRegistered)
+    const HmrcApi::GatewayState state = HmrcApi::ReadGatewayState(gateway);
+    if (!state.isRegistered)
         throw CommandError(Exit::BadInput, "UNKNOWN_GATEWAY",
                            "there is no Government Gateway user ID " + Quoted(gateway),
                            "morv gateway list shows which there are.");
     if (!HmrcApi::CAuthorisationStore::DeleteGatewayId(gateway))
         throw CommandError(Exit::CannotOpen, "NOT_REMOVED", Quoted(gateway) + " could not be removed",
                            "Another program may be writing; try again.");
+    HmrcApi::Logger().Log("Removed", "Authorisation", {}, {}, gateway + " and its tokens have been removed");
+    // HMRC has no way for a program to end an authority.
+    const std::string told = "Removed " + gateway + " with its tokens." +
+                             (state.isAuthorised ? " The authority itself is its user's to end, on HMRC's page "
+                                                   "\"Manage authorised applications\"."
+                                                 : "");
     if (!options.json)
-        PrintLine("Removed %s with its tokens. The authority itself is withdrawn in HMRC's online account.", gateway);
+        PrintLine("%s", told);
+    else if (!options.quiet)
+        std::fprintf(stderr, "morv: %s\n", Printable(told).c_str());
     List(options);
 }
 

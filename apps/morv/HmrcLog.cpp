@@ -29,10 +29,12 @@ void ShowLog(const HmrcArguments& arguments, const CommonOptions& options)
             list.push_back(LineJson(line));
         return PrintJson(list);
     }
-    TextTable table({"When", "User", "Event", "Interface", "Request", "Response", "Detail"});
+    if (lines.empty())
+        return PrintText(arguments.chain.empty() ? "The log is empty." : "The log has no line of this chain.");
+    TextTable table({"When", "User", "Event", "Interface", "Request", "Response", "Detail", "Chain"});
     for (const HmrcApi::LogLine& line : lines)
-        table.Add(
-            {ShownMoment(line.when), line.user, line.event, line.interface, line.request, line.response, line.detail});
+        table.Add({ShownMoment(line.when), line.user, line.event, line.interface, line.request, line.response,
+                   line.detail, line.chain});
     table.Print();
 }
 

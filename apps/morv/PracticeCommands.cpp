@@ -152,6 +152,8 @@ constexpr Option kOptions[] = {
      [](Brix::COptions& o, int v) { o.SetCFStaff(v != 0); }},
     {"nDateFormat", 0, 3, "0 DD/MM/YY, 1 MM/DD/YY, 2 DD MMM YYYY, 3 MMM DD YYYY",
      [](const Brix::COptions& o) { return o.GetDateFormat(); }, [](Brix::COptions& o, int v) { o.SetDateFormat(v); }},
+    {"nHMRCLogDays", 0, 36500, "days that lines of the HMRC log are kept; 0: for ever",
+     [](const Brix::COptions& o) { return o.GetHMRCLogDays(); }, [](Brix::COptions& o, int v) { o.SetHMRCLogDays(v); }},
 };
 
 void SetOption(Brix::COptions& record, const std::string& assignment)

@@ -61,7 +61,7 @@ std::string InBraces(std::string_view value)
 
 std::string Attribute(const std::string& name, const std::string& value)
 {
-    const bool isPlain = value.find_first_of(";{}=%") == value.npos;
+    const bool isPlain = value.find_first_of(";{}=%") == value.npos && value.size() == Trimmed(value).size();
     return name + '=' + (isPlain ? value : InBraces(value)) + ';';
 }
 

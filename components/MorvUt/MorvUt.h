@@ -27,6 +27,7 @@
 #include "MorvUt/hmrc/access/ClientData.h"
 #include "MorvUt/hmrc/access/GatewayState.h"
 #include "MorvUt/hmrc/access/Logger.h"
+#include "MorvUt/hmrc/access/LogKeeping.h"
 #include "MorvUt/hmrc/access/LogReader.h"
 #include "MorvUt/hmrc/access/Scope.h"
 #include "MorvUt/hmrc/fetch/FetchData.h"

@@ -144,6 +144,12 @@ void FetchForEverybody()
     HmrcApi::TakeSharedSecond();
 }
 
+void ThinTheLog()
+{
+    HmrcApi::Logger().Log("Request", {}, {}, {}, {});
+    HmrcApi::ThinLog(1, COleDateTime(2100, 1, 1, 0, 0, 0));
+}
+
 void LockTables()
 {
     Quarry::CTransaction outer;
@@ -215,6 +221,7 @@ std::vector<std::string> SendEverything(std::unique_ptr<Cellar::CConnection> con
         AskForOrderingNumbers();
         KeepTokens();
         FetchForEverybody();
+        ThinTheLog();
         LockTables();
         GoOnFromOtherIds();
         LockUsersAndFeatures();

@@ -42,10 +42,10 @@ public:
 
 IRedirectListener::~IRedirectListener() = default;
 
-std::unique_ptr<ITransport> MakeHttpTransport(const std::string& authorities)
+std::unique_ptr<ITransport> MakeHttpTransport(const HttpSettings& settings)
 {
     const HttpAdapters* adapters = TheModule().functions;
-    return adapters ? adapters->makeTransport(authorities) : std::make_unique<NoTransport>();
+    return adapters ? adapters->makeTransport(settings) : std::make_unique<NoTransport>();
 }
 
 std::unique_ptr<IRedirectListener> OpenRedirectListener(const std::vector<unsigned short>& ports,

@@ -16,12 +16,12 @@ namespace HmrcApi
 /// The makers behind the ports.
 struct HttpAdapters
 {
-    std::unique_ptr<ITransport> (*makeTransport)(const std::string& authorities);
+    std::unique_ptr<ITransport> (*makeTransport)(const HttpSettings& settings);
     std::unique_ptr<IRedirectListener> (*openRedirectListener)(const std::vector<unsigned short>& ports,
                                                                const std::string& state);
 };
 
-std::unique_ptr<ITransport> MakeCurlTransport(const std::string& authorities);
+std::unique_ptr<ITransport> MakeCurlTransport(const HttpSettings& settings);
 std::unique_ptr<IRedirectListener> OpenLoopbackListener(const std::vector<unsigned short>& ports,
                                                         const std::string& state);
 

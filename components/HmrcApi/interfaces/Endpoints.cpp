@@ -66,6 +66,7 @@ Response CEndpoint::Fetch(const Interface<Response>& row, const std::string& ide
     try {
         return row.read(*json);
     } catch (const HmrcApiErrorException& error) { // an answer all the same, so the error gets its status
+        RequestLog(logger, row, TaxYearText(taxYear)).Refused(error);
         throw HmrcApiErrorException(error.GetCode(), error.GetText(), error.GetThird(), "200");
     }
 }

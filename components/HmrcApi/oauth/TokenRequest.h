@@ -33,11 +33,11 @@ struct TokenAnswer
 
 /// Posts `fields` with the application's id and secret to oauth/token of the service, once, within the usual time-outs
 /// and `milliseconds`.
-TokenAnswer RequestTokens(ITransport& transport, const Service& service, FormFields fields,
-                          const std::function<bool()>& cancelled, unsigned milliseconds);
+HMRCAPI_API TokenAnswer RequestTokens(ITransport& transport, const Service& service, FormFields fields,
+                                      const std::function<bool()>& cancelled, unsigned milliseconds);
 
 /// What an answer without tokens means.
-HmrcApiErrorException ErrorOf(const TokenAnswer& answer);
+HMRCAPI_API HmrcApiErrorException ErrorOf(const TokenAnswer& answer);
 /// Logs how the request went; nothing without a logger.
 void Trace(IChainLogger* logger, const char* event, const TokenAnswer& answer);
 

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "HmrcApi/http/HttpModule.h"
+#include "HmrcApi/redirect/RedirectQuery.h"
 #include "HmrcApi/redirect/server/LoopbackServer.h"
 
 namespace HmrcApi
@@ -21,15 +22,6 @@ std::string Page(const char* title, const char* text)
     return std::string("<!DOCTYPE html><html lang=\"en\"><head><meta charset=\"utf-8\"><title>") + title +
            "</title></head><body style=\"font-family: sans-serif; max-width: 40em; margin: 3em auto\"><h1>" + title +
            "</h1><p>" + text + "</p></body></html>";
-}
-
-/// Equal, in a time that does not tell where they differ.
-bool IsSameSecret(const std::string& a, const std::string& b) noexcept
-{
-    unsigned difference = a.size() == b.size() ? 0 : 1;
-    for (std::size_t i = 0; i < a.size() && i < b.size(); ++i)
-        difference |= static_cast<unsigned char>(a[i]) ^ static_cast<unsigned char>(b[i]);
-    return difference == 0;
 }
 
 /// One server on one address.
@@ -100,15 +92,16 @@ private:
     {
         response.set_header("Cache-Control", "no-store");
         response.set_header("Referrer-Policy", "no-referrer"); // the address holds the code
-        const std::string code = request.get_param_value("code");
-        const bool isDenied = request.has_param("error");
-        if (!IsSameSecret(request.get_param_value("state"), m_state) || (code.empty() && !isDenied)) {
+        const std::size_t mark = request.target.find('?');
+        const std::string query = mark == std::string::npos ? std::string() : request.target.substr(mark + 1);
+        const std::optional<RedirectAnswer> answer = ReadRedirect(query, m_state);
+        if (!answer) {
             response.status = 400;
             response.set_content(Page("Not expected", "This answer does not belong to the sign-in under way."),
                                  "text/html");
             return;
         }
-        if (isDenied)
+        if (answer->kind == RedirectAnswer::Kind::Denied)
             response.set_content(Page("No authority given", "You may close this page and return to the program."),
                                  "text/html");
         else
@@ -117,8 +110,7 @@ private:
                 "text/html");
         const std::lock_guard lock(m_mutex);
         if (!m_answer)
-            m_answer = {isDenied ? RedirectAnswer::Kind::Denied : RedirectAnswer::Kind::Code, code,
-                        request.get_param_value("error_description")};
+            m_answer = answer;
         m_arrived.notify_all();
     }
 

@@ -164,8 +164,8 @@ HttpAnswer Refusal(std::string problem)
 class CurlTransport : public ITransport
 {
 public:
-    explicit CurlTransport(const std::string& authorities)
-        : m_handle(IsReady() ? curl_easy_init() : nullptr), m_authorities(authorities)
+    explicit CurlTransport(const HttpSettings& settings)
+        : m_handle(IsReady() ? curl_easy_init() : nullptr), m_settings(settings)
     {}
 
     HttpAnswer Send(const HttpRequest& request) override
@@ -241,11 +241,17 @@ private:
         Set(CURLOPT_TIMEOUT_MS, static_cast<long>(milliseconds));
         Set(CURLOPT_SSL_VERIFYPEER, 1L);
         Set(CURLOPT_SSL_VERIFYHOST, 2L);
-        if (!m_authorities.empty())
-            Set(CURLOPT_CAINFO, m_authorities.c_str());
+        if (m_settings.authorities.empty()) {
+            Set(CURLOPT_SSL_OPTIONS, static_cast<long>(CURLSSLOPT_NATIVE_CA)); // Windows keeps them in no file
+        } else {
+            Set(CURLOPT_CAINFO, m_settings.authorities.c_str());
+            Set(CURLOPT_PROXY_CAINFO, m_settings.authorities.c_str());
+        }
         Set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
-        if (IsLoopbackAddress(address))
-            Set(CURLOPT_NOPROXY, "*"); // otherwise as the system has it
+        if (IsLoopbackAddress(address) || Afx::EqualNoCase(m_settings.proxy, kNoProxy))
+            Set(CURLOPT_NOPROXY, "*");
+        else if (!m_settings.proxy.empty())
+            Set(CURLOPT_PROXY, m_settings.proxy.c_str()); // otherwise the environment's
         Set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
         Set(CURLOPT_USERAGENT, "MorvUt/" MORVUT_VERSION_TEXT);
         Set(CURLOPT_ACCEPT_ENCODING, "gzip");
@@ -302,8 +308,11 @@ private:
     {
         HttpAnswer& answer = exchange.answer;
         answer.outcome = OutcomeOf(code, exchange);
-        long status = 0;
+        long status = 0, ofProxy = 0;
         curl_easy_getinfo(m_handle.get(), CURLINFO_RESPONSE_CODE, &status);
+        curl_easy_getinfo(m_handle.get(), CURLINFO_HTTP_CONNECTCODE, &ofProxy);
+        if (code == CURLE_RECV_ERROR && ofProxy >= 300)
+            answer.outcome = Outcome::NoConnection; // a proxy that did not lead on: nothing has been asked of anybody
         if (answer.outcome != Outcome::Answered) {
             answer.body.clear(); // a part of an answer is none
             if (answer.outcome == Outcome::TooLarge || answer.outcome == Outcome::Incomplete)
@@ -323,14 +332,14 @@ private:
     }
 
     std::unique_ptr<CURL, FreeHandle> m_handle;
-    const std::string m_authorities; // a file; empty: the system's
+    const HttpSettings m_settings;
 };
 
 } // namespace
 
-std::unique_ptr<ITransport> MakeCurlTransport(const std::string& authorities)
+std::unique_ptr<ITransport> MakeCurlTransport(const HttpSettings& settings)
 {
-    return std::make_unique<CurlTransport>(authorities);
+    return std::make_unique<CurlTransport>(settings);
 }
 
 } // namespace HmrcApi

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
+#include <cstdlib>
 #include <optional>
 #include <string_view>
 
 #include "Afx/text/Ascii.h"
 #include "Afx/text/Numbers.h"
 #include "Afx/text/TextFold.h"
+#include "Shellkit/Registry.h"
 
 namespace HmrcApi
 {
@@ -61,6 +63,26 @@ void SetTimeouts(Timeouts timeouts) noexcept
 }
 
 ITransport::~ITransport() = default;
+
+HttpSettings ReadHttpSettings()
+{
+    const CRegistry registry;
+    return {registry.GetString("HMRCCertificates").Str(), registry.GetString("HMRCProxy").Str()};
+}
+
+std::string ProxyInUse(const HttpSettings& settings)
+{
+    std::string proxy = settings.proxy;
+    for (const char* name : {"https_proxy", "HTTPS_PROXY", "all_proxy", "ALL_PROXY"}) // as the library looks for it
+        if (const char* const value = proxy.empty() ? std::getenv(name) : nullptr)
+            proxy = value;
+    if (Afx::EqualNoCase(settings.proxy, kNoProxy))
+        return {};
+    const std::size_t scheme = proxy.find("://"), start = scheme == std::string::npos ? 0 : scheme + 3;
+    if (const std::size_t user = proxy.rfind('@'); user != std::string::npos && user >= start)
+        proxy.erase(start, user + 1 - start);
+    return proxy;
+}
 
 bool IsLoopbackAddress(const std::string& address)
 {

@@ -66,10 +66,25 @@ public:
     virtual HttpAnswer Send(const HttpRequest& request) = 0;
 };
 
-/// The system's HTTP library (libcurl). TLS verification is always on; plain HTTP only to loopback addresses, which are
-/// never reached through a proxy. Requests to other hosts go at most twice a second from this process (see Pace.h).
-/// `authorities` names a file of certificates (PEM) to trust in place of the system's.
-HMRCAPI_API std::unique_ptr<ITransport> MakeHttpTransport(const std::string& authorities = {});
+/// The way out of this computer, where it is not to be the system's.
+struct HttpSettings
+{
+    std::string authorities; // file of certificates (PEM) to trust in place of the system's; empty: the system's
+    /// Address of the proxy; empty: the one of the environment (https_proxy, all_proxy); "none": none at all. What
+    /// no_proxy names is asked directly in any case.
+    std::string proxy;
+};
+inline constexpr char kNoProxy[] = "none"; // in any case
+/// Registry values "HMRCCertificates" and "HMRCProxy".
+HMRCAPI_API HttpSettings ReadHttpSettings();
+/// The proxy through which HMRC is asked then, without what signs in to it; empty: directly.
+HMRCAPI_API std::string ProxyInUse(const HttpSettings& settings);
+
+/// The system's HTTP library (libcurl). TLS verification is always on, also of a proxy that speaks TLS; plain HTTP only
+/// to loopback addresses, which are never reached through a proxy. A proxy hears the name of the host and nothing else
+/// of a request. Requests to other hosts go at most twice a second from this process (see
+/// Pace.h).
+HMRCAPI_API std::unique_ptr<ITransport> MakeHttpTransport(const HttpSettings& settings = ReadHttpSettings());
 
 /// The scheme is HTTP or HTTPS and the host is 127.0.0.0/8, [::1] or localhost.
 HMRCAPI_API bool IsLoopbackAddress(const std::string& address);

@@ -53,6 +53,25 @@ std::string EncodeForm(const FormFields& fields)
     return form;
 }
 
+std::optional<std::string> DecodeFormText(std::string_view text)
+{
+    std::string decoded;
+    decoded.reserve(text.size());
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] != '%') {
+            decoded += text[at] == '+' ? ' ' : text[at];
+            continue;
+        }
+        const int high = at + 2 < text.size() ? Afx::HexValue(text[at + 1]) : -1;
+        const int low = high >= 0 ? Afx::HexValue(text[at + 2]) : -1;
+        if (low < 0)
+            return std::nullopt;
+        decoded += static_cast<char>(high * 16 + low);
+        at += 2;
+    }
+    return decoded;
+}
+
 std::string JoinAddress(std::string_view base, std::string_view path)
 {
     while (!base.empty() && base.back() == '/')

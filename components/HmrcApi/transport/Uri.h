@@ -2,6 +2,7 @@
 
 // The parts of addresses and of form bodies.
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -18,6 +19,8 @@ using FormFields = std::vector<std::pair<std::string_view, std::string_view>>;
 HMRCAPI_API std::string PercentEncode(std::string_view text);
 /// `name=value&…`, names and values percent-encoded; serves as query and as form body.
 HMRCAPI_API std::string EncodeForm(const FormFields& fields);
+/// A name or value of a form or query as it was before; a plus stands for a blank. Nothing for an escape that is none.
+HMRCAPI_API std::optional<std::string> DecodeFormText(std::string_view text);
 /// Exactly one slash between the two.
 HMRCAPI_API std::string JoinAddress(std::string_view base, std::string_view path);
 /// An identifier as HMRC takes it: upper case, no blanks. Empty when anything but letters and digits is left, because

@@ -93,6 +93,7 @@ protected:
     std::mutex m_mutex;
     std::vector<std::string> m_seen;
     Fakes::LocalServer m_other, m_server;
+    const std::string m_port = std::to_string(m_server.Port());
     std::unique_ptr<ITransport> m_transport = MakeHttpTransport();
 };
 
@@ -165,6 +166,45 @@ TEST_F(Transport, PostsAFormAndFollowsNoRedirectWithIt)
     EXPECT_EQ(Get("/json").status, 200) << "the next request is a GET again";
 }
 
+// "hmrc.localhost" is this computer to the HTTP library, and another host to everybody else.
+TEST_F(Transport, GoesThroughTheProxyToOtherHostsAloneAndTellsItNothing)
+{
+    Fakes::LocalServer proxy;
+    std::vector<std::string> asked;
+    proxy.Handlers().set_pre_routing_handler([&](const Request& request, Response& response) {
+        asked.push_back(request.method + ' ' + request.target);
+        for (const char* name : {"Authorization", "Accept", "Gov-Client-User-IDs"})
+            EXPECT_FALSE(request.has_header(name)) << name;
+        response.status = 403;
+        return httplib::Server::HandlerResponse::Handled;
+    });
+    proxy.Start();
+    const std::string dead = "http://127.0.0.1:1", there = proxy.Address(""), host = "hmrc.localhost:" + m_port;
+    const struct
+    {
+        std::string setting, environment;
+        bool isAsked;
+        const char* why;
+    } rows[] = {
+        {"", there, true, "of the environment"},
+        {there, dead, true, "the setting goes before"},
+        {"None", there, false, "without any"},
+        {dead, there, false, "nobody is asked in its place"},
+    };
+    for (const auto& row : rows) {
+        setenv("https_proxy", row.environment.c_str(), 1);
+        asked.clear();
+        HttpRequest request = To("/seen");
+        request.address = "https://" + host + "/seen";
+        const HttpSettings settings{{}, row.setting};
+        EXPECT_EQ(MakeHttpTransport(settings)->Send(request).outcome, Outcome::NoConnection) << row.why;
+        EXPECT_EQ(asked, row.isAsked ? std::vector{"CONNECT " + host} : std::vector<std::string>()) << row.why;
+        EXPECT_EQ(MakeHttpTransport(settings)->Send(To("/json")).status, 200) << "loopback, " << row.why;
+    }
+    unsetenv("https_proxy");
+    EXPECT_EQ(ProxyInUse({{}, "http://anna:p@ss@proxy:3128/"}), "http://proxy:3128/");
+}
+
 namespace
 {
 
@@ -211,7 +251,7 @@ TEST(TransportSecurity, TakesACertificateOfThatHostByAnAuthorityItTrusts)
         server.Start();
         HttpRequest request;
         request.address = "https://localhost:" + std::to_string(server.Port()) + '/';
-        const HttpAnswer answer = MakeHttpTransport(authorities)->Send(request);
+        const HttpAnswer answer = MakeHttpTransport({authorities, {}})->Send(request);
         EXPECT_EQ(answer.outcome, outcome) << why;
         EXPECT_EQ(answer.problem.find("certificate") == std::string::npos, outcome == Outcome::Answered) << why;
         EXPECT_EQ(requests, outcome == Outcome::Answered ? 1 : 0) << why;

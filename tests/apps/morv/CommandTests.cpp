@@ -44,6 +44,18 @@ TEST(Commands, AuthorityAndTheLogTellTheirMembers)
     const std::string chain = log.back()["chain"];
     for (const Json& row : MorvJson("hmrc log " + practice + " --chain " + chain))
         EXPECT_EQ(row["chain"], chain);
+
+    Execute(practice, "UPDATE MTDAuthorisation SET dtGranted = '2020-01-31 00:00:00.000'");
+    const std::string warning = MorvJson("gateway list " + practice)[0]["warning"];
+    const Ended fetched = RunMorv(FetchLine(practice, sandbox) + " --json");
+    EXPECT_NE(fetched.err.find(warning), std::string::npos) << fetched.err;
+    const Json ofFetch =
+        MorvJson("hmrc log " + practice + " --chain " + fetched.Document()["chain"].get<std::string>());
+    EXPECT_EQ(ofFetch.size(), 2u) << "one line for each interface";
+    for (const Json& finding : RunMorv("doctor " + practice + " --json").Document())
+        EXPECT_TRUE(finding["check"] != "tokens" || finding["found"] == "gateway-1: " + warning) << finding;
+    EXPECT_NE(RunMorv("gateway remove " + practice + " gateway-1").out.find("Manage authorised"), std::string::npos);
+    EXPECT_EQ(MorvJson("hmrc log " + practice).back()["event"], "Removed");
 }
 
 TEST(Commands, AnEndlessNameIsCut)

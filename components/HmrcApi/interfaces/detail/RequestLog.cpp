@@ -37,4 +37,10 @@ void RequestLog::Answered(unsigned number, const HttpAnswer& answer, const Error
                   Mask(detail, {token}));
 }
 
+void RequestLog::Refused(const HmrcApiErrorException& refusal) const
+{
+    if (m_logger)
+        m_logger->Log("Refused", m_interface, m_request, refusal.GetCode(), Mask(refusal.GetText()));
+}
+
 } // namespace HmrcApi

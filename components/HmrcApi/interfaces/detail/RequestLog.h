@@ -20,6 +20,8 @@ public:
 
     IChainLogger* Logger() const noexcept { return m_logger; }
     void Answered(unsigned number, const HttpAnswer& answer, const ErrorBody& body, const std::string& token) const;
+    /// An answer that came whole and is none: what was wrong with it, and where.
+    void Refused(const HmrcApiErrorException& refusal) const;
 
 private:
     IChainLogger* m_logger;

@@ -59,6 +59,17 @@ ErrorBody ErrorIn(const HttpAnswer& answer, const std::string& token)
     return body;
 }
 
+/// The body of a 200; what is none is logged.
+std::string Taken(HttpAnswer& answer, const RequestLog& log)
+{
+    try {
+        return TakeJson(answer);
+    } catch (const HmrcApiErrorException& refusal) {
+        log.Refused(refusal);
+        throw;
+    }
+}
+
 } // namespace
 
 std::optional<std::string> Retrieve(ITransport& transport, HttpRequest request, CAuthorisation& authorisation,
@@ -75,7 +86,7 @@ std::optional<std::string> Retrieve(ITransport& transport, HttpRequest request, 
         log.Answered(number, answer, body, tokens.accessToken);
         const AnswerRule& rule = RuleFor(answer, body.code);
         if (rule.verdict == Verdict::Success)
-            return TakeJson(answer);
+            return Taken(answer, log);
         if (rule.verdict == Verdict::NothingYet)
             return std::nullopt;
         if (rule.verdict == Verdict::Refresh && mayRefresh) {

@@ -1,5 +1,9 @@
 #include "MorvUt/hmrc/access/LogReader.h"
 
+#include <algorithm>
+#include <string_view>
+
+#include "Afx/text/Ascii.h"
 #include "Cellar/BufferedRowList.h"
 #include "HmrcApi/answers/Mask.h"
 #include "Quarry/Session.h"
@@ -12,12 +16,31 @@ namespace
 constexpr char kAll[] = "SELECT * FROM MTDLog ORDER BY lID";
 constexpr char kChain[] = "SELECT * FROM MTDLog WHERE strChainID = %s ORDER BY lID";
 
+/// 36 characters, of which eight digits may look like a National Insurance number.
+bool IsGuid(std::string_view text) noexcept
+{
+    constexpr std::string_view kShape = "xxxxxxxx-xxxx-xxxx-xxxx-xxxxxxxxxxxx";
+    return text.size() == kShape.size() && std::equal(text.begin(), text.end(), kShape.begin(), [](char c, char shape) {
+               return shape == '-' ? c == '-' : Afx::HexValue(c) >= 0;
+           });
+}
+
 LogLine LineOf(const Cellar::CBufferedRowList& row)
 {
     const auto text = [&row](const char* column) { return Mask(row.GetText(column).Str()); };
-    return {row.GetDateTime("dtLogged"), text("strUserID"), text("strWorkstation"), text("strSessionID"),
-            text("strChainID"),          text("strEvent"),  text("strInterface"),   text("strRequest"),
-            text("strResponse"),         text("strDetail")};
+    const auto id = [&](const char* column) {
+        return IsGuid(row.GetText(column).View()) ? row.GetText(column).Str() : text(column);
+    };
+    return {row.GetDateTime("dtLogged"),
+            text("strUserID"),
+            text("strWorkstation"),
+            id("strSessionID"),
+            id("strChainID"),
+            text("strEvent"),
+            text("strInterface"),
+            text("strRequest"),
+            text("strResponse"),
+            text("strDetail")};
 }
 
 } // namespace

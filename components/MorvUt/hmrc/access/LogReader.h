@@ -11,7 +11,7 @@
 namespace HmrcApi
 {
 
-/// Masked, also where another program wrote the line.
+/// Masked, also where another program wrote the line; ids of sessions and chains as they are.
 struct LogLine
 {
     COleDateTime when;

@@ -11,7 +11,8 @@ PracticeOptions ReadPracticeOptions()
     Brix::COptions options;
     if (!Quarry::HasConnection() || !options.Open())
         return {};
-    return {options.GetPAYEInterface() == 1, options.GetHMRCRetrieval(), options.GetDebugLogging()};
+    return {options.GetPAYEInterface() == 1, options.GetHMRCRetrieval(), options.GetDebugLogging(),
+            options.GetHMRCLogDays()};
 }
 
 } // namespace HmrcApi

@@ -13,6 +13,7 @@ struct PracticeOptions
     bool usesPayeInterface = false;  // the practice fetches through the single PAYE interface
     bool isRetrievalEnabled = false; // retrieval from HMRC is switched on
     int debugLevel = 0;              // greater than 0: the plumbing logs what it sends and receives
+    int logDays = 0;                 // how long lines of the log are kept; 0: for ever
 };
 
 /// All of them in one read.

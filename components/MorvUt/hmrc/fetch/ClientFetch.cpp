@@ -6,6 +6,7 @@
 #include "Brix/Subjects.h"
 #include "Cellar/DatabaseError.h"
 #include "MorvUt/context/status/ClientStatus.h"
+#include "MorvUt/hmrc/access/LogKeeping.h"
 #include "MorvUt/hmrc/access/PracticeOptions.h"
 #include "MorvUt/hmrc/fetch/EmploymentsPrepop.h"
 #include "MorvUt/hmrc/fetch/NicPrepop.h"
@@ -258,8 +259,10 @@ bool ClientFetch::MayFetch()
 
 void ClientFetch::Prepare()
 {
+    ThinLogOnceADay(m_request->options.logDays);
     m_logger = m_desk ? std::make_unique<DeskLogger>(*m_desk) : std::make_unique<Logger>();
     m_logger->SetDebugLevel(m_request->options.debugLevel);
+    m_result.chain = m_logger->GetChainIdString();
     m_retrieval =
         std::make_unique<Retrieval>(m_client, TaxYear(GetCurrentRealTaxYear()).GetRealTaxYear(), m_request->store,
                                     m_errors, m_logger.get(), m_request->options, m_channel, m_desk);

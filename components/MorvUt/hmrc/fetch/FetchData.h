@@ -51,6 +51,7 @@ struct FetchResult
     StagedCounts staged;
     ItemCounts counts;                // of the year; its items only those that HMRC sent now, National Insurance as one
     std::vector<FetchedGroup> groups; // in the order asked
+    std::string chain;                // of the lines that the fetch left in the log; empty when nothing was asked
     std::vector<CString> notes;       // what of HMRC's has no box of its own, for people (see NotesOf)
     std::shared_ptr<const CAPIErrorHandler> errors; // never null
 

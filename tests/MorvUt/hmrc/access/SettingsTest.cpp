@@ -4,6 +4,8 @@
 
 #include "Afx/system/Computer.h"
 #include "MorvUt/hmrc/access/ClientData.h"
+#include "MorvUt/hmrc/access/LogKeeping.h"
+#include "MorvUt/hmrc/access/LogReader.h"
 #include "MorvUt/hmrc/access/PracticeOptions.h"
 #include "MorvUt/hmrc/access/Scope.h"
 #include "MorvUt/hmrc/HmrcTest.h"
@@ -87,6 +89,43 @@ TEST_P(HmrcLogger, WritesOneLineWithItsChain)
                     "strSessionID, strChainID FROM MTDLog"),
               "ANNA|DESK1|Request|PAYE|GET /x|200 'OK'|detail; DROP TABLE MTDLog|" +
                   CApplicationSessionId::GetSessionId() + '|' + other.GetChainIdString());
+}
+
+TEST_P(HmrcLogger, IsShownMaskedButForItsIds)
+{
+    const std::string chain = "AA000001-31C7-4876-AD4B-CC5672894DFC"; // looks like a National Insurance number
+    Sql("INSERT INTO MTDLog (strChainID, strSessionID, strDetail) VALUES (%s, 'AA000001A', 'AA000001A')", chain);
+    const auto lines = HmrcApi::ReadLog(chain);
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_EQ(lines[0].chain, chain) << "or nobody could ask for it";
+    EXPECT_EQ(lines[0].session + lines[0].detail, "[masked][masked]") << "by another program";
+}
+
+TEST_P(HmrcLogger, KeepsLinesAsLongAsThePracticeWants)
+{
+    const auto put = [](const Cellar::SqlText& when) {
+        Sql("INSERT INTO MTDLog (strEvent, dtLogged) VALUES (" + when + ", " + when + ")");
+    };
+    put("'2030-01-01'"); // a clock that was wrong
+    put("NULL");
+    put("'2023-12-31 12:00:00'");
+    put("'2024-01-01 12:00:00'");
+    put("'2023-06-01'"); // by another program, out of order
+    Sql("INSERT INTO MTDAudit (strAction, dtWritten) VALUES ('Accept', '2020-01-01')");
+    const COleDateTime now(2024, 1, 31, 12, 0, 0);
+    EXPECT_EQ(HmrcApi::ThinLog(0, now), 0);
+    EXPECT_EQ(HmrcApi::ThinLog(31, now), 0) << "not older, to the second; what stands behind it waits";
+    EXPECT_EQ(HmrcApi::ThinLog(30, now), 2);
+    EXPECT_EQ(HmrcApi::ThinLog(29, now), 1);
+    EXPECT_EQ(Query("SELECT COUNT(*), MIN(strEvent) FROM MTDLog"), "2|2030-01-01");
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAudit"), "1");
+
+    put("'2020-01-01'");
+    for (int twice = 0; twice < 11; ++twice)
+        Sql("INSERT INTO MTDLog (dtLogged) SELECT dtLogged FROM MTDLog WHERE dtLogged < '2021-01-01'");
+    EXPECT_EQ(HmrcApi::ThinLog(30, now), 1000) << "at once";
+    EXPECT_EQ(HmrcApi::ThinLog(30, now), 1000);
+    EXPECT_EQ(HmrcApi::ThinLog(30, now), 48);
 }
 
 TEST_P(HmrcLogger, ReadsTheLevelEachTimeUnlessItWasTold)
