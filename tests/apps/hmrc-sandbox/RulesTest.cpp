@@ -132,7 +132,7 @@ TEST(FaultsOnDemand, BreakEveryInterface)
         call.method = method;
         call.path = path;
         call.parameters = Parse(parameters);
-        call.hasQuery = !parameters.empty();
+        call.hasQuery = call.method == "GET" && !parameters.empty();
         call.contentType = "application/x-www-form-urlencoded";
         call.accept = std::string("application/vnd.hmrc.") + version + "+json";
         call.authorization = secrets.size() > 1 ? "Bearer " + secrets[1] : "";
