@@ -12,8 +12,8 @@ namespace
 
 using Cellar::ServerText;
 
-// Letters that no text holds by chance. The braces have to be doubled.
-constexpr char kPassword[] = "zQ7 pass;wo}rd=Zq9";
+// The brace has to be doubled.
+constexpr char kPassword[] = "zQ7 pass;wo}rd=Zq9", kItsBeginning[] = "zQ7 pass";
 
 std::string InBraces(std::string_view value)
 {
@@ -52,9 +52,11 @@ void ConnectionText(std::string_view input)
     Require(driver.Get("PasswordFile").empty() && driver.Get("KeyFile").empty(),
             "what is ours never reaches the driver");
     Require(with.GetPassword() == kPassword, "the first password counts, to the letter");
-    Require(with.GetShown().find("zQ7 pass") == std::string::npos, "a password is not shown");
-    Require(with.WithoutPassword("failed: " + with.GetForDriver({})).find("zQ7 pass") == std::string::npos,
-            "nor told by the driver");
+    if (input.find(kItsBeginning) == input.npos) { // else another attribute may show the same
+        Require(with.GetShown().find(kItsBeginning) == std::string::npos, "a password is not shown");
+        Require(with.WithoutPassword("failed: " + with.GetForDriver({})).find(kItsBeginning) == std::string::npos,
+                "nor told by the driver");
+    }
     Require(driver.GetPassword() == kPassword, "the driver gets the password, to the letter");
 
     // A value is any text.

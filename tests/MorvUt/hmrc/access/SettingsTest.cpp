@@ -108,8 +108,8 @@ TEST_P(HmrcLogger, KeepsLinesAsLongAsThePracticeWants)
     };
     put("'2030-01-01'"); // a clock that was wrong
     put("NULL");
-    put("'2023-12-31 12:00:00'");
-    put("'2024-01-01 12:00:00'");
+    put("'2023-12-31 12:00:00.000'");
+    put("'2024-01-01 12:00:00.000'");
     put("'2023-06-01'"); // by another program, out of order
     Sql("INSERT INTO MTDAudit (strAction, dtWritten) VALUES ('Accept', '2020-01-01')");
     const COleDateTime now(2024, 1, 31, 12, 0, 0);
