@@ -118,6 +118,7 @@ CREATE TABLE "brixoptions" (
     "bhmrcretrieval" smallint DEFAULT 0,
     "bcfstaff" smallint DEFAULT 0,
     "ndateformat" integer,
+    "nhmrclogdays" integer DEFAULT 730,
     "nversion" integer DEFAULT 0
 );
 CREATE SEQUENCE IF NOT EXISTS BRIXUser_ids AS integer INCREMENT BY 32 MINVALUE 1;

@@ -106,6 +106,7 @@ CREATE TABLE [BRIXOptions] (
     [bHMRCRetrieval] INTEGER DEFAULT 0,
     [bCFStaff] INTEGER DEFAULT 0,
     [nDateFormat] INTEGER,
+    [nHMRCLogDays] INTEGER DEFAULT 730,
     [nVersion] INTEGER DEFAULT 0
 );
 CREATE TABLE [BRIXUser] (

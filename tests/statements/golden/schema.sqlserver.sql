@@ -117,6 +117,7 @@ CREATE TABLE [BRIXOptions] (
     [bHMRCRetrieval] bit DEFAULT 0,
     [bCFStaff] bit DEFAULT 0,
     [nDateFormat] int,
+    [nHMRCLogDays] int DEFAULT 730,
     [nVersion] int DEFAULT 0
 );
 CREATE SEQUENCE BRIXUser_ids AS int START WITH 1 INCREMENT BY 32 MINVALUE 1;
