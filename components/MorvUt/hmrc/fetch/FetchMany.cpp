@@ -40,6 +40,8 @@ public:
             m_inHand.pop_front();
             Note(result);
             each(m_fetched.done++, result);
+            if (m_fetched.ended == Absence::Unusable)
+                return m_fetched; // those under way could not be written either: they are as good as not asked about
         }
     }
 
