@@ -108,6 +108,7 @@ Exit FetchAll(const HmrcArguments& arguments, const CommonOptions& options)
         TellGoneOnWith(run, before);
 
     std::vector<ClientId> ids;
+    ids.reserve(list.size());
     for (const ClientView& client : list)
         ids.emplace_back(client.id);
     std::optional<QuietMessages> quiet;
