@@ -71,7 +71,7 @@ std::string TextOf(Reading reading)
     switch (reading) {
     case kReadOptions:
         return "SELECT [lID], [nPAYEInterface], [nDebugLogging], [bHMRCRetrieval], [bCFStaff], [nDateFormat], "
-               "[nVersion] "
+               "[nHMRCLogDays], [nVersion] "
                "FROM [BRIXOptions] ORDER BY [lID]";
     case kReadTaxYears:
         return Select(kTaxYears, kOfClient);

@@ -270,11 +270,11 @@ void StageAllowances(const Job& job, long year, const std::vector<Allowance>& it
 void Stage(const Job& job, const Year& answer)
 {
     Begin(job.database);
+    Require(ReadReturn(job).form == 0, "there is a return already");
     const long year = StageYear(job); // without one nothing else is staged
     StagePensions(job, year, InOrder(answer.pensions));
     StageEmployments(job, year, answer.employments);
     StageAllowances(job, year, answer.allowances);
-    Require(ReadReturn(job).form == 0, "there is a return already");
     Commit(job.database);
 }
 
