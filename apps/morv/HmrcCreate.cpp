@@ -146,8 +146,7 @@ private:
 
 Exit CreateAll(const CommonOptions& options)
 {
-    std::vector<ClientView> list = ListClients();
-    std::erase_if(list, [](const ClientView& each) { return each.IsPartnership(); });
+    const std::vector<ClientView> list = ListPeople();
     Progress progress(options, list.size());
     Tally tally;
     MayGoOn mayGoOn;

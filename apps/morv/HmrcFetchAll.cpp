@@ -1,9 +1,9 @@
 // hmrc fetch --all.
 
-#include <algorithm>
 #include <cstdio>
 #include <optional>
 #include <set>
+#include <vector>
 
 #include "Afx/system/SignalGuard.h"
 #include "FetchOutput.h"
@@ -11,6 +11,7 @@
 #include "MorvUt/hmrc/fetch/FetchRun.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "Progress.h"
+#include "Who.h"
 
 namespace Morv
 {
@@ -51,18 +52,14 @@ const GivenUp* FindGivenUp(Absence absence)
     return nullptr;
 }
 
-/// Clients, without those about whom everything was answered since the run began.
-std::vector<ClientView> ListLeft(const HmrcApi::FetchRun& run)
+/// About whom everything was answered since the run began.
+std::set<long> ListDone(const HmrcApi::FetchRun& run)
 {
-    std::vector<ClientView> list = ListClients();
-    std::erase_if(list, [](const ClientView& each) { return each.IsPartnership(); });
-    if (!run.IsGoneOnWith())
-        return list;
     std::set<long> done;
-    for (const ClientId& client : run.ListDone())
-        done.insert(client.Get());
-    std::erase_if(list, [&](const ClientView& each) { return done.contains(each.id); });
-    return list;
+    if (run.IsGoneOnWith())
+        for (const ClientId& client : run.ListDone())
+            done.insert(client.Get());
+    return done;
 }
 
 void TellGoneOnWith(const HmrcApi::FetchRun& run, int before)
@@ -102,8 +99,10 @@ void TellSummary(const Tally& tally, Absence ended, int before, int left, const 
 Exit FetchAll(const HmrcArguments& arguments, const CommonOptions& options)
 {
     HmrcApi::FetchRun run(GetCurrentRealTaxYear(), arguments.anew);
-    const std::vector<ClientView> list = ListLeft(run);
-    const int before = run.IsGoneOnWith() ? static_cast<int>(run.ListDone().size()) : 0;
+    const std::set<long> done = ListDone(run);
+    std::vector<ClientView> list = ListPeople();
+    std::erase_if(list, [&](const ClientView& each) { return done.contains(each.id); });
+    const int before = static_cast<int>(done.size());
     if (before > 0)
         TellGoneOnWith(run, before);
 

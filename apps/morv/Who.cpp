@@ -33,6 +33,13 @@ ClientView PartnershipOf(const std::string& codeOrId)
     throw Unknown("--partnership", "partnership", codeOrId);
 }
 
+std::vector<ClientView> ListPeople()
+{
+    std::vector<ClientView> list = ListClients();
+    std::erase_if(list, [](const ClientView& each) { return each.IsPartnership(); });
+    return list;
+}
+
 CLI::Option* AddClientOption(CLI::App& command, std::string& codeOrId)
 {
     return command.add_option("--client", codeOrId, "Client (code, or number in the list)")->check(NotEmpty());

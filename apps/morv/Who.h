@@ -5,6 +5,7 @@
 #include <CLI/CLI.hpp>
 
 #include <string>
+#include <vector>
 
 #include "MorvUt/context/ClientView.h"
 
@@ -14,6 +15,9 @@ namespace Morv
 /// The client, or the partnership, that a user named by code or number. Throws CommandError when there is none.
 ClientView ClientOf(const std::string& codeOrId);
 ClientView PartnershipOf(const std::string& codeOrId);
+
+/// All clients but the partnerships, by their id: whom HMRC's records are about.
+std::vector<ClientView> ListPeople();
 
 /// --client, read into `codeOrId`.
 CLI::Option* AddClientOption(CLI::App& command, std::string& codeOrId);

@@ -234,8 +234,7 @@ void CDataList::UpdateAll(Saving saving)
     Changes changes;
     if (!Connection().HasBegun())
         saving = Saving::Now;
-    std::optional<Cellar::CTransaction>
-        level; // one statement is all or nothing by itself, and so is the caller's level
+    std::optional<Cellar::CTransaction> level; // one statement, and the caller's level, are all or nothing anyway
     const std::size_t inOne = added.empty() ? 1 : RowsInOneStatement(added.size(), m_table->columns.size());
     if (changed + added.size() > inOne && (saving == Saving::Now || changed > 0))
         level.emplace(Connection());

@@ -29,7 +29,8 @@ LogLine LineOf(const Cellar::CBufferedRowList& row)
 {
     const auto text = [&row](const char* column) { return Mask(row.GetText(column).Str()); };
     const auto id = [&](const char* column) {
-        return IsGuid(row.GetText(column).View()) ? row.GetText(column).Str() : text(column);
+        const CString stored = row.GetText(column);
+        return IsGuid(stored.View()) ? stored.Str() : text(column);
     };
     return {row.GetDateTime("dtLogged"),
             text("strUserID"),
