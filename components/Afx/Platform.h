@@ -18,6 +18,7 @@
 #undef GetWindowText
 #undef LoadString
 #undef GetMessage
+#undef TextOut
 #undef GetObject
 #undef DrawText
 #undef GetClassName

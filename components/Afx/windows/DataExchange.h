@@ -18,11 +18,25 @@ public:
     /// Names the field that the exchange goes back to if it fails. Throws CInvalidArgException when the dialog has no
     /// field `id`.
     void PrepareEditCtrl(int id);
-    void PrepareEditCtrl(CEdit& edit) noexcept { m_edit = &edit; }
-    /// Ends the exchange: while saving the focus goes to the prepared field and its text is selected. Throws
-    /// CUserException, on which UpdateData returns false and the dialog stays open.
+    void PrepareEditCtrl(CEdit& edit) noexcept { m_control = &edit; }
+    /// The same for a control of any kind, which it gives.
+    CWnd& PrepareCtrl(int id);
+    /// Ends the exchange: while saving the focus goes to the prepared control, and the text of a field is selected.
+    /// Throws CUserException, on which UpdateData returns false and the dialog stays open.
     [[noreturn]] void Fail();
 
 private:
-    CEdit* m_edit = nullptr;
+    CWnd* m_control = nullptr;
 };
+
+// The exchange of the control `id` with a value. Each throws CInvalidArgException when the dialog has no such control.
+
+AFX_API void DDX_Text(CDataExchange* exchange, int id, CString& value);
+/// A whole number; a text that is none, or too large, is refused and told.
+AFX_API void DDX_Text(CDataExchange* exchange, int id, int& value);
+/// 0 or 1.
+AFX_API void DDX_Check(CDataExchange* exchange, int id, int& value);
+/// The index of the chosen item; -1 for none.
+AFX_API void DDX_CBIndex(CDataExchange* exchange, int id, int& value);
+/// Puts `control` in the place of the control `id`, once.
+AFX_API void DDX_Control(CDataExchange* exchange, int id, CWnd& control);

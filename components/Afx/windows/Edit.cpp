@@ -3,11 +3,12 @@
 #include <algorithm>
 
 #include "Afx/text/Utf8.h"
+#include "Afx/windows/WindowSystem.h"
 
 namespace
 {
 
-constexpr unsigned kBackspace = 8, kDelete = 127;
+constexpr unsigned kBackspace = 8, kLineFeed = 10, kDelete = 127;
 
 bool IsControl(unsigned character) noexcept { return character < ' ' || character == kDelete; }
 
@@ -20,22 +21,29 @@ int Snap(const CString& text, int position) noexcept
     return position;
 }
 
+/// The position after the character at `position`.
+int Next(const CString& text, int position) noexcept
+{
+    while (++position < text.GetLength() && Afx::ContinuesCharacter(text.GetAt(position))) {
+    }
+    return std::min(position, text.GetLength());
+}
+
 } // namespace
 
 IMPLEMENT_DYNCREATE(CEdit, CWnd)
 
-void CEdit::SetSel(int start, int end) noexcept
+void CEdit::SetSel(int start, int end)
 {
-    CString text;
-    GetWindowText(text);
     if (start < 0) {
         m_selStart = m_selEnd;
-        return;
+    } else {
+        m_selStart = Snap(Text(), start);
+        m_selEnd = end < 0 ? Text().GetLength() : Snap(Text(), end);
+        if (m_selEnd < m_selStart)
+            std::swap(m_selStart, m_selEnd);
     }
-    m_selStart = Snap(text, start);
-    m_selEnd = end < 0 ? text.GetLength() : Snap(text, end);
-    if (m_selEnd < m_selStart)
-        std::swap(m_selStart, m_selEnd);
+    Changed(Afx::Part::Selection);
 }
 
 void CEdit::GetSel(int& start, int& end) const noexcept
@@ -44,27 +52,125 @@ void CEdit::GetSel(int& start, int& end) const noexcept
     end = m_selEnd;
 }
 
+CString CEdit::GetSelectedText() const { return Text().Mid(m_selStart, m_selEnd - m_selStart); }
+
+void CEdit::ReplaceSel(const char* text) { ReplaceSelection(text ? text : ""); }
+
+void CEdit::SetReadOnly(bool readOnly)
+{
+    m_readOnly = readOnly;
+    Changed(Afx::Part::Enabled);
+}
+
 void CEdit::OnChar(unsigned character, unsigned repeat, unsigned)
 {
+    if (m_readOnly)
+        return;
     for (; repeat > 0; --repeat)
         if (character == kBackspace)
             Erase();
-        else if (!IsControl(character))
+        else if (!IsControl(character) || (character == kLineFeed && m_multiLine))
             Insert(character);
+}
+
+bool CEdit::OnKey(unsigned key, unsigned modifiers)
+{
+    if (modifiers & Afx::kAlt)
+        return false;
+    if (modifiers & Afx::kControl)
+        return OnControlKey(key);
+    const bool extend = (modifiers & Afx::kShift) != 0;
+    switch (key) {
+    case VK_LEFT:
+        MoveCaret(Snap(Text(), m_selEnd - 1), extend);
+        return true;
+    case VK_RIGHT:
+        MoveCaret(Next(Text(), m_selEnd), extend);
+        return true;
+    case VK_HOME:
+        MoveCaret(0, extend);
+        return true;
+    case VK_END:
+        MoveCaret(Text().GetLength(), extend);
+        return true;
+    case VK_DELETE:
+        if (!m_readOnly) {
+            if (m_selStart == m_selEnd)
+                m_selEnd = Next(Text(), m_selStart);
+            ReplaceSelection({});
+        }
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool CEdit::OnControlKey(unsigned key)
+{
+    Afx::WindowSystem* const system = Afx::WindowSystem::Current();
+    switch (key) {
+    case 'A':
+        SetSel(0, -1);
+        return true;
+    case 'C':
+    case 'X':
+        if (system && m_selStart != m_selEnd)
+            system->SetClipboard(GetSelectedText().Str());
+        if (key == 'X' && !m_readOnly)
+            ReplaceSelection({});
+        return true;
+    case 'V':
+        if (system && !m_readOnly)
+            Paste(system->GetClipboard());
+        return true;
+    default:
+        return false;
+    }
+}
+
+/// As if typed, so that a field refuses in a pasted text what it refuses of a key.
+void CEdit::Paste(std::string_view text)
+{
+    while (!text.empty()) {
+        OnChar(Afx::TakeCharacter(text), 1, 0);
+        if (m_limit > 0 && m_characters >= m_limit)
+            return;
+    }
 }
 
 void CEdit::OnSetText(const char* text)
 {
     CWnd::OnSetText(text);
+    m_characters = Afx::CountCharacters(Text().View());
     m_selStart = m_selEnd = 0;
+}
+
+void CEdit::OnSetFocus(CWnd* oldFocus)
+{
+    CWnd::OnSetFocus(oldFocus);
+    NotifyParent(EN_SETFOCUS);
+}
+
+void CEdit::OnKillFocus(CWnd* newFocus)
+{
+    CWnd::OnKillFocus(newFocus);
+    NotifyParent(EN_KILLFOCUS);
+}
+
+void CEdit::TakeStyle(const CWnd& control)
+{
+    if (const auto* const edit = dynamic_cast<const CEdit*>(&control)) {
+        m_limit = edit->m_limit ? edit->m_limit : m_limit;
+        m_readOnly = m_readOnly || edit->m_readOnly;
+        m_multiLine = m_multiLine || edit->m_multiLine;
+    }
+    m_characters = Afx::CountCharacters(Text().View());
 }
 
 void CEdit::Erase()
 {
-    CString text;
-    GetWindowText(text);
     if (m_selStart == m_selEnd)
-        m_selStart = Snap(text, m_selStart - 1);
+        m_selStart = Snap(Text(), m_selStart - 1);
     ReplaceSelection({});
 }
 
@@ -72,19 +178,28 @@ void CEdit::Insert(unsigned character)
 {
     std::string typed;
     Afx::AppendUtf8(typed, character);
-    CString text;
-    GetWindowText(text);
-    const CString stays = text.Left(m_selStart) + text.Mid(m_selEnd);
-    const bool isFull = m_limit > 0 && Afx::CountCharacters(stays.View()) >= m_limit;
-    if (!typed.empty() && !isFull)
+    const int selected = m_selStart == m_selEnd ? 0 : Afx::CountCharacters(GetSelectedText().View());
+    if (!typed.empty() && (m_limit <= 0 || m_characters - selected < m_limit))
         ReplaceSelection(typed);
 }
 
-void CEdit::ReplaceSelection(const std::string& with)
+void CEdit::ReplaceSelection(std::string_view with)
 {
-    CString text;
-    GetWindowText(text);
-    const int caret = m_selStart + static_cast<int>(with.size());
-    CWnd::OnSetText(text.Left(m_selStart) + CString(with) + text.Mid(m_selEnd)); // typed, not set
-    SetSel(caret, caret);
+    if (m_selStart == m_selEnd && with.empty())
+        return;
+    m_characters += Afx::CountCharacters(with) - Afx::CountCharacters(GetSelectedText().View());
+    CString& text = MutableText();
+    text.Delete(m_selStart, m_selEnd - m_selStart);
+    text.Insert(m_selStart, std::string(with).c_str());
+    m_selStart = m_selEnd = m_selStart + static_cast<int>(with.size());
+    Changed(Afx::Part::Text | Afx::Part::Selection);
+    NotifyParent(EN_CHANGE);
+}
+
+void CEdit::MoveCaret(int to, bool extend)
+{
+    if (extend)
+        SetSel(std::min(m_selStart, to), std::max(m_selStart, to));
+    else
+        SetSel(to, to);
 }

@@ -59,6 +59,10 @@ void WindowSystem::Wait(int) {}
 void WindowSystem::ShowWait(const std::string&) {}
 bool WindowSystem::WaitCancelled() { return false; }
 bool WindowSystem::OpenBrowser(const std::string&) { return false; }
+bool WindowSystem::ShowHelp(const std::string&, unsigned) { return false; }
+std::unique_ptr<WindowPeer> WindowSystem::MakePeer(CWnd&) { return nullptr; }
+std::string WindowSystem::GetClipboard() { return m_clipboard; }
+void WindowSystem::SetClipboard(const std::string& text) { m_clipboard = text; }
 
 WindowSystem* WindowSystem::Current() noexcept { return Installed().get(); }
 
@@ -110,8 +114,9 @@ void HeadlessWindowSystem::Type(CWnd& control, std::string_view text)
     RequireInput(control);
     if (CWnd::GetFocus() != &control)
         CDialog::GotoDlgCtrl(&control);
-    while (!text.empty())
-        control.DeliverChar(TakeCharacter(text));
+    const WindowRef here(&control);
+    while (!text.empty() && here)
+        UserActs::Char(control, TakeCharacter(text));
 }
 
 void HeadlessWindowSystem::Leave() { CWnd::KillFocus(); }
@@ -121,8 +126,21 @@ void HeadlessWindowSystem::Click(CWnd& window, unsigned id)
     CWnd* const button = window.GetDlgItem(static_cast<int>(id));
     RequireInput(button ? *button : window);
     if (button)
-        button->SetFocus();
-    window.DeliverCommand(id);
+        UserActs::Click(*button);
+    else
+        window.DeliverCommand(id);
+}
+
+bool HeadlessWindowSystem::Key(unsigned key, unsigned modifiers)
+{
+    CWnd* const focus = CWnd::GetFocus();
+    return focus && UserActs::Key(*focus, key, modifiers);
+}
+
+bool HeadlessWindowSystem::ShowHelp(const std::string& file, unsigned topic)
+{
+    m_helped.push_back(file + '#' + std::to_string(topic));
+    return true;
 }
 
 } // namespace Afx

@@ -11,6 +11,8 @@
 
 #include "Afx/Export.h"
 
+#include "Afx/windows/WindowPeer.h"
+
 class CDialog;
 class CWnd;
 
@@ -35,10 +37,20 @@ public:
     virtual bool WaitCancelled();
     /// Opens an address in the user's browser; false when it cannot.
     virtual bool OpenBrowser(const std::string& address);
+    /// Shows a topic of a help file; false when it cannot.
+    virtual bool ShowHelp(const std::string& file, unsigned topic);
+    /// The native window of a model's; null: none, as in systems without a display.
+    virtual std::unique_ptr<WindowPeer> MakePeer(CWnd& window);
+    /// The text of the clipboard, which by default is this process's own.
+    virtual std::string GetClipboard();
+    virtual void SetClipboard(const std::string& text);
 
     static WindowSystem* Current() noexcept;
     /// Installs `system` and gives back the one before.
     static std::unique_ptr<WindowSystem> Install(std::unique_ptr<WindowSystem> system);
+
+private:
+    std::string m_clipboard;
 };
 
 /// The answer that changes nothing: No, Cancel or OK.
@@ -94,6 +106,11 @@ public:
     /// Clicks the button `id` of a window, which takes the focus. Where there is no such button: the command alone, as
     /// the Enter key and Escape give it.
     static void Click(CWnd& window, unsigned id);
+    /// Presses a key (VK_...) in the window that has the focus; nothing without one.
+    static bool Key(unsigned key, unsigned modifiers = 0);
+    /// Topics of help that were asked for: "file#topic".
+    const std::vector<std::string>& Helped() const noexcept { return m_helped; }
+    bool ShowHelp(const std::string& file, unsigned topic) override;
 
 private:
     int Unexpected(const Shown& shown) const;
@@ -101,6 +118,7 @@ private:
     std::deque<int> m_answers;
     std::deque<DialogScript> m_scripts;
     std::vector<Shown> m_shown;
+    std::vector<std::string> m_helped;
     std::function<int(const Shown&)> m_unexpected;
 };
 

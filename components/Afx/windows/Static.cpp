@@ -1,0 +1,3 @@
+#include "Afx/windows/Static.h"
+
+IMPLEMENT_DYNCREATE(CStatic, CWnd)
