@@ -4,4 +4,10 @@
 
 #include "Kiln/CAmt.h"
 #include "Kiln/CDate.h"
+#include "Kiln/controls/AmtEdit.h"
 #include "Kiln/controls/DateEdit.h"
+#include "Kiln/controls/DoubleEdit.h"
+#include "Kiln/controls/ExComboBox.h"
+#include "Kiln/controls/ExDialog.h"
+#include "Kiln/controls/HyperlinkButton.h"
+#include "Kiln/controls/SortListCtrl.h"

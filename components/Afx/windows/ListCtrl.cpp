@@ -162,10 +162,13 @@ void CListCtrl::SetFocusedRow(int row)
 }
 
 CString CListCtrl::GetTip(int) const { return {}; }
+void CListCtrl::HeadingClicked(int) {}
 
 void CListCtrl::ClickColumn(int column)
 {
+    const Afx::RunningEvent event;
     m_clickedColumn = column;
+    HeadingClicked(column);
     DeliverNotify(Afx::kNotifyColumnClick);
 }
 
@@ -186,7 +189,8 @@ void CListCtrl::ChooseOnly(int row)
 void CListCtrl::SelectionChanged()
 {
     Changed(Afx::Part::Selection);
-    DeliverNotify(Afx::kNotifyItemChanged);
+    if (!m_quiet)
+        DeliverNotify(Afx::kNotifyItemChanged);
 }
 
 bool CListCtrl::OnKey(unsigned key, unsigned modifiers)

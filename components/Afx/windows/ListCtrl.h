@@ -83,6 +83,8 @@ class AFX_API CListCtrl : public CWnd
     unsigned GetPressedKey() const noexcept { return m_pressedKey; }
     /// For window systems: a heading was clicked.
     void ClickColumn(int column);
+    /// While it is quiet, nobody is told of the selection: the list is being filled.
+    void SetQuiet(bool quiet) noexcept { m_quiet = quiet; }
 
 protected:
     friend struct Afx::UserActs;
@@ -92,6 +94,8 @@ protected:
     bool OnKey(unsigned key, unsigned modifiers) override;
     unsigned OnGetDlgCode() override;
     void TakeStyle(const CWnd& control) override;
+    /// A heading was clicked; the parent is told after it.
+    virtual void HeadingClicked(int column);
 
 private:
     struct Row
@@ -114,4 +118,5 @@ private:
     int m_clickedColumn = -1;
     unsigned m_pressedKey = 0;
     bool m_single = false;
+    bool m_quiet = false;
 };

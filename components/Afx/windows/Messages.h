@@ -9,7 +9,8 @@
 using HWND = void*;
 using LRESULT = std::intptr_t;
 
-/// A key or a character on its way to the window that has the focus.
+/// A key or a character on its way to the window that has the focus. `lParam` holds the modifiers (Afx::Modifier) that
+/// are held down with the key.
 struct MSG
 {
     HWND hwnd;

@@ -17,12 +17,13 @@ namespace
 constexpr unsigned kLineFeed = 10;
 
 /// Lets the window with the focus and those around it see a key or a character first.
-bool Translated(CWnd& focus, unsigned what, unsigned value)
+bool Translated(CWnd& focus, unsigned what, unsigned value, unsigned modifiers = 0)
 {
     MSG message{};
     message.hwnd = focus.GetSafeHwnd();
     message.message = what;
     message.wParam = value;
+    message.lParam = static_cast<LPARAM>(modifiers);
     for (WindowRef window(&focus); window; window = WindowRef(window.Get()->GetParent()))
         if (window.Get()->PreTranslateMessage(&message))
             return true;
@@ -113,7 +114,7 @@ bool UserActs::Key(CWnd& window, unsigned key, unsigned modifiers)
     const WindowRef here(&window);
     if (!Focus(window))
         return false;
-    if (Translated(window, WM_KEYDOWN, key) || !here)
+    if (Translated(window, WM_KEYDOWN, key, modifiers) || !here)
         return true;
     const unsigned wants = window.OnGetDlgCode();
     if (window.OnKey(key, modifiers) || !here)

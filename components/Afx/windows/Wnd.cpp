@@ -175,11 +175,15 @@ CWnd* CWnd::GetDlgItem(int id) const noexcept
     return found == m_children.end() ? nullptr : *found;
 }
 
-bool CWnd::EnableWindow(bool enable) noexcept
+bool CWnd::EnableWindow(bool enable)
 {
+    const auto* const dialog = dynamic_cast<const CDialog*>(&GetTopLevel());
+    CWnd* const next = dialog && !enable && g_focus == this ? dialog->GetNextDlgTabItem(this) : nullptr;
     const bool before = std::exchange(m_enabled, enable);
     if (before != enable)
         Changed(Afx::Part::Enabled);
+    if (next && next != this)
+        CDialog::GotoDlgCtrl(next);
     return before;
 }
 

@@ -53,8 +53,9 @@ class AFX_API CWnd : public CObject
     void SetWindowText(const char* text) { OnSetText(text); }
     void GetWindowText(CString& text) const { text = m_text; }
     const CString& Text() const noexcept { return m_text; }
-    /// Each gives the state before. `ShowWindow` takes SW_SHOW and SW_HIDE too.
-    bool EnableWindow(bool enable = true) noexcept;
+    /// Each gives the state before. `ShowWindow` takes SW_SHOW and SW_HIDE too. A window that is disabled while it has
+    /// the focus hands it on to the next control of its dialog.
+    bool EnableWindow(bool enable = true);
     bool ShowWindow(bool show) noexcept;
     bool IsWindowEnabled() const noexcept { return m_enabled; }
     /// Whether it would be visible if all around it were.
@@ -80,6 +81,7 @@ class AFX_API CWnd : public CObject
 
     /// While redrawing is off, nothing is shown; switching it on shows all. Calls nest.
     void SetRedraw(bool redraw = true);
+    bool IsDrawing() const noexcept { return m_drawingOff == 0; }
 
     /// How a screen reader calls it: the name that was set, else its label (the static text before it), else its text;
     /// without the mark of a mnemonic.

@@ -44,13 +44,6 @@ void CDateEdit::SetDate(const CDate& date)
     SetWindowText(date.Format(monthFirst ? "%m/%d/%Y" : "%d/%m/%Y"));
 }
 
-CString CDateEdit::Text() const
-{
-    CString text;
-    GetWindowText(text);
-    return text;
-}
-
 bool CDateEdit::StaysRefused() const { return !m_refused.IsEmpty() && Text() == m_refused; }
 
 /// What was typed or, where that means the day a century earlier, that day.

@@ -49,7 +49,6 @@ protected:
     void OnKillFocus(CWnd* newFocus) override;
 
 private:
-    CString Text() const;
     CString MeantText() const;
     bool StaysRefused() const;
 

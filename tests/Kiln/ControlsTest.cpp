@@ -1,0 +1,90 @@
+#include <gtest/gtest.h>
+
+#include "Kiln/controls/AmtEdit.h"
+#include "Kiln/controls/DoubleEdit.h"
+#include "Kiln/controls/SortListCtrl.h"
+#include "support/Case.h"
+#include "support/Hands.h"
+
+TEST(CAmtEdit, TakesSumsAndShowsWhatTheyMake)
+{
+    using Row = ::Test::Row<const char*, const char*, const char*>;
+    CWnd around;
+    Kiln::CAmtEdit edit;
+    edit.Create(&around, 7);
+    for (const auto& [typed, preview, left, why] : {
+             Row("120+35.50", "= 155.50", "155.50", "a sum"),
+             Row("1,000 - 250", "= 750.00", "750.00", ""),
+             Row("-5+-7", "= -12.00", "-12.00", "each with its own sign"),
+             Row("(5)+2-(1)", "= -2.00", "-2.00", "brackets are a sign"),
+             Row("12-", "", "-12.00", "a sign behind, no sum"),
+             Row("1234567.8", "", "1,234,567.80", "one amount"),
+             Row("1+", "", "1.00", "a sign behind"),
+             Row("1++2", "= 3.00", "3.00", ""),
+             Row("1+x", "", "1+x", "no amount"),
+             Row("A 12", "", "A 12.00", "automatic"),
+             Row("922337203685477.58+1", "", "922337203685477.58+1", "beyond what is held"),
+             Row("", "", "", "empty"),
+         }) {
+        SCOPED_TRACE(typed);
+        edit.SetWindowText("");
+        Afx::HeadlessWindowSystem::Type(edit, typed);
+        EXPECT_EQ(edit.GetPreview(), preview) << why;
+        Afx::HeadlessWindowSystem::Leave();
+        EXPECT_EQ(edit.Text(), left) << why;
+    }
+}
+
+TEST(CDoubleEdit, ReadsNumbersAndWritesThemShort)
+{
+    using Row = ::Test::Row<const char*, std::optional<double>, const char*>;
+    for (const auto& [typed, number, written, why] : {
+             Row("33.33333333", 33.33333333, "33.33333333", ""),
+             Row(" 12.50 % ", 12.5, "12.5", "a sign behind"),
+             Row("1,234.5", 1234.5, "1234.5", "groups of three"),
+             Row("1,23", std::nullopt, "", "a slip must not become a number"),
+             Row("-0", -0.0, "0", ""),
+             Row("1e5", std::nullopt, "", ""),
+             Row("nan", std::nullopt, "", ""),
+             Row("%", std::nullopt, "", ""),
+         }) {
+        SCOPED_TRACE(typed);
+        EXPECT_EQ(Kiln::ParseNumber(typed), number) << why;
+        if (number) {
+            EXPECT_EQ(Kiln::FormatNumber(*number, 8), written);
+        }
+    }
+}
+
+TEST(CSortListCtrl, KeepsItsOrderAndWhatIsSelected)
+{
+    Kiln::CSortListCtrl list;
+    list.SetHeadings("S,16;Description,10;Due,50");
+    EXPECT_EQ(list.GetColumns()[1].width, 52) << "at least the heading's text";
+    const auto fill = [&list] {
+        list.RemoveAllRows();
+        list.AddRow({1, CString("beta"), Kiln::CDate(2024, 4, 6)}, 10);
+        list.AddRow({0, CString("Alpha"), Kiln::CDate()}, 20);
+        list.AddRow({2, CString("BETA"), Kiln::CDate(2023, 4, 6)}, 30);
+        list.Sort();
+    };
+    const auto order = [&list] {
+        std::string text;
+        for (int row = 0; row < list.GetItemCount(); ++row)
+            text += std::to_string(list.GetItemData(row) / 10);
+        return text;
+    };
+    fill();
+    EXPECT_EQ(order(), "213") << "by image";
+    list.Select(0);
+    list.ClickColumn(1);
+    EXPECT_EQ(order(), "213") << "without case, equal ones as they were added or stood";
+    list.ClickColumn(1);
+    EXPECT_EQ(order(), "132");
+    EXPECT_TRUE(list.IsSelected(2));
+    list.ClickColumn(2);
+    EXPECT_EQ(order(), "231") << "by day, empty ones first";
+    fill();
+    EXPECT_EQ(order(), "231") << "the order outlives the rows";
+    EXPECT_EQ(list.GetItemText(2, 2), "06/04/2024");
+}

@@ -1,0 +1,233 @@
+#include "Lattice/Grid.h"
+
+#include <gtest/gtest.h>
+
+#include "support/Hands.h"
+
+namespace
+{
+
+using Lattice::Format;
+
+constexpr unsigned kGrid = 200, kAfter = 201;
+enum Place
+{
+    kName,
+    kAmount,
+    kShare,
+    kDate,
+    kTicked,
+    kChoice
+};
+
+/// Rows of every format, of which the last is a total, and at most five can be pasted into.
+class CSampleGrid : public Lattice::CGrid
+{
+public:
+    CSampleGrid()
+    {
+        AddColumn(1, "Name", Format::Text);
+        AddColumn(2, "Amount", Format::Amount);
+        AddColumn(3, "Share", Format::Percent);
+        AddColumn(4, "Date", Format::Date);
+        AddColumn(5, "Ticked", Format::CheckBox);
+        SetColumnChoices(AddColumn(6, "Kind", Format::Combo), {"red", "green"});
+        for (const char* const heading : {"First", "Second"})
+            SetRowHeading(AppendRow(), heading);
+        SetTotalRow(AppendRow());
+        SetRowHeading(2, "Total");
+        for (int column = 0; column < GetColumnCount(); ++column)
+            SetCellReadOnly(2, column);
+        Total();
+        ClearUndo();
+    }
+    CString WhyCell(int row, int) const override { return row == 2 ? "First and Second" : ""; }
+
+protected:
+    void OnGridCellEndEdit(int, int) override { Total(); }
+    bool OnPasteRow() override { return GetRowCount() < 5 && InsertRow(2) == 2; }
+
+private:
+    void Total()
+    {
+        Kiln::CAmt sum = Kiln::CAmt::kZero;
+        for (int row = 0; row + 1 < GetRowCount(); ++row)
+            if (const Kiln::CAmt amount = GetCellAmount(row, kAmount); amount.IsValid())
+                sum = sum + amount;
+        SetCellAmount(GetRowCount() - 1, kAmount, sum);
+    }
+};
+
+class CGridDialog : public CDialog
+{
+public:
+    CGridDialog()
+    {
+        grid.Create(this, kGrid);
+        after.Create(this, kAfter);
+    }
+    CSampleGrid grid;
+    CEdit after;
+};
+
+std::string Row(const CSampleGrid& grid, int row)
+{
+    std::string text;
+    for (int column = 0; column < grid.GetColumnCount(); ++column)
+        text += grid.GetCellText(row, column).Str() + "|";
+    return text;
+}
+
+/// A million rows that count how often they are read.
+struct LongSource : Lattice::RowSource
+{
+    int rows = 0;
+    mutable int reads = 0;
+    int GetRowCount() const override { return rows; }
+    Lattice::Cell Read(int row, int) const override
+    {
+        ++reads;
+        return {row, Format::Number, true};
+    }
+};
+
+} // namespace
+
+TEST(CGrid, IsTypedIntoByKeyboard)
+{
+    CGridDialog dialog;
+    CSampleGrid& grid = dialog.grid;
+    ::Test::Work(dialog, [&](::Test::Hands& hands) {
+        hands.ExpectFocus(kGrid);
+        hands.Write("Ann");
+        hands.Press(VK_TAB);
+        hands.Write("10+2.50");
+        hands.Press(VK_TAB);
+        hands.Write("x");
+        hands.Press(VK_TAB);
+        hands.ExpectMessage("Please enter a percentage, as 33.33.");
+        EXPECT_TRUE(grid.IsEditing());
+        hands.Write("33.333333336"); // over it, since it is selected
+        hands.Press(VK_TAB);
+        hands.Write("5/4/24");
+        hands.Press(VK_TAB);
+        hands.Write(" ");
+        hands.Press(VK_TAB);
+        hands.Press(VK_DOWN, Afx::kAlt);
+        hands.Press(VK_DOWN);
+        hands.Press(VK_DOWN);
+        hands.Press(VK_RETURN); // closes the list
+        hands.Press(VK_RETURN);
+        EXPECT_EQ(Row(grid, 0), "Ann|12.50|33.33333334|05/04/2024|yes|green|");
+        EXPECT_EQ(grid.GetCurrentRow(), 1) << "down";
+        grid.GoTo(1, kAmount);
+        hands.Press(VK_DOWN);
+        hands.Press(VK_UP);
+        hands.Press('D', Afx::kControl);
+        EXPECT_EQ(grid.GetCellText(2, kAmount), "25.00");
+        hands.Press(VK_F2);
+        hands.Write("9");
+        hands.Press(VK_ESCAPE);
+        EXPECT_EQ(grid.GetCellText(1, kAmount), "12.50") << "as it was";
+        hands.Press(VK_RETURN);
+        hands.Write("-1");
+        Afx::UserActs::Focus(dialog.after); // leaving takes over
+        EXPECT_EQ(grid.GetCellText(2, kAmount), "11.50");
+        Afx::UserActs::Focus(grid);
+        hands.Press(VK_END, Afx::kControl);
+        hands.Write("7");
+        EXPECT_FALSE(grid.IsEditing()) << "a total";
+        hands.Press(VK_F4);
+        hands.ExpectMessage("First and Second");
+        hands.Press(VK_TAB);
+        hands.ExpectFocus(kAfter);
+        while (grid.Undo()) {
+        }
+        EXPECT_EQ(Row(grid, 0) + Row(grid, 2), "||||||||||||");
+        hands.Press(VK_ESCAPE);
+    });
+}
+
+TEST(CGrid, PastesAllOfABlockOrNothing)
+{
+    struct Paste
+    {
+        const char* text;
+        int row, column;
+        const char* refused; // empty: pasted
+        const char* rows;
+    };
+    for (const Paste& paste : {
+             Paste{"a\t1\nb\t2", 0, kName, "", "a|1.00|||||b|2.00|||||"},
+             Paste{"a\t1\nb\tx", 0, kName,
+                   "Nothing was pasted. Row 2, Amount: \"x\" does not belong in an amount; write it as in 1,234.56",
+                   "||||||||||||"},
+             Paste{"1\n2\n3\n4", 0, kAmount, "Nothing was pasted. Row 3, Amount: this cell cannot be changed.",
+                   "||||||||||||"},
+             Paste{"red\t1", 0, kChoice, "Nothing was pasted. Row 1, last column: this cell cannot be changed.",
+                   "||||||||||||"},
+             Paste{"yes\tgreen", 1, kTicked, "", "||||||||||yes|green|"},
+         }) {
+        SCOPED_TRACE(paste.text);
+        CGridDialog dialog;
+        ::Test::Work(dialog, [&](::Test::Hands& hands) {
+            ::Test::Windows().SetClipboard(paste.text);
+            dialog.grid.GoTo(paste.row, paste.column);
+            hands.Press('V', Afx::kControl);
+            if (*paste.refused)
+                hands.ExpectMessage(paste.refused);
+            EXPECT_EQ(Row(dialog.grid, 0) + Row(dialog.grid, 1), paste.rows);
+            EXPECT_EQ(dialog.grid.GetUndoCount(), *paste.refused ? 0u : 1u);
+            dialog.grid.Undo();
+            EXPECT_EQ(Row(dialog.grid, 0) + Row(dialog.grid, 1), "||||||||||||") << "one undo";
+            dialog.EndDialog(IDOK);
+        });
+    }
+}
+
+TEST(CGrid, SaysWhatAReaderMustKnow)
+{
+    CSampleGrid grid;
+    Kiln::CAmt automatic(-12'5000);
+    automatic.SetAuto(true);
+    grid.SetCellAmount(0, kAmount, automatic);
+    grid.SetCellNumber(0, kShare, 50);
+    grid.SetCellError(1, kShare);
+    grid.SetCellValue(0, kChoice, 1);
+    grid.SetCellAmount(2, kAmount, Kiln::CAmt(1234'0000));
+    struct Spoken
+    {
+        int row, column, fromRow, fromColumn;
+        const char* text;
+    };
+    for (const Spoken& cell : {
+             Spoken{0, kName, -1, -1, "Name, First, blank"},
+             Spoken{0, kAmount, 0, kName, "Amount, automatic, minus £12.50"},
+             Spoken{0, kShare, 0, kAmount, "Share, 50.00000000 per cent"},
+             Spoken{1, kShare, 0, kShare, "Second, error"},
+             Spoken{0, kChoice, 0, kTicked, "Kind, green, 2 of 2"},
+             Spoken{2, kAmount, 1, kAmount, "Total, £1,234.00, read-only, total"},
+         })
+        EXPECT_EQ(grid.Describe(cell.row, cell.column, cell.fromRow, cell.fromColumn), cell.text);
+}
+
+TEST(CGrid, ReadsNoMoreOfALongListThanIsSeen)
+{
+    int reads[2];
+    for (const int rows : {1'000, 1'000'000}) {
+        LongSource source;
+        source.rows = rows;
+        CGridDialog dialog;
+        dialog.grid.SetSource(&source);
+        ::Test::Work(dialog, [&](::Test::Hands& hands) {
+            hands.Press(VK_NEXT);
+            EXPECT_EQ(dialog.grid.GetCurrentRow(), 20);
+            hands.Write("5");
+            hands.Press(VK_DELETE);
+            EXPECT_FALSE(dialog.grid.IsEditing());
+            dialog.EndDialog(IDOK);
+        });
+        reads[rows > 1'000] = source.reads;
+    }
+    EXPECT_EQ(reads[0], reads[1]);
+}

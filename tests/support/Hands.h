@@ -1,0 +1,118 @@
+#pragma once
+
+// A user's hands, in scripts that can be read aloud: Type(kShare, "100.01"); Click(IDOK); ExpectMessage("Please ...");
+// ExpectFocus(kShare).
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+#include "Afx/text/Utf8.h"
+#include "Afx/windows/ComboBox.h"
+#include "Afx/windows/Dialog.h"
+#include "Afx/windows/Edit.h"
+#include "Afx/windows/MessageBox.h"
+#include "support/TestSupport.h"
+
+namespace Test
+{
+
+/// Works in one window while it is open. A box with nothing but OK is answered and kept for ExpectMessage; any other
+/// one needs Answer before it comes. A message that no ExpectMessage asked for fails the test.
+class Hands
+{
+public:
+    explicit Hands(CWnd& window) : m_window(window), m_seen(Windows().Messages().size())
+    {
+        Windows().OnUnexpected([](const Afx::HeadlessWindowSystem::Shown& shown) {
+            EXPECT_EQ(shown.style & 0xF, MB_OK) << "nobody answers: " << shown.text;
+            return Afx::SafeAnswer(shown.style);
+        });
+    }
+    Hands(const Hands&) = delete;
+    Hands& operator=(const Hands&) = delete;
+    ~Hands()
+    {
+        for (; m_seen < Windows().Messages().size(); ++m_seen)
+            ADD_FAILURE() << "a message that nobody asked for: " << Windows().Messages()[m_seen].text;
+    }
+
+    /// The control `id`, in panels and pages that are shown too.
+    CWnd& Control(unsigned id) const
+    {
+        if (CWnd* const found = Find(m_window, id))
+            return *found;
+        throw std::logic_error("no control " + std::to_string(id));
+    }
+    /// Over what the field holds.
+    void Type(unsigned id, std::string_view text)
+    {
+        Windows().Leave();
+        Windows().Type(Control(id), text);
+    }
+    void Click(unsigned id)
+    {
+        CWnd* const control = Find(m_window, id);
+        EXPECT_TRUE(control ? Afx::UserActs::Click(*control) : m_window.DeliverCommand(id)) << "clicking " << id;
+    }
+    /// Whether something has used the key.
+    bool Press(unsigned key, unsigned modifiers = 0) { return Windows().Key(key, modifiers); }
+    void Write(std::string_view text)
+    {
+        while (!text.empty() && CWnd::GetFocus())
+            Afx::UserActs::Char(*CWnd::GetFocus(), Afx::TakeCharacter(text));
+    }
+    bool Choose(unsigned id, int item) { return Afx::UserActs::Choose(Control(id), item); }
+    void Pick(unsigned id, const char* text)
+    {
+        auto& combo = dynamic_cast<CComboBox&>(Control(id));
+        EXPECT_TRUE(Choose(id, combo.FindStringExact(CComboBox::kNone, text))) << text;
+    }
+    void Answer(int button) { Windows().Answer(button); }
+
+    void ExpectMessage(std::string_view text)
+    {
+        ASSERT_LT(m_seen, Windows().Messages().size()) << "no message came: " << text;
+        EXPECT_EQ(Windows().Messages()[m_seen++].text, text);
+    }
+    void ExpectFocus(unsigned id) const
+    {
+        const CWnd* const focus = CWnd::GetFocus();
+        EXPECT_EQ(focus ? static_cast<unsigned>(focus->GetDlgCtrlID()) : 0u, id) << "the focus";
+    }
+    /// The whole text of the field with the focus is selected.
+    void ExpectAllSelected() const
+    {
+        const auto* const edit = dynamic_cast<const CEdit*>(CWnd::GetFocus());
+        ASSERT_NE(edit, nullptr);
+        EXPECT_EQ(edit->GetSelectedText(), edit->Text());
+    }
+    void ExpectText(unsigned id, std::string_view text) const { EXPECT_EQ(Control(id).Text().View(), text) << id; }
+
+private:
+    static CWnd* Find(CWnd& window, unsigned id)
+    {
+        if (CWnd* const here = window.GetDlgItem(static_cast<int>(id)); here && here->IsShown())
+            return here;
+        for (CWnd* const child : window.Children())
+            if (CWnd* const found = child->IsShown() ? Find(*child, id) : nullptr)
+                return found;
+        return nullptr;
+    }
+
+    CWnd& m_window;
+    std::size_t m_seen;
+};
+
+/// Opens a dialog and works in it by `script`; its result.
+template<class Dialog, class Script>
+int Work(Dialog& dialog, Script script)
+{
+    Windows().Script([&](CDialog& open) {
+        Hands hands(open);
+        script(hands);
+    });
+    return static_cast<int>(dialog.DoModal());
+}
+
+} // namespace Test
