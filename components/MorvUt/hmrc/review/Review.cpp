@@ -88,6 +88,36 @@ Difference* Find(std::vector<Difference>& differences, std::int64_t number)
     return found == differences.end() ? nullptr : &*found;
 }
 
+/// In a transaction of the caller's: finds the difference as it is now and, unless it is only skipped, settles it.
+ReviewResult Settle(ClientId client, TaxYear taxYear, std::int64_t number, Decision decision, const std::string& hash,
+                    bool audits)
+{
+    const DecisionFacts& facts = FactsOf(decision);
+    const bool isWriting = decision != Decision::Skip;
+    if (isWriting && (CUserData::IsReadOnly() || CUserData::IsReadOnlyBecauseLocked()))
+        return Ended(Outcome::Refused, IDS_CLIENT_READ_ONLY);
+    const short year = taxYear.GetRealTaxYear();
+    const ReturnYear own = LoadReturnYear(client, year);
+    if (isWriting && own.finalised.IsValid())
+        return Ended(Outcome::Refused, IDS_CLIENT_READ_ONLY);
+    const StagedYear staged = LoadStagedItems(client, year);
+    std::vector<Difference> differences = FindDifferences(staged, own);
+    Difference* const found = Find(differences, number);
+    if (!found)
+        return Ended(Outcome::Gone, IDS_REVIEW_GONE);
+    if (!hash.empty() && hash != found->Hash())
+        return Ended(Outcome::Changed, IDS_REVIEW_CHANGED, std::move(*found));
+    if (isWriting) {
+        if (audits)
+            Audit(client, facts.action, *found);
+        if (decision == Decision::Accept && !ReplaceFigures(*found))
+            return Ended(Outcome::NoSchedule, IDS_REVIEW_NO_SCHEDULE, std::move(*found));
+        Remember(*found, staged, facts.made);
+    }
+    found->state = facts.state;
+    return {Outcome::Done, {}, std::move(*found)};
+}
+
 } // namespace
 
 CString WhyMayNot(Decision decision)
@@ -104,31 +134,18 @@ ReviewResult Decide(ClientId client, TaxYear taxYear, std::int64_t number, Decis
 {
     if (const CString why = WhyMayNot(decision); !why.IsEmpty())
         return {Outcome::Refused, why, {}};
-    const DecisionFacts& facts = FactsOf(decision);
     const bool isWriting = decision != Decision::Skip;
-    if (isWriting && (CUserData::IsReadOnly() || CUserData::IsReadOnlyBecauseLocked()))
-        return Ended(Outcome::Refused, IDS_CLIENT_READ_ONLY);
-    const short year = taxYear.GetRealTaxYear();
     Quarry::CTransaction transaction(isWriting ? Cellar::Intent::Write : Cellar::Intent::Read, Brix::SubjectOf(client));
-    const ReturnYear own = LoadReturnYear(client, year);
-    if (isWriting && own.finalised.IsValid())
-        return Ended(Outcome::Refused, IDS_CLIENT_READ_ONLY);
-    const StagedYear staged = LoadStagedItems(client, year);
-    std::vector<Difference> differences = FindDifferences(staged, own);
-    Difference* const found = Find(differences, number);
-    if (!found)
-        return Ended(Outcome::Gone, IDS_REVIEW_GONE);
-    if (!hash.empty() && hash != found->Hash())
-        return Ended(Outcome::Changed, IDS_REVIEW_CHANGED, std::move(*found));
-    if (isWriting) {
-        Audit(client, facts.action, *found);
-        if (decision == Decision::Accept && !ReplaceFigures(*found))
-            return Ended(Outcome::NoSchedule, IDS_REVIEW_NO_SCHEDULE, std::move(*found));
-        Remember(*found, staged, facts.made);
+    ReviewResult result = Settle(client, taxYear, number, decision, hash, true);
+    if (isWriting && result.outcome == Outcome::Done)
         transaction.Commit();
-    }
-    found->state = facts.state;
-    return {Outcome::Done, {}, std::move(*found)};
+    return result;
+}
+
+ReviewResult ApplyDecision(ClientId client, TaxYear taxYear, std::int64_t number, Decision decision,
+                           const std::string& hash)
+{
+    return Settle(client, taxYear, number, decision, hash, false);
 }
 
 } // namespace HmrcApi

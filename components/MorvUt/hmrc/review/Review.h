@@ -46,5 +46,9 @@ struct ReviewResult
 /// Cellar::DatabaseError, and Quarry::ChangedByAnotherUser when a screen had the rows open; nothing is written then.
 MORVUT_API ReviewResult Decide(ClientId client, TaxYear taxYear, std::int64_t number, Decision decision,
                                const std::string& hash = {});
+/// The same in the caller's transaction, begun with the intent to write, in which the audit stands already. The caller
+/// commits when it is done, and otherwise rolls back.
+MORVUT_API ReviewResult ApplyDecision(ClientId client, TaxYear taxYear, std::int64_t number, Decision decision,
+                                      const std::string& hash);
 
 } // namespace HmrcApi
