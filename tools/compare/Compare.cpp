@@ -13,6 +13,8 @@
 #include "MorvUt/identifiers/SortCode.h"
 #include "MorvUt/identifiers/TaxIdentifiers.h"
 #include "MorvUt/taxyear/TaxYear.h"
+#include "MorvUt/ui/grids/Percentages.h"
+#include "MorvUt/ui/progress/LongProcess.h"
 #include "Values.h"
 #if __has_include("MorvUt/taxyear/DateRules.h")
 #include "MorvUt/taxyear/DateRules.h"
@@ -235,6 +237,26 @@ void PenceText(Inputs& in, Digest& out)
 
 #endif
 
+void Percentages(Inputs& in, Digest& out)
+{
+    const Kiln::CAmt amount = in.Amount(), total = in.Amount();
+    const PercentShare share = PercentShareOf(amount, total);
+    out.Add(static_cast<int>(share.kind));
+    out.Add(share.units);
+    out.Add(FormatPercentUnits(share.units));
+    Kiln::CAmt again = in.Amount();
+    PercentsToAmounts({&share, 1}, total, {&again, 1});
+    out.Add(again);
+}
+
+void Progress(Inputs& in, Digest& out)
+{
+    int seconds = SecondsToGo(in.Int(-1000, 1'000'000), in.Int(0, 1000), in.Int(0, 1000)).value_or(-1);
+    out.Add(seconds);
+    CLongProcess::RoundSecondsToGo(seconds);
+    out.Add(CLongProcess::FormatTimeRemaining(seconds));
+}
+
 #ifdef COMPARE_MAPPINGS
 
 void Mappings(Inputs& in, Digest& out)
@@ -280,6 +302,8 @@ constexpr Function kFunctions[] = {
 #ifdef COMPARE_MAPPINGS
     {"mappings", Mappings},
 #endif
+    {"screens: percentages", Percentages},
+    {"screens: time to go", Progress},
 };
 
 } // namespace

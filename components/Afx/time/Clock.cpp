@@ -79,10 +79,11 @@ std::int64_t Clock::UnixMilliseconds()
 
 LocalTime Clock::Utc() { return FromUnixMilliseconds(UnixMilliseconds()); }
 
-LocalTime Clock::Local()
+LocalTime Clock::Local() { return LocalAt(UnixMilliseconds()); }
+
+LocalTime Clock::LocalAt(std::int64_t milliseconds)
 {
-    const std::int64_t utc = UnixMilliseconds();
-    return FromUnixMilliseconds(utc + ZoneOffset(utc));
+    return FromUnixMilliseconds(milliseconds + ZoneOffset(milliseconds));
 }
 
 void Clock::Set(std::function<std::int64_t()> source) { TheSource().now = std::move(source); }

@@ -24,6 +24,8 @@ class AFX_API Clock
 public:
     /// Now, by the machine's zone.
     static LocalTime Local();
+    /// The same of another moment, in milliseconds since 1970-01-01 00:00 UTC.
+    static LocalTime LocalAt(std::int64_t milliseconds);
     static LocalTime Utc();
     /// Milliseconds since 1970-01-01 00:00 UTC.
     static std::int64_t UnixMilliseconds();
