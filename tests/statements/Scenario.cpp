@@ -190,6 +190,16 @@ std::string Catalog(std::size_t tables, std::size_t columnsOfTheLast)
 
 } // namespace
 
+/// What screens show besides the schedule that they edit.
+void AskForScreens()
+{
+    TXCountryComboData::GetCountries();
+    BankNames();
+    EntitiesOf(ClientId(7));
+    EntitiesOf(PartnershipId(7));
+    EntitiesOfJointSource(7);
+}
+
 /// Users in both modes, features, and the list of all that is locked.
 void LockUsersAndFeatures()
 {
@@ -225,6 +235,7 @@ std::vector<std::string> SendEverything(std::unique_ptr<Cellar::CConnection> con
         LockTables();
         GoOnFromOtherIds();
         LockUsersAndFeatures();
+        AskForScreens();
         CheckPractice(Quarry::GetConnection());
         IsPracticeKey(Quarry::GetConnection(), {SchemaState::Current, kSchemaVersion, {}});
         Shellkit::SetPracticeKey({});

@@ -6,6 +6,7 @@
 #include "Families.h"
 #include "MorvUt/context/TrackerTypes.h"
 #include "Partnerships.h"
+#include "ReferenceData.h"
 #include "Tracker.h"
 #include "Users.h"
 
@@ -16,7 +17,6 @@ namespace
 {
 
 using namespace Sample;
-using Kiln::CAmt;
 using Kiln::CDate;
 
 enum class Kind
@@ -238,20 +238,6 @@ void AddFirstClient(int number)
         AddChild("Alfred Ellison", 2009, client, nullptr, 1);
 }
 
-/// What holds for the tax years: accounts need not be itemised below these turnovers.
-void AddReferenceYears()
-{
-    const CAmt now = CAmt::FromPence(85'000'00), before = CAmt::FromPence(15'000'00);
-    for (int year = 2014; year <= 2021; ++year)
-        Add<Brix::CPFile>([&](Brix::CPFile& row) {
-            row.SetYear(static_cast<short>(year));
-            row.SetTurnoverSole(now);
-            row.SetTurnoverSoleOld(before);
-            row.SetTurnoverPartnership(now);
-            row.SetTurnoverPartnershipOld(before);
-        });
-}
-
 void SetOptions(short payeInterface, bool retrieval)
 {
     Brix::COptions options;
@@ -276,6 +262,8 @@ void FillSamplePractice(int clients, const std::function<void()>& made)
     SeedTrackerTypes();
     AddSourceType(kOtherSource); // of the sample's own jobs
     AddReferenceYears();
+    AddCountries();
+    AddBanks();
     AddUsers(clients > kSampleClients);
     AddFirstPartnerships();
     Filling filling;

@@ -67,6 +67,7 @@ TEST(Sample, HasSomethingOfEverything)
         "ClientEnquiry WHERE SourceID <> 0 AND lpClientID <> 0",
         "Source WHERE bUserCreated <> 0",
         "BRIXPlanPayment",
+        "BRIXDTARate r, BRIXCountry c WHERE r.lCountryID = c.lID AND c.nLastYear IS NOT NULL",
     };
     for (const SqlText& from : somewhere)
         EXPECT_FALSE(practice->Query(SqlText("SELECT 1 FROM ") + from, {}).rows.empty()) << from.View();

@@ -420,6 +420,13 @@ SELECT UserId AS lockKey, UserId AS lockName, UserId AS strUserID, strWorkstatio
 SELECT nFeature AS lockKey, nFeature AS lockName, strUserID, strWorkstation, dtLocked, ConnectionID, timezone('utc', timezone(current_setting('TimeZone'), dtLocked)) AS dtUtc, timezone('utc', now())::timestamp(3) AS dtNow, localtimestamp(3) AS dtLocal FROM FeatureLocks ORDER BY dtLocked, nFeature;
 SELECT l.lMTDAuthorisationID AS lockKey, a.strGatewayID AS lockName, l.strUserID, l.strWorkstation, l.dtLocked, l.ConnectionID, l.dtLocked AS dtUtc, timezone('utc', now())::timestamp(3) AS dtNow, localtimestamp(3) AS dtLocal FROM MTDAuthorisationLock l LEFT JOIN MTDAuthorisation a ON a.lID = l.lMTDAuthorisationID ORDER BY l.dtLocked, l.lMTDAuthorisationID;
 SELECT pid AS "nsession", CAST(timezone('utc', backend_start) AS timestamp(3)) AS "dtbegan" FROM pg_stat_activity;
+SELECT "lid", "lcountryid", "dteffective", "dbldividend", "dblinterest", "dblroyalty", "nversion" FROM "brixdtarate" ORDER BY "dteffective" NULLS FIRST, "lid";
+SELECT "lid", "strname", "strabbr", "strcurrency", "strcurrencyabbr", "beu", "dteustart", "dteuend", "nfirstyear", "nlastyear", "nversion" FROM "brixcountry" ORDER BY "strname" NULLS FIRST, "lid";
+SELECT "lid", "strname", "nversion" FROM "brixbank" ORDER BY "strname" NULLS FIRST, "lid";
+SELECT "lid", "strname", "nversion" FROM "brixclient" WHERE "lid" IN (?::integer) ORDER BY "lid";
+SELECT "lid", "lclientid", "lpclientid", "nversion" FROM "brixpartnershipclients" WHERE "lclientid" = ?::integer ORDER BY "lid";
+SELECT "lid", "lclientid", "lpclientid", "nversion" FROM "brixpartnershipclients" WHERE "lpclientid" = ?::integer ORDER BY "lid";
+SELECT "lid", "lclientid", "nyear", "lspouseid", "nversion" FROM "brixjointincomesourcetaxyear" WHERE "lid" = ?::integer ORDER BY "lid";
 SELECT TABLE_NAME, COLUMN_NAME FROM INFORMATION_SCHEMA.COLUMNS WHERE TABLE_SCHEMA NOT IN ('pg_catalog', 'information_schema', 'sys');
 SELECT MAX("lid") FROM "brixclient" HAVING MAX("lid") >= (SELECT last_value + CASE WHEN is_called THEN 32 ELSE 0 END FROM BRIXClient_ids);
 SELECT MAX("lid") FROM "brixpartnership" HAVING MAX("lid") >= (SELECT last_value + CASE WHEN is_called THEN 32 ELSE 0 END FROM BRIXPartnership_ids);

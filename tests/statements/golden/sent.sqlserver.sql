@@ -417,6 +417,13 @@ SELECT UserId AS lockKey, UserId AS lockName, UserId AS strUserID, strWorkstatio
 SELECT UserId AS lockKey, UserId AS lockName, UserId AS strUserID, strWorkstation, dtLocked, ConnectionID, DATEADD(second, DATEDIFF(second, GETDATE(), GETUTCDATE()), dtLocked) AS dtUtc, GETUTCDATE() AS dtNow, GETDATE() AS dtLocal FROM TrustTaxUserLocks ORDER BY dtLocked, UserId;
 SELECT nFeature AS lockKey, nFeature AS lockName, strUserID, strWorkstation, dtLocked, ConnectionID, DATEADD(second, DATEDIFF(second, GETDATE(), GETUTCDATE()), dtLocked) AS dtUtc, GETUTCDATE() AS dtNow, GETDATE() AS dtLocal FROM FeatureLocks ORDER BY dtLocked, nFeature;
 SELECT l.lMTDAuthorisationID AS lockKey, a.strGatewayID AS lockName, l.strUserID, l.strWorkstation, l.dtLocked, l.ConnectionID, l.dtLocked AS dtUtc, GETUTCDATE() AS dtNow, GETDATE() AS dtLocal FROM MTDAuthorisationLock l LEFT JOIN MTDAuthorisation a ON a.lID = l.lMTDAuthorisationID ORDER BY l.dtLocked, l.lMTDAuthorisationID;
+SELECT [lID], [lCountryID], [dtEffective], [dblDividend], [dblInterest], [dblRoyalty], [nVersion] FROM [BRIXDTARate] ORDER BY [dtEffective], [lID];
+SELECT [lID], [strName], [strAbbr], [strCurrency], [strCurrencyAbbr], [bEU], [dtEUStart], [dtEUEnd], [nFirstYear], [nLastYear], [nVersion] FROM [BRIXCountry] ORDER BY [strName], [lID];
+SELECT [lID], [strName], [nVersion] FROM [BRIXBank] ORDER BY [strName], [lID];
+SELECT [lID], [strName], [nVersion] FROM [BRIXClient] WHERE [lID] IN (?) ORDER BY [lID];
+SELECT [lID], [lClientID], [lpClientID], [nVersion] FROM [BRIXPartnershipClients] WHERE [lClientID] = ? ORDER BY [lID];
+SELECT [lID], [lClientID], [lpClientID], [nVersion] FROM [BRIXPartnershipClients] WHERE [lpClientID] = ? ORDER BY [lID];
+SELECT [lID], [lClientID], [nYear], [lSpouseID], [nVersion] FROM [BRIXJointIncomeSourceTaxYear] WHERE [lID] = ? ORDER BY [lID];
 SELECT TABLE_NAME, COLUMN_NAME FROM INFORMATION_SCHEMA.COLUMNS WHERE TABLE_SCHEMA NOT IN ('pg_catalog', 'information_schema', 'sys');
 SELECT MAX([lID]) FROM [BRIXClient] HAVING MAX([lID]) >= (SELECT CAST(current_value AS bigint) + 32 FROM sys.sequences WHERE name = 'BRIXClient_ids');
 SELECT MAX([lID]) FROM [BRIXPartnership] HAVING MAX([lID]) >= (SELECT CAST(current_value AS bigint) + 32 FROM sys.sequences WHERE name = 'BRIXPartnership_ids');
