@@ -22,8 +22,10 @@ namespace Test
 class Hands
 {
 public:
-    explicit Hands(CWnd& window) : m_window(window), m_seen(Windows().Messages().size())
+    explicit Hands(CWnd& window) : m_window(window)
     {
+        if (m_open++ == 0)
+            m_seen = Windows().Messages().size();
         Windows().OnUnexpected([](const Afx::HeadlessWindowSystem::Shown& shown) {
             EXPECT_EQ(shown.style & 0xF, MB_OK) << "nobody answers: " << shown.text;
             return Afx::SafeAnswer(shown.style);
@@ -33,10 +35,12 @@ public:
     Hands& operator=(const Hands&) = delete;
     ~Hands()
     {
+        --m_open;
         for (; m_seen < Windows().Messages().size(); ++m_seen)
             ADD_FAILURE() << "a message that nobody asked for: " << Windows().Messages()[m_seen].text;
     }
 
+    CWnd& Window() const noexcept { return m_window; }
     /// The control `id`, in panels and pages that are shown too.
     CWnd& Control(unsigned id) const
     {
@@ -101,7 +105,9 @@ private:
     }
 
     CWnd& m_window;
-    std::size_t m_seen;
+    // Of all hands, since one dialog opens another.
+    static inline std::size_t m_seen = 0;
+    static inline int m_open = 0;
 };
 
 /// Opens a dialog and works in it by `script`; its result.

@@ -56,6 +56,8 @@ protected:
     virtual bool OnDialogKey(CWnd& focus, unsigned key, unsigned modifiers);
     bool OnCommand(WPARAM wParam, LPARAM lParam) override;
 
+    /// Takes an EndDialog of the running handler back: something that follows from it has failed.
+    void KeepOpen() noexcept { m_open = true; }
     /// Its controls are made and placed.
     void MakeControls();
     const Afx::DialogLayout* GetLayout() const noexcept { return m_layout; }

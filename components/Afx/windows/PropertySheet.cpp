@@ -151,6 +151,7 @@ void CPropertySheet::PageActivated(int) {}
 
 bool CPropertySheet::OnInitDialog()
 {
+    m_made = true; // the buttons and the pages' controls end with the window
     m_tabs.CWnd::Create(this, kTabsId);
     CSize largest{kLeastWidth, 0};
     for (CPropertyPage* const page : m_pages) { // all of them, since the largest decides
@@ -169,7 +170,10 @@ bool CPropertySheet::OnInitDialog()
         page->MoveWindow({kGap, kGap + kTabsHeight, kGap + largest.cx, kGap + kTabsHeight + largest.cy});
     PlaceButtons(largest.cx + 2 * kGap, largest.cy + kTabsHeight + 3 * kGap + kButtonHeight);
     ShowPage(GetPage(m_active) ? m_active : 0);
-    return true;
+    CWnd* const first = GetActivePage() ? GetActivePage()->GetNextDlgTabItem(nullptr) : nullptr;
+    if (first)
+        GotoDlgCtrl(first);
+    return !first; // else the focus has been set
 }
 
 void CPropertySheet::PlaceButtons(int width, int height)

@@ -107,6 +107,8 @@ class AFX_API CWnd : public CObject
     bool DeliverCommand(unsigned id, unsigned notification = 0);
     bool DeliverNotify(unsigned code);
     bool DeliverKey(unsigned key, unsigned modifiers) { return OnKey(key, modifiers); }
+    /// For windows that hand on to their sheet what they do not take themselves.
+    bool DeliverMapped(Afx::MapMessage& message) { return OnMapped(message); }
 
     /// The native window, made by the window system that is installed for this window and those inside it.
     void MakePeers();

@@ -1,6 +1,7 @@
 #include "Kiln/controls/ExDialog.h"
 
 #include "Afx/windows/MessageBox.h"
+#include "Afx/windows/WindowSystem.h"
 
 namespace Kiln
 {
@@ -23,6 +24,15 @@ bool CDialogMixin::Refuse(CWnd& control, const char* message, unsigned style)
 }
 
 void CDialogMixin::FocusAndSelect(CWnd& control) { CDialog::GotoDlgCtrl(&control); }
+
+CString CDialogMixin::HelpFilePath() const { return {}; }
+
+bool CDialogMixin::ShowHelp(unsigned controlId) const
+{
+    const CString file = HelpFilePath();
+    Afx::WindowSystem* const system = Afx::WindowSystem::Current();
+    return !file.IsEmpty() && system && system->ShowHelp(file.Str(), controlId);
+}
 
 IMPLEMENT_DYNAMIC(CExDialog, CBCGPDialog)
 IMPLEMENT_DYNAMIC(CExPropertyPage, CBCGPPropertyPage)

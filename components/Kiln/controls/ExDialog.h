@@ -22,18 +22,31 @@ public:
     bool Refuse(CWnd& control, const char* message, unsigned style = 0);
     /// Moves the focus to `control` and selects its whole text.
     static void FocusAndSelect(CWnd& control);
+
+    /// The file of the help that F1 opens, with the control's id as topic; empty: no help.
+    virtual CString HelpFilePath() const;
+
+protected:
+    /// Opens that help. False when there is none.
+    bool ShowHelp(unsigned controlId) const;
 };
 
 class KILN_API CExDialog : public CBCGPDialog, public CDialogMixin
 {
     DECLARE_DYNAMIC(CExDialog)
     using CBCGPDialog::CBCGPDialog;
+
+protected:
+    bool OnHelp(unsigned controlId) override { return ShowHelp(controlId); }
 };
 
 class KILN_API CExPropertyPage : public CBCGPPropertyPage, public CDialogMixin
 {
     DECLARE_DYNAMIC(CExPropertyPage)
     using CBCGPPropertyPage::CBCGPPropertyPage;
+
+protected:
+    bool OnHelp(unsigned controlId) override { return ShowHelp(controlId); }
 };
 
 /// A sheet that can have controls of its own below the tabs.
@@ -51,6 +64,7 @@ protected:
     virtual void PageSetActive(int page);
     void PageActivated(int page) override;
     void OnDestroy() override;
+    bool OnHelp(unsigned controlId) override { return ShowHelp(controlId); }
 
 private:
     bool m_hasExtraControls = false;

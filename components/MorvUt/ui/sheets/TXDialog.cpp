@@ -1,0 +1,46 @@
+#include "MorvUt/ui/sheets/TXDialog.h"
+
+#include "Afx/windows/MessageBox.h"
+#include "Cellar/DatabaseError.h"
+#include "MorvUt/res/Strings.h"
+#include "Quarry/Session.h"
+
+using Kiln::CExDialog;
+
+IMPLEMENT_DYNAMIC(TXDialog, CExDialog)
+
+TXDialog::TXDialog(const Afx::DialogLayout& layout) : CExDialog(layout) {}
+TXDialog::TXDialog() = default;
+TXDialog::~TXDialog() = default;
+
+int TXDialog::DoModal()
+{
+    if (m_hasLevel && Quarry::HasConnection() && !IsOpen())
+        m_level = std::make_unique<Quarry::CTransaction>();
+    const int result = CExDialog::DoModal();
+    m_level.reset(); // what was not committed is rolled back
+    return result;
+}
+
+void TXDialog::OnOK()
+{
+    if (UpdateData(true))
+        CloseDialog(IDOK);
+}
+
+void TXDialog::OnCancel() { CloseDialog(IDCANCEL); }
+
+void TXDialog::CloseDialog(int result)
+{
+    if (result == IDOK && m_level) {
+        try {
+            m_level->Commit();
+        } catch (const Cellar::DatabaseError& error) {
+            if (error.GetCategory() != Cellar::DatabaseError::Category::Busy)
+                throw;
+            AfxMessageBox(LibraryText(IDS_PRACTICE_BUSY)); // it stays open with what was typed
+            return;
+        }
+    }
+    EndDialog(result);
+}
