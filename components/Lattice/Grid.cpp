@@ -223,6 +223,13 @@ void CGrid::Current(int row, int column)
     Changed(Afx::Part::Selection);
 }
 
+/// Rows may have come after the focus.
+void CGrid::StandSomewhere()
+{
+    if (m_row < 0 && GetRowCount() > 0 && GetColumnCount() > 0)
+        Current(0, 0);
+}
+
 bool CGrid::GoTo(int row, int column, bool extend)
 {
     if (row < 0 || row >= GetRowCount() || column < 0 || column >= GetColumnCount() || (m_editor && !EndEdit()))
@@ -262,7 +269,11 @@ bool CGrid::BeginEdit(bool keepText)
         ChangeCell(m_row, m_column, checked && *checked ? 0 : 1);
         return false;
     }
-    m_editor = &Adopt(MakeEditor(m_row, m_column), kEditorId);
+    m_editor = LendEditor(m_row, m_column);
+    if (m_editor)
+        m_editor->Create(this, kEditorId);
+    else
+        m_editor = &Adopt(MakeEditor(m_row, m_column), kEditorId);
     m_editor->SetAccessibleName(Describe(m_row, m_column));
     FillEditor(cell, keepText);
     OnEditorCreated(m_row, m_column, *m_editor);
@@ -522,6 +533,7 @@ void CGrid::OnEditorCreated(int, int, CWnd&) {}
 bool CGrid::OnDeleteRow(int row) { return DeleteRow(row); }
 bool CGrid::OnPasteRow() { return false; }
 void CGrid::OnUndone() {}
+CWnd* CGrid::LendEditor(int, int) { return nullptr; }
 
 std::unique_ptr<CWnd> CGrid::MakeEditor(int row, int column)
 {
@@ -579,6 +591,7 @@ bool CGrid::OnEditingKey(unsigned key, unsigned modifiers)
 void CGrid::OnChar(unsigned character, unsigned repeat, unsigned flags)
 {
     const WindowRef here(this);
+    StandSomewhere();
     if (character == ' ' && GetCell(m_row, m_column).format == Format::CheckBox) {
         BeginEdit();
     } else if (character > ' ' && BeginEdit(false) && here && m_editor) {
@@ -591,8 +604,7 @@ void CGrid::OnChar(unsigned character, unsigned repeat, unsigned flags)
 
 bool CGrid::OnKey(unsigned key, unsigned modifiers)
 {
-    if (m_row < 0 && GetRowCount() > 0 && GetColumnCount() > 0)
-        Current(0, 0);
+    StandSomewhere();
     if (modifiers == Afx::kControl && OnControlKey(key))
         return true;
     return OnFunctionKey(key, modifiers) || OnMoveKey(key, modifiers);
@@ -731,8 +743,7 @@ void CGrid::OnSetFocus(CWnd* oldFocus)
     CWnd::OnSetFocus(oldFocus);
     if (m_ending)
         return;
-    if (m_row < 0 && GetRowCount() > 0 && GetColumnCount() > 0)
-        Current(0, 0);
+    StandSomewhere();
     if (m_row >= 0)
         OnGridCellHasFocus(m_row, m_column);
 }

@@ -124,6 +124,8 @@ protected:
     /// The control that edits a cell, and into which the cell's text is put then. By default a field, a date field, or
     /// a combo box with the column's choices.
     virtual std::unique_ptr<CWnd> MakeEditor(int row, int column);
+    /// A control that the derived grid keeps and lends for this; null: MakeEditor makes one.
+    virtual CWnd* LendEditor(int row, int column);
     virtual void OnEditorCreated(int row, int column, CWnd& editor);
     /// Ctrl+Delete on a row. False: it stays.
     virtual bool OnDeleteRow(int row);
@@ -170,6 +172,7 @@ private:
     Typed ReadEditor() const;
     void DropEditor();
     void Current(int row, int column);
+    void StandSomewhere();
     bool CanPaste(const TextBlock& block, const Block& place);
 
     GridCells m_cells;

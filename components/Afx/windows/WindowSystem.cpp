@@ -61,6 +61,7 @@ bool WindowSystem::WaitCancelled() { return false; }
 bool WindowSystem::OpenBrowser(const std::string&) { return false; }
 bool WindowSystem::ShowHelp(const std::string&, unsigned) { return false; }
 std::unique_ptr<WindowPeer> WindowSystem::MakePeer(CWnd&) { return nullptr; }
+std::unique_ptr<CDC> WindowSystem::MeasuringContext() const { return std::make_unique<CDC>(); }
 std::string WindowSystem::GetClipboard() { return m_clipboard; }
 void WindowSystem::SetClipboard(const std::string& text) { m_clipboard = text; }
 

@@ -11,6 +11,7 @@
 
 #include "Afx/Export.h"
 
+#include "Afx/windows/Drawing.h"
 #include "Afx/windows/WindowPeer.h"
 
 class CDialog;
@@ -41,6 +42,8 @@ public:
     virtual bool ShowHelp(const std::string& file, unsigned topic);
     /// The native window of a model's; null: none, as in systems without a display.
     virtual std::unique_ptr<WindowPeer> MakePeer(CWnd& window);
+    /// A context to measure texts with.
+    virtual std::unique_ptr<CDC> MeasuringContext() const;
     /// The text of the clipboard, which by default is this process's own.
     virtual std::string GetClipboard();
     virtual void SetClipboard(const std::string& text);
