@@ -73,7 +73,7 @@ private:
     [[noreturn]] void Work(Clock::time_point end)
     try {
         Quarry::SetConnection(Open());
-        for (bool adds = true; Clock::now() < end; adds = !adds) {
+        for (bool adds = true; adds || Clock::now() < end; adds = !adds) { // once however slowly it was opened
             char event = adds ? 'a' : 'c';
             try {
                 adds ? AddClient() : CountUp();
