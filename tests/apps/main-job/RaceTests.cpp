@@ -20,7 +20,7 @@ namespace
 using namespace ::Test;
 using Cellar::SqlText;
 
-constexpr int kClients = 200;
+constexpr int kClients = 50;
 constexpr char kBusy[] = "another program is writing";
 
 /// How many rows of a table each client must have after the answer with everything.
