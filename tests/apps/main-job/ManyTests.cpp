@@ -107,7 +107,7 @@ protected:
     static std::int64_t Next()
     {
         const auto set = Quarry::GetConnection().Queryf("SELECT dtNext FROM MTDPace");
-        return Afx::ToUnixMilliseconds(Cellar::ToDateTime(set.rows.at(0).at(0)).Fields());
+        return Cellar::ToDateTime(set.rows.at(0).at(0)).ToMilliseconds();
     }
 };
 ON_BOTH_DATABASES(Pace);

@@ -17,8 +17,6 @@ constexpr char kSelect[] = "SELECT [dtNext], GETUTCDATE() AS [dtNow] FROM [MTDPa
 constexpr char kInsert[] = "INSERT INTO [MTDPace] ( [lID], [dtNext] ) VALUES ( %ld, GETUTCDATE() )";
 constexpr char kUpdate[] = "UPDATE [MTDPace] SET [dtNext] = %t WHERE [lID] = %ld AND [dtNext] ";
 
-std::int64_t MillisecondsOf(const COleDateTime& moment) { return Afx::ToUnixMilliseconds(moment.Fields()); }
-
 void MakeRow(Cellar::CConnection& connection)
 {
     try {
@@ -52,8 +50,8 @@ std::int64_t TakeSharedSecond()
             MakeRow(connection);
             continue;
         }
-        const std::int64_t now = MillisecondsOf(row.GetDateTime("dtNow"));
-        const std::int64_t next = MillisecondsOf(row.GetDateTime("dtNext"));
+        const std::int64_t now = row.GetDateTime("dtNow").ToMilliseconds();
+        const std::int64_t next = row.GetDateTime("dtNext").ToMilliseconds();
         const std::int64_t turn = next > now && next - now <= kFarthest ? next : now;
         if (Take(connection, row.Get("dtNext"), turn + kSecond))
             return turn - now;
