@@ -17,16 +17,6 @@ constexpr char kSelect[] = "SELECT [dtNext], GETUTCDATE() AS [dtNow] FROM [MTDPa
 constexpr char kInsert[] = "INSERT INTO [MTDPace] ( [lID], [dtNext] ) VALUES ( %ld, GETUTCDATE() )";
 constexpr char kUpdate[] = "UPDATE [MTDPace] SET [dtNext] = %t WHERE [lID] = %ld AND [dtNext] ";
 
-void MakeRow(Cellar::CConnection& connection)
-{
-    try {
-        connection.ExecuteDirectf(kInsert, kRow);
-    } catch (const Cellar::DatabaseError& error) {
-        if (error.GetCategory() != Cellar::DatabaseError::Category::DuplicateKey) // else another has just made it
-            throw;
-    }
-}
-
 /// False when another run was quicker. Moments compare as what they were stored as.
 bool Take(Cellar::CConnection& connection, const Cellar::Value& before, std::int64_t next)
 {
@@ -47,7 +37,7 @@ std::int64_t TakeSharedSecond()
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         Cellar::CBufferedRowList row(connection, kSelect, kRow);
         if (!row.MoveFirst()) {
-            MakeRow(connection);
+            connection.AddUnlessThere(kInsert, kRow);
             continue;
         }
         const std::int64_t now = row.GetDateTime("dtNow").ToMilliseconds();
