@@ -241,6 +241,23 @@ TEST_F(Absent, EndsTheRunOnceItIsCertainAndNobodyElseIsBegunInDoubt)
     }
 }
 
+TEST_F(Absent, NobodyReadsOptionsOrAuthorityAgain)
+{
+    int options = 0, authority = 0;
+    Quarry::GetConnection().OnSent([&](std::string_view sent) {
+        options += sent.find("BRIXOptions") != sent.npos;
+        authority += sent.find("MTDAuthorisation") != sent.npos;
+    });
+    EXPECT_EQ(FetchMany().done, kClients + 0u);
+    EXPECT_EQ(options, 1);
+    EXPECT_LE(authority, 4 + 1) << "whether there is one, by those who begin together; its tokens once";
+    authority = 0;
+    m_sandbox.Send("POST", "/sandbox/token", R"({"expire": true})");
+    EXPECT_EQ(FetchMany().done, kClients + 0u);
+    EXPECT_LE(authority, 4 + 1 + 4 * 8) << "and the refresh";
+    Quarry::GetConnection().OnSent(nullptr);
+}
+
 TEST_P(Pace, GivesEachSecondToOneRunOnly)
 {
     const Practice practice;
