@@ -1,7 +1,5 @@
 // Several workstations fetch for, or make the schedules of, every client of one practice at once.
 
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <map>
 #include <memory>
@@ -12,7 +10,6 @@
 #include "apps/morv/Program.h"
 #include "MorvUt/MorvUt.h"
 #include "support/Practice.h"
-#include "support/TestSupport.h"
 
 namespace
 {
