@@ -236,19 +236,6 @@ void CompareInsurance(Reading& reading, const JsonValue& root, const HmrcApi::CN
     reading.Flag(read.maxNicsReached, root, "maxNICsReached");
 }
 
-/// The employments of one of the four individual interfaces; `compare` what it has of each.
-template<class Compare>
-void CompareEmployments(Reading& reading, const JsonValue& root, const HmrcApi::CEmploymentsResponse& read,
-                        Compare compare)
-{
-    int at = 0;
-    for (const JsonValue& item : Reading::Items(root, "employments", read.GetUpperBound() + 1)) {
-        const auto employment = read.GetAt(at++);
-        reading.Key(employment->employerPayeReference, item, "employerPayeReference");
-        compare(item, *employment);
-    }
-}
-
 /// Every number among an employment's members is a benefit that is told, under its name, and there is no other.
 void CompareBenefits(Reading& reading, const JsonValue& node, const HmrcApi::Employment_t& read)
 {
@@ -263,7 +250,23 @@ void CompareBenefits(Reading& reading, const JsonValue& node, const HmrcApi::Emp
     }
 }
 
-constexpr char kOtherIncome[] = "pensionsAnnuitiesAndOtherStateBenefits";
+/// The answer of one of the four individual interfaces: `ofEmployment` compares what it has of each employment,
+/// `ofYear` what it has beside them.
+template<class Read, class OfEmployment, class OfYear>
+void CheckIndividual(std::string_view input, Read read, OfEmployment ofEmployment, OfYear ofYear)
+{
+    CheckDecoder(input, read, [&](Reading& reading, const JsonValue& root, const auto& answer) {
+        int at = 0;
+        for (const JsonValue& item : Reading::Items(root, "employments", answer.GetUpperBound() + 1)) {
+            const auto employment = answer.GetAt(at++);
+            reading.Key(employment->employerPayeReference, item, "employerPayeReference");
+            ofEmployment(reading, item, *employment);
+        }
+        ofYear(reading, Reading::Object(root, "pensionsAnnuitiesAndOtherStateBenefits"), root, answer);
+    });
+}
+
+constexpr auto kNothingMore = [](auto&&...) {};
 
 } // namespace
 
@@ -276,56 +279,43 @@ void InsuranceAnswer(std::string_view input)
 
 void HistoryAnswer(std::string_view input)
 {
-    CheckDecoder(input, &HmrcApi::ReadEmploymentHistoryResponse,
-                 [](Reading& reading, const JsonValue& root, const auto& read) {
-                     CompareEmployments(reading, root, read,
-                                        [&](const JsonValue& item, const HmrcApi::Employment_t& employment) {
-                                            reading.Text(employment.employerName, item, "employerName");
-                                            reading.Flag(employment.offPayrollWorkFlag, item, "offPayrollWorkFlag");
-                                        });
-                 });
+    const auto ofEmployment = [](Reading& reading, const JsonValue& item, const HmrcApi::Employment_t& read) {
+        reading.Text(read.employerName, item, "employerName");
+        reading.Flag(read.offPayrollWorkFlag, item, "offPayrollWorkFlag");
+    };
+    CheckIndividual(input, &HmrcApi::ReadEmploymentHistoryResponse, ofEmployment, kNothingMore);
 }
 
 void BenefitsAnswer(std::string_view input)
 {
-    CheckDecoder(input, &HmrcApi::ReadBenefitsSummaryResponse,
-                 [](Reading& reading, const JsonValue& root, const auto& read) {
-                     CompareEmployments(reading, root, read,
-                                        [&](const JsonValue& item, const HmrcApi::Employment_t& employment) {
-                                            CompareBenefits(reading, item, employment);
-                                        });
-                 });
+    CheckIndividual(input, &HmrcApi::ReadBenefitsSummaryResponse, &CompareBenefits, kNothingMore);
 }
 
 void IncomeAnswer(std::string_view input)
 {
-    CheckDecoder(
-        input, &HmrcApi::ReadIncomeSummaryResponse, [](Reading& reading, const JsonValue& root, const auto& read) {
-            CompareEmployments(reading, root, read,
-                               [&](const JsonValue& item, const HmrcApi::Employment_t& employment) {
-                                   reading.Amount(employment.taxablePayTotal, item, "payFromEmployment");
-                               });
-            const JsonValue& other = Reading::Object(root, kOtherIncome);
-            reading.Amount(read.otherPensionsAndRetirementAnnuities, other, "otherPensionsAndRetirementAnnuities");
-            reading.Amount(read.incapacityBenefit, other, "incapacityBenefit");
-            reading.Amount(read.jobseekersAllowance, other, "jobseekersAllowance");
-            reading.Amount(read.seissNetPaid, other, "seissNetPaid");
-        });
+    const auto ofEmployment = [](Reading& reading, const JsonValue& item, const HmrcApi::Employment_t& read) {
+        reading.Amount(read.taxablePayTotal, item, "payFromEmployment");
+    };
+    const auto ofYear = [](Reading& reading, const JsonValue& other, const JsonValue&, const auto& read) {
+        reading.Amount(read.otherPensionsAndRetirementAnnuities, other, "otherPensionsAndRetirementAnnuities");
+        reading.Amount(read.incapacityBenefit, other, "incapacityBenefit");
+        reading.Amount(read.jobseekersAllowance, other, "jobseekersAllowance");
+        reading.Amount(read.seissNetPaid, other, "seissNetPaid");
+    };
+    CheckIndividual(input, &HmrcApi::ReadIncomeSummaryResponse, ofEmployment, ofYear);
 }
 
 void TaxAnswer(std::string_view input)
 {
-    CheckDecoder(
-        input, &HmrcApi::ReadTaxSummaryResponse, [](Reading& reading, const JsonValue& root, const auto& read) {
-            CompareEmployments(reading, root, read,
-                               [&](const JsonValue& item, const HmrcApi::Employment_t& employment) {
-                                   reading.Amount(employment.taxTotal, item, "taxTakenOffPay");
-                               });
-            const JsonValue& other = Reading::Object(root, kOtherIncome);
-            reading.Amount(read.otherPensionsAndRetirementAnnuities, other, "otherPensionsAndRetirementAnnuities");
-            reading.Amount(read.incapacityBenefit, other, "incapacityBenefit");
-            reading.Amount(read.taxRefundedOrSetOff, Reading::Object(root, "refunds"), "taxRefundedOrSetOff");
-        });
+    const auto ofEmployment = [](Reading& reading, const JsonValue& item, const HmrcApi::Employment_t& read) {
+        reading.Amount(read.taxTotal, item, "taxTakenOffPay");
+    };
+    const auto ofYear = [](Reading& reading, const JsonValue& other, const JsonValue& root, const auto& read) {
+        reading.Amount(read.otherPensionsAndRetirementAnnuities, other, "otherPensionsAndRetirementAnnuities");
+        reading.Amount(read.incapacityBenefit, other, "incapacityBenefit");
+        reading.Amount(read.taxRefundedOrSetOff, Reading::Object(root, "refunds"), "taxRefundedOrSetOff");
+    };
+    CheckIndividual(input, &HmrcApi::ReadTaxSummaryResponse, ofEmployment, ofYear);
 }
 
 } // namespace Fuzz

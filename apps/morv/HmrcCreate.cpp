@@ -5,6 +5,7 @@
 
 #include "Cellar/DatabaseError.h"
 #include "ClientJson.h"
+#include "GivenUp.h"
 #include "HmrcCommands.h"
 #include "MorvUt/hmrc/schedules/CreateFromHmrc.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
@@ -80,8 +81,13 @@ struct CreatedForOne
     HmrcApi::CreateResult result;
     std::optional<CommandError> problem;
 
-    bool IsBusy() const { return problem && problem->code == kBusy; }
-    bool IsUnusable() const { return problem && problem->exit == Exit::CannotOpen && !IsBusy(); }
+    /// What would keep the others' from being made too.
+    HmrcApi::Absence GetAbsence() const
+    {
+        if (!problem || problem->exit != Exit::CannotOpen)
+            return HmrcApi::Absence::None;
+        return problem->code == kBusy ? HmrcApi::Absence::Busy : HmrcApi::Absence::Unusable;
+    }
 };
 
 CreatedForOne CreateForOne(const ClientView& client)
@@ -121,39 +127,19 @@ void Tell(const ClientView& client, const CreatedForOne& made)
         Print(before, client, made.result);
 }
 
-/// Whether the others are to be tried too, after a client whose schedules could not be made.
-class MayGoOn
-{
-public:
-    void Add(const CreatedForOne& made)
-    {
-        m_busyInARow = made.IsBusy() ? m_busyInARow + 1 : 0;
-        if (made.IsUnusable())
-            m_why = "the practice cannot be read or written";
-        else if (m_busyInARow >= kInARow)
-            m_why = "another program was writing to the practice for 3 clients in a row";
-        else if (Afx::SignalGuard::IsSignalWaiting())
-            m_why = "it was cancelled";
-    }
-    explicit operator bool() const { return !m_why; }
-    const char* Why() const { return m_why; }
-
-private:
-    static constexpr int kInARow = 3;
-    int m_busyInARow = 0;
-    const char* m_why = nullptr;
-};
-
 Exit CreateAll(const CommonOptions& options)
 {
+    using HmrcApi::Absence;
     const std::vector<ClientView> list = ListPeople();
     Progress progress(options, list.size());
     Tally tally;
-    MayGoOn mayGoOn;
+    HmrcApi::Patience patience;
     CreatedForOne made;
-    for (auto client = list.begin(); mayGoOn && client != list.end(); ++client) {
+    for (auto client = list.begin(); patience.GetEnd() == Absence::None && client != list.end(); ++client) {
         made = CreateForOne(*client);
-        mayGoOn.Add(made);
+        patience.Add(made.GetAbsence());
+        if (Afx::SignalGuard::IsSignalWaiting())
+            patience.Add(Absence::Cancelled);
         progress.Hide();
         options.json ? TellJson(*client, made) : Tell(*client, made);
         std::fflush(stdout); // what is told has been done, whatever ends the program
@@ -163,14 +149,12 @@ Exit CreateAll(const CommonOptions& options)
     progress.Hide();
     const int left = static_cast<int>(list.size()) - tally.clients;
     if (left > 0)
-        std::fprintf(stderr,
-                     "morv: stopped, because %s; %s left. Give the same command again: it makes what is missing.\n",
-                     mayGoOn.Why(), (Counted(left, "client") + (left == 1 ? " is" : " are")).c_str());
+        TellGivenUp(*FindGivenUp(patience.GetEnd()), left, "not come to", "makes what is missing");
     if (options.json)
         PrintJson(tally.ToJson());
     else
         PrintLine("%s: %d done, %d refused.", Counted(tally.clients, "client"), tally.ok, tally.clients - tally.ok);
-    return made.IsBusy() || made.IsUnusable() ? Exit::CannotOpen : tally.Result();
+    return made.GetAbsence() != Absence::None ? Exit::CannotOpen : tally.Result();
 }
 
 Exit CreateInPractice(const HmrcArguments& arguments, const CommonOptions& options)

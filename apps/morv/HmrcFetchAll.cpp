@@ -7,6 +7,7 @@
 
 #include "Afx/system/SignalGuard.h"
 #include "FetchOutput.h"
+#include "GivenUp.h"
 #include "MorvUt/hmrc/fetch/FetchMany.h"
 #include "MorvUt/hmrc/fetch/FetchRun.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
@@ -22,35 +23,6 @@ namespace
 using HmrcApi::Absence;
 using HmrcApi::FetchResult;
 using HmrcApi::ManyFetched;
-
-/// Why a run was given up, and what is to be done before it goes on.
-struct GivenUp
-{
-    Absence absence;
-    const char *why, *remedy;
-    Exit exit;
-};
-constexpr GivenUp kGivenUp[] = {
-    {Absence::Unreachable, "HMRC could not be reached for 3 clients in a row",
-     "Check this computer's internet connection", Exit::Refused},
-    {Absence::Overloaded, "HMRC could not serve 3 clients in a row", "Wait some minutes", Exit::Refused},
-    {Absence::Busy, "another program was writing to the practice for 3 clients in a row", "Wait until it has finished",
-     Exit::CannotOpen},
-    {Absence::Maintenance, "HMRC's service is closed for maintenance", "Wait until it is open again", Exit::Refused},
-    {Absence::NoAuthority, "HMRC's authority is missing or has ended", "Give it with morv hmrc authorise",
-     Exit::Refused},
-    {Absence::NotAllowed, "nothing may be fetched here", "See why above", Exit::Refused},
-    {Absence::Unusable, "the practice cannot be read or written", "See that it can", Exit::CannotOpen},
-    {Absence::Cancelled, "it was cancelled", "", Exit::Refused},
-};
-
-const GivenUp* FindGivenUp(Absence absence)
-{
-    for (const GivenUp& each : kGivenUp)
-        if (each.absence == absence)
-            return &each;
-    return nullptr;
-}
 
 /// About whom everything was answered since the run began.
 std::set<long> ListDone(const HmrcApi::FetchRun& run)
@@ -69,14 +41,6 @@ void TellGoneOnWith(const HmrcApi::FetchRun& run, int before)
         "morv: goes on with the fetch of %s, which has not come to its end: %s fetched since. --anew asks about "
         "all.\n",
         ShownMoment(run.GetBegan()).c_str(), (Counted(before, "client") + (before == 1 ? " was" : " were")).c_str());
-}
-
-void TellGivenUp(const GivenUp& given, int left)
-{
-    const std::string remedy = *given.remedy ? std::string(given.remedy) + ", then give" : "Give";
-    std::fprintf(stderr,
-                 "morv: stopped, because %s; %s not asked about. %s the same command again: it goes on from here.\n",
-                 given.why, (Counted(left, "client") + (left == 1 ? " was" : " were")).c_str(), remedy.c_str());
 }
 
 void TellSummary(const Tally& tally, Absence ended, int before, int left, const CommonOptions& options)
@@ -130,7 +94,7 @@ Exit FetchAll(const HmrcArguments& arguments, const CommonOptions& options)
     const GivenUp* const given = FindGivenUp(fetched.ended);
     const int left = static_cast<int>(list.size() - fetched.done);
     if (given)
-        TellGivenUp(*given, left);
+        TellGivenUp(*given, left, "not asked about", "goes on from here");
     else
         run.End();
     TellSummary(tally, fetched.ended, before, left, options);

@@ -5,11 +5,9 @@
 #include "hmrc/Hmrc.h"
 
 #include <csignal>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
@@ -22,11 +20,12 @@
 #include "MorvUt/MorvUt.h"
 #include "Places.h"
 #include "support/Practice.h"
+#include "Timing.h"
 
 namespace
 {
 
-using Clock = std::chrono::steady_clock;
+using Bench::Clock, Bench::ProcessorSeconds, Bench::SecondsSince;
 
 constexpr int kSizes[] = {100, 300, 1000};
 constexpr int kDelay = 20;           // milliseconds before each answer
@@ -37,20 +36,8 @@ constexpr double kMost = 1.3;        // times what could not be saved
 constexpr double kMostUneven = 1.25; // a client of the largest run may take as many times one of the smallest
 constexpr double kMostGrowth = 4;    // MiB that the largest run's peak may be above the smallest's
 constexpr short kYear = 2018;
+constexpr clockid_t kOurs = CLOCK_PROCESS_CPUTIME_ID; // the sandbox is another process
 constexpr char kUser[] = "ANNA", kGateway[] = "GATEWAY1";
-
-double SecondsSince(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
-
-/// Of this process: the sandbox is another.
-double ProcessorSeconds()
-{
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto seconds = [](const timeval& time) {
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
-    };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
 
 /// MiB at most since the last call; 0 where the system does not tell.
 double PeakSinceLast()
@@ -160,7 +147,7 @@ Run Measure(int clients)
     const std::vector<ClientId> ids = FillPractice(clients);
     Authorise();
     PeakSinceLast();
-    const double processor = ProcessorSeconds();
+    const double processor = ProcessorSeconds(kOurs);
     const auto start = Clock::now();
     int fetched = 0;
     HmrcApi::FetchManyFromHmrc(ids, kGateway, [&](std::size_t, const HmrcApi::FetchResult& result) {
@@ -168,7 +155,7 @@ Run Measure(int clients)
     });
     Run run{};
     run.wall = SecondsSince(start);
-    run.processor = ProcessorSeconds() - processor;
+    run.processor = ProcessorSeconds(kOurs) - processor;
     run.peak = PeakSinceLast();
     if (fetched != clients)
         throw std::runtime_error("not every client was fetched");

@@ -3,10 +3,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
 #include <cstdint>
 #include <cstdio>
-#include <ctime>
 #include <exception>
 #include <memory>
 #include <stdexcept>
@@ -14,26 +12,16 @@
 
 #include "MorvUt/MorvUt.h"
 #include "support/Practice.h"
+#include "Timing.h"
 
 namespace Bench
 {
 namespace
 {
 
-using Clock = std::chrono::steady_clock;
-
 constexpr short kYear = 2018;
+constexpr clockid_t kOurs = CLOCK_THREAD_CPUTIME_ID; // the proxy has a thread of its own
 constexpr char kUser[] = "ANNA", kGateway[] = "GATEWAY1";
-
-double SecondsSince(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
-
-/// Of this thread: the proxy has one of its own.
-double ProcessorSeconds()
-{
-    timespec time{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
-}
 
 /// The practice is open while it lives.
 class Workstation
@@ -90,9 +78,9 @@ double Take(int pipe)
         workstation.Do(clients.first(kWarmUp));
         Give(tells, 0);
         Take(told);
-        const double before = ProcessorSeconds();
+        const double before = ProcessorSeconds(kOurs);
         workstation.Do(clients.subspan(kWarmUp));
-        Give(tells, ProcessorSeconds() - before);
+        Give(tells, ProcessorSeconds(kOurs) - before);
         Take(told); // ends with the others, so that none is measured by another's leaving
     } catch (const std::exception& error) {
         std::fprintf(stderr, "%s\n", error.what());
@@ -130,7 +118,7 @@ Spent WorkAlone(const std::string& practice, std::span<const long> clients, cons
     const auto counted = clients.subspan(kWarmUp);
     const auto trips = [&] { return proxy ? static_cast<double>(proxy->GetRoundTrips()) : 0; };
     Spent spent;
-    const double processor = ProcessorSeconds();
+    const double processor = ProcessorSeconds(kOurs);
     const auto start = Clock::now();
     for (const long client : counted) {
         const double before = trips();
@@ -140,7 +128,7 @@ Spent WorkAlone(const std::string& practice, std::span<const long> clients, cons
         spent.createTrips += trips() - fetched;
     }
     spent.wall = SecondsSince(start);
-    spent.processor = ProcessorSeconds() - processor;
+    spent.processor = ProcessorSeconds(kOurs) - processor;
     for (double* const each : {&spent.fetchTrips, &spent.createTrips, &spent.wall, &spent.processor})
         *each /= static_cast<double>(counted.size());
     return spent;

@@ -113,6 +113,19 @@ public:
     {
         return Query(statement, std::span(values.begin(), values.size()));
     }
+    /// Adds the row of an INSERT; false, and nothing happens, when there is one of that key already.
+    template<class... Args>
+    bool AddUnlessThere(const SqlText& insert, const Args&... args)
+    {
+        try {
+            Execute(insert, Values(args...));
+            return true;
+        } catch (const DatabaseError& error) {
+            if (error.GetCategory() != DatabaseError::Category::DuplicateKey)
+                throw;
+            return false;
+        }
+    }
     /// One new row or several (an INSERT) whose number nobody asks for. Within levels that have begun a server gets it
     /// together with others that wait, in one round trip: with the next statement of any other kind, and before a level
     /// begins or is committed. What is wrong with it is told there, as a failure of the level. Elsewhere, and on the

@@ -93,7 +93,7 @@ std::int64_t ServerClockAhead(CConnection& connection)
     const std::int64_t before = Afx::Clock::UnixMilliseconds();
     const Value answer = Ask(connection, "SELECT GETUTCDATE() AS [dtNow]");
     const std::int64_t after = Afx::Clock::UnixMilliseconds();
-    return Afx::ToUnixMilliseconds(ToDateTime(answer).Fields()) - (before + after) / 2;
+    return ToDateTime(answer).ToMilliseconds() - (before + after) / 2;
 }
 
 std::optional<bool> IsServerEndEncrypted(CConnection& connection)

@@ -31,15 +31,9 @@ Cellar::RowSet ReadCounter(const Table& table, Cellar::CConnection& connection)
 std::optional<long> TakeIds(Cellar::CConnection& connection, const Table& table, long count)
 {
     const Detail::TableText& text = Detail::TextOf(table);
-    if (connection.ExecuteDirectf(text.countUp, count, count, table.sqlName) == 0) {
-        try {
-            connection.ExecuteDirectf(text.startCount, table.sqlName, count);
-        } catch (const Cellar::DatabaseError& error) {
-            if (error.GetCategory() != Cellar::DatabaseError::Category::DuplicateKey)
-                throw;
-            connection.ExecuteDirectf(text.countUp, count, count, table.sqlName); // another workstation was first
-        }
-    }
+    const auto countUp = [&] { return connection.ExecuteDirectf(text.countUp, count, count, table.sqlName); };
+    if (countUp() == 0 && !connection.AddUnlessThere(text.startCount, table.sqlName, count))
+        countUp(); // another workstation was first
     const Cellar::RowSet set = ReadCounter(table, connection);
     const std::int64_t last = set.rows.empty() ? 0 : Cellar::ToInt64(set.rows[0][0]);
     if (last >= count && last <= kLargest)

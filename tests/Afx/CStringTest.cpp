@@ -1,10 +1,8 @@
 #include "Afx/text/CString.h"
 
-#include <gtest/gtest.h>
-
 #include <tuple>
 
-#include "support/Case.h"
+#include "support/Test.h"
 
 TEST(CString, TakesNullAsTheEmptyText)
 {

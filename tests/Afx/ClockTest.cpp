@@ -1,12 +1,9 @@
 #include "Afx/time/Clock.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 
 #include "Afx/time/Calendar.h"
-#include "support/Case.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 TEST(Calendar, CountsEveryDay)
 {

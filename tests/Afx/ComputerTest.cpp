@@ -1,12 +1,9 @@
 #include "Afx/system/Computer.h"
 #include "Afx/system/Files.h"
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
 
-#include "support/Case.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 TEST(GetComputerName, HasFifteenBytesOfTheFirstLabel)
 {

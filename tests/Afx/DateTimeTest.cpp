@@ -1,13 +1,10 @@
 #include "Afx/time/DateTime.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <limits>
 
 #include "Afx/text/Decimal.h"
-#include "support/Case.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 TEST(COleDateTime, CountsFromTheEndOf1899)
 {

@@ -1,12 +1,10 @@
 #include "Afx/windows/Dialog.h"
 
-#include <gtest/gtest.h>
-
 #include <stdexcept>
 
 #include "Afx/windows/DataExchange.h"
 #include "Afx/windows/MessageBox.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 using ::Test::Windows;
 

@@ -1,10 +1,8 @@
 #include "Afx/windows/Edit.h"
 
-#include <gtest/gtest.h>
-
 #include <tuple>
 
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 TEST(CEdit, PutsTypedCharactersInPlaceOfTheSelection)
 {

@@ -1,10 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <cstdio>
 #include <limits>
 
 #include "Afx/text/CString.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 namespace
 {

@@ -1,7 +1,5 @@
 #include "Afx/system/Settings.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdlib>
 #include <filesystem>
 #include <thread>
@@ -9,8 +7,7 @@
 
 #include "Afx/Platform.h"
 #include "Afx/system/Application.h"
-#include "support/Case.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 using Afx::Settings;
 

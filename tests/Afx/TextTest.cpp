@@ -3,13 +3,10 @@
 #include "Afx/text/Utf8.h"
 #include "Afx/time/FormatTime.h"
 
-#include <gtest/gtest.h>
-
 #include <limits>
 
 #include "Afx/time/Clock.h"
-#include "support/Case.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 TEST(BoundedCopy, FillsUpToTheEndMarkAndRefusesInsteadOfCutting)
 {

@@ -1,11 +1,9 @@
 #include "Afx/windows/Wnd.h"
 
-#include <gtest/gtest.h>
-
 #include <memory>
 #include <tuple>
 
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 namespace
 {

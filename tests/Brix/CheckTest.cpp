@@ -49,9 +49,8 @@ protected:
 ON_BOTH_DATABASES(CheckPractice);
 
 /// The file, and values that only its engine lets in.
-class CheckEmbedded : public CheckPractice
-{};
-INSTANTIATE_TEST_SUITE_P(Embedded, CheckEmbedded, testing::Values(::Test::Database::Embedded));
+using CheckEmbedded = CheckPractice;
+ON_EMBEDDED(CheckEmbedded);
 
 TEST_P(CheckPractice, FindsWhatDoesNotFit)
 {
@@ -105,8 +104,7 @@ TEST_P(CheckEmbedded, FindsValuesOfOtherTypes)
     });
 }
 
-class CheckServer : public CheckPractice
-{};
+using CheckServer = CheckPractice;
 ON_SERVER(CheckServer);
 
 TEST_P(CheckServer, FindsIdsThatWouldBeGivenTwice)

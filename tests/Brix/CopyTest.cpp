@@ -77,9 +77,8 @@ protected:
 ON_BOTH_DATABASES(CopyOfPractice);
 
 /// Columns that take any value.
-class CopyOfEmbedded : public CopyOfPractice
-{};
-INSTANTIATE_TEST_SUITE_P(Embedded, CopyOfEmbedded, testing::Values(::Test::Database::Embedded));
+using CopyOfEmbedded = CopyOfPractice;
+ON_EMBEDDED(CopyOfEmbedded);
 
 TEST_P(CopyOfPractice, IsEqualRowByRowAndBackAgain)
 {

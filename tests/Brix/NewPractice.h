@@ -1,7 +1,5 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include "Brix/Brix.h"
 #include "Quarry/Quarry.h"
 #include "support/Practice.h"

@@ -7,7 +7,6 @@
 #include "NewPractice.h"
 #include "support/SampleValues.h"
 
-using Cellar::Value;
 using Quarry::Table;
 
 namespace
@@ -110,35 +109,6 @@ TEST_P(Records, OfEveryClassAreAddedChangedAndDeleted)
         ASSERT_EQ(list.GetCount(), 2);
         ASSERT_TRUE(list.MoveTo(1));
         ExpectFilled(list, 3);
-    }
-}
-
-TEST_P(Records, TablesWithoutAClassTakeAnyTextToo)
-{
-    Cellar::CConnection& connection = Quarry::GetConnection();
-    for (const Table* const table : Brix::AllTables()) {
-        for (const Quarry::Column& column : table->columns) {
-            if (*table->className || column.type != Cellar::ColumnType::Text)
-                continue;
-            SCOPED_TRACE(testing::Message() << table->sqlName << "." << column.name);
-            const auto name = Cellar::SqlText::Identifier(table->sqlName);
-            const auto field = Cellar::SqlText::Identifier(column.name);
-            // A number that is the key has no default, but in the embedded database.
-            const Quarry::Column* const key = table->Find(std::string_view(table->key));
-            const bool needsKey = key && !key->identity && key->type == Cellar::ColumnType::Int;
-            const Cellar::SqlText into =
-                needsKey ? "] ([" + Cellar::SqlText::Identifier(key->name) + "], [" + field + "]) VALUES (1, %s)"
-                         : "] ([" + field + "]) VALUES (%s)";
-            for (int nth = 0; nth < 4; ++nth) {
-                const Value text = ::Test::SampleValue(column.type, nth);
-                connection.Execute("INSERT INTO [" + name + into, {text});
-                const auto found = connection.Query(
-                    Cellar::SqlText("SELECT [") + field + "] FROM [" + name + "] WHERE [" + field + "] = %s", {text});
-                ASSERT_EQ(found.rows.size(), 1U);
-                EXPECT_EQ(found.rows[0][0], text);
-                connection.Execute(Cellar::SqlText("DELETE FROM [") + name + "]", {});
-            }
-        }
     }
 }
 

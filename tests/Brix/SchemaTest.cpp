@@ -15,12 +15,10 @@ using Cellar::DatabaseError;
 namespace
 {
 
-class Schema : public NewPractice
-{};
+using Schema = NewPractice;
 ON_BOTH_DATABASES(Schema);
-class EmbeddedSchema : public NewPractice
-{};
-INSTANTIATE_TEST_SUITE_P(Embedded, EmbeddedSchema, testing::Values(::Test::Database::Embedded));
+using EmbeddedSchema = NewPractice;
+ON_EMBEDDED(EmbeddedSchema);
 
 TEST_P(Schema, FillsWhatStatementsLeaveOut)
 {

@@ -5,8 +5,6 @@
 #include <memory>
 #include <string>
 
-#include <gtest/gtest.h>
-
 #include "Cellar/Cellar.h"
 #include "support/Databases.h"
 

@@ -2,9 +2,9 @@
 
 #include <limits>
 #include <set>
+#include <tuple>
 
 #include "CellarTestSupport.h"
-#include "support/Case.h"
 
 class Connection : public ::Test::OnDatabase
 {
@@ -117,12 +117,8 @@ TEST_P(Connection, ChecksArgumentsBeforeAnythingIsSent)
 TEST_P(Connection, ErrorsHaveCategoryAndCode)
 {
     connection->ExecuteDirect("INSERT Note (lID, strText) VALUES (1, 's3cret')");
-    struct Expected
-    {
-        Category category;
-        const char *embedded, *server;
-    };
-    const ::Test::Case<SqlText, Expected> rows[] = {
+    // the code of the embedded database, and of the server
+    const ::Test::Case<SqlText, std::tuple<Category, const char*, const char*>> rows[] = {
         {"INSERT Note (lID) VALUES (1)", {Category::DuplicateKey, "1555", "23505"}, "primary key"},
         {"INSERT Note (strText) VALUES ('S3CRET')", {Category::DuplicateKey, "2067", "23505"}, "unique, in any case"},
         {"INSERT Note (lID) VALUES (7), (1)", {Category::DuplicateKey, "1555", "23505"}, "one of several rows"},
@@ -137,9 +133,10 @@ TEST_P(Connection, ErrorsHaveCategoryAndCode)
     connection->ExecuteDirect("INSERT Note (lID, lParent) VALUES (5, 1)");
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
+        const auto& [category, embedded, server] = row.out;
         const DatabaseError error = Refusal(row.in);
-        EXPECT_EQ(error.GetCategory(), row.out.category);
-        EXPECT_EQ(error.GetCode(), ::Test::IsOnServer() ? row.out.server : row.out.embedded);
+        EXPECT_EQ(error.GetCategory(), category);
+        EXPECT_EQ(error.GetCode(), ::Test::IsOnServer() ? server : embedded);
         EXPECT_EQ(error.GetStatement(), row.in.View());
         EXPECT_NE(std::string(error.what()).find(row.in.View()), std::string::npos);
     }

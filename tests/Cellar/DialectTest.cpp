@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "CellarTestSupport.h"
-#include "support/Case.h"
 
 const Dialect* const kDialects[] = {&SqliteDialect(), &PostgresDialect(), &SqlServerDialect()};
 

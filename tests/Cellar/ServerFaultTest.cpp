@@ -3,7 +3,6 @@
 #include <cstdlib>
 
 #include "CellarTestSupport.h"
-#include "support/Case.h"
 #include "support/OwnServer.h"
 
 class ServerFault : public testing::TestWithParam<::Test::Database>
@@ -53,27 +52,21 @@ TEST_P(ServerFault, ACertificateOfAnotherHostIsRefused)
 {
     const std::string own = Certificate("own", "localhost"), others = Certificate("others", "localhost");
     const ::Test::OwnServer server(own, own + ".key");
-    struct Asked
-    {
-        const char* host;
-        std::string options;
-    };
     const auto trusting = [](const std::string& file) {
         return ";SSLmode=verify-full;pqopt={sslrootcert=" + file + "}";
     };
-    const ::Test::Case<Asked, const char*> rows[] = {
-        {{"localhost", trusting(own)}, "", "the right one"},
-        {{"127.0.0.1", trusting(own)}, "Servername is the name in the server's certificate", "another's name"},
-        {{"localhost", trusting(others)}, "whom this computer trusts", "issued by somebody else"},
-        {{"localhost", trusting("/none")}, "PGSSLROOTCERT", "nobody is trusted"},
-        {{"127.0.0.1", ";SSLmode=require"}, "", "encrypted to whomever"},
+    const ::Test::Row<const char*, std::string, const char*> rows[] = {
+        {"localhost", trusting(own), "", "the right one"},
+        {"127.0.0.1", trusting(own), "Servername is the name in the server's certificate", "another's name"},
+        {"localhost", trusting(others), "whom this computer trusts", "issued by somebody else"},
+        {"localhost", trusting("/none"), "PGSSLROOTCERT", "nobody is trusted"},
+        {"127.0.0.1", ";SSLmode=require", "", "encrypted to whomever"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        const std::string text =
-            ::Test::ReplacedAll(::Test::OwnServer::Text(), "127.0.0.1", row.in.host) + row.in.options;
-        if (*row.out)
-            ExpectOneLine(ErrorOf([&] { CConnection::Open(text.c_str()); }), Category::CannotOpen, row.out);
+    for (const auto& [host, options, words, why] : rows) {
+        SCOPED_TRACE(why);
+        const std::string text = ::Test::ReplacedAll(::Test::OwnServer::Text(), "127.0.0.1", host) + options;
+        if (*words)
+            ExpectOneLine(ErrorOf([&] { CConnection::Open(text.c_str()); }), Category::CannotOpen, words);
         else
             EXPECT_EQ(IsServerEndEncrypted(*CConnection::Open(text.c_str())), true);
     }

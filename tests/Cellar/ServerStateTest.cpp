@@ -4,53 +4,41 @@
 
 #include "Afx/time/Clock.h"
 #include "CellarTestSupport.h"
-#include "support/Case.h"
 #ifdef CELLAR_ODBC_FAKE
-#include "ScriptedServer.h"
+#include "support/ScriptedServer.h"
 #endif
 
 TEST(ServerState, SaysHowTheWayToTheServerIsProtected)
 {
-    struct Expected
-    {
-        bool staysHere, checksHost;
-        const char* said;
+    // stays here, checks the host, what is said
+    const ::Test::Row<const char*, bool, bool, const char*> rows[] = {
+        {"odbc:Driver=PostgreSQL Unicode;Servername=db.firm.example", false, false, "", "nothing said"},
+        {"odbc:Driver=PostgreSQL Unicode;Servername=db.firm.example;sslmode=VERIFY-FULL", false, true,
+         "SSLmode=VERIFY-FULL", "in any case"},
+        {"odbc:Driver=PostgreSQL Unicode;Servername=db.firm.example;SSLmode=verify-ca", false, false,
+         "SSLmode=verify-ca", "any host of that issuer"},
+        {"odbc:Driver=PostgreSQL Unicode;Servername=127.0.0.1", true, false, "", "loopback"},
+        {"odbc:Driver=PostgreSQL Unicode;Servername=LocalHost;SSLmode=disable", true, false, "SSLmode=disable", ""},
+        {"odbc:Driver=PostgreSQL Unicode;Servername=/run/postgresql", true, false, "", "a socket"},
+        {"odbc:Driver=PostgreSQL Unicode;Servername=127.0.0.1.evil.example", false, false, "", "only looks so"},
+        {"odbc:Driver=PostgreSQL Unicode;Servername=128.0.0.1", false, false, "", "another machine"},
+        {"odbc:Driver={ODBC Driver 18 for SQL Server};Server=tcp:db.firm.example,1433;Encrypt=strict", false, true,
+         "Encrypt=strict", "SQL Server"},
+        {"odbc:Driver={ODBC Driver 18 for SQL Server};Server=db;Encrypt=yes;TrustServerCertificate=yes", false, false,
+         "Encrypt=yes;TrustServerCertificate=yes", "whatever the certificate"},
+        {"odbc:Driver={ODBC Driver 17 for SQL Server};Server=db", false, false, "", "not every driver does by itself"},
+        {"odbc:Driver={ODBC Driver 17 for SQL Server};Server=tcp:localhost,1433", true, false, "", "a port"},
+        {"odbc:Driver={ODBC Driver 17 for SQL Server};Server=.\\SQLEXPRESS", true, false, "", "an instance"},
     };
-    const ::Test::Case<const char*, Expected> rows[] = {
-        {"odbc:Driver=PostgreSQL Unicode;Servername=db.firm.example", {false, false, ""}, "nothing said"},
-        {"odbc:Driver=PostgreSQL Unicode;Servername=db.firm.example;sslmode=VERIFY-FULL",
-         {false, true, "SSLmode=VERIFY-FULL"},
-         "in any case"},
-        {"odbc:Driver=PostgreSQL Unicode;Servername=db.firm.example;SSLmode=verify-ca",
-         {false, false, "SSLmode=verify-ca"},
-         "any host of that issuer"},
-        {"odbc:Driver=PostgreSQL Unicode;Servername=127.0.0.1", {true, false, ""}, "loopback"},
-        {"odbc:Driver=PostgreSQL Unicode;Servername=LocalHost;SSLmode=disable", {true, false, "SSLmode=disable"}, ""},
-        {"odbc:Driver=PostgreSQL Unicode;Servername=/run/postgresql", {true, false, ""}, "a socket"},
-        {"odbc:Driver=PostgreSQL Unicode;Servername=127.0.0.1.evil.example", {false, false, ""}, "only looks so"},
-        {"odbc:Driver=PostgreSQL Unicode;Servername=128.0.0.1", {false, false, ""}, "another machine"},
-        {"odbc:Driver={ODBC Driver 18 for SQL Server};Server=tcp:db.firm.example,1433;Encrypt=strict",
-         {false, true, "Encrypt=strict"},
-         "SQL Server"},
-        {"odbc:Driver={ODBC Driver 18 for SQL Server};Server=db;Encrypt=yes;TrustServerCertificate=yes",
-         {false, false, "Encrypt=yes;TrustServerCertificate=yes"},
-         "whatever the certificate"},
-        {"odbc:Driver={ODBC Driver 17 for SQL Server};Server=db",
-         {false, false, ""},
-         "not every driver does by itself"},
-        {"odbc:Driver={ODBC Driver 17 for SQL Server};Server=tcp:localhost,1433", {true, false, ""}, "a port"},
-        {"odbc:Driver={ODBC Driver 17 for SQL Server};Server=.\\SQLEXPRESS", {true, false, ""}, "an instance"},
-    };
-    for (const auto& row : rows) {
-        const ServerProtection found = ProtectionOf(ServerText(row.in));
-        EXPECT_EQ(found.staysHere, row.out.staysHere) << row.in << ' ' << row.why;
-        EXPECT_EQ(found.checksHost, row.out.checksHost) << row.in << ' ' << row.why;
-        EXPECT_EQ(found.said, row.out.said) << row.in << ' ' << row.why;
+    for (const auto& [text, staysHere, checksHost, said, why] : rows) {
+        const ServerProtection found = ProtectionOf(ServerText(text));
+        EXPECT_EQ(found.staysHere, staysHere) << text << ' ' << why;
+        EXPECT_EQ(found.checksHost, checksHost) << text << ' ' << why;
+        EXPECT_EQ(found.said, said) << text << ' ' << why;
     }
 }
 
-class ServerState : public ::Test::OnDatabase
-{};
+using ServerState = ::Test::OnDatabase;
 ON_SERVER(ServerState);
 
 TEST_P(ServerState, IsToldByTheServer)
@@ -78,29 +66,23 @@ TEST_P(ServerState, IsToldByTheServer)
 /// Of a pooler it is seen that a session serves two connections, or a connection has two sessions.
 TEST(ServerState, TellsLentSessions)
 {
-    struct Sessions
-    {
-        const char *one, *other;
-    };
     const char kOwn[] = "on SELECT @@SPID*\ncolumns n:int\nrow 51\n",
                kSame[] = "on SELECT @@SPID*\ncolumns n:int\nrow 52\n",
                kMoved[] =
                    "on SELECT @@SPID*\ncolumns n:int\nrow 51\ntimes 3\non SELECT @@SPID*\ncolumns n:int\nrow 53\n";
-    const ::Test::Case<Sessions, bool> rows[] = {
-        {{kOwn, kSame}, false, "each its own"},
-        {{kOwn, kOwn}, true, "one for both"},
-        {{kMoved, kSame}, true, "two for one"},
+    const ::Test::Row<const char*, const char*, bool> rows[] = {
+        {kOwn, kSame, false, "each its own"},
+        {kOwn, kOwn, true, "one for both"},
+        {kMoved, kSame, true, "two for one"},
     };
-    for (const auto& row : rows) {
-        std::filesystem::remove(::Test::TempDir() + "/ODBC Driver for SQL Server.so");
-        const ScriptedServer server(row.in.one);
+    for (const auto& [script, ofOther, areLent, why] : rows) {
+        const ::Test::ScriptedServer server(script);
         const auto connection = server.Open();
-        ::Test::WriteFile("script", row.in.other);
+        ::Test::WriteFile("script", ofOther);
         const auto other = server.Open();
-        EXPECT_EQ(AreSessionsLent(*connection, *other), row.out) << row.why;
+        EXPECT_EQ(AreSessionsLent(*connection, *other), areLent) << why;
     }
-    std::filesystem::remove(::Test::TempDir() + "/ODBC Driver for SQL Server.so");
-    const ScriptedServer server(std::string(kOwn) + "on BEGIN*\nerror 42000 1 no transactions here\n");
+    const ::Test::ScriptedServer server(std::string(kOwn) + "on BEGIN*\nerror 42000 1 no transactions here\n");
     const auto connection = server.Open(), other = server.Open();
     ErrorOf([&] { AreSessionsLent(*connection, *other); });
 }

@@ -1,7 +1,6 @@
 // What only a server has: sessions that it ends, locks of rows, round trips.
 
 #include "CellarTestSupport.h"
-#include "support/Case.h"
 
 class Server : public TwoConnections
 {

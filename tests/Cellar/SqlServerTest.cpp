@@ -3,11 +3,13 @@
 #include <limits>
 
 #include "Cellar/ValueTypes.h"
-#include "ScriptedServer.h"
-#include "support/Case.h"
+#include "CellarTestSupport.h"
+#include "support/ScriptedServer.h"
 
 namespace
 {
+
+using ::Test::ScriptedServer;
 
 constexpr char kInsert[] = "INSERT INTO [Note] ([lID], [strText]) VALUES (%ld, %s)";
 

@@ -2,16 +2,13 @@
 #include <vector>
 
 #include "CellarTestSupport.h"
-#include "support/Case.h"
 
-class Transaction : public TwoConnections
-{};
+using Transaction = TwoConnections;
 ON_BOTH_DATABASES(Transaction);
 
 /// What servers do otherwise.
-class EmbeddedTransaction : public Transaction
-{};
-INSTANTIATE_TEST_SUITE_P(Embedded, EmbeddedTransaction, testing::Values(::Test::Database::Embedded));
+using EmbeddedTransaction = Transaction;
+ON_EMBEDDED(EmbeddedTransaction);
 
 TEST_P(Transaction, LevelsKeepWhatTheyShould)
 {

@@ -4,7 +4,6 @@
 #include <tuple>
 
 #include "CellarTestSupport.h"
-#include "support/Case.h"
 
 using Kiln::CAmt;
 using Kiln::CDate;

@@ -10,8 +10,6 @@
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "Afx/time/Clock.h"
 #include "HmrcApi/HmrcApi.h"
 #include "MorvUt/hmrc/access/AuthorisationStore.h"

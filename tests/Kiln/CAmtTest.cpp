@@ -1,12 +1,10 @@
 #include "Kiln/CAmt.h"
 
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <limits>
 #include <vector>
 
-#include "support/Case.h"
+#include "support/Test.h"
 
 using Kiln::CAmt;
 

@@ -1,11 +1,8 @@
 #include "Kiln/controls/DateEdit.h"
 
-#include <gtest/gtest.h>
-
 #include "Afx/windows/DataExchange.h"
 #include "Afx/windows/MessageBox.h"
-#include "support/Case.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 namespace
 {

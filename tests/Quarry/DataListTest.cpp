@@ -3,7 +3,6 @@
 #include "Quarry/NewId.h"
 
 #include "SmallPractice.h"
-#include "support/Case.h"
 
 namespace
 {
@@ -26,9 +25,8 @@ protected:
 ON_BOTH_DATABASES(DataList);
 
 /// Columns that take any value, and ids that a row counts.
-class EmbeddedDataList : public DataList
-{};
-INSTANTIATE_TEST_SUITE_P(Embedded, EmbeddedDataList, testing::Values(::Test::Database::Embedded));
+using EmbeddedDataList = DataList;
+ON_EMBEDDED(EmbeddedDataList);
 
 TEST_P(DataList, OrdersByWhatIsAskedThenByKey)
 {

@@ -2,17 +2,15 @@
 
 #ifdef CELLAR_ODBC_FAKE
 
-#include <filesystem>
-
 #include "SmallPractice.h"
-#include "support/Case.h"
+#include "support/ScriptedServer.h"
 
 class ServerIds : public SmallPractice
 {
 protected:
     static const Quarry::Table& Task() { return kTask; }
 };
-INSTANTIATE_TEST_SUITE_P(Embedded, ServerIds, testing::Values(::Test::Database::Embedded));
+ON_EMBEDDED(ServerIds);
 
 TEST_P(ServerIds, AreRefusedWhenTheSequenceGivesNone)
 {
@@ -24,12 +22,8 @@ TEST_P(ServerIds, AreRefusedWhenTheSequenceGivesNone)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.why);
-        const std::string library = ::Test::TempDir() + "/ODBC Driver for SQL Server.so";
-        std::filesystem::remove(library);
-        std::filesystem::create_symlink(CELLAR_ODBC_FAKE, library);
-        const std::string script =
-            ::Test::WriteFile("script", std::string("on SELECT NEXT VALUE FOR*\ncolumns n:int\n") + row.in);
-        const auto connection = Cellar::CConnection::Open(("odbc:Driver=" + library + ";Script=" + script).c_str());
+        const ::Test::ScriptedServer server(std::string("on SELECT NEXT VALUE FOR*\ncolumns n:int\n") + row.in);
+        const auto connection = server.Open();
         long id = 0;
         std::string reason;
         try {

@@ -13,9 +13,7 @@
 #include <stdexcept>
 #include <string>
 
-#include <gtest/gtest.h>
-
-#include "support/Case.h"
+#include "support/Test.h"
 
 using Shellkit::Bytes;
 using Shellkit::KeyId;

@@ -3,13 +3,10 @@
 #include <string>
 #include <tuple>
 
-#include <gtest/gtest.h>
-
 #include "Shellkit/Bytes.h"
 #include "Shellkit/KeyFile.h"
 #include "Shellkit/PracticeKey.h"
-#include "support/Case.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 #ifdef _WIN32
 #include "Afx/Platform.h"

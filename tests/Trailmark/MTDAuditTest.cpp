@@ -1,7 +1,5 @@
 #include "Trailmark/Trailmark.h"
 
-#include <gtest/gtest.h>
-
 #include "support/Practice.h"
 
 TEST(MTDAudit, IsWrittenOnCallAndInTheEndAllOrNone)

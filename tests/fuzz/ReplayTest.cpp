@@ -2,10 +2,8 @@
 #include <string>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "fuzz/Targets.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 namespace
 {

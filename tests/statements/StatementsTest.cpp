@@ -13,11 +13,9 @@
 #include <regex>
 #include <sstream>
 
-#include <gtest/gtest.h>
-
 #include "Brix/Schema.h"
 #ifdef CELLAR_ODBC_FAKE
-#include "Cellar/ScriptedServer.h"
+#include "support/ScriptedServer.h"
 #endif
 #include "Scenario.h"
 #include "SourceTexts.h"
@@ -137,8 +135,8 @@ TEST(Statements, AreSentAsKept)
     send("sqlite", std::move(whole), ::Test::Practice::Open("older.db"));
 #ifdef CELLAR_ODBC_FAKE
     for (const auto& [name, product] : {std::pair("postgres", "PostgreSQL"), {"sqlserver", "Microsoft SQL Server"}})
-        send(name, ScriptedServer("dbms " + std::string(product) + '\n' + WholePractice()).Open(),
-             ScriptedServer("dbms " + std::string(product) + '\n' + OlderPractice()).Open());
+        send(name, ::Test::ScriptedServer("dbms " + std::string(product) + '\n' + WholePractice()).Open(),
+             ::Test::ScriptedServer("dbms " + std::string(product) + '\n' + OlderPractice()).Open());
 #endif
 }
 

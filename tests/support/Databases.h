@@ -11,10 +11,8 @@
 #include <utility>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "Cellar/Cellar.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 namespace Test
 {

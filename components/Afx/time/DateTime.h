@@ -34,6 +34,8 @@ public:
     double GetOleDate() const noexcept { return m_date; }
     /// The calendar fields, rounded to the millisecond; all zero when not valid.
     Afx::LocalTime Fields() const noexcept;
+    /// Since 1970-01-01 00:00 of the same clock; only of a valid one.
+    std::int64_t ToMilliseconds() const noexcept { return Afx::ToUnixMilliseconds(Fields()); }
     /// `YYYY-MM-DD HH:MM:SS.mmm`; empty when not valid.
     CString FormatIso() const;
 

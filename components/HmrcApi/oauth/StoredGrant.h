@@ -41,7 +41,7 @@ public:
     /// DATABASE_UNREADABLE when the store itself fails.
     HeldTokens Read();
     /// Seconds until the access token that was read last ends; nothing to go by counts as ended.
-    double SecondsLeft() const;
+    HMRCAPI_API double SecondsLeft() const;
 
     /// Stores tokens that are not saved: a consent's over whatever is there; a refresh's only over the pair that they
     /// replace. When that was replaced by others, these are in `held` afterwards; when it was ended or deleted, none,

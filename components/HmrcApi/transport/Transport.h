@@ -82,8 +82,8 @@ HMRCAPI_API std::string ProxyInUse(const HttpSettings& settings);
 
 /// The system's HTTP library (libcurl). TLS verification is always on, also of a proxy that speaks TLS; plain HTTP only
 /// to loopback addresses, which are never reached through a proxy. A proxy hears the name of the host and nothing else
-/// of a request. Requests to other hosts go at most twice a second from this process (see
-/// Pace.h).
+/// of a request. Requests to other hosts go at most twice a second from this process
+/// (see Pace.h).
 HMRCAPI_API std::unique_ptr<ITransport> MakeHttpTransport(const HttpSettings& settings = ReadHttpSettings());
 
 /// The scheme is HTTP or HTTPS and the host is 127.0.0.0/8, [::1] or localhost.

@@ -113,18 +113,13 @@ bool CFeatureLock::Insert()
     const std::int64_t session = connection.GetSessionId();
     const bool isMarked = row->mark.Set( // before the row is seen
         Locks::MarkName(connection, Locks::kFeatureMark, std::to_string(feature), session));
-    try {
-        connection.ExecuteDirectf(
+    if (!connection.AddUnlessThere(
             isMarked ? Cellar::SqlText("INSERT INTO FeatureLocks ( nFeature, strUserID, strWorkstation ) "
                                        "VALUES ( %d, %s, %s );")
                      : Cellar::SqlText("INSERT INTO FeatureLocks ( nFeature, strUserID, strWorkstation, ConnectionID ) "
                                        "VALUES ( %d, %s, %s, NULL );"),
-            feature, CUserData::m_strUser, Afx::GetComputerName());
-    } catch (const Cellar::DatabaseError& error) {
-        if (error.GetCategory() != Cellar::DatabaseError::Category::DuplicateKey)
-            throw;
+            feature, CUserData::m_strUser, Afx::GetComputerName()))
         return false;
-    }
     row->session = isMarked ? session : 0;
     m_row = row;
     connection.WaitForLevels([row](bool isLast) { return row->Remove(isLast); });

@@ -1,11 +1,8 @@
 #include "HmrcApi/answers/Errors.h"
 
-#include <gtest/gtest.h>
-
 #include "Afx/windows/MessageBox.h"
 #include "HmrcApi/answers/AnswerTable.h"
-#include "support/Case.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 using namespace HmrcApi;
 

@@ -1,8 +1,6 @@
 #include "HmrcApi/answers/Mask.h"
 
-#include <gtest/gtest.h>
-
-#include "support/Case.h"
+#include "support/Test.h"
 
 using HmrcApi::Mask;
 

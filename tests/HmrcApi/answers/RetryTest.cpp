@@ -1,9 +1,7 @@
 #include "HmrcApi/answers/Retry.h"
 
-#include <gtest/gtest.h>
-
 #include "Afx/time/Clock.h"
-#include "support/Case.h"
+#include "support/Test.h"
 
 using namespace HmrcApi;
 

@@ -6,7 +6,6 @@
 
 #include "Afx/text/Utf8.h"
 #include "HmrcApi/Fakes.h"
-#include "support/Case.h"
 
 using namespace HmrcApi;
 
@@ -46,14 +45,6 @@ protected:
         logger.text.clear();
         api->Script({{status, body}});
         return Run();
-    }
-    /// The path and the version that the operation asks for.
-    template<class Endpoint, class Response>
-    std::string Asked(Response (Endpoint::*ask)(const std::string&, short, IChainLogger*), const char* identifier)
-    {
-        api->Script({{404, R"({"code":"NOT_FOUND"})"}});
-        EXPECT_TRUE((Tested<Endpoint>(*authorisation, api).*ask)(identifier, 2000, &logger).IsNothingYet());
-        return api->requests.at(0).address.substr(client->base.size()) + ' ' + Header(0, "Accept");
     }
     std::string Header(std::size_t request, std::string_view name) const
     {
@@ -140,24 +131,6 @@ TEST_F(Fetch, SendsWhatTheInterfaceAsksFor)
     EXPECT_EQ(Header(0, "Gov-Client-Device-ID").size(), 36u);
     Run();
     EXPECT_EQ(Header(1, "Gov-Client-Device-ID"), Header(0, "Gov-Client-Device-ID")) << "the device keeps its id";
-}
-
-TEST_F(Fetch, AsksEachInterfaceByItsPathAndVersion)
-{
-    const std::string ofUtr = "/sa/2234567890/annual-summary/1999-00 application/vnd.hmrc.";
-    EXPECT_EQ(Asked(&CPaye::GetPaye, "AA000001A"),
-              "individual-paye/nino/AA000001A/annual-summary/1999-00 application/vnd.hmrc.1.0+json");
-    const std::pair<std::string, const char*> rows[] = {
-        {Asked(&CEmploymentHistory::GetEmploymentHistory, "2234567890"), "individual-employment 1.2"},
-        {Asked(&CIncomeSummary::GetAnnualIncome, " 22345 67890 "), "individual-income 1.2"},
-        {Asked(&CBenefitsSummary::GetBenefitsSummary, "2234567890"), "individual-benefits 1.1"},
-        {Asked(&CTaxSummary::GetTaxSummary, "2234567890"), "individual-tax 1.1"},
-        {Asked(&CNationalInsurance::GetNationalInsurance, "2234567890"), "national-insurance 1.1"},
-    };
-    for (const auto& [asked, expected] : rows) {
-        const std::string text = expected;
-        EXPECT_EQ(asked, text.substr(0, text.find(' ')) + ofUtr + text.substr(text.find(' ') + 1) + "+json");
-    }
 }
 
 TEST_F(Fetch, TellsTheZoneOfThisComputer)

@@ -1,8 +1,6 @@
 #include "HmrcApi/json/ExactAmount.h"
 
-#include <gtest/gtest.h>
-
-#include "support/Case.h"
+#include "support/Test.h"
 
 using HmrcApi::ExactTenThousandths;
 

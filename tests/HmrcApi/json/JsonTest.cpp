@@ -1,8 +1,6 @@
 #include "HmrcApi/json/Json.h"
 
-#include <gtest/gtest.h>
-
-#include "support/Case.h"
+#include "support/Test.h"
 
 using HmrcApi::JsonProblem;
 using HmrcApi::JsonValue;

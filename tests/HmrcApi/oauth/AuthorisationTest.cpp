@@ -6,7 +6,6 @@
 
 #include "Afx/text/TextFold.h"
 #include "HmrcApi/Fakes.h"
-#include "support/Case.h"
 
 using namespace HmrcApi;
 
@@ -56,12 +55,7 @@ TEST_F(Load, RefreshesBeforeTheLastMinuteOfTheAccessToken)
 
 TEST_F(Load, SaysWhyThereAreNoTokensAndOverwritesNone)
 {
-    const struct
-    {
-        const char* code;
-        std::function<void()> spoil;
-        const char* why;
-    } rows[] = {
+    const ::Test::Row<const char*, std::function<void()>> rows[] = {
         {"NO_CREDENTIALS", [&] { Sql("DELETE FROM MTDAuthorisation"); }, "nobody has registered that gateway id"},
         {"REFRESH_BUSY", [&] { store->isBusy = true; }, "another program has the database"},
         {"NOT_AUTHORISED", [&] { Sql("UPDATE MTDAuthorisation SET nAuthorisedStatus = 0"); }, "no consent yet"},
@@ -72,17 +66,17 @@ TEST_F(Load, SaysWhyThereAreNoTokensAndOverwritesNone)
         {"NO_PRACTICE_KEY", [&] { Shellkit::SetPracticeKey({}); }, "the key file is gone"}, // the key stays away
         {"DATABASE_UNREADABLE", [&] { Sql("DROP TABLE MTDAuthorisation"); }, "nor is that no row"}, // the table too
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        if (std::string_view(row.code) != "DATABASE_UNREADABLE") {
+    for (const auto& [code, spoil, why] : rows) {
+        SCOPED_TRACE(why);
+        if (std::string_view(code) != "DATABASE_UNREADABLE") {
             ResetRow();
             store->isBusy = false;
             client->id = "the-client";
             EXPECT_TRUE(authorisation->LoadTokens());
         }
-        row.spoil();
+        spoil();
         EXPECT_FALSE(authorisation->LoadTokens());
-        EXPECT_EQ(Code(), row.code);
+        EXPECT_EQ(Code(), code);
         EXPECT_EQ(AccessToken(), "");
         EXPECT_FALSE(authorisation->UpdateTokens()) << "would overwrite a grant with nothing, or revive it";
     }

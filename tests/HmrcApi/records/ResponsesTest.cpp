@@ -1,11 +1,9 @@
 #include "HmrcApi/records/Responses.h"
 
-#include <gtest/gtest.h>
-
 #include "HmrcApi/answers/Errors.h"
 #include "HmrcApi/interfaces/Examples.h"
 #include "HmrcApi/interfaces/Interface.h"
-#include "support/Case.h"
+#include "support/Test.h"
 
 using namespace HmrcApi;
 using Kiln::CAmt;
@@ -46,16 +44,6 @@ TEST(ReadPayeResponse, TakesWhatIsAbsentUnknownOrLoose)
         EXPECT_EQ(benefit->benefitTypeName, kind);
     }
     EXPECT_EQ(BenefitNumber("NurseryPlaces"), 46);
-}
-
-TEST(ReadPayeResponse, TellsAFlagFromItsAbsence)
-{
-    const auto flag = [](const char* members) {
-        return ReadPayeResponse(Employment(members)).GetEmploymentAt(0)->offPayrollWorkFlag;
-    };
-    EXPECT_EQ(flag(R"("offPayrollWorkFlag":true)"), true);
-    EXPECT_EQ(flag(R"("offPayrollWorkFlag":false)"), false);
-    EXPECT_EQ(flag(""), std::nullopt);
 }
 
 TEST(ReadPayeResponse, ReadsDatesWithOneDigitAndDropsUnreadableOnes)

@@ -5,14 +5,13 @@
 #include <mutex>
 #include <vector>
 
-#include <gtest/gtest.h>
 #include <openssl/pem.h>
 
 #include "Afx/time/Clock.h"
 #include "HmrcApi/answers/AnswerTable.h"
 #include "HmrcApi/LocalServer.h"
 #include "HmrcApi/transport/Pace.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 using namespace HmrcApi;
 using Outcome = HttpAnswer::Outcome;
@@ -180,26 +179,21 @@ TEST_F(Transport, GoesThroughTheProxyToOtherHostsAloneAndTellsItNothing)
     });
     proxy.Start();
     const std::string dead = "http://127.0.0.1:1", there = proxy.Address(""), host = "hmrc.localhost:" + m_port;
-    const struct
-    {
-        std::string setting, environment;
-        bool isAsked;
-        const char* why;
-    } rows[] = {
+    const ::Test::Row<std::string, std::string, bool> rows[] = {
         {"", there, true, "of the environment"},
         {there, dead, true, "the setting goes before"},
         {"None", there, false, "without any"},
         {dead, there, false, "nobody is asked in its place"},
     };
-    for (const auto& row : rows) {
-        setenv("https_proxy", row.environment.c_str(), 1);
+    for (const auto& [setting, environment, isAsked, why] : rows) {
+        setenv("https_proxy", environment.c_str(), 1);
         asked.clear();
         HttpRequest request = To("/seen");
         request.address = "https://" + host + "/seen";
-        const HttpSettings settings{{}, row.setting};
-        EXPECT_EQ(MakeHttpTransport(settings)->Send(request).outcome, Outcome::NoConnection) << row.why;
-        EXPECT_EQ(asked, row.isAsked ? std::vector{"CONNECT " + host} : std::vector<std::string>()) << row.why;
-        EXPECT_EQ(MakeHttpTransport(settings)->Send(To("/json")).status, 200) << "loopback, " << row.why;
+        const HttpSettings settings{{}, setting};
+        EXPECT_EQ(MakeHttpTransport(settings)->Send(request).outcome, Outcome::NoConnection) << why;
+        EXPECT_EQ(asked, isAsked ? std::vector{"CONNECT " + host} : std::vector<std::string>()) << why;
+        EXPECT_EQ(MakeHttpTransport(settings)->Send(To("/json")).status, 200) << "loopback, " << why;
     }
     unsetenv("https_proxy");
     EXPECT_EQ(ProxyInUse({{}, "http://anna:p@ss@proxy:3128/"}), "http://proxy:3128/");

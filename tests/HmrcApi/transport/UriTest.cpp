@@ -1,9 +1,7 @@
 #include "HmrcApi/transport/Uri.h"
 
-#include <gtest/gtest.h>
-
 #include "HmrcApi/oauth/TokenRequest.h"
-#include "support/Case.h"
+#include "support/Test.h"
 
 using namespace HmrcApi;
 

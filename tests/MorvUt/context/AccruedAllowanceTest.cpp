@@ -1,12 +1,9 @@
 #include "MorvUt/context/AccruedAllowance.h"
 
-#include <gtest/gtest.h>
-
 #include <thread>
 
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "Shellkit/NamedItems.h"
-#include "support/Case.h"
 #include "support/Practice.h"
 
 namespace

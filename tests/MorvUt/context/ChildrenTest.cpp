@@ -1,12 +1,9 @@
 #include "MorvUt/context/Children.h"
 
-#include <gtest/gtest.h>
-
 #include <limits>
 
 #include "Afx/text/Ascii.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
-#include "support/Case.h"
 #include "support/Practice.h"
 
 namespace

@@ -1,10 +1,7 @@
 #include "MorvUt/context/DateFormat.h"
 
-#include <gtest/gtest.h>
-
 #include "Brix/Records.h"
 #include "Kiln/CDate.h"
-#include "support/Case.h"
 #include "support/Practice.h"
 
 namespace

@@ -1,8 +1,5 @@
 #include "MorvUt/context/Ordering.h"
 
-#include <gtest/gtest.h>
-
-#include "support/Case.h"
 #include "support/Practice.h"
 
 using namespace Brix;
@@ -22,13 +19,8 @@ static void ExpectOneMore(Answer (*ask)(const Owner&), int ownerColumn = 1)
     EXPECT_EQ(ask(owner), 8) << Rows::Declaration().sqlName;
 }
 
-namespace
-{
-
 using Ordering = ::Test::OnDatabase;
 ON_BOTH_DATABASES(Ordering);
-
-} // namespace
 
 TEST_P(Ordering, OfEveryListIsOneMoreThanTheOwnersHighest)
 {

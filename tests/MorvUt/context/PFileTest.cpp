@@ -1,10 +1,7 @@
 #include "MorvUt/context/PFile.h"
 
-#include <gtest/gtest.h>
-
 #include "MorvUt/money/Rates.h"
 #include "MorvUt/taxyear/PFileYearOffsetter.h"
-#include "support/Case.h"
 #include "support/Practice.h"
 
 namespace

@@ -7,7 +7,6 @@
 #include "HmrcApi/json/Json.h"
 #include "MorvUt/hmrc/HmrcTest.h"
 #include "MorvUt/mappings/TypeMappings.h"
-#include "support/TestSupport.h"
 
 namespace
 {

@@ -96,28 +96,26 @@ HmrcPractice::~HmrcPractice()
     const CUserData loggedOut;
 }
 
+template<class Prepop, class Get>
+HmrcApi::StagedCounts HmrcPractice::Fetch(Prepop& prepop, Get get, const char* number)
+{
+    m_errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
+    HmrcApi::Logger logger;
+    (prepop.*get)(number, m_errors, &logger);
+    return prepop.GetStagedCounts();
+}
+
 HmrcApi::StagedCounts HmrcPractice::Fetch(HmrcApi::CPAYEPrepop& prepop)
 {
-    m_errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
-    HmrcApi::Logger logger;
-    prepop.GetPAYEData("AA000001A", m_errors, &logger);
-    return prepop.GetStagedCounts();
+    return Fetch(prepop, &HmrcApi::CPAYEPrepop::GetPAYEData, "AA000001A");
 }
-
 HmrcApi::StagedCounts HmrcPractice::Fetch(HmrcApi::CEmploymentsPrepop& prepop)
 {
-    m_errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
-    HmrcApi::Logger logger;
-    prepop.GetEmploymentData("2234567890", m_errors, &logger);
-    return prepop.GetStagedCounts();
+    return Fetch(prepop, &HmrcApi::CEmploymentsPrepop::GetEmploymentData, "2234567890");
 }
-
 HmrcApi::StagedCounts HmrcPractice::Fetch(HmrcApi::CNICPrepop& prepop)
 {
-    m_errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
-    HmrcApi::Logger logger;
-    prepop.GetNICData("2234567890", m_errors, &logger);
-    return prepop.GetStagedCounts();
+    return Fetch(prepop, &HmrcApi::CNICPrepop::GetNICData, "2234567890");
 }
 
 HmrcApi::StagedCounts HmrcPractice::Fetch(HmrcApi::IEndpointOverride::ResponseType type)

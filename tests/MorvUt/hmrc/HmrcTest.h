@@ -2,8 +2,6 @@
 
 // A practice with one client who may be fetched for, and what it holds of HMRC's as text.
 
-#include <gtest/gtest.h>
-
 #include <map>
 #include <memory>
 #include <string>
@@ -103,6 +101,10 @@ protected:
 
     const ClientId m_client{1};
     std::shared_ptr<HmrcApi::CAPIErrorHandler> m_errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
+
+private:
+    template<class Prepop, class Get>
+    HmrcApi::StagedCounts Fetch(Prepop& prepop, Get get, const char* number);
 };
 
 /// It in either database.

@@ -8,21 +8,6 @@ ON_BOTH_DATABASES(NewSchedules);
 using PayeStaging = HmrcTest;
 ON_BOTH_DATABASES(PayeStaging);
 
-TEST_P(NewSchedules, HaveTheReturnsCodesForBenefits)
-{
-    Fetch(Answer(Employment("1/A", "", "1")));
-    for (int number = 29; number <= 54; ++number) // HMRC's, and as many pounds
-        Sql("INSERT INTO BRIXMTD_EmploymentsCompanyBenefits (lID, lMTD_EmploymentsID, nBenefitType, amtAmount) "
-            "SELECT %d, lID, %d, %m FROM BRIXMTD_Employments",
-            number, number, Kiln::CAmt::FromPence(number * 100));
-    Create();
-    EXPECT_EQ(Query("SELECT nType, amtBenefit FROM BRIXNewEmployBenefits ORDER BY nType"),
-              "10|40.00, 20|48.00, 40|54.00, 50|38.00, 60|44.00, 70|31.00, 80|29.00, 90|35.00, 95|36.00, 100|37.00, "
-              "120|30.00, 130|50.00, 140|33.00, 150|39.00, "
-              "160|51.00, 170|46.00, 180|47.00, 190|52.00, 200|41.00, 210|53.00, 220|42.00, 240|32.00, 250|45.00, "
-              "260|126.00");
-}
-
 TEST_P(NewSchedules, AreMadeTogetherOrNotAtAll)
 {
     Fetch(HmrcApi::IEndpointOverride::Everything);

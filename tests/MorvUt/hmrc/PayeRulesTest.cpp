@@ -1,12 +1,9 @@
 // The rules that say what is what, without a fetch.
 
-#include <gtest/gtest.h>
-
 #include "MorvUt/hmrc/HmrcTest.h"
 #include "MorvUt/hmrc/schedules/Matching.h"
 #include "MorvUt/hmrc/staging/Identity.h"
 #include "MorvUt/hmrc/staging/Pairing.h"
-#include "support/Case.h"
 
 using HmrcApi::CPAYEPrepop;
 
@@ -23,14 +20,7 @@ TEST(PsbTypes, ComeFromHmrcsBenefitTypes)
 TEST(PSBMatchesMTDPSB, ComparesReferencesOfPensionsAndDatesOfBenefits)
 {
     const Kiln::CDate none, may(2017, 5, 1), nextDay(2017, 5, 2);
-    const struct
-    {
-        int scheduleType, mtdType;
-        const char *scheduleReference, *stagedReference;
-        Kiln::CDate scheduleDate, stagedDate;
-        bool isMatch;
-        const char* why;
-    } rows[] = {
+    const ::Test::Row<int, int, const char*, const char*, Kiln::CDate, Kiln::CDate, bool> rows[] = {
         {1050, 1, "1/A", "1/A", may, nextDay, true, "pension: reference alone"},
         {1040, 1, "1/A", "1/A", none, none, true, "pension of the other type"},
         {1040, 1, "1/A", "1/a", none, none, false, "case counts"},
@@ -42,18 +32,18 @@ TEST(PSBMatchesMTDPSB, ComparesReferencesOfPensionsAndDatesOfBenefits)
         {1140, 2, "", "", may, may, false, "another benefit"},
     };
     const ::Test::Practice practice;
-    for (const auto& row : rows) {
+    for (const auto& [type, mtdType, reference, stagedReference, date, stagedDate, isMatch, why] : rows) {
         Brix::CPensionStateBenefits schedule;
         schedule.AddNew();
-        schedule.SetType(row.scheduleType);
-        schedule.SetReference(row.scheduleReference);
-        schedule.SetStart(row.scheduleDate);
+        schedule.SetType(type);
+        schedule.SetReference(reference);
+        schedule.SetStart(date);
         Brix::CMTD_PensionStateBenefits staged;
         staged.AddNew();
-        staged.SetMTDType(row.mtdType);
-        staged.SetReference(row.stagedReference);
-        staged.SetStart(row.stagedDate);
-        EXPECT_EQ(CPAYEPrepop::PSBMatchesMTDPSB(schedule, staged), row.isMatch) << row.why;
+        staged.SetMTDType(mtdType);
+        staged.SetReference(stagedReference);
+        staged.SetStart(stagedDate);
+        EXPECT_EQ(CPAYEPrepop::PSBMatchesMTDPSB(schedule, staged), isMatch) << why;
     }
 }
 
@@ -114,21 +104,17 @@ TEST(TaxFreeAllowances, BelongToTheFirstEmployment)
 
 TEST(SetKeys, TellsItemsApart)
 {
-    const struct
-    {
-        std::vector<std::pair<const char*, const char*>> items; // reference, works number
-        std::vector<std::string> keys;
-        const char* why;
-    } rows[] = {
+    // references with works numbers, keys
+    const ::Test::Row<std::vector<std::pair<const char*, const char*>>, std::vector<std::string>> rows[] = {
         {{{"1/A", "W1"}, {"2/B", "W1"}, {"1/A", "W2"}}, {"1/A W1", "2/B", "1/A W2"}, "one reference twice"},
         {{{"1/A", "#2"}, {"1/A", ""}, {"1/A", ""}}, {"1/A #2", "1/A #3", "1/A #4"}, "a works number like ours"},
         {{{"1/A W1", ""}, {"1/A", "W1"}, {"1/A", "W2"}}, {"1/A W1", "1/A W1 #2", "1/A W2"}, "a reference like ours"},
         {{{"1/A", "W"}, {"1/a", "W"}}, {"1/A", "1/a"}, "case counts"},
         {{{"", ""}, {"", ""}}, {" #2", " #3"}, "without any reference"},
     };
-    for (const auto& row : rows) {
+    for (const auto& [ofHmrc, expected, why] : rows) {
         std::vector<HmrcApi::StagedEmployment> items, none;
-        for (const auto& [reference, works] : row.items) {
+        for (const auto& [reference, works] : ofHmrc) {
             items.emplace_back().reference = reference;
             items.back().worksNumber = works;
         }
@@ -136,7 +122,7 @@ TEST(SetKeys, TellsItemsApart)
         std::vector<std::string> keys;
         for (const auto& item : items)
             keys.push_back(item.key);
-        EXPECT_EQ(keys, row.keys) << row.why;
+        EXPECT_EQ(keys, expected) << why;
     }
 }
 
@@ -173,11 +159,8 @@ std::string Show(const std::vector<HmrcApi::Match>& matches)
 
 TEST(Matching, FindsTheScheduleOfEachPeriodWithAnEmployer)
 {
-    const struct
-    {
-        std::vector<const char*> staged, own; // of one reference
-        const char *matches, *why;            // of employments as of pensions
-    } rows[] = {
+    // staged and own ones of one reference; the matches of employments as of pensions
+    const ::Test::Row<std::vector<const char*>, std::vector<const char*>, const char*> rows[] = {
         {{"W1=1"}, {"=1"}, "=0", "one of a reference is known by it alone"},
         {{"W1=1"}, {"W9=1", "W1=1"}, "=1", "the one with the works number before another"},
         {{"W9=1"}, {"W1=1"}, "=0", "a works number that HMRC has changed"},
@@ -197,8 +180,8 @@ TEST(Matching, FindsTheScheduleOfEachPeriodWithAnEmployer)
         {{"W9=1", "W2=2"}, {"~W1=1", "~W2=2"}, "=0 =1", "made from HMRC's record, which has another number now"},
         {{"W9=1", "W2=2"}, {"W1=1", "W2=2"}, "n =1", "typed, with another number"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
+    for (const auto& [ofHmrc, ofReturn, matches, why] : rows) {
+        SCOPED_TRACE(why);
         HmrcApi::StagedYear staged;
         HmrcApi::ReturnYear own;
         const auto fill = [](auto& record, Kiln::CAmt& amount, bool& mark, const Item& item) {
@@ -207,7 +190,7 @@ TEST(Matching, FindsTheScheduleOfEachPeriodWithAnEmployer)
             amount = item.pay;
             mark = item.isMarked;
         };
-        for (const char* text : row.staged) {
+        for (const char* text : ofHmrc) {
             HmrcApi::StagedEmployment& employment = staged.employments.emplace_back();
             fill(employment, employment.pay, employment.isWithdrawn, Item(text));
             employment.key = "key " + std::to_string(staged.employments.size());
@@ -215,15 +198,15 @@ TEST(Matching, FindsTheScheduleOfEachPeriodWithAnEmployer)
             fill(pension, pension.amount, pension.isWithdrawn, Item(text));
             pension.kind = HmrcApi::kPrivatePension;
         }
-        for (const char* text : row.own) {
+        for (const char* text : ofReturn) {
             HmrcApi::ReturnEmployment& employment = own.employments.emplace_back();
             fill(employment, employment.pay, employment.isFromHmrc, Item(text));
             HmrcApi::ReturnPension& pension = own.pensions.emplace_back();
             fill(pension, pension.amount, pension.isFromHmrc, Item(text));
             pension.type = 1050;
         }
-        EXPECT_EQ(Show(MatchEmployments(staged, own)), row.matches);
-        EXPECT_EQ(Show(MatchPensions(staged, own)), row.matches);
+        EXPECT_EQ(Show(MatchEmployments(staged, own)), matches);
+        EXPECT_EQ(Show(MatchPensions(staged, own)), matches);
     }
 }
 

@@ -1,12 +1,10 @@
 #include "MorvUt/identifiers/BuildingSocietyReferenceEdit.h"
 
-#include <gtest/gtest.h>
-
 #include <memory>
 #include <string_view>
 
 #include "Afx/text/Utf8.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 TEST(CBuildingSocietyReferenceEdit, TakesOnlyCharactersOfReferences)
 {

@@ -1,12 +1,10 @@
 #include "MorvUt/identifiers/Hex.h"
 
-#include <gtest/gtest.h>
-
 #include <memory>
 #include <string>
 
 #include "fuzz/Targets.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 namespace
 {

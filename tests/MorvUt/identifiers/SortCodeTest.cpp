@@ -1,8 +1,6 @@
 #include "MorvUt/identifiers/SortCode.h"
 
-#include <gtest/gtest.h>
-
-#include "support/Case.h"
+#include "support/Test.h"
 
 TEST(FormatSortCode, PutsDashesBetweenPairs)
 {

@@ -1,13 +1,11 @@
 #include "MorvUt/identifiers/TaxIdentifiers.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdint>
 #include <regex>
 #include <string>
 #include <string_view>
 
-#include "support/Case.h"
+#include "support/Test.h"
 
 TEST(NINumber, IsTakenInThreeShapesOrRefusedWithAReason)
 {

@@ -1,9 +1,7 @@
-#include <gtest/gtest.h>
-
 #include "Amounts.h"
 #include "MorvUt/money/Rates.h"
 #include "MorvUt/taxyear/DateRules.h"
-#include "support/Case.h"
+#include "support/Test.h"
 
 using Kiln::CDate;
 

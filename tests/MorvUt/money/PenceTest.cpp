@@ -1,13 +1,10 @@
 #include "MorvUt/money/Pence.h"
 
-#include <gtest/gtest.h>
-
 #include <random>
 
 #include "Amounts.h"
 #include "fuzz/Targets.h"
-#include "support/Case.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 namespace
 {

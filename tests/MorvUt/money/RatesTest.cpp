@@ -1,10 +1,8 @@
 #include "MorvUt/money/Rates.h"
 
-#include <gtest/gtest.h>
-
 #include "Amounts.h"
 #include "MorvUt/money/Pence.h"
-#include "support/Case.h"
+#include "support/Test.h"
 
 using Kiln::CAmt;
 using ::Test::kInfinity, ::Test::kMaxAmountPence, ::Test::kMaxPence, ::Test::kMinPence, ::Test::kNaN;

@@ -1,8 +1,6 @@
-#include <gtest/gtest.h>
-
 #include "Amounts.h"
 #include "MorvUt/money/Rates.h"
-#include "support/Case.h"
+#include "support/Test.h"
 
 namespace
 {

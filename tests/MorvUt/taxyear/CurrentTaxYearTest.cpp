@@ -1,14 +1,12 @@
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 
-#include <gtest/gtest.h>
-
 #include <optional>
 #include <thread>
 
 #include "Afx/system/Application.h"
 #include "MorvUt/taxyear/PFileYearOffsetter.h"
 #include "MorvUt/taxyear/TaxYearHelpers.h"
-#include "support/Case.h"
+#include "support/Test.h"
 
 namespace
 {

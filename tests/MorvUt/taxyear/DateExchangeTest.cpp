@@ -1,14 +1,11 @@
 #include "MorvUt/taxyear/DateExchange.h"
 
-#include <gtest/gtest.h>
-
 #include <iterator>
 
 #include "Afx/system/Resources.h"
 #include "Afx/windows/Dialog.h"
 #include "Afx/windows/MessageBox.h"
-#include "support/Case.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 namespace
 {

@@ -1,13 +1,11 @@
 #include "MorvUt/taxyear/DateRules.h"
 
-#include <gtest/gtest.h>
-
 #include <limits>
 #include <string>
 
 #include "fuzz/Targets.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
-#include "support/Case.h"
+#include "support/Test.h"
 
 namespace
 {

@@ -1,8 +1,6 @@
 #include "MorvUt/taxyear/SplitYear.h"
 
-#include <gtest/gtest.h>
-
-#include "support/Case.h"
+#include "support/Test.h"
 
 namespace
 {

@@ -1,9 +1,6 @@
 #include "MorvUt/taxyear/TaxYear.h"
 
-#include <gtest/gtest.h>
-
-#include "support/Case.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 TEST(TaxYearRange, NumbersThirtyFiveYears)
 {

@@ -1,6 +1,5 @@
 // Several processes want the same lock at once, and some are killed: one has it, and everybody can tell who.
 
-#include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>

@@ -1,5 +1,4 @@
 #include <cstdlib>
-#include <filesystem>
 #include <optional>
 #include <stdexcept>
 #include <tuple>
@@ -9,15 +8,20 @@
 #include "MorvUt/users/locks/Holder.h"
 #include "MorvUt/users/locks/LockList.h"
 #include "MorvUt/users/locks/UserLockFile.h"
+#ifdef CELLAR_ODBC_FAKE
+#include "support/ScriptedServer.h"
+#endif
 #include "Trailmark/MTDAudit.h"
 #include "UsersTest.h"
 
 namespace
 {
 
-constexpr char kUser[] = "INSERT INTO BTaxUserLocks (UserId, strWorkstation, ConnectionID) VALUES ('bob', %s, %s)";
-constexpr char kFeature[] = "INSERT INTO FeatureLocks (nFeature, strWorkstation, ConnectionID) VALUES (7, %s, %s)";
-constexpr char kToken[] =
+constexpr Cellar::SqlText kUser =
+    "INSERT INTO BTaxUserLocks (UserId, strWorkstation, ConnectionID) VALUES ('bob', %s, %s)";
+constexpr Cellar::SqlText kFeature =
+    "INSERT INTO FeatureLocks (nFeature, strWorkstation, ConnectionID) VALUES (7, %s, %s)";
+constexpr Cellar::SqlText kToken =
     "INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID, strWorkstation, ConnectionID) VALUES (7, %s, %s)";
 constexpr Afx::StringResource kOwnStrings[] = {{5, "Wait."}, {6, "%2: %1"}};
 
@@ -69,8 +73,7 @@ protected:
 
 ON_BOTH_DATABASES(LocksTest);
 
-class ServerLocksTest : public LocksTest
-{};
+using ServerLocksTest = LocksTest;
 ON_SERVER(ServerLocksTest);
 
 } // namespace
@@ -194,20 +197,16 @@ TEST_P(LocksTest, ARefusalNamesHolderAndWorkstation)
     AddUser("Bob", "Bob Marsh");
     AddUser("Éva", "Eva Gray");
     AddUser("cara");
-    const struct
-    {
-        const char *user, *workstation, *told, *why;
-    } rows[] = {
+    const ::Test::Row<const char*, const char*, const char*> rows[] = {
         {"bob  ", "DESK2  ", "bob  : Bob Marsh (bob) is using this at DESK2.", "full name, then id; a server pads"},
         {"cara", "DESK2", "cara: cara is using this at DESK2.", "a user without a name"},
         {"ÉVA", "DESK2", "ÉVA: Eva Gray (ÉVA) is using this at DESK2.", "in any case of all letters"},
         {"%2 d'Arcy", "%1", "%2 d'Arcy: %2 d'Arcy is using this at %1.", "no user of the practice; no places"},
     };
-    for (const auto& row : rows) {
+    for (const auto& [user, workstation, told, why] : rows) {
         Sql("DELETE FROM FeatureLocks");
-        Sql("INSERT INTO FeatureLocks (nFeature, strUserID, strWorkstation) VALUES (7, %s, %s)", row.user,
-            row.workstation);
-        EXPECT_EQ(Refusal(7), row.told) << row.why;
+        Sql("INSERT INTO FeatureLocks (nFeature, strUserID, strWorkstation) VALUES (7, %s, %s)", user, workstation);
+        EXPECT_EQ(Refusal(7), told) << why;
     }
     Sql("CREATE UNIQUE INDEX OneForAll ON FeatureLocks ((1))"); // refuses a feature that has no row
     EXPECT_EQ(Refusal(8), "nobody: Someone else has just finished. Please try again.");
@@ -243,11 +242,7 @@ TEST_P(LocksTest, StandAsideFromTheOpenLevels)
 
 TEST_P(LocksTest, AreListedWithWhatIsKnownOfTheirHolders)
 {
-    const struct
-    {
-        Cellar::SqlText insert;
-        const char *workstation, *session, *shown, *why;
-    } rows[] = {
+    const ::Test::Row<Cellar::SqlText, const char*, const char*, const char*> rows[] = {
         {kUser, "DESK1", "9004711", "user BTax/bob/9004711 DESK1 runs", "has its mark"},
         {kUser, "DESK1", "9004712", "user BTax/bob/9004712 DESK1 ended", "has none"},
         {kUser, nullptr, "9004712", "user BTax/bob/9004712  ?", "of a program that sets no mark"},
@@ -267,13 +262,13 @@ TEST_P(LocksTest, AreListedWithWhatIsKnownOfTheirHolders)
                 marks[2].Set(Locks::MarkName(connection, Locks::kTokenMark, "7", 9004711)) &&
                 marks[3].Set(Locks::MarkName(connection, Locks::kUserMark, "BTaxUserLocks", own)) &&
                 marks[4].Set(Locks::MarkName(connection, Locks::kFeatureMark, "7", own)));
-    for (const auto& row : rows) {
+    for (const auto& [insert, workstation, session, told, why] : rows) {
         connection.Script("DELETE FROM BTaxUserLocks; DELETE FROM FeatureLocks; DELETE FROM MTDAuthorisationLock");
-        Sql(row.insert, row.workstation, row.session);
-        std::string shown = row.shown;
-        if (::Test::IsOnServer() && row.session && std::atoi(row.session) != 0)
+        Sql(insert, workstation, session);
+        std::string shown = told;
+        if (::Test::IsOnServer() && session && std::atoi(session) != 0)
             shown = ::Test::ReplacedAll(shown, " ?", " ended"); // it knows that there is no such session
-        EXPECT_EQ(Shown(ListLocks(connection).at(0)), shown) << row.why;
+        EXPECT_EQ(Shown(ListLocks(connection).at(0)), shown) << why;
     }
     Sql("DELETE FROM MTDAuthorisationLock");
     CFeatureLock feature(7, connection); // their marks are another's
@@ -287,7 +282,7 @@ TEST_P(ServerLocksTest, ASessionIsTheHoldersWhenItBeganBeforeTheLock)
 {
     connection.Script("SET timezone = 'Pacific/Auckland'");
     const std::string own = std::to_string(connection.GetSessionId());
-    for (const Cellar::SqlText& insert : {Cellar::SqlText(kUser), Cellar::SqlText(kFeature), Cellar::SqlText(kToken)})
+    for (const Cellar::SqlText& insert : {kUser, kFeature, kToken})
         Sql(insert, nullptr, own.c_str());
     for (const bool isAlive : {true, false}) { // by then of a session that had its number before
         for (const HeldLock& lock : ListLocks(connection))
@@ -318,14 +313,12 @@ TEST_P(LocksTest, AreOfAnAgeByTheClockThatIsNotPutForward)
 TEST(SqlServerLocks, AHolderWithoutAMarkIsNotKnown)
 {
     Afx::SetComputerName("DESK1");
-    const std::string folder = ::Test::TempDir(), library = folder + "/ODBC Driver for SQL Server.so";
-    std::filesystem::create_symlink(CELLAR_ODBC_FAKE, library);
-    ::Test::WriteFile("script", "on SELECT *AS lockKey*\ncolumns lockKey:int lockName:nvarchar strUserID:nvarchar "
-                                "strWorkstation:nvarchar dtLocked:datetime2 ConnectionID:int dtUtc:datetime2 "
-                                "dtNow:datetime2 dtLocal:datetime2\nrow 7|7|bob|DESK1|null|51|null|null|null\n"
-                                "row 7|7|bob|DESK1|null|-51|null|null|null\n");
-    for (const HeldLock& lock :
-         ListLocks(*Cellar::CConnection::Open(("odbc:Driver=" + library + ";Script=" + folder + "/script").c_str()))) {
+    const ::Test::ScriptedServer server(
+        "on SELECT *AS lockKey*\ncolumns lockKey:int lockName:nvarchar strUserID:nvarchar "
+        "strWorkstation:nvarchar dtLocked:datetime2 ConnectionID:int dtUtc:datetime2 "
+        "dtNow:datetime2 dtLocal:datetime2\nrow 7|7|bob|DESK1|null|51|null|null|null\n"
+        "row 7|7|bob|DESK1|null|-51|null|null|null\n");
+    for (const HeldLock& lock : ListLocks(*server.Open())) {
         const bool isOurs = lock.kind == LockKind::Token && lock.row.session < 0;
         EXPECT_EQ(lock.isAlive, isOurs ? std::optional(false) : std::nullopt) << LockKindName(lock.kind);
     }
@@ -352,8 +345,7 @@ TEST_P(LocksTest, AreClearedByTheRowThatWasListed)
 {
     Sql("INSERT INTO MTDAuthorisation (lID, strGatewayID) VALUES (7, 'GATEWAY1')");
     for (const bool isInSheet : {false, true}) {
-        for (const Cellar::SqlText& insert :
-             {Cellar::SqlText(kUser), Cellar::SqlText(kFeature), Cellar::SqlText(kToken)})
+        for (const Cellar::SqlText& insert : {kUser, kFeature, kToken})
             Sql(insert, "DESK2", isInSheet ? nullptr : "12");
         const auto listed = ListLocks(connection);
         for (const char* table : {"BTaxUserLocks", "FeatureLocks", "MTDAuthorisationLock"})

@@ -1,56 +1,9 @@
 #include "MorvUt/users/StaffRights.h"
 #include "MorvUt/users/UsersTest.h"
 
-namespace
-{
-
 using Numbers = std::vector<int>;
 using Permissions = UsersTest;
 ON_BOTH_DATABASES(Permissions);
-
-} // namespace
-
-TEST_P(Permissions, KeepTheirNamesAndStoredNumbers)
-{
-    constexpr char kPublished[] =
-        "1 AssetRegisterSaveAllowed 2 AssetRegisterDeleteAllowed 3 ClientsSaveAllowed 4 ClientsDeleteAllowed "
-        "5 ClientsAssignmentsAllowed 6 CTMAllowed 7 ClientsCanChangeDoNotSendTaxReturnElectronicallyAllowed "
-        "8 ComputationParametersAllowed 9 CostingToolAllowed 10 CustomiseReportsEditAllowed "
-        "11 CustomiseReportsManageUserThemesAllowed 12 CustomiseReportsManagePracticeThemesAllowed "
-        "13 CustomiseReportsCustomiseReportThemeSelectionAllowed 14 CustomiseReportsSynchroniseReportsAllowed "
-        "15 CustomiseReportsManageUserReportsAllowed 16 CustomiseReportsManagePracticeReportsAllowed "
-        "17 CustomiseReportsCustomiseReportTemplateSelectionAllowed 18 DataImportAllowed 19 EditLettersAllowed "
-        "20 EmailOrSaveFormsAllowed 21 FBIManagerAllowed 22 FormSA303SaveAllowed 23 FormSA303DeleteAllowed "
-        "24 GlobalClientOperationsAllowed 26 QueryManagerAllowed 27 ReviewToolUseAllowed "
-        "28 ReviewToolViewEventsLogAllowed 29 ReviewToolStartOrCompleteReviewsAssignedToAnotherUserAllowed "
-        "30 ReviewToolFinaliseReviewsAllowed 31 ReviewToolEditTolerancesAllowed 32 TaxDistrictSaveAllowed "
-        "33 TaxDistrictDeleteAllowed 34 TaxReturnSaveAllowed 35 TaxReturnDeleteAllowed 36 TaxReturnChangesAllowed "
-        "37 TaxReturnEnableEditingAllowed 38 TaxReturnFinaliseAllowed "
-        "39 TaxReturnFinaliseWithIncompleteReviewsAllowed 40 TrackerSaveAllowed 41 TrackerDeleteAllowed "
-        "42 TrackerCustomiseAllowed 43 IntegrationAllowed 44 ReviewThresholdsAllowed 45 PensionPlannerAllowed "
-        "46 EmployerManagerSaveAllowed 47 EmployerManagerDeleteAllowed 48 PaymentsAllowed 49 OptionsGeneralAllowed "
-        "50 OptionsAppearanceAllowed 51 OptionsTaxInfoAllowed 52 OptionsReportsAllowed 53 OptionsFormsAllowed "
-        "54 OptionsCorrespondenceAllowed 55 OptionsOnlineFilingTextAllowed 56 OnlineFilingAlternateUserAllowed "
-        "57 TaxReturnChangeWhenSentToClientAllowed 58 TaxReturnAmendAllowed 59 TaxReturnNotesSaveGlobalAllowed "
-        "60 TaxReturnNotesEditGlobalAllowed 61 TaxReturnNotesDeleteGlobalAllowed "
-        "62 TaxReturnNotesSaveEmployerAllowed 63 TaxReturnNotesEditEmployerAllowed "
-        "64 TaxReturnNotesDeleteEmployerAllowed 65 TaxReturnNotesEditLocalAllowed 66 OnlineFilingTestInLiveAllowed "
-        "67 DisconnectClientsAllowed 68 OnlineFilingViewXMLAllowed 69 RemittanceBasisOverrideAllowed "
-        "70 OnlineFilingSelectEmailAddressAllowed 71 SoleTradeEnabled 72 BudgetSummaryReportAllowed "
-        "73 ClientFilesEnabled 74 TaxExchangeAllowed 75 P11DImportAllowed 76 DocumentScanningAllowed "
-        "77 ClientsCreateAllowed 78 TaxReturnUserLockAllowed 79 TaxReturnUnlockAllowed "
-        "80 OptionsDocumentmanagementAllowed 81 OptionsReportsDefaultsAllowed 82 IntegrationSelectAllowed "
-        "83 TrackerGlobalCustomiseAllowed 84 AutomaticUpdateCheckAllowed 85 AutomaticUpdateDownloadAllowed "
-        "86 OptionsHALVESSAAllowed 87 HMRCDataGetAllowed 88 HMRCDataAcceptAllowed 89 HMRCDataRejectAllowed "
-        "90 OptionsOnlineFilingAttachmentsAllowed 91 TaxReturnManuallyAllocateAllowancesAndDeductionsAllowed "
-        "92 UploadOTQToClientCentreAllowed 93 ImportDataFromOTQAllowed 95 PasswordProtectedClientsAllowed "
-        "96 ClientUsageReportAllowed 97 CreateMTDTaxReturnAllowed 98 DeleteMTDTaxReturnAllowed "
-        "99 ViewMTDTaxReturnAllowed ";
-    std::string queries;
-    for (const auto& [number, name, query] : CUserData::GetPermissionQueries())
-        queries += std::to_string(number) + ' ' + name + ' ';
-    EXPECT_EQ(queries, kPublished);
-}
 
 TEST_P(Permissions, AreReadByTheirNumbers)
 {

@@ -61,8 +61,7 @@ TEST_P(ReadOnlyManager, BouncesEachLevelWithItsIntent)
     EXPECT_FALSE(connection.HasBegun());
 }
 
-class ServerReadOnlyManager : public UsersTest
-{};
+using ServerReadOnlyManager = UsersTest;
 ON_SERVER(ServerReadOnlyManager);
 
 TEST_P(ServerReadOnlyManager, LeavesNoLevelOpenOnALostConnection)

@@ -1,9 +1,6 @@
-#include <gtest/gtest.h>
-
 #include "Afx/system/Resources.h"
 #include "MorvUt/users/UserData.h"
-#include "support/Case.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 namespace
 {

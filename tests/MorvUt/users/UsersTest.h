@@ -2,8 +2,6 @@
 
 // A practice with users, and nobody logged in.
 
-#include <gtest/gtest.h>
-
 #include "Afx/system/Resources.h"
 #include "Brix/Records.h"
 #include "MorvUt/users/UserData.h"

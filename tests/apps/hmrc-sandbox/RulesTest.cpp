@@ -1,10 +1,7 @@
 // The rules without a socket: each file of `transcripts` holds requests and what is answered.
 
-#include <gtest/gtest.h>
-
 #include <regex>
 #include <sstream>
-#include <tuple>
 
 #include "Afx/text/TextFold.h"
 #include "hmrc-sandbox/FraudHeaders.h"
@@ -12,7 +9,7 @@
 #include "hmrc-sandbox/RedirectUri.h"
 #include "hmrc-sandbox/Service.h"
 #include "HmrcApi/transport/FraudHeaders.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 namespace Sandbox
 {
@@ -120,76 +117,6 @@ TEST_P(Rules, AnswerAsHmrcDoes)
 
 INSTANTIATE_TEST_SUITE_P(Sandbox, Rules, testing::Values("api", "control", "faults", "individual", "oauth"));
 
-// Each of the eight interfaces breaks on demand, in each way, and answers again once that is cleared.
-TEST(FaultsOnDemand, BreakEveryInterface)
-{
-    std::vector<std::string> secrets; // a code, then the tokens
-    Service service(
-        Options{.scenario = "EVERYTHING", .issued = [&](const std::string& each) { secrets.push_back(each); }});
-    const auto ask = [&](const char* method, const std::string& path, const std::string& parameters,
-                         const char* version = "1.0", const std::string& body = {}) {
-        Call call;
-        call.method = method;
-        call.path = path;
-        call.parameters = Parse(parameters);
-        call.hasQuery = call.method == "GET" && !parameters.empty();
-        call.contentType = "application/x-www-form-urlencoded";
-        call.accept = std::string("application/vnd.hmrc.") + version + "+json";
-        call.authorization = secrets.size() > 1 ? "Bearer " + secrets[1] : "";
-        call.body = body;
-        return service.Handle(call);
-    };
-    const std::string client = "client_id=morvut-sandbox&client_secret=morvut-sandbox-secret",
-                      back = "&redirect_uri=http://localhost:53681/callback";
-    ask("GET", "/oauth/authorize",
-        "response_type=code&client_id=morvut-sandbox" + back +
-            "&scope=hello+read:marriage-allowance+read:national-insurance+read:individual-paye+read:individual-benefits"
-            "+read:individual-employment+read:individual-income+read:individual-tax");
-    ask("POST", "/oauth/token", client + back + "&grant_type=authorization_code&code=" + secrets.at(0));
-    ask("POST", "/marriage-allowance-test-support/sa/2234567890/status/2017-18", "");
-
-    const std::string year = "/sa/2234567890/annual-summary/2017-18";
-    const std::tuple<std::string, const char*, const char*> interfaces[] = {
-        {"/individual-benefits" + year, "", "1.1"},
-        {"/individual-employment" + year, "", "1.2"},
-        {"/individual-income" + year, "", "1.2"},
-        {"/individual-tax" + year, "", "1.1"},
-        {"/national-insurance" + year, "", "1.1"},
-        {"/individual-paye/nino/AA000001A/annual-summary/2017-18", "", "1.0"},
-        {"/marriage-allowance/sa/2234567890/status", "taxYear=2017-18", "2.0"},
-        {"/hello/user", "", "1.0"},
-    };
-    const std::pair<const char*, int> faults[] = {
-        {"MESSAGE_THROTTLED_OUT", 429},
-        {"RESOURCE_FORBIDDEN", 403},
-        {"SERVER_ERROR", 503},
-        {"SCHEDULED_MAINTENANCE", 503},
-        {"GATEWAY_TIMEOUT", 504},
-        {"INTERNAL_SERVER_ERROR", 500},
-        {"HTML", 502},
-        {"CUT_OFF", 200},
-        {"DROPPED", 200},
-        {"SLOW", 200},
-        {"REDIRECT", 307},
-    };
-    for (const auto& [path, parameters, version] : interfaces)
-        for (const auto& [fault, status] : faults) {
-            SCOPED_TRACE(path + ' ' + fault);
-            const auto show = [](const Answer& answer) {
-                return std::tuple(answer.status, answer.body, answer.dropped, answer.delay.count());
-            };
-            const auto usual = show(ask("GET", path, parameters, version));
-            EXPECT_EQ(std::get<0>(usual), 200) << std::get<1>(usual);
-            ask("POST", "/sandbox/fault", "", "1.0",
-                R"({"times": 0, "fault": ")" + std::string(fault) + R"(", "path": ")" + path + "\"}");
-            const Answer broken = ask("GET", path, parameters, version);
-            EXPECT_EQ(broken.status, status);
-            EXPECT_NE(show(broken), usual);
-            ask("DELETE", "/sandbox/fault", "");
-            EXPECT_EQ(show(ask("GET", path, parameters, version)), usual);
-        }
-}
-
 /// What this program sends leaves out what it cannot know, and nothing of it is wrong.
 TEST(FraudHeaders, OfTheClientAreTakenByTheCheck)
 {
@@ -208,11 +135,7 @@ TEST(FraudHeaders, OfTheClientAreTakenByTheCheck)
 TEST(Identifiers, AreThoseThatHmrcTakes)
 {
     using Texts = std::vector<const char*>;
-    const struct
-    {
-        bool (*check)(std::string_view);
-        Texts good, bad;
-    } rows[] = {
+    const std::tuple<bool (*)(std::string_view), Texts, Texts> rows[] = {
         // HMRC's examples; a wrong check digit
         {IsUtr,
          {"2234567890", "1111111111"},
@@ -232,11 +155,11 @@ TEST(Identifiers, AreThoseThatHmrcTakes)
           "http://localhost:0/", "http://localhost:65536/", "http://localhost:80x/", "http://localhost/callback#part",
           "http://localhost/call back", "http://localhost/\r\nX: y", "https:///callback", "ftp://localhost/", ""}},
     };
-    for (const auto& row : rows) {
-        for (const char* text : row.good)
-            EXPECT_TRUE(row.check(text)) << text;
-        for (const char* text : row.bad)
-            EXPECT_FALSE(row.check(text)) << text;
+    for (const auto& [check, good, bad] : rows) {
+        for (const char* text : good)
+            EXPECT_TRUE(check(text)) << text;
+        for (const char* text : bad)
+            EXPECT_FALSE(check(text)) << text;
     }
 }
 

@@ -1,12 +1,9 @@
 #include "hmrc-sandbox/Server.h"
 
-#include <atomic>
 #include <chrono>
 #include <gtest/gtest.h>
 #include <httplib.h>
 #include <thread>
-
-#include "support/DrippingCallers.h"
 
 namespace Sandbox
 {
@@ -21,9 +18,9 @@ class ServerTest : public testing::Test
 protected:
     void SetUp() override { m_server.Start(); }
 
-    httplib::Client Client(const char* host = "127.0.0.1")
+    httplib::Client Client()
     {
-        httplib::Client client(host, m_server.Port());
+        httplib::Client client("127.0.0.1", m_server.Port());
         client.set_read_timeout(60); // half a megabyte of brackets takes a busy machine a while
         return client;
     }
@@ -33,17 +30,6 @@ protected:
 
 } // namespace
 
-TEST_F(ServerTest, ListensOnBothLoopbackAddresses)
-{
-    for (const char* host : {"127.0.0.1", "localhost", "::1"}) {
-        if (host[0] == ':' && Client(host).Get("/").error() == httplib::Error::Connection)
-            continue; // a machine without IPv6
-        const auto answer = Client(host).Get("/hello/world", kHello);
-        ASSERT_TRUE(answer && answer->status == 200) << host;
-        EXPECT_EQ(answer->get_header_value("Content-Type"), "application/json");
-    }
-}
-
 TEST_F(ServerTest, TakesAnAnswerOfAnyLengthHoweverItIsLabelled)
 {
     const std::string path = "/sandbox/answer/individual-paye/nino/AA000001A/annual-summary/2017-18";
@@ -52,17 +38,6 @@ TEST_F(ServerTest, TakesAnAnswerOfAnyLengthHoweverItIsLabelled)
         const auto answer = Client().Put(path.c_str(), body, type);
         EXPECT_TRUE(answer && answer->status == 200) << type;
     }
-}
-
-TEST_F(ServerTest, PortIsFreeAgainAfterStop)
-{
-    const int port = m_server.Port();
-    ASSERT_TRUE(Client().Get("/"));
-    m_server.Stop();
-    EXPECT_EQ(m_server.Port(), 0);
-    EXPECT_FALSE(httplib::Client("127.0.0.1", port).Get("/"));
-    m_server.Start(port);
-    EXPECT_TRUE(Client().Get("/"));
 }
 
 TEST_F(ServerTest, DelayedAnswerHoldsUpNeitherOthersNorTheEnd)
@@ -77,22 +52,6 @@ TEST_F(ServerTest, DelayedAnswerHoldsUpNeitherOthersNorTheEnd)
     m_server.Stop();
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
     waiting.join();
-}
-
-TEST_F(ServerTest, IsHeldUpByNoConnectionThatSendsAByteNowAndThen)
-{
-    ::Test::DrippingCallers callers(m_server.Port(), 64);
-    const auto start = std::chrono::steady_clock::now();
-    const auto passed = [&] { return std::chrono::steady_clock::now() - start; };
-    EXPECT_EQ(Client().Get("/hello/world", kHello)->status, 200);
-    EXPECT_LT(passed(), std::chrono::seconds(3));
-    while (callers.left > 0 && passed() < std::chrono::seconds(20))
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    EXPECT_LT(passed(), std::chrono::seconds(10)) << "a request has an end";
-    ::Test::DrippingCallers others(m_server.Port(), 64);
-    const auto ending = std::chrono::steady_clock::now();
-    m_server.Stop();
-    EXPECT_LT(std::chrono::steady_clock::now() - ending, std::chrono::seconds(2));
 }
 
 TEST_F(ServerTest, SurvivesHostileRequests)
@@ -111,23 +70,6 @@ TEST_F(ServerTest, SurvivesHostileRequests)
         EXPECT_TRUE(answer && answer->status == 400);
     }
     EXPECT_EQ(Client().Get("/hello/world", kHello)->status, 200);
-}
-
-TEST_F(ServerTest, AnswersManyAtOnce)
-{
-    std::atomic<int> good{0};
-    std::vector<std::thread> clients;
-    for (int i = 0; i < 24; ++i)
-        clients.emplace_back([&] {
-            auto client = Client();
-            client.set_keep_alive(true);
-            for (int j = 0; j < 20; ++j)
-                if (const auto answer = client.Get("/hello/world", kHello); answer && answer->status == 200)
-                    ++good;
-        });
-    for (auto& client : clients)
-        client.join();
-    EXPECT_EQ(good, 24 * 20);
 }
 
 } // namespace Sandbox

@@ -1,5 +1,6 @@
-// Every answer that HMRC, a proxy or the network may give, over HTTP: what is asked again, what is reported, that a
-// failed group leaves everything as it was, that the other group is fetched as usual, and that the next fetch succeeds.
+// Every answer that HMRC, a proxy or the network may give, by each interface: what is asked again, what is reported,
+// that a failed group leaves everything as it was, that the other group is fetched as usual, and that the next fetch
+// succeeds.
 
 #include <algorithm>
 #include <cctype>
@@ -30,9 +31,11 @@ protected:
     }
 
     /// "fetch [expired|refused] [PATH FAULT [MEMBER=VALUE ...]]": what happens to the tokens before, and a fault of the
-    /// sandbox. HMRC has new figures each time.
+    /// sandbox. HMRC has new figures each time. "individual": by these interfaces from then on.
     std::string Run(const std::string& command)
     {
+        if (command == "individual")
+            return UseIndividual();
         const int before = m_number++;
         Serve(m_number);
         Prepare(command);
@@ -49,6 +52,16 @@ protected:
     }
 
 private:
+    std::string UseIndividual()
+    {
+        Sql("UPDATE BRIXOptions SET nPAYEInterface = 0");
+        Authorise(); // the scopes are others
+        Forget();
+        EXPECT_TRUE(Fetch().result.ok);
+        EXPECT_EQ(Create().employments, 1);
+        return {};
+    }
+
     void Prepare(const std::string& command)
     {
         Json fault{{"times", 0}};
@@ -75,7 +88,7 @@ private:
         if (isEnded)
             Authorise();
         const Fetched again = Fetch();
-        EXPECT_TRUE(again.result.ok) << again.Errors("PAYE") << again.Errors("National Insurance");
+        EXPECT_TRUE(again.result.ok);
         EXPECT_EQ(StagedPaye(), m_number);
         EXPECT_EQ(StagedNationalInsurance(), m_number);
         EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXMTD_Employments WHERE bWithdrawn = 0"), "1");
@@ -92,10 +105,10 @@ private:
 
     static std::string Told(const Fetched& fetched)
     {
-        std::string text = fetched.result.ok ? "done" : "failed";
-        text += ": PAYE asked " + std::to_string(fetched.paye) + ", National Insurance " +
-                std::to_string(fetched.nationalInsurance) + ", tokens " + std::to_string(fetched.tokens) +
-                ", milliseconds waited " + Waited(fetched.waited) + '\n';
+        std::string text = fetched.result.ok ? "done: asked" : "failed: asked";
+        for (const auto& [interface, count] : fetched.asked)
+            text += ' ' + interface + ' ' + std::to_string(count) + ',';
+        text += " milliseconds waited " + Waited(fetched.waited) + '\n';
         for (const auto& group : fetched.result.groups)
             text += group.name + ": " + NameOf(group.state) + '\n';
         for (const auto& group : fetched.result.errors->GetGroups())

@@ -15,23 +15,10 @@ namespace
 
 using ::Test::Json;
 
-constexpr char kPayeAnswer[] = "/sandbox/answer/individual-paye/nino/AA000001A/annual-summary/2017-18";
-constexpr char kNationalInsuranceAnswer[] = "/sandbox/answer/national-insurance/sa/2234567890/annual-summary/2017-18";
-
 /// The number that Serve was given; -1 when there is no such row.
 int Number(const std::string& pounds) { return pounds.empty() ? -1 : std::stoi(pounds); }
 
 } // namespace
-
-std::string Fetched::Errors(const std::string& group) const
-{
-    std::string text;
-    for (const auto& each : result.errors->GetGroups())
-        if (each.name == group)
-            for (const auto& error : each.errors)
-                text += (text.empty() ? "" : ", ") + error.GetCode() + ' ' + error.GetHttpStatus();
-    return text;
-}
 
 FetchTest::FetchTest(const std::string& scenario) : m_sandbox(scenario)
 {
@@ -60,13 +47,22 @@ void FetchTest::Authorise()
 
 void FetchTest::Serve(int number)
 {
-    const std::string pounds = std::to_string(number) + ".25";
-    m_sandbox.Send("PUT", kPayeAnswer,
-                   Answer(Employment("123/AB456", "A1", pounds, Benefit("CarBenefit", "44.00")),
-                          Pension("321/AB456", "P1", pounds), StateBenefit("JobseekersAllowance", "2017-05-01", pounds),
-                          R"(, "taxFreeAllowances": [{"allowanceType": "FlatRateJobExpenses", "amount": 200.00}])"));
-    m_sandbox.Send("PUT", kNationalInsuranceAnswer,
-                   R"({"class1": {"totalNICableEarnings": 17.00}, "class2": {"totalDue": )" + pounds + "}}");
+    const std::string whole = std::to_string(number), pounds = whole + ".25",
+                      ofFirm = R"({"employments": [{"employerPayeReference": "123/AB456", )";
+    const std::pair<const char*, std::string> answers[] = {
+        {"individual-paye/nino/AA000001A",
+         Answer(Employment("123/AB456", "A1", pounds, Benefit("CarBenefit", "44.00")),
+                Pension("321/AB456", "P1", pounds), StateBenefit("JobseekersAllowance", "2017-05-01", pounds),
+                R"(, "taxFreeAllowances": [{"allowanceType": "FlatRateJobExpenses", "amount": 200.00}])")},
+        {"national-insurance/sa/2234567890",
+         R"({"class1": {"totalNICableEarnings": 17.00}, "class2": {"totalDue": )" + pounds + "}}"},
+        {"individual-employment/sa/2234567890", ofFirm + R"("employerName": "Firm )" + whole + "\"}]}"},
+        {"individual-income/sa/2234567890", ofFirm + R"("payFromEmployment": )" + pounds + "}]}"},
+        {"individual-benefits/sa/2234567890", ofFirm + R"("otherBenefits": )" + pounds + "}]}"},
+        {"individual-tax/sa/2234567890", ofFirm + R"("taxTakenOffPay": )" + pounds + "}]}"},
+    };
+    for (const auto& [of, body] : answers)
+        m_sandbox.Send("PUT", std::string("/sandbox/answer/") + of + "/annual-summary/2017-18", body);
 }
 
 Fetched FetchTest::Fetch()
@@ -78,9 +74,7 @@ Fetched FetchTest::Fetch()
     fetched.waited = m_waited;
     for (const Json& request : Json::parse(m_sandbox.Send("GET", "/sandbox/requests", ""))) {
         const std::string path = request["path"];
-        fetched.paye += path.starts_with("/individual-paye/");
-        fetched.nationalInsurance += path.starts_with("/national-insurance/");
-        fetched.tokens += path == "/oauth/token";
+        ++fetched.asked[path.substr(1, path.find('/', 1) - 1)];
     }
     EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAuthorisationLock"), "0") << "a lock was left behind";
     return fetched;

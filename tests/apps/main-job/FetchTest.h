@@ -14,11 +14,8 @@
 struct Fetched
 {
     HmrcApi::FetchResult result;
-    int paye = 0, nationalInsurance = 0, tokens = 0; // requests that the sandbox saw
-    unsigned waited = 0;                             // milliseconds between tries
-
-    /// The errors of a group, "code status" each, separated by commas.
-    std::string Errors(const std::string& group) const;
+    std::map<std::string, int> asked; // requests that the sandbox saw, by the interface: "individual-paye", "oauth"
+    unsigned waited = 0;              // milliseconds between tries
 };
 
 /// The practice of HmrcTest, authorised at the sandbox. Waits take no time.

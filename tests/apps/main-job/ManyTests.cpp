@@ -1,7 +1,5 @@
 // The fetch for many clients: four at once, ended by a signal or by HMRC's absence, killed and gone on with.
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <chrono>
 #include <csignal>
@@ -14,9 +12,7 @@
 #include "apps/main-job/FetchTest.h"
 #include "MorvUt/hmrc/access/SharedPace.h"
 #include "MorvUt/MorvUt.h"
-#include "support/Case.h"
 #include "support/Practice.h"
-#include "support/TestSupport.h"
 
 namespace
 {
@@ -107,7 +103,7 @@ protected:
     static std::int64_t Next()
     {
         const auto set = Quarry::GetConnection().Queryf("SELECT dtNext FROM MTDPace");
-        return Afx::ToUnixMilliseconds(Cellar::ToDateTime(set.rows.at(0).at(0)).Fields());
+        return Cellar::ToDateTime(set.rows.at(0).at(0)).ToMilliseconds();
     }
 };
 ON_BOTH_DATABASES(Pace);
@@ -200,45 +196,55 @@ TEST_P(ManyInAFile, RefreshesOnceAndAsksByTheOtherRoute)
 TEST_F(Absent, EndsTheRunOnceItIsCertainAndNobodyElseIsBegunInDoubt)
 {
     using HmrcApi::Absence;
-    struct Expected
-    {
-        Absence ended;
-        std::size_t done;
+    using Sent = std::vector<std::pair<std::string, std::string>>; // to the sandbox
+    const auto fault = [](const std::string& path, const std::string& kind, int times = 0) {
+        const Json members{{"path", path}, {"fault", kind}, {"times", times}};
+        return std::pair("/sandbox/fault", members.dump());
     };
-    using Sent = std::vector<std::pair<const char*, const char*>>; // to the sandbox
-    constexpr char kFault[] = "/sandbox/fault";
-    const Case<Sent, Expected> rows[] = {
-        {{{kFault, R"({"path": "/individual-paye", "fault": "INTERNAL_SERVER_ERROR", "times": 2})"}},
-         {Absence::None, kClients},
-         "the client's own"},
-        {{{kFault, R"({"path": "/national-insurance", "fault": "SERVER_ERROR", "times": 0})"}},
-         {Absence::None, kClients},
-         "one interface only"},
-        {{{kFault, R"({"path": "/individual-paye", "fault": "SERVER_ERROR", "times": 0})"},
-          {kFault, R"({"path": "/national-insurance", "fault": "MESSAGE_THROTTLED_OUT", "times": 0})"}},
-         {Absence::Overloaded, 4},
+    const std::string paye = "/individual-paye", insurance = "/national-insurance";
+    const Row<Sent, Absence, std::size_t> rows[] = {
+        {{fault(paye, "INTERNAL_SERVER_ERROR", 2)}, Absence::None, kClients, "the client's own"},
+        {{fault(insurance, "SERVER_ERROR")}, Absence::None, kClients, "one interface only"},
+        {{fault(paye, "SERVER_ERROR"), fault(insurance, "MESSAGE_THROTTLED_OUT")},
+         Absence::Overloaded,
+         4,
          "three in a row, and the fourth was under way"},
-        {{{kFault, R"({"path": "/individual-paye", "fault": "SCHEDULED_MAINTENANCE", "times": 0})"}},
-         {Absence::Maintenance, 4},
-         "closed"},
-        {{{"/sandbox/token", R"({"revoke": true})"}}, {Absence::NoAuthority, 4}, "the user took it back"},
-        {{}, {Absence::Unreachable, 4}, "nobody listens"},
+        {{fault(paye, "SCHEDULED_MAINTENANCE")}, Absence::Maintenance, 4, "closed"},
+        {{{"/sandbox/token", R"({"revoke": true})"}}, Absence::NoAuthority, 4, "the user took it back"},
+        {{}, Absence::Unreachable, 4, "nobody listens"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        for (const auto& [path, body] : row.in)
+    for (const auto& [sent, absence, done, why] : rows) {
+        SCOPED_TRACE(why);
+        for (const auto& [path, body] : sent)
             m_sandbox.Send("POST", path, body);
-        if (row.in.empty())
+        if (sent.empty())
             ListenToNobody();
         const HmrcApi::ManyFetched fetched = FetchMany();
-        EXPECT_STREQ(NameOf(fetched.ended), NameOf(row.out.ended));
-        EXPECT_EQ(fetched.done, row.out.done);
-        EXPECT_EQ(fetched.isAnyReached, row.out.ended != Absence::Unreachable);
+        EXPECT_STREQ(NameOf(fetched.ended), NameOf(absence));
+        EXPECT_EQ(fetched.done, done);
+        EXPECT_EQ(fetched.isAnyReached, absence != Absence::Unreachable);
         EXPECT_EQ(m_told, fetched.done) << "in the order of the clients";
         m_sandbox.Send("DELETE", "/sandbox/fault");
-        if (row.out.ended == Absence::NoAuthority)
+        if (absence == Absence::NoAuthority)
             Authorise();
     }
+}
+
+TEST_F(Absent, NobodyReadsOptionsOrAuthorityAgain)
+{
+    int options = 0, authority = 0;
+    Quarry::GetConnection().OnSent([&](std::string_view sent) {
+        options += sent.find("BRIXOptions") != sent.npos;
+        authority += sent.find("MTDAuthorisation") != sent.npos;
+    });
+    EXPECT_EQ(FetchMany().done, kClients + 0u);
+    EXPECT_EQ(options, 1);
+    EXPECT_LE(authority, 4 + 1) << "whether there is one, by those who begin together; its tokens once";
+    authority = 0;
+    m_sandbox.Send("POST", "/sandbox/token", R"({"expire": true})");
+    EXPECT_EQ(FetchMany().done, kClients + 0u);
+    EXPECT_LE(authority, 4 + 1 + 4 * 8) << "and the refresh";
+    Quarry::GetConnection().OnSent(nullptr);
 }
 
 TEST_P(Pace, GivesEachSecondToOneRunOnly)

@@ -1,7 +1,5 @@
 // Several workstations fetch for, or make the schedules of, every client of one practice at once.
 
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <map>
 #include <memory>
@@ -12,7 +10,6 @@
 #include "apps/morv/Program.h"
 #include "MorvUt/MorvUt.h"
 #include "support/Practice.h"
-#include "support/TestSupport.h"
 
 namespace
 {
@@ -20,7 +17,7 @@ namespace
 using namespace ::Test;
 using Cellar::SqlText;
 
-constexpr int kClients = 200;
+constexpr int kClients = 50;
 constexpr char kBusy[] = "another program is writing";
 
 /// How many rows of a table each client must have after the answer with everything.

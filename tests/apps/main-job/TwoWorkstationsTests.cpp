@@ -1,7 +1,5 @@
 // Programs that share an authority: at the same time, ended within a refresh, at another service, on a full disk.
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <chrono>
 #include <csignal>
@@ -10,7 +8,6 @@
 #include "apps/morv/Program.h"
 #include "support/Databases.h"
 #include "support/SmallDisk.h"
-#include "support/TestSupport.h"
 
 namespace
 {
@@ -125,16 +122,6 @@ TEST(Authority, OutlastsAFullDisk)
         ASSERT_EQ(again.exit, 0) << full.out << full.err << again.out << again.err;
     }
     EXPECT_NE(shown.find("cannot keep HMRC's tokens: the disk is full"), std::string::npos) << shown;
-}
-
-TEST(Authority, IsShownToNoOtherService)
-{
-    HmrcSandbox sandbox("EVERYTHING"), other("EVERYTHING");
-    const std::string practice = AuthorisedPractice(sandbox);
-    sandbox.Send("POST", "/sandbox/token", R"({"expire": true})");
-    EXPECT_EQ(RunMorv(FetchLine(practice, other)).exit, 1);
-    EXPECT_TRUE(Json::parse(other.Send("GET", "/sandbox/requests", "")).empty());
-    EXPECT_EQ(RunMorv(FetchLine(practice, sandbox)).exit, 0) << "still good for its own";
 }
 
 } // namespace

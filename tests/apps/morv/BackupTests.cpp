@@ -1,14 +1,12 @@
 // Copies of a practice in use.
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <filesystem>
 
 #include "apps/morv/Program.h"
 #include "Cellar/Connection.h"
 #include "support/SmallDisk.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 namespace
 {
@@ -54,28 +52,6 @@ TEST(Backup, OfAPracticeInUseHasWhatWasSaved)
 
     std::filesystem::current_path(folder);
     EXPECT_EQ(MorvJson("practice backup " + practice + " file:copy.db")["pages"], made["pages"]) << "no address";
-
-    const std::string before = ReadFile(file);
-    const std::string backup = "practice backup " + practice;
-    ExpectRefused(backup + " \"" + file + "\"", "EXISTS", "is there already");
-    ExpectRefused(backup + " " + practice, "EXISTS", "is there already");
-    ExpectRefused(backup + " " + folder + "/no/copy.db", "NOT_WRITTEN", "No such file or directory");
-    EXPECT_EQ(ReadFile(file), before);
-}
-
-TEST(PracticeCopy, HasAKeyOfItsOwnAndIsRefusedWhereSomethingIs)
-{
-    const std::string practice = SamplePractice(), file = TempDir() + "/copy.db";
-    const std::string copy = "practice copy " + practice + " ";
-    const Json made = MorvJson(copy + file);
-    EXPECT_GT(made["rows"], 100);
-    EXPECT_EQ(made["verified"], true);
-    EXPECT_NE(ReadFile(file + ".key"), ReadFile(practice + ".key"));
-    EXPECT_EQ(MorvJson("practice check " + file)["ok"], true) << "with that key";
-    EXPECT_EQ(MorvJson("client list " + file), MorvJson("client list " + practice));
-    ExpectRefused(copy + file, "EXISTS", "is there already");
-    ExpectRefused(copy + practice, "EXISTS", "is there already");
-    ExpectRefused(copy + TempDir() + "/no/copy.db", "NOT_WRITTEN", "No such file or directory");
 }
 
 TEST(SmallDisk, HoldsNothingHalfWritten)

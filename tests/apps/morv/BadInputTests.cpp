@@ -1,13 +1,12 @@
 // Every command refuses what it cannot work on with one line and the stated exit code, and changes nothing.
 
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <memory>
 
 #include "apps/morv/Program.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 namespace
 {

@@ -1,14 +1,12 @@
 // A fetch that is killed at any moment leaves a practice that opens, is sound, and can be fetched for again.
 
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <iostream>
 #include <random>
 #include <thread>
 
 #include "apps/morv/Program.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 namespace
 {

@@ -1,11 +1,9 @@
 // No token, no secret, and no National Insurance number outside `client show` and the client's own row.
 
-#include <gtest/gtest.h>
-
 #include <regex>
 
 #include "apps/morv/Program.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 namespace
 {

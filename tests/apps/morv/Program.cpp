@@ -1,6 +1,5 @@
 #include "apps/morv/Program.h"
 
-#include <gtest/gtest.h>
 #include <httplib.h>
 #include <signal.h>
 #include <sys/wait.h>
@@ -11,7 +10,6 @@
 #include <thread>
 
 #include "support/Databases.h"
-#include "support/TestSupport.h"
 
 namespace Test
 {
@@ -27,10 +25,10 @@ std::string NextFile()
 
 } // namespace
 
-RunningMorv::RunningMorv(const std::string& line, const std::string& inputFile) : m_out(NextFile()), m_err(NextFile())
+RunningMorv::RunningMorv(const std::string& line) : m_out(NextFile()), m_err(NextFile())
 {
     // The user's own settings are never touched.
-    const std::string command = "exec <" + inputFile + " >" + m_out + " 2>" + m_err +
+    const std::string command = "exec </dev/null >" + m_out + " 2>" + m_err +
                                 "; exec env MORVUT_SETTINGS=" + TempDir() + "/settings.ini '" MORV_PROGRAM "' " + line;
     m_pid = fork();
     if (m_pid == 0) {
@@ -59,7 +57,7 @@ Ended RunningMorv::Wait()
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), ReadFile(m_out), ReadFile(m_err)};
 }
 
-Ended RunMorv(const std::string& line, const std::string& inputFile) { return RunningMorv(line, inputFile).Wait(); }
+Ended RunMorv(const std::string& line) { return RunningMorv(line).Wait(); }
 
 Json MorvJson(const std::string& line)
 {

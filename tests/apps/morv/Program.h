@@ -29,7 +29,7 @@ struct Ended
 class RunningMorv
 {
 public:
-    explicit RunningMorv(const std::string& line, const std::string& inputFile = "/dev/null");
+    explicit RunningMorv(const std::string& line);
     ~RunningMorv();
     RunningMorv(const RunningMorv&) = delete;
     RunningMorv& operator=(const RunningMorv&) = delete;
@@ -42,7 +42,7 @@ private:
     std::string m_out, m_err; // files
 };
 
-Ended RunMorv(const std::string& line, const std::string& inputFile = "/dev/null");
+Ended RunMorv(const std::string& line);
 /// The same; fails the test when it does not end with exit code 0. Answers the JSON document (--json is added).
 Json MorvJson(const std::string& line);
 

@@ -1,13 +1,11 @@
 // The sample practice: the same in every run, sound, and with something of everything.
 
-#include <gtest/gtest.h>
-
 #include <set>
 
 #include "apps/morv/Program.h"
 #include "Brix/Schema.h"
 #include "MorvUt/identifiers/TaxIdentifiers.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 namespace
 {

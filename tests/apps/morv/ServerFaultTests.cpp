@@ -1,17 +1,11 @@
 // What goes wrong with a practice on a server, as its users are told of it: one line, a code, an exit code.
 
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-
 #include <algorithm>
-#include <filesystem>
 #include <functional>
 #include <future>
 #include <thread>
 
 #include "apps/morv/Program.h"
-#include "Brix/Schema.h"
-#include "support/Case.h"
 #include "support/Databases.h"
 
 namespace
@@ -43,22 +37,15 @@ TEST_P(ServerFaults, APracticeThatCannotBeOpenedIsExit3)
 {
     MorvJson("practice create " + practice);
     OpenDatabase("firm")->Script("UPDATE BRIXSchema SET nVersion = 1000000");
-    struct Expected
-    {
-        const char *code, *words;
+    const Row<std::string, const char*, const char*> rows[] = {
+        {practice, "NEWER_SCHEMA", "Update this program", "newer schema"},
+        {With("PasswordFile=", "PWD=s3cret;Else="), "CANNOT_OPEN", "check UID and the password", "wrong password"},
     };
-    const Case<std::string, Expected> rows[] = {
-        {practice, {"NEWER_SCHEMA", "Update this program"}, "newer schema"},
-        {With("PasswordFile=", "PWD=s3cret;Else="), {"CANNOT_OPEN", "check UID and the password"}, "wrong password"},
-        {With("PasswordFile=", "SSLmode=verify-full;PasswordFile="), {"CANNOT_OPEN", "check SSLmode"}, "no encryption"},
-        {With("Port=", "Port=1;Else="), {"CANNOT_OPEN", "check Servername and Port"}, "nobody listens"},
-        {With("PostgreSQL Unicode", "Nonesuch"), {"CANNOT_OPEN", "install the driver"}, "no driver"},
-    };
-    for (const auto& row : rows)
+    for (const auto& [text, code, words, why] : rows)
         for (const char* const line :
              {"client list PRACTICE", "practice check PRACTICE", "practice options PRACTICE bCFStaff=1"}) {
-            SCOPED_TRACE(std::string(row.why) + ": " + line);
-            ExpectError(RunMorv(ReplacedAll(line, "PRACTICE", row.in) + " --json"), 3, row.out.code, row.out.words);
+            SCOPED_TRACE(std::string(why) + ": " + line);
+            ExpectError(RunMorv(ReplacedAll(line, "PRACTICE", text) + " --json"), 3, code, words);
         }
 }
 
@@ -104,56 +91,5 @@ TEST_P(ServerFaults, ALostConnectionStagesNothing)
     EXPECT_EQ(Authorise(practice, sandbox).exit, 0) << "again";
     EXPECT_EQ(RunMorv(fetch).exit, 0) << "again";
 }
-
-/// A name of this machine that does not say so: a number.
-TEST_P(ServerFaults, ADoctorWarnsOfAWayThatAnybodyMayStandIn)
-{
-    MorvJson("practice create " + practice);
-    const Ended ended = RunMorv("doctor --json " + With("127.0.0.1", "2130706433"));
-    EXPECT_EQ(ended.exit, 1) << ended.err;
-    std::string bad;
-    for (const Json& finding : ended.Document())
-        if (finding["ok"] != true)
-            bad += finding["check"].get<std::string>() + ": " + finding["action"].get<std::string>() + '\n';
-    EXPECT_TRUE(bad.starts_with("encryption: Add SSLmode=verify-full")) << bad;
-    EXPECT_EQ(std::count(bad.begin(), bad.end(), '\n'), 1) << bad;
-}
-
-#ifdef CELLAR_ODBC_FAKE
-/// What a server with a full disk answers, as its driver tells it.
-TEST(ServerDisk, AFullOneIsOneErrorAndNothingIsHalfWritten)
-{
-    const std::string folder = TempDir(), library = folder + "/psqlodbc.so";
-    std::filesystem::create_symlink(CELLAR_ODBC_FAKE, library);
-    WriteFile("firm.key", std::string(64, 'a') + "\n");
-    chmod((folder + "/firm.key").c_str(), 0600);
-    const std::string text = "'odbc:Driver=" + library + ";Script=" + folder + "/script;Record=" + folder +
-                             "/record;PWD=s3cret;KeyFile=" + folder + "/firm.key'";
-    const std::string full = "error 53100 0 ERROR: could not extend file \"base/1/2\": No space left on device\n";
-    const std::string there = "on SELECT * FROM \"brixschema\"*\ncolumns nVersion:int vbKeyCheck:varbinary\nrow " +
-                              std::to_string(Brix::kSchemaVersion) + "|null\n";
-    const Case<std::pair<std::string, std::string>, int> rows[] = {
-        {{"practice create PRACTICE", "on CREATE TABLE*\n" + full}, 3, "in the middle of the schema"},
-        {{"practice create PRACTICE", "on SELECT nextval*\ncolumns n:int\nrow 33\non COMMIT*\n" + full + "ends\n"},
-         3,
-         "at its end"},
-        {{"practice options PRACTICE bCFStaff=1", there + "on UPDATE*\n" + full + "on INSERT*\n" + full},
-         3,
-         "a change"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        std::filesystem::remove(folder + "/record");
-        WriteFile("script", "dbms PostgreSQL\n" + row.in.second);
-        const Ended ended = RunMorv(ReplacedAll(row.in.first, "PRACTICE", text) + " --json");
-        EXPECT_EQ(ended.exit, row.out) << ended.out << ended.err;
-        EXPECT_EQ(ended.Document()["error"]["code"], "READ_ONLY") << ended.out;
-        EXPECT_NE(ended.err.find("the server's disk is full; tell its administrator"), std::string::npos) << ended.err;
-        EXPECT_EQ(std::count(ended.err.begin(), ended.err.end(), '\n'), 1) << ended.err;
-        EXPECT_EQ((ended.out + ended.err).find("s3cret"), std::string::npos) << ended.err;
-        EXPECT_EQ(ReadFile(folder + "/record").find("DURABLE"), std::string::npos) << ReadFile(folder + "/record");
-    }
-}
-#endif
 
 } // namespace

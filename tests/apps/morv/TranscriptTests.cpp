@@ -1,13 +1,12 @@
 // What people read, to the letter.
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
+#include <cstdlib>
 #include <regex>
 #include <sstream>
 
 #include "apps/morv/Program.h"
-#include "support/TestSupport.h"
+#include "support/Test.h"
 
 namespace
 {
@@ -18,7 +17,8 @@ using namespace Test;
 class Transcript : public testing::TestWithParam<const char*>
 {
 protected:
-    /// What a command prints. Beside those of morv: "sandbox METHOD PATH BODY", "authorise", and "sql STATEMENT".
+    /// What a command prints. Beside those of morv: "sandbox METHOD PATH BODY", "authorise [BROWSER]", "sql STATEMENT",
+    /// and "shell COMMAND".
     std::string Run(const std::string& command)
     {
         if (command.starts_with("sandbox ")) {
@@ -30,20 +30,30 @@ protected:
         }
         if (command.starts_with("sql "))
             return Execute(m_practice, command.substr(4));
-        if (command == "authorise") {
-            EXPECT_EQ(Authorise(m_practice, m_sandbox).exit, 0);
-            return {};
+        if (command.starts_with("authorise")) {
+            const std::string browser = command.substr(std::min<std::size_t>(10, command.size()));
+            Ended ended = browser.empty() ? Authorise(m_practice, m_sandbox)
+                                          : Authorise(m_practice, m_sandbox, "gateway-1", browser);
+            ended.err.clear(); // an address of chance
+            return Told(ended);
         }
         std::string line = command;
         for (const auto& [word, name] : m_names)
             line = ReplacedAll(line, word, name);
-        return Told(RunMorv(line));
+        return Told(line.starts_with("shell ") ? RunShell(line.substr(6)) : RunMorv(line));
     }
 
     const std::string m_practice = SamplePractice();
     HmrcSandbox m_sandbox{"EVERYTHING"};
 
 private:
+    static Ended RunShell(const std::string& command)
+    {
+        const std::string told = TempDir() + "/told";
+        const int status = std::system(("{ " + command + "; } >" + told + " 2>&1").c_str());
+        return {status, ReadFile(told), ""};
+    }
+
     /// Both outputs and the exit code; a refusal is one line.
     std::string Told(const Ended& ended) const
     {
@@ -73,5 +83,5 @@ TEST_P(Transcript, IsWhatIsPrinted)
 }
 
 INSTANTIATE_TEST_SUITE_P(Morv, Transcript,
-                         testing::Values("calc", "decisions", "documents", "fetch-all", "locks", "main-job", "refusals",
-                                         "rows", "scenarios"));
+                         testing::Values("authority", "calc", "decisions", "documents", "fetch-all", "files", "locks",
+                                         "main-job", "refusals", "rows", "scenarios"));

@@ -1,29 +1,18 @@
 #include "HmrcApi/transport/detail/Machine.h"
 
-#include <algorithm>
-#include <cstdio>
-#include <string_view>
-
 #include "Afx/Platform.h" // before the system's own, which it keeps small
 
 #include <winsock2.h>
 
 #include <iphlpapi.h>
-#include <ws2tcpip.h>
+
+#include "Afx/text/WideText_windows.h"
+#include "HmrcApi/transport/detail/AddressText.h"
 
 namespace HmrcApi::Detail
 {
 namespace
 {
-
-std::string Narrow(std::wstring_view wide)
-{
-    const int size = static_cast<int>(wide.size());
-    const int length = WideCharToMultiByte(CP_UTF8, 0, wide.data(), size, nullptr, 0, nullptr, nullptr);
-    std::string text(static_cast<std::size_t>(length), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, wide.data(), size, text.data(), length, nullptr, nullptr);
-    return text;
-}
 
 constexpr wchar_t kWindows[] = L"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion";
 constexpr wchar_t kFirmware[] = L"HARDWARE\\DESCRIPTION\\System\\BIOS";
@@ -35,7 +24,7 @@ std::string MachineText(const wchar_t* key, const wchar_t* name)
     DWORD size = sizeof text;
     const bool isThere =
         RegGetValueW(HKEY_LOCAL_MACHINE, key, name, RRF_RT_REG_SZ, nullptr, text, &size) == ERROR_SUCCESS;
-    return isThere ? Narrow(text) : std::string();
+    return isThere ? Afx::Narrow(text) : std::string();
 }
 
 /// "10.0.22631": since Windows 10 the system tells its version here, and to programs without a manifest an older one.
@@ -49,32 +38,6 @@ std::string WindowsVersion()
     const std::string build = MachineText(kWindows, L"CurrentBuildNumber");
     return (isNew ? std::to_string(major) + '.' + std::to_string(minor) : MachineText(kWindows, L"CurrentVersion")) +
            (build.empty() ? "" : '.' + build);
-}
-
-std::string IpText(const SOCKADDR* address)
-{
-    char text[INET6_ADDRSTRLEN] = "";
-    if (address->sa_family == AF_INET)
-        inet_ntop(AF_INET, &reinterpret_cast<const sockaddr_in*>(address)->sin_addr, text, sizeof text);
-    else if (address->sa_family == AF_INET6)
-        inet_ntop(AF_INET6, &reinterpret_cast<const sockaddr_in6*>(address)->sin6_addr, text, sizeof text);
-    return text;
-}
-
-std::string MacText(const IP_ADAPTER_ADDRESSES& adapter)
-{
-    constexpr ULONG kBytes = 6;
-    const BYTE* const bytes = adapter.PhysicalAddress;
-    if (adapter.PhysicalAddressLength != kBytes ||
-        std::all_of(bytes, bytes + kBytes, [](BYTE byte) { return byte == 0; }))
-        return {};
-    std::string text;
-    for (ULONG i = 0; i < kBytes; ++i) {
-        char byte[4];
-        std::snprintf(byte, sizeof byte, "%s%02x", i == 0 ? "" : ":", bytes[i]);
-        text += byte;
-    }
-    return text;
 }
 
 /// The adapters, one behind the other; the first stands at the beginning. Empty when the system does not tell.
@@ -99,7 +62,7 @@ std::string Variable(const wchar_t* name)
 {
     wchar_t text[256];
     const DWORD length = GetEnvironmentVariableW(name, text, 256);
-    return length < 256 ? Narrow({text, length}) : std::string();
+    return length < 256 ? Afx::Narrow({text, length}) : std::string();
 }
 
 } // namespace
@@ -119,9 +82,9 @@ NetworkAddresses ReadNetworkAddresses()
         if (each->IfType == IF_TYPE_SOFTWARE_LOOPBACK)
             continue;
         for (const auto* address = each->FirstUnicastAddress; address; address = address->Next)
-            if (std::string ip = IpText(address->Address.lpSockaddr); !ip.empty())
+            if (std::string ip = IpText(*address->Address.lpSockaddr); !ip.empty())
                 found.ip.push_back(std::move(ip));
-        if (std::string mac = MacText(*each); !mac.empty())
+        if (std::string mac = MacText({each->PhysicalAddress, each->PhysicalAddressLength}); !mac.empty())
             found.mac.push_back(std::move(mac));
     }
     return found;

@@ -157,6 +157,13 @@ bool CAuthorisationStore::LoadTokens()
     });
 }
 
+void CAuthorisationStore::TakeRow(const CAuthorisationStore& other)
+{
+    IChainLogger* const logger = m_logger;
+    *this = other;
+    m_logger = logger;
+}
+
 bool CAuthorisationStore::IsNewConsent(Cellar::CConnection& connection) const
 {
     if (m_status != Authorised)

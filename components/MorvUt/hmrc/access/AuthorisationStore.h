@@ -77,6 +77,10 @@ public:
     /// False when there is no such row, and when the database fails.
     static bool DeleteGatewayId(const std::string& gatewayId);
 
+protected:
+    /// The row as another store of the same gateway has read or written it last, in place of LoadTokens.
+    void TakeRow(const CAuthorisationStore& other);
+
 private:
     template<class Work>
     bool Try(Work work);

@@ -40,7 +40,7 @@ COleDateTime AddSeconds(const COleDateTime& moment, std::int64_t seconds)
 {
     if (!IsValid(moment))
         return COleDateTime::Null();
-    return COleDateTime(Afx::FromUnixMilliseconds(Afx::ToUnixMilliseconds(moment.Fields()) + seconds * 1000));
+    return COleDateTime(Afx::FromUnixMilliseconds(moment.ToMilliseconds() + seconds * 1000));
 }
 
 GatewayState Read(const Cellar::CBufferedRowList& row)
@@ -64,7 +64,7 @@ CString GatewayState::Warning(const COleDateTime& now) const
 {
     if (!IsValid(grantEnds))
         return {};
-    const std::int64_t left = Afx::ToUnixMilliseconds(grantEnds.Fields()) - Afx::ToUnixMilliseconds(now.Fields());
+    const std::int64_t left = grantEnds.ToMilliseconds() - now.ToMilliseconds();
     CString text;
     if (left <= kWarnFrom)
         text.Format(left > 0 ? "HMRC's authority ends on %s: authorise again before then."

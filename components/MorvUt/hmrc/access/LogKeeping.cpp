@@ -22,19 +22,17 @@ constexpr char kOldest[] =
     "SELECT lID, dtLogged FROM MTDLog WHERE lID = (SELECT MIN(lID) FROM MTDLog WHERE dtLogged <= %t)";
 constexpr char kRemove[] = "DELETE FROM MTDLog WHERE lID < %ld AND dtLogged < %t";
 
-std::int64_t MillisecondsOf(const COleDateTime& moment) { return Afx::ToUnixMilliseconds(moment.Fields()); }
-
 COleDateTime DaysBefore(const COleDateTime& moment, int days)
 {
     constexpr std::int64_t kDay = 24 * 60 * 60 * std::int64_t{1000}; // milliseconds
-    return COleDateTime(Afx::FromUnixMilliseconds(MillisecondsOf(moment) - days * kDay));
+    return COleDateTime(Afx::FromUnixMilliseconds(moment.ToMilliseconds() - days * kDay));
 }
 
 /// There is one, and it is to go.
 bool IsBefore(const Cellar::CBufferedRowList& line, const COleDateTime& end)
 {
     const COleDateTime logged = line.IsEOL() ? COleDateTime::Null() : line.GetDateTime("dtLogged");
-    return logged.GetStatus() == COleDateTime::valid && MillisecondsOf(logged) < MillisecondsOf(end);
+    return logged.GetStatus() == COleDateTime::valid && logged.ToMilliseconds() < end.ToMilliseconds();
 }
 
 /// The day and practice of the last time; a fetch works on one thread.

@@ -17,18 +17,6 @@ constexpr char kSelect[] = "SELECT [dtNext], GETUTCDATE() AS [dtNow] FROM [MTDPa
 constexpr char kInsert[] = "INSERT INTO [MTDPace] ( [lID], [dtNext] ) VALUES ( %ld, GETUTCDATE() )";
 constexpr char kUpdate[] = "UPDATE [MTDPace] SET [dtNext] = %t WHERE [lID] = %ld AND [dtNext] ";
 
-std::int64_t MillisecondsOf(const COleDateTime& moment) { return Afx::ToUnixMilliseconds(moment.Fields()); }
-
-void MakeRow(Cellar::CConnection& connection)
-{
-    try {
-        connection.ExecuteDirectf(kInsert, kRow);
-    } catch (const Cellar::DatabaseError& error) {
-        if (error.GetCategory() != Cellar::DatabaseError::Category::DuplicateKey) // else another has just made it
-            throw;
-    }
-}
-
 /// False when another run was quicker. Moments compare as what they were stored as.
 bool Take(Cellar::CConnection& connection, const Cellar::Value& before, std::int64_t next)
 {
@@ -49,11 +37,11 @@ std::int64_t TakeSharedSecond()
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
         Cellar::CBufferedRowList row(connection, kSelect, kRow);
         if (!row.MoveFirst()) {
-            MakeRow(connection);
+            connection.AddUnlessThere(kInsert, kRow);
             continue;
         }
-        const std::int64_t now = MillisecondsOf(row.GetDateTime("dtNow"));
-        const std::int64_t next = MillisecondsOf(row.GetDateTime("dtNext"));
+        const std::int64_t now = row.GetDateTime("dtNow").ToMilliseconds();
+        const std::int64_t next = row.GetDateTime("dtNext").ToMilliseconds();
         const std::int64_t turn = next > now && next - now <= kFarthest ? next : now;
         if (Take(connection, row.Get("dtNext"), turn + kSecond))
             return turn - now;

@@ -9,6 +9,8 @@ namespace HmrcApi
 namespace
 {
 
+constexpr int kInARow = 3; // clients, before an absence that may pass counts as one that lasts
+
 struct AbsenceName
 {
     Absence absence;
@@ -100,6 +102,13 @@ bool MayPass(Absence absence) noexcept
         if (each.absence == absence)
             return each.mayPass;
     return true;
+}
+
+void Patience::Add(Absence absence) noexcept
+{
+    m_inARow = absence == Absence::None ? 0 : m_inARow + 1;
+    if (m_end == Absence::None && m_inARow > 0 && (!MayPass(absence) || m_inARow >= kInARow))
+        m_end = absence;
 }
 
 Absence AbsenceOf(FetchResult::Stopped stopped, const CAPIErrorHandler& errors)

@@ -32,4 +32,21 @@ MORVUT_API const char* NameOf(Absence absence) noexcept;
 /// certain at once.
 MORVUT_API bool MayPass(Absence absence) noexcept;
 
+/// Whether a run over many clients goes on: it ends at once by what is certain, after three clients in a row by what
+/// may pass.
+class MORVUT_API Patience
+{
+public:
+    /// What came of the next client.
+    void Add(Absence absence) noexcept;
+    /// Why the run ends, and stays so; None: it goes on.
+    Absence GetEnd() const noexcept { return m_end; }
+    /// The last client met an absence.
+    bool IsDoubtful() const noexcept { return m_inARow > 0; }
+
+private:
+    int m_inARow = 0;
+    Absence m_end = Absence::None;
+};
+
 } // namespace HmrcApi

@@ -30,6 +30,7 @@ struct ClientFetch::Request
     CAuthorisationStore store;
     IEndpointOverride::ResponseType type = IEndpointOverride::Live;
     PracticeOptions options;
+    bool isAuthorised = false; // as the run knows already
     bool isTrust = false;
     CString nationalInsuranceNumber;
     CString utr;
@@ -62,7 +63,8 @@ constexpr Check kChecks[] = {
     {FetchResult::Stopped::NoRight, [](const Request&) { return TheUser().HMRCDataGetAllowed(true); }, 0},
     {FetchResult::Stopped::NotEnabled, [](const Request& r) { return r.options.isRetrievalEnabled; },
      IDS_HMRC_NOT_ENABLED},
-    {FetchResult::Stopped::NotAuthorised, [](const Request& r) { return r.store.HasAuthenticatedGatewayID(); },
+    {FetchResult::Stopped::NotAuthorised,
+     [](const Request& r) { return r.isAuthorised || r.store.HasAuthenticatedGatewayID(); },
      IDS_HMRC_NOT_ENABLED_FOR_USER},
     {FetchResult::Stopped::NoNINumber,
      [](const Request& r) { return !r.options.usesPayeInterface || !r.nationalInsuranceNumber.IsEmpty(); },
@@ -178,13 +180,14 @@ void NeedWriteLock()
         Quarry::CTransaction(Cellar::Intent::Write).Commit();
 }
 
-Request MakeRequest(ClientId client, const std::string& gatewayId, IEndpointOverride::ResponseType type)
+Request MakeRequest(ClientId client, const std::string& gatewayId, IEndpointOverride::ResponseType type, Desk* desk)
 {
     Request request;
     request.client = client;
     request.store = CAuthorisationStore(gatewayId);
     request.type = type;
-    request.options = ReadPracticeOptions();
+    request.options = desk ? desk->GetOptions() : ReadPracticeOptions();
+    request.isAuthorised = desk && desk->GetGrant();
     Brix::CClient list;
     if (list.Open({{0, client.Get()}})) {
         request.isTrust = IsTrust(list, false);
@@ -275,7 +278,7 @@ void ClientFetch::Prepare()
 bool ClientFetch::Begin()
 {
     Try([this] {
-        m_request = std::make_unique<Request>(MakeRequest(m_client, m_gatewayId, m_type));
+        m_request = std::make_unique<Request>(MakeRequest(m_client, m_gatewayId, m_type, m_desk));
         const bool usesPaye = m_request->options.usesPayeInterface;
         m_result.route = usesPaye ? FetchResult::Route::Paye : FetchResult::Route::Employments;
         m_result.groups = {{usesPaye ? CPAYEPrepop::kGroup : CEmploymentsPrepop::kGroup}, {CNICPrepop::kGroup}};

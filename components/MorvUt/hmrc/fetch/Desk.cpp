@@ -1,21 +1,71 @@
 #include "MorvUt/hmrc/fetch/Desk.h"
 
+#include <functional>
+#include <utility>
+
+#include "HmrcApi/oauth/StoredGrant.h"
+
 namespace HmrcApi
+{
+namespace
 {
 
 using Store = CAuthorisationStore;
 
+constexpr double kNearItsEnd = 120; // seconds; another program refreshes, or one of our clients, in the last of them
+
+} // namespace
+
 Desk::~Desk() = default;
+
+const PracticeOptions& Desk::GetOptions()
+{
+    if (!m_options)
+        m_options = ReadPracticeOptions();
+    return *m_options;
+}
+
+const CAuthorisationStore* Desk::GetGrant()
+{
+    const bool isGood = m_grant && m_grant->GetAuthorisationStatus() == Store::Authorised &&
+                        StoredGrant(*m_grant, {}).SecondsLeft() > kNearItsEnd;
+    return isGood ? &*m_grant : nullptr;
+}
+
+void Desk::KeepGrant(const CAuthorisationStore* grant)
+{
+    m_grant.reset();
+    if (grant)
+        m_grant.emplace(*grant);
+}
+
 DeskStore::~DeskStore() = default;
 DeskLogger::~DeskLogger() = default;
 
+template<class Work, class IsKept>
+auto DeskStore::KeptAtDesk(Work work, IsKept isKept)
+{
+    return AtDesk([&] {
+        const auto result = work();
+        m_desk.KeepGrant(isKept(result) ? this : nullptr);
+        return result;
+    });
+}
+
 bool DeskStore::LoadTokens()
 {
-    return AtDesk([this] { return Store::LoadTokens(); });
+    return KeptAtDesk(
+        [this] {
+            const CAuthorisationStore* const known = std::exchange(m_isFirst, false) ? m_desk.GetGrant() : nullptr;
+            if (known)
+                TakeRow(*known);
+            return known || Store::LoadTokens();
+        },
+        std::identity());
 }
 bool DeskStore::UpdateTokens()
 {
-    return AtDesk([this] { return Store::UpdateTokens(); });
+    return KeptAtDesk([this] { return Store::UpdateTokens(); }, std::identity());
 }
 bool DeskStore::LockStore()
 {
@@ -31,11 +81,11 @@ bool DeskStore::HasAuthenticatedGatewayID() const
 }
 DeskStore::Update DeskStore::UpdateLoaded()
 {
-    return AtDesk([this] { return Store::UpdateLoaded(); });
+    return KeptAtDesk([this] { return Store::UpdateLoaded(); }, [](Update result) { return result == Update::Done; });
 }
 bool DeskStore::UpdateConsent()
 {
-    return AtDesk([this] { return Store::UpdateConsent(); });
+    return KeptAtDesk([this] { return Store::UpdateConsent(); }, std::identity());
 }
 bool DeskStore::Rehearse()
 {

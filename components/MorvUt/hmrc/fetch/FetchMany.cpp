@@ -14,7 +14,6 @@ namespace
 {
 
 constexpr std::size_t kInHand = 16;  // clients begun and not ended: the first of them may take long
-constexpr int kInARow = 3;           // clients, before an absence that may pass counts as one that lasts
 constexpr unsigned kPatience = 5000; // milliseconds that requests have once the user has cancelled
 
 class ManyFetches
@@ -30,6 +29,7 @@ public:
         for (;;) {
             m_workers.DoWhatIsLeft();
             Begin();
+            m_fetched.ended = m_patience.GetEnd();
             if (m_inHand.empty())
                 return m_fetched;
             if (!m_inHand.front().isAsked) {
@@ -40,6 +40,7 @@ public:
             m_inHand.pop_front();
             Note(result);
             each(m_fetched.done++, result);
+            m_fetched.ended = m_patience.GetEnd();
             if (m_fetched.ended == Absence::Unusable)
                 return m_fetched; // those under way could not be written either: they are as good as not asked about
         }
@@ -77,10 +78,10 @@ private:
 
     bool MayBegin()
     {
-        if (m_begun == m_clients.size() || m_fetched.ended != Absence::None || m_inHand.size() >= kInHand)
+        if (m_begun == m_clients.size() || m_patience.GetEnd() != Absence::None || m_inHand.size() >= kInHand)
             return false;
         if (m_options.cancelled && m_options.cancelled()) {
-            m_fetched.ended = Absence::Cancelled;
+            m_patience.Add(Absence::Cancelled);
             return false;
         }
         return m_inHand.empty() || !IsDoubtful();
@@ -88,7 +89,7 @@ private:
 
     bool IsDoubtful() const
     {
-        if (m_inARow > 0)
+        if (m_patience.IsDoubtful())
             return true;
         for (const UnderWay& each : m_inHand)
             if (each.isAsked && AbsenceOf(each.fetch->GetResult()) != Absence::None)
@@ -105,16 +106,14 @@ private:
         } else if (absence == Absence::None) {
             return; // of whom nothing was asked tells nothing
         }
-        m_inARow = absence == Absence::None ? 0 : m_inARow + 1;
-        if (m_fetched.ended == Absence::None && m_inARow > 0 && (!MayPass(absence) || m_inARow >= kInARow))
-            m_fetched.ended = absence;
+        m_patience.Add(absence);
     }
 
     const std::vector<ClientId>& m_clients;
     const std::string& m_gatewayId;
     const ManyOptions& m_options;
     std::size_t m_begun = 0;
-    int m_inARow = 0;
+    Patience m_patience;
     ManyFetched m_fetched;
     std::deque<UnderWay> m_inHand; // in the order of the clients; references to its elements stay good
     SharedTurns m_turns;

@@ -40,6 +40,8 @@ struct ManyOptions
 /// where that is certain, else after three clients in a row. Once one of them makes it doubtful whether HMRC, or the
 /// practice, is there, no more are begun until those under way say otherwise.
 ///
+/// The practice's options are read once, and its authority while the access token lasts and HMRC takes it.
+///
 /// The process takes its turns at HMRC from the practice's row (TakeSharedSecond) meanwhile. No wait window is shown.
 /// `each` may throw; who is under way is waited for then.
 MORVUT_API ManyFetched FetchManyFromHmrc(const std::vector<ClientId>& clients, const std::string& gatewayId,

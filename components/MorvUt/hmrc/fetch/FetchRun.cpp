@@ -4,7 +4,6 @@
 
 #include "Brix/Records.h"
 #include "Cellar/BufferedRowList.h"
-#include "Cellar/DatabaseError.h"
 #include "Quarry/Session.h"
 
 namespace HmrcApi
@@ -33,12 +32,7 @@ std::optional<COleDateTime> FindRun(Cellar::CConnection& connection, long year)
 void BeginAnew(Cellar::CConnection& connection, long year, const COleDateTime& now)
 {
     connection.ExecuteDirectf(kDeleteRun, year);
-    try {
-        connection.ExecuteDirectf(kInsertRun, year, now);
-    } catch (const Cellar::DatabaseError& error) {
-        if (error.GetCategory() != Cellar::DatabaseError::Category::DuplicateKey) // else another began just now
-            throw;
-    }
+    connection.AddUnlessThere(kInsertRun, year, now); // where another began just now
 }
 
 } // namespace

@@ -1,7 +1,5 @@
 #include "MorvUt/context/singletons/ClientSingleton.h"
 
-#include <gtest/gtest.h>
-
 #include "support/Practice.h"
 
 using namespace Brix;

@@ -1,7 +1,5 @@
 // The caches of year, user and options.
 
-#include <gtest/gtest.h>
-
 #include "MorvUt/context/singletons/OptionsSingleton.h"
 #include "MorvUt/context/singletons/UserSingleton.h"
 #include "MorvUt/context/singletons/YearSingleton.h"

@@ -1,7 +1,5 @@
 #include <dlfcn.h>
 
-#include <gtest/gtest.h>
-
 #include "MorvUt/context/singletons/ClientSingleton.h"
 #include "support/Practice.h"
 

@@ -1,11 +1,8 @@
 #include "MorvUt/context/status/ClientStatus.h"
 
-#include <gtest/gtest.h>
-
 #include "Brix/Records.h"
 #include "MorvUt/context/status/StatusView.h"
 #include "StatusTest.h"
-#include "support/Case.h"
 
 namespace
 {

@@ -2,11 +2,8 @@
 
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "MorvUt/users/UserData.h"
 #include "Quarry/Session.h"
-#include "support/Case.h"
 #include "support/Practice.h"
 
 namespace

@@ -1,7 +1,5 @@
 #include "MorvUt/context/status/StatusView.h"
 
-#include <gtest/gtest.h>
-
 #include <random>
 
 #include "MorvUt/context/ClientView.h"

@@ -14,7 +14,6 @@
 #include "MorvUt/hmrc/HmrcTest.h"
 #include "MorvUt/users/locks/Holder.h"
 #include "Shellkit/ProcessMark.h"
-#include "support/Case.h"
 
 namespace
 {
@@ -233,14 +232,8 @@ TEST_P(AuthorisationStore, UnlocksItsOwnRowOnly)
 TEST_P(AuthorisationStore, ClearsALockThatWasLeftBehind)
 {
     constexpr char kLongName[] = "PRACTICE-RECEPT"; // -1, -2
-    const struct
-    {
-        std::optional<int> age; // seconds
-        const char* workstation;
-        std::optional<int> session;
-        bool isCleared;
-        const char* why;
-    } rows[] = {
+    // age in seconds, workstation, session, whether it is cleared
+    const ::Test::Row<std::optional<int>, const char*, std::optional<int>, bool> rows[] = {
         {140, "DESK2", std::nullopt, false, "a refresh may still be under way"},
         {160, "DESK2", std::nullopt, true, "longer than a refresh lasts"},
         {-3600, "DESK2", std::nullopt, false, "the database's clock was set back"},
@@ -266,17 +259,16 @@ TEST_P(AuthorisationStore, ClearsALockThatWasLeftBehind)
     Shellkit::ProcessMark running, elsewhere;
     ASSERT_TRUE(running.Set(Locks::MarkName(Quarry::GetConnection(), "MorvUt.TokenLock", "7", 8004712)));
     ASSERT_TRUE(elsewhere.Set(Locks::MarkName(*other, "MorvUt.TokenLock", "7", 8004713)));
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        Afx::SetComputerName(std::string_view(row.workstation) == "DESK2" ? "DESK1" : row.workstation);
+    for (const auto& [age, workstation, session, isCleared, why] : rows) {
+        SCOPED_TRACE(why);
+        Afx::SetComputerName(std::string_view(workstation) == "DESK2" ? "DESK1" : workstation);
         Script("DELETE FROM MTDAuthorisationLock; DELETE FROM MTDLog;");
         Sql("INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID, strUserID, dtLocked, strWorkstation, ConnectionID) "
             "VALUES (7, 'BOB', %t, %s, %d)",
-            row.age ? UtcBefore(*row.age) : Cellar::Value(), row.workstation,
-            row.session ? Cellar::Value(*row.session) : Cellar::Value());
-        EXPECT_EQ(CAuthorisationStore(kGateway).LockStore(), row.isCleared);
+            age ? UtcBefore(*age) : Cellar::Value(), workstation, session ? Cellar::Value(*session) : Cellar::Value());
+        EXPECT_EQ(CAuthorisationStore(kGateway).LockStore(), isCleared);
         EXPECT_EQ(Query("SELECT strUserID, (SELECT strEvent FROM MTDLog) FROM MTDAuthorisationLock"),
-                  row.isCleared ? "ANNA|LockCleared" : "BOB|-");
+                  isCleared ? "ANNA|LockCleared" : "BOB|-");
     }
     auto& connection = Quarry::GetConnection();
     EXPECT_FALSE(

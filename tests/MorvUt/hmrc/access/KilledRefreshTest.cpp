@@ -5,8 +5,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <gtest/gtest.h>
-
 #include "HmrcApi/Fakes.h"
 #include "support/Practice.h"
 

@@ -1,7 +1,5 @@
 // Scope, base addresses, credentials and the log.
 
-#include <gtest/gtest.h>
-
 #include "Afx/system/Computer.h"
 #include "MorvUt/hmrc/access/ClientData.h"
 #include "MorvUt/hmrc/access/LogKeeping.h"
@@ -10,7 +8,6 @@
 #include "MorvUt/hmrc/access/Scope.h"
 #include "MorvUt/hmrc/HmrcTest.h"
 #include "Shellkit/Registry.h"
-#include "support/Case.h"
 
 using HmrcApi::CClientData;
 using HmrcScope = HmrcTest;
@@ -23,21 +20,16 @@ TEST_P(HmrcScope, FollowsTheInterfaceAndTheDiagnosis)
     const std::string paye = "read:marriage-allowance read:national-insurance read:individual-paye";
     const std::string four = "read:marriage-allowance read:national-insurance read:individual-benefits "
                              "read:individual-employment read:individual-income read:individual-tax";
-    const struct
-    {
-        int interface;
-        bool hello;
-        std::string scope;
-        const char* why;
-    } rows[] = {
+    // nPAYEInterface, diagnosis, scope
+    const ::Test::Row<int, bool, std::string> rows[] = {
         {1, false, paye, "single interface"},        {0, false, four, "individual interfaces"},
         {2, false, four, "anything but 1"},          {1, true, paye + " hello", "diagnosis"},
         {0, true, four + " hello", "seven entries"},
     };
-    for (const auto& row : rows) {
-        Sql("UPDATE BRIXOptions SET nPAYEInterface = %d", row.interface);
-        CRegistry().SetInt("DbgHMRCEnableHelloScope", row.hello ? 1 : 0);
-        EXPECT_EQ(HmrcApi::CScope().GetScope(), row.scope) << row.why;
+    for (const auto& [interface, hello, scope, why] : rows) {
+        Sql("UPDATE BRIXOptions SET nPAYEInterface = %d", interface);
+        CRegistry().SetInt("DbgHMRCEnableHelloScope", hello ? 1 : 0);
+        EXPECT_EQ(HmrcApi::CScope().GetScope(), scope) << why;
     }
     Sql("DELETE FROM BRIXOptions");
     EXPECT_EQ(HmrcApi::CScope().GetScope(), four + " hello") << "no options record";
@@ -46,12 +38,8 @@ TEST_P(HmrcScope, FollowsTheInterfaceAndTheDiagnosis)
 TEST(HmrcClientData, SelectsTheServicesByTheSettingOrALoopbackServerOnRequest)
 {
     const std::string production = "https://api.service.hmrc.gov.uk/", test = "https://test-api.service.hmrc.gov.uk/";
-    const struct
-    {
-        const char* setting; // null: none
-        std::string loopback, base;
-        const char* why;
-    } rows[] = {
+    // the setting, the loopback address, the base
+    const ::Test::Row<const char*, std::string, std::string> rows[] = {
         {nullptr, "", production, "nothing set"},
         {"1", "", production, "production"},
         {"2", "", test, "test"},
@@ -64,15 +52,15 @@ TEST(HmrcClientData, SelectsTheServicesByTheSettingOrALoopbackServerOnRequest)
         {"1", "http://127.0.0.1.example.com/", production, "a host that begins like one"},
         {"1", "http://user@example.com:80/127.0.0.1", production, "a path that ends like one"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        const bool isSandbox = row.base != production && row.base != test;
-        CRegistry().SetString("HMRCEndPoint", row.setting);
+    for (const auto& [setting, loopback, base, why] : rows) {
+        SCOPED_TRACE(why);
+        const bool isSandbox = base != production && base != test;
+        CRegistry().SetString("HMRCEndPoint", setting);
         ASSERT_TRUE(CClientData::SetLoopbackOverride({}));
-        EXPECT_EQ(CClientData::SetLoopbackOverride(row.loopback), isSandbox || row.loopback.empty());
+        EXPECT_EQ(CClientData::SetLoopbackOverride(loopback), isSandbox || loopback.empty());
         CClientData data;
-        EXPECT_EQ(data.GetAuthenticationEndpoint(), row.base);
-        EXPECT_EQ(data.GetAPIEndpoint(), row.base);
+        EXPECT_EQ(data.GetAuthenticationEndpoint(), base);
+        EXPECT_EQ(data.GetAPIEndpoint(), base);
         EXPECT_EQ(data.GetId() == "morvut-sandbox", isSandbox);
         EXPECT_EQ(data.GetSecret() == "morvut-sandbox-secret", isSandbox);
     }

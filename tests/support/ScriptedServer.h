@@ -1,6 +1,6 @@
 #pragma once
 
-// A server that answers by a script, behind the driver manager; see odbcfake.
+// A server that answers by a script, behind the driver manager; see Cellar/odbcfake.
 
 #include <filesystem>
 #include <fstream>
@@ -9,7 +9,11 @@
 #include <string>
 #include <vector>
 
-#include "CellarTestSupport.h"
+#include "Cellar/Connection.h"
+#include "support/Test.h"
+
+namespace Test
+{
 
 class ScriptedServer
 {
@@ -17,22 +21,24 @@ public:
     /// Takes the place of the one before.
     explicit ScriptedServer(const std::string& script = {})
     {
-        ::Test::WriteFile("script", script);
-        for (const std::string& old : {Library(), ::Test::TempDir() + "/record"})
+        WriteFile("script", script);
+        for (const std::string& old : {Library(), TempDir() + "/record"})
             std::filesystem::remove(old);
         std::filesystem::create_symlink(CELLAR_ODBC_FAKE, Library()); // by whose name it is known for SQL Server
     }
 
-    std::unique_ptr<CConnection> Open() const
+    /// Its connection text, without user and password.
+    static std::string Text()
     {
-        const std::string folder = ::Test::TempDir();
-        return CConnection::Open(("odbc:Driver=" + Library() + ";Script=" + folder + "/script;Record=" + folder +
-                                  "/record;UID=alice;PWD={pass;w}}rd-17}")
-                                     .c_str());
+        return "odbc:Driver=" + Library() + ";Script=" + TempDir() + "/script;Record=" + TempDir() + "/record";
+    }
+    std::unique_ptr<Cellar::CConnection> Open() const
+    {
+        return Cellar::CConnection::Open((Text() + ";UID=alice;PWD={pass;w}}rd-17}").c_str());
     }
 
     /// All calls so far, one a line.
-    static std::string Record() { return ::Test::ReadFile(::Test::TempDir() + "/record"); }
+    static std::string Record() { return ReadFile(TempDir() + "/record"); }
     /// The lines of the record that begin so, without that beginning.
     static std::vector<std::string> Lines(const std::string& beginning)
     {
@@ -45,5 +51,7 @@ public:
     }
 
 private:
-    static std::string Library() { return ::Test::TempDir() + "/ODBC Driver for SQL Server.so"; }
+    static std::string Library() { return TempDir() + "/ODBC Driver for SQL Server.so"; }
 };
+
+} // namespace Test
