@@ -23,6 +23,8 @@
 #include "MorvUt/context/status/StatusRules.h"
 #include "MorvUt/context/status/StatusView.h"
 #include "MorvUt/context/TrackerTypes.h"
+#include "MorvUt/enquiries/dialogs/ClientEnquiriesListDlg.h"
+#include "MorvUt/enquiries/dialogs/ClientEnquiryDlg.h"
 #include "MorvUt/enquiries/rules/EnquiryDraft.h"
 #include "MorvUt/enquiries/rules/EnquiryList.h"
 #include "MorvUt/enquiries/rules/EnquirySettings.h"
