@@ -758,7 +758,7 @@ void CGrid::OnKillFocus(CWnd* newFocus)
 bool CGrid::OnCommand(WPARAM wParam, LPARAM lParam)
 {
     const bool fromEditor = m_editor && lParam == reinterpret_cast<LPARAM>(m_editor);
-    const auto code = static_cast<unsigned>(wParam >> 16 & 0xFFFF);
+    const auto code = static_cast<unsigned>(wParam >> Afx::kCommandIdBits & Afx::kCommandIdMask);
     const bool loses = dynamic_cast<CComboBox*>(m_editor) ? code == CBN_KILLFOCUS : code == EN_KILLFOCUS;
     if (fromEditor && loses && !m_ending) {
         if (EndEdit())

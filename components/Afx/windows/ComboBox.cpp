@@ -9,8 +9,7 @@
 namespace
 {
 
-constexpr unsigned kBackspace = 8;
-constexpr int kPage = 10;
+constexpr int kChoicesOfAPage = 10;
 
 } // namespace
 
@@ -147,10 +146,10 @@ bool CComboBox::OnKey(unsigned key, unsigned modifiers)
         Choose(std::max(m_selected - 1, 0));
         return true;
     case VK_NEXT:
-        Choose(std::min(m_selected + kPage, last));
+        Choose(std::min(m_selected + kChoicesOfAPage, last));
         return true;
     case VK_PRIOR:
-        Choose(std::max(m_selected - kPage, 0));
+        Choose(std::max(m_selected - kChoicesOfAPage, 0));
         return true;
     case VK_HOME:
     case VK_END:
@@ -174,7 +173,7 @@ bool CComboBox::OnKey(unsigned key, unsigned modifiers)
 void CComboBox::OnChar(unsigned character, unsigned repeat, unsigned)
 {
     std::string typed;
-    if (character != kBackspace && character >= ' ')
+    if (character != VK_BACK && character >= ' ')
         Afx::AppendUtf8(typed, character);
     if (!m_editable) {
         if (!typed.empty())
@@ -183,7 +182,7 @@ void CComboBox::OnChar(unsigned character, unsigned repeat, unsigned)
     }
     CString text = Text();
     for (; repeat > 0; --repeat)
-        if (character != kBackspace) {
+        if (character != VK_BACK) {
             text += typed;
         } else {
             while (!text.IsEmpty() && Afx::ContinuesCharacter(text.GetAt(text.GetLength() - 1)))

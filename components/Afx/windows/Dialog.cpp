@@ -14,7 +14,6 @@ namespace
 {
 
 constexpr int kFailed = -1;
-constexpr WPARAM kIdMask = 0xFFFF;
 
 /// The dialogs that wait for the user, the one before all last. Never destroyed.
 std::vector<CDialog*>& Modal()
@@ -184,7 +183,7 @@ bool CDialog::OnCommand(WPARAM wParam, LPARAM lParam)
     if (CWnd::OnCommand(wParam, lParam))
         return true;
     const bool isInside = GetParent() != nullptr; // OK and Cancel are those of the dialog around it
-    switch (wParam & kIdMask) {
+    switch (wParam & Afx::kCommandIdMask) {
     case IDOK:
         if (!isInside)
             OnOK();

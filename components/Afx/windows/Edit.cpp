@@ -8,7 +8,7 @@
 namespace
 {
 
-constexpr unsigned kBackspace = 8, kLineFeed = 10, kDelete = 127;
+constexpr unsigned kLineFeed = 10, kDelete = 127;
 
 bool IsControl(unsigned character) noexcept { return character < ' ' || character == kDelete; }
 
@@ -67,7 +67,7 @@ void CEdit::OnChar(unsigned character, unsigned repeat, unsigned)
     if (m_readOnly)
         return;
     for (; repeat > 0; --repeat)
-        if (character == kBackspace)
+        if (character == VK_BACK)
             Erase();
         else if (!IsControl(character) || (character == kLineFeed && m_multiLine))
             Insert(character);

@@ -6,7 +6,7 @@
 namespace
 {
 
-constexpr int kPage = 10;
+constexpr int kRowsOfAPage = 10;
 constexpr std::uint32_t kColour = 0x00FFFFFF, kOpaque = 0xFF000000;
 
 } // namespace
@@ -219,10 +219,10 @@ bool CListCtrl::OnKey(unsigned key, unsigned modifiers)
         to = m_focused + 1;
         break;
     case VK_PRIOR:
-        to = m_focused - kPage;
+        to = m_focused - kRowsOfAPage;
         break;
     case VK_NEXT:
-        to = m_focused + kPage;
+        to = m_focused + kRowsOfAPage;
         break;
     case VK_HOME:
         to = 0;

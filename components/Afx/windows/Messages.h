@@ -56,6 +56,10 @@ inline constexpr unsigned BN_CLICKED = 0, EN_SETFOCUS = 0x100, EN_KILLFOCUS = 0x
 namespace Afx
 {
 
+/// The id of a command is the lowest bits of its first parameter, the notification stands above them.
+inline constexpr unsigned kCommandIdBits = 16;
+inline constexpr WPARAM kCommandIdMask = 0xFFFF;
+
 /// Keys held down with another one; they add up.
 enum Modifier : unsigned
 {

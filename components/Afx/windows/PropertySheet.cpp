@@ -9,8 +9,8 @@ namespace
 
 constexpr unsigned kTabsId = 0x3020, kFirstPageId = 0x3030;
 // Dialog units.
-constexpr int kGap = 7, kTabsHeight = 18, kButtonWidth = 50, kButtonHeight = 14,
-              kLeastWidth = 3 * (kButtonWidth + kGap);
+constexpr int kSheetGap = 7, kTabsHeight = 18, kButtonWidth = 50, kButtonHeight = 14,
+              kLeastWidth = 3 * (kButtonWidth + kSheetGap);
 
 } // namespace
 
@@ -165,10 +165,11 @@ bool CPropertySheet::OnInitDialog()
     m_cancel.CWnd::Create(this, IDCANCEL);
     m_apply.CWnd::Create(this, ID_APPLY_NOW);
     m_apply.EnableWindow(false);
-    m_tabs.MoveWindow({kGap, kGap, kGap + largest.cx, kGap + kTabsHeight + largest.cy});
+    m_tabs.MoveWindow({kSheetGap, kSheetGap, kSheetGap + largest.cx, kSheetGap + kTabsHeight + largest.cy});
     for (CPropertyPage* const page : m_pages)
-        page->MoveWindow({kGap, kGap + kTabsHeight, kGap + largest.cx, kGap + kTabsHeight + largest.cy});
-    PlaceButtons(largest.cx + 2 * kGap, largest.cy + kTabsHeight + 3 * kGap + kButtonHeight);
+        page->MoveWindow(
+            {kSheetGap, kSheetGap + kTabsHeight, kSheetGap + largest.cx, kSheetGap + kTabsHeight + largest.cy});
+    PlaceButtons(largest.cx + 2 * kSheetGap, largest.cy + kTabsHeight + 3 * kSheetGap + kButtonHeight);
     ShowPage(GetPage(m_active) ? m_active : 0);
     CWnd* const first = GetActivePage() ? GetActivePage()->GetNextDlgTabItem(nullptr) : nullptr;
     if (first)
@@ -179,12 +180,12 @@ bool CPropertySheet::OnInitDialog()
 void CPropertySheet::PlaceButtons(int width, int height)
 {
     MoveWindow({GetRect().left, GetRect().top, GetRect().left + width, GetRect().top + height});
-    int right = width - kGap;
+    int right = width - kSheetGap;
     for (CButton* const button : {&m_apply, &m_cancel, &m_ok}) {
         if (!button->IsShown())
             continue;
-        button->MoveWindow({right - kButtonWidth, height - kGap - kButtonHeight, right, height - kGap});
-        right -= kButtonWidth + kGap;
+        button->MoveWindow({right - kButtonWidth, height - kSheetGap - kButtonHeight, right, height - kSheetGap});
+        right -= kButtonWidth + kSheetGap;
     }
 }
 

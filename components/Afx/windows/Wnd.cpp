@@ -15,9 +15,6 @@ namespace
 
 CWnd* g_focus = nullptr;
 
-constexpr unsigned kIdBits = 16; // of a command's first parameter
-constexpr WPARAM kIdMask = 0xFFFF;
-
 int g_eventsRunning = 0;
 
 /// Windows that ended while an event ran. Never destroyed itself: nothing is torn down by static destruction.
@@ -332,7 +329,7 @@ void CWnd::DeliverChar(unsigned character, unsigned repeat)
 bool CWnd::DeliverCommand(unsigned id, unsigned notification)
 {
     const Afx::RunningEvent event;
-    return TakesInput() && OnCommand(WPARAM{notification} << kIdBits | id, 0);
+    return TakesInput() && OnCommand(WPARAM{notification} << Afx::kCommandIdBits | id, 0);
 }
 
 bool CWnd::DeliverNotify(unsigned code)
@@ -350,7 +347,8 @@ bool CWnd::DeliverNotify(unsigned code)
 
 bool CWnd::NotifyParent(unsigned notification)
 {
-    return m_parent && m_parent->OnCommand(WPARAM{notification} << kIdBits | m_id, reinterpret_cast<LPARAM>(this));
+    return m_parent &&
+           m_parent->OnCommand(WPARAM{notification} << Afx::kCommandIdBits | m_id, reinterpret_cast<LPARAM>(this));
 }
 
 void CWnd::MakePeers()
@@ -397,8 +395,8 @@ void CWnd::OnKillFocus(CWnd*) {}
 bool CWnd::OnCommand(WPARAM wParam, LPARAM)
 {
     Afx::MapMessage message;
-    message.id = static_cast<unsigned>(wParam & kIdMask);
-    message.code = static_cast<unsigned>(wParam >> kIdBits & kIdMask);
+    message.id = static_cast<unsigned>(wParam & Afx::kCommandIdMask);
+    message.code = static_cast<unsigned>(wParam >> Afx::kCommandIdBits & Afx::kCommandIdMask);
     return OnMapped(message);
 }
 

@@ -77,7 +77,7 @@ TEST(Percentages, OfWholePenceGiveEveryAmountAgain)
 {
     std::mt19937_64 random(7);
     for (int round = 0; round < 20'000; ++round) {
-        const std::size_t count = 2 + random() % 39;
+        const auto count = static_cast<std::size_t>(2 + random() % 39);
         // Small totals as often as large ones.
         const auto total = static_cast<std::int64_t>(random() % 10'000'000'000 >> random() % 33) + 1;
         std::vector<CAmt> amounts(count), again(count);

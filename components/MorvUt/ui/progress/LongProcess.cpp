@@ -14,7 +14,7 @@
 namespace
 {
 
-constexpr int kMinute = 60, kHour = 3600, kDay = 86'400; // in seconds
+constexpr int kOneMinute = 60, kOneHour = 3600, kOneDay = 86'400; // seconds
 
 /// `value` cut to a whole number, and to what fits.
 int Clamped(double value) noexcept
@@ -70,8 +70,8 @@ void CLongProcess::RoundSecondsToGo(int& seconds) noexcept
     {
         int from, unit;
     } kUnits[] = {
-        {6 * kHour, kHour},     {2 * kHour, kHour / 2},     {kHour, kHour / 4},
-        {6 * kMinute, kMinute}, {2 * kMinute, kMinute / 2}, {kMinute, kMinute / 4},
+        {6 * kOneHour, kOneHour},     {2 * kOneHour, kOneHour / 2},     {kOneHour, kOneHour / 4},
+        {6 * kOneMinute, kOneMinute}, {2 * kOneMinute, kOneMinute / 2}, {kOneMinute, kOneMinute / 4},
     };
     for (const auto& row : kUnits)
         if (seconds >= row.from)
@@ -87,8 +87,8 @@ void CLongProcess::RoundTime(int& seconds, int unit) noexcept
 CString CLongProcess::FormatTimeRemaining(int seconds)
 {
     // One day reads " 1 days", as it always has.
-    return LibraryText(IDS_TIME_REMAINING) + CountOf(seconds / kDay, IDS_TIME_DAYS, IDS_TIME_DAYS) +
-           CountOf(seconds / kHour - seconds / kDay * 24, IDS_TIME_HOUR, IDS_TIME_HOURS) +
-           CountOf(seconds / kMinute - seconds / kHour * 60, IDS_TIME_MINUTE, IDS_TIME_MINUTES) +
-           CountOf(seconds % kMinute, IDS_TIME_SECOND, IDS_TIME_SECONDS);
+    return LibraryText(IDS_TIME_REMAINING) + CountOf(seconds / kOneDay, IDS_TIME_DAYS, IDS_TIME_DAYS) +
+           CountOf(seconds / kOneHour - seconds / kOneDay * 24, IDS_TIME_HOUR, IDS_TIME_HOURS) +
+           CountOf(seconds / kOneMinute - seconds / kOneHour * 60, IDS_TIME_MINUTE, IDS_TIME_MINUTES) +
+           CountOf(seconds % kOneMinute, IDS_TIME_SECOND, IDS_TIME_SECONDS);
 }
