@@ -19,7 +19,8 @@ namespace
 
 struct ClientArguments
 {
-    std::string practice, client, partnership;
+    std::string practice;
+    WhoArguments who;
     std::string code, name, kind = "individual", nino, utr;
     bool withStatus = false;
 };
@@ -92,8 +93,7 @@ void Show(const ClientArguments& arguments, const CommonOptions& options)
 {
     const PracticeSession session(arguments.practice, options, Login::Needed);
     const short year = GetCurrentRealTaxYear();
-    const ClientView client =
-        arguments.client.empty() ? PartnershipOf(arguments.partnership) : ClientOf(arguments.client);
+    const ClientView client = arguments.who.Find();
     HmrcApi::ReturnYear own; // these are clients'
     HmrcApi::StagedYear staged;
     if (!client.IsPartnership()) {
@@ -145,11 +145,7 @@ void AddClientCommands(CLI::App& app, Program& program)
 
     CLI::App* show = client->add_subcommand("show", "One client: status, schedules, staged records");
     show->add_option("practice", arguments->practice, "The practice")->required();
-    CLI::Option_group* who = show->add_option_group("who");
-    AddClientOption(*who, arguments->client);
-    who->add_option("--partnership", arguments->partnership, "Partnership (code, or number in the list)")
-        ->check(NotEmpty());
-    who->require_option(1);
+    AddWhoOptions(*show, arguments->who, true);
     show->callback([=, &program] { Show(*arguments, program.options); });
 
     CLI::App* add = client->add_subcommand("add", "Add a client or partnership; its identifiers are checked");

@@ -18,6 +18,8 @@ struct Program
 
 void AddPracticeCommands(CLI::App& app, Program& program);
 void AddClientCommands(CLI::App& app, Program& program);
+void AddEnquiryCommands(CLI::App& app, Program& program);
+void AddYearCommands(CLI::App& app, Program& program);
 void AddUserCommands(CLI::App& app, Program& program);
 void AddHmrcCommands(CLI::App& app, Program& program);
 void AddGatewayCommands(CLI::App& app, Program& program);

@@ -45,4 +45,14 @@ CLI::Option* AddClientOption(CLI::App& command, std::string& codeOrId)
     return command.add_option("--client", codeOrId, "Client (code, or number in the list)")->check(NotEmpty());
 }
 
+ClientView WhoArguments::Find() const { return client.empty() ? PartnershipOf(partnership) : ClientOf(client); }
+
+void AddWhoOptions(CLI::App& command, WhoArguments& who, bool isNeeded)
+{
+    CLI::Option_group* group = command.add_option_group("who");
+    AddClientOption(*group, who.client);
+    group->add_option("--partnership", who.partnership, "Partnership (code, or number in the list)")->check(NotEmpty());
+    group->require_option(isNeeded ? 1 : 0, 1);
+}
+
 } // namespace Morv

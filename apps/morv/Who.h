@@ -22,4 +22,16 @@ std::vector<ClientView> ListPeople();
 /// --client, read into `codeOrId`.
 CLI::Option* AddClientOption(CLI::App& command, std::string& codeOrId);
 
+/// A client or a partnership, as --client and --partnership name them.
+struct WhoArguments
+{
+    std::string client, partnership;
+
+    bool IsAnyone() const { return !client.empty() || !partnership.empty(); }
+    /// Throws CommandError when there is none.
+    ClientView Find() const;
+};
+/// The two options, one of which must stand there; or none, for everybody.
+void AddWhoOptions(CLI::App& command, WhoArguments& who, bool isNeeded);
+
 } // namespace Morv

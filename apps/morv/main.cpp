@@ -152,6 +152,8 @@ int main(int argc, char** argv)
     AddCommonOptions(app, program.options);
     AddPracticeCommands(app, program);
     AddClientCommands(app, program);
+    AddEnquiryCommands(app, program);
+    AddYearCommands(app, program);
     AddUserCommands(app, program);
     AddHmrcCommands(app, program);
     AddGatewayCommands(app, program);

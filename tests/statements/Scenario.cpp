@@ -173,6 +173,31 @@ void GoOnFromOtherIds()
         connection.Script(move);
 }
 
+/// Of a new owner with a source that has one a year before; into 2004, and then into 2005.
+template<class Owner>
+void CarryWorkForward(bool isPartnership)
+{
+    Cellar::CConnection& connection = Quarry::GetConnection();
+    auto row = NewRow<Owner>();
+    row.Update();
+    const TrackerOwner owner{row.GetID(), isPartnership};
+    CSource source;
+    for (const short year : std::array<short, 2>{2003, 2004}) {
+        source.AddNew();
+        source.SetSourceID(year + (isPartnership ? 10'000 : 0));
+        SetOwner(source, owner);
+        source.SetYear(year);
+        source.SetSourceTypeID(2);
+        source.SetDescription("Books");
+    }
+    source.UpdateAll();
+    for (const long tracker : {0, 4})
+        CopyDefaultSourceToSource(connection, source.GetSourceID(), tracker, 2, true, 2004, false);
+    int created = 0;
+    CarryForwardSources(connection, created, 2005, owner.id, isPartnership);
+    CarryForwardClientEnquiresAndTrackerSources(connection, owner.id, 2005, isPartnership);
+}
+
 std::string Catalog(std::size_t tables, std::size_t columnsOfTheLast)
 {
     std::string script = "on SELECT TABLE_NAME, COLUMN_NAME*\ncolumns TABLE_NAME:nvarchar COLUMN_NAME:nvarchar\n";
@@ -232,6 +257,8 @@ std::vector<std::string> SendEverything(std::unique_ptr<Cellar::CConnection> con
         KeepTokens();
         FetchForEverybody();
         ThinTheLog();
+        CarryWorkForward<CClient>(false);
+        CarryWorkForward<CPartnership>(true);
         LockTables();
         GoOnFromOtherIds();
         LockUsersAndFeatures();
@@ -258,6 +285,10 @@ std::string WholePractice()
            "ConnectionID:int dtNow:datetime2\n"
            "on SELECT nextval(*\ncolumns n:int\nrow 33\n"
            "on SELECT NEXT VALUE FOR*\ncolumns n:int\nrow 33\n"
+           "on SELECT clientid,*\ntimes 1\ncolumns clientid:int pclientid:int SourceTypeID:int Description:nvarchar\n"
+           "row 1|null|2|Books\n"
+           "on SELECT clientid,*\ncolumns clientid:int pclientid:int SourceTypeID:int Description:nvarchar\n"
+           "row null|1|2|Books\n"
            "on SELECT MAX(*\ncolumns n:int\nrow 3\n"
            "on SELECT *lid* FROM *mtdauthorisation* WHERE strGatewayID*\ncolumns lID:int\nrow 7\n"
            "on SELECT *lID* FROM [MTDAuthorisation] WHERE strGatewayID*\ncolumns lID:int\nrow 7\n"

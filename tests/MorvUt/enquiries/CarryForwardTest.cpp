@@ -1,0 +1,200 @@
+#include "MorvUt/enquiries/tracker/CarryForward.h"
+
+#include <array>
+
+#include <gtest/gtest.h>
+
+#include "MorvUt/context/TrackerTypes.h"
+#include "MorvUt/enquiries/rules/SourceCreation.h"
+#include "MorvUt/enquiries/tracker/TaxReference.h"
+#include "Quarry/NewId.h"
+#include "RandomOwners.h"
+#include "support/Case.h"
+#include "support/Practice.h"
+
+namespace
+{
+
+using ::Test::Practice;
+
+class CarryForward : public ::Test::OnDatabase, protected Practice
+{
+protected:
+    CarryForward() { SeedTrackerTypes(); }
+    static Cellar::CConnection& Database() { return Quarry::GetConnection(); }
+};
+ON_BOTH_DATABASES(CarryForward);
+
+/// Sources by the rule's own words, one after the other, each with its own statements.
+void CarryOneByOne(const TrackerOwner& owner, short year)
+{
+    using Brix::CSource;
+    const bool hasLeft = owner.isPartnership
+                             ? Brix::CPartnershipYearly().Count({OwnedBy<Brix::CPartnershipYearly>(owner),
+                                                                 {Brix::CPartnershipYearly::kYear, year},
+                                                                 {Brix::CPartnershipYearly::kStatus, 1}}) > 0
+                             : Brix::CClientYearly().Count({OwnedBy<Brix::CClientYearly>(owner),
+                                                            {Brix::CClientYearly::kYear, year},
+                                                            {Brix::CClientYearly::kStatus, 1}}) > 0;
+    CSource sources;
+    sources.Open({OwnedBy<CSource>(owner), {CSource::kYear, year - 1}}, {{CSource::kSourceID}});
+    const int count = hasLeft ? 0 : sources.GetCount();
+    for (int i = 0; i < count; ++i) {
+        sources.MoveTo(i);
+        const bool isReturn = !sources.GetUserCreated() && sources.GetSourceTypeID() != 2;
+        const bool isThere =
+            CSource().Count({OwnedBy<CSource>(owner),
+                             {CSource::kYear, year},
+                             {CSource::kSourceTypeID, sources.GetSourceTypeID()},
+                             isReturn && sources.GetSourceTypeID() != 7
+                                 ? Quarry::Where(CSource::kUserCreated, false)
+                                 : Quarry::Where(CSource::kDescription, sources.GetDescription())}) > 0;
+        const bool isOpen = Brix::CSourceTask().Count({{Brix::CSourceTask::kSourceID, sources.GetSourceID()},
+                                                       {Brix::CSourceTask::kComplete, false}}) > 0;
+        if (isThere || (sources.GetUserCreated() && !isOpen))
+            continue;
+        const long type = sources.GetSourceTypeID(), id = Quarry::NewId(sources.GetTable());
+        sources.CopyRow();
+        sources.SetSourceID(id);
+        sources.SetYear(year);
+        sources.SetStatus("?");
+        sources.Update();
+        CopyDefaultSourceToSource(Quarry::GetConnection(), id, 0, type, true, year, false);
+    }
+}
+
+std::string ShownSources()
+{
+    return Practice::Query(
+        "SELECT ClientID, pClientID, Year, s.SourceTypeID, Status, ShowReminder, s.Description, bUserCreated, bCFStaff,"
+        " COUNT(t.TypeID), SUM(t.bRequired) FROM Source s LEFT JOIN SourceTask t ON t.SourceID = s.SourceID GROUP BY "
+        "s.SourceID, ClientID, pClientID, Year, s.SourceTypeID, Status, ShowReminder, s.Description, bUserCreated, "
+        "bCFStaff ORDER BY s.SourceID");
+}
+
+} // namespace
+
+TEST_P(CarryForward, MakesEachTaxReturnSourceOnce)
+{
+    Script("INSERT INTO BRIXClient (lID, bTrust, bNoTaxReturnSource) VALUES (1, 0, 0), (2, 1, 0), (3, 0, 1); "
+           "INSERT INTO BRIXPartnership (lID) VALUES (1); INSERT INTO BRIXOptions (lID, bCFStaff) VALUES (1, 1)");
+    const ::Test::Row<long, bool, short, std::string> rows[] = {
+        {1, false, 2004, "1|-|2004|1|?|1|Tax Return|0|1|8|8", "no claims yet"},
+        {1, false, 2005, "1|-|2005|1|?|1|Tax Return|0|1|10|8", "claims, not required"},
+        {2, false, 2024, "2|-|2024|1|?|1|Tax Return SA900|0|1|10|8", "a trust"},
+        {3, false, 2024, "", "wants none"},
+        {4, false, 2024, "", "nobody"},
+        {1, true, 2024, "-|1|2024|3|?|1|Partnership Tax Return (SA800)|0|1|10|8", "a partnership"},
+    };
+    for (const auto& [id, isPartnership, year, expected, why] : rows) {
+        Script("DELETE FROM Source; DELETE FROM SourceTask");
+        for (int time = 0; time < 2; ++time) {
+            EXPECT_EQ(CreateTaxformSource(Database(), year, id, isPartnership), 1);
+            EXPECT_EQ(ShownSources(), expected) << why;
+        }
+    }
+    Script("DELETE FROM Source; DELETE FROM SourceTask; DELETE FROM SourceType");
+    CreateTaxformSource(Database(), 2024, 1, false);
+    EXPECT_EQ(Query("SELECT SourceID FROM SourceTask"), "") << "no type, no source, no tasks of nothing";
+}
+
+TEST_P(CarryForward, CopiesATaskThatStandsTwiceOnceAndThoseOfATracker)
+{
+    Script("INSERT INTO Source (SourceID, ClientID, Year, SourceTypeID) VALUES (7, 1, 2024, 1);"
+           "INSERT INTO SourceDefaultTask (SourceTypeID, TypeID, ListOrder, DefaultTrackerID) VALUES (1, 5, 50, NULL), "
+           "(1, 2, 3, 4)");
+    CopyDefaultSourceToSource(Database(), 7, 4, 1, false, 2024, false);
+    EXPECT_EQ(Query("SELECT TypeID, ListOrder FROM SourceTask"), "2|3");
+    CopyDefaultSourceToSource(Database(), 7, 0, 1, false, 2024, false);
+    EXPECT_EQ(Query("SELECT TypeID, ListOrder FROM SourceTask WHERE TypeID IN (2, 5, 19) AND (bRequired = 1 OR TypeID "
+                    "= 19) ORDER BY TypeID"),
+              "2|3, 5|5, 19|9");
+}
+
+// MORVUT_PRACTICES=500 for as many.
+TEST_P(CarryForward, CarriesAllSourcesAtOnceAsOneByOne)
+{
+    const unsigned practices = ::Test::Setting("MORVUT_PRACTICES", 5);
+    for (unsigned seed = 1; seed <= practices; ++seed) {
+        const short year = std::array<short, 4>{2004, 2005, 2009, 2024}[seed % 4];
+        const std::vector<TrackerOwner> owners = AddRandomOwners(seed, 6, year);
+        int made = 0;
+        const auto carriedBy = [&](auto carry) {
+            Quarry::CTransaction undone(Cellar::Intent::Write);
+            for (const TrackerOwner& owner : owners)
+                carry(owner);
+            return WorkInPractice();
+        };
+        const std::string atOnce = carriedBy([&](const TrackerOwner& owner) {
+            int created = -1;
+            CarryForwardSources(Database(), created, year, owner.id, owner.isPartnership);
+            made += created;
+        });
+        ASSERT_EQ(atOnce, carriedBy([&](const TrackerOwner& owner) { CarryOneByOne(owner, year); })) << "seed " << seed;
+        ASSERT_GT(made, 0);
+        Script("DELETE FROM Source; DELETE FROM SourceTask; DELETE FROM ClientEnquiry");
+    }
+}
+
+TEST_P(CarryForward, CarriesEnquiriesWithTheirLinks)
+{
+    Script("INSERT INTO BRIXClient (lID) VALUES (1); "
+           "INSERT INTO Source (SourceID, ClientID, Year, SourceTypeID, Description, bUserCreated) VALUES "
+           "(1, 1, 2023, 1, 'Tax Return', 0), (2, 1, 2023, 2, 'Books', 1), (3, 1, 2024, 2, 'BOOKS', 1), "
+           "(4, 1, 2023, 2, 'Rent', 1); INSERT INTO SourceType (SourceTypeID, Description) VALUES (2, 'Other'); "
+           "INSERT INTO SourceTask (SourceID, TypeID) VALUES (3, 5); "
+           "INSERT INTO ClientEnquiry (lID, lClientID, nYear, strDescription, bCarryForward, SourceID, SourceTypeID, "
+           "TypeID) VALUES (1, 1, 2023, 'return', 1, 1, 0, 5), (2, 1, 2023, 'books', 1, 2, NULL, 5), "
+           "(3, 1, 2023, 'task', 1, 2, 2, 7), (4, 1, 2023, 'rent', 1, 4, 2, 5), (5, 1, 2023, 'gone', 1, 66, NULL, 5), "
+           "(6, 1, 2023, 'no type', 1, 66, 9, 5), (7, 1, 2023, 'plain ''%s''', 1, 0, 0, 0), (8, 1, 2023, 'once', 0, 1, "
+           "1, 1), (9, 1, 2023, 'THERE', 1, 1, 1, 1), (10, 1, 2024, 'there', 1, NULL, NULL, NULL), "
+           "(11, 1, 2023, 'return', 1, 1, 1, NULL)");
+    Brix::PutIdsBehindRows(Database());
+    EnableTrackerSourceCreation(0);
+    CarryForwardClientEnquiresAndTrackerSources(Database(), 1, 2024, false);
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM ClientEnquiry"), "11") << "switched off";
+    EnableTrackerSourceCreation(1);
+    for (int time = 0; time < 2; ++time) {
+        CarryForwardClientEnquiresAndTrackerSources(Database(), 1, 2024, false);
+        EXPECT_EQ(Rows("SELECT e.strDescription, e.SourceTypeID, e.TypeID, e.bCarryForward, e.dtStart, s.Year, "
+                       "s.Description FROM ClientEnquiry e LEFT JOIN Source s ON s.SourceID = e.SourceID WHERE e.lID > "
+                       "11 ORDER BY e.lID"),
+                  "return|1|5|1|-|2024|Tax Return\n"
+                  "books|2|5|1|-|2024|BOOKS\n"
+                  "task|2|-|1|-|2024|BOOKS\n"
+                  "rent|2|-|1|-|2024|Other\n"
+                  "gone|-|-|1|-|-|-\n"
+                  "no type|-|-|1|-|-|-\n"
+                  "plain '%s'|-|-|1|-|-|-\n"
+                  "return|1|-|1|-|2024|Tax Return\n");
+        EXPECT_EQ(Query("SELECT COUNT(*) FROM Source WHERE Year = 2024"), "3") << "Books, the return, Other";
+    }
+}
+
+TEST_P(CarryForward, KnowsWhoElseHasATaxReference)
+{
+    Script("INSERT INTO BRIXClient (lID, strUTR) VALUES (1, '11 11'), (2, '2222'), (3, ''), (4, NULL), (5, '1111'); "
+           "INSERT INTO BRIXPartnership (lID, strUTR) VALUES (1, '3333-'), (2, '11/11'); "
+           "INSERT INTO BRIXTaxForm (lID, lClientID, nYear) VALUES (1, 5, 2020), (2, 5, 2024), (3, 5, 2019)");
+    const ::Test::Row<long, bool, const char*, int, long, bool, short> rows[] = {
+        {1, false, "1111", 0, 5, false, 2024, "the other client, with its latest return"},
+        {5, false, "1111K", 0, 1, false, 0, "digits only; no return"},
+        {1, true, " 1111", 0, 1, false, 0, "clients first, then the smallest id"},
+        {2, false, "2222", 1, 0, false, 0, "nobody but itself"},
+        {0, false, "3333", 0, 1, true, 0, "a partnership"},
+        {1, true, "3333", 1, 0, false, 0, "nobody but itself"},
+        {7, false, "", 1, 0, false, 0, "an empty one is nobody's"},
+        {7, false, nullptr, 1, 0, false, 0, "none"},
+    };
+    for (const auto& [id, isPartnership, reference, expected, holder, holderIsPartnership, holderYear, why] : rows) {
+        long other = -1;
+        bool otherIsPartnership = false;
+        short year = -1;
+        EXPECT_EQ(IsUniqueTaxReference(Database(), id, isPartnership, reference, other, otherIsPartnership, year),
+                  expected)
+            << why;
+        EXPECT_EQ(other, holder) << why;
+        EXPECT_EQ(otherIsPartnership, holderIsPartnership) << why;
+        EXPECT_EQ(year, holderYear) << why;
+    }
+}

@@ -1,0 +1,200 @@
+#include "MorvUt/enquiries/tracker/RollForward.h"
+
+#include <chrono>
+#include <iostream>
+#include <random>
+#include <thread>
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "MorvUt/context/TrackerTypes.h"
+#include "MorvUt/users/UserData.h"
+#include "RandomOwners.h"
+#include "support/Practice.h"
+
+namespace
+{
+
+using RollClock = std::chrono::steady_clock;
+using Tracker::RollEnd;
+
+constexpr short kRolledYear = 2025;
+
+class RollForward : public ::Test::OnDatabase
+{
+protected:
+    RollForward() { CUserData::ClearPermissions(); }
+    ~RollForward() override { CUserData::ClearPermissions(); }
+
+    /// Opens another practice, in which the user may work.
+    static std::unique_ptr<::Test::Practice> NewPractice(const char* name)
+    {
+        auto practice = std::make_unique<::Test::Practice>(name);
+        ::Test::Practice::Sql("INSERT INTO BRIXUser (strUserID) VALUES ('ann')");
+        ::Test::Practice::Sql(
+            "INSERT INTO BRIXUserPermissions (strUserID, nPermission, bAllowed) VALUES ('ann', 40, 1)");
+        CUserData::SetUser("ann");
+        SeedTrackerTypes();
+        return practice;
+    }
+
+    static Tracker::Rolled Roll(const std::vector<TrackerOwner>& owners, bool isPreview = false)
+    {
+        return Tracker::RollForward(Quarry::GetConnection(), kRolledYear, owners, {isPreview, {}});
+    }
+
+    /// In a process of its own, on a connection of its own.
+    static pid_t StartToRoll(const std::vector<TrackerOwner>& owners)
+    {
+        const pid_t child = fork();
+        if (child != 0)
+            return child;
+        try {
+            Quarry::SetConnection(::Test::Practice::Open("practice.db"));
+            _exit(Roll(owners).end == RollEnd::Whole ? 0 : 1);
+        } catch (const std::exception& error) {
+            std::cerr << error.what() << '\n';
+        }
+        _exit(2);
+    }
+};
+ON_BOTH_DATABASES(RollForward);
+
+std::vector<std::string> ToldOf(const Tracker::Rolled& rolled)
+{
+    std::vector<std::string> lines;
+    for (const auto& [owner, carried, problem] : rolled.owners) {
+        std::string line = std::to_string(owner.id) + (owner.isPartnership ? "p " : " ") + problem.Str() +
+                           std::to_string(carried.sources) + ' ' + std::to_string(carried.tasks) + ' ' +
+                           std::to_string(carried.enquiries);
+        for (const auto& each : carried.notCarried)
+            line += ", " + each.Text().Str();
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+} // namespace
+
+// MORVUT_PRACTICES=500 for as many.
+TEST_P(RollForward, PreviewsWhatItDoesAndDoesItOnce)
+{
+    const auto practice = NewPractice("practice.db");
+    const unsigned practices = ::Test::Setting("MORVUT_PRACTICES", 5);
+    for (unsigned seed = 1; seed <= practices; ++seed) {
+        const std::vector<TrackerOwner> owners = AddRandomOwners(seed, 8, kRolledYear);
+        const std::string before = WorkInPractice();
+        const Tracker::Rolled preview = Roll(owners, true);
+        ASSERT_EQ(WorkInPractice(), before) << "seed " << seed;
+        const auto count = [](const Cellar::SqlText& select) { return std::stoi(::Test::Practice::Query(select)); };
+        const auto sources = [&] { return count("SELECT COUNT(*) FROM Source"); };
+        const auto tasks = [&] { return count("SELECT COUNT(*) FROM SourceTask"); };
+        const auto enquiries = [&] { return count("SELECT COUNT(*) FROM ClientEnquiry"); };
+        const int had[] = {sources(), tasks(), enquiries()};
+        const Tracker::Rolled rolled = Roll(owners);
+        ASSERT_EQ(ToldOf(preview), ToldOf(rolled)) << "seed " << seed;
+        ASSERT_EQ(sources() - had[0], rolled.total.sources);
+        ASSERT_EQ(tasks() - had[1], rolled.total.tasks);
+        ASSERT_EQ(enquiries() - had[2], rolled.total.enquiries);
+        const std::string after = WorkInPractice();
+        const Tracker::Rolled again = Roll(owners);
+        ASSERT_EQ(WorkInPractice(), after) << "seed " << seed;
+        ASSERT_EQ(again.total.sources + again.total.enquiries, 0);
+        ::Test::Practice::Script("DELETE FROM Source; DELETE FROM SourceTask; DELETE FROM ClientEnquiry");
+    }
+}
+
+// MORVUT_KILLS=50 for as many kills.
+TEST_P(RollForward, TwoAtOnceAndKilledLeaveTheRowsOfOneRun)
+{
+    constexpr int kOwners = 60;
+    std::string undisturbed;
+    RollClock::duration length{};
+    {
+        const auto practice = NewPractice("undisturbed.db");
+        const auto owners = AddRandomOwners(7, kOwners, kRolledYear);
+        const auto began = RollClock::now();
+        Roll(owners);
+        length = RollClock::now() - began;
+        undisturbed = WorkInPractice();
+    }
+    auto practice = NewPractice("practice.db");
+    const auto owners = AddRandomOwners(7, kOwners, kRolledYear);
+    ASSERT_NE(WorkInPractice(), undisturbed);
+    const unsigned seed = ::Test::Setting("MORVUT_SEED", std::random_device{}());
+    SCOPED_TRACE("MORVUT_SEED=" + std::to_string(seed));
+    std::mt19937 random(seed);
+    Quarry::SetConnection(nullptr); // no connection lives in two processes
+    for (unsigned kill = ::Test::Setting("MORVUT_KILLS", 5); kill > 0; --kill) {
+        const pid_t killed[] = {StartToRoll(owners), StartToRoll(owners)};
+        for (const pid_t each : killed) {
+            std::this_thread::sleep_for(length * std::uniform_real_distribution<>(0, 0.3)(random));
+            ::kill(each, SIGKILL);
+            waitpid(each, nullptr, 0);
+        }
+    }
+    const pid_t both[] = {StartToRoll(owners), StartToRoll(owners)};
+    for (const pid_t each : both) {
+        int status = -1;
+        EXPECT_TRUE(waitpid(each, &status, 0) == each && status == 0) << status;
+    }
+    Quarry::SetConnection(::Test::Practice::Open("practice.db"));
+    EXPECT_EQ(WorkInPractice(), undisturbed);
+}
+
+TEST_P(RollForward, SendsAFewStatementsHoweverMuchWorkThereIs)
+{
+    const auto practice = NewPractice("practice.db");
+    const auto sentFor = [](long client, int sources, int enquiries) {
+        ::Test::Practice::Sql("INSERT INTO BRIXClient (lID) VALUES (%ld)", client);
+        for (int i = 0; i < sources; ++i) {
+            const long id = client * 100 + i;
+            ::Test::Practice::Sql("INSERT INTO Source (SourceID, ClientID, Year, SourceTypeID, Description, "
+                                  "bUserCreated) VALUES (%ld, %ld, %d, 2, %s, 1)",
+                                  id, client, kRolledYear - 1, std::to_string(i));
+            for (const int task : {1, 2, 3, 4, 5, 19, 20})
+                ::Test::Practice::Sql("INSERT INTO SourceTask (SourceID, TypeID) VALUES (%ld, %d)", id, task);
+        }
+        for (int i = 0; i < enquiries; ++i)
+            ::Test::Practice::Sql("INSERT INTO ClientEnquiry (lID, lClientID, nYear, strDescription, bCarryForward, "
+                                  "SourceID, TypeID) VALUES (%ld, %ld, %d, %s, 1, %ld, 2)",
+                                  client * 100 + i, client, kRolledYear - 1, std::to_string(i),
+                                  client * 100 + i % sources);
+        int sent = 0;
+        Cellar::CConnection& connection = Quarry::GetConnection();
+        connection.OnSent([&](std::string_view) { ++sent; });
+        const auto carried = Tracker::RollForwardOne(connection, kRolledYear, {client, false}, true);
+        connection.OnSent(nullptr);
+        EXPECT_EQ(carried.sources, sources + 1);
+        EXPECT_EQ(carried.enquiries, enquiries);
+        return sent;
+    };
+    sentFor(1, 1, 1); // what a connection sends but once
+    const int few = sentFor(2, 2, 2), many = sentFor(3, 20, 30);
+    EXPECT_LE(few, 30);
+    EXPECT_LE(many, few + 10) << "more than 16 new rows of a table go in pieces";
+}
+
+TEST_P(RollForward, EndsWhenItIsToldAndIsRefusedWithoutTheRight)
+{
+    const auto practice = NewPractice("practice.db");
+    const auto owners = AddRandomOwners(3, 5, kRolledYear);
+    std::size_t told = 0;
+    const auto rolled =
+        Tracker::RollForward(Quarry::GetConnection(), kRolledYear, owners,
+                             {false, [&](std::size_t done, std::size_t all, const Tracker::RolledOwner& one) {
+                                  EXPECT_EQ(all, owners.size());
+                                  EXPECT_EQ(one.owner, owners[done - 1]);
+                                  return (told = done) < 2;
+                              }});
+    EXPECT_EQ(rolled.end, RollEnd::Cancelled);
+    EXPECT_EQ(told, 2u);
+    EXPECT_EQ(rolled.done, 2u);
+    CUserData::ClearPermissions();
+    ::Test::Windows().Answer(IDOK);
+    EXPECT_EQ(Roll(owners).end, RollEnd::Refused);
+    Quarry::CTransaction begun(Cellar::Intent::Write);
+    EXPECT_THROW(Tracker::RollForwardOne(Quarry::GetConnection(), kRolledYear, owners[0], false), std::logic_error);
+}
