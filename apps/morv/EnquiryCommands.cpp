@@ -172,13 +172,16 @@ CommandError RefusalOf(const EnquiryProblem& problem)
     return {Exit::BadInput, "BAD_ENQUIRY", text, "Nothing was saved."};
 }
 
-/// Checks what was given and saves it; answers the enquiry.
-void Save(CClientEnquiry& enquiry, const EnquiryDraft& draft, const EnquiryArguments& arguments,
-          const TrackerOwner& owner, const CommonOptions& options)
+void Check(const EnquiryDraft& draft, const EnquiryArguments& arguments)
 {
     NeedRight();
     if (const auto problem = CheckEnquiry(draft, Kiln::CDate::Today(), arguments.isYes))
         throw RefusalOf(*problem);
+}
+
+/// Answers the enquiry.
+void Save(CClientEnquiry& enquiry, const EnquiryDraft& draft, const TrackerOwner& owner, const CommonOptions& options)
+{
     if (const auto problem = SaveEnquiry(enquiry, draft, owner, GetCurrentRealTaxYear()))
         throw RefusalOf(*problem);
     Answer(enquiry.GetID(), options);
@@ -190,9 +193,10 @@ void Add(const EnquiryArguments& arguments, const CommonOptions& options)
     const ClientView client = arguments.who.Find();
     EnquiryDraft draft = NewEnquiryDraft();
     Fill(draft, arguments);
+    Check(draft, arguments);
     CClientEnquiry enquiry;
     enquiry.AddNew();
-    Save(enquiry, draft, arguments, {client.id, client.IsPartnership()}, options);
+    Save(enquiry, draft, {client.id, client.IsPartnership()}, options);
 }
 
 /// `change` of the enquiry's draft.
@@ -205,7 +209,8 @@ void Edit(const EnquiryArguments& arguments, const CommonOptions& options, Chang
         throw UnknownEnquiry(arguments.id);
     EnquiryDraft draft = DraftOf(enquiry);
     change(draft);
-    Save(enquiry, draft, arguments, OwnerOf(enquiry.GetClientID(), enquiry.GetPClientID()), options);
+    Check(draft, arguments);
+    Save(enquiry, draft, OwnerOf(enquiry.GetClientID(), enquiry.GetPClientID()), options);
 }
 
 void Receive(EnquiryArguments arguments, const CommonOptions& options)
@@ -251,8 +256,10 @@ void AddEntryOptions(CLI::App& command, EnquiryArguments& arguments)
     command.add_option("--source", arguments.source, "Tracker source that it is linked to, its number")
         ->check(PlainNumber());
     command.add_option("--task", arguments.task, "Task of that source, the number of its type")->check(PlainNumber());
-    command.add_flag("--carry-forward,!--no-carry-forward", arguments.carriesForward,
-                     "Ask again in the next tax year, or do not");
+    command.add_flag_function(
+        "--carry-forward,!--no-carry-forward",
+        [&arguments](std::int64_t count) { arguments.carriesForward = count > 0; },
+        "Ask again in the next tax year, or do not");
     command.add_flag("--yes", arguments.isYes, "Save a reminder that has passed already");
 }
 

@@ -113,7 +113,7 @@ void Tell(const Tracker::Rolled& rolled, const std::vector<ClientView>& clients,
                           {"skipped", lines.GetJson()}});
     if (!lines.GetJson().empty())
         lines.Print();
-    PrintLine("%s into %s, %s: %s, %s, %s.", arguments.isPreview ? "A preview" : "Rolled forward", year.Format(),
+    PrintLine("%s into %s, %s: %s, %s, %s.", arguments.isPreview ? "Preview" : "Rolled forward", year.Format(),
               Counted(static_cast<int>(rolled.done), "client"), Counted(rolled.total.sources, "source"),
               Counted(rolled.total.tasks, "task"),
               std::to_string(rolled.total.enquiries) + (rolled.total.enquiries == 1 ? " enquiry" : " enquiries"));
