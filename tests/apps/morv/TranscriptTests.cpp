@@ -73,5 +73,5 @@ TEST_P(Transcript, IsWhatIsPrinted)
 }
 
 INSTANTIATE_TEST_SUITE_P(Morv, Transcript,
-                         testing::Values("calc", "decisions", "documents", "fetch-all", "locks", "main-job", "refusals",
-                                         "rows", "scenarios"));
+                         testing::Values("calc", "decisions", "documents", "enquiries", "fetch-all", "locks",
+                                         "main-job", "refusals", "rows", "scenarios"));
