@@ -7,11 +7,13 @@
 #include "ArgumentChecks.h"
 #include "Brix/Records.h"
 #include "Commands.h"
+#include "HmrcCommands.h"
 #include "MorvUt/enquiries/rules/EnquiryDraft.h"
 #include "MorvUt/enquiries/rules/EnquiryList.h"
 #include "MorvUt/res/Strings.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "MorvUt/taxyear/TaxYear.h"
+#include "MorvUt/users/UserData.h"
 #include "Output.h"
 #include "Quarry/Session.h"
 #include "Question.h"
@@ -119,11 +121,16 @@ CommandError UnknownEnquiry(long id)
             "morv enquiry list shows which there are."};
 }
 
+/// Of the two refusals that a message box tells, the one that is meant.
 void NeedRight()
 {
-    if (!MayChangeEnquiries())
-        throw CommandError(Exit::Refused, "REFUSED", "the enquiry may not be changed",
-                           "Ask whoever administers the practice, or work on a client who may be changed.");
+    const QuietMessages quiet;
+    if (MayChangeEnquiries())
+        return;
+    const bool isReadOnly = TheUser().TaxReturnSaveAllowed(false);
+    throw CommandError(Exit::Refused, "REFUSED",
+                       Printable(LibraryText(isReadOnly ? IDS_CLIENT_READ_ONLY : IDS_NO_PERMISSION).View()),
+                       "Ask whoever administers the practice, or work on a client who may be changed.");
 }
 
 /// A date as users type it; null for an empty text.

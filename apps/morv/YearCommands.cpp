@@ -135,6 +135,7 @@ Exit RollForward(const YearArguments& arguments, const CommonOptions& options)
     for (const ClientView& client : clients)
         owners.push_back(OwnerIn(client));
     int failed = 0;
+    const QuietMessages quiet; // the command itself says what they say
     Progress progress(options, owners.size());
     const Tracker::Rolled rolled =
         Tracker::RollForward(Quarry::GetConnection(), TaxYearHelpers::GetCurrentTaxYear().GetRealTaxYear(), owners,

@@ -4,7 +4,6 @@
 
 #include "Brix/Records.h"
 #include "MorvUt/enquiries/rules/EnquiryList.h"
-#include "MorvUt/enquiries/rules/EnquirySettings.h"
 #include "MorvUt/enquiries/rules/LinkedEnquiries.h"
 #include "MorvUt/res/Strings.h"
 #include "MorvUt/users/UserData.h"
@@ -186,18 +185,6 @@ TEST_P(Enquiries, AreListedWithTheirTasks)
         EXPECT_EQ(AllEnquiriesCompleted(source, task), isCompleted) << why;
         EXPECT_EQ(HasLinkedEnquiries(source, task), isLinked) << why;
     }
-}
-
-TEST_P(Enquiries, AreShownAsEachUserLikes)
-{
-    const ::Test::Practice practice;
-    Cellar::CConnection& connection = Quarry::GetConnection();
-    for (const bool each : {true, false}) {
-        KeepEnquirySettings(connection, "ann", {each, true});
-        EXPECT_EQ(ReadEnquirySettings(connection, "ann").hideCompleted, each);
-    }
-    EXPECT_TRUE(ReadEnquirySettings(connection, "ann").allYears);
-    EXPECT_FALSE(ReadEnquirySettings(connection, "bob").allYears);
 }
 
 TEST(MayChangeEnquiries, RefusesWithTheTextOfTheRight)

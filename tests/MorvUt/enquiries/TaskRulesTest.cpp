@@ -43,33 +43,3 @@ TEST(CarrySettings, CarriesWhatTheTypeAllows)
         EXPECT_EQ(ShownTask(task), expected) << why;
     }
 }
-
-TEST(TasksOf, AreThoseOfTheYearAndTheType)
-{
-    const std::vector<Tracker::DefaultTask> defaults{
-        {1, 2, 1, {}, {}}, {1, 2, 9, {}, {}}, {1, 19, 2, {}, {}}, {1, 20, 3, {}, {}}, {3, 4, 1, {}, {}}};
-    const std::vector<Task> before{MakeTask(19, 1, {}, true, ""), MakeTask(20, 1, {}, false, ""),
-                                   MakeTask(23, 8, CDate(2003, 1, 1), true, "")};
-    // year, a user's own job: types, with "!" where not required
-    const ::Test::Row<short, bool, const char*> rows[] = {
-        {2004, false, " 2", "no claims up to 2004"},
-        {2005, false, " 2 19 20!", "claims as they were a year before"},
-        {2004, true, " 2 23", "a job has its own tasks, and no claims either"},
-        {2005, true, " 2 19 20! 23", "and those with what it had"},
-    };
-    for (const auto& [year, isUserCreated, expected, why] : rows) {
-        Tracker::Source source;
-        source.typeId = 1;
-        source.year = year;
-        source.isUserCreated = isUserCreated;
-        std::string types;
-        for (const Task& task : TasksOf(source, defaults, before))
-            types += " " + std::to_string(task.typeId) + (task.isRequired ? "" : "!");
-        EXPECT_EQ(types, expected) << why;
-    }
-    Tracker::Source source;
-    source.typeId = 1;
-    source.year = 2005;
-    for (const Task& task : DefaultTasksOf(source, defaults))
-        EXPECT_EQ(task.isRequired, task.typeId == 2) << "claims are not required at first: " << task.typeId;
-}
