@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "Afx/windows/MessageBox.h"
 #include "Brix/Records.h"
 #include "MorvUt/enquiries/rules/EnquiryList.h"
 #include "MorvUt/enquiries/rules/LinkedEnquiries.h"

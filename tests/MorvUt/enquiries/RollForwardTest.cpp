@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "Afx/windows/MessageBox.h"
 #include "MorvUt/context/TrackerTypes.h"
 #include "MorvUt/users/UserData.h"
 #include "RandomOwners.h"

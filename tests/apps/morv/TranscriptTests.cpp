@@ -83,5 +83,5 @@ TEST_P(Transcript, IsWhatIsPrinted)
 }
 
 INSTANTIATE_TEST_SUITE_P(Morv, Transcript,
-                         testing::Values("authority", "calc", "decisions", "documents", "enquiries", "fetch-all", "files", "locks",
-                                         "main-job", "refusals", "rows", "scenarios"));
+                         testing::Values("authority", "calc", "decisions", "documents", "enquiries", "fetch-all",
+                                         "files", "locks", "main-job", "refusals", "rows", "scenarios"));

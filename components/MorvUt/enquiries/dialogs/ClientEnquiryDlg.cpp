@@ -28,7 +28,10 @@ CClientEnquiryDlg::CClientEnquiryDlg(long clientId, long partnershipId, int year
     SetWindowText(LibraryText(isNew ? IDS_ENQUIRY_NEW : IDS_ENQUIRY_EDIT));
 }
 
-CComboBox& CClientEnquiryDlg::Combo(unsigned id) const { return *static_cast<CComboBox*>(GetDlgItem(static_cast<int>(id))); }
+CComboBox& CClientEnquiryDlg::Combo(unsigned id) const
+{
+    return *static_cast<CComboBox*>(GetDlgItem(static_cast<int>(id)));
+}
 CButton& CClientEnquiryDlg::Box(unsigned id) const { return *static_cast<CButton*>(GetDlgItem(static_cast<int>(id))); }
 
 void CClientEnquiryDlg::DoDataExchange(CDataExchange* exchange)
@@ -169,13 +172,20 @@ bool CClientEnquiryDlg::Tell(const EnquiryProblem& problem)
 CWnd& CClientEnquiryDlg::ControlOf(EnquiryField field)
 {
     switch (field) {
-    case EnquiryField::Start: return m_start;
-    case EnquiryField::Due: return m_due;
-    case EnquiryField::Reminder: return m_reminder;
-    case EnquiryField::Received: return m_received;
-    case EnquiryField::Source: return Combo(IDC_ENQUIRY_SOURCE);
-    case EnquiryField::Task: return Combo(IDC_ENQUIRY_TASK);
-    default: return *GetDlgItem(IDC_ENQUIRY_DESCRIPTION);
+    case EnquiryField::Start:
+        return m_start;
+    case EnquiryField::Due:
+        return m_due;
+    case EnquiryField::Reminder:
+        return m_reminder;
+    case EnquiryField::Received:
+        return m_received;
+    case EnquiryField::Source:
+        return Combo(IDC_ENQUIRY_SOURCE);
+    case EnquiryField::Task:
+        return Combo(IDC_ENQUIRY_TASK);
+    default:
+        return *GetDlgItem(IDC_ENQUIRY_DESCRIPTION);
     }
 }
 

@@ -41,6 +41,6 @@ inline constexpr Afx::LayoutRow kEnquiryRows[] = {
     {Afx::ControlKind::Combo, IDC_ENQUIRY_TASK, "", 7, 1, 3, 0, 220},
     {Afx::ControlKind::CheckBox, IDC_ENQUIRY_CARRY_FORWARD, "Carry &forward to the next tax year", 8, 0, 3},
     {Afx::ControlKind::Default, 1, "OK", 9, 2},  // IDOK
-    {Afx::ControlKind::Push, 2, "Cancel", 9, 3},   // IDCANCEL
+    {Afx::ControlKind::Push, 2, "Cancel", 9, 3}, // IDCANCEL
 };
 inline constexpr Afx::DialogLayout kEnquiryLayout = Afx::LayoutOf("", kEnquiryRows);
