@@ -72,7 +72,7 @@ std::string NameOf(const Apps& path)
 }
 
 /// "--client", "--help"; PRACTICE for what has no name of its own.
-std::string Shown(const CLI::Option& option)
+std::string ShownOption(const CLI::Option& option)
 {
     return option.get_positional() ? Afx::FoldUpper(option.get_name(true)) : option.get_name(false);
 }
@@ -143,7 +143,7 @@ std::string OptionLines(const Options& options)
     std::string text;
     for (const CLI::Option* option : options) {
         const std::string value = option->get_items_expected_max() > 0 && !option->get_positional() ? " VALUE" : "";
-        text += ".TP\n.B " + Escaped(Shown(*option) + value) + '\n' + Escaped(option->get_description()) + '\n';
+        text += ".TP\n.B " + Escaped(ShownOption(*option) + value) + '\n' + Escaped(option->get_description()) + '\n';
     }
     return text;
 }

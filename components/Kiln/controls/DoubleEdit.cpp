@@ -11,7 +11,7 @@ namespace Kiln
 namespace
 {
 
-constexpr int kMostDecimals = 15, kGroup = 3;
+constexpr int kMostDecimals = 15, kDigitsOfAGroup = 3;
 
 /// Commas stand before each group of three of the whole part, or nowhere.
 bool CommasFit(const CString& text) noexcept
@@ -20,7 +20,7 @@ bool CommasFit(const CString& text) noexcept
     if (text.Find(',') < 0)
         return true;
     for (int i = 0; i < text.GetLength(); ++i)
-        if ((text[i] == ',') != (i < point && i > 0 && text[i - 1] != '-' && (point - i) % (kGroup + 1) == 0))
+        if ((text[i] == ',') != (i < point && i > 0 && text[i - 1] != '-' && (point - i) % (kDigitsOfAGroup + 1) == 0))
             return false;
     return true;
 }

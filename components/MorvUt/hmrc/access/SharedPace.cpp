@@ -13,7 +13,7 @@ constexpr long kRow = 1;
 constexpr std::int64_t kSecond = 1000;
 constexpr std::int64_t kFarthest = 60 * kSecond; // later than any run has taken: the clock was set back
 
-constexpr char kSelect[] = "SELECT [dtNext], GETUTCDATE() AS [dtNow] FROM [MTDPace] WHERE [lID] = %ld";
+constexpr char kSelectPace[] = "SELECT [dtNext], GETUTCDATE() AS [dtNow] FROM [MTDPace] WHERE [lID] = %ld";
 constexpr char kInsert[] = "INSERT INTO [MTDPace] ( [lID], [dtNext] ) VALUES ( %ld, GETUTCDATE() )";
 constexpr char kUpdate[] = "UPDATE [MTDPace] SET [dtNext] = %t WHERE [lID] = %ld AND [dtNext] ";
 
@@ -35,7 +35,7 @@ std::int64_t TakeSharedSecond()
     Cellar::CConnection& connection = Quarry::GetConnection();
     const Cellar::CConnection::Aside aside(connection);
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
-        Cellar::CBufferedRowList row(connection, kSelect, kRow);
+        Cellar::CBufferedRowList row(connection, kSelectPace, kRow);
         if (!row.MoveFirst()) {
             connection.AddUnlessThere(kInsert, kRow);
             continue;

@@ -13,12 +13,11 @@ using Brix::CNewEmploy;
 using Brix::CNewEmployBenefits;
 using Brix::CPensionStateBenefits;
 using Brix::CTaxForm;
-using Quarry::Where;
 
-Where OfYear(int ordinal, ClientId client, short year)
+Quarry::Where OfYear(int ordinal, ClientId client, short year)
 {
-    return Where::Under(ordinal, CTaxForm::Declaration(),
-                        {{CTaxForm::kClientID, client.Get()}, {CTaxForm::kYear, year}});
+    return Quarry::Where::Under(ordinal, CTaxForm::Declaration(),
+                                {{CTaxForm::kClientID, client.Get()}, {CTaxForm::kYear, year}});
 }
 
 ReturnEmployment Read(const CNewEmploy& row)
@@ -67,8 +66,8 @@ std::vector<ReturnEmployment> LoadEmployments(ClientId client, short year)
     for (ReturnEmployment& employment : employments)
         byId.emplace(employment.id, &employment);
     CNewEmployBenefits benefits;
-    benefits.Open({Where::Under(benefits.kNewEmployID, CNewEmploy::Declaration(),
-                                {OfYear(CNewEmploy::kTaxFormID, client, year)})});
+    benefits.Open({Quarry::Where::Under(benefits.kNewEmployID, CNewEmploy::Declaration(),
+                                        {OfYear(CNewEmploy::kTaxFormID, client, year)})});
     for (; !benefits.IsEOL(); benefits.MoveNext())
         if (const auto own = byId.find(benefits.GetNewEmployID()); own != byId.end())
             own->second->benefits.push_back({benefits.GetType(), benefits.GetBenefit(), benefits.GetEstimate()});
