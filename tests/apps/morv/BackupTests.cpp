@@ -47,7 +47,7 @@ TEST(Backup, OfAPracticeInUseHasWhatWasSaved)
     std::filesystem::copy(practice + ".key", file + ".key");
     EXPECT_EQ(MorvJson("practice check \"" + file + "\"")["ok"], true);
     const auto copy = Cellar::CConnection::Open(CString(file));
-    const auto banks = copy->Queryf("SELECT [strName] FROM [BRIXBank]").rows;
+    const auto banks = copy->Queryf("SELECT [strName] FROM [BRIXBank] WHERE [strName] = 'saved'").rows;
     EXPECT_TRUE(banks.size() == 1 && Cellar::ToText(banks[0][0]) == "saved");
 
     std::filesystem::current_path(folder);
