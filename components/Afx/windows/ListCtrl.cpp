@@ -197,7 +197,8 @@ bool CListCtrl::OnKey(unsigned key, unsigned modifiers)
 {
     m_pressedKey = key;
     const WindowRef here(this);
-    if (DeliverNotify(Afx::kNotifyKeyDown) || !here)
+    DeliverNotify(Afx::kNotifyKeyDown);
+    if (!here || !TakesInput())
         return true;
     if (key == 'A' && modifiers == Afx::kControl && !m_single) {
         for (Row& row : m_rows)
