@@ -112,7 +112,7 @@ TEST_P(ReviewOnScreen, TellsTheSecondOfTwoReviewers)
     Fetch(Answer(Employment("1/A", "", "100")));
     Create();
     Fetch(Answer(Employment("1/A", "", "150")));
-    ::Test::Windows().Script([this](CDialog& open) {
+    ::Test::Windows().Script([](CDialog& open) {
         ::Test::Hands hands(open);
         Sql("UPDATE BRIXNewEmploy SET amtPay = %m", Kiln::CAmt::FromPence(12000)); // by somebody else meanwhile
         hands.Answer(IDYES);
