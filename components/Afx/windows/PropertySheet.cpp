@@ -16,6 +16,12 @@ constexpr int kSheetGap = 7, kTabsHeight = 18, kButtonWidth = 50, kButtonHeight 
 
 IMPLEMENT_DYNAMIC(CPropertyPage, CDialog)
 
+CPropertyPage::~CPropertyPage()
+{
+    if (m_sheet) // which may be ending, too: a derived sheet's own pages end before it
+        m_sheet->Forget(*this);
+}
+
 void CPropertyPage::SetModified(bool modified)
 {
     m_modified = modified;
@@ -70,6 +76,16 @@ void CPropertySheet::AddPage(CPropertyPage* page)
     m_tabs.m_items.push_back(page->Text().IsEmpty() && page->GetLayout() ? CString(page->GetLayout()->title)
                                                                          : page->Text());
     Changed(Afx::Part::Pages);
+}
+
+/// The page ends.
+void CPropertySheet::Forget(const CPropertyPage& page) noexcept
+{
+    const auto found = std::find(m_pages.begin(), m_pages.end(), &page);
+    if (found == m_pages.end())
+        return;
+    m_tabs.m_items.erase(m_tabs.m_items.begin() + (found - m_pages.begin()));
+    m_pages.erase(found);
 }
 
 void CPropertySheet::RemovePage(CPropertyPage* page)

@@ -17,6 +17,7 @@ class AFX_API CPropertyPage : public CDialog
     DECLARE_DYNAMIC(CPropertyPage)
 
     CPropertyPage() = default;
+    ~CPropertyPage() override;
     explicit CPropertyPage(const Afx::DialogLayout& layout) noexcept : CDialog(layout) {}
     /// The sheet that it stands in, or will; null before it was added to one.
     CPropertySheet* GetSheet() const noexcept { return m_sheet; }
@@ -99,6 +100,7 @@ protected:
     void PlaceButtons(int width, int height);
 
 private:
+    void Forget(const CPropertyPage& page) noexcept;
     bool ApplyPages();
     void ShowPage(int index);
     void PageModified();
