@@ -165,10 +165,10 @@ TEST(CDate, TakesTheTimeAlongAndRoundsToTheSecond)
 TEST(CDate, ComparesByHalfASecond)
 {
     const CDate day(2024, 4, 5), next(2024, 4, 6), null, invalid = CDate::Invalid();
-    const CDate near = CDate::FromOleDate(45387 + kHalfSecond * 0.9),
-                far = CDate::FromOleDate(45387 + kHalfSecond * 1.1);
-    EXPECT_TRUE(day == near && day < near && near <= day) << "equal and still earlier";
-    EXPECT_TRUE(day != far && day < far && !(far <= day));
+    const CDate close = CDate::FromOleDate(45387 + kHalfSecond * 0.9),
+                apart = CDate::FromOleDate(45387 + kHalfSecond * 1.1);
+    EXPECT_TRUE(day == close && day < close && close <= day) << "equal and still earlier";
+    EXPECT_TRUE(day != apart && day < apart && !(apart <= day));
     EXPECT_TRUE(day < next && next > day && next >= day && day <= day);
     EXPECT_TRUE(null == CDate() && invalid == CDate::Invalid() && null != invalid && null != day);
     for (const CDate& other : {null, invalid})
