@@ -131,9 +131,7 @@ void CEntitySplitGrid::ConvertEntityAmtsToPCent()
 
 void CEntitySplitGrid::ConvertEntityPCentsToAmt()
 {
-    std::vector<PercentShare> percents;
-    for (int i = 0; i < m_entities.GetSize(); ++i)
-        percents.push_back(PercentAt(i));
+    const std::vector<PercentShare> percents = PercentsShown();
     PercentsToAmounts(percents, m_netAmount, m_amounts);
     SetEntitiesToAmtFormat();
     for (int i = 0; i < m_entities.GetSize(); ++i)
@@ -161,6 +159,15 @@ PercentShare CEntitySplitGrid::PercentAt(int entity) const
     const auto* const percent = std::get_if<double>(&cell.value);
     const auto units = percent ? PercentUnits(*percent) : std::nullopt;
     return units ? PercentShare{PercentShare::Kind::Percent, *units} : PercentShare();
+}
+
+std::vector<PercentShare> CEntitySplitGrid::PercentsShown() const
+{
+    std::vector<PercentShare> percents;
+    percents.reserve(m_amounts.size());
+    for (int i = 0; i < m_entities.GetSize(); ++i)
+        percents.push_back(PercentAt(i));
+    return percents;
 }
 
 /// The cell from the amount.
@@ -199,9 +206,7 @@ void CEntitySplitGrid::ShowLeft()
     if (row <= kNetAmount)
         return;
     if (m_usePercent) {
-        std::vector<PercentShare> percents;
-        for (int i = 0; i < m_entities.GetSize(); ++i)
-            percents.push_back(PercentAt(i));
+        const std::vector<PercentShare> percents = PercentsShown();
         SetCellNumber(row, kShare, PercentShare{PercentShare::Kind::Percent, PercentRemainder(percents)}.Percent());
         return;
     }
@@ -250,9 +255,7 @@ CAmt CEntitySplitGrid::GetShareAmount(int entity) const
 
 CString CEntitySplitGrid::GetRemainderHint() const
 {
-    std::vector<PercentShare> percents;
-    for (int i = 0; i < m_entities.GetSize(); ++i)
-        percents.push_back(PercentAt(i));
+    const std::vector<PercentShare> percents = PercentsShown();
     const bool applies = m_usePercent && IsRoundingOnly(PercentRemainder(percents), percents.size(),
                                                         ShownRemainder(m_netAmount, m_amounts));
     return applies ? LibraryText(IDS_SPLIT_NOTHING_LEFT) : CString();

@@ -80,6 +80,7 @@ private:
     int RowOf(int entity) const noexcept { return entity + 1; }
     int RemainderRow() const noexcept { return GetRowCount() - 1; }
     PercentShare PercentAt(int entity) const;
+    std::vector<PercentShare> PercentsShown() const;
     void ShowShare(int entity);
     void TakeShare(int entity);
     void ShowLeft();
