@@ -2,12 +2,10 @@
 // durable transaction, against one hand-written set of INSERT ... SELECT for the same rows, as the practice grows.
 // roll-forward [MOST]: 100 clients and ten times as many up to so many, 100,000 unless told otherwise.
 
-#include <sys/resource.h>
-
-#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -16,6 +14,7 @@
 #include "Places.h"
 #include "roll-forward/RollForward.h"
 #include "server/Server.h"
+#include "Timing.h"
 
 namespace
 {
@@ -27,24 +26,13 @@ struct Seconds
     double processor = 0, wall = 0;
 };
 
-double ProcessorSeconds()
-{
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    const auto seconds = [](const timeval& time) {
-        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
-    };
-    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
-}
-
 template<class Work>
 Seconds Time(Work work)
 {
-    using Clock = std::chrono::steady_clock;
-    const double processor = ProcessorSeconds();
-    const auto wall = Clock::now();
+    const double processor = Bench::ProcessorSeconds(CLOCK_PROCESS_CPUTIME_ID);
+    const auto start = Bench::Clock::now();
     work();
-    return {ProcessorSeconds() - processor, std::chrono::duration<double>(Clock::now() - wall).count()};
+    return {Bench::ProcessorSeconds(CLOCK_PROCESS_CPUTIME_ID) - processor, Bench::SecondsSince(start)};
 }
 
 void RollForwardOurs()
