@@ -1,9 +1,18 @@
 #include <filesystem>
+#include <ostream>
 #include <string>
 #include <vector>
 
 #include "fuzz/Targets.h"
 #include "support/Test.h"
+
+namespace Fuzz
+{
+
+/// Names the test; otherwise it would be called by an address.
+void PrintTo(const Target& target, std::ostream* out) { *out << target.name; }
+
+} // namespace Fuzz
 
 namespace
 {
