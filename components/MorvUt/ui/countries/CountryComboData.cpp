@@ -33,6 +33,8 @@ struct CountryCacheData
     CountryCacheData() = default;
     CountryCacheData(const CountryCacheData&) = default;
     CountryCacheData& operator=(const CountryCacheData&) = default;
+    CountryCacheData(CountryCacheData&&) = default;
+    CountryCacheData& operator=(CountryCacheData&&) = default;
 
     short year = 0; // real; 0: nothing was read
     CountryIndex byName, byAbbreviation;
