@@ -4,7 +4,7 @@
 
 #include "Afx/windows/DataExchange.h"
 #include "Afx/windows/MessageBox.h"
-#include "Cellar/DatabaseError.h"
+#include "MorvUt/context/BusyPractice.h"
 #include "MorvUt/enquiries/dialogs/ClientEnquiryDlg.h"
 #include "MorvUt/enquiries/dialogs/StatusImages.h"
 #include "MorvUt/res/layouts/Enquiries.h"
@@ -128,9 +128,7 @@ void CClientEnquiriesListDlg::OnDelete()
     } catch (const Quarry::ChangedByAnotherUser&) {
         AfxMessageBox(LibraryText(IDS_ENQUIRY_CHANGED));
     } catch (const Cellar::DatabaseError& error) {
-        if (error.GetCategory() != Cellar::DatabaseError::Category::Busy)
-            throw;
-        AfxMessageBox(LibraryText(IDS_PRACTICE_BUSY));
+        TellBusyOrThrow(error);
     }
     FillList();
 }

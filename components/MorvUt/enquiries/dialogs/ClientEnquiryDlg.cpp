@@ -2,7 +2,7 @@
 
 #include "Afx/windows/DataExchange.h"
 #include "Afx/windows/MessageBox.h"
-#include "Cellar/DatabaseError.h"
+#include "MorvUt/context/BusyPractice.h"
 #include "MorvUt/enquiries/rules/LinkedTasks.h"
 #include "MorvUt/res/layouts/Enquiries.h"
 #include "MorvUt/res/Strings.h"
@@ -197,9 +197,7 @@ bool CClientEnquiryDlg::Save()
     } catch (const Quarry::ChangedByAnotherUser&) {
         AfxMessageBox(LibraryText(IDS_ENQUIRY_CHANGED));
     } catch (const Cellar::DatabaseError& error) {
-        if (error.GetCategory() != Cellar::DatabaseError::Category::Busy)
-            throw;
-        AfxMessageBox(LibraryText(IDS_PRACTICE_BUSY));
+        TellBusyOrThrow(error);
     }
     return false;
 }

@@ -2,13 +2,9 @@
 
 #include "Afx/windows/DataExchange.h"
 #include "Afx/windows/MessageBox.h"
-#include "Cellar/DatabaseError.h"
+#include "MorvUt/context/BusyPractice.h"
 #include "MorvUt/res/layouts/Differences.h"
 #include "MorvUt/res/Strings.h"
-#include "MorvUt/taxyear/CurrentTaxYear.h"
-#include "MorvUt/users/UserData.h"
-#include "Quarry/Session.h"
-#include "Trailmark/MTDAudit.h"
 
 /// What is asked before a decision that changes something.
 struct CMTDDifferencesDlg::Question
@@ -16,7 +12,6 @@ struct CMTDDifferencesDlg::Question
     HmrcApi::Decision decision;
     CString text;
     unsigned style;
-    const char* action; // in the audit
 };
 
 IMPLEMENT_DYNAMIC(CMTDDifferencesDlg, CBCGPDialog)
@@ -65,12 +60,12 @@ bool CMTDDifferencesDlg::OnCommand(WPARAM wParam, LPARAM lParam)
     switch (wParam) {
     case IDC_DIFFERENCES_ACCEPT:
         if (Ask({HmrcApi::Decision::Accept, m_acceptText + LibraryText(IDS_DIFFERENCES_ACCEPT_ASK),
-                 MB_YESNO | MB_DEFBUTTON2, "accept"}))
+                 MB_YESNO | MB_DEFBUTTON2}))
             EndDialog(kAccept);
         return true;
     case IDC_DIFFERENCES_REJECT:
         if (Ask({HmrcApi::Decision::Reject, m_rejectText + LibraryText(IDS_DIFFERENCES_REJECT_ASK),
-                 MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2, "reject"}))
+                 MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2}))
             EndDialog(kReject);
         return true;
     case IDC_DIFFERENCES_SKIP:
@@ -92,21 +87,17 @@ bool CMTDDifferencesDlg::Ask(const Question& question)
     }
     if (AfxMessageBox(question.text, question.style) != IDYES)
         return false;
-    return Audit(question.action);
+    return Audit(question.decision);
 }
 
 /// The first write of the decision. A practice that another program is writing to is told, and the dialog stays.
-bool CMTDDifferencesDlg::Audit(const char* action)
+bool CMTDDifferencesDlg::Audit(HmrcApi::Decision decision)
 {
     try {
-        Trailmark::CMTDAuditCache audit(ClientId(m_clientId), Quarry::GetConnection());
-        audit.Add(action, GetCurrentRealTaxYear(), CUserData::m_strUser, m_item, m_hmrc, m_return);
-        audit.Flush();
+        HmrcApi::AuditDecision(ClientId(m_clientId), decision, m_item, m_hmrc, m_return);
         return true;
     } catch (const Cellar::DatabaseError& error) {
-        if (error.GetCategory() != Cellar::DatabaseError::Category::Busy)
-            throw;
-        AfxMessageBox(LibraryText(IDS_PRACTICE_BUSY));
+        TellBusyOrThrow(error);
         return false;
     }
 }

@@ -37,7 +37,7 @@ private:
     struct Question;
 
     bool Ask(const Question& question);
-    bool Audit(const char* action);
+    bool Audit(HmrcApi::Decision decision);
 
     CMTDDifferencesGrid& m_grid;
     long m_clientId;

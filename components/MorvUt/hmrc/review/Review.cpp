@@ -71,14 +71,6 @@ void Remember(const Difference& difference, const StagedYear& staged, StagedDeci
         Remember<Brix::CMTD_PensionStateBenefits>(staged.pensions, difference.stagedIds, made);
 }
 
-void Audit(ClientId client, const char* action, const Difference& difference)
-{
-    Trailmark::CMTDAuditCache audit(client, Quarry::GetConnection());
-    audit.Add(action, GetCurrentRealTaxYear(), CUserData::m_strUser, difference.item, difference.HmrcSummary(),
-              difference.ReturnSummary());
-    audit.Flush();
-}
-
 /// The difference while it is to be decided on: what has been rejected is not offered again.
 Difference* Find(std::vector<Difference>& differences, std::int64_t number)
 {
@@ -109,7 +101,7 @@ ReviewResult Settle(ClientId client, TaxYear taxYear, std::int64_t number, Decis
         return Ended(Outcome::Changed, IDS_REVIEW_CHANGED, std::move(*found));
     if (isWriting) {
         if (audits)
-            Audit(client, facts.action, *found);
+            AuditDecision(client, decision, found->item, found->HmrcSummary(), found->ReturnSummary());
         if (decision == Decision::Accept && !ReplaceFigures(*found))
             return Ended(Outcome::NoSchedule, IDS_REVIEW_NO_SCHEDULE, std::move(*found));
         Remember(*found, staged, facts.made);
@@ -128,6 +120,14 @@ CString WhyMayNot(Decision decision)
     if (!TheUser().TaxReturnSaveAllowed(false))
         return LibraryText(IDS_REVIEW_NO_SAVE);
     return (TheUser().*facts.isAllowed)(false) ? CString() : LibraryText(facts.refusal);
+}
+
+void AuditDecision(ClientId client, Decision decision, const CString& item, const CString& hmrc,
+                   const CString& ofReturn)
+{
+    Trailmark::CMTDAuditCache audit(client, Quarry::GetConnection());
+    audit.Add(FactsOf(decision).action, GetCurrentRealTaxYear(), CUserData::m_strUser, item, hmrc, ofReturn);
+    audit.Flush();
 }
 
 ReviewResult Decide(ClientId client, TaxYear taxYear, std::int64_t number, Decision decision, const std::string& hash)

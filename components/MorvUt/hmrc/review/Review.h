@@ -25,6 +25,11 @@ enum class Decision : std::uint8_t
 /// Empty when they may; skipping needs no right.
 MORVUT_API CString WhyMayNot(Decision decision);
 
+/// Writes to the audit (Trailmark) that the user has decided so, in the current real tax year: on which item, on which
+/// figures of HMRC's and of the return's. Throws Cellar::DatabaseError.
+MORVUT_API void AuditDecision(ClientId client, Decision decision, const CString& item, const CString& hmrc,
+                              const CString& ofReturn);
+
 struct ReviewResult
 {
     enum class Outcome : std::uint8_t

@@ -1,8 +1,7 @@
 #include "MorvUt/ui/sheets/TXDialog.h"
 
 #include "Afx/windows/MessageBox.h"
-#include "Cellar/DatabaseError.h"
-#include "MorvUt/res/Strings.h"
+#include "MorvUt/context/BusyPractice.h"
 #include "Quarry/Session.h"
 
 using Kiln::CExDialog;
@@ -36,9 +35,7 @@ void TXDialog::CloseDialog(int result)
         try {
             m_level->Commit();
         } catch (const Cellar::DatabaseError& error) {
-            if (error.GetCategory() != Cellar::DatabaseError::Category::Busy)
-                throw;
-            AfxMessageBox(LibraryText(IDS_PRACTICE_BUSY)); // it stays open with what was typed
+            TellBusyOrThrow(error); // it stays open
             return;
         }
     }

@@ -4,7 +4,7 @@
 
 #include "Afx/windows/MessageBox.h"
 #include "Afx/windows/Static.h"
-#include "Cellar/DatabaseError.h"
+#include "MorvUt/context/BusyPractice.h"
 #include "MorvUt/res/Strings.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "MorvUt/ui/sheets/JointSpouseIncomeDlg.h"
@@ -54,10 +54,8 @@ bool TXPropertySheet::OnCommand(WPARAM wParam, LPARAM lParam)
             CommitEdits(wParam == ID_APPLY_NOW);
         return isDone;
     } catch (const Cellar::DatabaseError& error) {
-        if (error.GetCategory() != Cellar::DatabaseError::Category::Busy)
-            throw;
+        TellBusyOrThrow(error);
         KeepOpen();
-        AfxMessageBox(LibraryText(IDS_PRACTICE_BUSY));
         return true;
     }
 }
