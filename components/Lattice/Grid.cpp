@@ -25,6 +25,17 @@ constexpr const char* kKeys =
     "Ctrl+D: copy from above\nAlt+Down: open the list\nCtrl+C, Ctrl+X, Ctrl+V: copy, cut, paste\n"
     "Ctrl+Z: take back\nF4: why this figure";
 
+/// What a pasted block has for a place, which counts from its own corner: a single text serves all places. Null where a
+/// line of the block is shorter.
+const CString* TextFor(const TextBlock& block, int row, int column)
+{
+    const auto& texts = block[static_cast<std::size_t>(row) % block.size()];
+    const auto index = static_cast<std::size_t>(column);
+    if (texts.size() == 1)
+        return &texts.front();
+    return index < texts.size() ? &texts[index] : nullptr;
+}
+
 } // namespace
 
 IMPLEMENT_DYNAMIC(CGrid, CWnd)
@@ -407,20 +418,17 @@ void CGrid::Cut()
 bool CGrid::CanPaste(const TextBlock& block, const Block& place)
 {
     for (int row = place.top; row <= place.bottom; ++row) {
-        const auto& texts = block[static_cast<std::size_t>(row - place.top) % block.size()];
         for (int column = place.left; column <= place.right; ++column) {
-            const auto index = static_cast<std::size_t>(column - place.left);
-            if (texts.size() > 1 && index >= texts.size())
-                continue; // a shorter line of the block
+            const CString* const text = TextFor(block, row - place.top, column - place.left);
+            if (!text)
+                continue;
             const Column* const there = m_cells.GetColumn(column);
             const bool isNew = row >= GetRowCount();
             CString why;
             if (!there || (!isNew && !IsCellEditable(row, column)))
                 why = "this cell cannot be changed.";
             else
-                why = Read(isNew ? there->format : GetCell(row, column).format, texts[index % texts.size()],
-                           there->choices)
-                          .whyNot;
+                why = Read(isNew ? there->format : GetCell(row, column).format, *text, there->choices).whyNot;
             if (why.IsEmpty())
                 continue;
             CString message;
@@ -455,15 +463,10 @@ bool CGrid::Paste()
         while (hasRoom && GetRowCount() <= place.bottom)
             hasRoom = OnPasteRow();
         for (int row = place.top; hasRoom && row <= place.bottom; ++row) {
-            const auto& texts = block[static_cast<std::size_t>(row - place.top) % block.size()];
-            for (int column = place.left; column <= place.right; ++column) {
-                const auto index = static_cast<std::size_t>(column - place.left);
-                if (texts.size() == 1 || index < texts.size())
+            for (int column = place.left; column <= place.right; ++column)
+                if (const CString* const text = TextFor(block, row - place.top, column - place.left))
                     ChangeCell(row, column,
-                               Read(GetCell(row, column).format, texts[index % texts.size()],
-                                    m_cells.GetColumn(column)->choices)
-                                   .value);
-            }
+                               Read(GetCell(row, column).format, *text, m_cells.GetColumn(column)->choices).value);
         }
     }
     if (!hasRoom) {

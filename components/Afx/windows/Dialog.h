@@ -35,8 +35,6 @@ class AFX_API CDialog : public CWnd
     /// The control that Tab leads to from `from` (null: the first), or with `back` Shift+Tab; panels and pages are gone
     /// through, and after the last comes the first. Null when nothing takes input.
     CWnd* GetNextDlgTabItem(CWnd* from, bool back = false) const;
-    void NextDlgCtrl() { GotoNext(false); }
-    void PrevDlgCtrl() { GotoNext(true); }
 
     bool IsTabStop() const noexcept override { return false; }
     bool NamesItself() const noexcept override { return true; }

@@ -54,8 +54,6 @@ void CEdit::GetSel(int& start, int& end) const noexcept
 
 CString CEdit::GetSelectedText() const { return Text().Mid(m_selStart, m_selEnd - m_selStart); }
 
-void CEdit::ReplaceSel(const char* text) { ReplaceSelection(text ? text : ""); }
-
 void CEdit::SetReadOnly(bool readOnly)
 {
     m_readOnly = readOnly;
@@ -131,9 +129,10 @@ bool CEdit::OnControlKey(unsigned key)
 /// As if typed, so that a field refuses in a pasted text what it refuses of a key.
 void CEdit::Paste(std::string_view text)
 {
-    while (!text.empty()) {
+    const WindowRef here(this);
+    while (here && !text.empty()) {
         OnChar(Afx::TakeCharacter(text), 1, 0);
-        if (m_limit > 0 && m_characters >= m_limit)
+        if (here && m_limit > 0 && m_characters >= m_limit)
             return;
     }
 }

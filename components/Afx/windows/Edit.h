@@ -15,12 +15,9 @@ class AFX_API CEdit : public CWnd
     void SetSel(int start, int end);
     void GetSel(int& start, int& end) const noexcept;
     CString GetSelectedText() const;
-    /// Puts `text` in place of the selection, whatever the user may type here.
-    void ReplaceSel(const char* text);
     /// From now on the user can type no more than `count` characters; 0: as many as they like. A longer text that is in
     /// the field, or set, stays.
     void LimitText(int count = 0) noexcept { m_limit = count; }
-    int GetLimitText() const noexcept { return m_limit; }
     /// The user can select and copy, not change.
     void SetReadOnly(bool readOnly = true);
     bool IsReadOnly() const noexcept { return m_readOnly; }

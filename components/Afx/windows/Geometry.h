@@ -25,18 +25,6 @@ struct CRect
     int Width() const noexcept { return right - left; }
     int Height() const noexcept { return bottom - top; }
     CSize Size() const noexcept { return {Width(), Height()}; }
-    bool IsRectEmpty() const noexcept { return right <= left || bottom <= top; }
-    bool PtInRect(CPoint point) const noexcept
-    {
-        return point.x >= left && point.x < right && point.y >= top && point.y < bottom;
-    }
-    void OffsetRect(int x, int y) noexcept
-    {
-        left += x;
-        right += x;
-        top += y;
-        bottom += y;
-    }
 
     friend bool operator==(const CRect&, const CRect&) = default;
 };

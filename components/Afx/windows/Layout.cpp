@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <span>
 #include <vector>
 
 #include "Afx/text/Utf8.h"
@@ -115,7 +116,7 @@ std::vector<int> Places(const std::map<int, int>& sizes, int count)
 
 void MakeControls(CWnd& window, const DialogLayout& layout)
 {
-    for (const LayoutRow& row : std::vector<LayoutRow>(layout.rows, layout.rows + layout.count)) {
+    for (const LayoutRow& row : std::span(layout.rows, layout.count)) {
         if (row.kind != ControlKind::Label && window.GetDlgItem(static_cast<int>(row.id)))
             continue;
         CWnd& control = window.Adopt(MakeControl(row), row.id);

@@ -7,7 +7,7 @@
 namespace
 {
 
-constexpr unsigned kTabsId = 0x3020, kFirstPageId = 0x3030;
+constexpr unsigned kTabsId = 0x3020, kPageId = 0x3030;
 // Dialog units.
 constexpr int kSheetGap = 7, kTabsHeight = 18, kButtonWidth = 50, kButtonHeight = 14,
               kLeastWidth = 3 * (kButtonWidth + kSheetGap);
@@ -133,6 +133,16 @@ bool CPropertySheet::SetActivePage(int index)
     return true;
 }
 
+/// Its window and its controls, once.
+void CPropertySheet::MakePage(CPropertyPage& page)
+{
+    if (page.GetParent())
+        return;
+    page.m_made = false;
+    static_cast<CWnd&>(page).Create(this, kPageId);
+    page.MakeControls();
+}
+
 /// Makes a page the one that is seen. It gets the focus when the page before had it.
 void CPropertySheet::ShowPage(int index)
 {
@@ -142,11 +152,7 @@ void CPropertySheet::ShowPage(int index)
     CPropertyPage* const page = GetPage(index);
     if (!page)
         return;
-    if (!page->GetParent()) {
-        page->m_made = false;
-        static_cast<CWnd*>(page)->Create(this, kFirstPageId + static_cast<unsigned>(index));
-        page->MakeControls();
-    }
+    MakePage(*page);
     if (!page->m_filled) {
         page->m_open = page->m_filled = true;
         page->OnInitDialog();
@@ -171,10 +177,8 @@ bool CPropertySheet::OnInitDialog()
     m_tabs.CWnd::Create(this, kTabsId);
     CSize largest{kLeastWidth, 0};
     for (CPropertyPage* const page : m_pages) { // all of them, since the largest decides
-        if (!page->GetParent())
-            static_cast<CWnd*>(page)->Create(this, kFirstPageId);
+        MakePage(*page);
         page->ShowWindow(false);
-        page->MakeControls();
         largest = {std::max(largest.cx, page->GetRect().Width()), std::max(largest.cy, page->GetRect().Height())};
     }
     m_ok.CWnd::Create(this, IDOK);

@@ -102,6 +102,7 @@ protected:
 private:
     void Forget(const CPropertyPage& page) noexcept;
     bool ApplyPages();
+    void MakePage(CPropertyPage& page);
     void ShowPage(int index);
     void PageModified();
 

@@ -79,19 +79,15 @@ bool UserActs::Edit(CWnd& window, std::string_view text, int caret)
     const std::size_t start = CommonStart(before.View(), text);
     const std::size_t end = CommonEnd(before.View().substr(start), text.substr(start));
     const auto removed = static_cast<int>(before.View().size() - start - end);
-    std::string_view typed = text.substr(start, text.size() - start - end);
+    const std::string_view typed = text.substr(start, text.size() - start - end);
     if (edit->IsReadOnly() || (removed == 0 && typed.empty()))
         return !edit->IsReadOnly();
     const WindowRef here(edit);
     edit->SetSel(static_cast<int>(start), static_cast<int>(start) + removed);
     if (typed.empty())
         edit->OnChar(8, 1, 0);
-    const int limit = edit->GetLimitText();
-    while (here && !typed.empty() && (limit <= 0 || edit->m_characters < limit || removed > 0)) {
-        edit->OnChar(TakeCharacter(typed), 1, 0);
-        if (limit > 0 && here && edit->m_characters >= limit)
-            break;
-    }
+    if (here)
+        edit->Paste(typed);
     if (here && edit->Text() == text)
         edit->SetSel(caret, caret);
     return true;

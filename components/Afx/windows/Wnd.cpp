@@ -125,12 +125,7 @@ bool CWnd::SubclassDlgItem(unsigned id, CWnd* parent)
     there->DropPeers();
     if (hadFocus)
         g_focus = this;
-    auto& owned = parent->m_owned;
-    const auto held = std::find_if(owned.begin(), owned.end(), [there](const auto& one) { return one.get() == there; });
-    if (held != owned.end()) {
-        Ended().push_back(std::move(*held));
-        owned.erase(held);
-    }
+    parent->LetGo(*there);
     PreSubclassWindow();
     return true;
 }
@@ -144,17 +139,21 @@ bool CWnd::DestroyWindow()
     while (!m_children.empty())
         m_children.back()->DestroyWindow();
     DropPeers();
-    if (CWnd* const parent = m_parent) {
-        auto& owned = parent->m_owned;
-        const auto held =
-            std::find_if(owned.begin(), owned.end(), [this](const auto& one) { return one.get() == this; });
-        if (held != owned.end()) {
-            Ended().push_back(std::move(*held));
-            owned.erase(held);
-        }
-    }
+    if (m_parent)
+        m_parent->LetGo(*this);
     Unlink();
     return true;
+}
+
+/// A child that this window owns, if it does, lives until the running event has returned.
+void CWnd::LetGo(const CWnd& child)
+{
+    const auto held =
+        std::find_if(m_owned.begin(), m_owned.end(), [&child](const auto& one) { return one.get() == &child; });
+    if (held == m_owned.end())
+        return;
+    Ended().push_back(std::move(*held));
+    m_owned.erase(held);
 }
 
 CWnd& CWnd::GetTopLevel() noexcept
@@ -254,17 +253,24 @@ void CWnd::SetRedraw(bool redraw)
         Changed(Afx::Part::All);
 }
 
+CWnd* CWnd::GetLabel() const noexcept
+{
+    if (!m_parent)
+        return nullptr;
+    const auto& siblings = m_parent->m_children;
+    const auto here = std::find(siblings.begin(), siblings.end(), this);
+    const bool isLabelled = here != siblings.begin() && (*(here - 1))->IsKindOf(RUNTIME_CLASS(CStatic));
+    return isLabelled ? *(here - 1) : nullptr;
+}
+
 CString CWnd::GetAccessibleName() const
 {
     if (!m_name.IsEmpty())
         return m_name;
-    if (!NamesItself() && m_parent) {
-        const auto& siblings = m_parent->m_children;
-        const auto here = std::find(siblings.begin(), siblings.end(), this);
-        if (here != siblings.begin() && (*(here - 1))->IsKindOf(RUNTIME_CLASS(CStatic)))
-            return Afx::WithoutMnemonic((*(here - 1))->m_text);
-    }
-    return NamesItself() ? Afx::WithoutMnemonic(m_text) : CString();
+    if (NamesItself())
+        return Afx::WithoutMnemonic(m_text);
+    const CWnd* const label = GetLabel();
+    return label ? Afx::WithoutMnemonic(label->m_text) : CString();
 }
 
 void CWnd::SetAccessibleName(const CString& name)

@@ -41,7 +41,6 @@ class AFX_API CWnd : public CObject
     /// The window around all: this one when nothing is around it.
     CWnd& GetTopLevel() noexcept;
     int GetDlgCtrlID() const noexcept { return static_cast<int>(m_id); }
-    void SetDlgCtrlID(unsigned id) noexcept { m_id = id; }
     /// The control `id` of this window, the first when several have it; null when there is none.
     CWnd* GetDlgItem(int id) const noexcept;
     /// In the order in which they are reached by Tab.
@@ -83,6 +82,8 @@ class AFX_API CWnd : public CObject
     void SetRedraw(bool redraw = true);
     bool IsDrawing() const noexcept { return m_drawingOff == 0; }
 
+    /// The static text before it, which says what is to be entered here; null when there is none.
+    CWnd* GetLabel() const noexcept;
     /// How a screen reader calls it: the name that was set, else its label (the static text before it), else its text;
     /// without the mark of a mnemonic.
     CString GetAccessibleName() const;
@@ -107,8 +108,6 @@ class AFX_API CWnd : public CObject
     bool DeliverCommand(unsigned id, unsigned notification = 0);
     bool DeliverNotify(unsigned code);
     bool DeliverKey(unsigned key, unsigned modifiers) { return OnKey(key, modifiers); }
-    /// For windows that hand on to their sheet what they do not take themselves.
-    bool DeliverMapped(Afx::MapMessage& message) { return OnMapped(message); }
 
     /// The native window, made by the window system that is installed for this window and those inside it.
     void MakePeers();
@@ -156,6 +155,7 @@ protected:
 
 private:
     void Unlink() noexcept;
+    void LetGo(const CWnd& child);
 
     CString m_text, m_name;
     CWnd* m_parent = nullptr;

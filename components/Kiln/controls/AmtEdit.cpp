@@ -1,5 +1,6 @@
 #include "Kiln/controls/AmtEdit.h"
 
+#include "Afx/text/Ascii.h"
 #include "Afx/windows/DataExchange.h"
 #include "Afx/windows/MessageBox.h"
 
@@ -26,7 +27,7 @@ int EndOfTerm(const CString& text, int from) noexcept
             const bool isLast = CString(text.Mid(i + 1)).Trim().IsEmpty();
             return isLast ? text.GetLength() : i; // "12-" is an amount with its sign behind
         }
-        hasFigure |= c >= '0' && c <= '9';
+        hasFigure |= Afx::IsDigit(c);
     }
     return text.GetLength();
 }

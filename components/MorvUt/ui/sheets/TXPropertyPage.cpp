@@ -1,8 +1,5 @@
 #include "MorvUt/ui/sheets/TXPropertyPage.h"
 
-#include <algorithm>
-
-#include "Afx/windows/Static.h"
 #include "MorvUt/ui/sheets/TXPropertySheet.h"
 
 using Kiln::CExPropertyPage;
@@ -35,9 +32,8 @@ void TXPropertyPage::ShowEdit(unsigned id, bool show)
     if (!edit)
         return;
     edit->ShowWindow(show);
-    const auto here = std::find(Children().begin(), Children().end(), edit);
-    if (here != Children().begin() && (*(here - 1))->IsKindOf(RUNTIME_CLASS(CStatic)))
-        (*(here - 1))->ShowWindow(show);
+    if (CWnd* const label = edit->GetLabel())
+        label->ShowWindow(show);
 }
 
 bool TXPropertyPage::OnKillActive()
@@ -56,12 +52,6 @@ bool TXPropertyPage::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* result)
 {
     if (CExPropertyPage::OnNotify(wParam, lParam, result))
         return true;
-    Afx::MapMessage message;
-    message.kind = Afx::MapMessage::Kind::Notify;
-    message.id = static_cast<unsigned>(wParam);
-    message.header = reinterpret_cast<NMHDR*>(lParam);
-    message.code = message.header->code;
-    message.result = result;
     TXPropertySheet* const sheet = GetTXSheet();
-    return sheet && sheet->DeliverMapped(message);
+    return sheet && sheet->OnNotify(wParam, lParam, result);
 }

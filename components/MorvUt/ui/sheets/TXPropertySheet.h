@@ -126,6 +126,7 @@ protected:
 
 private:
     friend class CNotesStatusDlg; // which notes come first
+    friend class TXPropertyPage;  // what it leaves of notifications
 
     void DisplayInfoControl(unsigned id, int& height);
     void PlacePanel(CDialog& panel, unsigned id, int& width, int& height);
