@@ -235,7 +235,6 @@ bool CEntitySplitGrid::SelectClient(unsigned long id, int isPartnership)
 
 void CEntitySplitGrid::SetReadOnly(bool readOnly)
 {
-    m_readOnly = readOnly;
     for (int i = 0; i < m_entities.GetSize(); ++i)
         SetCellReadOnly(RowOf(i), kShare, readOnly);
 }

@@ -90,5 +90,4 @@ private:
     std::vector<Kiln::CAmt> m_amounts; // the shares, whatever is shown
     Kiln::CAmt m_netAmount;
     bool m_usePercent = false;
-    bool m_readOnly = false;
 };

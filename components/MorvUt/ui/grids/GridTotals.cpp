@@ -4,8 +4,9 @@
 
 CGridTotalInfoABC::~CGridTotalInfoABC() = default;
 
-std::vector<Kiln::CAmt> CGridTotalInfoABC::AmountsOf(const std::vector<std::pair<int, int>>& cells) const
+std::vector<Kiln::CAmt> CGridTotalInfoABC::GetAmounts() const
 {
+    const std::vector<std::pair<int, int>> cells = GetCells();
     std::vector<Kiln::CAmt> amounts;
     amounts.reserve(cells.size());
     for (const auto& [row, column] : cells)

@@ -20,14 +20,13 @@ public:
     int GetColumn() const noexcept { return m_column; }
     virtual bool Sums(int row, int column) const noexcept = 0;
     /// The amounts of the range, in its order.
-    virtual std::vector<Kiln::CAmt> GetAmounts() const = 0;
+    std::vector<Kiln::CAmt> GetAmounts() const;
     /// The cells of the range, in its order: row and column.
     virtual std::vector<std::pair<int, int>> GetCells() const = 0;
 
 protected:
     CGridTotalInfoABC(CTotallingGrid& grid, int row, int column) noexcept : m_grid(grid), m_row(row), m_column(column)
     {}
-    std::vector<Kiln::CAmt> AmountsOf(const std::vector<std::pair<int, int>>& cells) const;
 
 private:
     CTotallingGrid& m_grid;
@@ -45,7 +44,6 @@ public:
     {
         return column == m_summed && row >= m_first && row <= m_last;
     }
-    std::vector<Kiln::CAmt> GetAmounts() const override { return AmountsOf(GetCells()); }
     std::vector<std::pair<int, int>> GetCells() const override;
 
 private:
@@ -63,7 +61,6 @@ public:
     {
         return row == m_summed && column >= m_first && column <= m_last;
     }
-    std::vector<Kiln::CAmt> GetAmounts() const override { return AmountsOf(GetCells()); }
     std::vector<std::pair<int, int>> GetCells() const override;
 
 private:

@@ -64,8 +64,10 @@ const std::vector<std::size_t>& CTotallingGrid::Order()
         for (const std::size_t over : TotalsOver(total->GetRow(), total->GetColumn()))
             ++waitsFor[over];
     std::vector<bool> isPlaced(m_totals.size());
+    m_places.resize(m_totals.size());
     const auto place = [&](std::size_t index) {
         isPlaced[index] = true;
+        m_places[index] = m_order.size();
         m_order.push_back(index);
     };
     for (std::size_t i = 0; i < m_totals.size(); ++i)
@@ -100,12 +102,10 @@ void CTotallingGrid::UpdateTotals(bool redraw)
 
 void CTotallingGrid::OnCellEndEdit(int row, int column)
 {
-    std::vector<std::size_t> places(m_totals.size()); // in the order
-    for (std::size_t at = 0; at < Order().size(); ++at)
-        places[m_order[at]] = at;
+    Order();                   // as far as it was not worked out
     std::set<std::size_t> due; // places, so that each is computed once, behind what it sums
     for (const std::size_t index : TotalsOver(row, column))
-        due.insert(places[index]);
+        due.insert(m_places[index]);
     while (!due.empty()) {
         const std::size_t place = *due.begin();
         due.erase(due.begin());
@@ -114,8 +114,8 @@ void CTotallingGrid::OnCellEndEdit(int row, int column)
         Compute(m_order[place], true);
         if (GetCellText(total.GetRow(), total.GetColumn()) != before)
             for (const std::size_t over : TotalsOver(total.GetRow(), total.GetColumn()))
-                if (places[over] > place)
-                    due.insert(places[over]);
+                if (m_places[over] > place)
+                    due.insert(m_places[over]);
     }
 }
 

@@ -49,6 +49,7 @@ private:
 
     std::vector<std::unique_ptr<CGridTotalInfoABC>> m_totals;
     std::unordered_map<int, std::vector<std::size_t>> m_overColumn, m_overRow; // totals that sum some of it
+    std::vector<std::size_t> m_places;                                         // of each in the order
     std::vector<std::size_t> m_order; // each behind those that it sums; empty: not worked out
     std::size_t m_computed = 0;
 };
