@@ -98,11 +98,8 @@ private:
             source.showsReminder = types.GetShowReminder();
             m_types.emplace(source.typeId, std::move(source));
         }
-        std::vector<long> there;
-        for (const Source& source : m_there)
-            there.push_back(source.id);
-        if (!there.empty())
-            m_tasks = ReadTasks(m_connection, there);
+        if (!m_there.empty())
+            m_tasks = ReadTasks(m_connection, IdsOf(m_there));
     }
 
     void LinkOne(Enquiry& enquiry, Carried& carried)

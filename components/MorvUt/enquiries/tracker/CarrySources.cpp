@@ -28,15 +28,6 @@ bool IsComplete(const Source& source, const std::vector<Task>& tasks)
                        [&](const Task& task) { return task.sourceId != source.id || task.isComplete; });
 }
 
-std::vector<long> IdsOf(const std::vector<Source>& sources)
-{
-    std::vector<long> ids;
-    ids.reserve(sources.size());
-    for (const Source& source : sources)
-        ids.push_back(source.id);
-    return ids;
-}
-
 /// What the new year may lack, and what it has.
 struct TwoYears
 {

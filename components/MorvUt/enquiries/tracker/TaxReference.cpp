@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "Afx/text/Ascii.h"
 #include "Brix/Records.h"
 #include "Quarry/DataCursor.h"
 
@@ -12,7 +13,7 @@ std::string DigitsOf(std::string_view text)
 {
     std::string digits;
     for (const char c : text)
-        if (c >= '0' && c <= '9')
+        if (Afx::IsDigit(c))
             digits += c;
     return digits;
 }

@@ -64,6 +64,15 @@ std::vector<Source> ReadSources(Cellar::CConnection& connection, const std::vect
     return sources;
 }
 
+std::vector<long> IdsOf(const std::vector<Source>& sources)
+{
+    std::vector<long> ids;
+    ids.reserve(sources.size());
+    for (const Source& source : sources)
+        ids.push_back(source.id);
+    return ids;
+}
+
 std::vector<Task> ReadTasks(Cellar::CConnection& connection, const std::vector<long>& sourceIds)
 {
     std::vector<Task> tasks;

@@ -18,6 +18,7 @@ long TaxReturnTypeOf(const TrackerOwner& owner) noexcept;
 /// In the order in which they were made.
 std::vector<Source> ReadSources(Cellar::CConnection& connection, const TrackerOwner& owner, short first, short last);
 std::vector<Source> ReadSources(Cellar::CConnection& connection, const std::vector<long>& ids);
+std::vector<long> IdsOf(const std::vector<Source>& sources);
 /// The tasks of these sources.
 std::vector<Task> ReadTasks(Cellar::CConnection& connection, const std::vector<long>& sourceIds);
 /// Those of one source.
