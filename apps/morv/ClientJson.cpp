@@ -70,6 +70,7 @@ Json ToJson(const HmrcApi::StagedPension& staged)
             {"worksNumber", TextOf(staged.worksNumber)},
             {"payer", TextOf(staged.payer)},
             {"date", DateOf(staged.date)},
+            {"end", DateOf(staged.end)},
             {"amountPence", PenceOf(staged.amount)},
             {"taxPence", PenceOf(staged.tax)},
             {"withdrawn", staged.isWithdrawn}};

@@ -47,9 +47,6 @@ void PrintEmployments(const std::vector<Employment>& employments)
             PrintBenefit(Text(row.employer), benefit);
 }
 
-// HMRC gives the start, or where there is none the end.
-TextTable PensionTable() { return TextTable({"Pension or benefit", "Reference", "From (or to)", "Amount", "Tax"}); }
-
 } // namespace
 
 void PrintClient(const ClientView& client, short year)
@@ -75,7 +72,7 @@ void PrintSchedules(const HmrcApi::ReturnYear& own)
 {
     PrintText("Schedules of the return:");
     PrintEmployments(own.employments);
-    TextTable table = PensionTable();
+    TextTable table({"Pension or benefit", "Reference", "From (or to)", "Amount", "Tax"});
     for (const HmrcApi::ReturnPension& row : own.pensions)
         table.Add(
             {DisplayName(row).Str(), row.reference.Str(), ShownDate(row.start), Money(row.amount), Money(row.tax)});
@@ -87,10 +84,10 @@ void PrintStaged(const HmrcApi::StagedYear& staged, short year)
 {
     PrintText("Received from HMRC:");
     PrintEmployments(staged.employments);
-    TextTable table = PensionTable();
+    TextTable table({"Pension or benefit", "Reference", "From (or to)", "To", "Amount", "Tax"});
     for (const HmrcApi::StagedPension& row : staged.pensions)
         table.Add({DisplayName(row).Str() + Mark(row.isWithdrawn), DisplayReference(row).Str(), ShownDate(row.date),
-                   Money(row.amount), Money(row.tax)});
+                   ShownDate(row.end), Money(row.amount), Money(row.tax)});
     if (!table.IsEmpty())
         table.Print("  ");
     for (const HmrcApi::StagedAllowance& row : staged.allowances)
@@ -102,7 +99,10 @@ void PrintStaged(const HmrcApi::StagedYear& staged, short year)
     PrintLine("  National Insurance: earnings with Class 1 due %s%s; Class 2 due %s; maximum reached: %s",
               Money(insurance.class1Earnings),
               HmrcApi::IsClass1Final(insurance, year, Kiln::CDate::Today()) ? "" : " (not yet final)",
-              Money(insurance.class2Due), insurance.isMaximumReached.value_or(false) ? "yes" : "no");
+              Money(insurance.class2Due),
+              !insurance.isMaximumReached   ? "not told"
+              : *insurance.isMaximumReached ? "yes"
+                                            : "no");
 }
 
 } // namespace Morv

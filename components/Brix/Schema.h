@@ -14,7 +14,7 @@ namespace Brix
 {
 
 /// The version of the schema that this library reads and writes.
-inline constexpr int kSchemaVersion = 5;
+inline constexpr int kSchemaVersion = 6;
 
 /// All declared tables, record classes first, then the tables that are reached by statements only.
 BRIX_API const std::vector<const Quarry::Table*>& AllTables();

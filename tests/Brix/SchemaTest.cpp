@@ -81,8 +81,9 @@ TEST_P(Schema, KnowsItsVersion)
         {"CREATE TABLE BRIXSchema (x INTEGER)", SchemaState::NotAPractice, 0, "another table of that name"},
         {"CREATE TABLE BRIXSchema (nVersion INTEGER)", SchemaState::NotAPractice, 0, "no version in it"},
         {"CREATE TABLE BRIXSchema AS SELECT 2 AS nVersion", SchemaState::Older, 2, "before the key check"},
-        {"CREATE TABLE BRIXSchema AS SELECT 5 AS nVersion", SchemaState::Current, 5, "ours"},
-        {"CREATE TABLE BRIXSchema AS SELECT 6 AS nVersion", SchemaState::Newer, 6, "from the future"},
+        {"CREATE TABLE BRIXSchema AS SELECT 5 AS nVersion", SchemaState::Older, 5, "before ends of pensions"},
+        {"CREATE TABLE BRIXSchema AS SELECT 6 AS nVersion", SchemaState::Current, 6, "ours"},
+        {"CREATE TABLE BRIXSchema AS SELECT 7 AS nVersion", SchemaState::Newer, 7, "from the future"},
     };
     int number = 0;
     for (const auto& [sql, state, version, why] : rows) {

@@ -174,7 +174,7 @@ private:
                 fields.push_back(field);
             if (fields[isPension ? 2 : 1] != reference)
                 continue;
-            const std::string& amount = fields[6];
+            const std::string& amount = fields[isPension ? 7 : 6];
             ++items;
             isPaySent = isPaySent && amount != Plain::kNothing;
             pay += amount == Plain::kNothing ? 0 : std::stoll(amount);

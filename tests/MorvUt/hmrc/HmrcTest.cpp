@@ -216,7 +216,7 @@ std::vector<std::string> HmrcPractice::LiveRows(ClientId client)
             all.back() += " [" + benefit + ']';
     }
     for (const auto& [id, row] : read("SELECT t.lID, nMTDType, strReference, strWorksNumber, strPayer, dtStart, "
-                                      "amtAmount, amtTax FROM BRIXMTD_PensionStateBenefits t" STILL_SENT))
+                                      "dtEnd, amtAmount, amtTax FROM BRIXMTD_PensionStateBenefits t" STILL_SENT))
         all.push_back("P|" + row);
     for (const auto& [id, row] : read("SELECT t.lID, nAllowanceType, strAllowanceType, amtAmount FROM "
                                       "BRIXMTD_TaxFreeAllowances t" STILL_SENT))

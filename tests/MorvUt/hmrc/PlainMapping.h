@@ -52,13 +52,14 @@ inline std::string ShowDate(const std::string& text)
     return shown;
 }
 
-/// A member: "name" a text, "@name" a date, "#name" an amount, "?name" a flag, where absent is false.
+/// A member: "name" a text, "@name" a date, "#name" an amount, "?name" a flag, "!name" one where absent is false.
 inline std::string Show(const Json& object, const std::string& member)
 {
-    const bool hasKind = std::string("@#?").find(member[0]) != std::string::npos;
+    const bool hasKind = std::string("@#?!").find(member[0]) != std::string::npos;
     const Json* value = object.Find(member.substr(hasKind ? 1 : 0));
-    if (member[0] == '?')
-        return value && value->boolean ? "1" : "0";
+    const bool isFlag = value && value->Is(Json::Kind::Boolean);
+    if (isFlag || member[0] == '!')
+        return isFlag && value->boolean ? "1" : "0";
     if (!value || value->text.empty())
         return kNothing;
     return member[0] == '#' ? ShowAmount(value->text) : member[0] == '@' ? ShowDate(value->text) : value->text;
@@ -121,12 +122,12 @@ inline std::string Benefit(const std::string& kind, const std::string& amount, c
     return std::to_string(NumberOf(kind)) + '|' + kind + '|' + amount + '|' + isForecast;
 }
 
-/// "P|kind|reference|works number|payer|date|amount|tax" of a taxable benefit.
+/// "P|kind|reference|works number|payer|date|end|amount|tax" of a taxable benefit.
 inline std::string StateBenefit(const Json& item)
 {
     const std::string kind = Show(item, "benefitType");
     const char* const from = Show(item, "@startDate") != kNothing ? "@startDate" : "@endDate";
-    const std::string figures = std::string(from) + " #taxablePayTotal #taxTotal";
+    const std::string figures = std::string(from) + " @endDate #taxablePayTotal #taxTotal";
     const char* const known[] = {"JobseekersAllowance", "IncapacityBenefit", "EmploymentAndSupportAllowance"};
     for (int i = 0; i < 3; ++i)
         if (kind == known[i])
@@ -141,14 +142,14 @@ inline Rows RowsOfPaye(const Json& answer)
         Rows benefits;
         for (const Json& benefit : List(item, "companyBenefits"))
             benefits.push_back(
-                Benefit(Show(benefit, "benefitType"), Show(benefit, "#amount"), Show(benefit, "?isForecastBenefit")));
+                Benefit(Show(benefit, "benefitType"), Show(benefit, "#amount"), Show(benefit, "!isForecastBenefit")));
         rows.push_back(Employment(Row(item, "employerPayeReference worksNumber employerName @startDate @endDate "
                                             "#taxablePayTotal #taxTotal #studentLoan ?offPayrollWorkFlag"),
                                   benefits));
     }
     for (const Json& item : List(answer, "privatePensions"))
-        rows.push_back(Row(item, "=P =1 employerPayeReference worksNumber employerName @startDate #taxablePayTotal "
-                                 "#taxTotal"));
+        rows.push_back(Row(item, "=P =1 employerPayeReference worksNumber employerName @startDate @endDate "
+                                 "#taxablePayTotal #taxTotal"));
     for (const Json& item : List(answer, "taxableSocialSecurityBenefits"))
         rows.push_back(StateBenefit(item));
     for (const Json& item : List(answer, "taxFreeAllowances"))
@@ -158,11 +159,12 @@ inline Rows RowsOfPaye(const Json& answer)
         const Json* lump = state->Find("lumpSum");
         const std::string words = Show(*state, "typeDescription"), amount = Show(*state, "#grossAmount");
         if (!lump || words != kNothing || amount != kNothing)
-            rows.push_back("P|0|" + (words == kNothing ? "State Pension" : words) + "|-|-|-|" + amount + "|-");
+            rows.push_back("P|0|" + (words == kNothing ? "State Pension" : words) + "|-|-|-|-|" + amount + "|-");
         if (lump)
-            rows.push_back("P|0|State Pension lump sum|-|-|" + Row(*lump, Show(*lump, "@startDate") != kNothing
-                                                                              ? "@startDate #taxablePayTotal #taxTotal"
-                                                                              : "@endDate #taxablePayTotal #taxTotal"));
+            rows.push_back("P|0|State Pension lump sum|-|-|" +
+                           Row(*lump, Show(*lump, "@startDate") != kNothing
+                                          ? "@startDate @endDate #taxablePayTotal #taxTotal"
+                                          : "@endDate @endDate #taxablePayTotal #taxTotal"));
     }
     std::sort(rows.begin(), rows.end());
     return rows;
@@ -212,7 +214,7 @@ inline Rows RowsOfParts(const Parts& parts, Rows& unstaged)
         if (isLeftOut)
             unstaged.emplace_back(words);
         else if (amount != kNothing || taken != kNothing)
-            rows.push_back(std::string("P|") + kind + '|' + words + "|-|-|-|" + amount + '|' + taken);
+            rows.push_back(std::string("P|") + kind + '|' + words + "|-|-|-|-|" + amount + '|' + taken);
     };
     const char *const pensions = "#otherPensionsAndRetirementAnnuities", *const incapacity = "#incapacityBenefit";
     add("1", "Pensions and retirement annuities", Show(sums, pensions), Show(taxes, pensions));

@@ -630,6 +630,7 @@ CREATE TABLE "brixmtd_pensionstatebenefits" (
     "strworksnumber" text COLLATE morvut_nocase,
     "ndecision" integer,
     "strdecided" text COLLATE morvut_nocase,
+    "dtend" date,
     "nversion" integer DEFAULT 0
 );
 CREATE INDEX "ix_brixmtd_pensionstatebenefits_lmtd_taxyearid" ON "brixmtd_pensionstatebenefits" ("lmtd_taxyearid");

@@ -573,6 +573,7 @@ CREATE TABLE [BRIXMTD_PensionStateBenefits] (
     [strWorksNumber] TEXT COLLATE NOCASE,
     [nDecision] INTEGER,
     [strDecided] TEXT COLLATE NOCASE,
+    [dtEnd] TEXT,
     [nVersion] INTEGER DEFAULT 0
 );
 CREATE INDEX [IX_BRIXMTD_PensionStateBenefits_lMTD_TaxYearID] ON [BRIXMTD_PensionStateBenefits] ([lMTD_TaxYearID]);

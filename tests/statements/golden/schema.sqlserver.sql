@@ -629,6 +629,7 @@ CREATE TABLE [BRIXMTD_PensionStateBenefits] (
     [strWorksNumber] nvarchar(max),
     [nDecision] int,
     [strDecided] nvarchar(max),
+    [dtEnd] date,
     [nVersion] int DEFAULT 0
 );
 CREATE INDEX [IX_BRIXMTD_PensionStateBenefits_lMTD_TaxYearID] ON [BRIXMTD_PensionStateBenefits] ([lMTD_TaxYearID]);

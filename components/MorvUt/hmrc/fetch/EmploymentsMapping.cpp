@@ -138,7 +138,8 @@ void AddPart(StagedEmployment& item, const Employment_t& part)
         item.pay = more.pay;
     if (!more.tax.IsNull())
         item.tax = more.tax;
-    item.isOffPayroll = item.isOffPayroll || more.isOffPayroll;
+    if (more.isOffPayroll)
+        item.isOffPayroll = more.isOffPayroll;
     item.benefits.insert(item.benefits.end(), more.benefits.begin(), more.benefits.end());
 }
 

@@ -17,6 +17,7 @@ StagedPension MapPension(const PrivatePension_t& pension)
     item.worksNumber = pension.worksNumber;
     item.payer = pension.employerName;
     item.date = pension.startDate;
+    item.end = pension.endDate;
     item.amount = pension.taxablePayTotal;
     item.tax = pension.taxTotal;
     return item;
@@ -33,6 +34,7 @@ StagedPension MapBenefit(const TaxableSocialSecurityBenefit_t& benefit)
         item.payer = benefit.employerPayeReference;
     }
     item.date = FirstOf(benefit.startDate, benefit.endDate);
+    item.end = benefit.endDate;
     item.amount = benefit.taxablePayTotal;
     item.tax = benefit.taxTotal;
     return item;
@@ -50,6 +52,7 @@ void MapStatePension(const StatePension_t& pension, std::vector<StagedPension>& 
         StagedPension& item = items.emplace_back();
         item.reference = kLumpSumDescription;
         item.date = FirstOf(lump->startDate, lump->endDate);
+        item.end = lump->endDate;
         item.amount = lump->taxablePayTotal;
         item.tax = lump->taxTotal;
     }
@@ -82,7 +85,7 @@ StagedEmployment MapEmployment(const Employment_t& employment)
     item.pay = employment.taxablePayTotal;
     item.tax = employment.taxTotal;
     item.studentLoan = employment.studentLoan;
-    item.isOffPayroll = employment.offPayrollWorkFlag.value_or(false);
+    item.isOffPayroll = employment.offPayrollWorkFlag;
     for (const CompanyBenefit_t& benefit : employment.companyBenefits)
         item.benefits.push_back(
             {0, benefit.benefitType, benefit.benefitNumber, benefit.amount, benefit.isForecastBenefit, false});

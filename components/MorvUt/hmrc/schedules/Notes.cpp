@@ -57,7 +57,7 @@ void AddEmployment(Notes& notes, const StagedEmployment& item, int ofReference)
         notes.Add("%s: HMRC gives benefits by the employer's reference, of which there are %d employments; check "
                   "which of them these belong to.",
                   payer, ofReference);
-    if (item.isOffPayroll)
+    if (item.isOffPayroll.value_or(false))
         notes.Add("%s: HMRC says that off-payroll working applied; the return asks for it.", payer);
     for (const CString& line : TotalsOf(item.benefits).told)
         notes.Add("%s: %s.", payer, line);

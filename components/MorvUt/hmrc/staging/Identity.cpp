@@ -52,7 +52,7 @@ std::vector<int> PairPayees(const std::vector<Payee>& items, const std::vector<P
     return PairUp(items, rows, kRounds, traitOf);
 }
 
-std::string RestOf(const StagedPension& item) { return "of " + item.payer; }
+std::string RestOf(const StagedPension& item) { return Joined({item.payer, TextOf(item.end)}); }
 
 std::string RestOf(const StagedEmployment& item)
 {
@@ -62,7 +62,8 @@ std::string RestOf(const StagedEmployment& item)
             benefits.push_back(Joined(
                 {TypeText(benefit.type, benefit.number), TextOf(benefit.amount), benefit.isForecast ? "1" : "0"}));
     std::sort(benefits.begin(), benefits.end());
-    std::string text = Joined({item.employer, item.isOffPayroll ? "1" : "0"});
+    const char* const offPayroll = !item.isOffPayroll ? "" : *item.isOffPayroll ? "1" : "0";
+    std::string text = Joined({item.employer, offPayroll});
     for (const std::string& benefit : benefits)
         text += benefit;
     return text;

@@ -62,7 +62,7 @@ struct StagedEmployment
     std::string employer;
     Kiln::CDate start, end;
     Kiln::CAmt pay, tax, studentLoan;
-    bool isOffPayroll = false;
+    std::optional<bool> isOffPayroll; // nothing: HMRC did not say
     bool isWithdrawn = false;
     std::vector<StagedBenefit> benefits;
     StagedDecision decision = {};
@@ -77,7 +77,8 @@ struct StagedPension
     std::string reference;
     std::string worksNumber;
     std::string payer;
-    Kiln::CDate date; // the start, else the end
+    Kiln::CDate date; // by which it is known: the start; of benefits and lump sums without one the end
+    Kiln::CDate end;
     Kiln::CAmt amount, tax;
     bool isWithdrawn = false;
     StagedDecision decision = {};

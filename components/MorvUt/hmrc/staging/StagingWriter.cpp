@@ -115,9 +115,12 @@ Trait StateBenefitTrait(int round, const StagedPension& item, bool)
 {
     const std::string kind =
         Joined({std::to_string(item.kind), item.kind == kUnknownBenefit ? item.reference : std::string()});
-    if (round == 0)
-        return Joined({kind, TextOf(item.date), TextOf(item.amount), TextOf(item.tax), item.reference, item.payer});
-    return Joined({kind, TextOf(item.date)});
+    const std::string known = Joined({kind, TextOf(item.date)});
+    if (round == 2)
+        return known;
+    // A row of a practice from before ends were staged has none yet.
+    return Joined({known, TextOf(item.amount), TextOf(item.tax), item.reference, item.payer,
+                   round == 0 ? TextOf(item.end) : std::string()});
 }
 
 Trait StatePensionTrait(int round, const StagedPension& item, bool)
@@ -145,7 +148,7 @@ namespace
 constexpr PensionKind kPensionKinds[] = {
     {[](int kind) { return kind == kPrivatePension; }, &PairPrivatePensions},
     {&IsStateBenefit,
-     [](const Pensions& items, const Pensions& rows) { return PairUp(items, rows, 2, &StateBenefitTrait); }},
+     [](const Pensions& items, const Pensions& rows) { return PairUp(items, rows, 3, &StateBenefitTrait); }},
     {[](int kind) { return kind == kStatePension; },
      [](const Pensions& items, const Pensions& rows) { return PairUp(items, rows, 2, &StatePensionTrait); }},
 };

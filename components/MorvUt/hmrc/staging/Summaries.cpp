@@ -28,7 +28,7 @@ const SummaryWords& WordsOf(Summary summary) noexcept
 
 Summary SummaryOf(const StagedPension& item) noexcept
 {
-    if (!item.payer.empty() || !item.worksNumber.empty() || item.date.IsValid())
+    if (!item.payer.empty() || !item.worksNumber.empty() || item.date.IsValid() || item.end.IsValid())
         return Summary::None;
     for (const SummaryWords& words : kSummaries)
         if (words.kind == item.kind && words.text == item.reference)

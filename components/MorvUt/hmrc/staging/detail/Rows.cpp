@@ -24,6 +24,20 @@ Where UnderYear(int ordinal, ClientId client, short year)
                         {{CMTD_TaxYear::kClientID, client.Get()}, {CMTD_TaxYear::kYear, year}});
 }
 
+/// A flag of which nothing is stored unless HMRC says it.
+template<class List>
+std::optional<bool> ReadFlag(const List& row, bool (List::*get)() const, int ordinal)
+{
+    return row.IsNull(ordinal) ? std::nullopt : std::optional((row.*get)());
+}
+
+template<class List>
+void AssignFlag(List& row, bool (List::*get)() const, int ordinal, std::optional<bool> value)
+{
+    if (ReadFlag(row, get, ordinal) != value)
+        row.Set(ordinal, value ? Cellar::Value(*value) : Cellar::Value());
+}
+
 /// Sets a value unless it is the same in the reading program's terms, so that a row which another program wrote in its
 /// own way does not count as changed.
 template<class List, class T>
@@ -80,7 +94,7 @@ StagedEmployment Read(const CMTD_Employments& row)
     item.pay = row.GetPay();
     item.tax = row.GetTax();
     item.studentLoan = row.GetStudentLoan();
-    item.isOffPayroll = row.GetOffPayroll();
+    item.isOffPayroll = ReadFlag(row, &CMTD_Employments::GetOffPayroll, row.kOffPayroll);
     item.isWithdrawn = row.GetWithdrawn();
     item.decision = {row.GetDecision(), row.GetDecided().Str()};
     if (item.reference.empty() && !item.key.starts_with(' ')) // with a blank it is of an employment without reference
@@ -106,6 +120,7 @@ StagedPension Read(const CMTD_PensionStateBenefits& row)
             row.GetWorksNumber().Str(),
             row.GetPayer().Str(),
             row.GetStart(),
+            row.GetEnd(),
             row.GetAmount(),
             row.GetTax(),
             row.GetWithdrawn(),
@@ -121,7 +136,8 @@ StagedAllowance Read(const CMTD_TaxFreeAllowances& row)
 
 StagedNationalInsurance Read(const CMTD_NIC& row)
 {
-    return {row.GetClass1Earnings(), row.GetClass2Due(), row.GetMaxNICsReached(), row.GetUpdated()};
+    return {row.GetClass1Earnings(), row.GetClass2Due(),
+            ReadFlag(row, &CMTD_NIC::GetMaxNICsReached, row.kMaxNICsReached), row.GetUpdated()};
 }
 
 void Fill(CMTD_Employments& row, const StagedEmployment& item)
@@ -136,7 +152,7 @@ void Fill(CMTD_Employments& row, const StagedEmployment& item)
     Assign(row, &List::GetPay, &List::SetPay, item.pay);
     Assign(row, &List::GetTax, &List::SetTax, item.tax);
     Assign(row, &List::GetStudentLoan, &List::SetStudentLoan, item.studentLoan);
-    Assign(row, &List::GetOffPayroll, &List::SetOffPayroll, item.isOffPayroll);
+    AssignFlag(row, &List::GetOffPayroll, row.kOffPayroll, item.isOffPayroll);
 }
 
 void Fill(CMTD_EmploymentsCompanyBenefits& row, const StagedBenefit& item)
@@ -157,6 +173,7 @@ void Fill(CMTD_PensionStateBenefits& row, const StagedPension& item)
     Assign(row, &List::GetWorksNumber, &List::SetWorksNumber, item.worksNumber);
     Assign(row, &List::GetPayer, &List::SetPayer, item.payer);
     Assign(row, &List::GetStart, &List::SetStart, item.date);
+    Assign(row, &List::GetEnd, &List::SetEnd, item.end);
     Assign(row, &List::GetAmount, &List::SetAmount, item.amount);
     Assign(row, &List::GetTax, &List::SetTax, item.tax);
 }
@@ -176,8 +193,8 @@ void Fill(CMTD_NIC& row, const StagedNationalInsurance& item)
         Assign(row, &List::GetClass1Earnings, &List::SetClass1Earnings, item.class1Earnings);
     if (item.class2Due.IsValid())
         Assign(row, &List::GetClass2Due, &List::SetClass2Due, item.class2Due);
-    if (item.isMaximumReached)
-        Assign(row, &List::GetMaxNICsReached, &List::SetMaxNICsReached, *item.isMaximumReached);
+    if (item.isMaximumReached || row.IsNew()) // a new row says "no" by itself
+        AssignFlag(row, &List::GetMaxNICsReached, row.kMaxNICsReached, item.isMaximumReached);
 }
 
 void AddBenefits(std::vector<StagedEmployment>& employments, CMTD_EmploymentsCompanyBenefits& benefits)
