@@ -3,7 +3,6 @@
 #include "Brix/Records.h"
 #include "Cellar/Transaction.h"
 #include "MorvUt/enquiries/rules/EnquiryList.h"
-#include "MorvUt/enquiries/rules/EnquiryStatus.h"
 #include "MorvUt/res/Strings.h"
 #include "MorvUt/users/UserData.h"
 
@@ -31,13 +30,13 @@ constexpr EntryRule kEntryRules[] = {
      {EnquiryField::Received, IDS_ENQUIRY_NO_DATE}},
     {[](const EnquiryDraft& d, const CDate&) { return CString(d.description).Trim().IsEmpty(); },
      {EnquiryField::Description, IDS_ENQUIRY_NO_DESCRIPTION}},
-    {[](const EnquiryDraft& d, const CDate&) { return IsNotAfterDay(d.due, d.start); },
+    {[](const EnquiryDraft& d, const CDate&) { return d.due.IsNotLaterDay(d.start); },
      {EnquiryField::Due, IDS_ENQUIRY_DUE_TOO_EARLY}},
     {[](const EnquiryDraft& d, const CDate&) { return d.hasReminder && d.reminder.IsNull(); },
      {EnquiryField::Reminder, IDS_ENQUIRY_NO_REMINDER}},
-    {[](const EnquiryDraft& d, const CDate&) { return d.hasReminder && IsNotAfterDay(d.reminder, d.start); },
+    {[](const EnquiryDraft& d, const CDate&) { return d.hasReminder && d.reminder.IsNotLaterDay(d.start); },
      {EnquiryField::Reminder, IDS_ENQUIRY_REMINDER_TOO_EARLY}},
-    {[](const EnquiryDraft& d, const CDate& today) { return d.hasReminder && IsBeforeDay(d.reminder, today); },
+    {[](const EnquiryDraft& d, const CDate& today) { return d.hasReminder && d.reminder.IsEarlierDay(today); },
      {EnquiryField::Reminder, IDS_ENQUIRY_REMINDER_PASSED, true}},
 };
 
