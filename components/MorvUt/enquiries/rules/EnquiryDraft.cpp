@@ -56,22 +56,30 @@ bool IsLinkAsStored(const CClientEnquiry& enquiry, const EnquiryDraft& draft)
            draft.sourceId == enquiry.GetSourceID() && draft.taskId == enquiry.GetTypeID();
 }
 
+/// The link as it is to be stored, to a task that the owner has.
+std::optional<EnquiryProblem> FindLink(Cellar::CConnection& connection, const EnquiryDraft& draft,
+                                       const TrackerOwner& owner, StoredLink& link)
+{
+    if (!draft.isLinked)
+        return std::nullopt;
+    Brix::CSource source;
+    if (!source.Open(connection, {OwnedBy<Brix::CSource>(owner), {Brix::CSource::kSourceID, draft.sourceId}}))
+        return kNoSourceChosen;
+    Brix::CSourceTask task;
+    if (!task.Open(connection,
+                   {{Brix::CSourceTask::kSourceID, draft.sourceId}, {Brix::CSourceTask::kTypeID, draft.taskId}}))
+        return kNoTaskChosen;
+    link = {draft.sourceId, source.GetSourceTypeID(), draft.taskId};
+    return std::nullopt;
+}
+
 std::optional<EnquiryProblem> SetLink(CClientEnquiry& enquiry, const EnquiryDraft& draft, const TrackerOwner& owner)
 {
     if (IsLinkAsStored(enquiry, draft))
         return std::nullopt;
     StoredLink link;
-    if (draft.isLinked) {
-        Cellar::CConnection& connection = enquiry.Connection();
-        Brix::CSource source;
-        if (!source.Open(connection, {OwnedBy<Brix::CSource>(owner), {Brix::CSource::kSourceID, draft.sourceId}}))
-            return kNoSourceChosen;
-        Brix::CSourceTask task;
-        if (!task.Open(connection,
-                       {{Brix::CSourceTask::kSourceID, draft.sourceId}, {Brix::CSourceTask::kTypeID, draft.taskId}}))
-            return kNoTaskChosen;
-        link = {draft.sourceId, source.GetSourceTypeID(), draft.taskId};
-    }
+    if (const auto problem = FindLink(enquiry.Connection(), draft, owner, link))
+        return problem;
     enquiry.SetSourceID(link.source);
     enquiry.SetSourceTypeID(link.type);
     enquiry.SetTypeID(link.task);
@@ -133,6 +141,12 @@ bool MayChangeEnquiries() { return TheUser().TaxReturnSaveAllowed(true) && !CUse
 std::optional<EnquiryProblem> SaveEnquiry(CClientEnquiry& enquiry, const EnquiryDraft& draft, const TrackerOwner& owner,
                                           short year)
 {
+    if (enquiry.IsEOL()) {
+        StoredLink link;
+        if (const auto problem = FindLink(enquiry.Connection(), draft, owner, link))
+            return problem;
+        enquiry.AddNew(); // takes an id, which a refusal would lose, and outside a transaction one alone
+    }
     Cellar::CTransaction transaction(enquiry.Connection(), Cellar::Intent::Write, SubjectOf(owner));
     if (const auto problem = SetLink(enquiry, draft, owner))
         return problem;
