@@ -98,7 +98,7 @@ std::string WhatItSpeaks()
            "  GET, DELETE /sandbox/requests       what came\n"
            "  POST /sandbox/reset                 as after the start\nFaults:\n" +
            InLines(Sandbox::FaultNames()) +
-           "\ndocs/sandbox.md tells all of it.\n"
+           "\ndocs/sandbox.md tells all of it, docs/errors.md what the programs that ask it say.\n"
            "Exit codes: 0 ended by Ctrl-C or a signal, 2 bad arguments, 3 the port cannot be had.";
 }
 

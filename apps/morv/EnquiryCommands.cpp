@@ -202,7 +202,6 @@ void Add(const EnquiryArguments& arguments, const CommonOptions& options)
     Fill(draft, arguments);
     Check(draft, arguments);
     CClientEnquiry enquiry;
-    enquiry.AddNew();
     Save(enquiry, draft, {client.id, client.IsPartnership()}, options);
 }
 

@@ -32,7 +32,7 @@ constexpr char kFooter[] =
 odbc:Driver=PostgreSQL Unicode;Servername=HOST;Database=NAME;UID=USER;PasswordFile=PATH;KeyFile=PATH.
 A year is the one in which the tax year ends, 2018, or 2017/18.
 Exit codes: 0 done; 1 refused, or errors were reported; 2 bad arguments or input; 3 the practice cannot be opened or
-written; 4 HMRC cannot be reached.)";
+written; 4 HMRC cannot be reached. docs/errors.md tells of each error why, who mends it, and how.)";
 
 /// What a message box says may come from HMRC.
 class MorvWindowSystem : public Afx::ConsoleWindowSystem

@@ -241,6 +241,13 @@ bool CDate::IsSameDay(const CDate& other) const noexcept
     return IsValid() && other.IsValid() && ToMoment(m_date).day == ToMoment(other.m_date).day;
 }
 
+bool CDate::IsEarlierDay(const CDate& other) const noexcept
+{
+    return IsValid() && other.IsValid() && ToMoment(m_date).day < ToMoment(other.m_date).day;
+}
+
+bool CDate::IsNotLaterDay(const CDate& other) const noexcept { return IsEarlierDay(other) || IsSameDay(other); }
+
 CDate CDate::operator+(int days) const noexcept
 {
     if (!IsValid())

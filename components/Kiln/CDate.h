@@ -75,6 +75,10 @@ public:
     CString FormatIso() const;
     /// The same calendar day, whatever the time; false unless both are valid.
     bool IsSameDay(const CDate& other) const noexcept;
+    /// An earlier calendar day; the second: the same day or an earlier one. Whatever the time; false unless both are
+    /// valid.
+    bool IsEarlierDay(const CDate& other) const noexcept;
+    bool IsNotLaterDay(const CDate& other) const noexcept;
 
     CDate operator+(int days) const noexcept; // not valid stays as it is; invalid outside the range
     CDate operator-(int days) const noexcept;

@@ -160,6 +160,11 @@ TEST(CDate, TakesTheTimeAlongAndRoundsToTheSecond)
     EXPECT_TRUE(CDate::FromOleDate(45387.9).IsSameDay(CDate(2024, 4, 5)));
     EXPECT_FALSE(CDate::FromOleDate(45387.999999).IsSameDay(CDate(2024, 4, 5)));
     EXPECT_FALSE(CDate().IsSameDay(CDate())) << "only valid dates have a day";
+    const CDate day(2024, 4, 5), evening = CDate::FromOleDate(45387.9), next(2024, 4, 6);
+    EXPECT_TRUE(evening.IsEarlierDay(next) && evening.IsNotLaterDay(day) && day.IsNotLaterDay(evening));
+    EXPECT_FALSE(day.IsEarlierDay(evening) || next.IsNotLaterDay(evening));
+    for (const CDate& none : {CDate(), CDate::Invalid()})
+        EXPECT_FALSE(none.IsEarlierDay(day) || day.IsEarlierDay(none) || none.IsNotLaterDay(none));
 }
 
 TEST(CDate, ComparesByHalfASecond)

@@ -114,7 +114,7 @@ TEST_P(CarryForward, CopiesATaskThatStandsTwiceOnceAndThoseOfATracker)
 // MORVUT_PRACTICES=500 for as many.
 TEST_P(CarryForward, CarriesAllSourcesAtOnceAsOneByOne)
 {
-    const unsigned practices = ::Test::Setting("MORVUT_PRACTICES", 5);
+    const unsigned practices = ::Test::Setting("MORVUT_PRACTICES", 8);
     for (unsigned seed = 1; seed <= practices; ++seed) {
         const short year = std::array<short, 4>{2004, 2005, 2009, 2024}[seed % 4];
         const std::vector<TrackerOwner> owners = AddRandomOwners(seed, 6, year);

@@ -110,6 +110,23 @@ TEST_F(EnquiryDialogs, CheckANewEnquiryInOrderAndSaveIt)
               "1|2024|10|7|2024-01-02");
 }
 
+TEST_F(EnquiryDialogs, LinkANewEnquiryToTheTaskThatTheListIsOf)
+{
+    CClientEnquiriesListDlg ofTask(Quarry::GetConnection(), 1, 0, 2024, false, 10, 7);
+    Work(ofTask, [&](Hands& hands) {
+        for (const int button : {IDCANCEL, IDOK}) {
+            Then([button](Hands& edit) {
+                edit.Type(IDC_ENQUIRY_DESCRIPTION, "Signature");
+                edit.Click(static_cast<unsigned>(button));
+            });
+            hands.Click(IDC_ENQUIRIES_NEW);
+        }
+        hands.Click(IDCANCEL);
+    });
+    EXPECT_EQ(Query("SELECT lID, SourceID, TypeID, strDescription FROM ClientEnquiry WHERE lID > 4"),
+              "5|10|7|Signature");
+}
+
 TEST_F(EnquiryDialogs, EditByDoubleClickAndEmptyWhatNoBoxAsksFor)
 {
     Work(list, [&](Hands& hands) {

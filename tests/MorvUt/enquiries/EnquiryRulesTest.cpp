@@ -120,7 +120,6 @@ TEST_P(Enquiries, AreSavedForTheirOwner)
     AddWork();
     const auto save = [](EnquiryDraft draft, const TrackerOwner& owner) {
         Brix::CClientEnquiry row;
-        row.AddNew();
         return SaveEnquiry(row, draft, owner, 2024);
     };
     EnquiryDraft draft = GoodDraft();
@@ -131,6 +130,7 @@ TEST_P(Enquiries, AreSavedForTheirOwner)
     draft.isLinked = draft.hasReminder = false;
     EXPECT_FALSE(save(draft, {1, true}));
     EXPECT_EQ(StoredLinks(), "1|-|2024|10|1|5|2024-03-01|-, -|1|2024|0|0|0|-|-");
+    EXPECT_EQ(::Test::Practice::Query("SELECT lID FROM ClientEnquiry ORDER BY lID"), "1, 2") << "none lost";
 
     Brix::CClientEnquiry row;
     row.Open({{Brix::CClientEnquiry::kClientID, 1}});

@@ -12,6 +12,8 @@ namespace
 
 using ::Test::Add;
 
+constexpr std::size_t kLongestText = 4000;
+
 class Filling
 {
 public:
@@ -54,8 +56,9 @@ private:
 
     void AddSources(const TrackerOwner& owner)
     {
-        static const std::string kLong = "The books of " + std::string(4000, 'x');
-        std::vector<std::string> jobs{"O'Brien's \"books\" %s", "Rental accounts", kLong, "VAT; DROP TABLE Source"};
+        static const std::string kLong(kLongestText - 1, 'x');
+        std::vector<std::string> jobs{"O'Brien's \"books\" %s", "Rental accounts", kLong + "1", kLong + "2",
+                                      "VAT; DROP TABLE Source"};
         std::shuffle(jobs.begin(), jobs.end(), m_random);
         jobs.resize(static_cast<std::size_t>(Below(4)));
         m_sources.clear();
@@ -97,9 +100,9 @@ private:
 
     void AddTask(long source, long type, bool isComplete)
     {
-        const Kiln::CDate leapDay(m_year, 2, 29), due = Chance(2) && leapDay.IsValid() ? leapDay
-                                                        : Chance(3)                    ? Kiln::CDate()
-                                                                                       : Kiln::CDate(m_year, 1, 31);
+        const Kiln::CDate leapDay(m_year / 4 * 4, 2, 29), due = Chance(3)   ? leapDay
+                                                                : Chance(3) ? Kiln::CDate()
+                                                                            : Kiln::CDate(m_year, 1, 31);
         Add<Brix::CSourceTask>([&](Brix::CSourceTask& row) {
             row.SetSourceID(source);
             row.SetTypeID(type);
@@ -117,7 +120,8 @@ private:
 
     void AddEnquiries(const TrackerOwner& owner)
     {
-        static const std::vector<std::string> kQuestions{"P60", "p60 ", "O'Brien's letter", std::string(4000, 'y')};
+        static const std::vector<std::string> kQuestions{"P60", "p60 ", "O'Brien's \"letter\"",
+                                                         std::string(kLongestText, 'y')};
         for (int i = Below(5); i > 0; --i)
             AddEnquiry(owner, kQuestions[static_cast<std::size_t>(Below(4))], Chance(5) ? 0 : -1);
     }
@@ -170,7 +174,7 @@ std::string WorkInPractice()
                                "e LEFT JOIN Source s ON s.SourceID = e.SourceID"));
     std::vector<std::string> lines;
     for (std::string line; std::getline(rows, line);)
-        lines.push_back(line.substr(0, 200)); // the longest texts differ before that
+        lines.push_back(line.size() > kLongestText ? line.substr(0, 99) + "..." + line.substr(line.size() - 99) : line);
     std::sort(lines.begin(), lines.end());
     std::string text;
     for (const std::string& line : lines)

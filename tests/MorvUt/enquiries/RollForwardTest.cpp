@@ -1,8 +1,10 @@
 #include "MorvUt/enquiries/tracker/RollForward.h"
 
+#include <array>
 #include <chrono>
 #include <iostream>
 #include <random>
+#include <set>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -22,6 +24,7 @@ using RollClock = std::chrono::steady_clock;
 using Tracker::RollEnd;
 
 constexpr short kRolledYear = 2025;
+constexpr std::array<short, 4> kYears{2004, 2005, 2024, kRolledYear}; // before and after tasks of claims began
 
 class RollForward : public ::Test::OnDatabase
 {
@@ -41,9 +44,10 @@ protected:
         return practice;
     }
 
-    static Tracker::Rolled Roll(const std::vector<TrackerOwner>& owners, bool isPreview = false)
+    static Tracker::Rolled Roll(const std::vector<TrackerOwner>& owners, bool isPreview = false,
+                                short year = kRolledYear)
     {
-        return Tracker::RollForward(Quarry::GetConnection(), kRolledYear, owners, {isPreview, {}});
+        return Tracker::RollForward(Quarry::GetConnection(), year, owners, {isPreview, {}});
     }
 
     /// In a process of its own, on a connection of its own.
@@ -77,34 +81,44 @@ std::vector<std::string> ToldOf(const Tracker::Rolled& rolled)
     return lines;
 }
 
+/// Sources, tasks, enquiries.
+std::array<int, 3> CountWork()
+{
+    const auto count = [](const Cellar::SqlText& select) { return std::stoi(::Test::Practice::Query(select)); };
+    return {count("SELECT COUNT(*) FROM Source"), count("SELECT COUNT(*) FROM SourceTask"),
+            count("SELECT COUNT(*) FROM ClientEnquiry")};
+}
+
 } // namespace
 
 // MORVUT_PRACTICES=500 for as many.
 TEST_P(RollForward, PreviewsWhatItDoesAndDoesItOnce)
 {
     const auto practice = NewPractice("practice.db");
-    const unsigned practices = ::Test::Setting("MORVUT_PRACTICES", 5);
+    const unsigned practices = ::Test::Setting("MORVUT_PRACTICES", 8);
+    std::set<Tracker::WhyNotCarried> reasons;
     for (unsigned seed = 1; seed <= practices; ++seed) {
-        const std::vector<TrackerOwner> owners = AddRandomOwners(seed, 8, kRolledYear);
+        SCOPED_TRACE("seed " + std::to_string(seed));
+        const short year = kYears[seed % kYears.size()];
+        const std::vector<TrackerOwner> owners = AddRandomOwners(seed, 8, year);
         const std::string before = WorkInPractice();
-        const Tracker::Rolled preview = Roll(owners, true);
-        ASSERT_EQ(WorkInPractice(), before) << "seed " << seed;
-        const auto count = [](const Cellar::SqlText& select) { return std::stoi(::Test::Practice::Query(select)); };
-        const auto sources = [&] { return count("SELECT COUNT(*) FROM Source"); };
-        const auto tasks = [&] { return count("SELECT COUNT(*) FROM SourceTask"); };
-        const auto enquiries = [&] { return count("SELECT COUNT(*) FROM ClientEnquiry"); };
-        const int had[] = {sources(), tasks(), enquiries()};
-        const Tracker::Rolled rolled = Roll(owners);
-        ASSERT_EQ(ToldOf(preview), ToldOf(rolled)) << "seed " << seed;
-        ASSERT_EQ(sources() - had[0], rolled.total.sources);
-        ASSERT_EQ(tasks() - had[1], rolled.total.tasks);
-        ASSERT_EQ(enquiries() - had[2], rolled.total.enquiries);
+        const std::array<int, 3> had = CountWork();
+        const Tracker::Rolled preview = Roll(owners, true, year);
+        ASSERT_EQ(WorkInPractice(), before);
+        const Tracker::Rolled rolled = Roll(owners, false, year);
+        ASSERT_EQ(ToldOf(preview), ToldOf(rolled));
+        const Tracker::Carried& made = rolled.total;
+        ASSERT_EQ(CountWork(), (std::array{had[0] + made.sources, had[1] + made.tasks, had[2] + made.enquiries}));
         const std::string after = WorkInPractice();
-        const Tracker::Rolled again = Roll(owners);
-        ASSERT_EQ(WorkInPractice(), after) << "seed " << seed;
+        const Tracker::Rolled again = Roll(owners, false, year);
+        ASSERT_EQ(WorkInPractice(), after);
         ASSERT_EQ(again.total.sources + again.total.enquiries, 0);
+        for (const auto& [owner, carried, problem] : rolled.owners)
+            for (const auto& each : carried.notCarried)
+                reasons.insert(each.why);
         ::Test::Practice::Script("DELETE FROM Source; DELETE FROM SourceTask; DELETE FROM ClientEnquiry");
     }
+    EXPECT_EQ(reasons.size(), 5u) << "these practices do not hold all that they should";
 }
 
 // MORVUT_KILLS=50 for as many kills.
@@ -172,10 +186,13 @@ TEST_P(RollForward, SendsAFewStatementsHoweverMuchWorkThereIs)
         EXPECT_EQ(carried.enquiries, enquiries);
         return sent;
     };
-    sentFor(1, 1, 1); // what a connection sends but once
-    const int few = sentFor(2, 2, 2), many = sentFor(3, 20, 30);
+    AddRandomOwners(4, 5, kRolledYear); // counters of ids begin
+    sentFor(100, 20, 30);               // what a connection sends but once, its blocks of ids
+    const int few = sentFor(200, 2, 2), many = sentFor(300, 20, 30);
     EXPECT_LE(few, 30);
     EXPECT_LE(many, few + 10) << "more than 16 new rows of a table go in pieces";
+    AddRandomOwners(5, 100, kRolledYear);
+    EXPECT_EQ(sentFor(1000, 2, 2), few) << "however many other clients there are";
 }
 
 TEST_P(RollForward, EndsWhenItIsToldAndIsRefusedWithoutTheRight)

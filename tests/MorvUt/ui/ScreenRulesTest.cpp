@@ -49,17 +49,16 @@ TEST(YearRules, PutADayBesideItsPartnerElseIntoTheTaxYear)
     EXPECT_TRUE(UnderwritingYear(5, 4, 2024, true) == 2023 && UnderwritingYear(5, 4, 2024, false) == 2024);
 }
 
-TEST(TextLines, TakeTheRoomOfTheirLongestLine)
+TEST(TextLines, EndAtLineFeedsAndFillTabsUp)
 {
-    const ::Test::Row<std::string, int, int> rows[] = {
-        {"", 0, 16, "one empty line"},
-        {"abc\r\nde\r\n", 24, 48, "a line feed at the end begins a line, CR has no width"},
-        {"1234567\tx\n12345678\tx", 136, 32, "a tab has one blank at least"},
-        {"\xC3\xA9\xE2\x82\xAC\t|", 72, 16, "characters, not bytes"},
+    const ::Test::Row<std::string, std::vector<std::string>> rows[] = {
+        {"", {""}, "one empty line"},
+        {"abc\r\nde\r\n", {"abc", "de", ""}, "a line feed at the end begins a line, CR has no width"},
+        {"1234567\tx\n12345678\tx", {"1234567 x", "12345678        x"}, "a tab has one blank at least"},
+        {"\xC3\xA9\xE2\x82\xAC\t|", {"\xC3\xA9\xE2\x82\xAC      |"}, "characters, not bytes"},
     };
-    for (const auto& [text, width, height, why] : rows)
-        EXPECT_EQ(MeasureText(text, 8, 16), (CSize{width, height})) << why;
-    EXPECT_EQ(MeasureText("xxx\n", 1 << 30, 1 << 30), (CSize{INT_MAX, INT_MAX}));
+    for (const auto& [text, lines, why] : rows)
+        EXPECT_EQ(TextLines(text), lines) << why;
 }
 
 TEST(LongProcess, TellsRoundedTimeInWords)

@@ -91,12 +91,9 @@ void CClientEnquiriesListDlg::OnNew()
 {
     Brix::CClientEnquiry enquiry;
     enquiry.Use(m_connection);
-    enquiry.AddNew();
-    if (m_sourceId != 0 && m_taskId != 0) {
-        enquiry.SetSourceID(m_sourceId);
-        enquiry.SetTypeID(m_taskId);
-    }
     CClientEnquiryDlg dialog(m_clientId, m_partnershipId, m_year, enquiry, true, this);
+    if (m_sourceId != 0)
+        dialog.SetLink(m_sourceId, m_taskId);
     if (dialog.DoModal() == IDOK)
         FillList();
 }

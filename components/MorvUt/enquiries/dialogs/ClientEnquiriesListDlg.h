@@ -17,7 +17,7 @@ class MORVUT_API CClientEnquiriesListDlg : public Kiln::CExDialog
     DECLARE_DYNAMIC(CClientEnquiriesListDlg)
 
     /// Of the client, or of the partnership when `clientId` is 0, for the real tax year. `readOnly`: nothing can be
-    /// changed. A new enquiry is linked to `sourceId` and `taskId` unless they are 0.
+    /// changed. A new enquiry is linked to `sourceId` and `taskId` unless the first is 0.
     CClientEnquiriesListDlg(Cellar::CConnection& connection, long clientId, long partnershipId, int year, bool readOnly,
                             long sourceId, long taskId, CWnd* parent = nullptr);
 

@@ -6,7 +6,6 @@
 #include "MorvUt/enquiries/rules/LinkedTasks.h"
 #include "MorvUt/res/layouts/Enquiries.h"
 #include "MorvUt/res/Strings.h"
-#include "Quarry/Session.h"
 
 using Kiln::CDate;
 using Kiln::CExDialog;
@@ -20,12 +19,35 @@ ON_BN_CLICKED(IDC_ENQUIRY_LINKED, OnLinkBox)
 ON_CBN_SELCHANGE(IDC_ENQUIRY_SOURCE, OnSourceChosen)
 END_MESSAGE_MAP()
 
+namespace
+{
+
+/// What stands in the dialog when it opens. A new enquiry starts today.
+EnquiryDraft FirstDraft(const Brix::CClientEnquiry& enquiry, bool isNew)
+{
+    if (enquiry.IsEOL())
+        return NewEnquiryDraft();
+    EnquiryDraft draft = DraftOf(enquiry);
+    if (isNew && draft.start.IsNull())
+        draft.start = CDate::Today();
+    return draft;
+}
+
+} // namespace
+
 CClientEnquiryDlg::CClientEnquiryDlg(long clientId, long partnershipId, int year, Brix::CClientEnquiry& enquiry,
                                      bool isNew, CWnd*)
     : CExDialog(kEnquiryLayout), m_owner(OwnerOf(clientId, partnershipId)), m_year(static_cast<short>(year)),
-      m_enquiry(enquiry), m_draft(isNew ? NewEnquiryDraft() : DraftOf(enquiry))
+      m_enquiry(enquiry), m_draft(FirstDraft(enquiry, isNew))
 {
     SetWindowText(LibraryText(isNew ? IDS_ENQUIRY_NEW : IDS_ENQUIRY_EDIT));
+}
+
+void CClientEnquiryDlg::SetLink(long sourceId, long taskId)
+{
+    m_draft.isLinked = true;
+    m_draft.sourceId = sourceId;
+    m_draft.taskId = taskId;
 }
 
 CComboBox& CClientEnquiryDlg::Combo(unsigned id) const
@@ -90,7 +112,7 @@ void CClientEnquiryDlg::LoadSourceCombo()
 {
     CComboBox& combo = Combo(IDC_ENQUIRY_SOURCE);
     combo.ResetContent();
-    for (const SourceChoice& source : ListSources(Quarry::GetConnection(), m_owner)) {
+    for (const SourceChoice& source : ListSources(m_enquiry.Connection(), m_owner)) {
         CString name = source.name;
         name.AppendFormat(" (%d)", source.year); // a job has the same name each year
         const int item = combo.AddString(name, static_cast<std::uintptr_t>(source.id));
@@ -108,7 +130,7 @@ void CClientEnquiryDlg::LoadTaskCombo()
     if (sources.GetCurSel() == CComboBox::kNone)
         return;
     const auto source = static_cast<long>(sources.GetItemData(sources.GetCurSel()));
-    for (const TaskChoice& task : ListTasks(Quarry::GetConnection(), source)) {
+    for (const TaskChoice& task : ListTasks(m_enquiry.Connection(), source)) {
         const int item = combo.AddString(task.name, static_cast<std::uintptr_t>(task.typeId));
         if (source == m_draft.sourceId && task.typeId == m_draft.taskId)
             combo.SetCurSel(item);

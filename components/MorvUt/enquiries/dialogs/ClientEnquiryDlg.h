@@ -10,8 +10,9 @@
 #include "MorvUt/enquiries/rules/EnquiryDraft.h"
 #include "MorvUt/Export.h"
 
-/// Shows the current row of an enquiry list. OK checks what was entered, in the order of CheckEnquiry, and saves it; a
-/// refusal is told and the focus goes to the field. The row is the list's own until it is saved.
+/// Shows the current row of an enquiry list, or a new enquiry where there is none. OK checks what was entered, in the
+/// order of CheckEnquiry, and saves it; a refusal is told and the focus goes to the field. The row is the list's own
+/// until it is saved.
 class MORVUT_API CClientEnquiryDlg : public Kiln::CExDialog
 {
     DECLARE_DYNAMIC(CClientEnquiryDlg)
@@ -20,6 +21,8 @@ class MORVUT_API CClientEnquiryDlg : public Kiln::CExDialog
     CClientEnquiryDlg(long clientId, long partnershipId, int year, Brix::CClientEnquiry& enquiry, bool isNew,
                       CWnd* parent = nullptr);
 
+    /// The task that the enquiry is linked to when the dialog opens; task 0: the user chooses one.
+    void SetLink(long sourceId, long taskId);
     /// Whether the enquiry, as it is entered now, has a source and a task.
     bool IsEnquiryLinked() const;
 

@@ -3,7 +3,6 @@
 #include "Brix/Records.h"
 #include "Cellar/Transaction.h"
 #include "MorvUt/enquiries/rules/EnquiryList.h"
-#include "MorvUt/enquiries/rules/EnquiryStatus.h"
 #include "MorvUt/res/Strings.h"
 #include "MorvUt/users/UserData.h"
 
@@ -31,13 +30,13 @@ constexpr EntryRule kEntryRules[] = {
      {EnquiryField::Received, IDS_ENQUIRY_NO_DATE}},
     {[](const EnquiryDraft& d, const CDate&) { return CString(d.description).Trim().IsEmpty(); },
      {EnquiryField::Description, IDS_ENQUIRY_NO_DESCRIPTION}},
-    {[](const EnquiryDraft& d, const CDate&) { return IsNotAfterDay(d.due, d.start); },
+    {[](const EnquiryDraft& d, const CDate&) { return d.due.IsNotLaterDay(d.start); },
      {EnquiryField::Due, IDS_ENQUIRY_DUE_TOO_EARLY}},
     {[](const EnquiryDraft& d, const CDate&) { return d.hasReminder && d.reminder.IsNull(); },
      {EnquiryField::Reminder, IDS_ENQUIRY_NO_REMINDER}},
-    {[](const EnquiryDraft& d, const CDate&) { return d.hasReminder && IsNotAfterDay(d.reminder, d.start); },
+    {[](const EnquiryDraft& d, const CDate&) { return d.hasReminder && d.reminder.IsNotLaterDay(d.start); },
      {EnquiryField::Reminder, IDS_ENQUIRY_REMINDER_TOO_EARLY}},
-    {[](const EnquiryDraft& d, const CDate& today) { return d.hasReminder && IsBeforeDay(d.reminder, today); },
+    {[](const EnquiryDraft& d, const CDate& today) { return d.hasReminder && d.reminder.IsEarlierDay(today); },
      {EnquiryField::Reminder, IDS_ENQUIRY_REMINDER_PASSED, true}},
 };
 
@@ -57,22 +56,30 @@ bool IsLinkAsStored(const CClientEnquiry& enquiry, const EnquiryDraft& draft)
            draft.sourceId == enquiry.GetSourceID() && draft.taskId == enquiry.GetTypeID();
 }
 
+/// The link as it is to be stored, to a task that the owner has.
+std::optional<EnquiryProblem> FindLink(Cellar::CConnection& connection, const EnquiryDraft& draft,
+                                       const TrackerOwner& owner, StoredLink& link)
+{
+    if (!draft.isLinked)
+        return std::nullopt;
+    Brix::CSource source;
+    if (!source.Open(connection, {OwnedBy<Brix::CSource>(owner), {Brix::CSource::kSourceID, draft.sourceId}}))
+        return kNoSourceChosen;
+    Brix::CSourceTask task;
+    if (!task.Open(connection,
+                   {{Brix::CSourceTask::kSourceID, draft.sourceId}, {Brix::CSourceTask::kTypeID, draft.taskId}}))
+        return kNoTaskChosen;
+    link = {draft.sourceId, source.GetSourceTypeID(), draft.taskId};
+    return std::nullopt;
+}
+
 std::optional<EnquiryProblem> SetLink(CClientEnquiry& enquiry, const EnquiryDraft& draft, const TrackerOwner& owner)
 {
     if (IsLinkAsStored(enquiry, draft))
         return std::nullopt;
     StoredLink link;
-    if (draft.isLinked) {
-        Cellar::CConnection& connection = enquiry.Connection();
-        Brix::CSource source;
-        if (!source.Open(connection, {OwnedBy<Brix::CSource>(owner), {Brix::CSource::kSourceID, draft.sourceId}}))
-            return kNoSourceChosen;
-        Brix::CSourceTask task;
-        if (!task.Open(connection,
-                       {{Brix::CSourceTask::kSourceID, draft.sourceId}, {Brix::CSourceTask::kTypeID, draft.taskId}}))
-            return kNoTaskChosen;
-        link = {draft.sourceId, source.GetSourceTypeID(), draft.taskId};
-    }
+    if (const auto problem = FindLink(enquiry.Connection(), draft, owner, link))
+        return problem;
     enquiry.SetSourceID(link.source);
     enquiry.SetSourceTypeID(link.type);
     enquiry.SetTypeID(link.task);
@@ -134,6 +141,12 @@ bool MayChangeEnquiries() { return TheUser().TaxReturnSaveAllowed(true) && !CUse
 std::optional<EnquiryProblem> SaveEnquiry(CClientEnquiry& enquiry, const EnquiryDraft& draft, const TrackerOwner& owner,
                                           short year)
 {
+    if (enquiry.IsEOL()) {
+        StoredLink link;
+        if (const auto problem = FindLink(enquiry.Connection(), draft, owner, link))
+            return problem;
+        enquiry.AddNew(); // takes an id, which a refusal would lose, and outside a transaction one alone
+    }
     Cellar::CTransaction transaction(enquiry.Connection(), Cellar::Intent::Write, SubjectOf(owner));
     if (const auto problem = SetLink(enquiry, draft, owner))
         return problem;

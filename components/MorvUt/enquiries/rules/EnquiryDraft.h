@@ -72,9 +72,9 @@ MORVUT_API std::optional<EnquiryProblem> CheckEnquiry(const EnquiryDraft& draft,
 /// read-only. A refusal is shown.
 MORVUT_API bool MayChangeEnquiries();
 
-/// Writes the draft into the current row, which becomes the owner's and the year's (real) when it is new, and saves it.
-/// Not saved, with what is wrong, when the task that it is newly linked to is not the owner's, or is not there any
-/// more. Throws Quarry::ChangedByAnotherUser and Cellar::DatabaseError.
+/// Writes the draft into the current row, or into a new one where there is none, and saves it. A new row becomes the
+/// owner's and the year's (real). Not saved, with what is wrong, when the task that it is newly linked to is not the
+/// owner's, or is not there any more. Throws Quarry::ChangedByAnotherUser and Cellar::DatabaseError.
 MORVUT_API std::optional<EnquiryProblem> SaveEnquiry(Brix::CClientEnquiry& enquiry, const EnquiryDraft& draft,
                                                      const TrackerOwner& owner, short year);
 

@@ -2,21 +2,11 @@
 
 #include "MorvUt/res/Strings.h"
 
-bool IsBeforeDay(const Kiln::CDate& date, const Kiln::CDate& day) noexcept
-{
-    return date < day && !date.IsSameDay(day);
-}
-
-bool IsNotAfterDay(const Kiln::CDate& date, const Kiln::CDate& day) noexcept
-{
-    return date < day || date.IsSameDay(day);
-}
-
 EnquiryStatus EnquiryStatusOf(const Kiln::CDate& received, const Kiln::CDate& due, const Kiln::CDate& today) noexcept
 {
     if (received.IsValid())
         return EnquiryStatus::Replied;
-    return IsBeforeDay(due, today) ? EnquiryStatus::Overdue : EnquiryStatus::Incomplete;
+    return due.IsEarlierDay(today) ? EnquiryStatus::Overdue : EnquiryStatus::Incomplete;
 }
 
 CString TextOf(EnquiryStatus status)

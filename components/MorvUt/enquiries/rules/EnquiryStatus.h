@@ -21,8 +21,3 @@ MORVUT_API EnquiryStatus EnquiryStatusOf(const Kiln::CDate& received, const Kiln
                                          const Kiln::CDate& today) noexcept;
 /// "Overdue", "Replied", "Incomplete".
 MORVUT_API CString TextOf(EnquiryStatus status);
-
-/// The same day or an earlier one, whatever the time; false unless both are valid.
-MORVUT_API bool IsNotAfterDay(const Kiln::CDate& date, const Kiln::CDate& day) noexcept;
-/// An earlier day.
-MORVUT_API bool IsBeforeDay(const Kiln::CDate& date, const Kiln::CDate& day) noexcept;

@@ -79,9 +79,6 @@ private:
 
 const char* OrEmpty(const char* text) noexcept { return text ? text : ""; }
 
-/// By whole days; false for a date that is not valid.
-bool IsNotLater(const CDate& date, const CDate& limit) { return date <= limit || date.IsSameDay(limit); }
-
 /// Whether the current row is a country of the real tax year. A first or last year that is missing leaves that end
 /// open.
 bool IsCountryOf(const Brix::CCountry& country, int year)
@@ -113,7 +110,7 @@ RatesByCountry ReadRates(short year)
     const CDate yearEnd = GetTaxYearEnd(year);
     Brix::CDTARate rate;
     for (rate.Open({}, {{Brix::CDTARate::kEffective}}); !rate.IsEOL(); rate.MoveNext())
-        if (const CDate effective = rate.GetEffective(); IsNotLater(effective, yearEnd))
+        if (const CDate effective = rate.GetEffective(); effective.IsNotLaterDay(yearEnd))
             rates[rate.GetCountryID()].Add({effective, rate.GetDividend(), rate.GetInterest(), rate.GetRoyalty()});
     return rates;
 }
@@ -203,7 +200,7 @@ CCountryData::DTARate RatesOn(const CCountryData& country, const CDate& date)
 {
     CCountryData::DTARate inForce{{}, kNoLimit, kNoLimit, kNoLimit};
     for (const CCountryData::DTARate& rate : country.dtaRates)
-        if (IsNotLater(rate.effective, date))
+        if (rate.effective.IsNotLaterDay(date))
             inForce = rate;
     return inForce;
 }

@@ -35,11 +35,9 @@ int TXPropertySheet::DoModal()
 
 bool TXPropertySheet::OnInitDialog()
 {
-    m_cancelledAtStart = false;
     if (Quarry::HasConnection())
         m_level = std::make_unique<Quarry::CTransaction>();
     if (!UpdateMTDScheduleData()) {
-        m_cancelledAtStart = true;
         EndDialog(IDCANCEL);
         return false;
     }

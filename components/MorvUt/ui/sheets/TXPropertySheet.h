@@ -142,5 +142,4 @@ private:
     int m_notesExtra1 = 0, m_notesExtra2 = 0;
     int m_completed = 0;
     bool m_notesEnabled = true;
-    bool m_cancelledAtStart = false;
 };
