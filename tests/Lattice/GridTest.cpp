@@ -171,7 +171,7 @@ TEST(CGrid, PastesAllOfABlockOrNothing)
         SCOPED_TRACE(paste.text);
         CGridDialog dialog;
         ::Test::Work(dialog, [&](::Test::Hands& hands) {
-            ::Test::Windows().SetClipboard(paste.text);
+            Afx::WindowSystem::Current()->SetClipboard(paste.text);
             dialog.grid.GoTo(paste.row, paste.column);
             hands.Press('V', Afx::kControl);
             if (*paste.refused)

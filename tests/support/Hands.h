@@ -51,22 +51,44 @@ public:
     /// Over what the field holds.
     void Type(unsigned id, std::string_view text)
     {
+        if (Stage* const stage = TheStage()) {
+            stage->Type(Control(id), text);
+            return;
+        }
         Windows().Leave();
         Windows().Type(Control(id), text);
     }
     void Click(unsigned id)
     {
         CWnd* const control = Find(m_window, id);
+        if (Stage* const stage = control ? TheStage() : nullptr) {
+            stage->Click(*control);
+            return;
+        }
         EXPECT_TRUE(control ? Afx::UserActs::Click(*control) : m_window.DeliverCommand(id)) << "clicking " << id;
     }
-    /// Whether something has used the key.
-    bool Press(unsigned key, unsigned modifiers = 0) { return Windows().Key(key, modifiers); }
+    /// Whether something has used the key, as far as can be told.
+    bool Press(unsigned key, unsigned modifiers = 0)
+    {
+        if (Stage* const stage = TheStage())
+            stage->Press(key, modifiers);
+        return TheStage() || Windows().Key(key, modifiers);
+    }
     void Write(std::string_view text)
     {
+        if (Stage* const stage = TheStage()) {
+            stage->Write(text);
+            return;
+        }
         while (!text.empty() && CWnd::GetFocus())
             Afx::UserActs::Char(*CWnd::GetFocus(), Afx::TakeCharacter(text));
     }
-    bool Choose(unsigned id, int item) { return Afx::UserActs::Choose(Control(id), item); }
+    bool Choose(unsigned id, int item)
+    {
+        if (Stage* const stage = TheStage())
+            stage->Choose(Control(id), item);
+        return TheStage() || Afx::UserActs::Choose(Control(id), item);
+    }
     void Pick(unsigned id, const char* text)
     {
         auto& combo = dynamic_cast<CComboBox&>(Control(id));

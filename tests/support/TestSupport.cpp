@@ -21,7 +21,9 @@ namespace Test
 namespace
 {
 
-std::string g_folder; // of the running test; empty before its first use
+constinit Stage* g_stage = nullptr;
+std::unique_ptr<Afx::HeadlessWindowSystem> g_script; // on a stage
+std::string g_folder;                                // of the running test; empty before its first use
 
 void RemoveTempDir()
 {
@@ -33,8 +35,13 @@ void RemoveTempDir()
 
 } // namespace
 
+Stage::Stage() { g_stage = this; }
+Stage* TheStage() noexcept { return g_stage; }
+
 Afx::HeadlessWindowSystem& Windows()
 {
+    if (g_script)
+        return *g_script;
     auto* const windows = dynamic_cast<Afx::HeadlessWindowSystem*>(Afx::WindowSystem::Current());
     if (!windows)
         throw std::logic_error("the test has replaced the headless window system");
@@ -121,17 +128,24 @@ class Surroundings : public testing::EmptyTestEventListener
             ADD_FAILURE() << "message box or dialog without a script that it takes: " << shown.text;
             return Afx::SafeAnswer(shown.style);
         });
-        Afx::WindowSystem::Install(std::move(windows));
+        if (g_stage) {
+            g_script = std::move(windows);
+            Afx::WindowSystem::Install(g_stage->MakeSystem(*g_script));
+        } else {
+            Afx::WindowSystem::Install(std::move(windows));
+        }
         Afx::Settings::SetPath((TempDir() + "/settings.ini").c_str());
     }
     void OnTestEnd(const testing::TestInfo&) override
     {
         Reset();
-        if (const auto* windows = dynamic_cast<Afx::HeadlessWindowSystem*>(Afx::WindowSystem::Current())) {
+        const auto* const headless = dynamic_cast<Afx::HeadlessWindowSystem*>(Afx::WindowSystem::Current());
+        if (const auto* const windows = g_script ? g_script.get() : headless) {
             EXPECT_EQ(windows->AnswersLeft(), 0u) << "message boxes that the test has scripted, but that never came";
             EXPECT_EQ(windows->ScriptsLeft(), 0u) << "dialogs that the test has scripted, but that never opened";
         }
         Afx::WindowSystem::Install(nullptr);
+        g_script.reset();
         RemoveTempDir();
     }
     static void Reset()
@@ -157,5 +171,6 @@ int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
     testing::UnitTest::GetInstance()->listeners().Append(new Test::Surroundings);
-    return RUN_ALL_TESTS();
+    Test::Stage* const stage = GTEST_FLAG_GET(list_tests) ? nullptr : Test::TheStage();
+    return stage ? stage->Run([] { return RUN_ALL_TESTS(); }) : RUN_ALL_TESTS();
 }

@@ -24,6 +24,8 @@ class AFX_API CDialog : public CWnd
     bool Create(CWnd* parent, unsigned id);
     /// Ends the dialog with this result as soon as the handler that runs returns.
     void EndDialog(int result) noexcept;
+    /// Null: its controls were made without one.
+    const Afx::DialogLayout* GetLayout() const noexcept { return m_layout; }
     /// Whether it waits for the user.
     bool IsOpen() const noexcept { return m_open; }
     bool DestroyWindow() override;
@@ -58,7 +60,6 @@ protected:
     void KeepOpen() noexcept { m_open = true; }
     /// Its controls are made and placed.
     void MakeControls();
-    const Afx::DialogLayout* GetLayout() const noexcept { return m_layout; }
     void SetLayout(const Afx::DialogLayout& layout) noexcept { m_layout = &layout; }
 
 private:

@@ -1,8 +1,10 @@
 #include "Afx/windows/Edit.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "Afx/text/Utf8.h"
+#include "Afx/windows/MessageBox.h"
 #include "Afx/windows/WindowSystem.h"
 
 namespace
@@ -35,15 +37,20 @@ IMPLEMENT_DYNCREATE(CEdit, CWnd)
 
 void CEdit::SetSel(int start, int end)
 {
+    TakeSelection(start, end);
+    Changed(Afx::Part::Selection);
+}
+
+void CEdit::TakeSelection(int start, int end) noexcept
+{
     if (start < 0) {
         m_selStart = m_selEnd;
-    } else {
-        m_selStart = Snap(Text(), start);
-        m_selEnd = end < 0 ? Text().GetLength() : Snap(Text(), end);
-        if (m_selEnd < m_selStart)
-            std::swap(m_selStart, m_selEnd);
+        return;
     }
-    Changed(Afx::Part::Selection);
+    m_selStart = Snap(Text(), start);
+    m_selEnd = end < 0 ? Text().GetLength() : Snap(Text(), end);
+    if (m_selEnd < m_selStart)
+        std::swap(m_selStart, m_selEnd);
 }
 
 void CEdit::GetSel(int& start, int& end) const noexcept
@@ -126,10 +133,18 @@ bool CEdit::OnControlKey(unsigned key)
     }
 }
 
-/// As if typed, so that a field refuses in a pasted text what it refuses of a key.
+/// As if typed, so that a field refuses in a pasted text what it refuses of a key. What would make the line too long is
+/// refused whole: half a text would be taken for all of it.
 void CEdit::Paste(std::string_view text)
 {
     const WindowRef here(this);
+    const int stays = m_characters - Afx::CountCharacters(GetSelectedText().View());
+    if (!m_multiLine && Afx::CountCharacters(text) > kLongestLine - stays) {
+        CString message;
+        message.Format("The text is too long: this field takes %d characters. Nothing was pasted.", kLongestLine);
+        AfxMessageBox(message);
+        return;
+    }
     while (here && !text.empty()) {
         OnChar(Afx::TakeCharacter(text), 1, 0);
         if (here && m_limit > 0 && m_characters >= m_limit)
@@ -139,9 +154,21 @@ void CEdit::Paste(std::string_view text)
 
 void CEdit::OnSetText(const char* text)
 {
-    CWnd::OnSetText(text);
+    const std::string_view whole(text ? text : "");
+    const std::string_view fitting = Fitting(whole);
+    CWnd::OnSetText(fitting.size() == whole.size() ? text : std::string(fitting).c_str());
     m_characters = Afx::CountCharacters(Text().View());
     m_selStart = m_selEnd = 0;
+}
+
+std::string_view CEdit::Fitting(std::string_view text) const noexcept
+{
+    if (m_multiLine || text.size() <= kLongestLine || Afx::CountCharacters(text) <= kLongestLine)
+        return text;
+    std::string_view rest = text;
+    for (int i = 0; i < kLongestLine; ++i)
+        Afx::TakeCharacter(rest);
+    return text.substr(0, text.size() - rest.size());
 }
 
 void CEdit::OnSetFocus(CWnd* oldFocus)
@@ -178,7 +205,9 @@ void CEdit::Insert(unsigned character)
     std::string typed;
     Afx::AppendUtf8(typed, character);
     const int selected = m_selStart == m_selEnd ? 0 : Afx::CountCharacters(GetSelectedText().View());
-    if (!typed.empty() && (m_limit <= 0 || m_characters - selected < m_limit))
+    const int most = m_multiLine ? std::numeric_limits<int>::max() : kLongestLine;
+    const int limit = m_limit > 0 ? std::min(m_limit, most) : most;
+    if (!typed.empty() && m_characters - selected < limit)
         ReplaceSelection(typed);
 }
 

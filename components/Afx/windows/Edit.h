@@ -5,10 +5,13 @@
 #include "Afx/windows/Wnd.h"
 
 /// A field of text. Positions count bytes, as those of CString do; one inside a character means its start. The parent
-/// is told when the user has changed the text (EN_CHANGE), and when the field gets and loses the focus.
+/// is told when the user has changed the text (EN_CHANGE), and when the field gets and loses the focus. A field of one
+/// line holds kLongestLine characters at most, whoever sets them: native fields cut longer texts without a word.
 class AFX_API CEdit : public CWnd
 {
     DECLARE_DYNCREATE(CEdit)
+
+    static constexpr int kLongestLine = 32767;
 
     /// Selects from `start` up to `end`; an `end` of -1 is the end of the text, and a `start` of -1 selects nothing.
     /// The caret stands at the end of the selection. A new text is not selected; the caret stands before it.
@@ -40,6 +43,9 @@ protected:
     void TakeStyle(const CWnd& control) override;
 
 private:
+    /// What fits of a text, from its start; all of it in a field of several lines.
+    std::string_view Fitting(std::string_view text) const noexcept;
+    void TakeSelection(int start, int end) noexcept;
     void Erase();
     void Insert(unsigned character);
     void ReplaceSelection(std::string_view with);

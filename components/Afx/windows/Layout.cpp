@@ -127,6 +127,21 @@ void MakeControls(CWnd& window, const DialogLayout& layout)
     }
 }
 
+std::vector<PlacedControl> ControlsOf(const CWnd& window, const DialogLayout& layout)
+{
+    std::vector<PlacedControl> placed; // labels have one id for all
+    for (const LayoutRow& row : std::span(layout.rows, layout.count)) {
+        const auto control = std::find_if(window.Children().begin(), window.Children().end(), [&](const CWnd* child) {
+            return child->GetDlgCtrlID() == static_cast<int>(row.id) &&
+                   std::none_of(placed.begin(), placed.end(),
+                                [child](const PlacedControl& one) { return one.control == child; });
+        });
+        if (control != window.Children().end())
+            placed.push_back({&row, *control});
+    }
+    return placed;
+}
+
 CSize Arrange(CWnd& window, const DialogLayout& layout)
 {
     std::map<int, int> widths, heights;
@@ -148,18 +163,9 @@ CSize Arrange(CWnd& window, const DialogLayout& layout)
     });
     const std::vector<int> x = Places(widths, columns), y = Places(heights, rows);
     const auto at = [](const std::vector<int>& places, int i) { return places[static_cast<std::size_t>(i)]; };
-    std::vector<CWnd*> placed;
-    each([&](const LayoutRow& row) {
-        const auto control = std::find_if(window.Children().begin(), window.Children().end(), [&](CWnd* child) {
-            return child->GetDlgCtrlID() == static_cast<int>(row.id) &&
-                   std::find(placed.begin(), placed.end(), child) == placed.end();
-        });
-        if (control == window.Children().end())
-            return;
-        placed.push_back(*control);
-        (*control)->MoveWindow(
-            {at(x, row.column), at(y, row.row), at(x, row.column + row.span) - kGap, at(y, row.row) + HeightOf(row)});
-    });
+    for (const auto& [row, control] : ControlsOf(window, layout))
+        control->MoveWindow({at(x, row->column), at(y, row->row), at(x, row->column + row->span) - kGap,
+                             at(y, row->row) + HeightOf(*row)});
     return {x.back(), y.back()};
 }
 

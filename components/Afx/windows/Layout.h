@@ -3,6 +3,7 @@
 // Dialog layouts: tables from which the controls of a dialog are made and placed.
 
 #include <cstddef>
+#include <vector>
 
 #include "Afx/Export.h"
 #include "Afx/windows/Geometry.h"
@@ -63,6 +64,15 @@ constexpr DialogLayout LayoutOf(const char* title, const LayoutRow (&rows)[N]) n
     return {title, rows, N};
 }
 
+/// A row and the control that stands there.
+struct PlacedControl
+{
+    const LayoutRow* row;
+    CWnd* control;
+};
+
+/// The controls of `window` that the layout names, in its order. Rows of which the window has no control are left out.
+AFX_API std::vector<PlacedControl> ControlsOf(const CWnd& window, const DialogLayout& layout);
 /// Makes the controls of a layout that `window` has not got yet, in their order; the window owns them.
 AFX_API void MakeControls(CWnd& window, const DialogLayout& layout);
 /// Places the controls in dialog units, 7 from the edges and from each other; gives the size that all need.

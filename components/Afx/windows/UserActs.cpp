@@ -93,6 +93,12 @@ bool UserActs::Edit(CWnd& window, std::string_view text, int caret)
     return true;
 }
 
+void UserActs::Select(CWnd& window, int start, int end)
+{
+    if (auto* const edit = dynamic_cast<CEdit*>(&window); edit && CWnd::GetFocus() == edit)
+        edit->TakeSelection(start, end);
+}
+
 bool UserActs::Char(CWnd& window, unsigned character)
 {
     const RunningEvent event;

@@ -57,6 +57,8 @@ struct AFX_API UserActs
     /// The field holds `text` now, with the caret at byte `caret`: what was typed goes through OnChar, character by
     /// character, so that a field may refuse it.
     static bool Edit(CWnd& edit, std::string_view text, int caret);
+    /// The user has selected from byte `start` to `end` in a field that has the focus, or moved the caret there.
+    static void Select(CWnd& edit, int start, int end);
     /// Types one character (its Unicode number) at the caret; 8 is backspace.
     static bool Char(CWnd& window, unsigned character);
     /// A key (VK_...) with the modifiers held down (Afx::Modifier): Enter, Escape, Tab, F2, Ctrl+V ... True: the model
