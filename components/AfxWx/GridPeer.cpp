@@ -42,6 +42,12 @@ GridPeer::GridPeer(System& system, Lattice::CGrid& model, wxWindow& parent)
     Take(m_view);
     TakeCharacters(*m_view->GetGridWindow());
     TakeMouse();
+    On(*m_view->GetGridWindow(), wxEVT_KEY_DOWN, [this](wxKeyEvent& event) {
+        if (event.GetKeyCode() == WXK_SPACE && !event.HasAnyModifiers()) // the view would go to the next cell
+            Act([this] { Afx::UserActs::Char(m_grid, VK_SPACE); });
+        else
+            event.Skip();
+    });
     On(*m_view->GetGridWindow(), wxEVT_SIZE, [this](wxSizeEvent& event) {
         event.Skip();
         m_grid.SetPageRows(event.GetSize().y / m_view->GetDefaultRowSize());

@@ -105,15 +105,28 @@ protected:
             }
         }
         NativePeer::Mirror(parts);
-        if (Has(parts, Part::Items) && m_model.GetDroppedState() != m_isDropped && m_combo->IsShownOnScreen()) {
-            if (m_model.GetDroppedState())
-                m_combo->Popup();
-            else
-                m_combo->Dismiss();
-        }
+        if (Has(parts, Part::Items) && m_model.GetDroppedState() != m_isDropped)
+            m_system.PerformLater(*this, [this] { DropOrClose(); }); // when it stands in its place
     }
 
 private:
+    void DropOrClose()
+    {
+        const bool drops = m_model.GetDroppedState();
+        if (drops == m_isDropped || !m_combo->IsShownOnScreen())
+            return;
+        if (!drops) {
+            m_combo->Dismiss();
+        } else if (m_model.GetCount() > 0) {
+            m_combo->Popup();
+#ifdef __WXGTK__
+            GtkWidget* const list = gtk_grab_get_current(); // which has chosen its first item by itself
+            if (m_model.GetCurSel() == CComboBox::kNone && GTK_IS_MENU(list))
+                gtk_menu_shell_deselect(GTK_MENU_SHELL(list));
+#endif
+        }
+    }
+
     CComboBox& m_model;
     wxComboBox* m_combo;
     bool m_isDropped = false;

@@ -58,9 +58,9 @@ System::System(Observer* observer) : m_observer(observer)
 
 System::~System()
 {
-    m_alive.reset();
     m_wait.reset();
     EmptyGraves();
+    m_alive.reset();
 }
 
 System* System::Current() noexcept { return dynamic_cast<System*>(Afx::WindowSystem::Current()); }
@@ -162,6 +162,7 @@ void System::Flush()
     try {
         Mirror();
         FollowFocus();
+        Mirror(); // what the toolkit selects when the focus comes is not what the model has selected
     } catch (...) {
         if (!m_failure)
             m_failure = std::current_exception();

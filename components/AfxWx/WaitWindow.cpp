@@ -45,6 +45,7 @@ WaitWindow::WaitWindow(wxWindow* owner, const wxString& text)
 WaitWindow::~WaitWindow()
 {
     m_others.reset();
+    m_dialog->Hide();
     m_dialog->Destroy();
 }
 

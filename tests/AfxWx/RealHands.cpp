@@ -9,7 +9,6 @@
 #include <thread>
 
 #include <wx/textctrl.h>
-#include <wx/uiaction.h>
 
 #include "Afx/text/Utf8.h"
 #include "Afx/windows/ComboBox.h"
@@ -17,11 +16,16 @@
 #include "Afx/windows/MessageBox.h"
 #include "Afx/windows/PropertySheet.h"
 #include "AfxWx/detail/Peer.h"
-#include "support/TestSupport.h"
+#include "AfxWx/RealHands.h"
 
 #include <gtk/gtk.h>
 
-#include <gdk/gdkx.h> // last: it names macros as others name types
+// Last: they name macros as others name types.
+#include <gdk/gdkx.h>
+
+#include <X11/extensions/XTest.h>
+#include <X11/keysym.h>
+#include <X11/XKBlib.h>
 
 namespace
 {
@@ -72,7 +76,9 @@ void WaitFor(const char* what, Ready ready)
     }
 }
 
-void Settle()
+} // namespace
+
+void Test::Settle()
 {
     std::string before;
     int quiet = 0;
@@ -85,6 +91,11 @@ void Settle()
         return quiet >= kQuietRounds;
     });
 }
+
+namespace
+{
+
+using ::Test::Settle;
 
 /// The window that has the keyboard; null: none of ours.
 GtkWindow* ActiveWindow()
@@ -100,10 +111,16 @@ GtkWindow* ActiveWindow()
 
 void WaitForDialog()
 {
+    if (const AfxWx::System* const system = AfxWx::System::Current(); system && !system->IsIdle())
+        Settle();
     WaitFor("the dialog to have the keyboard", [] {
         const AfxWx::System* const system = AfxWx::System::Current();
         wxWindow* const top = system ? reinterpret_cast<wxWindow*>(system->TopWindow()) : nullptr;
-        return top && GTK_WIDGET(ActiveWindow()) == static_cast<GtkWidget*>(top->GetHandle());
+        GtkWidget* const grab = gtk_grab_get_current();
+        const bool isDropped =
+            grab && (GTK_IS_MENU(grab) || (GTK_IS_WINDOW(grab) && gtk_window_get_window_type(GTK_WINDOW(grab)) ==
+                                                                      GTK_WINDOW_POPUP)); // a combo box's list
+        return isDropped || (top && GTK_WIDGET(ActiveWindow()) == static_cast<GtkWidget*>(top->GetHandle()));
     });
 }
 
@@ -120,25 +137,74 @@ std::pair<int, int> PlaceOf(const wxWindow& window)
             up + y + gtk_widget_get_allocated_height(widget) / 2};
 }
 
-int ToolkitKey(unsigned key)
+/// One key of the keyboard, down and up, with those that are held down meanwhile.
+void SendSymbol(KeySym symbol, unsigned modifiers)
 {
-    constexpr std::pair<unsigned, int> kKeys[] = {
-        {VK_BACK, WXK_BACK},     {VK_TAB, WXK_TAB},       {VK_RETURN, WXK_RETURN}, {VK_ESCAPE, WXK_ESCAPE},
-        {VK_PRIOR, WXK_PAGEUP},  {VK_NEXT, WXK_PAGEDOWN}, {VK_END, WXK_END},       {VK_HOME, WXK_HOME},
-        {VK_LEFT, WXK_LEFT},     {VK_UP, WXK_UP},         {VK_RIGHT, WXK_RIGHT},   {VK_DOWN, WXK_DOWN},
-        {VK_DELETE, WXK_DELETE}, {VK_OEM_PERIOD, '.'},
-    };
-    for (const auto& [model, toolkit] : kKeys)
-        if (model == key)
-            return toolkit;
-    return key >= VK_F1 && key < VK_F1 + 12 ? WXK_F1 + static_cast<int>(key - VK_F1) : static_cast<int>(key);
+    Display* const display = gdk_x11_get_default_xdisplay();
+    const KeyCode key = XKeysymToKeycode(display, symbol);
+    if (key == 0)
+        throw std::logic_error("the keyboard has no such key: " + std::to_string(symbol));
+    if (XkbKeycodeToKeysym(display, key, 0, 0) != symbol && XkbKeycodeToKeysym(display, key, 0, 1) == symbol)
+        modifiers |= Afx::kShift;
+    constexpr std::pair<unsigned, KeySym> kHeld[] = {
+        {Afx::kShift, XK_Shift_L}, {Afx::kControl, XK_Control_L}, {Afx::kAlt, XK_Alt_L}};
+    for (const bool isDown : {true, false}) {
+        if (!isDown)
+            XTestFakeKeyEvent(display, key, False, CurrentTime);
+        for (const auto& [modifier, held] : kHeld)
+            if (modifiers & modifier)
+                XTestFakeKeyEvent(display, XKeysymToKeycode(display, held), isDown, CurrentTime);
+        if (isDown)
+            XTestFakeKeyEvent(display, key, True, CurrentTime);
+    }
 }
 
-void SendKey(unsigned key, unsigned modifiers)
+KeySym SymbolOf(unsigned key)
 {
-    const int held = ((modifiers & Afx::kShift) ? wxMOD_SHIFT : 0) | ((modifiers & Afx::kControl) ? wxMOD_CONTROL : 0) |
-                     ((modifiers & Afx::kAlt) ? wxMOD_ALT : 0);
-    wxUIActionSimulator().Char(ToolkitKey(key), held);
+    constexpr std::pair<unsigned, KeySym> kKeys[] = {
+        {VK_BACK, XK_BackSpace}, {VK_TAB, XK_Tab},           {VK_RETURN, XK_Return},
+        {VK_ESCAPE, XK_Escape},  {VK_PRIOR, XK_Page_Up},     {VK_NEXT, XK_Page_Down},
+        {VK_END, XK_End},        {VK_HOME, XK_Home},         {VK_LEFT, XK_Left},
+        {VK_UP, XK_Up},          {VK_RIGHT, XK_Right},       {VK_DOWN, XK_Down},
+        {VK_DELETE, XK_Delete},  {VK_OEM_PERIOD, XK_period},
+    };
+    for (const auto& [model, symbol] : kKeys)
+        if (model == key)
+            return symbol;
+    if (key >= VK_F1 && key < VK_F1 + 12)
+        return XK_F1 + (key - VK_F1);
+    return key >= 'A' && key <= 'Z' ? key - 'A' + XK_a : key; // a letter without Shift
+}
+
+} // namespace
+
+void* Test::ActiveHandle() { return ActiveWindow(); }
+void Test::SendKey(unsigned key, unsigned modifiers) { SendSymbol(SymbolOf(key), modifiers); }
+
+namespace
+{
+
+using ::Test::SendKey;
+
+void SendClick(int x, int y)
+{
+    Display* const display = gdk_x11_get_default_xdisplay();
+    XTestFakeMotionEvent(display, -1, x, y, CurrentTime);
+    for (const Bool isDown : {True, False})
+        XTestFakeButtonEvent(display, 1, isDown, CurrentTime);
+}
+
+void HasPainted(GdkFrameClock*, gpointer painted) { *static_cast<bool*>(painted) = true; }
+
+/// What was changed last has its place on the screen.
+void WaitForPaint(GtkWidget* window)
+{
+    GdkFrameClock* const clock = gtk_widget_get_frame_clock(window);
+    bool painted = false;
+    const gulong watch = g_signal_connect(clock, "after-paint", G_CALLBACK(HasPainted), &painted);
+    gtk_widget_queue_draw(window);
+    WaitFor("a window to be painted", [&painted] { return painted; });
+    g_signal_handler_disconnect(clock, watch);
 }
 
 class RealStage : public Test::Stage, public AfxWx::Observer
@@ -152,6 +218,8 @@ public:
     std::unique_ptr<Afx::WindowSystem> MakeSystem(Afx::HeadlessWindowSystem& script) override
     {
         m_script = &script;
+        g_object_set(gtk_settings_get_default(), "gtk-enable-animations", FALSE, "gtk-cursor-blink", FALSE, nullptr);
+        XAutoRepeatOff(gdk_x11_get_default_xdisplay()); // however slow the machine
         return AfxWx::MakeWindowSystem(this);
     }
 
@@ -172,7 +240,7 @@ public:
         ASSERT_NE(button, nullptr) << "no such button: " << answer;
         gtk_widget_grab_focus(button);
         Pump();
-        wxUIActionSimulator().Char(WXK_SPACE);
+        SendSymbol(XK_space, 0);
     }
     bool Helps(const std::string& file, unsigned topic) override { return m_script->ShowHelp(file, topic); }
 
@@ -192,7 +260,7 @@ public:
             if (character == VK_BACK)
                 SendKey(VK_BACK, 0);
             else if (character < kAsciiEnd)
-                wxUIActionSimulator().Text(wxString(static_cast<wchar_t>(character)));
+                SendSymbol(character, 0); // whose symbols have the numbers of the characters
             else if (CWnd* const focus = CWnd::GetFocus())
                 Afx::UserActs::Char(*focus, character); // this keyboard has no such key
         }
@@ -203,11 +271,9 @@ public:
         WaitForDialog();
         const NativePeer* const peer = PeerOf(&control);
         ASSERT_NE(peer, nullptr) << "no window: " << control.GetDlgCtrlID();
+        WaitForPaint(gtk_widget_get_toplevel(static_cast<GtkWidget*>(peer->Native()->GetHandle())));
         const auto [x, y] = PlaceOf(*peer->Native());
-        wxUIActionSimulator mouse;
-        mouse.MouseMove(x, y);
-        Pump();
-        mouse.MouseClick();
+        SendClick(x, y);
         Finish();
     }
     void Type(CWnd& control, std::string_view text) override

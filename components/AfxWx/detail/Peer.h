@@ -98,6 +98,7 @@ public:
     using NativePeer::NativePeer;
     void ChildChanged(NativePeer& child) override;
     void Arrange() override;
+    wxSize LeastSize(const Afx::LayoutRow*) const override { return wxDefaultSize; } // what its controls need
 };
 
 // Texts, and positions in them: the model counts bytes of UTF-8, the toolkit characters.

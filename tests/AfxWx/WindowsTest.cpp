@@ -1,0 +1,128 @@
+// What only real windows do.
+
+#include "AfxWx/RealHands.h"
+
+#include <wx/dialog.h>
+#include <wx/textctrl.h>
+
+#include "Afx/windows/ComboBox.h"
+#include "AfxWx/detail/Peer.h"
+
+#include <gtk/gtk.h>
+
+namespace
+{
+
+using Afx::ControlKind;
+
+constexpr unsigned kAmount = 101, kKind = 102;
+constexpr Afx::LayoutRow kShortRows[] = {{ControlKind::Label, 0, "&Amount:", 0, 0},
+                                         {ControlKind::Field, kAmount, "", 0, 1},
+                                         {ControlKind::Label, 0, "&Kind:", 1, 0},
+                                         {ControlKind::Combo, kKind, "", 1, 1},
+                                         {ControlKind::Default, IDOK, "OK", 2, 0}};
+constexpr Afx::DialogLayout kShort = Afx::LayoutOf("Short", kShortRows);
+
+wxWindow& NativeOf(const CWnd& window) { return *AfxWx::PeerOf(&window)->Native(); }
+
+std::string SpokenName(const CWnd& window)
+{
+    auto* const widget = static_cast<GtkWidget*>(NativeOf(window).GetHandle());
+    const char* const name = atk_object_get_name(gtk_widget_get_accessible(widget));
+    return name ? name : "";
+}
+
+/// The list is filled anew each time it drops.
+class CReloadingDialog : public CDialog
+{
+public:
+    CReloadingDialog() : CDialog(kShort) {}
+
+protected:
+    bool OnCommand(WPARAM wParam, LPARAM lParam) override
+    {
+        if (wParam >> Afx::kCommandIdBits == CBN_DROPDOWN) {
+            auto& combo = *static_cast<CComboBox*>(GetDlgItem(kKind));
+            combo.ResetContent();
+            for (const char* const text : {"first", "second", "third"})
+                combo.AddString(text);
+        }
+        return CDialog::OnCommand(wParam, lParam);
+    }
+};
+
+} // namespace
+
+TEST(RealWindows, NameEachFieldByItsLabel)
+{
+    CDialog dialog(kShort);
+    ::Test::Work(dialog, [](::Test::Hands& hands) {
+        EXPECT_EQ(SpokenName(hands.Control(kAmount)), "Amount");
+        EXPECT_EQ(SpokenName(hands.Control(kKind)), "Kind");
+        hands.Control(kAmount).SetAccessibleName("Amount in pounds");
+        ::Test::Settle();
+        EXPECT_EQ(SpokenName(hands.Control(kAmount)), "Amount in pounds");
+        hands.Press(VK_ESCAPE);
+    });
+}
+
+TEST(RealWindows, TellTheModelWhatComesPastTheKeyboard)
+{
+    CDialog dialog(kShort);
+    ::Test::Work(dialog, [](::Test::Hands& hands) {
+        auto& field = dynamic_cast<wxTextCtrl&>(NativeOf(hands.Control(kAmount)));
+        field.WriteText(wxString::FromUTF8("12£"));
+        ::Test::Settle();
+        hands.ExpectText(kAmount, "12£");
+        field.WriteText(wxString(1 << 15, 'x'));
+        ::Test::Settle();
+        hands.ExpectMessage("The text is too long: this field takes 32767 characters. Nothing was pasted.");
+        EXPECT_EQ(AfxWx::FromWx(field.GetValue()), "12£");
+        hands.Press(VK_ESCAPE);
+    });
+}
+
+TEST(RealWindows, CloseByTheirFrameAsByEscape)
+{
+    CDialog dialog(kShort);
+    EXPECT_EQ(::Test::Work(dialog,
+                           [&dialog](::Test::Hands&) {
+                               NativeOf(dialog).Close();
+                               ::Test::Settle();
+                           }),
+              IDCANCEL);
+}
+
+TEST(RealWindows, DropAListThatIsFilledMeanwhile)
+{
+    CReloadingDialog dialog;
+    ::Test::Work(dialog, [](::Test::Hands& hands) {
+        hands.Press('K', Afx::kAlt);
+        hands.Press(VK_F4);
+        hands.Press(VK_DOWN);
+        hands.Press(VK_DOWN);
+        hands.Press(VK_RETURN);
+        hands.ExpectText(kKind, "second");
+        hands.Press(VK_ESCAPE);
+    });
+}
+
+TEST(RealWindows, StopALongOperation)
+{
+    CDialog dialog(kShort);
+    ::Test::Work(dialog, [](::Test::Hands& hands) {
+        Afx::WindowSystem& system = *Afx::WindowSystem::Current();
+        system.ShowWait("Fetching");
+        EXPECT_FALSE(system.WaitCancelled());
+        const gint64 end = g_get_monotonic_time() + 10 * G_USEC_PER_SEC;
+        bool isSent = false;
+        while (!system.WaitCancelled() && g_get_monotonic_time() < end)
+            if (const void* const active = ::Test::ActiveHandle();
+                active && active != NativeOf(hands.Window()).GetHandle() && !std::exchange(isSent, true))
+                ::Test::SendKey(VK_ESCAPE);
+        EXPECT_TRUE(system.WaitCancelled());
+        system.ShowWait({});
+        EXPECT_FALSE(system.WaitCancelled());
+        hands.Press(VK_ESCAPE);
+    });
+}
