@@ -37,7 +37,7 @@ constexpr std::chrono::seconds kPatience{10};
 constexpr std::chrono::milliseconds kBreath{1};
 constexpr int kQuietRounds = 3;
 
-/// What can be seen: the focus, and each window's text and state, of the dialog before all others.
+/// What can be seen: the focus, the place of the dialog before all others, and the text and state of all in it.
 void Account(const CWnd& window, std::string& account)
 {
     account += std::to_string(window.GetDlgCtrlID()) + '=' + window.Text().Str() + (window.IsShown() ? '+' : '-') +
@@ -51,6 +51,13 @@ std::string Account()
     std::string account;
     if (const CDialog* const top = CDialog::GetTopModal())
         Account(*top, account);
+    const AfxWx::System* const system = AfxWx::System::Current();
+    if (wxWindow* const top = system ? reinterpret_cast<wxWindow*>(system->TopWindow()) : nullptr)
+        if (GdkWindow* const drawn = gtk_widget_get_window(static_cast<GtkWidget*>(top->GetHandle()))) {
+            int x = 0, y = 0;
+            gdk_window_get_origin(drawn, &x, &y); // the window manager may still be placing it
+            account += std::to_string(x) + ',' + std::to_string(y);
+        }
     return account + '@' + std::to_string(reinterpret_cast<std::uintptr_t>(CWnd::GetFocus()));
 }
 
