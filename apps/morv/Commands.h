@@ -4,7 +4,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include "CommandError.h"
+#include "common/CommandError.h"
 #include "Session.h"
 
 namespace Morv

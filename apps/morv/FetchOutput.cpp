@@ -1,8 +1,7 @@
 #include "FetchOutput.h"
 
-#include <algorithm>
-
 #include "ClientJson.h"
+#include "common/FetchWords.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "MorvUt/taxyear/YearTitles.h"
 
@@ -13,7 +12,6 @@ namespace
 {
 
 using HmrcApi::FetchResult;
-using HmrcApi::GroupState;
 
 // What a user of the command line does about what stopped a fetch.
 struct Remedy
@@ -84,64 +82,12 @@ Json FetchedJson(const ClientView& client, const FetchResult& result, const Hmrc
         {"notes", ToJson(result.notes)}};
 }
 
-bool IsAnyThere(const FetchResult& result)
-{
-    for (const HmrcApi::FetchedGroup& group : result.groups)
-        if (group.state == GroupState::There)
-            return true;
-    return false;
-}
-
-/// How HMRC's items and the return stand to each other; nothing is said that was not looked at.
-std::string Comparison(const FetchResult& result)
-{
-    std::string text;
-    if (const int missing = result.counts.notInReturn; missing > 0)
-        text = ' ' + std::to_string(missing) + (missing == 1 ? " is" : " are") + " not in the return yet.";
-    if (result.groups.front().state != GroupState::There) // National Insurance is in no schedule
-        return text;
-    if (!result.clear)
-        return text + " Some figures differ from the return: morv hmrc differences lists them.";
-    return result.counts.inReturn > 0 ? text + " No item in the return differs." : text;
-}
-
-std::string Summary(const FetchResult& result)
-{
-    if (!IsAnyThere(result))
-        return {};
-    CString text;
-    text.Format("%s from HMRC (%d new, %d changed, %d no longer sent).%s", Counted(result.counts.items, "item"),
-                result.staged.added, result.staged.changed, result.staged.withdrawn, Comparison(result));
-    return text.Str();
-}
-
-/// Of the groups without records; a fetch of which nothing was asked has its reason.
-std::string WhatIsMissing(const FetchResult& result)
-{
-    const auto isUnknown = [](const HmrcApi::FetchedGroup& group) { return group.state == GroupState::Unknown; };
-    if (std::all_of(result.groups.begin(), result.groups.end(), isUnknown))
-        return "not fetched.";
-    std::string text;
-    for (const HmrcApi::FetchedGroup& group : result.groups)
-        if (isUnknown(group))
-            text += ' ' + group.name + ": not fetched.";
-        else
-            text += ' ' + group.WhyNothing().Str();
-    return text;
-}
-
 void PrintFetched(const ClientView& client, const FetchResult& result, const HmrcArguments& arguments)
 {
-    const bool isStopped = result.stopped != FetchResult::Stopped::No;
-    const std::string what = isStopped
-                                 ? "not fetched. " + result.Reason().Str() + ' ' + RemedyOf(result, arguments).Str()
-                                 : Summary(result) + WhatIsMissing(result);
     PrintLine("%s %s, %s: %s", client.code, client.name, FormatYearString42Digit(GetCurrentRealTaxYear()),
-              CString(what).Trim());
-    for (const auto& group : result.errors->GetGroups())
-        for (const auto& error : group.errors)
-            PrintLine("  %s: %s (%s). %s", group.name, error.GetMessageText(), error.GetCode(),
-                      HmrcApi::ActionFor(error.GetCode(), error.GetHttpStatus(), error.GetField()));
+              FetchedText(result, {RemedyOf(result, arguments), "morv hmrc differences lists them."}));
+    for (const std::string& line : ErrorLines(*result.errors))
+        PrintText("  " + line);
     for (const CString& note : result.notes)
         PrintLine("  %s", note);
 }

@@ -2,7 +2,7 @@
 
 // Why a command that works through many clients stops before the last.
 
-#include "CommandError.h"
+#include "common/CommandError.h"
 #include "MorvUt/hmrc/fetch/Absence.h"
 
 namespace Morv

@@ -6,7 +6,7 @@
 
 #include <filesystem>
 
-#include "CommandError.h"
+#include "common/CommandError.h"
 #include "Output.h"
 
 namespace Morv

@@ -2,16 +2,10 @@
 
 #include <cstdio>
 
-#include "Brix/Subjects.h"
 #include "BrowserCommand.h"
-#include "HmrcApi/oauth/Authorisation.h"
+#include "common/GiveAuthority.h"
 #include "HmrcCommands.h"
-#include "MorvUt/hmrc/access/AuthorisationStore.h"
-#include "MorvUt/hmrc/access/ClientData.h"
-#include "MorvUt/hmrc/access/Logger.h"
-#include "MorvUt/hmrc/access/Scope.h"
 #include "MorvUt/hmrc/fetch/FetchStates.h"
-#include "Quarry/Session.h"
 
 namespace Morv
 {
@@ -68,31 +62,23 @@ void Print(const HmrcApi::GatewayState& state)
 void Authorise(const HmrcArguments& arguments, const CommonOptions& options)
 {
     UseBase(options);
-    if (arguments.gateway.find('\'') != std::string::npos)
-        throw CommandError(Exit::BadInput, "BAD_GATEWAY", "--gateway: a Government Gateway user ID holds no quotes",
+    if (const std::string why = WhyNotGateway(arguments.gateway); !why.empty())
+        throw CommandError(Exit::BadInput, "BAD_GATEWAY", "--gateway: " + why,
                            "Give the ID as HMRC's letters show it.");
     const PracticeSession session(arguments.practice, options, Login::Needed);
-    Quarry::CTransaction(Cellar::Intent::Write, Brix::kAuthorisations)
-        .Commit();                                                    // nobody signs in for what could not be kept
-    HmrcApi::CAuthorisationStore::CreateGatewayID(arguments.gateway); // false: it is registered already
-    HmrcApi::Logger logger;
     BrowserCommand browser;
-    HmrcApi::CAuthorisation authorisation(std::make_shared<HmrcApi::CAuthorisationStore>(arguments.gateway),
-                                          std::make_shared<HmrcApi::CScope>(),
-                                          std::make_shared<HmrcApi::CClientData>());
-    authorisation.SetBrowser([&](const std::string& address) {
+    const BrowserWatch watch(browser);
+    const auto error = GiveAuthority(arguments.gateway, [&](const std::string& address) {
         std::fprintf(stderr, "Open this address in a browser and give authority: %s\n", address.c_str());
         return arguments.browser.empty() || browser.Start(arguments.browser, address);
     });
-    const BrowserWatch watch(browser);
-    const bool isGiven = authorisation.DoAuthorisation(&logger);
-    if (!isGiven && authorisation.GetLastError().code == "CANCELLED" && browser.HasFailed())
+    if (error && error->code == "CANCELLED" && browser.HasFailed())
         throw CommandError(Exit::Refused, "BROWSER_NOT_OPENED",
                            "--browser: the command ended with exit code " + std::to_string(browser.GetExit()),
                            "Name a command that opens the address given to it, or leave the option out and open it "
                            "yourself.");
-    if (!isGiven)
-        ThrowError(authorisation.GetLastError());
+    if (error)
+        ThrowError(*error);
     const HmrcApi::GatewayState state = HmrcApi::ReadGatewayState(arguments.gateway);
     if (options.json)
         PrintJson(ToJson(state));

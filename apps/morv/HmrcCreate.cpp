@@ -5,12 +5,12 @@
 
 #include "Cellar/DatabaseError.h"
 #include "ClientJson.h"
+#include "common/CreateWords.h"
 #include "GivenUp.h"
 #include "HmrcCommands.h"
 #include "MorvUt/hmrc/schedules/CreateFromHmrc.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "MorvUt/taxyear/TaxYearHelpers.h"
-#include "MorvUt/taxyear/YearTitles.h"
 #include "Progress.h"
 #include "Quarry/DataList.h"
 #include "Who.h"
@@ -35,36 +35,9 @@ Json CreatedJson(const ClientView& client, const HmrcApi::CreateResult& result)
             {"schedules", ToJson(HmrcApi::LoadReturnYear(ClientId(client.id), GetCurrentRealTaxYear()))}};
 }
 
-bool IsNothingStaged(const ClientView& client, short year)
-{
-    const HmrcApi::StagedYear staged = HmrcApi::LoadStagedYear(ClientId(client.id), year);
-    return staged.employments.empty() && staged.pensions.empty() && staged.allowances.empty();
-}
-
-/// "2 employment schedules and 1 pension or benefit schedule"; empty when nothing was made.
-std::string Made(const HmrcApi::CreatedSchedules& created)
-{
-    std::string text;
-    if (created.employments > 0)
-        text = Counted(created.employments, "employment schedule");
-    if (created.pensionsAndBenefits > 0)
-        text += (text.empty() ? "" : " and ") + Counted(created.pensionsAndBenefits, "pension or benefit schedule");
-    return text;
-}
-
-std::string Summary(const ClientView& client, const HmrcApi::CreateResult& result)
-{
-    const short year = GetCurrentRealTaxYear();
-    if (const std::string made = Made(result.created); !made.empty())
-        return "Created " + made + '.';
-    if (IsNothingStaged(client, year))
-        return std::string("Nothing has been fetched from HMRC for ") + FormatYearString42Digit(year).Str() + '.';
-    return "Nothing new was made.";
-}
-
 void Print(const std::string& before, const ClientView& client, const HmrcApi::CreateResult& result)
 {
-    PrintLine("%s%s", before, Summary(client, result));
+    PrintLine("%s%s", before, CreatedText(ClientId(client.id), GetCurrentRealTaxYear(), result.created));
     for (const CString& note : result.created.notes)
         PrintLine("  %s", note);
 }

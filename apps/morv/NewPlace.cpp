@@ -2,7 +2,7 @@
 
 #include <filesystem>
 
-#include "CommandError.h"
+#include "common/CommandError.h"
 #include "Output.h"
 #include "Session.h"
 

@@ -13,7 +13,8 @@
 #include "Afx/text/CString.h"
 #include "Afx/time/DateTime.h"
 #include "Cellar/Value.h"
-#include "CommandError.h"
+#include "common/CommandError.h"
+#include "common/Words.h"
 #include "Kiln/CAmt.h"
 #include "Kiln/CDate.h"
 
@@ -30,16 +31,8 @@ Json MomentOf(const COleDateTime& moment);
 Json TextOf(const CString& text);
 
 // For people; "-" when there is none.
-std::string Money(const Kiln::CAmt& amount);    // "£1,234.56", whole pence
-std::string ShownDate(const Kiln::CDate& date); // "20/08/2017"
-std::string ShownDate(const COleDateTime& moment);
+std::string ShownDate(const COleDateTime& moment);   // "20/08/2017"
 std::string ShownMoment(const COleDateTime& moment); // "20/08/2017 14:05:09"
-
-/// "-" when there is none.
-std::string OrDash(const std::string& text);
-
-/// "1 schedule", "2 schedules".
-std::string Counted(int count, const std::string& one);
 
 /// Prints `document` on one line; what would steer a terminal is escaped.
 void PrintJson(const Json& document);
@@ -63,16 +56,6 @@ private:
 /// One line for people on standard error: what, where, how to mend it; and the error object on standard output.
 void PrintError(const CommandError& error, bool json);
 
-/// `text` for one line of a terminal: as Afx::ToPrintable, an end of a paragraph as one blank.
-std::string Printable(std::string_view text);
-/// The same, cut behind so many bytes.
-std::string Cut(std::string_view text, std::size_t most);
-/// The same, cut where it is longer than anybody reads: what comes from HMRC may be.
-std::string Shown(std::string_view text);
-/// Whether there is something in it that Printable would not show: it could forge lines, or steer a terminal.
-bool HasControlCharacters(std::string_view text);
-/// What a user gave, for a message: printable, in quotes, cut when it is long.
-std::string Quoted(std::string_view text);
 /// "; did you mean NAME?" for the name that is nearest to what a user gave; empty when none is near.
 std::string DidYouMean(std::string_view given, std::span<const std::string> names);
 

@@ -8,7 +8,7 @@
 #include <cstring>
 
 #include "Afx/system/Descriptor_posix.h"
-#include "CommandError.h"
+#include "common/CommandError.h"
 #include "Output.h"
 
 namespace Morv

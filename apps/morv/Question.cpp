@@ -6,7 +6,7 @@
 #include <iostream>
 
 #include "Afx/text/TextFold.h"
-#include "CommandError.h"
+#include "common/CommandError.h"
 #include "Output.h"
 
 namespace Morv

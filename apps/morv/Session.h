@@ -7,7 +7,7 @@
 
 #include "Afx/system/Application.h"
 #include "Brix/Records.h"
-#include "CommandError.h"
+#include "common/OpenPractice.h"
 
 namespace Morv
 {
@@ -60,31 +60,5 @@ public:
 private:
     std::optional<CommandError> m_keyProblem;
 };
-
-/// Of a practice that is there and whole, but cannot be written: the code of its CommandError.
-inline constexpr char kReadOnly[] = "READ_ONLY";
-
-/// Another program writes to the practice: the code of its CommandError.
-inline constexpr char kBusy[] = "PRACTICE_BUSY";
-
-/// What mends an installation that lacks a module.
-inline constexpr char kInstallAgain[] = "Install this program again, with all of its parts.";
-/// Throws CommandError where the module of the ciphers cannot be loaded: no practice opens without its key, and none is
-/// made.
-void NeedCiphers();
-
-/// What a user gives for a practice. Throws CommandError for control characters, which could forge a message, and for
-/// bytes that are not UTF-8: in messages, logs and JSON they would name another file.
-void CheckPracticeText(const std::string& practice);
-/// The practice as it may be shown: without a server's password.
-std::string PracticeName(const std::string& practice);
-/// The file behind a practice text: "sqlite:path" (in any case) or a bare path; empty for a server.
-std::string PracticePath(const std::string& practice);
-/// The key beside that file, or the one that a server's text or the environment names. Throws CommandError when none
-/// does.
-std::string KeyPath(const std::string& practice);
-
-/// What the database refused, as an error of the command.
-CommandError FromDatabaseError(const std::exception& error);
 
 } // namespace Morv

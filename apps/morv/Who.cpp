@@ -1,7 +1,7 @@
 #include "Who.h"
 
 #include "ArgumentChecks.h"
-#include "CommandError.h"
+#include "common/CommandError.h"
 #include "Output.h"
 
 namespace Morv

@@ -6,6 +6,7 @@
 
 #include "Afx/system/SignalGuard.h"
 #include "Commands.h"
+#include "common/RollWords.h"
 #include "HmrcCommands.h"
 #include "MorvUt/enquiries/tracker/RollForward.h"
 #include "MorvUt/taxyear/TaxYearHelpers.h"
@@ -30,29 +31,6 @@ struct YearArguments
 };
 
 TrackerOwner OwnerIn(const ClientView& client) { return {client.id, client.IsPartnership()}; }
-
-/// How a run ended that did not come to its end.
-struct CutShort
-{
-    RollEnd end;
-    const char *name, *why, *remedy;
-    Exit exit;
-};
-constexpr CutShort kCutShort[] = {
-    {RollEnd::Cancelled, "cancelled", "it was cancelled", "", Exit::Refused},
-    {RollEnd::Busy, "busy", "another program was writing to the practice for 3 clients in a row",
-     "Wait until it has finished, then give", Exit::CannotOpen},
-    {RollEnd::Unusable, "unusable", "the practice cannot be read or written", "See that it can, then give",
-     Exit::CannotOpen},
-};
-
-const CutShort* FindCutShort(RollEnd end)
-{
-    for (const CutShort& each : kCutShort)
-        if (each.end == end)
-            return &each;
-    return nullptr;
-}
 
 /// Lines of what was not done, under the names of their clients.
 class Lines
@@ -93,12 +71,11 @@ void Tell(const Tracker::Rolled& rolled, const std::vector<ClientView>& clients,
     for (const RolledOwner& one : rolled.owners)
         lines.Add(one);
     const CutShort* const cut = FindCutShort(rolled.end);
-    const int left = static_cast<int>(clients.size() - rolled.done);
+    const std::size_t left = clients.size() - rolled.done;
     if (cut)
-        std::fprintf(stderr,
-                     "morv: stopped, because %s; %s left. %s the same command again: it makes what is missing.\n",
-                     cut->why, (Counted(left, "client") + (left == 1 ? " is" : " are")).c_str(),
-                     *cut->remedy ? cut->remedy : "Give");
+        std::fprintf(
+            stderr, "morv: stopped, because %s; %s left. %s the same command again: it makes what is missing.\n",
+            cut->why, LeftText(left).c_str(), *cut->wait ? (std::string(cut->wait) + ", then give").c_str() : "Give");
     const TaxYear year = TaxYearHelpers::GetCurrentTaxYear();
     if (options.json)
         return PrintJson({{"year", year.GetRealTaxYear()},
@@ -113,10 +90,7 @@ void Tell(const Tracker::Rolled& rolled, const std::vector<ClientView>& clients,
                           {"skipped", lines.GetJson()}});
     if (!lines.GetJson().empty())
         lines.Print();
-    PrintLine("%s into %s, %s: %s, %s, %s.", arguments.isPreview ? "Preview" : "Rolled forward", year.Format(),
-              Counted(static_cast<int>(rolled.done), "client"), Counted(rolled.total.sources, "source"),
-              Counted(rolled.total.tasks, "task"),
-              std::to_string(rolled.total.enquiries) + (rolled.total.enquiries == 1 ? " enquiry" : " enquiries"));
+    PrintText(RolledText(rolled, arguments.isPreview, year));
     if (arguments.isPreview)
         PrintText("Nothing was written.");
 }

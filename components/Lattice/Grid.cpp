@@ -71,6 +71,15 @@ void CGrid::SetColumnHeading(int column, const char* heading)
     Changed(Afx::Part::All);
 }
 
+void CGrid::SetColumnWidth(int column, int width)
+{
+    Column* const at = m_cells.GetColumn(column);
+    if (!at || width < 0 || at->width == width)
+        return;
+    at->width = width;
+    Changed(Afx::Part::All);
+}
+
 void CGrid::SetColumnChoices(int column, Choices choices)
 {
     if (Column* const there = m_cells.GetColumn(column))

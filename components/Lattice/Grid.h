@@ -35,6 +35,8 @@ class LATTICE_API CGrid : public CWnd
     const Column* GetColumn(int column) const noexcept { return m_cells.GetColumn(column); }
     void SetColumnHeading(int column, const char* heading);
     void SetColumnChoices(int column, Choices choices);
+    /// Dialog units; 0: what the format needs. The user can size columns, too.
+    void SetColumnWidth(int column, int width);
 
     int GetRowCount() const noexcept { return m_cells.GetRowCount(); }
     /// Each gives the new row.

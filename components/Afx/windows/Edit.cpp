@@ -119,6 +119,8 @@ bool CEdit::OnControlKey(unsigned key)
         return true;
     case 'C':
     case 'X':
+        if (m_password)
+            return true;
         if (system && m_selStart != m_selEnd)
             system->SetClipboard(GetSelectedText().Str());
         if (key == 'X' && !m_readOnly)
@@ -189,6 +191,7 @@ void CEdit::TakeStyle(const CWnd& control)
         m_limit = edit->m_limit ? edit->m_limit : m_limit;
         m_readOnly = m_readOnly || edit->m_readOnly;
         m_multiLine = m_multiLine || edit->m_multiLine;
+        m_password = m_password || edit->m_password;
     }
     m_characters = Afx::CountCharacters(Text().View());
 }

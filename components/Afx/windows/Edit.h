@@ -27,6 +27,9 @@ class AFX_API CEdit : public CWnd
     /// Several lines, ended by line feeds.
     void SetMultiLine(bool multiLine) noexcept { m_multiLine = multiLine; }
     bool IsMultiLine() const noexcept { return m_multiLine; }
+    /// What is typed is shown as dots, and cannot be copied.
+    void SetPassword(bool password) noexcept { m_password = password; }
+    bool IsPassword() const noexcept { return m_password; }
 
 protected:
     friend struct Afx::UserActs;
@@ -59,4 +62,5 @@ private:
     int m_characters = 0; // of the text
     bool m_readOnly = false;
     bool m_multiLine = false;
+    bool m_password = false;
 };

@@ -34,6 +34,7 @@ std::unique_ptr<CWnd> MakeField(const LayoutRow& row)
     auto field = std::make_unique<CEdit>();
     field->SetMultiLine(row.kind == ControlKind::Notes);
     field->SetReadOnly((row.flags & kReadOnlyField) != 0);
+    field->SetPassword((row.flags & kPasswordField) != 0);
     return field;
 }
 

@@ -35,7 +35,8 @@ enum LayoutFlag : unsigned
     kReadOnlyField = 1,
     kDisabledControl = 2,
     kHiddenControl = 4,
-    kSingleSelection = 8
+    kSingleSelection = 8,
+    kPasswordField = 16
 };
 
 /// One control. The order of the rows is the tab order.

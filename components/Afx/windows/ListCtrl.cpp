@@ -56,6 +56,15 @@ void CListCtrl::DeleteAllColumns()
     Changed(Afx::Part::All);
 }
 
+void CListCtrl::SetColumnWidth(int column, int width)
+{
+    const auto place = static_cast<std::size_t>(column);
+    if (column < 0 || place >= m_columns.size() || width < 0 || m_columns[place].width == width)
+        return;
+    m_columns[place].width = width;
+    Changed(Afx::Part::All);
+}
+
 int CListCtrl::InsertItem(int row, const char* text, int image)
 {
     row = std::clamp(row, 0, GetItemCount());

@@ -51,6 +51,8 @@ class AFX_API CListCtrl : public CWnd
     int InsertColumn(int index, const char* heading, int width);
     const std::vector<Column>& GetColumns() const noexcept { return m_columns; }
     void DeleteAllColumns();
+    /// Dialog units. The user can size columns, too.
+    void SetColumnWidth(int column, int width);
     /// Not owned. Null: no images.
     void SetImageList(const CImageList* images) noexcept { m_images = images; }
     const CImageList* GetImageList() const noexcept { return m_images; }

@@ -88,6 +88,40 @@ std::vector<TaskChoice> ListTasks(Cellar::CConnection& connection, long sourceId
     return choices;
 }
 
+std::vector<TrackerLine> ListTracker(Cellar::CConnection& connection, const TrackerOwner& owner, short year)
+{
+    CSource sources;
+    sources.Open(connection, {OwnedBy<CSource>(owner), {CSource::kYear, Cellar::Value(year)}}, {{CSource::kSourceID}});
+    std::vector<long> ids;
+    for (; !sources.IsEOL(); sources.MoveNext())
+        ids.push_back(sources.GetSourceID());
+    std::multimap<long, TrackerLine> tasks;
+    const TaskNames names(connection);
+    for (const std::vector<long>& piece : Quarry::Where::InPieces(ids)) {
+        CSourceTask task;
+        for (task.Open(connection, {Quarry::Where::In(CSourceTask::kSourceID, piece)}, {{CSourceTask::kListOrder}});
+             !task.IsEOL(); task.MoveNext())
+            tasks.emplace(task.GetSourceID(), TrackerLine{task.GetSourceID(),
+                                                          {},
+                                                          names.NameOf(task),
+                                                          task.GetDueDate(),
+                                                          task.GetAssignedTo(),
+                                                          TaskStateOf(task)});
+    }
+    std::vector<TrackerLine> lines;
+    for (bool isRow = sources.MoveFirst(); isRow; isRow = sources.MoveNext()) {
+        const std::size_t before = lines.size();
+        const auto [first, last] = tasks.equal_range(sources.GetSourceID());
+        for (auto task = first; task != last; ++task)
+            lines.push_back(task->second);
+        if (first == last)
+            lines.push_back({sources.GetSourceID(), {}, {}, {}, {}, TaskState::None});
+        for (std::size_t i = before; i < lines.size(); ++i)
+            lines[i].source = sources.GetDescription();
+    }
+    return lines;
+}
+
 std::map<TaskKey, LinkedTask> ReadLinkedTasks(Cellar::CConnection& connection, const std::vector<TaskKey>& keys)
 {
     std::map<TaskKey, LinkedTask> linked;

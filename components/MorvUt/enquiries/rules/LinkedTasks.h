@@ -9,6 +9,7 @@
 
 #include "Afx/text/CString.h"
 #include "Cellar/Connection.h"
+#include "Kiln/CDate.h"
 #include "MorvUt/enquiries/rules/TrackerOwner.h"
 #include "MorvUt/Export.h"
 
@@ -50,6 +51,18 @@ struct TaskChoice
 MORVUT_API std::vector<SourceChoice> ListSources(Cellar::CConnection& connection, const TrackerOwner& owner);
 /// The tasks of a source, in list order.
 MORVUT_API std::vector<TaskChoice> ListTasks(Cellar::CConnection& connection, long sourceId);
+
+/// A task of a source, or a source without any.
+struct TrackerLine
+{
+    long sourceId = 0;
+    CString source, task; // their names
+    Kiln::CDate due;
+    CString assignedTo;                // a user's id
+    TaskState state = TaskState::None; // of a source without tasks
+};
+/// The owner's sources of the real tax year with their tasks in list order: three statements, more for thousands.
+MORVUT_API std::vector<TrackerLine> ListTracker(Cellar::CConnection& connection, const TrackerOwner& owner, short year);
 
 /// A source and the type of one of its tasks.
 using TaskKey = std::pair<long, long>;

@@ -1,0 +1,129 @@
+// The main job by a user's hands: fetch, create, review; and while HMRC's service is down half-way.
+
+#include "Afx/time/Clock.h"
+#include "apps/desk/DeskTest.h"
+#include "layouts/Sheets.h"
+#include "MorvUt/res/layouts/Differences.h"
+
+namespace
+{
+
+class MainJob : public DeskTest
+{
+protected:
+    MainJob()
+    {
+        Afx::Clock::SetSleep([](unsigned) {});
+        m_base = m_sandbox.Base();
+        EXPECT_EQ(::Test::Authorise(m_practice, m_sandbox).exit, 0);
+    }
+
+    static std::string ResultOf(const Hands& hands) { return Text(hands, IDC_HMRC_RESULT); }
+    static bool Holds(const std::string& text, const char* part) { return text.find(part) != std::string::npos; }
+
+    ::Test::HmrcSandbox m_sandbox{"EVERYTHING"};
+};
+
+class CancellingWindows : public Afx::HeadlessWindowSystem
+{
+public:
+    void ShowWait(const std::string& text) override { waits += text.empty() ? 0 : 1; }
+    bool WaitCancelled() override { return isCancelling; }
+    bool isCancelling = false;
+    int waits = 0;
+};
+
+} // namespace
+
+TEST_F(MainJob, RunsFromTheFetchToARejectedDifference)
+{
+    RunIn("C0001", [](Hands& hands) {
+        EXPECT_TRUE(Rows(hands, IDC_RETURN_SCHEDULES).empty());
+        NextPage(hands);
+        hands.ExpectText(IDC_HMRC_GATEWAY, "gateway-1");
+        hands.Click(IDC_HMRC_FETCH);
+        EXPECT_TRUE(Holds(ResultOf(hands), "19 items from HMRC (19 new, 0 changed, 0 no longer sent). 9 are not in the "
+                                           "return yet."))
+            << ResultOf(hands);
+        hands.Click(IDC_HMRC_CREATE);
+        EXPECT_TRUE(Holds(ResultOf(hands), "Created 2 employment schedules and 7 pension or benefit schedules.\n"))
+            << ResultOf(hands);
+        EXPECT_TRUE(Rows(hands, IDC_HMRC_DIFFERENCES).empty());
+
+        hands.Press(VK_TAB, Afx::kControl | Afx::kShift);
+        ASSERT_EQ(Rows(hands, IDC_RETURN_SCHEDULES).size(), 9u);
+        InNext([](Hands& employment) {
+            employment.Type(IDC_EMPLOYMENT_PAY, "1");
+            employment.Click(IDOK);
+        });
+        hands.Choose(IDC_RETURN_SCHEDULES, 0);
+        hands.Press(VK_RETURN);
+
+        NextPage(hands);
+        ASSERT_EQ(Rows(hands, IDC_HMRC_DIFFERENCES).size(), 1u);
+        InNext([](Hands& difference) {
+            difference.Answer(IDNO);
+            difference.Click(IDC_DIFFERENCES_REJECT);
+            difference.ExpectMessage("Rejecting differences will prevent retrieval of HMRC Data unless it changes.\n\n"
+                                     "Click No and then Skip to defer this decision.\n\nDo you want to reject?");
+            difference.Answer(IDYES);
+            difference.Click(IDC_DIFFERENCES_REJECT);
+            difference.ExpectMessage("Rejecting differences will prevent retrieval of HMRC Data unless it changes.\n\n"
+                                     "Click No and then Skip to defer this decision.\n\nDo you want to reject?");
+        });
+        hands.Click(IDC_HMRC_REVIEW);
+        hands.ExpectText(IDC_HMRC_RESULT, "0 accepted, 1 rejected, 0 skipped.");
+        const auto left = Rows(hands, IDC_HMRC_DIFFERENCES);
+        ASSERT_EQ(left.size(), 1u);
+        EXPECT_TRUE(Holds(left[0], " | rejected | ")) << left[0];
+        EXPECT_FALSE(hands.Control(IDC_HMRC_REVIEW).IsWindowEnabled());
+    });
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAudit WHERE strUserID = 'alice'"), "1");
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXNewEmploy WHERE lClientID = 1 AND amtPay = 10000"), "1");
+}
+
+TEST_F(MainJob, TellsOnceWhatHmrcCouldNotServeAndGoesOnFromThere)
+{
+    m_sandbox.Send("POST", "/sandbox/fault", R"({"path":"/individual-paye","fault":"SERVER_ERROR","times":0})");
+    RunIn("C0001", [this](Hands& hands) {
+        NextPage(hands);
+        hands.Click(IDC_HMRC_FETCH);
+        hands.ExpectMessage("PAYE: A temporary problem occurred (SERVER_ERROR). Try again in a few minutes.");
+        EXPECT_TRUE(Holds(ResultOf(hands), "1 item from HMRC (1 new, 0 changed, 0 no longer sent). PAYE: not fetched."))
+            << ResultOf(hands);
+        m_sandbox.Send("DELETE", "/sandbox/fault");
+        hands.Click(IDC_HMRC_FETCH);
+        hands.Click(IDC_HMRC_CREATE);
+        EXPECT_TRUE(Holds(ResultOf(hands), "Created 2 employment schedules")) << ResultOf(hands);
+    });
+}
+
+TEST_F(MainJob, IsCancelledInTheWaitWindowAndWritesNothing)
+{
+    auto system = std::make_unique<CancellingWindows>();
+    CancellingWindows& windows = *system;
+    Afx::WindowSystem::Install(std::move(system));
+    RunIn("C0001", [&](Hands& hands) {
+        NextPage(hands);
+        windows.isCancelling = true;
+        hands.Click(IDC_HMRC_FETCH);
+        windows.isCancelling = false;
+        EXPECT_GT(windows.waits, 0);
+        EXPECT_EQ(windows.Messages().size(), 1u) << "told once";
+        hands.ExpectMessage(windows.Messages().empty() ? "" : windows.Messages()[0].text);
+    });
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXMTD_Employments"), "0");
+}
+
+TEST_F(MainJob, RefusesWhoHasNoRight)
+{
+    RunIn(
+        "C0001",
+        [](Hands& hands) {
+            NextPage(hands);
+            hands.Click(IDC_HMRC_FETCH);
+            hands.ExpectMessage(
+                "You do not have permission to do this.\n\nPlease contact your administrator for more details.");
+        },
+        "ben");
+}
