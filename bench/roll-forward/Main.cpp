@@ -1,14 +1,18 @@
 // Everybody of a practice rolled into the new year, as `morv year roll-forward` does it client by client, each in a
 // durable transaction, against one hand-written set of INSERT ... SELECT for the same rows, as the practice grows.
-// roll-forward [MOST]: 100 clients and ten times as many up to so many, 100,000 unless told otherwise.
+// roll-forward [MOST [PLACE]]: 100 clients and ten times as many up to so many, 10,000 unless told otherwise, on disk,
+// in memory and on a server unless one of these is named. Ends with 1 when the processor's time of a client grows.
 
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
+
+#include <unistd.h>
 
 #include "MorvUt/MorvUt.h"
 #include "Places.h"
@@ -26,13 +30,43 @@ struct Seconds
     double processor = 0, wall = 0;
 };
 
+/// Of the server's process for a connection, in hundredths of a second; nothing in a practice that has none.
+class ServerProcess
+{
+public:
+    explicit ServerProcess(Cellar::CConnection& connection)
+    {
+        if (!connection.GetDialect().HasOneWriter())
+            m_status = "/proc/" + Cellar::ToText(connection.Queryf("SELECT @@SPID").rows.at(0).at(0)).Str() + "/stat";
+    }
+    double Seconds() const
+    {
+        if (m_status.empty())
+            return 0;
+        std::ifstream file(m_status);
+        constexpr int kBeforeTimes = 13; // fields
+        std::string skipped;
+        for (int i = 0; i < kBeforeTimes; ++i)
+            file >> skipped;
+        double user = 0, system = 0;
+        if (!(file >> user >> system))
+            throw std::runtime_error(m_status + " tells no times");
+        return (user + system) / static_cast<double>(sysconf(_SC_CLK_TCK));
+    }
+
+private:
+    std::string m_status;
+};
+
 template<class Work>
 Seconds Time(Work work)
 {
-    const double processor = Bench::ProcessorSeconds(CLOCK_PROCESS_CPUTIME_ID);
+    const ServerProcess server(Quarry::GetConnection());
+    const auto processor = [&] { return Bench::ProcessorSeconds(CLOCK_PROCESS_CPUTIME_ID) + server.Seconds(); };
+    const double before = processor();
     const auto start = Bench::Clock::now();
     work();
-    return {Bench::ProcessorSeconds(CLOCK_PROCESS_CPUTIME_ID) - processor, Bench::SecondsSince(start)};
+    return {processor() - before, Bench::SecondsSince(start)};
 }
 
 void RollForwardOurs()
@@ -51,15 +85,14 @@ struct Pair
 {
     Seconds ours, raw;
 };
-Pair Measure(const OpenNew& open, int clients)
+Pair MeasureOnce(const OpenNew& open, int clients, const std::string& name)
 {
     Pair pair;
-    const std::string size = std::to_string(clients);
-    open("raw" + size);
+    open("raw" + name);
     FillPractice(Quarry::GetConnection(), clients);
     pair.raw = Time([] { RollForwardRaw(Quarry::GetConnection()); });
     const std::string expected = SummaryOf(Quarry::GetConnection());
-    open("ours" + size);
+    open("ours" + name);
     FillPractice(Quarry::GetConnection(), clients);
     pair.ours = Time([] { RollForwardOurs(); });
     if (const std::string made = SummaryOf(Quarry::GetConnection()); made != expected)
@@ -67,51 +100,75 @@ Pair Measure(const OpenNew& open, int clients)
     return pair;
 }
 
+/// The fastest of three rounds, since other programs can only add to a time; of one from 100,000 clients on.
+Pair Measure(const OpenNew& open, int clients)
+{
+    const int rounds = clients < 100'000 ? 3 : 1;
+    Pair fastest;
+    for (int round = 0; round < rounds; ++round) {
+        const Pair pair = MeasureOnce(open, clients, std::to_string(clients) + '_' + std::to_string(round));
+        for (Seconds Pair::*who : {&Pair::ours, &Pair::raw})
+            for (double Seconds::*time : {&Seconds::processor, &Seconds::wall})
+                if (round == 0 || pair.*who.*time < fastest.*who.*time)
+                    fastest.*who.*time = pair.*who.*time;
+    }
+    return fastest;
+}
+
 /// Rows of the table for all sizes; whether the time of a client stays.
 bool MeasureAll(const char* where, const OpenNew& open, int most)
 {
-    double before = 0;
-    bool isFlat = true;
+    Seconds before;
+    bool isGood = true;
     for (int clients = 100; clients <= most; clients *= 10) {
         const auto [ours, raw] = Measure(open, clients);
-        const double exponent = before > 0 ? std::log10(ours.wall / before) : 1;
-        const bool isSteep = clients > 1000 && exponent >= kSteepest; // the smallest warm up
-        before = ours.wall;
-        isFlat = isFlat && !isSteep;
-        std::printf("| %s | %d | %.0f us (%.0f us) | %.1f (%.1f) | %.2f%s |\n", where, clients,
+        const auto exponent = [&](double Seconds::*time) {
+            return before.wall > 0 ? std::log10(ours.*time / before.*time) : 1;
+        };
+        const bool isSteep = clients > 1000 && exponent(&Seconds::processor) >= kSteepest; // the smallest warm up
+        std::printf("| a new year, %s | %d | %.0f us (%.0f us) | %.1f (%.1f) | %.2f (%.2f)%s |\n", where, clients,
                     ours.processor / clients * 1e6, ours.wall / clients * 1e6, ours.processor / raw.processor,
-                    ours.wall / raw.wall, exponent, isSteep ? " *" : "");
+                    ours.wall / raw.wall, exponent(&Seconds::processor), exponent(&Seconds::wall),
+                    isSteep ? " **misses**" : "");
         std::fflush(stdout);
+        isGood = isGood && !isSteep;
+        before = ours;
     }
-    return isFlat;
+    return isGood;
 }
 
-int Run(int most)
+bool MeasureOnServer(int most)
 {
-    std::printf("| place | clients | ours, a client: CPU (wall) | INSERT ... SELECT: CPU (wall) | exponent of wall |\n"
-                "|---|---|---|---|---|\n");
-    bool isFlat = true;
-    for (const Place& place : Places())
-        isFlat = MeasureAll(
-                     place.name, [&](const std::string& name) { OpenPractice(place.folder + '/' + name); }, most) &&
-                 isFlat;
     const Bench::Server server(Places().front().folder);
-    isFlat = MeasureAll(
-                 "server",
-                 [&](const std::string& name) {
-                     Quarry::SetConnection(nullptr);
-                     server.MakePractice(name);
-                     Quarry::SetConnection(Cellar::CConnection::Open(server.TextOf(name).c_str()));
-                 },
-                 most) &&
-             isFlat;
-    return isFlat ? 0 : 1;
+    return MeasureAll(
+        "server",
+        [&](const std::string& name) {
+            Quarry::SetConnection(nullptr);
+            server.MakePractice(name);
+            Quarry::SetConnection(Cellar::CConnection::Open(server.TextOf(name).c_str()));
+        },
+        most);
+}
+
+int Run(int most, const std::string& where)
+{
+    std::printf("| ours | clients | a client: CPU (wall) | INSERT ... SELECT: CPU (wall) | exponent: CPU (wall) |\n"
+                "|---|---|---|---|---|\n");
+    bool isGood = true;
+    for (const Place& place : Places())
+        if (where.empty() || where == place.name)
+            isGood = MeasureAll(
+                         place.name, [&](const std::string& name) { OpenPractice(place.folder + '/' + name); }, most) &&
+                     isGood;
+    if (where.empty() || where == "server")
+        isGood = MeasureOnServer(most) && isGood;
+    return isGood ? 0 : 1;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    const int most = argc > 1 ? std::atoi(argv[1]) : 100'000;
-    return RunWithPlaces([=] { return Run(most); });
+    const int most = argc > 1 ? std::atoi(argv[1]) : 10'000;
+    return RunWithPlaces([=] { return Run(most, argc > 2 ? argv[2] : ""); });
 }
