@@ -146,6 +146,12 @@ TEST_F(EnquiryDialogs, EditByDoubleClickAndEmptyWhatNoBoxAsksFor)
         EXPECT_EQ(Listed(hands), "0P60 2Books 2Answered ");
         hands.Click(IDC_ENQUIRIES_ALL_YEARS);
         EXPECT_EQ(Listed(hands), "0P60 2Books 2Answered 2Old ");
+        {
+            const ::Test::Trigger full(Quarry::GetConnection(), "BEFORE UPDATE", "BRIXClientEnquirySettings");
+            hands.Click(IDC_ENQUIRIES_ALL_YEARS);
+            EXPECT_EQ(Listed(hands), "0P60 2Books 2Answered ") << "although it cannot be kept";
+        }
+        hands.Click(IDC_ENQUIRIES_ALL_YEARS);
         hands.Click(IDCANCEL);
     });
     Work(list, [&](Hands& hands) {

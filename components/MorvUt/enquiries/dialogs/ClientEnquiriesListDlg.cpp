@@ -132,8 +132,13 @@ void CClientEnquiriesListDlg::OnDelete()
 
 void CClientEnquiriesListDlg::OnFilter()
 {
-    KeepEnquirySettings(m_connection, CUserData::m_strUser,
-                        {IsTicked(IDC_ENQUIRIES_HIDE_COMPLETED), IsTicked(IDC_ENQUIRIES_ALL_YEARS)});
+    try {
+        KeepEnquirySettings(m_connection, CUserData::m_strUser,
+                            {IsTicked(IDC_ENQUIRIES_HIDE_COMPLETED), IsTicked(IDC_ENQUIRIES_ALL_YEARS)});
+    } catch (const Cellar::DatabaseError&) {
+        // The list shows what was asked for, also in a practice that can only be read or is busy; a lost connection
+        // is told by the list itself.
+    }
     FillList();
 }
 
