@@ -50,6 +50,8 @@ void RedirectQuery(std::string_view input);
 void ConnectionText(std::string_view input);
 /// `section|name|value|text of a settings file`.
 void IniText(std::string_view input);
+/// A list file: banks, charities, insurers.
+void ListFile(std::string_view input);
 /// A T-SQL statement with placeholders.
 void SqlText(std::string_view input);
 
@@ -75,6 +77,7 @@ inline constexpr Target kTargets[] = {
     {"redirect-query", RedirectQuery},
     {"connection-text", ConnectionText},
     {"ini-text", IniText},
+    {"list-file", ListFile},
     {"sql-text", SqlText},
 };
 

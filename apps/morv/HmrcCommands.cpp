@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "ArgumentChecks.h"
+#include "HmrcApi/transport/Pace.h"
 #include "MorvUt/hmrc/access/ClientData.h"
 #include "Who.h"
 
@@ -55,12 +56,15 @@ void UseBase(const CommonOptions& options)
                            "--base: " + Quoted(options.base) + " is not an address of this machine",
                            "A base looks like http://127.0.0.1:8080/; 127.0.0.1, [::1] and localhost are taken, ports "
                            "from 1 to 65535.");
+    HmrcApi::PaceLoopback(options.paced);
 }
 
 void AddHmrcCommands(CLI::App& app, Program& program)
 {
     CLI::App* hmrc = app.add_subcommand("hmrc", "A client's records at HMRC")->require_subcommand(1);
-    hmrc->add_option("--base", program.options.base, "Ask a server on this machine instead of HMRC")->check(NotEmpty());
+    CLI::Option* base = hmrc->add_option("--base", program.options.base, "Ask a server on this machine instead of HMRC")
+                            ->check(NotEmpty());
+    hmrc->add_flag("--paced", program.options.paced, "Ask it at the pace that HMRC allows, too")->needs(base);
     auto arguments = std::make_shared<HmrcArguments>();
 
     CLI::App* authorise = AddCommand(*hmrc, "authorise", "Ask a Government Gateway user for authority", arguments);

@@ -17,9 +17,10 @@ struct CommonOptions
 {
     bool json = false;
     bool quiet = false;
-    std::string user; // empty: the practice's first listed user
-    std::string year; // real tax year; empty: the current one of the profile
-    std::string base; // loopback address in place of HMRC's; empty: HMRC
+    std::string user;   // empty: the practice's first listed user
+    std::string year;   // real tax year; empty: the current one of the profile
+    std::string base;   // loopback address in place of HMRC's; empty: HMRC
+    bool paced = false; // at HMRC's pace there, too
 };
 
 /// The program's application object. The profile is read and never written: --year holds for one run.

@@ -104,6 +104,7 @@ public:
         const auto* const member = Member(name);
         return member && member->GetBool();
     }
+    bool Has(const char* name) const { return Member(name) != nullptr; }
     std::optional<RapidNode> Find(const char* name) const
     {
         const auto* const member = Member(name);

@@ -33,6 +33,7 @@ public:
         const auto at = m_json->find(name);
         return at != m_json->end() && at->get<bool>();
     }
+    bool Has(const char* name) const { return m_json->contains(name); }
     std::optional<JsonNode> Find(const char* name) const
     {
         const auto at = m_json->find(name);

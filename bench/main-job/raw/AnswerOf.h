@@ -70,7 +70,7 @@ Employment ReadEmployment(const Node& item)
     employment.pay = item.Amount("taxablePayTotal");
     employment.tax = item.Amount("taxTotal");
     employment.studentLoan = item.Amount("studentLoan");
-    employment.isOffPayroll = item.Flag("offPayrollWorkFlag");
+    employment.offPayroll = item.Has("offPayrollWorkFlag") ? item.Flag("offPayrollWorkFlag") : -1;
     item.Each("companyBenefits", [&](const Node& benefit) { employment.benefits.push_back(ReadBenefit(benefit)); });
     return employment;
 }
@@ -92,6 +92,7 @@ Pension ReadPension(const Node& item, int kind)
     pension.worksNumber = item.Text("worksNumber");
     pension.payer = item.Text("employerName");
     pension.date = kind == kPrivatePension ? item.Text("startDate") : DateOf(item);
+    pension.end = item.Text("endDate");
     pension.amount = item.Amount("taxablePayTotal");
     pension.tax = item.Amount("taxTotal");
     return pension;

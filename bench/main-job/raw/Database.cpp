@@ -32,8 +32,8 @@ constexpr TableText kTableTexts[kTables] = {
      "(?, ?, ?, ?, ?, ?, ?, 0)"},
     {"BRIXMTD_PensionStateBenefits",
      "[lID], [lMTD_TaxYearID], [nMTDType], [dtStart], [strReference], [strPayer], [amtAmount], [amtTax], [bWithdrawn], "
-     "[strWorksNumber], [nDecision], [strDecided], [nVersion]",
-     "(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0)"},
+     "[strWorksNumber], [nDecision], [strDecided], [dtEnd], [nVersion]",
+     "(?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 0)"},
     {"BRIXMTD_TaxFreeAllowances",
      "[lID], [lMTD_TaxYearID], [strAllowanceType], [amtAmount], [nAllowanceType], [bWithdrawn], [nDecision], "
      "[strDecided], [nVersion]",
@@ -271,6 +271,7 @@ std::int64_t AmountAt(sqlite3_stmt* statement, int column)
     return sqlite3_column_type(statement, column) == SQLITE_NULL ? kNoAmount : sqlite3_column_int64(statement, column);
 }
 
+bool IsNullAt(sqlite3_stmt* statement, int column) { return sqlite3_column_type(statement, column) == SQLITE_NULL; }
 std::int64_t NumberAt(sqlite3_stmt* statement, int column) { return sqlite3_column_int64(statement, column); }
 
 } // namespace Raw

@@ -85,6 +85,7 @@ void BindAmount(sqlite3_stmt* statement, int place, std::int64_t amount);
 void BindNumber(sqlite3_stmt* statement, int place, std::int64_t number);
 std::string TextAt(sqlite3_stmt* statement, int column);
 std::int64_t AmountAt(sqlite3_stmt* statement, int column);
+bool IsNullAt(sqlite3_stmt* statement, int column);
 std::int64_t NumberAt(sqlite3_stmt* statement, int column);
 
 } // namespace Raw

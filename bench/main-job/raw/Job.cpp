@@ -55,7 +55,7 @@ std::vector<Employment> ReadStagedEmployments(const Job& job)
         item.pay = AmountAt(row, 8);
         item.tax = AmountAt(row, 9);
         item.studentLoan = AmountAt(row, 10);
-        item.isOffPayroll = NumberAt(row, 12) != 0;
+        item.offPayroll = IsNullAt(row, 12) ? -1 : static_cast<int>(NumberAt(row, 12));
     });
     return employments;
 }
@@ -88,6 +88,7 @@ std::vector<Pension> ReadStagedPensions(const Job& job)
         item.amount = AmountAt(row, 6);
         item.tax = AmountAt(row, 7);
         item.worksNumber = TextAt(row, 9);
+        item.end = TextAt(row, 12);
     });
     return pensions;
 }
@@ -210,7 +211,7 @@ std::vector<Pension> InOrder(const std::vector<Pension>& all)
 
 void StagePensions(const Job& job, long year, const std::vector<Pension>& items)
 {
-    Add(job, kStagedPensions, items, 12, [&](sqlite3_stmt* row, int place, const Pension& item) {
+    Add(job, kStagedPensions, items, 13, [&](sqlite3_stmt* row, int place, const Pension& item) {
         BindNumber(row, place + 1, year);
         BindNumber(row, place + 2, item.kind);
         BindText(row, place + 3, item.date);
@@ -220,6 +221,7 @@ void StagePensions(const Job& job, long year, const std::vector<Pension>& items)
         BindAmount(row, place + 7, item.tax);
         BindNumber(row, place + 8, 0);
         BindText(row, place + 9, item.worksNumber);
+        BindText(row, place + 12, item.end);
     });
 }
 
@@ -237,7 +239,8 @@ void StageEmployments(const Job& job, long year, const std::vector<Employment>& 
         BindAmount(row, place + 9, item.tax);
         BindAmount(row, place + 10, item.studentLoan);
         BindNumber(row, place + 11, 0);
-        BindNumber(row, place + 12, item.isOffPayroll);
+        if (item.offPayroll >= 0)
+            BindNumber(row, place + 12, item.offPayroll);
     };
     const std::vector<long> ids = Add(job, kStagedEmployments, items, 15, bind);
     std::vector<Benefit> benefits;

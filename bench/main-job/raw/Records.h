@@ -26,7 +26,7 @@ struct Employment
     long id = 0;
     std::string key, reference, worksNumber, employer, start, end;
     std::int64_t pay = kNoAmount, tax = kNoAmount, studentLoan = kNoAmount;
-    bool isOffPayroll = false;
+    int offPayroll = -1; // whether it applied; -1: HMRC did not say
     std::vector<Benefit> benefits;
 };
 
@@ -35,7 +35,7 @@ struct Pension
 {
     long id = 0;
     int kind = 0; // as staged; in a schedule its type
-    std::string reference, worksNumber, payer, date;
+    std::string reference, worksNumber, payer, date, end;
     std::int64_t amount = kNoAmount, tax = kNoAmount;
 };
 

@@ -181,7 +181,7 @@ public:
             if (!MaySend(address, request.address))
                 return redirects == 0 ? Refusal("the address is neither HTTPS nor on this computer")
                                       : Elsewhere(std::move(redirect), address);
-            if (!IsLoopbackAddress(address) && !TakeTurn(request.cancelled, MillisecondsTo(deadline)))
+            if (HasPace(address) && !TakeTurn(request.cancelled, MillisecondsTo(deadline)))
                 return Unsent(request.cancelled && request.cancelled() ? Outcome::Cancelled : Outcome::TimedOut);
             isFirstHost = isFirstHost && OriginOf(address) == firstOrigin;
             const long long left = MillisecondsTo(deadline);

@@ -1,12 +1,14 @@
 #include "HmrcApi/transport/Pace.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <mutex>
 #include <optional>
 #include <utility>
 
 #include "Afx/time/Clock.h"
+#include "HmrcApi/transport/Transport.h"
 #include "HmrcApi/transport/Waiting.h"
 #include "Shellkit/NamedItems.h"
 
@@ -20,6 +22,7 @@ constexpr std::int64_t kSpacing = 500; // milliseconds
 /// The next free moment; one for the process, whichever modules send.
 struct Turns
 {
+    std::atomic<bool> isForLoopback = false;
     std::mutex mutex;
     std::int64_t next = 0;                 // Unix milliseconds
     std::function<std::int64_t()> shared;  // where blocks come from; empty: all time is ours
@@ -72,6 +75,10 @@ bool TakeTurn(const std::function<bool()>& cancelled, std::int64_t most)
     const std::optional<std::int64_t> wait = TheTurns().Take(most);
     return wait && WaitUnless(cancelled, static_cast<unsigned>(*wait));
 }
+
+bool HasPace(const std::string& address) { return !IsLoopbackAddress(address) || TheTurns().isForLoopback; }
+
+void PaceLoopback(bool isPaced) { TheTurns().isForLoopback = isPaced; }
 
 SharedTurns::SharedTurns(std::function<std::int64_t()> next)
 {

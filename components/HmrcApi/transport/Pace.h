@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 
 #include "HmrcApi/Export.h"
 
@@ -14,6 +15,12 @@ namespace HmrcApi
 /// application share HMRC's limit of three. False when `cancelled` ended the wait, and at once, no turn being taken,
 /// when it would be longer than `most` milliseconds.
 HMRCAPI_API bool TakeTurn(const std::function<bool()>& cancelled, std::int64_t most);
+
+/// Whether a request to this address is to wait for its turn: HMRC's are, those to this computer are only once
+/// PaceLoopback has said so.
+HMRCAPI_API bool HasPace(const std::string& address);
+/// For trying out, by programs that ask a sandbox, what the pace does; for the process, until it is said otherwise.
+HMRCAPI_API void PaceLoopback(bool isPaced);
 
 /// While one lives, this process takes its turns from blocks that it shares with other programs: each is a second, in
 /// which two requests may go. One at a time.

@@ -80,6 +80,8 @@ CString WhyNotNewStaff(CString id, CString name, const CString& role)
 {
     if (id.Trim().IsEmpty() || name.Trim().IsEmpty())
         return LibraryText(IDS_USER_NEEDS_ID_AND_NAME);
+    if (id.Find("'") >= 0) // no application could record its login (CUserLockFile::AddLock)
+        return LibraryText(IDS_USER_NO_QUOTE);
     if (id.CompareNoCase(kBuiltInAdministrator) == 0)
         return LibraryText(IDS_USER_BUILT_IN);
     if (Brix::CUser user; FindUser(user, id)) // as the login takes an id

@@ -210,7 +210,7 @@ ON_BOTH_DATABASES(Histories);
 TEST_P(Histories, EndWithOneScheduleForEachItemOrANote)
 {
     const std::uint32_t first = ::Test::Setting("MORVUT_SEED", 1),
-                        count = ::Test::Setting("MORVUT_HISTORIES", ::Test::IsOnServer() ? 1 : 3);
+                        count = ::Test::Setting("MORVUT_HISTORIES", ::Test::IsOnServer() ? 2 : 3);
     for (std::uint32_t seed = first; seed != first + count && !HasFailure(); ++seed)
         for (const Route route : {Route::Paye, Route::Utr, Route::Both}) {
             SCOPED_TRACE("MORVUT_SEED=" + std::to_string(seed) + ", route " + std::to_string(static_cast<int>(route)));

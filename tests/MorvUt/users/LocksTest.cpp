@@ -93,6 +93,11 @@ TEST_P(LocksTest, AUserHasARowOrARowASession)
         EXPECT_EQ(second.HasOwnRow(), unlimited == 1);
         EXPECT_EQ(Query("SELECT UserId FROM MorvUserLocks"), unlimited ? "Éva, Éva" : "Éva");
         EXPECT_EQ(first.IsValidState(), !unlimited);
+        Sql("INSERT INTO MorvUserLocks (UserId, ConnectionID) VALUES ('EVA', 77)");
+        EXPECT_EQ(first.IsValidState(), !unlimited) << "somebody else";
+        Sql("INSERT INTO MorvUserLocks (UserId, ConnectionID) VALUES ('ÉVA', 77)");
+        EXPECT_FALSE(first.IsValidState()) << "by a program that writes the id in its own way";
+        Sql("DELETE FROM MorvUserLocks WHERE ConnectionID = 77");
         CUserLockFile::InitUserLocking(connection);
         first.RemoveLock();
         EXPECT_TRUE(first.IsLocked()) << "taken twice";

@@ -33,10 +33,10 @@ protected:
     }
     ~Many() override { Quarry::SetConnection(nullptr); }
 
-    std::string Line(const std::string& more = {}) const
+    std::string Line(const std::string& more = {}, const std::string& ofHmrc = {}) const
     {
-        return "hmrc fetch --all --json --gateway gateway-1 --year 2018 --base " + m_sandbox.Base() + ' ' + m_practice +
-               more;
+        return "hmrc " + ofHmrc + "fetch --all --json --gateway gateway-1 --year 2018 --base " + m_sandbox.Base() +
+               ' ' + m_practice + more;
     }
     void Fault(const std::string& path, const std::string& members)
     {
@@ -191,6 +191,27 @@ TEST_P(ManyInAFile, RefreshesOnceAndAsksByTheOtherRoute)
     EXPECT_EQ(Asked("/oauth/token").size(), 1u) << "of four that were refused at once";
     EXPECT_EQ(Asked("/individual-tax/sa/").size(), kClients + 0u);
     EXPECT_EQ(Count("BRIXMTD_TaxYear WHERE dtComplete IS NOT NULL"), std::to_string(kClients));
+}
+
+// The sandbox refuses what is more than three requests in a second.
+TEST_P(ManyInAFile, TwoRunsAtOnceShareOnePace)
+{
+    Practice::Sql("DELETE FROM BRIXClient WHERE strCode > 'AA100001A' AND strCode < 'B'");
+    m_sandbox.Send("POST", "/sandbox/throttle", R"({"on": true})");
+    for (const char* const pace : {"--paced ", ""}) {
+        ClearFaults();
+        const auto begun = std::chrono::steady_clock::now();
+        RunningMorv first(Line(" --anew", pace)), second(Line(" --anew", pace));
+        EXPECT_EQ(first.Wait().exit, 0);
+        EXPECT_EQ(second.Wait().exit, 0);
+        const auto took = std::chrono::steady_clock::now() - begun;
+        int answered = 0, refused = 0;
+        for (const Json& request : Json::parse(m_sandbox.Send("GET", "/sandbox/requests", "")))
+            ++(request["status"] == 200 ? answered : refused);
+        EXPECT_EQ(answered, 2 * 2 * 2) << "two runs, clients and interfaces";
+        EXPECT_EQ(refused == 0, *pace != 0) << refused << " refused";
+        EXPECT_TRUE(*pace == 0 || took >= std::chrono::milliseconds(3000)) << "eight turns of half a second";
+    }
 }
 
 TEST_F(Absent, EndsTheRunOnceItIsCertainAndNobodyElseIsBegunInDoubt)

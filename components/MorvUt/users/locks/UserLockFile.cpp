@@ -1,5 +1,6 @@
 #include "MorvUt/users/locks/UserLockFile.h"
 
+#include <algorithm>
 #include <cassert>
 #include <optional>
 #include <vector>
@@ -139,16 +140,29 @@ int CUserLockFile::GetNumUsers() const
     return static_cast<int>(Cellar::ToLong(connection->Query(count, {}).rows.at(0).at(0)));
 }
 
+/// In any case of its letters. Of other letters than ASCII's not every database knows the cases.
+long CUserLockFile::CountOwn(CConnection& connection) const
+{
+    const SqlText table = SqlText::Identifier(GetTableName());
+    const std::string_view id = userId.View();
+    if (std::all_of(id.begin(), id.end(), [](char c) { return (c & 0x80) == 0; }))
+        return Cellar::ToLong(
+            connection.Query(SqlText("SELECT Count(*) FROM ") + table + " WHERE UserId = '%s'", {userId})
+                .rows.at(0)
+                .at(0));
+    long count = 0;
+    for (Cellar::CBufferedRowList rows(connection, SqlText("SELECT UserId FROM ") + table); !rows.IsEOL();
+         rows.MoveNext())
+        count += rows.GetText("UserId").CompareNoCase(userId) == 0 ? 1 : 0;
+    return count;
+}
+
 bool CUserLockFile::IsValidState() const
 {
     if (lockCount == 0)
         return true;
     CConnection* const connection = OpenConnection();
-    if (!connection)
-        return false;
-    const SqlText count =
-        SqlText("SELECT Count(*) FROM ") + SqlText::Identifier(GetTableName()) + " WHERE UserId = '%s'";
-    return Cellar::ToLong(connection->Query(count, {userId}).rows.at(0).at(0)) == 1;
+    return connection && CountOwn(*connection) == 1;
 }
 
 const char* CMorvLockFile::GetTableName() const noexcept { return "MorvUserLocks"; }

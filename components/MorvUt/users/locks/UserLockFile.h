@@ -63,6 +63,7 @@ private:
     static Cellar::CConnection* OpenConnection() noexcept;
     CString AsStored(Cellar::CConnection& connection, const CString& user) const;
     long Insert(Cellar::CConnection& connection, const CString& user, bool isMarked) const;
+    long CountOwn(Cellar::CConnection& connection) const;
 
     int lockCount = 0;
     CString userId; // empty: no lock
