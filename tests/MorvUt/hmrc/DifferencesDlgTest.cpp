@@ -98,8 +98,7 @@ TEST_P(ReviewOnScreen, AsksRightsAndThePersonAndWritesOneAuditLine)
                         hands.Answer(IDYES);
                         hands.Press('R', Afx::kAlt);
                         hands.ExpectMessage(kRejectQuestion);
-                        EXPECT_EQ(::Test::Windows().Messages().back().style,
-                                  MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2);
+                        EXPECT_EQ(::Test::Windows().Messages().back().style, MB_YESNO | MB_ICONWARNING | MB_DEFBUTTON2);
                     }});
     EXPECT_EQ(count.accepted + 10 * count.rejected, 11);
     EXPECT_EQ(Schedules(), Replaced(before, "100.00", "150.00"));

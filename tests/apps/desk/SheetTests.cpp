@@ -199,7 +199,7 @@ TEST_F(ScheduleSheets, InvestmentIncomeIsSplitByAmountAndByPerCent)
     split(1, 5000, 5000);
     split(2, 5000, 4000);
     static constexpr char kSplits[] = "SELECT lClientID, amtShare, amtShareOverride, bOverride FROM "
-                               "BRIXBTaxNoTaxInvestmentIncomeSplit ORDER BY lClientID";
+                                      "BRIXBTaxNoTaxInvestmentIncomeSplit ORDER BY lClientID";
     RunLast("P0001", [](Hands& hands) {
         hands.Click(IDC_INVESTMENT_GRID);
         hands.Press(VK_END, Afx::kControl);
@@ -251,9 +251,8 @@ TEST_F(ScheduleSheets, TellWhenSomebodyElseHasChangedTheRow)
 {
     Run([](Hands&) {}); // opens the practice
     const long form = std::stol(Query("SELECT lID FROM BRIXTaxForm WHERE lClientID = 2 AND nYear = 2018"));
-    ::Test::Add<Brix::CNewInterest>([&](auto& row) {
-        row.SetTaxFormID(form), row.SetClientID(2), row.SetYear(2018), row.SetName("Old");
-    });
+    ::Test::Add<Brix::CNewInterest>(
+        [&](auto& row) { row.SetTaxFormID(form), row.SetClientID(2), row.SetYear(2018), row.SetName("Old"); });
     RunIn("C0002", [](Hands& hands) {
         InNext([](Hands& sheet) {
             const auto other = ::Test::Practice::Open();
