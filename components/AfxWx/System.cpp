@@ -283,12 +283,19 @@ void System::Wait(int change)
 void System::ShowWait(const std::string& text)
 {
     Flush();
-    if (text.empty())
+    if (text.empty() && m_wait) {
         m_wait.reset();
-    else if (m_wait)
+        if (NativePeer* const peer = AfxWx::PeerOf(CWnd::GetFocus())) { // which lost the keyboard when it was disabled
+            peer->FocusTarget()->SetFocus();
+            peer->FocusCame();
+        }
+    } else if (text.empty()) {
+        return;
+    } else if (m_wait) {
         m_wait->Tell(ToWx(text));
-    else
+    } else {
         m_wait = std::make_unique<WaitWindow>(TopWindow(), ToWx(text));
+    }
 }
 
 bool System::WaitCancelled() { return m_wait && m_wait->IsCancelled(); }

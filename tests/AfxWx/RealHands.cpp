@@ -144,6 +144,20 @@ std::pair<int, int> PlaceOf(const wxWindow& window)
             up + y + gtk_widget_get_allocated_height(widget) / 2};
 }
 
+/// Keys that were pressed and buttons that were let go, as they have come back from the display server: on their way
+/// they may wait for the window manager.
+int g_keysPressed = 0, g_buttonsReleased = 0;
+
+void CountEvent(GdkEvent* event, gpointer)
+{
+    g_keysPressed += event->type == GDK_KEY_PRESS;
+    g_buttonsReleased += event->type == GDK_BUTTON_RELEASE;
+    gtk_main_do_event(event);
+}
+
+/// The toolkit takes the handler back whenever it yields.
+void CountEvents() { gdk_event_handler_set(CountEvent, nullptr, nullptr); }
+
 /// One key of the keyboard, down and up, with those that are held down meanwhile.
 void SendSymbol(KeySym symbol, unsigned modifiers)
 {
@@ -155,6 +169,10 @@ void SendSymbol(KeySym symbol, unsigned modifiers)
         modifiers |= Afx::kShift;
     constexpr std::pair<unsigned, KeySym> kHeld[] = {
         {Afx::kShift, XK_Shift_L}, {Afx::kControl, XK_Control_L}, {Afx::kAlt, XK_Alt_L}};
+    CountEvents();
+    int awaited = g_keysPressed + 1;
+    for (const auto& [modifier, held] : kHeld)
+        awaited += (modifiers & modifier) != 0;
     for (const bool isDown : {true, false}) {
         if (!isDown)
             XTestFakeKeyEvent(display, key, False, CurrentTime);
@@ -164,6 +182,7 @@ void SendSymbol(KeySym symbol, unsigned modifiers)
         if (isDown)
             XTestFakeKeyEvent(display, key, True, CurrentTime);
     }
+    WaitFor("a key", [awaited] { return g_keysPressed >= awaited; });
 }
 
 KeySym SymbolOf(unsigned key)
@@ -196,9 +215,16 @@ using ::Test::SendKey;
 void SendClick(int x, int y)
 {
     Display* const display = gdk_x11_get_default_xdisplay();
-    XTestFakeMotionEvent(display, -1, x, y, CurrentTime);
+    for (const auto& [left, top] :
+         {std::pair{1, 1}, {x, y}}) { // a button that the mouse has not entered is not clicked
+        XTestFakeMotionEvent(display, -1, left, top, CurrentTime);
+        Pump();
+    }
+    CountEvents();
+    const int before = g_buttonsReleased;
     for (const Bool isDown : {True, False})
         XTestFakeButtonEvent(display, 1, isDown, CurrentTime);
+    WaitFor("a click", [before] { return g_buttonsReleased > before; });
 }
 
 void HasPainted(GdkFrameClock*, gpointer painted) { *static_cast<bool*>(painted) = true; }
