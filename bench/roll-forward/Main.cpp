@@ -121,7 +121,8 @@ bool MeasureAll(const char* where, const OpenNew& open, int most)
     Seconds before;
     bool isGood = true;
     for (int clients = 100; clients <= most; clients *= 10) {
-        const auto [ours, raw] = Measure(open, clients);
+        const Pair pair = Measure(open, clients);
+        const Seconds &ours = pair.ours, &raw = pair.raw;
         const auto exponent = [&](double Seconds::*time) {
             return before.wall > 0 ? std::log10(ours.*time / before.*time) : 1;
         };
