@@ -144,7 +144,10 @@ protected:
 private:
     static constexpr int kFrame = 4; // dialog units
 
-    static long StyleOf(const CEdit& edit) { return edit.IsMultiLine() ? wxTE_MULTILINE | wxTE_WORDWRAP : 0; }
+    static long StyleOf(const CEdit& edit)
+    {
+        return (edit.IsMultiLine() ? wxTE_MULTILINE | wxTE_WORDWRAP : 0) | (edit.IsPassword() ? wxTE_PASSWORD : 0);
+    }
 
     CEdit& m_edit;
     wxTextCtrl* m_text;
