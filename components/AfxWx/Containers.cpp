@@ -125,6 +125,7 @@ public:
                                 wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER))
     {
         m_window->SetEscapeId(wxID_NONE);
+        SpeakAsDialog(*m_window);
         Take(m_window);
         On(*m_window, wxEVT_CHAR_HOOK, [this](wxKeyEvent& event) { KeyPressed(event); });
         On(*m_window, wxEVT_CLOSE_WINDOW, [this](wxCloseEvent& event) {

@@ -32,7 +32,7 @@ int PlainWidth(Lattice::Format format)
 GridPeer::GridPeer(System& system, Lattice::CGrid& model, wxWindow& parent)
     : NativePeer(system, model), m_grid(model),
       m_view(new wxGrid(&parent, wxID_ANY, wxDefaultPosition, wxDefaultSize, wxBORDER_THEME)),
-      m_table(new GridTable(model))
+      m_table(new GridTable(model)), m_accessible(*this)
 {
     m_view->AssignTable(m_table);
     m_view->EnableEditing(false);
@@ -47,6 +47,10 @@ GridPeer::GridPeer(System& system, Lattice::CGrid& model, wxWindow& parent)
             Act([this] { Afx::UserActs::Char(m_grid, VK_SPACE); });
         else
             event.Skip();
+    });
+    On(*m_view->GetGridWindow(), wxEVT_SET_FOCUS, [this](wxFocusEvent& event) {
+        event.Skip();
+        m_accessible.FocusCame(event.GetWindow());
     });
     On(*m_view->GetGridWindow(), wxEVT_SIZE, [this](wxSizeEvent& event) {
         event.Skip();
@@ -110,6 +114,7 @@ void GridPeer::Mirror(Part parts)
     if (Has(parts, Part::Items | Part::Selection))
         ShowSelection();
     NativePeer::Mirror(parts);
+    m_accessible.Mirror(parts);
 }
 
 void GridPeer::SizeColumns()
@@ -151,15 +156,20 @@ void GridPeer::ShowSelection()
     if (block.top != block.bottom || block.left != block.right)
         m_view->SelectBlock(block.top, block.left, block.bottom, block.right);
     m_view->MakeCellVisible(row, column);
-    SpeakName();
 }
 
-/// What has the focus is the cell: readers say what it holds.
 void GridPeer::SpeakNameAs(const CString& name)
 {
-    const int row = m_grid.GetCurrentRow(), column = m_grid.GetCurrentColumn();
     SpeakAs(*m_view, ToWx(name));
-    SpeakAs(*m_view->GetGridWindow(), row < 0 ? ToWx(name) : ToWx(m_grid.Describe(row, column)));
+    m_accessible.Name(name);
+}
+
+void GridPeer::Visit(CellPlace cell, bool edit)
+{
+    m_system.PerformLater(*this, [this, cell, edit] {
+        if (Afx::UserActs::Focus(m_grid) && m_grid.GoTo(cell.row, cell.column) && edit)
+            m_grid.BeginEdit();
+    });
 }
 
 void GridPeer::ChildChanged(NativePeer&) { m_system.Unarranged(*this); }
@@ -179,6 +189,7 @@ void GridPeer::Arrange()
     editor->Native()->SetMinSize({1, 1});
     editor->Native()->SetSize(place);
     editor->Native()->Raise();
+    m_accessible.EditorStands(*editor->Native());
 }
 
 wxSize GridPeer::LeastSize(const Afx::LayoutRow* row) const

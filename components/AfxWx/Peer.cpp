@@ -218,8 +218,14 @@ void SpeakAs(wxWindow& window, const wxString& name)
     if (GTK_IS_CONTAINER(widget) && window.GetChildren().empty())
         gtk_container_forall(GTK_CONTAINER(widget), NameInside, const_cast<char*>(bytes.data()));
 }
+
+void SpeakAsDialog(wxWindow& window)
+{
+    atk_object_set_role(gtk_widget_get_accessible(static_cast<GtkWidget*>(window.GetHandle())), ATK_ROLE_DIALOG);
+}
 #else
 void SpeakAs(wxWindow& window, const wxString& name) { window.SetName(name); }
+void SpeakAsDialog(wxWindow&) {} // it is one there
 #endif
 
 } // namespace AfxWx

@@ -2,62 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include "Lattice/SampleGrid.h"
 #include "support/Hands.h"
 
 namespace
 {
 
+using namespace Sample;
 using Lattice::Format;
 
 constexpr unsigned kGrid = 200, kAfter = 201;
-enum Place
-{
-    kName,
-    kAmount,
-    kShare,
-    kDate,
-    kTicked,
-    kChoice
-};
-
-/// Rows of every format, of which the last is a total, and at most five can be pasted into.
-class CSampleGrid : public Lattice::CGrid
-{
-public:
-    CSampleGrid()
-    {
-        AddColumn(1, "Name", Format::Text);
-        AddColumn(2, "Amount", Format::Amount);
-        AddColumn(3, "Share", Format::Percent);
-        AddColumn(4, "Date", Format::Date);
-        AddColumn(5, "Ticked", Format::CheckBox);
-        SetColumnChoices(AddColumn(6, "Kind", Format::Combo), {"red", "green"});
-        for (const char* const heading : {"First", "Second"})
-            SetRowHeading(AppendRow(), heading);
-        SetTotalRow(AppendRow());
-        SetRowHeading(2, "Total");
-        for (int column = 0; column < GetColumnCount(); ++column)
-            SetCellReadOnly(2, column);
-        Total();
-        ClearUndo();
-    }
-    CString WhyCell(int row, int) const override { return row == 2 ? "First and Second" : ""; }
-
-protected:
-    void OnGridCellEndEdit(int, int) override { Total(); }
-    bool OnPasteRow() override { return GetRowCount() < 5 && InsertRow(2) == 2; }
-
-private:
-    void Total()
-    {
-        Kiln::CAmt sum = Kiln::CAmt::kZero;
-        for (int row = 0; row + 1 < GetRowCount(); ++row)
-            if (const Kiln::CAmt amount = GetCellAmount(row, kAmount); amount.IsValid())
-                sum = sum + amount;
-        SetCellAmount(GetRowCount() - 1, kAmount, sum);
-    }
-};
-
 class CGridDialog : public CDialog
 {
 public:
@@ -188,13 +142,7 @@ TEST(CGrid, PastesAllOfABlockOrNothing)
 TEST(CGrid, SaysWhatAReaderMustKnow)
 {
     CSampleGrid grid;
-    Kiln::CAmt automatic(-12'5000);
-    automatic.SetAuto(true);
-    grid.SetCellAmount(0, kAmount, automatic);
-    grid.SetCellNumber(0, kShare, 50);
-    grid.SetCellError(1, kShare);
-    grid.SetCellValue(0, kChoice, 1);
-    grid.SetCellAmount(2, kAmount, Kiln::CAmt(1234'0000));
+    grid.FillWithEveryKind();
     struct Spoken
     {
         int row, column, fromRow, fromColumn;

@@ -4,6 +4,7 @@
 
 #include <wx/grid.h>
 
+#include "AfxWx/detail/GridAccessible.h"
 #include "AfxWx/detail/Peer.h"
 #include "Lattice/Grid.h"
 
@@ -51,6 +52,8 @@ public:
 
     Lattice::CGrid& Grid() const noexcept { return m_grid; }
     wxGrid& View() const noexcept { return *m_view; }
+    /// A screen reader wants to go to a cell, and to edit it.
+    void Visit(CellPlace cell, bool edit);
 
 protected:
     void Mirror(Afx::Part parts) override;
@@ -65,6 +68,7 @@ private:
     Lattice::CGrid& m_grid;
     wxGrid* m_view;
     GridTable* m_table; // the view's
+    GridAccessible m_accessible;
     std::vector<std::pair<CString, int>> m_headings;
 };
 

@@ -118,6 +118,7 @@ unsigned ModifiersOf(const wxKeyEvent& event) noexcept;
 
 /// Names a native window, and what takes the keyboard inside it, for screen readers.
 void SpeakAs(wxWindow& window, const wxString& name);
+void SpeakAsDialog(wxWindow& window);
 
 // The peers of each kind of window.
 std::unique_ptr<NativePeer> MakeStatic(System& system, CWnd& model, wxWindow& parent);
