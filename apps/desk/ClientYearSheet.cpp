@@ -1,6 +1,7 @@
 #include "ClientYearSheet.h"
 
 #include "Afx/windows/ComboBox.h"
+#include "Afx/windows/MessageBox.h"
 #include "Help.h"
 #include "layouts/ClientYear.h"
 #include "MorvUt/context/BusyPractice.h"

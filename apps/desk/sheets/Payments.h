@@ -2,6 +2,7 @@
 
 // The payments of a source of interest.
 
+#include "Afx/windows/MessageMap.h"
 #include "Brix/Records.h"
 #include "MorvUt/ui/grids/InsertableGrid.h"
 #include "MorvUt/ui/sheets/TXPropertyPage.h"
