@@ -7,6 +7,8 @@
 #include <wx/sizer.h>
 #include <wx/stattext.h>
 
+#include "AfxWx/detail/Peer.h"
+
 namespace AfxWx
 {
 namespace
@@ -52,6 +54,7 @@ WaitWindow::~WaitWindow()
 void WaitWindow::Tell(const wxString& text)
 {
     m_text->SetLabelText(text);
+    SpeakAs(*m_gauge, text);
     m_text->Wrap(m_dialog->FromDIP(kWaitWidth));
     m_dialog->Fit();
 }

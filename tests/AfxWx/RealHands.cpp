@@ -11,12 +11,15 @@
 #include <wx/textctrl.h>
 
 #include "Afx/text/Utf8.h"
+#include "Afx/windows/Button.h"
 #include "Afx/windows/ComboBox.h"
 #include "Afx/windows/Edit.h"
+#include "Afx/windows/ListCtrl.h"
 #include "Afx/windows/MessageBox.h"
 #include "Afx/windows/PropertySheet.h"
 #include "AfxWx/detail/Peer.h"
 #include "AfxWx/RealHands.h"
+#include "Lattice/Grid.h"
 
 #include <gtk/gtk.h>
 
@@ -240,6 +243,35 @@ void WaitForPaint(GtkWidget* window)
     g_signal_handler_disconnect(clock, watch);
 }
 
+/// What takes the keyboard is called what the model calls it; what a table holds has names of its own.
+void ExpectCalled(GtkWidget* widget, const std::string& name)
+{
+    AtkObject* const object = gtk_widget_get_accessible(widget);
+    const char* const spoken = atk_object_get_name(object);
+    if (gtk_widget_get_can_focus(widget) && gtk_widget_get_mapped(widget)) {
+        EXPECT_EQ(spoken ? spoken : "", name);
+    }
+    if (GTK_IS_CONTAINER(widget) && atk_object_get_role(object) != ATK_ROLE_TABLE)
+        gtk_container_forall(
+            GTK_CONTAINER(widget),
+            [](GtkWidget* inner, gpointer outer) { ExpectCalled(inner, *static_cast<const std::string*>(outer)); },
+            const_cast<std::string*>(&name));
+}
+
+void ExpectSpoken(const NativePeer& peer)
+{
+    const CWnd& model = peer.Model();
+    const bool isGrid = dynamic_cast<const Lattice::CGrid*>(&model) != nullptr;
+    const bool isControl = isGrid || dynamic_cast<const CEdit*>(&model) || dynamic_cast<const CButton*>(&model) ||
+                           dynamic_cast<const CComboBox*>(&model) || dynamic_cast<const CListCtrl*>(&model);
+    if (!isControl || !model.IsWindowVisible())
+        return;
+    constexpr int kFirstOfLibrary = 1000; // windows of the tests' own have nameless controls
+    const std::string name = model.GetAccessibleName().Str();
+    EXPECT_TRUE(!name.empty() || model.GetDlgCtrlID() < kFirstOfLibrary) << "nameless: " << model.GetDlgCtrlID();
+    ExpectCalled(static_cast<GtkWidget*>((isGrid ? peer.FocusTarget() : peer.Native())->GetHandle()), name);
+}
+
 class RealStage : public Test::Stage, public AfxWx::Observer
 {
 public:
@@ -271,6 +303,7 @@ public:
         WaitFor("a message box", [] { return GTK_IS_MESSAGE_DIALOG(ActiveWindow()); });
         GtkWidget* const button = gtk_dialog_get_widget_for_response(GTK_DIALOG(ActiveWindow()), Response(answer));
         ASSERT_NE(button, nullptr) << "no such button: " << answer;
+        EXPECT_STRNE(gtk_window_get_title(ActiveWindow()), "");
         gtk_widget_grab_focus(button);
         Pump();
         SendSymbol(XK_space, 0);
@@ -380,6 +413,7 @@ private:
             EXPECT_EQ(AfxWx::FromWx(text->GetValue()), window.Text().Str()) << window.GetDlgCtrlID();
         }
         EXPECT_EQ(peer->Native()->IsThisEnabled(), window.IsWindowEnabled()) << window.GetDlgCtrlID();
+        ExpectSpoken(*peer);
         for (const CWnd* const child : window.Children())
             ExpectMirrored(*child);
     }

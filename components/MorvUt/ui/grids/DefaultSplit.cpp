@@ -34,6 +34,8 @@ void CDefaultSplitBasePage::DoDataExchange(CDataExchange* exchange)
 bool CDefaultSplitBasePage::OnInitDialog()
 {
     const bool setsFocus = TXPropertyPage::OnInitDialog();
+    m_grid.SetAccessibleName(Text());
+    m_remaining.SetAccessibleName(LibraryText(IDS_SPLIT_LEFT));
     OnUpdateRemaining();
     return setsFocus;
 }

@@ -19,6 +19,8 @@ CNotesPage::CNotesPage(const CString& caption, const CString& description, const
 bool CNotesPage::OnInitDialog()
 {
     GetDlgItem(IDC_NOTES_DESCRIPTION)->SetWindowText(m_description);
+    if (m_description.IsEmpty())
+        m_edit.SetAccessibleName(Text());
     return TXPropertyPage::OnInitDialog();
 }
 
@@ -58,6 +60,7 @@ bool CNotesAvoidancePage::OnInitDialog()
     static_cast<CButton*>(GetDlgItem(IDC_AVOIDANCE_OTHER_YEAR))->SetCheck(isOther);
     text.Format("%d", m_year);
     GetDlgItem(IDC_AVOIDANCE_YEAR)->SetWindowText(isOther ? text : CString());
+    GetDlgItem(IDC_AVOIDANCE_YEAR)->SetAccessibleName(GetDlgItem(IDC_AVOIDANCE_OTHER_YEAR)->GetAccessibleName());
     OnYearChoice();
     return setsFocus;
 }
