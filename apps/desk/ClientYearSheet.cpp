@@ -115,7 +115,7 @@ bool CReturnPage::OnInitDialog()
 
 void CReturnPage::Fill()
 {
-    GetDlgItem(IDC_RETURN_CLIENT)->SetWindowText(m_sheet.Shown().heading);
+    GetDlgItem(IDC_RETURN_CLIENT)->SetWindowText(Afx::WithoutMarks(m_sheet.Shown().heading));
     GetDlgItem(IDC_RETURN_STATUS)->SetWindowText(m_sheet.Shown().status);
     std::vector<std::vector<CString>> rows;
     for (const ScheduleLine& line : m_sheet.Shown().schedules)

@@ -137,10 +137,13 @@ void GridPeer::SizeColumns()
     }
     constexpr int kMeasured = 200; // rows, from the top: a long list is not read for its headings
     int widest = 0;
+    bool saysMore = false; // than the first column does
     for (int row = 0; row < std::min(m_grid.GetRowCount(), kMeasured); ++row)
-        if (const CString heading = m_grid.GetRowHeading(row); !heading.IsEmpty())
+        if (const CString heading = m_grid.GetRowHeading(row); !heading.IsEmpty()) {
             widest = std::max(widest, m_view->GetTextExtent(ToWx(heading)).x);
-    const int labels = widest > 0 ? widest + 3 * PixelsOf(*m_view, kCellRoom, 0).x : 0;
+            saysMore = saysMore || heading != m_grid.GetCellText(row, 0);
+        }
+    const int labels = saysMore ? widest + 3 * PixelsOf(*m_view, kCellRoom, 0).x : 0;
     if (m_view->GetRowLabelSize() != labels)
         m_view->SetRowLabelSize(labels);
 }

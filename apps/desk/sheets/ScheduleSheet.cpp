@@ -72,9 +72,9 @@ bool CScheduleSheet::OnInitDialog()
 
 CString CScheduleSheet::GetInfoLine(unsigned id)
 {
-    return id == kInfoLine1Id
-               ? m_owner.client.code + " " + m_owner.client.name + ", tax year " + FormatYearString42Digit(m_owner.year)
-               : CString();
+    return id == kInfoLine1Id ? m_owner.client.code + " " + Afx::WithoutMarks(m_owner.client.name) + ", tax year " +
+                                    FormatYearString42Digit(m_owner.year)
+                              : CString();
 }
 
 CString CScheduleSheet::HelpFilePath() const { return HelpPage("screens"); }

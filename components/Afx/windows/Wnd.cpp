@@ -55,6 +55,13 @@ CString WithoutMnemonic(const CString& text)
     return CString(std::move(plain));
 }
 
+CString WithoutMarks(const CString& data)
+{
+    CString text = data;
+    text.Replace("&", "&&");
+    return text;
+}
+
 char MnemonicOf(const CString& text) noexcept
 {
     for (int i = 0; i + 1 < text.GetLength(); ++i)

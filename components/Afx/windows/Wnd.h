@@ -186,6 +186,8 @@ public:
 
 /// "&Name:" without the mark of the mnemonic and the colon; "&&" is a "&".
 AFX_API CString WithoutMnemonic(const CString& text);
+/// Data for a label, such as a firm's name, with its "&" doubled, so that it shows and is no mark.
+AFX_API CString WithoutMarks(const CString& data);
 /// The letter after the mark, in upper case; 0 when there is none.
 AFX_API char MnemonicOf(const CString& text) noexcept;
 
