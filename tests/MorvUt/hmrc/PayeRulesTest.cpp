@@ -17,6 +17,16 @@ TEST(PsbTypes, ComeFromHmrcsBenefitTypes)
         EXPECT_EQ(CPAYEPrepop::IsPrivatePension(type), type == 1) << type;
 }
 
+TEST(PsbTypes, MatchTheTypesOfTheReturnInFivePairs)
+{
+    std::string pairs;
+    for (const long mtdType : {0, 1, 2, 3, 4, 5, 99})
+        for (long type = 0; type <= 2000; ++type)
+            if (CPAYEPrepop::DoPSBTypeAndMTD_PSBTypeMatch(type, mtdType))
+                pairs += std::to_string(type) + '/' + std::to_string(mtdType) + ' ';
+    EXPECT_EQ(pairs, "1040/1 1050/1 1090/2 1140/3 1140/4 ");
+}
+
 TEST(PSBMatchesMTDPSB, ComparesReferencesOfPensionsAndDatesOfBenefits)
 {
     const Kiln::CDate none, may(2017, 5, 1), nextDay(2017, 5, 2);

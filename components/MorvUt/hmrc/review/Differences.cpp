@@ -97,6 +97,8 @@ std::vector<DifferenceRow> Compare(const ReturnPension& own, const std::vector<c
 {
     std::vector<DifferenceRow> rows;
     const Kiln::CAmt amount = Sum(hmrc, &StagedPension::amount), tax = Sum(hmrc, &StagedPension::tax);
+    if (hmrc.size() == 1)
+        CompareDate(rows, Field::Start, "Date", own.start, hmrc[0]->date);
     CompareAmount(rows, Field::Amount, "Amount", own.amount, amount);
     CompareAmount(rows, Field::Tax, "Tax", own.tax, tax);
     const auto isTooLarge = [](const Kiln::CAmt& sum) { return !sum.IsValid() && !sum.IsNull(); };

@@ -84,7 +84,9 @@ bool ReplacePension(const Difference& difference)
     if (!schedule.Open({{0, difference.scheduleId}}))
         return false;
     for (const DifferenceRow& row : difference.rows)
-        if (row.field == Field::Amount)
+        if (row.field == Field::Start)
+            schedule.SetStart(row.hmrcDate);
+        else if (row.field == Field::Amount)
             schedule.SetAmount(row.hmrcAmount);
         else if (row.field == Field::Tax)
             schedule.SetTax(row.hmrcAmount);
