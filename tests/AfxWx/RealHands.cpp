@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <iterator>
 #include <stdexcept>
@@ -380,9 +381,11 @@ private:
     {
         static int s_count = 0;
         const char* const folder = std::getenv("MORVUT_PICTURES");
-        if (folder)
-            AfxWx::SaveScreenshot(std::string(folder) + '/' + std::to_string(++s_count) + '-' +
-                                  (dialog.Text().IsEmpty() ? "untitled" : dialog.Text().Str()) + ".png");
+        if (!folder)
+            return;
+        std::string title = dialog.Text().IsEmpty() ? "untitled" : dialog.Text().Str();
+        std::replace(title.begin(), title.end(), '/', '-'); // of tax years
+        AfxWx::SaveScreenshot(std::string(folder) + '/' + std::to_string(++s_count) + '-' + title + ".png");
     }
     static int Response(int answer)
     {
