@@ -251,7 +251,8 @@ void Percentages(Inputs& in, Digest& out)
 
 void Progress(Inputs& in, Digest& out)
 {
-    int seconds = SecondsToGo(in.Int(-1000, 1'000'000), in.Int(0, 1000), in.Int(0, 1000)).value_or(-1);
+    const int elapsed = in.Int(-1000, 1'000'000), done = in.Int(0, 1000), all = in.Int(0, 1000); // one after the other
+    int seconds = SecondsToGo(elapsed, done, all).value_or(-1);
     out.Add(seconds);
     CLongProcess::RoundSecondsToGo(seconds);
     out.Add(CLongProcess::FormatTimeRemaining(seconds));
