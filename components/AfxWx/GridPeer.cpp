@@ -120,6 +120,7 @@ void GridPeer::Mirror(Part parts)
 void GridPeer::SizeColumns()
 {
     std::vector<std::pair<CString, int>> headings;
+    headings.reserve(static_cast<std::size_t>(m_grid.GetColumnCount()));
     for (int i = 0; i < m_grid.GetColumnCount(); ++i)
         headings.emplace_back(m_grid.GetColumn(i)->heading, m_grid.GetColumn(i)->width);
     if (headings != m_headings) {
