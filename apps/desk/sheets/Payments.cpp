@@ -141,6 +141,7 @@ void CPaymentsPage::ShowTotals()
 {
     for (int column = kNet; column <= kGross; ++column) {
         std::vector<CAmt> amounts;
+        amounts.reserve(static_cast<std::size_t>(m_grid.GetRowCount()));
         for (int row = 0; row < m_grid.GetRowCount(); ++row)
             amounts.push_back(m_grid.Amount(row, column));
         m_totals.SetCellAmount(0, column, ShownTotal(SumOf(amounts)));
