@@ -48,9 +48,23 @@ public:
             return *found;
         throw std::logic_error("no control " + std::to_string(id));
     }
+    /// No mouse from here on, for as long as it lives: what Type, Click and Choose work at is reached by Tab.
+    class KeyboardAlone
+    {
+    public:
+        KeyboardAlone() { m_isKeyboardAlone = true; }
+        KeyboardAlone(const KeyboardAlone&) = delete;
+        KeyboardAlone& operator=(const KeyboardAlone&) = delete;
+        ~KeyboardAlone() { m_isKeyboardAlone = false; }
+    };
     /// Over what the field holds.
     void Type(unsigned id, std::string_view text)
     {
+        if (m_isKeyboardAlone) {
+            TabTo(id);
+            Write(text);
+            return;
+        }
         if (Stage* const stage = TheStage()) {
             stage->Type(Control(id), text);
             return;
@@ -60,6 +74,11 @@ public:
     }
     void Click(unsigned id)
     {
+        if (m_isKeyboardAlone) {
+            TabTo(id);
+            Write(" ");
+            return;
+        }
         CWnd* const control = Find(m_window, id);
         if (Stage* const stage = control ? TheStage() : nullptr) {
             stage->Click(*control);
@@ -85,6 +104,13 @@ public:
     }
     bool Choose(unsigned id, int item)
     {
+        if (m_isKeyboardAlone) {
+            TabTo(id);
+            Press(VK_HOME);
+            for (; item > 0; --item)
+                Press(VK_DOWN);
+            return true;
+        }
         if (Stage* const stage = TheStage())
             stage->Choose(Control(id), item);
         return TheStage() || Afx::UserActs::Choose(Control(id), item);
@@ -116,6 +142,15 @@ public:
     void ExpectText(unsigned id, std::string_view text) const { EXPECT_EQ(Control(id).Text().View(), text) << id; }
 
 private:
+    void TabTo(unsigned id)
+    {
+        const CWnd& control = Control(id);
+        constexpr int kMostControls = 60;
+        for (int tabs = 0; CWnd::GetFocus() != &control; ++tabs) {
+            ASSERT_LT(tabs, kMostControls) << "no Tab comes to " << id;
+            Press(VK_TAB);
+        }
+    }
     static CWnd* Find(CWnd& window, unsigned id)
     {
         if (CWnd* const here = window.GetDlgItem(static_cast<int>(id)); here && here->IsShown())
@@ -130,6 +165,7 @@ private:
     // Of all hands, since one dialog opens another.
     static inline std::size_t m_seen = 0;
     static inline int m_open = 0;
+    static inline bool m_isKeyboardAlone = false;
 };
 
 /// Opens a dialog and works in it by `script`; its result.

@@ -21,6 +21,9 @@ protected:
     static std::string ResultOf(const Hands& hands) { return Text(hands, IDC_HMRC_RESULT); }
     static bool Holds(const std::string& text, const char* part) { return text.find(part) != std::string::npos; }
 
+    /// From the sign-in on: one difference is made and rejected.
+    void WorkToARejectedDifference();
+
     ::Test::HmrcSandbox m_sandbox{"EVERYTHING"};
 };
 
@@ -33,9 +36,7 @@ public:
     int waits = 0;
 };
 
-} // namespace
-
-TEST_F(MainJob, RunsFromTheFetchToARejectedDifference)
+void MainJob::WorkToARejectedDifference()
 {
     RunIn("C0001", [](Hands& hands) {
         EXPECT_TRUE(Rows(hands, IDC_RETURN_SCHEDULES).empty());
@@ -80,6 +81,16 @@ TEST_F(MainJob, RunsFromTheFetchToARejectedDifference)
     });
     EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAudit WHERE strUserID = 'alice'"), "1");
     EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXNewEmploy WHERE lClientID = 1 AND amtPay = 10000"), "1");
+}
+
+} // namespace
+
+TEST_F(MainJob, RunsFromTheFetchToARejectedDifference) { WorkToARejectedDifference(); }
+
+TEST_F(MainJob, RunsByKeyboardAlone)
+{
+    const Hands::KeyboardAlone keyboard;
+    WorkToARejectedDifference();
 }
 
 TEST_F(MainJob, TellsOnceWhatHmrcCouldNotServeAndGoesOnFromThere)
