@@ -1,5 +1,9 @@
 // The main job by a user's hands: fetch, create, review; and while HMRC's service is down half-way.
 
+#include <chrono>
+#include <cstdlib>
+#include <thread>
+
 #include "Afx/time/Clock.h"
 #include "apps/desk/DeskTest.h"
 #include "layouts/Sheets.h"
@@ -27,13 +31,31 @@ protected:
     ::Test::HmrcSandbox m_sandbox{"EVERYTHING"};
 };
 
-class CancellingWindows : public Afx::HeadlessWindowSystem
+class WaitingWindows : public Afx::HeadlessWindowSystem
 {
 public:
+    /// A browser whose user consents.
+    bool OpenBrowser(const std::string& address) override
+    {
+        return std::system(("curl -sL -m 20 -o /dev/null '" + address + "' &").c_str()) == 0;
+    }
     void ShowWait(const std::string& text) override { waits += text.empty() ? 0 : 1; }
     bool WaitCancelled() override { return isCancelling; }
     bool isCancelling = false;
     int waits = 0;
+};
+
+/// With a window system of its own.
+class WaitingMainJob : public MainJob
+{
+protected:
+    WaitingMainJob()
+    {
+        auto system = std::make_unique<WaitingWindows>();
+        windows = system.get();
+        Afx::WindowSystem::Install(std::move(system));
+    }
+    WaitingWindows* windows;
 };
 
 void MainJob::WorkToARejectedDifference()
@@ -109,21 +131,40 @@ TEST_F(MainJob, TellsOnceWhatHmrcCouldNotServeAndGoesOnFromThere)
     });
 }
 
-TEST_F(MainJob, IsCancelledInTheWaitWindowAndWritesNothing)
+TEST_F(WaitingMainJob, IsCancelledAndWritesNothing)
 {
-    auto system = std::make_unique<CancellingWindows>();
-    CancellingWindows& windows = *system;
-    Afx::WindowSystem::Install(std::move(system));
-    RunIn("C0001", [&](Hands& hands) {
+    RunIn("C0001", [this](Hands& hands) {
         NextPage(hands);
-        windows.isCancelling = true;
+        windows->isCancelling = true;
         hands.Click(IDC_HMRC_FETCH);
-        windows.isCancelling = false;
-        EXPECT_GT(windows.waits, 0);
-        EXPECT_EQ(windows.Messages().size(), 1u) << "told once";
-        hands.ExpectMessage(windows.Messages().empty() ? "" : windows.Messages()[0].text);
+        windows->isCancelling = false;
+        EXPECT_GT(windows->waits, 0);
+        EXPECT_EQ(windows->Messages().size(), 1u) << "told once";
+        hands.ExpectMessage(windows->Messages().empty() ? "" : windows->Messages()[0].text);
     });
     EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXMTD_Employments"), "0");
+}
+
+TEST_F(WaitingMainJob, IsGivenAuthorityInTheBrowser)
+{
+    RunIn("C0001", [this](Hands& hands) {
+        NextPage(hands);
+        hands.Type(IDC_HMRC_GATEWAY, "gateway-2");
+        for (int tries = 0; ResultOf(hands).empty() && tries < 20; ++tries) {
+            const std::size_t told = windows->Messages().size();
+            hands.Click(IDC_HMRC_AUTHORISE);
+            if (windows->Messages().size() > told) { // other tests may hold all the ports for a moment
+                hands.ExpectMessage(
+                    "No port is free on which HMRC's answer could arrive\n\nClose the other program that "
+                    "waits for HMRC's answer, then authorise again.");
+                std::this_thread::sleep_for(std::chrono::milliseconds(250));
+            }
+        }
+        EXPECT_EQ(ResultOf(hands), "HMRC gave authority for PAYE, National Insurance and Marriage Allowance records.");
+        hands.Click(IDC_HMRC_FETCH);
+        EXPECT_TRUE(Holds(ResultOf(hands), "19 items from HMRC")) << ResultOf(hands);
+    });
+    EXPECT_GT(windows->waits, 0);
 }
 
 TEST_F(MainJob, RefusesWhoHasNoRight)
