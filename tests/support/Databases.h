@@ -156,17 +156,25 @@ private:
     std::string m_drop;
 };
 
-/// Base of fixtures whose bodies run on both; INSTANTIATE with ON_BOTH_DATABASES.
-class OnDatabase : public testing::TestWithParam<Database>
+/// The test's databases are of that kind while it lives.
+class UseDatabase
 {
-protected:
-    OnDatabase() { TheDatabases().kind = GetParam(); }
-    ~OnDatabase() override
+public:
+    explicit UseDatabase(Database kind) { TheDatabases().kind = kind; }
+    UseDatabase(const UseDatabase&) = delete;
+    UseDatabase& operator=(const UseDatabase&) = delete;
+    ~UseDatabase()
     {
         for (const auto& [name, database] : std::exchange(TheDatabases().made, {}))
             ExecuteOnServer("DROP DATABASE " + database + " WITH (FORCE)");
         TheDatabases().kind = Database::Embedded;
     }
+};
+
+/// Base of fixtures whose bodies run on both; INSTANTIATE with ON_BOTH_DATABASES.
+class OnDatabase : public testing::TestWithParam<Database>
+{
+    UseDatabase m_use{GetParam()};
 };
 
 } // namespace Test

@@ -17,6 +17,7 @@
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "MorvUt/users/UserData.h"
 #include "Shellkit/PracticeKey.h"
+#include "support/Databases.h"
 #include "support/Hands.h"
 #include "support/Practice.h"
 
@@ -29,6 +30,7 @@ protected:
     static constexpr char kPassword[] = "correct horse";
     static constexpr char kYear[] = "2017/18"; // of the sample's returns
 
+    explicit DeskTest(::Test::Database kind = ::Test::Database::Embedded) : m_use(kind) {}
     ~DeskTest() override
     {
         Quarry::RemoveAllListeners();
@@ -62,7 +64,7 @@ protected:
             inClients(hands);
             hands.Click(IDCANCEL);
         });
-        Desk::Run({m_practice, m_base, "/help"});
+        Desk::Run({::Test::ReplacedAll(m_practice, "'", ""), m_base, "/help"});
     }
     /// The same in the tax year of one client, or partnership.
     void RunIn(const char* code, Script inYear, const char* user = "alice")
@@ -98,7 +100,8 @@ protected:
     static std::string Text(const Hands& hands, unsigned id) { return hands.Control(id).Text().Str(); }
 
     Desk::DeskApp m_app;
-    std::string m_practice = MakePractice();
+    ::Test::UseDatabase m_use;
+    std::string m_practice = MakePractice(); // as programs are told of it, in quotes where it needs them
     std::string m_base;
     bool m_hasPassword = false;
 

@@ -6,6 +6,7 @@
 
 #include "Afx/time/Clock.h"
 #include "apps/desk/DeskTest.h"
+#include "Brix/Records.h"
 #include "layouts/Sheets.h"
 #include "MorvUt/res/layouts/Differences.h"
 
@@ -15,7 +16,7 @@ namespace
 class MainJob : public DeskTest
 {
 protected:
-    MainJob()
+    explicit MainJob(::Test::Database kind = ::Test::Database::Embedded) : DeskTest(kind)
     {
         Afx::Clock::SetSleep([](unsigned) {});
         m_base = m_sandbox.Base();
@@ -57,6 +58,13 @@ protected:
     }
     WaitingWindows* windows;
 };
+
+class MainJobOnDatabase : public MainJob, public testing::WithParamInterface<::Test::Database>
+{
+protected:
+    MainJobOnDatabase() : MainJob(GetParam()) {}
+};
+ON_BOTH_DATABASES(MainJobOnDatabase);
 
 void MainJob::WorkToARejectedDifference()
 {
@@ -102,12 +110,14 @@ void MainJob::WorkToARejectedDifference()
         EXPECT_FALSE(hands.Control(IDC_HMRC_REVIEW).IsWindowEnabled());
     });
     EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAudit WHERE strUserID = 'alice'"), "1");
-    EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXNewEmploy WHERE lClientID = 1 AND amtPay = 10000"), "1");
+    Brix::CNewEmploy saved;
+    saved.Open({{saved.kClientID, 1}}, {{saved.kOrdering}});
+    EXPECT_EQ(saved.GetPay(), Kiln::CAmt::FromPence(100));
 }
 
 } // namespace
 
-TEST_F(MainJob, RunsFromTheFetchToARejectedDifference) { WorkToARejectedDifference(); }
+TEST_P(MainJobOnDatabase, RunsFromTheFetchToARejectedDifference) { WorkToARejectedDifference(); }
 
 TEST_F(MainJob, RunsByKeyboardAlone)
 {
