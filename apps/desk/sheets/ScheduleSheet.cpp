@@ -2,6 +2,7 @@
 
 #include "Afx/windows/MessageBox.h"
 #include "Help.h"
+#include "MorvUt/context/status/ClientStatus.h"
 #include "MorvUt/res/Strings.h"
 #include "MorvUt/taxyear/YearTitles.h"
 #include "MorvUt/users/UserData.h"
@@ -13,20 +14,11 @@ bool MaySave(const ScheduleOwner& owner)
 {
     if (!TheUser().TaxReturnSaveAllowed(true) || CUserData::CheckForReadOnlyWithError())
         return false;
-    using ClientForm = Brix::CTaxForm;
-    using FirmForm = Brix::CPartnershipTaxForm;
-    ClientForm ofClient;
-    FirmForm ofFirm;
-    const bool isFinalised =
-        owner.client.IsPartnership()
-            ? ofFirm.Open({{FirmForm::kPClientID, owner.client.id}, {FirmForm::kYear, Cellar::Value(owner.year)}}) &&
-                  ofFirm.GetFinalised().IsValid()
-            : ofClient.Open(
-                  {{ClientForm::kClientID, owner.client.id}, {ClientForm::kYear, Cellar::Value(owner.year)}}) &&
-                  ofClient.GetFinalised().IsValid();
-    if (isFinalised)
+    const int isFinalised = owner.client.IsPartnership() ? IsPartershipTaxReturnFinalised(owner.client.id, owner.year)
+                                                         : IsTaxReturnFinalisedForYear(owner.client.id, owner.year);
+    if (isFinalised != 0)
         AfxMessageBox(LibraryText(IDS_CLIENT_READ_ONLY));
-    return !isFinalised;
+    return isFinalised == 0;
 }
 
 void MoveToTaxForm(Brix::CTaxForm& form, const ScheduleOwner& owner)
