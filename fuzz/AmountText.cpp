@@ -1,5 +1,3 @@
-#include <limits>
-#include <string>
 
 #include "fuzz/Targets.h"
 #include "Kiln/CAmt.h"

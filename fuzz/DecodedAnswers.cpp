@@ -1,8 +1,10 @@
-// Each of HMRC's answers, decoded: every figure is the one that stands at its place in the text, and nothing but the
-// figures decides what is read.
+// Each of HMRC's answers, decoded: nothing is read that was not sent, and neither order nor unknown members decide what
+// is. That each figure comes from its own place, the tests of what is staged show.
 
 #include <algorithm>
+#include <cstdint>
 #include <optional>
+#include <set>
 #include <string>
 
 #include "fuzz/JsonText.h"
@@ -21,80 +23,49 @@ namespace
 using HmrcApi::JsonValue;
 using Kind = HmrcApi::JsonValue::Kind;
 
-/// What was read beside the text that it was read from. Each figure is also told as text, so that two readings can be
-/// compared.
+/// What was read, told as text, so that two readings can be compared; none of it but was sent.
 class Reading
 {
 public:
-    /// The items of the list `name`, as many as were read; none where it is absent.
-    static const std::vector<JsonValue>& Items(const JsonValue& node, const char* name, int read)
-    {
-        static const std::vector<JsonValue> none;
-        const JsonValue* const list = node.Find(name);
-        const std::vector<JsonValue>& items = list ? list->items : none;
-        Require(static_cast<int>(items.size()) == read, "as many items are read as are sent");
-        return items;
-    }
-    /// The object `name`; one without members where it is absent.
-    static const JsonValue& Object(const JsonValue& node, const char* name)
-    {
-        static const JsonValue none;
-        const JsonValue* const member = node.Find(name);
-        return member ? *member : none;
-    }
+    explicit Reading(const JsonValue& sent) { Collect(sent); }
 
-    void Amount(const Kiln::CAmt& read, const JsonValue& node, const char* name)
+    template<class... Values>
+    void Tell(const Values&... values)
     {
-        const JsonValue* const sent = node.Find(name);
-        Require(sent ? sent->Is(Kind::Number) && read.IsValid() &&
-                           HmrcApi::ExactTenThousandths(sent->text) == read.GetValue()
-                     : read.IsNull(),
-                "an amount is the one that was sent, to the last digit, or absent");
-        Tell(read.Format().Str());
+        (Add(values), ...);
     }
-    void Text(const std::string& read, const JsonValue& node, const char* name)
-    {
-        const JsonValue* const sent = node.Find(name);
-        Require(read == (sent ? sent->text : std::string()), "a text is the one that was sent, or absent");
-        Tell(read);
-    }
-    void Key(const std::string& read, const JsonValue& node, const char* name)
-    {
-        Require(!read.empty(), "what names a record is there");
-        Text(read, node, name);
-    }
-    void Date(const Kiln::CDate& read, const JsonValue& node, const char* name)
-    {
-        Require(read.IsNull() || read.IsValid(), "a date is a day or absent");
-        Require(read.IsNull() || (node.Find(name) && Fits(read, node.Find(name)->text)),
-                "a date is the day that was sent");
-        Tell(read.Format("%Y%m%d").Str());
-    }
-    void Flag(const std::optional<bool>& read, const JsonValue& node, const char* name)
-    {
-        const JsonValue* const sent = node.Find(name);
-        Require(read == (sent ? std::optional(sent->boolean) : std::nullopt), "a flag is the one that was sent");
-        Tell(read ? *read ? "yes" : "no" : "");
-    }
-    void Tell(const std::string& text) { m_told += text + '\n'; }
     const std::string& Told() const noexcept { return m_told; }
 
 private:
-    /// The numbers of the date, in the order year, month, day, are those of the text.
-    static bool Fits(const Kiln::CDate& date, const std::string& text)
+    void Collect(const JsonValue& value)
     {
-        int fields[3] = {}, field = 0;
-        for (const char c : text) {
-            if (c == '-' && field < 2)
-                ++field;
-            else if (c < '0' || c > '9' || fields[field] > 9999)
-                return false;
-            else
-                fields[field] = fields[field] * 10 + (c - '0');
-        }
-        return fields[0] == date.GetYear() && fields[1] == date.GetMonth() && fields[2] == date.GetDay();
+        m_texts.insert(value.text);
+        m_texts.insert(value.names.begin(), value.names.end()); // the sums of benefits are known by them
+        if (const auto exact = value.Is(Kind::Number) ? HmrcApi::ExactTenThousandths(value.text) : std::nullopt)
+            m_amounts.insert(*exact);
+        for (const JsonValue& item : value.items)
+            Collect(item);
     }
+    void Add(const std::string& text)
+    {
+        Require(text.empty() || m_texts.contains(text), "a text is one that was sent, or absent");
+        m_told += text + '\n';
+    }
+    void Add(const Kiln::CAmt& amount)
+    {
+        Require(amount.IsNull() || (amount.IsValid() && m_amounts.contains(amount.GetValue())),
+                "an amount is one that was sent, to the last digit, or absent");
+        m_told += amount.Format().Str() + '\n';
+    }
+    void Add(const Kiln::CDate& date)
+    {
+        Require(date.IsNull() || date.IsValid(), "a date is a day or absent");
+        m_told += date.FormatIso().Str() + '\n';
+    }
+    void Add(const std::optional<bool>& flag) { m_told += flag ? *flag ? "yes\n" : "no\n" : "\n"; }
 
+    std::set<std::string> m_texts;
+    std::set<std::int64_t> m_amounts;
     std::string m_told;
 };
 
@@ -125,15 +96,15 @@ std::size_t CountValues(const JsonValue& value)
 }
 
 /// What a decoder makes of a text: what it read, or the code of its refusal.
-template<class Read, class Compare>
-std::string Outcome(std::string_view json, Read read, Compare compare)
+template<class Read, class Tell>
+std::string Outcome(std::string_view json, Read read, Tell tell)
 {
     try {
         const auto response = read(json);
         const std::optional<JsonValue> root = HmrcApi::ParseJson(json);
         Require(root && root->Is(Kind::Object), "an answer is a JSON object");
-        Reading reading;
-        compare(reading, *root, response);
+        Reading reading(*root);
+        tell(reading, response);
         return reading.Told();
     } catch (const HmrcApi::HmrcApiErrorException& refusal) {
         Require(refusal.GetCode() == "ANSWER_MALFORMED" || refusal.GetCode() == "AMOUNT_NOT_EXACT",
@@ -143,179 +114,99 @@ std::string Outcome(std::string_view json, Read read, Compare compare)
     }
 }
 
-/// `compare(reading, root, response)` holds a response against the text that it was read from.
-template<class Read, class Compare>
-void CheckDecoder(std::string_view input, Read read, Compare compare)
+/// `tell(reading, response)` tells all that a response holds.
+template<class Read, class Tell>
+void CheckDecoder(std::string_view input, Read read, Tell tell)
 {
     constexpr std::size_t kMost = HmrcApi::kJsonValues / 8; // the further members must not lead beyond the bound
-    const std::string outcome = Outcome(input, read, compare);
+    const std::string outcome = Outcome(input, read, tell);
     const std::optional<JsonValue> root = HmrcApi::ParseJson(input);
     Require(root || outcome == "ANSWER_MALFORMED", "what is no JSON is no answer");
     if (root && CountValues(*root) < kMost)
-        Require(Outcome(WriteJson(Reordered(*root)), read, compare) == outcome,
+        Require(Outcome(WriteJson(Reordered(*root)), read, tell) == outcome,
                 "order and unknown members change nothing");
 }
 
-/// What a payment of the PAYE interface says of time and money.
-template<class Paid>
-void ComparePaid(Reading& reading, const JsonValue& node, const Paid& read)
+void TellPaid(Reading& reading, const auto& paid)
 {
-    reading.Date(read.startDate, node, "startDate");
-    reading.Date(read.endDate, node, "endDate");
-    reading.Amount(read.taxablePayTotal, node, "taxablePayTotal");
-    reading.Amount(read.taxTotal, node, "taxTotal");
+    reading.Tell(paid.startDate, paid.endDate, paid.taxablePayTotal, paid.taxTotal);
 }
 
-template<class Payer>
-void ComparePayer(Reading& reading, const JsonValue& node, const Payer& read)
+void TellPayer(Reading& reading, const auto& payer)
 {
-    reading.Key(read.employerPayeReference, node, "employerPayeReference");
-    reading.Text(read.employerName, node, "employerName");
-    reading.Text(read.worksNumber, node, "worksNumber");
-    ComparePaid(reading, node, read);
+    Require(!payer.employerPayeReference.empty(), "who pays has a reference");
+    reading.Tell(payer.employerPayeReference, payer.employerName, payer.worksNumber);
+    TellPaid(reading, payer);
 }
 
-void CompareEmployment(Reading& reading, const JsonValue& node, const HmrcApi::Employment_t& read)
+void TellEmployment(Reading& reading, const HmrcApi::Employment_t& employment)
 {
-    ComparePayer(reading, node, read);
-    reading.Amount(read.studentLoan, node, "studentLoan");
-    reading.Flag(read.offPayrollWorkFlag, node, "offPayrollWorkFlag");
-    std::size_t at = 0;
-    for (const JsonValue& item :
-         Reading::Items(node, "companyBenefits", static_cast<int>(read.companyBenefits.size()))) {
-        const HmrcApi::CompanyBenefit_t& benefit = read.companyBenefits[at++];
-        reading.Key(benefit.benefitType, item, "benefitType");
-        reading.Amount(benefit.amount, item, "amount");
-        const JsonValue* const forecast = item.Find("isForecastBenefit");
-        Require(benefit.isForecastBenefit == (forecast && forecast->boolean), "a forecast is one that was called so");
-    }
-}
-
-void CompareStatePension(Reading& reading, const JsonValue& node, const HmrcApi::StatePension_t& read)
-{
-    reading.Amount(read.grossAmount, node, "grossAmount");
-    reading.Text(read.typeDescription, node, "typeDescription");
-    Require((read.lumpSum != nullptr) == (node.Find("lumpSum") != nullptr), "a lump sum is read where one is sent");
-    if (read.lumpSum)
-        ComparePaid(reading, *node.Find("lumpSum"), *read.lumpSum);
-}
-
-void ComparePaye(Reading& reading, const JsonValue& root, const HmrcApi::CPayeResponse& read)
-{
-    int at = 0;
-    for (const JsonValue& item : Reading::Items(root, "employments", read.GetEmploymentUpperBound() + 1))
-        CompareEmployment(reading, item, *read.GetEmploymentAt(at++));
-    at = 0;
-    for (const JsonValue& item : Reading::Items(root, "privatePensions", read.GetPrivatePensionUpperBound() + 1))
-        ComparePayer(reading, item, *read.GetPrivatePensionAt(at++));
-    at = 0;
-    for (const JsonValue& item :
-         Reading::Items(root, "taxableSocialSecurityBenefits", read.GetTaxableSocialSecurityBenefitUpperBound() + 1)) {
-        const auto benefit = read.GetTaxableSocialSecurityBenefitAt(at++);
-        reading.Key(benefit->benefitTypeName, item, "benefitType");
-        reading.Text(benefit->employerPayeReference, item, "employerPayeReference");
-        ComparePaid(reading, item, *benefit);
-    }
-    at = 0;
-    for (const JsonValue& item : Reading::Items(root, "taxFreeAllowances", read.GetTaxFreeAllowanceUpperBound() + 1)) {
-        const auto allowance = read.GetTaxFreeAllowanceAt(at++);
-        reading.Key(allowance->allowanceType, item, "allowanceType");
-        reading.Amount(allowance->amount, item, "amount");
-    }
-    const auto pension = read.getStatePension();
-    Require((pension != nullptr) == (root.Find("statePension") != nullptr),
-            "a state pension is read where one is sent");
-    if (pension)
-        CompareStatePension(reading, *root.Find("statePension"), *pension);
-}
-
-void CompareInsurance(Reading& reading, const JsonValue& root, const HmrcApi::CNationalInsuranceResponse& read)
-{
-    reading.Amount(read.class1NicableEarnings, Reading::Object(root, "class1"), "totalNICableEarnings");
-    reading.Amount(read.class2Due, Reading::Object(root, "class2"), "totalDue");
-    reading.Flag(read.maxNicsReached, root, "maxNICsReached");
-}
-
-/// Every number among an employment's members is a benefit that is told, under its name, and there is no other.
-void CompareBenefits(Reading& reading, const JsonValue& node, const HmrcApi::Employment_t& read)
-{
-    std::size_t known = 0;
-    for (const std::string& name : node.names)
-        known += HmrcApi::BenefitNumber(name) > 1000 && node.Find(name) ? 1 : 0;
-    Require(read.companyBenefits.size() == known, "each sum of benefits that is sent is read");
-    for (const HmrcApi::CompanyBenefit_t& benefit : read.companyBenefits) {
+    TellPayer(reading, employment);
+    reading.Tell(employment.studentLoan, employment.offPayrollWorkFlag);
+    for (const HmrcApi::CompanyBenefit_t& benefit : employment.companyBenefits) {
         Require(benefit.benefitNumber == HmrcApi::BenefitNumber(benefit.benefitType), "a benefit has its number");
-        reading.Tell(benefit.benefitType);
-        reading.Amount(benefit.amount, node, benefit.benefitType.c_str());
+        reading.Tell(benefit.benefitType, benefit.amount, std::optional(benefit.isForecastBenefit));
     }
 }
 
-/// The answer of one of the four individual interfaces: `ofEmployment` compares what it has of each employment,
-/// `ofYear` what it has beside them.
-template<class Read, class OfEmployment, class OfYear>
-void CheckIndividual(std::string_view input, Read read, OfEmployment ofEmployment, OfYear ofYear)
+void TellPaye(Reading& reading, const HmrcApi::CPayeResponse& read)
 {
-    CheckDecoder(input, read, [&](Reading& reading, const JsonValue& root, const auto& answer) {
-        int at = 0;
-        for (const JsonValue& item : Reading::Items(root, "employments", answer.GetUpperBound() + 1)) {
-            const auto employment = answer.GetAt(at++);
-            reading.Key(employment->employerPayeReference, item, "employerPayeReference");
-            ofEmployment(reading, item, *employment);
-        }
-        ofYear(reading, Reading::Object(root, "pensionsAnnuitiesAndOtherStateBenefits"), root, answer);
+    for (int i = 0; i <= read.GetEmploymentUpperBound(); ++i)
+        TellEmployment(reading, *read.GetEmploymentAt(i));
+    for (int i = 0; i <= read.GetPrivatePensionUpperBound(); ++i)
+        TellPayer(reading, *read.GetPrivatePensionAt(i));
+    for (int i = 0; i <= read.GetTaxableSocialSecurityBenefitUpperBound(); ++i) {
+        const auto benefit = read.GetTaxableSocialSecurityBenefitAt(i);
+        reading.Tell(benefit->benefitTypeName, benefit->employerPayeReference);
+        TellPaid(reading, *benefit);
+    }
+    for (int i = 0; i <= read.GetTaxFreeAllowanceUpperBound(); ++i)
+        reading.Tell(read.GetTaxFreeAllowanceAt(i)->allowanceType, read.GetTaxFreeAllowanceAt(i)->amount);
+    if (const auto pension = read.getStatePension()) {
+        reading.Tell(pension->grossAmount, pension->typeDescription);
+        if (pension->lumpSum)
+            TellPaid(reading, *pension->lumpSum);
+    }
+}
+
+/// The answer of one of the four individual interfaces, which has these sums beside its employments.
+template<class Read, class... Sums>
+void CheckIndividual(std::string_view input, Read read, Sums... sums)
+{
+    CheckDecoder(input, read, [&](Reading& reading, const auto& answer) {
+        for (int i = 0; i <= answer.GetUpperBound(); ++i)
+            TellEmployment(reading, *answer.GetAt(i));
+        reading.Tell((answer.*sums)...);
     });
 }
 
-constexpr auto kNothingMore = [](auto&&...) {};
-
 } // namespace
 
-void PayeAnswer(std::string_view input) { CheckDecoder(input, &HmrcApi::ReadPayeResponse, &ComparePaye); }
+void PayeAnswer(std::string_view input) { CheckDecoder(input, &HmrcApi::ReadPayeResponse, &TellPaye); }
 
 void InsuranceAnswer(std::string_view input)
 {
-    CheckDecoder(input, &HmrcApi::ReadNationalInsuranceResponse, &CompareInsurance);
+    CheckDecoder(input, &HmrcApi::ReadNationalInsuranceResponse, [](Reading& reading, const auto& read) {
+        reading.Tell(read.class1NicableEarnings, read.class2Due, read.maxNicsReached);
+    });
 }
 
-void HistoryAnswer(std::string_view input)
-{
-    const auto ofEmployment = [](Reading& reading, const JsonValue& item, const HmrcApi::Employment_t& read) {
-        reading.Text(read.employerName, item, "employerName");
-        reading.Flag(read.offPayrollWorkFlag, item, "offPayrollWorkFlag");
-    };
-    CheckIndividual(input, &HmrcApi::ReadEmploymentHistoryResponse, ofEmployment, kNothingMore);
-}
+void HistoryAnswer(std::string_view input) { CheckIndividual(input, &HmrcApi::ReadEmploymentHistoryResponse); }
 
-void BenefitsAnswer(std::string_view input)
-{
-    CheckIndividual(input, &HmrcApi::ReadBenefitsSummaryResponse, &CompareBenefits, kNothingMore);
-}
+void BenefitsAnswer(std::string_view input) { CheckIndividual(input, &HmrcApi::ReadBenefitsSummaryResponse); }
 
 void IncomeAnswer(std::string_view input)
 {
-    const auto ofEmployment = [](Reading& reading, const JsonValue& item, const HmrcApi::Employment_t& read) {
-        reading.Amount(read.taxablePayTotal, item, "payFromEmployment");
-    };
-    const auto ofYear = [](Reading& reading, const JsonValue& other, const JsonValue&, const auto& read) {
-        reading.Amount(read.otherPensionsAndRetirementAnnuities, other, "otherPensionsAndRetirementAnnuities");
-        reading.Amount(read.incapacityBenefit, other, "incapacityBenefit");
-        reading.Amount(read.jobseekersAllowance, other, "jobseekersAllowance");
-        reading.Amount(read.seissNetPaid, other, "seissNetPaid");
-    };
-    CheckIndividual(input, &HmrcApi::ReadIncomeSummaryResponse, ofEmployment, ofYear);
+    using Income = HmrcApi::CIncomeSummaryResponse;
+    CheckIndividual(input, &HmrcApi::ReadIncomeSummaryResponse, &Income::otherPensionsAndRetirementAnnuities,
+                    &Income::incapacityBenefit, &Income::jobseekersAllowance, &Income::seissNetPaid);
 }
 
 void TaxAnswer(std::string_view input)
 {
-    const auto ofEmployment = [](Reading& reading, const JsonValue& item, const HmrcApi::Employment_t& read) {
-        reading.Amount(read.taxTotal, item, "taxTakenOffPay");
-    };
-    const auto ofYear = [](Reading& reading, const JsonValue& other, const JsonValue& root, const auto& read) {
-        reading.Amount(read.otherPensionsAndRetirementAnnuities, other, "otherPensionsAndRetirementAnnuities");
-        reading.Amount(read.incapacityBenefit, other, "incapacityBenefit");
-        reading.Amount(read.taxRefundedOrSetOff, Reading::Object(root, "refunds"), "taxRefundedOrSetOff");
-    };
-    CheckIndividual(input, &HmrcApi::ReadTaxSummaryResponse, ofEmployment, ofYear);
+    using Tax = HmrcApi::CTaxSummaryResponse;
+    CheckIndividual(input, &HmrcApi::ReadTaxSummaryResponse, &Tax::otherPensionsAndRetirementAnnuities,
+                    &Tax::incapacityBenefit, &Tax::taxRefundedOrSetOff);
 }
 
 } // namespace Fuzz

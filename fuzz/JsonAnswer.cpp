@@ -1,5 +1,3 @@
-#include <string>
-
 #include "Afx/text/CString.h"
 #include "fuzz/JsonText.h"
 #include "fuzz/Targets.h"

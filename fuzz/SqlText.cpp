@@ -1,8 +1,6 @@
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <optional>
-#include <string>
 
 #include "Cellar/DatabaseError.h"
 #include "Cellar/Dialect.h"

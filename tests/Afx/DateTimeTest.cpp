@@ -1,6 +1,5 @@
 #include "Afx/time/DateTime.h"
 
-#include <cmath>
 #include <limits>
 
 #include "Afx/text/Decimal.h"

@@ -101,15 +101,4 @@ TEST_F(Upgrade, KilledAtAnyStatementLeavesTheOldPracticeWhole)
     EXPECT_EQ(Brix::CheckPractice(*practice).size(), 0U);
 }
 
-TEST_F(Upgrade, OnAFullDiskLeavesTheOldPractice)
-{
-    const auto practice = Open();
-    const std::string old = Schema(*practice);
-    practice->Queryf("PRAGMA max_page_count = 1"); // as many as there are
-    EXPECT_THROW(Brix::UpgradeSchema(*practice), Cellar::DatabaseError);
-    EXPECT_EQ(practice->GetLevel(), 0);
-    EXPECT_EQ(Schema(*practice), old);
-    EXPECT_EQ(Brix::ReadSchemaVersion(*practice).version, 1);
-}
-
 } // namespace

@@ -6,7 +6,6 @@
 #include <deque>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,6 +24,36 @@ inline std::vector<unsigned char> Sealed(const std::string& token)
 {
     return CAuthorisation::EncryptToken(token).value_or(std::vector<unsigned char>());
 }
+
+/// The practice's key, its interface and a grant as a consent left it, and no lock.
+class Granted : protected ::Test::Practice
+{
+protected:
+    Granted()
+    {
+        Shellkit::SetPracticeKey(std::vector<std::uint8_t>(Shellkit::kKeySize, 7));
+        Sql("INSERT INTO BRIXOptions (lID, nPAYEInterface) VALUES (1, 1)");
+        ResetRow();
+    }
+    ~Granted() { Shellkit::SetPracticeKey({}); }
+
+    static void ResetRow()
+    {
+        Sql("DELETE FROM MTDAuthorisationLock");
+        Sql("DELETE FROM MTDAuthorisation");
+        Sql("INSERT INTO MTDAuthorisation (lID, strGatewayID, nAuthorisedStatus, vbAccessToken, vbRefreshToken, "
+            "nExpiresIn, strScope, strTokenType, dtAuthenticated, strService) VALUES (7, 'GATEWAY1', 1, %b, %b, 14400, "
+            "'read:individual-paye', 'bearer', %t, 'http://127.0.0.1:1')",
+            Sealed("access-1"), Sealed("refresh-1"), COleDateTime::GetCurrentUtcTime());
+    }
+    /// The access token that is stored, or another column's.
+    static std::string StoredToken(const Cellar::SqlText& column = "vbAccessToken")
+    {
+        const auto rows = Quarry::GetConnection().Queryf("SELECT " + column + " FROM MTDAuthorisation").rows;
+        const std::string bytes(rows.empty() ? std::string_view() : rows[0][0].View());
+        return CAuthorisation::DecryptToken({bytes.begin(), bytes.end()});
+    }
+};
 
 /// The practice's own store, and what befalls it.
 struct Store : CAuthorisationStore
@@ -126,18 +155,26 @@ struct FakeTransport : ITransport
     }
 };
 
+/// An endpoint of the interface, by the test's own transport.
+template<class Endpoint>
+struct Through : Endpoint
+{
+    Through(CAuthorisation& authorisation, std::shared_ptr<ITransport> transport)
+        : Endpoint(authorisation), to(std::move(transport))
+    {}
+    std::shared_ptr<ITransport> RestFactory() override { return to; }
+    std::shared_ptr<ITransport> to;
+};
+
 inline constexpr char kFreshTokens[] =
     R"({"access_token":"access-2","token_type":"bearer","expires_in":14400,"refresh_token":"refresh-2"})";
 
 /// One authorised gateway id, HMRC's token endpoint, and a clock whose waits take no time.
-class Plumbing : public testing::Test, protected ::Test::Practice
+class Plumbing : public testing::Test, protected Granted
 {
 protected:
     Plumbing()
     {
-        Shellkit::SetPracticeKey(std::vector<std::uint8_t>(Shellkit::kKeySize, 7));
-        Sql("INSERT INTO BRIXOptions (lID, nPAYEInterface) VALUES (1, 1)");
-        ResetRow();
         tokenEndpoint->Add(200, kFreshTokens);
         authorisation = MakeAuthorisation();
         authorisation->SetChannel(std::make_shared<Channel>(tokenEndpoint));
@@ -151,19 +188,8 @@ protected:
     {
         Afx::Clock::SetSleep({});
         Afx::Clock::Set({});
-        Shellkit::SetPracticeKey({});
     }
 
-    /// As a consent left it, and no lock.
-    static void ResetRow()
-    {
-        Sql("DELETE FROM MTDAuthorisationLock");
-        Sql("DELETE FROM MTDAuthorisation");
-        Sql("INSERT INTO MTDAuthorisation (lID, strGatewayID, nAuthorisedStatus, vbAccessToken, vbRefreshToken, "
-            "nExpiresIn, strScope, strTokenType, dtAuthenticated, strService) VALUES (7, 'GATEWAY1', 1, %b, %b, 14400, "
-            "'read:individual-paye', 'bearer', %t, 'http://127.0.0.1:1')",
-            Sealed("access-1"), Sealed("refresh-1"), COleDateTime::GetCurrentUtcTime());
-    }
     /// What another workstation stores.
     static void StoreElsewhere(const char* access = "access-elsewhere", const char* refresh = "refresh-1")
     {
@@ -173,13 +199,6 @@ protected:
     static std::string Stored(const Cellar::SqlText& column)
     {
         return Query("SELECT " + column + " FROM MTDAuthorisation");
-    }
-    /// The access token that is stored, or another column's.
-    static std::string StoredToken(const Cellar::SqlText& column = "vbAccessToken")
-    {
-        const auto rows = Quarry::GetConnection().Queryf("SELECT " + column + " FROM MTDAuthorisation").rows;
-        const std::string bytes(rows.empty() ? std::string_view() : rows[0][0].View());
-        return CAuthorisation::DecryptToken({bytes.begin(), bytes.end()});
     }
     static bool IsLocked() { return Query("SELECT COUNT(*) FROM MTDAuthorisationLock") != "0"; }
     static void Lock() // at another workstation

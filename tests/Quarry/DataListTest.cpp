@@ -1,8 +1,10 @@
-#include "Quarry/DataList.h"
+#include "Quarry/DataCursor.h"
 #include "Quarry/Listeners.h"
 #include "Quarry/NewId.h"
 
 #include "SmallPractice.h"
+
+#include "support/ScriptedServer.h"
 
 namespace
 {
@@ -11,6 +13,13 @@ class DataList : public SmallPractice
 {
 protected:
     using Ids = std::vector<long>;
+    class CTask : public CDataList
+    {
+    public:
+        CTask() noexcept : CDataList(kTask) {}
+        static const Quarry::Table& Declaration() noexcept { return kTask; }
+        CString GetName() const { return Current().GetText(kName); }
+    };
     /// Of the rows in their order.
     static Ids Opened(std::initializer_list<Quarry::Where> where, std::initializer_list<Quarry::Sort> sort = {})
     {
@@ -94,6 +103,25 @@ TEST_P(DataList, TakesRanges)
     list.Open({Where::AtLeast(kDue, starts)});
     list.AddNew();
     EXPECT_TRUE(list.IsNull(kDue)) << "a range leaves a choice";
+}
+
+TEST_P(DataList, IsWalkedOverByACursorToo)
+{
+    Sql("INSERT INTO BRIXTask (lID, strName, dtDue, amtPay) VALUES (1, 'a long name, which needs memory', NULL, %m), "
+        "(2, 'b', '2024-04-05T00:00:00', NULL), (3, 'c', NULL, %m)",
+        Kiln::CAmt(1), Kiln::CAmt(3));
+    std::string names;
+    for (Quarry::CCursor<CTask> task({Quarry::Where::AtLeast(kID, 1)}, {{kName, true}}); task.Next();)
+        names += (task->GetName() + " " + task->Current().GetDate(kDue).FormatIso() + ";").Str();
+    EXPECT_EQ(names, "c ;b 2024-04-05;a long name, which needs memory ;") << "in the form that a list gives values";
+
+    Quarry::CDataCursor cursor(kTask, {{kName, "b"}}, {}, {.columns = {kDue}});
+    EXPECT_THROW(cursor.GetLong(kID), std::logic_error) << "before the first row";
+    ASSERT_TRUE(cursor.Next());
+    EXPECT_EQ(cursor.GetDate(kDue), Kiln::CDate(2024, 4, 5));
+    EXPECT_TRUE(cursor.IsNull(kID)) << "not chosen";
+    EXPECT_FALSE(cursor.Next());
+    EXPECT_THROW(cursor.GetLong(kID), std::logic_error) << "behind the last row";
 }
 
 TEST_P(DataList, ReadsChosenColumns)
@@ -360,6 +388,32 @@ TEST_P(EmbeddedDataList, GivesTheLastIdsOneByOne)
     transaction.Commit();
     EXPECT_EQ(Count("FROM BRIXNextID WHERE lNext = 2147483647"), 1) << "a refused take moves nothing";
 }
+
+#ifdef CELLAR_ODBC_FAKE
+TEST_P(EmbeddedDataList, RefusesWhatAServersSequenceMayNotGive)
+{
+    const ::Test::Case<const char*, bool> rows[] = {
+        {"row 33\n", true, "a block"},
+        {"", false, "no row"},
+        {"row null\n", false, "no number"},
+        {"row 0\n", false, "no id"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.why);
+        const ::Test::ScriptedServer server(std::string("on SELECT NEXT VALUE FOR*\ncolumns n:int\n") + row.in);
+        const auto connection = server.Open();
+        long id = 0;
+        std::string reason;
+        try {
+            id = Quarry::NewId(kTask, *connection);
+        } catch (const Cellar::DatabaseError& error) {
+            reason = error.GetReason();
+        }
+        EXPECT_EQ(id, row.out ? 33 : 0);
+        EXPECT_EQ(reason.find("no number for a new row of BRIXTask") != std::string::npos, !row.out) << reason;
+    }
+}
+#endif
 
 TEST_P(DataList, GivesANewRowAnIdOfItsOwn)
 {

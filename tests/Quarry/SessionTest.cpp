@@ -33,22 +33,6 @@ protected:
 
 ON_BOTH_DATABASES(Session);
 
-TEST_P(Session, RollsBackALevelThatEndsWithoutCommit)
-{
-    {
-        CTransaction outer;
-        AddRow(1);
-        {
-            const CTransaction inner;
-            AddRow(2);
-        }
-        EXPECT_EQ(m_reloads, 1);
-        outer.Commit();
-    }
-    EXPECT_EQ(m_reloads, 1) << "what was committed tells nobody";
-    EXPECT_EQ(Count("FROM BRIXTask"), 1);
-}
-
 TEST_P(Session, RollsBackInUnwindingThoughAListenerThrows)
 {
     const int listener = Quarry::AddRollbackListener([] { throw std::runtime_error("cache"); });
@@ -78,7 +62,7 @@ TEST_P(Session, OutlivesItsConnection)
     Quarry::Rollback();
 }
 
-TEST_P(Session, CommitsTheInnermostLevelOnly)
+TEST_P(Session, EndsTheInnermostLevelOnly)
 {
     CTransaction outer;
     {
@@ -87,7 +71,15 @@ TEST_P(Session, CommitsTheInnermostLevelOnly)
         inner.Commit();
         EXPECT_THROW(inner.Commit(), std::logic_error);
     }
+    AddRow(1);
+    {
+        const CTransaction ended;
+        AddRow(2);
+    }
+    EXPECT_EQ(m_reloads, 1);
     outer.Commit();
+    EXPECT_EQ(m_reloads, 1) << "what was committed tells nobody";
+    EXPECT_EQ(Count("FROM BRIXTask"), 1);
 }
 
 TEST_P(Session, ListenersComeAndGoDuringANotice)

@@ -1,6 +1,5 @@
 #include <filesystem>
 #include <ostream>
-#include <string>
 #include <vector>
 
 #include "fuzz/Targets.h"

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <stdexcept>
 
 #include "Afx/text/Utf8.h"
@@ -168,14 +169,22 @@ private:
     static inline bool m_isKeyboardAlone = false;
 };
 
-/// Opens a dialog and works in it by `script`; its result.
-template<class Dialog, class Script>
-int Work(Dialog& dialog, Script script)
+using Acts = std::function<void(Hands&)>;
+
+/// What is done in the dialog that opens next.
+inline void InNext(Acts acts)
 {
-    Windows().Script([&](CDialog& open) {
+    Windows().Script([acts = std::move(acts)](CDialog& open) {
         Hands hands(open);
-        script(hands);
+        acts(hands);
     });
+}
+
+/// Opens a dialog and works in it; its result.
+template<class Dialog>
+int Work(Dialog& dialog, Acts acts)
+{
+    InNext(std::move(acts));
     return static_cast<int>(dialog.DoModal());
 }
 

@@ -132,6 +132,10 @@ private:
     }
 };
 
+/// Base of fixtures whose bodies run on a practice of either database.
+class OnPractice : public OnDatabase, protected Practice
+{};
+
 /// Adds a row to the table of the record class; `fill` sets its values. Answers its id.
 template<class Record, class Fill>
 long Add(Fill fill)

@@ -3,7 +3,6 @@
 // A server that answers by a script, behind the driver manager; see Cellar/odbcfake.
 
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <sstream>
 #include <string>

@@ -1,6 +1,5 @@
 #include "support/TestSupport.h"
 
-#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>

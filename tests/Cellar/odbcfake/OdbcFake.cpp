@@ -4,8 +4,8 @@
 //     Driver=/path/libmorvodbcfake.so;Script=/path/script;Record=/path/record;Uid=…;Pwd=…
 //
 // Each call that reaches it is a line of the record: the function, then what it was given, bytes left out. As that
-// server does it refuses a second statement while a result is open, a NULL or text for a varbinary column, sizes and
-// fractions beyond the type, columns read out of order, and everything once the connection is lost.
+// server does it refuses a second statement while a result is open, a NULL or text for a varbinary column, columns read
+// out of order, and everything once the connection is lost.
 //
 // It has the functions that the library and the driver manager call, and their arguments are those that these give.
 
@@ -122,12 +122,8 @@ SQLRETURN Run(Statement& statement)
         const auto found = statement.bindings.find(number);
         if (found == statement.bindings.end())
             return statement.Fail({"07002", 0, "COUNT field incorrect or syntax error"});
-        const Binding& binding = found->second;
-        server.Record("  " + std::to_string(number) + ": " + Describe(binding));
-        if (server.IsSqlServer())
-            if (auto refusal = RefusalOfValue(binding))
-                return statement.Fail(std::move(*refusal));
-        parameters[i].sqlType = binding.sqlType;
+        server.Record("  " + std::to_string(number) + ": " + Describe(found->second));
+        parameters[i].sqlType = found->second.sqlType;
     }
     if (connection.reading && server.IsSqlServer())
         return statement.Fail({"HY000", 0, "Connection is busy with results for another command"});
@@ -264,12 +260,7 @@ SQLRETURN SQL_API SQLBindParameter(SQLHSTMT handle, SQLUSMALLINT number, SQLSMAL
                                    SQLSMALLINT sqlType, SQLULEN size, SQLSMALLINT digits, SQLPOINTER value, SQLLEN,
                                    SQLLEN* length)
 {
-    auto& statement = As<Statement>(handle);
-    const Binding binding{cType, sqlType, digits, size, value, length};
-    if (statement.Server().IsSqlServer())
-        if (auto refusal = RefusalOfTypes(binding))
-            return statement.Fail(std::move(*refusal));
-    statement.bindings[number] = binding;
+    As<Statement>(handle).bindings[number] = {cType, sqlType, digits, size, value, length};
     return SQL_SUCCESS;
 }
 

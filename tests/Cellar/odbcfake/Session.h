@@ -2,7 +2,15 @@
 
 // One session of the scripted server: its rules, its transaction, its record.
 
+#include <sql.h>
+#include <sqlext.h>
+
+#include <algorithm>
+#include <cctype>
 #include <fstream>
+#include <optional>
+#include <set>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,8 +27,145 @@ struct Parameter
     std::string column; // the one it goes into or is compared with, as far as the statement shows
 };
 
+inline std::string Upper(std::string_view text)
+{
+    std::string upper(text);
+    std::transform(upper.begin(), upper.end(), upper.begin(), [](unsigned char c) { return std::toupper(c); });
+    return upper;
+}
+
+inline bool IsNameCharacter(char c) noexcept
+{
+    return std::isalnum(static_cast<unsigned char>(c)) || c == '_' || c == '@';
+}
+
+inline std::string_view WithoutBlanks(std::string_view text)
+{
+    while (!text.empty() && std::isspace(static_cast<unsigned char>(text.front())))
+        text.remove_prefix(1);
+    return text;
+}
+
+/// A name, a number, a string, or one character; marks of names are dropped. `text` moves on.
+inline std::string NextToken(std::string_view& text)
+{
+    text = WithoutBlanks(text);
+    if (text.empty())
+        return {};
+    const char first = text.front();
+    const char close = first == '[' ? ']' : first == '"' || first == '\'' ? first : '\0';
+    std::size_t length = 1;
+    if (close)
+        length = std::min(text.find(close, 1), text.size() - 1) + 1;
+    else if (IsNameCharacter(first))
+        while (length < text.size() && IsNameCharacter(text[length]))
+            ++length;
+    std::string token(text.substr(0, length));
+    text.remove_prefix(length);
+    return close && close != '\'' ? token.substr(1, token.size() - 2) : token;
+}
+
+inline std::vector<std::string> Tokens(std::string_view text)
+{
+    std::vector<std::string> tokens;
+    for (std::string token = NextToken(text); !token.empty(); token = NextToken(text))
+        tokens.push_back(token);
+    return tokens;
+}
+
+/// In capitals; empty when the statement begins otherwise.
+inline std::string FirstWord(std::string_view statement)
+{
+    const std::string token = NextToken(statement);
+    return token.empty() || !IsNameCharacter(token.front()) ? "" : Upper(token);
+}
+
+/// At semicolons outside of strings; with variables the rest is one.
+inline std::vector<std::string_view> Statements(std::string_view batch)
+{
+    std::vector<std::string_view> statements;
+    const auto add = [&](std::string_view text) {
+        if (text = WithoutBlanks(text); !text.empty())
+            statements.push_back(text);
+    };
+    bool isString = false;
+    std::size_t start = 0;
+    for (std::size_t i = 0; i < batch.size(); ++i) {
+        isString = isString != (batch[i] == '\'');
+        if (batch[i] != ';' || isString)
+            continue;
+        if (FirstWord(batch.substr(start)) == "DECLARE")
+            break;
+        add(batch.substr(start, i - start));
+        start = i + 1;
+    }
+    add(batch.substr(start));
+    return statements;
+}
+
+inline bool Writes(std::string_view statement)
+{
+    const std::string verb = FirstWord(statement);
+    return verb == "INSERT" || verb == "UPDATE" || verb == "DELETE" || verb == "EXEC" || verb == "CALL" ||
+           verb == "CREATE" || verb == "ALTER" || verb == "DROP";
+}
+
+/// A variable of the batch; empty: none.
+inline std::string DeclaredTwice(std::string_view batch)
+{
+    std::set<std::string> declared;
+    const std::vector<std::string> tokens = Tokens(batch);
+    for (std::size_t i = 0; i + 1 < tokens.size(); ++i)
+        if (Upper(tokens[i]) == "DECLARE" && !declared.insert(tokens[i + 1]).second)
+            return tokens[i + 1];
+    return {};
+}
+
+/// A column of the library says by its name what it holds.
+inline std::optional<Message> Mismatch(const Parameter& parameter)
+{
+    const bool isBytes = parameter.column.starts_with("vb"), isMoment = parameter.column.starts_with("dt");
+    const bool isText = parameter.sqlType == SQL_WVARCHAR;
+    if (isBytes ? parameter.sqlType == SQL_VARBINARY : !isMoment || isText || parameter.sqlType == SQL_TYPE_TIMESTAMP)
+        return std::nullopt;
+    return isText ? Message{"42000", 257, "Implicit conversion to varbinary(max) is not allowed: " + parameter.column}
+                  : Message{"22018", 206, "Operand type clash: " + parameter.column};
+}
+
+/// What the connection text has behind the word, which stands there as the tests write it.
+inline std::string ValueOf(std::string_view text, std::string_view word)
+{
+    const std::size_t at = text.find(word);
+    return at == text.npos ? "" : std::string(text.substr(at + word.size(), text.find(';', at) - at - word.size()));
+}
+
 /// What each '?' of the statement is for; without its type.
-std::vector<Parameter> ParametersOf(std::string_view statement);
+inline std::vector<Parameter> ParametersOf(std::string_view statement)
+{
+    std::vector<Parameter> found;
+    std::vector<std::string> inserted; // columns of an INSERT
+    const bool isInsert = FirstWord(statement) == "INSERT";
+    bool isInValues = false;
+    std::size_t place = 0; // in the row of an INSERT
+    int depth = 0;
+    std::string last;
+    for (const std::string& token : Tokens(statement)) {
+        depth += token == "(" ? 1 : token == ")" ? -1 : 0;
+        if (token == "(" && depth == 1)
+            place = 0;
+        if (token == "," && depth == 1)
+            ++place;
+        isInValues = isInValues || (isInsert && depth == 0 && Upper(token) == "VALUES");
+        const bool isName = IsNameCharacter(token.front());
+        if (isInsert && !isInValues && depth == 1 && isName)
+            inserted.push_back(token);
+        if (token == "?")
+            found.push_back({0, !isInValues ? last : place < inserted.size() ? inserted[place] : ""});
+        else if (isName && !std::isdigit(static_cast<unsigned char>(token.front())))
+            last = token;
+    }
+    return found;
+}
 
 /// What was written since BEGIN, savepoints within it, and what happened in the end. The record holds DURABLE or UNDONE
 /// with each statement that writes.
@@ -28,25 +173,151 @@ class Session
 {
 public:
     /// Of the text it takes `Script=` and `Record=`, files. Throws std::runtime_error when there is no script.
-    explicit Session(std::string_view connectionText);
+    explicit Session(std::string_view connectionText) : m_record(ValueOf(connectionText, "Record="), std::ios::app)
+    {
+        std::ifstream script(ValueOf(connectionText, "Script="));
+        if (!script)
+            throw std::runtime_error("cannot read the script");
+        m_script.Read(script);
+    }
 
     bool IsSqlServer() const noexcept { return m_script.GetDbms() == "Microsoft SQL Server"; }
     const std::string& GetDbms() const noexcept { return m_script.GetDbms(); }
 
     /// Answers a statement, several with semicolons between up to the first that fails (the last one's answer), or
     /// CONNECT.
-    Answer Run(std::string_view statement, const std::vector<Parameter>& parameters);
-    void Record(std::string_view line);
+    Answer Run(std::string_view batch, const std::vector<Parameter>& parameters)
+    {
+        const std::vector<std::string_view> statements = Statements(batch);
+        Answer answer;
+        for (const std::string_view statement : statements) {
+            answer = RunOne(statement, parameters);
+            if (answer.error)
+                break;
+        }
+        if (statements.size() > 1)
+            answer.count = -1;
+        return answer;
+    }
+    void Record(std::string_view line) { m_record << line << std::endl; }
 
 private:
-    Answer RunOne(std::string_view statement, const std::vector<Parameter>& parameters);
-    Answer Refuse(Message message, bool endsTransaction = false);
+    Answer RunOne(std::string_view statement, const std::vector<Parameter>& parameters)
+    {
+        if (std::optional<Message> refusal = Refusal(statement, parameters))
+            return Refuse(std::move(*refusal));
+        const Answer* const scripted = m_script.Find(statement);
+        if (scripted && scripted->error && !scripted->isLater)
+            return Refuse(*scripted->error, scripted->endsTransaction);
+        const std::string verb = FirstWord(statement);
+        if (verb == "BEGIN" || verb == "SAVE" || verb == "SAVEPOINT" || verb == "RELEASE" || verb == "COMMIT" ||
+            verb == "ROLLBACK")
+            return Control(statement);
+        Answer answer = scripted ? *scripted : Default(statement);
+        if (Writes(statement) && answer.count != 0) {
+            m_written.emplace_back(statement);
+            if (!m_isOpen)
+                End("DURABLE");
+        }
+        return answer;
+    }
+    Answer Refuse(Message message, bool endsTransaction = false)
+    {
+        if (message.state.starts_with("08")) {
+            m_isLost = true;
+            endsTransaction = true;
+        }
+        const bool isVictim = message.native == 1205;
+        if (m_isOpen && (endsTransaction || isVictim))
+            End("UNDONE");
+        m_hasFailed = m_isOpen && !IsSqlServer();
+        Answer answer;
+        answer.error = std::move(message);
+        return answer;
+    }
     /// What no script needs to say: how the server refuses it.
-    std::optional<Message> Refusal(std::string_view statement, const std::vector<Parameter>& parameters) const;
-    Answer Control(std::string_view statement); // of transactions
-    Answer Default(std::string_view statement) const;
-    void Settle(const char* how, std::size_t from); // what was written from there on
-    void End(const char* how);                      // the transaction
+    std::optional<Message> Refusal(std::string_view statement, const std::vector<Parameter>& parameters) const
+    {
+        if (m_isLost)
+            return Message{"08S01", 10054, "TCP Provider: Error code 0x2746"};
+        if (m_hasFailed && FirstWord(statement) != "ROLLBACK")
+            return Message{"25P02", 0, "ERROR: current transaction is aborted, commands ignored until end of block"};
+        if (!IsSqlServer())
+            return std::nullopt;
+        if (const std::string twice = DeclaredTwice(statement); !twice.empty())
+            return Message{"42000", 134, "The variable name '" + twice + "' has already been declared."};
+        if (parameters.size() > 2100)
+            return Message{"42000", 8003, "The incoming request has too many parameters. The maximum is 2100."};
+        for (const Parameter& parameter : parameters)
+            if (std::optional<Message> mismatch = Mismatch(parameter))
+                return mismatch;
+        return std::nullopt;
+    }
+    /// BEGIN, SAVE (SAVEPOINT), COMMIT, ROLLBACK of all or to a savepoint.
+    Answer Control(std::string_view statement)
+    {
+        const std::vector<std::string> tokens = Tokens(statement);
+        const std::string verb = Upper(tokens[0]);
+        const std::string name = tokens.size() > 2 && tokens.back() != ";" ? Upper(tokens.back()) : "";
+        const auto found = std::find_if(m_savepoints.rbegin(), m_savepoints.rend(),
+                                        [&](const auto& savepoint) { return savepoint.first == name; });
+        Answer answer;
+        answer.count = -1;
+        if (verb == "BEGIN") {
+            m_isOpen = true;
+        } else if (verb == "SAVE" || verb == "SAVEPOINT") {
+            if (!m_isOpen)
+                return Refuse({"25000", 628, "Cannot issue SAVE TRANSACTION when there is no active transaction."});
+            m_savepoints.emplace_back(Upper(tokens.back()), m_written.size());
+        } else if (verb == "COMMIT") {
+            if (IsSqlServer() && !m_isOpen)
+                return Refuse(
+                    {"25000", 3902, "The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION."});
+            End("DURABLE");
+        } else if (verb == "ROLLBACK" && found != m_savepoints.rend()) {
+            const std::size_t from = found->second;
+            m_savepoints.erase(found.base(), m_savepoints.end()); // the savepoint itself stays
+            m_hasFailed = false;
+            Settle("UNDONE", from);
+        } else if (verb == "ROLLBACK") {
+            if (IsSqlServer() && !m_isOpen)
+                return Refuse(
+                    {"25000", 3903, "The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION."});
+            End("UNDONE");
+        }
+        return answer;
+    }
+    /// One row changed; no row; -1 rows where the server does not tell.
+    Answer Default(std::string_view statement) const
+    {
+        const std::string verb = FirstWord(statement), upper = Upper(statement);
+        Answer answer;
+        if (verb == "SELECT") {
+            answer.columns = {{"", "nvarchar"}};
+            const bool isSession = upper == "SELECT @@SPID" || upper == "SELECT PG_BACKEND_PID()";
+            if (isSession || upper == "SELECT @@TRANCOUNT") {
+                answer.columns = {{"", "int"}};
+                answer.rows = {{isSession ? "51" : m_isOpen ? "1" : "0"}};
+            }
+        } else if (verb != "INSERT" && verb != "UPDATE" && verb != "DELETE") {
+            answer.count = -1;
+        }
+        return answer;
+    }
+    /// What was written from there on.
+    void Settle(const char* how, std::size_t from)
+    {
+        for (std::size_t i = from; i < m_written.size(); ++i)
+            Record(how + (" " + m_written[i]));
+        m_written.resize(from);
+    }
+    /// The transaction.
+    void End(const char* how)
+    {
+        Settle(how, 0);
+        m_savepoints.clear();
+        m_isOpen = m_hasFailed = false;
+    }
 
     Script m_script;
     std::ofstream m_record;

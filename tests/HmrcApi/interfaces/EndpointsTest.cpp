@@ -12,16 +12,6 @@ using namespace HmrcApi;
 namespace
 {
 
-template<class Endpoint>
-struct Tested : Endpoint
-{
-    Tested(CAuthorisation& authorisation, std::shared_ptr<ITransport> transport)
-        : Endpoint(authorisation), to(std::move(transport))
-    {}
-    std::shared_ptr<ITransport> RestFactory() override { return to; }
-    std::shared_ptr<ITransport> to;
-};
-
 constexpr char kNone[] = R"({"employments":[]})";
 
 class Fetch : public Fakes::Plumbing
@@ -33,7 +23,7 @@ protected:
     std::string Run(const std::string& number = "AA 00 00 01 A")
     {
         try {
-            Tested<CPaye>(*authorisation, api).GetPaye(number, 2018, &logger);
+            Fakes::Through<CPaye>(*authorisation, api).GetPaye(number, 2018, &logger);
         } catch (const HmrcApiErrorException& error) {
             message = error.GetText();
             return error.GetCode() + (error.GetStatus().empty() ? "" : ' ' + error.GetStatus());

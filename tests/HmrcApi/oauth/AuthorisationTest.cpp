@@ -194,6 +194,7 @@ TEST_F(Refresh, GivesUpAfterTenAttemptsAndNamesTheHolder)
     EXPECT_EQ(authorisation->GetLastError().text, "The authorisation is being refreshed at another workstation, or "
                                                   "another program is writing to the practice");
     EXPECT_EQ(slept, 0u) << "the store has waited";
+    EXPECT_EQ(Requests(), 0u) << "a refresh token is good for one use";
 }
 
 TEST_F(Refresh, DecidesByTheAnswerAndByWhatOthersDidMeanwhile)

@@ -9,9 +9,7 @@
 namespace
 {
 
-using ::Test::Practice;
-
-class AccruedAllowance : public ::Test::OnDatabase
+class AccruedAllowance : public ::Test::OnPractice
 {
 protected:
     ~AccruedAllowance() override { CCurrentTaxYearSingleton::Destroy(); }
@@ -19,10 +17,10 @@ protected:
     /// A return with an interest row "Bank" of an addition of 500 and an income of 300.
     static void AddYear(int year, Cellar::Value broughtForward = nullptr, long client = 1)
     {
-        Practice::Sql("INSERT INTO BRIXTaxForm (lClientID, nYear) VALUES (%ld, %d)", client, year);
-        Practice::Sql("INSERT INTO BRIXNewInterest (lTaxFormID, strName, amtBFWD, amtAddition, amtIncome) "
-                      "SELECT MAX(lID), 'Bank', %ld, 500, 300 FROM BRIXTaxForm",
-                      broughtForward);
+        Sql("INSERT INTO BRIXTaxForm (lClientID, nYear) VALUES (%ld, %d)", client, year);
+        Sql("INSERT INTO BRIXNewInterest (lTaxFormID, strName, amtBFWD, amtAddition, amtIncome) "
+            "SELECT MAX(lID), 'Bank', %ld, 500, 300 FROM BRIXTaxForm",
+            broughtForward);
     }
     /// In what the database's own statements count: ten-thousandths of a pound, or pounds.
     static std::int64_t Ask(short year, long client = 1, int type = 0, const char* name = "Bank", bool flagA = false,
@@ -48,8 +46,6 @@ ON_BOTH_DATABASES(AccruedAllowance);
 
 TEST_P(AccruedAllowance, IsWalkedBackToWhereItWasEntered)
 {
-    EXPECT_EQ(Ask(2002), 0) << "and no practice is open";
-    const Practice practice;
     for (const int year : {2001, 2002, 2003, 2004, 2021, 2022})
         AddYear(year);
     AddYear(2020, 1000);
@@ -58,11 +54,12 @@ TEST_P(AccruedAllowance, IsWalkedBackToWhereItWasEntered)
     for (const auto& [year, left] :
          {std::pair(2022, 1600), {2020, 1200}, {2023, 250}, {2003, 200}, {2004, 400}, {2024, 0}})
         EXPECT_EQ(Ask(static_cast<short>(year)), left) << year;
+    Quarry::SetConnection(nullptr);
+    EXPECT_EQ(Ask(2002), 0) << "and no practice is open";
 }
 
 TEST_P(AccruedAllowance, IsMadeOfTheSourcesFigures)
 {
-    const Practice practice;
     constexpr const char* kRows[] = {
         "TaxForm (lID, lClientID, nYear) VALUES (1, 1, 2024), (2, 1, 2024)",
         "NewInterest (lID, lTaxFormID, nType, strName, nFlagA, nFlagB, amtBFWD, amtAddition, amtDeduction, amtIncome) "
@@ -95,8 +92,8 @@ TEST_P(AccruedAllowance, IsMadeOfTheSourcesFigures)
         "BTaxNoTaxInvestmentIncomeSplit (lBTaxNoTaxInvestmentIncomeID, lClientID, amtShare) VALUES (9000, 1, 3)",
     };
     for (const std::string rows : kRows)
-        Practice::Script(::Test::ReplacedAll("INSERT INTO BRIX" + rows, "MOST",
-                                             ::Test::IsOnServer() ? "922337203685477.5807" : "9223372036854775807"));
+        Script(::Test::ReplacedAll("INSERT INTO BRIX" + rows, "MOST",
+                                   ::Test::IsOnServer() ? "922337203685477.5807" : "9223372036854775807"));
     const ::Test::Row<int, const char*, bool, bool, int> rows[] = {
         {0, "used up", false, false, 0, "not negative"},
         {0, "Bank", false, false, 8, "flag 2 is not true; income -3"},
@@ -123,7 +120,6 @@ TEST_P(AccruedAllowance, IsMadeOfTheSourcesFigures)
 
 TEST_P(AccruedAllowance, IsRememberedForTwoClientsOfAThread)
 {
-    const Practice practice;
     for (const long client : {1, 2, 3})
         for (const int year : {2022, 2023, 2024})
             AddYear(year, nullptr, client);
@@ -151,11 +147,10 @@ TEST_P(AccruedAllowance, IsRememberedForTwoClientsOfAThread)
 
 TEST_P(AccruedAllowance, IsReadAnewWhenItsSourcesChange)
 {
-    const Practice practice;
     AddYear(2024, 0);
     EXPECT_EQ(Ask(2024), 200);
     Quarry::BeginTransaction();
-    Practice::Sql("UPDATE BRIXNewInterest SET amtBFWD = 5");
+    Sql("UPDATE BRIXNewInterest SET amtBFWD = 5");
     EXPECT_EQ(Ask(2024), 205);
     Quarry::Rollback();
     EXPECT_EQ(Ask(2024), 200) << "rolled back";

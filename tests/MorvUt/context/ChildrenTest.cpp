@@ -10,33 +10,30 @@ namespace
 {
 
 using Kiln::CAmt;
-using ::Test::Practice;
 
 // Clients: 1 the mother, 2 active, 3 not active, 4 with an active flag of 2, 5 not there. -1 is no client, 0 nobody.
-class Children : public ::Test::OnDatabase
+class Children : public ::Test::OnPractice
 {
 protected:
     Children()
     {
         m_child.AddNew();
         m_child.Update();
-        Practice::Sql("INSERT INTO BRIXClient (lID, bActive) VALUES (1, 1), (2, 1), (3, 0), (4, 2)");
+        Sql("INSERT INTO BRIXClient (lID, bActive) VALUES (1, 1), (2, 1), (3, 0), (4, 2)");
     }
     ~Children() override { CCurrentTaxYearSingleton::Destroy(); }
 
     void Link(std::initializer_list<long> parents) const
     {
-        Practice::Sql("DELETE FROM BRIXChildParentLink");
-        Practice::Sql("DELETE FROM BRIXChildOtherParentLink");
+        Sql("DELETE FROM BRIXChildParentLink");
+        Sql("DELETE FROM BRIXChildOtherParentLink");
         for (const long parent : parents)
             if (parent > 0)
-                Practice::Sql("INSERT INTO BRIXChildParentLink (lChildID, lClientID) VALUES (%ld, %ld)",
-                              m_child.GetID(), parent);
+                Sql("INSERT INTO BRIXChildParentLink (lChildID, lClientID) VALUES (%ld, %ld)", m_child.GetID(), parent);
             else if (parent < 0)
-                Practice::Sql("INSERT INTO BRIXChildOtherParentLink (lChildID) VALUES (%ld)", m_child.GetID());
+                Sql("INSERT INTO BRIXChildOtherParentLink (lChildID) VALUES (%ld)", m_child.GetID());
     }
 
-    const Practice m_practice;
     Brix::CChild m_child;
 };
 
@@ -55,11 +52,11 @@ TEST_P(Children, HaveResponsibleParentsWhileLinksTouchTheYear)
     };
     Link({1, -1});
     EXPECT_EQ(GetNumParentsResponsibleInYear(m_child, std::numeric_limits<int>::min()), 2) << "no dates: every year";
-    Practice::Sql("UPDATE BRIXChildOtherParentLink SET dtStart = '1999-01-01', dtEnd = '1999-01-01'");
+    Sql("UPDATE BRIXChildOtherParentLink SET dtStart = '1999-01-01', dtEnd = '1999-01-01'");
     for (const auto& [start, end, year, notYear, why] : rows) {
         if (::Test::IsOnServer() && start && !Afx::IsDigit(*start))
             continue; // which takes dates only
-        Practice::Sql("UPDATE BRIXChildParentLink SET dtStart = %s, dtEnd = %s", start, end);
+        Sql("UPDATE BRIXChildParentLink SET dtStart = %s, dtEnd = %s", start, end);
         EXPECT_EQ(GetNumParentsResponsibleInYear(m_child, year), 1) << why;
         EXPECT_EQ(GetNumParentsResponsibleInYear(m_child, notYear), 0) << why;
     }
@@ -79,8 +76,8 @@ TEST_P(Children, HaveAnAllowanceByTheirResponsibleParents)
     SetCurrentTaxYear(33); // 2023/24
     for (const auto& [second, third, amount, other, code, why] : rows) {
         Link({1, second, third});
-        Practice::Sql("INSERT INTO BRIXChildOtherParentLink (lChildID, dtEnd) VALUES (%ld, '2023-04-05')",
-                      m_child.GetID()); // no longer responsible
+        Sql("INSERT INTO BRIXChildOtherParentLink (lChildID, dtEnd) VALUES (%ld, '2023-04-05')",
+            m_child.GetID()); // no longer responsible
         EXPECT_EQ(GetOtherParentClientID(m_child, 1), other) << why;
         EXPECT_EQ(GetDefaultAllowance(m_child, 1, amount), code) << why;
     }

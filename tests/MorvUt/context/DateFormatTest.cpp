@@ -7,7 +7,7 @@
 namespace
 {
 
-class DateFormat : public ::Test::OnDatabase
+class DateFormat : public ::Test::OnPractice
 {
 protected:
     ~DateFormat() override { Kiln::CDate::SetParseOrder(Kiln::CDate::ParseOrder::DayFirst); }
@@ -26,8 +26,6 @@ protected:
         Kiln::CDate date;
         return date.ParseDate("05/04/2024") ? date.GetMonth() : 0;
     }
-
-    const ::Test::Practice m_practice;
 };
 
 ON_BOTH_DATABASES(DateFormat);

@@ -19,12 +19,11 @@ static void ExpectOneMore(Answer (*ask)(const Owner&), int ownerColumn = 1)
     EXPECT_EQ(ask(owner), 8) << Rows::Declaration().sqlName;
 }
 
-using Ordering = ::Test::OnDatabase;
+using Ordering = ::Test::OnPractice;
 ON_BOTH_DATABASES(Ordering);
 
 TEST_P(Ordering, OfEveryListIsOneMoreThanTheOwnersHighest)
 {
-    const ::Test::Practice practice;
     ExpectOneMore<CCGTAcq>(&GetCGTAcqOrderingNumber, CCGTAcq::kCGTID);
     ExpectOneMore<CEmployUKIncomeDetails>(&GetEmployUKImcomeDetailsOrderingNumber);
     ExpectOneMore<CNewEmploy>(&GetNewEmployOrderingNumber);
@@ -48,7 +47,6 @@ TEST_P(Ordering, TakesNumbersAsOtherProgramsLeaveThem)
         {{2147483647}, 2147483647, "the last one stays"},
         {{9223372036854775807}, 2147483647, "beyond it"},
     };
-    const ::Test::Practice practice;
     for (const auto& row : rows) {
         if (::Test::IsOnServer() && row.in[0] == Cellar::Value(9223372036854775807))
             continue; // its columns take 32 bits

@@ -20,18 +20,13 @@ void AddParameters(std::initializer_list<int> years)
 
 short YearOf(const Brix::CPFile& list) { return list.IsEOL() ? short{0} : list.GetYear(); }
 
-using PFileForYear = ::Test::OnDatabase;
-ON_BOTH_DATABASES(PFileForYear);
-using ClosestPFileForYear = ::Test::OnDatabase;
-ON_BOTH_DATABASES(ClosestPFileForYear);
-using TurnoverDiscloseLevel = ::Test::OnDatabase;
-ON_BOTH_DATABASES(TurnoverDiscloseLevel);
+using PFileOfYear = ::Test::OnPractice;
+ON_BOTH_DATABASES(PFileOfYear);
 
 } // namespace
 
-TEST_P(PFileForYear, AddsTheThreadsOffsetOnRequest)
+TEST_P(PFileOfYear, AddsTheThreadsOffsetOnRequest)
 {
-    const ::Test::Practice practice;
     AddParameters({2023, 2024});
     EXPECT_EQ(YearOf(GetPFileForYear(2024, false)), 2024);
     EXPECT_EQ(YearOf(GetPFileForYear(2022, false)), 0);
@@ -43,9 +38,8 @@ TEST_P(PFileForYear, AddsTheThreadsOffsetOnRequest)
     EXPECT_EQ(YearOf(GetPFileForYear(-32768, true)), 0) << "wraps at 16 bits";
 }
 
-TEST_P(ClosestPFileForYear, StepsBackTo2021)
+TEST_P(PFileOfYear, OrTheClosestStepsBackTo2021)
 {
-    const ::Test::Practice practice;
     AddParameters({2020});
     EXPECT_EQ(YearOf(GetClosestPFileForYear(2025, false)), 0) << "2020 is never reached";
     EXPECT_EQ(YearOf(GetClosestPFileForYear(2020, false)), 2020) << "but may be asked for";
@@ -55,9 +49,8 @@ TEST_P(ClosestPFileForYear, StepsBackTo2021)
     EXPECT_EQ(YearOf(GetClosestPFileForYear(2019, false)), 0);
 }
 
-TEST_P(TurnoverDiscloseLevel, TakesTheYearsColumnOrAnotherYears)
+TEST_P(PFileOfYear, HasTheTurnoverLevelOrAnotherYears)
 {
-    const ::Test::Practice practice;
     EXPECT_EQ(GetTurnoverDiscloseLevel(2024, 0, 1).GetPence(), 15'000'00) << "no record at all";
     AddParameters({2010, 2008});
     Quarry::GetConnection().ExecuteDirectf("INSERT INTO BRIXPFile (nYear) VALUES (2010)"); // changes nothing

@@ -11,6 +11,7 @@ namespace
 {
 
 using ::Test::Hands;
+using ::Test::InNext;
 using ::Test::Work;
 
 class EnquiryDialogs : public ::testing::Test, protected ::Test::Practice
@@ -36,14 +37,6 @@ protected:
         CUserData::SetReadOnly(0);
         CUserData::ClearPermissions();
     }
-    /// What the next dialog that opens is worked with.
-    static void Then(std::function<void(Hands&)> acts)
-    {
-        ::Test::Windows().Script([acts](CDialog& open) {
-            Hands hands(open);
-            acts(hands);
-        });
-    }
     static std::string Listed(const Hands& hands)
     {
         const auto& list = dynamic_cast<const CListCtrl&>(hands.Control(IDC_ENQUIRIES_LIST));
@@ -60,7 +53,7 @@ protected:
 TEST_F(EnquiryDialogs, CheckANewEnquiryInOrderAndSaveIt)
 {
     Work(list, [&](Hands& hands) {
-        Then([&](Hands& edit) {
+        InNext([&](Hands& edit) {
             edit.ExpectText(IDC_ENQUIRY_START, "01/03/2024");
             edit.Type(IDC_ENQUIRY_DUE, "1/3/2024");
             edit.Click(IDOK);
@@ -115,7 +108,7 @@ TEST_F(EnquiryDialogs, LinkANewEnquiryToTheTaskThatTheListIsOf)
     CClientEnquiriesListDlg ofTask(Quarry::GetConnection(), 1, 0, 2024, false, 10, 7);
     Work(ofTask, [&](Hands& hands) {
         for (const int button : {IDCANCEL, IDOK}) {
-            Then([button](Hands& edit) {
+            InNext([button](Hands& edit) {
                 edit.Type(IDC_ENQUIRY_DESCRIPTION, "Signature");
                 edit.Click(static_cast<unsigned>(button));
             });
@@ -130,7 +123,7 @@ TEST_F(EnquiryDialogs, LinkANewEnquiryToTheTaskThatTheListIsOf)
 TEST_F(EnquiryDialogs, EditByDoubleClickAndEmptyWhatNoBoxAsksFor)
 {
     Work(list, [&](Hands& hands) {
-        Then([](Hands& edit) {
+        InNext([](Hands& edit) {
             edit.ExpectText(IDC_ENQUIRY_RECEIVED_DATE, "01/02/2024");
             edit.Click(IDC_ENQUIRY_RECEIVED);
             edit.ExpectText(IDC_ENQUIRY_RECEIVED_DATE, "");

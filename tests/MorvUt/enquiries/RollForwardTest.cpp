@@ -1,15 +1,9 @@
 #include "MorvUt/enquiries/tracker/RollForward.h"
 
 #include <array>
-#include <chrono>
-#include <iostream>
-#include <random>
 #include <set>
-#include <thread>
 
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include "Afx/windows/MessageBox.h"
 #include "MorvUt/context/TrackerTypes.h"
@@ -20,49 +14,34 @@
 namespace
 {
 
-using RollClock = std::chrono::steady_clock;
 using Tracker::RollEnd;
 
 constexpr short kRolledYear = 2025;
 constexpr std::array<short, 4> kYears{2004, 2005, 2024, kRolledYear}; // before and after tasks of claims began
 
-class RollForward : public ::Test::OnDatabase
+class RollForward : public ::Test::OnPractice
 {
 protected:
-    RollForward() { CUserData::ClearPermissions(); }
-    ~RollForward() override { CUserData::ClearPermissions(); }
-
-    /// Opens another practice, in which the user may work.
-    static std::unique_ptr<::Test::Practice> NewPractice(const char* name)
+    RollForward()
     {
-        auto practice = std::make_unique<::Test::Practice>(name);
-        ::Test::Practice::Sql("INSERT INTO BRIXUser (strUserID) VALUES ('ann')");
-        ::Test::Practice::Sql(
-            "INSERT INTO BRIXUserPermissions (strUserID, nPermission, bAllowed) VALUES ('ann', 40, 1)");
+        CUserData::ClearPermissions();
+        Sql("INSERT INTO BRIXUser (strUserID) VALUES ('ann')");
+        Sql("INSERT INTO BRIXUserPermissions (strUserID, nPermission, bAllowed) VALUES ('ann', 40, 1)");
         CUserData::SetUser("ann");
         SeedTrackerTypes();
-        return practice;
     }
+    ~RollForward() override { CUserData::ClearPermissions(); }
 
     static Tracker::Rolled Roll(const std::vector<TrackerOwner>& owners, bool isPreview = false,
                                 short year = kRolledYear)
     {
         return Tracker::RollForward(Quarry::GetConnection(), year, owners, {isPreview, {}});
     }
-
-    /// In a process of its own, on a connection of its own.
-    static pid_t StartToRoll(const std::vector<TrackerOwner>& owners)
+    /// Sources, tasks, enquiries.
+    static std::array<int, 3> CountWork()
     {
-        const pid_t child = fork();
-        if (child != 0)
-            return child;
-        try {
-            Quarry::SetConnection(::Test::Practice::Open("practice.db"));
-            _exit(Roll(owners).end == RollEnd::Whole ? 0 : 1);
-        } catch (const std::exception& error) {
-            std::cerr << error.what() << '\n';
-        }
-        _exit(2);
+        const auto count = [](const Cellar::SqlText& from) { return std::stoi(Query("SELECT COUNT(*) FROM " + from)); };
+        return {count("Source"), count("SourceTask"), count("ClientEnquiry")};
     }
 };
 ON_BOTH_DATABASES(RollForward);
@@ -81,20 +60,11 @@ std::vector<std::string> ToldOf(const Tracker::Rolled& rolled)
     return lines;
 }
 
-/// Sources, tasks, enquiries.
-std::array<int, 3> CountWork()
-{
-    const auto count = [](const Cellar::SqlText& select) { return std::stoi(::Test::Practice::Query(select)); };
-    return {count("SELECT COUNT(*) FROM Source"), count("SELECT COUNT(*) FROM SourceTask"),
-            count("SELECT COUNT(*) FROM ClientEnquiry")};
-}
-
 } // namespace
 
 // MORVUT_PRACTICES=500 for as many.
 TEST_P(RollForward, PreviewsWhatItDoesAndDoesItOnce)
 {
-    const auto practice = NewPractice("practice.db");
     const unsigned practices = ::Test::Setting("MORVUT_PRACTICES", 8);
     std::set<Tracker::WhyNotCarried> reasons;
     for (unsigned seed = 1; seed <= practices; ++seed) {
@@ -116,67 +86,27 @@ TEST_P(RollForward, PreviewsWhatItDoesAndDoesItOnce)
         for (const auto& [owner, carried, problem] : rolled.owners)
             for (const auto& each : carried.notCarried)
                 reasons.insert(each.why);
-        ::Test::Practice::Script("DELETE FROM Source; DELETE FROM SourceTask; DELETE FROM ClientEnquiry");
+        Script("DELETE FROM Source; DELETE FROM SourceTask; DELETE FROM ClientEnquiry");
     }
     EXPECT_EQ(reasons.size(), 5u) << "these practices do not hold all that they should";
 }
 
-// MORVUT_KILLS=50 for as many kills.
-TEST_P(RollForward, TwoAtOnceAndKilledLeaveTheRowsOfOneRun)
-{
-    constexpr int kOwners = 60;
-    std::string undisturbed;
-    RollClock::duration length{};
-    {
-        const auto practice = NewPractice("undisturbed.db");
-        const auto owners = AddRandomOwners(7, kOwners, kRolledYear);
-        const auto began = RollClock::now();
-        Roll(owners);
-        length = RollClock::now() - began;
-        undisturbed = WorkInPractice();
-    }
-    auto practice = NewPractice("practice.db");
-    const auto owners = AddRandomOwners(7, kOwners, kRolledYear);
-    ASSERT_NE(WorkInPractice(), undisturbed);
-    const unsigned seed = ::Test::Setting("MORVUT_SEED", std::random_device{}());
-    SCOPED_TRACE("MORVUT_SEED=" + std::to_string(seed));
-    std::mt19937 random(seed);
-    Quarry::SetConnection(nullptr); // no connection lives in two processes
-    for (unsigned kill = ::Test::Setting("MORVUT_KILLS", 5); kill > 0; --kill) {
-        const pid_t killed[] = {StartToRoll(owners), StartToRoll(owners)};
-        for (const pid_t each : killed) {
-            std::this_thread::sleep_for(length * std::uniform_real_distribution<>(0, 0.3)(random));
-            ::kill(each, SIGKILL);
-            waitpid(each, nullptr, 0);
-        }
-    }
-    const pid_t both[] = {StartToRoll(owners), StartToRoll(owners)};
-    for (const pid_t each : both) {
-        int status = -1;
-        EXPECT_TRUE(waitpid(each, &status, 0) == each && status == 0) << status;
-    }
-    Quarry::SetConnection(::Test::Practice::Open("practice.db"));
-    EXPECT_EQ(WorkInPractice(), undisturbed);
-}
-
 TEST_P(RollForward, SendsAFewStatementsHoweverMuchWorkThereIs)
 {
-    const auto practice = NewPractice("practice.db");
     const auto sentFor = [](long client, int sources, int enquiries) {
-        ::Test::Practice::Sql("INSERT INTO BRIXClient (lID) VALUES (%ld)", client);
+        Sql("INSERT INTO BRIXClient (lID) VALUES (%ld)", client);
         for (int i = 0; i < sources; ++i) {
             const long id = client * 100 + i;
-            ::Test::Practice::Sql("INSERT INTO Source (SourceID, ClientID, Year, SourceTypeID, Description, "
-                                  "bUserCreated) VALUES (%ld, %ld, %d, 2, %s, 1)",
-                                  id, client, kRolledYear - 1, std::to_string(i));
+            Sql("INSERT INTO Source (SourceID, ClientID, Year, SourceTypeID, Description, "
+                "bUserCreated) VALUES (%ld, %ld, %d, 2, %s, 1)",
+                id, client, kRolledYear - 1, std::to_string(i));
             for (const int task : {1, 2, 3, 4, 5, 19, 20})
-                ::Test::Practice::Sql("INSERT INTO SourceTask (SourceID, TypeID) VALUES (%ld, %d)", id, task);
+                Sql("INSERT INTO SourceTask (SourceID, TypeID) VALUES (%ld, %d)", id, task);
         }
         for (int i = 0; i < enquiries; ++i)
-            ::Test::Practice::Sql("INSERT INTO ClientEnquiry (lID, lClientID, nYear, strDescription, bCarryForward, "
-                                  "SourceID, TypeID) VALUES (%ld, %ld, %d, %s, 1, %ld, 2)",
-                                  client * 100 + i, client, kRolledYear - 1, std::to_string(i),
-                                  client * 100 + i % sources);
+            Sql("INSERT INTO ClientEnquiry (lID, lClientID, nYear, strDescription, bCarryForward, "
+                "SourceID, TypeID) VALUES (%ld, %ld, %d, %s, 1, %ld, 2)",
+                client * 100 + i, client, kRolledYear - 1, std::to_string(i), client * 100 + i % sources);
         int sent = 0;
         Cellar::CConnection& connection = Quarry::GetConnection();
         connection.OnSent([&](std::string_view) { ++sent; });
@@ -197,7 +127,6 @@ TEST_P(RollForward, SendsAFewStatementsHoweverMuchWorkThereIs)
 
 TEST_P(RollForward, EndsWhenItIsToldAndIsRefusedWithoutTheRight)
 {
-    const auto practice = NewPractice("practice.db");
     const auto owners = AddRandomOwners(3, 5, kRolledYear);
     std::size_t told = 0;
     const auto rolled =

@@ -58,12 +58,8 @@ TEST_P(ReviewOnScreen, AsksRightsAndThePersonAndWritesOneAuditLine)
     Create();
     Fetch(Answer(Employment("1/A", "", "150") + "," + Employment("2/B", "", "250")));
     const std::string before = Schedules();
-    const auto review = [this](std::vector<std::function<void(::Test::Hands&)>> dialogs) {
-        for (const auto& dialog : dialogs)
-            ::Test::Windows().Script([dialog](CDialog& open) {
-                ::Test::Hands hands(open);
-                dialog(hands);
-            });
+    const auto review = [this](const std::vector<::Test::Acts>& dialogs) {
+        std::for_each(dialogs.begin(), dialogs.end(), ::Test::InNext);
         return HmrcApi::ReviewDifferences(m_client, TaxYear(kYear));
     };
     // A user without rights, then one who thinks again and skips, then stops.
@@ -114,8 +110,7 @@ TEST_P(ReviewOnScreen, TellsTheSecondOfTwoReviewers)
     Fetch(Answer(Employment("1/A", "", "100")));
     Create();
     Fetch(Answer(Employment("1/A", "", "150")));
-    ::Test::Windows().Script([](CDialog& open) {
-        ::Test::Hands hands(open);
+    ::Test::InNext([](::Test::Hands& hands) {
         Sql("UPDATE BRIXNewEmploy SET amtPay = %m", Kiln::CAmt::FromPence(12000)); // by somebody else meanwhile
         hands.Answer(IDYES);
         hands.Click(IDC_DIFFERENCES_ACCEPT);

@@ -106,6 +106,7 @@ TEST_P(FetchData, KeepsTheGroupThatNobodyInterferedWith)
                                     "(SELECT MAX(lID) FROM BRIXMTD_PensionStateBenefits)");
     const HmrcApi::FetchResult result = fetch();
     ASSERT_EQ(result.errors->GetErrorCount(), 1);
+    EXPECT_EQ(result.errors->GetGroups().at(0).errors.at(0).GetCode(), "CHANGED_BY_ANOTHER_USER");
     EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXMTD_PensionStateBenefits WHERE amtAmount <> 1"), "0") << "as they were";
     EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXMTD_NIC"), "1");
     EXPECT_EQ(result.staged, (HmrcApi::StagedCounts{1, 0, 0}));

@@ -2,25 +2,11 @@
 
 #include <algorithm>
 
-#include "HmrcApi/Fakes.h"
 #include "MorvUt/hmrc/fetch/FetchData.h"
 #include "MorvUt/hmrc/review/Differences.h"
 
 namespace
 {
-
-template<class Endpoint>
-struct Canned : Endpoint
-{
-    Canned(HmrcApi::CAuthorisation& authorisation, std::string body) : Endpoint(authorisation), json(std::move(body)) {}
-    std::shared_ptr<HmrcApi::ITransport> RestFactory() override
-    {
-        auto transport = std::make_unique<HmrcApi::Fakes::FakeTransport>();
-        transport->Add(json.empty() ? 404 : 200, json.empty() ? R"({"code":"NOT_FOUND"})" : json);
-        return transport;
-    }
-    std::string json;
-};
 
 std::string Quoted(const std::string& text) { return text.empty() ? text : '"' + text + '"'; }
 
@@ -46,38 +32,7 @@ std::string Payer(const char* name, const std::string& reference, const std::str
 
 } // namespace
 
-std::shared_ptr<HmrcApi::CPaye> PayeOf::GetPayeEndpoint(HmrcApi::CAuthorisation& authorisation)
-{
-    return std::make_shared<Canned<HmrcApi::CPaye>>(authorisation, m_json);
-}
-
-std::shared_ptr<HmrcApi::CEmploymentHistory>
-EmploymentsOf::GetEmploymentHistoryEndpoint(HmrcApi::CAuthorisation& authorisation)
-{
-    return std::make_shared<Canned<HmrcApi::CEmploymentHistory>>(authorisation, m_parts["history"]);
-}
-std::shared_ptr<HmrcApi::CIncomeSummary> EmploymentsOf::GetIncomeSummaryEndpoint(HmrcApi::CAuthorisation& authorisation)
-{
-    return std::make_shared<Canned<HmrcApi::CIncomeSummary>>(authorisation, m_parts["income"]);
-}
-std::shared_ptr<HmrcApi::CBenefitsSummary>
-EmploymentsOf::GetBenefitsSummaryEndpoint(HmrcApi::CAuthorisation& authorisation)
-{
-    return std::make_shared<Canned<HmrcApi::CBenefitsSummary>>(authorisation, m_parts["benefits"]);
-}
-std::shared_ptr<HmrcApi::CTaxSummary> EmploymentsOf::GetTaxSummaryEndpoint(HmrcApi::CAuthorisation& authorisation)
-{
-    return std::make_shared<Canned<HmrcApi::CTaxSummary>>(authorisation, m_parts["tax"]);
-}
-
-std::shared_ptr<HmrcApi::CNationalInsurance> NicOf::GetNationalInsuranceEndpoint(HmrcApi::CAuthorisation& authorisation)
-{
-    return std::make_shared<Canned<HmrcApi::CNationalInsurance>>(authorisation, m_json);
-}
-
-HmrcPractice::HmrcPractice() { Fill(); }
-
-void HmrcPractice::Fill()
+HmrcPractice::HmrcPractice()
 {
     CUserData::ClearPermissions();
     Sql("INSERT INTO BRIXUser (lID, strUserID) VALUES (1, 'ANNA')");
@@ -94,28 +49,6 @@ HmrcPractice::~HmrcPractice()
 {
     CUserData::ClearPermissions();
     const CUserData loggedOut;
-}
-
-template<class Prepop, class Get>
-HmrcApi::StagedCounts HmrcPractice::Fetch(Prepop& prepop, Get get, const char* number)
-{
-    m_errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
-    HmrcApi::Logger logger;
-    (prepop.*get)(number, m_errors, &logger);
-    return prepop.GetStagedCounts();
-}
-
-HmrcApi::StagedCounts HmrcPractice::Fetch(HmrcApi::CPAYEPrepop& prepop)
-{
-    return Fetch(prepop, &HmrcApi::CPAYEPrepop::GetPAYEData, "AA000001A");
-}
-HmrcApi::StagedCounts HmrcPractice::Fetch(HmrcApi::CEmploymentsPrepop& prepop)
-{
-    return Fetch(prepop, &HmrcApi::CEmploymentsPrepop::GetEmploymentData, "2234567890");
-}
-HmrcApi::StagedCounts HmrcPractice::Fetch(HmrcApi::CNICPrepop& prepop)
-{
-    return Fetch(prepop, &HmrcApi::CNICPrepop::GetNICData, "2234567890");
 }
 
 HmrcApi::StagedCounts HmrcPractice::Fetch(HmrcApi::IEndpointOverride::ResponseType type)

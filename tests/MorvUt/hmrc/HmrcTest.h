@@ -2,6 +2,7 @@
 
 // A practice with one client who may be fetched for, and what it holds of HMRC's as text.
 
+#include <concepts>
 #include <map>
 #include <memory>
 #include <string>
@@ -9,6 +10,7 @@
 
 #include "Brix/Records.h"
 #include "HmrcApi/answers/Errors.h"
+#include "HmrcApi/Fakes.h"
 #include "MorvUt/hmrc/fetch/EmploymentsPrepop.h"
 #include "MorvUt/hmrc/fetch/NicPrepop.h"
 #include "MorvUt/hmrc/fetch/PayePrepop.h"
@@ -18,7 +20,22 @@
 inline constexpr char kGateway[] = "GATEWAY1";
 inline constexpr short kYear = 2018; // of HMRC's published examples
 
-/// The PAYE fetch with an answer of the test's own; an empty one is "nothing yet".
+/// An answer of the test's own, by whatever endpoint it is asked for; an empty one is "nothing yet".
+struct Canned
+{
+    template<class Endpoint>
+    operator std::shared_ptr<Endpoint>() const
+    {
+        auto transport = std::make_shared<HmrcApi::Fakes::FakeTransport>();
+        transport->Add(json.empty() ? 404 : 200, json.empty() ? R"({"code":"NOT_FOUND"})" : json);
+        return std::make_shared<HmrcApi::Fakes::Through<Endpoint>>(of, transport);
+    }
+
+    HmrcApi::CAuthorisation& of;
+    std::string json;
+};
+
+/// The PAYE fetch with such an answer.
 class PayeOf : public HmrcApi::CPAYEPrepop
 {
 public:
@@ -28,12 +45,11 @@ public:
     {}
 
 private:
-    std::shared_ptr<HmrcApi::CPaye> GetPayeEndpoint(HmrcApi::CAuthorisation& authorisation) override;
+    std::shared_ptr<HmrcApi::CPaye> GetPayeEndpoint(HmrcApi::CAuthorisation& of) override { return Canned{of, m_json}; }
     std::string m_json;
 };
 
-/// The fetch by the individual interfaces, with answers of the test's own by their names (history, income, benefits,
-/// tax); one that is not there is "nothing yet".
+/// The fetch by the individual interfaces, with answers by their names (history, income, benefits, tax).
 class EmploymentsOf : public HmrcApi::CEmploymentsPrepop
 {
 public:
@@ -43,10 +59,22 @@ public:
     {}
 
 private:
-    std::shared_ptr<HmrcApi::CEmploymentHistory> GetEmploymentHistoryEndpoint(HmrcApi::CAuthorisation&) override;
-    std::shared_ptr<HmrcApi::CIncomeSummary> GetIncomeSummaryEndpoint(HmrcApi::CAuthorisation&) override;
-    std::shared_ptr<HmrcApi::CBenefitsSummary> GetBenefitsSummaryEndpoint(HmrcApi::CAuthorisation&) override;
-    std::shared_ptr<HmrcApi::CTaxSummary> GetTaxSummaryEndpoint(HmrcApi::CAuthorisation&) override;
+    std::shared_ptr<HmrcApi::CEmploymentHistory> GetEmploymentHistoryEndpoint(HmrcApi::CAuthorisation& of) override
+    {
+        return Canned{of, m_parts["history"]};
+    }
+    std::shared_ptr<HmrcApi::CIncomeSummary> GetIncomeSummaryEndpoint(HmrcApi::CAuthorisation& of) override
+    {
+        return Canned{of, m_parts["income"]};
+    }
+    std::shared_ptr<HmrcApi::CBenefitsSummary> GetBenefitsSummaryEndpoint(HmrcApi::CAuthorisation& of) override
+    {
+        return Canned{of, m_parts["benefits"]};
+    }
+    std::shared_ptr<HmrcApi::CTaxSummary> GetTaxSummaryEndpoint(HmrcApi::CAuthorisation& of) override
+    {
+        return Canned{of, m_parts["tax"]};
+    }
     std::map<std::string, std::string> m_parts;
 };
 
@@ -60,7 +88,10 @@ public:
     {}
 
 private:
-    std::shared_ptr<HmrcApi::CNationalInsurance> GetNationalInsuranceEndpoint(HmrcApi::CAuthorisation&) override;
+    std::shared_ptr<HmrcApi::CNationalInsurance> GetNationalInsuranceEndpoint(HmrcApi::CAuthorisation& of) override
+    {
+        return Canned{of, m_json};
+    }
     std::string m_json;
 };
 
@@ -70,12 +101,20 @@ protected:
     HmrcPractice();
     ~HmrcPractice();
 
-    /// The client and the one who fetches, in a practice that has neither.
-    static void Fill();
     /// Fetches and stages; the group's errors stay in Errors().
-    HmrcApi::StagedCounts Fetch(HmrcApi::CPAYEPrepop& prepop);
-    HmrcApi::StagedCounts Fetch(HmrcApi::CEmploymentsPrepop& prepop);
-    HmrcApi::StagedCounts Fetch(HmrcApi::CNICPrepop& prepop);
+    template<std::derived_from<HmrcApi::CSchedulePrepop> Prepop>
+    HmrcApi::StagedCounts Fetch(Prepop& prepop)
+    {
+        m_errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
+        HmrcApi::Logger logger;
+        if constexpr (std::derived_from<Prepop, HmrcApi::CPAYEPrepop>)
+            prepop.GetPAYEData("AA000001A", m_errors, &logger);
+        else if constexpr (std::derived_from<Prepop, HmrcApi::CNICPrepop>)
+            prepop.GetNICData("2234567890", m_errors, &logger);
+        else
+            prepop.GetEmploymentData("2234567890", m_errors, &logger);
+        return prepop.GetStagedCounts();
+    }
     HmrcApi::StagedCounts Fetch(HmrcApi::IEndpointOverride::ResponseType type);
     HmrcApi::StagedCounts Fetch(const std::string& json);
     /// By the command, as ANNA: what it answers, of "ok, new data, clear", and shows, a message a line.
@@ -101,10 +140,6 @@ protected:
 
     const ClientId m_client{1};
     std::shared_ptr<HmrcApi::CAPIErrorHandler> m_errors = std::make_shared<HmrcApi::CAPIErrorHandler>();
-
-private:
-    template<class Prepop, class Get>
-    HmrcApi::StagedCounts Fetch(Prepop& prepop, Get get, const char* number);
 };
 
 /// It in either database.

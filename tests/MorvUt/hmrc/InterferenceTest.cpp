@@ -3,12 +3,10 @@
 #include "MorvUt/hmrc/HmrcTest.h"
 #include "MorvUt/hmrc/schedules/CreateFromHmrc.h"
 
-using NewSchedules = HmrcTest;
-ON_BOTH_DATABASES(NewSchedules);
-using PayeStaging = HmrcTest;
-ON_BOTH_DATABASES(PayeStaging);
+using Interference = HmrcTest;
+ON_BOTH_DATABASES(Interference);
 
-TEST_P(NewSchedules, AreMadeTogetherOrNotAtAll)
+TEST_P(Interference, LeavesAllNewSchedulesOrNone)
 {
     Fetch(HmrcApi::IEndpointOverride::Everything);
     const auto fail = [](const Quarry::DataChange& change) {
@@ -20,7 +18,7 @@ TEST_P(NewSchedules, AreMadeTogetherOrNotAtAll)
     EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXTaxForm") + Schedules(), "0");
 }
 
-TEST_P(NewSchedules, AreRefusedWhereAPersonWouldHaveToBeAsked)
+TEST_P(Interference, StopsNewSchedulesWhereAPersonWouldHaveToBeAsked)
 {
     const char kReadOnly[] = "Operation cannot be performed. Client is read only.";
     const auto refusal = [&] {
@@ -46,7 +44,7 @@ TEST_P(NewSchedules, AreRefusedWhereAPersonWouldHaveToBeAsked)
     EXPECT_TRUE(HmrcApi::CreateFromHmrc(m_client, TaxYear(kYear)).ok);
 }
 
-TEST_P(PayeStaging, WritesSingleEmploymentsOfTheirOwnClientOnly)
+TEST_P(Interference, IsNoneBySingleEmploymentsOfAnotherClient)
 {
     const auto record = [](const char* works, const char* pay) {
         HmrcApi::Employment_t employment;
@@ -69,21 +67,4 @@ TEST_P(PayeStaging, WritesSingleEmploymentsOfTheirOwnClientOnly)
         prepop.UpdateMTDTaxFreeAllowances();
         EXPECT_EQ(Staged(), "1/A|-|1/A|W1|-|-|2.00|-|-\n1|3/C|Fund|-|50.00|-\n");
     }
-}
-
-TEST_P(PayeStaging, LeavesEverythingAsItWasWhenAnotherUserWasQuicker)
-{
-    const std::string before = Answer(Employment("1/A", "W1", "100") + "," + Employment("2/B", "", "5"));
-    const std::string after =
-        Answer(Employment("1/A", "W1", "101") + "," + Employment("2/B", "", "6"), Pension("3/C", "", "1"));
-    ASSERT_EQ(Fetch(before), (HmrcApi::StagedCounts{2, 0, 0}));
-    const std::string staged = Staged();
-
-    // Another workstation changes the second employment while the first is being written.
-    const ::Test::Trigger meanwhile(Quarry::GetConnection(), "AFTER UPDATE", "BRIXMTD_Employments",
-                                    "new.strKey = '1/A'",
-                                    "UPDATE BRIXMTD_Employments SET nVersion = nVersion + 1 WHERE strKey = '2/B'");
-    EXPECT_EQ(Fetch(after), HmrcApi::StagedCounts{});
-    EXPECT_EQ(Errors(), "CHANGED_BY_ANOTHER_USER");
-    EXPECT_EQ(Staged(), staged) << "the pension that was staged before is gone again";
 }

@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <regex>
 #include <string>
-#include <string_view>
 
 #include "support/Test.h"
 

@@ -2,7 +2,6 @@
 
 // Amounts for the tests of money.
 
-#include <cstdint>
 #include <limits>
 
 #include "MorvUt/money/Pence.h"

@@ -13,10 +13,9 @@ namespace
 {
 
 using Kiln::CDate;
-using ::Test::Practice;
 using Data = TXCountryComboData;
 
-class ScreenRecords : public ::Test::OnDatabase
+class ScreenRecords : public ::Test::OnPractice
 {
 protected:
     ScreenRecords() { In(2024); }
@@ -24,16 +23,16 @@ protected:
 
     static void AddCountries()
     {
-        Practice::Sql("INSERT INTO BRIXCountry (lID, strName, strAbbr, strCurrency, strCurrencyAbbr, bEU, dtEUStart, "
-                      "nFirstYear, nLastYear) VALUES (1, 'Jersey', 'JEY', 'Pound', 'GBP', 0, NULL, NULL, NULL), "
-                      "(2, 'France', 'FRA', 'Euro', 'EUR', 1, '1958-01-01', NULL, NULL), "
-                      "(3, 'Croatia', 'HRV', 'Kuna', 'HRK', 1, NULL, NULL, 2023), "
-                      "(4, 'Croatia', 'HRV', 'Euro', 'EUR', 1, NULL, 2024, NULL), "
-                      "(5, '\xC3\x85land', 'ALA', 'Euro', 'EUR', 1, NULL, 2006, 2007), "
-                      "(6, 'France', 'FRX', 'Franc', 'FRF', 0, NULL, NULL, NULL)");
-        Practice::Sql("INSERT INTO BRIXDTARate (lID, lCountryID, dtEffective, dblDividend, dblInterest, dblRoyalty) "
-                      "VALUES (1, 2, '2010-04-06', 15, 0, 5), (2, 2, '2007-04-05', 20, 10, 2.5), "
-                      "(3, 2, '2007-04-06', 17, 10, 2.5), (4, 2, NULL, 1, 1, 1), (5, 3, '1990-01-01', 12, 10, 10)");
+        Sql("INSERT INTO BRIXCountry (lID, strName, strAbbr, strCurrency, strCurrencyAbbr, bEU, dtEUStart, "
+            "nFirstYear, nLastYear) VALUES (1, 'Jersey', 'JEY', 'Pound', 'GBP', 0, NULL, NULL, NULL), "
+            "(2, 'France', 'FRA', 'Euro', 'EUR', 1, '1958-01-01', NULL, NULL), "
+            "(3, 'Croatia', 'HRV', 'Kuna', 'HRK', 1, NULL, NULL, 2023), "
+            "(4, 'Croatia', 'HRV', 'Euro', 'EUR', 1, NULL, 2024, NULL), "
+            "(5, '\xC3\x85land', 'ALA', 'Euro', 'EUR', 1, NULL, 2006, 2007), "
+            "(6, 'France', 'FRX', 'Franc', 'FRF', 0, NULL, NULL, NULL)");
+        Sql("INSERT INTO BRIXDTARate (lID, lCountryID, dtEffective, dblDividend, dblInterest, dblRoyalty) "
+            "VALUES (1, 2, '2010-04-06', 15, 0, 5), (2, 2, '2007-04-05', 20, 10, 2.5), "
+            "(3, 2, '2007-04-06', 17, 10, 2.5), (4, 2, NULL, 1, 1, 1), (5, 3, '1990-01-01', 12, 10, 10)");
     }
     static void In(int realYear) { SetCurrentTaxYear(static_cast<short>(realYear - 1991)); }
     static double Dividend(const char* abbr, const CDate& date = CDate())
@@ -57,8 +56,6 @@ protected:
         Quarry::GetConnection().OnSent(nullptr);
         return statements;
     }
-
-    const Practice m_practice;
 };
 
 ON_BOTH_DATABASES(ScreenRecords);
@@ -161,12 +158,12 @@ TEST_P(ScreenRecords, CountriesAreReadInTwoStatementsUntilSomethingChanges)
 
 TEST_P(ScreenRecords, EntitiesAndBanksAreInOrder)
 {
-    Practice::Sql("INSERT INTO BRIXClient (lID, strName) VALUES (1, 'Zoe'), (2, 'adam'), (3, 'Bert'), (4, 'Zoe')");
-    Practice::Sql("INSERT INTO BRIXPartnership (lID, strName) VALUES (1, 'Oak'), (2, 'ash')");
-    Practice::Sql("INSERT INTO BRIXPartnershipClients (lID, lClientID, lpClientID) VALUES (1, 4, 1), (2, 1, 1), "
-                  "(3, 2, 1), (4, 3, 1), (5, 2, 1), (6, 99, 1), (7, 1, 2)");
-    Practice::Sql("INSERT INTO BRIXJointIncomeSourceTaxYear (lID, lClientID, lSpouseID) VALUES (1, 1, 2), (2, 3, 99)");
-    Practice::Sql("INSERT INTO BRIXBank (lID, strName) VALUES (1, 'Northern'), (2, NULL), (3, 'abbey')");
+    Sql("INSERT INTO BRIXClient (lID, strName) VALUES (1, 'Zoe'), (2, 'adam'), (3, 'Bert'), (4, 'Zoe')");
+    Sql("INSERT INTO BRIXPartnership (lID, strName) VALUES (1, 'Oak'), (2, 'ash')");
+    Sql("INSERT INTO BRIXPartnershipClients (lID, lClientID, lpClientID) VALUES (1, 4, 1), (2, 1, 1), "
+        "(3, 2, 1), (4, 3, 1), (5, 2, 1), (6, 99, 1), (7, 1, 2)");
+    Sql("INSERT INTO BRIXJointIncomeSourceTaxYear (lID, lClientID, lSpouseID) VALUES (1, 1, 2), (2, 3, 99)");
+    Sql("INSERT INTO BRIXBank (lID, strName) VALUES (1, 'Northern'), (2, NULL), (3, 'abbey')");
     const CEntityArray members = EntitiesOf(PartnershipId(1));
     EXPECT_EQ(NamesOf(members), "adam, Bert, Zoe, Zoe") << "each once, by name, one without a record left out";
     EXPECT_TRUE(members.Find(4, 0) == 3 && members.Find(4, 1) == -1) << "of one name by their ids";

@@ -63,29 +63,22 @@ TEST(TextLines, EndAtLineFeedsAndFillTabsUp)
 
 TEST(LongProcess, TellsRoundedTimeInWords)
 {
-    for (auto [seconds, expected] : std::initializer_list<std::pair<int, int>>{{59, 59},
-                                                                               {67, 60},
-                                                                               {68, 75},
-                                                                               {134, 120},
-                                                                               {135, 150},
-                                                                               {359, 360},
-                                                                               {389, 360},
-                                                                               {3599, 3600},
-                                                                               {4050, 4500},
-                                                                               {7199, 7200},
-                                                                               {8099, 7200},
-                                                                               {21599, 21600},
-                                                                               {21600, 21600},
-                                                                               {23399, 21600},
-                                                                               {INT_MAX, 2147482800}}) {
+    const std::pair<int, int> rounded[] = {
+        {59, 59},     {67, 60},       {68, 75},       {134, 120},     {135, 150},
+        {359, 360},   {389, 360},     {3599, 3600},   {4050, 4500},   {7199, 7200},
+        {8099, 7200}, {21599, 21600}, {21600, 21600}, {23399, 21600}, {INT_MAX, 2147482800},
+    };
+    for (auto [seconds, expected] : rounded) {
         CLongProcess::RoundSecondsToGo(seconds);
         EXPECT_EQ(seconds, expected);
     }
-    for (const auto& [seconds, text] :
-         std::initializer_list<std::pair<int, const char*>>{{0, ""},
-                                                            {61, " 1 minute 1 second"},
-                                                            {3725, " 1 hour 2 minutes 5 seconds"},
-                                                            {2 * 86'400 - 1, " 1 days 23 hours 59 minutes 59 seconds"}})
+    const std::pair<int, const char*> told[] = {
+        {0, ""},
+        {61, " 1 minute 1 second"},
+        {3725, " 1 hour 2 minutes 5 seconds"},
+        {2 * 86'400 - 1, " 1 days 23 hours 59 minutes 59 seconds"},
+    };
+    for (const auto& [seconds, text] : told)
         EXPECT_EQ(CLongProcess::FormatTimeRemaining(seconds), CString("Estimated Time Remaining:") + text);
 }
 

@@ -201,7 +201,6 @@ TEST_P(LockRace, AKilledHolderIsListedAndClearedByHand)
     EXPECT_EQ(Locks().size(), 2U) << "the other's, which lives";
     EXPECT_EQ(CFeatureLock(0, Quarry::GetConnection()).Lock(), 1);
     end(1);
-    Afx::SetComputerName("");
 }
 
 TEST_P(LockRace, PairsOfLogins)

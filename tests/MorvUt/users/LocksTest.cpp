@@ -41,7 +41,6 @@ protected:
         unsetenv("TZ");
         tzset();
         CUserData::m_strUser.Empty();
-        Afx::SetComputerName("");
         SetUnlimitedSameUserLogin(0);
     }
 
@@ -327,7 +326,6 @@ TEST(SqlServerLocks, AHolderWithoutAMarkIsNotKnown)
         const bool isOurs = lock.kind == LockKind::Token && lock.row.session < 0;
         EXPECT_EQ(lock.isAlive, isOurs ? std::optional(false) : std::nullopt) << LockKindName(lock.kind);
     }
-    Afx::SetComputerName("");
 }
 #endif
 

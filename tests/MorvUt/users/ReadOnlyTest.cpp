@@ -1,9 +1,6 @@
-#include "Afx/system/Resources.h"
-#include "MorvUt/users/UserData.h"
-#include "support/Test.h"
+#include "MorvUt/users/ReadOnlyManager.h"
 
-namespace
-{
+#include "UsersTest.h"
 
 class ReadOnly : public testing::Test
 {
@@ -16,7 +13,8 @@ protected:
     }
 };
 
-} // namespace
+using ReadOnlyManager = UsersTest;
+ON_BOTH_DATABASES(ReadOnlyManager);
 
 TEST_F(ReadOnly, HasThreeCauses)
 {
@@ -52,4 +50,79 @@ TEST_F(ReadOnly, NestsLocallyAndNeverGoesBelowZero)
     EXPECT_EQ(CUserData::IsReadOnly(), 0);
     CUserData::SetLocalReadOnly();
     EXPECT_EQ(CUserData::IsReadOnly(), 1) << "one release too many counts for nothing";
+}
+
+TEST_P(ReadOnlyManager, ReleasesWhatItSet)
+{
+    CReadOnlyManager outer;
+    outer.SetLocalReadOnly();
+    {
+        CReadOnlyManager inner;
+        for (int i = 0; i < 3; ++i)
+            inner.SetLocalReadOnly();
+    }
+    EXPECT_EQ(CUserData::m_nLocalReadOnly, 1);
+    for (const int pin : {1, 0}) {
+        CUserData::SetReadOnlyPIN(pin);
+        EXPECT_EQ(UsingReadOnlyPin(), pin);
+    }
+}
+
+TEST_P(ReadOnlyManager, BouncesAllOpenLevels)
+{
+    BounceCommitBeginTrans();
+    EXPECT_EQ(Quarry::GetTransactionLevel(), 0) << "none was open";
+    Quarry::GetConnection().Script(
+        "CREATE TABLE Child(p INTEGER REFERENCES BRIXOptions(lID) DEFERRABLE INITIALLY DEFERRED)");
+    Quarry::CTransaction sheet, page;
+    Sql("INSERT INTO Child VALUES (NULL)");
+    BounceCommitBeginTrans();
+    EXPECT_EQ(Quarry::GetTransactionLevel(), 2);
+    Sql("INSERT INTO Child VALUES (77)"); // cannot be committed
+    EXPECT_THROW(BounceCommitBeginTrans(), Cellar::DatabaseError);
+    EXPECT_EQ(Quarry::GetTransactionLevel(), 2);
+    sheet.Rollback();
+    EXPECT_EQ(Quarry::GetTransactionLevel(), 0);
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM Child"), "1");
+}
+
+TEST_P(ReadOnlyManager, BouncesEachLevelWithItsIntent)
+{
+    constexpr Cellar::Subject kClient{1, 7};
+    const auto other = Open();
+    other->SetBusyTimeout(1);
+    Quarry::CTransaction sheet(Cellar::Intent::Write, kClient), page;
+    BounceCommitBeginTrans();
+    EXPECT_THROW(other->Begin(Cellar::Intent::Write, kClient), Cellar::DatabaseError);
+    if (::Test::IsOnServer()) {
+        EXPECT_NO_THROW(Cellar::CTransaction(*other, Cellar::Intent::Write, {1, 8})) << "another's";
+    }
+    Cellar::CConnection& connection = Quarry::GetConnection();
+    connection.SetBusyTimeout(1);
+    connection.WaitForLevels([&](bool) { // another is quicker
+        other->Begin(Cellar::Intent::Write, kClient);
+        return true;
+    });
+    EXPECT_THROW(BounceCommitBeginTrans(), Cellar::DatabaseError);
+    EXPECT_EQ(Quarry::GetTransactionLevel(), 2);
+    EXPECT_FALSE(connection.HasBegun());
+}
+
+using ServerReadOnlyManager = UsersTest;
+ON_SERVER(ServerReadOnlyManager);
+
+TEST_P(ServerReadOnlyManager, LeavesNoLevelOpenOnALostConnection)
+{
+    for (const auto intent : {Cellar::Intent::Read, Cellar::Intent::Write}) {
+        Quarry::SetConnection(Open());
+        {
+            Quarry::CTransaction sheet(intent), page(intent), box;
+            Sql("UPDATE BRIXOptions SET nDateFormat = 1");
+            Open()->Queryf("SELECT pg_terminate_backend(%ld)",
+                           static_cast<long>(Quarry::GetConnection().GetSessionId()));
+            EXPECT_THROW(BounceCommitBeginTrans(), Cellar::DatabaseError);
+            EXPECT_EQ(Quarry::GetTransactionLevel(), 3);
+        }
+        EXPECT_EQ(Quarry::GetTransactionLevel(), 0);
+    }
 }

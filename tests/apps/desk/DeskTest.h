@@ -2,7 +2,6 @@
 
 // The desktop program on a sample practice, worked by scripts.
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -25,7 +24,7 @@ class DeskTest : public testing::Test
 {
 protected:
     using Hands = ::Test::Hands;
-    using Script = std::function<void(Hands&)>;
+    using Script = ::Test::Acts;
 
     static constexpr char kPassword[] = "correct horse";
     static constexpr char kYear[] = "2017/18"; // of the sample's returns
@@ -41,14 +40,7 @@ protected:
         CCurrentTaxYearSingleton::Destroy();
     }
 
-    /// What is done in the dialog that opens next.
-    static void InNext(Script script)
-    {
-        ::Test::Windows().Script([script = std::move(script)](CDialog& dialog) {
-            Hands hands(dialog);
-            script(hands);
-        });
-    }
+    static void InNext(Script script) { ::Test::InNext(std::move(script)); }
     /// Starts the program; a user signs in and works in the list of clients, which is closed then.
     void Run(Script inClients, const char* user = "alice")
     {

@@ -62,26 +62,20 @@ bool NeedsLabel(Afx::ControlKind kind)
 
 } // namespace
 
-TEST(Layouts, HaveEachMnemonicOnce)
+TEST(Layouts, HaveEachMnemonicOnceAndALabelWithOneBeforeEachField)
 {
     for (const Seen& seen : kAll) {
         std::map<char, std::string> taken;
         for (const char letter : seen.beside)
             taken[letter] = "beside it";
-        for (const Afx::LayoutRow& row : std::span(seen.layout.rows, seen.layout.count)) {
+        const std::span rows(seen.layout.rows, seen.layout.count);
+        for (const Afx::LayoutRow& row : rows) {
             const char letter = Afx::MnemonicOf(CString(row.text));
             if (letter == 0)
                 continue;
             EXPECT_TRUE(taken.emplace(letter, row.text).second)
                 << seen.layout.title << ": " << row.text << " and " << taken[letter];
         }
-    }
-}
-
-TEST(Layouts, HaveALabelWithAMnemonicBeforeEachField)
-{
-    for (const Seen& seen : kAll) {
-        const std::span rows(seen.layout.rows, seen.layout.count);
         for (std::size_t i = 0; seen.isOurs && i < rows.size(); ++i) {
             if (!NeedsLabel(rows[i].kind))
                 continue;

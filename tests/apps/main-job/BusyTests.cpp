@@ -2,37 +2,19 @@
 
 #include "apps/main-job/FetchTest.h"
 
-namespace
-{
-
-/// Holds the write lock while it lives.
-std::unique_ptr<Cellar::CConnection> Writer()
-{
-    auto connection = ::Test::Practice::Open();
-    connection->Query("BEGIN IMMEDIATE", {});
-    return connection;
-}
-
-class Busy : public FetchTest
-{
-protected:
-    Busy()
-    {
-        Quarry::GetConnection().SetBusyTimeout(50);
-        Serve(1000);
-        EXPECT_TRUE(Fetch().result.ok);
-        Serve(1001);
-        ::Test::Windows().Clear();
-    }
-};
-
-} // namespace
+using Busy = FetchTest;
 
 TEST_F(Busy, StagingIsGivenUpWithOneLineAndNothingIsLost)
 {
+    Quarry::GetConnection().SetBusyTimeout(50);
+    Serve(1000);
+    EXPECT_TRUE(Fetch().result.ok);
+    Serve(1001);
+    ::Test::Windows().Clear();
     const Tables tables = Read();
     {
-        const auto writer = Writer();
+        const auto writer = ::Test::Practice::Open();
+        writer->Query("BEGIN IMMEDIATE", {});
         const Fetched fetched = Fetch();
         EXPECT_FALSE(fetched.result.ok || fetched.result.newData);
         EXPECT_EQ(fetched.result.stopped, HmrcApi::FetchResult::Stopped::Busy);
@@ -46,21 +28,4 @@ TEST_F(Busy, StagingIsGivenUpWithOneLineAndNothingIsLost)
     EXPECT_TRUE(Fetch().result.ok);
     EXPECT_EQ(StagedPaye(), 1001);
     EXPECT_EQ(StagedNationalInsurance(), 1001);
-}
-
-TEST_F(Busy, ATokenThatCouldNotBeKeptIsNotAskedFor)
-{
-    m_sandbox.Send("POST", "/sandbox/token", R"({"expire": true})");
-    const Tables tables = Read();
-    {
-        const auto writer = Writer();
-        const Fetched fetched = Fetch();
-        EXPECT_TRUE(fetched.asked.empty()) << "a refresh token is good for one use";
-        EXPECT_EQ(fetched.result.stopped, HmrcApi::FetchResult::Stopped::Busy);
-    }
-    EXPECT_EQ(Changed(tables, Read(), {"CellarSession"}), std::set<std::string>{});
-    const Fetched again = Fetch();
-    EXPECT_TRUE(again.result.ok);
-    EXPECT_EQ(again.asked.at("oauth"), 1);
-    EXPECT_EQ(StagedPaye(), 1001);
 }

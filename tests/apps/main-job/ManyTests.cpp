@@ -97,7 +97,7 @@ using ManyInAFile = Many;
 ON_EMBEDDED(ManyInAFile);
 
 /// HMRC's pace for one practice.
-class Pace : public OnDatabase
+class Pace : public OnPractice
 {
 protected:
     static std::int64_t Next()
@@ -270,7 +270,6 @@ TEST_F(Absent, NobodyReadsOptionsOrAuthorityAgain)
 
 TEST_P(Pace, GivesEachSecondToOneRunOnly)
 {
-    const Practice practice;
     HmrcApi::TakeSharedSecond();
     std::int64_t before = Next();
     for (int turn = 1; turn < 6; ++turn) {

@@ -1,9 +1,4 @@
-// Programs that share an authority: at the same time, ended within a refresh, at another service, on a full disk.
-
-#include <algorithm>
-#include <chrono>
-#include <csignal>
-#include <thread>
+// Programs that share an authority: at the same time, and on a full disk.
 
 #include "apps/morv/Program.h"
 #include "support/Databases.h"
@@ -79,26 +74,6 @@ TEST_P(TwoWorkstations, DecideOnOneDifferenceOnce)
         }
         EXPECT_EQ(done, 1);
         EXPECT_EQ(MorvJson("hmrc history " + client).size(), round);
-    }
-}
-
-TEST(Authority, OutlastsAProgramThatIsToldToEndWithinARefresh)
-{
-    HmrcSandbox sandbox("EVERYTHING");
-    const std::string practice = AuthorisedPractice(sandbox);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        SCOPED_TRACE(signal);
-        sandbox.Send("POST", "/sandbox/token", R"({"expire": true})");
-        sandbox.Send("POST", "/sandbox/fault", R"({"path": "/oauth/token", "fault": "SLOW", "delayMs": 1000})");
-        sandbox.Send("DELETE", "/sandbox/requests");
-        RunningMorv running(FetchLine(practice, sandbox));
-        for (int tries = 0; CountRefreshes(sandbox) == 0 && tries < 200; ++tries)
-            std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        running.Signal(signal);
-        EXPECT_EQ(running.Wait().exit, -signal);
-        const Ended ended = RunMorv(FetchLine(practice, sandbox));
-        EXPECT_EQ(ended.exit, 0) << ended.out << ended.err;
-        EXPECT_EQ(CountRefreshes(sandbox), 1) << "the pair was stored";
     }
 }
 

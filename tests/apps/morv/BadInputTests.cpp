@@ -101,16 +101,4 @@ TEST(BadInput, AListOfADamagedPracticeIsOneDocument)
     }
 }
 
-TEST(BadInput, NoAnswerIsExit4)
-{
-    std::string line;
-    {
-        const HmrcSandbox gone("EVERYTHING");
-        line = FetchLine(AuthorisedPractice(gone), gone);
-    }
-    const Ended ended = RunMorv(line + " --json");
-    EXPECT_EQ(ended.exit, 4) << ended.out << ended.err;
-    EXPECT_EQ(ended.Document()["errors"][0]["code"], "NO_CONNECTION") << ended.out;
-}
-
 } // namespace

@@ -1,7 +1,5 @@
 // No token, no secret, and no National Insurance number outside `client show` and the client's own row.
 
-#include <regex>
-
 #include "apps/morv/Program.h"
 #include "support/Test.h"
 

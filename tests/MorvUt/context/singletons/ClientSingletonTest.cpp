@@ -38,7 +38,7 @@ std::string Fields(const CClientSingletonData& data, const CClientSingletonData&
 }
 
 /// Client 1 and partnership 1, whose numbers must not be mixed up; client 2 is a bystander.
-class ClientSingleton : public ::Test::OnDatabase
+class ClientSingleton : public ::Test::OnPractice
 {
 protected:
     ClientSingleton()
@@ -76,7 +76,6 @@ protected:
         Practice::Sql("INSERT BRIXPartnershipFBISubmissions (lpClientID, nYear, nStatus) VALUES (1, 2024, 2)");
     }
 
-    const Practice m_practice;
     int m_selects = 0; // since the last statement of another kind
 };
 

@@ -5,8 +5,6 @@
 #include "MorvUt/context/singletons/YearSingleton.h"
 #include "support/Practice.h"
 
-using Practice = ::Test::Practice;
-
 namespace
 {
 
@@ -14,38 +12,30 @@ namespace
 void Silently(const Cellar::SqlText& statement)
 {
     const Quarry::CIgnoreDirectSQL quiet;
-    Practice::Sql(statement);
+    ::Test::Practice::Sql(statement);
 }
 
-using YearSingleton = ::Test::OnDatabase;
-ON_BOTH_DATABASES(YearSingleton);
-using UserSingleton = ::Test::OnDatabase;
-ON_BOTH_DATABASES(UserSingleton);
-using OtherSingletons = ::Test::OnDatabase;
+using OtherSingletons = ::Test::OnPractice;
 ON_BOTH_DATABASES(OtherSingletons);
-using OptionsSingleton = ::Test::OnDatabase;
-ON_BOTH_DATABASES(OptionsSingleton);
 
 } // namespace
 
-TEST_P(YearSingleton, HoldsTheYearWithTheThreadsOffset)
+TEST_P(OtherSingletons, HoldTheYearWithTheThreadsOffset)
 {
-    const Practice practice;
-    Practice::Sql("INSERT INTO BRIXPFile (nYear, nValue) VALUES (2024, 7), (2023, 0)");
+    Sql("INSERT INTO BRIXPFile (nYear, nValue) VALUES (2024, 7), (2023, 0)");
     EXPECT_EQ(CYearSingleton::Data(2024).pfileValue, 7);
     Silently("UPDATE BRIXPFile SET nValue = 8");
     EXPECT_EQ(CYearSingleton::Data(2024).pfileValue, 7) << "read once";
     EXPECT_EQ(CYearSingleton::Data(2022).pfileValue, 1) << "no record";
     const CPFileYearOffsetter offsetter(-1);
     EXPECT_TRUE(CYearSingleton::Data(2024).year == 2023 && CYearSingleton::Data(2024).pfileValue == 8);
-    Practice::Sql("UPDATE BRIXPFile SET nValue = 9");
+    Sql("UPDATE BRIXPFile SET nValue = 9");
     EXPECT_EQ(CYearSingleton::Data(2024).pfileValue, 9) << "told to reload";
 }
 
-TEST_P(UserSingleton, HoldsAUserInAnyCase)
+TEST_P(OtherSingletons, HoldAUserInAnyCase)
 {
-    const Practice practice;
-    Practice::Sql("INSERT INTO BRIXUser (strUserID, strFullName, nUserValue) VALUES ('ANNÉ', 'Anné O''Neill', 4)");
+    Sql("INSERT INTO BRIXUser (strUserID, strFullName, nUserValue) VALUES ('ANNÉ', 'Anné O''Neill', 4)");
     const CUserSingletonData anna = CUserSingleton::Data("anné");
     EXPECT_TRUE(anna.userText == "Anné O'Neill" && anna.userValue == 4);
     Silently("UPDATE BRIXUser SET nUserValue = 5");
@@ -57,7 +47,6 @@ TEST_P(UserSingleton, HoldsAUserInAnyCase)
 
 TEST_P(OtherSingletons, EndWithTheRollbackOfAnInnerLevel)
 {
-    const Practice practice;
     const Quarry::CTransaction outer;
     CYearSingleton::Data(2024);
     CUserSingleton::Data("bob");
@@ -68,11 +57,12 @@ TEST_P(OtherSingletons, EndWithTheRollbackOfAnInnerLevel)
     EXPECT_TRUE(!CYearSingleton::Loaded() && !CUserSingleton::Loaded() && !COptionsSingleton::Loaded());
 }
 
-TEST_P(OptionsSingleton, HoldsNothingWhileNoPracticeIsOpen)
+TEST_P(OtherSingletons, HoldNoOptionsWhileNoPracticeIsOpen)
 {
+    Quarry::SetConnection(nullptr);
     EXPECT_TRUE(COptionsSingleton::Data().payeInterface == 0 && COptionsSingleton::Data().debugLogging == 0);
-    const Practice practice;
-    Practice::Sql("INSERT INTO BRIXOptions (lID, nPAYEInterface, nDebugLogging) VALUES (1, 1, 3)");
+    Quarry::SetConnection(Open());
+    Sql("INSERT INTO BRIXOptions (lID, nPAYEInterface, nDebugLogging) VALUES (1, 1, 3)");
     EXPECT_TRUE(COptionsSingleton::Data().payeInterface == 1 && COptionsSingleton::Data().debugLogging == 3);
     Silently("UPDATE BRIXOptions SET nDebugLogging = 0");
     EXPECT_EQ(COptionsSingleton::Data().debugLogging, 3);

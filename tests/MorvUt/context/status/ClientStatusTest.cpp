@@ -21,9 +21,8 @@ std::string Yes(const ClientStatus& status)
 ClientStatus StatusWith(const char* statements, bool isPartnership, short year)
 {
     const Quarry::CTransaction undone;
-    Test::StatusPractice::Script(
-        "INSERT INTO BRIXClient (lID) VALUES (1); INSERT INTO BRIXPartnership (lID) VALUES (1);");
-    Test::StatusPractice::Script(statements);
+    ::Test::Practice::Script("INSERT INTO BRIXClient (lID) VALUES (1); INSERT INTO BRIXPartnership (lID) VALUES (1);");
+    ::Test::Practice::Script(statements);
     return StatusOf(1, isPartnership, year);
 }
 
@@ -38,9 +37,9 @@ ClientStatus StatusWith(const char* statements, bool isPartnership, short year)
 #define SUBMISSION(year, status)                                                                                       \
     "INSERT INTO BRIXFBISubmissions (lClientID, nYear, nStatus) VALUES (1, " year ", " status ");"
 
-using StatusOfClients = ::Test::OnDatabase;
+using StatusOfClients = ::Test::StatusTest;
 ON_BOTH_DATABASES(StatusOfClients);
-using StatusOfClientsInAFile = ::Test::OnDatabase;
+using StatusOfClientsInAFile = ::Test::StatusTest;
 ON_EMBEDDED(StatusOfClientsInAFile);
 
 } // namespace
@@ -79,7 +78,6 @@ TEST_P(StatusOfClients, OfClients)
         {SUBMISSION("2007", "2"), 2007, "", "the year before"},
         {SUBMISSION("2019", "2") SUBMISSION("2020", "3"), 2020, "", "another year, another status"},
     };
-    const ::Test::StatusPractice practice;
     for (const auto& [statements, year, yes, why] : rows)
         EXPECT_EQ(Yes(StatusWith(statements, false, year)), yes) << why;
 }
@@ -99,7 +97,6 @@ TEST_P(StatusOfClients, OfPeriodsOfInactivity)
         {PERIOD("NULL", "NULL"), 2020, false, "both null"},
         {PERIOD("NULL", "NULL") PERIOD("'2019-05-01'", "NULL") PERIOD("'2019-01-01'", "NULL"), 2020, true, "any row"},
     };
-    const ::Test::StatusPractice practice;
     for (const auto& [statements, year, isCovered, why] : rows)
         EXPECT_EQ(Yes(StatusWith(statements, false, year)), isCovered ? "deadOrDormant inactive" : "") << why;
 }
@@ -111,7 +108,6 @@ TEST_P(StatusOfClientsInAFile, WhichMayHoldWhatIsNoDate)
         {FORM(2020, "dtFinalised", "'soon'"), 2020, "no date"},
         {PERIOD("'then'", "NULL"), 2020, "not valid"},
     };
-    const ::Test::StatusPractice practice;
     for (const auto& [statements, year, why] : rows)
         EXPECT_EQ(Yes(StatusWith(statements, false, year)), "") << why;
 }
@@ -135,7 +131,6 @@ TEST_P(StatusOfClients, OfPartnerships)
         {CLIENT("bTrust = 1, dtDeath = '2001-01-01'") FORM(2020, "bDormant", "1") SUBMISSION("2020", "2"), "",
          "the client of that id is another"},
     };
-    const ::Test::StatusPractice practice;
     for (const auto& [statements, yes, why] : rows)
         EXPECT_EQ(Yes(StatusWith(statements, true, 2020)), yes) << why;
 }
@@ -148,6 +143,7 @@ TEST(TaxPayerStatus, IsAsStored)
 
 TEST_P(StatusOfClients, OfNobodyAsksNoDatabase)
 {
+    Quarry::SetConnection(nullptr);
     EXPECT_EQ(IsClientATrust(ClientId(), true), 0);
     EXPECT_EQ(IsClientAnEstate(0), 0);
     EXPECT_EQ(IsActualTrustClient(0), 0);
@@ -155,7 +151,7 @@ TEST_P(StatusOfClients, OfNobodyAsksNoDatabase)
     EXPECT_FALSE(ClaimTradingAllowance(1, 2017)) << "no return of that year tells";
     Brix::CTaxForm none;
     EXPECT_FALSE(IsScottishTaxPayer(none));
-    const ::Test::Practice practice;
+    Quarry::SetConnection(Open());
     CCurrentTaxYearSingleton::Destroy();
     EXPECT_EQ(IsClientATrust(ClientId(1), true) + IsPartnershipAnLLP(1) + IsTaxReturnFinalisedForYear(1, 2020), 0);
     EXPECT_EQ(CCurrentTaxYearSingleton::Loaded(), 0) << "the current year is nobody's business yet";

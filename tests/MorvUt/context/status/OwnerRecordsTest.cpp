@@ -31,16 +31,12 @@ std::string Stored()
     return ::Test::Practice::Query("SELECT nYear, nStatus FROM BRIXClientYearly WHERE lClientID = 1");
 }
 
-using ClientYearly = ::Test::OnDatabase;
-ON_BOTH_DATABASES(ClientYearly);
-using PartnershipYearly = ::Test::OnDatabase;
-ON_BOTH_DATABASES(PartnershipYearly);
-using UpdateModified = ::Test::OnDatabase;
-ON_BOTH_DATABASES(UpdateModified);
+using OwnerRecords = ::Test::OnPractice;
+ON_BOTH_DATABASES(OwnerRecords);
 
 } // namespace
 
-TEST_P(ClientYearly, TakesTheNearestAndCopiesIt)
+TEST_P(OwnerRecords, OfAYearAreTheNearestAndCopiesOfIt)
 {
     // years that there are, the year wanted; the year found, and the status of the row that is made
     const ::Test::Row<std::vector<int>, short, int, int> rows[] = {
@@ -55,7 +51,6 @@ TEST_P(ClientYearly, TakesTheNearestAndCopiesIt)
         {{2030, 2025}, 2030, 2030, 2030, "itself, whatever the year"},
         {{}, 2010, 0, 0, "nothing"},
     };
-    const ::Test::Practice practice;
     for (const auto& [years, wanted, found, status, why] : rows) {
         AddYears(years);
         Brix::CClientYearly list = RowsOfClient1();
@@ -71,9 +66,8 @@ TEST_P(ClientYearly, TakesTheNearestAndCopiesIt)
     }
 }
 
-TEST_P(ClientYearly, NeverMakesAYearTwiceOrForNobody)
+TEST_P(OwnerRecords, OfAYearAreNeverMadeTwiceOrForNobody)
 {
-    const ::Test::Practice practice;
     AddYears({2008});
     Brix::CClientYearly mine = RowsOfClient1(), theirs = mine;
     EXPECT_TRUE(GetClientYearly(theirs, 2010, true));
@@ -92,9 +86,8 @@ TEST_P(ClientYearly, NeverMakesAYearTwiceOrForNobody)
     EXPECT_EQ(Stored(), "2008|2008, 2010|7");
 }
 
-TEST_P(PartnershipYearly, WorksOnThePartnershipsRows)
+TEST_P(OwnerRecords, OfPartnershipsAreTheirOwn)
 {
-    const ::Test::Practice practice;
     Brix::CPartnershipYearly rows;
     rows.Open({{Brix::CPartnershipYearly::kPClientID, 3}});
     EXPECT_FALSE(GetPartnershipYearly(rows, 2010, false));
@@ -102,9 +95,8 @@ TEST_P(PartnershipYearly, WorksOnThePartnershipsRows)
     EXPECT_EQ(::Test::Practice::Query("SELECT lpClientID, nYear, nStatus FROM BRIXPartnershipYearly"), "3|2010|0");
 }
 
-TEST_P(UpdateModified, LeavesOpenListsInPeace)
+TEST_P(OwnerRecords, AreMarkedAsModifiedBesideOpenLists)
 {
-    const ::Test::Practice practice;
     ::Test::SetNow(2024, 3, 1, 14, 30);
     CUserData::m_strUser = "o'neill";
     const long client = ::Test::Add<Brix::CClient>([](Brix::CClient& row) { row.SetName("Ann"); });

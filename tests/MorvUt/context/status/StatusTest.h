@@ -8,11 +8,11 @@
 namespace Test
 {
 
-class StatusPractice : public Practice
+class StatusTest : public OnPractice
 {
-public:
-    StatusPractice() { SetCurrentTaxYear(32); }
-    ~StatusPractice() { CCurrentTaxYearSingleton::Destroy(); }
+protected:
+    StatusTest() { SetCurrentTaxYear(32); }
+    ~StatusTest() override { CCurrentTaxYearSingleton::Destroy(); }
 };
 
 } // namespace Test

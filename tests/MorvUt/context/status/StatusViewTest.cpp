@@ -10,9 +10,9 @@ namespace
 {
 
 /// Rows of every kind, right ones and odd ones, chosen by chance that is the same each time.
-class OddPractice : public ::Test::StatusPractice
+class StatusOfAllClients : public ::Test::StatusTest
 {
-public:
+protected:
     /// So many more clients and partnerships, and rows of each kind; a few of these hang on ids that nobody has.
     void Add(int count, int rows)
     {
@@ -87,22 +87,20 @@ constexpr std::pair<StatusQuestion, Single> kSingles[] = {
     {StatusQuestion::TradingAllowance, [](long id, bool p, short y) { return !p && ClaimTradingAllowance(id, y); }},
 };
 
-using StatusOfAllClients = ::Test::OnDatabase;
 ON_BOTH_DATABASES(StatusOfAllClients);
-using StatusAnswers = ::Test::OnDatabase;
+using StatusAnswers = ::Test::StatusTest;
 ON_BOTH_DATABASES(StatusAnswers);
 
 } // namespace
 
 TEST_P(StatusOfAllClients, IsWhatTheSingleQuestionsAnswer)
 {
-    OddPractice practice;
-    practice.Script("INSERT INTO BRIXClient (lID, bTrust) VALUES (0, 1); INSERT INTO BRIXPartnership (lID, bLLP) "
-                    "VALUES (0, 1); INSERT INTO BRIXTaxForm (lID, lClientID, nYear) VALUES (0, 0, 2020)");
+    Script("INSERT INTO BRIXClient (lID, bTrust) VALUES (0, 1); INSERT INTO BRIXPartnership (lID, bLLP) "
+           "VALUES (0, 1); INSERT INTO BRIXTaxForm (lID, lClientID, nYear) VALUES (0, 0, 2020)");
     const int count = ::Test::IsOnServer() ? 15 : 60; // each answer takes round trips
-    practice.Add(count, 4 * count);
+    Add(count, 4 * count);
     int yes[kStatusQuestions] = {};
-    for (const short year : OddPractice::kYears) {
+    for (const short year : kYears) {
         const std::vector<ClientStatus> all = StatusOfAll(year);
         ASSERT_EQ(all.size(), 2U + 2 * static_cast<unsigned>(count)) << "a row of number 0 is nobody, and listed";
         for (const ClientStatus& status : all) {
@@ -122,11 +120,10 @@ TEST_P(StatusOfAllClients, IsWhatTheSingleQuestionsAnswer)
 
 TEST_P(StatusOfAllClients, SendsOneStatementForEachTableAndPage)
 {
-    OddPractice practice;
     int statements = 0;
     Quarry::GetConnection().OnSent([&](std::string_view) { ++statements; });
     for (const int more : {10, 1010}) {
-        practice.Add(more, 40);
+        Add(more, 40);
         statements = 0;
         const std::vector<ClientStatus> all = StatusOfAll(2020);
         EXPECT_EQ(statements, 9);
@@ -146,11 +143,9 @@ TEST_P(StatusOfAllClients, SendsOneStatementForEachTableAndPage)
 
 TEST_P(StatusAnswers, TellsTheRecordThatDecidedAndSaysSo)
 {
-    const ::Test::StatusPractice practice;
-    practice.Script(
-        "INSERT INTO BRIXClient (lID, bTrust, strEntityType, dtDeath) VALUES (7, 1, 'Estate', '2001-02-03');"
-        "INSERT INTO BRIXClientPeriodsInactivity (lID, lClientID, dtStart) VALUES (3, 7, '2019-05-01'), "
-        "(4, 7, '2019-04-06'), (5, 7, '2018-01-01');");
+    Script("INSERT INTO BRIXClient (lID, bTrust, strEntityType, dtDeath) VALUES (7, 1, 'Estate', '2001-02-03');"
+           "INSERT INTO BRIXClientPeriodsInactivity (lID, lClientID, dtStart) VALUES (3, 7, '2019-05-01'), "
+           "(4, 7, '2019-04-06'), (5, 7, '2018-01-01');");
     const ClientStatus status = StatusOf(7, false, 2020);
     const StatusAnswer answer = status.AnswerOf(StatusQuestion::DeadOrDormant);
     EXPECT_EQ(answer.reason, StatusReason::InactivityPeriod);
@@ -164,10 +159,10 @@ TEST_P(StatusAnswers, TellsTheRecordThatDecidedAndSaysSo)
     EXPECT_EQ(status.Because(), because);
     EXPECT_STREQ(StatusOf(7, false, 2018).ReasonText(StatusQuestion::Inactive),
                  "The date of death, 03/02/2001, does not count: a trust goes on");
-    practice.Script("INSERT INTO BRIXFBISubmissions (lID, lClientID, nYear, nStatus) VALUES (9, 7, 2020, 2), (8, 7, "
-                    "2020, 2)");
+    Script("INSERT INTO BRIXFBISubmissions (lID, lClientID, nYear, nStatus) VALUES (9, 7, 2020, 2), (8, 7, "
+           "2020, 2)");
     EXPECT_EQ(StatusOf(7, false, 2020).AnswerOf(StatusQuestion::Amending).recordId, 8) << "the first";
-    practice.Script("UPDATE BRIXClient SET lID = 0, dtDeath = '2050-01-01'");
+    Script("UPDATE BRIXClient SET lID = 0, dtDeath = '2050-01-01'");
     EXPECT_EQ(StatusOf(0, false, 2020).AnswerOf(StatusQuestion::Inactive).reason, StatusReason::TrustOutlives);
     EXPECT_FALSE(StatusOf(0, false, 2020).Is(StatusQuestion::Trust)) << "0 is nobody, as for IsClientATrust";
 }
@@ -184,10 +179,9 @@ TEST_P(StatusAnswers, SaysTheMostTellingFirst)
         {"UPDATE BRIXTaxForm SET bDormant = 1", "dormant"},
         {"UPDATE BRIXClient SET dtDeath = '2020-11-03'", "died 03/11/2020"},
     };
-    const ::Test::StatusPractice practice;
-    practice.Script("INSERT INTO BRIXClient (lID) VALUES (1)");
+    Script("INSERT INTO BRIXClient (lID) VALUES (1)");
     for (const auto& [change, word] : rows) {
-        practice.Script(change);
+        Script(change);
         EXPECT_STREQ(StatusOf(1, false, 2020).Word(), word) << change;
     }
 }

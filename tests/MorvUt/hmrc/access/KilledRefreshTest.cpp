@@ -76,25 +76,14 @@ struct WatchedStore : CAuthorisationStore
     Steps& steps;
 };
 
-class KilledRefresh : public ::Test::OnDatabase, protected ::Test::Practice
+class KilledRefresh : public ::Test::OnDatabase, protected HmrcApi::Fakes::Granted
 {
 protected:
-    KilledRefresh()
-    {
-        Shellkit::SetPracticeKey(std::vector<std::uint8_t>(Shellkit::kKeySize, 7));
-        Sql("INSERT INTO BRIXOptions (lID, nPAYEInterface) VALUES (1, 1)");
-    }
-    ~KilledRefresh() override { Shellkit::SetPracticeKey({}); }
-
     /// The first pair, whose time is over.
     static void GiveFirstPair()
     {
-        Sql("DELETE FROM MTDAuthorisationLock");
-        Sql("DELETE FROM MTDAuthorisation");
-        Sql("INSERT INTO MTDAuthorisation (lID, strGatewayID, nAuthorisedStatus, vbAccessToken, vbRefreshToken, "
-            "nExpiresIn, strScope, strTokenType, strService) VALUES (7, 'GATEWAY1', 1, %b, %b, 14400, "
-            "'read:individual-paye', 'bearer', 'http://127.0.0.1:1')",
-            HmrcApi::Fakes::Sealed("access-1"), HmrcApi::Fakes::Sealed("refresh-1"));
+        ResetRow();
+        Sql("UPDATE MTDAuthorisation SET dtAuthenticated = NULL");
         Issuer::SetLast(1);
     }
 
@@ -131,13 +120,7 @@ protected:
         return WIFSIGNALED(status);
     }
 
-    static std::string Stored(const Cellar::SqlText& column)
-    {
-        const auto rows = Quarry::GetConnection().Queryf("SELECT " + column + " FROM MTDAuthorisation").rows;
-        const std::string bytes(rows.at(0).at(0).View());
-        return CAuthorisation::DecryptToken({bytes.begin(), bytes.end()});
-    }
-    static std::string StoredPair() { return Stored("vbAccessToken") + ' ' + Stored("vbRefreshToken"); }
+    static std::string StoredPair() { return StoredToken() + ' ' + StoredToken("vbRefreshToken"); }
 };
 
 ON_BOTH_DATABASES(KilledRefresh);

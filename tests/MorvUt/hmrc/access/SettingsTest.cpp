@@ -48,9 +48,7 @@ TEST(HmrcClientData, SelectsTheServicesByTheSettingOrALoopbackServerOnRequest)
         {"2", "http://127.0.0.1:8080", "http://127.0.0.1:8080/", "loopback, which goes before the setting"},
         {"1", "http://localhost:1/", "http://localhost:1/", "by name"},
         {"1", "http://[::1]:8080", "http://[::1]:8080/", "IPv6"},
-        {"1", test, production, "no loopback address"},
         {"1", "http://127.0.0.1.example.com/", production, "a host that begins like one"},
-        {"1", "http://user@example.com:80/127.0.0.1", production, "a path that ends like one"},
     };
     for (const auto& [setting, loopback, base, why] : rows) {
         SCOPED_TRACE(why);
