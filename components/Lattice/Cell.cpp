@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "Afx/text/Utf8.h"
 #include "Kiln/controls/AmtEdit.h"
 #include "Kiln/controls/DoubleEdit.h"
 
@@ -142,6 +143,8 @@ Typed Read(Format format, const CString& typed, const Choices& choices)
     case Format::Combo:
         return ReadChoice(text, choices);
     default:
+        if (Afx::CountCharacters(typed.View()) > CEdit::kLongestLine) // an editor would cut it
+            return {{}, "The text is too long: a cell takes 32767 characters."};
         return {typed, {}};
     }
 }

@@ -48,6 +48,7 @@ CGrid::~CGrid() = default;
 int CGrid::AddColumn(int id, const char* heading, Format format, unsigned flags, int width)
 {
     const int column = m_cells.AddColumn({id, heading, format, flags, width, {}});
+    ClearUndo(); // rows that were deleted have no such cell
     Changed(Afx::Part::All);
     return column;
 }
@@ -93,6 +94,8 @@ int CGrid::InsertRow(int row)
     m_cells.InsertRow(row, m_undo);
     if (m_row >= row)
         ++m_row;
+    if (m_anchorRow >= row)
+        ++m_anchorRow;
     Changed(Afx::Part::Items);
     return row;
 }
@@ -165,6 +168,8 @@ bool CGrid::IsTotalRow(int row) const noexcept
 
 void CGrid::SetSource(const RowSource* source)
 {
+    if (m_editor)
+        DropEditor();
     m_cells.SetSource(source);
     m_topRow = 0;
     const bool isEmpty = GetRowCount() == 0 || GetColumnCount() == 0;
@@ -296,9 +301,11 @@ bool CGrid::BeginEdit(bool keepText)
         m_editor = &Adopt(MakeEditor(m_row, m_column), kEditorId);
     m_editor->SetAccessibleName(Describe(m_row, m_column));
     FillEditor(cell, keepText);
+    const WindowRef here(this);
     OnEditorCreated(m_row, m_column, *m_editor);
-    CDialog::GotoDlgCtrl(m_editor);
-    return m_editor != nullptr;
+    if (here && m_editor)
+        CDialog::GotoDlgCtrl(m_editor);
+    return here && m_editor;
 }
 
 void CGrid::FillEditor(const Cell& cell, bool keepText)
@@ -321,7 +328,14 @@ Typed CGrid::ReadEditor() const
     const auto* const combo = dynamic_cast<const CComboBox*>(m_editor);
     if (combo && combo->GetCurSel() != CComboBox::kNone)
         return {combo->GetCurSel(), {}};
-    return Read(GetCell(m_row, m_column).format, m_editor->Text(), m_cells.GetColumn(m_column)->choices);
+    const Format format = GetCell(m_row, m_column).format;
+    if (const auto* const edit = dynamic_cast<const Kiln::CDateEdit*>(m_editor); edit && format == Format::Date) {
+        const Kiln::CDate date = edit->GetDate(); // which year the field means, read as a text it might be another
+        if (date.IsValid() || date.IsNull())
+            return {date.IsValid() ? Value(date) : Value(), {}};
+        return {{}, edit->WhyNot()};
+    }
+    return Read(format, m_editor->Text(), m_cells.GetColumn(m_column)->choices);
 }
 
 bool CGrid::EndEdit(bool takeOver)
@@ -337,21 +351,37 @@ bool CGrid::EndEdit(bool takeOver)
     if (takeOver)
         typed = ReadEditor();
     if (!typed.whyNot.IsEmpty()) {
+        const WindowRef here(this);
         AfxMessageBox(typed.whyNot);
-        CDialog::GotoDlgCtrl(m_editor);
-        m_ending = false;
+        if (here && m_editor) // the row, or the window, may have ended meanwhile
+            CDialog::GotoDlgCtrl(m_editor);
+        if (here)
+            m_ending = false;
         return false;
     }
+    CWnd& editor = *m_editor;
     DropEditor();
     m_ending = false;
-    if (takeOver)
-        ChangeCell(m_row, m_column, std::move(typed.value));
-    else
+    if (!takeOver) {
         ShowCells(m_row, m_column, m_row, m_column);
+        return true;
+    }
+    const OneChange change(*this);
+    StoreEdit(m_row, m_column, std::move(typed.value), editor);
+    OnGridCellEndEdit(m_row, m_column);
     return true;
 }
 
-void CGrid::DropEditor() { std::exchange(m_editor, nullptr)->DestroyWindow(); }
+/// The grid has the focus then, if the editor had it.
+void CGrid::DropEditor()
+{
+    const bool wasEnding = std::exchange(m_ending, true); // leaving it takes nothing over
+    if (m_editor->HasFocusWithin())
+        SetFocus();
+    m_ending = wasEnding;
+    if (CWnd* const editor = std::exchange(m_editor, nullptr))
+        editor->DestroyWindow();
+}
 
 /// The user's change of one cell, with all that follows from it.
 void CGrid::ChangeCell(int row, int column, Value value)
@@ -374,27 +404,49 @@ bool CGrid::Undo()
     return true;
 }
 
+/// Calls `change` for each cell of a block, all as one change.
+template<class Change>
+void CGrid::ChangeMany(const Block& block, Change change)
+{
+    struct Many
+    {
+        bool& isOn;
+        ~Many() { isOn = false; }
+    };
+    const OneChange one(*this);
+    {
+        const Many many{m_changingMany = true};
+        for (int row = block.top; row <= std::min(block.bottom, GetRowCount() - 1); ++row)
+            for (int column = block.left; column <= block.right; ++column)
+                change(row, column);
+    }
+    OnManyChanged();
+}
+
 void CGrid::EmptySelection()
 {
-    const Block block = GetSelection();
-    const OneChange change(*this);
-    for (int row = block.top; row <= std::min(block.bottom, GetRowCount() - 1); ++row)
-        for (int column = block.left; column <= block.right; ++column)
-            if (IsCellEditable(row, column) && !IsEmpty(GetCell(row, column)) && OnGridCellEdit(row, column))
-                ChangeCell(row, column, {});
+    ChangeMany(GetSelection(), [this](int row, int column) {
+        if (IsCellEditable(row, column) && !IsEmpty(GetCell(row, column)) && OnGridCellEdit(row, column))
+            ChangeCell(row, column, {});
+    });
 }
 
 void CGrid::CopyFromAbove()
 {
-    if (IsCellEditable(m_row, m_column) && m_row > 0 && OnGridCellEdit(m_row, m_column))
-        ChangeCell(m_row, m_column, GetCell(m_row - 1, m_column).value);
+    const Cell above = GetCell(m_row - 1, m_column);
+    const bool isOfItsKind = m_row > 0 && above.format == GetCell(m_row, m_column).format && !above.error;
+    if (isOfItsKind && IsCellEditable(m_row, m_column) && OnGridCellEdit(m_row, m_column))
+        ChangeCell(m_row, m_column, above.value);
 }
 
 void CGrid::AskToDeleteRow()
 {
-    if (!m_cells.GetRow(m_row) || IsHeadingRow(m_row) || IsTotalRow(m_row))
+    if (!CanDeleteRow(m_row))
         return;
-    if (AfxMessageBox("Delete this row?", MB_YESNO | MB_DEFBUTTON2) != IDYES)
+    const WindowRef here(this);
+    const int rows = GetRowCount();
+    const bool isWanted = AfxMessageBox("Delete this row?", MB_YESNO | MB_DEFBUTTON2) == IDYES;
+    if (!isWanted || !here || GetRowCount() != rows) // the program has changed them meanwhile: no longer "this row"
         return;
     const OneChange change(*this);
     OnDeleteRow(m_row);
@@ -423,8 +475,8 @@ void CGrid::Cut()
     EmptySelection();
 }
 
-/// Whether every cell can take what the block has for it; tells the user of the first that cannot.
-bool CGrid::CanPaste(const TextBlock& block, const Block& place)
+/// What the user is told of the first cell that cannot take what the block has for it; empty when all can.
+CString CGrid::WhyNotPaste(const TextBlock& block, const Block& place)
 {
     for (int row = place.top; row <= place.bottom; ++row) {
         for (int column = place.left; column <= place.right; ++column) {
@@ -434,7 +486,7 @@ bool CGrid::CanPaste(const TextBlock& block, const Block& place)
             const Column* const there = m_cells.GetColumn(column);
             const bool isNew = row >= GetRowCount();
             CString why;
-            if (!there || (!isNew && !IsCellEditable(row, column)))
+            if (!there || (!isNew && !(IsCellEditable(row, column) && OnGridCellEdit(row, column))))
                 why = "this cell cannot be changed.";
             else
                 why = Read(isNew ? there->format : GetCell(row, column).format, *text, there->choices).whyNot;
@@ -443,11 +495,10 @@ bool CGrid::CanPaste(const TextBlock& block, const Block& place)
             CString message;
             message.Format("Nothing was pasted. Row %d, %s: %s", row + 1,
                            there && !there->heading.IsEmpty() ? there->heading : CString("last column"), why);
-            AfxMessageBox(message);
-            return false;
+            return message;
         }
     }
-    return true;
+    return {};
 }
 
 bool CGrid::Paste()
@@ -464,25 +515,30 @@ bool CGrid::Paste()
         place.bottom = place.top + static_cast<int>(block.size()) - 1;
         place.right = place.left + static_cast<int>(widest) - 1;
     }
-    if (!CanPaste(block, place))
-        return false;
-    bool hasRoom = true;
-    {
+    const int rows = GetRowCount();
+    CString why = WhyNotPaste(block, place);
+    if (why.IsEmpty()) {
         const OneChange change(*this);
+        bool hasRoom = true;
         while (hasRoom && GetRowCount() <= place.bottom)
             hasRoom = OnPasteRow();
-        for (int row = place.top; hasRoom && row <= place.bottom; ++row) {
-            for (int column = place.left; column <= place.right; ++column)
+        if (!hasRoom)
+            why = "Nothing was pasted: there is no room for so many rows.";
+        else if (GetRowCount() > rows)
+            why = WhyNotPaste(block, place); // now that the new cells are there
+        if (why.IsEmpty())
+            ChangeMany(place, [&](int row, int column) {
                 if (const CString* const text = TextFor(block, row - place.top, column - place.left))
                     ChangeCell(row, column,
                                Read(GetCell(row, column).format, *text, m_cells.GetColumn(column)->choices).value);
-        }
+            });
     }
-    if (!hasRoom) {
-        Undo(); // the rows that were added before there was no more
-        AfxMessageBox("Nothing was pasted: there is no room for so many rows.");
-    }
-    return hasRoom;
+    if (why.IsEmpty())
+        return true;
+    if (GetRowCount() > rows)
+        Undo(); // the rows that were added for it
+    AfxMessageBox(why);
+    return false;
 }
 
 void CGrid::DDX(CDataExchange* exchange)
@@ -539,9 +595,19 @@ CString CGrid::WhyCell(int, int) const { return {}; }
 
 bool CGrid::OnGridCellEdit(int, int) { return true; }
 void CGrid::OnGridCellEndEdit(int, int) {}
+void CGrid::OnManyChanged() {}
 void CGrid::OnGridCellHasFocus(int, int) {}
 void CGrid::OnGridLosingFocus() {}
 void CGrid::OnEditorCreated(int, int, CWnd&) {}
+void CGrid::StoreEdit(int row, int column, Value value, CWnd&) { SetCellValue(row, column, std::move(value)); }
+bool CGrid::CanDeleteRow(int row)
+{
+    int column = GetColumnCount() - 1;
+    while (column >= 0 && !IsCellEditable(row, column))
+        --column;
+    return column >= 0 && !IsTotalRow(row);
+}
+
 bool CGrid::OnDeleteRow(int row) { return DeleteRow(row); }
 bool CGrid::OnPasteRow() { return false; }
 void CGrid::OnUndone() {}
@@ -592,8 +658,8 @@ bool CGrid::OnEditingKey(unsigned key, unsigned modifiers)
         EndEdit(false);
         return true;
     case VK_TAB:
-        if (EndEdit())
-            return GoToNextEditable((modifiers & Afx::kShift) != 0);
+        if (EndEdit() && !GoToNextEditable((modifiers & Afx::kShift) != 0))
+            Afx::UserActs::Key(*this, key, modifiers); // out of the grid
         return true;
     default:
         return modifiers == Afx::kControl && key == 'Z' && Undo();
@@ -604,8 +670,9 @@ void CGrid::OnChar(unsigned character, unsigned repeat, unsigned flags)
 {
     const WindowRef here(this);
     StandSomewhere();
-    if (character == ' ' && GetCell(m_row, m_column).format == Format::CheckBox) {
-        BeginEdit();
+    if (GetCell(m_row, m_column).format == Format::CheckBox) {
+        if (character == ' ')
+            BeginEdit();
     } else if (character > ' ' && BeginEdit(false) && here && m_editor) {
         if (auto* const edit = dynamic_cast<CEdit*>(m_editor))
             edit->SetSel(0, -1);

@@ -121,6 +121,10 @@ protected:
     virtual bool OnGridCellEdit(int row, int column);
     /// A cell has been edited, emptied or pasted into; what follows from it is part of the same undo.
     virtual void OnGridCellEndEdit(int row, int column);
+    /// A block of cells is being pasted or emptied: OnGridCellEndEdit comes for each of them, and then OnManyChanged
+    /// once, for what needs to be done once only.
+    bool IsChangingMany() const noexcept { return m_changingMany; }
+    virtual void OnManyChanged();
     virtual void OnGridCellHasFocus(int row, int column);
     virtual void OnGridLosingFocus();
     /// The control that edits a cell, and into which the cell's text is put then. By default a field, a date field, or
@@ -129,6 +133,10 @@ protected:
     /// A control that the derived grid keeps and lends for this; null: MakeEditor makes one.
     virtual CWnd* LendEditor(int row, int column);
     virtual void OnEditorCreated(int row, int column, CWnd& editor);
+    /// `value`, which was typed in `editor`, becomes the cell's; the editor has ended.
+    virtual void StoreEdit(int row, int column, Value value, CWnd& editor);
+    /// Whether the user may take a row away: by default one in which a cell can be changed.
+    virtual bool CanDeleteRow(int row);
     /// Ctrl+Delete on a row. False: it stays.
     virtual bool OnDeleteRow(int row);
     /// A pasted block needs a row more. False: there is none.
@@ -167,6 +175,8 @@ private:
     bool OnFunctionKey(unsigned key, unsigned modifiers);
     bool GoToNextEditable(bool back);
     void ChangeCell(int row, int column, Value value);
+    template<class Change>
+    void ChangeMany(const Block& block, Change change);
     void EmptySelection();
     void CopyFromAbove();
     void AskToDeleteRow();
@@ -175,7 +185,7 @@ private:
     void DropEditor();
     void Current(int row, int column);
     void StandSomewhere();
-    bool CanPaste(const TextBlock& block, const Block& place);
+    CString WhyNotPaste(const TextBlock& block, const Block& place);
 
     GridCells m_cells;
     GridUndo m_undo;
@@ -184,6 +194,7 @@ private:
     int m_anchorRow = -1, m_anchorColumn = -1;
     int m_topRow = 0, m_pageRows = 20;
     bool m_ending = false; // the editor is being taken over
+    bool m_changingMany = false;
 };
 
 } // namespace Lattice

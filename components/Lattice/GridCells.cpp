@@ -41,6 +41,8 @@ int GridCells::GetRowCount() const noexcept
 void GridCells::InsertRow(int row, GridUndo& undo)
 {
     row = std::clamp(row, 0, static_cast<int>(m_rows.size()));
+    if (!undo.IsRecording() && row < static_cast<int>(m_rows.size()))
+        undo.Clear();
     Row line;
     for (const Column& column : m_columns)
         line.cells.push_back(Cell{{}, column.format});
@@ -52,6 +54,8 @@ bool GridCells::DeleteRow(int row, GridUndo& undo)
 {
     if (!GetRow(row))
         return false;
+    if (!undo.IsRecording())
+        undo.Clear();
     undo.Add({GridUndo::Step::Kind::Deleted, row, 0, {}, *GetRow(row)});
     m_rows.erase(m_rows.begin() + row);
     return true;

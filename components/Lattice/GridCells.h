@@ -42,6 +42,8 @@ public:
 
     void SetSource(const RowSource* source) noexcept { m_source = source; }
     int GetRowCount() const noexcept;
+    /// Rows that the program puts before others, or takes away, while nothing is recorded clear `undo`: the rows that
+    /// it speaks of are others now.
     void InsertRow(int row, GridUndo& undo);
     bool DeleteRow(int row, GridUndo& undo);
     void Clear() noexcept { m_rows.clear(); }

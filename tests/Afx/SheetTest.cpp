@@ -67,9 +67,12 @@ class CRefusingPage : public CPropertyPage
 public:
     CRefusingPage() : CPropertyPage(kPage) {}
     int applied = 0;
+    bool closesSheet = false;
     bool OnKillActive() override { return GetDlgItem(kName)->Text() != "bad" && CPropertyPage::OnKillActive(); }
     bool OnApply() override
     {
+        if (closesSheet)
+            GetSheet()->EndDialog(IDCANCEL);
         const bool accepts = GetDlgItem(kName)->Text() != "late";
         applied += accepts;
         return accepts && CPropertyPage::OnApply();
@@ -160,6 +163,9 @@ TEST(CPropertySheet, IsAcceptedByAllPagesOrStaysOpen)
               IDOK);
     EXPECT_EQ(first.applied, 2);
     EXPECT_EQ(second.applied, 2);
+    first.closesSheet = true;
+    EXPECT_EQ(::Test::Work(sheet, [](::Test::Hands& hands) { hands.Click(IDOK); }), IDCANCEL) << "the program's word";
+    EXPECT_EQ(second.applied, 2);
 }
 
 TEST(CWnd, MayEndWhileItsOwnEventRuns)
@@ -175,6 +181,16 @@ TEST(CWnd, MayEndWhileItsOwnEventRuns)
         hands.Press(VK_DOWN);
         hands.Press(VK_ESCAPE); // its list
         EXPECT_FALSE(combo.GetDroppedState());
+        for (const char* const text : {"red", "green"})
+            combo.AddString(text);
+        for (const int chosen : {CComboBox::kNone, 0}) {
+            combo.SetCurSel(chosen);
+            Afx::UserActs::Drop(combo, true);
+            combo.InsertString(0, "new");
+            hands.Press(VK_DOWN);
+            hands.Press(VK_ESCAPE);
+            EXPECT_EQ(combo.GetCurSel(), chosen == 0 ? 1 : chosen) << "as before it dropped, though its list grew";
+        }
         const std::string megabyte(1 << 20, '7');
         auto& edit = dynamic_cast<CEdit&>(hands.Control(kName));
         Afx::UserActs::Edit(edit, megabyte, 3);
@@ -205,6 +221,8 @@ TEST(CDialog, KeepsOthersWaiting)
                                }),
                   4);
         hands.ExpectFocus(kName);
+        outer.GetDlgItem(kName)->ShowWindow(false);
+        hands.ExpectFocus(kAge);
         hands.Press(VK_ESCAPE);
     });
 }

@@ -33,6 +33,14 @@ TEST(CAmtEdit, TakesSumsAndShowsWhatTheyMake)
         Afx::HeadlessWindowSystem::Leave();
         EXPECT_EQ(edit.Text(), left) << why;
     }
+    ::Test::Windows().SetClipboard(std::string(201, '1'));
+    ::Test::Windows().Answer(IDOK);
+    Afx::UserActs::Key(edit, 'V', Afx::kControl);
+    EXPECT_EQ(edit.Text(), "") << "not the first 200 of its figures";
+    std::string ones = "1";
+    while (ones.size() < 1 << 20)
+        ones += "+1";
+    EXPECT_EQ(Kiln::ParseAmountSum(ones), Kiln::CAmt((1 << 19) * 10'000LL + 10'000)) << "a megabyte, in no time";
 }
 
 TEST(CDoubleEdit, ReadsNumbersAndWritesThemShort)

@@ -65,7 +65,7 @@ TEST(CGrid, IsTypedIntoByKeyboard)
         hands.Press(VK_TAB);
         hands.Write("5/4/24");
         hands.Press(VK_TAB);
-        hands.Write(" ");
+        hands.Write("n ");
         hands.Press(VK_TAB);
         hands.Press(VK_DOWN, Afx::kAlt);
         hands.Press(VK_DOWN);
@@ -95,6 +95,14 @@ TEST(CGrid, IsTypedIntoByKeyboard)
         hands.ExpectMessage("First and Second");
         hands.Press(VK_TAB);
         hands.ExpectFocus(kAfter);
+        dialog.after.SetWindowText("full");
+        grid.GoTo(1, kChoice);
+        Afx::UserActs::Focus(grid);
+        hands.Press(VK_F2);
+        hands.Press(VK_OEM_PERIOD, Afx::kControl);
+        EXPECT_TRUE(grid.IsEditing()) << "no field is empty";
+        hands.Press(VK_TAB);
+        hands.ExpectFocus(kAfter);
         while (grid.Undo()) {
         }
         EXPECT_EQ(Row(grid, 0) + Row(grid, 2), "||||||||||||");
@@ -102,8 +110,35 @@ TEST(CGrid, IsTypedIntoByKeyboard)
     });
 }
 
+TEST(CGrid, StandsWhateverTheProgramDoesMeanwhile)
+{
+    CGridDialog dialog;
+    CSampleGrid& grid = dialog.grid;
+    ::Test::Work(dialog, [&](::Test::Hands& hands) {
+        ::Test::Windows().OnUnexpected([&](const auto&) { return grid.DeleteRow(1), IDOK; });
+        grid.GoTo(1, kShare);
+        hands.Write("x");
+        hands.Press(VK_RETURN);
+        hands.ExpectMessage("Please enter a percentage, as 33.33.");
+        EXPECT_TRUE(!grid.IsEditing() && grid.HasFocusWithin()) << "its row is gone, the keyboard leads on";
+        grid.GoTo(0, kAmount);
+        hands.Write("5");
+        grid.DeleteRow(0);
+        hands.ExpectFocus(kGrid);
+        grid.InsertRow(0);
+        grid.GoTo(0, kAmount);
+        hands.Write("6");
+        hands.Press(VK_RETURN);
+        grid.InsertRow(0);
+        EXPECT_FALSE(grid.Undo()) << "the first row is another now";
+        dialog.EndDialog(IDOK);
+    });
+    ::Test::Windows().OnUnexpected(nullptr);
+}
+
 TEST(CGrid, PastesAllOfABlockOrNothing)
 {
+    const std::string tooLong(CEdit::kLongestLine + 1, 'x');
     struct Paste
     {
         const char* text;
@@ -119,6 +154,9 @@ TEST(CGrid, PastesAllOfABlockOrNothing)
              Paste{"1\n2\n3\n4", 0, kAmount, "Nothing was pasted. Row 3, Amount: this cell cannot be changed.",
                    "||||||||||||"},
              Paste{"red\t1", 0, kChoice, "Nothing was pasted. Row 1, last column: this cell cannot be changed.",
+                   "||||||||||||"},
+             Paste{tooLong.c_str(), 0, kName,
+                   "Nothing was pasted. Row 1, Name: The text is too long: a cell takes 32767 characters.",
                    "||||||||||||"},
              Paste{"yes\tgreen", 1, kTicked, "", "||||||||||yes|green|"},
          }) {

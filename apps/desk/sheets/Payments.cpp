@@ -48,8 +48,15 @@ void CPaymentsPage::CPaymentGrid::OnCalcRow(int row)
 void CPaymentsPage::CPaymentGrid::OnGridCellEndEdit(int row, int column)
 {
     CInsertableGrid::OnGridCellEndEdit(row, column);
-    m_page.ShowTotals();
+    if (!IsChangingMany())
+        m_page.ShowTotals();
     m_page.SetModified();
+}
+
+void CPaymentsPage::CPaymentGrid::OnManyChanged()
+{
+    CInsertableGrid::OnManyChanged();
+    m_page.ShowTotals();
 }
 
 bool CPaymentsPage::CPaymentGrid::OnDeleteRow(int row)

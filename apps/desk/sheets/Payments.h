@@ -40,6 +40,7 @@ private:
     protected:
         const InsertableColumn* GetColumnDefinitions() const override;
         void OnGridCellEndEdit(int row, int column) override;
+        void OnManyChanged() override;
         bool OnDeleteRow(int row) override;
         void OnUndone() override;
 

@@ -114,8 +114,8 @@ bool CScheduleSheet::OnCommand(WPARAM wParam, LPARAM lParam)
     try {
         return TXPropertySheet::OnCommand(wParam, lParam);
     } catch (const Quarry::ChangedByAnotherUser&) {
+        KeepOpen(); // before the message, which a window whose model has ended does not outlive
         AfxMessageBox("Another user has changed this schedule. Please close it and open it again.");
-        KeepOpen();
         return true;
     }
 }

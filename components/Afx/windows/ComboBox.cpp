@@ -28,6 +28,8 @@ int CComboBox::InsertString(int index, const char* text, std::uintptr_t data)
     m_items.insert(m_items.begin() + index, {text, data});
     if (m_selected >= index)
         ++m_selected;
+    if (m_beforeDrop && m_beforeDrop->index >= index)
+        ++m_beforeDrop->index;
     Changed(Afx::Part::Items);
     return index;
 }
@@ -37,6 +39,10 @@ int CComboBox::DeleteString(int index)
     if (!At(index))
         return kNone;
     m_items.erase(m_items.begin() + index);
+    if (m_beforeDrop && m_beforeDrop->index == index)
+        m_beforeDrop.reset();
+    else if (m_beforeDrop && m_beforeDrop->index > index)
+        --m_beforeDrop->index;
     if (m_selected == index)
         SetCurSel(kNone);
     else if (m_selected > index)
@@ -48,7 +54,7 @@ int CComboBox::DeleteString(int index)
 void CComboBox::ResetContent()
 {
     m_items.clear();
-    m_beforeDrop = kNone;
+    m_beforeDrop.reset();
     SetCurSel(kNone);
     Changed(Afx::Part::Items);
 }
@@ -113,7 +119,9 @@ void CComboBox::ShowDropDown(bool show)
     if (m_dropped == show)
         return;
     m_dropped = show;
-    m_beforeDrop = m_selected;
+    m_beforeDrop.reset();
+    if (show)
+        m_beforeDrop = Before{m_selected, Text()};
     Changed(Afx::Part::Items);
     NotifyParent(show ? CBN_DROPDOWN : CBN_CLOSEUP);
 }
@@ -122,11 +130,28 @@ void CComboBox::Choose(int index)
 {
     if (!At(index) || index == m_selected)
         return;
-    const WindowRef here(this);
     SetCurSel(index);
+    TellChosen();
+}
+
+void CComboBox::TellChosen()
+{
+    const WindowRef here(this);
     OnChosen();
     if (here)
         NotifyParent(CBN_SELCHANGE);
+}
+
+/// What was chosen when the list dropped is again; that may be nothing.
+void CComboBox::TakeBackChoice()
+{
+    if (!m_beforeDrop || m_beforeDrop->index == m_selected)
+        return;
+    const Before before = *m_beforeDrop;
+    SetCurSel(before.index);
+    MutableText() = before.text;
+    Changed(Afx::Part::Text);
+    TellChosen();
 }
 
 bool CComboBox::OnKey(unsigned key, unsigned modifiers)
@@ -158,13 +183,16 @@ bool CComboBox::OnKey(unsigned key, unsigned modifiers)
         Choose(key == VK_HOME ? 0 : last);
         return true;
     case VK_RETURN:
-    case VK_ESCAPE:
+    case VK_ESCAPE: {
         if (!m_dropped)
             return false;
-        if (key == VK_ESCAPE && m_beforeDrop != kNone)
-            Choose(m_beforeDrop);
-        ShowDropDown(false);
+        const WindowRef here(this);
+        if (key == VK_ESCAPE)
+            TakeBackChoice();
+        if (here)
+            ShowDropDown(false);
         return true;
+    }
     default:
         return false;
     }

@@ -3,6 +3,7 @@
 // The combo box.
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "Afx/windows/Wnd.h"
@@ -65,13 +66,22 @@ private:
         std::uintptr_t data;
     };
 
+    /// What was chosen, and the text in the edit, when the list dropped.
+    struct Before
+    {
+        int index;
+        CString text;
+    };
+
     const Item* At(int index) const noexcept;
     void Choose(int index);
+    void TakeBackChoice();
+    void TellChosen();
     void Typed(const CString& text);
 
     std::vector<Item> m_items;
     int m_selected = kNone;
-    int m_beforeDrop = kNone;
+    std::optional<Before> m_beforeDrop; // while it is dropped, until its list is another
     bool m_editable = false;
     bool m_dropped = false;
 };

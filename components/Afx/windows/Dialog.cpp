@@ -134,10 +134,11 @@ void CDialog::EndDialog(int result) noexcept
 
 void CDialog::GotoDlgCtrl(CWnd* control)
 {
+    const WindowRef there(control);
     control->SetFocus();
-    auto* const edit = dynamic_cast<CEdit*>(control);
-    if (edit && CWnd::GetFocus() == control)
-        edit->SetSel(0, -1);
+    if (there && CWnd::GetFocus() == control)
+        if (auto* const edit = dynamic_cast<CEdit*>(control))
+            edit->SetSel(0, -1);
 }
 
 CWnd* CDialog::GetNextDlgTabItem(CWnd* from, bool back) const
@@ -146,7 +147,9 @@ CWnd* CDialog::GetNextDlgTabItem(CWnd* from, bool back) const
     CollectTabStops(*this, stops);
     if (stops.empty())
         return nullptr;
-    const auto here = std::find(stops.begin(), stops.end(), from);
+    auto here = std::find(stops.begin(), stops.end(), from);
+    for (; here == stops.end() && from; from = from->GetParent()) // as the editor of a grid stands in the grid
+        here = std::find(stops.begin(), stops.end(), from);
     if (here == stops.end())
         return back ? stops.back() : stops.front();
     if (back)
@@ -158,6 +161,20 @@ void CDialog::GotoNext(bool back)
 {
     if (CWnd* const next = GetNextDlgTabItem(CWnd::GetFocus(), back))
         GotoDlgCtrl(next);
+}
+
+/// To the next field in which nothing stands, once round.
+void CDialog::GotoNextEmpty(CWnd& focus)
+{
+    CWnd* const first = GetNextDlgTabItem(&focus);
+    for (CWnd* next = first; next;) {
+        const auto* const edit = dynamic_cast<const CEdit*>(next);
+        if (edit && !edit->IsReadOnly() && edit->Text().IsEmpty())
+            return GotoDlgCtrl(next);
+        next = GetNextDlgTabItem(next);
+        if (next == first)
+            return;
+    }
 }
 
 bool CDialog::OnInitDialog()
@@ -202,13 +219,7 @@ bool CDialog::OnDialogKey(CWnd& focus, unsigned key, unsigned modifiers)
     if (modifiers == Afx::kAlt)
         return key < 128 && PressMnemonic(Afx::UpperAscii(static_cast<char>(key)));
     if (modifiers == Afx::kControl && key == VK_OEM_PERIOD) {
-        for (CWnd* next = GetNextDlgTabItem(&focus); next && next != &focus; next = GetNextDlgTabItem(next)) {
-            const auto* const edit = dynamic_cast<const CEdit*>(next);
-            if (edit && !edit->IsReadOnly() && edit->Text().IsEmpty()) {
-                GotoDlgCtrl(next);
-                break;
-            }
-        }
+        GotoNextEmpty(focus);
         return true;
     }
     switch (key) {

@@ -67,6 +67,7 @@ private:
 
     bool Open();
     void GotoNext(bool back);
+    void GotoNextEmpty(CWnd& focus);
     void PressDefault(CWnd& focus);
     bool PressMnemonic(char letter);
 

@@ -141,9 +141,11 @@ void CEdit::Paste(std::string_view text)
 {
     const WindowRef here(this);
     const int stays = m_characters - Afx::CountCharacters(GetSelectedText().View());
-    if (!m_multiLine && Afx::CountCharacters(text) > kLongestLine - stays) {
+    const int most = m_limit > 0 ? std::min(m_limit, kLongestLine) : kLongestLine;
+    const int added = Afx::CountCharacters(text);
+    if (!m_multiLine && added > 1 && added > most - stays) { // one character more is ignored, as it is when typed
         CString message;
-        message.Format("The text is too long: this field takes %d characters. Nothing was pasted.", kLongestLine);
+        message.Format("The text is too long: this field takes %d characters. Nothing was pasted.", most);
         AfxMessageBox(message);
         return;
     }

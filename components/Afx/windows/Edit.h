@@ -18,8 +18,8 @@ class AFX_API CEdit : public CWnd
     void SetSel(int start, int end);
     void GetSel(int& start, int& end) const noexcept;
     CString GetSelectedText() const;
-    /// From now on the user can type no more than `count` characters; 0: as many as they like. A longer text that is in
-    /// the field, or set, stays.
+    /// From now on the user can type no more than `count` characters, and paste none beyond them; 0: as many as they
+    /// like. A longer text that is in the field, or set, stays.
     void LimitText(int count = 0) noexcept { m_limit = count; }
     /// The user can select and copy, not change.
     void SetReadOnly(bool readOnly = true);

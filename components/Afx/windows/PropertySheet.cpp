@@ -209,15 +209,21 @@ void CPropertySheet::PlaceButtons(int width, int height)
     }
 }
 
-/// All pages take over what they hold. False when one refuses, which is the active one then.
+/// All pages take over what they hold. False when one refuses, which is the active one then, and when the program has
+/// closed the sheet meanwhile, as it may while a page asks the user.
 bool CPropertySheet::ApplyPages()
 {
+    const WindowRef here(this);
+    const auto isOpen = [&] { return here && IsOpen(); };
     CPropertyPage* const active = GetActivePage();
-    if (active && !active->OnKillActive())
+    if ((active && !active->OnKillActive()) || !isOpen())
         return false;
     for (int i = 0; i < GetPageCount(); ++i) {
         CPropertyPage* const page = GetPage(i);
-        if (page->m_filled && !page->OnApply()) {
+        const bool accepts = !page->m_filled || page->OnApply();
+        if (!isOpen())
+            return false;
+        if (!accepts) {
             if (i != m_active)
                 ShowPage(i);
             return false;
@@ -237,8 +243,12 @@ void CPropertySheet::PageModified()
 
 void CPropertySheet::OnOK()
 {
-    m_accepted = ApplyPages();
-    if (m_accepted)
+    const WindowRef here(this);
+    const bool isAccepted = ApplyPages();
+    if (!here)
+        return;
+    m_accepted = isAccepted;
+    if (isAccepted)
         EndDialog(IDOK);
 }
 
@@ -254,7 +264,10 @@ bool CPropertySheet::OnCommand(WPARAM wParam, LPARAM lParam)
 {
     m_accepted = false;
     if (wParam == ID_APPLY_NOW) {
-        m_accepted = ApplyPages();
+        const WindowRef here(this);
+        const bool isAccepted = ApplyPages();
+        if (here)
+            m_accepted = isAccepted;
         return true;
     }
     return CDialog::OnCommand(wParam, lParam);

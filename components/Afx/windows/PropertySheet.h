@@ -79,7 +79,7 @@ class AFX_API CPropertySheet : public CDialog
     bool SetActivePage(int index);
     CTabCtrl& GetTabControl() noexcept { return m_tabs; }
     /// Without the Apply button.
-    void SetNoApply() noexcept { m_apply.ShowWindow(false); }
+    void SetNoApply() { m_apply.ShowWindow(false); }
     /// Whether the last OK or Apply was accepted by all pages.
     bool WasAccepted() const noexcept { return m_accepted; }
 

@@ -178,23 +178,33 @@ CWnd* CWnd::GetDlgItem(int id) const noexcept
     return found == m_children.end() ? nullptr : *found;
 }
 
+/// The control that gets the focus when this one can no longer have it; null when it has not got it.
+CWnd* CWnd::NextOfFocus()
+{
+    const auto* const dialog = g_focus == this ? dynamic_cast<const CDialog*>(&GetTopLevel()) : nullptr;
+    CWnd* const next = dialog ? dialog->GetNextDlgTabItem(this) : nullptr;
+    return next == this ? nullptr : next;
+}
+
 bool CWnd::EnableWindow(bool enable)
 {
-    const auto* const dialog = dynamic_cast<const CDialog*>(&GetTopLevel());
-    CWnd* const next = dialog && !enable && g_focus == this ? dialog->GetNextDlgTabItem(this) : nullptr;
+    CWnd* const next = enable ? nullptr : NextOfFocus();
     const bool before = std::exchange(m_enabled, enable);
     if (before != enable)
         Changed(Afx::Part::Enabled);
-    if (next && next != this)
+    if (next)
         CDialog::GotoDlgCtrl(next);
     return before;
 }
 
-bool CWnd::ShowWindow(bool show) noexcept
+bool CWnd::ShowWindow(bool show)
 {
+    CWnd* const next = show ? nullptr : NextOfFocus();
     const bool before = std::exchange(m_visible, show);
     if (before != show)
         Changed(Afx::Part::Visible);
+    if (next)
+        CDialog::GotoDlgCtrl(next);
     return before;
 }
 

@@ -52,10 +52,10 @@ class AFX_API CWnd : public CObject
     void SetWindowText(const char* text) { OnSetText(text); }
     void GetWindowText(CString& text) const { text = m_text; }
     const CString& Text() const noexcept { return m_text; }
-    /// Each gives the state before. `ShowWindow` takes SW_SHOW and SW_HIDE too. A window that is disabled while it has
-    /// the focus hands it on to the next control of its dialog.
+    /// Each gives the state before. `ShowWindow` takes SW_SHOW and SW_HIDE too. A window that is disabled or hidden
+    /// while it has the focus hands it on to the next control of its dialog.
     bool EnableWindow(bool enable = true);
-    bool ShowWindow(bool show) noexcept;
+    bool ShowWindow(bool show);
     bool IsWindowEnabled() const noexcept { return m_enabled; }
     /// Whether it would be visible if all around it were.
     bool IsShown() const noexcept { return m_visible; }
@@ -154,6 +154,7 @@ protected:
     CString& MutableText() noexcept { return m_text; }
 
 private:
+    CWnd* NextOfFocus();
     void Unlink() noexcept;
     void LetGo(const CWnd& child);
 

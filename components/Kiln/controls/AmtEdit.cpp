@@ -24,8 +24,10 @@ int EndOfTerm(const CString& text, int from) noexcept
         const char c = text[i];
         depth += (c == '(') - (c == ')');
         if ((c == '+' || c == '-') && hasFigure && depth == 0) {
-            const bool isLast = CString(text.Mid(i + 1)).Trim().IsEmpty();
-            return isLast ? text.GetLength() : i; // "12-" is an amount with its sign behind
+            int next = i + 1;
+            while (Afx::IsBlank(text[next]))
+                ++next;
+            return next == text.GetLength() ? next : i; // "12-" is an amount with its sign behind
         }
         hasFigure |= Afx::IsDigit(c);
     }

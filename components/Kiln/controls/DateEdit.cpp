@@ -79,7 +79,7 @@ void CDateEdit::DDX(CDataExchange* exchange, CDate& date, unsigned flags)
         return;
     }
     exchange->PrepareEditCtrl(*this);
-    AfxMessageBox(StaysRefused() ? m_whyRefused : CDate::WhyNotDate(MeantText()));
+    AfxMessageBox(WhyNot());
     exchange->Fail();
 }
 

@@ -23,6 +23,8 @@ class KILN_API CDateEdit : public CEdit
     void SetDate(const CDate& date);
     /// The date in the field; null when it is empty or blank, invalid when it holds no date.
     CDate GetDate() const;
+    /// Why what the field holds is no date, for the user; only where it is none.
+    CString WhyNot() const { return StaysRefused() ? m_whyRefused : CDate::WhyNotDate(MeantText()); }
 
     /// The last day that a date can have, as a date of birth has today. A later date of which the year was typed in two
     /// digits, or not at all, is meant a century earlier; one with all four digits is taken as it stands. A date that

@@ -17,7 +17,7 @@ namespace
 using ::Test::Hands;
 using ::Test::Work;
 
-constexpr unsigned kFirst = 801, kSecond = 802, kThird = 803;
+constexpr unsigned kFirst = 801, kSecond = 802, kThird = 803, kFourth = 804;
 
 struct PairOfDates : CDialog
 {
@@ -26,9 +26,11 @@ struct PairOfDates : CDialog
         from.Create(this, kFirst);
         to.Create(this, kSecond);
         underwriting.Create(this, kThird);
+        plain.Create(this, kFourth);
     }
     CPairedDateEdit from{to, false}, to{from, true};
     CUnderwritingDateEdit underwriting;
+    CSystemDateEdit plain;
 };
 
 class UiControls : public ::testing::Test, protected ::Test::Practice
@@ -66,6 +68,9 @@ TEST_F(UiControls, DatesWithoutAYearTakeTheirPlaceBesideEachOther)
         hands.Type(kThird, "1/1");
         ::Test::Windows().Leave();
         hands.ExpectText(kThird, "01/01/2024");
+        hands.Type(kFourth, "6/4");
+        ::Test::Windows().Leave();
+        hands.ExpectText(kFourth, "06/04/2023");
         dialog.EndDialog(IDOK);
     });
     EXPECT_EQ(CPairedDateEdit::m_pStaticPairedEdit, nullptr);
@@ -78,6 +83,7 @@ TEST_F(UiControls, CombosHaveTheirListsAndKeepWhatWasTyped)
     app.WriteProfileString("Preferences", "DataDirectory", ::Test::TempDir().c_str());
     ::Test::WriteFile("BBSList.txt", "Abbey\nZeta\n");
     ::Test::WriteFile("CharList.txt", "Oxfam");
+    ::Test::WriteFile("FBBSList.txt", "Banque");
     Sql("INSERT INTO BRIXBank (lID, strName) VALUES (1, 'Own bank')");
     TXBanksComboBox banks;
     banks.SetWindowText("zeta");
@@ -89,7 +95,7 @@ TEST_F(UiControls, CombosHaveTheirListsAndKeepWhatWasTyped)
     banks.SetType(TXBanksComboBox::kSocieties);
     EXPECT_EQ(Items(banks), "") << "the type is the one it has";
     banks.SetType(TXBanksComboBox::kForeignSocieties);
-    EXPECT_EQ(Items(banks), "") << "no such file";
+    EXPECT_EQ(Items(banks), "Banque");
     banks.SetType(TXBanksComboBox::kRecords);
     EXPECT_EQ(Items(banks), "Own bank");
     CWnd around;
@@ -124,6 +130,8 @@ TEST_F(UiControls, CountriesAreChosenByTheirNames)
         Afx::UserActs::Focus(cool);
         hands.Write("fr");
         Afx::UserActs::Drop(cool, true);
+        cool.BuildCountryList();
+        EXPECT_TRUE(cool.Text() == "fr" && cool.GetDroppedState()) << "what is being typed";
         hands.Press(VK_TAB);
         EXPECT_FALSE(cool.GetDroppedState());
         EXPECT_EQ(cool.GetCurSelCurrency() + " " + cool.GetCurSelCountryAbbr(), "Euro FRA") << "completed";

@@ -37,6 +37,7 @@ protected:
                                                         {2, kColumnRequired, "Net"},
                                                         {3, kColumnAutomatic, "Tax"},
                                                         {4, kColumnNotTested, "Gross"},
+                                                        {5, kColumnNotTested, "Paid by", Format::Combo},
                                                         {0, 0}};
         return kColumns;
     }
@@ -46,6 +47,12 @@ protected:
         const CAmt net = GetCellAmount(row, 1), tax = GetCellAmount(row, 2);
         SetCellAmount(row, 3, tax.IsValid() ? net + tax : net);
     }
+    void OnControlCreated(int id, CWnd&) override
+    {
+        if (id == 5 && GetCombo(5).GetCount() == 0)
+            GetCombo(5).AddString("Ann");
+    }
+    void ComboToGridItem(int row, int column) override { SetCellText(row, column, GetCombo(5).Text() + "'s account"); }
 };
 
 template<class Grid>
@@ -76,13 +83,13 @@ CAmt OfPence(std::int64_t pence) { return CAmt::FromPence(pence); }
 class Splits : public ::testing::Test, protected ::Test::Practice
 {
 protected:
-    void Fill(CEntitySplitGrid& grid, const CAmt& amount, int count, bool saves = false)
+    void Fill(CEntitySplitGrid& grid, const CAmt& amount, int count, bool saves = false, bool readOnly = false)
     {
         CEntityArray entities;
         for (int i = 1; i <= count; ++i)
             entities.Add({i, 0, ("E" + std::to_string(i)).c_str()});
         CDataExchange exchange(nullptr, saves);
-        grid.DDXFunc(&exchange, amount, entities, 0, 0, list);
+        grid.DDXFunc(&exchange, amount, entities, 0, readOnly, list);
     }
     Split list;
     const CEntitySplitGrid::ShareColumns columns{Split::kClientID, -1, Split::kShare, -1};
@@ -97,20 +104,27 @@ TEST(InsertableGridSlots, StandInTheOrderThatModulesAreBuiltFor)
                                        &G::Load, &G::Save, &G::OnNewRowCreated, &G::OnCalcRow, &G::OnControlCreated,
                                        &G::GridItemToCombo, &G::ComboToGridItem));
     EXPECT_TRUE(::Test::AreConsecutive(&CTotallingGrid::GetCellAmt, &CTotallingGrid::SetTotal));
+    using S = CEntitySplitGrid;
+    EXPECT_TRUE(::Test::AreConsecutive(&S::CPSGetClientID, &S::PPSGetPClientID, &S::ParentNewCPS, &S::ParentNewPPS));
 }
 
 TEST(CInsertableGrid, OffersABlankRowUpToItsMaximum)
 {
+    SetCurrentTaxYear(2024 - 1991);
+    ::Test::SetNow(2024, 6, 1, 10, 0, 0); // a leap year, the one before it is none
     COneGrid<CPayments> dialog;
     CPayments& grid = dialog.grid;
     grid.SetMaximumRows(3);
     grid.SetDeleteButton(&dialog.button);
     Work(dialog, [&](Hands& hands) {
         grid.CheckForNewRow();
-        EXPECT_EQ(Shown(grid), "||A|\n") << "the first, with its automatic cell";
+        EXPECT_EQ(Shown(grid), "||A||\n") << "the first, with its automatic cell";
         grid.CheckForNewRow();
         EXPECT_EQ(grid.GetRowCount(), 1) << "nothing behind a blank one";
         Afx::UserActs::Focus(grid);
+        hands.Write("29/2");
+        hands.Press(VK_TAB);
+        hands.ExpectMessage("29 February 2023 does not exist; February 2023 has 28 days");
         hands.Write("6/4/24");
         hands.Press(VK_TAB);
         EXPECT_EQ(grid.GetRowCount(), 1) << "net is not filled";
@@ -119,26 +133,36 @@ TEST(CInsertableGrid, OffersABlankRowUpToItsMaximum)
         EXPECT_EQ(grid.GetRowCount(), 2);
         hands.Write("10");
         hands.Press(VK_TAB);
-        EXPECT_EQ(Shown(grid), "06/04/2024|90.00|10.00|100.00\n||A|\n");
-        ::Test::Windows().SetClipboard("\t1\t2\n\t3\t4\n");
+        EXPECT_EQ(Shown(grid), "06/04/2024|90.00|10.00|100.00|\n||A||\n");
         grid.GoTo(1, 0);
+        ::Test::Windows().SetClipboard("\t1\n\t3\t4\t7\n");
         hands.Press('V', Afx::kControl);
-        EXPECT_EQ(Shown(grid), "06/04/2024|90.00|10.00|100.00\n|1.00|2.00|3.00\n|3.00|4.00|7.00\n");
+        hands.ExpectMessage("Nothing was pasted. Row 3, Gross: this cell cannot be changed.");
+        EXPECT_EQ(grid.GetRowCount(), 2) << "nor was a row added for it";
+        ::Test::Windows().SetClipboard("\t1\t2\n\t3\t4\n");
         hands.Press('V', Afx::kControl);
+        EXPECT_EQ(Shown(grid), "06/04/2024|90.00|10.00|100.00|\n|1.00|2.00|3.00|\n|3.00|4.00|7.00|\n");
         grid.GoTo(2, 0);
         hands.Press('V', Afx::kControl);
         hands.ExpectMessage("Nothing was pasted: there is no room for so many rows.");
-        EXPECT_EQ(grid.GetRowCount(), 3);
+        EXPECT_EQ(Shown(grid), "06/04/2024|90.00|10.00|100.00|\n|1.00|2.00|3.00|\n|3.00|4.00|7.00|\n") << "as before";
         hands.Answer(IDYES);
         hands.Press(VK_DELETE, Afx::kControl);
         hands.ExpectMessage("Delete this row?");
         EXPECT_EQ(grid.GetRowCount(), 3) << "one deleted, one offered";
         EXPECT_TRUE(dialog.button.IsWindowEnabled());
+        grid.GoTo(0, 4);
+        hands.Press(VK_DOWN, Afx::kAlt);
+        hands.Press(VK_DOWN);
+        hands.Press(VK_RETURN);
+        hands.Press(VK_RETURN);
+        EXPECT_EQ(grid.GetCellText(0, 4), "Ann's account") << "as the derived grid keeps what was chosen";
         while (grid.Undo()) {
         }
-        EXPECT_EQ(Shown(grid), "||A|\n");
+        EXPECT_EQ(Shown(grid), "||A||\n");
         dialog.EndDialog(IDOK);
     });
+    CCurrentTaxYearSingleton::Destroy();
 }
 
 TEST(CTotallingGrid, ComputesWhatFollowsFromAnEditAndNothingElse)
@@ -173,6 +197,19 @@ TEST(CTotallingGrid, ComputesWhatFollowsFromAnEditAndNothingElse)
         hands.Press(VK_RETURN);
         EXPECT_EQ(grid.GetComputedCount() - before, 3u) << "of the row, of the column, of all";
         EXPECT_EQ(grid.GetCellAmount(kRows, kColumns), OfPence(sum));
+        const std::size_t pasted = grid.GetComputedCount();
+        ::Test::Windows().SetClipboard(grid.GetCellText(0, 0).Str() + "\t0\n1\t2\n");
+        const std::int64_t unpasted = sum;
+        sum += 300 - grid.GetCellAmount(0, 1).GetPence() - grid.GetCellAmount(1, 0).GetPence() -
+               grid.GetCellAmount(1, 1).GetPence();
+        grid.GoTo(0, 0);
+        hands.Press('V', Afx::kControl);
+        EXPECT_EQ(grid.GetComputedCount() - pasted, 5u) << "each once, however many cells";
+        EXPECT_EQ(grid.GetCellAmount(kRows, kColumns), OfPence(sum));
+        grid.SetCellAmount(2, 0, grid.GetCellAmount(2, 0) + OfPence(100));
+        grid.UpdateTotals(true);
+        grid.Undo();
+        EXPECT_EQ(grid.GetCellAmount(kRows, kColumns), OfPence(unpasted + 100)) << "not the total of then";
         for (int column = 0; column < kColumns; ++column)
             grid.EmptyCell(9, column);
         grid.UpdateTotals(true);
@@ -229,6 +266,9 @@ TEST_F(Splits, AreTypedInEitherUnitAndSaved)
         hands.Press(VK_RETURN);
         EXPECT_EQ(Shown(grid, CEntitySplitGrid::kShare), "100.01\n40.00\n\n\n60.01\n");
         grid.OnUsePCentSplit(1);
+        grid.GoTo(1, CEntitySplitGrid::kShare);
+        hands.Press('D', Afx::kControl); // above it stand pounds
+        grid.GoTo(2, CEntitySplitGrid::kShare);
         EXPECT_EQ(Shown(grid, CEntitySplitGrid::kShare), "100.01\n39.99600040\n\n\n60.00399960\n");
         hands.Write("25");
         hands.Press(VK_RETURN);
@@ -242,9 +282,17 @@ TEST_F(Splits, AreTypedInEitherUnitAndSaved)
         EXPECT_EQ(Shown(grid, CEntitySplitGrid::kShare), "0.00\n40.00\n25.00\n\nError\n");
         grid.OnUsePCentSplit(1);
         EXPECT_EQ(Shown(grid, CEntitySplitGrid::kShare), "0.00\nError\nError\n\n100.00000000\n");
+        grid.UpdateNetAmount(OfPence(10'000));
+        EXPECT_EQ(Shown(grid, CEntitySplitGrid::kShare), "100.00\n40.00000000\n25.00000000\n\n35.00000000\n");
+        grid.UpdateNetAmount(OfPence(20'000));
+        EXPECT_EQ(grid.GetShareAmount(0), OfPence(8'000)) << "what is shown stays";
+        grid.UpdateNetAmount(OfPence(10'000));
+        hands.Press(VK_DELETE, Afx::kControl); // its rows are its entities'
         grid.OnUsePCentSplit(0);
         dialog.EndDialog(IDOK);
     });
+    Fill(grid, CAmt::kZero, 3, true, true);
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXBTaxNoTaxInvestmentIncomeSplit"), "0") << "read-only";
     Fill(grid, CAmt::kZero, 3, true);
     EXPECT_EQ(Query("SELECT lClientID, amtShare FROM BRIXBTaxNoTaxInvestmentIncomeSplit ORDER BY lClientID"),
               "1|40.00, 2|25.00");
@@ -266,6 +314,7 @@ TEST(CDefaultSplitBasePage, AsksAboutASplitThatDoesNotAddUp)
                        hands.Write("33.33");
                        hands.Press(VK_RETURN);
                        EXPECT_EQ(page.GetRemainingGrid().GetCellText(0, 1), "0.00333333");
+                       hands.Press(VK_DELETE, Afx::kControl); // nor rows of a page that makes them itself
                        hands.Answer(IDCANCEL);
                        hands.Click(IDOK);
                        hands.ExpectMessage("The split does not add up to 100%. Continue?");
@@ -306,6 +355,8 @@ TEST(CChangeOfBasisGrid, RefusesNegativeResultsAndAsksAboutChanges)
         EXPECT_FALSE(grid.Validate(1, 3, 0));
         EXPECT_EQ(grid.GetCurrentRow() * 10 + grid.GetCurrentColumn(), 32) << "the negative result";
         EXPECT_EQ(before.Text(), "12.00");
+        hands.Press(VK_DELETE, Afx::kControl);
+        EXPECT_EQ(grid.GetRowCount(), 4) << "for good";
         dialog.EndDialog(IDOK);
     });
     CCurrentTaxYearSingleton::Destroy();

@@ -75,6 +75,7 @@ public:
         return told != "locked";
     }
     CString GetInfoLine(unsigned id) override { return m_hasFurniture && id == kInfoLine1Id ? "Line" : ""; }
+    int ShowInfoLine(int page, unsigned id) override { return page == 0 && id == kInfoLine1Id; }
     int ShowCompletedCheckBox() override { return m_hasFurniture; }
     int ShowPartnershipNameBox() override { return m_hasFurniture; }
     int ShowJointSpouseIncome() override { return m_hasFurniture; }
@@ -176,7 +177,8 @@ TEST_F(Sheets, CommitWhatAllPagesAcceptedAndNothingElse)
 TEST_F(Sheets, StayOpenWhileAnotherProgramWrites)
 {
     Script("PRAGMA busy_timeout = 1");
-    CInterestSheet sheet(list, false);
+    CInterestSheet sheet(list, true);
+    sheet.SetNotesRowHandling(&list, Interest::kNotesAudit, -1, -1, -1, 0, 0);
     EXPECT_EQ(Work(sheet,
                    [&](Hands& hands) {
                        hands.Type(kNameId, "Typed");
@@ -186,10 +188,22 @@ TEST_F(Sheets, StayOpenWhileAnotherProgramWrites)
                        hands.ExpectMessage("Another program is writing to the practice. Please try again in a moment.");
                        other->Rollback();
                        hands.ExpectText(kNameId, "Typed");
+                       EXPECT_TRUE(hands.Control(ID_APPLY_NOW).IsWindowEnabled()) << "nothing was applied";
+                       ::Test::Windows().Script([&](CDialog& open) {
+                           Hands notes(open);
+                           notes.Type(IDC_NOTES_TEXT, "Noted");
+                           other->Begin(Cellar::Intent::Write);
+                           notes.Click(IDOK);
+                           notes.ExpectMessage(
+                               "Another program is writing to the practice. Please try again in a moment.");
+                           other->Rollback();
+                           notes.Click(IDOK);
+                       });
+                       hands.Click(IDC_STATUS_NOTES);
                        hands.Click(IDOK);
                    }),
               IDOK);
-    EXPECT_EQ(Stored(), "Typed");
+    EXPECT_EQ(Query("SELECT strName, strNotesAudit FROM BRIXNewInterest"), "Typed|Noted");
 }
 
 TEST_F(Sheets, HaveNoFurnitureUnlessAsked)
@@ -211,6 +225,64 @@ TEST_F(Sheets, HaveNoFurnitureUnlessAsked)
     EXPECT_EQ(plain.GetNotesTypes(), 0u);
     plain.SetNotesRowHandling(&list, 1, -1, -1, 0, 0, 0);
     EXPECT_EQ(plain.GetNotesTypes(), 9u);
+}
+
+TEST_F(Sheets, HaveTheirFurnitureWhereItIsSeen)
+{
+    CInterestSheet sheet(list, true);
+    TXPropertyPage other(kNamePage), special(kNamePage);
+    special.SetWindowText("Loans");
+    sheet.AddPage(&other);
+    Work(sheet, [&](Hands& hands) {
+        hands.ExpectText(kInfoLine1Id, "Line");
+        for (const int width : {400, 300}) {
+            sheet.MoveWindow({0, 0, width, 200});
+            EXPECT_EQ(sheet.GetDlgItem(kInfoLine1Id)->GetRect().right, width - kFurnitureGap);
+        }
+        sheet.page.ShowEdit(kNameId, false);
+        EXPECT_FALSE(sheet.page.GetDlgItem(kNameId)->GetLabel()->IsShown());
+        sheet.EnableNotes(false);
+        EXPECT_FALSE(hands.Control(IDC_STATUS_NOTES).IsWindowEnabled());
+        sheet.SetActivePage(1);
+        EXPECT_FALSE(sheet.GetDlgItem(kInfoLine1Id)->IsShown());
+        EXPECT_EQ(sheet.GetNextDlgTabItem(sheet.GetDlgItem(IDOK))->GetParent(), sheet.GetDlgItem(kNotesStatusId));
+        hands.ExpectText(IDC_STATUS_NOTES_LABEL, "");
+        sheet.AddSpecialNotesPage(&special);
+        ::Test::Windows().Script([&](CDialog& open) {
+            auto& notes = dynamic_cast<CPropertySheet&>(open);
+            const std::vector<CString> tabs{"Audit", "Tax Return", "Estimates", "Avoidance", "Loans"};
+            EXPECT_TRUE(notes.Text() == "Notes" && notes.GetTabControl().GetItems() == tabs);
+            EXPECT_EQ(notes.GetActiveIndex(), 1) << "that of the kind which was clicked";
+            Hands page(open);
+            page.ExpectText(IDC_NOTES_DESCRIPTION, "Any information you type here about the current schedule will be "
+                                                   "printed on the relevant tax form.");
+            page.Press(VK_TAB, Afx::kControl);
+            page.ExpectText(IDC_NOTES_DESCRIPTION, "Any information you type here about the estimated figures will be "
+                                                   "printed on the Tax Return form.");
+            notes.EndDialog(IDOK);
+        });
+        sheet.OnNotesClicked(NotesReturn);
+        hands.ExpectText(IDC_STATUS_NOTES_LABEL, "Special");
+        hands.Click(IDCANCEL);
+    });
+}
+
+TEST_F(Sheets, AndDialogsCommitByOKAlone)
+{
+    for (const auto& [hasLevel, button, stored] :
+         {std::tuple(false, IDCANCEL, "1"), {true, IDCANCEL, "1"}, {true, IDOK, "2"}}) {
+        list.Open();
+        TXDialog dialog(kNamePage);
+        dialog.EnableQuarryTransactions(hasLevel);
+        EXPECT_EQ(Work(dialog,
+                       [&](Hands& hands) {
+                           list.SetName(hasLevel ? "2" : "1");
+                           list.Update();
+                           hands.Click(static_cast<unsigned>(button));
+                       }),
+                  button);
+        EXPECT_EQ(Stored(), stored);
+    }
 }
 
 TEST_F(Sheets, CheckTheShareOfASpouse)
@@ -265,6 +337,8 @@ TEST_F(Sheets, KeepNotesOfEveryKind)
                            notes.ExpectMessage("Please enter a scheme reference number.");
                            notes.ExpectFocus(IDC_AVOIDANCE_REFERENCE);
                            notes.Write("12345678");
+                           EXPECT_EQ(notes.Control(IDC_AVOIDANCE_HAS_YEAR).GetAccessibleName(),
+                                     "Expected advantage to the partners arises in tax year ended 5 April");
                            notes.Click(IDC_AVOIDANCE_HAS_YEAR);
                            notes.Click(IDC_AVOIDANCE_OTHER_YEAR);
                            notes.Type(IDC_AVOIDANCE_YEAR, "17");

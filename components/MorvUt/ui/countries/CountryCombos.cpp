@@ -15,7 +15,10 @@ void Fill(CComboBox& combo, bool euOnly, bool unassigned)
     for (int i = 0; i < countries.GetSize(); ++i)
         if (i == 0 ? unassigned && !euOnly : !euOnly || countries[i].isEU)
             combo.AddString(countries[i].name);
-    combo.SelectString(chosen);
+    if (combo.IsEditable())
+        combo.SetWindowText(chosen); // also what is no country yet, since the user may be typing
+    else
+        combo.SelectString(chosen);
     combo.SetRedraw(true);
 }
 

@@ -15,8 +15,8 @@ class MORVUT_API TXCountryComboBox : public Kiln::CExComboBox
     explicit TXCountryComboBox(int euOnly = 0, int unassigned = 1) noexcept : m_euOnly(euOnly), m_unassigned(unassigned)
     {}
 
-    /// Fills the list from the practice; the choice stays where there is that country still. Throws
-    /// Cellar::DatabaseError.
+    /// Fills the list from the practice; the choice stays where there is that country still, a text in an edit always.
+    /// Throws Cellar::DatabaseError.
     void BuildCountryList();
     /// Of the chosen country; empty when none is.
     CString GetCurSelCountry() const;

@@ -54,6 +54,7 @@ private:
     protected:
         void OnGridCellEndEdit(int row, int column) override;
         void OnUndone() override;
+        bool CanDeleteRow(int) override { return false; } // the derived page makes the rows
 
     private:
         CDefaultSplitBasePage& m_page;

@@ -29,7 +29,8 @@ void CEntitySplitGrid::DDXFunc(CDataExchange* exchange, const CAmt& amount, cons
 {
     CGrid::DDX(exchange);
     if (exchange->m_bSaveAndValidate) {
-        SaveTheGrid(clientShares, partnershipShares);
+        if (!readOnly)
+            SaveTheGrid(clientShares, partnershipShares);
         return;
     }
     m_entities = entities;
@@ -222,7 +223,10 @@ void CEntitySplitGrid::UpdateNetAmount(const CAmt& amount)
     m_netAmount = amount;
     SetCellAmount(kNetAmount, kShare, amount);
     for (int i = 0; m_usePercent && i < m_entities.GetSize(); ++i)
-        TakeShare(i);
+        if (PercentAt(i).kind == PercentShare::Kind::Error)
+            ShowShare(i); // there may be an amount now of which it is a share
+        else
+            TakeShare(i);
     UpdateTotals(true);
     ShowLeft();
 }

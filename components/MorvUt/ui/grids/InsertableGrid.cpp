@@ -65,8 +65,7 @@ void CInsertableGrid::CheckForNewRow()
 void CInsertableGrid::CheckDeleteButtonForEnable()
 {
     if (m_deleteButton)
-        m_deleteButton->EnableWindow(AllowDelete() && GetCurrentRow() >= 0 && GetCurrentRow() < GetRowCount() &&
-                                     !IsTotalRow(GetCurrentRow()) && !IsHeadingRow(GetCurrentRow()));
+        m_deleteButton->EnableWindow(CanDeleteRow(GetCurrentRow()));
 }
 
 bool CInsertableGrid::AllowDelete() { return true; }
@@ -176,9 +175,24 @@ void CInsertableGrid::OnEditorCreated(int row, int column, CWnd& editor)
     CGrid::OnEditorCreated(row, column, editor);
 }
 
+/// A derived grid's combo may choose among other things than the cell holds.
+void CInsertableGrid::StoreEdit(int row, int column, Lattice::Value value, CWnd& editor)
+{
+    const auto combo = m_combos.find(GetColumnId(column));
+    if (combo != m_combos.end() && combo->second.get() == &editor)
+        ComboToGridItem(row, column);
+    else
+        CGrid::StoreEdit(row, column, std::move(value), editor);
+}
+
+bool CInsertableGrid::CanDeleteRow(int row)
+{
+    return AllowDelete() && row >= 0 && row < GetRowCount() && !IsTotalRow(row) && !IsHeadingRow(row);
+}
+
 bool CInsertableGrid::OnDeleteRow(int row)
 {
-    if (!AllowDelete() || IsTotalRow(row) || IsHeadingRow(row) || !CGrid::OnDeleteRow(row))
+    if (!CanDeleteRow(row) || !CGrid::OnDeleteRow(row))
         return false;
     CheckForNewRow();
     CheckDeleteButtonForEnable();

@@ -80,6 +80,8 @@ protected:
     void OnGridLosingFocus() override;
     CWnd* LendEditor(int row, int column) override;
     void OnEditorCreated(int row, int column, CWnd& editor) override;
+    void StoreEdit(int row, int column, Lattice::Value value, CWnd& editor) override;
+    bool CanDeleteRow(int row) override;
     bool OnDeleteRow(int row) override;
     bool OnPasteRow() override;
     void OnUndone() override;

@@ -1,7 +1,6 @@
 #include "MorvUt/ui/grids/TotallingGrid.h"
 
 #include <algorithm>
-#include <set>
 
 #include "MorvUt/res/Strings.h"
 #include "MorvUt/ui/grids/Totals.h"
@@ -38,6 +37,7 @@ void CTotallingGrid::Reset()
     m_overColumn.clear();
     m_overRow.clear();
     m_order.clear();
+    m_due.clear();
 }
 
 std::vector<std::size_t> CTotallingGrid::TotalsOver(int row, int column) const
@@ -100,29 +100,53 @@ void CTotallingGrid::UpdateTotals(bool redraw)
         Changed(Afx::Part::Cells);
 }
 
+void CTotallingGrid::NoteDue(int row, int column)
+{
+    Order(); // as far as it was not worked out
+    for (const std::size_t index : TotalsOver(row, column))
+        m_due.insert(m_places[index]);
+}
+
 void CTotallingGrid::OnCellEndEdit(int row, int column)
 {
-    Order();                   // as far as it was not worked out
-    std::set<std::size_t> due; // places, so that each is computed once, behind what it sums
-    for (const std::size_t index : TotalsOver(row, column))
-        due.insert(m_places[index]);
-    while (!due.empty()) {
-        const std::size_t place = *due.begin();
-        due.erase(due.begin());
+    NoteDue(row, column);
+    ComputeDue();
+}
+
+void CTotallingGrid::ComputeDue()
+{
+    Order();
+    while (!m_due.empty()) {
+        const std::size_t place = *m_due.begin();
+        m_due.erase(m_due.begin());
         const CGridTotalInfoABC& total = *m_totals[m_order[place]];
         const CString before = GetCellText(total.GetRow(), total.GetColumn());
         Compute(m_order[place], true);
         if (GetCellText(total.GetRow(), total.GetColumn()) != before)
             for (const std::size_t over : TotalsOver(total.GetRow(), total.GetColumn()))
                 if (m_places[over] > place)
-                    due.insert(m_places[over]);
+                    m_due.insert(m_places[over]);
     }
 }
 
 void CTotallingGrid::OnGridCellEndEdit(int row, int column)
 {
     CGrid::OnGridCellEndEdit(row, column);
-    OnCellEndEdit(row, column);
+    NoteDue(row, column);
+    if (!IsChangingMany())
+        ComputeDue();
+}
+
+void CTotallingGrid::OnManyChanged()
+{
+    CGrid::OnManyChanged();
+    ComputeDue();
+}
+
+void CTotallingGrid::OnUndone()
+{
+    CGrid::OnUndone();
+    UpdateTotals(true);
 }
 
 Kiln::CAmt CTotallingGrid::GetCellAmt(int row, int column)

@@ -3,6 +3,7 @@
 // The grid whose total rows and columns keep themselves up to date.
 
 #include <memory>
+#include <set>
 #include <unordered_map>
 #include <vector>
 
@@ -40,10 +41,17 @@ class MORVUT_API CTotallingGrid : public Lattice::CGrid
 
 protected:
     void OnGridCellEndEdit(int row, int column) override;
+    void OnManyChanged() override;
+    /// The program may have changed what is summed since: computes all totals.
+    void OnUndone() override;
+    /// No: the totals name their rows.
+    bool CanDeleteRow(int) override { return false; }
 
 private:
     int Add(std::unique_ptr<CGridTotalInfoABC> total, int summed, bool isColumn);
     void Compute(std::size_t index, bool redraw);
+    void NoteDue(int row, int column);
+    void ComputeDue();
     std::vector<std::size_t> TotalsOver(int row, int column) const;
     const std::vector<std::size_t>& Order();
 
@@ -51,5 +59,6 @@ private:
     std::unordered_map<int, std::vector<std::size_t>> m_overColumn, m_overRow; // totals that sum some of it
     std::vector<std::size_t> m_places;                                         // of each in the order
     std::vector<std::size_t> m_order; // each behind those that it sums; empty: not worked out
+    std::set<std::size_t> m_due;      // places in the order, so that each is computed once, behind what it sums
     std::size_t m_computed = 0;
 };

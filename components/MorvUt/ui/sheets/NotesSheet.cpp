@@ -157,10 +157,15 @@ CNotesSheet::~CNotesSheet() = default;
 bool CNotesSheet::Run(NotesType first)
 {
     SetActivePage(static_cast<int>(FirstNotesPage(m_kinds, first)));
-    const bool isAccepted = DoModal() == IDOK;
-    if (isAccepted)
+    return DoModal() == IDOK;
+}
+
+void CNotesSheet::OnOK()
+{
+    const WindowRef here(this);
+    TXPropertySheet::OnOK();
+    if (here && WasAccepted())
         WriteBack();
-    return isAccepted;
 }
 
 void CNotesSheet::WriteBack()

@@ -81,6 +81,10 @@ class MORVUT_API CNotesSheet : public TXPropertySheet
     /// Shows them, the page of `first` on top. True when they were accepted; they are written back to the owner then.
     bool Run(NotesType first);
 
+protected:
+    /// Writes them back while the sheet can stay open, so that no note is lost in a busy practice.
+    void OnOK() override;
+
 private:
     void WriteBack();
 

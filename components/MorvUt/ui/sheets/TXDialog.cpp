@@ -34,6 +34,7 @@ void TXDialog::CloseDialog(int result)
     if (result == IDOK && m_level) {
         try {
             m_level->Commit();
+            m_level.reset();
         } catch (const Cellar::DatabaseError& error) {
             TellBusyOrThrow(error); // it stays open
             return;

@@ -35,6 +35,7 @@ int TXPropertySheet::DoModal()
 
 bool TXPropertySheet::OnInitDialog()
 {
+    m_level.reset(); // of an opening that failed
     if (Quarry::HasConnection())
         m_level = std::make_unique<Quarry::CTransaction>();
     if (!UpdateMTDScheduleData()) {
@@ -46,14 +47,19 @@ bool TXPropertySheet::OnInitDialog()
 
 bool TXPropertySheet::OnCommand(WPARAM wParam, LPARAM lParam)
 {
+    const WindowRef here(this);
     try {
         const bool isDone = CExPropertySheet::OnCommand(wParam, lParam);
-        if ((wParam == IDOK || wParam == ID_APPLY_NOW) && WasAccepted())
+        if (here && (wParam == IDOK || wParam == ID_APPLY_NOW) && WasAccepted())
             CommitEdits(wParam == ID_APPLY_NOW);
         return isDone;
     } catch (const Cellar::DatabaseError& error) {
+        if (!here)
+            throw;
+        KeepOpen(); // before the message: a window that is shown closes when its model has ended
+        if (CPropertyPage* const page = GetActivePage())
+            page->SetModified(); // there is something to apply still
         TellBusyOrThrow(error);
-        KeepOpen();
         return true;
     }
 }
@@ -117,16 +123,20 @@ void TXPropertySheet::PageSetActive(int page)
             line->ShowWindow(ShowInfoLine(page, id) != 0);
 }
 
-void TXPropertySheet::OnWindowPosChanging(WINDOWPOS*)
+void TXPropertySheet::OnWindowPosChanging(WINDOWPOS* position)
 {
+    const int width = position && !(position->flags & SWP_NOSIZE) ? position->cx : GetRect().Width();
     for (const unsigned id : {kInfoLine1Id, kInfoLine2Id, kJointSpouseId, kNotesStatusId})
-        OnSizeDlgItem(static_cast<int>(id));
+        SizeFurniture(static_cast<int>(id), width);
 }
 
-void TXPropertySheet::OnSizeDlgItem(int id)
+void TXPropertySheet::OnSizeDlgItem(int id) { SizeFurniture(id, GetRect().Width()); }
+
+/// Of a sheet that is so wide.
+void TXPropertySheet::SizeFurniture(int id, int sheetWidth)
 {
     CWnd* const control = GetDlgItem(id);
-    const int right = GetRect().Width() - kFurnitureGap;
+    const int right = sheetWidth - kFurnitureGap;
     if (!control || right <= control->GetRect().left)
         return;
     CRect place = control->GetRect();

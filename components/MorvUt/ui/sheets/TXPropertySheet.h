@@ -130,6 +130,7 @@ private:
 
     void DisplayInfoControl(unsigned id, int& height);
     void PlacePanel(CDialog& panel, unsigned id, int& width, int& height);
+    void SizeFurniture(int id, int sheetWidth);
     NotesType FirstNotesType();
     void CommitEdits(bool staysOpen);
 
