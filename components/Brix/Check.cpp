@@ -33,6 +33,8 @@ struct Unique
     const SqlText* among = nullptr; // further conditions on the rows a and b that count
 };
 
+constexpr SqlText kWithCode = " AND a.[strCode] <> ''";
+
 const std::vector<Unique>& Uniques()
 {
     static const auto& uniques = *new std::vector<Unique>{
@@ -49,6 +51,8 @@ const std::vector<Unique>& Uniques()
          "the partnership's tax form of the year stands twice"},
         {&CClientYearly::Declaration, {"lClientID", "nYear"}, false, "the client's yearly row stands twice"},
         {&CPartnershipYearly::Declaration, {"lpClientID", "nYear"}, false, "the partnership's yearly row stands twice"},
+        {&CClient::Declaration, {"strCode"}, false, "the client's code stands twice", &kWithCode},
+        {&CPartnership::Declaration, {"strCode"}, false, "the partnership's code stands twice", &kWithCode},
         {&CPFile::Declaration, {"nYear"}, false, "the year's parameters stand twice"},
         {&CUser::Declaration, {"strUserID"}, true, "the user stands twice"},
         {&CUserRole::Declaration, {"strRole"}, true, "the role stands twice"},

@@ -67,6 +67,8 @@ TEST_P(CheckPractice, FindsWhatDoesNotFit)
         {"INSERT INTO BRIXMTD_Employments (lID, lMTD_TaxYearID, strKey, bWithdrawn) VALUES (7, 1, 'A1', 1)",
          "BRIXMTD_Employments", 7, "twice"},
         {"INSERT INTO BRIXTaxForm (lID, lClientID, nYear) VALUES (7, 1, 2024)", "BRIXTaxForm", 7, "twice"},
+        {"INSERT INTO BRIXClient (lID, strCode) VALUES (77, 'A'), (78, 'a'), (79, 'A'), (80, ''), (81, '')",
+         "BRIXClient", 79, "twice"},
         {"INSERT INTO BRIXUser (lID, strUserID) VALUES (7, 'aNN')", "BRIXUser", 7, "twice"},
         {"UPDATE BRIXNewEmploy SET strPAYEReference = '1/A', bFromHMRC = 1;"
          "INSERT INTO BRIXNewEmploy (lID, lTaxFormID, lClientID, nYear, strPAYEReference, strWorksNumber, bFromHMRC)"
