@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Afx/system/CoreDumps.h"
+#include "Afx/text/Utf8.h"
 #include "Faults.h"
 #include "Interfaces.h"
 #include "Scenarios.h"
@@ -132,7 +133,7 @@ int main(int argc, char** argv)
     } catch (const CLI::CallForHelp& help) {
         return app.exit(help);
     } catch (const CLI::ParseError& error) {
-        std::fprintf(stderr, "hmrc-sandbox: %s; see --help\n", error.what());
+        std::fprintf(stderr, "hmrc-sandbox: %s; see --help\n", Afx::ToPrintable(error.what()).c_str());
         return kBadArguments;
     }
     return Serve(port, scenario, delay);

@@ -10,27 +10,31 @@ namespace Morv
 namespace
 {
 
-CommandError Unknown(const char* option, const char* what, const std::string& codeOrId)
+ClientView OnlyOne(const std::vector<ClientView>& found, const char* option, const char* what,
+                   const std::string& codeOrId)
 {
-    return {Exit::BadInput, "UNKNOWN_CLIENT",
-            std::string(option) + ": there is no " + what + " with code or number " + Quoted(codeOrId),
-            "morv client list shows who there is."};
+    if (found.empty())
+        throw CommandError(Exit::BadInput, "UNKNOWN_CLIENT",
+                           std::string(option) + ": there is no " + what + " with code or number " + Quoted(codeOrId),
+                           "morv client list shows who there is.");
+    if (found.size() > 1)
+        throw CommandError(Exit::BadInput, "AMBIGUOUS_CLIENT",
+                           std::string(option) + ": there are several with the code " + Quoted(codeOrId),
+                           "Give the number of the one that is meant, such as " + std::to_string(found.front().id) +
+                               " or " + std::to_string(found.back().id) + '.');
+    return found.front();
 }
 
 } // namespace
 
 ClientView ClientOf(const std::string& codeOrId)
 {
-    if (const auto found = FindClient(codeOrId))
-        return *found;
-    throw Unknown("--client", "client", codeOrId);
+    return OnlyOne(FindClients(codeOrId), "--client", "client", codeOrId);
 }
 
 ClientView PartnershipOf(const std::string& codeOrId)
 {
-    if (const auto found = FindPartnership(codeOrId))
-        return *found;
-    throw Unknown("--partnership", "partnership", codeOrId);
+    return OnlyOne(FindPartnerships(codeOrId), "--partnership", "partnership", codeOrId);
 }
 
 std::vector<ClientView> ListPeople()

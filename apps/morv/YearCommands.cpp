@@ -64,6 +64,12 @@ private:
     TextTable m_table{{"Client", "Not carried forward"}};
 };
 
+/// What the database said of a practice that cannot be used, in brackets.
+std::string Behind(const Tracker::Rolled& rolled)
+{
+    return rolled.end == RollEnd::Unusable ? " (" + Shown(rolled.message.Str()) + ')' : std::string();
+}
+
 void Tell(const Tracker::Rolled& rolled, const std::vector<ClientView>& clients, int failed,
           const YearArguments& arguments, const CommonOptions& options)
 {
@@ -73,9 +79,10 @@ void Tell(const Tracker::Rolled& rolled, const std::vector<ClientView>& clients,
     const CutShort* const cut = FindCutShort(rolled.end);
     const std::size_t left = clients.size() - rolled.done;
     if (cut)
-        std::fprintf(
-            stderr, "morv: stopped, because %s; %s left. %s the same command again: it makes what is missing.\n",
-            cut->why, LeftText(left).c_str(), *cut->wait ? (std::string(cut->wait) + ", then give").c_str() : "Give");
+        std::fprintf(stderr,
+                     "morv: stopped, because %s%s; %s left. %s the same command again: it makes what is missing.\n",
+                     cut->why, Behind(rolled).c_str(), LeftText(left).c_str(),
+                     *cut->wait ? (std::string(cut->wait) + ", then give").c_str() : "Give");
     const TaxYear year = TaxYearHelpers::GetCurrentTaxYear();
     if (options.json)
         return PrintJson({{"year", year.GetRealTaxYear()},
@@ -84,6 +91,7 @@ void Tell(const Tracker::Rolled& rolled, const std::vector<ClientView>& clients,
                           {"failed", failed},
                           {"left", left},
                           {"stopped", cut ? Json(cut->name) : Json(nullptr)},
+                          {"message", cut && !rolled.message.IsEmpty() ? TextOf(rolled.message) : Json(nullptr)},
                           {"sources", rolled.total.sources},
                           {"tasks", rolled.total.tasks},
                           {"enquiries", rolled.total.enquiries},

@@ -30,14 +30,10 @@ struct Unique
     std::vector<const char*> columns;
     bool ignoreCase;
     const char* fault;
-    const char* mayBeNull = nullptr; // the column in which null is an empty text
-    const SqlText* among = nullptr;  // further conditions on the rows a and b that count
+    const SqlText* among = nullptr; // further conditions on the rows a and b that count
 };
 
-constexpr SqlText kEmploymentsFromHmrc =
-    " AND a.[bFromHMRC] <> 0 AND b.[bFromHMRC] <> 0 AND a.[strPAYEReference] <> ''";
-constexpr SqlText kPensionsFromHmrc =
-    " AND a.[nType] IN (1040, 1050) AND a.[bFromHMRC] <> 0 AND b.[bFromHMRC] <> 0 AND a.[strReference] <> ''";
+constexpr SqlText kWithCode = " AND a.[strCode] <> ''";
 
 const std::vector<Unique>& Uniques()
 {
@@ -55,26 +51,35 @@ const std::vector<Unique>& Uniques()
          "the partnership's tax form of the year stands twice"},
         {&CClientYearly::Declaration, {"lClientID", "nYear"}, false, "the client's yearly row stands twice"},
         {&CPartnershipYearly::Declaration, {"lpClientID", "nYear"}, false, "the partnership's yearly row stands twice"},
+        {&CClient::Declaration, {"strCode"}, false, "the client's code stands twice", &kWithCode},
+        {&CPartnership::Declaration, {"strCode"}, false, "the partnership's code stands twice", &kWithCode},
         {&CPFile::Declaration, {"nYear"}, false, "the year's parameters stand twice"},
         {&CUser::Declaration, {"strUserID"}, true, "the user stands twice"},
         {&CUserRole::Declaration, {"strRole"}, true, "the role stands twice"},
         {&CUserPermissions::Declaration, {"strUserID", "nPermission"}, true, "the user's permission stands twice"},
         {&CUserRolePermissions::Declaration, {"strRole", "nPermission"}, true, "the role's permission stands twice"},
-        {&CNewEmploy::Declaration,
-         {"lTaxFormID", "strPAYEReference", "strWorksNumber"},
-         false,
-         "the year's employment from HMRC stands twice",
-         "strWorksNumber",
-         &kEmploymentsFromHmrc},
-        {&CPensionStateBenefits::Declaration,
-         {"lTaxFormID", "nType", "strReference", "strWorksNumber"},
-         false,
-         "the year's pension from HMRC stands twice",
-         "strWorksNumber",
-         &kPensionsFromHmrc},
     };
     return uniques;
 }
+
+/// Schedules that were made of HMRC's items. HMRC may list several items of one reference and works number; then there
+/// are as many schedules, and no more.
+struct OfItems
+{
+    const Table& (*table)() noexcept;
+    SqlText reference, key, among; // of the schedules a
+    const Table& (*items)() noexcept;
+    SqlText itemsOfReference;
+    const char* fault;
+};
+
+const OfItems kOfItems[] = {
+    {&CNewEmploy::Declaration, "a.[strPAYEReference]", "a.[strPAYEReference]", "", &CMTD_Employments::Declaration,
+     "[BRIXMTD_Employments] m WHERE m.[strPAYEReference]", "the year's employment from HMRC stands twice"},
+    {&CPensionStateBenefits::Declaration, "a.[strReference]", "a.[nType], a.[strReference]",
+     " AND a.[nType] IN (1040, 1050)", &CMTD_PensionStateBenefits::Declaration,
+     "[BRIXMTD_PensionStateBenefits] m WHERE m.[strReference]", "the year's pension from HMRC stands twice"},
+};
 
 class Check
 {
@@ -102,6 +107,11 @@ public:
         for (const Unique& unique : Uniques()) {
             if (IsWhole(unique.table()))
                 Try(unique.table().sqlName, [&] { CheckUnique(unique); });
+        }
+        for (const OfItems& each : kOfItems) {
+            if (IsWhole(each.table()) && IsWhole(each.items()) && IsWhole(CMTD_TaxYear::Declaration()) &&
+                IsWhole(CTaxForm::Declaration()))
+                Try(each.table().sqlName, [&] { CheckOfItems(each); });
         }
         const std::pair<const Table&, void (Check::*)()> single[] = {
             {COptions::Declaration(), &Check::CheckOptions},
@@ -224,12 +234,8 @@ private:
         SqlText columns;
         SqlText same;
         for (const char* const column : unique.columns) {
-            const bool mayBeNull = unique.mayBeNull && std::string_view(unique.mayBeNull) == column;
-            const auto value = [&](const SqlText& alias) {
-                return mayBeNull ? SqlText("COALESCE(") + In(alias, column) + ", '')" : In(alias, column);
-            };
-            columns += SqlText(", ") + value("a") + ", " + value("b");
-            same += SqlText(" AND ") + value("a") + " = " + value("b");
+            columns += SqlText(", ") + In("a", column) + ", " + In("b", column);
+            same += SqlText(" AND ") + In("a", column) + " = " + In("b", column);
         }
         const SqlText name = SqlText::Bracketed(table.sqlName);
         const SqlText statement = SqlText("SELECT a.[lID]") + columns + " FROM " + name + " a, " + name +
@@ -244,6 +250,24 @@ private:
             if (isSame && id != last)
                 Add(table, row[0], unique.fault);
             last = isSame ? id : last;
+        }
+    }
+
+    void CheckOfItems(const OfItems& each)
+    {
+        const SqlText key = SqlText("a.[lTaxFormID], f.[lClientID], f.[nYear], ") + each.key;
+        const SqlText statement = SqlText("SELECT MAX(a.[lID]), COUNT(*), f.[lClientID], f.[nYear], ") +
+                                  each.reference + " FROM " + SqlText::Bracketed(each.table().sqlName) +
+                                  " a, [BRIXTaxForm] f WHERE f.[lID] = a.[lTaxFormID] AND a.[bFromHMRC] <> 0 AND " +
+                                  each.reference + " <> ''" + each.among + " GROUP BY " + key +
+                                  ", COALESCE(a.[strWorksNumber], '') HAVING COUNT(*) > 1";
+        const SqlText items = SqlText("SELECT COUNT(*) FROM [BRIXMTD_TaxYear] y, ") + each.itemsOfReference +
+                              " = %s AND m.[lMTD_TaxYearID] = y.[lID] AND y.[lClientID] = %ld AND y.[nYear] = %d";
+        for (const auto& row : m_connection.Query(statement, {}).rows) {
+            const auto count = m_connection.Queryf(items, Cellar::ToText(row[4]), Cellar::ToLong(row[2]),
+                                                   static_cast<int>(Cellar::ToLong(row[3])));
+            if (Cellar::ToLong(row[1]) > std::max(Cellar::ToLong(count.rows.at(0).at(0)), 1L))
+                Add(each.table(), row[0], each.fault);
         }
     }
 

@@ -89,9 +89,13 @@ std::string FromEnvironment(const char* name)
 
 std::string FirstLine(const std::string& path)
 {
+    constexpr std::size_t kLongest = 4096; // a device may go on for ever
     std::ifstream file(path, std::ios::binary);
     std::string line;
-    if (!file || (!std::getline(file, line) && !file.eof()))
+    char c = 0;
+    while (line.size() <= kLongest && file.get(c) && c != '\n')
+        line += c;
+    if (line.size() > kLongest || (c != '\n' && !file.eof()))
         throw DatabaseError(DatabaseError::Category::CannotOpen, "",
                             "cannot read the password of the server's database from the file " + path +
                                 "; check PasswordFile, and your right to read it",

@@ -67,11 +67,16 @@ TEST_P(CheckPractice, FindsWhatDoesNotFit)
         {"INSERT INTO BRIXMTD_Employments (lID, lMTD_TaxYearID, strKey, bWithdrawn) VALUES (7, 1, 'A1', 1)",
          "BRIXMTD_Employments", 7, "twice"},
         {"INSERT INTO BRIXTaxForm (lID, lClientID, nYear) VALUES (7, 1, 2024)", "BRIXTaxForm", 7, "twice"},
+        {"INSERT INTO BRIXClient (lID, strCode) VALUES (77, 'A'), (78, 'a'), (79, 'A'), (80, ''), (81, '')",
+         "BRIXClient", 79, "twice"},
         {"INSERT INTO BRIXUser (lID, strUserID) VALUES (7, 'aNN')", "BRIXUser", 7, "twice"},
         {"UPDATE BRIXNewEmploy SET strPAYEReference = '1/A', bFromHMRC = 1;"
          "INSERT INTO BRIXNewEmploy (lID, lTaxFormID, lClientID, nYear, strPAYEReference, strWorksNumber, bFromHMRC)"
          " VALUES (7, 1, 1, 2024, '1/A', '', 1), (8, 1, 1, 2024, '1/A', 'W1', 1), (9, 1, 1, 2024, '1/A', NULL, 0),"
-         " (10, 2, 1, 2025, '1/A', NULL, 1), (11, 1, 1, 2024, '', NULL, 1), (12, 1, 1, 2024, '', NULL, 1)",
+         " (10, 2, 1, 2025, '1/A', NULL, 1), (11, 1, 1, 2024, '', NULL, 1), (12, 1, 1, 2024, '', NULL, 1),"
+         " (13, 1, 1, 2024, '2/B', 'W1', 1), (14, 1, 1, 2024, '2/B', 'W1', 1);" // as many as HMRC lists
+         "INSERT INTO BRIXMTD_Employments (lID, lMTD_TaxYearID, strKey, strPAYEReference) VALUES (7, 1, 'B', '2/B'),"
+         " (8, 1, 'B #2', '2/B')",
          "BRIXNewEmploy", 7, "employment from HMRC stands twice"},
         {"INSERT INTO BRIXPensionStateBenefits (lID, lTaxFormID, lClientID, nYear, nType, strReference, "
          "bFromHMRC) VALUES (1, 1, 1, 2024, 1050, 'P1', 1), (2, 1, 1, 2024, 1050, 'P1', 0), (3, 1, 1, 2024, 1050, "

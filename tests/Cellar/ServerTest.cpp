@@ -152,6 +152,7 @@ TEST_P(Server, SaysWhyItCannotBeOpenedAndNeverThePassword)
         {with("PWD=test", "PWD=s3cret"), "check UID and the password", "wrong password"},
         {with("PWD=test", ("PasswordFile=" + wrong).c_str()), "check UID and the password", "from a file"},
         {with("PWD=test", "PasswordFile=/none"), "from the file /none", "no such file"},
+        {with("PWD=test", "PasswordFile=/dev/zero"), "from the file /dev/zero", "no end"},
         {whole + "_none", "check Database", "no such database"},
         {with("Port=", "Port=1;OldPort="), "check Servername and Port", "nobody listens"},
         {with("PostgreSQL Unicode", "Nonesuch"), "install the driver", "no such driver"},

@@ -45,17 +45,21 @@ long IdOf(const std::string& text)
 }
 
 template<class Rows>
-std::optional<ClientView> Find(const std::string& codeOrId)
+std::vector<ClientView> FindAll(const std::string& codeOrId)
 {
     Rows rows;
-    std::optional<ClientView> inAnyCase; // as the database compares
-    for (rows.Open({{Rows::kCode, codeOrId}}); !rows.IsEOL(); rows.MoveNext()) {
-        if (rows.GetCode() == codeOrId.c_str())
-            return ViewOf(rows);
-        inAnyCase = ViewOf(rows);
-    }
+    std::vector<ClientView> exactly, inAnyCase; // as the database compares
+    for (rows.Open({{Rows::kCode, codeOrId}}); !rows.IsEOL(); rows.MoveNext())
+        (rows.GetCode() == codeOrId.c_str() ? exactly : inAnyCase).push_back(ViewOf(rows));
+    if (!exactly.empty())
+        return exactly;
     const long id = IdOf(codeOrId);
-    return id != 0 && rows.Open({{0, id}}) ? std::optional(ViewOf(rows)) : inAnyCase;
+    return id != 0 && rows.Open({{0, id}}) ? std::vector{ViewOf(rows)} : inAnyCase;
+}
+
+std::optional<ClientView> OnlyOne(const std::vector<ClientView>& found)
+{
+    return found.size() == 1 ? std::optional(found.front()) : std::nullopt;
 }
 
 template<class Rows>
@@ -168,9 +172,10 @@ void ForEachStatus(short year, const std::function<void(const ClientView&, const
     VisitAll<Brix::CPartnership>(year, visit);
 }
 
-std::optional<ClientView> FindClient(const std::string& codeOrId) { return Find<Brix::CClient>(codeOrId); }
-
-std::optional<ClientView> FindPartnership(const std::string& codeOrId) { return Find<Brix::CPartnership>(codeOrId); }
+std::vector<ClientView> FindClients(const std::string& codeOrId) { return FindAll<Brix::CClient>(codeOrId); }
+std::vector<ClientView> FindPartnerships(const std::string& codeOrId) { return FindAll<Brix::CPartnership>(codeOrId); }
+std::optional<ClientView> FindClient(const std::string& codeOrId) { return OnlyOne(FindClients(codeOrId)); }
+std::optional<ClientView> FindPartnership(const std::string& codeOrId) { return OnlyOne(FindPartnerships(codeOrId)); }
 
 CString WhyNotNewClient(const ClientView& wanted)
 {

@@ -50,8 +50,12 @@ MORVUT_API void ForEachClient(const std::function<void(const ClientView&)>& visi
 /// The same with the status of each in the real tax year, as StatusOfAll gives it: a thousand are read at a time, with
 /// one statement for each table.
 MORVUT_API void ForEachStatus(short year, const std::function<void(const ClientView&, const ClientStatus&)>& visit);
-/// The client whose code or number (row id) a user gave: exactly this code, else this number, else the code in any
-/// case. An accountant's codes may be numbers, and then they are what is meant.
+/// The clients whose code or number (row id) a user gave: exactly this code, else this number, else the code in any
+/// case. An accountant's codes may be numbers, and then they are what is meant. Several where another program has given
+/// one code twice.
+MORVUT_API std::vector<ClientView> FindClients(const std::string& codeOrId);
+MORVUT_API std::vector<ClientView> FindPartnerships(const std::string& codeOrId);
+/// The only one of them.
 MORVUT_API std::optional<ClientView> FindClient(const std::string& codeOrId);
 MORVUT_API std::optional<ClientView> FindPartnership(const std::string& codeOrId);
 

@@ -58,7 +58,7 @@ TEST(Program, PrintsItsAddressServesAndEndsOnASignal)
 TEST(Program, RefusesBadArgumentsInOneLine)
 {
     for (const char* arguments : {"--port 65536", "--port 010", "--port 0x50", "--port ' 80'", "--port +5", "--port x",
-                                  "--scenario NOBODY", "--delay 60001", "--unknown", "stray"})
+                                  "--scenario NOBODY", "--scenario 'NO\nBODY'", "--delay 60001", "--unknown", "stray"})
         ExpectOneLine(arguments, 2, "");
     std::FILE* help = Start("", "--help");
     EXPECT_NE(ReadLine(help), "");

@@ -70,6 +70,15 @@ TEST(SmallDisk, HoldsNothingHalfWritten)
     EXPECT_EQ(MorvJson("practice create " + there)["clients"], 0) << "completes what was cut short";
     EXPECT_EQ(MorvJson("practice check " + there)["ok"], true);
 
+    std::filesystem::remove(there);
+    MorvJson("practice create --sample " + there);
+    disk.Leave(100'000);
+    const Ended rolled = RunMorv("year roll-forward --year 2019 --json " + there);
+    EXPECT_EQ(rolled.exit, 3);
+    EXPECT_NE(rolled.err.find("the disk is full; free some space"), std::string::npos) << rolled.err;
+    EXPECT_EQ(rolled.Document()["stopped"], "unusable") << rolled.out;
+    disk.Free();
+
     disk.MakeReadOnly();
     const std::string before = ReadFile(there);
     ExpectRefused("practice options " + there + " nDebugLogging=1", "READ_ONLY", "can only be read");
