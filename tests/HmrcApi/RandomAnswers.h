@@ -11,57 +11,22 @@
 #include <vector>
 
 #include "HmrcApi/json/Json.h"
+#include "support/TestSupport.h"
 
 namespace HmrcApi::Fakes
 {
 
-/// All that an answer may hold. Texts are one of several, null stands for what nobody knows, "?" behind a name for a
-/// member that may be absent though others of that name may not.
-inline constexpr char kAnyPaye[] = R"({
-  "employments": [{
-    "employerPayeReference": "123/AB456|456/AB456|789/X", "employerName": "Company XYZ|Firm",
-    "worksNumber": "W1|W2|00191048716", "startDate": "2017-04-06|2017-5-1|2016-12-31|soon",
-    "endDate": "2018-04-05|2017-9-30|2017-10-9|soon",
-    "taxablePayTotal": 0, "taxTotal": 0, "studentLoan": 0, "offPayrollWorkFlag": true, "new": null,
-    "companyBenefits": [{
-      "benefitType": "CarBenefit|CarBenefit|CarBenefit|CarBenefit|CarBenefit|SpaceTravel|SpaceTravel|EmployerProvidedServices|TotalBenefitInKind|CarFuelBenefit|MedicalInsurance|CarBenefit|TelephoneBenefit|ServiceBenefit|TaxableExpenseBenefit|VanBenefit|VanFuelBenefit|BeneficialLoan|Accommodation|Assets|AssetTransfer|EducationalService|Entertaining|ExpensesPay|Mileage|NonQualifyingRelocationExpense|NurseryPlaces|OtherItems|PaymentEmployeesBehalf|PersonalIncidentExpenses|QualifyingRelocationExpenses|EmployerProvidedProfessionalSubscription|IncomeTaxPaidNotDeductedFromDirectorsRemuneration|TravelAndSubsistence|VoucherAndCreditCards|NonCashBenefit|SpaceTravel|carBenefit",
-      "amount": 0, "isForecastBenefit": true, "new": null}]}],
-  "privatePensions": [{
-    "employerPayeReference": "123/AB456|456/AB456|789/X", "employerName": "Fund",
-    "worksNumber": "W1|W2|00191048716", "startDate": "2017-04-06|2017-5-1|soon", "endDate": "2018-04-05|soon",
-    "taxablePayTotal": 0, "taxTotal": 0, "new": null}],
-  "taxableSocialSecurityBenefits": [{
-    "benefitType": "JobseekersAllowance|IncapacityBenefit|EmploymentAndSupportAllowance|UniversalCredit|jobseekersallowance",
-    "employerPayeReference?": "475/BB00987|892/BA500",
-    "startDate": "2017-04-06|2017-5-1|soon", "endDate": "2018-04-05|soon",
-    "taxablePayTotal": 0, "taxTotal": 0, "new": null}],
-  "taxFreeAllowances": [{
-    "allowanceType": "FlatRateJobExpenses|ProfessionalSubscriptions|EarlierYearsAdjustment|UniformCleaning",
-    "amount": 0, "new": null}],
-  "statePension": {"grossAmount": 0, "typeDescription": "State Pension|State Pension, deferred",
-    "lumpSum": {"startDate": "2017-04-06|2017-5-1|soon", "endDate": "2018-04-05|soon", "taxablePayTotal": 0,
-                "taxTotal": 0, "new": null}, "new": null},
-  "new": null})";
+/// The four individual interfaces, in the order in which they are asked.
+inline constexpr const char* kPartNames[] = {"history", "income", "benefits", "tax"};
 
-/// Likewise of the four individual interfaces, in the order in which they are asked, and of National Insurance.
-inline constexpr const char* kAnyPart[] = {
-    R"({"employments": [{"employerPayeReference": "123/AB456|456/AB456|789/X", "employerName": "Company XYZ|Firm",
-                         "offPayrollWorkFlag": true, "new": null}], "new": null})",
-    R"({"employments": [{"employerPayeReference": "123/AB456|456/AB456|789/X", "payFromEmployment": 0, "new": null}],
-        "pensionsAnnuitiesAndOtherStateBenefits": {"otherPensionsAndRetirementAnnuities": 0, "incapacityBenefit": 0,
-                                                   "jobseekersAllowance": 0, "seissNetPaid": 0, "new": null},
-        "new": null})",
-    R"({"employments": [{"employerPayeReference": "123/AB456|456/AB456|789/X", "companyCarsAndVansBenefit": 0,
-                         "fuelForCompanyCarsAndVansBenefit": 0, "privateMedicalDentalInsurance": 0,
-                         "vouchersCreditCardsExcessMileageAllowance": 0, "goodsEtcProvidedByEmployer": 0,
-                         "accommodationProvidedByEmployer": 0, "otherBenefits": 0, "expensesPaymentsReceived": 0,
-                         "new": null}], "new": null})",
-    R"({"employments": [{"employerPayeReference": "123/AB456|456/AB456|789/X", "taxTakenOffPay": 0, "new": null}],
-        "pensionsAnnuitiesAndOtherStateBenefits": {"otherPensionsAndRetirementAnnuities": 0, "incapacityBenefit": 0,
-                                                   "new": null},
-        "refunds": {"taxRefundedOrSetOff": 0}, "new": null})"};
-inline constexpr char kAnyInsurance[] = R"({"class1": {"totalNICableEarnings": 0, "new": null},
-    "class2": {"totalDue": 0}, "maxNICsReached": true, "new": null})";
+/// All that an answer of that name may hold (any-answers.json; also "paye" and "insurance"). Texts are one of several,
+/// null stands for what nobody knows, "?" behind a name for a member that may be absent though others of that name may
+/// not.
+inline const JsonValue& Any(std::string_view name)
+{
+    static const auto& all = *new JsonValue(ParseJson(::Test::ReadFile(HMRC_ANY_ANSWERS)).value());
+    return *all.Find(name);
+}
 
 /// Valid answers: every member absent or null now and then, but not all at once, in any order, amounts in every form of
 /// a number (zero and negative ones too), unknown members and kinds, references and works numbers that occur again. The
@@ -71,19 +36,19 @@ class RandomAnswers
 public:
     explicit RandomAnswers(std::uint32_t seed) : m_random(seed) {}
 
-    /// `model`: one of the texts above.
-    JsonValue Next(std::string_view model)
+    /// `model`: Any of them.
+    JsonValue Next(const JsonValue& model)
     {
-        JsonValue answer = Vary(ParseJson(model).value());
+        JsonValue answer = Vary(model);
         const auto isKnown = [&](const std::string& name) { return name != "new" && answer.Find(name) != nullptr; };
         if (std::none_of(answer.names.begin(), answer.names.end(), isKnown)) { // an answer has one of its own
-            const bool isList = model.find("employments") != model.npos;
+            const bool isList = model.Find("employments") != nullptr;
             answer = ParseJson(isList ? R"({"employments": []})" : R"({"maxNICsReached": false})").value();
         }
         return answer;
     }
     /// What follows an answer: of each list items go, come, and change a member, in another order; the rest may change.
-    JsonValue After(JsonValue before, std::string_view model)
+    JsonValue After(JsonValue before, const JsonValue& model)
     {
         const JsonValue fresh = Next(model);
         before.kind = Kind::Object;

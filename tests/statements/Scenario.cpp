@@ -276,31 +276,7 @@ std::vector<std::string> SendUpgrade(std::unique_ptr<Cellar::CConnection> connec
 
 std::string WholePractice()
 {
-    return Catalog(AllTables().size(), 99) +
-           "on SELECT COUNT(*\ncolumns n:int\nrow 1\n"
-           "on SELECT Count(*\ncolumns n:int\nrow 1\n"
-           "on FETCH*\ncolumns n:int\nrow 1\n" // of that too
-           "on SELECT *AS lockKey*\n"
-           "columns lockKey:nvarchar lockName:nvarchar strUserID:nvarchar strWorkstation:nvarchar dtLocked:datetime2 "
-           "ConnectionID:int dtNow:datetime2\n"
-           "on SELECT nextval(*\ncolumns n:int\nrow 33\n"
-           "on SELECT NEXT VALUE FOR*\ncolumns n:int\nrow 33\n"
-           "on SELECT clientid,*\ntimes 1\ncolumns clientid:int pclientid:int SourceTypeID:int Description:nvarchar\n"
-           "row 1|null|2|Books\n"
-           "on SELECT clientid,*\ncolumns clientid:int pclientid:int SourceTypeID:int Description:nvarchar\n"
-           "row null|1|2|Books\n"
-           "on SELECT MAX(*\ncolumns n:int\nrow 3\n"
-           "on SELECT *lid* FROM *mtdauthorisation* WHERE strGatewayID*\ncolumns lID:int\nrow 7\n"
-           "on SELECT *lID* FROM [MTDAuthorisation] WHERE strGatewayID*\ncolumns lID:int\nrow 7\n"
-           "on SELECT *[MTDPace]*\ntimes 1\ncolumns dtNext:datetime2 dtNow:datetime2\n" // no row at first
-           "on SELECT *\"mtdpace\"*\ntimes 1\ncolumns dtNext:datetime2 dtNow:datetime2\n"
-           "on SELECT *FROM *pace*\ncolumns dtNext:datetime2 dtNow:datetime2\n"
-           "row 2024-04-06 10:11:12.123|2024-04-06 10:11:12.123\n"
-           "on SELECT *FROM *Pace*\ncolumns dtNext:datetime2 dtNow:datetime2\n"
-           "row 2024-04-06 10:11:12.123|2024-04-06 10:11:12.123\n"
-           "on SELECT *FROM MTDAuthorisationLock*\n"
-           "columns strUserID:nvarchar strWorkstation:nvarchar dtLocked:datetime2 ConnectionID:int dtNow:datetime2\n"
-           "row alice|here|2024-04-06 10:11:12.123|-51|2024-04-06 10:11:12.123\n";
+    return Catalog(AllTables().size(), 99) + ::Test::ReadFile(STATEMENTS_ROOT "/tests/statements/answers.txt");
 }
 
 std::string OlderPractice()

@@ -20,7 +20,7 @@ namespace
 
 using HmrcApi::Decision;
 using HmrcApi::Match;
-using HmrcApi::Fakes::RandomAnswers;
+using HmrcApi::Fakes::Any, HmrcApi::Fakes::kPartNames, HmrcApi::Fakes::RandomAnswers;
 
 enum class Route
 {
@@ -50,7 +50,7 @@ protected:
         Plain::Rows sent;
         for (int answer = 1; answer <= 20; ++answer) {
             const bool isPaye = route == Route::Paye || (route == Route::Both && random.Perhaps());
-            sent = isPaye ? StagePaye(paye = random.After(paye, HmrcApi::Fakes::kAnyPaye)) : StageParts(random, parts);
+            sent = isPaye ? StagePaye(paye = random.After(paye, Any("paye"))) : StageParts(random, parts);
             EXPECT_EQ(Errors(), "");
             if (route != Route::Both) { // else each keeps what the other sent and it cannot
                 EXPECT_EQ(LiveRows(m_client), sent);
@@ -80,11 +80,10 @@ private:
 
     Plain::Rows StageParts(RandomAnswers& random, Plain::Parts& parts)
     {
-        constexpr const char* kNames[] = {"history", "income", "benefits", "tax"};
         std::map<std::string, std::string> texts;
         for (std::size_t i = 0; i < parts.size(); ++i) {
-            parts[i] = random.After(parts[i], HmrcApi::Fakes::kAnyPart[i]);
-            texts[kNames[i]] = Fuzz::WriteJson(parts[i]);
+            parts[i] = random.After(parts[i], Any(kPartNames[i]));
+            texts[kPartNames[i]] = Fuzz::WriteJson(parts[i]);
         }
         EmploymentsOf prepop(m_client, texts);
         Fetch(prepop);

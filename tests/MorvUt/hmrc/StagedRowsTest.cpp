@@ -15,7 +15,7 @@
 namespace
 {
 
-using HmrcApi::Fakes::RandomAnswers;
+using HmrcApi::Fakes::Any, HmrcApi::Fakes::kPartNames, HmrcApi::Fakes::RandomAnswers;
 using Plain::Json;
 
 constexpr std::uint32_t kAnswersOfAClient = 8; // one after the other: each finds what the one before left
@@ -69,11 +69,10 @@ protected:
     /// The client is a new one.
     void ExpectParts(ClientId client, const Plain::Parts& parts, const Json& insurance)
     {
-        constexpr const char* kNames[] = {"history", "income", "benefits", "tax"};
         std::map<std::string, std::string> texts;
         for (std::size_t i = 0; i < parts.size(); ++i)
             if (!parts[i].Is(Json::Kind::Null))
-                texts[kNames[i]] = Fuzz::WriteJson(parts[i]);
+                texts[kPartNames[i]] = Fuzz::WriteJson(parts[i]);
         EmploymentsOf prepop(client, texts);
         Fetch(prepop);
         EXPECT_EQ(Errors(), "");
@@ -129,7 +128,7 @@ TEST_P(StagedRows, HoldRandomAnswersInAnyOrder)
     ClientId client;
     for (std::uint32_t seed = first; seed != first + count && !HasFailure(); ++seed) {
         RandomAnswers answers(seed);
-        const Json answer = answers.Next(HmrcApi::Fakes::kAnyPaye);
+        const Json answer = answers.Next(Any("paye"));
         SCOPED_TRACE("MORVUT_SEED=" + std::to_string(seed) + '\n' + Fuzz::WriteJson(answer));
         if ((seed - first) % kAnswersOfAClient == 0) {
             Forget();
@@ -143,8 +142,8 @@ TEST_P(StagedRows, HoldRandomAnswersInAnyOrder)
         Plain::Parts parts;
         for (std::size_t i = 0; i < parts.size(); ++i)
             if (!answers.Perhaps(6))
-                parts[i] = answers.Next(HmrcApi::Fakes::kAnyPart[i]);
-        const Json insurance = answers.Next(HmrcApi::Fakes::kAnyInsurance);
+                parts[i] = answers.Next(Any(kPartNames[i]));
+        const Json insurance = answers.Next(Any("insurance"));
         SCOPED_TRACE(Fuzz::WriteJson(parts[0]) + '\n' + Fuzz::WriteJson(parts[1]) + '\n' + Fuzz::WriteJson(parts[2]) +
                      '\n' + Fuzz::WriteJson(parts[3]) + '\n' + Fuzz::WriteJson(insurance));
         ExpectParts(ClientId(::Test::AddClients(1)), parts, insurance);

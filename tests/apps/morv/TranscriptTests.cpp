@@ -67,7 +67,9 @@ private:
         }
         static const std::regex guid("[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}", std::regex::icase);
         static const std::regex time("(20[2-9][0-9]-[0-9-]+|[0-9]{2}/[0-9]{2}/20[2-9][0-9]) [0-9]{2}:[0-9:.]+");
-        return std::regex_replace(std::regex_replace(text, guid, "GUID"), time, "TIME");
+        static const std::regex network("Failed to connect to [^(]*"); // in the HTTP library's words
+        text = std::regex_replace(std::regex_replace(text, guid, "GUID"), time, "TIME");
+        return std::regex_replace(text, network, "NETWORK ");
     }
 
     const std::pair<std::string, std::string> m_names[3]{
