@@ -18,11 +18,14 @@
 #include "HmrcApi/http/Http.h"
 #include "HmrcApi/transport/Transport.h"
 #include "HmrcCommands.h"
+#include "MorvUt/hmrc/access/AuthorisationStore.h"
 #include "MorvUt/MorvUt.h"
 #include "Output.h"
 #include "Quarry/Session.h"
 #include "ServerChecks.h"
+#include "Shellkit/Bytes.h"
 #include "Shellkit/Envelope.h"
+#include "Shellkit/PracticeKey.h"
 
 namespace Morv
 {
@@ -143,6 +146,18 @@ Finding CheckKey(const std::string& practice, const PracticeSession& session)
     return {"key", true, KeyPath(practice), ""};
 }
 
+/// The practice's key does not open them: another program's, or copied from where another key was.
+bool AreTokensShut(const std::string& gateway)
+{
+    HmrcApi::CAuthorisationStore store(gateway);
+    if (!Shellkit::HasPracticeKey() || !store.LoadTokens())
+        return false;
+    auto token = Shellkit::Open(store.GetAccessToken());
+    if (token)
+        Shellkit::Wipe(token->data(), token->size());
+    return !token;
+}
+
 Finding CheckTokens(const std::string&)
 {
     const auto gateways = HmrcApi::ListGateways();
@@ -154,6 +169,8 @@ Finding CheckTokens(const std::string&)
         list += (list.empty() ? "" : ", ") + state.gateway;
         if (!state.service.empty())
             list += " at " + state.service;
+        if (state.isAuthorised && AreTokensShut(state.gateway))
+            warnings += (warnings.empty() ? "" : " ") + state.gateway + ": its tokens cannot be read with this key.";
         if (const CString warning = WarningOf(state); !warning.IsEmpty())
             warnings += (warnings.empty() ? "" : " ") + state.gateway + ": " + warning.Str();
     }
