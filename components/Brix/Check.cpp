@@ -255,20 +255,17 @@ private:
 
     void CheckOfItems(const OfItems& each)
     {
-        const SqlText key = SqlText("a.[lTaxFormID], f.[lClientID], f.[nYear], ") + each.key;
-        const SqlText statement = SqlText("SELECT MAX(a.[lID]), COUNT(*), f.[lClientID], f.[nYear], ") +
-                                  each.reference + " FROM " + SqlText::Bracketed(each.table().sqlName) +
-                                  " a, [BRIXTaxForm] f WHERE f.[lID] = a.[lTaxFormID] AND a.[bFromHMRC] <> 0 AND " +
-                                  each.reference + " <> ''" + each.among + " GROUP BY " + key +
-                                  ", COALESCE(a.[strWorksNumber], '') HAVING COUNT(*) > 1";
-        const SqlText items = SqlText("SELECT COUNT(*) FROM [BRIXMTD_TaxYear] y, ") + each.itemsOfReference +
-                              " = %s AND m.[lMTD_TaxYearID] = y.[lID] AND y.[lClientID] = %ld AND y.[nYear] = %d";
-        for (const auto& row : m_connection.Query(statement, {}).rows) {
-            const auto count = m_connection.Queryf(items, Cellar::ToText(row[4]), Cellar::ToLong(row[2]),
-                                                   static_cast<int>(Cellar::ToLong(row[3])));
-            if (Cellar::ToLong(row[1]) > std::max(Cellar::ToLong(count.rows.at(0).at(0)), 1L))
-                Add(each.table(), row[0], each.fault);
-        }
+        const SqlText items = SqlText("SELECT COUNT(*) FROM [BRIXMTD_TaxYear] y, ") + each.itemsOfReference + " = " +
+                              each.reference +
+                              " AND m.[lMTD_TaxYearID] = y.[lID] AND y.[lClientID] = f.[lClientID] AND "
+                              "y.[nYear] = f.[nYear]";
+        const SqlText statement =
+            SqlText("SELECT MAX(a.[lID]) FROM ") + SqlText::Bracketed(each.table().sqlName) +
+            " a, [BRIXTaxForm] f WHERE f.[lID] = a.[lTaxFormID] AND a.[bFromHMRC] <> 0 AND " + each.reference +
+            " <> ''" + each.among + " GROUP BY a.[lTaxFormID], f.[lClientID], f.[nYear], " + each.key +
+            ", COALESCE(a.[strWorksNumber], '') HAVING COUNT(*) > 1 AND COUNT(*) > (" + items + ") ORDER BY 1";
+        for (const auto& row : m_connection.Query(statement, {}).rows)
+            Add(each.table(), row[0], each.fault);
     }
 
     void CheckOptions()
