@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <chrono>
 #include <iterator>
+#include <set>
 #include <stdexcept>
 #include <thread>
 
@@ -20,6 +21,7 @@
 #include "Afx/windows/ListCtrl.h"
 #include "Afx/windows/MessageBox.h"
 #include "Afx/windows/PropertySheet.h"
+#include "AfxWx/CutOff.h"
 #include "AfxWx/detail/Peer.h"
 #include "AfxWx/RealHands.h"
 #include "Lattice/Grid.h"
@@ -386,6 +388,7 @@ public:
         Settle();
         WaitForDialog();
         Settle();
+        ExpectReadable(dialog);
         TakePicture(dialog);
         m_script->RunDialog(dialog);
     }
@@ -497,8 +500,21 @@ private:
     void Finish()
     {
         Settle();
-        if (const CDialog* const top = CDialog::GetTopModal())
+        if (const CDialog* const top = CDialog::GetTopModal()) {
             ExpectMirrored(*top);
+            ExpectReadable(*top);
+        }
+    }
+    /// Told once for each text, which would stay cut off at every act.
+    static void ExpectReadable(const CDialog& dialog)
+    {
+        static auto& s_told = *new std::set<std::string>;
+        if (::Test::CutOff(dialog).empty())
+            return;
+        WaitForPaint(gtk_widget_get_toplevel(static_cast<GtkWidget*>(PeerOf(&dialog)->Native()->GetHandle())));
+        for (const std::string& line : ::Test::CutOff(dialog))
+            if (s_told.insert(line).second)
+                ADD_FAILURE() << "cut off: " << line;
     }
     static void ExpectMirrored(const CWnd& window)
     {
