@@ -298,7 +298,12 @@ void System::ShowWait(const std::string& text)
     }
 }
 
-bool System::WaitCancelled() { return m_wait && m_wait->IsCancelled(); }
+bool System::WaitCancelled()
+{
+    if (m_wait && m_wait->IsDue())
+        Flush(); // how far the operation is, which the other windows may tell
+    return m_wait && m_wait->IsCancelled();
+}
 
 bool System::OpenBrowser(const std::string& address)
 {

@@ -1,9 +1,16 @@
 // What only real windows show of the desktop program.
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "AfxWx/detail/Peer.h"
 #include "AfxWx/RealHands.h"
 #include "apps/desk/DeskTest.h"
 #include "Lattice/Grid.h"
 #include "layouts/Sheets.h"
+
+#include <gtk/gtk.h>
 
 namespace
 {
@@ -52,7 +59,54 @@ protected:
     }
 };
 
+/// The texts that a label has been painted with, in the order in which they came first.
+class PaintedTexts
+{
+public:
+    explicit PaintedTexts(const CWnd& label)
+        : m_widget(static_cast<GtkWidget*>(AfxWx::PeerOf(&label)->Native()->GetHandle())),
+          m_signal(g_signal_connect(m_widget, "draw", G_CALLBACK(Drawn), &m_texts))
+    {}
+    PaintedTexts(const PaintedTexts&) = delete;
+    PaintedTexts& operator=(const PaintedTexts&) = delete;
+    ~PaintedTexts() { g_signal_handler_disconnect(m_widget, m_signal); }
+    long CountWith(const char* part) const
+    {
+        return std::count_if(m_texts.begin(), m_texts.end(),
+                             [part](const std::string& text) { return text.find(part) != std::string::npos; });
+    }
+
+private:
+    static gboolean Drawn(GtkWidget* widget, cairo_t*, gpointer texts)
+    {
+        auto& all = *static_cast<std::vector<std::string>*>(texts);
+        if (const std::string text = gtk_label_get_text(GTK_LABEL(widget)); all.empty() || all.back() != text)
+            all.push_back(text);
+        return FALSE;
+    }
+
+    GtkWidget* m_widget;
+    std::vector<std::string> m_texts;
+    gulong m_signal;
+};
+
 } // namespace
+
+TEST_F(DeskInWindows, RollForwardShowsHowFarItIsWhileItRuns)
+{
+    Run([](Hands& hands) {
+        ::Test::AddClients(450);
+        hands.Pick(IDC_CLIENTS_YEAR, kYear);
+        InNext([](Hands& roll) {
+            const PaintedTexts done(roll.Control(IDC_ROLL_DONE)), remaining(roll.Control(IDC_ROLL_REMAINING));
+            roll.Click(IDC_ROLL_PREVIEW);
+            EXPECT_GT(done.CountWith(" of 464 done."), 0) << "which is another text at the end";
+            EXPECT_GT(remaining.CountWith("Estimated Time Remaining:"), 0);
+            roll.Click(IDCANCEL);
+        });
+        hands.Click(IDC_CLIENTS_ROLL);
+    });
+}
 
 TEST_F(DeskInWindows, ColumnThatWasDraggedIsAsWideAtTheNextOpening)
 {
