@@ -2,7 +2,7 @@
 
 #include "Afx/windows/ComboBox.h"
 #include "Afx/windows/MessageBox.h"
-#include "Help.h"
+#include "Kiln/controls/HelpPages.h"
 #include "layouts/ClientYear.h"
 #include "MorvUt/context/BusyPractice.h"
 #include "MorvUt/enquiries/dialogs/ClientEnquiriesListDlg.h"
@@ -42,7 +42,7 @@ ON_BN_CLICKED(IDC_YEAR_ENQUIRIES_HELP, OnHelpButton)
 ON_BN_CLICKED(IDC_YEAR_TRACKER_HELP, OnHelpButton)
 END_MESSAGE_MAP()
 
-CString CYearPage::HelpFilePath() const { return HelpPage(m_help); }
+CString CYearPage::HelpFilePath() const { return Kiln::HelpPage(m_help); }
 void CYearPage::OnHelpButton() { ShowHelp(m_listId); }
 
 bool CYearPage::OnInitDialog()
@@ -207,7 +207,7 @@ CClientYearSheet::CClientYearSheet(const ClientView& client, short year)
 
 CClientYearSheet::~CClientYearSheet() = default;
 
-CString CClientYearSheet::HelpFilePath() const { return HelpPage("desk"); }
+CString CClientYearSheet::HelpFilePath() const { return Kiln::HelpPage("desk"); }
 
 bool CClientYearSheet::OnInitDialog()
 {

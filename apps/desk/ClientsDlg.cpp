@@ -4,7 +4,7 @@
 #include "Afx/windows/ListCtrl.h"
 #include "Afx/windows/MessageBox.h"
 #include "ClientYearSheet.h"
-#include "Help.h"
+#include "Kiln/controls/HelpPages.h"
 #include "layouts/Clients.h"
 #include "MorvUt/context/BusyPractice.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
@@ -39,7 +39,7 @@ END_MESSAGE_MAP()
 
 CClientsDlg::CClientsDlg() : CExDialog(kClientsLayout), m_limit(kAtOnce) {}
 
-CString CClientsDlg::HelpFilePath() const { return HelpPage("desk"); }
+CString CClientsDlg::HelpFilePath() const { return Kiln::HelpPage("desk"); }
 CListCtrl& CClientsDlg::List() const { return static_cast<CListCtrl&>(*GetDlgItem(IDC_CLIENTS_LIST)); }
 CComboBox& CClientsDlg::Year() const { return static_cast<CComboBox&>(*GetDlgItem(IDC_CLIENTS_YEAR)); }
 

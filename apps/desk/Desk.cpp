@@ -3,7 +3,7 @@
 #include "Afx/windows/MessageBox.h"
 #include "Cellar/DatabaseError.h"
 #include "ClientsDlg.h"
-#include "Help.h"
+#include "Kiln/controls/HelpPages.h"
 #include "MorvUt/hmrc/access/ClientData.h"
 #include "Quarry/Session.h"
 #include "SignIn.h"
@@ -26,7 +26,7 @@ bool OpenPractice(const std::string& named)
 
 void Run(const DeskOptions& options)
 try {
-    SetHelpFolder(options.helpFolder);
+    Kiln::SetHelpFolder(options.helpFolder);
     if (!options.base.empty() && !HmrcApi::CClientData::SetLoopbackOverride(options.base)) {
         AfxMessageBox("The address of the server on this machine should look like http://127.0.0.1:8080/.");
         return;

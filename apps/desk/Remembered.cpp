@@ -18,7 +18,7 @@ constexpr int kNarrowest = 4, kWidest = 2000; // dialog units
 CString Section() { return "Desk " + CUserData::m_strUser; }
 CString WidthsOf(const char* name) { return CString(name) + "Widths"; }
 
-/// "60,120,40"; nothing unless there are so many, each a width.
+/// "60,0,40", where 0 is the width that the column needs; nothing unless there are so many, each a width.
 std::optional<std::vector<int>> ReadWidths(const char* name, std::size_t count)
 {
     CWinApp* const app = AfxGetApp();
@@ -28,8 +28,8 @@ std::optional<std::vector<int>> ReadWidths(const char* name, std::size_t count)
         const CString part = text.Tokenize(",", at);
         if (at < 0)
             break;
-        const int width = Afx::ParseWhole<int>(part.View()).value_or(0);
-        if (width < kNarrowest || width > kWidest)
+        const int width = Afx::ParseWhole<int>(part.View()).value_or(-1);
+        if (width != 0 && (width < kNarrowest || width > kWidest))
             return std::nullopt;
         widths.push_back(width);
     }
@@ -73,10 +73,8 @@ void KeepWidths(const Lattice::CGrid& grid, const char* name)
 {
     std::vector<int> widths;
     for (int column = 0; column < grid.GetColumnCount(); ++column)
-        if (const int width = grid.GetColumn(column)->width; width > 0)
-            widths.push_back(width);
-    if (widths.size() == static_cast<std::size_t>(grid.GetColumnCount())) // the user has sized some
-        WriteWidths(name, widths);
+        widths.push_back(grid.GetColumn(column)->width);
+    WriteWidths(name, widths);
 }
 
 int LastPage(const char* name)

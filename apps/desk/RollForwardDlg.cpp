@@ -9,13 +9,14 @@
 #include "Afx/windows/WindowSystem.h"
 #include "common/RollWords.h"
 #include "common/Words.h"
-#include "Help.h"
+#include "Kiln/controls/HelpPages.h"
 #include "layouts/Clients.h"
 #include "MorvUt/context/ClientView.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "MorvUt/ui/progress/LongProcess.h"
 #include "Quarry/Session.h"
 #include "QuietMessages.h"
+#include "Remembered.h"
 #include "Years.h"
 
 namespace Desk
@@ -26,6 +27,8 @@ using Tracker::RolledOwner;
 
 namespace
 {
+
+constexpr char kNotCarriedList[] = "NotCarried";
 
 /// The window system waits, with a text, while it lives.
 class WaitWindow
@@ -81,7 +84,7 @@ END_MESSAGE_MAP()
 
 CRollForwardDlg::CRollForwardDlg() : CExDialog(kRollForwardLayout) {}
 
-CString CRollForwardDlg::HelpFilePath() const { return HelpPage("enquiries"); }
+CString CRollForwardDlg::HelpFilePath() const { return Kiln::HelpPage("enquiries"); }
 void CRollForwardDlg::OnHelpButton() { ShowHelp(IDC_ROLL_LIST); }
 
 bool CRollForwardDlg::OnInitDialog()
@@ -91,7 +94,14 @@ bool CRollForwardDlg::OnInitDialog()
     auto& list = static_cast<CListCtrl&>(*GetDlgItem(IDC_ROLL_LIST));
     list.InsertColumn(0, "Client", 130);
     list.InsertColumn(1, "Why", 190);
+    RestoreWidths(list, kNotCarriedList);
     return setsFocus;
+}
+
+void CRollForwardDlg::OnDestroy()
+{
+    KeepWidths(static_cast<CListCtrl&>(*GetDlgItem(IDC_ROLL_LIST)), kNotCarriedList);
+    CExDialog::OnDestroy();
 }
 
 void CRollForwardDlg::OnRun()

@@ -17,6 +17,7 @@ public:
 
 protected:
     bool OnInitDialog() override;
+    void OnDestroy() override;
     void OnOK() override {} // Enter decides nothing
     DECLARE_MESSAGE_MAP()
     afx_msg void OnPreview() { Roll(true); }

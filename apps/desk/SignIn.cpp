@@ -5,7 +5,7 @@
 #include "Afx/windows/MessageBox.h"
 #include "Afx/windows/WindowSystem.h"
 #include "common/OpenPractice.h"
-#include "Help.h"
+#include "Kiln/controls/HelpPages.h"
 #include "layouts/SignIn.h"
 #include "MorvUt/context/BusyPractice.h"
 #include "MorvUt/users/UserData.h"
@@ -40,7 +40,7 @@ END_MESSAGE_MAP()
 COpenPracticeDlg::COpenPracticeDlg(const std::string& practice) : CExDialog(kOpenPracticeLayout), m_practice(practice)
 {}
 
-CString COpenPracticeDlg::HelpFilePath() const { return HelpPage("settings"); }
+CString COpenPracticeDlg::HelpFilePath() const { return Kiln::HelpPage("settings"); }
 
 bool COpenPracticeDlg::OnInitDialog()
 {
@@ -71,7 +71,7 @@ END_MESSAGE_MAP()
 
 CSignInDlg::CSignInDlg() : CExDialog(kSignInLayout) {}
 
-CString CSignInDlg::HelpFilePath() const { return HelpPage("users"); }
+CString CSignInDlg::HelpFilePath() const { return Kiln::HelpPage("users"); }
 
 bool CSignInDlg::OnInitDialog()
 {

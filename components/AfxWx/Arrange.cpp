@@ -162,6 +162,7 @@ void ContainerPeer::Arrange()
     whole->Add(inside, 1, wxEXPAND | wxALL, edge);
     window.SetSizer(whole);
     window.InvalidateBestSize();
+    window.Layout(); // whose size may stay as it is
     for (CWnd* const child : dialog.Children())
         if (NativePeer* const peer = PeerOf(child))
             peer->SpeakName(); // its label may be another

@@ -116,8 +116,8 @@ public:
     {
         constexpr int kLines = 4;
         const int lines = row && row->lines > 1 ? row->lines : m_edit.IsMultiLine() ? kLines : 1;
-        const int height = lines > 1 ? lines * m_text->GetCharHeight() + PixelsOf(*m_text, 0, kFrame).y : -1;
-        return {NativePeer::LeastSize(row).x, height};
+        const int line = lines > 1 ? 0 : m_text->GetBestSize().y;
+        return {NativePeer::LeastSize(row).x, std::max(line, HeightOfLines(*m_text, lines))};
     }
     bool GrowsDown() const override { return m_edit.IsMultiLine(); }
 
@@ -142,8 +142,6 @@ protected:
     }
 
 private:
-    static constexpr int kFrame = 4; // dialog units
-
     static long StyleOf(const CEdit& edit)
     {
         return (edit.IsMultiLine() ? wxTE_MULTILINE | wxTE_WORDWRAP : 0) | (edit.IsPassword() ? wxTE_PASSWORD : 0);

@@ -13,6 +13,7 @@ using Afx::Has;
 using Afx::Part;
 
 constexpr int kGridWidth = 240, kGridLines = 8, kCellRoom = 4, kLineRoom = 4; // dialog units, but for the lines
+constexpr int kMeasured = 200; // rows, from the top: a long list is not read for its widths
 
 /// Dialog units of a column that says nothing about its width.
 int PlainWidth(Lattice::Format format)
@@ -42,6 +43,7 @@ GridPeer::GridPeer(System& system, Lattice::CGrid& model, wxWindow& parent)
     Take(m_view);
     TakeCharacters(*m_view->GetGridWindow());
     TakeMouse();
+    TakeWidths();
     On(*m_view->GetGridWindow(), wxEVT_KEY_DOWN, [this](wxKeyEvent& event) {
         if (event.GetKeyCode() == WXK_SPACE && !event.HasAnyModifiers()) // the view would go to the next cell
             Act([this] { Afx::UserActs::Char(m_grid, VK_SPACE); });
@@ -95,6 +97,41 @@ void GridPeer::TakeMouse()
     });
 }
 
+/// A heading's edge is dragged, or double-clicked: the view has sized the column, the model learns of it.
+void GridPeer::TakeWidths()
+{
+    On(*m_view, wxEVT_GRID_COL_AUTO_SIZE, [this](wxGridSizeEvent& event) { FitColumn(event.GetRowOrCol()); });
+    On(*m_view, wxEVT_GRID_COL_SIZE, [this](wxGridSizeEvent& event) {
+        const int column = event.GetRowOrCol();
+        const auto place = static_cast<std::size_t>(column);
+        if (column < 0 || place >= m_headings.size())
+            return;
+        const int width = UnitsOf(*m_view, m_view->GetColSize(column));
+        m_headings[place].second = width; // it is that already, to the pixel
+        Act([this, column, width] { m_grid.SetColumnWidth(column, width); });
+    });
+}
+
+void GridPeer::FitColumn(int column)
+{
+    const wxFont bold = m_view->GetLabelFont(); // which totals have, too
+    int widest = 0;
+    for (int row = 0; row < std::min(m_grid.GetRowCount(), kMeasured); ++row) {
+        int width = 0;
+        m_view->GetTextExtent(ToWx(m_grid.GetCellText(row, column)), &width, nullptr, nullptr, nullptr, &bold);
+        widest = std::max(widest, width);
+    }
+    m_view->SetColSize(column, std::max(widest + 2 * PixelsOf(*m_view, kCellRoom, 0).x, WidthOfHeading(column)));
+}
+
+int GridPeer::WidthOfHeading(int column) const
+{
+    const wxFont bold = m_view->GetLabelFont();
+    int width = 0;
+    m_view->GetTextExtent(ToWx(m_grid.GetColumn(column)->heading), &width, nullptr, nullptr, nullptr, &bold);
+    return width + 2 * PixelsOf(*m_view, kCellRoom, 0).x;
+}
+
 void GridPeer::GoTo(int row, int column, bool extend)
 {
     if (Afx::UserActs::Focus(m_grid))
@@ -108,6 +145,9 @@ void GridPeer::Mirror(Part parts)
     if (Has(parts, Part::Items)) {
         m_table->Match();
         SizeColumns();
+    } else if (Has(parts, Part::Widths)) {
+        SizeColumns();
+        m_system.Unarranged(*this); // the editor
     }
     if (Has(parts, Part::Items | Part::Cells))
         m_view->ForceRefresh();
@@ -125,18 +165,14 @@ void GridPeer::SizeColumns()
         headings.emplace_back(m_grid.GetColumn(i)->heading, m_grid.GetColumn(i)->width);
     if (headings != m_headings) {
         m_headings = std::move(headings);
-        const int room = 2 * PixelsOf(*m_view, kCellRoom, 0).x;
-        wxFont bold = m_view->GetLabelFont();
         for (int i = 0; i < m_grid.GetColumnCount(); ++i) {
             const Lattice::Column& column = *m_grid.GetColumn(i);
-            int heading = 0;
-            m_view->GetTextExtent(ToWx(column.heading), &heading, nullptr, nullptr, nullptr, &bold);
-            const int width = column.width > 0 ? column.width : PlainWidth(column.format);
-            m_view->SetColSize(i, std::max(PixelsOf(*m_view, width, 0).x, heading + room));
+            const int least = WidthOfHeading(i), width = column.width > 0 ? column.width : PlainWidth(column.format);
+            m_view->SetColMinimalWidth(i, least);
+            m_view->SetColSize(i, std::max(PixelsOf(*m_view, width, 0).x, least));
         }
         m_view->SetColLabelSize(m_view->GetDefaultRowSize());
     }
-    constexpr int kMeasured = 200; // rows, from the top: a long list is not read for its headings
     int widest = 0;
     bool saysMore = false; // than the first column does
     for (int row = 0; row < std::min(m_grid.GetRowCount(), kMeasured); ++row)
@@ -187,7 +223,7 @@ void GridPeer::Arrange()
     m_view->MakeCellVisible(m_grid.GetCurrentRow(), m_grid.GetCurrentColumn());
     wxRect place = m_view->CellToRect(m_grid.GetCurrentRow(), m_grid.GetCurrentColumn());
     place.SetPosition(m_view->CalcScrolledPosition(place.GetPosition()));
-    const int least = editor->Native()->GetBestSize().y;
+    const int least = editor->LeastSize(nullptr).y;
     if (place.height < least)
         place.Inflate(0, (least - place.height + 1) / 2);
     editor->Native()->SetMinSize({1, 1});

@@ -3,6 +3,7 @@
 #include <wx/bmpbndl.h>
 #include <wx/combobox.h>
 #include <wx/dataview.h>
+#include <wx/headerctrl.h>
 #include <wx/image.h>
 
 #include <algorithm>
@@ -75,7 +76,8 @@ public:
     wxSize LeastSize(const Afx::LayoutRow* row) const override
     {
         constexpr int kWidth = 90; // dialog units
-        return {PixelsOf(*m_combo, row && row->width > 0 ? row->width : kWidth, 0).x, -1};
+        return {PixelsOf(*m_combo, row && row->width > 0 ? row->width : kWidth, 0).x,
+                std::max(m_combo->GetBestSize().y, HeightOfLines(*m_combo, 1))};
     }
 
 protected:
@@ -172,6 +174,21 @@ private:
     const CListCtrl& m_list;
 };
 
+#ifdef __WXGTK__
+/// The user drags a heading's edge: told as other desktops tell it. The width is -1 when the edge was double-clicked.
+void HeadingSized(GtkTreeViewColumn* sized, GParamSpec*, gpointer view)
+{
+    auto& list = *static_cast<wxDataViewCtrl*>(view);
+    for (unsigned i = 0; i < list.GetColumnCount(); ++i)
+        if (GTK_TREE_VIEW_COLUMN(list.GetColumn(i)->GetGtkHandle()) == sized) {
+            wxHeaderCtrlEvent event(wxEVT_HEADER_END_RESIZE, list.GetId());
+            event.SetColumn(static_cast<int>(i));
+            event.SetWidth(gtk_tree_view_column_get_fixed_width(sized));
+            list.HandleWindowEvent(event);
+        }
+}
+#endif
+
 class ListPeer : public NativePeer
 {
 public:
@@ -202,6 +219,12 @@ public:
                     m_list.ClickColumn(column);
             });
         });
+        On(SourceOfWidths(), wxEVT_HEADER_END_RESIZE, [this](wxHeaderCtrlEvent& event) {
+            if (m_system.IsMirroring())
+                return;
+            const int column = event.GetColumn(), width = event.GetWidth();
+            m_system.PerformLater(*this, [this, column, width] { Sized(column, width); });
+        });
         On(*m_view->GetMainWindow(), wxEVT_MOTION, [this](wxMouseEvent& event) {
             event.Skip();
             ShowTip(event.GetPosition());
@@ -223,6 +246,11 @@ protected:
                 MakeColumns();
             m_rows->Reset(static_cast<unsigned>(m_list.GetItemCount()));
             parts = parts | Part::Selection;
+        }
+        if (Has(parts, Part::Widths) && Headings() != m_headings) {
+            m_headings = Headings();
+            for (unsigned i = 0; i < m_headings.size(); ++i)
+                m_view->GetColumn(i)->SetWidth(WidthOf(i));
         }
         if (Has(parts, Part::Selection)) {
             wxDataViewItemArray selected;
@@ -252,15 +280,51 @@ private:
         m_view->ClearColumns();
         for (unsigned i = 0; i < m_headings.size(); ++i) {
             const wxString heading = ToWx(m_headings[i].first);
-            constexpr int kRoom = 12; // dialog units beside the heading, for the mark of sorting
-            const int width = std::max(PixelsOf(*m_view, m_headings[i].second, 0).x,
-                                       m_view->GetTextExtent(heading).x + PixelsOf(*m_view, kRoom, 0).x);
-            if (i == 0)
-                m_view->AppendIconTextColumn(heading, i, wxDATAVIEW_CELL_INERT, width);
-            else
-                m_view->AppendTextColumn(heading, i, wxDATAVIEW_CELL_INERT, width);
-            m_view->GetColumn(i)->SetResizeable(true);
+            wxDataViewColumn& column =
+                *(i == 0 ? m_view->AppendIconTextColumn(heading, i, wxDATAVIEW_CELL_INERT, WidthOf(i))
+                         : m_view->AppendTextColumn(heading, i, wxDATAVIEW_CELL_INERT, WidthOf(i)));
+            column.SetResizeable(true);
+            column.SetMinWidth(WidthOfText(heading));
+#ifdef __WXGTK__
+            g_signal_connect(column.GetGtkHandle(), "notify::fixed-width", G_CALLBACK(HeadingSized), m_view);
+#endif
         }
+    }
+    int WidthOfText(const wxString& text) const // pixels
+    {
+        constexpr int kRoom = 12; // dialog units beside the heading, for the mark of sorting
+        return m_view->GetTextExtent(text).x + PixelsOf(*m_view, kRoom, 0).x;
+    }
+    int WidthOf(unsigned column) const // pixels
+    {
+        return std::max(PixelsOf(*m_view, m_headings[column].second, 0).x, WidthOfText(ToWx(m_headings[column].first)));
+    }
+    wxWindow& SourceOfWidths()
+    {
+#ifdef wxHAS_GENERIC_DATAVIEWCTRL
+        return *m_view->GenericGetHeader();
+#else
+        return *m_view;
+#endif
+    }
+    /// The user has sized a column to so many pixels; a negative number: to what its texts need.
+    void Sized(int column, int pixels)
+    {
+        const auto place = static_cast<std::size_t>(column);
+        if (column < 0 || place >= m_headings.size())
+            return;
+        if (pixels < 0) {
+            constexpr int kMeasured = 200; // rows, from the top
+            const CImageList* const images = column == 0 ? m_list.GetImageList() : nullptr;
+            const Afx::Bitmap* const image = images ? images->GetImage(0) : nullptr;
+            pixels = WidthOfText(ToWx(m_headings[place].first));
+            for (int row = 0; row < std::min(m_list.GetItemCount(), kMeasured); ++row)
+                pixels =
+                    std::max(pixels, WidthOfText(ToWx(m_list.GetItemText(row, column))) + (image ? image->width : 0));
+        } else {
+            m_headings[place].second = UnitsOf(*m_view, pixels); // it is that already, to the pixel
+        }
+        m_list.SetColumnWidth(column, UnitsOf(*m_view, pixels));
     }
     /// One row is chosen by a click, rows are added and taken away with Ctrl and Shift.
     void Chosen()

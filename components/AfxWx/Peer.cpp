@@ -176,6 +176,17 @@ wxSize PixelsOf(const wxWindow& window, int width, int height)
     return window.ConvertDialogToPixels(wxSize(width, height));
 }
 
+int HeightOfLines(const wxWindow& field, int lines)
+{
+    constexpr int kFrame = 4; // dialog units
+    return lines * field.GetCharHeight() + PixelsOf(field, 0, kFrame).y;
+}
+
+int UnitsOf(const wxWindow& window, int pixels)
+{
+    return std::max(1, window.ConvertPixelsToDialog(wxSize(pixels, 0)).x);
+}
+
 // Keys.
 
 unsigned KeyOf(const wxKeyEvent& event) noexcept

@@ -221,10 +221,14 @@ void System::Bury(NativePeer& peer, wxWindow* native)
     wxWakeUpIdle();
 }
 
-/// What an event of its own, or of a window inside it, still runs for waits for the next time.
+/// What an event of its own, or of a window inside it, still runs for waits for the next time; so does a dialog whose
+/// loop has not returned yet.
 void System::EmptyGraves()
 {
     const auto isBusy = [this](wxWindow* grave) {
+        for (const auto& [dialog, window] : m_dialogs)
+            if (window == grave)
+                return true;
         return std::any_of(m_sources.begin(), m_sources.end(), [grave](wxWindow* source) {
             for (; source; source = source->GetParent())
                 if (source == grave)
@@ -298,7 +302,12 @@ void System::ShowWait(const std::string& text)
     }
 }
 
-bool System::WaitCancelled() { return m_wait && m_wait->IsCancelled(); }
+bool System::WaitCancelled()
+{
+    if (m_wait && m_wait->IsDue())
+        Flush(); // how far the operation is, which the other windows may tell
+    return m_wait && m_wait->IsCancelled();
+}
 
 bool System::OpenBrowser(const std::string& address)
 {

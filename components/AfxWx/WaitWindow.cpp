@@ -59,12 +59,13 @@ void WaitWindow::Tell(const wxString& text)
     m_dialog->Fit();
 }
 
+bool WaitWindow::IsDue() const { return !m_yielding && std::chrono::steady_clock::now() - m_pulsed >= kBetweenPulses; }
+
 bool WaitWindow::IsCancelled()
 {
-    const auto now = std::chrono::steady_clock::now();
-    if (m_yielding || now - m_pulsed < kBetweenPulses)
+    if (!IsDue())
         return m_cancelled;
-    m_pulsed = now;
+    m_pulsed = std::chrono::steady_clock::now();
     m_gauge->Pulse();
     m_yielding = true;
     std::unique_ptr<wxEventLoopBase> own;

@@ -78,7 +78,7 @@ void CGrid::SetColumnWidth(int column, int width)
     if (!at || width < 0 || at->width == width)
         return;
     at->width = width;
-    Changed(Afx::Part::All);
+    Changed(Afx::Part::Widths);
 }
 
 void CGrid::SetColumnChoices(int column, Choices choices)

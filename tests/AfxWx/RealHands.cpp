@@ -6,9 +6,12 @@
 #include <algorithm>
 #include <chrono>
 #include <iterator>
+#include <set>
 #include <stdexcept>
 #include <thread>
 
+#include <wx/dataview.h>
+#include <wx/grid.h>
 #include <wx/textctrl.h>
 
 #include "Afx/text/Utf8.h"
@@ -18,6 +21,7 @@
 #include "Afx/windows/ListCtrl.h"
 #include "Afx/windows/MessageBox.h"
 #include "Afx/windows/PropertySheet.h"
+#include "AfxWx/CutOff.h"
 #include "AfxWx/detail/Peer.h"
 #include "AfxWx/RealHands.h"
 #include "Lattice/Grid.h"
@@ -135,18 +139,59 @@ void WaitForDialog()
     });
 }
 
-/// The middle of the left edge, where boxes and buttons are hit, on the screen.
-std::pair<int, int> PlaceOf(const wxWindow& window)
+/// In pixels of the screen, of which the toolkit's own may hold several.
+struct Place
 {
-    constexpr int kInside = 10;
-    auto* const widget = static_cast<GtkWidget*>(window.GetHandle());
+    int x, y;
+};
+
+/// A place in a widget, `right` from its left edge, in its middle from top to bottom.
+Place PlaceIn(GtkWidget* widget, int right)
+{
     GtkWidget* const top = gtk_widget_get_toplevel(widget);
     int left = 0, up = 0, x = 0, y = 0;
     gdk_window_get_origin(gtk_widget_get_window(top), &left, &up);
-    gtk_widget_translate_coordinates(widget, top, 0, 0, &x, &y);
-    return {left + x + std::min(kInside, gtk_widget_get_allocated_width(widget) / 2),
-            up + y + gtk_widget_get_allocated_height(widget) / 2};
+    gtk_widget_translate_coordinates(widget, top, right, gtk_widget_get_allocated_height(widget) / 2, &x, &y);
+    const int scale = gtk_widget_get_scale_factor(top);
+    return {scale * (left + x), scale * (up + y)};
 }
+
+/// Near the left edge, where boxes and buttons are hit.
+Place PlaceOf(const wxWindow& window)
+{
+    constexpr int kInside = 10;
+    auto* const widget = static_cast<GtkWidget*>(window.GetHandle());
+    return PlaceIn(widget, std::min(kInside, gtk_widget_get_allocated_width(widget) / 2));
+}
+
+/// The columns of a list or a grid as they are shown.
+struct ShownColumns
+{
+    explicit ShownColumns(const CWnd& list)
+        : native(*PeerOf(&list)->Native()), grid(dynamic_cast<wxGrid*>(&native)),
+          view(dynamic_cast<wxDataViewCtrl*>(&native))
+    {}
+    int Width(int column) const
+    {
+        return grid ? grid->GetColSize(column) : view->GetColumn(static_cast<unsigned>(column))->GetWidth();
+    }
+    /// Where the heading's right edge is dragged.
+    Place Edge(int column) const
+    {
+        if (grid) {
+            int right = -1;
+            for (int i = 0; i <= column; ++i)
+                right += grid->GetColSize(i);
+            return PlaceIn(static_cast<GtkWidget*>(grid->GetGridColLabelWindow()->GetHandle()), right);
+        }
+        auto* const shown = GTK_TREE_VIEW_COLUMN(view->GetColumn(static_cast<unsigned>(column))->GetGtkHandle());
+        return PlaceIn(gtk_tree_view_column_get_button(shown), gtk_tree_view_column_get_width(shown) - 1);
+    }
+
+    wxWindow& native;
+    wxGrid* grid;
+    wxDataViewCtrl* view;
+};
 
 /// Keys that were pressed and buttons that were let go, as they have come back from the display server: on their way
 /// they may wait for the window manager.
@@ -216,19 +261,29 @@ namespace
 
 using ::Test::SendKey;
 
-void SendClick(int x, int y)
+void MoveTo(Place place)
 {
-    Display* const display = gdk_x11_get_default_xdisplay();
-    for (const auto& [left, top] :
-         {std::pair{1, 1}, {x, y}}) { // a button that the mouse has not entered is not clicked
-        XTestFakeMotionEvent(display, -1, left, top, CurrentTime);
-        Pump();
-    }
+    XTestFakeMotionEvent(gdk_x11_get_default_xdisplay(), -1, place.x, place.y, CurrentTime);
+    Pump();
+}
+
+void SendButton(bool isDown) { XTestFakeButtonEvent(gdk_x11_get_default_xdisplay(), 1, isDown, CurrentTime); }
+
+/// Presses the mouse's button at a place and lets it go at another.
+void SendDrag(Place from, Place to)
+{
+    MoveTo({1, 1}); // a button that the mouse has not entered is not clicked
+    MoveTo(from);
     CountEvents();
     const int before = g_buttonsReleased;
-    for (const Bool isDown : {True, False})
-        XTestFakeButtonEvent(display, 1, isDown, CurrentTime);
-    WaitFor("a click", [before] { return g_buttonsReleased > before; });
+    SendButton(true);
+    if (to.x != from.x || to.y != from.y) {
+        Pump();
+        MoveTo({(from.x + to.x) / 2, (from.y + to.y) / 2});
+        MoveTo(to);
+    }
+    SendButton(false);
+    WaitFor("the mouse's button", [before] { return g_buttonsReleased > before; });
 }
 
 void HasPainted(GdkFrameClock*, gpointer painted) { *static_cast<bool*>(painted) = true; }
@@ -243,6 +298,44 @@ void WaitForPaint(GtkWidget* window)
     WaitFor("a window to be painted", [&painted] { return painted; });
     g_signal_handler_disconnect(clock, watch);
 }
+
+} // namespace
+
+int Test::ShownWidth(const CWnd& list, int column)
+{
+    const ShownColumns shown(list);
+    return AfxWx::UnitsOf(shown.native, shown.Width(column));
+}
+
+void Test::DragEdge(CWnd& list, int column, int by)
+{
+    WaitForDialog();
+    const ShownColumns shown(list);
+    auto* const top = gtk_widget_get_toplevel(static_cast<GtkWidget*>(shown.native.GetHandle()));
+    WaitForPaint(top);
+    const Place from = shown.Edge(column);
+    const int pixels = AfxWx::PixelsOf(shown.native, by, 0).x * gtk_widget_get_scale_factor(top);
+    SendDrag(from, {from.x + pixels, from.y});
+    Settle();
+    WaitForPaint(top); // which gives columns their widths
+}
+
+void Test::DoubleClickEdge(CWnd& list, int column)
+{
+    WaitForDialog();
+    const ShownColumns shown(list);
+    const Place edge = shown.Edge(column);
+    SendDrag(edge, edge);
+    const int before = g_buttonsReleased;
+    SendButton(true);
+    SendButton(false);
+    WaitFor("the mouse's button", [before] { return g_buttonsReleased > before; });
+    Settle();
+    WaitForPaint(gtk_widget_get_toplevel(static_cast<GtkWidget*>(shown.native.GetHandle())));
+}
+
+namespace
+{
 
 /// What takes the keyboard is called what the model calls it; what a table holds has names of its own.
 void ExpectCalled(GtkWidget* widget, const std::string& name)
@@ -295,6 +388,7 @@ public:
         Settle();
         WaitForDialog();
         Settle();
+        ExpectReadable(dialog);
         TakePicture(dialog);
         m_script->RunDialog(dialog);
     }
@@ -328,8 +422,10 @@ public:
                 SendKey(VK_BACK, 0);
             else if (character < kAsciiEnd)
                 SendSymbol(character, 0); // whose symbols have the numbers of the characters
-            else if (CWnd* const focus = CWnd::GetFocus())
+            else if (CWnd* const focus = CWnd::GetFocus()) {
                 Afx::UserActs::Char(*focus, character); // this keyboard has no such key
+                Settle();
+            }
         }
         Finish();
     }
@@ -339,8 +435,8 @@ public:
         const NativePeer* const peer = PeerOf(&control);
         ASSERT_NE(peer, nullptr) << "no window: " << control.GetDlgCtrlID();
         WaitForPaint(gtk_widget_get_toplevel(static_cast<GtkWidget*>(peer->Native()->GetHandle())));
-        const auto [x, y] = PlaceOf(*peer->Native());
-        SendClick(x, y);
+        const Place place = PlaceOf(*peer->Native());
+        SendDrag(place, place);
         Finish();
     }
     void Type(CWnd& control, std::string_view text) override
@@ -404,8 +500,21 @@ private:
     void Finish()
     {
         Settle();
-        if (const CDialog* const top = CDialog::GetTopModal())
+        if (const CDialog* const top = CDialog::GetTopModal()) {
             ExpectMirrored(*top);
+            ExpectReadable(*top);
+        }
+    }
+    /// Told once for each text, which would stay cut off at every act.
+    static void ExpectReadable(const CDialog& dialog)
+    {
+        static auto& s_told = *new std::set<std::string>;
+        if (::Test::CutOff(dialog).empty())
+            return;
+        WaitForPaint(gtk_widget_get_toplevel(static_cast<GtkWidget*>(PeerOf(&dialog)->Native()->GetHandle())));
+        for (const std::string& line : ::Test::CutOff(dialog))
+            if (s_told.insert(line).second)
+                ADD_FAILURE() << "cut off: " << line;
     }
     static void ExpectMirrored(const CWnd& window)
     {

@@ -5,7 +5,6 @@
 #include <wx/dialog.h>
 #include <wx/textctrl.h>
 
-#include "Afx/windows/ComboBox.h"
 #include "AfxWx/detail/Peer.h"
 
 #include <gtk/gtk.h>
@@ -31,25 +30,6 @@ std::string SpokenName(const CWnd& window)
     const char* const name = atk_object_get_name(gtk_widget_get_accessible(widget));
     return name ? name : "";
 }
-
-/// The list is filled anew each time it drops.
-class CReloadingDialog : public CDialog
-{
-public:
-    CReloadingDialog() : CDialog(kShort) {}
-
-protected:
-    bool OnCommand(WPARAM wParam, LPARAM lParam) override
-    {
-        if (wParam >> Afx::kCommandIdBits == CBN_DROPDOWN) {
-            auto& combo = *static_cast<CComboBox*>(GetDlgItem(kKind));
-            combo.ResetContent();
-            for (const char* const text : {"first", "second", "third"})
-                combo.AddString(text);
-        }
-        return CDialog::OnCommand(wParam, lParam);
-    }
-};
 
 } // namespace
 
@@ -91,20 +71,6 @@ TEST(RealWindows, CloseByTheirFrameAsByEscape)
                                ::Test::Settle();
                            }),
               IDCANCEL);
-}
-
-TEST(RealWindows, DropAListThatIsFilledMeanwhile)
-{
-    CReloadingDialog dialog;
-    ::Test::Work(dialog, [](::Test::Hands& hands) {
-        hands.Press('K', Afx::kAlt);
-        hands.Press(VK_F4);
-        hands.Press(VK_DOWN);
-        hands.Press(VK_DOWN);
-        hands.Press(VK_RETURN);
-        hands.ExpectText(kKind, "second");
-        hands.Press(VK_ESCAPE);
-    });
 }
 
 TEST(RealWindows, StopALongOperation)

@@ -1,7 +1,7 @@
 #include "sheets/ScheduleSheet.h"
 
 #include "Afx/windows/MessageBox.h"
-#include "Help.h"
+#include "Kiln/controls/HelpPages.h"
 #include "MorvUt/context/status/ClientStatus.h"
 #include "MorvUt/res/Strings.h"
 #include "MorvUt/taxyear/YearTitles.h"
@@ -69,7 +69,7 @@ CString CScheduleSheet::GetInfoLine(unsigned id)
                               : CString();
 }
 
-CString CScheduleSheet::HelpFilePath() const { return HelpPage("screens"); }
+CString CScheduleSheet::HelpFilePath() const { return Kiln::HelpPage("screens"); }
 
 void CScheduleSheet::Modified()
 {

@@ -62,7 +62,7 @@ void CListCtrl::SetColumnWidth(int column, int width)
     if (column < 0 || place >= m_columns.size() || width < 0 || m_columns[place].width == width)
         return;
     m_columns[place].width = width;
-    Changed(Afx::Part::All);
+    Changed(Afx::Part::Widths);
 }
 
 int CListCtrl::InsertItem(int row, const char* text, int image)

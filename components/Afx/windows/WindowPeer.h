@@ -26,6 +26,7 @@ enum class Part : unsigned
     Name = 256,
     Rect = 512,
     Focus = 1024,
+    Widths = 2048, // of columns
     All = ~0u
 };
 constexpr Part operator|(Part a, Part b) noexcept

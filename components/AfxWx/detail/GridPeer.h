@@ -61,6 +61,10 @@ protected:
 
 private:
     void TakeMouse();
+    void TakeWidths();
+    /// The column is as wide as its heading and the texts that are measured need.
+    void FitColumn(int column);
+    int WidthOfHeading(int column) const; // pixels, with the room beside it
     void GoTo(int row, int column, bool extend);
     void SizeColumns();
     void ShowSelection();
@@ -69,7 +73,7 @@ private:
     wxGrid* m_view;
     GridTable* m_table; // the view's
     GridAccessible m_accessible;
-    std::vector<std::pair<CString, int>> m_headings;
+    std::vector<std::pair<CString, int>> m_headings; // and widths in dialog units
 };
 
 } // namespace AfxWx

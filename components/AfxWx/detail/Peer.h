@@ -110,7 +110,11 @@ int BytesOf(std::string_view text, long characters) noexcept;
 long CharactersOf(std::string_view text, int bytes) noexcept;
 
 /// Width and height in dialog units as pixels.
-wxSize PixelsOf(const wxWindow& window, int width, int height);
+AFXWX_API wxSize PixelsOf(const wxWindow& window, int width, int height);
+/// The height in pixels of a field with so many lines. The toolkit's own measure leaves larger texts out of account.
+int HeightOfLines(const wxWindow& field, int lines);
+/// The dialog units, at least one, that are nearest to a width in pixels.
+AFXWX_API int UnitsOf(const wxWindow& window, int pixels);
 
 /// The key of an event as the model numbers it (VK_...); 0: none that it knows. Modifiers are Afx::Modifier.
 unsigned KeyOf(const wxKeyEvent& event) noexcept;

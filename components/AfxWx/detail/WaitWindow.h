@@ -24,7 +24,9 @@ public:
     ~WaitWindow();
 
     void Tell(const wxString& text);
-    /// Lets the window be painted and its button be pressed.
+    /// Whether it is time again for IsCancelled to look.
+    bool IsDue() const;
+    /// Lets all windows be painted and the button be pressed.
     bool IsCancelled();
 
 private:

@@ -93,6 +93,9 @@ void MainJob::WorkToARejectedDifference()
         NextPage(hands);
         ASSERT_EQ(Rows(hands, IDC_HMRC_DIFFERENCES).size(), 1u);
         InNext([](Hands& difference) {
+            difference.Press(VK_F1);
+            EXPECT_EQ(::Test::Windows().Helped(),
+                      std::vector<std::string>{"/help/review.md#" + std::to_string(IDC_DIFFERENCES_GRID)});
             difference.Answer(IDNO);
             difference.Click(IDC_DIFFERENCES_REJECT);
             difference.ExpectMessage("Rejecting differences will prevent retrieval of HMRC Data unless it changes.\n\n"

@@ -127,6 +127,27 @@ TEST_F(ScheduleSheets, InterestIsSharedWithASpouseAndHasPayments)
     EXPECT_EQ(Query("SELECT nOrdering, dtPaid, amtNet FROM BRIXNewInterestPayment"), "1|2017-12-31|64.00");
 }
 
+TEST_F(ScheduleSheets, GoToTheNextFieldThatIsEmptyByCtrlAndAFullStop)
+{
+    RunIn("C0002", [](Hands& hands) {
+        hands.Pick(IDC_RETURN_KIND, "Interest");
+        InNext([](Hands& sheet) {
+            sheet.Type(IDC_INTEREST_NAME, "Saltmarsh Savings");
+            sheet.Type(IDC_INTEREST_INCOME, "100");
+            sheet.Type(IDC_INTEREST_ADDITION, "5");
+            sheet.Click(IDC_INTEREST_NAME);
+            for (const unsigned empty : {IDC_INTEREST_BFWD, IDC_INTEREST_DEDUCTION, IDC_INTEREST_BFWD}) {
+                sheet.Press(VK_OEM_PERIOD, Afx::kControl);
+                sheet.ExpectFocus(empty);
+            }
+            sheet.Write("1.5"); // a full stop alone is one
+            sheet.ExpectText(IDC_INTEREST_BFWD, "1.5");
+            sheet.Click(IDCANCEL);
+        });
+        hands.Click(IDC_RETURN_NEW);
+    });
+}
+
 TEST_F(ScheduleSheets, ForeignDividendShowsTheRateThatLimitsTheCredit)
 {
     RunNew(

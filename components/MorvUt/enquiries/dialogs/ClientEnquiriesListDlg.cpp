@@ -4,6 +4,7 @@
 
 #include "Afx/windows/DataExchange.h"
 #include "Afx/windows/MessageBox.h"
+#include "Kiln/controls/HelpPages.h"
 #include "MorvUt/context/BusyPractice.h"
 #include "MorvUt/enquiries/dialogs/ClientEnquiryDlg.h"
 #include "MorvUt/enquiries/dialogs/StatusImages.h"
@@ -31,6 +32,8 @@ CClientEnquiriesListDlg::CClientEnquiriesListDlg(Cellar::CConnection& connection
     : CExDialog(kEnquiriesLayout), m_connection(connection), m_clientId(clientId), m_partnershipId(partnershipId),
       m_year(static_cast<short>(year)), m_readOnly(readOnly), m_sourceId(sourceId), m_taskId(taskId)
 {}
+
+CString CClientEnquiriesListDlg::HelpFilePath() const { return Kiln::HelpPage("enquiries"); }
 
 void CClientEnquiriesListDlg::DoDataExchange(CDataExchange* exchange)
 {

@@ -21,6 +21,8 @@ class MORVUT_API CClientEnquiriesListDlg : public Kiln::CExDialog
     CClientEnquiriesListDlg(Cellar::CConnection& connection, long clientId, long partnershipId, int year, bool readOnly,
                             long sourceId, long taskId, CWnd* parent = nullptr);
 
+    CString HelpFilePath() const override;
+
 protected:
     bool OnInitDialog() override;
     void DoDataExchange(CDataExchange* exchange) override;

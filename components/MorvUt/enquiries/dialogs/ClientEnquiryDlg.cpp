@@ -2,6 +2,7 @@
 
 #include "Afx/windows/DataExchange.h"
 #include "Afx/windows/MessageBox.h"
+#include "Kiln/controls/HelpPages.h"
 #include "MorvUt/context/BusyPractice.h"
 #include "MorvUt/enquiries/rules/LinkedTasks.h"
 #include "MorvUt/res/layouts/Enquiries.h"
@@ -42,6 +43,8 @@ CClientEnquiryDlg::CClientEnquiryDlg(long clientId, long partnershipId, int year
 {
     SetWindowText(LibraryText(isNew ? IDS_ENQUIRY_NEW : IDS_ENQUIRY_EDIT));
 }
+
+CString CClientEnquiryDlg::HelpFilePath() const { return Kiln::HelpPage("enquiries"); }
 
 void CClientEnquiryDlg::SetLink(long sourceId, long taskId)
 {

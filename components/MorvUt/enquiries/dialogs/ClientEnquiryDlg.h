@@ -26,6 +26,8 @@ class MORVUT_API CClientEnquiryDlg : public Kiln::CExDialog
     /// Whether the enquiry, as it is entered now, has a source and a task.
     bool IsEnquiryLinked() const;
 
+    CString HelpFilePath() const override;
+
 protected:
     bool OnInitDialog() override;
     void DoDataExchange(CDataExchange* exchange) override;

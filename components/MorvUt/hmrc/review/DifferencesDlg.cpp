@@ -2,6 +2,7 @@
 
 #include "Afx/windows/DataExchange.h"
 #include "Afx/windows/MessageBox.h"
+#include "Kiln/controls/HelpPages.h"
 #include "MorvUt/context/BusyPractice.h"
 #include "MorvUt/res/layouts/Differences.h"
 #include "MorvUt/res/Strings.h"
@@ -25,6 +26,8 @@ CMTDDifferencesDlg::CMTDDifferencesDlg(CMTDDifferencesGrid& grid, long clientId,
 {
     SetWindowText(caption);
 }
+
+CString CMTDDifferencesDlg::HelpFilePath() const { return Kiln::HelpPage("review"); }
 
 void CMTDDifferencesDlg::SetMessage(const CString& message)
 {

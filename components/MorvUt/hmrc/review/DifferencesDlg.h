@@ -22,6 +22,8 @@ class MORVUT_API CMTDDifferencesDlg : public CBCGPDialog, public Kiln::CDialogMi
     CMTDDifferencesDlg(CMTDDifferencesGrid& grid, long clientId, const char* caption, const char* message,
                        const char* item, const char* hmrc, const char* ofReturn, CWnd* parent = nullptr);
 
+    CString HelpFilePath() const override;
+
     /// The message above the grid.
     void SetMessage(const CString& message);
     /// Whether Accept can be pressed.
@@ -32,6 +34,7 @@ protected:
     void DoDataExchange(CDataExchange* exchange) override;
     bool OnCommand(WPARAM wParam, LPARAM lParam) override;
     void OnOK() override; // Enter decides nothing
+    bool OnHelp(unsigned controlId) override { return ShowHelp(controlId); }
 
 private:
     struct Question;

@@ -9,7 +9,7 @@ inline constexpr unsigned IDC_DIFFERENCES_MESSAGE = 1375, IDC_DIFFERENCES_GRID =
 
 inline constexpr Afx::LayoutRow kDifferencesRows[] = {
     {Afx::ControlKind::Label, IDC_DIFFERENCES_MESSAGE, "", 0, 0, 3, 0, 320, 2},
-    {Afx::ControlKind::Custom, IDC_DIFFERENCES_GRID, "", 1, 0, 3, 0, 320, 12},
+    {Afx::ControlKind::Custom, IDC_DIFFERENCES_GRID, "", 1, 0, 3, 0, 380, 12},
     {Afx::ControlKind::Push, IDC_DIFFERENCES_ACCEPT, "&Accept", 2, 0},
     {Afx::ControlKind::Push, IDC_DIFFERENCES_REJECT, "&Reject", 2, 1},
     {Afx::ControlKind::Push, IDC_DIFFERENCES_SKIP, "&Skip", 2, 2},

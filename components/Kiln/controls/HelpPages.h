@@ -5,13 +5,14 @@
 #include <string>
 
 #include "Afx/text/CString.h"
+#include "Kiln/Export.h"
 
-namespace Desk
+namespace Kiln
 {
 
 /// The folder of the pages, for this run.
-void SetHelpFolder(const std::string& folder);
+KILN_API void SetHelpFolder(const std::string& folder);
 /// The file of a page: "hmrc" is hmrc.md in that folder; empty while there is no folder.
-CString HelpPage(const char* page);
+KILN_API CString HelpPage(const char* page);
 
-} // namespace Desk
+} // namespace Kiln
