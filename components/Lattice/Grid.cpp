@@ -228,9 +228,12 @@ bool CGrid::IsCellEditable(int row, int column) const
 
 Kiln::CAmt CGrid::GetCellAmount(int row, int column) const
 {
-    const Cell cell = GetCell(row, column);
-    const auto* const amount = std::get_if<Kiln::CAmt>(&cell.value);
-    return amount && !cell.error ? *amount : Kiln::CAmt::Invalid();
+    const auto amountOf = [](const Cell& cell) {
+        const auto* const amount = std::get_if<Kiln::CAmt>(&cell.value);
+        return amount && !cell.error ? *amount : Kiln::CAmt::Invalid();
+    };
+    const Cell* const own = m_cells.Find(row, column); // totals read thousands, which need not be copied
+    return own ? amountOf(*own) : amountOf(GetCell(row, column));
 }
 
 void CGrid::ShowCells(int top, int left, int bottom, int right)

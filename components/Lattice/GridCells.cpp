@@ -75,13 +75,18 @@ bool GridCells::IsCell(int row, int column) const noexcept
     return row >= 0 && row < GetRowCount() && column >= 0 && column < GetColumnCount();
 }
 
+const Cell* GridCells::Find(int row, int column) const noexcept
+{
+    return !m_source && IsCell(row, column)
+               ? &m_rows[static_cast<std::size_t>(row)].cells[static_cast<std::size_t>(column)]
+               : nullptr;
+}
+
 Cell GridCells::Get(int row, int column) const
 {
-    if (!IsCell(row, column))
-        return Cell{{}, Format::Text, true};
-    if (m_source)
-        return m_source->Read(row, column);
-    return m_rows[static_cast<std::size_t>(row)].cells[static_cast<std::size_t>(column)];
+    if (const Cell* const own = Find(row, column))
+        return *own;
+    return IsCell(row, column) ? m_source->Read(row, column) : Cell{{}, Format::Text, true};
 }
 
 bool GridCells::Set(int row, int column, Cell cell, GridUndo& undo)

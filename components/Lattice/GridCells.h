@@ -52,6 +52,8 @@ public:
     Row* GetRow(int row) noexcept;
 
     Cell Get(int row, int column) const;
+    /// A cell of the grid's own rows, as long as no row or column comes or goes; null for any other.
+    const Cell* Find(int row, int column) const noexcept;
     bool Set(int row, int column, Cell cell, GridUndo& undo);
     /// Takes back the last change of the user's. False when there is none.
     bool TakeBack(GridUndo& undo);

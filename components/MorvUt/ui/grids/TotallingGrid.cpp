@@ -151,8 +151,8 @@ void CTotallingGrid::OnUndone()
 
 Kiln::CAmt CTotallingGrid::GetCellAmt(int row, int column)
 {
-    const Lattice::Cell cell = GetCell(row, column);
-    return Lattice::IsEmpty(cell) ? Kiln::CAmt() : GetCellAmount(row, column);
+    const Kiln::CAmt amount = GetCellAmount(row, column);
+    return amount.IsValid() || !Lattice::IsEmpty(GetCell(row, column)) ? amount : Kiln::CAmt();
 }
 
 void CTotallingGrid::SetTotal(int row, int column, const Kiln::CAmt& total, bool redraw)
