@@ -94,27 +94,8 @@ TEST_P(AccruedAllowance, IsMadeOfTheSourcesFigures)
     for (const std::string rows : kRows)
         Script(::Test::ReplacedAll("INSERT INTO BRIX" + rows, "MOST",
                                    ::Test::IsOnServer() ? "922337203685477.5807" : "9223372036854775807"));
-    const ::Test::Row<int, const char*, bool, bool, int> rows[] = {
-        {0, "used up", false, false, 0, "not negative"},
-        {0, "Bank", false, false, 8, "flag 2 is not true; income -3"},
-        {0, "too much", false, false, 0, "64 bits"},
-        {0, "bank", true, true, 2, "in its own case; nulls"},
-        {0, "Bank", true, true, 30, "first of two"},
-        {0, nullptr, true, false, 59, "no name; own income, not lines"},
-        {1, "bank", true, true, 89, "joint row"},
-        {1, "Bank", true, true, 75, "first of the first with one; lines"},
-        {1, "Bank", false, false, 0, "no joint row"},
-        {2, "Fig", true, false, 15, "the sum of its lines"},
-        {2, "Fig", false, false, 40, "negative sum"},
-        {3, "used up", true, true, 10, "by name alone; interest row"},
-        {3, "Firm", false, false, 90, "1, 6, 3 and nulls"},
-        {-5, "Firm", false, false, 90, "any other type"},
-        {3, "Other", false, false, 4, "no income"},
-        {3, "None", false, false, 5, "not the client's own business"},
-        {3, "firm", false, false, 0, "in another case"},
-        {3, "Two", false, false, 0, "on the second return"},
-    };
-    for (const auto& [type, name, flagA, flagB, left, why] : rows)
+    for (const auto& [type, name, flagA, flagB, left, why] :
+         ::Test::Table<int, const char*, bool, bool, int>("MorvUt/context/AccruedAllowance.tsv"))
         EXPECT_EQ(Ask(2024, 1, type, name, flagA, flagB), left) << why;
 }
 
