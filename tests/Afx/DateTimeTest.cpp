@@ -8,23 +8,8 @@
 TEST(COleDateTime, CountsFromTheEndOf1899)
 {
     // out: empty: not valid
-    const ::Test::Case<double, const char*> rows[] = {
-        {0.0, "1899-12-30 00:00:00.000", "day zero"},
-        {5.25, "1900-01-04 06:00:00.000", "published example"},
-        {5.875, "1900-01-04 21:00:00.000", "published example"},
-        {-1.25, "1899-12-29 06:00:00.000", "the fraction runs forward before day zero too"},
-        {-0.25, "1899-12-30 06:00:00.000", "the first day has two numbers"},
-        {45387.999999999, "2024-04-06 00:00:00.000", "rounded over midnight"},
-        {-1.9999999999, "1899-12-30 00:00:00.000", "rounded over midnight before day zero"},
-        {-657434.0, "0100-01-01 00:00:00.000", "first"},
-        {-657435.0, "", "before the first"},
-        {2958465.999999999999, "", "is the day after the last"},
-        {2958465.9999999995, "9999-12-31 23:59:59.999", "last, not rounded over"},
-        {2958466.0, "", "after the last"},
-        {std::numeric_limits<double>::quiet_NaN(), "", "not a number"},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(COleDateTime(row.in).FormatIso(), row.out) << row.why;
+    for (const auto& [in, out, why] : ::Test::Table<double, const char*>("Afx/DateTime.tsv"))
+        EXPECT_EQ(COleDateTime(in).FormatIso(), out) << why;
 }
 
 TEST(COleDateTime, KeepsEveryMillisecond)
@@ -54,14 +39,8 @@ TEST(COleDateTime, RefusesFieldsThatDoNotExist)
 
 TEST(COleDateTime, ReadsIsoTexts)
 {
-    const ::Test::Case<const char*, const char*> rows[] = {
-        {"2024-04-05", "2024-04-05 00:00:00.000"},
-        {"2024-04-05T13:14:15", "2024-04-05 13:14:15.000"},
-        {"2024-04-05 13:14:15.5", "2024-04-05 13:14:15.500"},
-        {"2024-04-05 13:14:15.1239999", "2024-04-05 13:14:15.123"},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(COleDateTime::ParseIso(row.in).FormatIso(), row.out) << row.in;
+    for (const auto& [in, out, why] : ::Test::Table<const char*, const char*>("Afx/DateTime.tsv"))
+        EXPECT_EQ(COleDateTime::ParseIso(in).FormatIso(), out) << in;
     for (const char* const refused : {"", "2024-4-5", "2024-04-05 ", "2024-04-05 13", "2024-04-05 13:14:15.",
                                       "2024-04-05 13:14:15Z", "2024-04-05 25:00", "2023-02-29", "+024-04-05"})
         EXPECT_EQ(COleDateTime::ParseIso(refused).GetStatus(), COleDateTime::invalid) << refused;

@@ -7,23 +7,8 @@
 
 TEST(CEdit, PutsTypedCharactersInPlaceOfTheSelection)
 {
-    const std::tuple<const char*, int, int, int, const char*, const char*, const char*> rows[] = {
-        {"abc", 1, 1, 0, "XY", "aXYbc", "at the caret, which moves on"},
-        {"abc", 1, 2, 0, "X", "aXc", "a selection is replaced"},
-        {"abc", 2, 1, 0, "X", "aXc", "selected backwards"},
-        {"abc", 0, -1, 0, "X", "X", "all selected"},
-        {"abc", 9, 99, 0, "X", "abcX", "beyond the end"},
-        {"abc", 1, 3, 0, "\b", "a", "backspace takes the selection"},
-        {"abc", 0, 0, 0, "\b", "abc", "nothing before the caret"},
-        {"a£", 3, 3, 0, "\b", "a", "a whole character"},
-        {"a£", 2, 2, 0, "X", "aX£", "never into a character"},
-        {"abc", 3, 3, 0, "\t\r\n\x1B\x01\x7F", "abc", "control characters are no text"},
-        {"Unknown", 7, 7, 10, "££££", "Unknown£££", "the limit counts characters"},
-        {"abc", 0, 1, 3, "XY", "Xbc", "room for what is replaced"},
-        {"abcdef", 6, 6, 3, "X", "abcdef", "a text that is too long stays"},
-        {"abcdef", 6, 6, 3, "\b", "abcde", "but can be shortened"},
-    };
-    for (const auto& [text, start, end, limit, typed, result, why] : rows) {
+    for (const auto& [text, start, end, limit, typed, result, why] :
+         ::Test::Table<const char*, int, int, int, const char*, const char*>("Afx/Edit.tsv")) {
         CEdit edit;
         edit.LimitText(limit);
         edit.SetWindowText(text);

@@ -27,39 +27,15 @@ TEST(Settings, ReadsWhatPeopleWrite)
         "people.ini", "\xEF\xBB\xBF; a comment\r\nOutside=1\r\n[ Preferences ]\r\nthis line is none\r\n=no name\r\n"
                       "  LastYOA =  33  \r\nLastYOA=34\r\n#Hidden=1\r\nEquation=a=b\r\nEmpty=\r\n"
                       "[broken\r\nAfterBroken=1\r\nName=Zo\xEB\r\n[preferences]\r\nSecond=2"));
-    const ::Test::Case<const char*, const char*> rows[] = {
-        {"lastyoa", "33", "any case, blanks dropped, the first of two"},
-        {"Equation", "a=b", "only the first = parts"},
-        {"Empty", "", "present and empty"},
-        {"Outside", "(none)", "before any section"},
-        {"Hidden", "(none)", "comment"},
-        {"AfterBroken", "1", "a broken heading begins nothing"},
-        {"Name", "Zoë", "Windows-1252"},
-        {"Second", "2", "a section may come in two parts; no line end at the end"},
-        {"Missing", "(none)", "not there"},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(Read("PREFERENCES", row.in), row.out) << row.why;
+    for (const auto& [in, out, why] : ::Test::Table<const char*, const char*>("Afx/Settings.tsv"))
+        EXPECT_EQ(Read("PREFERENCES", in), out) << why;
     EXPECT_EQ(Read(nullptr, nullptr), "(none)");
 }
 
 TEST(Settings, ChangesOneLineAndKeepsTheRest)
 {
-    const std::tuple<const char*, const char*, const char*, const char*, const char*, const char*> rows[] = {
-        {"", "S", "n", "v", "[S]\nn=v\n", "first value of all"},
-        {"; c\n[S]\nn=1 \nm=2\n", "s", "N", "3", "; c\n[S]\nN=3\nm=2\n", "replaced"},
-        {"[S]\nn=1\n\n[T]\nx=1\n", "S", "m", "2", "[S]\nn=1\nm=2\n\n[T]\nx=1\n", "added before the gap"},
-        {"[S]", "S", "n", "v", "[S]\nn=v\n", "after an unended line"},
-        {"[S]\n[T]\n[S]\n", "S", "n", "v", "[S]\nn=v\n[T]\n[S]\n", "into the first part of an empty section"},
-        {"[S]\r\nn=1\r\n", "T", "n", "v", "[S]\r\nn=1\r\n\r\n[T]\r\nn=v\r\n", "with the file's own line ends"},
-        {"[S]\nn=1\njunk\nm=2\n", "S", "n", nullptr, "[S]\njunk\nm=2\n", "removed"},
-        {"[R]\nx=1\n\n[S]\nn=1\n", "S", "n", nullptr, "[R]\nx=1\n", "with its section, which holds nothing else"},
-        {"[S]\nn=1\n\n[T]\nx=1\n", "S", "n", nullptr, "[T]\nx=1\n", "the first section"},
-        {"\xEF\xBB\xBF[S]\nn=1", "S", "n", nullptr, "\xEF\xBB\xBF", "the only one"},
-        {"[S]\nn=1\n; c\n[T]\n", "S", "n", nullptr, "[S]\n; c\n[T]\n", "a comment keeps it"},
-        {"; c\nn=0\n[R]\n[S]\nn=1\n[T\n", "S", "n", nullptr, "; c\nn=0\n[R]\n[S]\n[T\n", "no heading behind"},
-    };
-    for (const auto& [before, section, name, value, after, why] : rows) {
+    for (const auto& [before, section, name, value, after, why] :
+         ::Test::Table<const char*, const char*, const char*, const char*, const char*>("Afx/Settings.tsv")) {
         Settings::SetPath(::Test::WriteFile("change.ini", before));
         EXPECT_TRUE(Settings::Write(section, name, value)) << why;
         EXPECT_EQ(::Test::ReadFile(Settings::GetPath().GetString()), after) << why;

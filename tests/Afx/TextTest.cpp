@@ -43,20 +43,8 @@ TEST(AtoI64, ReadsWhatItCanAndSaturates)
 
 TEST(ParseWhole, TakesDigitsBehindAMinusAndNothingElse)
 {
-    const ::Test::Case<const char*, std::optional<int>> rows[] = {
-        {"0", 0},
-        {"-2147483648", -2147483647 - 1},
-        {"0012", 12, "zeros in front"},
-        {"2147483648", std::nullopt, "too large"},
-        {"+5", std::nullopt, "a plus"},
-        {" 5", std::nullopt, "a blank in front"},
-        {"5 ", std::nullopt, "a blank behind"},
-        {"5x", std::nullopt, "no digit"},
-        {"-", std::nullopt, "a minus alone"},
-        {"", std::nullopt, "nothing"},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(Afx::ParseWhole<int>(row.in), row.out) << row.in << ' ' << row.why;
+    for (const auto& [in, out, why] : ::Test::Table<const char*, std::optional<int>>("Afx/Text.tsv"))
+        EXPECT_EQ(Afx::ParseWhole<int>(in), out) << in << ' ' << why;
     EXPECT_EQ(Afx::ParseWhole<unsigned>("-1"), std::nullopt);
     EXPECT_EQ(Afx::ParseWhole<int>({}), std::nullopt) << "no text at all";
     EXPECT_EQ(Afx::ParseWhole<double>("-1.5e3"), -1500.0);
@@ -82,19 +70,8 @@ TEST(FormatTime, SurvivesFieldsOutsideTheCalendar)
 
 TEST(ToUtf8, KeepsUtf8AndConvertsTheRest)
 {
-    const ::Test::Case<std::string_view, std::string_view> rows[] = {
-        {"Réunion", "Réunion", "UTF-8 already"},
-        {"R\xE9union \x80 5", "Réunion € 5", "Windows-1252"},
-        {"\x8E\x9F\x81", "\xC5\xBD\xC5\xB8\xC2\x81", "ends of the table, and an unused byte"},
-        {"\xC0\xAF", "À¯", "overlong"},
-        {"\xF0\x80\x80\x80", "ð€€€", "overlong, four bytes"},
-        {"\xED\xA0\x80", "í\xC2\xA0€", "surrogate"},
-        {"\xF4\x90\x80\x80", "ô\xC2\x90€€", "beyond Unicode"},
-        {"\xF0\x9F\x98\x80", "\xF0\x9F\x98\x80", "four bytes"},
-        {"a\xC3", "aÃ", "cut off"},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(Afx::ToUtf8(row.in), row.out) << row.why;
+    for (const auto& [in, out, why] : ::Test::Table<std::string_view, std::string_view>("Afx/Text.tsv"))
+        EXPECT_EQ(Afx::ToUtf8(in), out) << why;
 }
 
 TEST(TakeCharacter, GivesBackEveryCharacterOfUnicode)

@@ -11,26 +11,8 @@
 TEST(ServerState, SaysHowTheWayToTheServerIsProtected)
 {
     // stays here, checks the host, what is said
-    const ::Test::Row<const char*, bool, bool, const char*> rows[] = {
-        {"odbc:Driver=PostgreSQL Unicode;Servername=db.firm.example", false, false, "", "nothing said"},
-        {"odbc:Driver=PostgreSQL Unicode;Servername=db.firm.example;sslmode=VERIFY-FULL", false, true,
-         "SSLmode=VERIFY-FULL", "in any case"},
-        {"odbc:Driver=PostgreSQL Unicode;Servername=db.firm.example;SSLmode=verify-ca", false, false,
-         "SSLmode=verify-ca", "any host of that issuer"},
-        {"odbc:Driver=PostgreSQL Unicode;Servername=127.0.0.1", true, false, "", "loopback"},
-        {"odbc:Driver=PostgreSQL Unicode;Servername=LocalHost;SSLmode=disable", true, false, "SSLmode=disable", ""},
-        {"odbc:Driver=PostgreSQL Unicode;Servername=/run/postgresql", true, false, "", "a socket"},
-        {"odbc:Driver=PostgreSQL Unicode;Servername=127.0.0.1.evil.example", false, false, "", "only looks so"},
-        {"odbc:Driver=PostgreSQL Unicode;Servername=128.0.0.1", false, false, "", "another machine"},
-        {"odbc:Driver={ODBC Driver 18 for SQL Server};Server=tcp:db.firm.example,1433;Encrypt=strict", false, true,
-         "Encrypt=strict", "SQL Server"},
-        {"odbc:Driver={ODBC Driver 18 for SQL Server};Server=db;Encrypt=yes;TrustServerCertificate=yes", false, false,
-         "Encrypt=yes;TrustServerCertificate=yes", "whatever the certificate"},
-        {"odbc:Driver={ODBC Driver 17 for SQL Server};Server=db", false, false, "", "not every driver does by itself"},
-        {"odbc:Driver={ODBC Driver 17 for SQL Server};Server=tcp:localhost,1433", true, false, "", "a port"},
-        {"odbc:Driver={ODBC Driver 17 for SQL Server};Server=.\\SQLEXPRESS", true, false, "", "an instance"},
-    };
-    for (const auto& [text, staysHere, checksHost, said, why] : rows) {
+    for (const auto& [text, staysHere, checksHost, said, why] :
+         ::Test::Table<const char*, bool, bool, const char*>("Cellar/ServerState.tsv")) {
         const ServerProtection found = ProtectionOf(ServerText(text));
         EXPECT_EQ(found.staysHere, staysHere) << text << ' ' << why;
         EXPECT_EQ(found.checksHost, checksHost) << text << ' ' << why;

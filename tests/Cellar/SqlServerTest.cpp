@@ -1,5 +1,7 @@
 // What reaches SQL Server, and what is made of its answers: a scripted one, since none runs here.
 
+#include <algorithm>
+
 #include "Cellar/ValueTypes.h"
 #include "CellarTestSupport.h"
 #include "support/ScriptedServer.h"
@@ -17,6 +19,13 @@ DatabaseError ErrorFor(const std::string& answer)
     const ScriptedServer server("on INSERT*\n" + answer + "\n");
     const auto connection = server.Open();
     return ErrorOf([&] { connection->ExecuteDirectf(kInsert, 1L, "Smith"); });
+}
+
+Category CategoryOf(const std::string& name)
+{
+    const char* const kNames[] = {"DuplicateKey", "Busy",       "LostConnection", "Constraint",
+                                  "Syntax",       "CannotOpen", "ReadOnly",       "Other"};
+    return static_cast<Category>(std::find(std::begin(kNames), std::end(kNames), name) - kNames);
 }
 
 } // namespace
@@ -127,35 +136,11 @@ TEST(SqlServer, CountsRows)
 
 TEST(SqlServer, SaysWhatAnErrorMeans)
 {
-    const ::Test::Row<const char*, Category, const char*> rows[] = {
-        {"23000 2627 Violation of PK. The duplicate key value is (Smith).", Category::DuplicateKey, "already", "a key"},
-        {"23000 2601 Duplicate key. The duplicate key value is (Smith).", Category::DuplicateKey, "already",
-         "an index"},
-        {"23000 515 Cannot insert the value NULL into column 'lID'", Category::Constraint, "rule", "a NULL"},
-        {"23000 547 The INSERT statement conflicted", Category::Constraint, "rule", "a foreign key"},
-        {"22001 8152 String or binary data would be truncated.", Category::Constraint, "longer", "too long"},
-        {"42000 2628 Data would be truncated. Truncated value: 'Smith'.", Category::Constraint, "longer",
-         "with its value"},
-        {"22018 245 Conversion failed for 'Smith' to int.", Category::Other, "does not fit", "a value in a message"},
-        {"40001 1205 Transaction (Process ID 51) was deadlocked", Category::Busy, "try again", "deadlock"},
-        {"42000 1222 Lock request time out period exceeded.", Category::Busy, "try again", "lock time-out"},
-        {"HYT00 0 Query timeout expired", Category::Busy, "try again", "the driver's time-out"},
-        {"42000 50000 lock request time out", Category::Busy, "try again", "a lock of the application"},
-        {"42000 9002 The transaction log is full", Category::ReadOnly, "disk is full", "log"},
-        {"42000 1105 Could not allocate space for object", Category::ReadOnly, "disk is full", "data"},
-        {"42000 1101 Could not allocate a new page", Category::ReadOnly, "disk is full", "a page"},
-        {"53100 0 could not extend file", Category::ReadOnly, "disk is full", "PostgreSQL's"},
-        {"42000 3906 the database is read-only.", Category::ReadOnly, "can only be read", "a replica"},
-        {"42000 229 The INSERT permission was denied", Category::ReadOnly, "right", "no right"},
-        {"42S02 208 Invalid object name 'Note'.", Category::Syntax, "does not take", "no such table"},
-        {"42000 102 Incorrect syntax near 'LIMIT'.", Category::Syntax, "does not take", "another's words"},
-        {"08S01 10054 TCP Provider: Error code 0x2746", Category::LostConnection, "lost", "the server is gone"},
-        {"HY000 0 Something else", Category::Other, "Something else", "anything else"},
-    };
-    for (const auto& [answer, category, says, why] : rows) {
+    for (const auto& [answer, category, says, why] :
+         ::Test::Table<const char*, const char*, const char*>("Cellar/SqlServer.tsv")) {
         SCOPED_TRACE(why);
         const DatabaseError error = ErrorFor(std::string("error ") + answer);
-        EXPECT_EQ(error.GetCategory(), category) << error.what();
+        EXPECT_EQ(error.GetCategory(), CategoryOf(category)) << error.what();
         EXPECT_NE(error.GetReason().find(says), std::string::npos) << error.GetReason();
         EXPECT_EQ(std::string(error.what()).find("Smith"), std::string::npos) << "a value: " << error.what();
         EXPECT_EQ(error.GetStatement(), kInsert);
@@ -164,21 +149,11 @@ TEST(SqlServer, SaysWhatAnErrorMeans)
 
 TEST(SqlServer, SaysWhyItCannotBeOpened)
 {
-    const ::Test::Case<const char*, const char*> rows[] = {
-        {"28000 18456 Login failed for user 'alice'.", "check UID and the password", "wrong password"},
-        {"42000 4060 Cannot open database requested by the login.", "check Database", "no such database"},
-        {"08001 10061 TCP Provider: Error code 0x274D", "check Servername", "no server"},
-        {"08001 -1 SSL Provider: certificate verify failed", "certificate", "a stranger's certificate"},
-        {"HY000 0 [a][b]Bad text 'UID=alice;pwd={pass;w}}rd-17};X=1'", "X=1", "quotes the text"},
-        {"HY000 0 Bad text 'UID=alice;PASSWORD={pass;w", "check Servername", "which is cut"},
-        {"HY000 0 Who is alice with pass;w}rd-17?", "with ***?", "the bare password"},
-        {"HYT00 0 Login timeout expired", "that the server is running", "no answer"},
-    };
-    for (const auto& row : rows) {
-        const ScriptedServer server(std::string("on CONNECT\nerror ") + row.in + "\n");
+    for (const auto& [in, out, why] : ::Test::Table<const char*, const char*>("Cellar/SqlServer.tsv")) {
+        const ScriptedServer server(std::string("on CONNECT\nerror ") + in + "\n");
         const DatabaseError error = ErrorOf([&] { server.Open(); });
-        EXPECT_EQ(error.GetCategory(), Category::CannotOpen) << row.in;
-        EXPECT_NE(error.GetReason().find(row.out), std::string::npos) << error.GetReason();
+        EXPECT_EQ(error.GetCategory(), Category::CannotOpen) << in;
+        EXPECT_NE(error.GetReason().find(out), std::string::npos) << error.GetReason();
         EXPECT_EQ(std::string(error.what()).find("pass;w"), std::string::npos) << error.what();
     }
 }
@@ -201,14 +176,8 @@ TEST(SqlServer, KeepsLevelsTogether)
 {
     const ScriptedServer server;
     const auto connection = server.Open();
-    const ::Test::Row<const char*, std::size_t, std::size_t> rows[] = {
-        {"B1", 0, 0, "nothing is durable before the end"},
-        {"B2R", 0, 1, "the inner level is undone"},
-        {"B3CC", 2, 1, "the rest stays"},
-        {"B4R", 2, 2, "all of it undone"},
-        {"5", 3, 2, "by itself again"},
-    };
-    for (const auto& [steps, durable, undone, why] : rows) {
+    for (const auto& [steps, durable, undone, why] :
+         ::Test::Table<const char*, std::size_t, std::size_t>("Cellar/SqlServer.tsv")) {
         Take(*connection, steps);
         EXPECT_EQ(ScriptedServer::Lines("DURABLE").size(), durable) << why << ScriptedServer::Record();
         EXPECT_EQ(ScriptedServer::Lines("UNDONE").size(), undone) << why << ScriptedServer::Record();
@@ -218,24 +187,16 @@ TEST(SqlServer, KeepsLevelsTogether)
 /// The server ends the transaction, or loses the connection, in the middle; the disk is full at the end.
 TEST(SqlServer, SavesNothingOfATransactionThatFailed)
 {
-    const ::Test::Case<const char*, Category> rows[] = {
-        {"on INSERT*third*\nerror 42000 9002 The transaction log is full\nends\n", Category::ReadOnly, "full"},
-        {"on INSERT*third*\nerror 40001 1205 deadlocked\n", Category::Busy, "deadlock"},
-        {"on INSERT*third*\nerror 08S01 10054 gone\n", Category::LostConnection, "lost"},
-        {"on COMMIT*\nerror 42000 9002 The transaction log is full\nends\n", Category::ReadOnly, "full at the end"},
-        {"dbms PostgreSQL\non INSERT*third*\nerror 53100 0 No space left\n", Category::ReadOnly, "PostgreSQL, full"},
-        {"dbms PostgreSQL\non COMMIT*\nerror 53100 0 No space left\nends\n", Category::ReadOnly, "and at its end"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        const ScriptedServer server(row.in);
+    for (const auto& [in, out, why] : ::Test::Table<const char*, const char*>("Cellar/SqlServer.tsv")) {
+        SCOPED_TRACE(why);
+        const ScriptedServer server(in);
         const auto connection = server.Open();
         int failures = 0;
         const auto attempt = [&](auto action) {
             try {
                 action();
             } catch (const DatabaseError& error) {
-                EXPECT_TRUE(failures++ > 0 || error.GetCategory() == row.out) << error.what();
+                EXPECT_TRUE(failures++ > 0 || error.GetCategory() == CategoryOf(out)) << error.what();
             }
         };
         connection->Begin(Intent::Write);

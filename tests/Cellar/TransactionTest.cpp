@@ -13,33 +13,14 @@ ON_EMBEDDED(EmbeddedTransaction);
 TEST_P(Transaction, LevelsKeepWhatTheyShould)
 {
     // out: ids that are there for another connection afterwards
-    const ::Test::Case<const char*, const char*> cases[] = {
-        {"1", "1", "outside any level a write is durable at once"},
-        {"B1C", "1", "committed"},
-        {"B1R", "", "rolled back"},
-        {"B1", "", "still open"},
-        {"B1B2CC", "12", "both committed"},
-        {"B1B2RC", "1", "the inner one rolled back"},
-        {"B1B2CR", "", "the outer one takes the inner one with it"},
-        {"BB1RC", "", "opened before the first write, rolled back"},
-        {"BB1RB2CC", "2", "the next level stands where the last one did"},
-        {"BB1C2BB3RCC", "12", "only the third level's write goes"},
-        {"BBB1R2R3C", "3", "each level rolls back to its own start"},
-        {"BBB1CCC", "1", "three levels"},
-        {"BRB1C", "1", "a level without a write leaves nothing behind"},
-        {"BCBC1", "1", "nor does a committed one"},
-        {"R1", "1", "a rollback without a level is nothing"},
-        {"B.B1!R.", "", "the only unsaved write is gone"},
-        {"BB1C!BC!C.", "1", "unsaved writes pass to the outer level; one without any takes nothing away"},
-    };
     for (const auto insert : {&Insert, &InsertLater})
-        for (const auto& row : cases) {
-            SCOPED_TRACE(row.why);
-            Take(*connection, row.in, insert);
+        for (const auto& [in, out, why] : ::Test::Table<const char*, const char*>("Cellar/Transaction.tsv")) {
+            SCOPED_TRACE(why);
+            Take(*connection, in, insert);
             std::string ids;
             for (CBufferedRowList list(*other, "SELECT lID FROM Note ORDER BY lID"); !list.IsEOL(); list.MoveNext())
                 ids += ToText(list.Get(0));
-            EXPECT_EQ(ids, row.out);
+            EXPECT_EQ(ids, out);
             while (connection->GetLevel() > 0)
                 connection->Rollback();
             connection->ExecuteDirect("DELETE FROM Note");

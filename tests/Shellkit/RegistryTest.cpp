@@ -18,25 +18,8 @@ TEST(Registry, StandsUnderTheApplicationsKey)
 TEST(Registry, ReadsNumbersAndTruthFromTheirTexts)
 {
     // text, number with default 7, truth (-1: the default)
-    const std::tuple<const char*, int, int, const char*> rows[] = {
-        {"0", 0, 0, "zero"},
-        {"12", 12, 1, "a number"},
-        {"-1", -1, 1, "any number but 0 is true"},
-        {" +3 ", 3, 1, "blanks and a plus"},
-        {"+-3", 7, -1, "two signs"},
-        {"2147483647", INT_MAX, 1, "largest"},
-        {"-2147483648", INT_MIN, 1, "smallest"},
-        {"2147483648", 7, 1, "too large for 32 bits, yet not 0"},
-        {"12x", 7, -1, "no number as a whole"},
-        {"1.5", 7, -1, "no whole number"},
-        {"", 7, -1, "present and empty"},
-        {"True", 7, 1, "word of any case"},
-        {"off", 7, 0, "word"},
-        {"false", 7, 0, "word"},
-        {"maybe", 7, -1, "another word"},
-    };
     CRegistry registry;
-    for (const auto& [text, number, truth, why] : rows) {
+    for (const auto& [text, number, truth, why] : ::Test::Table<const char*, int, int>("Shellkit/Registry.tsv")) {
         SCOPED_TRACE(why);
         ASSERT_TRUE(registry.SetString("Value", text));
         EXPECT_EQ(registry.GetInt("Value", 7), number);

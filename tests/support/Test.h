@@ -5,4 +5,5 @@
 #include <gtest/gtest.h>
 
 #include "support/Case.h"
+#include "support/Table.h"
 #include "support/TestSupport.h"

@@ -72,17 +72,8 @@ TEST_F(Fetch, RefusesANumberThatWouldChangeThePathBeforeAnythingIsSent)
 
 TEST_F(Fetch, TakesJsonOnlyAndSaysWhenItIsAPage)
 {
-    const ::Test::Row<const char*, const char*, const char*> rows[] = {
-        {"application/json", kNone, "none", "as it should be"},
-        {"application/vnd.hmrc.1.0+json", kNone, "none", "as asked for"},
-        {"", kNone, "none", "no type: the body is read strictly all the same"},
-        {"", "<html>", "ANSWER_MALFORMED 200", "no type, no JSON"},
-        {"text/html", "<html>", "ANSWER_MALFORMED 200 a page", "a sign-in page"},
-        {"text/html", kNone, "ANSWER_MALFORMED 200 a page", "empty data from nowhere"},
-        {"application/+json", "{}", "ANSWER_MALFORMED 200 a page", "no name before the +"},
-        {"application/jsonp", "{}", "ANSWER_MALFORMED 200 a page", "no JSON"},
-    };
-    for (const auto& [type, body, expected, why] : rows) {
+    for (const auto& [type, body, expected, why] :
+         ::Test::Table<const char*, const char*, const char*>("HmrcApi/interfaces/Endpoints.tsv")) {
         api->Script({{200, body}});
         api->answers.front().contentType = type;
         const std::string result = Run();

@@ -41,25 +41,12 @@ TEST(ParseJson, KeepsTheTextOfNumbersAndTheOrderOfMembers)
 
 TEST(ParseJson, RefusesWhatIsAmbiguousOrNotJson)
 {
-    const ::Test::Row<std::string> rows[] = {
-        {"", "nothing"},
-        {"{\"a\":1", "cut off"},
-        {"{\"a\":1}{\"a\":1}", "two values"},
-        {"{\"a\":1,\"b\":2,\"a\":3}", "two members of one name"},
-        {"{\"a\":\"\xC3\x28\"}", "invalid UTF-8"},
-        {"{\"a\":\"\\uD800\"}", "half a surrogate pair"},
-        {"{\"a\":NaN}", "no number"},
-        {"[1.5.3]", "two numbers in one"},
-        {"[01]", "a zero in front"},
-        {"[1e]", "no exponent"},
-        {"[-]", "a sign alone"},
-        {std::string("{}\0", 3), "a zero byte behind the value"},
-        {std::string("{}\0{\"a\":1}", 10), "another value behind a zero byte"},
-        {R"({"nino":"AA000001A" "secret")", "what it must not quote"},
-        {Nested(33), "33 levels"},
-        {std::string(100'000, '['), "very deep"},
-        {Ones(200'000), "too many values, with the list itself"},
-    };
+    auto rows = ::Test::Table<std::string>("HmrcApi/json/Json.tsv");
+    rows.insert(rows.end(), {{std::string("{}\0", 3), "a zero byte behind the value"},
+                             {std::string("{}\0{\"a\":1}", 10), "another value behind a zero byte"},
+                             {Nested(33), "33 levels"},
+                             {std::string(100'000, '['), "very deep"},
+                             {Ones(200'000), "too many values, with the list itself"}});
     for (const auto& [json, why] : rows) {
         SCOPED_TRACE(why);
         JsonProblem problem;
@@ -74,24 +61,8 @@ TEST(ParseJson, RefusesWhatIsAmbiguousOrNotJson)
 
 TEST(ExactTenThousandths, ReadsEveryFormOfAJsonNumberExactly)
 {
-    const ::Test::Case<const char*, std::int64_t> rows[] = {
-        {"22551.05", 225510500, "pence"},
-        {"44", 440000, "no decimals"},
-        {"0.0001", 1, "the smallest step"},
-        {"-12.5", -125000, "a refund"},
-        {"-0", 0, "minus nothing"},
-        {"0.07", 700, "no binary fraction"},
-        {"1.5e2", 1500000, "exponent"},
-        {"1e-4", 1, "the last exponent that fits"},
-        {"1.00000000", 10000, "zeros beyond the fourth decimal"},
-        {"100000e-9", 1, "zeros that an exponent pushes beyond it"},
-        {"0.0e-999999999999", 0, "nothing, divided"},
-        {"922337203685477.5807", INT64_MAX, "the largest amount"},
-        {"-922337203685477.5808", INT64_MIN, "the smallest amount"},
-        {"0.00009223372036854775807e19", 9223372036854775807, "many zeros in front"},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(ExactTenThousandths(row.in), row.out) << row.why;
+    for (const auto& [in, out, why] : ::Test::Table<const char*, std::int64_t>("HmrcApi/json/Json.tsv"))
+        EXPECT_EQ(ExactTenThousandths(in), out) << why;
 }
 
 TEST(ExactTenThousandths, RefusesWhatItCannotKeep)

@@ -4,7 +4,6 @@
 #include "support/Test.h"
 
 using namespace HmrcApi;
-using Kiln::CDate;
 
 namespace
 {
@@ -45,43 +44,16 @@ TEST(ReadPayeResponse, TakesWhatIsAbsentUnknownOrLoose)
 
 TEST(ReadPayeResponse, ReadsDatesWithOneDigitAndDropsUnreadableOnes)
 {
-    const ::Test::Case<const char*, CDate> rows[] = {
-        {"\"2017-05-01\"", CDate(2017, 5, 1), "as published"},
-        {"\"2017-5-1\"", CDate(2017, 5, 1), "both short"},
-        {"\"2016-02-29\"", CDate(2016, 2, 29), "leap day"},
-        {"\"2017-02-29\"", CDate(), "no such day"},
-        {"\"2017-05-01T00:00\"", CDate(), "a time behind it"},
-        {"\"2017-005-1\"", CDate(), "three digits"},
-        {"\"\"", CDate(), "nothing"},
-        {"20170501", CDate(), "a number"},
-    };
-    for (const auto& row : rows) {
-        const auto response = ReadPayeResponse(Employment("\"startDate\":" + std::string(row.in)));
-        EXPECT_EQ(response.GetEmploymentAt(0)->startDate, row.out) << row.why;
+    for (const auto& [in, out, why] : ::Test::Table<const char*, const char*>("HmrcApi/records/Responses.tsv")) {
+        const auto response = ReadPayeResponse(Employment("\"startDate\":" + std::string(in)));
+        EXPECT_EQ(response.GetEmploymentAt(0)->startDate.FormatIso(), out) << why;
     }
 }
 
 TEST(ReadPayeResponse, RefusesWhatWouldLoseAFigureAndNamesThePlace)
 {
-    const ::Test::Case<std::string, const char*> rows[] = {
-        {"{", "ANSWER_MALFORMED ", "cut off"},
-        {"{}", "ANSWER_MALFORMED ", "nothing, which is not that there is nothing"},
-        {R"({"a":1,"employments":null})", "ANSWER_MALFORMED ", "none of what an answer has"},
-        {R"({"employments":{}})", "ANSWER_MALFORMED /employments", "no array"},
-        {R"({"privatePensions":[{"a":1}]})", "ANSWER_MALFORMED /privatePensions/0/employerPayeReference", "no key"},
-        {R"({"taxFreeAllowances":[{"allowanceType":7}]})", "ANSWER_MALFORMED /taxFreeAllowances/0/allowanceType",
-         "a key that is no text"},
-        {Employment(R"("taxTotal":"12.50")"), "ANSWER_MALFORMED /employments/0/taxTotal", "an amount in quotes"},
-        {Employment(R"("companyBenefits":[{"benefitType":"CarBenefit"},{}])"),
-         "ANSWER_MALFORMED /employments/0/companyBenefits/1/benefitType", "a benefit without its name"},
-        {R"({"statePension":[]})", "ANSWER_MALFORMED /statePension", "no object inside"},
-        {Employment(R"("taxTotal":0.00001)"), "AMOUNT_NOT_EXACT /employments/0/taxTotal", "a fifth decimal"},
-        {Employment(R"("taxTotal":1e400)"), "AMOUNT_NOT_EXACT /employments/0/taxTotal", "too large"},
-        {R"({"statePension":{"lumpSum":{"taxTotal":0.12345}}})", "AMOUNT_NOT_EXACT /statePension/lumpSum/taxTotal",
-         "deep inside"},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(RefusalOf(row.in), row.out) << row.why;
+    for (const auto& [in, out, why] : ::Test::Table<const char*, const char*>("HmrcApi/records/Responses.tsv"))
+        EXPECT_EQ(RefusalOf(in), out) << why;
 }
 
 TEST(ReadNationalInsuranceResponse, RefusesTheAnswerOfAnother)

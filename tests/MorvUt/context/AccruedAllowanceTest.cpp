@@ -60,61 +60,11 @@ TEST_P(AccruedAllowance, IsWalkedBackToWhereItWasEntered)
 
 TEST_P(AccruedAllowance, IsMadeOfTheSourcesFigures)
 {
-    constexpr const char* kRows[] = {
-        "TaxForm (lID, lClientID, nYear) VALUES (1, 1, 2024), (2, 1, 2024)",
-        "NewInterest (lID, lTaxFormID, nType, strName, nFlagA, nFlagB, amtBFWD, amtAddition, amtDeduction, amtIncome) "
-        "VALUES (1, 1, 0, 'used up', 0, 0, 0, 500, 0, 800), (3, 1, 0, 'Bank', 2, 0, 7, 5, 4, -3),"
-        "(4, 1, 0, 'too much', 0, 0, MOST, 0, -1, 0), (5, 1, 0, 'bank', 1, -1, 2, NULL, NULL, NULL),"
-        "(6, 1, 1100, 'Bank', 1, 7, 40, 0, 0, 30), (7, 1, 1110, 'Bank', 1, 1, 50, 0, 0, 0),"
-        "(8, 1, 1109, NULL, 1, 0, 60, 0, 0, 1)",
-        "NewInterestGrid (lNewInterestID, amtIncome) VALUES (6, 15), (6, NULL), (6, -5), (8, 9)",
-        "NewInterestJoint (lID, lNewInterestID, amtBFWD, amtIncome) VALUES (5, 5, 90, 1), (7, 7, 80, 9), (8, 7, 7, 0)",
-        "NewInterestJointGrid (lNewInterestJointID, amtIncome) VALUES (7, 5)",
-        "OtherForeignIncome (lID, lTaxFormID, strName, nFlagA, amtBFWD) VALUES (1, 1, 'Fig', 1, 20), (2, 1, 'Fig', 0, "
-        "30)",
-        "OtherForeignIncomeGrid (lOtherForeignIncomeID, amtIncome) VALUES (1, 5), (1, NULL), (2, -10)",
-        "PartnershipAccruedIncome (lTaxFormID, strName, nKind, lpClientID, amtBFWD) VALUES (1, 'used up', 0, 8, 810),"
-        "(1, 'Firm', 1, 8, 100), (1, 'Other', 2, 8, 4), (1, 'None', 1, 0, 5), (1, 'Firm', 1, 8, 0), (2, 'Two', 0, 8, "
-        "1)",
-        "BTaxProprietor (lID, lClientID, lpClientID) VALUES (1, 0, 8), (2, 1, 0), (3, 0, 9)",
-        "BTaxAccountingPeriod (lID, lBTaxProprietorID, dtEnd) VALUES (1, 1, '2023-04-06'), (2, 1, '2024-04-05'),"
-        "(3, 1, '2023-04-05'), (4, 1, '2024-04-06'), (5, 1, NULL), (6, 2, '2024-04-05'), (7, 3, '2024-04-05')",
-        "BTaxNoTaxInvestmentIncome (lID, lBTaxAccountingPeriodID) SELECT 10 + lID, lID FROM BRIXBTaxAccountingPeriod",
-        "BTaxNoTaxInvestmentIncomeSplit (lBTaxNoTaxInvestmentIncomeID, lClientID, amtShare, amtShareOverride,"
-        "bOverride) VALUES (11, 1, 1, 70, 0), (12, 1, 80, 6, 1), (12, 1, 90, NULL, 1), (12, 1, NULL, 90, NULL), (12, "
-        "2, 9, 9, 1),"
-        "(13, 1, 9, 9, 0), (14, 1, 9, 9, 0), (15, 1, 9, 9, 0), (16, 1, 9, 9, 0), (17, 1, 9, 9, 0)",
-        // more periods of one year than one statement takes
-        "BTaxAccountingPeriod (lID, lBTaxProprietorID, dtEnd) WITH RECURSIVE n(i) AS (SELECT 100 UNION ALL SELECT i + "
-        "1 "
-        "FROM n WHERE i < 1200) SELECT i, 1, '2024-04-05' FROM n",
-        "BTaxNoTaxInvestmentIncome (lID, lBTaxAccountingPeriodID) VALUES (9000, 1200)",
-        "BTaxNoTaxInvestmentIncomeSplit (lBTaxNoTaxInvestmentIncomeID, lClientID, amtShare) VALUES (9000, 1, 3)",
-    };
-    for (const std::string rows : kRows)
+    for (const auto& [rows, why] : ::Test::Table<std::string>("MorvUt/context/AccruedAllowanceRows.tsv"))
         Script(::Test::ReplacedAll("INSERT INTO BRIX" + rows, "MOST",
                                    ::Test::IsOnServer() ? "922337203685477.5807" : "9223372036854775807"));
-    const ::Test::Row<int, const char*, bool, bool, int> rows[] = {
-        {0, "used up", false, false, 0, "not negative"},
-        {0, "Bank", false, false, 8, "flag 2 is not true; income -3"},
-        {0, "too much", false, false, 0, "64 bits"},
-        {0, "bank", true, true, 2, "in its own case; nulls"},
-        {0, "Bank", true, true, 30, "first of two"},
-        {0, nullptr, true, false, 59, "no name; own income, not lines"},
-        {1, "bank", true, true, 89, "joint row"},
-        {1, "Bank", true, true, 75, "first of the first with one; lines"},
-        {1, "Bank", false, false, 0, "no joint row"},
-        {2, "Fig", true, false, 15, "the sum of its lines"},
-        {2, "Fig", false, false, 40, "negative sum"},
-        {3, "used up", true, true, 10, "by name alone; interest row"},
-        {3, "Firm", false, false, 90, "1, 6, 3 and nulls"},
-        {-5, "Firm", false, false, 90, "any other type"},
-        {3, "Other", false, false, 4, "no income"},
-        {3, "None", false, false, 5, "not the client's own business"},
-        {3, "firm", false, false, 0, "in another case"},
-        {3, "Two", false, false, 0, "on the second return"},
-    };
-    for (const auto& [type, name, flagA, flagB, left, why] : rows)
+    for (const auto& [type, name, flagA, flagB, left, why] :
+         ::Test::Table<int, const char*, bool, bool, int>("MorvUt/context/AccruedAllowance.tsv"))
         EXPECT_EQ(Ask(2024, 1, type, name, flagA, flagB), left) << why;
 }
 

@@ -54,13 +54,7 @@ TEST_P(PFileOfYear, HasTheTurnoverLevelOrAnotherYears)
     EXPECT_EQ(GetTurnoverDiscloseLevel(2024, 0, 1).GetPence(), 15'000'00) << "no record at all";
     AddParameters({2010, 2008});
     Quarry::GetConnection().ExecuteDirectf("INSERT INTO BRIXPFile (nYear) VALUES (2010)"); // changes nothing
-    const ::Test::Row<short, int, int, std::int64_t> rows[] = {
-        {2010, 0, 0, 2010, "sole trader"},         {2010, 1, 0, 2010 * 2, "the older level"},
-        {2010, 0, 1, 2010 * 3, "partnership"},     {2010, 1, 1, 2010 * 4, "the older level"},
-        {2008, 0, 0, 2008, "2008 has its record"}, {2008, 1, 0, 15'000, "but not for the older level"},
-        {2008, -1, 1, 15'000, "of either kind"},   {2011, 0, 0, 2010, "after the last: the latest"},
-        {2009, 0, 0, 2010, "between: the latest"}, {2007, 0, 0, 2008, "before the first: the earliest"},
-    };
-    for (const auto& [year, older, partnership, pounds, why] : rows)
+    for (const auto& [year, older, partnership, pounds, why] :
+         ::Test::Table<short, int, int, std::int64_t>("MorvUt/context/PFile.tsv"))
         EXPECT_EQ(GetTurnoverDiscloseLevel(year, older, partnership).GetPence(), pounds * 100) << why;
 }

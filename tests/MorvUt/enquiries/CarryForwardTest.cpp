@@ -78,15 +78,8 @@ TEST_P(CarryForward, MakesEachTaxReturnSourceOnce)
 {
     Script("INSERT INTO BRIXClient (lID, bTrust, bNoTaxReturnSource) VALUES (1, 0, 0), (2, 1, 0), (3, 0, 1); "
            "INSERT INTO BRIXPartnership (lID) VALUES (1); INSERT INTO BRIXOptions (lID, bCFStaff) VALUES (1, 1)");
-    const ::Test::Row<long, bool, short, std::string> rows[] = {
-        {1, false, 2004, "1|-|2004|1|?|1|Tax Return|0|1|8|8", "no claims yet"},
-        {1, false, 2005, "1|-|2005|1|?|1|Tax Return|0|1|10|8", "claims, not required"},
-        {2, false, 2024, "2|-|2024|1|?|1|Tax Return SA900|0|1|10|8", "a trust"},
-        {3, false, 2024, "", "wants none"},
-        {4, false, 2024, "", "nobody"},
-        {1, true, 2024, "-|1|2024|3|?|1|Partnership Tax Return (SA800)|0|1|10|8", "a partnership"},
-    };
-    for (const auto& [id, isPartnership, year, expected, why] : rows) {
+    for (const auto& [id, isPartnership, year, expected, why] :
+         ::Test::Table<long, bool, short, std::string>("MorvUt/enquiries/CarryForward.tsv")) {
         Script("DELETE FROM Source; DELETE FROM SourceTask");
         for (int time = 0; time < 2; ++time) {
             EXPECT_EQ(CreateTaxformSource(Database(), year, id, isPartnership), 1);
@@ -176,17 +169,8 @@ TEST_P(CarryForward, KnowsWhoElseHasATaxReference)
     Script("INSERT INTO BRIXClient (lID, strUTR) VALUES (1, '11 11'), (2, '2222'), (3, ''), (4, NULL), (5, '1111'); "
            "INSERT INTO BRIXPartnership (lID, strUTR) VALUES (1, '3333-'), (2, '11/11'); "
            "INSERT INTO BRIXTaxForm (lID, lClientID, nYear) VALUES (1, 5, 2020), (2, 5, 2024), (3, 5, 2019)");
-    const ::Test::Row<long, bool, const char*, int, long, bool, short> rows[] = {
-        {1, false, "1111", 0, 5, false, 2024, "the other client, with its latest return"},
-        {5, false, "1111K", 0, 1, false, 0, "digits only; no return"},
-        {1, true, " 1111", 0, 1, false, 0, "clients first, then the smallest id"},
-        {2, false, "2222", 1, 0, false, 0, "nobody but itself"},
-        {0, false, "3333", 0, 1, true, 0, "a partnership"},
-        {1, true, "3333", 1, 0, false, 0, "nobody but itself"},
-        {7, false, "", 1, 0, false, 0, "an empty one is nobody's"},
-        {7, false, nullptr, 1, 0, false, 0, "none"},
-    };
-    for (const auto& [id, isPartnership, reference, expected, holder, holderIsPartnership, holderYear, why] : rows) {
+    for (const auto& [id, isPartnership, reference, expected, holder, holderIsPartnership, holderYear, why] :
+         ::Test::Table<long, bool, const char*, int, long, bool, short>("MorvUt/enquiries/CarryForward.tsv")) {
         long other = -1;
         bool otherIsPartnership = false;
         short year = -1;

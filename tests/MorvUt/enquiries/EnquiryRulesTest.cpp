@@ -166,16 +166,8 @@ TEST_P(Enquiries, AreListedWithTheirTasks)
               first + "c Replied, Task not required, Linked to Return, Repayment Claim Made which is outstanding; " +
                   open + "f Replied, Task complete, Linked to Return, Received from Client which is complete; ");
 
-    const ::Test::Row<long, long, int, int> rows[] = {
-        {10, 5, 0, 1, "one of two is open"},
-        {10, 19, 1, 1, "answered"},
-        {10, 0, 0, 1, "linked without a task"},
-        {10, 8, 1, 0, "nothing linked"},
-        {66, 5, 1, 0, "no source"},
-        {12, 5, 1, 0, "no owner"},
-        {0, 0, 1, 0, "neither"},
-    };
-    for (const auto& [source, task, isCompleted, isLinked, why] : rows) {
+    for (const auto& [source, task, isCompleted, isLinked, why] :
+         ::Test::Table<long, long, int, int>("MorvUt/enquiries/EnquiryRules.tsv")) {
         EXPECT_EQ(AllEnquiriesCompleted(source, task), isCompleted) << why;
         EXPECT_EQ(HasLinkedEnquiries(source, task), isLinked) << why;
     }

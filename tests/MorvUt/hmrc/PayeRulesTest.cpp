@@ -1,9 +1,13 @@
 // The rules that say what is what, without a fetch.
 
+#include <iterator>
+#include <sstream>
+
 #include "MorvUt/hmrc/HmrcTest.h"
 #include "MorvUt/hmrc/schedules/Matching.h"
 #include "MorvUt/hmrc/staging/Identity.h"
 #include "MorvUt/hmrc/staging/Pairing.h"
+#include "MorvUt/taxyear/DateRules.h"
 
 using HmrcApi::CPAYEPrepop;
 
@@ -29,30 +33,19 @@ TEST(PsbTypes, MatchTheTypesOfTheReturnInFivePairs)
 
 TEST(PSBMatchesMTDPSB, ComparesReferencesOfPensionsAndDatesOfBenefits)
 {
-    const Kiln::CDate none, may(2017, 5, 1), nextDay(2017, 5, 2);
-    const ::Test::Row<int, int, const char*, const char*, Kiln::CDate, Kiln::CDate, bool> rows[] = {
-        {1050, 1, "1/A", "1/A", may, nextDay, true, "pension: reference alone"},
-        {1040, 1, "1/A", "1/A", none, none, true, "pension of the other type"},
-        {1040, 1, "1/A", "1/a", none, none, false, "case counts"},
-        {1060, 1, "1/A", "1/A", none, none, false, "not a pension's type"},
-        {1090, 2, "1/A", "2/B", may, may, true, "benefit: date alone"},
-        {1090, 2, "1/A", "1/A", may, nextDay, false, "another day"},
-        {1140, 4, "", "", none, none, true, "two without a date"},
-        {1140, 3, "", "", may, none, false, "one without a date"},
-        {1140, 2, "", "", may, may, false, "another benefit"},
-    };
     const ::Test::Practice practice;
-    for (const auto& [type, mtdType, reference, stagedReference, date, stagedDate, isMatch, why] : rows) {
+    for (const auto& [type, mtdType, reference, stagedReference, date, stagedDate, isMatch, why] :
+         ::Test::Table<int, int, const char*, const char*, long, long, bool>("MorvUt/hmrc/PayeRules.tsv")) {
         Brix::CPensionStateBenefits schedule;
         schedule.AddNew();
         schedule.SetType(type);
         schedule.SetReference(reference);
-        schedule.SetStart(date);
+        schedule.SetStart(LongToCDate(date));
         Brix::CMTD_PensionStateBenefits staged;
         staged.AddNew();
         staged.SetMTDType(mtdType);
         staged.SetReference(stagedReference);
-        staged.SetStart(stagedDate);
+        staged.SetStart(LongToCDate(stagedDate));
         EXPECT_EQ(CPAYEPrepop::PSBMatchesMTDPSB(schedule, staged), isMatch) << why;
     }
 }
@@ -153,6 +146,12 @@ struct Item
     Kiln::CAmt pay;
 };
 
+std::vector<std::string> Words(const std::string& text)
+{
+    std::istringstream words(text);
+    return {std::istream_iterator<std::string>(words), {}};
+}
+
 /// The state of each match, with its schedule: "1 n a2 -" is matched, new, ambiguous, ignored.
 std::string Show(const std::vector<HmrcApi::Match>& matches)
 {
@@ -170,27 +169,8 @@ std::string Show(const std::vector<HmrcApi::Match>& matches)
 TEST(Matching, FindsTheScheduleOfEachPeriodWithAnEmployer)
 {
     // staged and own ones of one reference; the matches of employments as of pensions
-    const ::Test::Row<std::vector<const char*>, std::vector<const char*>, const char*> rows[] = {
-        {{"W1=1"}, {"=1"}, "=0", "one of a reference is known by it alone"},
-        {{"W1=1"}, {"W9=1", "W1=1"}, "=1", "the one with the works number before another"},
-        {{"W9=1"}, {"W1=1"}, "=0", "a works number that HMRC has changed"},
-        {{"W9=5"}, {"W1=1", "=5"}, "=1", "the bare one before another works number"},
-        {{"W9=5"}, {"W1=1", "W2=5"}, "=1", "of two others the one with the figures"},
-        {{"W1=1", "W2=2"}, {"W2=2"}, "n =0", "a second period"},
-        {{"W1=1", "W2=2"}, {"=3"}, "a0 a0", "typed without a works number: it may be either, or both"},
-        {{"W1=1", "W2=2"}, {"=1", "W1=1", "W2=2"}, "=1 =2", "each has its own, whatever else there is"},
-        {{"W1=1", "W2=2"}, {"W1=1", "=2"}, "=0 a1", "the other may be the bare one"},
-        {{"W2=2", "!W1=1"}, {"W1=1"}, "n -", "another period's, which HMRC no longer sends"},
-        {{"=1", "=2"}, {"=2", "=1"}, "=1 =0", "as many without a number: by their figures"},
-        {{"=1", "=2"}, {"=3", "=4"}, "=0 =1", "then in order"},
-        {{"=1", "=2"}, {"=2"}, "a0 a0", "fewer without a number, typed"},
-        {{"=1", "=2"}, {"~=2"}, "n =0", "made from HMRC's record"},
-        {{"W1=1", "=2"}, {"W1=1"}, "=0 n", "one of them without a number"},
-        {{"=1", "W1=2"}, {"=2"}, "a0 a0", "typed without a number, which may be either"},
-        {{"W9=1", "W2=2"}, {"~W1=1", "~W2=2"}, "=0 =1", "made from HMRC's record, which has another number now"},
-        {{"W9=1", "W2=2"}, {"W1=1", "W2=2"}, "n =1", "typed, with another number"},
-    };
-    for (const auto& [ofHmrc, ofReturn, matches, why] : rows) {
+    for (const auto& [ofHmrc, ofReturn, matches, why] :
+         ::Test::Table<const char*, const char*, const char*>("MorvUt/hmrc/PayeRules.tsv")) {
         SCOPED_TRACE(why);
         HmrcApi::StagedYear staged;
         HmrcApi::ReturnYear own;
@@ -200,7 +180,7 @@ TEST(Matching, FindsTheScheduleOfEachPeriodWithAnEmployer)
             amount = item.pay;
             mark = item.isMarked;
         };
-        for (const char* text : ofHmrc) {
+        for (const std::string& text : Words(ofHmrc)) {
             HmrcApi::StagedEmployment& employment = staged.employments.emplace_back();
             fill(employment, employment.pay, employment.isWithdrawn, Item(text));
             employment.key = "key " + std::to_string(staged.employments.size());
@@ -208,7 +188,7 @@ TEST(Matching, FindsTheScheduleOfEachPeriodWithAnEmployer)
             fill(pension, pension.amount, pension.isWithdrawn, Item(text));
             pension.kind = HmrcApi::kPrivatePension;
         }
-        for (const char* text : ofReturn) {
+        for (const std::string& text : Words(ofReturn)) {
             HmrcApi::ReturnEmployment& employment = own.employments.emplace_back();
             fill(employment, employment.pay, employment.isFromHmrc, Item(text));
             HmrcApi::ReturnPension& pension = own.pensions.emplace_back();

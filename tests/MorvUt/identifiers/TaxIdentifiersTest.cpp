@@ -8,23 +8,10 @@
 
 TEST(NINumber, IsTakenInThreeShapesOrRefusedWithAReason)
 {
-    const ::Test::Case<const char*, const char*> rows[] = {
-        {nullptr, "A National Insurance number is missing", "null"},
-        {"", "A National Insurance number is missing", "empty"},
-        {"QQ 12 34 56 C", "A National Insurance number is written without blanks", "as people write it"},
-        {"QQ12345", "A National Insurance number has 8 or 9 characters; this has 7", "too short"},
-        {"QQ123456CC", "A National Insurance number has 8 or 9 characters; this has 10", "too long"},
-        {"QQ12345\xC3\xA9\xC3\xA9\xC3\xA9", "A National Insurance number has 8 or 9 characters; this has 10",
-         "counts characters, not bytes"},
-        {"QQ12345C", "Character 8 must be a digit", "a digit too few"},
-        {"QQ12O456C", "Character 5 must be a digit", "letter O for zero"},
-        {"Q\xC3\x89QQ3456", "Character 2 must be a letter", "a letter of another alphabet"},
-        {"12345678", "Character 3 must be a letter", "the third shape is nearest"},
-        {"12A345678", "A number of the form 12A34567 has 8 characters; this has 9", "the third shape and more"},
-    };
-    for (const auto& row : rows) {
-        EXPECT_FALSE(IsValidNINumber(row.in)) << row.why;
-        EXPECT_EQ(WhyNotNINumber(row.in), row.out) << row.why;
+    for (const auto& [in, out, why] :
+         ::Test::Table<const char*, const char*>("MorvUt/identifiers/TaxIdentifiers.tsv")) {
+        EXPECT_FALSE(IsValidNINumber(in)) << why;
+        EXPECT_EQ(WhyNotNINumber(in), out) << why;
     }
     for (const char* const text : {"QQ123456C", "qq123456c", "QQ123456", "12A34567", "12a34567"})
         EXPECT_TRUE(IsValidNINumber(text) && WhyNotNINumber(text).IsEmpty()) << text;
@@ -65,22 +52,9 @@ TEST(UTR, HasTheCheckDigitOfTheOtherNine)
 
 TEST(UTR, IsRefusedWithAReason)
 {
-    const char* const kBadCheckDigit =
-        "The first digit does not agree with the other nine: a digit is wrong, or two have changed places";
-    const ::Test::Case<const char*, const char*> rows[] = {
-        {nullptr, "A UTR is missing", "null"},
-        {"", "A UTR is missing", "empty"},
-        {"22345 67890", "A UTR is written without blanks", "as HMRC prints it"},
-        {"223456789", "A UTR has 10 digits and nothing else; this has 9", "too short"},
-        {"2234567890K", "A UTR has 10 digits and nothing else; this has 11",
-         "with the letter that HMRC prints behind it"},
-        {"2234\xD9\xA3-7890", "Character 5 must be a digit", "a digit of another script"},
-        {"2234567890", "", "none: this one is taken"},
-        {"1234567890", kBadCheckDigit, "check digit"},
-        {"2243567890", kBadCheckDigit, "changed places"},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(IsValidUTR(row.in), *row.out == '\0') << row.why;
-        EXPECT_EQ(WhyNotUTR(row.in), row.out) << row.why;
+    for (const auto& [in, out, why] :
+         ::Test::Table<const char*, const char*>("MorvUt/identifiers/TaxIdentifiers.tsv")) {
+        EXPECT_EQ(IsValidUTR(in), *out == '\0') << why;
+        EXPECT_EQ(WhyNotUTR(in), out) << why;
     }
 }

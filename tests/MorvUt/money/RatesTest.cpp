@@ -11,17 +11,7 @@ using ::Test::kInfinity, ::Test::kMaxAmountPence, ::Test::kMaxPence, ::Test::kMi
 // the whole basic rate band, £37,700, £7,540.
 TEST(GrossFromNet, RoundsHalvesUpToThePenny)
 {
-    const ::Test::Row<__int64, double, __int64> rows[] = {
-        {52, 16.8, 62, "just below 62.5"},       {1, 20.0, 1, "1.25"},
-        {9000, 10.0, 10000, "a dividend"},       {2, 20.0, 3, "2.5"},
-        {8000, 20.0, 10000, "relief at source"}, {10000, 20.0, 12500, "Gift Aid"},
-        {54321, 0.0, 54321, "no tax"},           {-1, 20.0, 0, "negative"},
-        {8000, 100.0, 0, "all of it is tax"},    {0, 20.0, 0, "nothing"},
-        {8000, 150.0, -16000, "by the formula"}, {8000, kNaN, 0, "no rate"},
-        {kMaxAmountPence, 50.0, 0, "overflow"},  {kMaxAmountPence + 1, 0.0, 0, "no amount"},
-        {kMinPence, 20.0, 0, "lowest"},
-    };
-    for (const auto& [net, rate, gross, why] : rows) {
+    for (const auto& [net, rate, gross, why] : ::Test::Table<__int64, double, __int64>("MorvUt/money/Rates.tsv")) {
         SCOPED_TRACE(why);
         EXPECT_EQ(GrossFromNet(net, rate), gross);
         if (net < kMaxAmountPence) {
@@ -45,12 +35,7 @@ TEST(GrossFromNet, KnowsStatusAndPartsOfAPenny)
 
 TEST(GrossFromTax, RoundsHalvesUpToThePenny)
 {
-    const ::Test::Row<__int64, double, __int64> rows[] = {
-        {2000, 20.0, 10000, "£20"}, {1, 40.0, 3, "2.5"},           {7, 2.24, 313, "312.5, divided first"},
-        {2000, 0.0, 0, "rate 0"},   {-1, 20.0, 0, "negative"},     {0, 20.0, 0, "nothing"},
-        {2000, kNaN, 0, "no rate"}, {2000, 1e-300, 0, "overflow"}, {2000, -20.0, -10000, "by the formula"},
-    };
-    for (const auto& [tax, rate, gross, why] : rows) {
+    for (const auto& [tax, rate, gross, why] : ::Test::Table<__int64, double, __int64>("MorvUt/money/Rates.tsv")) {
         EXPECT_EQ(GrossFromTax(tax, rate), gross) << why;
         EXPECT_EQ(GrossFromTax(CAmt::FromPence(tax), rate).GetPence(), gross) << why;
         if (rate != 1e-300) {
@@ -66,12 +51,7 @@ TEST(GrossFromTax, RoundsHalvesUpToThePenny)
 
 TEST(TaxFromGross, IsAPercentage)
 {
-    const ::Test::Row<__int64, double, __int64> rows[] = {
-        {10000, 20.0, 2000, "a fifth"}, {3'770'000, 20.0, 754'000, "basic rate"},
-        {3, 50.0, 2, "half up"},        {-3, 50.0, -2, "half down"},
-        {10000, 0.0, 0, "rate 0"},      {10000, kNaN, 0, "no rate"},
-        {1, 1e300, 0, "overflow"},      {kMinPence, 20.0, 0, "lowest"}};
-    for (const auto& [gross, rate, tax, why] : rows) {
+    for (const auto& [gross, rate, tax, why] : ::Test::Table<__int64, double, __int64>("MorvUt/money/Rates.tsv")) {
         EXPECT_EQ(TaxFromGross(gross, rate), tax) << why;
         EXPECT_EQ(TaxFromGross(CAmt::FromPence(gross), rate).GetPence(), tax) << why;
     }
@@ -91,14 +71,8 @@ TEST(TaxFromNet, AddsUpToTheGross)
 
 TEST(CalculateAutoTax, LeavesWhatTheUserTyped)
 {
-    const ::Test::Row<__int64, __int64, double, __int64> rows[] = {
-        {8000, kAutoMarker, 20.0, -2000, "marker"},     {8000, -1, 20.0, -2000, "calculated before"},
-        {8000, 0, 20.0, 0, "empty, and it stays so"},   {8000, 1500, 20.0, 1500, "typed"},
-        {0, kAutoMarker, 20.0, kAutoMarker, "no tax"},  {8000, -1, 0.0, kAutoMarker, "no rate"},
-        {8000, kMinPence, 20.0, -2000, "lowest field"}, {kMinPence, -1, 20.0, kAutoMarker, "lowest net"},
-        {8000, -1, 150.0, 24000, "above 100 %"},        {4294967294, -1, 100.0 / 3, -2147483647, "the marker"},
-    };
-    for (const auto& [net, field, rate, result, why] : rows)
+    for (const auto& [net, field, rate, result, why] :
+         ::Test::Table<__int64, __int64, double, __int64>("MorvUt/money/Rates.tsv"))
         EXPECT_EQ(CalculateAutoTax(net, field, rate), result) << why;
 }
 

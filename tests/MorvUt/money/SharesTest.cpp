@@ -24,13 +24,8 @@ void CheckAllocate(Amount available, Amount amount, Amount taken, Amount left)
 
 TEST(Allocate, TakesWhatThereIs)
 {
-    const ::Test::Row<int, int, int, int> rows[] = {
-        {300, 500, 300, 0, "too little"},
-        {300, 200, 200, 100, "enough"},
-        {-50, 100, -50, 0, "overdrawn: the whole of it"},
-        {50, -100, -100, 150, "a negative amount gives back"},
-    };
-    for (const auto& [available, amount, taken, left, why] : rows) {
+    for (const auto& [available, amount, taken, left, why] :
+         ::Test::Table<int, int, int, int>("MorvUt/money/Shares.tsv")) {
         SCOPED_TRACE(why);
         CheckAllocate<__int64>(available, amount, taken, left);
         CheckAllocate<double>(available, amount, taken, left);
@@ -63,16 +58,8 @@ TEST(ZeroIfNegative, LeavesTheRest)
 
 TEST(JointSpousePercentOf, CutsToThePenny)
 {
-    const ::Test::Row<__int64, double, int, __int64> rows[] = {
-        {1001, 50.0, 1, 501, "the other half"},           {1001, 50.0, 0, 500, "half"},
-        {10000, 33.336, 0, 3334, "rounded up"},           {10000, 33.333, 0, 3333, "cut"},
-        {10000, 0.145, 0, 15, "half a hundredth"},        {10000, 1.045, 0, 104, "a double just below"},
-        {1001, 100.0, 1, 1001, "all that is left"},       {1001, 0.004, 1, 0, "next to nothing"},
-        {1001, 150.0, 0, 1501, "more than all"},          {1001, 0.0, 1, 0, "none"},
-        {1001, 150.0, 1, 1501, "less than nothing left"}, {-1001, 50.0, 0, -500, "a loss"},
-        {1001, -50.0, 0, -500, "less than nothing"},
-    };
-    for (const auto& [pence, percent, remainder, share, why] : rows)
+    for (const auto& [pence, percent, remainder, share, why] :
+         ::Test::Table<__int64, double, int, __int64>("MorvUt/money/Shares.tsv"))
         EXPECT_EQ(Share(pence, percent, remainder), share) << why;
     EXPECT_EQ(JointSpousePercentOf(10.01, 50.0, 0), 5.0) << "in pounds";
     EXPECT_EQ(JointSpousePercentOf(10.01, 50.0, 1), 5.01);

@@ -33,15 +33,9 @@ TEST_F(CurrentTaxYear, NeedsNoApplication)
 
 TEST_F(CurrentTaxYear, ComesFromTheProfileWhenTheUserWantsThat)
 {
-    const ::Test::Row<int, std::optional<int>, short> rows[] = {
-        {0, 20, 2024, "not asked for"},           {1, std::nullopt, 2004, "nothing there"},
-        {1, 5, 2004, "earlier than 2003/04"},     {1, 13, 2004, "2003/04 itself"},
-        {1, 40, 2031, "of a later version"},      {1, 100, 2024, "damaged"},
-        {1, 99, 2090, "the last that is taken"},  {1, 120, 2024, "damaged"},
-        {1, 40'000, 2004, "negative in 16 bits"}, {1, 65'536 + 20, 2011, "more than 16 bits"},
-    };
     CWinApp app;
-    for (const auto& [remember, last, real, why] : rows) {
+    for (const auto& [remember, last, real, why] :
+         ::Test::Table<int, std::optional<int>, short>("MorvUt/taxyear/CurrentTaxYear.tsv")) {
         if (remember)
             app.WriteProfileInt("Preferences", "RememberYOA", remember);
         app.WriteProfileString("Preferences", "LastYOA", last ? std::to_string(*last).c_str() : "");

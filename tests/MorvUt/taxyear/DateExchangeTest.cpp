@@ -99,17 +99,12 @@ TEST(DDV_ValidDate, RefusesWhatIsNoDateWithTheCallersPrompt)
 {
     const Afx::ResourceContext strings(kStrings, std::size(kStrings));
     const Afx::ResourceContextGuard guard(strings);
-    const ::Test::Case<const char*, bool> rows[] = {
-        {"5/4/2024", true, "a date"},         {"", true, "null"},
-        {"X", true, "Unknown in one letter"}, {"29/2/1900", false, "no day for who reads it"},
-        {"unknown", false, "small letters"},  {"  ", false, "blank"},
-    };
-    for (const auto& row : rows) {
+    for (const auto& [in, out, why] : ::Test::Table<const char*, bool>("MorvUt/taxyear/DateExchange.tsv")) {
         CDatesDialog dialog(0);
-        dialog.text = row.in;
+        dialog.text = in;
         EXPECT_TRUE(dialog.UpdateData(false)) << "loading is not checked";
-        EXPECT_EQ(dialog.Save(row.out), row.out) << row.why;
-        EXPECT_EQ(CWnd::GetFocus(), row.out ? nullptr : &dialog.other) << row.why;
+        EXPECT_EQ(dialog.Save(out), out) << why;
+        EXPECT_EQ(CWnd::GetFocus(), out ? nullptr : &dialog.other) << why;
         for (const auto& message : ::Test::Windows().Messages())
             EXPECT_TRUE(message.text == kStrings[0].text && message.style == MB_OK) << message.text;
     }

@@ -76,47 +76,24 @@ TEST(TaxYears, HaveAnAnswerForWhatIsNoDateOrNoYear)
 
 TEST(TaxYearDays, ClipsToTheYear)
 {
-    const ::Test::Row<short, long, long, long> rows[] = {
-        {2024, 20200101, 20300101, 366, "all of a leap year"}, {2023, 20200101, 20300101, 365, "all of another"},
-        {2024, 20240406, 20250101, 0, "the day after"},        {2024, 20240405, 20250101, 1, "its last day"},
-        {2024, 20200101, 20230405, 0, "the day before"},       {2024, 20200101, 20230406, 1, "its first day"},
-        {2024, 20240131, 20240101, -29, "reversed inside it"}, {2024, 0, 20240101, 0, "no start, so nothing"},
-        {kMinShort, 20240101, 20240102, 0, "lowest year"},
-    };
-    for (const auto& [year, from, to, days, why] : rows)
+    for (const auto& [year, from, to, days, why] :
+         ::Test::Table<short, long, long, long>("MorvUt/taxyear/DateRules.tsv"))
         EXPECT_EQ(TaxYearDays(year, LongToCDate(from), LongToCDate(to)), days) << why;
     EXPECT_EQ(TaxYearDays(2024, At({2024, 1, 1}, 86'399.8), {2024, 1, 3}), 2) << "half a second's correction";
 }
 
 TEST(DatesIntersect, LetsTheFirstPeriodBeOpen)
 {
-    const CDate jan1(2024, 1, 1), jan31(2024, 1, 31), feb1(2024, 2, 1), feb29(2024, 2, 29), null,
-        bad = CDate::Invalid();
-    const ::Test::Row<CDate, CDate, CDate, CDate, int> rows[] = {
-        {jan1, feb1, feb1, feb29, 1, "one shared day"},     {jan1, jan31, feb1, feb29, 0, "neighbours"},
-        {null, null, null, null, 1, "open at both ends"},   {null, feb1, feb1, feb29, 1, "open start"},
-        {null, jan31, feb1, feb29, 0, "ends too early"},    {feb29, null, feb1, feb29, 1, "open end"},
-        {feb29, null, jan1, feb1, 0, "starts too late"},    {jan1, feb1, null, feb29, 0, "no second start"},
-        {jan1, feb1, feb1, null, 0, "no second end"},       {jan1, null, null, feb29, 1, "looks at one end"},
-        {bad, feb1, feb1, feb29, 0, "invalid is not open"},
-    };
-    for (const auto& [from1, to1, from2, to2, meet, why] : rows)
-        EXPECT_EQ(DatesIntersect(from1, to1, from2, to2), meet) << why;
+    for (const auto& [from1, to1, from2, to2, meet, why] :
+         ::Test::Table<long, long, long, long, int>("MorvUt/taxyear/DateRules.tsv"))
+        EXPECT_EQ(DatesIntersect(LongToCDate(from1), LongToCDate(to1), LongToCDate(from2), LongToCDate(to2)), meet)
+            << why;
 }
 
 TEST(PeriodHasLeapDay, FollowsTheGregorianRule)
 {
-    const ::Test::Row<CDate, CDate, int> rows[] = {
-        {{2024, 3, 1}, {2025, 3, 1}, 0, "from the day after"}, {{2024, 2, 29}, {2025, 3, 1}, 1, "from the day"},
-        {{2023, 3, 1}, {2024, 3, 1}, 1, "to the day after"},   {{2023, 3, 1}, {2024, 2, 29}, 1, "to the day"},
-        {{2023, 3, 1}, {2024, 2, 28}, 0, "to the day before"}, {{2021, 3, 1}, {2023, 3, 1}, 0, "none between"},
-        {{2023, 1, 1}, {2025, 1, 1}, 1, "a year between"},     {{2024, 1, 1}, {2024, 12, 31}, 1, "one year"},
-        {{1897, 1, 1}, {1903, 12, 31}, 0, "1900 is none"},     {{1999, 1, 1}, {2001, 1, 1}, 1, "2000 is one"},
-        {{2025, 1, 1}, {2023, 1, 1}, 0, "reversed"},           {CDate(), CDate(), 0, "nothing at all"},
-        {CDate(), {2024, 1, 1}, 1, "no start: year -1"},       {{2024, 3, 1}, CDate(), 0, "no end"},
-    };
-    for (const auto& [from, to, has, why] : rows)
-        EXPECT_EQ(PeriodHasLeapDay(from, to), has) << why;
+    for (const auto& [from, to, has, why] : ::Test::Table<long, long, int>("MorvUt/taxyear/DateRules.tsv"))
+        EXPECT_EQ(PeriodHasLeapDay(LongToCDate(from), LongToCDate(to)), has) << why;
 }
 
 TEST(LongToCDate, RefusesWhatIsNoDate)
@@ -167,31 +144,15 @@ TEST(CalculateFilingDate, OfNoticesToFileAndOtherReturns)
     EXPECT_EQ(due(20241031, "SA800"), 20250130) << "late for that year, so 91 days";
     EXPECT_EQ(due(20240406, "P11D"), 20240505) << "late too: 29 days";
     SetCurrentTaxYear(ConvertRealToRelativeTaxYear(2024));
-    const ::Test::Row<long, const char*, long> rows[] = {
-        {20241031, "SA800", 20250131, "the last that is not late"}, {20241001, "sa100", 20250131, "small letters"},
-        {20280131, "SA100", 20280430, "leap January: 90"},          {20241101, "SA900", 20250131, "November: 91"},
-        {20280229, "SA100", 20280528, "leap February: 89"},         {20241130, "SA100", 20250228, "its 30th: 90"},
-        {20271101, "SA100", 20280201, "a leap year on: 92"},        {20241201, "sa100", 20250228, "December: 89"},
-        {20271130, "SA100", 20280229, "and on the 30th: 91"},       {20240406, "P11D", 20250405, "up to 6 April"},
-        {20271201, "SA100", 20280229, "a leap year on: 90"},        {20250210, nullptr, 20250405, "ends early"},
-        {20250306, "P11D", 20250405, "30 days: the same"},          {20280210, "", 20280229, "a month to its end"},
-        {20250307, "SA10", 20250406, "30 days: a day later"},
-    };
-    for (const auto& [issued, type, expected, why] : rows)
+    for (const auto& [issued, type, expected, why] :
+         ::Test::Table<long, const char*, long>("MorvUt/taxyear/DateRules.tsv"))
         EXPECT_EQ(due(issued, type), expected) << why;
     EXPECT_EQ(due(0, "SA100") + due(99, "P11D") + due(99991231, "SA100"), 0) << "null, invalid, past the calendar";
 }
 
 TEST(EnableSmallBusinessEntitlement, HasTwoWindows)
 {
-    const ::Test::Row<long, long, bool> rows[] = {
-        {20030406, 20040405, false, "ends too early"},     {20030407, 20040406, true, "ends on the first day"},
-        {20050405, 20060404, true, "starts on the last"},  {20050406, 20060405, false, "between the windows"},
-        {20050407, 20060406, true, "ends on a first day"}, {20080405, 20090404, true, "starts on a last day"},
-        {20080406, 20090405, false, "starts too late"},    {0, 20060406, true, "no start is early enough"},
-        {20050101, 0, false, "no end is too early"},
-    };
-    for (const auto& [start, end, isEntitled, why] : rows)
+    for (const auto& [start, end, isEntitled, why] : ::Test::Table<long, long, bool>("MorvUt/taxyear/DateRules.tsv"))
         EXPECT_EQ(EnableSmallBusinessEntitlement(LongToCDate(start), LongToCDate(end)), isEntitled) << why;
 }
 

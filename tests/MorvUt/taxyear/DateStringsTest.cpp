@@ -10,7 +10,7 @@ namespace
 
 using Record = X_DateStr_tag;
 
-constexpr Record kNull{0, 0, 0}, kUnknown{99, 0, 0}, kNoDate{0, 13, 0};
+constexpr Record kNull{0, 0, 0}, kUnknown{99, 0, 0};
 constexpr int kLeastYear = std::numeric_limits<int>::min(), kLastYear = std::numeric_limits<int>::max();
 
 std::string Fields(const Record& record)
@@ -67,18 +67,9 @@ TEST(CompareDates, SaysOneWhenInOrder)
 
 TEST(ValidXDate, TakesEveryFourthYearForALeapYear)
 {
-    const ::Test::Row<Record, int, int> rows[] = {
-        {{29, 2, 1900}, 1, 1, "no century"}, {{29, 2, 2023}, 0, 0, "no leap year"},
-        {{30, 2, 2024}, 0, 0, "February"},   {{30, 4, 2024}, 1, 1, "April"},
-        {{31, 4, 2024}, 0, 0, "30 days"},    {{31, 12, 2024}, 1, 1, "December"},
-        {{32, 12, 2024}, 0, 0, "31 days"},   {{1, 0, 2024}, 0, 0, "no month"},
-        {{1, 13, 2024}, 0, 0, "month 13"},   {{0, 4, 2024}, 0, 0, "no day"},
-        {{1, 1, 0}, 1, 1, "the year 0"},     {{255, 255, 65535}, 0, 0, "brim"},
-        {kNull, 0, 1, "null is allowed"},    {{0, 0, 2024}, 0, 0, "with no year"},
-        {kUnknown, 0, 1, "so is unknown"},   {{99, 0, 2024}, 0, 0, "with no year"},
-        {{99, 4, 0}, 0, 0, "nor a month"},   {kNoDate, 0, 0, "what was no date"},
-    };
-    for (const auto& [record, isDay, isValid, why] : rows) {
+    for (const auto& [day, month, year, isDay, isValid, why] :
+         ::Test::Table<std::uint8_t, std::uint8_t, std::uint16_t, int, int>("MorvUt/taxyear/DateStrings.tsv")) {
+        const Record record{day, month, year};
         EXPECT_EQ(validXDate(&record), isDay) << why;
         EXPECT_EQ(IsValidDate(&record), isValid) << why;
         EXPECT_EQ(DateIsNull(&record), Fields(record) == "0.0.0") << why;
@@ -98,13 +89,7 @@ TEST(GetDayOfWeek, BeginsOnMonday)
 
 TEST(DayBetween, CountsRealDaysOnly)
 {
-    const ::Test::Row<long, long, long> rows[] = {
-        {20230406, 20240405, 365, "a tax year less a day"}, {20240405, 20230406, -365, "reversed"},
-        {19000228, 19000301, 1, "no leap day there"},       {18991229, 19000101, 3, "over OLE's day zero"},
-        {1000101, 99991231, 3615899, "first to last"},      {991231, 1000101, 0, "before the first"},
-        {20240405, 99, 0, "to the Unknown date"},           {1300, 20240405, 0, "what was no date"},
-    };
-    for (const auto& [from, to, days, why] : rows) {
+    for (const auto& [from, to, days, why] : ::Test::Table<long, long, long>("MorvUt/taxyear/DateStrings.tsv")) {
         Record first, last;
         LtoxD(from, &first);
         LtoxD(to, &last);

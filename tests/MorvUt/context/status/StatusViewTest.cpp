@@ -169,18 +169,9 @@ TEST_P(StatusAnswers, TellsTheRecordThatDecidedAndSaysSo)
 
 TEST_P(StatusAnswers, SaysTheMostTellingFirst)
 {
-    const std::pair<const char*, const char*> rows[] = {
-        {"", "no return"},
-        {"INSERT INTO BRIXTaxForm (lClientID, nYear) VALUES (1, 2020)", "in progress"},
-        {"UPDATE BRIXTaxForm SET dtFinalised = '2020-06-30'", "finalised"},
-        {"INSERT INTO BRIXFBISubmissions (lClientID, nYear, nStatus) VALUES (1, 2020, 2)", "amending"},
-        {"INSERT INTO BRIXClientPeriodsInactivity (lClientID, dtEnd) VALUES (1, '2021-04-05')", "inactive"},
-        {"UPDATE BRIXClientPeriodsInactivity SET dtStart = '2019-04-06'", "inactive since 06/04/2019"},
-        {"UPDATE BRIXTaxForm SET bDormant = 1", "dormant"},
-        {"UPDATE BRIXClient SET dtDeath = '2020-11-03'", "died 03/11/2020"},
-    };
     Script("INSERT INTO BRIXClient (lID) VALUES (1)");
-    for (const auto& [change, word] : rows) {
+    for (const auto& [change, word, why] :
+         ::Test::Table<const char*, const char*>("MorvUt/context/status/StatusView.tsv")) {
         Script(change);
         EXPECT_STREQ(StatusOf(1, false, 2020).Word(), word) << change;
     }
