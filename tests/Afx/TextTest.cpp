@@ -74,6 +74,11 @@ TEST(ToUtf8, KeepsUtf8AndConvertsTheRest)
         EXPECT_EQ(Afx::ToUtf8(in), out) << why;
 }
 
+TEST(ToPrintable, LeavesNothingThatSteersATerminal)
+{
+    EXPECT_EQ(Afx::ToPrintable("a\u001b[1m\u009b2\u202eb\u00a0c\nd"), "a [1m 2b\u00a0c d");
+}
+
 TEST(TakeCharacter, GivesBackEveryCharacterOfUnicode)
 {
     for (unsigned character = 0; character <= 0x110000; ++character) {
