@@ -189,6 +189,7 @@ TEST(SqlServer, SavesNothingOfATransactionThatFailed)
 {
     for (const auto& [in, out, why] : ::Test::Table<const char*, const char*>("Cellar/SqlServer.tsv")) {
         SCOPED_TRACE(why);
+        const Category category = CategoryOf(out); // clang's functions have no part of a row
         const ScriptedServer server(in);
         const auto connection = server.Open();
         int failures = 0;
@@ -196,7 +197,7 @@ TEST(SqlServer, SavesNothingOfATransactionThatFailed)
             try {
                 action();
             } catch (const DatabaseError& error) {
-                EXPECT_TRUE(failures++ > 0 || error.GetCategory() == CategoryOf(out)) << error.what();
+                EXPECT_TRUE(failures++ > 0 || error.GetCategory() == category) << error.what();
             }
         };
         connection->Begin(Intent::Write);
