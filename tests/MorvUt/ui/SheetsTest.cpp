@@ -269,19 +269,24 @@ TEST_F(Sheets, HaveTheirFurnitureWhereItIsSeen)
 
 TEST_F(Sheets, AndDialogsCommitByOKAlone)
 {
-    for (const auto& [hasLevel, button, stored] :
-         {std::tuple(false, IDCANCEL, "1"), {true, IDCANCEL, "1"}, {true, IDOK, "2"}}) {
+    struct Case
+    {
+        bool hasLevel;
+        int button;
+        const char* stored;
+    };
+    for (const Case& each : {Case{false, IDCANCEL, "1"}, {true, IDCANCEL, "1"}, {true, IDOK, "2"}}) {
         list.Open();
         TXDialog dialog(kNamePage);
-        dialog.EnableQuarryTransactions(hasLevel);
+        dialog.EnableQuarryTransactions(each.hasLevel);
         EXPECT_EQ(Work(dialog,
                        [&](Hands& hands) {
-                           list.SetName(hasLevel ? "2" : "1");
+                           list.SetName(each.hasLevel ? "2" : "1");
                            list.Update();
-                           hands.Click(static_cast<unsigned>(button));
+                           hands.Click(static_cast<unsigned>(each.button));
                        }),
-                  button);
-        EXPECT_EQ(Stored(), stored);
+                  each.button);
+        EXPECT_EQ(Stored(), each.stored);
     }
 }
 
