@@ -130,6 +130,7 @@ TEST_F(MainJob, RunsByKeyboardAlone)
 
 TEST_F(MainJob, TellsOnceWhatHmrcCouldNotServeAndGoesOnFromThere)
 {
+    const Hands::KeyboardAlone keyboard;
     m_sandbox.Send("POST", "/sandbox/fault", R"({"path":"/individual-paye","fault":"SERVER_ERROR","times":0})");
     RunIn("C0001", [this](Hands& hands) {
         NextPage(hands);
