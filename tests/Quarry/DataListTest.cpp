@@ -4,7 +4,9 @@
 
 #include "SmallPractice.h"
 
+#ifdef CELLAR_ODBC_FAKE
 #include "support/ScriptedServer.h"
+#endif
 
 namespace
 {
