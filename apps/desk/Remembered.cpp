@@ -72,6 +72,7 @@ void RestoreWidths(Lattice::CGrid& grid, const char* name)
 void KeepWidths(const Lattice::CGrid& grid, const char* name)
 {
     std::vector<int> widths;
+    widths.reserve(static_cast<std::size_t>(grid.GetColumnCount()));
     for (int column = 0; column < grid.GetColumnCount(); ++column)
         widths.push_back(grid.GetColumn(column)->width);
     WriteWidths(name, widths);
