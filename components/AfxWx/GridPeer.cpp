@@ -114,21 +114,17 @@ void GridPeer::TakeWidths()
 
 void GridPeer::FitColumn(int column)
 {
-    const wxFont bold = m_view->GetLabelFont(); // which totals have, too
-    int widest = 0;
-    for (int row = 0; row < std::min(m_grid.GetRowCount(), kMeasured); ++row) {
-        int width = 0;
-        m_view->GetTextExtent(ToWx(m_grid.GetCellText(row, column)), &width, nullptr, nullptr, nullptr, &bold);
-        widest = std::max(widest, width);
-    }
-    m_view->SetColSize(column, std::max(widest + 2 * PixelsOf(*m_view, kCellRoom, 0).x, WidthOfHeading(column)));
+    int widest = WidthOfText(m_grid.GetColumn(column)->heading);
+    for (int row = 0; row < std::min(m_grid.GetRowCount(), kMeasured); ++row)
+        widest = std::max(widest, WidthOfText(m_grid.GetCellText(row, column)));
+    m_view->SetColSize(column, widest);
 }
 
-int GridPeer::WidthOfHeading(int column) const
+int GridPeer::WidthOfText(const CString& text) const
 {
-    const wxFont bold = m_view->GetLabelFont();
+    const wxFont bold = m_view->GetLabelFont(); // which totals have, too
     int width = 0;
-    m_view->GetTextExtent(ToWx(m_grid.GetColumn(column)->heading), &width, nullptr, nullptr, nullptr, &bold);
+    m_view->GetTextExtent(ToWx(text), &width, nullptr, nullptr, nullptr, &bold);
     return width + 2 * PixelsOf(*m_view, kCellRoom, 0).x;
 }
 
@@ -167,7 +163,8 @@ void GridPeer::SizeColumns()
         m_headings = std::move(headings);
         for (int i = 0; i < m_grid.GetColumnCount(); ++i) {
             const Lattice::Column& column = *m_grid.GetColumn(i);
-            const int least = WidthOfHeading(i), width = column.width > 0 ? column.width : PlainWidth(column.format);
+            const int least = WidthOfText(column.heading),
+                      width = column.width > 0 ? column.width : PlainWidth(column.format);
             m_view->SetColMinimalWidth(i, least);
             m_view->SetColSize(i, std::max(PixelsOf(*m_view, width, 0).x, least));
         }

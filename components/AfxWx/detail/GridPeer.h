@@ -64,7 +64,7 @@ private:
     void TakeWidths();
     /// The column is as wide as its heading and the texts that are measured need.
     void FitColumn(int column);
-    int WidthOfHeading(int column) const; // pixels, with the room beside it
+    int WidthOfText(const CString& text) const; // pixels, in bold, with the room beside it
     void GoTo(int row, int column, bool extend);
     void SizeColumns();
     void ShowSelection();
