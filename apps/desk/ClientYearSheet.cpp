@@ -212,10 +212,10 @@ CString CClientYearSheet::HelpFilePath() const { return Kiln::HelpPage("desk"); 
 bool CClientYearSheet::OnInitDialog()
 {
     // The list that names the client has not all particulars.
-    const auto client = m_owner.client.IsPartnership() ? FindPartnership(m_owner.client.code.Str())
-                                                       : FindClient(m_owner.client.code.Str());
-    if (client && client->id == m_owner.client.id)
-        m_owner.client = *client;
+    const std::string code = m_owner.client.code.Str();
+    for (const ClientView& found : m_owner.client.IsPartnership() ? FindPartnerships(code) : FindClients(code))
+        if (found.id == m_owner.client.id) // another program may have given one code twice
+            m_owner.client = found;
     m_shown = ReadClientYear(m_owner);
     const bool setsFocus = CExPropertySheet::OnInitDialog();
     GetDlgItem(IDOK)->ShowWindow(false);

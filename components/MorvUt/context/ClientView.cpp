@@ -175,7 +175,6 @@ void ForEachStatus(short year, const std::function<void(const ClientView&, const
 std::vector<ClientView> FindClients(const std::string& codeOrId) { return FindAll<Brix::CClient>(codeOrId); }
 std::vector<ClientView> FindPartnerships(const std::string& codeOrId) { return FindAll<Brix::CPartnership>(codeOrId); }
 std::optional<ClientView> FindClient(const std::string& codeOrId) { return OnlyOne(FindClients(codeOrId)); }
-std::optional<ClientView> FindPartnership(const std::string& codeOrId) { return OnlyOne(FindPartnerships(codeOrId)); }
 
 CString WhyNotNewClient(const ClientView& wanted)
 {

@@ -55,9 +55,8 @@ MORVUT_API void ForEachStatus(short year, const std::function<void(const ClientV
 /// one code twice.
 MORVUT_API std::vector<ClientView> FindClients(const std::string& codeOrId);
 MORVUT_API std::vector<ClientView> FindPartnerships(const std::string& codeOrId);
-/// The only one of them.
+/// The only client of them; nothing where there are several.
 MORVUT_API std::optional<ClientView> FindClient(const std::string& codeOrId);
-MORVUT_API std::optional<ClientView> FindPartnership(const std::string& codeOrId);
 
 /// Why these particulars cannot be a new client's or partnership's, for the user: no code or name, a code that one has
 /// already (in any case), identifiers that are mistyped or that this kind has not. Identifiers are never repeated.
