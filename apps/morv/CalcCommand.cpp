@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <iostream>
 #include <memory>
+#include <optional>
 
 #include "Afx/Exceptions.h"
 #include "Afx/text/Ascii.h"
@@ -161,15 +162,34 @@ std::vector<std::string> WordsOf(const std::string& line)
     return words;
 }
 
+constexpr std::size_t kLongestLine = 1'000'000; // bytes; an input without line ends may go on for ever
+
+/// The next line of standard input, which lies in the buffer; none at its end. Throws CommandError for one that is too
+/// long, behind which nothing is read.
+std::optional<std::string_view> ReadLine(std::vector<char>& buffer, int number)
+{
+    std::cin.getline(buffer.data(), static_cast<std::streamsize>(buffer.size()));
+    const auto size = static_cast<std::size_t>(std::cin.gcount());
+    if (std::cin)
+        return std::string_view(buffer.data(), size - (std::cin.eof() ? 0 : 1));
+    if (!std::cin.bad() && !std::cin.eof())
+        throw CommandError(Exit::BadInput, "BAD_ARGUMENTS",
+                           "line " + std::to_string(number) + " is longer than " + std::to_string(kLongestLine) +
+                               " bytes; it and what follows were not read",
+                           "Put the arguments of one calculation on a line.");
+    return std::nullopt;
+}
+
 /// One answer a line. A bad line is reported and the others are answered; the exit code tells that there was one.
 Exit CalculateLines(const CalcRule& rule, bool json)
 {
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
     std::ios::sync_with_stdio(false); // reads several times as fast
     Exit exit = Exit::Done;
-    std::string line;
-    for (int number = 1; std::getline(std::cin, line); ++number)
+    std::vector<char> buffer(kLongestLine + 1);
+    for (int number = 1; const auto read = ReadLine(buffer, number); ++number)
         try {
+            std::string line(*read);
             if (number == 1 && line.starts_with(kByteOrderMark))
                 line.erase(0, kByteOrderMark.size());
             Calculate(rule, WordsOf(line), json);

@@ -236,8 +236,7 @@ void Delete(const EnquiryArguments& arguments, const CommonOptions& options)
             throw UnknownEnquiry(id);
     NeedRight();
     NeedYes(arguments.isYes, LibraryText(IDS_ENQUIRY_DELETE).Str(), "nothing was deleted");
-    DeleteEnquiries(Quarry::GetConnection(), arguments.ids);
-    const int count = static_cast<int>(arguments.ids.size());
+    const int count = DeleteEnquiries(Quarry::GetConnection(), arguments.ids);
     if (options.json)
         return PrintJson({{"deleted", count}});
     PrintLine("Deleted %d %s.", count, count == 1 ? "enquiry" : "enquiries");

@@ -137,7 +137,7 @@ TEST_P(Enquiries, AreSavedForTheirOwner)
     draft.isLinked = false;
     EXPECT_FALSE(SaveEnquiry(row, draft, {1, false}, 2025));
     EXPECT_EQ(StoredLinks(), "1|-|2024|0|0|0|2024-03-01|2024-03-01, -|1|2024|0|0|0|-|-");
-    DeleteEnquiries(Quarry::GetConnection(), {row.GetID(), 777});
+    EXPECT_EQ(DeleteEnquiries(Quarry::GetConnection(), {row.GetID(), 777}), 1);
     EXPECT_EQ(StoredLinks(), "-|1|2024|0|0|0|-|-");
 }
 

@@ -165,13 +165,15 @@ std::optional<EnquiryProblem> SaveEnquiry(CClientEnquiry& enquiry, const Enquiry
     return std::nullopt;
 }
 
-void DeleteEnquiries(Cellar::CConnection& connection, const std::vector<long>& ids)
+int DeleteEnquiries(Cellar::CConnection& connection, const std::vector<long>& ids)
 {
+    int count = 0;
     Cellar::CTransaction transaction(connection);
     for (const std::vector<long>& piece : Quarry::Where::InPieces(ids)) {
         CClientEnquiry enquiries;
-        for (enquiries.Open(connection, {Quarry::Where::In(0, piece)}); !enquiries.IsEOL();)
+        for (enquiries.Open(connection, {Quarry::Where::In(0, piece)}); !enquiries.IsEOL(); ++count)
             enquiries.Delete();
     }
     transaction.Commit();
+    return count;
 }

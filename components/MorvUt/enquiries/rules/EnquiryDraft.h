@@ -78,6 +78,6 @@ MORVUT_API bool MayChangeEnquiries();
 MORVUT_API std::optional<EnquiryProblem> SaveEnquiry(Brix::CClientEnquiry& enquiry, const EnquiryDraft& draft,
                                                      const TrackerOwner& owner, short year);
 
-/// Deletes the enquiries of these ids, all or none; those that are gone already count as deleted. Throws
-/// Quarry::ChangedByAnotherUser and Cellar::DatabaseError.
-MORVUT_API void DeleteEnquiries(Cellar::CConnection& connection, const std::vector<long>& ids);
+/// Deletes the enquiries of these ids, all or none, and tells how many there were: somebody else may have deleted one
+/// meanwhile, which is no fault. Throws Quarry::ChangedByAnotherUser and Cellar::DatabaseError.
+MORVUT_API int DeleteEnquiries(Cellar::CConnection& connection, const std::vector<long>& ids);
