@@ -1,8 +1,10 @@
 #include "Afx/time/Clock.h"
 
+#include <cmath>
 #include <cstdlib>
 
 #include "Afx/time/Calendar.h"
+#include "Afx/time/DateTime.h"
 #include "support/Test.h"
 
 TEST(Calendar, CountsEveryDay)
@@ -49,6 +51,7 @@ TEST(Clock, GivesLocalTimeByTheZoneInEveryYear)
     for (const auto& row : rows) {
         Afx::Clock::Set([&] { return row.in; });
         EXPECT_EQ(Afx::Clock::Local().hour, row.out) << row.why;
+        EXPECT_EQ(std::lround(COleDateTime::GetCurrentUtcTime().GetOleDate() * 24) % 24, row.in / 3'600'000 % 24);
     }
     ::setenv("TZ", before.c_str(), 1);
 }

@@ -62,6 +62,7 @@ TEST_P(CheckPractice, FindsWhatDoesNotFit)
         {"UPDATE BRIXBTaxProprietor SET lpClientID = 7 WHERE lID = 2", "BRIXBTaxProprietor", 2, "BRIXPartnership 7"},
         {"UPDATE BRIXBTaxProprietor SET lClientID = NULL WHERE lID = 1", "BRIXBTaxProprietor", 1, "has no parent"},
         {"UPDATE BRIXUserPermissions SET strUserID = 'eve'", "BRIXUserPermissions", 1, "BRIXUser eve"},
+        {"UPDATE BRIXUserPermissions SET strUserID = ''", "BRIXUserPermissions", 1, "has no parent"},
         {"UPDATE SourceTask SET SourceID = 8", "SourceTask", 8, "Source 8"},
         {"INSERT INTO BRIXMTD_TaxYear (lID, lClientID, nYear) VALUES (7, 1, 2024)", "BRIXMTD_TaxYear", 7, "twice"},
         {"INSERT INTO BRIXMTD_Employments (lID, lMTD_TaxYearID, strKey, bWithdrawn) VALUES (7, 1, 'A1', 1)",
@@ -137,14 +138,18 @@ TEST_P(CheckEmbedded, FindsADamagedFile)
     Quarry::SetConnection(nullptr);
     const std::string path = ::Test::TempDir() + "/practice.db";
     const auto pages = Open("practice.db")->Queryf("SELECT rootpage FROM sqlite_master WHERE name = 'BRIXBank'");
-    std::string bytes = ::Test::ReadFile(path);
-    bytes.replace(static_cast<std::size_t>(Cellar::ToLong(pages.rows.at(0).at(0)) - 1) * 4096, 2000, 2000, '\xEE');
-    ::Test::WriteFile("practice.db", bytes);
-    Quarry::SetConnection(Open("practice.db"));
-    const std::vector<Fault> faults = Brix::CheckPractice(Quarry::GetConnection());
-    EXPECT_FALSE(faults.empty());
-    for (const Fault& fault : faults)
-        EXPECT_EQ(fault.fault.find("SELECT"), fault.fault.npos) << "for people: " << fault.fault;
+    const std::string sound = ::Test::ReadFile(path);
+    const auto page = static_cast<std::size_t>(Cellar::ToLong(pages.rows.at(0).at(0)) - 1) * 4096;
+    // a page of rows, and the number of free pages, which no statement reads
+    for (const auto& [at, size] : {std::pair<std::size_t, std::size_t>(page, 2000), {36, 4}}) {
+        ::Test::WriteFile("practice.db", std::string(sound).replace(at, size, size, '\xEE'));
+        Quarry::SetConnection(Open("practice.db"));
+        const std::vector<Fault> faults = Brix::CheckPractice(Quarry::GetConnection());
+        EXPECT_FALSE(faults.empty()) << at;
+        for (const Fault& fault : faults)
+            EXPECT_EQ(fault.fault.find("SELECT"), fault.fault.npos) << "for people: " << fault.fault;
+        Quarry::SetConnection(nullptr);
+    }
 }
 
 } // namespace

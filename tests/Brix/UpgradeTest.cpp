@@ -66,6 +66,14 @@ TEST_F(Upgrade, KeepsWhatThePracticeHolds)
         << "the defaults";
 }
 
+TEST_F(Upgrade, AddsToATableWithAnotherProgramsColumn)
+{
+    ::Test::Execute(m_path, "ALTER TABLE FeatureLocks ADD strTheirs TEXT DEFAULT 'theirs'");
+    Quarry::SetConnection(Open());
+    Brix::UpgradeSchema(Quarry::GetConnection());
+    EXPECT_EQ(::Test::Practice::Query("SELECT strTheirs, ConnectionID FROM FeatureLocks"), "theirs|-");
+}
+
 /// Upgrades in a process of its own, which is killed as it begins its statement of this number. Whether it was.
 bool KilledAt(const std::string& path, int number)
 {

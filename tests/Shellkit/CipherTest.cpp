@@ -122,7 +122,8 @@ TEST_F(Envelope, NeedsTheKeyItWasMadeWith)
     EXPECT_FALSE(Shellkit::HasPracticeKey());
     EXPECT_FALSE(Shellkit::Open(sealed));
     EXPECT_FALSE(Shellkit::Seal(KeyId::Practice, "token")); // never under another key instead
-    EXPECT_TRUE(Shellkit::Seal(KeyId::Application, "id"));
+    const auto id = Shellkit::Seal(KeyId::Application, "id");
+    EXPECT_TRUE(id && !Shellkit::IsEnvelope(*id, KeyId::Practice));
 
     ASSERT_TRUE(Shellkit::SetPracticeKey(kKey));
     EXPECT_FALSE(Shellkit::Seal(static_cast<KeyId>(2), "token"));

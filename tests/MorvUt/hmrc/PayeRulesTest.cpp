@@ -5,6 +5,7 @@
 
 #include "MorvUt/hmrc/HmrcTest.h"
 #include "MorvUt/hmrc/schedules/Matching.h"
+#include "MorvUt/hmrc/schedules/StagedWords.h"
 #include "MorvUt/hmrc/staging/Identity.h"
 #include "MorvUt/hmrc/staging/Pairing.h"
 #include "MorvUt/taxyear/DateRules.h"
@@ -103,6 +104,19 @@ TEST(TaxFreeAllowances, BelongToTheFirstEmployment)
     }
     EXPECT_TRUE(CPAYEPrepop::Match_MTD_TaxFreeAllowancesToEmployment(list));
     EXPECT_EQ(list.GetOrdering(), 1);
+}
+
+TEST(IsClass1Final, NotWhileNothingWasEarnedBeforeSeptember)
+{
+    const Kiln::CDate august(2024, 8, 31), september(2024, 9, 1);
+    for (const auto& [earnings, day, isFinal] : {std::tuple(Kiln::CAmt::kZero, august, false),
+                                                 {Kiln::CAmt::kZero, september, true},
+                                                 {Kiln::CAmt(1), august, true},
+                                                 {Kiln::CAmt(), august, true}}) {
+        HmrcApi::StagedNationalInsurance insurance;
+        insurance.class1Earnings = earnings;
+        EXPECT_EQ(HmrcApi::IsClass1Final(insurance, 2024, day), isFinal) << day.FormatIso().Str();
+    }
 }
 
 TEST(SetKeys, TellsItemsApart)

@@ -23,7 +23,7 @@ using Kiln::CDate;
 TEST(ListFile, GivesItsLinesCleanWhateverWroteIt)
 {
     CWinApp app;
-    app.WriteProfileString("Preferences", "DataDirectory", ::Test::TempDir().c_str());
+    app.WriteProfileString("Preferences", "DataDirectory", (::Test::TempDir() + "//").c_str());
     ::Test::WriteFile("CharList.txt", "Abbey  \r\n\r\n\t Soci\xE9t\xE9\r\n \nZeta & Co"); // Windows-1252
     EXPECT_EQ(ReadListFile("charlist.TXT"), (std::vector<CString>{"Abbey", "Soci\xC3\xA9t\xC3\xA9", "Zeta & Co"}));
     ::Test::WriteFile("Empty.txt", "");

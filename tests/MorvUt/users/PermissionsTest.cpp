@@ -54,6 +54,8 @@ TEST_P(Permissions, ComeFromTheRoleOrTheUserAndStayUntilTheyAreCleared)
     LetUser("Élan", 7);
     CUserData::SetUser("élan");
     EXPECT_EQ(Allowed(), Numbers{7}) << "by the id as stored, though not listed";
+    for (const StaffMember& listed : ListStaff())
+        EXPECT_NE(listed.id, "Élan");
     LetUser("Élan", 27);
     EXPECT_EQ(CUserData::UserHasReviewToolUse("ÉLAN"), 1) << "of another user, too";
     EXPECT_FALSE(WhyNotNewStaff("ÉLAN", "Another", "").IsEmpty());
