@@ -140,6 +140,9 @@ function(morvut_tests name)
   endif()
   target_link_libraries(${name} PRIVATE ${arg_USES} GTest::gtest)
   morvut_needs_modules(${name} ${arg_USES})
+  # Each story is a test, which is found when the program is linked.
+  file(GLOB_RECURSE stories CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/*.story")
+  set_property(TARGET ${name} APPEND PROPERTY LINK_DEPENDS ${stories})
   if(CMAKE_CROSSCOMPILING)
     # One test per program: starting a program in the emulator takes longer than most tests, and finding them needs it too.
     add_test(NAME ${name} COMMAND ${name})

@@ -123,11 +123,15 @@ public:
     }
     void Answer(int button) { Windows().Answer(button); }
 
-    void ExpectMessage(std::string_view text)
+    /// The next message, which is asked for by this.
+    static std::string TakeMessage()
     {
-        ASSERT_LT(m_seen, Windows().Messages().size()) << "no message came: " << text;
-        EXPECT_EQ(Windows().Messages()[m_seen++].text, text);
+        if (m_seen < Windows().Messages().size())
+            return Windows().Messages()[m_seen++].text;
+        ADD_FAILURE() << "no message came";
+        return {};
     }
+    static void ExpectMessage(std::string_view text) { EXPECT_EQ(TakeMessage(), text); }
     void ExpectFocus(unsigned id) const
     {
         const CWnd* const focus = CWnd::GetFocus();

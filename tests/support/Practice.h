@@ -2,6 +2,9 @@
 
 // A practice for a test, and what it holds as text.
 
+#include <map>
+#include <sstream>
+
 #include "Afx/text/Ascii.h"
 #include "Afx/text/TextFold.h"
 #include "Brix/Records.h"
@@ -75,6 +78,24 @@ public:
     {
         const std::string text = Rows(select, ", ");
         return text.substr(0, text.empty() ? 0 : text.size() - 2);
+    }
+    /// What "TABLE: column, column" holds: the rows in the order of their texts, equal ones once, with their number.
+    static std::string InTable(const std::string& what)
+    {
+        const std::size_t colon = what.find(": ");
+        Cellar::SqlText select = "SELECT ", between = "";
+        for (std::size_t at = colon + 2, end; at < what.size(); at = end + 2, between = ", ") {
+            end = std::min(what.find(", ", at), what.size());
+            select += between + Cellar::SqlText::Identifier(what.substr(at, end - at));
+        }
+        std::istringstream rows(Rows(select + " FROM " + Cellar::SqlText::Identifier(what.substr(0, colon)), "\1"));
+        std::map<std::string, int> counts;
+        for (std::string row; std::getline(rows, row, '\1');)
+            ++counts[row];
+        std::string text;
+        for (const auto& [row, count] : counts)
+            text += row + (count > 1 ? " (" + std::to_string(count) + " times)\n" : "\n");
+        return text;
     }
 
 private:

@@ -8,14 +8,10 @@
 
 namespace Test
 {
-namespace
-{
-
-using Fields = std::vector<const char*>;
 
 std::string Unescaped(const std::string& text)
 {
-    static const std::string kLetters = "nrt\\", kMeant = "\n\r\t\\";
+    static const std::string kLetters = "nrtb\\", kMeant = "\n\r\t\b\\";
     std::string plain;
     for (std::size_t i = 0; i < text.size(); ++i)
         if (text[i] != '\\')
@@ -27,6 +23,11 @@ std::string Unescaped(const std::string& text)
             plain += kMeant.at(kLetters.find(text[i]));
     return plain;
 }
+
+namespace
+{
+
+using Fields = std::vector<const char*>;
 
 /// The texts of a line, which are kept.
 Fields FieldsIn(const std::string& line)

@@ -14,8 +14,11 @@
 namespace Test
 {
 
+/// \n, \r, \t, \b, \\ and \xHH as the characters for which they stand.
+std::string Unescaped(const std::string& text);
+
 /// The rows below the line "[Suite.Test]", of the running test, in a file that is named as under tests/: fields parted
-/// by tabs, in which \n, \r, \t, \\ and \xHH stand for characters; lines that begin with # are no rows. The texts live
+/// by tabs, in which characters may be escaped; lines that begin with # are no rows. The texts live
 /// as long as the program. Throws when there are no rows.
 const std::vector<std::vector<const char*>>& FieldsOf(const std::string& file);
 
