@@ -2,8 +2,8 @@
 
 // The desktop program on a sample practice, worked by scripts.
 
+#include <set>
 #include <string>
-#include <vector>
 
 #include "Afx/windows/ListCtrl.h"
 #include "Afx/windows/PropertySheet.h"
@@ -17,10 +17,10 @@
 #include "MorvUt/users/UserData.h"
 #include "Shellkit/PracticeKey.h"
 #include "support/Databases.h"
-#include "support/Hands.h"
 #include "support/Practice.h"
+#include "support/Story.h"
 
-class DeskTest : public testing::Test
+class DeskTest : public testing::Test, protected ::Test::Stories
 {
 protected:
     using Hands = ::Test::Hands;
@@ -29,7 +29,14 @@ protected:
     static constexpr char kPassword[] = "correct horse";
     static constexpr char kYear[] = "2017/18"; // of the sample's returns
 
-    explicit DeskTest(::Test::Database kind = ::Test::Database::Embedded) : m_use(kind) {}
+    explicit DeskTest(::Test::Database kind = ::Test::Database::Embedded) : m_use(kind)
+    {
+        Around("Clients", [this](const std::string&, Script inside) { Run(std::move(inside)); });
+        Around("In", [this](const std::string& code, Script inside) { RunIn(code, std::move(inside)); });
+        Around("As ben in", [this](const std::string& code, Script inside) { RunIn(code, std::move(inside), "ben"); });
+        On("Stored", ::Test::Practice::InTable);
+        On("Sql", ::Test::Practice::Script);
+    }
     ~DeskTest() override
     {
         Quarry::RemoveAllListeners();
@@ -42,14 +49,13 @@ protected:
 
     static void InNext(Script script) { ::Test::InNext(std::move(script)); }
     /// Starts the program; a user signs in and works in the list of clients, which is closed then.
-    void Run(Script inClients, const char* user = "alice")
+    void Run(Script inClients, const std::string& user = "alice")
     {
         InNext([this, user](Hands& hands) {
-            hands.Choose(IDC_SIGN_IN_USER, std::string(user) == "alice" ? 0 : 1);
+            hands.Choose(IDC_SIGN_IN_USER, user == "alice" ? 0 : 1);
             hands.Type(IDC_SIGN_IN_PASSWORD, kPassword);
-            if (!m_hasPassword)
+            if (m_withPassword.insert(user).second)
                 hands.Type(IDC_SIGN_IN_AGAIN, kPassword);
-            m_hasPassword = true;
             hands.Click(IDOK);
         });
         InNext([inClients](Hands& hands) {
@@ -59,13 +65,12 @@ protected:
         Desk::Run({::Test::ReplacedAll(m_practice, "'", ""), m_base, "/help"});
     }
     /// The same in the tax year of one client, or partnership.
-    void RunIn(const char* code, Script inYear, const char* user = "alice")
+    void RunIn(const std::string& code, Script inYear, const std::string& user = "alice")
     {
         Run(
-            [code, inYear](Hands& hands) {
+            [this, code, inYear](Hands& hands) {
                 hands.Pick(IDC_CLIENTS_YEAR, kYear);
                 hands.Type(IDC_CLIENTS_SEARCH, code);
-                ASSERT_EQ(Rows(hands, IDC_CLIENTS_LIST).size(), 1u);
                 InNext([inYear](Hands& year) {
                     inYear(year);
                     year.Click(IDCANCEL);
@@ -74,28 +79,13 @@ protected:
             },
             user);
     }
-    /// The rows of a list: texts with " | " between them.
-    static std::vector<std::string> Rows(const Hands& hands, unsigned id)
-    {
-        const auto& list = dynamic_cast<const CListCtrl&>(hands.Control(id));
-        std::vector<std::string> rows;
-        for (int row = 0; row < list.GetItemCount(); ++row) {
-            std::string text;
-            for (int column = 0; column < static_cast<int>(list.GetColumns().size()); ++column)
-                text += (column == 0 ? "" : " | ") + list.GetItemText(row, column).Str();
-            rows.push_back(text);
-        }
-        return rows;
-    }
-    static void NextPage(Hands& hands) { hands.Press(VK_TAB, Afx::kControl); }
-    static std::string Query(const Cellar::SqlText& select) { return ::Test::Practice::Query(select); }
     static std::string Text(const Hands& hands, unsigned id) { return hands.Control(id).Text().Str(); }
 
     Desk::DeskApp m_app;
     ::Test::UseDatabase m_use;
     std::string m_practice = MakePractice(); // as programs are told of it, in quotes where it needs them
     std::string m_base;
-    bool m_hasPassword = false;
+    std::set<std::string> m_withPassword; // who has chosen one
 
 private:
     static std::string MakePractice() { return ::Test::SamplePractice(); }
