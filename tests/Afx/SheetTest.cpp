@@ -3,7 +3,7 @@
 #include "Afx/windows/DataExchange.h"
 #include "Afx/windows/ListCtrl.h"
 #include "Afx/windows/PropertySheet.h"
-#include "support/Hands.h"
+#include "support/Story.h"
 
 namespace
 {
@@ -59,7 +59,7 @@ protected:
 };
 
 /// One field, which must not say "bad" when the page is left, nor "late" when the sheet is applied.
-constexpr Afx::LayoutRow kPageRows[] = {{ControlKind::Field, kName, "", 0, 0}};
+constexpr Afx::LayoutRow kPageRows[] = {{ControlKind::Label, 0, "&Name:", 0, 0}, {ControlKind::Field, kName, "", 0, 1}};
 constexpr Afx::DialogLayout kPage = Afx::LayoutOf("Page", kPageRows);
 
 class CRefusingPage : public CPropertyPage
@@ -79,83 +79,43 @@ public:
     }
 };
 
-} // namespace
-
-TEST(CDialog, IsWorkedByKeyboardAlone)
+class WindowsByHand : public ::testing::Test, protected ::Test::Stories
 {
-    CPersonDialog dialog;
-    for (int round = 0; round < 2; ++round) { // the controls are made anew
-        EXPECT_EQ(::Test::Work(dialog,
-                               [&](::Test::Hands& hands) {
-                                   hands.ExpectFocus(kName);
-                                   hands.Write("Bob");
-                                   EXPECT_TRUE(hands.Press(VK_TAB));
-                                   hands.Write("x");
-                                   EXPECT_TRUE(hands.Press(VK_RETURN));
-                                   hands.ExpectMessage("Please enter a whole number.");
-                                   hands.ExpectFocus(kAge);
-                                   hands.ExpectAllSelected();
-                                   hands.Write("41");
-                                   EXPECT_TRUE(hands.Press(VK_TAB)) << "over what is hidden";
-                                   hands.Write(" ");
-                                   hands.Press(VK_TAB);
-                                   hands.Press(VK_DOWN);
-                                   hands.Press(VK_DOWN);
-                                   hands.Write("r"); // the next that begins so, from the start again
-                                   hands.Press(VK_TAB);
-                                   hands.Write("one");
-                                   hands.Press(VK_RETURN);
-                                   hands.Write("two");
-                                   hands.ExpectText(kNotes, "one\ntwo");
-                                   hands.Press('N', Afx::kAlt);
-                                   hands.ExpectFocus(kName);
-                                   EXPECT_EQ(hands.Control(kAge).GetAccessibleName(), "Age");
-                                   hands.Press(VK_TAB, Afx::kShift);
-                                   hands.ExpectFocus(IDCANCEL);
-                                   hands.Press('G', Afx::kAlt);
-                                   hands.Press(VK_RETURN);
-                               }),
-                  IDOK);
-        EXPECT_EQ(dialog.name, "Bob");
-        EXPECT_EQ(dialog.age, 41);
-        EXPECT_EQ(dialog.tick, 1 - round) << "ticked, and ticked again";
-        EXPECT_EQ(dialog.kind, 0);
+protected:
+    WindowsByHand()
+    {
+        Around("Person", [this](const std::string&, ::Test::Acts inside) {
+            EXPECT_EQ(::Test::Work(m_person, inside), IDOK);
+            EXPECT_EQ(CWnd::GetFocus(), nullptr);
+        });
+        On("The person is", [this] {
+            return m_person.name.Str() + ", " + std::to_string(m_person.age) + ", tick " +
+                   std::to_string(m_person.tick) + ", kind " + std::to_string(m_person.kind);
+        });
+        m_sheet.AddPage(&m_first);
+        m_sheet.AddPage(&m_second);
+        Around("Sheet", [this](const std::string& result, ::Test::Acts inside) {
+            EXPECT_EQ(std::to_string(::Test::Work(m_sheet, inside)), result);
+        });
+        On("The program goes to page", [this](const std::string& page) { m_sheet.SetActivePage(std::stoi(page)); });
+        On("On page", [this](const std::string& page) { EXPECT_EQ(std::to_string(m_sheet.GetActiveIndex()), page); });
+        On("The page has changed", [this] { m_sheet.GetActivePage()->SetModified(); });
+        On("Not accepted", [this] { EXPECT_FALSE(m_sheet.WasAccepted()); });
+        On("Accepted", [this] { EXPECT_TRUE(m_sheet.WasAccepted() && m_sheet.IsOpen()); });
+        On("Pages applied",
+           [this] { return std::to_string(m_first.applied) + " and " + std::to_string(m_second.applied); });
+        On("The first page closes its sheet when it is applied", [this] { m_first.closesSheet = true; });
     }
-}
 
-TEST(CPropertySheet, IsAcceptedByAllPagesOrStaysOpen)
-{
-    CPropertySheet sheet("Sheet");
-    CRefusingPage first, second;
-    sheet.AddPage(&first);
-    sheet.AddPage(&second);
-    EXPECT_EQ(::Test::Work(sheet,
-                           [&](::Test::Hands& hands) {
-                               hands.Type(kName, "bad");
-                               EXPECT_FALSE(sheet.SetActivePage(1));
-                               hands.Click(IDOK);
-                               EXPECT_FALSE(sheet.WasAccepted());
-                               hands.Type(kName, "late");
-                               EXPECT_TRUE(hands.Press(VK_TAB, Afx::kControl));
-                               EXPECT_EQ(sheet.GetActivePage(), &second);
-                               second.SetModified();
-                               hands.Click(ID_APPLY_NOW);
-                               EXPECT_FALSE(sheet.WasAccepted());
-                               EXPECT_EQ(sheet.GetActivePage(), &first) << "the one that refused";
-                               hands.Type(kName, "good");
-                               hands.Click(ID_APPLY_NOW);
-                               EXPECT_TRUE(sheet.WasAccepted());
-                               EXPECT_TRUE(sheet.IsOpen());
-                               EXPECT_FALSE(sheet.GetDlgItem(ID_APPLY_NOW)->IsWindowEnabled());
-                               hands.Press(VK_RETURN);
-                           }),
-              IDOK);
-    EXPECT_EQ(first.applied, 2);
-    EXPECT_EQ(second.applied, 2);
-    first.closesSheet = true;
-    EXPECT_EQ(::Test::Work(sheet, [](::Test::Hands& hands) { hands.Click(IDOK); }), IDCANCEL) << "the program's word";
-    EXPECT_EQ(second.applied, 2);
-}
+private:
+    CPersonDialog m_person;
+    CPropertySheet m_sheet{"Sheet"};
+    CRefusingPage m_first, m_second;
+};
+
+STORIES(WindowsByHand, "Afx/Windows.story");
+
+} // namespace
 
 TEST(CComboBox, KeepsItsChoiceWhileItsListGrows)
 {
@@ -185,6 +145,7 @@ TEST(CDialog, KeepsOthersWaiting)
                                [&](::Test::Hands&) {
                                    EXPECT_FALSE(Afx::UserActs::Click(*outer.GetDlgItem(IDOK)));
                                    EXPECT_FALSE(outer.DeliverCommand(IDOK));
+                                   EXPECT_EQ(inner.DoModal(), -1) << "open already";
                                    inner.EndDialog(4);
                                }),
                   4);

@@ -31,57 +31,16 @@ CAmt ReadAmount(const char* text)
 
 TEST(CAmtParse, ReadsWhatUsersType)
 {
-    // in: ten-thousandths
-    const ::Test::Case<std::int64_t, std::vector<const char*>> rows[] = {
-        {0, {"0", "-0"}},
-        {50'000, {"5", "£5", "\t 5 \r\n", "000000000000000000000000005"}},
-        {125'000, {"12.5", "12.50", "+12.50", "12.50 +"}},
-        {120'000, {"12."}},
-        {5'000, {".5"}},
-        {-500, {"-.05"}},
-        {123'456, {"12.3456", "12.345600"}},
-        {12'345'600, {"1234.56", "1,234.56"}},
-        {1'234'567'800, {"123456.78"}},
-        {123'456'780'000, {"12345678"}},
-        {1'234'567'890'000, {"123456789"}},
-        {-12'345'670'000, {"-1234567", "-1,234,567"}},
-        {-125'000, {"-12.50", "12.50-", "(12.50)"}},
-        {-12'345'600, {" ( £ 1,234.56 ) "}},
-        {-50'000, {"-£5", "£ -5", "£(5)"}},
-        {kMax, {"922337203685477.5807", "922,337,203,685,477.5807"}},
-        {kMin, {"-922337203685477.5808", "(922337203685477.5808)"}},
-    };
-    for (const auto& row : rows)
-        for (const char* const text : row.out)
-            EXPECT_EQ(ReadAmount(text), CAmt(row.in)) << text;
+    for (const auto& [amount, text, why] : ::Test::Table<std::int64_t, const char*>("Kiln/CAmt.tsv"))
+        EXPECT_EQ(ReadAmount(text), CAmt(amount)) << text;
 }
 
 TEST(CAmtParse, RefusesAndSaysHowToMendIt)
 {
-    const ::Test::Case<const char*, std::vector<const char*>> rows[] = {
-        {"needs digits", {"-", ".", "£", "()", ".-", "-.-", ".£"}},
-        {"One sign", {"--5", "+-5", "-5-", "5--", "(-5)", "-(5)", "(5-)", "((5))", "(5)-", "(5)+"}},
-        {"both sides", {"(5", "5)", "(5))", "5("}},
-        {"groups of three",
-         {"1,23", "1,2345", "1234,567", "1,234567", "1,,234", "1,234,", "1,", "12.345,6", "12.34,567", "1,23.45", ",5",
-          ",500", "£,500"}},
-        {"four decimals", {"1.23456", "1.00001"}},
-        {"too large",
-         {"922337203685477.5808", "-922337203685477.5809", "1000000000000000", "1844674407370956",
-          "99999999999999999999999"}},
-        {"\"x\" does not belong", {"x", "5x", "(5x", "0x10"}},
-        {"does not belong",
-         {"$5", "1e5", "nan", "inf",
-          "\xA3"
-          "5",
-          "\xC2", "1234:678", "123/5678"}},
-        {"wrong place", {"5 5", "1 234", "1.2.3", "1,234.56.", "££5", "5£", ".-5", "5+5"}},
-    };
-    for (const auto& row : rows)
-        for (const char* const text : row.out) {
-            EXPECT_EQ(ReadAmount(text), CAmt::Invalid()) << text;
-            EXPECT_GE(CAmt::WhyNotAmount(text).Find(row.in), 0) << text << ": " << CAmt::WhyNotAmount(text);
-        }
+    for (const auto& [reason, text, why] : ::Test::Table<const char*, const char*>("Kiln/CAmt.tsv")) {
+        EXPECT_EQ(ReadAmount(text), CAmt::Invalid()) << text;
+        EXPECT_GE(CAmt::WhyNotAmount(text).Find(reason), 0) << text << ": " << CAmt::WhyNotAmount(text);
+    }
     EXPECT_EQ(CAmt::WhyNotAmount("5€"), "\"€\" does not belong in an amount; write it as in 1,234.56")
         << "a whole character";
     for (const char* const blank : {"", "  \t"}) {

@@ -3,29 +3,16 @@
 #include "Kiln/controls/AmtEdit.h"
 #include "Kiln/controls/DoubleEdit.h"
 #include "Kiln/controls/SortListCtrl.h"
-#include "support/Case.h"
 #include "support/Hands.h"
+#include "support/Table.h"
 
 TEST(CAmtEdit, TakesSumsAndShowsWhatTheyMake)
 {
-    using Row = ::Test::Row<const char*, const char*, const char*>;
     CWnd around;
     Kiln::CAmtEdit edit;
     edit.Create(&around, 7);
-    for (const auto& [typed, preview, left, why] : {
-             Row("120+35.50", "= 155.50", "155.50", "a sum"),
-             Row("1,000 - 250", "= 750.00", "750.00", ""),
-             Row("-5+-7", "= -12.00", "-12.00", "each with its own sign"),
-             Row("(5)+2-(1)", "= -2.00", "-2.00", "brackets are a sign"),
-             Row("12-", "", "-12.00", "a sign behind, no sum"),
-             Row("1234567.8", "", "1,234,567.80", "one amount"),
-             Row("1+", "", "1.00", "a sign behind"),
-             Row("1++2", "= 3.00", "3.00", ""),
-             Row("1+x", "", "1+x", "no amount"),
-             Row("A 12", "", "A 12.00", "automatic"),
-             Row("922337203685477.58+1", "", "922337203685477.58+1", "beyond what is held"),
-             Row("", "", "", "empty"),
-         }) {
+    for (const auto& [typed, preview, left, why] :
+         ::Test::Table<const char*, const char*, const char*>("Kiln/Controls.tsv")) {
         SCOPED_TRACE(typed);
         edit.SetWindowText("");
         Afx::HeadlessWindowSystem::Type(edit, typed);
@@ -45,17 +32,8 @@ TEST(CAmtEdit, TakesSumsAndShowsWhatTheyMake)
 
 TEST(CDoubleEdit, ReadsNumbersAndWritesThemShort)
 {
-    using Row = ::Test::Row<const char*, std::optional<double>, const char*>;
-    for (const auto& [typed, number, written, why] : {
-             Row("33.33333333", 33.33333333, "33.33333333", ""),
-             Row(" 12.50 % ", 12.5, "12.5", "a sign behind"),
-             Row("1,234.5", 1234.5, "1234.5", "groups of three"),
-             Row("1,23", std::nullopt, "", "a slip must not become a number"),
-             Row("-0", -0.0, "0", ""),
-             Row("1e5", std::nullopt, "", ""),
-             Row("nan", std::nullopt, "", ""),
-             Row("%", std::nullopt, "", ""),
-         }) {
+    for (const auto& [typed, number, written, why] :
+         ::Test::Table<const char*, std::optional<double>, const char*>("Kiln/Controls.tsv")) {
         SCOPED_TRACE(typed);
         EXPECT_EQ(Kiln::ParseNumber(typed), number) << why;
         if (number) {

@@ -63,17 +63,12 @@ TEST(CDateEdit, ShowsWhatItReadsAgain)
 
 TEST(CDateEdit, TakesALaterYearACenturyBack)
 {
-    const ::Test::Case<const char*, CDate> rows[] = {
-        {"15/6/24", {2024, 6, 15}, "the latest day"}, {"16/6/24", {1924, 6, 16}, "a day later"},
-        {"25/12", {1924, 12, 25}, "no year"},         {"16/6/2024", {2024, 6, 16}, "four digits stand"},
-        {"16062024", {2024, 6, 16}, "run together"},  {"29/2/28", {1928, 2, 29}, "leap day"},
-    };
     ::Test::SetNow(2024, 6, 15);
     CDateEdit edit;
     edit.SetLatest({2024, 6, 15});
-    for (const auto& row : rows) {
-        edit.SetWindowText(row.in);
-        EXPECT_EQ(edit.GetDate(), row.out) << row.why;
+    for (const auto& [text, date, why] : ::Test::Table<const char*, const char*>("Kiln/DateEdit.tsv")) {
+        edit.SetWindowText(text);
+        EXPECT_EQ(edit.GetDate().FormatIso(), date) << why;
     }
     edit.SetLatest({});
     edit.SetWindowText("16/6/24");
@@ -82,18 +77,13 @@ TEST(CDateEdit, TakesALaterYearACenturyBack)
 
 TEST(CDateEdit, RewritesADateThatIsLeft)
 {
-    const ::Test::Case<const char*, const char*> rows[] = {
-        {"5 apr 24", "05/04/2024", "in full"},         {"6/4", "06/04/2023", "with the handler's year"},
-        {"29/2", "29/2", "that year has no such day"}, {"31/4/24", "31/4/24", "no date stays to be mended"},
-        {"Unknown", "Unknown", "other words stay"},    {"  ", "  ", "blank"},
-    };
     const CDateEdit::YearHandlerScope scope([](int, int) { return 2023; });
-    for (const auto& row : rows) {
+    for (const auto& [typed, left, why] : ::Test::Table<const char*, const char*>("Kiln/DateEdit.tsv")) {
         CDateEdit edit;
-        Afx::HeadlessWindowSystem::Type(edit, row.in);
-        EXPECT_EQ(::Test::TextOf(edit), row.in) << row.why;
+        Afx::HeadlessWindowSystem::Type(edit, typed);
+        EXPECT_EQ(::Test::TextOf(edit), typed) << why;
         Afx::HeadlessWindowSystem::Leave();
-        EXPECT_EQ(::Test::TextOf(edit), row.out) << row.why;
+        EXPECT_EQ(::Test::TextOf(edit), left) << why;
     }
 }
 

@@ -1,4 +1,4 @@
-// What must bring no program down, whatever the user, the application or the desktop does meanwhile.
+// What the stories of hard use need beside the window that is used.
 
 #include <gtest/gtest.h>
 
@@ -7,13 +7,12 @@
 #include "Afx/windows/DataExchange.h"
 #include "Afx/windows/PropertySheet.h"
 #include "Kiln/controls/AmtEdit.h"
-#include "support/Hands.h"
+#include "support/Story.h"
 
 namespace
 {
 
 using Afx::ControlKind;
-using ::Test::Hands;
 using Shown = Afx::HeadlessWindowSystem::Shown;
 
 constexpr unsigned kAmount = 101, kKind = 102, kText = 103, kAsk = 104, kEnding = 105;
@@ -72,129 +71,61 @@ private:
     Kiln::CAmtEdit m_amount;
 };
 
-/// What the application does while the next message box is shown.
-template<class Act>
-void WhileAsked(Act act)
+class HardUse : public ::testing::Test, protected ::Test::Stories
 {
-    ::Test::Windows().OnUnexpected([act, asked = false](const Shown& shown) mutable {
-        if (!std::exchange(asked, true))
-            act();
-        return Afx::SafeAnswer(shown.style);
-    });
-}
+protected:
+    HardUse()
+    {
+        Around("Sheet", [this](const std::string&, ::Test::Acts inside) { WorkInSheet(inside); });
+        On("A button that ends is put there", [this] { m_page->Adopt(std::make_unique<CButtonThatEnds>(), kEnding); });
+        On("A field that ends is put there",
+           [this] { m_page->Adopt(std::make_unique<CFieldThatEnds>(), kEnding).SetAccessibleName("Ends"); });
+        On("While asked: another box is shown", [] { WhileAsked([] { AfxMessageBox("Another one."); }); });
+        On("While asked: the sheet is closed", [this] { WhileAsked([this] { m_sheet->EndDialog(IDOK); }); });
+        On("While asked: the sheet is destroyed", [this] { WhileAsked([this] { m_sheet->DestroyWindow(); }); });
+        On("The sheet is open", [this] { EXPECT_TRUE(m_sheet->IsOpen()); });
+        On("The sheet has ended", [this] { EXPECT_FALSE(m_sheet->IsOpen()); });
+        On("The list of kinds is emptied", [this] { Control<CComboBox>("Kind").ResetContent(); });
+        On("The list of kinds is closed", [this] { EXPECT_FALSE(Control<CComboBox>("Kind").GetDroppedState()); });
+        On("No amount", [this] { EXPECT_FALSE(Control<Kiln::CAmtEdit>("Amount").GetAmt().IsValid()); });
+        On("At once", [this](const std::string& name, const std::string& text) {
+            const std::size_t times = text.find('*'); // "7*200": two hundred of them
+            Afx::UserActs::Edit(
+                Control(name),
+                times == text.npos ? text : std::string(std::stoul(text.substr(times + 1)), text.front()), 0);
+        });
+    }
 
-constexpr char kMegabyteRefused[] = "The text is too long: this field takes 32767 characters. Nothing was pasted.";
-// A Hebrew letter, an e with an accent of its own, and one beyond two bytes.
-constexpr char kMixed[] = "\u05d0e\u0301\U0001F600";
-
-struct HardUse
-{
-    const char* what;
-    void (*act)(Hands&, CPropertySheet&, CRoughPage&);
-};
-
-const HardUse kUses[] = {
-    {"a button ends in its own handler",
-     [](Hands& hands, CPropertySheet&, CRoughPage& page) {
-         page.Adopt(std::make_unique<CButtonThatEnds>(), kEnding);
-         hands.Click(kEnding);
-         EXPECT_EQ(page.GetDlgItem(kEnding), nullptr);
-     }},
-    {"a field ends while it is typed into",
-     [](Hands& hands, CPropertySheet&, CRoughPage& page) {
-         page.Adopt(std::make_unique<CFieldThatEnds>(), kEnding).SetAccessibleName("Ends");
-         hands.Click(kEnding);
-         hands.Write("12");
-         EXPECT_EQ(page.GetDlgItem(kEnding), nullptr);
-     }},
-    {"a message is shown during a message",
-     [](Hands& hands, CPropertySheet& sheet, CRoughPage&) {
-         WhileAsked([] { AfxMessageBox("Another one."); });
-         hands.Click(kAsk);
-         hands.ExpectMessage("Is this so?");
-         hands.ExpectMessage("Another one.");
-         EXPECT_TRUE(sheet.IsOpen());
-         hands.Type(kText, "still there");
-         hands.ExpectText(kText, "still there");
-     }},
-    {"the application closes the sheet during a message of its page",
-     [](Hands& hands, CPropertySheet& sheet, CRoughPage&) {
-         WhileAsked([&sheet] { sheet.EndDialog(IDOK); });
-         hands.Click(kAsk);
-         hands.ExpectMessage("Is this so?");
-         EXPECT_FALSE(sheet.IsOpen());
-     }},
-    {"the application destroys the sheet during a message of its page",
-     [](Hands& hands, CPropertySheet& sheet, CRoughPage&) {
-         WhileAsked([&sheet] { sheet.DestroyWindow(); });
-         hands.Click(kAsk);
-         hands.ExpectMessage("Is this so?");
-         EXPECT_FALSE(sheet.IsOpen());
-     }},
-    {"a list is filled anew while it drops",
-     [](Hands& hands, CPropertySheet&, CRoughPage& page) {
-         auto& combo = dynamic_cast<CComboBox&>(hands.Control(kKind));
-         for (const char* const chosen : {"second", "second"}) {
-             hands.Press('K', Afx::kAlt);
-             hands.Press(VK_F4);
-             hands.Press(VK_DOWN);
-             hands.Press(VK_DOWN);
-             hands.Press(VK_RETURN);
-             hands.ExpectText(kKind, chosen);
-         }
-         hands.Press(VK_F4);
-         combo.ResetContent(); // by something else in the program
-         hands.Press(VK_DOWN);
-         hands.Press(VK_ESCAPE);
-         EXPECT_FALSE(combo.GetDroppedState());
-         EXPECT_NE(page.GetDlgItem(kKind), nullptr);
-     }},
-    {"an amount is a megabyte long, and typed as no amount is",
-     [](Hands& hands, CPropertySheet&, CRoughPage&) {
-         hands.Click(kAmount);
-         auto& amount = dynamic_cast<Kiln::CAmtEdit&>(hands.Control(kAmount));
-         Afx::UserActs::Edit(amount, std::string(1 << 20, '7'), 3);
-         hands.ExpectMessage("The text is too long: this field takes 200 characters. Nothing was pasted.");
-         hands.ExpectText(kAmount, "");
-         Afx::UserActs::Edit(amount, std::string(200, '7'), 0);
-         EXPECT_FALSE(amount.GetAmt().IsValid());
-         hands.Type(kAmount, "");
-         Afx::UserActs::Edit(amount, kMixed, 0);
-         EXPECT_FALSE(amount.GetAmt().IsValid());
-         hands.Type(kAmount, "12.5");
-         hands.Press(VK_TAB);
-         hands.ExpectText(kAmount, "12.50");
-     }},
-    {"letters run from right to left and combine",
-     [](Hands& hands, CPropertySheet&, CRoughPage&) {
-         auto& text = dynamic_cast<CEdit&>(hands.Control(kText));
-         hands.Click(kText);
-         Afx::UserActs::Edit(text, std::string(1 << 20, '7'), 3);
-         hands.ExpectMessage(kMegabyteRefused);
-         hands.ExpectText(kText, "");
-         hands.Write(kMixed);
-         hands.ExpectText(kText, kMixed);
-         hands.Press(VK_END);
-         hands.Write("\b\b");
-         hands.ExpectText(kText, "\u05d0e");
-     }},
-};
-
-} // namespace
-
-TEST(HardUse, BringsNoWindowDown)
-{
-    for (const HardUse& use : kUses) {
-        SCOPED_TRACE(use.what);
+private:
+    void WorkInSheet(const ::Test::Acts& inside)
+    {
         CRoughPage page;
         CPropertySheet sheet("Sheet");
+        m_page = &page;
+        m_sheet = &sheet;
         sheet.AddPage(&page);
-        ::Test::Work(sheet, [&](Hands& hands) {
-            use.act(hands, sheet, page);
+        ::Test::Work(sheet, [&](::Test::Hands& hands) {
+            inside(hands);
             if (sheet.IsOpen())
                 hands.Click(IDCANCEL);
         });
         EXPECT_FALSE(sheet.IsOpen());
         EXPECT_EQ(CWnd::GetFocus(), nullptr);
     }
-}
+    /// What the application does while the next message box is shown.
+    static void WhileAsked(std::function<void()> act)
+    {
+        ::Test::Windows().OnUnexpected([act, asked = false](const Shown& shown) mutable {
+            if (!std::exchange(asked, true))
+                act();
+            return Afx::SafeAnswer(shown.style);
+        });
+    }
+
+    CRoughPage* m_page = nullptr;
+    CPropertySheet* m_sheet = nullptr;
+};
+
+STORIES(HardUse, "Kiln/HardUse.story");
+
+} // namespace

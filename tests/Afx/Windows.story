@@ -1,0 +1,70 @@
+# A dialog and a sheet of their own.
+
+== Dialog is worked by keyboard alone
+Person
+    Focus Name
+    Write Bob
+    Press Tab
+    Write x
+    Press Enter
+    Message Please enter a whole number.
+    Focus Age
+    All selected
+    Write 41
+    # over what is hidden
+    Press Tab
+    Write " "
+    Press Tab Down Down
+    # the next that begins so, from the start again
+    Write r
+    Press Tab
+    Write one
+    Press Enter
+    Write two
+    Text #105: one\ntwo
+    Press Alt+N
+    Focus Name
+    Press Shift+Tab
+    Focus Cancel
+    Press Alt+G
+    Focus Age
+    Press Enter
+The person is
+    Bob, 41, tick 1, kind 0
+# the controls are made anew
+Person
+    Text Name: Bob
+    Text Age: 41
+    Press Alt+T
+    Press Enter
+The person is
+    Bob, 41, tick 0, kind 0
+
+== Sheet is accepted by all pages or stays open
+Sheet 1
+    Type Name: bad
+    The program goes to page 1
+    On page 0
+    Click OK
+    Not accepted
+    Type Name: late
+    Press Ctrl+Tab
+    On page 1
+    The page has changed
+    # back to the one that refused
+    Click Apply
+    Not accepted
+    On page 0
+    Type Name: good
+    Click Apply
+    Accepted
+    Disabled Apply
+    Press Enter
+Pages applied
+    2 and 2
+# the program's word
+The first page closes its sheet when it is applied
+Sheet 2
+    Click OK
+Pages applied
+    3 and 2

@@ -1,0 +1,77 @@
+# What must bring no program down, whatever the user, the application or the desktop does meanwhile.
+
+== A button ends in its own handler
+Sheet
+    A button that ends is put there
+    Click #105
+    Gone #105
+
+== A field ends while it is typed into
+Sheet
+    A field that ends is put there
+    Click Ends
+    Write 12
+    Gone Ends
+
+== A message is shown during a message
+Sheet
+    While asked: another box is shown
+    Click Ask
+    Message Is this so?
+    Message Another one.
+    The sheet is open
+    Type Text: still there
+    Text Text: still there
+
+== The application closes the sheet during a message of its page
+Sheet
+    While asked: the sheet is closed
+    Click Ask
+    Message Is this so?
+    The sheet has ended
+
+== The application destroys the sheet during a message of its page
+Sheet
+    While asked: the sheet is destroyed
+    Click Ask
+    Message Is this so?
+    The sheet has ended
+
+== A list is filled anew while it drops
+Sheet
+    Press Alt+K F4 Down Down Enter
+    Text Kind: second
+    Press Alt+K F4 Down Down Enter
+    Text Kind: second
+    Press F4
+    The list of kinds is emptied
+    Press Down Escape
+    The list of kinds is closed
+
+== An amount is a megabyte long and typed as no amount is
+Sheet
+    Click Amount
+    At once Amount: 7*1048576
+    Message The text is too long: this field takes 200 characters. Nothing was pasted.
+    Text Amount:
+    At once Amount: 7*200
+    No amount
+    Type Amount:
+    # a Hebrew letter, an e with an accent of its own, and one beyond two bytes
+    At once Amount: אé😀
+    No amount
+    Type Amount: 12.5
+    Press Tab
+    Text Amount: 12.50
+
+== Letters run from right to left and combine
+Sheet
+    Click Text
+    At once Text: 7*1048576
+    Message The text is too long: this field takes 32767 characters. Nothing was pasted.
+    Text Text:
+    Write אé😀
+    Text Text: אé😀
+    Press End
+    Write \b\b
+    Text Text: אe
