@@ -8,8 +8,8 @@
 #include "MorvUt/ui/edits/TextExtents.h"
 #include "MorvUt/ui/lists/BanksComboBox.h"
 #include "MorvUt/ui/lists/ListCombos.h"
-#include "support/Hands.h"
 #include "support/Practice.h"
+#include "support/Story.h"
 
 namespace
 {
@@ -27,55 +27,84 @@ struct PairOfDates : CDialog
         to.Create(this, kSecond);
         underwriting.Create(this, kThird);
         plain.Create(this, kFourth);
+        from.SetAccessibleName("From");
+        to.SetAccessibleName("To");
+        underwriting.SetAccessibleName("Underwriting");
+        plain.SetAccessibleName("Plain");
     }
     CPairedDateEdit from{to, false}, to{from, true};
     CUnderwritingDateEdit underwriting;
     CSystemDateEdit plain;
 };
 
-class UiControls : public ::testing::Test, protected ::Test::Practice
+struct Countries : CDialog
+{
+    Countries()
+    {
+        Adopt(std::make_unique<CComboBox>(), kFirst);
+        Adopt(std::make_unique<CComboBox>(), kSecond);
+        plain.SubclassDlgItem(kFirst, this);
+        cool.SubclassDlgItem(kSecond, this);
+        plain.SetAccessibleName("Plain");
+        cool.SetAccessibleName("Cool");
+    }
+    TXCountryComboBox plain;
+    TXCountryCoolComboBox cool;
+};
+
+class UiControls : public ::testing::Test, protected ::Test::Practice, protected ::Test::Stories
 {
 protected:
-    UiControls() { SetCurrentTaxYear(2024 - 1991); }
+    UiControls()
+    {
+        SetCurrentTaxYear(2024 - 1991);
+        Around("Dates", [](const std::string&, ::Test::Acts inside) {
+            const Kiln::CDate::YearHandler outer = Kiln::CDate::SetYearHandler([](int, int) { return 1999; });
+            PairOfDates dialog;
+            Work(dialog, std::move(inside));
+            EXPECT_EQ(CPairedDateEdit::m_pStaticPairedEdit, nullptr);
+            EXPECT_EQ(Kiln::CDate::SetYearHandler(outer)(1, 1), 1999) << "what was there before is back";
+        });
+        On("Another return than of underwriting",
+           [this] { Control<CUnderwritingDateEdit>("Underwriting").m_bUnderwriting = false; });
+        Around("Countries", [](const std::string&, ::Test::Acts inside) {
+            Sql("INSERT INTO BRIXCountry (lID, strName, strAbbr, strCurrency, strCurrencyAbbr, bEU) VALUES "
+                "(1, 'Jersey', 'JEY', 'Pound', 'GBP', 0), (2, 'France', 'FRA', 'Euro', 'EUR', 1)");
+            Countries dialog;
+            Work(dialog, std::move(inside));
+        });
+        On("Plain is of the EU alone", [this](const std::string& yes) {
+            Control<TXCountryComboBox>("Plain").SetShowEUCountriesOnly(yes == "yes");
+        });
+        On("Chosen in Plain", [this] { return Chosen(Control<TXCountryComboBox>("Plain")); });
+        On("Chosen in Cool", [this] { return Chosen(Control<TXCountryCoolComboBox>("Cool")); });
+        On("Cool drops while it is built anew", [this] {
+            auto& cool = Control<TXCountryCoolComboBox>("Cool");
+            Afx::UserActs::Drop(cool, true);
+            cool.BuildCountryList();
+            EXPECT_TRUE(cool.GetDroppedState());
+        });
+        On("Cool is closed", [this] { EXPECT_FALSE(Control<CComboBox>("Cool").GetDroppedState()); });
+    }
     ~UiControls() override { CCurrentTaxYearSingleton::Destroy(); }
-    static std::string Items(const CComboBox& combo)
+    static std::string Chosen(const auto& combo)
+    {
+        return (combo.GetCurSelCountry() + " " + combo.GetCurSelCountryAbbr() + " " + combo.GetCurSelCurrency() + " " +
+                combo.GetCurSelCurrencyAbbr())
+            .Str();
+    }
+    std::string Items(const CComboBox& combo) const
     {
         std::string items;
-        CString text;
-        for (int i = 0; combo.GetLBText(i, text); ++i)
-            items += (i ? "|" : "") + text.Str();
+        for (const std::string& item : RowsOf(combo))
+            items += (items.empty() ? "" : "|") + item;
         return items;
     }
 };
 
-} // namespace
+STORIES(UiControls, "MorvUt/ui/Controls.story");
 
-TEST_F(UiControls, DatesWithoutAYearTakeTheirPlaceBesideEachOther)
-{
-    const Kiln::CDate::YearHandler outer = Kiln::CDate::SetYearHandler([](int, int) { return 1999; });
-    PairOfDates dialog;
-    Work(dialog, [&](Hands& hands) {
-        hands.Type(kFirst, "1/6");
-        hands.Type(kSecond, "1/5"); // leaves the first
-        hands.ExpectText(kFirst, "01/06/2023");
-        hands.Type(kThird, "1/5"); // leaves the second
-        hands.ExpectText(kSecond, "01/05/2024");
-        hands.Type(kFirst, "2/5");
-        hands.ExpectText(kThird, "01/05/2023");
-        Afx::UserActs::Focus(dialog.to);
-        hands.ExpectText(kFirst, "02/05/2023");
-        dialog.underwriting.m_bUnderwriting = false;
-        hands.Type(kThird, "1/1");
-        ::Test::Windows().Leave();
-        hands.ExpectText(kThird, "01/01/2024");
-        hands.Type(kFourth, "6/4");
-        ::Test::Windows().Leave();
-        hands.ExpectText(kFourth, "06/04/2023");
-        dialog.EndDialog(IDOK);
-    });
-    EXPECT_EQ(CPairedDateEdit::m_pStaticPairedEdit, nullptr);
-    EXPECT_EQ(Kiln::CDate::SetYearHandler(outer)(1, 1), 1999) << "what was there before is back";
-}
+} // namespace
 
 TEST_F(UiControls, CombosHaveTheirListsAndKeepWhatWasTyped)
 {
@@ -103,40 +132,6 @@ TEST_F(UiControls, CombosHaveTheirListsAndKeepWhatWasTyped)
     TXCharityComboBox charities;
     charities.SubclassDlgItem(kFirst, &around);
     EXPECT_EQ(Items(charities), "Oxfam");
-}
-
-TEST_F(UiControls, CountriesAreChosenByTheirNames)
-{
-    Sql("INSERT INTO BRIXCountry (lID, strName, strAbbr, strCurrency, strCurrencyAbbr, bEU) VALUES "
-        "(1, 'Jersey', 'JEY', 'Pound', 'GBP', 0), (2, 'France', 'FRA', 'Euro', 'EUR', 1)");
-    CDialog dialog;
-    dialog.Adopt(std::make_unique<CComboBox>(), kFirst);
-    dialog.Adopt(std::make_unique<CComboBox>(), kSecond);
-    TXCountryComboBox plain;
-    TXCountryCoolComboBox cool;
-    plain.SubclassDlgItem(kFirst, &dialog);
-    cool.SubclassDlgItem(kSecond, &dialog);
-    Work(dialog, [&](Hands& hands) {
-        EXPECT_EQ(Items(plain), "Unassigned|France|Jersey");
-        hands.Pick(kFirst, "jersey");
-        EXPECT_EQ(plain.GetCurSelCountry() + plain.GetCurSelCountryAbbr() + plain.GetCurSelCurrencyAbbr(),
-                  "JerseyJEYGBP");
-        plain.SetShowEUCountriesOnly(1);
-        EXPECT_EQ(Items(plain), "France");
-        EXPECT_EQ(plain.GetCurSelCountry(), "");
-        plain.SetShowEUCountriesOnly(0);
-        hands.Pick(kFirst, "Unassigned");
-        EXPECT_EQ(plain.GetCurSelCurrency(), "");
-        Afx::UserActs::Focus(cool);
-        hands.Write("fr");
-        Afx::UserActs::Drop(cool, true);
-        cool.BuildCountryList();
-        EXPECT_TRUE(cool.Text() == "fr" && cool.GetDroppedState()) << "what is being typed";
-        hands.Press(VK_TAB);
-        EXPECT_FALSE(cool.GetDroppedState());
-        EXPECT_EQ(cool.GetCurSelCurrency() + " " + cool.GetCurSelCountryAbbr(), "Euro FRA") << "completed";
-        dialog.EndDialog(IDOK);
-    });
 }
 
 TEST(CHyperClick, FollowsItselfAndMeasures)

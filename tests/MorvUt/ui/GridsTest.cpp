@@ -1,15 +1,15 @@
-// Grids worked by scripts: new rows, totals, splits, changes of basis.
+// Grids: what their stories need, and totals, splits and changes of basis over whole domains.
 
 #include <random>
 
 #include "Afx/system/Resources.h"
 #include "Afx/windows/DataExchange.h"
+#include "Lattice/GridStories.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "MorvUt/ui/grids/ChangeOfBasisGrid.h"
 #include "MorvUt/ui/grids/DefaultSplit.h"
 #include "MorvUt/ui/grids/EntitySplitGrid.h"
 #include "MorvUt/ui/grids/InsertableGrid.h"
-#include "support/Hands.h"
 #include "support/Practice.h"
 #include "support/Slots.h"
 
@@ -63,26 +63,63 @@ public:
     explicit COneGrid(const Args&... args) : grid(args...)
     {
         grid.Create(this, kGridId);
+        grid.SetAccessibleName("Grid");
         button.Create(this, kButtonId);
+        button.SetWindowText("Delete row");
     }
     Grid grid;
     CButton button;
 };
 
-std::string Shown(const Lattice::CGrid& grid, int column = -1)
-{
-    std::string text;
-    for (int row = 0; row < grid.GetRowCount(); ++row)
-        for (int i = std::max(column, 0); i < (column < 0 ? grid.GetColumnCount() : column + 1); ++i)
-            text += grid.GetCellText(row, i).Str() + (i + 1 < grid.GetColumnCount() && column < 0 ? "|" : "\n");
-    return text;
-}
-
 CAmt OfPence(std::int64_t pence) { return CAmt::FromPence(pence); }
 
-class Splits : public ::testing::Test, protected ::Test::Practice
+class Grids : public ::testing::Test, protected ::Test::Practice, protected ::Test::GridStories
 {
 protected:
+    Grids()
+    {
+        SetCurrentTaxYear(2024 - 1991);
+        ::Test::SetNow(2024, 6, 1, 10, 0, 0); // a leap year, the one before it is none
+        Around("Payments, three at most", [](const std::string&, ::Test::Acts inside) {
+            COneGrid<CPayments> dialog;
+            dialog.grid.SetMaximumRows(3);
+            dialog.grid.SetDeleteButton(&dialog.button);
+            Work(dialog, std::move(inside));
+        });
+        On("Look for a new row", [this] { static_cast<CInsertableGrid&>(Grid()).CheckForNewRow(); });
+        Around("Shares of 100.01 among three", [this](const std::string&, const ::Test::Acts& inside) {
+            COneGrid<CEntitySplitGrid> dialog(columns);
+            list.Open();
+            Fill(dialog.grid, OfPence(10'001), 3);
+            Work(dialog, inside);
+            Fill(dialog.grid, CAmt::kZero, 3, true, true);
+            EXPECT_EQ(InTable("BRIXBTaxNoTaxInvestmentIncomeSplit: lID"), "") << "read-only";
+            Fill(dialog.grid, CAmt::kZero, 3, true);
+        });
+        On("Shares", [this](const std::string& shares) { EXPECT_EQ(Shares(SplitGrid()), shares); });
+        On("By per cent", [this] { SplitGrid().OnUsePCentSplit(1); });
+        On("By amount", [this] { SplitGrid().OnUsePCentSplit(0); });
+        On("The amount becomes",
+           [this](const std::string& pence) { SplitGrid().UpdateNetAmount(OfPence(std::stoi(pence))); });
+        On("The first share is",
+           [this](const std::string& amount) { EXPECT_EQ(SplitGrid().GetShareAmount(0).Format(), amount); });
+        On("The program selects client 1",
+           [this] { EXPECT_TRUE(SplitGrid().SelectClient(1, 0) && !SplitGrid().SelectClient(1, 1)); });
+        Around("A third each", [](const std::string&, ::Test::Acts inside) {
+            CDefaultSplitBaseDlg sheet("Split");
+            CDefaultSplitBasePage page;
+            sheet.AddPage(&page);
+            EXPECT_EQ(page.GetRemainingGrid().GetCellText(0, 1), "100.00000000") << "without rows";
+            page.SetRow(0, 33.33333333);
+            page.SetRow(2, 33.33333334);
+            page.SetRow(1, 33.33333333);
+            EXPECT_EQ(Work(sheet, std::move(inside)), IDOK);
+            page.SetReadOnly(true);
+            EXPECT_TRUE(page.Validate());
+        });
+        On("Stored", InTable);
+    }
+    ~Grids() override { CCurrentTaxYearSingleton::Destroy(); }
     void Fill(CEntitySplitGrid& grid, const CAmt& amount, int count, bool saves = false, bool readOnly = false)
     {
         CEntityArray entities;
@@ -91,9 +128,21 @@ protected:
         CDataExchange exchange(nullptr, saves);
         grid.DDXFunc(&exchange, amount, entities, 0, readOnly, list);
     }
+    CEntitySplitGrid& SplitGrid() const { return static_cast<CEntitySplitGrid&>(Grid()); }
+    /// Of the amount, of each entity, and what is left; "-" for nothing.
+    static std::string Shares(const CEntitySplitGrid& grid)
+    {
+        std::string text;
+        for (int row = 0; row < grid.GetRowCount(); ++row) {
+            const CString share = grid.GetCellText(row, CEntitySplitGrid::kShare);
+            text += (row ? ", " : "") + (share.IsEmpty() ? "-" : share.Str());
+        }
+        return text;
+    }
     Split list;
     const CEntitySplitGrid::ShareColumns columns{Split::kClientID, -1, Split::kShare, -1};
 };
+STORIES(Grids, "MorvUt/ui/Grids.story");
 
 } // namespace
 
@@ -106,63 +155,6 @@ TEST(InsertableGridSlots, StandInTheOrderThatModulesAreBuiltFor)
     EXPECT_TRUE(::Test::AreConsecutive(&CTotallingGrid::GetCellAmt, &CTotallingGrid::SetTotal));
     using S = CEntitySplitGrid;
     EXPECT_TRUE(::Test::AreConsecutive(&S::CPSGetClientID, &S::PPSGetPClientID, &S::ParentNewCPS, &S::ParentNewPPS));
-}
-
-TEST(CInsertableGrid, OffersABlankRowUpToItsMaximum)
-{
-    SetCurrentTaxYear(2024 - 1991);
-    ::Test::SetNow(2024, 6, 1, 10, 0, 0); // a leap year, the one before it is none
-    COneGrid<CPayments> dialog;
-    CPayments& grid = dialog.grid;
-    grid.SetMaximumRows(3);
-    grid.SetDeleteButton(&dialog.button);
-    Work(dialog, [&](Hands& hands) {
-        grid.CheckForNewRow();
-        EXPECT_EQ(Shown(grid), "||A||\n") << "the first, with its automatic cell";
-        grid.CheckForNewRow();
-        EXPECT_EQ(grid.GetRowCount(), 1) << "nothing behind a blank one";
-        Afx::UserActs::Focus(grid);
-        hands.Write("29/2");
-        hands.Press(VK_TAB);
-        hands.ExpectMessage("29 February 2023 does not exist; February 2023 has 28 days");
-        hands.Write("6/4/24");
-        hands.Press(VK_TAB);
-        EXPECT_EQ(grid.GetRowCount(), 1) << "net is not filled";
-        hands.Write("80+10");
-        hands.Press(VK_TAB);
-        EXPECT_EQ(grid.GetRowCount(), 2);
-        hands.Write("10");
-        hands.Press(VK_TAB);
-        EXPECT_EQ(Shown(grid), "06/04/2024|90.00|10.00|100.00|\n||A||\n");
-        grid.GoTo(1, 0);
-        ::Test::Windows().SetClipboard("\t1\n\t3\t4\t7\n");
-        hands.Press('V', Afx::kControl);
-        hands.ExpectMessage("Nothing was pasted. Row 3, Gross: this cell cannot be changed.");
-        EXPECT_EQ(grid.GetRowCount(), 2) << "nor was a row added for it";
-        ::Test::Windows().SetClipboard("\t1\t2\n\t3\t4\n");
-        hands.Press('V', Afx::kControl);
-        EXPECT_EQ(Shown(grid), "06/04/2024|90.00|10.00|100.00|\n|1.00|2.00|3.00|\n|3.00|4.00|7.00|\n");
-        grid.GoTo(2, 0);
-        hands.Press('V', Afx::kControl);
-        hands.ExpectMessage("Nothing was pasted: there is no room for so many rows.");
-        EXPECT_EQ(Shown(grid), "06/04/2024|90.00|10.00|100.00|\n|1.00|2.00|3.00|\n|3.00|4.00|7.00|\n") << "as before";
-        hands.Answer(IDYES);
-        hands.Press(VK_DELETE, Afx::kControl);
-        hands.ExpectMessage("Delete this row?");
-        EXPECT_EQ(grid.GetRowCount(), 3) << "one deleted, one offered";
-        EXPECT_TRUE(dialog.button.IsWindowEnabled());
-        grid.GoTo(0, 4);
-        hands.Press(VK_DOWN, Afx::kAlt);
-        hands.Press(VK_DOWN);
-        hands.Press(VK_RETURN);
-        hands.Press(VK_RETURN);
-        EXPECT_EQ(grid.GetCellText(0, 4), "Ann's account") << "as the derived grid keeps what was chosen";
-        while (grid.Undo()) {
-        }
-        EXPECT_EQ(Shown(grid), "||A||\n");
-        dialog.EndDialog(IDOK);
-    });
-    CCurrentTaxYearSingleton::Destroy();
 }
 
 TEST(CTotallingGrid, ComputesWhatFollowsFromAnEditAndNothingElse)
@@ -224,7 +216,7 @@ TEST(CTotallingGrid, ComputesWhatFollowsFromAnEditAndNothingElse)
     });
 }
 
-TEST_F(Splits, GiveEveryPennyBackWhateverIsShown)
+TEST_F(Grids, SplitsGiveEveryPennyBackWhateverIsShown)
 {
     std::mt19937 random(3);
     for (int round = 0; round < 12; ++round) {
@@ -242,89 +234,15 @@ TEST_F(Splits, GiveEveryPennyBackWhateverIsShown)
         list.Open();
         CEntitySplitGrid grid(columns);
         Fill(grid, OfPence(total), count);
-        const std::string amounts = Shown(grid, CEntitySplitGrid::kShare);
+        const std::string amounts = Shares(grid);
         grid.OnUsePCentSplit(1);
         const auto left = PercentUnits(std::get<double>(grid.GetCell(count + 1, CEntitySplitGrid::kShare).value));
         ASSERT_LE(std::abs(*left), count) << "what rounding left";
         grid.OnUsePCentSplit(0);
-        ASSERT_EQ(Shown(grid, CEntitySplitGrid::kShare), amounts);
+        ASSERT_EQ(Shares(grid), amounts);
         for (int i = 0; i < count; ++i)
             ASSERT_EQ(grid.GetShareAmount(i), OfPence(shares[static_cast<std::size_t>(i)]));
     }
-}
-
-TEST_F(Splits, AreTypedInEitherUnitAndSaved)
-{
-    COneGrid<CEntitySplitGrid> dialog(columns);
-    CEntitySplitGrid& grid = dialog.grid;
-    list.Open();
-    Fill(grid, OfPence(10'001), 3);
-    Work(dialog, [&](Hands& hands) {
-        EXPECT_TRUE(grid.SelectClient(1, 0));
-        EXPECT_FALSE(grid.SelectClient(1, 1));
-        hands.Write("40");
-        hands.Press(VK_RETURN);
-        EXPECT_EQ(Shown(grid, CEntitySplitGrid::kShare), "100.01\n40.00\n\n\n60.01\n");
-        grid.OnUsePCentSplit(1);
-        grid.GoTo(1, CEntitySplitGrid::kShare);
-        hands.Press('D', Afx::kControl); // above it stand pounds
-        grid.GoTo(2, CEntitySplitGrid::kShare);
-        EXPECT_EQ(Shown(grid, CEntitySplitGrid::kShare), "100.01\n39.99600040\n\n\n60.00399960\n");
-        hands.Write("25");
-        hands.Press(VK_RETURN);
-        hands.Write("x");
-        hands.Press(VK_RETURN);
-        hands.ExpectMessage("Please enter a percentage, as 33.33.");
-        hands.Press(VK_ESCAPE);
-        grid.OnUsePCentSplit(0);
-        EXPECT_EQ(Shown(grid, CEntitySplitGrid::kShare), "100.01\n40.00\n25.00\n\n35.01\n");
-        grid.UpdateNetAmount(CAmt::kZero);
-        EXPECT_EQ(Shown(grid, CEntitySplitGrid::kShare), "0.00\n40.00\n25.00\n\nError\n");
-        grid.OnUsePCentSplit(1);
-        EXPECT_EQ(Shown(grid, CEntitySplitGrid::kShare), "0.00\nError\nError\n\n100.00000000\n");
-        grid.UpdateNetAmount(OfPence(10'000));
-        EXPECT_EQ(Shown(grid, CEntitySplitGrid::kShare), "100.00\n40.00000000\n25.00000000\n\n35.00000000\n");
-        grid.UpdateNetAmount(OfPence(20'000));
-        EXPECT_EQ(grid.GetShareAmount(0), OfPence(8'000)) << "what is shown stays";
-        grid.UpdateNetAmount(OfPence(10'000));
-        hands.Press(VK_DELETE, Afx::kControl); // its rows are its entities'
-        grid.OnUsePCentSplit(0);
-        dialog.EndDialog(IDOK);
-    });
-    Fill(grid, CAmt::kZero, 3, true, true);
-    EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXBTaxNoTaxInvestmentIncomeSplit"), "0") << "read-only";
-    Fill(grid, CAmt::kZero, 3, true);
-    EXPECT_EQ(Query("SELECT lClientID, amtShare FROM BRIXBTaxNoTaxInvestmentIncomeSplit ORDER BY lClientID"),
-              "1|40.00, 2|25.00");
-}
-
-TEST(CDefaultSplitBasePage, AsksAboutASplitThatDoesNotAddUp)
-{
-    CDefaultSplitBaseDlg sheet("Split");
-    CDefaultSplitBasePage page;
-    sheet.AddPage(&page);
-    EXPECT_EQ(page.GetRemainingGrid().GetCellText(0, 1), "100.00000000") << "without rows";
-    page.SetRow(0, 33.33333333);
-    page.SetRow(2, 33.33333334);
-    page.SetRow(1, 33.33333333);
-    EXPECT_EQ(page.GetRemainingGrid().GetCellText(0, 1), "0.00000000");
-    EXPECT_EQ(Work(sheet,
-                   [&](Hands& hands) {
-                       hands.Press(VK_RIGHT);
-                       hands.Write("33.33");
-                       hands.Press(VK_RETURN);
-                       EXPECT_EQ(page.GetRemainingGrid().GetCellText(0, 1), "0.00333333");
-                       hands.Press(VK_DELETE, Afx::kControl); // nor rows of a page that makes them itself
-                       hands.Answer(IDCANCEL);
-                       hands.Click(IDOK);
-                       hands.ExpectMessage("The split does not add up to 100%. Continue?");
-                       hands.Answer(IDOK);
-                       hands.Click(IDOK);
-                       hands.ExpectMessage("The split does not add up to 100%. Continue?");
-                   }),
-              IDOK);
-    page.SetReadOnly(true);
-    EXPECT_TRUE(page.Validate());
 }
 
 TEST(CChangeOfBasisGrid, RefusesNegativeResultsAndAsksAboutChanges)

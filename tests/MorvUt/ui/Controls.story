@@ -1,0 +1,50 @@
+# Date fields and combo boxes of countries.
+
+== Dates without a year take their place beside each other
+Dates
+    Type From: 1/6
+    Type To: 1/5
+    Text From: 01/06/2023
+    Type Underwriting: 1/5
+    Text To: 01/05/2024
+    Type From: 2/5
+    Text Underwriting: 01/05/2023
+    Type Plain: 6/4
+    Text From: 02/05/2023
+    Another return than of underwriting
+    Type Underwriting: 1/1
+    Text Plain: 06/04/2023
+    Press Tab
+    Text Underwriting: 01/01/2024
+    Press Escape
+
+== Countries are chosen by their names
+Countries
+    Rows Plain
+        Unassigned
+        France
+        Jersey
+    Choose Plain: Jersey
+    Chosen in Plain
+        Jersey JEY Pound GBP
+    Plain is of the EU alone yes
+    Rows Plain
+        France
+    Chosen in Plain
+        ...
+    Text Plain:
+    Plain is of the EU alone no
+    Choose Plain: Unassigned
+    Chosen in Plain
+        Unassigned...
+    # what is being typed stays
+    Press Tab
+    Write fr
+    Cool drops while it is built anew
+    Text Cool: fr
+    Press Tab
+    Cool is closed
+    # completed
+    Chosen in Cool
+        France FRA Euro EUR
+    Press Escape

@@ -1,0 +1,111 @@
+# Grids worked by hand: new rows, splits, changes of basis.
+
+== Insertable grid offers a blank row up to its maximum
+Payments, three at most
+    # the first, with its automatic cell; nothing behind a blank one
+    Look for a new row
+    Look for a new row
+    Rows Grid
+        ||A||
+    The program goes to Grid
+    Write 29/2
+    Press Tab
+    Message 29 February 2023 does not exist; February 2023 has 28 days
+    Enter 6/4/24
+    # net is not filled
+    Count Grid: 1
+    Enter 80+10
+    Count Grid: 2
+    Enter 10
+    Rows Grid
+        06/04/2024|90.00|10.00|100.00|
+        ||A||
+    # nor is a row added for what is refused
+    Go to 1, Paid
+    Clipboard \t1\n\t3\t4\t7\n
+    Press Ctrl+V
+    Message Nothing was pasted. Row 3, Gross: this cell cannot be changed.
+    Count Grid: 2
+    Clipboard \t1\t2\n\t3\t4\n
+    Press Ctrl+V
+    Rows Grid
+        06/04/2024|90.00|10.00|100.00|
+        |1.00|2.00|3.00|
+        |3.00|4.00|7.00|
+    Go to 2, Paid
+    Press Ctrl+V
+    Message Nothing was pasted: there is no room for so many rows.
+    Rows Grid
+        06/04/2024|90.00|10.00|100.00|
+        |1.00|2.00|3.00|
+        |3.00|4.00|7.00|
+    # one deleted, one offered
+    Answer Yes
+    Press Ctrl+Delete
+    Message Delete this row?
+    Count Grid: 3
+    Enabled Delete row
+    # as the derived grid keeps what was chosen
+    Go to 0, Paid by
+    Press Alt+Down Down Enter Enter
+    Cell 0, Paid by: Ann's account
+    Undo all
+    Rows Grid
+        ||A||
+    Press Escape
+
+== Splits are typed in either unit and saved
+Shares of 100.01 among three
+    The program selects client 1
+    Write 40
+    Press Enter
+    Shares 100.01, 40.00, -, -, 60.01
+    # above it stand pounds
+    By per cent
+    Go to 1, Share
+    Press Ctrl+D
+    Go to 2, Share
+    Shares 100.01, 39.99600040, -, -, 60.00399960
+    Write 25
+    Press Enter
+    Write x
+    Press Enter
+    Message Please enter a percentage, as 33.33.
+    Press Escape
+    By amount
+    Shares 100.01, 40.00, 25.00, -, 35.01
+    The amount becomes 0
+    Shares 0.00, 40.00, 25.00, -, Error
+    By per cent
+    Shares 0.00, Error, Error, -, 100.00000000
+    The amount becomes 10000
+    Shares 100.00, 40.00000000, 25.00000000, -, 35.00000000
+    # what is shown stays
+    The amount becomes 20000
+    The first share is 80.00
+    The amount becomes 10000
+    # its rows are its entities'
+    Press Ctrl+Delete
+    By amount
+    Press Escape
+Stored BRIXBTaxNoTaxInvestmentIncomeSplit: lClientID, amtShare
+    1|40.00
+    2|25.00
+
+== Default split page asks about a split that does not add up
+A third each
+    Rows Left to allocate
+        ...|0.00000000
+    Press Right
+    Write 33.33
+    Press Enter
+    Rows Left to allocate
+        ...|0.00333333
+    # nor rows of a page that makes them itself
+    Press Ctrl+Delete
+    Answer Cancel
+    Click OK
+    Message The split does not add up to 100%. Continue?
+    Answer OK
+    Click OK
+    Message The split does not add up to 100%. Continue?
