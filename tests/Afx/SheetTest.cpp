@@ -84,7 +84,7 @@ class WindowsByHand : public ::testing::Test, protected ::Test::Stories
 protected:
     WindowsByHand()
     {
-        Around("Person", [this](const std::string&, ::Test::Acts inside) {
+        Around("Person", [this](::Test::Acts inside) {
             EXPECT_EQ(::Test::Work(m_person, inside), IDOK);
             EXPECT_EQ(CWnd::GetFocus(), nullptr);
         });

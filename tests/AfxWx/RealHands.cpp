@@ -20,7 +20,6 @@
 #include "Afx/windows/Edit.h"
 #include "Afx/windows/ListCtrl.h"
 #include "Afx/windows/MessageBox.h"
-#include "Afx/windows/PropertySheet.h"
 #include "AfxWx/CutOff.h"
 #include "AfxWx/detail/Peer.h"
 #include "AfxWx/RealHands.h"
@@ -450,11 +449,6 @@ public:
     }
     void Choose(CWnd& list, int item) override
     {
-        if (auto* const sheet = dynamic_cast<CPropertySheet*>(&list)) {
-            for (int i = 0; i < sheet->GetPageCount() && sheet->GetActiveIndex() != item; ++i)
-                Press(VK_TAB, Afx::kControl);
-            return;
-        }
         constexpr int kMostControls = 60;
         for (int i = 0; i < kMostControls && CWnd::GetFocus() != &list; ++i)
             Press(VK_TAB, 0);

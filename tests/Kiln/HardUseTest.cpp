@@ -76,7 +76,7 @@ class HardUse : public ::testing::Test, protected ::Test::Stories
 protected:
     HardUse()
     {
-        Around("Sheet", [this](const std::string&, ::Test::Acts inside) { WorkInSheet(inside); });
+        Around("Sheet", [this](::Test::Acts inside) { WorkInSheet(inside); });
         On("A button that ends is put there", [this] { m_page->Adopt(std::make_unique<CButtonThatEnds>(), kEnding); });
         On("A field that ends is put there",
            [this] { m_page->Adopt(std::make_unique<CFieldThatEnds>(), kEnding).SetAccessibleName("Ends"); });

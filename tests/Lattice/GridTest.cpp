@@ -27,7 +27,7 @@ class CGrid : public ::testing::Test, protected ::Test::GridStories
 protected:
     CGrid()
     {
-        Around("Dialog", [](const std::string&, ::Test::Acts inside) {
+        Around("Dialog", [](::Test::Acts inside) {
             CGridDialog dialog;
             ::Test::Work(dialog, std::move(inside));
         });

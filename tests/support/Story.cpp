@@ -167,7 +167,7 @@ Stories::Stories()
         EXPECT_NE(row, rows.end());
         EXPECT_TRUE(Here().Choose(IdOf(name), static_cast<int>(row - rows.begin())));
     });
-    Around("Next", [](const std::string&, Acts inside) { InNext(std::move(inside)); });
+    Around("Next", InNext);
 }
 
 void Stories::Play(const std::string& file, const std::string& name)

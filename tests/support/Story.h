@@ -71,10 +71,16 @@ protected:
                 Expect(Below(line), call());
         };
     }
-    /// The same with what is done in a window below it.
-    void Around(const std::string& words, std::function<void(const std::string& text, Acts inside)> act)
+    /// The same with what is done in a window below it: `act` is given that alone, or behind the rest of the line.
+    template<class Act>
+    void Around(const std::string& words, Act act)
     {
-        m_verbs[words] = [this, act](const std::string& text, const Line& line) { act(text, ActsOf(line)); };
+        m_verbs[words] = [this, act](const std::string& text, const Line& line) {
+            if constexpr (std::is_invocable_v<Act, Acts>)
+                act(ActsOf(line));
+            else
+                act(text, ActsOf(line));
+        };
     }
     /// Those of the window that the story is in; throws outside of all.
     Hands& Here() const;

@@ -53,7 +53,7 @@ protected:
 private:
     void AroundList(const char* words, bool isReadOnly, long source, long task)
     {
-        Around(words, [=](const std::string&, ::Test::Acts inside) {
+        Around(words, [=](::Test::Acts inside) {
             CClientEnquiriesListDlg list(Quarry::GetConnection(), 1, 0, 2024, isReadOnly, source, task);
             ::Test::Work(list, std::move(inside));
         });

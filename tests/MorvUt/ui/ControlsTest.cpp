@@ -58,7 +58,7 @@ protected:
     UiControls()
     {
         SetCurrentTaxYear(2024 - 1991);
-        Around("Dates", [](const std::string&, ::Test::Acts inside) {
+        Around("Dates", [](::Test::Acts inside) {
             const Kiln::CDate::YearHandler outer = Kiln::CDate::SetYearHandler([](int, int) { return 1999; });
             PairOfDates dialog;
             Work(dialog, std::move(inside));
@@ -67,7 +67,7 @@ protected:
         });
         On("Another return than of underwriting",
            [this] { Control<CUnderwritingDateEdit>("Underwriting").m_bUnderwriting = false; });
-        Around("Countries", [](const std::string&, ::Test::Acts inside) {
+        Around("Countries", [](::Test::Acts inside) {
             Sql("INSERT INTO BRIXCountry (lID, strName, strAbbr, strCurrency, strCurrencyAbbr, bEU) VALUES "
                 "(1, 'Jersey', 'JEY', 'Pound', 'GBP', 0), (2, 'France', 'FRA', 'Euro', 'EUR', 1)");
             Countries dialog;

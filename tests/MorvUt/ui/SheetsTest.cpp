@@ -108,12 +108,10 @@ protected:
         SetCurrentTaxYear(2018 - 1991);
         Sql("INSERT INTO BRIXNewInterest (lID, lTaxFormID, strName) VALUES (1, 1, 'Old')");
         list.Open();
-        Around("Sheet", [this](const std::string&, const ::Test::Acts& inside) { WorkInSheet(false, inside); });
-        Around("Sheet with furniture",
-               [this](const std::string&, const ::Test::Acts& inside) { WorkInSheet(true, inside); });
-        Around("Dialog", [this](const std::string&, const ::Test::Acts& inside) { WorkInDialog(false, inside); });
-        Around("Dialog with a level",
-               [this](const std::string&, const ::Test::Acts& inside) { WorkInDialog(true, inside); });
+        Around("Sheet", [this](const ::Test::Acts& inside) { WorkInSheet(false, inside); });
+        Around("Sheet with furniture", [this](const ::Test::Acts& inside) { WorkInSheet(true, inside); });
+        Around("Dialog", [this](const ::Test::Acts& inside) { WorkInDialog(false, inside); });
+        Around("Dialog with a level", [this](const ::Test::Acts& inside) { WorkInDialog(true, inside); });
         On("The program writes", [this](const std::string& name) {
             list.SetName(name);
             list.Update();

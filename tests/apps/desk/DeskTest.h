@@ -9,6 +9,7 @@
 #include "Afx/windows/PropertySheet.h"
 #include "apps/morv/Program.h"
 #include "Desk.h"
+#include "Lattice/GridStories.h"
 #include "layouts/Clients.h"
 #include "layouts/ClientYear.h"
 #include "layouts/SignIn.h"
@@ -18,9 +19,8 @@
 #include "Shellkit/PracticeKey.h"
 #include "support/Databases.h"
 #include "support/Practice.h"
-#include "support/Story.h"
 
-class DeskTest : public testing::Test, protected ::Test::Stories
+class DeskTest : public testing::Test, protected ::Test::GridStories
 {
 protected:
     using Hands = ::Test::Hands;
@@ -31,11 +31,12 @@ protected:
 
     explicit DeskTest(::Test::Database kind = ::Test::Database::Embedded) : m_use(kind)
     {
-        Around("Clients", [this](const std::string&, Script inside) { Run(std::move(inside)); });
+        Around("Clients", [this](Script inside) { Run(std::move(inside)); });
         Around("In", [this](const std::string& code, Script inside) { RunIn(code, std::move(inside)); });
         Around("As ben in", [this](const std::string& code, Script inside) { RunIn(code, std::move(inside), "ben"); });
         On("Stored", ::Test::Practice::InTable);
         On("Sql", ::Test::Practice::Script);
+        On("Somebody else:", [](const std::string& sql) { ::Test::Practice::Open()->Script(sql); });
     }
     ~DeskTest() override
     {

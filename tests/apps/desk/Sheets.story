@@ -138,10 +138,21 @@ In C0002
         Press Enter
         Write 80
         Press Enter
+        Write -80
+        Press Enter
+        # refused: the negative result is gone to
+        Click OK
+        Press Alt+M
         Write 80
         Press Enter
         Text Before, in all: 100.00
         Text Result, in all: 80.00
+        # its rows are for good
+        Press Ctrl+Delete
+        Count Amounts: 4
+        Answer No
+        Click OK
+        Message The amounts of the change of basis are others than before.\n\nDo you want to keep them?
         Answer Yes
         Click OK
         Message The amounts of the change of basis are others than before.\n\nDo you want to keep them?
@@ -153,7 +164,12 @@ Stored BRIXChangeOfBasis: nColumn, amtRow0, amtRow1, amtRow2, amtRow3, nYear
 
 == Investment income is split by amount and by per cent
 Clients
-A partnership has 100.00 of investment income, split between two clients
+# A partnership has 100.00 of income, split between two clients; amounts stand in ten-thousandths.
+Sql INSERT INTO BRIXPartnershipClients (lID, lClientID, lpClientID) VALUES (9001, 1, 1), (9002, 2, 1)
+Sql INSERT INTO BRIXBTaxProprietor (lID, lpClientID) VALUES (9001, 1)
+Sql INSERT INTO BRIXBTaxAccountingPeriod (lID, lBTaxProprietorID, dtStart, dtEnd) VALUES (9001, 9001, '2016-10-01', '2017-09-30')
+Sql INSERT INTO BRIXBTaxNoTaxInvestmentIncome (lID, lBTaxAccountingPeriodID, amtAmount) VALUES (9001, 9001, 1000000)
+Sql INSERT INTO BRIXBTaxNoTaxInvestmentIncomeSplit (lID, lBTaxNoTaxInvestmentIncomeID, lClientID, amtShare, amtShareOverride, bOverride) VALUES (9001, 9001, 1, 500000, NULL, 0), (9002, 9001, 2, 500000, 400000, 1)
 In P0001
     Choose Schedules: Investment income
     Next

@@ -25,7 +25,7 @@ protected:
             hands.Pick(IDC_RETURN_KIND, "Interest");
             InNext([=](Hands& sheet) {
                 sheet.Type(IDC_INTEREST_NAME, "Saltmarsh Savings");
-                NextPage(sheet);
+                sheet.Press(VK_TAB, Afx::kControl); // to the payments
                 script(sheet);
                 sheet.Click(IDCANCEL);
             });
