@@ -69,7 +69,7 @@ protected:
     void RunIn(const std::string& code, Script inYear, const std::string& user = "alice")
     {
         Run(
-            [this, code, inYear](Hands& hands) {
+            [code, inYear](Hands& hands) {
                 hands.Pick(IDC_CLIENTS_YEAR, kYear);
                 hands.Type(IDC_CLIENTS_SEARCH, code);
                 InNext([inYear](Hands& year) {
