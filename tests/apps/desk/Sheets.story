@@ -140,7 +140,7 @@ In C0002
         Press Enter
         Write -80
         Press Enter
-        # refused: the negative result is gone to
+        # a negative result is refused
         Click OK
         Press Alt+M
         Write 80
