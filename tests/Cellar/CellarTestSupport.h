@@ -28,6 +28,13 @@ DatabaseError ErrorOf(Action action)
     return DatabaseError(Category::Other, "none", "", "");
 }
 
+inline const char* NameOf(Category category)
+{
+    static constexpr const char* kNames[] = {"DuplicateKey", "Busy",       "LostConnection", "Constraint",
+                                             "Syntax",       "CannotOpen", "ReadOnly",       "Other"};
+    return kNames[static_cast<std::size_t>(category)];
+}
+
 inline long Count(CConnection& connection)
 {
     return CBufferedRowList(connection, "SELECT Count(*) FROM Note").GetLong(0);
@@ -58,6 +65,12 @@ inline void Take(CConnection& connection, const char* steps, void (*insert)(CCon
             insert(connection, *step - '0');
 }
 
+inline void DeclareNotes(CConnection& connection)
+{
+    ::Test::Declare(connection, "CREATE TABLE Note(lID {Int} PRIMARY KEY, strText {Text} NOT NULL, nSmall {Small} "
+                                "CHECK (nSmall < 100))");
+}
+
 /// A new database with notes, and two connections to it; `other` does not wait.
 class TwoConnections : public ::Test::OnDatabase
 {
@@ -65,8 +78,7 @@ protected:
     void SetUp() override
     {
         connection = OpenPractice();
-        ::Test::Declare(*connection, "CREATE TABLE Note(lID {Int} PRIMARY KEY, strText {Text} NOT NULL, nSmall {Small} "
-                                     "CHECK (nSmall < 100))");
+        DeclareNotes(*connection);
         other = OpenPractice();
         other->SetBusyTimeout(0);
     }

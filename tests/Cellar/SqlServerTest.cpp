@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "Cellar/ValueTypes.h"
-#include "CellarTestSupport.h"
+#include "Story.h"
 #include "support/ScriptedServer.h"
 
 namespace
@@ -19,13 +19,6 @@ DatabaseError ErrorFor(const std::string& answer)
     const ScriptedServer server("on INSERT*\n" + answer + "\n");
     const auto connection = server.Open();
     return ErrorOf([&] { connection->ExecuteDirectf(kInsert, 1L, "Smith"); });
-}
-
-Category CategoryOf(const std::string& name)
-{
-    const char* const kNames[] = {"DuplicateKey", "Busy",       "LostConnection", "Constraint",
-                                  "Syntax",       "CannotOpen", "ReadOnly",       "Other"};
-    return static_cast<Category>(std::find(std::begin(kNames), std::end(kNames), name) - kNames);
 }
 
 } // namespace
@@ -61,7 +54,7 @@ TEST(SqlServer, TypesEveryValueAndEveryNull)
         {"SQL_C_SLONG as SQL_INTEGER(10,0) ", "8"},
         {"SQL_C_SBIGINT as SQL_BIGINT(19,0) ", "1099511627776"},
         {"SQL_C_BINARY as SQL_VARBINARY(8000,0) ", "3 bytes"},
-        {"SQL_C_TYPE_TIMESTAMP as SQL_TYPE_TIMESTAMP(23,3) ", "2024-04-06 10:11:12.123000000"},
+        {"SQL_TYPE_TIMESTAMP as SQL_TYPE_TIMESTAMP(23,3) ", "2024-04-06 10:11:12.123000000"},
         {"SQL_C_CHAR as SQL_NUMERIC(19,4) ", "8 bytes: -12.3400"},
         {"SQL_C_CHAR as SQL_DOUBLE(53,0) ", "3 bytes: 0.1"},
     };
@@ -104,34 +97,16 @@ TEST(SqlServer, ReadsEveryTypeAndNulls)
                 "-1e-5|0|-1\n");
             const auto connection = server.Open();
             const RowSet set = connection->Query("SELECT * FROM [Note]", {});
-            ASSERT_EQ(set.rows.size(), 3u);
-            const auto& row = set.rows[0];
-            EXPECT_EQ(ToLong(row[0]), 5);
-            EXPECT_EQ(ToText(row[1]).Str(), text);
-            EXPECT_EQ(ToBytes(row[2]), (Bytes{0x00, 0xAB}));
-            EXPECT_EQ(row[3].View(), "2024-04-06 10:11:12.123");
-            EXPECT_EQ(row[4].View(), "2024-04-05");
-            EXPECT_EQ(ToAmount(row[5]), Kiln::CAmt(-123400));
-            EXPECT_EQ(ToDouble(row[6]), 0.1);
-            EXPECT_EQ(ToLong(row[7]), 1);
-            EXPECT_EQ(ToInt64(row[8]), std::int64_t{1} << 40);
-            for (const Value& value : set.rows[1])
-                EXPECT_TRUE(value.IsNull());
-            EXPECT_EQ(ToText(set.rows[2][1]).Str(), "");
-            EXPECT_FALSE(set.rows[2][1].IsNull());
-            EXPECT_EQ(ToAmount(set.rows[2][5]), Kiln::CAmt(1));
+            std::string shown;
+            for (const auto& row : set.rows)
+                for (std::size_t i = 0; i < row.size(); ++i)
+                    shown += (row[i].IsNull() ? "null" : ToText(row[i]).Str()) + (i < 8 ? "|" : "\n");
+            EXPECT_EQ(shown, "5|" + text +
+                                 "||2024-04-06 10:11:12.123|2024-04-05|-12.34|0.1|1|1099511627776\n"
+                                 "null|null|null|null|null|null|null|null|null\n"
+                                 "0|||1753-01-01 00:00:00.000|0100-01-01|0.0001|-1e-05|0|-1\n");
+            EXPECT_EQ(ToBytes(set.rows.at(0)[2]), (Bytes{0x00, 0xAB})) << "which are no text";
         }
-}
-
-TEST(SqlServer, CountsRows)
-{
-    const ScriptedServer server("on UPDATE none*\ncount 0\non UPDATE three*\ncount 3\non EXEC*\ncount -1\n"
-                                "on DELETE*\ncount 2\ninfo 01000 3621 The statement has been terminated.\n");
-    const auto connection = server.Open();
-    EXPECT_EQ(connection->ExecuteDirect("UPDATE none SET a = 1"), 0); // SQL_NO_DATA
-    EXPECT_EQ(connection->ExecuteDirect("UPDATE three SET a = 1"), 3);
-    EXPECT_EQ(connection->ExecuteDirect("EXEC MTDLogWrite"), 0); // it does not tell
-    EXPECT_EQ(connection->ExecuteDirect("DELETE FROM a"), 2);    // SQL_SUCCESS_WITH_INFO
 }
 
 TEST(SqlServer, SaysWhatAnErrorMeans)
@@ -140,7 +115,7 @@ TEST(SqlServer, SaysWhatAnErrorMeans)
          ::Test::Table<const char*, const char*, const char*>("Cellar/SqlServer.tsv")) {
         SCOPED_TRACE(why);
         const DatabaseError error = ErrorFor(std::string("error ") + answer);
-        EXPECT_EQ(error.GetCategory(), CategoryOf(category)) << error.what();
+        EXPECT_STREQ(NameOf(error.GetCategory()), category) << error.what();
         EXPECT_NE(error.GetReason().find(says), std::string::npos) << error.GetReason();
         EXPECT_EQ(std::string(error.what()).find("Smith"), std::string::npos) << "a value: " << error.what();
         EXPECT_EQ(error.GetStatement(), kInsert);
@@ -172,90 +147,24 @@ TEST(SqlServer, ShowsNoPassword)
         EXPECT_NE(ScriptedServer::Record().find(sent), std::string::npos) << ScriptedServer::Record();
 }
 
-TEST(SqlServer, KeepsLevelsTogether)
+/// "server SCRIPT" is another server, with \n for the ends of lines; then what came of writes is shown, too.
+TEST(SqlServer, StoriesGoAsTold)
 {
-    const ScriptedServer server;
-    const auto connection = server.Open();
-    for (const auto& [steps, durable, undone, why] :
-         ::Test::Table<const char*, std::size_t, std::size_t>("Cellar/SqlServer.tsv")) {
-        Take(*connection, steps);
-        EXPECT_EQ(ScriptedServer::Lines("DURABLE").size(), durable) << why << ScriptedServer::Record();
-        EXPECT_EQ(ScriptedServer::Lines("UNDONE").size(), undone) << why << ScriptedServer::Record();
-    }
-}
-
-/// The server ends the transaction, or loses the connection, in the middle; the disk is full at the end.
-TEST(SqlServer, SavesNothingOfATransactionThatFailed)
-{
-    for (const auto& [in, out, why] : ::Test::Table<const char*, const char*>("Cellar/SqlServer.tsv")) {
-        SCOPED_TRACE(why);
-        const Category category = CategoryOf(out); // clang's functions have no part of a row
-        const ScriptedServer server(in);
-        const auto connection = server.Open();
-        int failures = 0;
-        const auto attempt = [&](auto action) {
-            try {
-                action();
-            } catch (const DatabaseError& error) {
-                EXPECT_TRUE(failures++ > 0 || error.GetCategory() == category) << error.what();
-            }
-        };
-        connection->Begin(Intent::Write);
-        attempt([&] { connection->ExecuteDirect("INSERT INTO first VALUES (1)"); });
-        attempt([&] { connection->ExecuteDirect("INSERT INTO second VALUES (1)"); });
-        attempt([&] { connection->ExecuteDirect("INSERT INTO third VALUES (1)"); });
-        attempt([&] { connection->ExecuteDirect("INSERT INTO fourth VALUES (1)"); });
-        attempt([&] { connection->Commit(); });
-        EXPECT_GE(failures, 1);
-        while (connection->GetLevel() > 0)
-            EXPECT_NO_THROW(connection->Rollback());
-        EXPECT_TRUE(ScriptedServer::Lines("DURABLE").empty()) << ScriptedServer::Record();
-        EXPECT_GE(ScriptedServer::Lines("UNDONE").size(), 2u) << ScriptedServer::Record();
-    }
-}
-
-TEST(SqlServer, KeepsATransactionWhoseStatementFailed)
-{
-    const ScriptedServer server("on INSERT*second*\nerror 23000 2627 duplicate\n");
-    const auto connection = server.Open();
-    connection->Begin(Intent::Write);
-    connection->ExecuteDirect("INSERT INTO first VALUES (1)");
-    EXPECT_EQ(ErrorOf([&] { connection->ExecuteDirect("INSERT INTO second VALUES (1)"); }).GetCategory(),
-              Category::DuplicateKey);
-    connection->ExecuteDirect("INSERT INTO third VALUES (1)");
-    connection->Commit();
-    EXPECT_EQ(ScriptedServer::Lines("DURABLE").size(), 2u) << ScriptedServer::Record();
-}
-
-TEST(SqlServer, LeavesNoLevelOpenThatWasRefusedItsLock)
-{
-    const ScriptedServer server("on *applock*\nerror 42000 50000 no\non ROLLBACK*\nerror 42000 50000 no\n");
-    const auto connection = server.Open();
-    connection->Begin();
-    ErrorOf([&] { connection->Begin(Intent::Write); });
-    EXPECT_EQ(connection->GetLevel(), 1);
-}
-
-/// While a cursor walks, others may be sent.
-TEST(SqlServer, RunsStatementsWhileACursorWalks)
-{
-    const ScriptedServer server("on SELECT*\ncolumns lID:int\nrow 1\nrow 2\nrow 3\n");
-    const auto connection = server.Open();
-    CRowCursor cursor(*connection, "SELECT [lID] FROM [Note]", std::vector<Value>{});
-    long sum = 0;
-    while (cursor.Next()) {
-        sum += ToLong(cursor.Get(0));
-        connection->ExecuteDirect("UPDATE [Note] SET [nSeen] = 1");
-    }
-    EXPECT_EQ(sum, 6);
-    EXPECT_EQ(ScriptedServer::Lines("DURABLE").size(), 3u);
-}
-
-/// The error of a later one of several statements comes with its result only.
-TEST(SqlServer, NoticesAnErrorBehindAFirstResult)
-{
-    const ScriptedServer server("on *CREATE TABLE b*\nerror 42000 2714 There is already an object named 'b'\nlater\n");
-    const auto connection = server.Open();
-    EXPECT_EQ(ErrorOf([&] { connection->Script("CREATE TABLE a (x int); CREATE TABLE b (x int)"); }).GetCategory(),
-              Category::Syntax);
+    std::optional<Story> story;
+    std::optional<ScriptedServer> server;
+    ::Test::ExpectTranscript(CELLAR_STORIES "sqlserver.txt", [&](const std::string& act) {
+        if (act.starts_with("server")) {
+            story.reset();
+            server.emplace(::Test::ReplacedAll(act.substr(6), "\\n", "\n"));
+            story.emplace([&] { return server->Open(); });
+            return std::string();
+        }
+        const std::size_t before = ScriptedServer::Record().size();
+        std::string shown = (*story)(act);
+        std::istringstream record(ScriptedServer::Record().substr(before));
+        for (std::string line; std::getline(record, line);)
+            if (line.starts_with("DURABLE") || line.starts_with("UNDONE"))
+                shown += "> " + line + '\n';
+        return shown;
+    });
 }

@@ -103,11 +103,9 @@ inline std::vector<std::string_view> Statements(std::string_view batch)
     return statements;
 }
 
-inline bool Writes(std::string_view statement)
+inline bool IsOneOf(std::string_view word, std::initializer_list<std::string_view> words)
 {
-    const std::string verb = FirstWord(statement);
-    return verb == "INSERT" || verb == "UPDATE" || verb == "DELETE" || verb == "EXEC" || verb == "CALL" ||
-           verb == "CREATE" || verb == "ALTER" || verb == "DROP";
+    return std::find(words.begin(), words.end(), word) != words.end();
 }
 
 /// A variable of the batch; empty: none.
@@ -210,11 +208,11 @@ private:
         if (scripted && scripted->error && !scripted->isLater)
             return Refuse(*scripted->error, scripted->endsTransaction);
         const std::string verb = FirstWord(statement);
-        if (verb == "BEGIN" || verb == "SAVE" || verb == "SAVEPOINT" || verb == "RELEASE" || verb == "COMMIT" ||
-            verb == "ROLLBACK")
+        if (IsOneOf(verb, {"BEGIN", "SAVE", "SAVEPOINT", "RELEASE", "COMMIT", "ROLLBACK"}))
             return Control(statement);
         Answer answer = scripted ? *scripted : Default(statement);
-        if (Writes(statement) && answer.count != 0) {
+        if (answer.count != 0 &&
+            IsOneOf(verb, {"INSERT", "UPDATE", "DELETE", "EXEC", "CALL", "CREATE", "ALTER", "DROP"})) {
             m_written.emplace_back(statement);
             if (!m_isOpen)
                 End("DURABLE");
@@ -246,45 +244,34 @@ private:
             return std::nullopt;
         if (const std::string twice = DeclaredTwice(statement); !twice.empty())
             return Message{"42000", 134, "The variable name '" + twice + "' has already been declared."};
-        if (parameters.size() > 2100)
-            return Message{"42000", 8003, "The incoming request has too many parameters. The maximum is 2100."};
         for (const Parameter& parameter : parameters)
             if (std::optional<Message> mismatch = Mismatch(parameter))
                 return mismatch;
         return std::nullopt;
     }
-    /// BEGIN, SAVE (SAVEPOINT), COMMIT, ROLLBACK of all or to a savepoint.
+    /// BEGIN, SAVE (SAVEPOINT), RELEASE, COMMIT, ROLLBACK of all or to a savepoint.
     Answer Control(std::string_view statement)
     {
         const std::vector<std::string> tokens = Tokens(statement);
-        const std::string verb = Upper(tokens[0]);
-        const std::string name = tokens.size() > 2 && tokens.back() != ";" ? Upper(tokens.back()) : "";
+        const std::string verb = Upper(tokens.front()), name = Upper(tokens.back());
         const auto found = std::find_if(m_savepoints.rbegin(), m_savepoints.rend(),
                                         [&](const auto& savepoint) { return savepoint.first == name; });
-        Answer answer;
-        answer.count = -1;
+        if (!m_isOpen && verb != "BEGIN" && (IsSqlServer() || verb == "SAVEPOINT"))
+            return Refuse({"25000", 3902, "The request has no corresponding BEGIN TRANSACTION."});
         if (verb == "BEGIN") {
             m_isOpen = true;
         } else if (verb == "SAVE" || verb == "SAVEPOINT") {
-            if (!m_isOpen)
-                return Refuse({"25000", 628, "Cannot issue SAVE TRANSACTION when there is no active transaction."});
-            m_savepoints.emplace_back(Upper(tokens.back()), m_written.size());
-        } else if (verb == "COMMIT") {
-            if (IsSqlServer() && !m_isOpen)
-                return Refuse(
-                    {"25000", 3902, "The COMMIT TRANSACTION request has no corresponding BEGIN TRANSACTION."});
-            End("DURABLE");
+            m_savepoints.emplace_back(name, m_written.size());
         } else if (verb == "ROLLBACK" && found != m_savepoints.rend()) {
             const std::size_t from = found->second;
             m_savepoints.erase(found.base(), m_savepoints.end()); // the savepoint itself stays
             m_hasFailed = false;
             Settle("UNDONE", from);
-        } else if (verb == "ROLLBACK") {
-            if (IsSqlServer() && !m_isOpen)
-                return Refuse(
-                    {"25000", 3903, "The ROLLBACK TRANSACTION request has no corresponding BEGIN TRANSACTION."});
-            End("UNDONE");
+        } else if (verb != "RELEASE") {
+            End(verb == "COMMIT" ? "DURABLE" : "UNDONE");
         }
+        Answer answer;
+        answer.count = -1;
         return answer;
     }
     /// One row changed; no row; -1 rows where the server does not tell.
@@ -299,7 +286,7 @@ private:
                 answer.columns = {{"", "int"}};
                 answer.rows = {{isSession ? "51" : m_isOpen ? "1" : "0"}};
             }
-        } else if (verb != "INSERT" && verb != "UPDATE" && verb != "DELETE") {
+        } else if (!IsOneOf(verb, {"INSERT", "UPDATE", "DELETE"})) {
             answer.count = -1;
         }
         return answer;

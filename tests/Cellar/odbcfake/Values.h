@@ -30,29 +30,18 @@ inline std::string ToUtf8(const SQLWCHAR* text, SQLINTEGER length)
     return std::filesystem::path(wide).string();
 }
 
-struct NamedType
+/// Of a C type or an SQL type.
+inline const char* NameOf(SQLSMALLINT type)
 {
-    SQLSMALLINT type;
-    const char* name;
-};
-inline constexpr NamedType kCTypes[] = {
-    {SQL_C_CHAR, "SQL_C_CHAR"},   {SQL_C_WCHAR, "SQL_C_WCHAR"},     {SQL_C_BINARY, "SQL_C_BINARY"},
-    {SQL_C_SLONG, "SQL_C_SLONG"}, {SQL_C_SBIGINT, "SQL_C_SBIGINT"}, {SQL_C_TYPE_TIMESTAMP, "SQL_C_TYPE_TIMESTAMP"},
-};
-inline constexpr NamedType kSqlTypes[] = {
-    {SQL_WVARCHAR, "SQL_WVARCHAR"},
-    {SQL_VARBINARY, "SQL_VARBINARY"},
-    {SQL_NUMERIC, "SQL_NUMERIC"},
-    {SQL_INTEGER, "SQL_INTEGER"},
-    {SQL_BIGINT, "SQL_BIGINT"},
-    {SQL_DOUBLE, "SQL_DOUBLE"},
-    {SQL_TYPE_TIMESTAMP, "SQL_TYPE_TIMESTAMP"},
-};
-template<std::size_t N>
-const char* NameOf(const NamedType (&types)[N], SQLSMALLINT wanted)
-{
-    const auto* const found = std::find_if(types, types + N, [&](const auto& each) { return each.type == wanted; });
-    return found == types + N ? "?" : found->name;
+    static constexpr std::pair<SQLSMALLINT, const char*> kNames[] = {
+        {SQL_C_CHAR, "SQL_C_CHAR"},       {SQL_C_WCHAR, "SQL_C_WCHAR"},     {SQL_C_BINARY, "SQL_C_BINARY"},
+        {SQL_C_SLONG, "SQL_C_SLONG"},     {SQL_C_SBIGINT, "SQL_C_SBIGINT"}, {SQL_TYPE_TIMESTAMP, "SQL_TYPE_TIMESTAMP"},
+        {SQL_WVARCHAR, "SQL_WVARCHAR"},   {SQL_NUMERIC, "SQL_NUMERIC"},     {SQL_DOUBLE, "SQL_DOUBLE"},
+        {SQL_VARBINARY, "SQL_VARBINARY"}, {SQL_INTEGER, "SQL_INTEGER"},     {SQL_BIGINT, "SQL_BIGINT"},
+    };
+    const auto* const found =
+        std::find_if(std::begin(kNames), std::end(kNames), [&](const auto& each) { return each.first == type; });
+    return found == std::end(kNames) ? "?" : found->second;
 }
 
 template<class T>
@@ -102,9 +91,8 @@ inline std::string Printed(const Binding& binding)
 /// Types, length and value for the record: "SQL_C_WCHAR as SQL_WVARCHAR(4000,0) 5 characters: Smith".
 inline std::string Describe(const Binding& binding)
 {
-    return std::string(NameOf(kCTypes, binding.cType)) + " as " + NameOf(kSqlTypes, binding.sqlType) + "(" +
-           std::to_string(binding.size) + "," + std::to_string(binding.digits) + ") " +
-           (*binding.length == SQL_NULL_DATA ? "NULL" : Printed(binding));
+    return std::string(NameOf(binding.cType)) + " as " + NameOf(binding.sqlType) + "(" + std::to_string(binding.size) +
+           "," + std::to_string(binding.digits) + ") " + (*binding.length == SQL_NULL_DATA ? "NULL" : Printed(binding));
 }
 
 /// The SQL type, size and decimal digits by which SQL Server describes a column of the T-SQL type.
