@@ -42,25 +42,6 @@ protected:
 
 ON_BOTH_DATABASES(Listeners);
 
-TEST_P(Listeners, HearOfEachSavedChangeAtOnce)
-{
-    Quarry::AddDataChangedListenerForInsert(kNumber, "BRIX", Hear);
-    Quarry::AddDataChangedListenerForUpdate(kNumber, "BRIX", Hear);
-    Quarry::AddDataChangedListenerForDelete(kNumber, "BRIX", Hear);
-    CDataList list(kTask);
-    list.AddNew();
-    list.Set(kName, "a");
-    EXPECT_TRUE(g_heard.empty()) << "nothing is saved yet";
-    list.Update();
-    Save(list, {{kName, "b"}});
-    list.Update(); // nothing changed
-    list.Set(kName, "c");
-    list.Delete();
-    list.AddNew();
-    list.Delete(); // never was there
-    EXPECT_EQ(g_heard, (Heard{"none>a1", "a1>b1", "b1>none"}));
-}
-
 TEST_P(Listeners, HearOnlyWhatTheyAskedFor)
 {
     Quarry::AddDataChangedListenerForInsert(kNumber + 1, "BRIX", Hear);

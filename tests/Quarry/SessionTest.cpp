@@ -93,23 +93,4 @@ TEST_P(Session, ListenersComeAndGoDuringANotice)
     Quarry::RemoveRollbackListener(first);
 }
 
-TEST_P(Session, CachesReloadAfterDirectStatements)
-{
-    Sql("INSERT INTO Link (SourceID) VALUES (1)");
-    EXPECT_EQ(m_reloads, 0) << "no cache is made from that table";
-    Sql("insert into brixtask (lID) values (1)");
-    EXPECT_EQ(m_reloads, 1);
-    Sql("UPDATE BRIXTask SET nYear = 1 WHERE lID = 99");
-    EXPECT_EQ(m_reloads, 1) << "no row changed";
-    {
-        const Quarry::CIgnoreDirectSQL quiet;
-        Sql("DELETE FROM BRIXTask");
-    }
-    EXPECT_EQ(m_reloads, 1);
-    CDataList list = Added({});
-    Save(list, {{kYear, 2024}});
-    list.Delete();
-    EXPECT_EQ(m_reloads, 1) << "lists tell their listeners instead";
-}
-
 } // namespace
