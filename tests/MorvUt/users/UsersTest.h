@@ -20,20 +20,13 @@ protected:
         const CUserData loggedOut; // its construction clears the flag
     }
 
-    static void AddUser(const char* id, const char* fullName = "", bool listed = true, const char* role = "")
+    static void AddUser(const char* id, const char* fullName = "")
     {
-        Sql("INSERT INTO BRIXUser (strUserID, strFullName, bListed, strRole) VALUES (%s, %s, %d, %s)", id, fullName,
-            listed, role);
+        Sql("INSERT INTO BRIXUser (strUserID, strFullName, bListed) VALUES (%s, %s, 1)", id, fullName);
     }
-    static void LetRole(const char* role, int permission, bool allowed = true)
+    static void LetUser(const char* user, int permission)
     {
-        Sql("INSERT INTO BRIXUserRolePermissions (strRole, nPermission, bAllowed) VALUES (%s, %d, %d)", role,
-            permission, allowed);
-    }
-    static void LetUser(const char* user, int permission, bool allowed = true)
-    {
-        Sql("INSERT INTO BRIXUserPermissions (strUserID, nPermission, bAllowed) VALUES (%s, %d, %d)", user, permission,
-            allowed);
+        Sql("INSERT INTO BRIXUserPermissions (strUserID, nPermission, bAllowed) VALUES (%s, %d, 1)", user, permission);
     }
 
     /// The numbers of what the logged-in user may do.
