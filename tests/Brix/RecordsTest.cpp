@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <set>
-#include <sstream>
 
 #include "NewPractice.h"
 #include "support/SampleValues.h"
@@ -15,28 +14,14 @@ namespace
 /// What other programs rely on: the numbers they listen to and the ordinals they sort by.
 TEST(RecordDeclarations, KeepPublishedNumbersAndOrdinals)
 {
-    // class, number (0: not published), ordinal of this column
-    std::istringstream rows(
-        "TaxForm 308 110 bDormant; PartnershipTaxForm 226 0 lID; PFile 0 1 nValue; User 0 14 nUserValue; "
-        "Ministers 380 0 lID; CalculatedBenefits 381 1 nType; NewEmploy 362 5 nOrdering; "
-        "NewEmploy 362 60 nP11D; PensionStateBenefits 0 14 nOrdering; PSBDetails 0 6 nOrdering; "
-        "BTaxProprietor 166 0 lID; PartnershipClients 167 0 lID; FBISubmissions 550 1 nYear; "
-        "FBISubmissions 550 16 dtSubmitted; PartnershipFBISubmissions 546 4 nYear; "
-        "PartnershipFBISubmissions 546 16 dtSubmitted; NewInterest 0 17 nOrdering; "
-        "NewInterestPayment 0 2 nOrdering; NewInterestUT 0 17 nOrdering; CGTAcq 0 1 nOrdering; "
-        "EmployUKIncomeDetails 0 2 nOrdering; OtherOut 0 7 nOrdering; Plan 0 7 nOrdering; "
-        "PlanPayment 0 1 nOrdering; PropUK 0 7 nOrdering; MTD_Employments 0 1 strKey; "
-        "MTD_PensionStateBenefits 0 3 dtStart; MTD_TaxFreeAllowances 0 3 amtAmount; Country 0 1 strName;");
-    int read = 0, number = 0, ordinal = 0;
-    for (std::string name, column; rows >> name >> number >> ordinal && std::getline(rows >> std::ws, column, ';');) {
+    for (const auto& [name, number, ordinal, column, why] :
+         ::Test::Table<const char*, int, int, const char*>("Brix/Records.tsv")) {
         SCOPED_TRACE(name);
-        const Table* const table = Brix::FindTable("BRIX" + name);
+        const Table* const table = Brix::FindTable(name);
         ASSERT_TRUE(table && table->Find(ordinal));
-        EXPECT_EQ(table->Find(ordinal)->name, column);
+        EXPECT_STREQ(table->Find(ordinal)->name, column);
         EXPECT_TRUE(number == 0 || table->number == number) << table->number;
-        ++read;
     }
-    EXPECT_EQ(read, 29);
 }
 
 TEST(RecordDeclarations, FitTogether)

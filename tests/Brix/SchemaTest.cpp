@@ -28,13 +28,12 @@ TEST_P(Schema, FillsWhatStatementsLeaveOut)
     connection.ExecuteDirectf("INSERT INTO FeatureLocks ( nFeature, strUserID, strWorkstation ) VALUES ( %d, %s, %s );",
                               3, "ann", "PC1");
     connection.ExecuteDirectf("INSERT INTO [MTDAudit] ([strAction]) VALUES (%s)", "accept");
-    EXPECT_EQ(Cellar::ToLong(Single("SELECT bRequired FROM SourceTask")), 1);
-    EXPECT_EQ(Cellar::ToLong(Single("SELECT bComplete FROM SourceTask"), -1), 0);
-    EXPECT_EQ(Cellar::ToLong(Single("SELECT nVersion FROM SourceTask"), -1), 0);
-    EXPECT_EQ(Cellar::ToInt64(Single("SELECT ConnectionID FROM MorvUserLocks")), connection.GetSessionId());
-    EXPECT_EQ(Cellar::ToDateTime(Single("SELECT dtLocked FROM MorvUserLocks")).GetStatus(), COleDateTime::valid);
-    EXPECT_EQ(Cellar::ToDateTime(Single("SELECT dtLocked FROM FeatureLocks")).GetStatus(), COleDateTime::valid);
-    EXPECT_EQ(Cellar::ToLong(Single("SELECT lID FROM MTDAudit")), 1);
+    EXPECT_EQ(Query("SELECT bRequired, bComplete, nVersion FROM SourceTask"), "1|0|0");
+    EXPECT_EQ(Query("SELECT lID FROM MTDAudit"), "1");
+    EXPECT_EQ(Query("SELECT ConnectionID FROM MorvUserLocks"), std::to_string(connection.GetSessionId()));
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM MorvUserLocks, FeatureLocks WHERE MorvUserLocks.dtLocked > '2024-01-01' AND "
+                    "FeatureLocks.dtLocked > '2024-01-01'"),
+              "1");
 }
 
 TEST_P(EmbeddedSchema, LetsOrdinaryToolsAddRows)
@@ -45,7 +44,7 @@ TEST_P(EmbeddedSchema, LetsOrdinaryToolsAddRows)
         "INSERT INTO MorvUserLocks (UserId) VALUES ('eve');"
         "INSERT INTO FeatureLocks (nFeature, strUserID, strWorkstation) VALUES (1, 'eve', 'PC');"
         "INSERT INTO BRIXUser (strUserID) VALUES ('eve');");
-    EXPECT_EQ(Cellar::ToLong(Single("SELECT ConnectionID FROM MorvUserLocks"), -1), 0) << "nobody's session";
+    EXPECT_EQ(Query("SELECT ConnectionID FROM MorvUserLocks"), "0") << "nobody's session";
 }
 
 TEST_P(Schema, LetsLocksStandOnce)
@@ -134,10 +133,7 @@ TEST_P(Schema, KnowsThePracticesOwnKey)
 
 TEST_P(Schema, IsBroughtUpToDate)
 {
-    Brix::CClient clients;
-    clients.AddNew();
-    clients.SetName("Ann");
-    clients.Update();
+    ::Test::Add<Brix::CClient>([](Brix::CClient& row) { row.SetName("Ann"); });
     Sql("INSERT INTO FeatureLocks (nFeature) VALUES (1)");
     Sql(::Test::IsOnServer() ? "DROP PROCEDURE MTDLogWrite" : "DROP VIEW MTDLogWrite");
     Sql("DROP TABLE BRIXMTD_NIC; DROP TABLE MTDLog;"
@@ -151,18 +147,15 @@ TEST_P(Schema, IsBroughtUpToDate)
     ASSERT_FALSE(Brix::CheckPractice(Quarry::GetConnection()).empty());
     Brix::UpgradeSchema(Quarry::GetConnection());
     EXPECT_EQ(Brix::CheckPractice(Quarry::GetConnection()).size(), 0U);
-    ASSERT_TRUE(clients.Open());
-    EXPECT_EQ(clients.GetName(), "Ann");
-    EXPECT_FALSE(clients.IsNull(Brix::CClient::kNoTaxReturnSource)) << "rows get the default of a new column";
+    EXPECT_EQ(Query("SELECT strName, bNoTaxReturnSource FROM BRIXClient"), "Ann|0") << "default of a new column";
     Quarry::GetConnection().ExecuteDirectf("EXEC MTDLogWrite %s, %s, %s, %s, %s, %s, %s, %s, %s", "a", "b", "c", "d",
                                            "e", "f", "g", "h", "i");
-    EXPECT_EQ(Cellar::ToLong(Single("SELECT COUNT(*) FROM MTDLog")), 1);
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDLog"), "1");
     Sql("INSERT INTO MTDAuthorisationLock (lMTDAuthorisationID) VALUES (1)");
-    EXPECT_EQ(Cellar::ToLong(Single("SELECT COUNT(*) FROM MTDAuthorisationLock WHERE dtLocked > '2024-01-02'")), 1)
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM MTDAuthorisationLock WHERE dtLocked > '2024-01-02'"), "1")
         << "made anew: it held local time";
     Sql("INSERT INTO FeatureLocks (nFeature) VALUES (2)");
-    EXPECT_EQ(Cellar::ToLong(Single("SELECT COUNT(*) FROM FeatureLocks WHERE dtLocked IS NULL")),
-              ::Test::IsOnServer() ? 0 : 1)
+    EXPECT_EQ(Query("SELECT COUNT(*) FROM FeatureLocks WHERE dtLocked IS NULL"), ::Test::IsOnServer() ? "0" : "1")
         << "the row that was there; a new one gets the computed default";
 }
 

@@ -25,28 +25,17 @@ ON_BOTH_DATABASES(PFileOfYear);
 
 } // namespace
 
-TEST_P(PFileOfYear, AddsTheThreadsOffsetOnRequest)
-{
-    AddParameters({2023, 2024});
-    EXPECT_EQ(YearOf(GetPFileForYear(2024, false)), 2024);
-    EXPECT_EQ(YearOf(GetPFileForYear(2022, false)), 0);
-    EXPECT_EQ(YearOf(GetPFileForYear(2024, true)), 2024) << "offset 0";
-    const CPFileYearOffsetter offsetter(-1);
-    EXPECT_EQ(YearOf(GetPFileForYear(2024, true)), 2023);
-    EXPECT_EQ(YearOf(GetPFileForYear(2024, false)), 2024);
-    EXPECT_EQ(YearOf(GetClosestPFileForYear(2024, true)), 2023) << "likewise";
-    EXPECT_EQ(YearOf(GetPFileForYear(-32768, true)), 0) << "wraps at 16 bits";
-}
-
-TEST_P(PFileOfYear, OrTheClosestStepsBackTo2021)
+TEST_P(PFileOfYear, OrTheClosestIsFoundWithTheThreadsOffsetOnRequest)
 {
     AddParameters({2020});
     EXPECT_EQ(YearOf(GetClosestPFileForYear(2025, false)), 0) << "2020 is never reached";
-    EXPECT_EQ(YearOf(GetClosestPFileForYear(2020, false)), 2020) << "but may be asked for";
-    AddParameters({2021, 2023});
-    EXPECT_EQ(YearOf(GetClosestPFileForYear(2025, false)), 2023);
-    EXPECT_EQ(YearOf(GetClosestPFileForYear(2022, false)), 2021);
-    EXPECT_EQ(YearOf(GetClosestPFileForYear(2019, false)), 0);
+    AddParameters({2021, 2023, 2024});
+    for (const auto& [offset, year, isRelative, found, closest, why] :
+         ::Test::Table<short, short, bool, short, short>("MorvUt/context/PFile.tsv")) {
+        const CPFileYearOffsetter offsetter(offset);
+        EXPECT_EQ(YearOf(GetPFileForYear(year, isRelative)), found) << why;
+        EXPECT_EQ(YearOf(GetClosestPFileForYear(year, isRelative)), closest) << why;
+    }
 }
 
 TEST_P(PFileOfYear, HasTheTurnoverLevelOrAnotherYears)

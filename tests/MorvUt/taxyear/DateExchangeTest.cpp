@@ -77,16 +77,10 @@ TEST(DDX_LongDate, LimitsTheFieldThatShowsUnknown)
 
 TEST(DDX_LongDate, TakesTheTextOver)
 {
-    const ::Test::Row<const char*, int, unsigned, long> rows[] = {
-        {"5/4/2024", 0, 0u, 20240405, "a date"},           {"", 1, 0u, 0, "null"},
-        {"UNKNOWN  \t", 1, 0u, 99, "capitals and blanks"}, {"Unknown", 1, Kiln::kDateRequired, 99, "as it is shown"},
-        {" Unknown", 1, 0u, -1, "a blank before it"},      {"99", 1, 0u, -1, "the number of it"},
-        {"Unknown.", 1, 0u, -1, "more than the word"},     {"", 1, Kiln::kDateRequired, -1, "empty, but required"},
-        {"Unknown", 0, 0u, -1, "not allowed here"},
-    };
-    for (const auto& [text, allowUnknown, flags, value, why] : rows) {
+    for (const auto& [text, allowUnknown, isRequired, value, why] :
+         ::Test::Table<const char*, int, bool, long>("MorvUt/taxyear/DateExchange.tsv")) {
         CDatesDialog dialog(20200202, allowUnknown);
-        dialog.flags = flags;
+        dialog.flags = isRequired ? Kiln::kDateRequired : 0u;
         dialog.edit.SetWindowText(text);
         const bool isTaken = value != -1;
         EXPECT_EQ(dialog.Save(isTaken), isTaken) << why;

@@ -7,14 +7,10 @@ TEST(TaxYearRange, NumbersThirtyFiveYears)
     EXPECT_TRUE(GetMinRealTaxYear() == 1991 && GetMaxRealTaxYear() == 2025 && GetDefaultRealTaxYear() == 2024);
     EXPECT_TRUE(GetMaxTaxYear() == 34 && GetNumTaxYears() == 35);
     EXPECT_TRUE(TaxYear::GetFirstTaxYear() == TaxYear(1991) && TaxYear::GetLastTaxYear() == TaxYear(2025));
-    const ::Test::Case<short, short> rows[] = {
-        {1991, 0, "first"},    {1990, -1, "before the range"},      {2025, 34, "last"}, {2100, 109, "behind the range"},
-        {2024, 33, "default"}, {-32768, 30777, "wraps at 16 bits"},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(ConvertRealToRelativeTaxYear(row.in), row.out) << row.why;
-        EXPECT_EQ(ConvertRelativeToRealTaxYear(row.out), row.in) << row.why;
-        EXPECT_EQ(TaxYear(row.in).GetRelativeTaxYear(), row.out) << row.why;
+    for (const auto& [year, number, why] : ::Test::Table<short, short>("MorvUt/taxyear/TaxYear.tsv")) {
+        EXPECT_EQ(ConvertRealToRelativeTaxYear(year), number) << why;
+        EXPECT_EQ(ConvertRelativeToRealTaxYear(number), year) << why;
+        EXPECT_EQ(TaxYear(year).GetRelativeTaxYear(), number) << why;
     }
 }
 
@@ -44,13 +40,8 @@ TEST(TaxYear, ComparesAndMovesByTheYearAlone)
 
 TEST(YearTitles, AreWrittenInFourWays)
 {
-    const ::Test::Row<short, const char*, const char*, const char*, const char*> rows[] = {
-        {2024, "23-24", "2023/24", "2023-24", "2023/24", "any year"},
-        {2000, "99-00", "1999/00", "1999-00", "1999/2000", "ends a century"},
-        {2001, "00-01", "2000/01", "2000-01", "2000/01", "the year after"},
-        {7, "06-07", "0006/07", "0006-07", "0006/07", "keeps its digits"},
-    };
-    for (const auto& [year, two, fourTwo, hyphen, four, why] : rows) {
+    for (const auto& [year, two, fourTwo, hyphen, four, why] :
+         ::Test::Table<short, const char*, const char*, const char*, const char*>("MorvUt/taxyear/TaxYear.tsv")) {
         SCOPED_TRACE(why);
         EXPECT_EQ(FormatYearString2Digit(year), two);
         EXPECT_EQ(FormatYearString42Digit(year), fourTwo);

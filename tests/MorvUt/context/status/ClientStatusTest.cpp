@@ -33,18 +33,11 @@ ON_EMBEDDED(StatusOfClientsInAFile);
 
 } // namespace
 
-TEST_P(StatusOfClients, OfClients)
+TEST_P(StatusOfClients, IsToldByTheirRows)
 {
-    for (const auto& [statements, year, yes, why] :
-         ::Test::Table<const char*, short, const char*>("MorvUt/context/status/ClientStatus.tsv"))
-        EXPECT_EQ(Yes(StatusWith(statements, false, year)), yes) << why;
-}
-
-TEST_P(StatusOfClients, OfPeriodsOfInactivity)
-{
-    for (const auto& [statements, year, isCovered, why] :
-         ::Test::Table<const char*, short, bool>("MorvUt/context/status/ClientStatus.tsv"))
-        EXPECT_EQ(Yes(StatusWith(statements, false, year)), isCovered ? "deadOrDormant inactive" : "") << why;
+    for (const auto& [statements, isPartnership, year, yes, why] :
+         ::Test::Table<const char*, bool, short, const char*>("MorvUt/context/status/ClientStatus.tsv"))
+        EXPECT_EQ(Yes(StatusWith(statements, isPartnership, year)), yes) << why;
 }
 
 TEST_P(StatusOfClientsInAFile, WhichMayHoldWhatIsNoDate)
@@ -52,13 +45,6 @@ TEST_P(StatusOfClientsInAFile, WhichMayHoldWhatIsNoDate)
     for (const auto& [statements, year, why] :
          ::Test::Table<const char*, short>("MorvUt/context/status/ClientStatus.tsv"))
         EXPECT_EQ(Yes(StatusWith(statements, false, year)), "") << why;
-}
-
-TEST_P(StatusOfClients, OfPartnerships)
-{
-    for (const auto& [statements, yes, why] :
-         ::Test::Table<const char*, const char*>("MorvUt/context/status/ClientStatus.tsv"))
-        EXPECT_EQ(Yes(StatusWith(statements, true, 2020)), yes) << why;
 }
 
 TEST(TaxPayerStatus, IsAsStored)

@@ -1,6 +1,6 @@
 #include "MorvUt/context/status/OwnerRecords.h"
 
-#include <vector>
+#include <sstream>
 
 #include "MorvUt/users/UserData.h"
 #include "Quarry/Session.h"
@@ -10,11 +10,12 @@ namespace
 {
 
 /// Client 1 has a row of each of the years, its status the year; client 2 one of 2010.
-void AddYears(const std::vector<int>& years)
+void AddYears(const std::string& years)
 {
     ::Test::Practice::Sql("DELETE FROM BRIXClientYearly");
     ::Test::Practice::Sql("INSERT INTO BRIXClientYearly (lClientID, nYear, nStatus) VALUES (2, 2010, 2010)");
-    for (const int year : years)
+    std::istringstream numbers(years);
+    for (int year = 0; numbers >> year;)
         ::Test::Practice::Sql("INSERT INTO BRIXClientYearly (lClientID, nYear, nStatus) VALUES (1, %d, %d)", year,
                               year);
 }
@@ -38,20 +39,8 @@ ON_BOTH_DATABASES(OwnerRecords);
 
 TEST_P(OwnerRecords, OfAYearAreTheNearestAndCopiesOfIt)
 {
-    // years that there are, the year wanted; the year found, and the status of the row that is made
-    const ::Test::Row<std::vector<int>, short, int, int> rows[] = {
-        {{2008, 2012}, 2010, 2008, 2008, "the earlier one"},
-        {{2011, 2008, 2009}, 2010, 2009, 2009, "the nearest of them"},
-        {{2012, 2014}, 2010, 2012, 2012, "later ones in their turn"},
-        {{2008, 2010}, 2010, 2010, 2010, "itself"},
-        {{1996, 2026}, 2010, 0, 0, "1996 and 2026 stand in for nothing"},
-        {{1997, 2025}, 2010, 1997, 1997, "1997 does"},
-        {{2025}, 2010, 2025, 2025, "so does 2025"},
-        {{1990, 1995, 1997}, 1996, 1997, 1997, "before 1997: only later ones"},
-        {{2030, 2025}, 2030, 2030, 2030, "itself, whatever the year"},
-        {{}, 2010, 0, 0, "nothing"},
-    };
-    for (const auto& [years, wanted, found, status, why] : rows) {
+    for (const auto& [years, wanted, found, why] :
+         ::Test::Table<const char*, short, int>("MorvUt/context/status/OwnerRecords.tsv")) {
         AddYears(years);
         Brix::CClientYearly list = RowsOfClient1();
         const int count = list.GetCount();
@@ -60,7 +49,7 @@ TEST_P(OwnerRecords, OfAYearAreTheNearestAndCopiesOfIt)
         EXPECT_TRUE(GetClientYearly(list, wanted, true)) << why;
         EXPECT_EQ(list.GetYear(), wanted) << why;
         EXPECT_EQ(list.GetClientID(), 1) << why;
-        EXPECT_EQ(list.GetStatus(), status) << why;
+        EXPECT_EQ(list.GetStatus(), found) << why << ": its copy";
         EXPECT_FALSE(list.IsDirty()) << why;
         EXPECT_EQ(RowsOfClient1().GetCount(), count + (found == wanted ? 0 : 1)) << why;
     }
@@ -68,7 +57,7 @@ TEST_P(OwnerRecords, OfAYearAreTheNearestAndCopiesOfIt)
 
 TEST_P(OwnerRecords, OfAYearAreNeverMadeTwiceOrForNobody)
 {
-    AddYears({2008});
+    AddYears("2008");
     Brix::CClientYearly mine = RowsOfClient1(), theirs = mine;
     EXPECT_TRUE(GetClientYearly(theirs, 2010, true));
     theirs.SetStatus(7);
