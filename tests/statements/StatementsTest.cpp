@@ -33,81 +33,50 @@ struct SourceText
     std::string text;  // literals that follow one another are one
 };
 
-/// Cuts the string literals out of a C++ source.
-class Literals
+/// The string literals of a C++ source.
+std::vector<SourceText> LiteralsOf(const std::string& name, const std::string& source)
 {
-public:
-    Literals(std::string name, std::string source) : m_name(std::move(name)), m_source(std::move(source)) {}
-
-    std::vector<SourceText> Run()
+    static constexpr struct
     {
-        while (m_at < m_source.size())
-            Next();
-        return std::move(m_texts);
-    }
-
-private:
-    bool Starts(const char* text) const { return m_source.compare(m_at, std::string_view(text).size(), text) == 0; }
-    void SkipTo(const char* end)
-    {
-        const std::size_t found = m_source.find(end, m_at + 2);
-        m_at = found == std::string::npos ? m_source.size() : found;
-    }
-
-    void Next()
-    {
-        const char c = m_source[m_at];
-        if (Starts("//")) {
-            SkipTo("\n");
-        } else if (Starts("/*")) {
-            SkipTo("*/");
-            m_at += 2;
-        } else if (c == '\'' && (m_at == 0 || !std::isalnum(static_cast<unsigned char>(m_source[m_at - 1])))) {
-            Quoted('\''); // between digits it is a separator
-            m_follows = false;
-        } else if (Starts("R\"(")) {
-            m_at += 3;
-            const std::size_t end = std::min(m_source.find(")\"", m_at), m_source.size());
-            Add(m_source.substr(m_at, end - m_at));
-            m_at = end + 2;
-        } else if (c == '"') {
-            Add(Quoted('"'));
-        } else {
-            m_follows = m_follows && std::isspace(static_cast<unsigned char>(c));
-            ++m_at;
+        std::string_view begin, end;
+        bool isText, hasEscapes;
+    } kKinds[] = {{"//", "\n", false, false},
+                  {"/*", "*/", false, false},
+                  {"'", "'", false, true},
+                  {"R\"(", ")\"", true, false},
+                  {"\"", "\"", true, true}};
+    std::vector<SourceText> texts;
+    bool follows = false; // only blanks and remarks since the last literal
+    const auto stands = [&](std::string_view what, std::size_t at) {
+        return source.compare(at, what.size(), what) == 0;
+    };
+    for (std::size_t at = 0; at < source.size();) {
+        const auto* const kind = std::find_if(std::begin(kKinds), std::end(kKinds), [&](const auto& each) {
+            const bool isSeparator = each.begin == "'" && at > 0 &&
+                                     std::isalnum(static_cast<unsigned char>(source[at - 1])); // between digits
+            return !isSeparator && stands(each.begin, at);
+        });
+        if (kind == std::end(kKinds)) {
+            follows = follows && std::isspace(static_cast<unsigned char>(source[at]));
+            ++at;
+            continue;
         }
-    }
-
-    std::string Quoted(char mark)
-    {
+        const std::size_t start = at;
         std::string text;
-        for (++m_at; m_at < m_source.size() && m_source[m_at] != mark; ++m_at) {
-            if (m_source[m_at] == '\\')
-                text += m_source[++m_at] == 'n' ? '\n' : m_source[m_at];
+        for (at += kind->begin.size(); at < source.size() && !stands(kind->end, at); ++at)
+            if (kind->hasEscapes && source[at] == '\\')
+                text += source[++at] == 'n' ? '\n' : source[at];
             else
-                text += m_source[m_at];
-        }
-        ++m_at;
-        return text;
+                text += source[at];
+        at += kind->end.size();
+        if (kind->isText && follows)
+            texts.back().text += text;
+        else if (kind->isText)
+            texts.push_back({name + ":" + std::to_string(1 + std::count(&source[0], &source[start], '\n')), text});
+        follows = kind->isText || (follows && kind->begin != "'");
     }
-
-    void Add(const std::string& text)
-    {
-        if (m_follows) {
-            m_texts.back().text += text;
-        } else {
-            const auto line =
-                1 + std::count(m_source.begin(), m_source.begin() + static_cast<std::ptrdiff_t>(m_at), '\n');
-            m_texts.push_back({m_name + ":" + std::to_string(line), text});
-        }
-        m_follows = true;
-    }
-
-    std::string m_name, m_source;
-    std::size_t m_at = 0;
-    bool m_follows = false; // only blanks since the last literal
-    std::vector<SourceText> m_texts;
-};
+    return texts;
+}
 
 bool HoldsSql(const std::string& text)
 {
@@ -133,7 +102,7 @@ std::vector<SourceText> SqlInSources(const std::string& root)
     for (const std::string& file : files) {
         std::ostringstream source;
         source << std::ifstream(fs::path(root) / file).rdbuf();
-        for (SourceText& text : Literals(file, source.str()).Run())
+        for (SourceText& text : LiteralsOf(file, source.str()))
             if (HoldsSql(text.text))
                 found.push_back(std::move(text));
     }
