@@ -74,26 +74,17 @@ TEST_P(Schema, IsMadeOnceAndLeavesNothingWhenItCannotBe)
 
 TEST_P(Schema, KnowsItsVersion)
 {
-    const std::tuple<const char*, SchemaState, int, const char*> rows[] = {
-        {"", SchemaState::NotAPractice, 0, "empty file"},
-        {"CREATE TABLE photos (id INTEGER)", SchemaState::NotAPractice, 0, "somebody else's database"},
-        {"CREATE TABLE BRIXSchema (x INTEGER)", SchemaState::NotAPractice, 0, "another table of that name"},
-        {"CREATE TABLE BRIXSchema (nVersion INTEGER)", SchemaState::NotAPractice, 0, "no version in it"},
-        {"CREATE TABLE BRIXSchema AS SELECT 2 AS nVersion", SchemaState::Older, 2, "before the key check"},
-        {"CREATE TABLE BRIXSchema AS SELECT 5 AS nVersion", SchemaState::Older, 5, "before ends of pensions"},
-        {"CREATE TABLE BRIXSchema AS SELECT 6 AS nVersion", SchemaState::Current, 6, "ours"},
-        {"CREATE TABLE BRIXSchema AS SELECT 7 AS nVersion", SchemaState::Newer, 7, "from the future"},
-    };
+    constexpr const char* kNames[] = {"Current", "NotAPractice", "Older", "Newer"};
     int number = 0;
-    for (const auto& [sql, state, version, why] : rows) {
+    for (const auto& [sql, state, version, why] : ::Test::Table<const char*, std::string, int>("Brix/Schema.tsv")) {
         SCOPED_TRACE(why);
         const auto connection = Open("version" + std::to_string(++number) + ".db");
         if (*sql)
             connection->Script(sql);
         const Brix::SchemaVersion read = Brix::ReadSchemaVersion(*connection);
-        EXPECT_EQ(read.state, state);
+        EXPECT_EQ(kNames[static_cast<int>(read.state)], state);
         EXPECT_EQ(read.version, version);
-        if (state == SchemaState::NotAPractice || state == SchemaState::Newer) {
+        if (state == "NotAPractice" || state == "Newer") {
             EXPECT_THROW(Brix::UpgradeSchema(*connection), DatabaseError);
         }
     }

@@ -43,21 +43,6 @@ TEST_P(RowCursor, SeveralWalkOverOneStatementWhileRowsAreWritten)
     EXPECT_EQ(Count(*connection), 6);
 }
 
-TEST_P(RowCursor, LeavesNoLockAndOutlivesItsConnection)
-{
-    const auto other = OpenPractice();
-    auto cursor = std::make_unique<CRowCursor>(CRowCursor(*connection, "SELECT lID FROM Note"));
-    ASSERT_TRUE(cursor->Next());
-    other->ExecuteDirect("DELETE FROM Note WHERE lID > 1");
-    connection.reset();
-    EXPECT_TRUE(cursor->Next()) << "what it reads is one state of the data";
-    cursor.reset();
-    if (::Test::IsOnServer())
-        return other->Script("DROP TABLE Note");
-    const CBufferedRowList checkpoint(*other, "PRAGMA wal_checkpoint(TRUNCATE)");
-    EXPECT_EQ(checkpoint.GetLong(0), 0) << "nobody reads the old state any more";
-}
-
 TEST_P(RowCursor, WalksOverMoreThanAPart)
 {
     for (int count = 3; count < 12'000; count *= 2)

@@ -24,34 +24,6 @@ TEST_P(Transaction, LevelsKeepWhatTheyShould)
         }
 }
 
-TEST_P(Transaction, RowsThatWaitAreSeenByWhatComesNextAndToldOfThere)
-{
-    CTransaction outer(*connection, Intent::Write);
-    std::vector<std::string> sent;
-    connection->OnSent([&](std::string_view statement) { sent.emplace_back(statement); });
-    Take(*connection, "123", &InsertLater);
-    EXPECT_TRUE(connection->HasUnsavedWrites());
-    EXPECT_EQ(Count(*connection), 3);
-    EXPECT_EQ(sent.size(), connection->GetDialect().SendsTogether() ? 2u : 4u);
-    connection->OnSent({});
-
-    CTransaction inner(*connection);
-    bool wasTold = false;
-    try {
-        Take(*connection, "423", &InsertLater);
-        Count(*connection);
-    } catch (const DatabaseError& error) {
-        wasTold = error.GetCategory() == Category::DuplicateKey;
-        EXPECT_NE(error.GetStatement().find("INSERT"), std::string::npos);
-    }
-    EXPECT_TRUE(wasTold);
-    inner.Rollback();
-    EXPECT_THROW(connection->ExecuteLater(kInsertNote, {}), DatabaseError) << "values are checked at once";
-    InsertLater(*connection, 5);
-    outer.Commit();
-    EXPECT_EQ(Count(*other), 4);
-}
-
 TEST_P(Transaction, ContendingConnectionsAllGetThrough)
 {
     connection->Script("CREATE TABLE Counter(nValue INTEGER); INSERT INTO Counter VALUES (0)");
