@@ -83,6 +83,14 @@ private:
         return Shown(rights);
     }
 
+    static std::string Staff()
+    {
+        std::string ids;
+        for (const StaffMember& listed : ListStaff())
+            ids += (ids.empty() ? "" : " ") + listed.id.Str();
+        return ids;
+    }
+
     const std::map<std::string, std::function<std::string()>> m_acts{
         {"sql", [this] { return Script(m_rest), ""; }},
         {"login", [this] { return CUserData::SetUser(m_rest.c_str()), ShownUser(); }},
@@ -90,6 +98,7 @@ private:
         {"has-group", [this] { return std::to_string(TheUser().HasGroup(m_rest.c_str())); }},
         {"of-another", [this] { return RightsOfAnother(); }},
         {"of-staff", [this] { return RightsOfStaff(); }},
+        {"staff", [] { return Staff(); }},
         {"why-not-new", [this] { return WhyNotNewStaff(m_rest.c_str(), "Another", "").Str(); }},
     };
     std::string m_rest; // of the act
