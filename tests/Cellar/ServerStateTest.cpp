@@ -4,9 +4,6 @@
 
 #include "Afx/time/Clock.h"
 #include "CellarTestSupport.h"
-#ifdef CELLAR_ODBC_FAKE
-#include "support/ScriptedServer.h"
-#endif
 
 TEST(ServerState, SaysHowTheWayToTheServerIsProtected)
 {
@@ -43,29 +40,3 @@ TEST_P(ServerState, IsToldByTheServer)
         EXPECT_NEAR(static_cast<double>(ServerClockAhead(*connection)), -1000.0 * seconds, 5000.0);
     }
 }
-
-#ifdef CELLAR_ODBC_FAKE
-/// Of a pooler it is seen that a session serves two connections, or a connection has two sessions.
-TEST(ServerState, TellsLentSessions)
-{
-    const char kOwn[] = "on SELECT @@SPID*\ncolumns n:int\nrow 51\n",
-               kSame[] = "on SELECT @@SPID*\ncolumns n:int\nrow 52\n",
-               kMoved[] =
-                   "on SELECT @@SPID*\ncolumns n:int\nrow 51\ntimes 3\non SELECT @@SPID*\ncolumns n:int\nrow 53\n";
-    const ::Test::Row<const char*, const char*, bool> rows[] = {
-        {kOwn, kSame, false, "each its own"},
-        {kOwn, kOwn, true, "one for both"},
-        {kMoved, kSame, true, "two for one"},
-    };
-    for (const auto& [script, ofOther, areLent, why] : rows) {
-        const ::Test::ScriptedServer server(script);
-        const auto connection = server.Open();
-        ::Test::WriteFile("script", ofOther);
-        const auto other = server.Open();
-        EXPECT_EQ(AreSessionsLent(*connection, *other), areLent) << why;
-    }
-    const ::Test::ScriptedServer server(std::string(kOwn) + "on BEGIN*\nerror 42000 1 no transactions here\n");
-    const auto connection = server.Open(), other = server.Open();
-    ErrorOf([&] { AreSessionsLent(*connection, *other); });
-}
-#endif

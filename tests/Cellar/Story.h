@@ -10,6 +10,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "Cellar/ServerState.h"
 #include "CellarTestSupport.h"
 
 class Story
@@ -29,9 +30,9 @@ public:
         m_shown = m_told = "";
         const std::string name = Word();
         Actor& actor = m_actors[name];
-        if (!actor.connection)
-            (actor.connection = m_open())->SetBusyTimeout(name == "a" ? 5000u : 0u);
         try {
+            if (!actor.connection)
+                (actor.connection = m_open())->SetBusyTimeout(name == "a" ? 5000u : 0u);
             Act(actor);
         } catch (const DatabaseError& error) {
             m_shown = NameOf(error.GetCategory());
@@ -114,6 +115,11 @@ private:
         {"leave", [](Actor& a) { a.cursor.reset(); }},
         {"close", [](Actor& a) { a.connection.reset(); }},
         {"wait", [this](Actor& a) { a.connection->SetBusyTimeout(static_cast<unsigned>(Number())); }},
+        {"dialect", [this](Actor& a) { m_shown = a.connection->GetDialect().GetName(); }},
+        {"lent", // with another's
+         [this](Actor& a) {
+             m_shown = AreSessionsLent(*a.connection, *m_actors.at(Word()).connection) ? "lent" : "each its own";
+         }},
         {"end", // another's session
          [this](Actor& a) {
              a.connection->Queryf("SELECT pg_terminate_backend(%ld)",
