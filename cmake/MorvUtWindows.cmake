@@ -1,6 +1,13 @@
 # morvut_toolkit: what real windows stand on. MORVUT_BUILD_WINDOWS says whether they are built.
+# For Windows the toolkit is made by tools/wx-mingw32, which says how to name it.
 set(has_toolkit OFF)
-if(NOT MORVUT_RULES_ONLY AND NOT MORVUT_STATIC AND NOT CMAKE_CROSSCOMPILING AND CMAKE_SYSTEM_NAME STREQUAL "Linux" AND CMAKE_SIZEOF_VOID_P EQUAL 8)
+if(WIN32 AND wxWidgets_CONFIG_EXECUTABLE)
+  cmake_path(GET wxWidgets_CONFIG_EXECUTABLE PARENT_PATH folder)
+  cmake_path(GET folder PARENT_PATH folder)
+  list(APPEND CMAKE_FIND_ROOT_PATH "${folder}")
+  find_package(wxWidgets 3.2 QUIET COMPONENTS core base)
+  set(has_toolkit ${wxWidgets_FOUND})
+elseif(NOT MORVUT_RULES_ONLY AND NOT MORVUT_STATIC AND NOT CMAKE_CROSSCOMPILING AND CMAKE_SYSTEM_NAME STREQUAL "Linux" AND CMAKE_SIZEOF_VOID_P EQUAL 8)
   find_package(wxWidgets 3.2 QUIET COMPONENTS core base)
   find_package(PkgConfig QUIET)
   if(wxWidgets_FOUND AND PkgConfig_FOUND)
@@ -12,7 +19,7 @@ option(MORVUT_BUILD_WINDOWS "Build real windows for the screens (wxWidgets 3.2)"
 
 if(MORVUT_BUILD_WINDOWS)
   if(NOT has_toolkit)
-    message(FATAL_ERROR "MORVUT_BUILD_WINDOWS: wxWidgets 3.2 on GTK 3 was not found, or is of another architecture")
+    message(FATAL_ERROR "MORVUT_BUILD_WINDOWS: wxWidgets 3.2 (on Linux with GTK 3) was not found, or is of another architecture")
   endif()
   add_library(morvut_toolkit INTERFACE)
   target_include_directories(morvut_toolkit SYSTEM INTERFACE ${wxWidgets_INCLUDE_DIRS} ${MORVUT_GTK_INCLUDE_DIRS})

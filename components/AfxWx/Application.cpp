@@ -135,7 +135,7 @@ bool Picture(const wxWindow& window, const std::string& path)
 namespace
 {
 
-bool Picture(wxWindow& window, const std::string& path)
+bool Picture(wxWindow& window, [[maybe_unused]] const std::string& path)
 {
     window.Update();
     wxClientDC drawn(&window);
@@ -143,9 +143,13 @@ bool Picture(wxWindow& window, const std::string& path)
     wxMemoryDC memory(picture);
     memory.Blit(wxPoint(), drawn.GetSize(), &drawn, wxPoint());
     memory.SelectObject(wxNullBitmap);
+#if wxUSE_LIBPNG
     if (!wxImage::FindHandler(wxBITMAP_TYPE_PNG))
         wxImage::AddHandler(new wxPNGHandler);
     return picture.SaveFile(ToWx(path), wxBITMAP_TYPE_PNG);
+#else
+    return false;
+#endif
 }
 
 } // namespace

@@ -9,6 +9,8 @@
 
 #ifdef __WXGTK__
 #include <gtk/gtk.h>
+#else
+#include <wx/access.h>
 #endif
 
 namespace AfxWx
@@ -235,7 +237,29 @@ void SpeakAsDialog(wxWindow& window)
     atk_object_set_role(gtk_widget_get_accessible(static_cast<GtkWidget*>(window.GetHandle())), ATK_ROLE_DIALOG);
 }
 #else
-void SpeakAs(wxWindow& window, const wxString& name) { window.SetName(name); }
+namespace
+{
+
+/// The name; the rest is what the system says of such a window.
+class NamedWindow : public wxAccessible
+{
+public:
+    NamedWindow(wxWindow& window, const wxString& name) : wxAccessible(&window), m_name(name) {}
+    wxAccStatus GetName(int id, wxString* name) override
+    {
+        if (id != 0)
+            return wxACC_NOT_IMPLEMENTED;
+        *name = m_name;
+        return wxACC_OK;
+    }
+
+private:
+    wxString m_name;
+};
+
+} // namespace
+
+void SpeakAs(wxWindow& window, const wxString& name) { window.SetAccessible(new NamedWindow(window, name)); }
 void SpeakAsDialog(wxWindow&) {} // it is one there
 #endif
 
