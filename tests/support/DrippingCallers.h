@@ -2,7 +2,6 @@
 
 // Connections to a server on this computer that never finish a request.
 
-#include <atomic>
 #include <thread>
 #include <vector>
 
@@ -17,31 +16,25 @@ namespace Test
 class DrippingCallers
 {
 public:
-    DrippingCallers(int port, int count) : m_sockets(static_cast<std::size_t>(count))
+    DrippingCallers(int port, int count)
     {
         const sockaddr_in address{AF_INET, htons(static_cast<std::uint16_t>(port)), {htonl(INADDR_LOOPBACK)}, {}};
-        for (int& each : m_sockets) {
+        std::vector<int> sockets(static_cast<std::size_t>(count));
+        for (int& each : sockets) {
             each = socket(AF_INET, SOCK_STREAM, 0);
             connect(each, reinterpret_cast<const sockaddr*>(&address), sizeof address);
         }
-        m_thread = std::thread([this] {
-            for (; !m_ending; usleep(250'000))
-                for (const int each : m_sockets)
+        m_thread = std::jthread([sockets](const std::stop_token& end) {
+            for (; !end.stop_requested(); usleep(250'000))
+                for (const int each : sockets)
                     send(each, "G", 1, MSG_NOSIGNAL);
+            for (const int each : sockets)
+                close(each);
         });
-    }
-    ~DrippingCallers()
-    {
-        m_ending = true;
-        m_thread.join();
-        for (const int each : m_sockets)
-            close(each);
     }
 
 private:
-    std::vector<int> m_sockets;
-    std::atomic<bool> m_ending{false};
-    std::thread m_thread;
+    std::jthread m_thread;
 };
 
 } // namespace Test

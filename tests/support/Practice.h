@@ -97,6 +97,12 @@ public:
             text += row + (count > 1 ? " (" + std::to_string(count) + " times)\n" : "\n");
         return text;
     }
+    /// The same of a SELECT that is read from a file.
+    static std::string Asked(const std::string& select)
+    {
+        Script("DROP VIEW IF EXISTS Asked; CREATE TEMP VIEW Asked AS " + select);
+        return Query("SELECT * FROM Asked");
+    }
 
 private:
     /// Rows that statements put there with ids of their own: new ones stand behind them on a server, too.

@@ -116,9 +116,8 @@ TEST_F(Fetch, SendsWhatTheInterfaceAsksFor)
 
 TEST_F(Fetch, TellsTheZoneOfThisComputer)
 {
-    const std::pair<const char*, const char*> rows[] = {
-        {"UTC0", "UTC+00:00"}, {"IST-5:30", "UTC+05:30"}, {"NST3:30", "UTC-03:30"}, {"EST5", "UTC-05:00"}};
-    for (const auto& [zone, told] : rows) {
+    for (const auto& [zone, told] :
+         {std::pair("UTC0", "UTC+00:00"), {"IST-5:30", "UTC+05:30"}, {"NST3:30", "UTC-03:30"}, {"EST5", "UTC-05:00"}}) {
         setenv("TZ", zone, 1);
         tzset();
         authorisation->SetChannel(std::make_shared<Channel>(tokenEndpoint)); // a channel tells it once

@@ -1,75 +1,15 @@
+// Signing in, as the browser sees it.
+
 #include <csignal>
 #include <thread>
 
-#include "HmrcApi/Fakes.h"
-#include "HmrcApi/LocalServer.h"
+#include "HmrcApi/oauth/Dialogue.h"
 #include "Shellkit/Base64Url.h"
 #include "Shellkit/Digest.h"
 #include "support/DrippingCallers.h"
 
 using namespace HmrcApi;
-
-namespace
-{
-
-using Members = std::vector<std::pair<const char*, std::string>>;
-
-/// A port that was free a moment ago.
-unsigned short FreePort()
-{
-    Fakes::LocalServer probe;
-    probe.Start();
-    return probe.Port();
-}
-
-/// The value of a query member, decoded.
-std::string QueryOf(const std::string& address, const std::string& name)
-{
-    httplib::Params params;
-    httplib::detail::parse_query_text(address.substr(address.find('?') + 1), params);
-    const auto found = params.find(name);
-    return found == params.end() ? std::string() : found->second;
-}
-
-/// The browser's request to the redirect address, on one family of addresses; its status.
-int Visit(const std::string& host, const std::string& redirect, const std::string& query)
-{
-    const std::size_t port = redirect.rfind(':');
-    httplib::Client browser(host, std::stoi(redirect.substr(port + 1)));
-    const auto answer = browser.Get((redirect.substr(redirect.find('/', port)) + query).c_str());
-    return answer ? answer->status : 0;
-}
-
-class Dialogue : public Fakes::Plumbing
-{
-protected:
-    Dialogue()
-    {
-        authorisation->SetRedirectPorts({FreePort(), FreePort(), FreePort()});
-        authorisation->SetBrowserTimeout(5000);
-        authorisation->SetCancel({});
-    }
-
-    /// The browser takes the user to the redirect address with `answer` and the state.
-    void Answer(const std::string& answer)
-    {
-        authorisation->SetBrowser([this, answer](const std::string& address) {
-            page = address;
-            status = Stored("nAuthorisedStatus");
-            return Visit("127.0.0.1", QueryOf(page, "redirect_uri"), answer + "&state=" + QueryOf(page, "state")) ==
-                   200;
-        });
-    }
-    void ExpectFailure(const char* code)
-    {
-        EXPECT_FALSE(authorisation->DoAuthorisation(nullptr));
-        EXPECT_EQ(Code(), code);
-    }
-
-    std::string page, status; // at the browser
-};
-
-} // namespace
+using Fakes::Dialogue, Fakes::FreePort, Fakes::QueryOf, Fakes::Visit;
 
 TEST_F(Dialogue, TurnsTheUsersConsentIntoStoredTokens)
 {
@@ -85,20 +25,19 @@ TEST_F(Dialogue, TurnsTheUsersConsentIntoStoredTokens)
     std::signal(SIGHUP, before);
     tokenEndpoint->onSend = {};
 
-    EXPECT_EQ(page.substr(0, page.find('?')), "http://127.0.0.1:1/oauth/authorize");
-    for (const auto& [name, value] : Members{{"response_type", "code"},
-                                             {"client_id", "the-client"},
-                                             {"scope", CScope().GetScope()},
-                                             {"client_secret", ""},
-                                             {"code_challenge_method", "S256"}})
-        EXPECT_EQ(QueryOf(page, name), value) << name;
+    const auto valuesOf = [](const std::string& query, std::initializer_list<const char*> names) {
+        std::string values;
+        for (const char* name : names)
+            values += QueryOf(query, name) + '|';
+        return values;
+    };
+    EXPECT_TRUE(page.starts_with("http://127.0.0.1:1/oauth/authorize?")) << page;
+    EXPECT_EQ(valuesOf(page, {"response_type", "client_id", "scope", "client_secret", "code_challenge_method"}),
+              "code|the-client|" + CScope().GetScope() + "||S256|");
     EXPECT_GE(QueryOf(page, "state").size(), 22u) << "128 bits";
     const std::string form = '?' + tokenEndpoint->requests.at(0).body;
-    for (const auto& [name, value] : Members{{"grant_type", "authorization_code"},
-                                             {"code", "the-code"},
-                                             {"redirect_uri", QueryOf(page, "redirect_uri")},
-                                             {"client_secret", "the-client-secret"}})
-        EXPECT_EQ(QueryOf(form, name), value) << name;
+    EXPECT_EQ(valuesOf(form, {"grant_type", "code", "redirect_uri", "client_secret"}),
+              "authorization_code|the-code|" + QueryOf(page, "redirect_uri") + "|the-client-secret|");
     const std::string verifier = QueryOf(form, "code_verifier"), challenge = QueryOf(page, "code_challenge");
     EXPECT_GE(verifier.size(), 43u);
     EXPECT_EQ(Shellkit::Base64Url(Shellkit::Sha256(verifier)), challenge);
@@ -112,25 +51,6 @@ TEST_F(Dialogue, TurnsTheUsersConsentIntoStoredTokens)
     ASSERT_TRUE(authorisation->DoAuthorisation(nullptr));
     EXPECT_NE(QueryOf(page, "state"), state);
     EXPECT_NE(QueryOf(page, "code_challenge"), challenge);
-}
-
-TEST_F(Dialogue, StaysWithItsServiceStepByStep)
-{
-    Answer("?code=the-code");
-    ASSERT_EQ(authorisation->RequestAuthCode(), "the-code");
-    client->base = "https://other.example/";
-    tokenEndpoint->Script({{400, R"({"error":"x","error_description":"the-code of another"})"}});
-    EXPECT_FALSE(authorisation->RequestAccessToken("the-code"));
-    Fakes::ExpectNone(authorisation->GetLastError().text, {"the-code"});
-    tokenEndpoint->Script({{200, Fakes::kFreshTokens}});
-    EXPECT_TRUE(authorisation->RequestAccessToken("the-code"));
-    EXPECT_EQ(tokenEndpoint->requests.at(0).address, "http://127.0.0.1:1/oauth/token");
-    EXPECT_EQ(AccessToken(), "") << "nothing for the other";
-    StoreElsewhere();
-    EXPECT_TRUE(authorisation->UpdateTokens());
-    EXPECT_EQ(StoredToken(), "access-2");
-    EXPECT_EQ(Stored("strService"), "http://127.0.0.1:1");
-    EXPECT_EQ(Stored("dtGranted = dtAuthenticated"), "1") << "dated as a consent";
 }
 
 TEST_F(Dialogue, IgnoresAnswersThatAreNotItsOwnAndListensOnBothFamiliesOfAddresses)
@@ -166,31 +86,6 @@ TEST_F(Dialogue, ShowsThePageThoughItListensNoMore)
         browser.join();
         ASSERT_EQ(answered, 200) << i;
     }
-}
-
-TEST_F(Dialogue, SaysWhyNoAuthorityCame)
-{
-    Answer("?error=access_denied&error_description=user%20said%20no");
-    ExpectFailure("ACCESS_DENIED");
-    EXPECT_NE(authorisation->GetLastError().text.find("user said no"), std::string::npos);
-    EXPECT_EQ(Stored("nAuthorisedStatus"), "0");
-    EXPECT_TRUE(tokenEndpoint->requests.empty());
-
-    tokenEndpoint->Script({{0, ""}});
-    Answer("?code=c");
-    ExpectFailure("ANSWER_INCOMPLETE");
-    EXPECT_EQ(tokenEndpoint->requests.size(), 1u) << "a code is good for one use";
-
-    authorisation->SetBrowser([](const std::string&) { return true; });
-    authorisation->SetBrowserTimeout(50);
-    ExpectFailure("AUTHORISATION_TIMED_OUT");
-    authorisation->SetBrowserTimeout(60'000);
-    authorisation->SetCancel([] { return true; });
-    ResetRow();
-    ExpectFailure("CANCELLED");
-    authorisation->SetBrowser([](const std::string&) { return false; });
-    ExpectFailure("BROWSER_NOT_OPENED");
-    EXPECT_EQ(Stored("nAuthorisedStatus, dtGranted IS NULL"), "1|1") << "nobody was asked: what was given stays";
 }
 
 TEST_F(Dialogue, IsHeldUpByNobodyElsesConnections)

@@ -22,14 +22,13 @@ protected:
         const int port = m_server ? m_server->Port() : 0;
         m_server.reset();
         m_server = std::make_unique<Fakes::LocalServer>(port);
-        const auto answer = [this](const std::string& body) {
-            return [this, body](const httplib::Request& request, httplib::Response& response) {
-                m_ports.insert(request.remote_port);
-                response.set_content(body + std::to_string(++m_requests) + "\"}", "application/json");
-            };
+        const auto answer = [this](const httplib::Request& request, httplib::Response& response) {
+            m_ports.insert(request.remote_port);
+            response.set_content(R"({"employments":[],"class1":{},"refresh_token":"r","access_token":"a)" +
+                                     std::to_string(++m_requests) + "\"}",
+                                 "application/json");
         };
-        m_server->Handlers().Post("/oauth/token", answer(R"({"refresh_token":"r","access_token":"a)"));
-        m_server->Handlers().Get("/.*", answer(R"({"employments":[],"class1":{},"number":")"));
+        m_server->Handlers().Get("/.*", answer).Post("/.*", answer);
         m_server->Start();
         client->base = m_server->Address("/");
         SetService(m_server->Address(""));

@@ -2,7 +2,10 @@
 
 #include <atomic>
 #include <cstdlib>
+#include <map>
 #include <mutex>
+#include <set>
+#include <sstream>
 #include <vector>
 
 #include <openssl/pem.h>
@@ -21,47 +24,26 @@ namespace
 
 using httplib::Request, httplib::Response;
 
-/// A server with every kind of answer, and the personal headers of each request that reached "/seen".
+/// Two hosts on this computer, which answer as they are told and keep what they saw.
 class Transport : public testing::Test
 {
 protected:
+    struct Served
+    {
+        int status = 404;
+        std::string header, value, body;
+        unsigned delay = 0; // milliseconds
+    };
+
     Transport()
     {
-        Serve("/json", [](auto&, auto& response) { response.set_content("{}", "Application/JSON; charset=utf-8"); });
-        Serve("/busy", [](auto&, auto& response) {
-            response.status = 429;
-            response.set_header("Retry-After", " 7 ");
-        });
-        Serve("/slow", [](auto&, auto&) { std::this_thread::sleep_for(std::chrono::milliseconds(700)); });
-        Serve("/large", [](auto& request, auto& response) {
-            EXPECT_NE(request.get_header_value("Accept-Encoding").find("gzip"), std::string::npos);
-            response.set_content(std::string(9u << 20, ' '), "application/json"); // some 9 kB compressed
-        });
-        Serve("/port", [](auto& request, auto& response) {
-            response.set_content(std::to_string(request.remote_port), "text/plain");
-        });
-        const std::pair<const char*, std::string> redirects[] = {
-            {"/loop", m_server.Address("/loop")}, {"/same", "/seen"},
-            {"/other", m_other.Address("/seen")}, {"/refused", m_other.Address("/401")},
-            {"/back", m_other.Address("/back")},  {"/outside", "http://hmrc.example/seen"},
-            {"/file", "file:///etc/passwd"},      {"/moved", "/form"}};
-        for (const auto& [from, to] : redirects)
-            Serve(from, [to = to](auto&, auto& response) { response.set_redirect(to, 307); });
-        m_server.Handlers().Post("/form", [](const Request& request, Response& response) {
-            response.set_content(request.get_header_value("Content-Type") + '|' + request.body, "text/plain");
-        });
-        const auto seen = [this](const Request& request, Response&) {
-            const std::lock_guard lock(m_mutex);
-            m_seen.push_back(request.get_header_value("Authorization") + '|' + request.get_header_value("Accept") +
-                             '|' + request.get_header_value("Gov-Client-User-IDs"));
-        };
-        m_other.Handlers().Get("/401", [](auto&, auto& response) { response.status = 401; });
-        m_other.Handlers().Get(
-            "/back", [this](auto&, auto& response) { response.set_redirect(m_server.Address("/seen"), 307); });
-        m_other.Handlers().Get("/seen", seen);
-        Serve("/seen", seen);
-        m_server.Start();
-        m_other.Start();
+        for (const auto& [name, server] : {std::pair("SELF", &m_self), {"OTHER", &m_other}}) {
+            const auto answer = [this, host = std::string(name)](const Request& request, Response& response) {
+                Answer(host, request, response);
+            };
+            server->Handlers().Get("/.*", answer).Post("/.*", answer);
+            server->Start();
+        }
         for (const char* proxy : {"http_proxy", "all_proxy"}) // nobody listens there
             setenv(proxy, "http://127.0.0.1:1", 1);
     }
@@ -71,98 +53,111 @@ protected:
             unsetenv(proxy);
     }
 
-    void Serve(const char* path, std::function<void(const Request&, Response&)> answer)
+    /// "serve HOST/PATH STATUS [HEADER: VALUE]", "get ADDRESS", "post ADDRESS BODY", "connections" that SELF has seen;
+    /// SELF and OTHER stand for the hosts' addresses.
+    std::string Run(const std::string& command)
     {
-        m_server.Handlers().Get(path, answer);
-        m_server.Handlers().Post(path, answer);
+        std::istringstream words(command);
+        std::string verb, address, rest;
+        std::getline(words >> verb >> address >> std::ws, rest);
+        rest = Named(rest);
+        if (verb == "serve") {
+            const std::size_t header = rest.find(' ') + 1, colon = rest.find(": ");
+            m_served[address] = {std::stoi(rest), colon == rest.npos ? "" : rest.substr(header, colon - header),
+                                 colon == rest.npos ? "" : rest.substr(colon + 2), "{}"};
+            return {};
+        }
+        if (verb == "connections")
+            return std::to_string(m_ports.size()) + '\n';
+        HttpRequest request = To(Named(address));
+        if (verb == "post") {
+            request.method = "POST";
+            request.body = rest;
+            request.headers.emplace_back("Content-Type", "application/x-www-form-urlencoded");
+        }
+        return Told(m_transport->Send(request));
     }
-    HttpRequest To(const std::string& path) const
+    HttpRequest To(const std::string& address) const
     {
         HttpRequest request;
-        request.address = m_server.Address(path);
+        request.address = address;
         request.headers = {{"Accept", "application/vnd.hmrc.1.0+json"},
                            {"Authorization", "Bearer t"},
                            {"Gov-Client-User-IDs", "os=anne"}};
         request.totalMilliseconds = 5000;
         return request;
     }
-    HttpAnswer Get(const std::string& path) { return m_transport->Send(To(path)); }
     Outcome OutcomeOf(const HttpRequest& request) { return m_transport->Send(request).outcome; }
 
     std::mutex m_mutex;
-    std::vector<std::string> m_seen;
-    Fakes::LocalServer m_other, m_server;
-    const std::string m_port = std::to_string(m_server.Port());
+    std::map<std::string, Served> m_served;
+    std::string m_seen;
+    std::set<int> m_ports;
+    Fakes::LocalServer m_other, m_self;
     std::unique_ptr<ITransport> m_transport = MakeHttpTransport();
+
+private:
+    void Answer(const std::string& host, const Request& request, Response& response)
+    {
+        const std::lock_guard lock(m_mutex);
+        m_seen += "  " + host + ' ' + request.method + ' ' + request.path + ' ' + request.body;
+        for (const char* header : {"Authorization", "Accept", "Gov-Client-User-IDs", "Content-Type", "Accept-Encoding"})
+            m_seen += '|' + request.get_header_value(header);
+        m_seen += '\n';
+        if (host == "SELF")
+            m_ports.insert(request.remote_port);
+        const Served& served = m_served[host + request.path];
+        std::this_thread::sleep_for(std::chrono::milliseconds(served.delay));
+        response.status = served.status;
+        const bool isType = served.header == "Content-Type";
+        response.set_content(served.body, isType ? served.value : "application/json");
+        if (!isType && !served.header.empty())
+            response.set_header(served.header, served.value);
+    }
+
+    std::string Told(const HttpAnswer& answer)
+    {
+        constexpr const char* kOutcomes[] = {"answered", "no connection", "incomplete", "timed out"};
+        const std::lock_guard lock(m_mutex);
+        std::string told = kOutcomes[static_cast<int>(answer.outcome)] + (' ' + std::to_string(answer.status));
+        if (!answer.contentType.empty())
+            told += ' ' + answer.contentType + ' ' + answer.body;
+        if (!answer.retryAfter.empty())
+            told += ", retry after " + answer.retryAfter;
+        if (answer.isElsewhere)
+            told += ", elsewhere: " + std::string(RuleFor(answer, "INVALID_CREDENTIALS").entry);
+        return told + '\n' + std::exchange(m_seen, {});
+    }
+    std::string Named(const std::string& text) const
+    {
+        return ::Test::ReplacedAll(::Test::ReplacedAll(text, "SELF", m_self.Address("")), "OTHER", m_other.Address(""));
+    }
 };
 
 } // namespace
 
-TEST_F(Transport, AnswersWithStatusTypeAndBodyOverOneConnection)
+TEST_F(Transport, SendsNothingPersonalToAnotherHost)
 {
-    HttpAnswer answer = Get("/json");
-    EXPECT_EQ(answer.outcome, Outcome::Answered);
-    EXPECT_EQ(answer.status, 200);
-    EXPECT_EQ(answer.contentType, "application/json");
-    EXPECT_EQ(answer.body, "{}");
-    const std::string port = Get("/port").body;
-    answer = Get("/busy");
-    EXPECT_EQ(answer.status, 429);
-    EXPECT_EQ(answer.retryAfter, "7");
-    EXPECT_EQ(Get("/json").retryAfter, "") << "nothing is left of the answer before";
-    EXPECT_EQ(Get("/port").body, port);
+    ::Test::ExpectTranscript(HMRCAPI_TRANSPORT "redirects.txt",
+                             [this](const std::string& command) { return Run(command); });
 }
 
 // What is dropped, late or not reached at all, the fetch from a sandbox shows.
 TEST_F(Transport, CanBeCancelledAndBoundsTheBodyAfterDecompression)
 {
-    HttpRequest request = To("/slow");
+    m_served["SELF/slow"] = {200, {}, {}, {}, 700};
+    m_served["SELF/large"] = {200, {}, {}, std::string(9u << 20, ' ')}; // some 9 kB compressed
+    HttpRequest request = To(m_self.Address("/slow"));
     request.cancelled = [] { return true; };
     EXPECT_EQ(OutcomeOf(request), Outcome::Cancelled);
-    request = To("/large");
+    request = To(m_self.Address("/large"));
     EXPECT_EQ(OutcomeOf(request), Outcome::TooLarge);
     request.bodyLimit = 9u << 20;
     EXPECT_EQ(OutcomeOf(request), Outcome::Answered);
     request.bodyLimit -= 1;
     EXPECT_EQ(OutcomeOf(request), Outcome::TooLarge);
-    EXPECT_EQ(Get("/json").outcome, Outcome::Answered) << "the transport is good for the next request";
-}
-
-TEST_F(Transport, KeepsWhatIsPersonalFromAnotherHost)
-{
-    EXPECT_EQ(Get("/same").status, 200);
-    EXPECT_EQ(Get("/other").status, 200);
-    EXPECT_EQ(m_seen, (std::vector<std::string>{"Bearer t|application/vnd.hmrc.1.0+json|os=anne",
-                                                "|application/vnd.hmrc.1.0+json|"}));
-    EXPECT_TRUE(Get("/back").isElsewhere) << "another host chose what is asked";
-    EXPECT_EQ(m_seen.back(), m_seen[1]);
-}
-
-TEST_F(Transport, FollowsOnlyThreeRedirectsAndNoneAway)
-{
-    EXPECT_EQ(Get("/loop").status, 307);
-    for (const char* away : {"/outside", "/file"}) { // plain HTTP stays on this computer
-        EXPECT_EQ(Get(away).status, 307) << away;
-        EXPECT_TRUE(Get(away).isElsewhere) << away;
-    }
-    EXPECT_EQ(RuleFor(Get("/refused"), "INVALID_CREDENTIALS").entry, "REDIRECTED") << "not HMRC's word";
-    HttpRequest request;
-    for (const char* address : {"http://api.service.hmrc.gov.uk/", "ftp://127.0.0.1/", "file:///etc/passwd", "", "x"}) {
-        request.address = address;
-        EXPECT_EQ(OutcomeOf(request), Outcome::NoConnection) << address;
-    }
-}
-
-TEST_F(Transport, PostsAFormAndFollowsNoRedirectWithIt)
-{
-    HttpRequest request = To("/form");
-    request.method = "POST";
-    request.headers = {{"Content-Type", "application/x-www-form-urlencoded"}};
-    request.body = "a=1&b=2";
-    EXPECT_EQ(m_transport->Send(request).body, "application/x-www-form-urlencoded|a=1&b=2");
-    request.address = m_server.Address("/moved");
-    EXPECT_EQ(m_transport->Send(request).status, 307);
-    EXPECT_EQ(Get("/json").status, 200) << "the next request is a GET again";
+    EXPECT_EQ(OutcomeOf(To(m_self.Address("/json"))), Outcome::Answered)
+        << "the transport is good for the next request";
 }
 
 // "hmrc.localhost" is this computer to the HTTP library, and another host to everybody else.
@@ -178,7 +173,8 @@ TEST_F(Transport, GoesThroughTheProxyToOtherHostsAloneAndTellsItNothing)
         return httplib::Server::HandlerResponse::Handled;
     });
     proxy.Start();
-    const std::string dead = "http://127.0.0.1:1", there = proxy.Address(""), host = "hmrc.localhost:" + m_port;
+    const std::string dead = "http://127.0.0.1:1", there = proxy.Address(""),
+                      host = "hmrc.localhost:" + std::to_string(m_self.Port());
     const ::Test::Row<std::string, std::string, bool> rows[] = {
         {"", there, true, "of the environment"},
         {there, dead, true, "the setting goes before"},
@@ -188,12 +184,11 @@ TEST_F(Transport, GoesThroughTheProxyToOtherHostsAloneAndTellsItNothing)
     for (const auto& [setting, environment, isAsked, why] : rows) {
         setenv("https_proxy", environment.c_str(), 1);
         asked.clear();
-        HttpRequest request = To("/seen");
-        request.address = "https://" + host + "/seen";
         const HttpSettings settings{{}, setting};
-        EXPECT_EQ(MakeHttpTransport(settings)->Send(request).outcome, Outcome::NoConnection) << why;
+        EXPECT_EQ(MakeHttpTransport(settings)->Send(To("https://" + host + "/seen")).outcome, Outcome::NoConnection)
+            << why;
         EXPECT_EQ(asked, isAsked ? std::vector{"CONNECT " + host} : std::vector<std::string>()) << why;
-        EXPECT_EQ(MakeHttpTransport(settings)->Send(To("/json")).status, 200) << "loopback, " << why;
+        EXPECT_EQ(MakeHttpTransport(settings)->Send(To(m_self.Address("/"))).status, 404) << "loopback, " << why;
     }
     unsetenv("https_proxy");
     EXPECT_EQ(ProxyInUse({{}, "http://anna:p@ss@proxy:3128/"}), "http://proxy:3128/");
@@ -263,17 +258,8 @@ TEST(SetTimeouts, ShortensButNeverLifts)
 
 TEST(IsLoopbackAddress, IsTrueOnlyForThisComputer)
 {
-    for (const char* address : {"http://127.0.0.1/", "HTTPS://127.255.0.9:8443/x", "http://localhost",
-                                "http://LocalHost:1/?q", "http://[::1]:8080/x", "http://[::1]"})
-        EXPECT_TRUE(IsLoopbackAddress(address)) << address;
-    for (const char* address :
-         {"http://127.0.0.1.evil.example/", "http://localhost.evil.example/", "http://127.0.0.1@evil.example/",
-          "http://evil.example#@127.0.0.1/", "http://evil.example\\@127.0.0.1/", "http://127.0.0.256/", "http://127.1/",
-          "http://127.0.0.1.1/", "http://127.0.0.1:80:x/", "http://[::1/", "http://[::2]/", "http://128.0.0.1/",
-          "ftp://127.0.0.1/", "127.0.0.1", ""})
-        EXPECT_FALSE(IsLoopbackAddress(address)) << address;
-    for (const char* port : {"0", "65536", "99999999999", "x", "+1", ""})
-        EXPECT_FALSE(IsLoopbackAddress(std::string("http://127.0.0.1:") + port)) << port;
+    for (const auto& [address, isLoopback, why] : ::Test::Table<const char*, bool>("HmrcApi/transport/Addresses.tsv"))
+        EXPECT_EQ(IsLoopbackAddress(address), isLoopback) << address;
 }
 
 TEST(SharedTurns, AreTwoInEachSecondThatIsTaken)
