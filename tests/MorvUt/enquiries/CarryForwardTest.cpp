@@ -25,17 +25,18 @@ protected:
 };
 ON_BOTH_DATABASES(CarryForward);
 
+template<class Yearly>
+bool HasLeft(const TrackerOwner& owner, short year)
+{
+    return Yearly().Count({OwnedBy<Yearly>(owner), {Yearly::kYear, year}, {Yearly::kStatus, 1}}) > 0;
+}
+
 /// Sources by the rule's own words, one after the other, each with its own statements.
 void CarryOneByOne(const TrackerOwner& owner, short year)
 {
     using Brix::CSource;
-    const bool hasLeft = owner.isPartnership
-                             ? Brix::CPartnershipYearly().Count({OwnedBy<Brix::CPartnershipYearly>(owner),
-                                                                 {Brix::CPartnershipYearly::kYear, year},
-                                                                 {Brix::CPartnershipYearly::kStatus, 1}}) > 0
-                             : Brix::CClientYearly().Count({OwnedBy<Brix::CClientYearly>(owner),
-                                                            {Brix::CClientYearly::kYear, year},
-                                                            {Brix::CClientYearly::kStatus, 1}}) > 0;
+    const bool hasLeft = owner.isPartnership ? HasLeft<Brix::CPartnershipYearly>(owner, year)
+                                             : HasLeft<Brix::CClientYearly>(owner, year);
     CSource sources;
     sources.Open({OwnedBy<CSource>(owner), {CSource::kYear, year - 1}}, {{CSource::kSourceID}});
     const int count = hasLeft ? 0 : sources.GetCount();

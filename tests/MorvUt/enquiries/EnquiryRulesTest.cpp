@@ -172,11 +172,3 @@ TEST_P(Enquiries, AreListedWithTheirTasks)
         EXPECT_EQ(HasLinkedEnquiries(source, task), isLinked) << why;
     }
 }
-
-TEST(MayChangeEnquiries, RefusesWithTheTextOfTheRight)
-{
-    CUserData::ClearPermissions();
-    ::Test::Windows().Answer(IDOK);
-    EXPECT_FALSE(MayChangeEnquiries());
-    EXPECT_EQ(::Test::Windows().Messages().back().text, LibraryText(IDS_NO_PERMISSION).Str());
-}

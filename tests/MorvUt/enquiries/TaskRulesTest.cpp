@@ -1,8 +1,7 @@
 #include "MorvUt/enquiries/tracker/TaskRules.h"
 
-#include <gtest/gtest.h>
-
-#include "support/Case.h"
+#include "MorvUt/taxyear/DateRules.h"
+#include "support/Test.h"
 
 namespace
 {
@@ -27,19 +26,11 @@ std::string ShownTask(const Task& task)
 
 TEST(CarrySettings, CarriesWhatTheTypeAllows)
 {
-    const CDate leapDay(2024, 2, 29), newDate(2024, 7, 1);
-    const ::Test::Row<long, CDate, bool, const char*> rows[] = {
-        {5, CDate(2023, 9, 30), false, "5|2024-09-30|2024-09-30|0|", "a year later"},
-        {5, leapDay, true, "5|2025-02-28|2025-02-28|0|ann", "29 February, staff too"},
-        {5, CDate(), true, "5|||0|ann", "a null date clears the default's"},
-        {5, CDate(9999, 1, 1), false, "5|||0|", "no year after"},
-        {1, leapDay, true, "1|2024-07-01|2024-07-01|0|new", "issued: whether it is required, no more"},
-        {19, leapDay, true, "1|2024-07-01|2024-07-01|0|new", "claim made"},
-        {20, leapDay, true, "1|2024-07-01|2024-07-01|0|new", "claim answered"},
-    };
-    for (const auto& [type, due, withStaff, expected, why] : rows) {
-        Task task = MakeTask(type, 1, newDate, true, withStaff ? "new" : "");
-        CarrySettings(task, MakeTask(type, 5, due, false, "ann"), withStaff);
+    // type, due as a long date, staff too, what is carried
+    for (const auto& [type, due, withStaff, expected, why] :
+         ::Test::Table<long, long, bool, const char*>("MorvUt/enquiries/TaskRules.tsv")) {
+        Task task = MakeTask(type, 1, CDate(2024, 7, 1), true, withStaff ? "new" : "");
+        CarrySettings(task, MakeTask(type, 5, LongToCDate(due), false, "ann"), withStaff);
         EXPECT_EQ(ShownTask(task), expected) << why;
     }
 }

@@ -9,13 +9,7 @@
 class ReviewOnScreen : public HmrcTest
 {
 protected:
-    ReviewOnScreen()
-    {
-        Sql("INSERT INTO BRIXUserPermissions (lID, strUserID, nPermission, bAllowed) VALUES (3, 'ANNA', 88, 1), "
-            "(4, 'ANNA', 89, 1)");
-        CUserData::ClearPermissions();
-        CUserData::SetUser("ANNA");
-    }
+    ReviewOnScreen() { Allow({87, 34, 88, 89}); }
 };
 ON_BOTH_DATABASES(ReviewOnScreen);
 

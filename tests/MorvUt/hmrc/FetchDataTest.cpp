@@ -3,20 +3,9 @@
 #include "MorvUt/hmrc/fetch/FetchData.h"
 
 #include "MorvUt/hmrc/HmrcTest.h"
-#include "MorvUt/taxyear/CurrentTaxYear.h"
 
-namespace
-{
-
-class FetchData : public HmrcTest
-{
-protected:
-    FetchData() { SetCurrentTaxYear(kYear - 1991); }
-};
-
+using FetchData = HmrcTest;
 ON_BOTH_DATABASES(FetchData);
-
-} // namespace
 
 TEST_P(FetchData, NeedsASheetWithoutUnsavedChangesAndLeavesItOpen)
 {

@@ -4,6 +4,7 @@
 #include <set>
 #include <sstream>
 
+#include "fuzz/JsonText.h"
 #include "HmrcApi/json/Json.h"
 #include "MorvUt/hmrc/HmrcTest.h"
 #include "MorvUt/mappings/TypeMappings.h"
@@ -68,45 +69,22 @@ std::string ValuesOf(const std::string& cell)
            ::Test::Practice::Rows("SELECT " + SqlText::Identifier(column) + " FROM " + SqlText::Identifier(table), "|");
 }
 
-// Every field, each with a value of its own.
-constexpr char kPayeExample[] =
-    R"({"employments": [{"employerPayeReference": "123/AB456", "employerName": "Company XYZ",
-    "worksNumber": "W1", "startDate": "2016-04-07", "endDate": "2018-01-31", "taxablePayTotal": 101.01,
-    "taxTotal": 102.02, "studentLoan": 103.03, "offPayrollWorkFlag": true,
-    "companyBenefits": [{"benefitType": "CarBenefit", "amount": 104.04, "isForecastBenefit": true}]}],
-  "privatePensions": [{"employerPayeReference": "678/P", "employerName": "Fund", "worksNumber": "P1",
-    "startDate": "2015-01-02", "endDate": "2018-02-03", "taxablePayTotal": 201.01, "taxTotal": 202.02}],
-  "taxableSocialSecurityBenefits": [{"benefitType": "JobseekersAllowance", "employerPayeReference": "475/BB",
-    "startDate": "2017-06-12", "endDate": "2017-09-01", "taxablePayTotal": 301.01, "taxTotal": 302.02}],
-  "taxFreeAllowances": [{"allowanceType": "FlatRateJobExpenses", "amount": 401.01}],
-  "statePension": {"grossAmount": 501.01, "typeDescription": "Old State Pension",
-    "lumpSum": {"startDate": "2018-03-05", "endDate": "2019-04-04", "taxablePayTotal": 601.01, "taxTotal": 602.02}}})";
-const std::map<std::string, std::string> kPartExamples{
-    {"history",
-     R"({"employments": [{"employerPayeReference": "1/A", "employerName": "Firm", "offPayrollWorkFlag": true}]})"},
-    {"income", R"({"employments": [{"employerPayeReference": "1/A", "payFromEmployment": 11.01}],
-       "pensionsAnnuitiesAndOtherStateBenefits": {"otherPensionsAndRetirementAnnuities": 12.02,
-         "incapacityBenefit": 13.03, "jobseekersAllowance": 14.04, "seissNetPaid": 15.05}})"},
-    {"benefits", R"({"employments": [{"employerPayeReference": "1/A", "companyCarsAndVansBenefit": 21.01,
-       "fuelForCompanyCarsAndVansBenefit": 22.02, "privateMedicalDentalInsurance": 23.03,
-       "vouchersCreditCardsExcessMileageAllowance": 24.04, "goodsEtcProvidedByEmployer": 25.05,
-       "accommodationProvidedByEmployer": 26.06, "otherBenefits": 27.07, "expensesPaymentsReceived": 28.08}]})"},
-    {"tax", R"({"employments": [{"employerPayeReference": "1/A", "taxTakenOffPay": 31.01}],
-       "pensionsAnnuitiesAndOtherStateBenefits": {"otherPensionsAndRetirementAnnuities": 32.02,
-         "incapacityBenefit": 33.03}, "refunds": {"taxRefundedOrSetOff": 34.04}})"}};
-constexpr char kInsuranceExample[] =
-    R"({"class1": {"totalNICableEarnings": 41.01}, "class2": {"totalDue": 42.02}, "maxNICsReached": true})";
+/// An answer of each interface, by its heading on the page: every field, each with a value of its own.
+const JsonValue& Examples()
+{
+    static const JsonValue examples = HmrcApi::ParseJson(::Test::ReadFile(HMRC_FIELDS)).value();
+    return examples;
+}
+std::string ExampleOf(const char* heading) { return Fuzz::WriteJson(*Examples().Find(heading)); }
 
 class FieldsPage : public HmrcTest
 {
 protected:
     /// Each field of the example stands where the page says.
-    static void ExpectAsOnPage(const std::string& heading, const std::string& json)
+    static void ExpectAsOnPage(const char* heading)
     {
-        const std::optional<JsonValue> root = HmrcApi::ParseJson(json);
-        ASSERT_TRUE(root) << heading;
         for (const PageRow& row : RowsBelow(heading)) {
-            const std::string value = '|' + ValueAt(*root, row.field) + '|';
+            const std::string value = '|' + ValueAt(*Examples().Find(heading), row.field) + '|';
             for (const std::string& cell : {row.staged, row.own})
                 EXPECT_TRUE(!cell.starts_with('`') || ValuesOf(cell).find(value) != std::string::npos)
                     << heading << ": " << row.field << value << " not in " << cell;
@@ -120,33 +98,32 @@ ON_BOTH_DATABASES(FieldsPage);
 
 TEST_P(FieldsPage, TellsWhereEachFieldEnds)
 {
-    Fetch(kPayeExample);
+    Fetch(ExampleOf("PAYE interface"));
     Create();
-    ExpectAsOnPage("PAYE interface", kPayeExample);
+    ExpectAsOnPage("PAYE interface");
     for (const char* figure : {"401.01", "2018-02-03", "2017-09-01", "2019-04-04"})
         EXPECT_EQ(Schedules().find(figure), std::string::npos) << "never in the return: " << figure;
     Forget();
-    EmploymentsOf parts(m_client, kPartExamples);
+    EmploymentsOf parts(m_client, {{"history", ExampleOf("Employment history")},
+                                   {"income", ExampleOf("Income")},
+                                   {"benefits", ExampleOf("Benefits")},
+                                   {"tax", ExampleOf("Tax")}});
     Fetch(parts);
     parts.CreateNewSchedules();
-    const std::string made = Schedules();
-    ExpectAsOnPage("Employment history", kPartExamples.at("history"));
-    ExpectAsOnPage("Income", kPartExamples.at("income"));
-    ExpectAsOnPage("Benefits", kPartExamples.at("benefits"));
-    ExpectAsOnPage("Tax", kPartExamples.at("tax"));
+    for (const char* heading : {"Employment history", "Income", "Benefits", "Tax"})
+        ExpectAsOnPage(heading);
     for (const char* figure : {"15.05", "34.04"})
-        EXPECT_EQ(made.find(figure), made.npos) << "never in the return: " << figure;
-    NicOf insurance(m_client, kInsuranceExample);
-    insurance.GetNICData("2234567890", m_errors, nullptr);
-    ExpectAsOnPage("National Insurance", kInsuranceExample);
+        EXPECT_EQ(Schedules().find(figure), std::string::npos) << "never in the return: " << figure;
+    NicOf insurance(m_client, ExampleOf("National Insurance"));
+    Fetch(insurance);
+    ExpectAsOnPage("National Insurance");
 }
 
 TEST(FieldsOnThePage, AreThoseThatAreRead)
 {
     std::set<std::string> read = NamesIn("Responses.cpp", "\"([a-z][A-Za-z0-9]+)\""), told;
     read.merge(NamesIn("Summaries.cpp", "\"([a-z][A-Za-z0-9]+)\""));
-    for (const char* heading :
-         {"PAYE interface", "Employment history", "Income", "Benefits", "Tax", "National Insurance"})
+    for (const std::string& heading : Examples().names)
         for (const PageRow& row : RowsBelow(heading)) {
             std::istringstream names(row.field);
             for (std::string name; std::getline(names, name, '.');)

@@ -13,7 +13,6 @@
 #include "MorvUt/hmrc/schedules/CreateFromHmrc.h"
 #include "MorvUt/hmrc/schedules/Matching.h"
 #include "MorvUt/hmrc/schedules/Words.h"
-#include "MorvUt/taxyear/CurrentTaxYear.h"
 
 namespace
 {
@@ -35,11 +34,7 @@ protected:
     Histories()
     {
         ::Test::SetNow(2018, 9, 1);
-        SetCurrentTaxYear(kYear - 1991);
-        Sql("INSERT INTO BRIXUserPermissions (lID, strUserID, nPermission, bAllowed) VALUES (3, 'ANNA', 88, 1), "
-            "(4, 'ANNA', 89, 1)");
-        CUserData::ClearPermissions();
-        CUserData::SetUser("ANNA");
+        Allow({87, 34, 88, 89});
     }
 
     void Tell(std::uint32_t seed, Route route)

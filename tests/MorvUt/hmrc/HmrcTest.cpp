@@ -34,11 +34,9 @@ std::string Payer(const char* name, const std::string& reference, const std::str
 
 HmrcPractice::HmrcPractice()
 {
-    CUserData::ClearPermissions();
+    SetCurrentTaxYear(kYear - 1991);
     Sql("INSERT INTO BRIXUser (lID, strUserID) VALUES (1, 'ANNA')");
-    Sql("INSERT INTO BRIXUserPermissions (lID, strUserID, nPermission, bAllowed) VALUES (1, 'ANNA', 87, 1), "
-        "(2, 'ANNA', 34, 1)");
-    CUserData::SetUser("ANNA");
+    Allow({87, 34});
     Sql("INSERT INTO BRIXClient (lID, strNINumber, strUTR) VALUES (1, 'AA000001A', '2234567890')");
     Sql("DELETE FROM BRIXOptions");
     Sql("INSERT INTO BRIXOptions (lID, nPAYEInterface, bHMRCRetrieval) VALUES (1, 1, 1)");
@@ -49,6 +47,16 @@ HmrcPractice::~HmrcPractice()
 {
     CUserData::ClearPermissions();
     const CUserData loggedOut;
+}
+
+void HmrcPractice::Allow(const std::vector<int>& permissions)
+{
+    CUserData::ClearPermissions();
+    Sql("DELETE FROM BRIXUserPermissions");
+    for (const int permission : permissions)
+        Sql("INSERT INTO BRIXUserPermissions (lID, strUserID, nPermission, bAllowed) VALUES (%d, 'ANNA', %d, 1)",
+            permission, permission);
+    CUserData::SetUser("ANNA");
 }
 
 HmrcApi::StagedCounts HmrcPractice::Fetch(HmrcApi::IEndpointOverride::ResponseType type)

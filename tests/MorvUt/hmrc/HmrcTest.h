@@ -14,6 +14,7 @@
 #include "MorvUt/hmrc/fetch/EmploymentsPrepop.h"
 #include "MorvUt/hmrc/fetch/NicPrepop.h"
 #include "MorvUt/hmrc/fetch/PayePrepop.h"
+#include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "MorvUt/users/UserData.h"
 #include "support/Practice.h"
 
@@ -35,65 +36,63 @@ struct Canned
     std::string json;
 };
 
-/// The PAYE fetch with such an answer.
-class PayeOf : public HmrcApi::CPAYEPrepop
+/// What a fetch overrides so that an endpoint has the answer of that name.
+#define ANSWERED(Interface, name)                                                                                      \
+    std::shared_ptr<HmrcApi::C##Interface> Get##Interface##Endpoint(HmrcApi::CAuthorisation& of) override              \
+    {                                                                                                                  \
+        return Canned{of, m_answers[name]};                                                                            \
+    }                                                                                                                  \
+    static_assert(true)
+
+/// A fetch with answers of the test's own, by their names.
+template<class Prepop>
+class Answered : public Prepop
 {
 public:
-    PayeOf(ClientId client, std::string json)
-        : CPAYEPrepop(client, TaxYear(kYear), "AA000001A", HmrcApi::IEndpointOverride::Everything),
-          m_json(std::move(json))
+    Answered(ClientId client, const char* number, std::map<std::string, std::string> answers)
+        : Prepop(client, TaxYear(kYear), number, HmrcApi::IEndpointOverride::Everything), m_answers(std::move(answers))
     {}
 
-private:
-    std::shared_ptr<HmrcApi::CPaye> GetPayeEndpoint(HmrcApi::CAuthorisation& of) override { return Canned{of, m_json}; }
-    std::string m_json;
+protected:
+    std::map<std::string, std::string> m_answers;
 };
 
-/// The fetch by the individual interfaces, with answers by their names (history, income, benefits, tax).
-class EmploymentsOf : public HmrcApi::CEmploymentsPrepop
+/// By PAYE.
+class PayeOf : public Answered<HmrcApi::CPAYEPrepop>
 {
 public:
-    EmploymentsOf(ClientId client, std::map<std::string, std::string> parts)
-        : CEmploymentsPrepop(client, TaxYear(kYear), "2234567890", HmrcApi::IEndpointOverride::Everything),
-          m_parts(std::move(parts))
+    PayeOf(ClientId client, const std::string& json) : Answered(client, "AA000001A", {{"paye", json}}) {}
+
+private:
+    ANSWERED(Paye, "paye");
+};
+
+/// By the individual interfaces, with answers by their names (history, income, benefits, tax).
+class EmploymentsOf : public Answered<HmrcApi::CEmploymentsPrepop>
+{
+public:
+    EmploymentsOf(ClientId client, const std::map<std::string, std::string>& parts)
+        : Answered(client, "2234567890", parts)
     {}
 
 private:
-    std::shared_ptr<HmrcApi::CEmploymentHistory> GetEmploymentHistoryEndpoint(HmrcApi::CAuthorisation& of) override
-    {
-        return Canned{of, m_parts["history"]};
-    }
-    std::shared_ptr<HmrcApi::CIncomeSummary> GetIncomeSummaryEndpoint(HmrcApi::CAuthorisation& of) override
-    {
-        return Canned{of, m_parts["income"]};
-    }
-    std::shared_ptr<HmrcApi::CBenefitsSummary> GetBenefitsSummaryEndpoint(HmrcApi::CAuthorisation& of) override
-    {
-        return Canned{of, m_parts["benefits"]};
-    }
-    std::shared_ptr<HmrcApi::CTaxSummary> GetTaxSummaryEndpoint(HmrcApi::CAuthorisation& of) override
-    {
-        return Canned{of, m_parts["tax"]};
-    }
-    std::map<std::string, std::string> m_parts;
+    ANSWERED(EmploymentHistory, "history");
+    ANSWERED(IncomeSummary, "income");
+    ANSWERED(BenefitsSummary, "benefits");
+    ANSWERED(TaxSummary, "tax");
 };
 
 /// National Insurance likewise.
-class NicOf : public HmrcApi::CNICPrepop
+class NicOf : public Answered<HmrcApi::CNICPrepop>
 {
 public:
-    NicOf(ClientId client, std::string json)
-        : CNICPrepop(client, TaxYear(kYear), "2234567890", HmrcApi::IEndpointOverride::Everything),
-          m_json(std::move(json))
-    {}
+    NicOf(ClientId client, const std::string& json) : Answered(client, "2234567890", {{"insurance", json}}) {}
 
 private:
-    std::shared_ptr<HmrcApi::CNationalInsurance> GetNationalInsuranceEndpoint(HmrcApi::CAuthorisation& of) override
-    {
-        return Canned{of, m_json};
-    }
-    std::string m_json;
+    ANSWERED(NationalInsurance, "insurance");
 };
+
+#undef ANSWERED
 
 class HmrcPractice : protected ::Test::Practice
 {
@@ -101,6 +100,8 @@ protected:
     HmrcPractice();
     ~HmrcPractice();
 
+    /// From now on ANNA has these permissions and no others.
+    static void Allow(const std::vector<int>& permissions);
     /// Fetches and stages; the group's errors stay in Errors().
     template<std::derived_from<HmrcApi::CSchedulePrepop> Prepop>
     HmrcApi::StagedCounts Fetch(Prepop& prepop)

@@ -1,7 +1,6 @@
 // What interferes while items are staged and schedules are made.
 
 #include "MorvUt/hmrc/HmrcTest.h"
-#include "MorvUt/hmrc/schedules/CreateFromHmrc.h"
 
 using Interference = HmrcTest;
 ON_BOTH_DATABASES(Interference);
@@ -16,32 +15,6 @@ TEST_P(Interference, LeavesAllNewSchedulesOrNone)
     Quarry::AddDataChangedListenerForInsert(Brix::CPensionStateBenefits::Declaration().number, "BRIX", fail);
     EXPECT_THROW(Create(), std::runtime_error);
     EXPECT_EQ(Query("SELECT COUNT(*) FROM BRIXTaxForm") + Schedules(), "0");
-}
-
-TEST_P(Interference, StopsNewSchedulesWhereAPersonWouldHaveToBeAsked)
-{
-    const char kReadOnly[] = "Operation cannot be performed. Client is read only.";
-    const auto refusal = [&] {
-        ::Test::Windows().Answer(1);
-        const HmrcApi::CreateResult result = HmrcApi::CreateFromHmrc(m_client, TaxYear(kYear));
-        EXPECT_FALSE(result.ok);
-        EXPECT_EQ(::Test::Windows().Messages().back().text, result.message.Str());
-        return result.message;
-    };
-    Fetch(Answer(Employment("1/A", "", "1")));
-    CUserData::ClearPermissions();
-    EXPECT_EQ(refusal(),
-              "You do not have permission to do this.\n\nPlease contact your administrator for more details.");
-    CUserData::SetUser("ANNA");
-    CUserData::SetReadOnly(1);
-    EXPECT_EQ(refusal(), kReadOnly);
-    CUserData::SetReadOnly(0);
-    Sql("INSERT INTO BRIXTaxForm (lID, lClientID, nYear, dtFinalised) SELECT 9, lID, 2018, '2018-12-01' FROM "
-        "BRIXClient");
-    EXPECT_EQ(refusal(), kReadOnly) << "finalised";
-    EXPECT_EQ(Schedules(), "");
-    Sql("UPDATE BRIXTaxForm SET dtFinalised = NULL");
-    EXPECT_TRUE(HmrcApi::CreateFromHmrc(m_client, TaxYear(kYear)).ok);
 }
 
 TEST_P(Interference, IsNoneBySingleEmploymentsOfAnotherClient)

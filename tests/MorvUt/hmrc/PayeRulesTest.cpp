@@ -12,6 +12,27 @@
 
 using HmrcApi::CPAYEPrepop;
 
+namespace
+{
+
+std::vector<std::string> Words(const std::string& text)
+{
+    std::istringstream words(text);
+    return {std::istream_iterator<std::string>(words), {}};
+}
+
+/// "Car=1": one of a penny; "?" behind it for a forecast.
+HmrcApi::CompanyBenefit_t BenefitOf(const std::string& text)
+{
+    const std::size_t at = text.find('=') + 1;
+    const std::string name = text.substr(0, at - 1) + "Benefit";
+    const bool hasAmount = at < text.size();
+    return {name, HmrcApi::BenefitNumber(name),
+            hasAmount ? Kiln::CAmt::FromPence(std::stoi(text.substr(at))) : Kiln::CAmt(), text.back() == '?'};
+}
+
+} // namespace
+
 TEST(PsbTypes, ComeFromHmrcsBenefitTypes)
 {
     for (const auto& [benefit, type] : {std::pair(0, 2), {1, 3}, {2, 4}, {3, 0}, {-1, 0}, {99, 0}}) {
@@ -53,43 +74,24 @@ TEST(PSBMatchesMTDPSB, ComparesReferencesOfPensionsAndDatesOfBenefits)
 
 TEST(CompanyBenefitsDiffers, ComparesCountTypeAmountAndForecast)
 {
-    using HmrcApi::CompanyBenefit_t;
-    const Kiln::CAmt penny = Kiln::CAmt::FromPence(1);
-    const CompanyBenefit_t car{"CarBenefit", 31, penny, false}, dearer{"CarBenefit", 31, penny + penny, false},
-        forecast{"CarBenefit", 31, penny, true}, free{"CarBenefit", 31, Kiln::CAmt::kZero, false},
-        open{"CarBenefit", 31, Kiln::CAmt(), false}, van{"VanBenefit", 35, penny, false},
-        yacht{"YachtBenefit", 0, penny, false}, zoo{"ZooBenefit", 0, penny, false};
-    const struct
-    {
-        std::vector<CompanyBenefit_t> stored, sent;
-        bool differs;
-        const char* why;
-        bool isWithdrawn = false;
-    } rows[] = {
-        {{}, {}, false, "none on either side"},
-        {{car, van}, {van, car}, false, "another order"},
-        {{car}, {car, van}, true, "one more sent"},
-        {{car, van}, {car, yacht}, true, "another type"},
-        {{car}, {dearer}, true, "a penny"},
-        {{car}, {forecast}, true, "now a forecast"},
-        {{open}, {free}, true, "absent is not zero"},
-        {{yacht}, {zoo}, true, "unknown types differ by name"},
-        {{car, dearer}, {car, dearer}, true, "a second of one type is looked at again, never overlooked"},
-        {{car}, {}, false, "withdrawn", true},
-        {{car}, {car}, true, "withdrawn, and sent again", true},
-    };
     const ::Test::Practice practice;
-    for (const auto& row : rows) {
+    // what is stored, "!" behind what is withdrawn; what is sent; whether they differ
+    for (const auto& [stored, sent, differs, why] :
+         ::Test::Table<const char*, const char*, bool>("MorvUt/hmrc/PayeRules.tsv")) {
         Brix::CMTD_EmploymentsCompanyBenefits list;
-        for (const auto& benefit : row.stored) {
+        for (const std::string& text : Words(stored)) {
+            const HmrcApi::CompanyBenefit_t benefit = BenefitOf(text);
             list.AddNew();
             list.SetBenefitType(benefit.benefitNumber);
             list.SetBenefitTypeName(benefit.benefitType);
             list.SetAmount(benefit.amount);
             list.SetForecast(benefit.isForecastBenefit);
-            list.SetWithdrawn(row.isWithdrawn);
+            list.SetWithdrawn(text.back() == '!');
         }
-        EXPECT_EQ(CPAYEPrepop::CompanyBenefitsDiffers(list, row.sent), row.differs) << row.why;
+        std::vector<HmrcApi::CompanyBenefit_t> answer;
+        for (const std::string& text : Words(sent))
+            answer.push_back(BenefitOf(text));
+        EXPECT_EQ(CPAYEPrepop::CompanyBenefitsDiffers(list, answer), differs) << why;
     }
 }
 
@@ -122,23 +124,17 @@ TEST(IsClass1Final, NotWhileNothingWasEarnedBeforeSeptember)
 TEST(SetKeys, TellsItemsApart)
 {
     // references with works numbers, keys
-    const ::Test::Row<std::vector<std::pair<const char*, const char*>>, std::vector<std::string>> rows[] = {
-        {{{"1/A", "W1"}, {"2/B", "W1"}, {"1/A", "W2"}}, {"1/A W1", "2/B", "1/A W2"}, "one reference twice"},
-        {{{"1/A", "#2"}, {"1/A", ""}, {"1/A", ""}}, {"1/A #2", "1/A #3", "1/A #4"}, "a works number like ours"},
-        {{{"1/A W1", ""}, {"1/A", "W1"}, {"1/A", "W2"}}, {"1/A W1", "1/A W1 #2", "1/A W2"}, "a reference like ours"},
-        {{{"1/A", "W"}, {"1/a", "W"}}, {"1/A", "1/a"}, "case counts"},
-        {{{"", ""}, {"", ""}}, {" #2", " #3"}, "without any reference"},
-    };
-    for (const auto& [ofHmrc, expected, why] : rows) {
+    for (const auto& [ofHmrc, expected, why] : ::Test::Table<const char*, const char*>("MorvUt/hmrc/PayeRules.tsv")) {
         std::vector<HmrcApi::StagedEmployment> items, none;
-        for (const auto& [reference, works] : ofHmrc) {
-            items.emplace_back().reference = reference;
-            items.back().worksNumber = works;
+        std::istringstream list(ofHmrc);
+        for (std::string text; std::getline(list, text, ',');) {
+            items.emplace_back().reference = text.substr(0, text.find('|'));
+            items.back().worksNumber = text.substr(text.find('|') + 1);
         }
         HmrcApi::SetKeys(items, none, std::vector<int>(items.size(), HmrcApi::kNoRow));
-        std::vector<std::string> keys;
+        std::string keys;
         for (const auto& item : items)
-            keys.push_back(item.key);
+            keys += (keys.empty() ? "" : ",") + item.key;
         EXPECT_EQ(keys, expected) << why;
     }
 }
@@ -159,12 +155,6 @@ struct Item
     std::string works;
     Kiln::CAmt pay;
 };
-
-std::vector<std::string> Words(const std::string& text)
-{
-    std::istringstream words(text);
-    return {std::istream_iterator<std::string>(words), {}};
-}
 
 /// The state of each match, with its schedule: "1 n a2 -" is matched, new, ambiguous, ignored.
 std::string Show(const std::vector<HmrcApi::Match>& matches)

@@ -9,10 +9,10 @@
 #include <map>
 #include <sstream>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "HmrcApi/json/Json.h"
+#include "support/TestSupport.h"
 
 namespace Plain
 {
@@ -92,20 +92,9 @@ inline const Json& Object(const Json& object, const char* name)
 /// is not in its list.
 inline int NumberOf(const std::string& kind)
 {
-    constexpr std::string_view kNumbers =
-        " EmployerProvidedServices=8 TotalBenefitInKind=28 CarFuelBenefit=29 MedicalInsurance=30 CarBenefit=31 "
-        "TelephoneBenefit=32 ServiceBenefit=33 TaxableExpenseBenefit=34 VanBenefit=35 VanFuelBenefit=36 "
-        "BeneficialLoan=37 Accommodation=38 Assets=39 AssetTransfer=40 EducationalService=41 Entertaining=42 "
-        "ExpensesPay=43 Mileage=44 NonQualifyingRelocationExpense=45 NurseryPlaces=46 OtherItems=47 "
-        "PaymentEmployeesBehalf=48 PersonalIncidentExpenses=49 QualifyingRelocationExpenses=50 "
-        "EmployerProvidedProfessionalSubscription=51 IncomeTaxPaidNotDeductedFromDirectorsRemuneration=52 "
-        "TravelAndSubsistence=53 VoucherAndCreditCards=54 NonCashBenefit=117 FlatRateJobExpenses=56 "
-        "ProfessionalSubscriptions=57 EarlierYearsAdjustment=101 companyCarsAndVansBenefit=1009 "
-        "fuelForCompanyCarsAndVansBenefit=1010 privateMedicalDentalInsurance=1011 "
-        "vouchersCreditCardsExcessMileageAllowance=1012 goodsEtcProvidedByEmployer=1013 "
-        "accommodationProvidedByEmployer=1014 otherBenefits=1015 expensesPaymentsReceived=1016 ";
-    const std::size_t at = kNumbers.find(' ' + kind + '=');
-    return at == kNumbers.npos ? 0 : std::stoi(std::string(kNumbers.substr(at + kind.size() + 2)));
+    static const Json numbers = HmrcApi::ParseJson(::Test::ReadFile(HMRC_NUMBERS)).value();
+    const Json* const number = numbers.Find(kind);
+    return number ? std::stoi(number->text) : 0;
 }
 
 /// An employment with its benefits, of which the order says nothing.

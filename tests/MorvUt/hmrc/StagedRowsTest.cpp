@@ -179,37 +179,3 @@ TEST_P(StagedRows, HoldEveryMemberOfEveryExample)
             EachSpoiled(*each, {}, expect);
     }
 }
-
-// Staged before their ends were, two of one date are told apart by their figures alone, in whatever order.
-TEST_P(StagedRows, OfAnOlderPracticeAreKnownAgain)
-{
-    const std::string
-        june =
-            R"({"benefitType": "JobseekersAllowance", "startDate": "2017-06-01", "endDate": "2017-06-30", "taxablePayTotal": 6})",
-        july =
-            R"({"benefitType": "JobseekersAllowance", "startDate": "2017-06-01", "endDate": "2017-07-31", "taxablePayTotal": 7})";
-    Fetch(Answer({}, {}, june + ',' + july));
-    const auto rows = [] {
-        return Rows("SELECT lID, amtAmount, dtEnd FROM BRIXMTD_PensionStateBenefits ORDER BY lID");
-    };
-    const std::string before = rows();
-    Sql("UPDATE BRIXMTD_PensionStateBenefits SET dtEnd = NULL");
-    EXPECT_EQ(Fetch(Answer({}, {}, july + ',' + june)).changed, 2);
-    EXPECT_EQ(rows(), before);
-}
-
-// A figure, or the flag, that HMRC leaves out is none of its words on it.
-TEST_P(StagedRows, OfNationalInsuranceKeepWhatHmrcNoLongerSends)
-{
-    const std::pair<const char*, const char*> answers[] = {
-        {R"({"class1": {"totalNICableEarnings": 0}})", "N|0|-|-"},
-        {R"({"class1": {"totalNICableEarnings": 7}, "maxNICsReached": true})", "N|70000|-|1"},
-        {R"({"class2": {"totalDue": 0.00}})", "N|70000|0|1"},
-        {R"({"class1": {"totalNICableEarnings": 0}, "class2": {}, "maxNICsReached": false})", "N|0|0|0"},
-    };
-    for (const auto& [json, row] : answers) {
-        NicOf nic(m_client, json);
-        Fetch(nic);
-        EXPECT_EQ(LiveRows(m_client), Plain::Rows{row}) << json;
-    }
-}

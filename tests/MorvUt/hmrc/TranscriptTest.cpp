@@ -1,11 +1,11 @@
 // What answers do to the practice, step by step: each file of `transcripts` is the story of one.
 
+#include <iterator>
 #include <sstream>
 
 #include "MorvUt/hmrc/HmrcTest.h"
 #include "MorvUt/hmrc/review/Review.h"
 #include "MorvUt/hmrc/schedules/CreateFromHmrc.h"
-#include "MorvUt/taxyear/CurrentTaxYear.h"
 
 namespace
 {
@@ -32,7 +32,7 @@ protected:
     Story()
     {
         ::Test::SetNow(2018, 9, 1);
-        SetCurrentTaxYear(kYear - 1991);
+        ::Test::Windows().OnUnexpected([](const auto& shown) { return Afx::SafeAnswer(shown.style); });
     }
 
     /// By the file of that name.
@@ -44,8 +44,9 @@ protected:
 
 private:
     /// "fetch ITEMS", "change FROM => TO" (of the answer fetched last), "letters ANSWER ...",
-    /// "part NAME JSON" (of the individual interfaces; without JSON: nothing yet), "by-utr", "retrieve TYPE", "now DAY"
-    /// (of September), "create", "forget", "staged", "schedules", "differences", "sql STATEMENT" or "query SELECT".
+    /// "part NAME JSON" (of the individual interfaces; without JSON: nothing yet), "by-utr", "nic JSON", "retrieve
+    /// TYPE", "now DAY" (of September), "rights NUMBER ...", "read-only 0", "create", "forget", "staged", "schedules",
+    /// "differences", "accept PLACE", "reject PLACE", "skip PLACE", "audit", "sql STATEMENT" or "query SELECT".
     std::string Run(const std::string& command)
     {
         const std::string verb = command.substr(0, command.find(' ')), rest = command.substr(verb.size());
@@ -66,19 +67,19 @@ private:
         if (verb == "accept" || verb == "reject" || verb == "skip")
             return Decided(verb, std::stoul(rest));
         if (verb == "rights") {
-            CUserData::ClearPermissions();
-            Script("DELETE FROM BRIXUserPermissions");
             std::istringstream numbers(rest);
-            for (int number = 0; numbers >> number;)
-                Script("INSERT INTO BRIXUserPermissions (lID, strUserID, nPermission, bAllowed) "
-                       "VALUES (" +
-                       std::to_string(number) + ", 'ANNA', " + std::to_string(number) + ", 1)");
-            CUserData::SetUser("ANNA");
+            Allow({std::istream_iterator<int>(numbers), {}});
         }
         if (verb == "audit")
             return "audited: " +
                    Query("SELECT strAction, nYear, strUserID, strItem, strHMRC, strReturn FROM MTDAudit ORDER BY lID") +
                    '\n';
+        if (verb == "nic") {
+            NicOf nic(m_client, rest);
+            Fetch(nic);
+        }
+        if (verb == "read-only")
+            CUserData::SetReadOnly(std::stoi(rest));
         if (verb == "forget")
             Forget();
         if (verb == "sql")
@@ -88,14 +89,8 @@ private:
         return verb == "staged"        ? Staged()
                : verb == "schedules"   ? Schedules()
                : verb == "differences" ? Differences()
-               : verb == "query"       ? Asked(rest)
+               : verb == "query"       ? Asked(rest) + '\n'
                                        : std::string();
-    }
-
-    static std::string Asked(const std::string& select)
-    {
-        Quarry::GetConnection().Script("DROP VIEW IF EXISTS Asked; CREATE TEMP VIEW Asked AS" + select);
-        return Query("SELECT * FROM Asked") + '\n';
     }
 
     /// The answer of "employment REFERENCE WORKS PAY [BENEFIT=AMOUNT ...]; pension REFERENCE WORKS PAY; benefit TYPE
@@ -212,13 +207,19 @@ private:
                std::to_string(counts.withdrawn);
     }
 
-    /// How many schedules, and what is told; nothing is made twice, and it is known beforehand whether anything is.
+    /// Why it is refused; or how many schedules, and what is told: nothing is made twice, and it is known beforehand
+    /// whether anything is.
     std::string Created()
     {
         HmrcApi::CPAYEPrepop before(m_client, TaxYear(kYear), {}, HmrcApi::IEndpointOverride::Live);
         const bool hasEmployments = before.DoNewEmploymentsExist(),
                    hasPensions = before.DoNewPensionStateBenefitsExist();
-        const HmrcApi::CreatedSchedules created = HmrcApi::CreateFromHmrc(m_client, TaxYear(kYear)).created;
+        const HmrcApi::CreateResult result = HmrcApi::CreateFromHmrc(m_client, TaxYear(kYear));
+        if (!result.ok) {
+            EXPECT_EQ(::Test::Windows().Messages().back().text, result.message.Str());
+            return result.message.Str() + '\n';
+        }
+        const HmrcApi::CreatedSchedules& created = result.created;
         const HmrcApi::CreatedSchedules again = Create();
         EXPECT_EQ(again.employments + again.pensionsAndBenefits, 0);
         EXPECT_EQ(hasEmployments, created.employments > 0);

@@ -1,5 +1,7 @@
 // Scope, base addresses, credentials and the log.
 
+#include <optional>
+
 #include "Afx/system/Computer.h"
 #include "MorvUt/hmrc/access/ClientData.h"
 #include "MorvUt/hmrc/access/LogKeeping.h"
@@ -17,42 +19,25 @@ ON_BOTH_DATABASES(HmrcLogger);
 
 TEST_P(HmrcScope, FollowsTheInterfaceAndTheDiagnosis)
 {
-    const std::string paye = "read:marriage-allowance read:national-insurance read:individual-paye";
-    const std::string four = "read:marriage-allowance read:national-insurance read:individual-benefits "
-                             "read:individual-employment read:individual-income read:individual-tax";
     // nPAYEInterface, diagnosis, scope
-    const ::Test::Row<int, bool, std::string> rows[] = {
-        {1, false, paye, "single interface"},        {0, false, four, "individual interfaces"},
-        {2, false, four, "anything but 1"},          {1, true, paye + " hello", "diagnosis"},
-        {0, true, four + " hello", "seven entries"},
-    };
-    for (const auto& [interface, hello, scope, why] : rows) {
-        Sql("UPDATE BRIXOptions SET nPAYEInterface = %d", interface);
+    for (const auto& [interface, hello, scope, why] :
+         ::Test::Table<std::optional<int>, bool, std::string>("MorvUt/hmrc/access/Settings.tsv")) {
+        if (interface)
+            Sql("UPDATE BRIXOptions SET nPAYEInterface = %d", *interface);
+        else
+            Sql("DELETE FROM BRIXOptions");
         CRegistry().SetInt("DbgHMRCEnableHelloScope", hello ? 1 : 0);
         EXPECT_EQ(HmrcApi::CScope().GetScope(), scope) << why;
     }
-    Sql("DELETE FROM BRIXOptions");
-    EXPECT_EQ(HmrcApi::CScope().GetScope(), four + " hello") << "no options record";
 }
 
 TEST(HmrcClientData, SelectsTheServicesByTheSettingOrALoopbackServerOnRequest)
 {
-    const std::string production = "https://api.service.hmrc.gov.uk/", test = "https://test-api.service.hmrc.gov.uk/";
     // the setting, the loopback address, the base
-    const ::Test::Row<const char*, std::string, std::string> rows[] = {
-        {nullptr, "", production, "nothing set"},
-        {"1", "", production, "production"},
-        {"2", "", test, "test"},
-        {"3", "", production, "unknown"},
-        {"two", "", production, "no number"},
-        {"2", "http://127.0.0.1:8080", "http://127.0.0.1:8080/", "loopback, which goes before the setting"},
-        {"1", "http://localhost:1/", "http://localhost:1/", "by name"},
-        {"1", "http://[::1]:8080", "http://[::1]:8080/", "IPv6"},
-        {"1", "http://127.0.0.1.example.com/", production, "a host that begins like one"},
-    };
-    for (const auto& [setting, loopback, base, why] : rows) {
+    for (const auto& [setting, loopback, base, why] :
+         ::Test::Table<const char*, std::string, std::string>("MorvUt/hmrc/access/Settings.tsv")) {
         SCOPED_TRACE(why);
-        const bool isSandbox = base != production && base != test;
+        const bool isSandbox = base.find("api.service.hmrc.gov.uk") == base.npos;
         CRegistry().SetString("HMRCEndPoint", setting);
         ASSERT_TRUE(CClientData::SetLoopbackOverride({}));
         EXPECT_EQ(CClientData::SetLoopbackOverride(loopback), isSandbox || loopback.empty());
