@@ -1,4 +1,4 @@
-// What commands do while another program writes, when they are interrupted, and without the modules that they need.
+// What commands do when they are interrupted, and without the modules that they need.
 
 #include <stdlib.h>
 
@@ -14,16 +14,6 @@ namespace
 {
 
 using namespace Test;
-
-TEST(Commands, AFetchWhileAnotherProgramWritesMayBeTriedAgain)
-{
-    HmrcSandbox sandbox;
-    const std::string practice = AuthorisedPractice(sandbox);
-    const auto writer = Cellar::CConnection::Open(CString(practice));
-    writer->Begin(Cellar::Intent::Write);
-    const Ended fetched = RunMorv(FetchLine(practice, sandbox));
-    EXPECT_EQ(fetched.exit, 3) << fetched.out << fetched.err;
-}
 
 TEST(Commands, ASignInThatIsInterruptedLeavesTheGrantAsItWas)
 {

@@ -6,19 +6,33 @@
 #include <sstream>
 
 #include "apps/morv/Program.h"
-#include "support/Test.h"
+#include "support/Databases.h"
 
 namespace
 {
 
 using namespace Test;
 
-/// A sample practice and a sandbox, on which commands are run. FOLDER, PRACTICE and BASE stand for the names of a run.
-class Transcript : public testing::TestWithParam<const char*>
+/// A sample practice and a sandbox, on which commands are run. FOLDER, PRACTICE and BASE stand for the names of a run,
+/// SECOND for another practice beside it.
+class Session
 {
-protected:
+public:
+    Session() // for a shell's own lines
+    {
+        setenv("MORV", MORV_PROGRAM, 1);
+        setenv("MORVUT_SETTINGS", (TempDir() + "/settings.ini").c_str(), 1);
+    }
+
+    void Tell(const std::string& transcript)
+    {
+        ExpectTranscript(MORV_TRANSCRIPTS + transcript + ".txt",
+                         [this](const std::string& command) { return Run(command); });
+    }
+
+private:
     /// What a command prints. Beside those of morv: "sandbox METHOD PATH BODY", "authorise [BROWSER]", "sql STATEMENT",
-    /// and "shell COMMAND".
+    /// and "shell COMMAND", to which morv is "$MORV".
     std::string Run(const std::string& command)
     {
         if (command.starts_with("sandbox ")) {
@@ -43,10 +57,6 @@ protected:
         return Told(line.starts_with("shell ") ? RunShell(line.substr(6)) : RunMorv(line));
     }
 
-    const std::string m_practice = SamplePractice();
-    HmrcSandbox m_sandbox{"EVERYTHING"};
-
-private:
     static Ended RunShell(const std::string& command)
     {
         const std::string told = TempDir() + "/told";
@@ -72,17 +82,22 @@ private:
         return std::regex_replace(text, network, "NETWORK ");
     }
 
-    const std::pair<std::string, std::string> m_names[3]{
-        {"PRACTICE", m_practice}, {"FOLDER", TempDir()}, {"BASE", m_sandbox.Base()}};
+    const std::string m_practice = SamplePractice();
+    HmrcSandbox m_sandbox{"EVERYTHING"};
+    const std::pair<std::string, std::string> m_names[4]{{"PRACTICE", m_practice},
+                                                         {"SECOND", PracticeText("second.db")},
+                                                         {"FOLDER", TempDir()},
+                                                         {"BASE", m_sandbox.Base()}};
 };
+
+using Transcript = testing::TestWithParam<const char*>;
+using ServerTranscript = OnDatabase;
+ON_SERVER(ServerTranscript);
 
 } // namespace
 
-TEST_P(Transcript, IsWhatIsPrinted)
-{
-    ExpectTranscript(std::string(MORV_TRANSCRIPTS) + GetParam() + ".txt",
-                     [this](const std::string& command) { return Run(command); });
-}
+TEST_P(Transcript, IsWhatIsPrinted) { Session().Tell(GetParam()); }
+TEST_P(ServerTranscript, IsWhatIsPrinted) { Session().Tell("server"); }
 
 INSTANTIATE_TEST_SUITE_P(Morv, Transcript,
                          testing::Values("authority", "calc", "decisions", "documents", "enquiries", "fetch-all",

@@ -1,10 +1,9 @@
-// Copies of a practice in use.
+// A disk that is full, or can only be read.
 
 #include <algorithm>
 #include <filesystem>
 
 #include "apps/morv/Program.h"
-#include "Cellar/Connection.h"
 #include "support/SmallDisk.h"
 #include "support/Test.h"
 
@@ -26,32 +25,6 @@ std::size_t FilesIn(const std::string& folder)
 {
     const std::filesystem::directory_iterator files(folder);
     return static_cast<std::size_t>(std::distance(begin(files), end(files)));
-}
-
-TEST(Backup, OfAPracticeInUseHasWhatWasSaved)
-{
-    const std::string practice = SamplePractice(), folder = TempDir() + "/copies", file = folder + "/it's a copy.db";
-    std::filesystem::create_directory(folder);
-    const auto writer = Cellar::CConnection::Open(CString(practice));
-    writer->ExecuteDirect("INSERT INTO [BRIXBank] ([strName]) VALUES ('saved')");
-    writer->Begin(Cellar::Intent::Write); // all the time
-    writer->ExecuteDirect("INSERT INTO [BRIXBank] ([strName]) VALUES ('not saved')");
-    const Json made = MorvJson("practice backup " + practice + " \"" + file + "\"");
-    EXPECT_EQ(made["practice"], practice);
-    EXPECT_EQ(made["file"], file);
-    EXPECT_EQ(made["key"], practice + ".key");
-    EXPECT_EQ(made["pages"].get<std::uintmax_t>() * 4096, std::filesystem::file_size(file));
-    EXPECT_EQ(std::filesystem::status(file).permissions(), std::filesystem::perms(0600));
-    EXPECT_EQ(FilesIn(folder), 1U);
-
-    std::filesystem::copy(practice + ".key", file + ".key");
-    EXPECT_EQ(MorvJson("practice check \"" + file + "\"")["ok"], true);
-    const auto copy = Cellar::CConnection::Open(CString(file));
-    const auto banks = copy->Queryf("SELECT [strName] FROM [BRIXBank] WHERE [strName] = 'saved'").rows;
-    EXPECT_TRUE(banks.size() == 1 && Cellar::ToText(banks[0][0]) == "saved");
-
-    std::filesystem::current_path(folder);
-    EXPECT_EQ(MorvJson("practice backup " + practice + " file:copy.db")["pages"], made["pages"]) << "no address";
 }
 
 TEST(SmallDisk, HoldsNothingHalfWritten)
