@@ -2,10 +2,10 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <sstream>
 
 #include "Afx/time/Clock.h"
 #include "MorvUt/hmrc/access/ClientData.h"
-#include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "Shellkit/Envelope.h"
 #include "Shellkit/KeyFile.h"
 #include "Shellkit/PracticeKey.h"
@@ -22,7 +22,6 @@ int Number(const std::string& pounds) { return pounds.empty() ? -1 : std::stoi(p
 
 FetchTest::FetchTest(const std::string& scenario) : m_sandbox(scenario)
 {
-    SetCurrentTaxYear(kYear - 1991);
     const std::string key = ::Test::TempDir() + "/practice.db.key";
     EXPECT_TRUE(Shellkit::MakeKeyFile(key) && Shellkit::SetPracticeKey(*Shellkit::ReadKeyFile(key)));
     HmrcApi::CClientData::SetLoopbackOverride(m_sandbox.Base());
@@ -47,22 +46,10 @@ void FetchTest::Authorise()
 
 void FetchTest::Serve(int number)
 {
-    const std::string whole = std::to_string(number), pounds = whole + ".25",
-                      ofFirm = R"({"employments": [{"employerPayeReference": "123/AB456", )";
-    const std::pair<const char*, std::string> answers[] = {
-        {"individual-paye/nino/AA000001A",
-         Answer(Employment("123/AB456", "A1", pounds, Benefit("CarBenefit", "44.00")),
-                Pension("321/AB456", "P1", pounds), StateBenefit("JobseekersAllowance", "2017-05-01", pounds),
-                R"(, "taxFreeAllowances": [{"allowanceType": "FlatRateJobExpenses", "amount": 200.00}])")},
-        {"national-insurance/sa/2234567890",
-         R"({"class1": {"totalNICableEarnings": 17.00}, "class2": {"totalDue": )" + pounds + "}}"},
-        {"individual-employment/sa/2234567890", ofFirm + R"("employerName": "Firm )" + whole + "\"}]}"},
-        {"individual-income/sa/2234567890", ofFirm + R"("payFromEmployment": )" + pounds + "}]}"},
-        {"individual-benefits/sa/2234567890", ofFirm + R"("otherBenefits": )" + pounds + "}]}"},
-        {"individual-tax/sa/2234567890", ofFirm + R"("taxTakenOffPay": )" + pounds + "}]}"},
-    };
-    for (const auto& [of, body] : answers)
-        m_sandbox.Send("PUT", std::string("/sandbox/answer/") + of + "/annual-summary/2017-18", body);
+    std::istringstream answers(
+        ::Test::ReplacedAll(::Test::ReadFile(MAIN_JOB_ANSWERS), "NUMBER", std::to_string(number)));
+    for (std::string path, body; answers >> path && std::getline(answers, body);)
+        m_sandbox.Send("PUT", "/sandbox/answer/" + path + "/annual-summary/2017-18", body);
 }
 
 Fetched FetchTest::Fetch()

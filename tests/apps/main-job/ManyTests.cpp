@@ -216,37 +216,22 @@ TEST_P(ManyInAFile, TwoRunsAtOnceShareOnePace)
 
 TEST_F(Absent, EndsTheRunOnceItIsCertainAndNobodyElseIsBegunInDoubt)
 {
-    using HmrcApi::Absence;
-    using Sent = std::vector<std::pair<std::string, std::string>>; // to the sandbox
-    const auto fault = [](const std::string& path, const std::string& kind, int times = 0) {
-        const Json members{{"path", path}, {"fault", kind}, {"times", times}};
-        return std::pair("/sandbox/fault", members.dump());
-    };
-    const std::string paye = "/individual-paye", insurance = "/national-insurance";
-    const Row<Sent, Absence, std::size_t> rows[] = {
-        {{fault(paye, "INTERNAL_SERVER_ERROR", 2)}, Absence::None, kClients, "the client's own"},
-        {{fault(insurance, "SERVER_ERROR")}, Absence::None, kClients, "one interface only"},
-        {{fault(paye, "SERVER_ERROR"), fault(insurance, "MESSAGE_THROTTLED_OUT")},
-         Absence::Overloaded,
-         4,
-         "three in a row, and the fourth was under way"},
-        {{fault(paye, "SCHEDULED_MAINTENANCE")}, Absence::Maintenance, 4, "closed"},
-        {{{"/sandbox/token", R"({"revoke": true})"}}, Absence::NoAuthority, 4, "the user took it back"},
-        {{}, Absence::Unreachable, 4, "nobody listens"},
-    };
-    for (const auto& [sent, absence, done, why] : rows) {
+    // what the sandbox is told, "PATH BODY; PATH BODY"; how the run ends, after how many clients
+    for (const auto& [sent, absence, done, why] :
+         Table<std::string, std::string, std::size_t>("apps/main-job/Absence.tsv")) {
         SCOPED_TRACE(why);
-        for (const auto& [path, body] : sent)
+        std::istringstream requests(sent);
+        for (std::string path, body; requests >> path && std::getline(requests, body, ';');)
             m_sandbox.Send("POST", path, body);
         if (sent.empty())
             ListenToNobody();
         const HmrcApi::ManyFetched fetched = FetchMany();
-        EXPECT_STREQ(NameOf(fetched.ended), NameOf(absence));
+        EXPECT_EQ(NameOf(fetched.ended), absence);
         EXPECT_EQ(fetched.done, done);
-        EXPECT_EQ(fetched.isAnyReached, absence != Absence::Unreachable);
+        EXPECT_EQ(fetched.isAnyReached, !sent.empty());
         EXPECT_EQ(m_told, fetched.done) << "in the order of the clients";
         m_sandbox.Send("DELETE", "/sandbox/fault");
-        if (absence == Absence::NoAuthority)
+        if (absence == "noAuthority")
             Authorise();
     }
 }
