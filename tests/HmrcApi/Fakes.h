@@ -134,24 +134,21 @@ struct FakeTransport : ITransport
             answers.pop_front();
         return answer;
     }
-    void Add(int status, std::string body)
-    {
-        answers.push_back({status < 0    ? HttpAnswer::Outcome::TimedOut
-                           : status == 0 ? HttpAnswer::Outcome::Incomplete
-                                         : HttpAnswer::Outcome::Answered,
-                           std::max(status, 0),
-                           "application/json",
-                           {},
-                           std::move(body),
-                           {}});
-    }
     /// Forgets what was, and answers these from now on; status 0: the answer is lost, -1: late.
     void Script(const std::vector<std::pair<int, std::string>>& script)
     {
+        using enum HttpAnswer::Outcome;
         answers.clear();
         requests.clear();
         for (const auto& [status, body] : script)
-            Add(status, body);
+            answers.push_back({status < 0    ? TimedOut
+                               : status == 0 ? Incomplete
+                                             : Answered,
+                               std::max(status, 0),
+                               "application/json",
+                               {},
+                               body,
+                               {}});
     }
 };
 
@@ -175,7 +172,7 @@ class Plumbing : public testing::Test, protected Granted
 protected:
     Plumbing()
     {
-        tokenEndpoint->Add(200, kFreshTokens);
+        tokenEndpoint->Script({{200, kFreshTokens}});
         authorisation = MakeAuthorisation();
         authorisation->SetChannel(std::make_shared<Channel>(tokenEndpoint));
         Afx::Clock::Set([this] { return begun + passed; });

@@ -4,7 +4,6 @@
 #include "MorvUt/hmrc/review/ReviewScreen.h"
 #include "MorvUt/res/layouts/Differences.h"
 #include "support/Hands.h"
-#include "Trailmark/MTDAudit.h"
 
 class ReviewOnScreen : public HmrcTest
 {
@@ -35,22 +34,15 @@ std::string Shown(const CMTDDifferencesGrid& grid)
     return text;
 }
 
-std::string Audited(ClientId client)
-{
-    std::string text;
-    for (const auto& line : Trailmark::ReadAudit(client, Quarry::GetConnection()))
-        text += line.action.Str() + " " + line.user.Str() + ": " + line.item.Str() + ": " + line.hmrc.Str() + " / " +
-                line.ofReturn.Str() + "\n";
-    return text;
-}
+constexpr char kAudited[] = "SELECT strAction, strUserID, strItem, strHMRC, strReturn FROM MTDAudit ORDER BY lID";
 
 } // namespace
 
 TEST_P(ReviewOnScreen, AsksRightsAndThePersonAndWritesOneAuditLine)
 {
-    Fetch(Answer(Employment("1/A", "", "100") + "," + Employment("2/B", "", "200")));
+    Fetch("employment 1/A - 100; employment 2/B - 200");
     Create();
-    Fetch(Answer(Employment("1/A", "", "150") + "," + Employment("2/B", "", "250")));
+    Fetch("employment 1/A - 150; employment 2/B - 250");
     const std::string before = Schedules();
     const auto review = [this](const std::vector<::Test::Acts>& dialogs) {
         std::for_each(dialogs.begin(), dialogs.end(), ::Test::InNext);
@@ -75,7 +67,7 @@ TEST_P(ReviewOnScreen, AsksRightsAndThePersonAndWritesOneAuditLine)
     HmrcApi::ReviewCount count = review({refused, stops});
     EXPECT_EQ(count.skipped, 1);
     EXPECT_TRUE(count.stopped);
-    EXPECT_EQ(Audited(m_client), "");
+    EXPECT_EQ(Query(kAudited), "");
     EXPECT_EQ(Schedules(), before);
     // One accepted, one rejected.
     count = review({[](::Test::Hands& hands) {
@@ -92,18 +84,18 @@ TEST_P(ReviewOnScreen, AsksRightsAndThePersonAndWritesOneAuditLine)
                     }});
     EXPECT_EQ(count.accepted + 10 * count.rejected, 11);
     EXPECT_EQ(Schedules(), Replaced(before, "100.00", "150.00"));
-    EXPECT_EQ(Audited(m_client),
-              "accept ANNA: Firm (1/A): Pay 150.00 / Pay 100.00\nreject ANNA: Firm (2/B): Pay 250.00 / Pay 200.00\n");
+    EXPECT_EQ(Query(kAudited),
+              "accept|ANNA|Firm (1/A)|Pay 150.00|Pay 100.00, reject|ANNA|Firm (2/B)|Pay 250.00|Pay 200.00");
     EXPECT_EQ(review({}).stopped, false) << "a rejected figure is not offered again";
-    Fetch(Answer(Employment("1/A", "", "150") + "," + Employment("2/B", "", "250.01")));
+    Fetch("employment 1/A - 150; employment 2/B - 250.01");
     EXPECT_TRUE(review({stops}).stopped) << "until it changes by a penny";
 }
 
 TEST_P(ReviewOnScreen, TellsTheSecondOfTwoReviewers)
 {
-    Fetch(Answer(Employment("1/A", "", "100")));
+    Fetch("employment 1/A - 100");
     Create();
-    Fetch(Answer(Employment("1/A", "", "150")));
+    Fetch("employment 1/A - 150");
     ::Test::InNext([](::Test::Hands& hands) {
         Sql("UPDATE BRIXNewEmploy SET amtPay = %m", Kiln::CAmt::FromPence(12000)); // by somebody else meanwhile
         hands.Answer(IDYES);
@@ -112,5 +104,5 @@ TEST_P(ReviewOnScreen, TellsTheSecondOfTwoReviewers)
     });
     EXPECT_EQ(HmrcApi::ReviewDifferences(m_client, TaxYear(kYear)).accepted, 0);
     EXPECT_EQ(::Test::Windows().Messages().back().text, "The figures have changed since they were listed.");
-    EXPECT_EQ(Audited(m_client), "");
+    EXPECT_EQ(Query(kAudited), "");
 }

@@ -145,8 +145,8 @@ TEST_P(FieldsPage, TellsTheCodeOfEachCompanyBenefit)
         EXPECT_EQ(types.erase(allowance), 1u) << allowance;
     std::string employments;
     for (const std::string& type : types)
-        employments += (employments.empty() ? "" : ", ") + Employment("1/" + type, "", "", Benefit(type, "1"));
-    Fetch(Answer(employments));
+        employments += "employment 1/" + type + " - - " + type + "=1;";
+    Fetch(employments);
     Create();
     const std::string made = ", " +
                              Query("SELECT strPAYEReference, nType FROM BRIXNewEmployBenefits JOIN BRIXNewEmploy "

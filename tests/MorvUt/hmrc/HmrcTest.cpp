@@ -1,6 +1,7 @@
 #include "MorvUt/hmrc/HmrcTest.h"
 
 #include <algorithm>
+#include <sstream>
 
 #include "MorvUt/hmrc/fetch/FetchData.h"
 #include "MorvUt/hmrc/review/Differences.h"
@@ -8,26 +9,33 @@
 namespace
 {
 
-std::string Quoted(const std::string& text) { return text.empty() ? text : '"' + text + '"'; }
-
-/// A JSON object without the members that have no value.
-std::string Object(const std::vector<std::pair<std::string, std::string>>& members)
+/// A further member of an object; none for "-" and nothing.
+std::string Member(const char* name, const std::string& value)
 {
-    std::string text;
-    for (const auto& [name, value] : members)
-        if (!value.empty())
-            text += (text.empty() ? "" : ", ") + Quoted(name) + ": " + value;
-    return '{' + text + '}';
+    return value.empty() || value == "-" || value == "\"-\"" ? "" : ", \"" + std::string(name) + "\": " + value;
 }
 
-std::string Payer(const char* name, const std::string& reference, const std::string& works, const std::string& pay,
-                  const std::string& benefits)
+/// "CarBenefit=44" or, a forecast, "CarBenefit=44?".
+std::string CompanyBenefit(const std::string& text)
 {
-    return Object({{"employerPayeReference", Quoted(reference)},
-                   {"employerName", Quoted(name)},
-                   {"worksNumber", Quoted(works)},
-                   {"taxablePayTotal", pay},
-                   {"companyBenefits", benefits}});
+    const std::size_t at = text.find('='), end = text.find('?');
+    return "{\"benefitType\": \"" + text.substr(0, at) + '"' + Member("amount", text.substr(at + 1, end - at - 1)) +
+           Member("isForecastBenefit", end == text.npos ? "-" : "true") + '}';
+}
+
+/// "1/A W1 100 CarBenefit=44", "3/C P1 50" or, of a taxable benefit, "IncapacityBenefit 2017-05-01 10".
+std::string ItemOf(const std::string& kind, std::istringstream& words)
+{
+    std::string of, second, pay, benefits;
+    words >> of >> second >> pay;
+    for (std::string word; words >> word;)
+        benefits += (benefits.empty() ? "" : ",") + CompanyBenefit(word);
+    const std::string quoted = '"' + second + '"', paid = Member("taxablePayTotal", pay);
+    if (kind == "benefit")
+        return "{\"benefitType\": \"" + of + '"' + Member("startDate", quoted) + paid + '}';
+    return "{\"employerPayeReference\": \"" + of + '"' + Member("worksNumber", quoted) + paid +
+           (kind == "pension" ? R"(, "employerName": "Fund"})"
+                              : R"(, "employerName": "Firm", "companyBenefits": [)" + benefits + "]}");
 }
 
 } // namespace
@@ -65,9 +73,9 @@ HmrcApi::StagedCounts HmrcPractice::Fetch(HmrcApi::IEndpointOverride::ResponseTy
     return Fetch(prepop);
 }
 
-HmrcApi::StagedCounts HmrcPractice::Fetch(const std::string& json)
+HmrcApi::StagedCounts HmrcPractice::Fetch(const std::string& answer)
 {
-    PayeOf prepop(m_client, json);
+    PayeOf prepop(m_client, Answer(answer));
     return Fetch(prepop);
 }
 
@@ -201,30 +209,22 @@ std::string Replaced(std::string text, const std::string& from, const std::strin
     return at == text.npos ? text : text.replace(at, from.size(), to);
 }
 
-std::string Answer(const std::string& employments, const std::string& pensions, const std::string& benefits,
-                   const std::string& more)
+std::string Answer(const std::string& items)
 {
-    return "{\"employments\": [" + employments + "], \"privatePensions\": [" + pensions +
-           "], \"taxableSocialSecurityBenefits\": [" + benefits + ']' + more + '}';
-}
-
-std::string Employment(const std::string& reference, const std::string& works, const std::string& pay,
-                       const std::string& benefits)
-{
-    return Payer("Firm", reference, works, pay, '[' + benefits + ']');
-}
-
-std::string Benefit(const std::string& type, const std::string& amount, bool isForecast)
-{
-    return Object({{"benefitType", Quoted(type)}, {"amount", amount}, {"isForecastBenefit", isForecast ? "true" : ""}});
-}
-
-std::string Pension(const std::string& reference, const std::string& works, const std::string& pay)
-{
-    return Payer("Fund", reference, works, pay, {});
-}
-
-std::string StateBenefit(const std::string& type, const std::string& start, const std::string& pay)
-{
-    return Object({{"benefitType", Quoted(type)}, {"startDate", Quoted(start)}, {"taxablePayTotal", pay}});
+    if (items.empty() || items[0] == '{')
+        return items;
+    std::map<std::string, std::string> lists;
+    std::string more;
+    std::istringstream list(items);
+    for (std::string item; std::getline(list >> std::ws, item, ';');) {
+        std::istringstream words(item);
+        std::string kind;
+        words >> kind;
+        if (kind == "more")
+            std::getline(words, more);
+        else
+            lists[kind] += (lists[kind].empty() ? "" : ",") + ItemOf(kind, words);
+    }
+    return "{\"employments\": [" + lists["employment"] + "], \"privatePensions\": [" + lists["pension"] +
+           "], \"taxableSocialSecurityBenefits\": [" + lists["benefit"] + ']' + (more.empty() ? "" : "," + more) + '}';
 }

@@ -21,30 +21,15 @@
 inline constexpr char kGateway[] = "GATEWAY1";
 inline constexpr short kYear = 2018; // of HMRC's published examples
 
-/// An answer of the test's own, by whatever endpoint it is asked for; an empty one is "nothing yet".
-struct Canned
-{
-    template<class Endpoint>
-    operator std::shared_ptr<Endpoint>() const
-    {
-        auto transport = std::make_shared<HmrcApi::Fakes::FakeTransport>();
-        transport->Add(json.empty() ? 404 : 200, json.empty() ? R"({"code":"NOT_FOUND"})" : json);
-        return std::make_shared<HmrcApi::Fakes::Through<Endpoint>>(of, transport);
-    }
-
-    HmrcApi::CAuthorisation& of;
-    std::string json;
-};
-
 /// What a fetch overrides so that an endpoint has the answer of that name.
 #define ANSWERED(Interface, name)                                                                                      \
     std::shared_ptr<HmrcApi::C##Interface> Get##Interface##Endpoint(HmrcApi::CAuthorisation& of) override              \
     {                                                                                                                  \
-        return Canned{of, m_answers[name]};                                                                            \
+        return EndpointOf<HmrcApi::C##Interface>(of, name);                                                            \
     }                                                                                                                  \
     static_assert(true)
 
-/// A fetch with answers of the test's own, by their names.
+/// A fetch with answers of the test's own, by their names; none is "nothing yet".
 template<class Prepop>
 class Answered : public Prepop
 {
@@ -54,6 +39,16 @@ public:
     {}
 
 protected:
+    template<class Endpoint>
+    std::shared_ptr<Endpoint> EndpointOf(HmrcApi::CAuthorisation& of, const char* name)
+    {
+        const std::string& json = m_answers[name];
+        auto transport = std::make_shared<HmrcApi::Fakes::FakeTransport>();
+        transport->Script({{json.empty() ? 404 : 200, json.empty() ? R"({"code":"NOT_FOUND"})" : json}});
+        return std::make_shared<HmrcApi::Fakes::Through<Endpoint>>(of, transport);
+    }
+
+private:
     std::map<std::string, std::string> m_answers;
 };
 
@@ -117,7 +112,7 @@ protected:
         return prepop.GetStagedCounts();
     }
     HmrcApi::StagedCounts Fetch(HmrcApi::IEndpointOverride::ResponseType type);
-    HmrcApi::StagedCounts Fetch(const std::string& json);
+    HmrcApi::StagedCounts Fetch(const std::string& answer); // as Answer takes it
     /// By the command, as ANNA: what it answers, of "ok, new data, clear", and shows, a message a line.
     std::string Retrieve(HmrcApi::IEndpointOverride::ResponseType type = HmrcApi::IEndpointOverride::Everything) const;
     /// "code" of each error of the last fetch, separated by blanks.
@@ -150,13 +145,7 @@ class HmrcTest : public ::Test::OnDatabase, protected HmrcPractice
 /// `text` with its first `from` replaced; there must be one.
 std::string Replaced(std::string text, const std::string& from, const std::string& to);
 
-// Parts of HMRC's answer.
-
-std::string Answer(const std::string& employments, const std::string& pensions = {}, const std::string& benefits = {},
-                   const std::string& more = {});
-/// An employment with or without works number, pay in pounds ("" for none), and company benefits.
-std::string Employment(const std::string& reference, const std::string& works, const std::string& pay,
-                       const std::string& benefits = {});
-std::string Benefit(const std::string& type, const std::string& amount, bool isForecast = false);
-std::string Pension(const std::string& reference, const std::string& works, const std::string& pay);
-std::string StateBenefit(const std::string& type, const std::string& start, const std::string& pay);
+/// HMRC's answer by PAYE with "employment REFERENCE WORKS PAY [BENEFIT=AMOUNT ...]; pension REFERENCE WORKS PAY;
+/// benefit TYPE DATE PAY; more MEMBERS": "-" for none, "?" behind a forecast. An answer as JSON, or none, stays as it
+/// is.
+std::string Answer(const std::string& items);

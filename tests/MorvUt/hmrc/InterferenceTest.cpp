@@ -26,7 +26,7 @@ TEST_P(Interference, IsNoneBySingleEmploymentsOfAnotherClient)
         employment.taxablePayTotal.Parse(pay);
         return std::make_shared<const HmrcApi::Employment_t>(employment);
     };
-    Fetch(Answer({}, Pension("3/C", "", "50")));
+    Fetch("pension 3/C - 50");
     Sql("INSERT INTO BRIXClient (lID) VALUES (2)");
     HmrcApi::CPAYEPrepop prepop(m_client, TaxYear(kYear), {}, HmrcApi::IEndpointOverride::Live);
     prepop.AddEmploymentDataToMap(ClientId(2), TaxYear(kYear), "1/A", record("", "7"));
