@@ -47,9 +47,10 @@ protected:
         m_sandbox.Send("DELETE", "/sandbox/fault");
         m_sandbox.Send("DELETE", "/sandbox/requests");
     }
-    /// The end of each path below one of the interfaces that was asked for, in that order.
-    std::vector<std::string> Asked(const std::string& below = "/individual-paye/nino/")
+    /// The National Insurance numbers that were asked for, in that order.
+    std::vector<std::string> Asked()
     {
+        const std::string below = "/individual-paye/nino/";
         std::vector<std::string> asked;
         for (const Json& request : Json::parse(m_sandbox.Send("GET", "/sandbox/requests", "")))
             if (const std::string path = request["path"]; path.starts_with(below))
@@ -178,19 +179,6 @@ TEST_P(ManyInAFile, AsksAboutFourAtOnceAndEndsWithThemOnASignal)
 
     ClearFaults();
     EXPECT_EQ(Told(RunMorv(Line(" --anew"))).find("1 ok, 2 ok, "), 0u) << "about everybody";
-}
-
-TEST_P(ManyInAFile, RefreshesOnceAndAsksByTheOtherRoute)
-{
-    MorvJson("practice options " + m_practice + " nPAYEInterface=0");
-    EXPECT_EQ(Authorise(m_practice, m_sandbox).exit, 0); // for the other scopes
-    m_sandbox.Send("POST", "/sandbox/token", R"({"expire": true})");
-    m_sandbox.Send("DELETE", "/sandbox/requests");
-    const Ended ended = RunMorv(Line());
-    EXPECT_EQ(ended.exit, 0) << ended.out << ended.err;
-    EXPECT_EQ(Asked("/oauth/token").size(), 1u) << "of four that were refused at once";
-    EXPECT_EQ(Asked("/individual-tax/sa/").size(), kClients + 0u);
-    EXPECT_EQ(Count("BRIXMTD_TaxYear WHERE dtComplete IS NOT NULL"), std::to_string(kClients));
 }
 
 // The sandbox refuses what is more than three requests in a second.

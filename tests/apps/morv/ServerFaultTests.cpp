@@ -1,6 +1,5 @@
-// What goes wrong with a practice on a server, as its users are told of it: one line, a code, an exit code.
+// A connection to a server that is lost.
 
-#include <algorithm>
 #include <functional>
 #include <future>
 #include <thread>
@@ -13,46 +12,13 @@ namespace
 
 using namespace Test;
 
-class ServerFaults : public OnDatabase
-{
-protected:
-    static void ExpectError(const Ended& ended, int exit, const char* code, const std::string& words)
-    {
-        EXPECT_EQ(ended.exit, exit) << ended.out << ended.err;
-        const Json error = ended.Document()["error"];
-        EXPECT_EQ(error["code"], code) << ended.out;
-        EXPECT_NE(ended.err.find(words), std::string::npos) << ended.err;
-        EXPECT_EQ(std::count(ended.err.begin(), ended.err.end(), '\n'), 1) << ended.err;
-        EXPECT_EQ((ended.out + ended.err).find("s3cret"), std::string::npos) << ended.out << ended.err;
-    }
-    std::string With(const char* from, const std::string& to) const { return ReplacedAll(practice, from, to); }
-
-    const std::string password = "PasswordFile=" + WriteFile("password", "test\n");
-    const std::string practice = "'" + ReplacedAll(ConnectionTextOf("firm").Str(), "PWD=test", password) +
-                                 ";KeyFile=" + TempDir() + "/firm.key'";
-};
+using ServerFaults = OnDatabase;
 ON_SERVER(ServerFaults);
-
-TEST_P(ServerFaults, APracticeThatCannotBeOpenedIsExit3)
-{
-    MorvJson("practice create " + practice);
-    OpenDatabase("firm")->Script("UPDATE BRIXSchema SET nVersion = 1000000");
-    const Row<std::string, const char*, const char*> rows[] = {
-        {practice, "NEWER_SCHEMA", "Update this program", "newer schema"},
-        {With("PasswordFile=", "PWD=s3cret;Else="), "CANNOT_OPEN", "check UID and the password", "wrong password"},
-    };
-    for (const auto& [text, code, words, why] : rows)
-        for (const char* const line :
-             {"client list PRACTICE", "practice check PRACTICE", "practice options PRACTICE bCFStaff=1"}) {
-            SCOPED_TRACE(std::string(why) + ": " + line);
-            ExpectError(RunMorv(ReplacedAll(line, "PRACTICE", text) + " --json"), 3, code, words);
-        }
-}
 
 /// The server ends the sessions of the practice while HMRC is slow to answer.
 TEST_P(ServerFaults, ALostConnectionStagesNothing)
 {
-    MorvJson("practice create " + practice + " --sample");
+    const std::string practice = SamplePractice("firm");
     HmrcSandbox sandbox("EVERYTHING");
     EXPECT_EQ(Authorise(practice, sandbox).exit, 0);
     for (const char* const path : {"/individual-paye", "/oauth/token"})

@@ -42,8 +42,12 @@ private:
             const std::string answer = m_sandbox.Send(method, path, body);
             return method == "GET" ? answer : std::string();
         }
-        if (command.starts_with("sql "))
-            return Execute(m_practice, command.substr(4));
+        if (command.starts_with("sql ")) {
+            if (!IsOnServer())
+                return Execute(m_practice, command.substr(4));
+            OpenDatabase("practice.db")->Script(command.substr(4));
+            return {};
+        }
         if (command.starts_with("authorise")) {
             const std::string browser = command.substr(std::min<std::size_t>(10, command.size()));
             Ended ended = browser.empty() ? Authorise(m_practice, m_sandbox)
