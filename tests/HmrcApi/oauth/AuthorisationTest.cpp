@@ -98,8 +98,8 @@ private:
         *m_moments.at(moment) = [this, nth, steps]() mutable { m_meanwhile += --nth <= 0 ? Run(steps, ", ") : ""; };
     }
 
-    /// How it ended and what is in hand; what HMRC was asked; what is stored, at last too, since what has ended must
-    /// not be revived. Nobody is told a secret.
+    /// How it ended and what is in hand; what HMRC was asked; what is stored, and what is stored once more, since
+    /// what has ended must not be revived. Nobody is told a secret.
     std::string Told(bool isDone)
     {
         const std::string error = Code() + ": " + authorisation->GetLastError().text;
@@ -117,7 +117,7 @@ private:
         told += (slept ? ", waited " + std::to_string(slept) : "") +
                 (passed != slept ? ", took " + std::to_string(passed) : "") + ", stored " + stored +
                 (IsLocked() ? ", locked" : "");
-        authorisation->UpdateTokens();
+        told += authorisation->UpdateTokens() ? "" : ", not stored again: " + Code();
         for (const std::string secret : {"access-1", "access-2", "refresh-1", "refresh-2", "the-client-secret"})
             Fakes::ExpectNone(error + logger.text, {secret, Afx::FoldUpper(secret)});
         return told + (Row() == stored ? "\n" : ", then " + Row() + '\n');
