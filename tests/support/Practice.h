@@ -79,6 +79,12 @@ public:
         const std::string text = Rows(select, ", ");
         return text.substr(0, text.empty() ? 0 : text.size() - 2);
     }
+    /// The same of a SELECT that is read from a file.
+    static std::string Asked(const std::string& select)
+    {
+        Script("DROP VIEW IF EXISTS Asked; CREATE TEMP VIEW Asked AS " + select);
+        return Query("SELECT * FROM Asked");
+    }
     /// What "TABLE: column, column" holds: the rows in the order of their texts, equal ones once, with their number.
     static std::string InTable(const std::string& what)
     {
@@ -96,12 +102,6 @@ public:
         for (const auto& [row, count] : counts)
             text += row + (count > 1 ? " (" + std::to_string(count) + " times)\n" : "\n");
         return text;
-    }
-    /// The same of a SELECT that is read from a file.
-    static std::string Asked(const std::string& select)
-    {
-        Script("DROP VIEW IF EXISTS Asked; CREATE TEMP VIEW Asked AS " + select);
-        return Query("SELECT * FROM Asked");
     }
 
 private:
