@@ -88,6 +88,23 @@ protected:
             EXPECT_EQ(::Test::Work(m_person, inside), IDOK);
             EXPECT_EQ(CWnd::GetFocus(), nullptr);
         });
+        Around("Another person", [](::Test::Acts inside) {
+            CPersonDialog another;
+            EXPECT_EQ(::Test::Work(another, std::move(inside)), IDCANCEL);
+        });
+        On("The first person's dialog takes nothing", [this] {
+            EXPECT_FALSE(Afx::UserActs::Click(*m_person.GetDlgItem(IDOK)));
+            EXPECT_FALSE(m_person.DeliverCommand(IDOK));
+        });
+        On("Cannot be opened again",
+           [this] { EXPECT_EQ(dynamic_cast<CDialog&>(Here().Window()).DoModal(), -1); });
+        On("The program hides", [this](const std::string& name) { Control(name).ShowWindow(false); });
+        On("No kind is chosen", [this] { Control<CComboBox>("#104").SetCurSel(CComboBox::kNone); });
+        On("The list of kinds grows while it drops", [this] {
+            auto& kinds = Control<CComboBox>("#104");
+            Afx::UserActs::Drop(kinds, true);
+            kinds.InsertString(0, "new");
+        });
         On("The person is", [this] {
             return m_person.name.Str() + ", " + std::to_string(m_person.age) + ", tick " +
                    std::to_string(m_person.tick) + ", kind " + std::to_string(m_person.kind);
@@ -116,42 +133,3 @@ private:
 STORIES(WindowsByHand, "Afx/Windows.story");
 
 } // namespace
-
-TEST(CComboBox, KeepsItsChoiceWhileItsListGrows)
-{
-    CDialog dialog(kPerson);
-    ::Test::Work(dialog, [&](::Test::Hands& hands) {
-        auto& combo = dynamic_cast<CComboBox&>(hands.Control(kKind));
-        for (const char* const text : {"red", "green"})
-            combo.AddString(text);
-        for (const int chosen : {CComboBox::kNone, 0}) {
-            combo.SetCurSel(chosen);
-            Afx::UserActs::Drop(combo, true);
-            combo.InsertString(0, "new");
-            hands.Press(VK_DOWN);
-            hands.Press(VK_ESCAPE);
-            EXPECT_EQ(combo.GetCurSel(), chosen == 0 ? 1 : chosen) << "as before it dropped, though its list grew";
-        }
-        dialog.EndDialog(5);
-    });
-}
-
-TEST(CDialog, KeepsOthersWaiting)
-{
-    CPersonDialog outer;
-    ::Test::Work(outer, [&](::Test::Hands& hands) {
-        CPersonDialog inner;
-        EXPECT_EQ(::Test::Work(inner,
-                               [&](::Test::Hands&) {
-                                   EXPECT_FALSE(Afx::UserActs::Click(*outer.GetDlgItem(IDOK)));
-                                   EXPECT_FALSE(outer.DeliverCommand(IDOK));
-                                   EXPECT_EQ(inner.DoModal(), -1) << "open already";
-                                   inner.EndDialog(4);
-                               }),
-                  4);
-        hands.ExpectFocus(kName);
-        outer.GetDlgItem(kName)->ShowWindow(false);
-        hands.ExpectFocus(kAge);
-        hands.Press(VK_ESCAPE);
-    });
-}

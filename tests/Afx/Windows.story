@@ -40,6 +40,30 @@ Person
 The person is
     Bob, 41, tick 0, kind 0
 
+== Dialog keeps others waiting
+Person
+    Another person
+        The first person's dialog takes nothing
+        Cannot be opened again
+        Press Escape
+    Focus Name
+    The program hides Name
+    Focus Age
+    Press Enter
+
+== Box keeps its choice while its list grows
+Person
+    The list of kinds grows while it drops
+    Press Down Escape
+    Text #104: green
+    No kind is chosen
+    The list of kinds grows while it drops
+    Press Down Escape
+    Text #104:
+    Press Enter
+The person is
+    Ann, 7, tick 0, kind -1
+
 == Sheet is accepted by all pages or stays open
 Sheet 1
     Type Name: bad

@@ -447,23 +447,7 @@ public:
             Press(VK_DELETE, 0);
         Write(text);
     }
-    void Choose(CWnd& list, int item) override
-    {
-        constexpr int kMostControls = 60;
-        for (int i = 0; i < kMostControls && CWnd::GetFocus() != &list; ++i)
-            Press(VK_TAB, 0);
-        const auto* const combo = dynamic_cast<const CComboBox*>(&list);
-        if (combo && combo->IsEditable()) {
-            CString text;
-            combo->GetLBText(item, text);
-            Press('A', Afx::kControl);
-            Write(text.View());
-            return;
-        }
-        Press(VK_HOME, 0);
-        for (int i = 0; i < item; ++i)
-            Press(VK_DOWN, 0);
-    }
+    void Choose(CWnd& list, int item) override { ChooseByKeys(list, item); }
 
 private:
     /// Into the folder MORVUT_PICTURES of the environment, if it is there.

@@ -1,5 +1,6 @@
 #include "Lattice/Grid.h"
 
+#include "Afx/windows/Edit.h"
 #include "Lattice/GridStories.h"
 #include "Lattice/SampleGrid.h"
 #include "support/Table.h"
@@ -12,11 +13,8 @@ class CGridDialog : public CDialog
 public:
     CGridDialog()
     {
-        constexpr unsigned kGrid = 200, kAfter = 201;
-        grid.Create(this, kGrid);
-        grid.SetAccessibleName("Grid");
-        after.Create(this, kAfter);
-        after.SetAccessibleName("After");
+        ::Test::Put(grid, *this, 200, "Grid");
+        ::Test::Put(after, *this, 201, "After");
     }
     Sample::CSampleGrid grid;
     CEdit after;
@@ -27,10 +25,7 @@ class CGrid : public ::testing::Test, protected ::Test::GridStories
 protected:
     CGrid()
     {
-        Around("Dialog", [](::Test::Acts inside) {
-            CGridDialog dialog;
-            ::Test::Work(dialog, std::move(inside));
-        });
+        Opens<CGridDialog>("Dialog");
         On("While asked: row 1 is deleted", [this] {
             ::Test::Windows().OnUnexpected([&grid = Grid()](const auto&) { return grid.DeleteRow(1), IDOK; });
         });

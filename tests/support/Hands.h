@@ -1,18 +1,16 @@
 #pragma once
 
-// A user's hands, in scripts that can be read aloud: Type(kShare, "100.01"); Click(IDOK); ExpectMessage("Please ...");
-// ExpectFocus(kShare).
+// A user's hands, in scripts that can be read aloud: Type(kShare, "100.01"); Click(IDOK); ExpectMessage("Please ...").
 
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <stdexcept>
 
-#include "Afx/text/Utf8.h"
 #include "Afx/windows/ComboBox.h"
 #include "Afx/windows/Dialog.h"
-#include "Afx/windows/Edit.h"
 #include "Afx/windows/MessageBox.h"
+#include "support/Stage.h"
 #include "support/TestSupport.h"
 
 namespace Test
@@ -49,77 +47,21 @@ public:
             return *found;
         throw std::logic_error("no control " + std::to_string(id));
     }
-    /// No mouse from here on, for as long as it lives: what Type, Click and Choose work at is reached by Tab.
-    class KeyboardAlone
-    {
-    public:
-        KeyboardAlone() { m_isKeyboardAlone = true; }
-        KeyboardAlone(const KeyboardAlone&) = delete;
-        KeyboardAlone& operator=(const KeyboardAlone&) = delete;
-        ~KeyboardAlone() { m_isKeyboardAlone = false; }
-    };
     /// Over what the field holds.
-    void Type(unsigned id, std::string_view text)
-    {
-        if (m_isKeyboardAlone) {
-            TabTo(id);
-            Write(text);
-            return;
-        }
-        if (Stage* const stage = TheStage()) {
-            stage->Type(Control(id), text);
-            return;
-        }
-        Windows().Leave();
-        Windows().Type(Control(id), text);
-    }
+    void Type(unsigned id, std::string_view text) { TheTouch().Type(Control(id), text); }
     void Click(unsigned id)
     {
-        if (m_isKeyboardAlone) {
-            TabTo(id);
-            Write(" ");
-            return;
-        }
-        CWnd* const control = Find(m_window, id);
-        if (Stage* const stage = control ? TheStage() : nullptr) {
-            stage->Click(*control);
-            return;
-        }
-        EXPECT_TRUE(control ? Afx::UserActs::Click(*control) : m_window.DeliverCommand(id)) << "clicking " << id;
+        if (CWnd* const control = Find(m_window, id))
+            TheTouch().Click(*control);
+        else
+            EXPECT_TRUE(m_window.DeliverCommand(id)) << "clicking " << id;
     }
-    /// Whether something has used the key, as far as can be told.
-    bool Press(unsigned key, unsigned modifiers = 0)
-    {
-        if (Stage* const stage = TheStage())
-            stage->Press(key, modifiers);
-        return TheStage() || Windows().Key(key, modifiers);
-    }
-    void Write(std::string_view text)
-    {
-        if (Stage* const stage = TheStage()) {
-            stage->Write(text);
-            return;
-        }
-        while (!text.empty() && CWnd::GetFocus())
-            Afx::UserActs::Char(*CWnd::GetFocus(), Afx::TakeCharacter(text));
-    }
-    bool Choose(unsigned id, int item)
-    {
-        if (m_isKeyboardAlone) {
-            TabTo(id);
-            Press(VK_HOME);
-            for (; item > 0; --item)
-                Press(VK_DOWN);
-            return true;
-        }
-        if (Stage* const stage = TheStage())
-            stage->Choose(Control(id), item);
-        return TheStage() || Afx::UserActs::Choose(Control(id), item);
-    }
+    void Press(unsigned key, unsigned modifiers = 0) { TheTouch().Press(key, modifiers); }
+    void Write(std::string_view text) { TheTouch().Write(text); }
+    void Choose(unsigned id, int item) { TheTouch().Choose(Control(id), item); }
     void Pick(unsigned id, const char* text)
     {
-        auto& combo = dynamic_cast<CComboBox&>(Control(id));
-        EXPECT_TRUE(Choose(id, combo.FindStringExact(CComboBox::kNone, text))) << text;
+        Choose(id, dynamic_cast<CComboBox&>(Control(id)).FindStringExact(CComboBox::kNone, text));
     }
     void Answer(int button) { Windows().Answer(button); }
 
@@ -132,30 +74,9 @@ public:
         return {};
     }
     static void ExpectMessage(std::string_view text) { EXPECT_EQ(TakeMessage(), text); }
-    void ExpectFocus(unsigned id) const
-    {
-        const CWnd* const focus = CWnd::GetFocus();
-        EXPECT_EQ(focus ? static_cast<unsigned>(focus->GetDlgCtrlID()) : 0u, id) << "the focus";
-    }
-    /// The whole text of the field with the focus is selected.
-    void ExpectAllSelected() const
-    {
-        const auto* const edit = dynamic_cast<const CEdit*>(CWnd::GetFocus());
-        ASSERT_NE(edit, nullptr);
-        EXPECT_EQ(edit->GetSelectedText(), edit->Text());
-    }
     void ExpectText(unsigned id, std::string_view text) const { EXPECT_EQ(Control(id).Text().View(), text) << id; }
 
 private:
-    void TabTo(unsigned id)
-    {
-        const CWnd& control = Control(id);
-        constexpr int kMostControls = 60;
-        for (int tabs = 0; CWnd::GetFocus() != &control; ++tabs) {
-            ASSERT_LT(tabs, kMostControls) << "no Tab comes to " << id;
-            Press(VK_TAB);
-        }
-    }
     static CWnd* Find(CWnd& window, unsigned id)
     {
         if (CWnd* const here = window.GetDlgItem(static_cast<int>(id)); here && here->IsShown())
@@ -170,8 +91,14 @@ private:
     // Of all hands, since one dialog opens another.
     static inline std::size_t m_seen = 0;
     static inline int m_open = 0;
-    static inline bool m_isKeyboardAlone = false;
 };
+
+/// Makes a control of a window's, and calls it.
+inline void Put(CWnd& control, CWnd& around, unsigned id, const char* name)
+{
+    control.Create(&around, id);
+    control.SetAccessibleName(name);
+}
 
 using Acts = std::function<void(Hands&)>;
 

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <sstream>
 
+#include "Afx/windows/Edit.h"
 #include "Afx/windows/ListCtrl.h"
 #include "Afx/windows/Static.h"
 #include "support/Table.h"
@@ -116,7 +117,12 @@ const std::map<std::string, Stories::Lines>& StoriesIn(const std::string& file)
 
 Stories::Stories()
 {
-    On("Click", [this](const std::string& text) { Here().Click(IdOf(text)); });
+    On("Click", [this](const std::string& text) {
+        if (kButtons.contains(text)) // which a window may have without showing it
+            Here().Click(static_cast<unsigned>(kButtons.at(text)));
+        else
+            TheTouch().Click(Control(text));
+    });
     On("Press", [this](const std::string& text) { PressKeys(Here(), text); });
     On("Enter", [this](std::string text) {
         text += " | ";
@@ -128,8 +134,15 @@ Stories::Stories()
     On("Write", [this](const std::string& text) { Here().Write(Meant(text)); });
     On("Answer", [this](const std::string& text) { Here().Answer(kButtons.at(text)); });
     On("Message", [this](const std::string& text) { Expect(Meant(text), Here().TakeMessage()); });
-    On("All selected", [this] { Here().ExpectAllSelected(); });
-    On("Focus", [this](const std::string& text) { Here().ExpectFocus(IdOf(text)); });
+    On("All selected", [] {
+        const auto* const edit = dynamic_cast<const CEdit*>(CWnd::GetFocus());
+        ASSERT_NE(edit, nullptr);
+        EXPECT_EQ(edit->GetSelectedText(), edit->Text());
+    });
+    On("Focus", [this](const std::string& text) {
+        const CWnd* const focus = CWnd::GetFocus();
+        EXPECT_EQ(focus, &Control(text)) << (focus ? focus->GetAccessibleName() : "nothing");
+    });
     On("Enabled", [this](const std::string& text) { EXPECT_TRUE(Control(text).IsWindowEnabled()); });
     On("Disabled", [this](const std::string& text) { EXPECT_FALSE(Control(text).IsWindowEnabled()); });
     On("Gone", [this](const std::string& text) { EXPECT_THROW(Control(text), std::logic_error); });
@@ -154,7 +167,7 @@ Stories::Stories()
         });
         EXPECT_NE(found, nullptr) << all;
     });
-    On("Type", [this](const std::string& name, const std::string& text) { Here().Type(IdOf(name), text); });
+    On("Type", [this](const std::string& name, const std::string& text) { TheTouch().Type(Control(name), text); });
     On("Text", [this](const std::string& name, const std::string& text) { Expect(text, Control(name).Text().Str()); });
     On("Count", [this](const std::string& name, const std::string& text) {
         Expect(text, std::to_string(RowsOf(Control(name)).size()));
@@ -165,7 +178,7 @@ Stories::Stories()
         if (row == rows.end())
             row = std::find_if(rows.begin(), rows.end(), [&](const auto& each) { return Fits(each, text + "..."); });
         EXPECT_NE(row, rows.end());
-        EXPECT_TRUE(Here().Choose(IdOf(name), static_cast<int>(row - rows.begin())));
+        TheTouch().Choose(Control(name), static_cast<int>(row - rows.begin()));
     });
     Around("Next", InNext);
 }
@@ -209,13 +222,6 @@ std::pair<std::string, std::string> Stories::NameAndText(const std::string& text
     if (colon == text.npos)
         throw std::invalid_argument("no colon behind the name");
     return {text.substr(0, colon), Meant(text.substr(std::min(colon + 2, text.size())))};
-}
-
-unsigned Stories::IdOf(const std::string& name) const
-{
-    if (kButtons.contains(name)) // which a window may have without showing it
-        return static_cast<unsigned>(kButtons.at(name));
-    return static_cast<unsigned>(Control(name).GetDlgCtrlID());
 }
 
 std::vector<std::string> Stories::RowsOf(const CWnd& control) const

@@ -82,6 +82,15 @@ protected:
                 act(text, ActsOf(line));
         };
     }
+    /// A line that opens a dialog of its own, with what is done in it below.
+    template<class Dialog>
+    void Opens(const std::string& words)
+    {
+        Around(words, [](Acts inside) {
+            Dialog dialog;
+            Work(dialog, std::move(inside));
+        });
+    }
     /// Those of the window that the story is in; throws outside of all.
     Hands& Here() const;
     CWnd& Control(const std::string& name) const;
@@ -99,7 +108,6 @@ private:
     void Run(const Lines& lines, Hands* hands);
     void Do(const Line& line);
     Acts ActsOf(const Line& line);
-    unsigned IdOf(const std::string& name) const;
     static std::string Below(const Line& line);
     static void Expect(const std::string& pattern, const std::string& found);
 

@@ -14,13 +14,13 @@
 #include "Afx/system/Settings.h"
 #include "Afx/time/Clock.h"
 #include "Afx/windows/Wnd.h"
+#include "support/Stage.h"
 
 namespace Test
 {
 namespace
 {
 
-constinit Stage* g_stage = nullptr;
 std::unique_ptr<Afx::HeadlessWindowSystem> g_script; // on a stage
 std::string g_folder;                                // of the running test; empty before its first use
 
@@ -33,9 +33,6 @@ void RemoveTempDir()
 }
 
 } // namespace
-
-Stage::Stage() { g_stage = this; }
-Stage* TheStage() noexcept { return g_stage; }
 
 Afx::HeadlessWindowSystem& Windows()
 {
@@ -127,9 +124,9 @@ class Surroundings : public testing::EmptyTestEventListener
             ADD_FAILURE() << "message box or dialog without a script that it takes: " << shown.text;
             return Afx::SafeAnswer(shown.style);
         });
-        if (g_stage) {
+        if (Stage* const stage = TheStage()) {
             g_script = std::move(windows);
-            Afx::WindowSystem::Install(g_stage->MakeSystem(*g_script));
+            Afx::WindowSystem::Install(stage->MakeSystem(*g_script));
         } else {
             Afx::WindowSystem::Install(std::move(windows));
         }

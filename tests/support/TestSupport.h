@@ -16,32 +16,6 @@ class CWnd;
 namespace Test
 {
 
-/// Real windows, and the hands that work them. A test program that has them makes one object of this kind before main.
-class Stage
-{
-public:
-    Stage();
-    Stage(const Stage&) = delete;
-    Stage& operator=(const Stage&) = delete;
-    /// Runs all tests, with the windows' toolkit around them.
-    virtual int Run(const std::function<int()>& tests) = 0;
-    /// A window system whose dialogs and boxes are worked by `script`.
-    virtual std::unique_ptr<Afx::WindowSystem> MakeSystem(Afx::HeadlessWindowSystem& script) = 0;
-
-    // By keyboard and mouse. Each returns when all that follows has been done.
-    virtual void Type(CWnd& control, std::string_view text) = 0;
-    virtual void Click(CWnd& control) = 0;
-    virtual void Press(unsigned key, unsigned modifiers) = 0;
-    virtual void Write(std::string_view text) = 0;
-    virtual void Choose(CWnd& list, int item) = 0;
-
-protected:
-    ~Stage() = default;
-};
-
-/// Null in programs whose windows are never shown.
-Stage* TheStage() noexcept;
-
 /// The window system of the running test, or the script that works the windows of its stage. A message box that the
 /// test has not scripted fails it.
 Afx::HeadlessWindowSystem& Windows();

@@ -88,13 +88,13 @@ TEST_P(MainJobOnDatabase, RunsFromTheFetchToARejectedDifference) { Tell(kFromFet
 
 TEST_F(MainJob, RunsByKeyboardAlone)
 {
-    const Hands::KeyboardAlone keyboard;
+    const ::Test::KeyboardAlone keyboard;
     Tell(kFromFetchToRejection);
 }
 
 TEST_F(MainJob, TellsOnceWhatHmrcCouldNotServeAndGoesOnFromThere)
 {
-    const Hands::KeyboardAlone keyboard;
+    const ::Test::KeyboardAlone keyboard;
     Tell("Tells_once_what_HMRC_could_not_serve_and_goes_on_from_there");
 }
 
