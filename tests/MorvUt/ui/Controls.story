@@ -19,6 +19,7 @@ Dates
     Press Escape
 
 == Countries are chosen by their names
+Sql INSERT INTO BRIXCountry (lID, strName, strAbbr, strCurrency, strCurrencyAbbr, bEU) VALUES (1, 'Jersey', 'JEY', 'Pound', 'GBP', 0), (2, 'France', 'FRA', 'Euro', 'EUR', 1)
 Countries
     Rows Plain
         Unassigned

@@ -17,20 +17,16 @@ namespace
 using ::Test::Hands;
 using ::Test::Work;
 
-constexpr unsigned kFirst = 801, kSecond = 802, kThird = 803, kFourth = 804;
+using Items = std::vector<std::string>;
 
 struct PairOfDates : CDialog
 {
     PairOfDates()
     {
-        from.Create(this, kFirst);
-        to.Create(this, kSecond);
-        underwriting.Create(this, kThird);
-        plain.Create(this, kFourth);
-        from.SetAccessibleName("From");
-        to.SetAccessibleName("To");
-        underwriting.SetAccessibleName("Underwriting");
-        plain.SetAccessibleName("Plain");
+        ::Test::Put(from, *this, 801, "From");
+        ::Test::Put(to, *this, 802, "To");
+        ::Test::Put(underwriting, *this, 803, "Underwriting");
+        ::Test::Put(plain, *this, 804, "Plain");
     }
     CPairedDateEdit from{to, false}, to{from, true};
     CUnderwritingDateEdit underwriting;
@@ -41,10 +37,10 @@ struct Countries : CDialog
 {
     Countries()
     {
-        Adopt(std::make_unique<CComboBox>(), kFirst);
-        Adopt(std::make_unique<CComboBox>(), kSecond);
-        plain.SubclassDlgItem(kFirst, this);
-        cool.SubclassDlgItem(kSecond, this);
+        for (const unsigned id : {801, 802})
+            Adopt(std::make_unique<CComboBox>(), id);
+        plain.SubclassDlgItem(801, this);
+        cool.SubclassDlgItem(802, this);
         plain.SetAccessibleName("Plain");
         cool.SetAccessibleName("Cool");
     }
@@ -67,12 +63,8 @@ protected:
         });
         On("Another return than of underwriting",
            [this] { Control<CUnderwritingDateEdit>("Underwriting").m_bUnderwriting = false; });
-        Around("Countries", [](::Test::Acts inside) {
-            Sql("INSERT INTO BRIXCountry (lID, strName, strAbbr, strCurrency, strCurrencyAbbr, bEU) VALUES "
-                "(1, 'Jersey', 'JEY', 'Pound', 'GBP', 0), (2, 'France', 'FRA', 'Euro', 'EUR', 1)");
-            Countries dialog;
-            Work(dialog, std::move(inside));
-        });
+        On("Sql", Script);
+        Opens<Countries>("Countries");
         On("Plain is of the EU alone", [this](const std::string& yes) {
             Control<TXCountryComboBox>("Plain").SetShowEUCountriesOnly(yes == "yes");
         });
@@ -93,13 +85,6 @@ protected:
                 combo.GetCurSelCurrencyAbbr())
             .Str();
     }
-    std::string Items(const CComboBox& combo) const
-    {
-        std::string items;
-        for (const std::string& item : RowsOf(combo))
-            items += (items.empty() ? "" : "|") + item;
-        return items;
-    }
 };
 
 STORIES(UiControls, "MorvUt/ui/Controls.story");
@@ -117,21 +102,21 @@ TEST_F(UiControls, CombosHaveTheirListsAndKeepWhatWasTyped)
     TXBanksComboBox banks;
     banks.SetWindowText("zeta");
     banks.SetType(TXBanksComboBox::kSocieties);
-    EXPECT_EQ(Items(banks), "Abbey|Zeta");
+    EXPECT_EQ(RowsOf(banks), (Items{"Abbey", "Zeta"}));
     EXPECT_EQ(banks.GetCurSel(), 1);
     EXPECT_EQ(banks.Text(), "zeta");
     banks.ResetContent();
     banks.SetType(TXBanksComboBox::kSocieties);
-    EXPECT_EQ(Items(banks), "") << "the type is the one it has";
+    EXPECT_EQ(RowsOf(banks), Items()) << "the type is the one it has";
     banks.SetType(TXBanksComboBox::kForeignSocieties);
-    EXPECT_EQ(Items(banks), "Banque");
+    EXPECT_EQ(RowsOf(banks), Items{"Banque"});
     banks.SetType(TXBanksComboBox::kRecords);
-    EXPECT_EQ(Items(banks), "Own bank");
+    EXPECT_EQ(RowsOf(banks), Items{"Own bank"});
     CWnd around;
-    around.Adopt(std::make_unique<CComboBox>(), kFirst);
+    around.Adopt(std::make_unique<CComboBox>(), 801);
     TXCharityComboBox charities;
-    charities.SubclassDlgItem(kFirst, &around);
-    EXPECT_EQ(Items(charities), "Oxfam");
+    charities.SubclassDlgItem(801, &around);
+    EXPECT_EQ(RowsOf(charities), Items{"Oxfam"});
 }
 
 TEST(CHyperClick, FollowsItselfAndMeasures)
@@ -141,14 +126,14 @@ TEST(CHyperClick, FollowsItselfAndMeasures)
         Linked()
         {
             link.SetWindowText("&More");
-            link.Create(this, kFirst);
+            link.Create(this, 801);
         }
         bool OnCommand(WPARAM command, LPARAM) override { return followed += command == 99, true; }
         CHyperClick link{99};
         int followed = 0;
     } dialog;
     Work(dialog, [&](Hands& hands) {
-        hands.Click(kFirst);
+        hands.Click(801);
         hands.Press(VK_RETURN);
         hands.Press('M', Afx::kAlt);
         EXPECT_EQ(dialog.followed, 3);

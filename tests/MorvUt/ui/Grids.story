@@ -54,6 +54,48 @@ Payments, three at most
         ||A||
     Press Escape
 
+== Totals are computed that follow from an edit and no others
+Totals
+    Cell 7, All: -108.00
+    Cell 50, C: 225.00
+    Cell 50, All: -150.00
+    Totals computed 57
+    Go to 7, D
+    Write 1
+    Press Enter
+    # of the row, of the column, of all
+    Totals computed 3
+    Cell 7, All: -84.00
+    Cell 50, D: -251.00
+    Cell 50, All: -126.00
+    # each once, however many cells
+    Go to 0, A
+    Clipboard 0.00\t0\n1\t2\n
+    Press Ctrl+V
+    Totals computed 5
+    Cell 50, All: -105.00
+    # an undone edit brings back the cells, not the total of then
+    The program writes into 2, A: 3.00
+    Undo
+    Cell 0, B: -10.00
+    Cell 50, All: -125.00
+    # a zero total shows nothing
+    The program writes into 9, A:
+    The program writes into 9, B:
+    The program writes into 9, C:
+    The program writes into 9, D:
+    The program writes into 9, E:
+    The program writes into 9, F:
+    Cell 9, All:
+    Go to 9, All
+    Press F4
+    Message The sum of cells that are all blank.
+    # a total that leaves something out would be believed
+    The program shows an error in 7, D
+    Cell 7, All: Error
+    Cell 50, All: Error
+    Press Escape
+
 == Splits are typed in either unit and saved
 Shares of 100.01 among three
     The program selects client 1

@@ -22,8 +22,6 @@ using ::Test::Hands;
 using ::Test::Work;
 using Split = Brix::CBTaxNoTaxInvestmentIncomeSplit;
 
-constexpr unsigned kGridId = 700, kButtonId = 701;
-
 /// A date, net, tax, and gross, which is computed; net must be filled.
 class CPayments : public CInsertableGrid
 {
@@ -62,9 +60,8 @@ public:
     template<class... Args>
     explicit COneGrid(const Args&... args) : grid(args...)
     {
-        grid.Create(this, kGridId);
-        grid.SetAccessibleName("Grid");
-        button.Create(this, kButtonId);
+        ::Test::Put(grid, *this, 700, "Grid");
+        button.Create(this, 701);
         button.SetWindowText("Delete row");
     }
     Grid grid;
@@ -72,6 +69,29 @@ public:
 };
 
 CAmt OfPence(std::int64_t pence) { return CAmt::FromPence(pence); }
+
+/// A pound more in each row, ten less in each column, with the totals of both and of all.
+class CTotals : public CTotallingGrid
+{
+public:
+    static constexpr int kRows = 50, kColumns = 6;
+    CTotals()
+    {
+        for (const char* const heading : {"A", "B", "C", "D", "E", "F", "All"})
+            AddColumn(heading[0], heading, Format::Amount);
+        for (int row = 0; row <= kRows; ++row)
+            AppendRow();
+        SetRowTotalling(kRows, kColumns, kRows, 0, kColumns - 1); // the sum of sums, set first
+        for (int row = 0; row < kRows; ++row)
+            SetRowTotalling(row, kColumns, row, 0, kColumns - 1);
+        for (int column = 0; column < kColumns; ++column) {
+            SetColumnTotalling(kRows, column, column, 0, kRows - 1);
+            for (int row = 0; row < kRows; ++row)
+                SetCellAmount(row, column, OfPence(100 * (row - 10 * column)));
+        }
+        UpdateTotals(true);
+    }
+};
 
 class Grids : public ::testing::Test, protected ::Test::Practice, protected ::Test::GridStories
 {
@@ -87,6 +107,23 @@ protected:
             Work(dialog, std::move(inside));
         });
         On("Look for a new row", [this] { static_cast<CInsertableGrid&>(Grid()).CheckForNewRow(); });
+        Opens<COneGrid<CTotals>>("Totals");
+        On("Totals computed", [this](const std::string& count) {
+            const std::size_t before = std::exchange(m_computed, Totals().GetComputedCount());
+            EXPECT_EQ(std::to_string(m_computed - before), count);
+        });
+        On("The program writes into", [this](const std::string& cell, const std::string& text) {
+            const auto [row, column] = PlaceOf(cell);
+            CAmt amount;
+            amount.Parse(text.c_str());
+            Totals().SetCellAmount(row, column, amount);
+            Totals().UpdateTotals(true);
+        });
+        On("The program shows an error in", [this](const std::string& cell) {
+            const auto [row, column] = PlaceOf(cell);
+            Totals().SetCellError(row, column);
+            Totals().OnCellEndEdit(row, column);
+        });
         Around("Shares of 100.01 among three", [this](const ::Test::Acts& inside) {
             COneGrid<CEntitySplitGrid> dialog(columns);
             list.Open();
@@ -129,6 +166,7 @@ protected:
         grid.DDXFunc(&exchange, amount, entities, 0, readOnly, list);
     }
     CEntitySplitGrid& SplitGrid() const { return static_cast<CEntitySplitGrid&>(Grid()); }
+    CTotals& Totals() const { return static_cast<CTotals&>(Grid()); }
     /// Of the amount, of each entity, and what is left; "-" for nothing.
     static std::string Shares(const CEntitySplitGrid& grid)
     {
@@ -141,6 +179,7 @@ protected:
     }
     Split list;
     const CEntitySplitGrid::ShareColumns columns{Split::kClientID, -1, Split::kShare, -1};
+    std::size_t m_computed = 0;
 };
 STORIES(Grids, "MorvUt/ui/Grids.story");
 
@@ -155,65 +194,6 @@ TEST(InsertableGridSlots, StandInTheOrderThatModulesAreBuiltFor)
     EXPECT_TRUE(::Test::AreConsecutive(&CTotallingGrid::GetCellAmt, &CTotallingGrid::SetTotal));
     using S = CEntitySplitGrid;
     EXPECT_TRUE(::Test::AreConsecutive(&S::CPSGetClientID, &S::PPSGetPClientID, &S::ParentNewCPS, &S::ParentNewPPS));
-}
-
-TEST(CTotallingGrid, ComputesWhatFollowsFromAnEditAndNothingElse)
-{
-    constexpr int kRows = 50, kColumns = 6;
-    COneGrid<CTotallingGrid> dialog;
-    CTotallingGrid& grid = dialog.grid;
-    for (int column = 0; column <= kColumns; ++column)
-        grid.AddColumn(column + 1, "C", Format::Amount);
-    for (int row = 0; row <= kRows; ++row)
-        grid.AppendRow();
-    grid.SetRowTotalling(kRows, kColumns, kRows, 0, kColumns - 1); // the sum of sums, set first
-    for (int row = 0; row < kRows; ++row)
-        grid.SetRowTotalling(row, kColumns, row, 0, kColumns - 1);
-    for (int column = 0; column < kColumns; ++column)
-        grid.SetColumnTotalling(kRows, column, column, 0, kRows - 1);
-    std::mt19937 random(5);
-    std::int64_t sum = 0;
-    for (int row = 0; row < kRows; ++row)
-        for (int column = 0; column < kColumns; ++column) {
-            const auto pence = static_cast<std::int64_t>(random() % 100'000) - 50'000;
-            sum += pence;
-            grid.SetCellAmount(row, column, OfPence(pence));
-        }
-    grid.UpdateTotals(true);
-    EXPECT_EQ(grid.GetCellAmount(kRows, kColumns), OfPence(sum));
-    const std::size_t before = grid.GetComputedCount();
-    Work(dialog, [&](Hands& hands) {
-        sum += 100 - grid.GetCellAmount(7, 3).GetPence();
-        grid.GoTo(7, 3);
-        hands.Write("1");
-        hands.Press(VK_RETURN);
-        EXPECT_EQ(grid.GetComputedCount() - before, 3u) << "of the row, of the column, of all";
-        EXPECT_EQ(grid.GetCellAmount(kRows, kColumns), OfPence(sum));
-        const std::size_t pasted = grid.GetComputedCount();
-        ::Test::Windows().SetClipboard(grid.GetCellText(0, 0).Str() + "\t0\n1\t2\n");
-        const std::int64_t unpasted = sum;
-        sum += 300 - grid.GetCellAmount(0, 1).GetPence() - grid.GetCellAmount(1, 0).GetPence() -
-               grid.GetCellAmount(1, 1).GetPence();
-        grid.GoTo(0, 0);
-        hands.Press('V', Afx::kControl);
-        EXPECT_EQ(grid.GetComputedCount() - pasted, 5u) << "each once, however many cells";
-        EXPECT_EQ(grid.GetCellAmount(kRows, kColumns), OfPence(sum));
-        grid.SetCellAmount(2, 0, grid.GetCellAmount(2, 0) + OfPence(100));
-        grid.UpdateTotals(true);
-        grid.Undo();
-        EXPECT_EQ(grid.GetCellAmount(kRows, kColumns), OfPence(unpasted + 100)) << "not the total of then";
-        for (int column = 0; column < kColumns; ++column)
-            grid.EmptyCell(9, column);
-        grid.UpdateTotals(true);
-        EXPECT_EQ(grid.GetCellText(9, kColumns), "") << "a zero total";
-        grid.SetCellError(7, 3);
-        grid.OnCellEndEdit(7, 3);
-        EXPECT_EQ(grid.GetCellText(kRows, kColumns), "Error") << "a total that leaves something out would be believed";
-        grid.GoTo(9, kColumns);
-        hands.Press(VK_F4);
-        hands.ExpectMessage("The sum of cells that are all blank.");
-        dialog.EndDialog(IDOK);
-    });
 }
 
 TEST_F(Grids, SplitsGiveEveryPennyBackWhateverIsShown)

@@ -28,7 +28,7 @@ Others see Applied
 
 == Stay open while another program writes
 Sql PRAGMA busy_timeout = 1
-Sheet with furniture
+Sheet
     Type Name: Typed
     Another program begins to write
     Click OK
@@ -54,7 +54,7 @@ Stored BRIXNewInterest: strName, strNotesAudit
     Typed|Noted
 
 == Check the share of a spouse
-Sheet with furniture
+Sheet
     Text Partnership: Ann & Bob
     Disabled Client's share (%)
     Click Joint with spouse
@@ -87,7 +87,7 @@ Sheet with furniture
     Click Cancel
 
 == Keep notes of every kind
-Sheet with furniture
+Sheet
     Click Completed
     Completed is 1
     Next
@@ -118,7 +118,7 @@ Stored BRIXNewInterest: strNotesAudit, strNotesReturn, strSchemeReference, nSche
     two|-|12345678|2019
 
 == Open the notes at the kind which was clicked
-Sheet with furniture
+Sheet
     There are notes on loans, too
     Next
         The pages are called Notes: Audit, Tax Return, Estimates, Avoidance, Loans
@@ -146,7 +146,7 @@ Dialog with a level
 Others see 2
 
 == Show notes that do not apply and write none back
-Sheet with furniture
+Sheet
     Only notes on estimates, which do not apply
     Next
         Shows Estimate notes are not appropriate to the current form. Any entries made on this dialog will not be written back to the form.
@@ -156,3 +156,31 @@ Sheet with furniture
     Click OK
 Stored BRIXNewInterest: strNotesEstimate
     -
+
+== Have no furniture unless asked
+Plain sheet
+    Furniture
+        are shown
+    The share is taken 0
+    Click Cancel
+
+== Have their furniture where it is seen
+Sheet
+    Furniture
+        line 1 notes spouse are shown
+    Shows Line
+    Press F1
+    Help interest.html#501
+    The line ends before the sheet does, whose width is 400
+    The line ends before the sheet does, whose width is 300
+    The page hides its name and the label
+    The program disables the notes
+    Disabled Notes...
+    Press Ctrl+Tab
+    Furniture
+        notes spouse are shown
+    # behind the button to which the keyboard has gone
+    Focus OK
+    Press Tab
+    Focus Completed
+    Click Cancel

@@ -15,7 +15,6 @@
 namespace
 {
 
-using ::Test::Hands;
 using ::Test::Practice;
 using ::Test::Work;
 using Interest = Brix::CNewInterest;
@@ -50,18 +49,19 @@ private:
     CString m_name;
 };
 
-/// A sheet with all furniture, or with none.
+/// A sheet with all furniture.
 class CInterestSheet : public TXPropertySheet
 {
 public:
-    CInterestSheet(Interest& list, bool hasFurniture) : page(list), m_list(list), m_hasFurniture(hasFurniture)
+    explicit CInterestSheet(Interest& list) : page(list), m_list(list)
     {
         AddPage(&page);
-        if (hasFurniture)
-            SetNotesRowHandling(&list, Interest::kNotesAudit, Interest::kNotesReturn, Interest::kNotesEstimate,
-                                Interest::kNotesAvoidance, 0, 0);
+        AddPage(&other);
+        SetNotesRowHandling(&list, Interest::kNotesAudit, Interest::kNotesReturn, Interest::kNotesEstimate,
+                            Interest::kNotesAvoidance, 0, 0);
     }
     CNamePage page;
+    TXPropertyPage other{kNamePage};
     bool refusesStart = false;
     std::string told;
 
@@ -73,13 +73,13 @@ public:
         reason = told == "locked" ? "The spouse's return is finalised." : "";
         return told != "locked";
     }
-    CString GetInfoLine(unsigned id) override { return m_hasFurniture && id == kInfoLine1Id ? "Line" : ""; }
+    CString GetInfoLine(unsigned id) override { return id == kInfoLine1Id ? "Line" : ""; }
     int ShowInfoLine(int page, unsigned id) override { return page == 0 && id == kInfoLine1Id; }
-    int ShowCompletedCheckBox() override { return m_hasFurniture; }
-    int ShowPartnershipNameBox() override { return m_hasFurniture; }
-    int ShowJointSpouseIncome() override { return m_hasFurniture; }
+    int ShowCompletedCheckBox() override { return 1; }
+    int ShowPartnershipNameBox() override { return 1; }
+    int ShowJointSpouseIncome() override { return 1; }
     CString GetPartnershipName() override { return "Ann & Bob"; }
-    CString GetSpecialNotesPanelText() override { return m_hasFurniture ? "Special" : ""; }
+    CString GetSpecialNotesPanelText() override { return "Special"; }
     bool UpdateMTDScheduleData() override { return !refusesStart; }
     void GetAvoidanceNotes(CString& reference, CString& notes, short& year) override
     {
@@ -97,7 +97,6 @@ public:
 
 private:
     Interest& m_list;
-    bool m_hasFurniture;
 };
 
 class Sheets : public ::testing::Test, protected Practice, protected ::Test::Stories
@@ -108,8 +107,18 @@ protected:
         SetCurrentTaxYear(2018 - 1991);
         Sql("INSERT INTO BRIXNewInterest (lID, lTaxFormID, strName) VALUES (1, 1, 'Old')");
         list.Open();
-        Around("Sheet", [this](const ::Test::Acts& inside) { WorkInSheet(false, inside); });
-        Around("Sheet with furniture", [this](const ::Test::Acts& inside) { WorkInSheet(true, inside); });
+        Around("Sheet", [this](const ::Test::Acts& inside) {
+            list.Open();
+            m_sheet.emplace(list);
+            Work(*m_sheet, inside);
+            EXPECT_EQ(Quarry::GetConnection().GetLevel(), 0);
+        });
+        Around("Plain sheet", [this](const ::Test::Acts& inside) {
+            TXPropertySheet plain;
+            CNamePage page(list);
+            plain.AddPage(&page);
+            Work(plain, inside);
+        });
         Around("Dialog", [this](const ::Test::Acts& inside) { WorkInDialog(false, inside); });
         Around("Dialog with a level", [this](const ::Test::Acts& inside) { WorkInDialog(true, inside); });
         On("The program writes", [this](const std::string& name) {
@@ -117,7 +126,9 @@ protected:
             list.Update();
         });
         On("The page has changed", [this] { m_sheet->GetActivePage()->SetModified(); });
-        On("Others see", [](const std::string& name) { EXPECT_EQ(Name(), name); });
+        On("Others see", [](const std::string& name) {
+            EXPECT_EQ(Open()->Queryf("SELECT strName FROM BRIXNewInterest").rows.at(0).at(0).View(), name);
+        });
         On("Sql", Script);
         On("Stored", InTable);
         On("Another program begins to write", [this] {
@@ -126,8 +137,9 @@ protected:
         });
         On("Another program ends", [this] { m_other.reset(); });
         On("The share is taken", [this](const std::string& share) {
-            EXPECT_TRUE(m_sheet->ValidateJointSpouseIncome());
-            EXPECT_EQ(m_sheet->GetJointSpouseShare(), std::stod(share));
+            auto& sheet = dynamic_cast<TXPropertySheet&>(Here().Window());
+            EXPECT_TRUE(sheet.ValidateJointSpouseIncome());
+            EXPECT_EQ(sheet.GetJointSpouseShare(), std::stod(share));
         });
         On("The sheet was told", [this] { return m_sheet->told; });
         On("The spouse's return is finalised", [this] {
@@ -136,6 +148,25 @@ protected:
         });
         On("Completed is",
            [this](const std::string& state) { EXPECT_EQ(std::to_string(m_sheet->GetCompletedStatus()), state); });
+        On("Furniture", [this] {
+            std::string shown;
+            for (const auto& [id, name] : {std::pair(kInfoLine1Id, "line 1 "),
+                                           {kInfoLine2Id, "line 2 "},
+                                           {kNotesStatusId, "notes "},
+                                           {kJointSpouseId, "spouse "}})
+                if (const CWnd* const furniture = Here().Window().GetDlgItem(static_cast<int>(id)))
+                    shown += furniture->IsShown() ? name : "";
+            return shown + "are shown";
+        });
+        On("The line ends before the sheet does, whose width is", [this](const std::string& width) {
+            m_sheet->MoveWindow({0, 0, std::stoi(width), 200});
+            EXPECT_EQ(m_sheet->GetDlgItem(kInfoLine1Id)->GetRect().right, std::stoi(width) - kFurnitureGap);
+        });
+        On("The page hides its name and the label", [this] {
+            m_sheet->page.ShowEdit(kNameId, false);
+            EXPECT_FALSE(m_sheet->page.GetDlgItem(kNameId)->GetLabel()->IsShown());
+        });
+        On("The program disables the notes", [this] { m_sheet->EnableNotes(false); });
         On("There are notes on loans, too", [this] {
             m_loans.SetWindowText("Loans");
             m_sheet->AddSpecialNotesPage(&m_loans);
@@ -151,22 +182,9 @@ protected:
            [this] { m_sheet->SetNotesRowHandling(&list, -1, -1, Interest::kNotesEstimate, -1, 1, 0); });
     }
     ~Sheets() override { CCurrentTaxYearSingleton::Destroy(); }
-    /// What another program sees.
-    static std::string Name()
-    {
-        return std::string(Open()->Queryf("SELECT strName FROM BRIXNewInterest").rows.at(0).at(0).View());
-    }
     Interest list;
 
 private:
-    void WorkInSheet(bool hasFurniture, const ::Test::Acts& inside)
-    {
-        list.Open();
-        m_sheet.emplace(list, hasFurniture);
-        Work(*m_sheet, inside);
-        EXPECT_EQ(Quarry::GetConnection().GetLevel(), 0);
-    }
-
     void WorkInDialog(bool hasLevel, const ::Test::Acts& inside)
     {
         list.Open();
@@ -199,48 +217,8 @@ TEST(TXPropertySheetSlots, StandInTheOrderThatModulesAreBuiltFor)
 
 TEST_F(Sheets, DoNotOpenWithoutTheirData)
 {
-    CInterestSheet refusing(list, false);
+    CInterestSheet refusing(list);
     refusing.refusesStart = true;
     EXPECT_EQ(refusing.DoModal(), IDCANCEL);
     EXPECT_EQ(Quarry::GetConnection().GetLevel(), 0);
-}
-
-TEST_F(Sheets, HaveNoFurnitureUnlessAsked)
-{
-    CInterestSheet plain(list, false);
-    Work(plain, [&](Hands& hands) {
-        for (const unsigned id : {kInfoLine1Id, kInfoLine2Id, kNotesStatusId, kJointSpouseId})
-            EXPECT_EQ(plain.GetDlgItem(static_cast<int>(id)), nullptr);
-        EXPECT_EQ(plain.GetNotesTypes(), 0u);
-        EXPECT_TRUE(plain.ValidateJointSpouseIncome());
-        EXPECT_EQ(plain.GetJointSpouseShare(), 0.0);
-        hands.Press(VK_F1);
-        EXPECT_EQ(::Test::Windows().Helped(), (std::vector<std::string>{"interest.html#501"}));
-        hands.Click(IDCANCEL);
-    });
-    plain.SetNotesRowHandling(&list, 1, -1, -1, 0, 0, 0);
-    EXPECT_EQ(plain.GetNotesTypes(), 9u);
-}
-
-TEST_F(Sheets, HaveTheirFurnitureWhereItIsSeen)
-{
-    CInterestSheet sheet(list, true);
-    TXPropertyPage other(kNamePage);
-    sheet.AddPage(&other);
-    Work(sheet, [&](Hands& hands) {
-        hands.ExpectText(kInfoLine1Id, "Line");
-        for (const int width : {400, 300}) {
-            sheet.MoveWindow({0, 0, width, 200});
-            EXPECT_EQ(sheet.GetDlgItem(kInfoLine1Id)->GetRect().right, width - kFurnitureGap);
-        }
-        sheet.page.ShowEdit(kNameId, false);
-        EXPECT_FALSE(sheet.page.GetDlgItem(kNameId)->GetLabel()->IsShown());
-        sheet.EnableNotes(false);
-        EXPECT_FALSE(hands.Control(IDC_STATUS_NOTES).IsWindowEnabled());
-        sheet.SetActivePage(1);
-        EXPECT_FALSE(sheet.GetDlgItem(kInfoLine1Id)->IsShown());
-        EXPECT_EQ(sheet.GetNextDlgTabItem(sheet.GetDlgItem(IDOK))->GetParent(), sheet.GetDlgItem(kNotesStatusId));
-        hands.ExpectText(IDC_STATUS_NOTES_LABEL, "");
-        hands.Click(IDCANCEL);
-    });
 }
