@@ -39,6 +39,8 @@ namespace
 
 using AfxWx::NativePeer;
 using AfxWx::PeerOf;
+using ::Test::SendKey;
+using ::Test::Settle;
 
 constexpr std::chrono::seconds kPatience{10};
 constexpr std::chrono::milliseconds kBreath{1};
@@ -53,18 +55,27 @@ void Account(const CWnd& window, std::string& account)
         Account(*child, account);
 }
 
+GtkWidget* WidgetOf(const wxWindow& window) { return static_cast<GtkWidget*>(window.GetHandle()); }
+
+/// The window before all others; null without one.
+GtkWidget* TopWidget()
+{
+    const AfxWx::System* const system = AfxWx::System::Current();
+    const wxWindow* const top = system ? reinterpret_cast<wxWindow*>(system->TopWindow()) : nullptr;
+    return top ? WidgetOf(*top) : nullptr;
+}
+
 std::string Account()
 {
     std::string account;
     if (const CDialog* const top = CDialog::GetTopModal())
         Account(*top, account);
-    const AfxWx::System* const system = AfxWx::System::Current();
-    if (wxWindow* const top = system ? reinterpret_cast<wxWindow*>(system->TopWindow()) : nullptr)
-        if (GdkWindow* const drawn = gtk_widget_get_window(static_cast<GtkWidget*>(top->GetHandle()))) {
-            int x = 0, y = 0;
-            gdk_window_get_origin(drawn, &x, &y); // the window manager may still be placing it
-            account += std::to_string(x) + ',' + std::to_string(y);
-        }
+    GtkWidget* const top = TopWidget();
+    if (GdkWindow* const drawn = top ? gtk_widget_get_window(top) : nullptr) {
+        int x = 0, y = 0;
+        gdk_window_get_origin(drawn, &x, &y); // the window manager may still be placing it
+        account += std::to_string(x) + ',' + std::to_string(y);
+    }
     return account + '@' + std::to_string(reinterpret_cast<std::uintptr_t>(CWnd::GetFocus()));
 }
 
@@ -90,27 +101,6 @@ void WaitFor(const char* what, Ready ready)
     }
 }
 
-} // namespace
-
-void Test::Settle()
-{
-    std::string before;
-    int quiet = 0;
-    WaitFor("the program to come to rest", [&] {
-        const bool any = Pump();
-        const AfxWx::System* const system = AfxWx::System::Current();
-        std::string now = Account();
-        quiet = any || !system || !system->IsIdle() || now != before ? 0 : quiet + 1;
-        before = std::move(now);
-        return quiet >= kQuietRounds;
-    });
-}
-
-namespace
-{
-
-using ::Test::Settle;
-
 /// The window that has the keyboard; null: none of ours.
 GtkWindow* ActiveWindow()
 {
@@ -128,13 +118,12 @@ void WaitForDialog()
     if (const AfxWx::System* const system = AfxWx::System::Current(); system && !system->IsIdle())
         Settle();
     WaitFor("the dialog to have the keyboard", [] {
-        const AfxWx::System* const system = AfxWx::System::Current();
-        wxWindow* const top = system ? reinterpret_cast<wxWindow*>(system->TopWindow()) : nullptr;
+        GtkWidget* const top = TopWidget();
         GtkWidget* const grab = gtk_grab_get_current();
         const bool isDropped =
             grab && (GTK_IS_MENU(grab) || (GTK_IS_WINDOW(grab) && gtk_window_get_window_type(GTK_WINDOW(grab)) ==
                                                                       GTK_WINDOW_POPUP)); // a combo box's list
-        return isDropped || (top && GTK_WIDGET(ActiveWindow()) == static_cast<GtkWidget*>(top->GetHandle()));
+        return isDropped || (top && GTK_WIDGET(ActiveWindow()) == top);
     });
 }
 
@@ -159,7 +148,7 @@ Place PlaceIn(GtkWidget* widget, int right)
 Place PlaceOf(const wxWindow& window)
 {
     constexpr int kInside = 10;
-    auto* const widget = static_cast<GtkWidget*>(window.GetHandle());
+    GtkWidget* const widget = WidgetOf(window);
     return PlaceIn(widget, std::min(kInside, gtk_widget_get_allocated_width(widget) / 2));
 }
 
@@ -181,7 +170,7 @@ struct ShownColumns
             int right = -1;
             for (int i = 0; i <= column; ++i)
                 right += grid->GetColSize(i);
-            return PlaceIn(static_cast<GtkWidget*>(grid->GetGridColLabelWindow()->GetHandle()), right);
+            return PlaceIn(WidgetOf(*grid->GetGridColLabelWindow()), right);
         }
         auto* const shown = GTK_TREE_VIEW_COLUMN(view->GetColumn(static_cast<unsigned>(column))->GetGtkHandle());
         return PlaceIn(gtk_tree_view_column_get_button(shown), gtk_tree_view_column_get_width(shown) - 1);
@@ -250,16 +239,6 @@ KeySym SymbolOf(unsigned key)
     return key >= 'A' && key <= 'Z' ? key - 'A' + XK_a : key; // a letter without Shift
 }
 
-} // namespace
-
-void* Test::ActiveHandle() { return ActiveWindow(); }
-void Test::SendKey(unsigned key, unsigned modifiers) { SendSymbol(SymbolOf(key), modifiers); }
-
-namespace
-{
-
-using ::Test::SendKey;
-
 void MoveTo(Place place)
 {
     XTestFakeMotionEvent(gdk_x11_get_default_xdisplay(), -1, place.x, place.y, CurrentTime);
@@ -268,28 +247,30 @@ void MoveTo(Place place)
 
 void SendButton(bool isDown) { XTestFakeButtonEvent(gdk_x11_get_default_xdisplay(), 1, isDown, CurrentTime); }
 
-/// Presses the mouse's button at a place and lets it go at another.
-void SendDrag(Place from, Place to)
+/// Presses the mouse's button at a place and lets it go at another, so many times.
+void SendDrag(Place from, Place to, int times = 1)
 {
     MoveTo({1, 1}); // a button that the mouse has not entered is not clicked
     MoveTo(from);
     CountEvents();
-    const int before = g_buttonsReleased;
-    SendButton(true);
-    if (to.x != from.x || to.y != from.y) {
-        Pump();
-        MoveTo({(from.x + to.x) / 2, (from.y + to.y) / 2});
-        MoveTo(to);
+    for (const int awaited = g_buttonsReleased + times; times > 0; --times) {
+        SendButton(true);
+        if (to.x != from.x || to.y != from.y) {
+            Pump();
+            MoveTo({(from.x + to.x) / 2, (from.y + to.y) / 2});
+            MoveTo(to);
+        }
+        SendButton(false);
+        WaitFor("the mouse's button", [=] { return g_buttonsReleased > awaited - times; });
     }
-    SendButton(false);
-    WaitFor("the mouse's button", [before] { return g_buttonsReleased > before; });
 }
 
 void HasPainted(GdkFrameClock*, gpointer painted) { *static_cast<bool*>(painted) = true; }
 
 /// What was changed last has its place on the screen.
-void WaitForPaint(GtkWidget* window)
+void WaitForPaint(const wxWindow& inside)
 {
+    GtkWidget* const window = gtk_widget_get_toplevel(WidgetOf(inside));
     GdkFrameClock* const clock = gtk_widget_get_frame_clock(window);
     bool painted = false;
     const gulong watch = g_signal_connect(clock, "after-paint", G_CALLBACK(HasPainted), &painted);
@@ -298,43 +279,18 @@ void WaitForPaint(GtkWidget* window)
     g_signal_handler_disconnect(clock, watch);
 }
 
-} // namespace
-
-int Test::ShownWidth(const CWnd& list, int column)
-{
-    const ShownColumns shown(list);
-    return AfxWx::UnitsOf(shown.native, shown.Width(column));
-}
-
-void Test::DragEdge(CWnd& list, int column, int by)
+/// Drags the right edge of a column's heading by so many dialog units; by none: clicks it, so many times.
+void SendToEdge(const CWnd& list, int column, int by, int times)
 {
     WaitForDialog();
     const ShownColumns shown(list);
-    auto* const top = gtk_widget_get_toplevel(static_cast<GtkWidget*>(shown.native.GetHandle()));
-    WaitForPaint(top);
+    WaitForPaint(shown.native);
     const Place from = shown.Edge(column);
-    const int pixels = AfxWx::PixelsOf(shown.native, by, 0).x * gtk_widget_get_scale_factor(top);
-    SendDrag(from, {from.x + pixels, from.y});
+    const int scale = gtk_widget_get_scale_factor(WidgetOf(shown.native));
+    SendDrag(from, {from.x + AfxWx::PixelsOf(shown.native, by, 0).x * scale, from.y}, times);
     Settle();
-    WaitForPaint(top); // which gives columns their widths
+    WaitForPaint(shown.native); // which gives columns their widths
 }
-
-void Test::DoubleClickEdge(CWnd& list, int column)
-{
-    WaitForDialog();
-    const ShownColumns shown(list);
-    const Place edge = shown.Edge(column);
-    SendDrag(edge, edge);
-    const int before = g_buttonsReleased;
-    SendButton(true);
-    SendButton(false);
-    WaitFor("the mouse's button", [before] { return g_buttonsReleased > before; });
-    Settle();
-    WaitForPaint(gtk_widget_get_toplevel(static_cast<GtkWidget*>(shown.native.GetHandle())));
-}
-
-namespace
-{
 
 /// What takes the keyboard is called what the model calls it; what a table holds has names of its own.
 void ExpectCalled(GtkWidget* widget, const std::string& name)
@@ -362,7 +318,7 @@ void ExpectSpoken(const NativePeer& peer)
     constexpr int kFirstOfLibrary = 1000; // windows of the tests' own have nameless controls
     const std::string name = model.GetAccessibleName().Str();
     EXPECT_TRUE(!name.empty() || model.GetDlgCtrlID() < kFirstOfLibrary) << "nameless: " << model.GetDlgCtrlID();
-    ExpectCalled(static_cast<GtkWidget*>((isGrid ? peer.FocusTarget() : peer.Native())->GetHandle()), name);
+    ExpectCalled(WidgetOf(*(isGrid ? peer.FocusTarget() : peer.Native())), name);
 }
 
 class RealStage : public Test::Stage, public AfxWx::Observer
@@ -395,7 +351,11 @@ public:
     {
         const int answer = m_script->MessageBox(text, style);
         WaitFor("a message box", [] { return GTK_IS_MESSAGE_DIALOG(ActiveWindow()); });
-        GtkWidget* const button = gtk_dialog_get_widget_for_response(GTK_DIALOG(ActiveWindow()), Response(answer));
+        const int response = answer == IDOK    ? GTK_RESPONSE_OK
+                             : answer == IDYES ? GTK_RESPONSE_YES
+                             : answer == IDNO  ? GTK_RESPONSE_NO
+                                               : GTK_RESPONSE_CANCEL;
+        GtkWidget* const button = gtk_dialog_get_widget_for_response(GTK_DIALOG(ActiveWindow()), response);
         ASSERT_NE(button, nullptr) << "no such button: " << answer;
         EXPECT_STRNE(gtk_window_get_title(ActiveWindow()), "");
         gtk_widget_grab_focus(button);
@@ -433,7 +393,7 @@ public:
         WaitForDialog();
         const NativePeer* const peer = PeerOf(&control);
         ASSERT_NE(peer, nullptr) << "no window: " << control.GetDlgCtrlID();
-        WaitForPaint(gtk_widget_get_toplevel(static_cast<GtkWidget*>(peer->Native()->GetHandle())));
+        WaitForPaint(*peer->Native());
         const Place place = PlaceOf(*peer->Native());
         SendDrag(place, place);
         Finish();
@@ -461,19 +421,6 @@ private:
         std::replace(title.begin(), title.end(), '/', '-'); // of tax years
         AfxWx::SaveScreenshot(std::string(folder) + '/' + std::to_string(++s_count) + '-' + title + ".png");
     }
-    static int Response(int answer)
-    {
-        switch (answer) {
-        case IDOK:
-            return GTK_RESPONSE_OK;
-        case IDYES:
-            return GTK_RESPONSE_YES;
-        case IDNO:
-            return GTK_RESPONSE_NO;
-        default:
-            return GTK_RESPONSE_CANCEL;
-        }
-    }
     /// The act is done, and what is shown is what the model holds.
     void Finish()
     {
@@ -489,7 +436,7 @@ private:
         static auto& s_told = *new std::set<std::string>;
         if (::Test::CutOff(dialog).empty())
             return;
-        WaitForPaint(gtk_widget_get_toplevel(static_cast<GtkWidget*>(PeerOf(&dialog)->Native()->GetHandle())));
+        WaitForPaint(*PeerOf(&dialog)->Native());
         for (const std::string& line : ::Test::CutOff(dialog))
             if (s_told.insert(line).second)
                 ADD_FAILURE() << "cut off: " << line;
@@ -512,3 +459,29 @@ private:
 } g_realStage;
 
 } // namespace
+
+void Test::Settle()
+{
+    std::string before;
+    int quiet = 0;
+    WaitFor("the program to come to rest", [&] {
+        const bool any = Pump();
+        const AfxWx::System* const system = AfxWx::System::Current();
+        std::string now = Account();
+        quiet = any || !system || !system->IsIdle() || now != before ? 0 : quiet + 1;
+        before = std::move(now);
+        return quiet >= kQuietRounds;
+    });
+}
+
+void* Test::ActiveHandle() { return ActiveWindow(); }
+void Test::SendKey(unsigned key, unsigned modifiers) { SendSymbol(SymbolOf(key), modifiers); }
+
+int Test::ShownWidth(const CWnd& list, int column)
+{
+    const ShownColumns shown(list);
+    return AfxWx::UnitsOf(shown.native, shown.Width(column));
+}
+
+void Test::DragEdge(CWnd& list, int column, int by) { SendToEdge(list, column, by, 1); }
+void Test::DoubleClickEdge(CWnd& list, int column) { SendToEdge(list, column, 0, 2); }

@@ -179,7 +179,8 @@ Sheet
     Press Ctrl+Tab
     Furniture
         notes spouse are shown
-    # behind the button to which the keyboard has gone
+    Type Name: x
+    Press Tab
     Focus OK
     Press Tab
     Focus Completed

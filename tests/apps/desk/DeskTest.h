@@ -34,6 +34,7 @@ protected:
         Around("Clients", [this](Script inside) { Run(std::move(inside)); });
         Around("In", [this](const std::string& code, Script inside) { RunIn(code, std::move(inside)); });
         Around("As ben in", [this](const std::string& code, Script inside) { RunIn(code, std::move(inside), "ben"); });
+        On("450 clients more", [] { ::Test::AddClients(450); });
         On("Stored", ::Test::Practice::InTable);
         On("Sql", ::Test::Practice::Script);
         On("Somebody else:", [](const std::string& sql) { ::Test::Practice::Open()->Script(sql); });
@@ -84,10 +85,7 @@ protected:
 
     Desk::DeskApp m_app;
     ::Test::UseDatabase m_use;
-    std::string m_practice = MakePractice(); // as programs are told of it, in quotes where it needs them
+    std::string m_practice = ::Test::SamplePractice(); // as programs are told of it, in quotes where it needs them
     std::string m_base;
     std::set<std::string> m_withPassword; // who has chosen one
-
-private:
-    static std::string MakePractice() { return ::Test::SamplePractice(); }
 };

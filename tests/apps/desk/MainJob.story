@@ -1,4 +1,4 @@
-# The main job by a user's hands: fetch, create, review; and while HMRC's service is down half-way.
+# The main job by a user's hands: fetch, create, review.
 
 == Runs from the fetch to a rejected difference
 In C0001
@@ -39,39 +39,3 @@ Stored MTDAudit: strUserID
 Stored BRIXNewEmploy: nOrdering, amtPay
     1|1.00
     ...
-
-== Tells once what HMRC could not serve and goes on from there
-HMRC fails {"path":"/individual-paye","fault":"SERVER_ERROR","times":0}
-In C0001
-    Press Ctrl+Tab
-    Click Fetch from HMRC
-    Message PAYE: A temporary problem occurred (SERVER_ERROR). Try again in a few minutes.
-    Text Result: ...1 item from HMRC (1 new, 0 changed, 0 no longer sent). PAYE: not fetched....
-    HMRC works again
-    Click Fetch from HMRC
-    Click Create schedules
-    Text Result: ...Created 2 employment schedules...
-
-== Refuses who has no right
-As ben in C0001
-    Press Ctrl+Tab
-    Click Fetch from HMRC
-    Message You do not have permission to do this.\n\nPlease contact your administrator for more details.
-
-== Is cancelled and writes nothing
-In C0001
-    Press Ctrl+Tab
-    The user cancels whatever takes long
-    Click Fetch from HMRC
-    # told once
-    Message ...
-Stored BRIXMTD_Employments: lID
-
-== Is given authority in the browser
-In C0001
-    Press Ctrl+Tab
-    Type Government Gateway user ID: gateway-2
-    Give authority...
-        HMRC gave authority for PAYE, National Insurance and Marriage Allowance records.
-    Click Fetch from HMRC
-    Text Result: ...19 items from HMRC...

@@ -18,13 +18,17 @@ protected:
         Afx::Clock::SetSleep([](unsigned) {});
         m_base = m_sandbox.Base();
         EXPECT_EQ(::Test::Authorise(m_practice, m_sandbox).exit, 0);
+        On("No mouse", [this] { m_noMouse.emplace(); });
         On("HMRC fails", [this](const std::string& how) { m_sandbox.Send("POST", "/sandbox/fault", how); });
         On("HMRC works again", [this] { m_sandbox.Send("DELETE", "/sandbox/fault"); });
     }
-    void Tell(const char* story) { Play("apps/desk/MainJob.story", story); }
+    void RunAll() { Play("apps/desk/MainJob.story", "Runs_from_the_fetch_to_a_rejected_difference"); }
 
     ::Test::HmrcSandbox m_sandbox{"EVERYTHING"};
+    std::optional<::Test::KeyboardAlone> m_noMouse;
 };
+
+STORIES(MainJob, "apps/desk/Faults.story");
 
 class WaitingWindows : public Afx::HeadlessWindowSystem
 {
@@ -73,6 +77,8 @@ protected:
     WaitingWindows* windows;
 };
 
+STORIES(WaitingMainJob, "apps/desk/Waiting.story");
+
 class MainJobOnDatabase : public MainJob, public testing::WithParamInterface<::Test::Database>
 {
 protected:
@@ -80,24 +86,12 @@ protected:
 };
 ON_BOTH_DATABASES(MainJobOnDatabase);
 
-constexpr char kFromFetchToRejection[] = "Runs_from_the_fetch_to_a_rejected_difference";
-
 } // namespace
 
-TEST_P(MainJobOnDatabase, RunsFromTheFetchToARejectedDifference) { Tell(kFromFetchToRejection); }
+TEST_P(MainJobOnDatabase, RunsFromTheFetchToARejectedDifference) { RunAll(); }
 
 TEST_F(MainJob, RunsByKeyboardAlone)
 {
-    const ::Test::KeyboardAlone keyboard;
-    Tell(kFromFetchToRejection);
+    m_noMouse.emplace();
+    RunAll();
 }
-
-TEST_F(MainJob, TellsOnceWhatHmrcCouldNotServeAndGoesOnFromThere)
-{
-    const ::Test::KeyboardAlone keyboard;
-    Tell("Tells_once_what_HMRC_could_not_serve_and_goes_on_from_there");
-}
-
-TEST_F(MainJob, RefusesWhoHasNoRight) { Tell("Refuses_who_has_no_right"); }
-TEST_F(WaitingMainJob, IsCancelledAndWritesNothing) { Tell("Is_cancelled_and_writes_nothing"); }
-TEST_F(WaitingMainJob, IsGivenAuthorityInTheBrowser) { Tell("Is_given_authority_in_the_browser"); }

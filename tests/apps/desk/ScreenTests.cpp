@@ -13,7 +13,6 @@ protected:
     {
         On("Start", [this] { Desk::Run({m_practice, {}, {}}); });
         On("Signed in", [] { return CUserData::m_strUser.Str(); });
-        On("450 clients more", [] { ::Test::AddClients(450); });
         On("Page", [this] { return std::to_string(dynamic_cast<CPropertySheet&>(Here().Window()).GetActiveIndex()); });
         On("Width of Schedules",
            [this] { return std::to_string(Control<CListCtrl>("Schedules").GetColumns()[0].width); });
@@ -35,6 +34,12 @@ private:
 };
 
 STORIES(Screens, "apps/desk/Screens.story");
+
+/// The sheets of the schedules, each on a practice of its own.
+class ScheduleSheets : public DeskTest
+{};
+
+STORIES(ScheduleSheets, "apps/desk/Sheets.story");
 
 } // namespace
 
