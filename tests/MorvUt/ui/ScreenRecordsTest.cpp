@@ -1,13 +1,11 @@
 // What screens read of the practice: countries, banks, those among whom an amount is split.
 
-#include <gtest/gtest.h>
-
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "MorvUt/ui/countries/CountryComboData.h"
 #include "MorvUt/ui/grids/EntitiesOf.h"
 #include "MorvUt/ui/lists/BankNames.h"
-#include "support/Case.h"
 #include "support/Practice.h"
+#include "support/Story.h"
 
 namespace
 {
@@ -15,44 +13,87 @@ namespace
 using Kiln::CDate;
 using Data = TXCountryComboData;
 
-class ScreenRecords : public ::Test::OnPractice
+class ScreenRecords : public ::Test::OnPractice, protected ::Test::Stories
 {
 protected:
-    ScreenRecords() { In(2024); }
+    ScreenRecords()
+    {
+        In("2024");
+        On("Sql", Script);
+        On("In", In);
+        const std::pair<const char*, int (*)(const char*)> questions[] = {
+            {"Abbreviation", Data::DoesCountryAbbrExist},
+            {"Currency in any case", Data::DoesCurrencyAbbrExistCI},
+            {"Name", [](const char* name) { return Data::DoesCountryExist(name); }},
+            {"Name in any case", [](const char* name) { return Data::DoesCountryExistCI(name); }},
+            {"Name of the EU", [](const char* name) { return Data::DoesCountryExist(name, 1); }},
+            {"Name of the EU in any case", [](const char* name) { return Data::DoesCountryExistCI(name, 1); }},
+            {"In the next year, too:", Data::CanCarryForwardCountry},
+            {"Sets of rates of", Data::GetCountryAbbrNumberOfDTAs},
+        };
+        for (const auto& [words, ask] : questions)
+            On(words, [ask = ask](const std::string& name, const std::string& answer) {
+                EXPECT_EQ(std::to_string(ask(name == "null" ? nullptr : name.c_str())), answer);
+            });
+        On("Data of", [](const std::string& name) { return DataOf(name, Data::GetCountryData); });
+        On("Data in any case of", [](const std::string& name) { return DataOf(name, Data::GetCountryDataCI); });
+        On("Rates of",
+           [](const std::string& country, const std::string& rates) { EXPECT_EQ(RatesOf(country), rates); });
+        On("Countries",
+           [] { return Each(Data::GetCountries(), [](const CCountryData& country) { return country.name.Str(); }); });
+        On("Partnership", [](const std::string& id) { return Told(EntitiesOf(PartnershipId(std::stoi(id)))); });
+        On("Client", [](const std::string& id) { return Told(EntitiesOf(ClientId(std::stoi(id)))); });
+        On("Joint source", [](const std::string& id) { return Told(EntitiesOfJointSource(std::stoi(id))); });
+        On("Banks", [] { return Each(BankNames(), [](const CString& name) { return name.Str(); }); });
+    }
     ~ScreenRecords() override { CCurrentTaxYearSingleton::Destroy(); }
 
-    static void AddCountries()
+    static void In(const std::string& year) { SetCurrentTaxYear(static_cast<short>(std::stoi(year) - 1991)); }
+    static std::string DataOf(const std::string& name, decltype(Data::GetCountryData) get)
     {
-        Sql("INSERT INTO BRIXCountry (lID, strName, strAbbr, strCurrency, strCurrencyAbbr, bEU, dtEUStart, "
-            "nFirstYear, nLastYear) VALUES (1, 'Jersey', 'JEY', 'Pound', 'GBP', 0, NULL, NULL, NULL), "
-            "(2, 'France', 'FRA', 'Euro', 'EUR', 1, '1958-01-01', NULL, NULL), "
-            "(3, 'Croatia', 'HRV', 'Kuna', 'HRK', 1, NULL, NULL, 2023), "
-            "(4, 'Croatia', 'HRV', 'Euro', 'EUR', 1, NULL, 2024, NULL), "
-            "(5, '\xC3\x85land', 'ALA', 'Euro', 'EUR', 1, NULL, 2006, 2007), "
-            "(6, 'France', 'FRX', 'Franc', 'FRF', 0, NULL, NULL, NULL)");
-        Sql("INSERT INTO BRIXDTARate (lID, lCountryID, dtEffective, dblDividend, dblInterest, dblRoyalty) "
-            "VALUES (1, 2, '2010-04-06', 15, 0, 5), (2, 2, '2007-04-05', 20, 10, 2.5), "
-            "(3, 2, '2007-04-06', 17, 10, 2.5), (4, 2, NULL, 1, 1, 1), (5, 3, '1990-01-01', 12, 10, 10)");
+        CString abbr, currency, currencyAbbr;
+        int isEU = 0;
+        CDate start, end(1, 1, 1);
+        EXPECT_EQ(get(name.c_str(), abbr, currency, currencyAbbr, &isEU, &start, &end), 1);
+        return (abbr + ", " + currency + ", " + currencyAbbr + ", " + start.FormatIso() + ".." + end.FormatIso())
+                   .Str() +
+               (isEU ? ", EU" : "");
     }
-    static void In(int realYear) { SetCurrentTaxYear(static_cast<short>(realYear - 1991)); }
-    static double Dividend(const char* abbr, const CDate& date = CDate())
+    /// For dividends, interest and royalties: "FRA on 5/4/2010", late on that day.
+    static std::string RatesOf(const std::string& country)
     {
-        double rate = -1;
-        return Data::GetCountryAbbrDTADividendRate(abbr, date, rate) ? rate : -2;
+        const std::size_t on = country.find(" on ");
+        const std::string abbr = country.substr(0, on);
+        CDate day;
+        if (on != country.npos && day.ParseDate(country.c_str() + on + 4))
+            day = CDate::FromOleDate(day.GetOleDate() + 0.99);
+        double dividend = -1, interest = -1, royalty = -1;
+        Data::GetCountryAbbrDTADividendRate(abbr.c_str(), day, dividend);
+        Data::GetCountryAbbrDTAInterestRate(abbr.c_str(), day, interest);
+        Data::GetCountryAbbrDTARoyaltyRate(abbr.c_str(), day, royalty);
+        CString rates;
+        rates.Format("%g, %g, %g", dividend, interest, royalty);
+        return rates.Str();
     }
-    static std::string NamesOf(const auto& list)
+    template<class List, class Tell>
+    static std::string Each(const List& list, Tell tell)
     {
-        std::string names;
-        for (const auto& entry : list)
-            names += (names.empty() ? "" : ", ") + entry.name.Str();
-        return names;
+        std::string all;
+        for (const auto& one : list)
+            all += tell(one) + '\n';
+        return all;
     }
-    /// How many statements are sent when the rate is asked for.
-    static int Sent(double expected)
+    static std::string Told(const CEntityArray& entities)
+    {
+        return Each(entities,
+                    [](const CEntity& entity) { return std::to_string(entity.id) + ' ' + entity.name.Str(); });
+    }
+    /// How many statements are sent when the rates are asked for.
+    static int Sent(const char* expected)
     {
         int statements = 0;
         Quarry::GetConnection().OnSent([&](std::string_view) { ++statements; });
-        EXPECT_EQ(Dividend("7"), expected);
+        EXPECT_EQ(RatesOf("7"), expected);
         Quarry::GetConnection().OnSent(nullptr);
         return statements;
     }
@@ -60,63 +101,16 @@ protected:
 
 ON_BOTH_DATABASES(ScreenRecords);
 
+constexpr char kStories[] = "MorvUt/ui/ScreenRecords.story";
+
 } // namespace
 
-TEST_P(ScreenRecords, CountriesAreThoseOfTheYear)
+TEST_P(ScreenRecords, CountriesAreThoseOfTheYearWithTheRatesOfTheirDay)
 {
-    AddCountries();
-    // year, there in it, there in the next
-    const ::Test::Row<int, int, int> rows[] = {
-        {2004, 0, 0, "none"}, {2005, 0, 1, "before its first"}, {2006, 1, 1, "its first"}, {2007, 1, 0, "its last"}};
-    for (const auto& [year, isThere, isCarried, why] : rows) {
-        In(year);
-        EXPECT_EQ(Data::DoesCountryAbbrExist("ALA"), isThere) << why;
-        EXPECT_EQ(Data::DoesCountryExistCI("\xC3\xA5LAND"), isThere) << "the house's folding";
-        EXPECT_EQ(Data::CanCarryForwardCountry("ALA"), isCarried) << why;
-        EXPECT_EQ(Data::CanCarryForwardCountry("\xC3\x85land"), isCarried) << why;
-    }
-    CString abbr, currency, currencyAbbr;
-    for (const auto& [year, itsCurrency] : {std::pair(2023, "Kuna"), std::pair(2024, "Euro")}) {
-        In(year);
-        EXPECT_EQ(Data::GetCountryDataCI("CROATIA", abbr, currency, currencyAbbr), 1);
-        EXPECT_EQ(currency, itsCurrency);
-    }
-    EXPECT_EQ(NamesOf(Data::GetCountries()), "Unassigned, Croatia, France, France, Jersey");
-    int isEU = 0;
-    CDate start, end(1, 1, 1);
-    ASSERT_EQ(Data::GetCountryData("France", abbr, currency, currencyAbbr, &isEU, &start, &end), 1);
-    EXPECT_TRUE(abbr == "FRA" && isEU == 1 && start == CDate(1958, 1, 1) && end.IsNull()) << "the first of two";
-    for (const char* const known : {"JEY", "JSY", "jsy", "", static_cast<const char*>(nullptr)})
-        EXPECT_EQ(Data::DoesCountryAbbrExist(known), 1) << known;
-    EXPECT_FALSE(Data::DoesCountryAbbrExist("jey") || Data::DoesCountryExist("FRANCE") ||
-                 Data::DoesCountryExist("Jersey", 1) || Data::DoesCurrencyAbbrExistCI("HRK") ||
-                 Data::CanCarryForwardCountry("Unassigned") || Data::CanCarryForwardCountry(""));
-    EXPECT_TRUE(Data::DoesCountryExistCI("fRANCE", 1) && Data::DoesCurrencyAbbrExistCI("gbp"));
+    Play(kStories, "Countries_are_those_of_the_year_with_the_rates_of_their_day");
 }
 
-TEST_P(ScreenRecords, CountriesHaveTheRatesOfTheirDay)
-{
-    AddCountries();
-    // current year, country, date; dividend rate, number of sets
-    const ::Test::Row<int, const char*, CDate, double, int> rows[] = {
-        {2006, "FRA", {2007, 4, 5}, 100.0, 0, "none before 2007"},
-        {2007, "FRA", {2007, 4, 4}, 100.0, 1, "before the first"},
-        {2007, "FRA", {2010, 4, 6}, 20.0, 1, "a later year's is not known"},
-        {2007, "FRA", {}, 20.0, 1, "the year's last day"},
-        {2024, "FRA", CDate::FromOleDate(CDate(2010, 4, 5).GetOleDate() + 0.99), 17.0, 3, "whole days"},
-        {2024, "FRA", CDate::Invalid(), 15.0, 3, "no date"},
-        {2024, "HRV", {}, 100.0, 0, "the other year's row has them"},
-        {2024, "XXX", {}, -2, -1, "no such country"},
-    };
-    for (const auto& [year, abbr, date, dividend, number, why] : rows) {
-        In(year);
-        EXPECT_EQ(Dividend(abbr, date), dividend) << why;
-        EXPECT_EQ(Data::GetCountryAbbrNumberOfDTAs(abbr), number) << why;
-    }
-    double interest = -1, royalty = -1;
-    EXPECT_TRUE(Data::GetCountryAbbrDTAInterestRate("FRA", {2009, 1, 1}, interest) && interest == 10);
-    EXPECT_TRUE(Data::GetCountryAbbrDTARoyaltyRate("FRA", {2009, 1, 1}, royalty) && royalty == 2.5);
-}
+TEST_P(ScreenRecords, EntitiesAndBanksAreInOrder) { Play(kStories, "Entities_and_banks_are_in_order"); }
 
 TEST_P(ScreenRecords, CountriesAreReadInTwoStatementsUntilSomethingChanges)
 {
@@ -137,38 +131,21 @@ TEST_P(ScreenRecords, CountriesAreReadInTwoStatementsUntilSomethingChanges)
     }
     rates.UpdateAll();
     transaction.Commit();
-    EXPECT_EQ(Sent(6.0), 2);
-    EXPECT_EQ(Sent(6.0), 0);
-    In(2023);
-    EXPECT_EQ(Sent(6.0), 2) << "another year";
+    EXPECT_EQ(Sent("6, 0, 0"), 2);
+    EXPECT_EQ(Sent("6, 0, 0"), 0);
+    In("2023");
+    EXPECT_EQ(Sent("6, 0, 0"), 2) << "another year";
     rates.MoveTo(1806); // the last one of country 7
     rates.SetDividend(2.5);
     rates.Update();
-    EXPECT_EQ(Sent(2.5), 2) << "a changed record";
+    EXPECT_EQ(Sent("2.5, 0, 0"), 2) << "a changed record";
     {
         const Quarry::CTransaction rolledBack;
         countries.MoveTo(6);
         countries.Delete();
-        EXPECT_EQ(Dividend("7"), -2);
+        EXPECT_EQ(RatesOf("7"), "-1, -1, -1");
     }
-    EXPECT_EQ(Dividend("7"), 2.5) << "after a rollback";
+    EXPECT_EQ(RatesOf("7"), "2.5, 0, 0") << "after a rollback";
     Quarry::SetConnection(nullptr);
-    EXPECT_EQ(NamesOf(Data::GetCountries()), "Unassigned") << "no practice";
-}
-
-TEST_P(ScreenRecords, EntitiesAndBanksAreInOrder)
-{
-    Sql("INSERT INTO BRIXClient (lID, strName) VALUES (1, 'Zoe'), (2, 'adam'), (3, 'Bert'), (4, 'Zoe')");
-    Sql("INSERT INTO BRIXPartnership (lID, strName) VALUES (1, 'Oak'), (2, 'ash')");
-    Sql("INSERT INTO BRIXPartnershipClients (lID, lClientID, lpClientID) VALUES (1, 4, 1), (2, 1, 1), "
-        "(3, 2, 1), (4, 3, 1), (5, 2, 1), (6, 99, 1), (7, 1, 2)");
-    Sql("INSERT INTO BRIXJointIncomeSourceTaxYear (lID, lClientID, lSpouseID) VALUES (1, 1, 2), (2, 3, 99)");
-    Sql("INSERT INTO BRIXBank (lID, strName) VALUES (1, 'Northern'), (2, NULL), (3, 'abbey')");
-    const CEntityArray members = EntitiesOf(PartnershipId(1));
-    EXPECT_EQ(NamesOf(members), "adam, Bert, Zoe, Zoe") << "each once, by name, one without a record left out";
-    EXPECT_TRUE(members.Find(4, 0) == 3 && members.Find(4, 1) == -1) << "of one name by their ids";
-    EXPECT_EQ(NamesOf(EntitiesOf(ClientId(1))), "Zoe, ash, Oak");
-    EXPECT_EQ(NamesOf(EntitiesOfJointSource(1)), "Zoe, adam") << "the client first";
-    EXPECT_EQ(NamesOf(EntitiesOfJointSource(2)) + NamesOf(EntitiesOfJointSource(3)), "Bert");
-    EXPECT_EQ(BankNames(), (std::vector<CString>{"abbey", "Northern"}));
+    EXPECT_EQ(Data::GetCountries().GetSize(), 1) << "no practice";
 }
