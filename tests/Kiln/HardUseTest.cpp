@@ -76,15 +76,24 @@ class HardUse : public ::testing::Test, protected ::Test::Stories
 protected:
     HardUse()
     {
-        Around("Sheet", [this](::Test::Acts inside) { WorkInSheet(inside); });
-        On("A button that ends is put there", [this] { m_page->Adopt(std::make_unique<CButtonThatEnds>(), kEnding); });
+        m_sheet.AddPage(&m_page);
+        Around("Sheet", [this](const ::Test::Acts& inside) {
+            ::Test::Work(m_sheet, [&](::Test::Hands& hands) {
+                inside(hands);
+                if (m_sheet.IsOpen())
+                    hands.Click(IDCANCEL);
+            });
+            EXPECT_FALSE(m_sheet.IsOpen());
+            EXPECT_EQ(CWnd::GetFocus(), nullptr);
+        });
+        On("A button that ends is put there", [this] { m_page.Adopt(std::make_unique<CButtonThatEnds>(), kEnding); });
         On("A field that ends is put there",
-           [this] { m_page->Adopt(std::make_unique<CFieldThatEnds>(), kEnding).SetAccessibleName("Ends"); });
+           [this] { m_page.Adopt(std::make_unique<CFieldThatEnds>(), kEnding).SetAccessibleName("Ends"); });
         On("While asked: another box is shown", [] { WhileAsked([] { AfxMessageBox("Another one."); }); });
-        On("While asked: the sheet is closed", [this] { WhileAsked([this] { m_sheet->EndDialog(IDOK); }); });
-        On("While asked: the sheet is destroyed", [this] { WhileAsked([this] { m_sheet->DestroyWindow(); }); });
-        On("The sheet is open", [this] { EXPECT_TRUE(m_sheet->IsOpen()); });
-        On("The sheet has ended", [this] { EXPECT_FALSE(m_sheet->IsOpen()); });
+        On("While asked: the sheet is closed", [this] { WhileAsked([this] { m_sheet.EndDialog(IDOK); }); });
+        On("While asked: the sheet is destroyed", [this] { WhileAsked([this] { m_sheet.DestroyWindow(); }); });
+        On("The sheet is open", [this] { EXPECT_TRUE(m_sheet.IsOpen()); });
+        On("The sheet has ended", [this] { EXPECT_FALSE(m_sheet.IsOpen()); });
         On("The list of kinds is emptied", [this] { Control<CComboBox>("Kind").ResetContent(); });
         On("The list of kinds is closed", [this] { EXPECT_FALSE(Control<CComboBox>("Kind").GetDroppedState()); });
         On("No amount", [this] { EXPECT_FALSE(Control<Kiln::CAmtEdit>("Amount").GetAmt().IsValid()); });
@@ -97,21 +106,6 @@ protected:
     }
 
 private:
-    void WorkInSheet(const ::Test::Acts& inside)
-    {
-        CRoughPage page;
-        CPropertySheet sheet("Sheet");
-        m_page = &page;
-        m_sheet = &sheet;
-        sheet.AddPage(&page);
-        ::Test::Work(sheet, [&](::Test::Hands& hands) {
-            inside(hands);
-            if (sheet.IsOpen())
-                hands.Click(IDCANCEL);
-        });
-        EXPECT_FALSE(sheet.IsOpen());
-        EXPECT_EQ(CWnd::GetFocus(), nullptr);
-    }
     /// What the application does while the next message box is shown.
     static void WhileAsked(std::function<void()> act)
     {
@@ -122,8 +116,8 @@ private:
         });
     }
 
-    CRoughPage* m_page = nullptr;
-    CPropertySheet* m_sheet = nullptr;
+    CRoughPage m_page;
+    CPropertySheet m_sheet{"Sheet"};
 };
 
 STORIES(HardUse, "Kiln/HardUse.story");

@@ -74,7 +74,6 @@ public:
         return {};
     }
     static void ExpectMessage(std::string_view text) { EXPECT_EQ(TakeMessage(), text); }
-    void ExpectText(unsigned id, std::string_view text) const { EXPECT_EQ(Control(id).Text().View(), text) << id; }
 
 private:
     static CWnd* Find(CWnd& window, unsigned id)

@@ -119,8 +119,12 @@ protected:
             plain.AddPage(&page);
             Work(plain, inside);
         });
-        Around("Dialog", [this](const ::Test::Acts& inside) { WorkInDialog(false, inside); });
-        Around("Dialog with a level", [this](const ::Test::Acts& inside) { WorkInDialog(true, inside); });
+        Around("Dialog", [this](const std::string& level, const ::Test::Acts& inside) {
+            list.Open();
+            TXDialog dialog(kNamePage);
+            dialog.EnableQuarryTransactions(level == "with a level");
+            Work(dialog, inside);
+        });
         On("The program writes", [this](const std::string& name) {
             list.SetName(name);
             list.Update();
@@ -185,14 +189,6 @@ protected:
     Interest list;
 
 private:
-    void WorkInDialog(bool hasLevel, const ::Test::Acts& inside)
-    {
-        list.Open();
-        TXDialog dialog(kNamePage);
-        dialog.EnableQuarryTransactions(hasLevel);
-        Work(dialog, inside);
-    }
-
     std::optional<CInterestSheet> m_sheet;
     std::unique_ptr<Cellar::CConnection> m_other;
     TXPropertyPage m_loans{kNamePage};

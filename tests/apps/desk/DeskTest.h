@@ -31,9 +31,19 @@ protected:
 
     explicit DeskTest(::Test::Database kind = ::Test::Database::Embedded) : m_use(kind)
     {
-        Around("Clients", [this](Script inside) { Run(std::move(inside)); });
-        Around("In", [this](const std::string& code, Script inside) { RunIn(code, std::move(inside)); });
-        Around("As ben in", [this](const std::string& code, Script inside) { RunIn(code, std::move(inside), "ben"); });
+        Around("Clients", [this](const Script& inside) { Run(inside); });
+        Around("In", [this](const std::string& code, const Script& inYear) {
+            Run([=](Hands& hands) {
+                hands.Pick(IDC_CLIENTS_YEAR, kYear);
+                hands.Type(IDC_CLIENTS_SEARCH, code);
+                ::Test::InNext([inYear](Hands& year) {
+                    inYear(year);
+                    year.Click(IDCANCEL);
+                });
+                hands.Press(VK_RETURN);
+            });
+        });
+        On("As ben", [this] { m_user = "ben"; });
         On("450 clients more", [] { ::Test::AddClients(450); });
         On("Stored", ::Test::Practice::InTable);
         On("Sql", ::Test::Practice::Script);
@@ -49,43 +59,26 @@ protected:
         CCurrentTaxYearSingleton::Destroy();
     }
 
-    static void InNext(Script script) { ::Test::InNext(std::move(script)); }
     /// Starts the program; a user signs in and works in the list of clients, which is closed then.
-    void Run(Script inClients, const std::string& user = "alice")
+    void Run(const Script& inClients)
     {
-        InNext([this, user](Hands& hands) {
-            hands.Choose(IDC_SIGN_IN_USER, user == "alice" ? 0 : 1);
+        ::Test::InNext([this](Hands& hands) {
+            hands.Choose(IDC_SIGN_IN_USER, m_user == "alice" ? 0 : 1);
             hands.Type(IDC_SIGN_IN_PASSWORD, kPassword);
-            if (m_withPassword.insert(user).second)
+            if (m_withPassword.insert(m_user).second)
                 hands.Type(IDC_SIGN_IN_AGAIN, kPassword);
             hands.Click(IDOK);
         });
-        InNext([inClients](Hands& hands) {
+        ::Test::InNext([inClients](Hands& hands) {
             inClients(hands);
             hands.Click(IDCANCEL);
         });
         Desk::Run({::Test::ReplacedAll(m_practice, "'", ""), m_base, "/help"});
     }
-    /// The same in the tax year of one client, or partnership.
-    void RunIn(const std::string& code, Script inYear, const std::string& user = "alice")
-    {
-        Run(
-            [code, inYear](Hands& hands) {
-                hands.Pick(IDC_CLIENTS_YEAR, kYear);
-                hands.Type(IDC_CLIENTS_SEARCH, code);
-                InNext([inYear](Hands& year) {
-                    inYear(year);
-                    year.Click(IDCANCEL);
-                });
-                hands.Press(VK_RETURN);
-            },
-            user);
-    }
-    static std::string Text(const Hands& hands, unsigned id) { return hands.Control(id).Text().Str(); }
 
     Desk::DeskApp m_app;
     ::Test::UseDatabase m_use;
     std::string m_practice = ::Test::SamplePractice(); // as programs are told of it, in quotes where it needs them
-    std::string m_base;
+    std::string m_base, m_user = "alice";
     std::set<std::string> m_withPassword; // who has chosen one
 };

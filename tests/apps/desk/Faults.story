@@ -14,7 +14,8 @@ In C0001
     Text Result: ...Created 2 employment schedules...
 
 == Refuses who has no right
-As ben in C0001
+As ben
+In C0001
     Press Ctrl+Tab
     Click Fetch from HMRC
     Message You do not have permission to do this.\n\nPlease contact your administrator for more details.

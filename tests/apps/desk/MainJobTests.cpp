@@ -70,7 +70,7 @@ protected:
                     "waits for HMRC's answer, then authorise again.");
                 std::this_thread::sleep_for(std::chrono::milliseconds(250));
             }
-            result = Text(Here(), IDC_HMRC_RESULT);
+            result = Here().Control(IDC_HMRC_RESULT).Text().Str();
         }
         return result;
     }

@@ -12,6 +12,13 @@ protected:
     Screens()
     {
         On("Start", [this] { Desk::Run({m_practice, {}, {}}); });
+        On("Start where no practice is", [this] {
+            ::Test::Windows().Answer(IDOK);
+            Desk::Run({m_practice + ".not", {}, {}});
+            EXPECT_TRUE(Quarry::HasConnection());
+            return ::Test::Windows().Messages().at(0).text;
+        });
+        On("Type where the practice is", [this] { Here().Type(IDC_OPEN_PRACTICE, m_practice); });
         On("Signed in", [] { return CUserData::m_strUser.Str(); });
         On("Page", [this] { return std::to_string(dynamic_cast<CPropertySheet&>(Here().Window()).GetActiveIndex()); });
         On("Width of Schedules",
@@ -42,21 +49,6 @@ class ScheduleSheets : public DeskTest
 STORIES(ScheduleSheets, "apps/desk/Sheets.story");
 
 } // namespace
-
-TEST_F(Screens, PracticeThatCannotBeOpenedIsToldAndAskedForAgain)
-{
-    InNext([this](Hands& hands) {
-        hands.ExpectText(IDC_OPEN_PRACTICE, m_practice + ".not");
-        hands.Type(IDC_OPEN_PRACTICE, m_practice);
-        hands.Click(IDOK);
-    });
-    InNext([](Hands& hands) { hands.Click(IDCANCEL); });
-    ::Test::Windows().Answer(IDOK);
-    Desk::Run({m_practice + ".not", {}, {}});
-    ASSERT_EQ(::Test::Windows().Messages().size(), 1u);
-    EXPECT_NE(::Test::Windows().Messages()[0].text.find(".not"), std::string::npos);
-    EXPECT_TRUE(Quarry::HasConnection());
-}
 
 TEST(Password, IsNoneWithoutAWholeHash)
 {

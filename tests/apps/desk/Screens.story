@@ -33,6 +33,16 @@ Next
     Click Cancel
 Start
 
+== Practice that cannot be opened is told and asked for again
+Next
+    Text Practice...: ....not
+    Type where the practice is
+    Click OK
+Next
+    Click Cancel
+Start where no practice is
+    ....not...
+
 == Search finds words of names codes and references as they are typed
 Clients
     Count Clients: 14
@@ -101,7 +111,8 @@ In C0001
     Press Ctrl+Tab Ctrl+Tab
     Width of Schedules
         123
-As ben in C0001
+As ben
+In C0001
     Page
         0
     Width of Schedules
