@@ -21,53 +21,31 @@ DatabaseError ErrorFor(const std::string& answer)
     return ErrorOf([&] { connection->ExecuteDirectf(kInsert, 1L, "Smith"); });
 }
 
-} // namespace
-
-/// A NULL has the type of its placeholder: the server takes no text for bytes, not even a NULL.
-TEST(SqlServer, TypesEveryValueAndEveryNull)
+/// How it binds "values" of every type, "nulls" likewise, or bytes and a text of that length.
+std::string Bound(CConnection& connection, const std::string& what)
 {
-    const ScriptedServer server;
-    const auto connection = server.Open();
+    const std::size_t before = ScriptedServer::Lines("  ").size();
     const SqlText insert =
         "INSERT INTO [Note] ([strText], [nNumber], [lID], [lLong], [vbBytes], [dtTime], [amt], [dbl]) "
         "VALUES (%s, %d, %ld, %I64d, %b, %t, %m, %f)";
     Value moment("2024-04-06 10:11:12.123");
     MakeCanonical(ColumnType::DateTime, moment);
-    connection->ExecuteDirectf(insert, "Grüße €", 7, 8L, std::int64_t{1} << 40, Bytes(3), moment, Kiln::CAmt(-123400),
-                               0.1);
-    connection->ExecuteDirectf(insert, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
-    const std::vector<std::string> bound = ScriptedServer::Lines("  ");
-    ASSERT_EQ(bound.size(), 16u) << ScriptedServer::Record();
-    const std::pair<const char*, const char*> rows[] = {
-        {"SQL_C_WCHAR as SQL_WVARCHAR(4000,0) ", "7 characters: Grüße €"},
-        {"SQL_C_SLONG as SQL_INTEGER(10,0) ", "7"},
-        {"SQL_C_SLONG as SQL_INTEGER(10,0) ", "8"},
-        {"SQL_C_SBIGINT as SQL_BIGINT(19,0) ", "1099511627776"},
-        {"SQL_C_BINARY as SQL_VARBINARY(8000,0) ", "3 bytes"},
-        {"SQL_TYPE_TIMESTAMP as SQL_TYPE_TIMESTAMP(23,3) ", "2024-04-06 10:11:12.123000000"},
-        {"SQL_C_CHAR as SQL_NUMERIC(19,4) ", "8 bytes: -12.3400"},
-        {"SQL_C_CHAR as SQL_DOUBLE(53,0) ", "3 bytes: 0.1"},
-    };
-    for (std::size_t i = 0; i < std::size(rows); ++i) {
-        const std::string type = std::to_string(i + 1) + ": " + rows[i].first;
-        EXPECT_EQ(bound[i], type + rows[i].second);
-        EXPECT_EQ(bound[i + 8], type + "NULL");
-    }
+    if (what == "values")
+        connection.ExecuteDirectf(insert, "Grüße €", 7, 8L, std::int64_t{1} << 40, Bytes(3), moment,
+                                  Kiln::CAmt(-123400), 0.1);
+    else if (what == "nulls")
+        connection.Execute(insert, std::vector<Value>(8));
+    else
+        connection.ExecuteDirectf("UPDATE [Note] SET [vb] = %b WHERE [strText] = %s", Bytes(std::stoul(what)),
+                                  std::string(std::stoul(what), 'x'));
+    std::string shown;
+    const std::vector<std::string> lines = ScriptedServer::Lines("  ");
+    for (std::size_t i = before; i < lines.size(); ++i)
+        shown += lines[i].substr(0, 80) + '\n';
+    return shown;
 }
 
-/// What is compared must not be sent as the types that the server compares with nothing (ntext, image).
-TEST(SqlServer, BindsLongValues)
-{
-    const ScriptedServer server;
-    const auto connection = server.Open();
-    for (const std::size_t length : {0u, 1u, 4000u, 4001u, 8000u, 8001u, 70000u})
-        connection->ExecuteDirectf("UPDATE [Note] SET [vb] = %b WHERE [strText] = %s", Bytes(length),
-                                   std::string(length, 'x'));
-    std::string sizes;
-    for (const std::string& bound : ScriptedServer::Lines("  "))
-        sizes += bound.substr(bound.find('('), bound.find(',') - bound.find('(')) + (bound[0] == '1' ? "" : " ");
-    EXPECT_EQ(sizes, "(8000(4000 (8000(4000 (8000(4000 (8000(0 (8000(0 (0(0 (0(0 ");
-}
+} // namespace
 
 TEST(SqlServer, ReadsEveryTypeAndNulls)
 {
@@ -138,7 +116,7 @@ TEST(SqlServer, ShowsNoPassword)
 }
 
 /// "server SCRIPT" is another server, with \n for the ends of lines, and "then SCRIPT" what it is to later connections.
-/// What came of writes is shown, too.
+/// What came of writes is shown, too. "bind WHAT" shows how that is sent.
 TEST(SqlServer, StoriesGoAsTold)
 {
     std::optional<Story> story;
@@ -153,6 +131,8 @@ TEST(SqlServer, StoriesGoAsTold)
             story.emplace([&] { return server->Open(); });
             return std::string();
         }
+        if (act.starts_with("bind "))
+            return Bound(*server->Open(), act.substr(5));
         const std::size_t before = ScriptedServer::Record().size();
         std::string shown = (*story)(act);
         std::istringstream record(ScriptedServer::Record().substr(before));

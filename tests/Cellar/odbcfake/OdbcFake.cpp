@@ -4,8 +4,8 @@
 //     Driver=/path/libmorvodbcfake.so;Script=/path/script;Record=/path/record;Uid=…;Pwd=…
 //
 // Each call that reaches it is a line of the record: the function, then what it was given, bytes left out. As that
-// server does it refuses a second statement while a result is open, a NULL or text for a varbinary column, columns read
-// out of order, and everything once the connection is lost.
+// server does it refuses a second statement while a result is open, columns read out of order, and everything once the
+// connection is lost.
 //
 // It has the functions that the library and the driver manager call, and their arguments are those that these give.
 
@@ -13,6 +13,7 @@
 #include <sqlext.h>
 #include <sqlucode.h>
 
+#include <algorithm>
 #include <cstring>
 #include <deque>
 #include <exception>
@@ -116,19 +117,17 @@ SQLRETURN Run(Statement& statement)
 {
     Connection& connection = statement.connection;
     Session& server = statement.Server();
-    std::vector<Parameter> parameters = ParametersOf(statement.text);
-    for (std::size_t i = 0; i < parameters.size(); ++i) {
-        const auto number = static_cast<SQLUSMALLINT>(i + 1);
+    const std::vector<std::string> tokens = Tokens(statement.text);
+    for (SQLUSMALLINT number = 1; number <= std::count(tokens.begin(), tokens.end(), "?"); ++number) {
         const auto found = statement.bindings.find(number);
         if (found == statement.bindings.end())
             return statement.Fail({"07002", 0, "COUNT field incorrect or syntax error"});
         server.Record("  " + std::to_string(number) + ": " + Describe(found->second));
-        parameters[i].sqlType = found->second.sqlType;
     }
     if (connection.reading && server.IsSqlServer())
         return statement.Fail({"HY000", 0, "Connection is busy with results for another command"});
     statement.CloseResult();
-    statement.answer = server.Run(statement.text, parameters);
+    statement.answer = server.Run(statement.text);
     const Answer& answer = statement.answer;
     if (answer.info)
         statement.messages.push_back(*answer.info);
@@ -185,7 +184,7 @@ SQLRETURN SQL_API SQLDriverConnectW(SQLHDBC handle, SQLHWND, SQLWCHAR* text, SQL
         return connection.Fail({"HY000", 0, error.what()});
     }
     connection.session->Record("SQLDriverConnect " + wanted);
-    if (Answer answer = connection.session->Run("CONNECT", {}); answer.error)
+    if (Answer answer = connection.session->Run("CONNECT"); answer.error)
         return connection.Fail(std::move(*answer.error));
     if (!connection.session->IsSqlServer())
         return SQL_SUCCESS;

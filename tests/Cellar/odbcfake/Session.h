@@ -2,9 +2,6 @@
 
 // One session of the scripted server: its rules, its transaction, its record.
 
-#include <sql.h>
-#include <sqlext.h>
-
 #include <algorithm>
 #include <cctype>
 #include <fstream>
@@ -19,13 +16,6 @@
 
 namespace OdbcFake
 {
-
-/// A value as it is bound: what a server looks at.
-struct Parameter
-{
-    int sqlType = 0;    // SQL_WVARCHAR ...
-    std::string column; // the one it goes into or is compared with, as far as the statement shows
-};
 
 inline std::string Upper(std::string_view text)
 {
@@ -119,50 +109,11 @@ inline std::string DeclaredTwice(std::string_view batch)
     return {};
 }
 
-/// A column of the library says by its name what it holds.
-inline std::optional<Message> Mismatch(const Parameter& parameter)
-{
-    const bool isBytes = parameter.column.starts_with("vb"), isMoment = parameter.column.starts_with("dt");
-    const bool isText = parameter.sqlType == SQL_WVARCHAR;
-    if (isBytes ? parameter.sqlType == SQL_VARBINARY : !isMoment || isText || parameter.sqlType == SQL_TYPE_TIMESTAMP)
-        return std::nullopt;
-    return isText ? Message{"42000", 257, "Implicit conversion to varbinary(max) is not allowed: " + parameter.column}
-                  : Message{"22018", 206, "Operand type clash: " + parameter.column};
-}
-
 /// What the connection text has behind the word, which stands there as the tests write it.
 inline std::string ValueOf(std::string_view text, std::string_view word)
 {
     const std::size_t at = text.find(word);
     return at == text.npos ? "" : std::string(text.substr(at + word.size(), text.find(';', at) - at - word.size()));
-}
-
-/// What each '?' of the statement is for; without its type.
-inline std::vector<Parameter> ParametersOf(std::string_view statement)
-{
-    std::vector<Parameter> found;
-    std::vector<std::string> inserted; // columns of an INSERT
-    const bool isInsert = FirstWord(statement) == "INSERT";
-    bool isInValues = false;
-    std::size_t place = 0; // in the row of an INSERT
-    int depth = 0;
-    std::string last;
-    for (const std::string& token : Tokens(statement)) {
-        depth += token == "(" ? 1 : token == ")" ? -1 : 0;
-        if (token == "(" && depth == 1)
-            place = 0;
-        if (token == "," && depth == 1)
-            ++place;
-        isInValues = isInValues || (isInsert && depth == 0 && Upper(token) == "VALUES");
-        const bool isName = IsNameCharacter(token.front());
-        if (isInsert && !isInValues && depth == 1 && isName)
-            inserted.push_back(token);
-        if (token == "?")
-            found.push_back({0, !isInValues ? last : place < inserted.size() ? inserted[place] : ""});
-        else if (isName && !std::isdigit(static_cast<unsigned char>(token.front())))
-            last = token;
-    }
-    return found;
 }
 
 /// What was written since BEGIN, savepoints within it, and what happened in the end. The record holds DURABLE or UNDONE
@@ -184,12 +135,12 @@ public:
 
     /// Answers a statement, several with semicolons between up to the first that fails (the last one's answer), or
     /// CONNECT.
-    Answer Run(std::string_view batch, const std::vector<Parameter>& parameters)
+    Answer Run(std::string_view batch)
     {
         const std::vector<std::string_view> statements = Statements(batch);
         Answer answer;
         for (const std::string_view statement : statements) {
-            answer = RunOne(statement, parameters);
+            answer = RunOne(statement);
             if (answer.error)
                 break;
         }
@@ -200,9 +151,9 @@ public:
     void Record(std::string_view line) { m_record << line << std::endl; }
 
 private:
-    Answer RunOne(std::string_view statement, const std::vector<Parameter>& parameters)
+    Answer RunOne(std::string_view statement)
     {
-        if (std::optional<Message> refusal = Refusal(statement, parameters))
+        if (std::optional<Message> refusal = Refusal(statement))
             return Refuse(std::move(*refusal));
         const Answer* const scripted = m_script.Find(statement);
         if (scripted && scripted->error && !scripted->isLater)
@@ -234,19 +185,14 @@ private:
         return answer;
     }
     /// What no script needs to say: how the server refuses it.
-    std::optional<Message> Refusal(std::string_view statement, const std::vector<Parameter>& parameters) const
+    std::optional<Message> Refusal(std::string_view statement) const
     {
         if (m_isLost)
             return Message{"08S01", 10054, "TCP Provider: Error code 0x2746"};
         if (m_hasFailed && FirstWord(statement) != "ROLLBACK")
             return Message{"25P02", 0, "ERROR: current transaction is aborted, commands ignored until end of block"};
-        if (!IsSqlServer())
-            return std::nullopt;
         if (const std::string twice = DeclaredTwice(statement); !twice.empty())
             return Message{"42000", 134, "The variable name '" + twice + "' has already been declared."};
-        for (const Parameter& parameter : parameters)
-            if (std::optional<Message> mismatch = Mismatch(parameter))
-                return mismatch;
         return std::nullopt;
     }
     /// BEGIN, SAVE (SAVEPOINT), RELEASE, COMMIT, ROLLBACK of all or to a savepoint.
