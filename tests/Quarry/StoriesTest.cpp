@@ -13,6 +13,7 @@ namespace
 {
 
 std::string g_told;
+std::function<void()> g_then; // what the next one that is told something does besides
 
 /// "lID=1 strName=a": what is not null; money in ten-thousandths.
 std::string Shown(const Quarry::Row& row)
@@ -31,6 +32,8 @@ void Tell(const Quarry::DataChange& change)
 {
     g_told += std::string(1, Practice) + "> " + (change.oldRow ? Shown(*change.oldRow) : "none") + " -> " +
               (change.newRow ? Shown(*change.newRow) : "none") + '\n';
+    if (const auto then = std::exchange(g_then, {}))
+        then();
 }
 
 /// A list of tasks or links of the practice, another user's connection ("other"), and another practice ("there"), which
@@ -77,6 +80,7 @@ protected:
 private:
     void Forget()
     {
+        g_then = {};
         Quarry::RemoveAllListeners();
         for (const int listener : std::exchange(m_reloading, {}))
             Quarry::RemoveRollbackListener(listener);
@@ -147,6 +151,27 @@ private:
         m_connection->OnSent(nullptr);
         m_shown += ".." + std::to_string(last) + (Word() == "sent" ? ", sent " + std::to_string(m_sent) : "") + '\n';
     }
+    /// Acts with semicolons between, within another.
+    void Also(const std::string& acts)
+    {
+        std::istringstream each(acts);
+        for (std::string act; std::getline(each, act, ';');) {
+            m_words = std::istringstream(act);
+            m_acts.at(Word())();
+        }
+    }
+    /// "hear A insert 77 BRIX"; what is heard no longer is of insertions.
+    void Hear(bool begins)
+    {
+        static const std::map<std::string, Quarry::DataChangedListener> kListeners{
+            {"A", Tell<'A'>}, {"B", Tell<'B'>}, {"C", Tell<'C'>}};
+        const auto listener = kListeners.at(Word());
+        const bool isInsert = Word() == "insert";
+        const int table = Number();
+        const std::string practice = Word();
+        (begins ? isInsert ? Quarry::AddDataChangedListenerForInsert : Quarry::AddDataChangedListenerForUpdate
+                : Quarry::RemoveDataChangedListenerForInsert)(table, practice.c_str(), listener);
+    }
     void Run()
     {
         m_connection->Script(Rest());
@@ -173,6 +198,14 @@ private:
              Quarry::AddDataChangedListenerForInsert(kTask.number, "OTHER", Tell<'T'>);
              m_reloading = {Quarry::AddRollbackListener([] { g_told += "H> reload\n"; }),
                             Quarry::AddRollbackListener([] { g_told += "T> reload\n"; }, "OTHER")};
+         }},
+        {"hear", [this] { Hear(true); }},
+        {"hear-not", [this] { Hear(false); }},
+        {"forget", [] { Quarry::RemoveAllListeners(); }},
+        {"then", [this] { g_then = [this, acts = Rest()] { Also(acts); }; }},
+        {"added",
+         [this] {
+             Added({{kName, Word()}});
          }},
         {"name", [this] { Quarry::SetDatabase(*m_connection, "OTHER"); }},
         {"become-current", [this] { Quarry::SetConnection(std::move(m_there)); }},
@@ -232,7 +265,7 @@ ON_BOTH_DATABASES(Stories);
 
 TEST_P(Stories, GoAsTold)
 {
-    for (const char* const file : {"both", ::Test::IsOnServer() ? "server" : "embedded"})
+    for (const char* const file : {"both", ::Test::IsOnServer() ? "server" : "embedded", "listeners"})
         ::Test::ExpectTranscript(QUARRY_STORIES + std::string(file) + ".txt",
                                  [this](const std::string& act) { return Act(act); });
 }
