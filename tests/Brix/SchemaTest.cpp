@@ -127,14 +127,7 @@ TEST_P(Schema, IsBroughtUpToDate)
     ::Test::Add<Brix::CClient>([](Brix::CClient& row) { row.SetName("Ann"); });
     Sql("INSERT INTO FeatureLocks (nFeature) VALUES (1)");
     Sql(::Test::IsOnServer() ? "DROP PROCEDURE MTDLogWrite" : "DROP VIEW MTDLogWrite");
-    Sql("DROP TABLE BRIXMTD_NIC; DROP TABLE MTDLog;"
-        "ALTER TABLE BRIXClient DROP COLUMN bNoTaxReturnSource; ALTER TABLE FeatureLocks DROP COLUMN dtLocked;"
-        "DROP INDEX IX_BRIXPropUK_lTaxFormID; ALTER TABLE BRIXPropUK DROP COLUMN lTaxFormID;"
-        "UPDATE BRIXSchema SET nVersion = 1; ALTER TABLE BRIXSchema DROP COLUMN vbKeyCheck; DROP TABLE "
-        "MTDAuthorisationLock");
-    ::Test::Declare(Quarry::GetConnection(),
-                    "CREATE TABLE MTDAuthorisationLock (lMTDAuthorisationID {Int} PRIMARY KEY, strUserID {Text}, "
-                    "strWorkstation {Text}, dtLocked {DateTime} DEFAULT '2024-01-01', ConnectionID {Int});");
+    ::Test::Declare(Quarry::GetConnection(), ::Test::FileText("Brix/Older.sql"));
     ASSERT_FALSE(Brix::CheckPractice(Quarry::GetConnection()).empty());
     Brix::UpgradeSchema(Quarry::GetConnection());
     EXPECT_EQ(Brix::CheckPractice(Quarry::GetConnection()).size(), 0U);

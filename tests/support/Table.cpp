@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "support/TestSupport.h"
+
 namespace Test
 {
 
@@ -23,6 +25,8 @@ std::string Unescaped(const std::string& text)
             plain += kMeant.at(kLetters.find(text[i]));
     return plain;
 }
+
+std::string FileText(const std::string& file) { return ReadFile(MORVUT_TESTS + file); }
 
 namespace
 {

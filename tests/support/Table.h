@@ -17,6 +17,9 @@ namespace Test
 /// \n, \r, \t, \b, \\ and \xHH as the characters for which they stand.
 std::string Unescaped(const std::string& text);
 
+/// A file that is named as under tests/.
+std::string FileText(const std::string& file);
+
 /// The rows below the line "[Suite.Test]", of the running test, in a file that is named as under tests/: fields parted
 /// by tabs, in which characters may be escaped; lines that begin with # are no rows. The texts live
 /// as long as the program. Throws when there are no rows.
