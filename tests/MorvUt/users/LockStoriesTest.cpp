@@ -10,6 +10,7 @@
 #include "MorvUt/users/FeatureLock.h"
 #include "MorvUt/users/locks/LockList.h"
 #include "MorvUt/users/locks/UserLockFile.h"
+#include "MorvUt/users/ReadOnlyManager.h"
 #include "UsersTest.h"
 
 namespace
@@ -85,6 +86,10 @@ private:
         const int isHeld = hasOwnTexts ? lock.Lock(5, 6, &who) : lock.Lock(&who);
         m_shown += isHeld ? "held" + who.Str() + '\n' : "refused by '" + who.Str() + "'\n";
     }
+    static void BeginWrite(Cellar::CConnection& connection, const std::string& client)
+    {
+        connection.Begin(Cellar::Intent::Write, {1, std::stol(client)});
+    }
     /// As others see them; without the numbers of sessions.
     void ShowLocks()
     {
@@ -114,8 +119,25 @@ private:
          }},
         {"allow", [this](Holder&) { m_trigger.reset(); }},
         {"sql", [this](Holder&) { m_connection->Script(m_rest); }},
-        {"users", [this](Holder&) { m_shown = Query("SELECT UserId FROM MorvUserLocks") + '\n'; }},
+        {"table", [this](Holder&) { m_shown = InTable(m_rest); }},
+        {"connect", [](Holder&) { Quarry::SetConnection(Open()); }},
+        {"end", // its session
+         [this](Holder&) {
+             Open()->Queryf("SELECT pg_terminate_backend(%ld)", static_cast<long>(m_connection->GetSessionId()));
+         }},
+        {"hurry", [this](Holder&) { m_connection->SetBusyTimeout(1); }},
         {"begin", [this](Holder&) { m_connection->Begin(); }},
+        {"begin-write", [this](Holder&) { BeginWrite(*m_connection, m_rest); }},
+        {"overtaken", // by b, whenever its levels have to wait
+         [this](Holder&) {
+             m_connection->WaitForLevels(
+                 [this, client = m_rest](bool) { return BeginWrite(*m_connections.at('b'), client), true; });
+         }},
+        {"bounce", [](Holder&) { BounceCommitBeginTrans(); }},
+        {"level",
+         [this](Holder&) {
+             m_shown = std::to_string(m_connection->GetLevel()) + (m_connection->HasBegun() ? " begun\n" : "\n");
+         }},
         {"commit", [this](Holder&) { m_connection->Commit(); }},
         {"rollback-all", [this](Holder&) { m_connection->RollbackTo(1); }},
         {"write", [this](Holder&) { m_connection->ExecuteDirect("UPDATE BRIXOptions SET nDateFormat = 1"); }},
@@ -134,6 +156,14 @@ ON_BOTH_DATABASES(LockStories);
 TEST_P(LockStories, GoAsTold)
 {
     ::Test::ExpectTranscript(USERS_STORIES "locks.txt", [this](const std::string& act) { return Act(act); });
+}
+
+TEST_P(LockStories, OfLevelsGoAsTold)
+{
+    for (const char* const file : {"levels.txt", "levels.server.txt"})
+        if (::Test::IsOnServer() || file == std::string("levels.txt"))
+            ::Test::ExpectTranscript(USERS_STORIES + std::string(file),
+                                     [this](const std::string& act) { return Act(act); });
 }
 
 } // namespace

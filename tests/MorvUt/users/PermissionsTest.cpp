@@ -25,14 +25,3 @@ TEST_P(Permissions, AreReadByTheirNumbers)
         EXPECT_TRUE((TheUser().*query)(true)) << number;
     EXPECT_EQ(Allowed(), expected);
 }
-
-TEST_P(Permissions, AreRefusedWithAMessageWhenAsked)
-{
-    EXPECT_FALSE(TheUser().TaxReturnSaveAllowed(false));
-    ::Test::Windows().Answer(1);
-    EXPECT_FALSE(TheUser().TaxReturnSaveAllowed(true));
-    ASSERT_EQ(::Test::Windows().Messages().size(), 1u);
-    EXPECT_EQ(::Test::Windows().Messages()[0].text,
-              "You do not have permission to do this.\n\nPlease contact your administrator for more details.");
-    EXPECT_EQ(Afx::ResourceContext::Current(), nullptr) << "the caller's resources are back";
-}

@@ -5,6 +5,7 @@
 
 #include "Afx/system/Application.h"
 #include "Cellar/DatabaseError.h"
+#include "MorvUt/users/ReadOnlyManager.h"
 #include "MorvUt/users/StaffRights.h"
 #include "UsersTest.h"
 
@@ -14,19 +15,34 @@ namespace
 class UserStories : public UsersTest
 {
 protected:
-    /// "login Bob": what is known of who is logged in then.
+    UserStories()
+    {
+        ::Test::Windows().OnUnexpected([this](const Afx::HeadlessWindowSystem::Shown& shown) {
+            m_told += "told: " + shown.text + '\n';
+            return Afx::SafeAnswer(shown.style);
+        });
+    }
+    ~UserStories() override
+    {
+        CUserData::SetReadOnly(0);
+        CUserData::SetReadOnlyPIN(0);
+        CUserData::m_nLocalReadOnly = 0;
+    }
+
+    /// "login Bob": what is known of who is logged in then, and what the user is told.
     std::string Act(const std::string& line)
     {
         const std::size_t blank = std::min(line.find(' '), line.size());
         m_rest = line.substr(std::min(blank + 1, line.size()));
         std::string shown;
+        m_told = "";
         try {
             shown = m_acts.at(line.substr(0, blank))();
         } catch (const Cellar::DatabaseError&) {
             shown = "refused by the database; " + ShownUser();
         }
         EXPECT_EQ(Afx::ResourceContext::Current(), nullptr) << "the caller's resources are back";
-        return shown.empty() ? "" : shown + '\n';
+        return (shown.empty() ? "" : shown + '\n') + m_told;
     }
 
 private:
@@ -91,6 +107,22 @@ private:
         return ids;
     }
 
+    static std::string ReadOnly()
+    {
+        const int isReadOnly = CUserData::IsReadOnly(), isLocked = CUserData::IsReadOnlyBecauseLocked();
+        EXPECT_EQ(CUserData::CheckForReadOnlyWithError(), isReadOnly);
+        EXPECT_EQ(CUserData::IsReadOnlyBecauseLockedWithError(), isLocked);
+        EXPECT_EQ(CUserData::IsReadOnlyPIN(), UsingReadOnlyPin());
+        return std::to_string(isReadOnly) + ", locked " + std::to_string(isLocked) + ", PIN " +
+               std::to_string(UsingReadOnlyPin());
+    }
+    std::string MaySaveReturns() const
+    {
+        const bool is = TheUser().TaxReturnSaveAllowed(false);
+        EXPECT_EQ(TheUser().TaxReturnSaveAllowed(m_rest == "asked"), is);
+        return is ? "yes" : "no";
+    }
+
     const std::map<std::string, std::function<std::string()>> m_acts{
         {"sql", [this] { return Script(m_rest), ""; }},
         {"login", [this] { return CUserData::SetUser(m_rest.c_str()), ShownUser(); }},
@@ -98,10 +130,23 @@ private:
         {"has-group", [this] { return std::to_string(TheUser().HasGroup(m_rest.c_str())); }},
         {"of-another", [this] { return RightsOfAnother(); }},
         {"of-staff", [this] { return RightsOfStaff(); }},
+        {"may-save-returns", [this] { return MaySaveReturns(); }},
+        {"read-only", [] { return ReadOnly(); }},
+        {"set-locked", [this] { return CUserData::SetReadOnly(std::stoi(m_rest)), ""; }},
+        {"set-pin", [this] { return CUserData::SetReadOnlyPIN(std::stoi(m_rest)), ""; }},
+        {"set-local", [] { return CUserData::SetLocalReadOnly(), ""; }},
+        {"release-local", [] { return CUserData::ReleaseLocalReadOnly(), ""; }},
+        {"work-read-only",
+         [] {
+             CReadOnlyManager manager;
+             for (int i = 0; i < 3; ++i)
+                 manager.SetLocalReadOnly();
+             return ReadOnly();
+         }},
         {"staff", [] { return Staff(); }},
         {"why-not-new", [this] { return WhyNotNewStaff(m_rest.c_str(), "Another", "").Str(); }},
     };
-    std::string m_rest; // of the act
+    std::string m_rest, m_told; // of the act
     App m_app;
 };
 

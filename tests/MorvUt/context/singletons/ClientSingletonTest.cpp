@@ -43,18 +43,7 @@ class ClientSingleton : public ::Test::OnPractice
 protected:
     ClientSingleton()
     {
-        Practice::Sql("INSERT BRIXClient (lID) VALUES (1), (2)");
-        Practice::Sql("INSERT BRIXPartnership (lID) VALUES (1), (5)");
-        Practice::Sql("INSERT BRIXTaxForm (lID, lClientID, nYear) VALUES (10, 1, 2024), (11, 1, 2023), (12, 2, 2024), "
-                      "(13, 1, 2024)");
-        Practice::Sql("INSERT BRIXPartnershipTaxForm (lID, lpClientID, nYear) VALUES (20, 1, 2024)");
-        Practice::Sql("INSERT BRIXMinisters (lID, lTaxFormID, lClientID, nYear) VALUES (30, 10, 1, 2024)");
-        Practice::Sql("INSERT BRIXNewEmploy (lID, lTaxFormID, lClientID, nYear, strGUID, nOrdering, nP11D) VALUES "
-                      "(40, 10, 1, 2024, 'A', 2, 1), (42, 12, 2, 2024, 'X', 1, 1)");
-        Practice::Sql("INSERT BRIXFBISubmissions (lID, lClientID, nYear) VALUES (50, 1, 2024), (52, 2, 2024)");
-        Practice::Sql(
-            "INSERT BRIXPartnershipFBISubmissions (lID, lpClientID, nYear) VALUES (60, 1, 2024), (61, 5, 2024)");
-        Practice::Sql("INSERT BRIXPartnershipClients (lID, lClientID, lpClientID) VALUES (70, 1, 5)");
+        Script(::Test::FileText("MorvUt/context/singletons/rows.sql"));
         Quarry::GetConnection().OnSent(
             [this](std::string_view statement) { m_selects = statement.starts_with("SELECT") ? m_selects + 1 : 0; });
     }
@@ -63,17 +52,7 @@ protected:
     static void MakeAllStale()
     {
         const Quarry::CIgnoreDirectSQL quiet;
-        Practice::Sql("UPDATE BRIXTaxForm SET dtClientReview = '2024-05-01'");
-        Practice::Sql("UPDATE BRIXPartnershipTaxForm SET dtClientReview = '2024-05-01'");
-        Practice::Sql("INSERT BRIXMinisters (lID, lTaxFormID) VALUES (31, 10)");
-        Practice::Sql("INSERT BRIXCalculatedBenefits (lID, lMinisterID, nType) VALUES (35, 30, 50)");
-        Practice::Sql("INSERT BRIXNewEmploy (lTaxFormID, strGUID, nOrdering, nP11D) VALUES (10, 'b', 1, 0), "
-                      "(13, 'second', 1, 1)");
-        Practice::Sql("INSERT BRIXMinisters (lID, lTaxFormID) VALUES (29, 13)");
-        Practice::Sql("INSERT BRIXBTaxProprietor (lID, lpClientID) VALUES (80, 5)");
-        Practice::Sql("INSERT BRIXPartnershipClients (lClientID, lpClientID) VALUES (1, 1)");
-        Practice::Sql("INSERT BRIXFBISubmissions (lClientID, nYear, nStatus) VALUES (1, 2024, 2)");
-        Practice::Sql("INSERT BRIXPartnershipFBISubmissions (lpClientID, nYear, nStatus) VALUES (1, 2024, 2)");
+        Script(::Test::FileText("MorvUt/context/singletons/changes.sql"));
     }
 
     int m_selects = 0; // since the last statement of another kind
