@@ -109,22 +109,56 @@ private:
             m_list.Set(ordinal, text == "null" ? Cellar::Value() : Cellar::Value(text));
         }
     }
+    /// "strName=a", "nYear<2" (also <=, >, >=), "nYear=1..2", "lID=1|2", "strName!=null".
+    Quarry::Where Condition(const std::string& text) const
+    {
+        using Quarry::Where;
+        const std::size_t sign = text.find_first_of("<>=!"), start = text.find_first_not_of("<>=!", sign);
+        const int ordinal = m_list.GetTable().Find(text.substr(0, sign))->ordinal;
+        const std::string compare = text.substr(sign, start - sign), given = text.substr(start);
+        const Cellar::Value value = given == "null" ? Cellar::Value() : Cellar::Value(given);
+        if (const std::size_t dots = given.find(".."); dots != given.npos)
+            return Where::Between(ordinal, given.substr(0, dots), given.substr(dots + 2));
+        if (const std::size_t bar = given.find('|'); bar != given.npos)
+            return Where::In(ordinal, {std::stol(given), std::stol(given.substr(bar + 1))});
+        return compare == "<"    ? Where::Less(ordinal, value)
+               : compare == "<=" ? Where::AtMost(ordinal, value)
+               : compare == ">"  ? Where::Greater(ordinal, value)
+               : compare == ">=" ? Where::AtLeast(ordinal, value)
+               : compare == "!=" ? Where::NotNull(ordinal)
+                                 : Where(ordinal, value);
+    }
+    template<class T, class Use>
+    static void WithAll(const std::vector<T>& all, Use use)
+    {
+        using List = std::initializer_list<T>;
+        if (all.size() > 1)
+            use(all.size() > 2 ? List{all[0], all[1], all[2]} : List{all[0], all[1]});
+        else
+            use(all.empty() ? List{} : List{all[0]});
+    }
+    /// Conditions, then the order: "nYear>1 by nYear- strName", the first one descending.
     void OpenList()
     {
         std::vector<Quarry::Where> where;
-        for (std::string text = Word(); !text.empty(); text = Word()) {
-            const int ordinal = SplitValue(m_list.GetTable(), text);
-            if (const std::size_t bar = text.find('|'); bar != text.npos)
-                where.push_back(Quarry::Where::In(ordinal, {std::stol(text), std::stol(text.substr(bar + 1))}));
-            else
-                where.emplace_back(ordinal, text == "null" ? Cellar::Value() : Cellar::Value(text));
-        }
-        if (where.size() > 2)
-            m_list.Open({where[0], where[1], where[2]});
-        else if (where.size() == 2)
-            m_list.Open({where[0], where[1]});
-        else
-            where.empty() ? m_list.Open() : m_list.Open({where[0]});
+        std::vector<Quarry::Sort> sort;
+        std::string text = Word();
+        for (; !text.empty() && text != "by"; text = Word())
+            where.push_back(Condition(text));
+        for (text = Word(); !text.empty(); text = Word())
+            sort.push_back({m_list.GetTable().Find(text.substr(0, text.find('-')))->ordinal, text.ends_with('-')});
+        WithAll(where, [&](auto conditions) {
+            WithAll(sort, [&](auto order) { m_list.Open(conditions, order); });
+            EXPECT_EQ(m_list.Count(conditions), m_list.GetCount());
+        });
+    }
+    /// The ids of the rows in their order.
+    void Find()
+    {
+        OpenList();
+        for (const int count = m_list.GetCount(); m_list.GetPosition() < count; m_list.MoveNext())
+            m_shown += (m_shown.empty() ? "" : " ") + std::to_string(m_list.GetID());
+        m_shown += m_list.MoveFirst() ? "\n" : "none\n";
     }
     void ShowRows(const Cellar::SqlText& select)
     {
@@ -174,7 +208,7 @@ private:
     }
     void Run()
     {
-        m_connection->Script(Rest());
+        m_connection->Script(::Test::WithAmounts(Rest()));
         if (::Test::IsOnServer() && Rest().find("INSERT INTO BRIXTask") != std::string::npos)
             m_connection->Script(m_connection->GetDialect().MoveSequence("BRIXTask", "lID", 0));
     }
@@ -217,6 +251,7 @@ private:
          }},
         {"links", [this] { m_list = CDataList(kLink); }},
         {"open", [this] { OpenList(); }},
+        {"find", [this] { Find(); }},
         {"choose", [this] { m_list.Open({}, {}, {.columns = {kTask.Find(Word())->ordinal}}); }},
         {"add", [this] { m_list.AddNew(); }},
         {"copy", [this] { m_list.CopyRow(); }},
@@ -265,7 +300,7 @@ ON_BOTH_DATABASES(Stories);
 
 TEST_P(Stories, GoAsTold)
 {
-    for (const char* const file : {"both", ::Test::IsOnServer() ? "server" : "embedded", "listeners"})
+    for (const char* const file : {"both", ::Test::IsOnServer() ? "server" : "embedded", "listeners", "conditions"})
         ::Test::ExpectTranscript(QUARRY_STORIES + std::string(file) + ".txt",
                                  [this](const std::string& act) { return Act(act); });
 }

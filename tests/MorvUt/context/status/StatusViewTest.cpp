@@ -1,6 +1,7 @@
 #include "MorvUt/context/status/StatusView.h"
 
 #include <random>
+#include <sstream>
 
 #include "MorvUt/context/ClientView.h"
 #include "MorvUt/context/status/ClientStatus.h"
@@ -141,38 +142,27 @@ TEST_P(StatusOfAllClients, SendsOneStatementForEachTableAndPage)
     }
 }
 
-TEST_P(StatusAnswers, TellsTheRecordThatDecidedAndSaysSo)
+/// "status 7 2020": of client 7 in that year, its word, for each question what decided, and what holds because of what.
+TEST_P(StatusAnswers, AreSaidAsTold)
 {
-    Script("INSERT INTO BRIXClient (lID, bTrust, strEntityType, dtDeath) VALUES (7, 1, 'Estate', '2001-02-03');"
-           "INSERT INTO BRIXClientPeriodsInactivity (lID, lClientID, dtStart) VALUES (3, 7, '2019-05-01'), "
-           "(4, 7, '2019-04-06'), (5, 7, '2018-01-01');");
-    const ClientStatus status = StatusOf(7, false, 2020);
-    const StatusAnswer answer = status.AnswerOf(StatusQuestion::DeadOrDormant);
-    EXPECT_EQ(answer.reason, StatusReason::InactivityPeriod);
-    EXPECT_EQ(answer.recordId, 4) << "the first that covers the year";
-    EXPECT_EQ(answer.from, Kiln::CDate(2019, 4, 6));
-    EXPECT_TRUE(answer.to.IsNull());
-    EXPECT_STREQ(status.ReasonText(StatusQuestion::Finalised), "There is no return for 2019/20");
-    const std::vector<CString> because{"A period of inactivity (06/04/2019 to open) covers the whole of 2019/20",
-                                       "Kept as a trust", "A trust whose entity type is Estate",
-                                       "An estate, and so no actual trust"};
-    EXPECT_EQ(status.Because(), because);
-    EXPECT_STREQ(StatusOf(7, false, 2018).ReasonText(StatusQuestion::Inactive),
-                 "The date of death, 03/02/2001, does not count: a trust goes on");
-    Script("INSERT INTO BRIXFBISubmissions (lID, lClientID, nYear, nStatus) VALUES (9, 7, 2020, 2), (8, 7, "
-           "2020, 2)");
-    EXPECT_EQ(StatusOf(7, false, 2020).AnswerOf(StatusQuestion::Amending).recordId, 8) << "the first";
-    Script("UPDATE BRIXClient SET lID = 0, dtDeath = '2050-01-01'");
-    EXPECT_EQ(StatusOf(0, false, 2020).AnswerOf(StatusQuestion::Inactive).reason, StatusReason::TrustOutlives);
-    EXPECT_FALSE(StatusOf(0, false, 2020).Is(StatusQuestion::Trust)) << "0 is nobody, as for IsClientATrust";
-}
-
-TEST_P(StatusAnswers, SaysTheMostTellingFirst)
-{
-    Script("INSERT INTO BRIXClient (lID) VALUES (1)");
-    for (const auto& [change, word, why] :
-         ::Test::Table<const char*, const char*>("MorvUt/context/status/StatusView.tsv")) {
-        Script(change);
-        EXPECT_STREQ(StatusOf(1, false, 2020).Word(), word) << change;
-    }
+    ::Test::ExpectTranscript(STATUS_STORY, [](const std::string& act) {
+        std::istringstream words(act);
+        std::string word, said;
+        long id = 0;
+        short year = 0;
+        if (words >> word; word == "sql")
+            return Script(act.substr(4)), said;
+        words >> id >> year;
+        const ClientStatus status = StatusOf(id, false, year);
+        said = std::string(status.Word()) + '\n';
+        for (const auto& [question, single] : kSingles) {
+            const StatusAnswer answer = status.AnswerOf(question);
+            said += std::string(NameOf(question)) + (status.Is(question) ? " yes: " : " no: ") +
+                    status.ReasonText(question) + " (" + std::to_string(answer.recordId) + ", " +
+                    answer.from.FormatIso().Str() + " to " + answer.to.FormatIso().Str() + ")\n";
+        }
+        for (const CString& line : status.Because())
+            said += "> " + line.Str() + '\n';
+        return said;
+    });
 }
