@@ -82,22 +82,13 @@ TEST(KeyFile, IsMadeOnceAndForItsOwnerOnly)
 
 TEST(KeyFile, HoldsSixtyFourDigitsAndALineEnd)
 {
-    const ::Test::Case<std::string, bool> rows[] = {
-        {kDigits + "\n", true, "as made"},
-        {kDigits + "\r\n", true, "an editor of another system"},
-        {"", false, "empty: the disk was full"},
-        {kDigits.substr(1) + "\n", false, "a digit is missing"},
-        {kDigits + "\n" + kDigits + "\n", false, "two keys"},
-        {" " + kDigits.substr(1), false, "a blank among the digits"},
-        {kDigits.substr(1) + "\xc1", false, "a byte that folds to a digit only in seven bits"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
-        const std::string path = OwnFile("practice.key", row.in);
+    for (const auto& [text, isKey, why] : ::Test::Table<const char*, bool>("Shellkit/KeyFile.tsv")) {
+        SCOPED_TRACE(why);
+        const std::string path = OwnFile("practice.key", text);
         const auto key = Shellkit::ReadKeyFile(path);
-        ASSERT_EQ(key.has_value(), row.out);
-        EXPECT_EQ(Shellkit::KeyFileProblem(path).empty(), row.out);
-        for (std::size_t i = 0; row.out && i < Shellkit::kKeySize; ++i)
+        ASSERT_EQ(key.has_value(), isKey);
+        EXPECT_EQ(Shellkit::KeyFileProblem(path).empty(), isKey);
+        for (std::size_t i = 0; isKey && i < Shellkit::kKeySize; ++i)
             EXPECT_EQ((*key)[i], i);
     }
 }

@@ -14,16 +14,7 @@ protected:
     EnquiryDialogs()
     {
         ::Test::SetNow(2024, 3, 1);
-        Script("INSERT INTO BRIXUser (lID, strUserID) VALUES (1, 'ANNA');"
-               "INSERT INTO BRIXUserPermissions (lID, strUserID, nPermission, bAllowed) VALUES (1, 'ANNA', 34, 1);"
-               "INSERT INTO BRIXClient (lID, strCode) VALUES (1, 'A');"
-               "INSERT INTO Source (SourceID, ClientID, Year, SourceTypeID, Description) VALUES (10, 1, 2024, 1, "
-               "'Return');"
-               "INSERT INTO SourceTask (SourceID, TypeID, Description) VALUES (10, 6, 'Sign'), (10, 7, 'Send')");
-        Script("INSERT INTO ClientEnquiry (lID, lClientID, nYear, strDescription, dtStart, dtDue, dtReceived) VALUES "
-               "(1, 1, 2024, 'P60', '2024-02-01', '2024-02-29', NULL), (2, 1, 2024, 'Books', '2024-01-01', NULL, NULL),"
-               "(3, 1, 2024, 'Answered', '2024-01-01', NULL, '2024-02-01'), (4, 1, 2023, 'Old', '2023-01-01', NULL, "
-               "NULL)");
+        Script(::Test::FileText("MorvUt/enquiries/EnquiryDialogs.sql"));
         CUserData::SetUser("ANNA");
         AroundList("The list", false, 0, 0);
         AroundList("The list, read-only", true, 0, 0);
