@@ -34,24 +34,20 @@ ON_BOTH_DATABASES(DateFormat);
 
 TEST_P(DateFormat, OfThePracticeOrdersTypedDates)
 {
-    const ::Test::Case<int, int> rows[] = {
-        {1, 5, "MM/DD/YY"},   {0, 4, "DD/MM/YY"},    {3, 5, "MMM DD YYYY"},
-        {-1, 4, "no format"}, {2, 4, "DD MMM YYYY"}, {4, 4, "behind the last"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.why);
+    for (const auto& [format, month, why] : ::Test::Table<int, int>("MorvUt/context/DateFormat.tsv")) {
+        SCOPED_TRACE(why);
         Quarry::RemoveAllListeners();
-        Kiln::CDate::SetParseOrder(row.out == 4 ? Kiln::CDate::ParseOrder::MonthFirst
-                                                : Kiln::CDate::ParseOrder::DayFirst);
-        Store(row.in);
+        Kiln::CDate::SetParseOrder(month == 4 ? Kiln::CDate::ParseOrder::MonthFirst
+                                              : Kiln::CDate::ParseOrder::DayFirst);
+        Store(format);
         FollowDateFormat();
-        EXPECT_EQ(Month(), row.out) << "when the practice is opened";
+        EXPECT_EQ(Month(), month) << "when the practice is opened";
         {
             const Quarry::CTransaction cancelled;
-            Store(row.out == 4 ? 1 : 0);
-            EXPECT_EQ(Month(), 9 - row.out) << "when the option changes";
+            Store(month == 4 ? 1 : 0);
+            EXPECT_EQ(Month(), 9 - month) << "when the option changes";
         }
-        EXPECT_EQ(Month(), row.out) << "when that is rolled back";
+        EXPECT_EQ(Month(), month) << "when that is rolled back";
     }
     Quarry::GetConnection().ExecuteDirect("UPDATE BRIXOptions SET nDateFormat = 1");
     EXPECT_EQ(Month(), 5) << "a statement";

@@ -7,6 +7,7 @@
 #include "Cellar/DatabaseError.h"
 #include "MorvUt/users/ReadOnlyManager.h"
 #include "MorvUt/users/StaffRights.h"
+#include "Shellkit/Envelope.h"
 #include "UsersTest.h"
 
 namespace
@@ -107,6 +108,18 @@ private:
         return ids;
     }
 
+    static std::string Particulars()
+    {
+        const CUserData& user = TheUser();
+        std::string text;
+        for (const char* const each :
+             {user.GetFullUserName(), user.GetEmailAddress(), user.GetTelephone(), user.GetGatewayID(),
+              user.GetFBIUserName(), user.GetFBIPassword(), user.GetTallywickUserName(), user.GetTallywickPassword()})
+            text += std::string(each) + '|';
+        return text + Shellkit::OpenText(user.GetEncryptedFBIPassword()).value_or("none") + ", remembered " +
+               std::to_string(user.RememberFBIPassword()) + ", sent at once " +
+               std::to_string(user.FBICanSendImmediately());
+    }
     static std::string ReadOnly()
     {
         const int isReadOnly = CUserData::IsReadOnly(), isLocked = CUserData::IsReadOnlyBecauseLocked();
@@ -127,10 +140,17 @@ private:
         {"sql", [this] { return Script(m_rest), ""; }},
         {"login", [this] { return CUserData::SetUser(m_rest.c_str()), ShownUser(); }},
         {"clear", [this] { return CUserData::ClearPermissions(), ShownUser(); }},
-        {"has-group", [this] { return std::to_string(TheUser().HasGroup(m_rest.c_str())); }},
+        {"has-group", [this] { return std::to_string(TheUser().HasGroup(m_rest.empty() ? nullptr : m_rest.c_str())); }},
         {"of-another", [this] { return RightsOfAnother(); }},
         {"of-staff", [this] { return RightsOfStaff(); }},
         {"may-save-returns", [this] { return MaySaveReturns(); }},
+        {"particulars", [] { return Particulars(); }},
+        {"seal-passwords", // one of them; the other one is no envelope
+         [this] {
+             Sql("UPDATE BRIXUser SET vbFBIPassword = %b, vbTallywickPassword = %b WHERE strFullName = 'Bob Example'",
+                 Shellkit::Seal(Shellkit::KeyId::Application, m_rest).value(), Cellar::Bytes{1, 2, 3});
+             return "";
+         }},
         {"read-only", [] { return ReadOnly(); }},
         {"set-locked", [this] { return CUserData::SetReadOnly(std::stoi(m_rest)), ""; }},
         {"set-pin", [this] { return CUserData::SetReadOnlyPIN(std::stoi(m_rest)), ""; }},
