@@ -166,7 +166,9 @@ private:
         {"asleep", [this](Rest milliseconds) { passed += std::stol(milliseconds); }},
         {"answer", [this](Rest query) { Answer(query); }},
         {"browser", [this](Rest opens) { authorisation->SetBrowser([opens](Rest) { return opens == "opens"; }); }},
-        {"patience", [this](Rest milliseconds) { authorisation->SetBrowserTimeout(std::stoi(milliseconds)); }}};
+        {"patience", [this](Rest milliseconds) {
+             authorisation->SetBrowserTimeout(static_cast<unsigned>(std::stoul(milliseconds)));
+         }}};
 };
 
 } // namespace

@@ -37,7 +37,7 @@ struct Countries : CDialog
 {
     Countries()
     {
-        for (const unsigned id : {801, 802})
+        for (const unsigned id : {801u, 802u})
             Adopt(std::make_unique<CComboBox>(), id);
         plain.SubclassDlgItem(801, this);
         cool.SubclassDlgItem(802, this);
