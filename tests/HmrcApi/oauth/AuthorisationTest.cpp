@@ -161,7 +161,8 @@ private:
         {"cancel", [this](Rest) { authorisation->SetCancel([] { return true; }); }},
         {"passes",
          [this](Rest most) {
-             passed += std::min(std::stol(most), 0L + tokenEndpoint->requests.back().totalMilliseconds);
+             const auto allowed = static_cast<std::int64_t>(tokenEndpoint->requests.back().totalMilliseconds);
+             passed += std::min<std::int64_t>(std::stol(most), allowed);
          }},
         {"asleep", [this](Rest milliseconds) { passed += std::stol(milliseconds); }},
         {"answer", [this](Rest query) { Answer(query); }},
