@@ -94,7 +94,8 @@ private:
     std::string RightsOfStaff() const
     {
         std::vector<int> rights;
-        for (const StaffRight& right : FindStaff(m_rest.c_str())->rights)
+        const auto staff = FindStaff(m_rest.c_str());
+        for (const StaffRight& right : staff->rights)
             if (right.isAllowed)
                 rights.push_back(right.number);
         return Shown(rights);
