@@ -5,6 +5,7 @@
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <string_view>
 
 #include "Afx/Exceptions.h"
 #include "Afx/text/Ascii.h"
@@ -140,7 +141,7 @@ void Calculate(const CalcRule& rule, const std::vector<std::string>& texts, bool
 }
 
 /// The words of a line, between blanks; double quotes keep blanks together, and "" is an empty word.
-std::vector<std::string> WordsOf(const std::string& line)
+std::vector<std::string> WordsOf(std::string_view line)
 {
     std::vector<std::string> words;
     bool isQuoted = false, isWord = false;
@@ -187,12 +188,11 @@ Exit CalculateLines(const CalcRule& rule, bool json)
     std::ios::sync_with_stdio(false); // reads several times as fast
     Exit exit = Exit::Done;
     std::vector<char> buffer(kLongestLine + 1);
-    for (int number = 1; const auto read = ReadLine(buffer, number); ++number)
+    for (int number = 1; auto line = ReadLine(buffer, number); ++number)
         try {
-            std::string line(*read);
-            if (number == 1 && line.starts_with(kByteOrderMark))
-                line.erase(0, kByteOrderMark.size());
-            Calculate(rule, WordsOf(line), json);
+            if (number == 1 && line->starts_with(kByteOrderMark))
+                line->remove_prefix(kByteOrderMark.size());
+            Calculate(rule, WordsOf(*line), json);
         } catch (const CommandError& error) {
             exit = error.exit;
             const std::string message = "line " + std::to_string(number) + ": " + error.what();

@@ -16,13 +16,7 @@ namespace
 class UserStories : public UsersTest
 {
 protected:
-    UserStories()
-    {
-        ::Test::Windows().OnUnexpected([this](const Afx::HeadlessWindowSystem::Shown& shown) {
-            m_told += "told: " + shown.text + '\n';
-            return Afx::SafeAnswer(shown.style);
-        });
-    }
+    UserStories() { TellTo(m_told); }
     ~UserStories() override
     {
         CUserData::SetReadOnly(0);

@@ -20,6 +20,15 @@ protected:
         const CUserData loggedOut; // its construction clears the flag
     }
 
+    /// What the user is told from here on is added to `shown`, a line each.
+    static void TellTo(std::string& shown)
+    {
+        ::Test::Windows().OnUnexpected([&shown](const Afx::HeadlessWindowSystem::Shown& message) {
+            shown += "told: " + message.text + '\n';
+            return Afx::SafeAnswer(message.style);
+        });
+    }
+
     static void AddUser(const char* id, const char* fullName = "")
     {
         Sql("INSERT INTO BRIXUser (strUserID, strFullName, bListed) VALUES (%s, %s, 1)", id, fullName);
