@@ -121,7 +121,7 @@ TEST(SqlServer, StoriesGoAsTold)
 {
     std::optional<Story> story;
     std::optional<ScriptedServer> server;
-    ::Test::ExpectTranscript(CELLAR_STORIES "sqlserver.txt", [&](const std::string& act) {
+    ::Test::ExpectTranscript("Cellar/stories/sqlserver.txt", [&](const std::string& act) {
         const std::string script = ::Test::ReplacedAll(act.substr(act.find(' ') + 1), "\\n", "\n");
         if (act.starts_with("then "))
             return ::Test::WriteFile("script", script), std::string();

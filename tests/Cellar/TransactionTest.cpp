@@ -51,7 +51,7 @@ TEST_P(Transaction, StoriesGoAsTold)
     for (const char* const file : {"both", GetParam() == ::Test::Database::Server ? "server" : "embedded"}) {
         int number = 0;
         std::optional<Story> story;
-        ::Test::ExpectTranscript(CELLAR_STORIES + std::string(file) + ".txt", [&](const std::string& act) {
+        ::Test::ExpectTranscript(std::string("Cellar/stories/") + file + ".txt", [&](const std::string& act) {
             if (act != "new")
                 return (*story)(act);
             const std::string name = file + std::to_string(++number) + ".db";

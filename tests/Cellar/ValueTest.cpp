@@ -69,7 +69,7 @@ std::string Shown(bool isNull, const std::string& text) { return isNull ? "-" : 
 /// Numbers are -1 where there is none.
 TEST(Value, IsReadAsTold)
 {
-    ::Test::ExpectTranscript(CELLAR_STORIES "values.txt", [](const std::string& line) {
+    ::Test::ExpectTranscript("Cellar/stories/values.txt", [](const std::string& line) {
         const Value value = Given(line);
         const CAmt amount = ToAmount(value);
         const CDate date = ToDate(value);

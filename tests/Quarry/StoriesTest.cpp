@@ -301,7 +301,7 @@ ON_BOTH_DATABASES(Stories);
 TEST_P(Stories, GoAsTold)
 {
     for (const char* const file : {"both", ::Test::IsOnServer() ? "server" : "embedded", "listeners", "conditions"})
-        ::Test::ExpectTranscript(QUARRY_STORIES + std::string(file) + ".txt",
+        ::Test::ExpectTranscript(std::string("Quarry/stories/") + file + ".txt",
                                  [this](const std::string& act) { return Act(act); });
 }
 

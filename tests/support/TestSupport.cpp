@@ -84,8 +84,9 @@ std::string ReplacedAll(std::string text, std::string_view from, std::string_vie
     return text;
 }
 
-void ExpectTranscript(const std::string& path, const std::function<std::string(const std::string& command)>& run)
+void ExpectTranscript(const std::string& file, const std::function<std::string(const std::string& command)>& run)
 {
+    const std::string path = MORVUT_TESTS + file;
     const std::string kept = ReadFile(path);
     EXPECT_NE(kept, "") << "there is no transcript " << path;
     std::string told;

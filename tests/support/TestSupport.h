@@ -33,8 +33,9 @@ unsigned Setting(const char* name, unsigned otherwise);
 /// `text` with each `from` replaced.
 std::string ReplacedAll(std::string text, std::string_view from, std::string_view to);
 /// A transcript holds commands ("$ ...") and below each what it prints, as `run` must answer it, with "." for an empty
-/// line. With MORVUT_WRITE_TRANSCRIPTS in the environment the file is written anew, to be read before it is kept.
-void ExpectTranscript(const std::string& path, const std::function<std::string(const std::string& command)>& run);
+/// line; the file is named as under tests/. With MORVUT_WRITE_TRANSCRIPTS in the environment it is written anew, to be
+/// read before it is kept.
+void ExpectTranscript(const std::string& file, const std::function<std::string(const std::string& command)>& run);
 
 /// From now on, until the end of the test, this is the local time of Afx::Clock.
 void SetNow(int year, int month, int day, int hour = 12, int minute = 0, int second = 0, int milliseconds = 0);

@@ -25,7 +25,7 @@ class Authorisation : public Fakes::Dialogue
 protected:
     void Tell(const std::string& story)
     {
-        ::Test::ExpectTranscript(HMRCAPI_STORIES + story + ".txt",
+        ::Test::ExpectTranscript("HmrcApi/oauth/stories/" + story + ".txt",
                                  [this](const std::string& steps) { return Run(steps, "; "); });
     }
     bool Refresh() { return authorisation->RefreshTokens(&logger); }

@@ -138,7 +138,7 @@ private:
 
 TEST_F(Transport, SendsNothingPersonalToAnotherHost)
 {
-    ::Test::ExpectTranscript(HMRCAPI_TRANSPORT "redirects.txt",
+    ::Test::ExpectTranscript("HmrcApi/transport/redirects.txt",
                              [this](const std::string& command) { return Run(command); });
 }
 

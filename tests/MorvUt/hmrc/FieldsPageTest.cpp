@@ -8,6 +8,7 @@
 #include "HmrcApi/json/Json.h"
 #include "MorvUt/hmrc/HmrcTest.h"
 #include "MorvUt/mappings/TypeMappings.h"
+#include "support/Table.h"
 
 namespace
 {
@@ -72,7 +73,7 @@ std::string ValuesOf(const std::string& cell)
 /// An answer of each interface, by its heading on the page: every field, each with a value of its own.
 const JsonValue& Examples()
 {
-    static const JsonValue examples = HmrcApi::ParseJson(::Test::ReadFile(HMRC_FIELDS)).value();
+    static const JsonValue examples = HmrcApi::ParseJson(::Test::FileText("MorvUt/hmrc/fields.json")).value();
     return examples;
 }
 std::string ExampleOf(const char* heading) { return Fuzz::WriteJson(*Examples().Find(heading)); }

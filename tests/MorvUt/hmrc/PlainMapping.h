@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "HmrcApi/json/Json.h"
-#include "support/TestSupport.h"
+#include "support/Table.h"
 
 namespace Plain
 {
@@ -92,7 +92,7 @@ inline const Json& Object(const Json& object, const char* name)
 /// is not in its list.
 inline int NumberOf(const std::string& kind)
 {
-    static const Json numbers = HmrcApi::ParseJson(::Test::ReadFile(HMRC_NUMBERS)).value();
+    static const Json numbers = HmrcApi::ParseJson(::Test::FileText("MorvUt/hmrc/numbers.json")).value();
     const Json* const number = numbers.Find(kind);
     return number ? std::stoi(number->text) : 0;
 }

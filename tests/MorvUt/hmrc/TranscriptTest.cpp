@@ -36,7 +36,7 @@ protected:
     /// By the file of that name.
     void Tell(const char* file)
     {
-        ::Test::ExpectTranscript(std::string(HMRC_TRANSCRIPTS) + file + ".txt",
+        ::Test::ExpectTranscript(std::string("MorvUt/hmrc/transcripts/") + file + ".txt",
                                  [this](const std::string& command) { return Run(command); });
     }
 

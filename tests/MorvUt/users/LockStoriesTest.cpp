@@ -152,15 +152,15 @@ ON_BOTH_DATABASES(LockStories);
 
 TEST_P(LockStories, GoAsTold)
 {
-    ::Test::ExpectTranscript(USERS_STORIES "locks.txt", [this](const std::string& act) { return Act(act); });
+    ::Test::ExpectTranscript("MorvUt/users/stories/locks.txt", [this](const std::string& act) { return Act(act); });
 }
 
 TEST_P(LockStories, OfLevelsGoAsTold)
 {
     const auto run = [this](const std::string& act) { return Act(act); };
-    ::Test::ExpectTranscript(USERS_STORIES "levels.txt", run);
+    ::Test::ExpectTranscript("MorvUt/users/stories/levels.txt", run);
     if (::Test::IsOnServer())
-        ::Test::ExpectTranscript(USERS_STORIES "levels.server.txt", run);
+        ::Test::ExpectTranscript("MorvUt/users/stories/levels.server.txt", run);
 }
 
 } // namespace

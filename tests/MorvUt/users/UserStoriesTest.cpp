@@ -169,7 +169,7 @@ ON_BOTH_DATABASES(UserStories);
 
 TEST_P(UserStories, GoAsTold)
 {
-    ::Test::ExpectTranscript(USERS_STORIES "users.txt", [this](const std::string& act) { return Act(act); });
+    ::Test::ExpectTranscript("MorvUt/users/stories/users.txt", [this](const std::string& act) { return Act(act); });
 }
 
 } // namespace

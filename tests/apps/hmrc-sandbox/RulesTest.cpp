@@ -112,7 +112,7 @@ private:
 
 TEST_P(Rules, AnswerAsHmrcDoes)
 {
-    ::Test::ExpectTranscript(std::string(HMRC_SANDBOX_TRANSCRIPTS) + GetParam() + ".txt",
+    ::Test::ExpectTranscript(std::string("apps/hmrc-sandbox/transcripts/") + GetParam() + ".txt",
                              [this](const std::string& command) { return Run(command); });
 }
 

@@ -129,6 +129,6 @@ private:
 
 TEST_F(Faults, AreReportedAndLeaveWhatWasThere)
 {
-    ::Test::ExpectTranscript(MAIN_JOB_TRANSCRIPTS "faults.txt",
+    ::Test::ExpectTranscript("apps/main-job/transcripts/faults.txt",
                              [this](const std::string& command) { return Run(command); });
 }

@@ -9,6 +9,7 @@
 #include "Shellkit/Envelope.h"
 #include "Shellkit/KeyFile.h"
 #include "Shellkit/PracticeKey.h"
+#include "support/Table.h"
 
 namespace
 {
@@ -47,7 +48,7 @@ void FetchTest::Authorise()
 void FetchTest::Serve(int number)
 {
     std::istringstream answers(
-        ::Test::ReplacedAll(::Test::ReadFile(MAIN_JOB_ANSWERS), "NUMBER", std::to_string(number)));
+        ::Test::ReplacedAll(::Test::FileText("apps/main-job/answers.txt"), "NUMBER", std::to_string(number)));
     for (std::string path, body; answers >> path && std::getline(answers, body);)
         m_sandbox.Send("PUT", "/sandbox/answer/" + path + "/annual-summary/2017-18", body);
 }

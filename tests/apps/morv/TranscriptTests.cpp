@@ -26,7 +26,7 @@ public:
 
     void Tell(const std::string& transcript)
     {
-        ExpectTranscript(MORV_TRANSCRIPTS + transcript + ".txt",
+        ExpectTranscript("apps/morv/transcripts/" + transcript + ".txt",
                          [this](const std::string& command) { return Run(command); });
     }
 

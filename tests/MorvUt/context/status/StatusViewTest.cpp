@@ -145,7 +145,7 @@ TEST_P(StatusOfAllClients, SendsOneStatementForEachTableAndPage)
 /// "status 7 2020": of client 7 in that year, its word, for each question what decided, and what holds because of what.
 TEST_P(StatusAnswers, AreSaidAsTold)
 {
-    ::Test::ExpectTranscript(STATUS_STORY, [](const std::string& act) {
+    ::Test::ExpectTranscript("MorvUt/context/status/StatusView.txt", [](const std::string& act) {
         std::istringstream words(act);
         std::string word, said;
         long id = 0;

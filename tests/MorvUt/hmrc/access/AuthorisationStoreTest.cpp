@@ -126,7 +126,7 @@ Cellar::Value UtcBefore(int seconds)
 TEST_P(AuthorisationStore, KeepsTokensLocksAndGatewayIds)
 {
     Afx::SetComputerName("DESK1");
-    ::Test::ExpectTranscript(HMRC_TRANSCRIPTS "stores.txt",
+    ::Test::ExpectTranscript("MorvUt/hmrc/transcripts/stores.txt",
                              [this](const std::string& command) { return Run(command); });
     CAuthorisationStore store = Authorised();
     EXPECT_THROW(store.HasAuthenticatedGatewayID(), Cellar::DatabaseError) << "the story takes the table away";
