@@ -20,10 +20,6 @@ TEST(CAmtEdit, TakesSumsAndShowsWhatTheyMake)
         Afx::HeadlessWindowSystem::Leave();
         EXPECT_EQ(edit.Text(), left) << why;
     }
-    ::Test::Windows().SetClipboard(std::string(201, '1'));
-    ::Test::Windows().Answer(IDOK);
-    Afx::UserActs::Key(edit, 'V', Afx::kControl);
-    EXPECT_EQ(edit.Text(), "") << "not the first 200 of its figures";
     std::string ones = "1";
     while (ones.size() < 1 << 20)
         ones += "+1";

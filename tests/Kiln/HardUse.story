@@ -28,14 +28,14 @@ Sheet
     While asked: the sheet is closed
     Click Ask
     Message Is this so?
-    The sheet has ended
+    The sheet is closed
 
 == The application destroys the sheet during a message of its page
 Sheet
     While asked: the sheet is destroyed
     Click Ask
     Message Is this so?
-    The sheet has ended
+    The sheet is closed
 
 == A list is filled anew while it drops
 Sheet
@@ -51,10 +51,15 @@ Sheet
 == An amount is a megabyte long and typed as no amount is
 Sheet
     Click Amount
-    At once Amount: 7*1048576
+    At once Amount: "7"*1048576
     Message The text is too long: this field takes 200 characters. Nothing was pasted.
     Text Amount:
-    At once Amount: 7*200
+    # not the first 200 of its figures
+    Clipboard "1"*201
+    Press Ctrl+V
+    Message The text is too long: this field takes 200 characters. Nothing was pasted.
+    Text Amount:
+    At once Amount: "7"*200
     No amount
     Type Amount:
     # a Hebrew letter, an e with an accent of its own, and one beyond two bytes
@@ -67,7 +72,7 @@ Sheet
 == Letters run from right to left and combine
 Sheet
     Click Text
-    At once Text: 7*1048576
+    At once Text: "7"*1048576
     Message The text is too long: this field takes 32767 characters. Nothing was pasted.
     Text Text:
     Write אé😀
@@ -75,3 +80,18 @@ Sheet
     Press End
     Write \b\b
     Text Text: אe
+
+== A line takes as much as there is room for or nothing
+Sheet
+    Click Text
+    Write ten letters
+    Clipboard "x"*32757
+    Press Ctrl+V
+    Message The text is too long: this field takes 32767 characters. Nothing was pasted.
+    Text Text: ten letters
+    Clipboard "x"*32756
+    Press Ctrl+V
+    Text Text: ten lettersx...x
+    Write y
+    Text Text: ten lettersx...x
+    Type Text:

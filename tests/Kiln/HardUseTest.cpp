@@ -92,17 +92,12 @@ protected:
         On("While asked: another box is shown", [] { WhileAsked([] { AfxMessageBox("Another one."); }); });
         On("While asked: the sheet is closed", [this] { WhileAsked([this] { m_sheet.EndDialog(IDOK); }); });
         On("While asked: the sheet is destroyed", [this] { WhileAsked([this] { m_sheet.DestroyWindow(); }); });
-        On("The sheet is open", [this] { EXPECT_TRUE(m_sheet.IsOpen()); });
-        On("The sheet has ended", [this] { EXPECT_FALSE(m_sheet.IsOpen()); });
+        Is("The sheet is", [this] { return m_sheet.IsOpen() ? "open" : "closed"; });
         On("The list of kinds is emptied", [this] { Control<CComboBox>("Kind").ResetContent(); });
-        On("The list of kinds is closed", [this] { EXPECT_FALSE(Control<CComboBox>("Kind").GetDroppedState()); });
+        Is("The list of kinds is", [this] { return Control<CComboBox>("Kind").GetDroppedState() ? "open" : "closed"; });
         On("No amount", [this] { EXPECT_FALSE(Control<Kiln::CAmtEdit>("Amount").GetAmt().IsValid()); });
-        On("At once", [this](const std::string& name, const std::string& text) {
-            const std::size_t times = text.find('*'); // "7*200": two hundred of them
-            Afx::UserActs::Edit(
-                Control(name),
-                times == text.npos ? text : std::string(std::stoul(text.substr(times + 1)), text.front()), 0);
-        });
+        On("At once",
+           [this](const std::string& name, const std::string& text) { Afx::UserActs::Edit(Control(name), text, 0); });
     }
 
 private:

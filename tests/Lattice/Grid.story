@@ -109,7 +109,7 @@ Dialog
     Go to 0, Kind
     Press Ctrl+V
     Message Nothing was pasted. Row 1, last column: this cell cannot be changed.
-    Too long a line for a cell is in the clipboard
+    Clipboard "x"*32768
     Go to 0, Name
     Press Ctrl+V
     Message Nothing was pasted. Row 1, Name: The text is too long: a cell takes 32767 characters.
@@ -119,3 +119,21 @@ Dialog
         |||||
         |||||
     Press Escape
+
+== Reads no more of a long list than is seen
+List of 1000
+    Press PageDown
+    Row is 20
+    Write 5
+    Press Delete
+    Not editing
+    Press Escape
+Cells read 1
+List of 1000000
+    Press PageDown
+    Row is 20
+    Write 5
+    Press Delete
+    Not editing
+    Press Escape
+Cells read 1

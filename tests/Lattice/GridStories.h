@@ -17,11 +17,11 @@ protected:
             const auto [row, column] = PlaceOf(cell);
             EXPECT_TRUE(Grid().GoTo(row, column));
         });
-        On("Cell", [this](const std::string& cell, const std::string& text) {
+        Is("Cell", [this](const std::string& cell) {
             const auto [row, column] = PlaceOf(cell);
-            EXPECT_EQ(Grid().GetCellText(row, column), text);
+            return Grid().GetCellText(row, column);
         });
-        On("Row is", [this](const std::string& row) { EXPECT_EQ(std::to_string(Grid().GetCurrentRow()), row); });
+        Is("Row is", [this] { return Grid().GetCurrentRow(); });
         On("Editing", [this] { EXPECT_TRUE(Grid().IsEditing()); });
         On("Not editing", [this] { EXPECT_FALSE(Grid().IsEditing()); });
         On("Undo", [this] { Grid().Undo(); });

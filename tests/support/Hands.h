@@ -40,10 +40,15 @@ public:
     }
 
     CWnd& Window() const noexcept { return m_window; }
-    /// The control `id`, in panels and pages that are shown too.
+    /// The first control that is shown, in panels and pages too, and that `take` takes; null without one.
+    template<class Take>
+    CWnd* Find(Take take) const
+    {
+        return FindIn(m_window, take);
+    }
     CWnd& Control(unsigned id) const
     {
-        if (CWnd* const found = Find(m_window, id))
+        if (CWnd* const found = FindById(id))
             return *found;
         throw std::logic_error("no control " + std::to_string(id));
     }
@@ -51,7 +56,7 @@ public:
     void Type(unsigned id, std::string_view text) { TheTouch().Type(Control(id), text); }
     void Click(unsigned id)
     {
-        if (CWnd* const control = Find(m_window, id))
+        if (CWnd* const control = FindById(id))
             TheTouch().Click(*control);
         else
             EXPECT_TRUE(m_window.DeliverCommand(id)) << "clicking " << id;
@@ -59,10 +64,6 @@ public:
     void Press(unsigned key, unsigned modifiers = 0) { TheTouch().Press(key, modifiers); }
     void Write(std::string_view text) { TheTouch().Write(text); }
     void Choose(unsigned id, int item) { TheTouch().Choose(Control(id), item); }
-    void Pick(unsigned id, const char* text)
-    {
-        Choose(id, dynamic_cast<CComboBox&>(Control(id)).FindStringExact(CComboBox::kNone, text));
-    }
     void Answer(int button) { Windows().Answer(button); }
 
     /// The next message, which is asked for by this.
@@ -76,13 +77,17 @@ public:
     static void ExpectMessage(std::string_view text) { EXPECT_EQ(TakeMessage(), text); }
 
 private:
-    static CWnd* Find(CWnd& window, unsigned id)
+    CWnd* FindById(unsigned id) const
     {
-        if (CWnd* const here = window.GetDlgItem(static_cast<int>(id)); here && here->IsShown())
-            return here;
+        return Find([id](const CWnd& control) { return control.GetDlgCtrlID() == static_cast<int>(id); });
+    }
+    template<class Take>
+    static CWnd* FindIn(const CWnd& window, Take& take)
+    {
         for (CWnd* const child : window.Children())
-            if (CWnd* const found = child->IsShown() ? Find(*child, id) : nullptr)
-                return found;
+            if (child->IsShown())
+                if (CWnd* const found = take(*child) ? child : FindIn(*child, take))
+                    return found;
         return nullptr;
     }
 

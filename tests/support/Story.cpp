@@ -38,13 +38,6 @@ void PressKeys(Hands& hands, const std::string& keys)
     }
 }
 
-/// The text that is meant, which may stand in quotes.
-std::string Meant(const std::string& text)
-{
-    const bool isQuoted = text.size() > 1 && text.front() == '"' && text.back() == '"';
-    return Unescaped(isQuoted ? text.substr(1, text.size() - 2) : text);
-}
-
 /// Whether the text is the pattern, in which "..." stands for any text.
 bool Fits(std::string_view text, std::string_view pattern)
 {
@@ -55,21 +48,6 @@ bool Fits(std::string_view text, std::string_view pattern)
         if (Fits(text.substr(at), pattern.substr(any + 3)))
             return true;
     return false;
-}
-
-/// Whether `take` took a window among those that are shown.
-template<class Take>
-CWnd* FindShown(const CWnd& window, Take take)
-{
-    for (CWnd* const child : window.Children()) {
-        if (!child->IsShown())
-            continue;
-        if (take(*child))
-            return child;
-        if (CWnd* const found = FindShown(*child, take))
-            return found;
-    }
-    return nullptr;
 }
 
 /// The lines from `at` on that stand further right than `indent`.
@@ -133,7 +111,7 @@ Stories::Stories()
     });
     On("Write", [this](const std::string& text) { Here().Write(Meant(text)); });
     On("Answer", [this](const std::string& text) { Here().Answer(kButtons.at(text)); });
-    On("Message", [this](const std::string& text) { Expect(Meant(text), Here().TakeMessage()); });
+    Is("Message", [this] { return Here().TakeMessage(); });
     On("All selected", [] {
         const auto* const edit = dynamic_cast<const CEdit*>(CWnd::GetFocus());
         ASSERT_NE(edit, nullptr);
@@ -153,14 +131,11 @@ Stories::Stories()
         return all;
     });
     On("Clipboard", [](const std::string& text) { Afx::WindowSystem::Current()->SetClipboard(Meant(text)); });
-    On("Copied", [](const std::string& text) { Expect(Meant(text), Afx::WindowSystem::Current()->GetClipboard()); });
-    On("Help", [](const std::string& text) {
-        const auto& helped = Windows().Helped();
-        Expect(text, helped.empty() ? "" : helped.back());
-    });
+    Is("Copied", [] { return Afx::WindowSystem::Current()->GetClipboard(); });
+    Is("Help", [] { return Windows().Helped().empty() ? "" : Windows().Helped().back(); });
     On("Shows", [this](const std::string& text) {
         std::string all;
-        const CWnd* const found = FindShown(Here().Window(), [&](const CWnd& window) {
+        const CWnd* const found = Here().Find([&](const CWnd& window) {
             const bool isStatic = dynamic_cast<const CStatic*>(&window) != nullptr;
             all += isStatic ? window.Text().Str() + '\n' : "";
             return isStatic && Fits(window.Text().Str(), Meant(text));
@@ -168,10 +143,8 @@ Stories::Stories()
         EXPECT_NE(found, nullptr) << all;
     });
     On("Type", [this](const std::string& name, const std::string& text) { TheTouch().Type(Control(name), text); });
-    On("Text", [this](const std::string& name, const std::string& text) { Expect(text, Control(name).Text().Str()); });
-    On("Count", [this](const std::string& name, const std::string& text) {
-        Expect(text, std::to_string(RowsOf(Control(name)).size()));
-    });
+    Is("Text", [this](const std::string& name) { return Control(name).Text(); });
+    Is("Count", [this](const std::string& name) { return RowsOf(Control(name)).size(); });
     On("Choose", [this](const std::string& name, const std::string& text) {
         const std::vector<std::string> rows = RowsOf(Control(name));
         auto row = std::find(rows.begin(), rows.end(), text);
@@ -204,7 +177,7 @@ CWnd& Stories::Control(const std::string& called) const
     int which = 1;
     if (const std::size_t at = called.rfind(" ("); at != called.npos && std::sscanf(&called[at], " (%d)", &which) == 1)
         name.erase(at);
-    CWnd* const found = FindShown(Here().Window(), [&](const CWnd& window) {
+    CWnd* const found = Here().Find([&](const CWnd& window) {
         const bool isControl = !dynamic_cast<const CStatic*>(&window) && !dynamic_cast<const CDialog*>(&window);
         const std::string own =
             name.starts_with('#') ? '#' + std::to_string(window.GetDlgCtrlID()) : window.GetAccessibleName().Str();
@@ -214,6 +187,18 @@ CWnd& Stories::Control(const std::string& called) const
     if (!found)
         throw std::logic_error("no control is called " + called + all);
     return *found;
+}
+
+std::string Stories::Meant(const std::string& text)
+{
+    const std::size_t end = text.rfind('"');
+    if (!text.starts_with('"') || end == 0)
+        return Unescaped(text);
+    const std::string once = Unescaped(text.substr(1, end - 1));
+    std::string all;
+    for (int times = end + 2 < text.size() ? std::stoi(text.substr(end + 2)) : 1; times > 0; --times)
+        all += once;
+    return all;
 }
 
 std::pair<std::string, std::string> Stories::NameAndText(const std::string& text)

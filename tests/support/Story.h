@@ -6,7 +6,8 @@
 //     Open                                 a line of the fixture's own, with what is done in the window below it
 //         Type Employer: Harbour Ropes Ltd
 //         Press Tab Ctrl+End               keys one after the other
-//         Write "12 "                      at the caret; a text may stand in quotes, with \n, \t, \b, \\ in it
+//         Write "12 "                      at the caret; \n, \t, \b, \\ are characters; a text in quotes may begin with
+//                                      a space, and "12 "*200 is two hundred of it
 //         Enter 30/6/2017 | 40 | 10        into cells, with Tab behind each
 //         Choose Country: France           an item of a combo box, or the first row of a list that begins so
 //         Answer No                        to the next message box that offers more than OK
@@ -68,7 +69,20 @@ protected:
             if constexpr (std::is_void_v<decltype(call())>)
                 call(), Expect(Below(line), "");
             else
-                Expect(Below(line), call());
+                Expect(Below(line), AsText(call()));
+        };
+    }
+    /// A line that tells what there is, behind its words or behind a name and a colon: `ask` answers it, of the name.
+    template<class Ask>
+    void Is(const std::string& words, Ask ask)
+    {
+        m_verbs[words] = [ask](const std::string& text, const Line&) {
+            if constexpr (std::is_invocable_v<Ask>)
+                Expect(Meant(text), AsText(ask()));
+            else {
+                const auto [name, expected] = NameAndText(text);
+                Expect(expected, AsText(ask(name)));
+            }
         };
     }
     /// The same with what is done in a window below it: `act` is given that alone, or behind the rest of the line.
@@ -108,6 +122,16 @@ private:
     void Run(const Lines& lines, Hands* hands);
     void Do(const Line& line);
     Acts ActsOf(const Line& line);
+    template<class Value>
+    static std::string AsText(const Value& value)
+    {
+        if constexpr (std::is_arithmetic_v<Value>)
+            return std::to_string(value);
+        else
+            return CString(value).Str();
+    }
+    /// The text that is meant, which may stand in quotes, and so many times.
+    static std::string Meant(const std::string& text);
     static std::string Below(const Line& line);
     static void Expect(const std::string& pattern, const std::string& found);
 

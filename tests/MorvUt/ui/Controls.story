@@ -49,3 +49,36 @@ Countries
     Chosen in Cool
         France FRA Euro EUR
     Press Escape
+
+== Lists of files and records keep what was typed
+List BBSList.txt: Abbey\nZeta\n
+List CharList.txt: Oxfam
+List FBBSList.txt: Banque
+Sql INSERT INTO BRIXBank (lID, strName) VALUES (1, 'Own bank')
+Lists
+    Type Bank: zeta
+    Societies
+    Rows Bank
+        Abbey
+        Zeta
+    Chosen bank 1
+    Text Bank: zeta
+    # nothing is read for the type that it has
+    The program empties Bank
+    Societies
+    Rows Bank
+    Foreign societies
+    Rows Bank
+        Banque
+    Records
+    Rows Bank
+        Own bank
+    Rows Charity
+        Oxfam
+    Press Escape
+
+== Link is followed by mouse and keyboard
+A link 3
+    Click More
+    Press Enter Alt+M
+    Press Escape

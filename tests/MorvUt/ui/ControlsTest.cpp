@@ -14,10 +14,7 @@
 namespace
 {
 
-using ::Test::Hands;
 using ::Test::Work;
-
-using Items = std::vector<std::string>;
 
 struct PairOfDates : CDialog
 {
@@ -46,6 +43,36 @@ struct Countries : CDialog
     }
     TXCountryComboBox plain;
     TXCountryCoolComboBox cool;
+};
+
+/// In place of the boxes of a layout.
+struct Lists : CDialog
+{
+    Lists()
+    {
+        ::Test::Put(banks, *this, 801, "Bank");
+        Adopt(std::make_unique<CComboBox>(), 802);
+        charities.SubclassDlgItem(802, this);
+        charities.SetAccessibleName("Charity");
+    }
+    TXBanksComboBox banks;
+    TXCharityComboBox charities;
+};
+
+struct Linked : CDialog
+{
+    Linked()
+    {
+        link.SetWindowText("&More");
+        link.Create(this, 801);
+    }
+    bool OnCommand(WPARAM command, LPARAM lParam) override
+    {
+        followed += command == 99;
+        return CDialog::OnCommand(command, lParam);
+    }
+    CHyperClick link{99};
+    int followed = 0;
 };
 
 class UiControls : public ::testing::Test, protected ::Test::Practice, protected ::Test::Stories
@@ -77,6 +104,20 @@ protected:
             EXPECT_TRUE(cool.GetDroppedState());
         });
         On("Cool is closed", [this] { EXPECT_FALSE(Control<CComboBox>("Cool").GetDroppedState()); });
+        m_app.WriteProfileString("Preferences", "DataDirectory", ::Test::TempDir().c_str());
+        On("List", [](const std::string& name, const std::string& lines) { ::Test::WriteFile(name, lines); });
+        Opens<Lists>("Lists");
+        for (const auto& [words, type] : {std::pair("Societies", TXBanksComboBox::kSocieties),
+                                          {"Foreign societies", TXBanksComboBox::kForeignSocieties},
+                                          {"Records", TXBanksComboBox::kRecords}})
+            On(words, [this, type = type] { Control<TXBanksComboBox>("Bank").SetType(type); });
+        Is("Chosen bank", [this] { return Control<TXBanksComboBox>("Bank").GetCurSel(); });
+        On("The program empties Bank", [this] { Control<TXBanksComboBox>("Bank").ResetContent(); });
+        Around("A link", [](const std::string& followed, ::Test::Acts inside) {
+            Linked dialog;
+            Work(dialog, std::move(inside));
+            EXPECT_EQ(std::to_string(dialog.followed), followed);
+        });
     }
     ~UiControls() override { CCurrentTaxYearSingleton::Destroy(); }
     static std::string Chosen(const auto& combo)
@@ -85,60 +126,16 @@ protected:
                 combo.GetCurSelCurrencyAbbr())
             .Str();
     }
+    CWinApp m_app;
 };
 
 STORIES(UiControls, "MorvUt/ui/Controls.story");
 
 } // namespace
 
-TEST_F(UiControls, CombosHaveTheirListsAndKeepWhatWasTyped)
+TEST(CHyperClick, IsDrawnUnderlinedAndMeasuredByLines)
 {
-    CWinApp app;
-    app.WriteProfileString("Preferences", "DataDirectory", ::Test::TempDir().c_str());
-    ::Test::WriteFile("BBSList.txt", "Abbey\nZeta\n");
-    ::Test::WriteFile("CharList.txt", "Oxfam");
-    ::Test::WriteFile("FBBSList.txt", "Banque");
-    Sql("INSERT INTO BRIXBank (lID, strName) VALUES (1, 'Own bank')");
-    TXBanksComboBox banks;
-    banks.SetWindowText("zeta");
-    banks.SetType(TXBanksComboBox::kSocieties);
-    EXPECT_EQ(RowsOf(banks), (Items{"Abbey", "Zeta"}));
-    EXPECT_EQ(banks.GetCurSel(), 1);
-    EXPECT_EQ(banks.Text(), "zeta");
-    banks.ResetContent();
-    banks.SetType(TXBanksComboBox::kSocieties);
-    EXPECT_EQ(RowsOf(banks), Items()) << "the type is the one it has";
-    banks.SetType(TXBanksComboBox::kForeignSocieties);
-    EXPECT_EQ(RowsOf(banks), Items{"Banque"});
-    banks.SetType(TXBanksComboBox::kRecords);
-    EXPECT_EQ(RowsOf(banks), Items{"Own bank"});
-    CWnd around;
-    around.Adopt(std::make_unique<CComboBox>(), 801);
-    TXCharityComboBox charities;
-    charities.SubclassDlgItem(801, &around);
-    EXPECT_EQ(RowsOf(charities), Items{"Oxfam"});
-}
-
-TEST(CHyperClick, FollowsItselfAndMeasures)
-{
-    struct Linked : CDialog
-    {
-        Linked()
-        {
-            link.SetWindowText("&More");
-            link.Create(this, 801);
-        }
-        bool OnCommand(WPARAM command, LPARAM) override { return followed += command == 99, true; }
-        CHyperClick link{99};
-        int followed = 0;
-    } dialog;
-    Work(dialog, [&](Hands& hands) {
-        hands.Click(801);
-        hands.Press(VK_RETURN);
-        hands.Press('M', Afx::kAlt);
-        EXPECT_EQ(dialog.followed, 3);
-        dialog.EndDialog(IDOK);
-    });
+    Linked dialog;
     CDC dc;
     dialog.link.OnDraw(&dc, {0, 0, 100, 20}, 0);
     ASSERT_EQ(dc.GetWritten().size(), 1u);

@@ -32,13 +32,10 @@ protected:
             {"Sets of rates of", Data::GetCountryAbbrNumberOfDTAs},
         };
         for (const auto& [words, ask] : questions)
-            On(words, [ask = ask](const std::string& name, const std::string& answer) {
-                EXPECT_EQ(std::to_string(ask(name == "null" ? nullptr : name.c_str())), answer);
-            });
+            Is(words, [ask = ask](const std::string& name) { return ask(name == "null" ? nullptr : name.c_str()); });
         On("Data of", [](const std::string& name) { return DataOf(name, Data::GetCountryData); });
         On("Data in any case of", [](const std::string& name) { return DataOf(name, Data::GetCountryDataCI); });
-        On("Rates of",
-           [](const std::string& country, const std::string& rates) { EXPECT_EQ(RatesOf(country), rates); });
+        Is("Rates of", RatesOf);
         On("Countries",
            [] { return Each(Data::GetCountries(), [](const CCountryData& country) { return country.name.Str(); }); });
         On("Partnership", [](const std::string& id) { return Told(EntitiesOf(PartnershipId(std::stoi(id)))); });

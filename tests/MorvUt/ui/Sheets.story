@@ -121,7 +121,12 @@ Stored BRIXNewInterest: strNotesAudit, strNotesReturn, strSchemeReference, nSche
 Sheet
     There are notes on loans, too
     Next
-        The pages are called Notes: Audit, Tax Return, Estimates, Avoidance, Loans
+        The pages are called
+            Audit
+            Tax Return
+            Estimates
+            Avoidance
+            Loans
         Focus Any information...
         Shows Any information you type here about the current schedule will be printed on the relevant tax form.
         Press Ctrl+Tab

@@ -34,7 +34,8 @@ protected:
         Around("Clients", [this](const Script& inside) { Run(inside); });
         Around("In", [this](const std::string& code, const Script& inYear) {
             Run([=](Hands& hands) {
-                hands.Pick(IDC_CLIENTS_YEAR, kYear);
+                auto& years = dynamic_cast<CComboBox&>(hands.Control(IDC_CLIENTS_YEAR));
+                hands.Choose(IDC_CLIENTS_YEAR, years.FindStringExact(CComboBox::kNone, kYear));
                 hands.Type(IDC_CLIENTS_SEARCH, code);
                 ::Test::InNext([inYear](Hands& year) {
                     inYear(year);

@@ -16,8 +16,7 @@ Next
 Next
     Click Close
 Start
-Signed in
-    ben
+Signed in ben
 Stored BRIXUser: strUserID, strPasswordHash
     ...
     ben|pbkdf2-sha256$600000$...
@@ -106,17 +105,13 @@ In C0001
     Width of Schedules becomes 123
     Press Ctrl+Tab Ctrl+Tab
 In C0001
-    Page
-        2
+    Page 2
     Press Ctrl+Tab Ctrl+Tab
-    Width of Schedules
-        123
+    Width of Schedules 123
 As ben
 In C0001
-    Page
-        0
-    Width of Schedules
-        90
+    Page 0
+    Width of Schedules 90
 
 == Year of a client shows its status enquiries and tasks
 In C0008
