@@ -7,7 +7,7 @@
 #include "MorvUt/ui/grids/NewRow.h"
 #include "MorvUt/ui/grids/Percentages.h"
 #include "MorvUt/ui/grids/Totals.h"
-#include "support/Case.h"
+#include "support/Table.h"
 
 namespace
 {
@@ -15,6 +15,13 @@ namespace
 using Kiln::CAmt;
 
 CAmt Pence(std::int64_t pence) { return CAmt::FromPence(pence); }
+
+CAmt Amount(const char* text)
+{
+    CAmt amount;
+    amount.Parse(text);
+    return amount;
+}
 
 /// The rule again: how many cells there are of each meaning.
 bool IsDueBySecondReading(std::span<const NewRowCell> row)
@@ -60,16 +67,10 @@ TEST(NewRow, IsDueAsASecondReadingOfTheRuleSays)
 
 TEST(Totals, ShowNothingForZeroAndAnErrorForWhatCannotBeRead)
 {
-    const ::Test::Row<CAmt, CAmt, CAmt> rows[] = {
-        {Pence(1000), CAmt(), CAmt(), "all is allocated"},
-        {Pence(-1000), CAmt(), Pence(-2000), "a loss"},
-        {CAmt::kZero, CAmt(), CAmt::Invalid(), "of nothing"},
-        {CAmt(), Pence(-1000), CAmt(), "of nothing, and nothing"},
-        {Pence(1000), CAmt::Invalid(), CAmt::Invalid(), "one cannot be read"},
-    };
-    for (const auto& [total, more, left, why] : rows) {
-        const CAmt shares[] = {Pence(600), Pence(400), more};
-        EXPECT_EQ(ShownRemainder(total, shares), left) << why;
+    for (const auto& [total, more, left, why] :
+         ::Test::Table<const char*, const char*, const char*>("MorvUt/ui/GridRules.tsv")) {
+        const CAmt shares[] = {Pence(600), Pence(400), Amount(more)};
+        EXPECT_EQ(ShownRemainder(Amount(total), shares), Amount(left)) << why;
     }
 }
 
@@ -118,19 +119,13 @@ TEST(Percentages, ChangeOnlyTheAmountsThatWereChanged)
 
 TEST(Percentages, OfADefaultSplitAddUpToAHundred)
 {
-    const ::Test::Case<std::vector<double>, const char*> rows[] = {
-        {{}, "100.00000000", "no rows"},
-        {{33.33333333, 33.33333333, 33.33333334}, "0.00000000", "three parts"},
-        {{33.33333333, 33.33333333, 33.33333333}, "0.00000001", "the least that remains"},
-        {{60.0, 50.0}, "-10.00000000", "too much"},
-        {{0.1, 0.2, 99.7}, "0.00000000", "no binary dust"},
-        {{0.0 / 0.0, 99.999999996}, "0.00000000", "no number, and nothing to eight decimals"},
-        {{9e10, 9e10, 1.0}, "-92233720368.54775808", "more than can be told"},
-    };
-    for (const auto& [percents, left, why] : rows) {
+    for (const auto& [first, second, third, left, why] :
+         ::Test::Table<double, double, double, const char*>("MorvUt/ui/GridRules.tsv")) {
+        const double percents[] = {first, second, third};
         EXPECT_EQ(FormatPercentUnits(PercentRemainder(percents)), left) << why;
         EXPECT_EQ(IsSplitComplete(percents), CString(left) == "0.00000000") << why;
     }
+    EXPECT_EQ(PercentRemainder(std::vector<double>()), 100 * kUnitsOfAPercent);
     EXPECT_FALSE(IsRoundingOnly(2, 3, CAmt())) << "more than rounding";
     EXPECT_FALSE(IsRoundingOnly(1, 3, Pence(1))) << "a penny is left";
 }

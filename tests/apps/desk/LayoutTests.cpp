@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "Afx/windows/Wnd.h"
 #include "layouts/Clients.h"
@@ -19,38 +19,22 @@
 namespace
 {
 
-/// A layout with what is seen beside it in the same window.
+/// Layouts with the mnemonics that are seen beside them in the same window.
 struct Seen
 {
-    const Afx::DialogLayout& layout;
-    std::string beside; // mnemonics
+    std::string beside;
+    std::vector<const Afx::DialogLayout*> layouts;
     bool isOurs = true;
 };
 
-constexpr char kApply[] = "A", kNotesAndApply[] = "ACN", kJointNotesAndApply[] = "ACNJSV";
-
 const Seen kAll[] = {
-    {kOpenPracticeLayout, ""},
-    {kSignInLayout, ""},
-    {kClientsLayout, ""},
-    {kRollForwardLayout, ""},
-    {kReturnLayout, ""},
-    {kHmrcLayout, ""},
-    {kYearEnquiriesLayout, ""},
-    {kYearTrackerLayout, ""},
-    {kEmploymentLayout, kNotesAndApply},
-    {kPensionLayout, kApply},
-    {kInterestLayout, kJointNotesAndApply},
-    {kPaymentsLayout, kJointNotesAndApply},
-    {kDividendLayout, kApply},
-    {kBasisLayout, kApply},
-    {kInvestmentLayout, kApply},
-    {kDifferencesLayout, "", false},
-    {kEnquiriesLayout, "", false},
-    {kEnquiryLayout, "", false},
-    {kAvoidancePageLayout, "", false},
-    {kJointSpouseLayout, "", false},
-    {kNotesStatusLayout, "", false},
+    {"", {&kOpenPracticeLayout, &kSignInLayout, &kClientsLayout, &kRollForwardLayout, &kReturnLayout, &kHmrcLayout}},
+    {"", {&kYearEnquiriesLayout, &kYearTrackerLayout}},
+    {"A", {&kPensionLayout, &kDividendLayout, &kBasisLayout, &kInvestmentLayout}},
+    {"ACN", {&kEmploymentLayout}},
+    {"ACNJSV", {&kInterestLayout, &kPaymentsLayout}},
+    {"", {&kDifferencesLayout, &kEnquiriesLayout, &kEnquiryLayout, &kAvoidancePageLayout}, false},
+    {"", {&kJointSpouseLayout, &kNotesStatusLayout}, false},
 };
 
 bool NeedsLabel(Afx::ControlKind kind)
@@ -60,28 +44,28 @@ bool NeedsLabel(Afx::ControlKind kind)
            kind == Kind::List || kind == Kind::Custom;
 }
 
+/// Each mnemonic once; ours have a label with one before each field.
+void Check(const Afx::DialogLayout& layout, std::string taken, bool isOurs)
+{
+    const Afx::LayoutRow* before = nullptr;
+    for (const Afx::LayoutRow& row : std::span(layout.rows, layout.count)) {
+        SCOPED_TRACE(std::string(layout.title) + ": " + row.text + ' ' + std::to_string(row.id));
+        const char letter = Afx::MnemonicOf(CString(row.text));
+        EXPECT_TRUE(letter == 0 || taken.find(letter) == taken.npos) << letter;
+        taken += letter;
+        if (isOurs && NeedsLabel(row.kind)) {
+            EXPECT_TRUE(before && before->kind == Afx::ControlKind::Label &&
+                        Afx::MnemonicOf(CString(before->text)) != 0);
+        }
+        before = &row;
+    }
+}
+
 } // namespace
 
 TEST(Layouts, HaveEachMnemonicOnceAndALabelWithOneBeforeEachField)
 {
-    for (const Seen& seen : kAll) {
-        std::map<char, std::string> taken;
-        for (const char letter : seen.beside)
-            taken[letter] = "beside it";
-        const std::span rows(seen.layout.rows, seen.layout.count);
-        for (const Afx::LayoutRow& row : rows) {
-            const char letter = Afx::MnemonicOf(CString(row.text));
-            if (letter == 0)
-                continue;
-            EXPECT_TRUE(taken.emplace(letter, row.text).second)
-                << seen.layout.title << ": " << row.text << " and " << taken[letter];
-        }
-        for (std::size_t i = 0; seen.isOurs && i < rows.size(); ++i) {
-            if (!NeedsLabel(rows[i].kind))
-                continue;
-            ASSERT_GT(i, 0u);
-            EXPECT_TRUE(rows[i - 1].kind == Afx::ControlKind::Label && Afx::MnemonicOf(CString(rows[i - 1].text)) != 0)
-                << seen.layout.title << ": control " << rows[i].id;
-        }
-    }
+    for (const Seen& seen : kAll)
+        for (const Afx::DialogLayout* const layout : seen.layouts)
+            Check(*layout, seen.beside, seen.isOurs);
 }
