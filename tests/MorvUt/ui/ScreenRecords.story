@@ -104,3 +104,27 @@ Joint source 3
 Banks
     abbey
     Northern
+
+== Countries are read in two statements until something changes
+Sql INSERT INTO BRIXCountry (lID, strAbbr) WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 300) SELECT i, CAST(i AS VARCHAR(9)) FROM n
+Sql INSERT INTO BRIXDTARate (lID, lCountryID, dtEffective, dblDividend) WITH RECURSIVE n(i) AS (SELECT 0 UNION ALL SELECT i + 1 FROM n WHERE i < 1799) SELECT i + 1, i % 300 + 1, '2000-01-01', i / 300 FROM n
+Sql INSERT INTO BRIXDTARate (lID, lCountryID, dtEffective, dblDividend) WITH RECURSIVE n(i) AS (SELECT 1800 UNION ALL SELECT i + 1 FROM n WHERE i < 1999) SELECT i + 1, i % 300 + 1, '2006-01-01', i / 300 FROM n
+Statements sent ...
+Rates of 7: 6, 0, 0
+Statements sent 2
+Rates of 7: 6, 0, 0
+Statements sent 0
+# another year
+In 2023
+Rates of 7: 6, 0, 0
+Statements sent 2
+# the last one of country 7
+The dividend of rate 1807: 2.5
+Statements sent ...
+Rates of 7: 2.5, 0, 0
+Statements sent 2
+Rates while it is deleted, of 7: -1, -1, -1
+Rates of 7: 2.5, 0, 0
+No practice is open
+Countries
+    Unassigned
