@@ -71,6 +71,16 @@ int CDialog::DoModal()
 {
     if (m_open)
         return kFailed;
+    struct Made
+    {
+        CDialog& dialog;
+        ~Made()
+        {
+            if (dialog.m_made)
+                dialog.DestroyWindow();
+        }
+    };
+    const Made made{*this}; // ends also when a handler throws, so that the dialog opens anew
     m_open = true;
     m_result = IDCANCEL;
     {
@@ -82,8 +92,6 @@ int CDialog::DoModal()
             system->RunDialog(*this);
         }
     }
-    if (m_made)
-        DestroyWindow();
     return m_result;
 }
 

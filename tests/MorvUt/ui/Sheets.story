@@ -3,6 +3,7 @@
 == Commit what all pages accepted and nothing else
 Sheet
     Type Name: New
+    Cannot be opened again
     Click OK
 Others see New
 Sheet
@@ -147,6 +148,7 @@ Dialog with a level
 Others see 1
 Dialog with a level
     The program writes 2
+    Cannot be opened again
     Click OK
 Others see 2
 

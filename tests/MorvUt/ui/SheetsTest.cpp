@@ -130,6 +130,7 @@ protected:
             list.Update();
         });
         On("The page has changed", [this] { m_sheet->GetActivePage()->SetModified(); });
+        On("Cannot be opened again", [this] { EXPECT_EQ(dynamic_cast<CDialog&>(Here().Window()).DoModal(), -1); });
         Is("Others see",
            [] { return std::string(Open()->Queryf("SELECT strName FROM BRIXNewInterest").rows.at(0).at(0).View()); });
         On("Sql", Script);
@@ -209,10 +210,13 @@ TEST(TXPropertySheetSlots, StandInTheOrderThatModulesAreBuiltFor)
         &S::UpdateMTDScheduleData, &S::OnWindowPosChanging));
 }
 
-TEST_F(Sheets, DoNotOpenWithoutTheirData)
+TEST_F(Sheets, LeaveNothingWhenTheyAreRefusedOrFail)
 {
-    CInterestSheet refusing(list);
-    refusing.refusesStart = true;
-    EXPECT_EQ(refusing.DoModal(), IDCANCEL);
+    CInterestSheet sheet(list);
+    sheet.refusesStart = true;
+    EXPECT_EQ(sheet.DoModal(), IDCANCEL);
     EXPECT_EQ(Quarry::GetConnection().GetLevel(), 0);
+    sheet.refusesStart = false;
+    EXPECT_ANY_THROW(Work(sheet, [](::Test::Hands&) { throw std::runtime_error("lost"); }));
+    EXPECT_TRUE(Quarry::GetConnection().GetLevel() == 0 && sheet.Children().empty());
 }

@@ -14,11 +14,16 @@ TXDialog::~TXDialog() = default;
 
 int TXDialog::DoModal()
 {
-    if (m_hasLevel && Quarry::HasConnection() && !IsOpen())
-        m_level = std::make_unique<Quarry::CTransaction>();
-    const int result = CExDialog::DoModal();
-    m_level.reset(); // what was not committed is rolled back
-    return result;
+    if (!m_hasLevel || !Quarry::HasConnection() || IsOpen())
+        return CExDialog::DoModal();
+    struct Uncommitted
+    {
+        std::unique_ptr<Quarry::CTransaction>& level;
+        ~Uncommitted() { level.reset(); }
+    };
+    m_level = std::make_unique<Quarry::CTransaction>();
+    const Uncommitted uncommitted{m_level}; // rolled back, whatever ends the dialog
+    return CExDialog::DoModal();
 }
 
 void TXDialog::OnOK()

@@ -1,6 +1,7 @@
 #include "MorvUt/ui/sheets/TXPropertySheet.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "Afx/windows/MessageBox.h"
 #include "Afx/windows/Static.h"
@@ -26,22 +27,14 @@ TXPropertySheet::~TXPropertySheet() = default;
 
 // The transaction.
 
-int TXPropertySheet::DoModal()
-{
-    const int result = CExPropertySheet::DoModal();
-    m_level.reset(); // what was not committed is rolled back
-    return result;
-}
-
 bool TXPropertySheet::OnInitDialog()
 {
-    m_level.reset(); // of an opening that failed
-    if (Quarry::HasConnection())
-        m_level = std::make_unique<Quarry::CTransaction>();
+    auto level = Quarry::HasConnection() ? std::make_unique<Quarry::CTransaction>() : nullptr;
     if (!UpdateMTDScheduleData()) {
         EndDialog(IDCANCEL);
         return false;
     }
+    m_level = std::move(level);
     return CExPropertySheet::OnInitDialog();
 }
 
@@ -149,6 +142,7 @@ void TXPropertySheet::OnDestroy()
     CExPropertySheet::OnDestroy();
     m_status.reset();
     m_joint.reset();
+    m_level.reset(); // what was not committed is rolled back
 }
 
 // The defaults of what a derived sheet may override.

@@ -83,7 +83,6 @@ class MORVUT_API TXPropertySheet : public Kiln::CExPropertySheet
     /// The sheet is about to move or to be resized: the furniture keeps its place.
     virtual void OnWindowPosChanging(WINDOWPOS* position);
 
-    int DoModal() override;
     CString HelpFilePath() const override;
 
     int GetCompletedStatus() const noexcept { return m_completed; }
