@@ -5,6 +5,7 @@
 
 #include "Afx/text/Utf8.h"
 #include "Kiln/controls/AmtEdit.h"
+#include "Kiln/controls/DateEdit.h"
 #include "Kiln/controls/DoubleEdit.h"
 
 namespace Lattice
@@ -102,7 +103,7 @@ CString Shown(const Cell& cell, const Choices& choices)
             return cell.format == Format::Percent ? FixedDecimals(number, kPercentDecimals)
                                                   : Kiln::FormatNumber(number, kNumberDecimals);
         }
-        CString operator()(const Kiln::CDate& date) const { return date.Format("%d/%m/%Y"); }
+        CString operator()(const Kiln::CDate& date) const { return Kiln::FormatDateShown(date); }
         CString operator()(int index) const
         {
             return cell.format == Format::CheckBox ? CString(index ? "yes" : "no") : ShownChoice(index, choices);

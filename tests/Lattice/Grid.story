@@ -19,7 +19,12 @@ Dialog
         Ann|12.50|33.33333334|05/04/2024|yes|green
         |12.50||||
         |25.00||||
+    The month comes first
+    Go to 0, Date
+    Press F2 Enter
+    Cell 0, Date: 04/05/2024
     # as it was
+    Go to 1, Amount
     Press F2
     Write 9
     Press Escape

@@ -51,8 +51,10 @@ protected:
         On("While asked: row 1 is deleted", [this] {
             ::Test::Windows().OnUnexpected([&grid = Grid()](const auto&) { return grid.DeleteRow(1), IDOK; });
         });
+        On("The month comes first", [] { Kiln::CDate::SetParseOrder(Kiln::CDate::ParseOrder::MonthFirst); });
         On("Focus within the grid", [this] { EXPECT_TRUE(Grid().HasFocusWithin()); });
     }
+    ~CGrid() override { Kiln::CDate::SetParseOrder(Kiln::CDate::ParseOrder::DayFirst); }
 
 private:
     int m_reads = 0;

@@ -36,13 +36,15 @@ CString CenturyBefore(const CDate& date)
 
 } // namespace
 
-IMPLEMENT_DYNCREATE(CDateEdit, CEdit)
-
-void CDateEdit::SetDate(const CDate& date)
+CString FormatDateShown(const CDate& date)
 {
     const bool monthFirst = CDate::GetParseOrder() == CDate::ParseOrder::MonthFirst;
-    SetWindowText(date.Format(monthFirst ? "%m/%d/%Y" : "%d/%m/%Y"));
+    return date.Format(monthFirst ? "%m/%d/%Y" : "%d/%m/%Y");
 }
+
+IMPLEMENT_DYNCREATE(CDateEdit, CEdit)
+
+void CDateEdit::SetDate(const CDate& date) { SetWindowText(FormatDateShown(date)); }
 
 bool CDateEdit::StaysRefused() const { return !m_refused.IsEmpty() && Text() == m_refused; }
 

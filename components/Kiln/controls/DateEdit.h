@@ -13,8 +13,12 @@ namespace Kiln
 /// For `CDateEdit::DDX`: an empty field is refused. Without it an empty field is the null date.
 inline constexpr unsigned kDateRequired = 0x1;
 
-/// A field for a date, typed in any form that `CDate::ParseDate` takes and shown as 05/04/2024, or 04/05/2024 where the
-/// month comes first. A date that is left is rewritten in that form, so that the user sees which year was taken.
+/// How dates are shown in fields, grids and lists: 05/04/2024, or 04/05/2024 where the month comes first, so that
+/// what is shown means the same day when it is typed; nothing when it is not valid.
+KILN_API CString FormatDateShown(const CDate& date);
+
+/// A field for a date, typed in any form that `CDate::ParseDate` takes and shown by FormatDateShown. A date that is
+/// left is rewritten in that form, so that the user sees which year was taken.
 class KILN_API CDateEdit : public CEdit
 {
     DECLARE_DYNCREATE(CDateEdit)

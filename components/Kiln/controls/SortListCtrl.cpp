@@ -4,6 +4,7 @@
 
 #include "Afx/text/Numbers.h"
 #include "Afx/text/TextFold.h"
+#include "Kiln/controls/DateEdit.h"
 
 namespace Kiln
 {
@@ -17,7 +18,7 @@ CString Shown(const ListValue& value)
     if (const auto* const text = std::get_if<CString>(&value))
         return *text;
     const auto* const date = std::get_if<CDate>(&value);
-    return date ? date->Format("%d/%m/%Y") : CString();
+    return date ? FormatDateShown(*date) : CString();
 }
 
 /// Below 0, 0 or above 0, as the two sort. Values of different kinds do not meet in a column.
