@@ -25,13 +25,13 @@ constexpr const char* kKeys =
     "Ctrl+D: copy from above\nAlt+Down: open the list\nCtrl+C, Ctrl+X, Ctrl+V: copy, cut, paste\n"
     "Ctrl+Z: take back\nF4: why this figure";
 
-/// What a pasted block has for a place, which counts from its own corner: a single text serves all places. Null where a
-/// line of the block is shorter.
+/// What a pasted block has for a place, which counts from its own corner: a block of one text serves all places. Null
+/// where a line of the block is shorter.
 const CString* TextFor(const TextBlock& block, int row, int column)
 {
     const auto& texts = block[static_cast<std::size_t>(row) % block.size()];
     const auto index = static_cast<std::size_t>(column);
-    if (texts.size() == 1)
+    if (block.size() == 1 && texts.size() == 1)
         return &texts.front();
     return index < texts.size() ? &texts[index] : nullptr;
 }
@@ -319,10 +319,11 @@ void CGrid::FillEditor(const Cell& cell, bool keepText)
                 combo->AddString(choice);
         const auto* const index = std::get_if<int>(&cell.value);
         combo->SetCurSel(index ? *index : CComboBox::kNone);
-    } else if (keepText) {
+    } else {
         const auto* const number = std::get_if<double>(&cell.value);
-        m_editor->SetWindowText(number ? Kiln::FormatNumber(*number, kEditedDecimals)
-                                       : Shown(cell, m_cells.GetColumn(m_column)->choices));
+        m_editor->SetWindowText(!keepText ? CString() // one that is lent holds the text of another cell
+                                : number  ? Kiln::FormatNumber(*number, kEditedDecimals)
+                                          : Shown(cell, m_cells.GetColumn(m_column)->choices));
     }
 }
 

@@ -96,6 +96,12 @@ Dialog
         |||||
         |||||
         |||||
+    # what a line does not have stays
+    Clipboard a\t1\nb
+    Press Ctrl+V
+    Cell 1, Name: b
+    Cell 1, Amount:
+    Undo
     Clipboard yes\tgreen
     Go to 1, Ticked
     Press Ctrl+V

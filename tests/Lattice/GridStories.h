@@ -24,6 +24,7 @@ protected:
         Is("Row is", [this] { return Grid().GetCurrentRow(); });
         On("Editing", [this] { EXPECT_TRUE(Grid().IsEditing()); });
         On("Not editing", [this] { EXPECT_FALSE(Grid().IsEditing()); });
+        On("The program begins anew", [this] { Grid().BeginEdit(false); });
         On("Undo", [this] { Grid().Undo(); });
         On("Undo all", [this] {
             while (Grid().Undo()) {

@@ -22,6 +22,10 @@ Payments, three at most
         ||A||
     # nor is a row added for what is refused
     Go to 1, Paid
+    The program begins anew
+    Press Enter
+    Cell 1, Paid:
+    Go to 1, Paid
     Clipboard \t1\n\t3\t4\t7\n
     Press Ctrl+V
     Message Nothing was pasted. Row 3, Gross: this cell cannot be changed.
