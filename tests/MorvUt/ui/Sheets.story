@@ -109,7 +109,7 @@ Sheet
         Focus Other (2)
         Text Other (2): 2017
         All selected
-        Write 19
+        Write "2019 "
         Click OK
     Click Notes...
     Shows Audit, Avoidance

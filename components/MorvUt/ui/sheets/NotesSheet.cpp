@@ -87,7 +87,8 @@ int CNotesAvoidancePage::TypedYear() const
 {
     if (!IsOtherYear())
         return GetCurrentRealTaxYear();
-    return Afx::ParseWhole<short>(ExpandAvoidanceYear(GetDlgItem(IDC_AVOIDANCE_YEAR)->Text()).View()).value_or(0);
+    CString year = ExpandAvoidanceYear(GetDlgItem(IDC_AVOIDANCE_YEAR)->Text());
+    return Afx::ParseWhole<short>(year.Trim().View()).value_or(0);
 }
 
 void CNotesAvoidancePage::OnYearChoice()
