@@ -116,6 +116,8 @@ protected:
         On("The program goes to page", [this](const std::string& page) { m_sheet.SetActivePage(std::stoi(page)); });
         Is("On page", [this] { return m_sheet.GetActiveIndex(); });
         On("The page has changed", [this] { m_sheet.GetActivePage()->SetModified(); });
+        On("The page has not changed", [this] { m_sheet.GetActivePage()->SetModified(false); });
+        On("The program removes the first page", [this] { m_sheet.RemovePage(&m_first); });
         On("Not accepted", [this] { EXPECT_FALSE(m_sheet.WasAccepted()); });
         On("Accepted", [this] { EXPECT_TRUE(m_sheet.WasAccepted() && m_sheet.IsOpen()); });
         On("Pages applied",

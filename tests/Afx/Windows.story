@@ -92,3 +92,16 @@ Sheet 2
     Click OK
 Pages applied
     3 and 2
+# begun anew
+Sheet 2
+    The page has changed
+    Click Cancel
+Sheet 2
+    Press Ctrl+Tab
+    The page has not changed
+    Disabled Apply
+    Press Ctrl+Tab
+    Focus Name
+    The program removes the first page
+    Focus Name
+    Click Cancel

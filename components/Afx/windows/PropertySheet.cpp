@@ -94,6 +94,7 @@ void CPropertySheet::RemovePage(CPropertyPage* page)
     if (found == m_pages.end())
         return;
     const auto index = static_cast<int>(found - m_pages.begin());
+    const bool hadFocus = page->HasFocusWithin();
     m_pages.erase(found);
     m_tabs.m_items.erase(m_tabs.m_items.begin() + index);
     if (page->GetParent() == this)
@@ -102,8 +103,11 @@ void CPropertySheet::RemovePage(CPropertyPage* page)
     page->m_filled = false;
     if (index < m_active || m_active >= GetPageCount())
         m_active = std::max(0, m_active - 1);
-    if (IsOpen())
+    if (IsOpen()) {
         ShowPage(m_active);
+        if (hadFocus)
+            FocusPage();
+    }
     Changed(Afx::Part::Pages);
 }
 
@@ -165,8 +169,16 @@ void CPropertySheet::ShowPage(int index)
     Changed(Afx::Part::Pages);
     PageActivated(index);
     if (hadFocus && !page->HasFocusWithin())
-        if (CWnd* const first = page->GetNextDlgTabItem(nullptr))
-            GotoDlgCtrl(first);
+        FocusPage();
+}
+
+/// The keyboard goes to the first control of the active page. False when it has none.
+bool CPropertySheet::FocusPage()
+{
+    CWnd* const first = GetActivePage() ? GetActivePage()->GetNextDlgTabItem(nullptr) : nullptr;
+    if (first)
+        GotoDlgCtrl(first);
+    return first != nullptr;
 }
 
 void CPropertySheet::PageActivated(int) {}
@@ -191,10 +203,7 @@ bool CPropertySheet::OnInitDialog()
             {kSheetGap, kSheetGap + kTabsHeight, kSheetGap + largest.cx, kSheetGap + kTabsHeight + largest.cy});
     PlaceButtons(largest.cx + 2 * kSheetGap, largest.cy + kTabsHeight + 3 * kSheetGap + kButtonHeight);
     ShowPage(GetPage(m_active) ? m_active : 0);
-    CWnd* const first = GetActivePage() ? GetActivePage()->GetNextDlgTabItem(nullptr) : nullptr;
-    if (first)
-        GotoDlgCtrl(first);
-    return !first; // else the focus has been set
+    return !FocusPage(); // else the focus has been set
 }
 
 void CPropertySheet::PlaceButtons(int width, int height)
@@ -286,6 +295,6 @@ bool CPropertySheet::OnDialogKey(CWnd& focus, unsigned key, unsigned modifiers)
 void CPropertySheet::OnDestroy()
 {
     for (CPropertyPage* const page : m_pages)
-        page->m_filled = false;
+        page->m_filled = page->m_modified = false;
     CDialog::OnDestroy();
 }
