@@ -199,10 +199,10 @@ void CGrid::SetCellValue(int row, int column, Value value)
     SetCell(row, column, cell);
 }
 
-void CGrid::SetCellError(int row, int column)
+void CGrid::SetCellError(int row, int column, Value kept)
 {
     Cell cell = GetCell(row, column);
-    cell.value = {};
+    cell.value = std::move(kept);
     cell.error = true;
     SetCell(row, column, cell);
 }

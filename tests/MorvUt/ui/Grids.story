@@ -124,6 +124,10 @@ Shares of 100.01 among three
     Shares 0.00, 40.00, 25.00, -, Error
     By per cent
     Shares 0.00, Error, Error, -, 100.00000000
+    Go to 1, Share
+    Write 50
+    Press Enter
+    Undo
     The amount becomes 10000
     Shares 100.00, 40.00000000, 25.00000000, -, 35.00000000
     # what is shown stays

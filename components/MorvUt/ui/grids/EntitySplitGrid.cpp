@@ -181,7 +181,7 @@ void CEntitySplitGrid::ShowShare(int entity)
     }
     const PercentShare percent = PercentShareOf(amount, m_netAmount);
     if (percent.kind == PercentShare::Kind::Error)
-        SetCellError(RowOf(entity), kShare);
+        SetCellError(RowOf(entity), kShare, amount);
     else if (percent.IsPercent())
         SetCellNumber(RowOf(entity), kShare, percent.Percent());
     else
@@ -192,12 +192,18 @@ void CEntitySplitGrid::ShowShare(int entity)
 void CEntitySplitGrid::TakeShare(int entity)
 {
     CAmt& amount = m_amounts[static_cast<std::size_t>(entity)];
-    if (m_usePercent) {
-        const PercentShare percent = PercentAt(entity);
-        PercentsToAmounts({&percent, 1}, m_netAmount, {&amount, 1});
-    } else {
+    if (!m_usePercent) {
         amount = GetCellAmt(RowOf(entity), kShare);
+        return;
     }
+    const PercentShare percent = PercentAt(entity);
+    PercentsToAmounts({&percent, 1}, m_netAmount, {&amount, 1});
+    if (percent.kind != PercentShare::Kind::Error)
+        return;
+    const Lattice::Cell cell = GetCell(RowOf(entity), kShare);
+    if (const auto* const kept = std::get_if<CAmt>(&cell.value))
+        amount = *kept;
+    ShowShare(entity); // there may be an amount now of which it is a share
 }
 
 /// What is left to allocate.
@@ -223,10 +229,7 @@ void CEntitySplitGrid::UpdateNetAmount(const CAmt& amount)
     m_netAmount = amount;
     SetCellAmount(kNetAmount, kShare, amount);
     for (int i = 0; m_usePercent && i < m_entities.GetSize(); ++i)
-        if (PercentAt(i).kind == PercentShare::Kind::Error)
-            ShowShare(i); // there may be an amount now of which it is a share
-        else
-            TakeShare(i);
+        TakeShare(i);
     UpdateTotals(true);
     ShowLeft();
 }
