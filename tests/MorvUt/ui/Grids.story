@@ -56,6 +56,10 @@ Payments, three at most
     Undo all
     Rows Grid
         ||A||
+    The first row cannot be changed
+    Go to 0, Paid
+    Disabled Delete row
+    Press Ctrl+Delete
     Press Escape
 
 == Totals are computed that follow from an edit and no others

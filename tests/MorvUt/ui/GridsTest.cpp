@@ -104,6 +104,10 @@ protected:
             dialog.grid.SetDeleteButton(&dialog.button);
             Work(dialog, std::move(inside));
         });
+        On("The first row cannot be changed", [this] {
+            for (int column = 0; column < Grid().GetColumnCount(); ++column)
+                Grid().SetCellReadOnly(0, column);
+        });
         On("Look for a new row", [this] { static_cast<CInsertableGrid&>(Grid()).CheckForNewRow(); });
         Opens<COneGrid<CTotals>>("Totals");
         Is("Totals computed", [this] {

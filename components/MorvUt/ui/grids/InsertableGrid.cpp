@@ -185,10 +185,7 @@ void CInsertableGrid::StoreEdit(int row, int column, Lattice::Value value, CWnd&
         CGrid::StoreEdit(row, column, std::move(value), editor);
 }
 
-bool CInsertableGrid::CanDeleteRow(int row)
-{
-    return AllowDelete() && row >= 0 && row < GetRowCount() && !IsTotalRow(row) && !IsHeadingRow(row);
-}
+bool CInsertableGrid::CanDeleteRow(int row) { return AllowDelete() && IsWindowEnabled() && CGrid::CanDeleteRow(row); }
 
 bool CInsertableGrid::OnDeleteRow(int row)
 {
