@@ -207,8 +207,8 @@ TEST(CChangeOfBasisGrid, SumsItsColumnsAndGoesToANegativeResult)
     grid.Init(before, result, 1, 2);
     EXPECT_EQ(grid.GetColumn(2)->heading, "Partner");
     grid.Set(OfPence(100), OfPence(200), CAmt(), OfPence(300), 1);
-    grid.Set(OfPence(400), CAmt(), CAmt(), OfPence(-1), 2);
-    EXPECT_EQ(before.Text() + " " + result.Text(), "5.00 2.99");
+    grid.Set(OfPence(400), CAmt(), CAmt(), OfPence(-300), 2);
+    EXPECT_EQ(before.Text() + " " + result.Text(), "5.00 ") << "nothing for zero";
     EXPECT_FALSE(grid.Validate(1, 0, 0));
     EXPECT_EQ(grid.GetCurrentRow() * 10 + grid.GetCurrentColumn(), 32);
 }

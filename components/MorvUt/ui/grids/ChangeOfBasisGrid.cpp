@@ -87,9 +87,9 @@ Kiln::CAmt CChangeOfBasisGrid::SumOfRow(int row)
 void CChangeOfBasisGrid::ShowSums()
 {
     if (m_before)
-        m_before->SetAmt(SumOfRow(0));
+        m_before->SetAmt(ShownTotal(SumOfRow(0)));
     if (m_result)
-        m_result->SetAmt(SumOfRow(kResultRow));
+        m_result->SetAmt(ShownTotal(SumOfRow(kResultRow)));
 }
 
 void CChangeOfBasisGrid::OnGridCellEndEdit(int row, int column)
