@@ -77,10 +77,11 @@ std::int64_t PercentRemainder(std::span<const PercentShare> shares) noexcept
 
 std::int64_t PercentRemainder(std::span<const double> percents) noexcept
 {
-    std::int64_t left = kUnitsOfAll;
+    double sum = 0;
     for (const double percent : percents)
-        left = LessUnits(left, PercentUnits(percent).value_or(0));
-    return left;
+        sum += std::isfinite(percent) ? percent : 0;
+    using Limits = std::numeric_limits<std::int64_t>;
+    return PercentUnits(100 - sum).value_or(sum > 0 ? Limits::min() : Limits::max());
 }
 
 bool IsSplitComplete(std::span<const double> percents) noexcept { return PercentRemainder(percents) == 0; }

@@ -52,7 +52,8 @@ MORVUT_API void PercentsToAmounts(std::span<const PercentShare> shares, const Ki
 /// 100 per cent less the percentages, in units; cells without one are none. What 64 bits cannot hold is the nearest
 /// that they can.
 MORVUT_API std::int64_t PercentRemainder(std::span<const PercentShare> shares) noexcept;
-/// The same of a default split: 100 per cent when there are no rows. A NaN or infinity is none.
+/// The same of a default split, rounded once, so that three times 100 / 3 leave nothing: 100 per cent when there are no
+/// rows. A NaN or infinity is none.
 MORVUT_API std::int64_t PercentRemainder(std::span<const double> percents) noexcept;
 /// Whether a default split may be kept without asking: nothing remains, to eight decimals.
 MORVUT_API bool IsSplitComplete(std::span<const double> percents) noexcept;
