@@ -34,11 +34,9 @@ CString ShownChoice(int index, const Choices& choices)
 
 Typed ReadAmount(const CString& text)
 {
-    const bool isAutomatic = !text.IsEmpty() && (text[0] == 'A' || text[0] == 'a');
-    Kiln::CAmt amount = Kiln::ParseAmountSum(isAutomatic ? text.Mid(1) : text);
+    const Kiln::CAmt amount = Kiln::ParseAmountShown(text);
     if (amount.GetStatus() == Kiln::CAmt::Status::Invalid)
         return {{}, Kiln::CAmt::WhyNotAmount(text)};
-    amount.SetAuto(isAutomatic);
     return {amount, {}};
 }
 

@@ -58,6 +58,18 @@ CAmt ParseAmountSum(const CString& text)
     return CAmt::Invalid();
 }
 
+CAmt ParseAmountShown(const CString& typed)
+{
+    CString text = typed;
+    text.Trim();
+    const bool isAutomatic = IsAutomaticText(text);
+    if (isAutomatic)
+        text = text.CompareNoCase("AUTO") == 0 ? CString() : text.Mid(1);
+    CAmt amount = ParseAmountSum(text);
+    amount.SetAuto(isAutomatic);
+    return amount;
+}
+
 CString FormatAmountShown(const CAmt& amount)
 {
     CString text = amount.Format();
@@ -76,13 +88,7 @@ CAmtEdit::CAmtEdit() { LimitText(kLongestText); }
 
 void CAmtEdit::SetAmt(const CAmt& amount) { SetWindowText(FormatAmountShown(amount)); }
 
-CAmt CAmtEdit::GetAmt() const
-{
-    const bool isAutomatic = IsAutomaticText(Text());
-    CAmt amount = ParseAmountSum(isAutomatic ? Text().Mid(1) : Text());
-    amount.SetAuto(isAutomatic);
-    return amount;
-}
+CAmt CAmtEdit::GetAmt() const { return ParseAmountShown(Text()); }
 
 CString CAmtEdit::GetPreview() const
 {

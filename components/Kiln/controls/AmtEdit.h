@@ -15,6 +15,9 @@ namespace Kiln
 /// text.
 KILN_API CAmt ParseAmountSum(const CString& text);
 
+/// The same of what may be typed for an amount that the system calculates: "A" in front of it, or alone, or "AUTO".
+KILN_API CAmt ParseAmountShown(const CString& typed);
+
 /// How amounts are shown in fields and grids: "1,234.56", with a minus in front; "A" and the amount for one that the
 /// system has calculated; nothing when it is not valid.
 KILN_API CString FormatAmountShown(const CAmt& amount);

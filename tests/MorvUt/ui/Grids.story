@@ -30,19 +30,19 @@ Payments, three at most
     Press Ctrl+V
     Message Nothing was pasted. Row 3, Gross: this cell cannot be changed.
     Count Grid: 2
-    Clipboard \t1\t2\n\t3\t4\n
+    Clipboard \t1\t2\n\t3\tauto\n
     Press Ctrl+V
     Rows Grid
         06/04/2024|90.00|10.00|100.00|
         |1.00|2.00|3.00|
-        |3.00|4.00|7.00|
+        |3.00|A|3.00|
     Go to 2, Paid
     Press Ctrl+V
     Message Nothing was pasted: there is no room for so many rows.
     Rows Grid
         06/04/2024|90.00|10.00|100.00|
         |1.00|2.00|3.00|
-        |3.00|4.00|7.00|
+        |3.00|A|3.00|
     # one deleted, one offered
     Answer Yes
     Press Ctrl+Delete
