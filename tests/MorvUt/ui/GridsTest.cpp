@@ -3,6 +3,7 @@
 #include "Afx/system/Resources.h"
 #include "Afx/windows/DataExchange.h"
 #include "Lattice/GridStories.h"
+#include "MorvUt/res/Strings.h"
 #include "MorvUt/taxyear/CurrentTaxYear.h"
 #include "MorvUt/ui/grids/ChangeOfBasisGrid.h"
 #include "MorvUt/ui/grids/DefaultSplit.h"
@@ -211,4 +212,8 @@ TEST(CChangeOfBasisGrid, SumsItsColumnsAndGoesToANegativeResult)
     EXPECT_EQ(before.Text() + " " + result.Text(), "5.00 ") << "nothing for zero";
     EXPECT_FALSE(grid.Validate(1, 0, 0));
     EXPECT_EQ(grid.GetCurrentRow() * 10 + grid.GetCurrentColumn(), 32);
+    grid.SetCellAmount(0, 1, CAmt());
+    ::Test::Windows().Answer(IDNO);
+    EXPECT_FALSE(grid.Validate(0, IDS_BASIS_RESULT, 1));
+    EXPECT_EQ(::Test::Windows().Messages().back().text, "Result") << "a string of the library's";
 }

@@ -12,6 +12,16 @@ namespace
 
 constexpr int kBasisRows = 4, kResultRow = 3;
 
+/// A string of the current module's, else of the library's.
+CString BasisText(unsigned id)
+{
+    CString text;
+    if (text.LoadString(id))
+        return text;
+    const Afx::ResourceContextGuard library(MorvUtResources());
+    return Afx::FillPlacesOf(id, {});
+}
+
 } // namespace
 
 void CChangeOfBasisGrid::Init(Kiln::CAmtEdit& before, Kiln::CAmtEdit& result, unsigned heading1, unsigned heading2,
@@ -22,11 +32,8 @@ void CChangeOfBasisGrid::Init(Kiln::CAmtEdit& before, Kiln::CAmtEdit& result, un
     AddColumn(1, "", Lattice::Format::Text);
     int id = 1;
     for (const unsigned heading : {heading1, heading2, heading3, heading4})
-        if (heading != 0) {
-            CString text;
-            text.LoadString(heading);
-            AddColumn(++id, text.IsEmpty() ? LibraryText(heading) : text, Lattice::Format::Amount);
-        }
+        if (heading != 0)
+            AddColumn(++id, BasisText(heading), Lattice::Format::Amount);
     for (const unsigned caption : {IDS_BASIS_BEFORE, IDS_BASIS_ADJUSTMENT, IDS_BASIS_AFTER, IDS_BASIS_RESULT}) {
         const int row = AppendRow();
         SetRowHeading(row, LibraryText(caption));
@@ -70,7 +77,7 @@ bool CChangeOfBasisGrid::Validate(unsigned checkNegative, unsigned messageId, in
             GoTo(kResultRow, static_cast<int>(finding.column) + 1);
             return false;
         }
-        if (AfxMessageBox(messageId, MB_YESNO) != IDYES)
+        if (AfxMessageBox(BasisText(messageId), MB_YESNO) != IDYES)
             return false;
     }
     return true;
