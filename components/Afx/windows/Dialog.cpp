@@ -242,12 +242,16 @@ bool CDialog::OnDialogKey(CWnd& focus, unsigned key, unsigned modifiers)
     case VK_ESCAPE:
         DeliverCommand(IDCANCEL);
         return true;
-    case VK_F1:
-        for (CWnd* window = &focus; window; window = window->GetParent())
+    case VK_F1: {
+        CWnd* control = &focus; // the editor of a grid is the grid's
+        while (control->GetParent() && !dynamic_cast<CDialog*>(control->GetParent()))
+            control = control->GetParent();
+        for (CWnd* window = control; window; window = window->GetParent())
             if (auto* const dialog = dynamic_cast<CDialog*>(window))
-                if (dialog->OnHelp(static_cast<unsigned>(focus.GetDlgCtrlID())))
+                if (dialog->OnHelp(static_cast<unsigned>(control->GetDlgCtrlID())))
                     return true;
         return false;
+    }
     default:
         return false;
     }

@@ -79,7 +79,9 @@ In C0002
         Press Ctrl+End F4
         Message The sum of:\n30/06/2017: 50.00\n31/12/2017: 64.00
         Click Payments
-        Press Ctrl+Home
+        Press Ctrl+Home F2 F1
+        Help /help/screens.md#20351
+        Press Escape
         Answer Yes
         Press Ctrl+Delete
         Message ...
