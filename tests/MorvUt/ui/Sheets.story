@@ -54,6 +54,22 @@ Sheet
 Stored BRIXNewInterest: strName, strNotesAudit
     Typed|Noted
 
+== Forget a note that could not be saved and was cancelled
+Sql PRAGMA busy_timeout = 1
+Sheet
+    Type Name: Typed
+    Next
+        Type Any information...: Not this
+        Another program begins to write
+        Click OK
+        Message Another program is writing to the practice. Please try again in a moment.
+        Another program ends
+        Click Cancel
+    Click Notes...
+    Click OK
+Stored BRIXNewInterest: strName, strNotesAudit
+    Typed|-
+
 == Check the share of a spouse
 Sheet
     Text Partnership: Ann & Bob

@@ -232,8 +232,14 @@ void TXPropertySheet::SetNotes(NotesType type, const CString& notes)
     const int column = m_notesRows.Of(type);
     if (!m_notesList || column == -1 || m_notesList->IsEOL())
         return;
+    const Cellar::Value before = m_notesList->Get(column);
     m_notesList->Set(column, notes.Str());
-    m_notesList->Update();
+    try {
+        m_notesList->Update();
+    } catch (...) {
+        m_notesList->Set(column, before); // else the row's next change would save a note that was cancelled
+        throw;
+    }
 }
 
 void TXPropertySheet::GetAvoidanceNotes(CString& schemeReference, CString& notes, short& year)
