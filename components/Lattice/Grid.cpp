@@ -666,7 +666,7 @@ bool CGrid::OnEditingKey(unsigned key, unsigned modifiers)
             Afx::UserActs::Key(*this, key, modifiers); // out of the grid
         return true;
     default:
-        return modifiers == Afx::kControl && key == 'Z' && Undo();
+        return modifiers == Afx::kControl && key == 'Z' && EndEdit(false); // the last change is what is being typed
     }
 }
 

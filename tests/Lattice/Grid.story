@@ -29,6 +29,12 @@ Dialog
     Write 9
     Press Escape
     Cell 1, Amount: 12.50
+    Press F2
+    Write 9
+    Press Ctrl+Z
+    Not editing
+    Cell 1, Amount: 12.50
+    Cell 2, Amount: 25.00
     # leaving takes over
     Press Enter
     Write -1
