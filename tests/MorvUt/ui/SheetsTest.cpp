@@ -172,7 +172,8 @@ protected:
         On("The program disables the notes", [this] { m_sheet->EnableNotes(false); });
         On("There are notes on loans, too", [this] {
             m_loans.SetWindowText("Loans");
-            m_sheet->AddSpecialNotesPage(&m_loans);
+            for (TXPropertyPage* const page : {&m_loans, &m_loans, static_cast<TXPropertyPage*>(nullptr)})
+                m_sheet->AddSpecialNotesPage(page);
         });
         On("The program opens the notes on the return", [this] { m_sheet->OnNotesClicked(NotesReturn); });
         On("The pages are called", [this] {

@@ -201,7 +201,11 @@ void TXPropertySheet::EnableNotes(bool enable)
         m_status->EnableNotes(enable);
 }
 
-void TXPropertySheet::AddSpecialNotesPage(TXPropertyPage* page) { m_specialPages.push_back(page); }
+void TXPropertySheet::AddSpecialNotesPage(TXPropertyPage* page)
+{
+    if (page && std::find(m_specialPages.begin(), m_specialPages.end(), page) == m_specialPages.end())
+        m_specialPages.push_back(page);
+}
 void TXPropertySheet::RemoveSpecialNotesPage(TXPropertyPage* page) { std::erase(m_specialPages, page); }
 
 TXPropertySheet::NotesType TXPropertySheet::FirstNotesType()

@@ -94,7 +94,7 @@ class MORVUT_API TXPropertySheet : public Kiln::CExPropertySheet
                              int extra1, int extra2);
     /// Whether the notes button can be pressed.
     void EnableNotes(bool enable);
-    /// A page that the notes show behind their own; not owned.
+    /// A page that the notes show behind their own, once; not owned. Null: none.
     void AddSpecialNotesPage(TXPropertyPage* page);
     void RemoveSpecialNotesPage(TXPropertyPage* page);
     /// Tells on the notes button which kinds hold text.
