@@ -100,8 +100,14 @@ Sheet 2
     Press Ctrl+Tab
     The page has not changed
     Disabled Apply
+    # a page without a field
+    The program hides Name
     Press Ctrl+Tab
-    Focus Name
+    Type Name: x
+    Press Ctrl+Tab
+    Focus #12320
+    Press Ctrl+Tab
+    Type Name: y
     The program removes the first page
-    Focus Name
+    Focus #12320
     Click Cancel

@@ -172,13 +172,11 @@ void CPropertySheet::ShowPage(int index)
         FocusPage();
 }
 
-/// The keyboard goes to the first control of the active page. False when it has none.
-bool CPropertySheet::FocusPage()
+/// The keyboard goes to the first control of the active page; when that has none, to the tabs.
+void CPropertySheet::FocusPage()
 {
     CWnd* const first = GetActivePage() ? GetActivePage()->GetNextDlgTabItem(nullptr) : nullptr;
-    if (first)
-        GotoDlgCtrl(first);
-    return first != nullptr;
+    GotoDlgCtrl(first ? first : &m_tabs);
 }
 
 void CPropertySheet::PageActivated(int) {}
@@ -203,7 +201,8 @@ bool CPropertySheet::OnInitDialog()
             {kSheetGap, kSheetGap + kTabsHeight, kSheetGap + largest.cx, kSheetGap + kTabsHeight + largest.cy});
     PlaceButtons(largest.cx + 2 * kSheetGap, largest.cy + kTabsHeight + 3 * kSheetGap + kButtonHeight);
     ShowPage(GetPage(m_active) ? m_active : 0);
-    return !FocusPage(); // else the focus has been set
+    FocusPage();
+    return false;
 }
 
 void CPropertySheet::PlaceButtons(int width, int height)

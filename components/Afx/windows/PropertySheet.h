@@ -104,7 +104,7 @@ private:
     bool ApplyPages();
     void MakePage(CPropertyPage& page);
     void ShowPage(int index);
-    bool FocusPage();
+    void FocusPage();
     void PageModified();
 
     std::vector<CPropertyPage*> m_pages;
