@@ -28,6 +28,13 @@ Countries
     Choose Plain: Jersey
     Chosen in Plain
         Jersey JEY Pound GBP
+    # nothing has changed then, and it can be tried again
+    Sql ALTER TABLE BRIXCountry RENAME TO Elsewhere
+    In 2023
+    Plain cannot be of the EU alone
+    Sql ALTER TABLE Elsewhere RENAME TO BRIXCountry
+    Chosen in Plain
+        Jersey JEY Pound GBP
     Plain is of the EU alone yes
     Rows Plain
         France
@@ -70,6 +77,12 @@ Lists
     Foreign societies
     Rows Bank
         Banque
+    # nothing has changed then, and it can be tried again
+    Sql ALTER TABLE BRIXBank RENAME TO Elsewhere
+    Records cannot be read
+    Rows Bank
+        Banque
+    Sql ALTER TABLE Elsewhere RENAME TO BRIXBank
     Records
     Rows Bank
         Own bank

@@ -95,6 +95,10 @@ protected:
         On("Plain is of the EU alone", [this](const std::string& yes) {
             Control<TXCountryComboBox>("Plain").SetShowEUCountriesOnly(yes == "yes");
         });
+        On("Plain cannot be of the EU alone", [this] {
+            EXPECT_THROW(Control<TXCountryComboBox>("Plain").SetShowEUCountriesOnly(1), Cellar::DatabaseError);
+        });
+        On("In", [](const std::string& year) { SetCurrentTaxYear(static_cast<short>(std::stoi(year) - 1991)); });
         On("Chosen in Plain", [this] { return Chosen(Control<TXCountryComboBox>("Plain")); });
         On("Chosen in Cool", [this] { return Chosen(Control<TXCountryCoolComboBox>("Cool")); });
         On("Cool drops while it is built anew", [this] {
@@ -111,6 +115,11 @@ protected:
                                           {"Foreign societies", TXBanksComboBox::kForeignSocieties},
                                           {"Records", TXBanksComboBox::kRecords}})
             On(words, [this, type = type] { Control<TXBanksComboBox>("Bank").SetType(type); });
+        On("Records cannot be read", [this] {
+            auto& banks = Control<TXBanksComboBox>("Bank");
+            EXPECT_THROW(banks.SetType(TXBanksComboBox::kRecords), Cellar::DatabaseError);
+            EXPECT_TRUE(banks.IsDrawing());
+        });
         Is("Chosen bank", [this] { return Control<TXBanksComboBox>("Bank").GetCurSel(); });
         On("The program empties Bank", [this] { Control<TXBanksComboBox>("Bank").ResetContent(); });
         Around("A link", [](const std::string& followed, ::Test::Acts inside) {

@@ -8,10 +8,10 @@ namespace
 
 void Fill(CComboBox& combo, bool euOnly, bool unassigned)
 {
+    const CArray<CCountryData>& countries = TXCountryComboData::GetCountries(); // first: the list stays when it throws
     const CString chosen = combo.Text();
     combo.SetRedraw(false);
     combo.ResetContent();
-    const CArray<CCountryData>& countries = TXCountryComboData::GetCountries();
     for (int i = 0; i < countries.GetSize(); ++i)
         if (i == 0 ? unassigned && !euOnly : !euOnly || countries[i].isEU)
             combo.AddString(countries[i].name);
@@ -55,8 +55,8 @@ void TXCountryComboBox::SetShowEUCountriesOnly(int euOnly)
 {
     if ((euOnly != 0) == (m_euOnly != 0))
         return;
+    Fill(*this, euOnly != 0, m_unassigned != 0);
     m_euOnly = euOnly;
-    BuildCountryList();
 }
 
 bool TXCountryComboBox::PreTranslateMessage(MSG* message)

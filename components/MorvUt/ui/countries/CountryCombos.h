@@ -23,7 +23,7 @@ class MORVUT_API TXCountryComboBox : public Kiln::CExComboBox
     CString GetCurSelCountryAbbr() const;
     CString GetCurSelCurrency() const;
     CString GetCurSelCurrencyAbbr() const;
-    /// A change fills the list anew.
+    /// A change fills the list anew; when that throws, nothing has changed.
     void SetShowEUCountriesOnly(int euOnly);
     int GetShowEUCountriesOnly() const noexcept { return m_euOnly; }
 

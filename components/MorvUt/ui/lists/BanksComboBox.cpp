@@ -11,6 +11,8 @@ void TXBanksComboBox::SetType(int type)
 {
     if (type == m_type)
         return;
+    const std::vector<CString> records =
+        type == kRecords ? BankNames() : std::vector<CString>(); // all stays if it throws
     m_type = type;
     const CString typed = Text();
     SetRedraw(false);
@@ -20,9 +22,8 @@ void TXBanksComboBox::SetType(int type)
         LoadComboWithListFile(*this, "BBSList.txt");
     else if (type == kForeignSocieties)
         LoadComboWithListFile(*this, "FBBSList.txt");
-    else if (type == kRecords)
-        for (const CString& name : BankNames())
-            AddString(name);
+    for (const CString& name : records)
+        AddString(name);
     SetWindowText(typed); // chooses the entry of that name, if there is one
     SetRedraw(true);
 }

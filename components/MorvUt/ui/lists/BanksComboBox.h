@@ -19,7 +19,7 @@ class MORVUT_API TXBanksComboBox : public Kiln::CExComboBox
 
     TXBanksComboBox() { SetEditable(true); }
     /// Fills the list; what has been typed stays. Nothing happens when the type is the one it has. Throws
-    /// Cellar::DatabaseError.
+    /// Cellar::DatabaseError, and nothing has changed then.
     void SetType(int type);
 
 private:
