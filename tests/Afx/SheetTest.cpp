@@ -97,6 +97,7 @@ protected:
             EXPECT_FALSE(m_person.DeliverCommand(IDOK));
         });
         On("Cannot be opened again", [this] { EXPECT_EQ(dynamic_cast<CDialog&>(Here().Window()).DoModal(), -1); });
+        On("The program disables", [this](const std::string& name) { Control(name).EnableWindow(false); });
         On("The program hides", [this](const std::string& name) { Control(name).ShowWindow(false); });
         On("No kind is chosen", [this] { Control<CComboBox>("#104").SetCurSel(CComboBox::kNone); });
         On("The list of kinds grows while it drops", [this] {

@@ -45,6 +45,9 @@ Person
     Another person
         The first person's dialog takes nothing
         Cannot be opened again
+        # nor is it ended by the key of a button that is disabled
+        The program disables OK
+        Press Enter
         Press Escape
     Focus Name
     The program hides Name

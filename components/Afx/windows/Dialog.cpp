@@ -240,7 +240,7 @@ bool CDialog::OnDialogKey(CWnd& focus, unsigned key, unsigned modifiers)
         PressDefault(focus);
         return true;
     case VK_ESCAPE:
-        DeliverCommand(IDCANCEL);
+        PressUnlessDisabled(IDCANCEL);
         return true;
     case VK_F1: {
         CWnd* control = &focus; // the editor of a grid is the grid's
@@ -274,7 +274,14 @@ void CDialog::PressDefault(CWnd& focus)
             DeliverCommand(static_cast<unsigned>(button->GetDlgCtrlID())); // the focus stays
             return;
         }
-    DeliverCommand(IDOK);
+    PressUnlessDisabled(IDOK);
+}
+
+/// OK or Cancel by its key; the dialog need not have the button, or may hide it.
+void CDialog::PressUnlessDisabled(unsigned id)
+{
+    if (const CWnd* const button = GetDlgItem(static_cast<int>(id)); !button || button->IsWindowEnabled())
+        DeliverCommand(id);
 }
 
 /// Alt and a letter: a button of that mnemonic is clicked, a label leads to the control after it.

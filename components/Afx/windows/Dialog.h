@@ -69,6 +69,7 @@ private:
     void GotoNext(bool back);
     void GotoNextEmpty(CWnd& focus);
     void PressDefault(CWnd& focus);
+    void PressUnlessDisabled(unsigned id);
     bool PressMnemonic(char letter);
 
     const Afx::DialogLayout* m_layout = nullptr;
