@@ -94,6 +94,7 @@ END_MESSAGE_MAP()
 CPaymentsPage::CPaymentsPage(Brix::CNewInterest& interest) : TXPropertyPage(kPaymentsLayout), m_interest(interest)
 {
     m_grid.SetupGrid();
+    m_grid.GetUWEdit(kPaymentColumns[kPaid].id).m_bUnderwriting = false; // payments are of the tax year
     for (const InsertableColumn* column = kPaymentColumns; column->id != 0; ++column)
         m_totals.AddColumn(column->id, column->heading, column->id == 1 ? Format::Text : column->format);
     const int row = m_totals.AppendRow();

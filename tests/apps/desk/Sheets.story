@@ -60,7 +60,7 @@ In C0002
         Press Ctrl+Tab
         Click Payments
         Press Ctrl+Home
-        Enter 30/6/2017 | 40 | 10 | 31/12/2017 | 60+4
+        Enter 30/6/2017 | 40 | 10 | 5/4 | 60+4
         Press Enter
         Click OK
     Click New...
@@ -70,14 +70,14 @@ Stored BRIXNewInterest: strName, amtIncome, bJoint, dblClientShare, nJointView, 
     Saltmarsh Savings|100.00|1|60|1|1
 Stored BRIXNewInterestPayment: nOrdering, dtPaid, amtNet, amtTax
     1|2017-06-30|40.00|10.00
-    2|2017-12-31|64.00|-
+    2|2018-04-05|64.00|-
 In C0002
     Choose Schedules: Interest
     Next
         Press Ctrl+Tab
         Click Totals
         Press Ctrl+End F4
-        Message The sum of:\n30/06/2017: 50.00\n31/12/2017: 64.00
+        Message The sum of:\n30/06/2017: 50.00\n05/04/2018: 64.00
         Click Payments
         Press Ctrl+Home F2 F1
         Help /help/screens.md#20351
@@ -88,7 +88,7 @@ In C0002
         Click OK
     Press Enter
 Stored BRIXNewInterestPayment: nOrdering, dtPaid, amtNet
-    1|2017-12-31|64.00
+    1|2018-04-05|64.00
 
 == Go to the next field that is empty by Ctrl and a full stop
 In C0002
