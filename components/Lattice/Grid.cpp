@@ -25,15 +25,26 @@ constexpr const char* kKeys =
     "Ctrl+D: copy from above\nAlt+Down: open the list\nCtrl+C, Ctrl+X, Ctrl+V: copy, cut, paste\n"
     "Ctrl+Z: take back\nF4: why this figure";
 
-/// What a pasted block has for a place, which counts from its own corner: a block of one text serves all places. Null
-/// where a line of the block is shorter.
+bool IsOneText(const TextBlock& block) noexcept { return block.size() == 1 && block[0].size() == 1; }
+
+/// What a pasted block has for a place, which counts from its own corner: a single text serves all places. Null where a
+/// line of the block is shorter.
 const CString* TextFor(const TextBlock& block, int row, int column)
 {
-    const auto& texts = block[static_cast<std::size_t>(row) % block.size()];
+    if (IsOneText(block))
+        return &block[0][0];
+    const auto& texts = block[static_cast<std::size_t>(row)];
     const auto index = static_cast<std::size_t>(column);
-    if (block.size() == 1 && texts.size() == 1)
-        return &texts.front();
     return index < texts.size() ? &texts[index] : nullptr;
+}
+
+/// The date of a field, with the year that the field means: read as a text it might be another.
+Typed DateIn(const Kiln::CDateEdit& edit)
+{
+    const Kiln::CDate date = edit.GetDate();
+    if (date.IsValid() || date.IsNull())
+        return {date.IsValid() ? Value(date) : Value(), {}};
+    return {{}, edit.WhyNot()};
 }
 
 } // namespace
@@ -333,12 +344,8 @@ Typed CGrid::ReadEditor() const
     if (combo && combo->GetCurSel() != CComboBox::kNone)
         return {combo->GetCurSel(), {}};
     const Format format = GetCell(m_row, m_column).format;
-    if (const auto* const edit = dynamic_cast<const Kiln::CDateEdit*>(m_editor); edit && format == Format::Date) {
-        const Kiln::CDate date = edit->GetDate(); // which year the field means, read as a text it might be another
-        if (date.IsValid() || date.IsNull())
-            return {date.IsValid() ? Value(date) : Value(), {}};
-        return {{}, edit->WhyNot()};
-    }
+    if (const auto* const edit = dynamic_cast<const Kiln::CDateEdit*>(m_editor); edit && format == Format::Date)
+        return DateIn(*edit);
     return Read(format, m_editor->Text(), m_cells.GetColumn(m_column)->choices);
 }
 
@@ -479,6 +486,23 @@ void CGrid::Cut()
     EmptySelection();
 }
 
+/// What a text would mean if it were typed into the cell; `row` may be one that is not there yet.
+Typed CGrid::ReadPasted(int row, int column, const CString& text)
+{
+    const bool isNew = row >= GetRowCount();
+    const Format format = isNew ? m_cells.GetColumn(column)->format : GetCell(row, column).format;
+    if (format == Format::Date && !isNew) {
+        CWnd* const lent = LendEditor(row, column);
+        const std::unique_ptr<CWnd> made = lent ? nullptr : MakeEditor(row, column);
+        if (auto* const edit = dynamic_cast<Kiln::CDateEdit*>(lent ? lent : made.get())) {
+            edit->SetWindowText(text);
+            edit->TakeAsLeft();
+            return DateIn(*edit);
+        }
+    }
+    return Read(format, text, m_cells.GetColumn(column)->choices);
+}
+
 /// What the user is told of the first cell that cannot take what the block has for it; empty when all can.
 CString CGrid::WhyNotPaste(const TextBlock& block, const Block& place)
 {
@@ -493,7 +517,7 @@ CString CGrid::WhyNotPaste(const TextBlock& block, const Block& place)
             if (!there || (!isNew && !(IsCellEditable(row, column) && OnGridCellEdit(row, column))))
                 why = "this cell cannot be changed.";
             else
-                why = Read(isNew ? there->format : GetCell(row, column).format, *text, there->choices).whyNot;
+                why = ReadPasted(row, column, *text).whyNot;
             if (why.IsEmpty())
                 continue;
             CString message;
@@ -512,7 +536,7 @@ bool CGrid::Paste()
     if (block.empty() || m_row < 0 || (m_editor && !EndEdit()))
         return false;
     Block place = GetSelection();
-    if (block.size() > 1 || block[0].size() > 1) { // one text fills the selection, a block has its own size
+    if (!IsOneText(block)) { // one text fills the selection, a block has its own size
         std::size_t widest = 0;
         for (const auto& row : block)
             widest = std::max(widest, row.size());
@@ -533,8 +557,7 @@ bool CGrid::Paste()
         if (why.IsEmpty())
             ChangeMany(place, [&](int row, int column) {
                 if (const CString* const text = TextFor(block, row - place.top, column - place.left))
-                    ChangeCell(row, column,
-                               Read(GetCell(row, column).format, *text, m_cells.GetColumn(column)->choices).value);
+                    ChangeCell(row, column, ReadPasted(row, column, *text).value);
             });
     }
     if (why.IsEmpty())

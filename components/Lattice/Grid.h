@@ -183,6 +183,7 @@ private:
     void AskToDeleteRow();
     void FillEditor(const Cell& cell, bool keepText);
     Typed ReadEditor() const;
+    Typed ReadPasted(int row, int column, const CString& text);
     void DropEditor();
     void Current(int row, int column);
     void StandSomewhere();

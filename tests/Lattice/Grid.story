@@ -102,11 +102,14 @@ Dialog
         |||||
         |||||
         |||||
-    # what a line does not have stays
+    # a line that is shorter leaves the rest as it is
     Clipboard a\t1\nb
+    Go to 0, Name
     Press Ctrl+V
-    Cell 1, Name: b
-    Cell 1, Amount:
+    Rows Grid
+        a|1.00||||
+        b|||||
+        |1.00||||
     Undo
     Clipboard yes\tgreen
     Go to 1, Ticked

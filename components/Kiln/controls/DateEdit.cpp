@@ -73,7 +73,7 @@ void CDateEdit::DDX(CDataExchange* exchange, CDate& date, unsigned flags)
         return;
     }
     if (GetFocus() == this)
-        OnKillFocus(nullptr); // Enter saves without leaving the field: the year is found by the same rule
+        TakeAsLeft(); // Enter saves without leaving the field: the year is found by the same rule
     const CDate typed = GetDate();
     const bool mayBeNull = (flags & kDateRequired) == 0;
     if (typed.IsValid() || (typed.IsNull() && mayBeNull)) {

@@ -43,6 +43,9 @@ class KILN_API CDateEdit : public CEdit
     /// why, and the exchange fails with the text selected. `flags` is 0 or kDateRequired.
     void DDX(CDataExchange* exchange, CDate& date, unsigned flags);
 
+    /// Takes what stands in the field as if it were left: by the field's own rule of the year.
+    void TakeAsLeft() { OnKillFocus(nullptr); }
+
     /// Who gives the year of a date typed as day and month alone, in this and all date fields: see
     /// CDate::SetYearHandler. A field with a rule of its own keeps a YearHandlerScope while OnKillFocus runs.
     static CDate::YearHandler SetYearHandler(CDate::YearHandler handler) noexcept

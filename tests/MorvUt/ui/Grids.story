@@ -20,6 +20,12 @@ Payments, three at most
     Rows Grid
         06/04/2024|90.00|10.00|100.00|
         ||A||
+    # the year of a pasted date is that of a typed one
+    Go to 0, Paid
+    Clipboard 1/5
+    Press Ctrl+V
+    Cell 0, Paid: 01/05/2023
+    Undo
     # nor is a row added for what is refused
     Go to 1, Paid
     The program begins anew
