@@ -116,6 +116,11 @@ Shares of 100.01 among three
     Write 40
     Press Enter
     Shares 100.01, 40.00, -, -, 60.01
+    # nothing is taken back any more
+    Read-only yes
+    Undo
+    Read-only no
+    Shares 100.01, 40.00, -, -, 60.01
     # above it stand pounds
     By per cent
     Go to 1, Share

@@ -137,6 +137,7 @@ protected:
             Fill(dialog.grid, CAmt::kZero, 3, true);
         });
         Is("Shares", [this] { return Shares(SplitGrid()); });
+        On("Read-only", [this](const std::string& yes) { SplitGrid().SetReadOnly(yes == "yes"); });
         On("By per cent", [this] { SplitGrid().OnUsePCentSplit(1); });
         On("By amount", [this] { SplitGrid().OnUsePCentSplit(0); });
         On("The amount becomes",

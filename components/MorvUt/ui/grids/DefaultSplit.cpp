@@ -82,6 +82,7 @@ void CDefaultSplitBasePage::SetReadOnly(bool readOnly)
     m_readOnly = readOnly;
     for (int row = 0; row < m_grid.GetRowCount(); ++row)
         m_grid.SetCellReadOnly(row, kPercentColumn, readOnly);
+    m_grid.ClearUndo(); // which would change them
 }
 
 CString CDefaultSplitBasePage::GetNotAllocatedMessage() { return LibraryText(IDS_SPLIT_INCOMPLETE); }

@@ -244,6 +244,7 @@ void CEntitySplitGrid::SetReadOnly(bool readOnly)
 {
     for (int i = 0; i < m_entities.GetSize(); ++i)
         SetCellReadOnly(RowOf(i), kShare, readOnly);
+    ClearUndo(); // which would change them
 }
 
 void CEntitySplitGrid::SetHeaderStringResourceID(unsigned id)
