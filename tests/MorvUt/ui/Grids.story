@@ -139,10 +139,19 @@ Shares of 100.01 among three
     Shares 0.00, 40.00, 25.00, -, Error
     By per cent
     Shares 0.00, Error, Error, -, 100.00000000
+    # one that cannot be held counts
+    Go to 3, Share
+    Write 100000000000
+    Press Enter
+    Shares 0.00, Error, Error, 100000000000.00000000, -92233720268.54776001
+    Undo
+    # an undone slip leaves the amount that cannot be shown
     Go to 1, Share
     Write 50
     Press Enter
     Undo
+    Shares 0.00, Error, Error, -, 100.00000000
+    The first share is 40.00
     The amount becomes 10000
     Shares 100.00, 40.00000000, 25.00000000, -, 35.00000000
     # what is shown stays

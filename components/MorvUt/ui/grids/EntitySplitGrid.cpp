@@ -158,7 +158,7 @@ PercentShare CEntitySplitGrid::PercentAt(int entity) const
     if (cell.error)
         return {PercentShare::Kind::Error, 0};
     const auto* const percent = std::get_if<double>(&cell.value);
-    const auto units = percent ? PercentUnits(*percent) : std::nullopt;
+    const auto units = percent ? NearestPercentUnits(*percent) : std::nullopt;
     return units ? PercentShare{PercentShare::Kind::Percent, *units} : PercentShare();
 }
 

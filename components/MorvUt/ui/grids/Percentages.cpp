@@ -27,6 +27,14 @@ std::optional<std::int64_t> PercentUnits(double percent) noexcept
     return Afx::ToInt64(std::round(percent * static_cast<double>(kUnitsOfAPercent)));
 }
 
+std::optional<std::int64_t> NearestPercentUnits(double percent) noexcept
+{
+    using Limits = std::numeric_limits<std::int64_t>;
+    if (!std::isfinite(percent))
+        return std::nullopt;
+    return PercentUnits(percent).value_or(percent < 0 ? Limits::min() : Limits::max());
+}
+
 CString FormatPercentUnits(std::int64_t units)
 {
     const auto bits = static_cast<std::uint64_t>(units);

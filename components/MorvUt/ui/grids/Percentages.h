@@ -18,6 +18,9 @@ inline constexpr std::int64_t kUnitsOfAPercent = 100'000'000, kUnitsOfAll = 100 
 /// To the nearest unit, halves away from zero; nothing for NaN, infinity and what 64 bits cannot hold (beyond 92
 /// thousand million per cent).
 MORVUT_API std::optional<std::int64_t> PercentUnits(double percent) noexcept;
+/// The same, or the nearest units that 64 bits can hold: nothing for NaN and infinity alone, so that what was typed
+/// counts.
+MORVUT_API std::optional<std::int64_t> NearestPercentUnits(double percent) noexcept;
 /// Eight decimals, as in "33.33333333"; no sign of per cent.
 MORVUT_API CString FormatPercentUnits(std::int64_t units);
 
