@@ -59,6 +59,11 @@ Payments, three at most
     Go to 0, Paid by
     Press Alt+Down Down Enter Enter
     Cell 0, Paid by: Ann's account
+    # from the choices of now
+    Ben pays, too
+    Go to 0, Paid by
+    Press Alt+Down Down Enter Enter
+    Cell 0, Paid by: Ben's account
     Undo all
     Rows Grid
         ||A||

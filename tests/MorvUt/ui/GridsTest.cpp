@@ -109,6 +109,7 @@ protected:
             for (int column = 0; column < Grid().GetColumnCount(); ++column)
                 Grid().SetCellReadOnly(0, column);
         });
+        On("Ben pays, too", [this] { Grid().SetColumnChoices(4, {"Ben", "Ann"}); });
         On("Look for a new row", [this] { static_cast<CInsertableGrid&>(Grid()).CheckForNewRow(); });
         Opens<COneGrid<CTotals>>("Totals");
         Is("Totals computed", [this] {

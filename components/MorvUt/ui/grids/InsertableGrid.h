@@ -66,7 +66,8 @@ class MORVUT_API CInsertableGrid : public Lattice::CGrid
     /// Not owned; null: there is none.
     void SetDeleteButton(CWnd* button);
 
-    /// The control that edits the column of this id, which the grid owns.
+    /// The control that edits the column of this id, which the grid owns. A combo box is filled with the column's
+    /// choices, where there are any, each time a cell is edited.
     Kiln::CExComboBox& GetCombo(int columnId);
     Kiln::CDoubleEdit& GetDoubleEdit(int columnId);
     CUnderwritingDateEdit& GetUWEdit(int columnId);
