@@ -210,10 +210,10 @@ void CGrid::SetCellValue(int row, int column, Value value)
     SetCell(row, column, cell);
 }
 
-void CGrid::SetCellError(int row, int column, Value kept)
+void CGrid::SetCellError(int row, int column)
 {
     Cell cell = GetCell(row, column);
-    cell.value = std::move(kept);
+    cell.value = {};
     cell.error = true;
     SetCell(row, column, cell);
 }

@@ -63,8 +63,7 @@ class LATTICE_API CGrid : public CWnd
     void SetCellText(int row, int column, const char* text) { SetCellValue(row, column, CString(text)); }
     void SetCellAmount(int row, int column, const Kiln::CAmt& amount) { SetCellValue(row, column, amount); }
     void SetCellNumber(int row, int column, double number) { SetCellValue(row, column, number); }
-    /// `kept`: what stands behind the error, which comes back with it when a change is taken back.
-    void SetCellError(int row, int column, Value kept = {});
+    void SetCellError(int row, int column);
     void EmptyCell(int row, int column) { SetCellValue(row, column, {}); }
     void SetCellFormat(int row, int column, Format format);
     void SetCellReadOnly(int row, int column, bool readOnly = true);

@@ -71,28 +71,29 @@ int CDialog::DoModal()
 {
     if (m_open)
         return kFailed;
-    struct Made
-    {
-        CDialog& dialog;
-        ~Made()
-        {
-            if (dialog.m_made)
-                dialog.DestroyWindow();
-        }
-    };
-    const Made made{*this}; // ends also when a handler throws, so that the dialog opens anew
     m_open = true;
     m_result = IDCANCEL;
-    {
-        const BeforeAll beforeAll(*this);
-        MakeControls();
-        Afx::WindowSystem* const system = Afx::WindowSystem::Current();
-        if (Open() && system) {
-            MakePeers();
-            system->RunDialog(*this);
-        }
+    try {
+        Run();
+    } catch (...) {
+        if (m_made)
+            DestroyWindow(); // so that it opens anew
+        throw;
     }
+    if (m_made)
+        DestroyWindow();
     return m_result;
+}
+
+void CDialog::Run()
+{
+    const BeforeAll beforeAll(*this);
+    MakeControls();
+    Afx::WindowSystem* const system = Afx::WindowSystem::Current();
+    if (Open() && system) {
+        MakePeers();
+        system->RunDialog(*this);
+    }
 }
 
 /// Fills it and sets the focus. Whether it is still open then.

@@ -65,6 +65,7 @@ protected:
 private:
     friend class CPropertySheet;
 
+    void Run();
     bool Open();
     void GotoNext(bool back);
     void GotoNextEmpty(CWnd& focus);

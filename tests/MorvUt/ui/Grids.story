@@ -150,6 +150,11 @@ Shares of 100.01 among three
     Press Enter
     Shares 0.00, Error, Error, 100000000000.00000000, -92233720268.54776001
     Undo
+    # nor is anything left of what was typed and deleted
+    Write 50
+    Press Enter
+    Go to 3, Share
+    Press Delete
     # an undone slip leaves the amount that cannot be shown
     Go to 1, Share
     Write 50

@@ -43,6 +43,7 @@ void CEntitySplitGrid::DDXFunc(CDataExchange* exchange, const CAmt& amount, cons
 void CEntitySplitGrid::PopulateTheGrid(Quarry::CDataList& clients, Quarry::CDataList& partnerships)
 {
     m_amounts.assign(static_cast<std::size_t>(m_entities.GetSize()), CAmt());
+    m_shown = m_amounts;
     for (int i = 0; i < m_entities.GetSize(); ++i) {
         Quarry::CDataList& list = m_entities[i].isPartnership ? partnerships : clients;
         if (MoveToShare(list, m_entities[i]))
@@ -175,13 +176,14 @@ std::vector<PercentShare> CEntitySplitGrid::PercentsShown() const
 void CEntitySplitGrid::ShowShare(int entity)
 {
     const CAmt& amount = m_amounts[static_cast<std::size_t>(entity)];
+    m_shown[static_cast<std::size_t>(entity)] = amount;
     if (!m_usePercent) {
         SetCellAmount(RowOf(entity), kShare, amount);
         return;
     }
     const PercentShare percent = PercentShareOf(amount, m_netAmount);
     if (percent.kind == PercentShare::Kind::Error)
-        SetCellError(RowOf(entity), kShare, amount);
+        SetCellError(RowOf(entity), kShare);
     else if (percent.IsPercent())
         SetCellNumber(RowOf(entity), kShare, percent.Percent());
     else
@@ -196,14 +198,15 @@ void CEntitySplitGrid::TakeShare(int entity)
         amount = GetCellAmt(RowOf(entity), kShare);
         return;
     }
+    const CAmt& shown = m_shown[static_cast<std::size_t>(entity)];
     const PercentShare percent = PercentAt(entity);
-    PercentsToAmounts({&percent, 1}, m_netAmount, {&amount, 1});
-    if (percent.kind != PercentShare::Kind::Error)
-        return;
-    const Lattice::Cell cell = GetCell(RowOf(entity), kShare);
-    if (const auto* const kept = std::get_if<CAmt>(&cell.value))
-        amount = *kept;
-    ShowShare(entity); // there may be an amount now of which it is a share
+    const bool isError = percent.kind == PercentShare::Kind::Error;
+    const bool isShown = isError || percent == PercentShareOf(shown, m_netAmount);
+    amount = isShown ? shown : CAmt();
+    if (isError)
+        ShowShare(entity); // there may be an amount now of which it is a share
+    else if (!isShown)
+        PercentsToAmounts({&percent, 1}, m_netAmount, {&amount, 1});
 }
 
 /// What is left to allocate.

@@ -88,6 +88,7 @@ private:
     ShareColumns m_columns;
     CEntityArray m_entities;
     std::vector<Kiln::CAmt> m_amounts; // the shares, whatever is shown
+    std::vector<Kiln::CAmt> m_shown;   // those that the cells were filled from last: exact while a cell says the same
     Kiln::CAmt m_netAmount;
     bool m_usePercent = false;
 };
