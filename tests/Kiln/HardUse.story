@@ -95,3 +95,27 @@ Sheet
     Write y
     Text Text: ten lettersx...x
     Type Text:
+
+== A date that is refused says why and stays to be mended
+Sheet
+    Type Date: 31/4/2024
+    Click OK
+    Message 31 April does not exist; April has 30 days
+    Focus Date
+    All selected
+    # it must be given
+    Type Date:
+    Click OK
+    Message No date was given
+    # in its own rule's year, also when Enter saves
+    Type Date: 29/2
+    Press Enter
+    Message 29 February 2021 does not exist; February 2021 has 28 days
+    Press Tab
+    Click OK
+    Message 29 February 2021 does not exist; February 2021 has 28 days
+    Text Date: 29/2
+    # another text is another date
+    Type Date: 29/02/2024
+    Click OK
+    The sheet is closed

@@ -7,6 +7,7 @@
 #include "Afx/windows/DataExchange.h"
 #include "Afx/windows/PropertySheet.h"
 #include "Kiln/controls/AmtEdit.h"
+#include "Kiln/controls/DateEdit.h"
 #include "support/Story.h"
 
 namespace
@@ -15,12 +16,13 @@ namespace
 using Afx::ControlKind;
 using Shown = Afx::HeadlessWindowSystem::Shown;
 
-constexpr unsigned kAmount = 101, kKind = 102, kText = 103, kAsk = 104, kEnding = 105;
+constexpr unsigned kAmount = 101, kKind = 102, kText = 103, kAsk = 104, kEnding = 105, kDate = 106;
 constexpr Afx::LayoutRow kRoughRows[] = {
     {ControlKind::Label, 0, "&Amount:", 0, 0}, {ControlKind::Custom, kAmount, "", 0, 1},
     {ControlKind::Label, 0, "&Kind:", 1, 0},   {ControlKind::Combo, kKind, "", 1, 1},
     {ControlKind::Label, 0, "&Text:", 2, 0},   {ControlKind::Field, kText, "", 2, 1},
-    {ControlKind::Push, kAsk, "As&k", 3, 1},
+    {ControlKind::Label, 0, "&Date:", 3, 0},   {ControlKind::Custom, kDate, "", 3, 1},
+    {ControlKind::Push, kAsk, "As&k", 4, 1},
 };
 constexpr Afx::DialogLayout kRough = Afx::LayoutOf("Rough", kRoughRows);
 
@@ -42,6 +44,17 @@ public:
     void OnChar(unsigned, unsigned, unsigned) override { DestroyWindow(); }
 };
 
+/// A field whose dates lie in 2021, as a screen's own field would do it.
+class COwnYearEdit : public Kiln::CDateEdit
+{
+protected:
+    void OnKillFocus(CWnd* newFocus) override
+    {
+        const YearHandlerScope scope([](int, int) { return 2021; });
+        CDateEdit::OnKillFocus(newFocus);
+    }
+};
+
 /// Asks something when its button is pressed; its list is filled anew when it drops.
 class CRoughPage : public CPropertyPage
 {
@@ -57,7 +70,12 @@ protected:
             Fill();
         return CPropertyPage::OnCommand(wParam, lParam);
     }
-    void DoDataExchange(CDataExchange* exchange) override { DDX_Control(exchange, kAmount, m_amount); }
+    void DoDataExchange(CDataExchange* exchange) override
+    {
+        DDX_Control(exchange, kAmount, m_amount);
+        DDX_Control(exchange, kDate, m_date);
+        m_date.DDX(exchange, m_day, Kiln::kDateRequired);
+    }
 
 private:
     void Fill() const
@@ -69,6 +87,8 @@ private:
     }
 
     Kiln::CAmtEdit m_amount;
+    COwnYearEdit m_date;
+    Kiln::CDate m_day;
 };
 
 class HardUse : public ::testing::Test, protected ::Test::Stories
@@ -111,6 +131,7 @@ private:
         });
     }
 
+    const Kiln::CDateEdit::YearHandlerScope m_year{[](int, int) { return 2024; }}; // which has each day
     CRoughPage m_page;
     CPropertySheet m_sheet{"Sheet"};
 };

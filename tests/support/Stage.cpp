@@ -28,6 +28,8 @@ void Touch::Type(CWnd& control, std::string_view text)
 {
     Windows().Leave();
     Windows().Type(control, text);
+    if (text.empty())
+        Windows().Key(VK_DELETE);
 }
 
 void Touch::Click(CWnd& control) { EXPECT_TRUE(Afx::UserActs::Click(control)) << control.GetDlgCtrlID(); }
