@@ -41,15 +41,7 @@ void Say(const char* kind, const Parts&... parts)
 class CTellingGrid : public Sample::CSampleGrid
 {
 public:
-    CTellingGrid()
-    {
-        FillWithEveryKind();
-        SetCellValue(0, Sample::kTicked, 1);
-        SetCellValue(0, Sample::kDate, Kiln::CDate(2024, 4, 5));
-        const int row = InsertRow(1);
-        SetHeadingRow(row);
-        SetCellText(row, Sample::kName, "What follows");
-    }
+    CTellingGrid() { FillWithEveryKind(); }
 
 protected:
     void OnGridCellHasFocus(int row, int column) override
