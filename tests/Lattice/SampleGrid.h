@@ -7,15 +7,7 @@
 namespace Sample
 {
 
-enum Place
-{
-    kName,
-    kAmount,
-    kShare,
-    kDate,
-    kTicked,
-    kChoice
-};
+inline constexpr int kName = 0, kAmount = 1, kShare = 2, kDate = 3, kTicked = 4, kChoice = 5; // columns
 
 /// Rows of every format, of which the last is a total, and at most five can be pasted into.
 class CSampleGrid : public Lattice::CGrid
@@ -29,25 +21,28 @@ public:
         AddColumn(4, "Date", Lattice::Format::Date);
         AddColumn(5, "Ticked", Lattice::Format::CheckBox);
         SetColumnChoices(AddColumn(6, "Kind", Lattice::Format::Combo), {"red", "green"});
-        for (const char* const heading : {"First", "Second"})
+        for (const char* const heading : {"First", "Second", "Total"})
             SetRowHeading(AppendRow(), heading);
-        SetTotalRow(AppendRow());
-        SetRowHeading(2, "Total");
+        SetTotalRow(2);
         for (int column = 0; column < GetColumnCount(); ++column)
             SetCellReadOnly(2, column);
         Total();
         ClearUndo();
     }
-    /// Empty, automatic, a share, an error, one of a list, a total, and what cannot be changed.
+    /// Empty, automatic, a share, a date, ticked, one of a list, an error, a line that says what follows, and a total.
     void FillWithEveryKind()
     {
         Kiln::CAmt automatic(-12'5000);
         automatic.SetAuto(true);
         SetCellAmount(0, kAmount, automatic);
         SetCellNumber(0, kShare, 50);
-        SetCellError(1, kShare);
+        SetCellValue(0, kDate, Kiln::CDate(2024, 4, 5));
+        SetCellValue(0, kTicked, 1);
         SetCellValue(0, kChoice, 1);
-        SetCellAmount(2, kAmount, Kiln::CAmt(1234'0000));
+        SetHeadingRow(InsertRow(1));
+        SetCellText(1, kName, "What follows");
+        SetCellError(2, kShare);
+        SetCellAmount(3, kAmount, Kiln::CAmt(1234'0000));
     }
     CString WhyCell(int row, int) const override { return row == 2 ? "First and Second" : ""; }
 
