@@ -70,6 +70,8 @@ Typed ReadCheckBox(const CString& text)
 
 Typed ReadChoice(const CString& text, const Choices& choices)
 {
+    if (choices.empty())
+        return {{}, "There is nothing in the list to choose from."};
     CString all;
     for (std::size_t i = 0; i < choices.size(); ++i) {
         if (choices[i].CompareNoCase(text) == 0)

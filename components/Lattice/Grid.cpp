@@ -445,7 +445,8 @@ void CGrid::EmptySelection()
 void CGrid::CopyFromAbove()
 {
     const Cell above = GetCell(m_row - 1, m_column);
-    const bool isOfItsKind = m_row > 0 && above.format == GetCell(m_row, m_column).format && !above.error;
+    const bool isOfItsKind =
+        m_row > 0 && !IsHeadingRow(m_row - 1) && above.format == GetCell(m_row, m_column).format && !above.error;
     if (isOfItsKind && IsCellEditable(m_row, m_column) && OnGridCellEdit(m_row, m_column))
         ChangeCell(m_row, m_column, above.value);
 }
@@ -867,7 +868,10 @@ bool CGrid::OnCommand(WPARAM wParam, LPARAM lParam)
     const auto code = static_cast<unsigned>(wParam >> Afx::kCommandIdBits & Afx::kCommandIdMask);
     const bool loses = dynamic_cast<CComboBox*>(m_editor) ? code == CBN_KILLFOCUS : code == EN_KILLFOCUS;
     if (fromEditor && loses && !m_ending) {
-        if (EndEdit())
+        const CWnd* const next = GetFocus();
+        const bool cancels = next && next->GetDlgCtrlID() == IDCANCEL;
+        // What cannot be taken is no reason to stay where all is given up.
+        if (EndEdit(!cancels || ReadEditor().whyNot.IsEmpty()))
             OnGridLosingFocus();
         return true;
     }
