@@ -45,7 +45,7 @@ protected:
             });
         });
         On("As ben", [this] { m_user = "ben"; });
-        On("450 clients more", [] { ::Test::AddClients(450); });
+        On("Clients more:", [](const std::string& count) { ::Test::AddClients(std::stoi(count)); });
         On("Stored", ::Test::Practice::InTable);
         On("Sql", ::Test::Practice::Script);
         On("Somebody else:", [](const std::string& sql) { ::Test::Practice::Open()->Script(sql); });

@@ -66,7 +66,7 @@ Clients
 
 == Long list opens with the first ones and shows more when asked
 Clients
-    450 clients more
+    Clients more: 450
     Click Refresh
     Count Clients: 200
     Shows The first 200 by name. Type more letters, or show more.

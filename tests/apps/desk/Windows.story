@@ -2,7 +2,7 @@
 
 == Roll forward shows how far it is while it runs
 Clients
-    450 clients more
+    Clients more: 2000
     Choose Tax year: 2017/18
     Next
         Preview shows how far it is while it runs
