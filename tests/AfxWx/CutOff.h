@@ -1,19 +1,24 @@
 #pragma once
 
-// Whether all that a window says can be read.
+// What a window shows, and whether all that it says can be read.
 
 #include <string>
 #include <vector>
 
 class CDialog;
+using GtkWidget = struct _GtkWidget;
 
 namespace Test
 {
 
-/// What is cut off in the real window of a dialog, one line each: the control's number and text, what it needs and what
-/// it has, in the toolkit's pixels. Texts, buttons, boxes, headings and tabs need room for all that they say, fields
-/// and combo boxes the height of a line; all stand inside what is around them, none covers another, and the window fits
-/// on the screen.
+/// What a widget of the toolkit shows inside it when it is shown itself. A tab that found no room counts, pages behind
+/// others do not.
+std::vector<GtkWidget*> ShownIn(GtkWidget* widget);
+
+/// What is cut off in the real window of a dialog, one line each, as "Name": needs 78 x 17, has 71 x 17, in the
+/// toolkit's pixels. Texts, of buttons, boxes, headings and tabs too, need room for all that they say, fields and combo
+/// boxes the height of a line; all stand inside what is around them, none covers another, and the window fits on the
+/// screen.
 std::vector<std::string> CutOff(const CDialog& dialog);
 
 } // namespace Test

@@ -300,11 +300,9 @@ void ExpectCalled(GtkWidget* widget, const std::string& name)
     if (gtk_widget_get_can_focus(widget) && gtk_widget_get_mapped(widget)) {
         EXPECT_EQ(spoken ? spoken : "", name);
     }
-    if (GTK_IS_CONTAINER(widget) && atk_object_get_role(object) != ATK_ROLE_TABLE)
-        gtk_container_forall(
-            GTK_CONTAINER(widget),
-            [](GtkWidget* inner, gpointer outer) { ExpectCalled(inner, *static_cast<const std::string*>(outer)); },
-            const_cast<std::string*>(&name));
+    if (atk_object_get_role(object) != ATK_ROLE_TABLE)
+        for (GtkWidget* const inner : ::Test::ShownIn(widget))
+            ExpectCalled(inner, name);
 }
 
 void ExpectSpoken(const NativePeer& peer)
@@ -438,8 +436,8 @@ private:
             return;
         WaitForPaint(*PeerOf(&dialog)->Native());
         for (const std::string& line : ::Test::CutOff(dialog))
-            if (s_told.insert(line).second)
-                ADD_FAILURE() << "cut off: " << line;
+            if (s_told.insert(dialog.Text().Str() + ": " + line).second)
+                ADD_FAILURE() << "cut off in " << dialog.Text().Str() << ": " << line;
     }
     static void ExpectMirrored(const CWnd& window)
     {
