@@ -5,25 +5,19 @@
 
 #include <algorithm>
 #include <chrono>
-#include <iterator>
 #include <set>
 #include <stdexcept>
 #include <thread>
 
-#include <wx/dataview.h>
+#include <wx/dialog.h>
 #include <wx/grid.h>
 #include <wx/textctrl.h>
 
 #include "Afx/text/Utf8.h"
-#include "Afx/windows/Button.h"
-#include "Afx/windows/ComboBox.h"
-#include "Afx/windows/Edit.h"
-#include "Afx/windows/ListCtrl.h"
 #include "Afx/windows/MessageBox.h"
 #include "AfxWx/CutOff.h"
 #include "AfxWx/detail/Peer.h"
 #include "AfxWx/RealHands.h"
-#include "Lattice/Grid.h"
 
 #include <gtk/gtk.h>
 
@@ -46,37 +40,15 @@ constexpr std::chrono::seconds kPatience{10};
 constexpr std::chrono::milliseconds kBreath{1};
 constexpr int kQuietRounds = 3;
 
-/// What can be seen: the focus, the place of the dialog before all others, and the text and state of all in it.
-void Account(const CWnd& window, std::string& account)
-{
-    account += std::to_string(window.GetDlgCtrlID()) + '=' + window.Text().Str() + (window.IsShown() ? '+' : '-') +
-               (window.IsWindowEnabled() ? '+' : '-');
-    for (const CWnd* const child : window.Children())
-        Account(*child, account);
-}
-
 GtkWidget* WidgetOf(const wxWindow& window) { return static_cast<GtkWidget*>(window.GetHandle()); }
+
+const AfxWx::System& TheSystem() { return dynamic_cast<const AfxWx::System&>(*Afx::WindowSystem::Current()); }
 
 /// The window before all others; null without one.
 GtkWidget* TopWidget()
 {
-    const AfxWx::System* const system = AfxWx::System::Current();
-    const wxWindow* const top = system ? reinterpret_cast<wxWindow*>(system->TopWindow()) : nullptr;
+    const wxWindow* const top = TheSystem().TopWindow();
     return top ? WidgetOf(*top) : nullptr;
-}
-
-std::string Account()
-{
-    std::string account;
-    if (const CDialog* const top = CDialog::GetTopModal())
-        Account(*top, account);
-    GtkWidget* const top = TopWidget();
-    if (GdkWindow* const drawn = top ? gtk_widget_get_window(top) : nullptr) {
-        int x = 0, y = 0;
-        gdk_window_get_origin(drawn, &x, &y); // the window manager may still be placing it
-        account += std::to_string(x) + ',' + std::to_string(y);
-    }
-    return account + '@' + std::to_string(reinterpret_cast<std::uintptr_t>(CWnd::GetFocus()));
 }
 
 /// Does all that there is to do; whether there was anything.
@@ -115,75 +87,30 @@ GtkWindow* ActiveWindow()
 
 void WaitForDialog()
 {
-    if (const AfxWx::System* const system = AfxWx::System::Current(); system && !system->IsIdle())
-        Settle();
     WaitFor("the dialog to have the keyboard", [] {
         GtkWidget* const top = TopWidget();
         GtkWidget* const grab = gtk_grab_get_current();
-        const bool isDropped =
-            grab && (GTK_IS_MENU(grab) || (GTK_IS_WINDOW(grab) && gtk_window_get_window_type(GTK_WINDOW(grab)) ==
-                                                                      GTK_WINDOW_POPUP)); // a combo box's list
-        return isDropped || (top && GTK_WIDGET(ActiveWindow()) == top);
+        const bool isDropped = grab && gtk_window_get_window_type(GTK_WINDOW(gtk_widget_get_toplevel(grab))) ==
+                                           GTK_WINDOW_POPUP; // a combo box's list
+        return TheSystem().IsIdle() && (isDropped || (top && GTK_WIDGET(ActiveWindow()) == top));
     });
 }
 
-/// In pixels of the screen, of which the toolkit's own may hold several.
-struct Place
+/// What was changed last has its place on the screen.
+void WaitForPaint(GtkWidget* widget)
 {
-    int x, y;
-};
-
-/// A place in a widget, `right` from its left edge, in its middle from top to bottom.
-Place PlaceIn(GtkWidget* widget, int right)
-{
-    GtkWidget* const top = gtk_widget_get_toplevel(widget);
-    int left = 0, up = 0, x = 0, y = 0;
-    gdk_window_get_origin(gtk_widget_get_window(top), &left, &up);
-    gtk_widget_translate_coordinates(widget, top, right, gtk_widget_get_allocated_height(widget) / 2, &x, &y);
-    const int scale = gtk_widget_get_scale_factor(top);
-    return {scale * (left + x), scale * (up + y)};
+    GdkFrameClock* const clock = gtk_widget_get_frame_clock(widget);
+    bool painted = false;
+    const gulong watch =
+        g_signal_connect_swapped(clock, "after-paint", G_CALLBACK(+[](bool* done) { *done = true; }), &painted);
+    gtk_widget_queue_draw(gtk_widget_get_toplevel(widget));
+    WaitFor("a window to be painted", [&painted] { return painted; });
+    g_signal_handler_disconnect(clock, watch);
 }
-
-/// Near the left edge, where boxes and buttons are hit.
-Place PlaceOf(const wxWindow& window)
-{
-    constexpr int kInside = 10;
-    GtkWidget* const widget = WidgetOf(window);
-    return PlaceIn(widget, std::min(kInside, gtk_widget_get_allocated_width(widget) / 2));
-}
-
-/// The columns of a list or a grid as they are shown.
-struct ShownColumns
-{
-    explicit ShownColumns(const CWnd& list)
-        : native(*PeerOf(&list)->Native()), grid(dynamic_cast<wxGrid*>(&native)),
-          view(dynamic_cast<wxDataViewCtrl*>(&native))
-    {}
-    int Width(int column) const
-    {
-        return grid ? grid->GetColSize(column) : view->GetColumn(static_cast<unsigned>(column))->GetWidth();
-    }
-    /// Where the heading's right edge is dragged.
-    Place Edge(int column) const
-    {
-        if (grid) {
-            int right = -1;
-            for (int i = 0; i <= column; ++i)
-                right += grid->GetColSize(i);
-            return PlaceIn(WidgetOf(*grid->GetGridColLabelWindow()), right);
-        }
-        auto* const shown = GTK_TREE_VIEW_COLUMN(view->GetColumn(static_cast<unsigned>(column))->GetGtkHandle());
-        return PlaceIn(gtk_tree_view_column_get_button(shown), gtk_tree_view_column_get_width(shown) - 1);
-    }
-
-    wxWindow& native;
-    wxGrid* grid;
-    wxDataViewCtrl* view;
-};
 
 /// Keys that were pressed and buttons that were let go, as they have come back from the display server: on their way
 /// they may wait for the window manager.
-int g_keysPressed = 0, g_buttonsReleased = 0;
+std::size_t g_keysPressed = 0, g_buttonsReleased = 0;
 
 void CountEvent(GdkEvent* event, gpointer)
 {
@@ -202,23 +129,21 @@ void SendSymbol(KeySym symbol, unsigned modifiers)
     const KeyCode key = XKeysymToKeycode(display, symbol);
     if (key == 0)
         throw std::logic_error("the keyboard has no such key: " + std::to_string(symbol));
-    if (XkbKeycodeToKeysym(display, key, 0, 0) != symbol && XkbKeycodeToKeysym(display, key, 0, 1) == symbol)
+    if (XkbKeycodeToKeysym(display, key, 0, 0) != symbol)
         modifiers |= Afx::kShift;
     constexpr std::pair<unsigned, KeySym> kHeld[] = {
         {Afx::kShift, XK_Shift_L}, {Afx::kControl, XK_Control_L}, {Afx::kAlt, XK_Alt_L}};
-    CountEvents();
-    int awaited = g_keysPressed + 1;
+    std::vector<KeyCode> keys;
     for (const auto& [modifier, held] : kHeld)
-        awaited += (modifiers & modifier) != 0;
-    for (const bool isDown : {true, false}) {
-        if (!isDown)
-            XTestFakeKeyEvent(display, key, False, CurrentTime);
-        for (const auto& [modifier, held] : kHeld)
-            if (modifiers & modifier)
-                XTestFakeKeyEvent(display, XKeysymToKeycode(display, held), isDown, CurrentTime);
-        if (isDown)
-            XTestFakeKeyEvent(display, key, True, CurrentTime);
-    }
+        if (modifiers & modifier)
+            keys.push_back(XKeysymToKeycode(display, held));
+    keys.push_back(key);
+    CountEvents();
+    const std::size_t awaited = g_keysPressed + keys.size();
+    for (const KeyCode one : keys)
+        XTestFakeKeyEvent(display, one, True, CurrentTime);
+    for (; !keys.empty(); keys.pop_back())
+        XTestFakeKeyEvent(display, keys.back(), False, CurrentTime);
     WaitFor("a key", [awaited] { return g_keysPressed >= awaited; });
 }
 
@@ -239,57 +164,69 @@ KeySym SymbolOf(unsigned key)
     return key >= 'A' && key <= 'Z' ? key - 'A' + XK_a : key; // a letter without Shift
 }
 
-void MoveTo(Place place)
+void MoveTo(int x, int y)
 {
-    XTestFakeMotionEvent(gdk_x11_get_default_xdisplay(), -1, place.x, place.y, CurrentTime);
+    const int scale = gdk_window_get_scale_factor(gdk_get_default_root_window()); // of the toolkit's pixels
+    XTestFakeMotionEvent(gdk_x11_get_default_xdisplay(), -1, scale * x, scale * y, CurrentTime);
     Pump();
 }
 
-void SendButton(bool isDown) { XTestFakeButtonEvent(gdk_x11_get_default_xdisplay(), 1, isDown, CurrentTime); }
-
-/// Presses the mouse's button at a place and lets it go at another, so many times.
-void SendDrag(Place from, Place to, int times = 1)
+/// Presses the mouse's button `inside` pixels from a widget's left edge, in its middle from top to bottom, and lets it
+/// go `by` pixels further to the right; so many times.
+void SendDrag(GtkWidget* widget, int inside, int by = 0, int times = 1)
 {
-    MoveTo({1, 1}); // a button that the mouse has not entered is not clicked
-    MoveTo(from);
+    GtkWidget* const top = gtk_widget_get_toplevel(widget);
+    int x = 0, y = 0;
+    gtk_widget_translate_coordinates(widget, top, inside, gtk_widget_get_allocated_height(widget) / 2, &x, &y);
+    gdk_window_get_root_coords(gtk_widget_get_window(top), x, y, &x, &y);
+    MoveTo(1, 1); // a button that the mouse has not entered is not clicked
+    MoveTo(x, y);
     CountEvents();
-    for (const int awaited = g_buttonsReleased + times; times > 0; --times) {
-        SendButton(true);
-        if (to.x != from.x || to.y != from.y) {
+    for (; times > 0; --times) {
+        const std::size_t before = g_buttonsReleased;
+        XTestFakeButtonEvent(gdk_x11_get_default_xdisplay(), 1, True, CurrentTime);
+        if (by != 0) {
             Pump();
-            MoveTo({(from.x + to.x) / 2, (from.y + to.y) / 2});
-            MoveTo(to);
+            MoveTo(x + by / 2, y);
+            MoveTo(x + by, y);
         }
-        SendButton(false);
-        WaitFor("the mouse's button", [=] { return g_buttonsReleased > awaited - times; });
+        XTestFakeButtonEvent(gdk_x11_get_default_xdisplay(), 1, False, CurrentTime);
+        WaitFor("the mouse's button", [before] { return g_buttonsReleased > before; });
     }
 }
 
-void HasPainted(GdkFrameClock*, gpointer painted) { *static_cast<bool*>(painted) = true; }
-
-/// What was changed last has its place on the screen.
-void WaitForPaint(const wxWindow& inside)
+/// A column of a list or a grid as it is shown; where the right edge of its heading is, inside a widget.
+struct Column
 {
-    GtkWidget* const window = gtk_widget_get_toplevel(WidgetOf(inside));
-    GdkFrameClock* const clock = gtk_widget_get_frame_clock(window);
-    bool painted = false;
-    const gulong watch = g_signal_connect(clock, "after-paint", G_CALLBACK(HasPainted), &painted);
-    gtk_widget_queue_draw(window);
-    WaitFor("a window to be painted", [&painted] { return painted; });
-    g_signal_handler_disconnect(clock, watch);
+    int width;
+    GtkWidget* widget;
+    int edge;
+};
+
+Column ColumnOf(const wxWindow& list, int column)
+{
+    if (const auto* const grid = dynamic_cast<const wxGrid*>(&list)) {
+        int edge = -1;
+        for (int i = 0; i <= column; ++i)
+            edge += grid->GetColSize(i);
+        return {grid->GetColSize(column), WidgetOf(*grid->GetGridColLabelWindow()), edge};
+    }
+    auto* const view = GTK_TREE_VIEW(gtk_bin_get_child(GTK_BIN(WidgetOf(list))));
+    GtkTreeViewColumn* const shown = gtk_tree_view_get_column(view, column);
+    const int width = gtk_tree_view_column_get_width(shown);
+    return {width, gtk_tree_view_column_get_button(shown), width - 1};
 }
 
 /// Drags the right edge of a column's heading by so many dialog units; by none: clicks it, so many times.
 void SendToEdge(const CWnd& list, int column, int by, int times)
 {
+    const wxWindow& native = *PeerOf(&list)->Native();
     WaitForDialog();
-    const ShownColumns shown(list);
-    WaitForPaint(shown.native);
-    const Place from = shown.Edge(column);
-    const int scale = gtk_widget_get_scale_factor(WidgetOf(shown.native));
-    SendDrag(from, {from.x + AfxWx::PixelsOf(shown.native, by, 0).x * scale, from.y}, times);
+    WaitForPaint(WidgetOf(native));
+    const Column shown = ColumnOf(native, column);
+    SendDrag(shown.widget, shown.edge, AfxWx::PixelsOf(native, by, 0).x, times);
     Settle();
-    WaitForPaint(shown.native); // which gives columns their widths
+    WaitForPaint(WidgetOf(native)); // which gives columns their widths
 }
 
 /// What takes the keyboard is called what the model calls it; what a table holds has names of its own.
@@ -308,25 +245,18 @@ void ExpectCalled(GtkWidget* widget, const std::string& name)
 void ExpectSpoken(const NativePeer& peer)
 {
     const CWnd& model = peer.Model();
-    const bool isGrid = dynamic_cast<const Lattice::CGrid*>(&model) != nullptr;
-    const bool isControl = isGrid || dynamic_cast<const CEdit*>(&model) || dynamic_cast<const CButton*>(&model) ||
-                           dynamic_cast<const CComboBox*>(&model) || dynamic_cast<const CListCtrl*>(&model);
-    if (!isControl || !model.IsWindowVisible())
+    if (!model.IsTabStop() || !model.IsWindowVisible() || !peer.FocusTarget()->GetChildren().empty())
         return;
     constexpr int kFirstOfLibrary = 1000; // windows of the tests' own have nameless controls
     const std::string name = model.GetAccessibleName().Str();
     EXPECT_TRUE(!name.empty() || model.GetDlgCtrlID() < kFirstOfLibrary) << "nameless: " << model.GetDlgCtrlID();
-    ExpectCalled(WidgetOf(*(isGrid ? peer.FocusTarget() : peer.Native())), name);
+    ExpectCalled(WidgetOf(*peer.FocusTarget()), name);
 }
 
 class RealStage : public Test::Stage, public AfxWx::Observer
 {
 public:
-    int Run(const std::function<int()>& tests) override
-    {
-        constexpr int kNoDisplay = 77;
-        return AfxWx::RunApplication("Real windows", tests, kNoDisplay);
-    }
+    int Run(const std::function<int()>& tests) override { return AfxWx::RunApplication("Real windows", tests); }
     std::unique_ptr<Afx::WindowSystem> MakeSystem(Afx::HeadlessWindowSystem& script) override
     {
         m_script = &script;
@@ -338,7 +268,6 @@ public:
     // What is shown is worked by the script.
     void DialogRuns(CDialog& dialog) override
     {
-        Settle();
         WaitForDialog();
         Settle();
         ExpectReadable(dialog);
@@ -375,10 +304,8 @@ public:
         while (!text.empty()) {
             const unsigned character = Afx::TakeCharacter(text);
             constexpr unsigned kAsciiEnd = 127;
-            if (character == VK_BACK)
-                SendKey(VK_BACK, 0);
-            else if (character < kAsciiEnd)
-                SendSymbol(character, 0); // whose symbols have the numbers of the characters
+            if (character < kAsciiEnd) // whose symbols have the numbers of the characters
+                SendSymbol(character == VK_BACK ? XK_BackSpace : character, 0);
             else if (CWnd* const focus = CWnd::GetFocus()) {
                 Afx::UserActs::Char(*focus, character); // this keyboard has no such key
                 Settle();
@@ -391,9 +318,10 @@ public:
         WaitForDialog();
         const NativePeer* const peer = PeerOf(&control);
         ASSERT_NE(peer, nullptr) << "no window: " << control.GetDlgCtrlID();
-        WaitForPaint(*peer->Native());
-        const Place place = PlaceOf(*peer->Native());
-        SendDrag(place, place);
+        GtkWidget* const widget = WidgetOf(*peer->Native());
+        WaitForPaint(widget);
+        constexpr int kInside = 10; // where boxes and buttons are hit
+        SendDrag(widget, std::min(kInside, gtk_widget_get_allocated_width(widget) / 2));
         Finish();
     }
     void Type(CWnd& control, std::string_view text) override
@@ -412,12 +340,10 @@ private:
     static void TakePicture(const CDialog& dialog)
     {
         static int s_count = 0;
-        const char* const folder = std::getenv("MORVUT_PICTURES");
-        if (!folder)
-            return;
-        std::string title = dialog.Text().IsEmpty() ? "untitled" : dialog.Text().Str();
+        std::string title = dialog.Text().Str();
         std::replace(title.begin(), title.end(), '/', '-'); // of tax years
-        AfxWx::SaveScreenshot(std::string(folder) + '/' + std::to_string(++s_count) + '-' + title + ".png");
+        if (const char* const folder = std::getenv("MORVUT_PICTURES"))
+            AfxWx::SaveScreenshot(std::string(folder) + '/' + std::to_string(++s_count) + '-' + title + ".png");
     }
     /// The act is done, and what is shown is what the model holds.
     void Finish()
@@ -434,7 +360,7 @@ private:
         static auto& s_told = *new std::set<std::string>;
         if (::Test::CutOff(dialog).empty())
             return;
-        WaitForPaint(*PeerOf(&dialog)->Native());
+        WaitForPaint(WidgetOf(*PeerOf(&dialog)->Native()));
         for (const std::string& line : ::Test::CutOff(dialog))
             if (s_told.insert(dialog.Text().Str() + ": " + line).second)
                 ADD_FAILURE() << "cut off in " << dialog.Text().Str() << ": " << line;
@@ -460,14 +386,15 @@ private:
 
 void Test::Settle()
 {
-    std::string before;
+    std::pair<int, int> before;
     int quiet = 0;
     WaitFor("the program to come to rest", [&] {
         const bool any = Pump();
-        const AfxWx::System* const system = AfxWx::System::Current();
-        std::string now = Account();
-        quiet = any || !system || !system->IsIdle() || now != before ? 0 : quiet + 1;
-        before = std::move(now);
+        std::pair<int, int> now;
+        if (GtkWidget* const top = TopWidget()) // which the window manager may still be placing
+            gdk_window_get_origin(gtk_widget_get_window(top), &now.first, &now.second);
+        quiet = any || !TheSystem().IsIdle() || now != before ? 0 : quiet + 1;
+        before = now;
         return quiet >= kQuietRounds;
     });
 }
@@ -477,8 +404,8 @@ void Test::SendKey(unsigned key, unsigned modifiers) { SendSymbol(SymbolOf(key),
 
 int Test::ShownWidth(const CWnd& list, int column)
 {
-    const ShownColumns shown(list);
-    return AfxWx::UnitsOf(shown.native, shown.Width(column));
+    const wxWindow& native = *PeerOf(&list)->Native();
+    return AfxWx::UnitsOf(native, ColumnOf(native, column).width);
 }
 
 void Test::DragEdge(CWnd& list, int column, int by) { SendToEdge(list, column, by, 1); }

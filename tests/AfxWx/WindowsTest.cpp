@@ -14,12 +14,10 @@ namespace
 
 using Afx::ControlKind;
 
-constexpr unsigned kAmount = 101, kKind = 102;
+constexpr unsigned kAmount = 101;
 constexpr Afx::LayoutRow kShortRows[] = {{ControlKind::Label, 0, "&Amount:", 0, 0},
                                          {ControlKind::Field, kAmount, "", 0, 1},
-                                         {ControlKind::Label, 0, "&Kind:", 1, 0},
-                                         {ControlKind::Combo, kKind, "", 1, 1},
-                                         {ControlKind::Default, IDOK, "OK", 2, 0}};
+                                         {ControlKind::Default, IDOK, "OK", 1, 0}};
 constexpr Afx::DialogLayout kShort = Afx::LayoutOf("Short", kShortRows);
 
 wxWindow& NativeOf(const CWnd& window) { return *AfxWx::PeerOf(&window)->Native(); }
