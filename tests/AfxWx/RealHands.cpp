@@ -51,6 +51,15 @@ GtkWidget* TopWidget()
     return top ? WidgetOf(*top) : nullptr;
 }
 
+/// The model's account: the texts and states of all in a window.
+void Account(const CWnd& window, std::string& account)
+{
+    account += std::to_string(window.GetDlgCtrlID()) + '=' + window.Text().Str() + (window.IsShown() ? '+' : '-') +
+               (window.IsWindowEnabled() ? '+' : '-');
+    for (const CWnd* const child : window.Children())
+        Account(*child, account);
+}
+
 /// Does all that there is to do; whether there was anything.
 bool Pump()
 {
@@ -386,15 +395,18 @@ private:
 
 void Test::Settle()
 {
-    std::pair<int, int> before;
+    std::string before;
     int quiet = 0;
     WaitFor("the program to come to rest", [&] {
         const bool any = Pump();
-        std::pair<int, int> now;
+        int x = 0, y = 0;
         if (GtkWidget* const top = TopWidget()) // which the window manager may still be placing
-            gdk_window_get_origin(gtk_widget_get_window(top), &now.first, &now.second);
+            gdk_window_get_origin(gtk_widget_get_window(top), &x, &y);
+        std::string now = std::to_string(x) + ',' + std::to_string(y);
+        if (const CDialog* const dialog = CDialog::GetTopModal())
+            Account(*dialog, now);
         quiet = any || !TheSystem().IsIdle() || now != before ? 0 : quiet + 1;
-        before = now;
+        before = std::move(now);
         return quiet >= kQuietRounds;
     });
 }
