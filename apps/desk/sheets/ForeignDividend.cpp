@@ -65,10 +65,10 @@ protected:
     {
         CRecordPage::DoDataExchange(exchange);
         DDX_Control(exchange, IDC_DIVIDEND_COUNTRY, m_country);
-        if (exchange->m_bSaveAndValidate)
-            m_dividend.SetCountryAbbr(m_country.GetCurSelCountryAbbr());
-        else
+        if (!exchange->m_bSaveAndValidate)
             m_country.SelectString(NameOfCountry(m_dividend.GetCountryAbbr()));
+        else if (m_country.GetCurSel() != CComboBox::kNone) // a country that is not in the list stays what it is
+            m_dividend.SetCountryAbbr(m_country.GetCurSelCountryAbbr());
     }
     void OnEdited() override
     {

@@ -135,6 +135,16 @@ In C0002
         Foreign dividend | Brantwick Mining Inc | FRA | 75.00 | 25.00
 Stored BRIXForeignDividend: strCompany, strCountryAbbr, dtPaid, amtNet, amtForeignTax, nOrdering
     Brantwick Mining Inc|FRA|2018-01-15|75.00|25.00|1
+# A country that is in no list stays what it is.
+Sql UPDATE BRIXForeignDividend SET strCountryAbbr = 'XYZ', nVersion = nVersion + 1
+In C0002
+    Choose Schedules: Foreign dividend
+    Next
+        Type Net dividend: 76
+        Click OK
+    Press Enter
+Stored BRIXForeignDividend: strCountryAbbr, amtNet
+    XYZ|76.00
 
 == Change of basis is asked about and kept
 In C0002
