@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <map>
 #include <span>
 #include <string>
 
@@ -114,6 +115,22 @@ long CDataList::Count(std::initializer_list<Where> where) const
     Cellar::CRowCursor cursor(Connection(), selection.GetStatement(), selection.GetValues(), Cellar::Reading::Whole);
     cursor.Next();
     return cursor.GetLong(0);
+}
+
+void CDataList::CheckStored(std::initializer_list<Where> where) const
+{
+    const auto versionsOf = [](const std::vector<Entry>& rows) {
+        std::map<long, long> versions;
+        for (const Entry& entry : rows)
+            if (!entry.isNew)
+                versions[entry.row.GetLong(0)] = entry.row.GetVersion();
+        return versions;
+    };
+    CDataList now(*m_table);
+    now.Open(Connection(), where);
+    if (versionsOf(now.m_rows) != versionsOf(m_rows))
+        throw ChangedByAnotherUser("Another user has changed, added or deleted records since they were read (" +
+                                   std::string(m_table->sqlName) + "). Open them again and repeat the change.");
 }
 
 bool CDataList::MoveFirst() noexcept

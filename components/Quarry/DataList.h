@@ -70,6 +70,9 @@ public:
               std::initializer_list<Sort> sort = {}, const Take& take = {});
     /// How many rows of the table fulfil all conditions; the list stays as it is.
     long Count(std::initializer_list<Where> where = {}) const;
+    /// Throws ChangedByAnotherUser unless the rows that fulfil all conditions are now those of the list, as they were
+    /// read or last saved; its new rows do not count. For rows that are seen together, as with their sum.
+    void CheckStored(std::initializer_list<Where> where) const;
 
     bool MoveFirst() noexcept; // false when there is no row
     bool MoveNext() noexcept;  // false behind the last

@@ -37,6 +37,7 @@ public:
     }
     void OnOK() override
     {
+        m_rows.CheckStored({{Basis::kClientID, m_owner.client.id}, {Basis::kYear, Cellar::Value(m_owner.year)}});
         for (int column = 1; column <= kBasisColumns; ++column)
             Save(column);
         TXPropertyPage::OnOK();

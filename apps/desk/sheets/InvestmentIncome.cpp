@@ -44,6 +44,8 @@ protected:
     {
         CRecordPage::DoDataExchange(exchange);
         DDX_Control(exchange, IDC_INVESTMENT_GRID, m_grid);
+        if (exchange->m_bSaveAndValidate)
+            m_splits.CheckStored({{Split::kBTaxNoTaxInvestmentIncomeID, m_income.GetID()}});
         m_grid.DDXFunc(exchange, m_income.GetAmount(), EntitiesOf(PartnershipId(m_owner.client.id)),
                        m_grid.IsPCentSplit(), 0, m_splits);
         if (exchange->m_bSaveAndValidate)

@@ -167,6 +167,7 @@ bool CPaymentsPage::IsBlank(int row) const
 /// The rows of the grid become those of the table, the first the first.
 void CPaymentsPage::OnOK()
 {
+    m_payments.CheckStored({{Payment::kNewInterestID, m_interest.GetID()}});
     int stored = 0;
     for (int row = 0; row < m_grid.GetRowCount(); ++row) {
         if (IsBlank(row))

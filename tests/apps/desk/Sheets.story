@@ -252,3 +252,31 @@ In C0002
     Click Open...
     Rows Schedules
         Interest | Theirs |  |  |
+    # nor is saved what adds up to another sum than the one that was seen
+    Next
+        Press Ctrl+Tab
+        Click Payments
+        Press Ctrl+Home
+        Enter 30/6/2017 | 40
+        Somebody else: INSERT INTO BRIXNewInterestPayment (lNewInterestID, nOrdering, amtNet) SELECT lID, 1, 70000 FROM BRIXNewInterest
+        Click OK
+        Message Another user has changed this schedule. Please close it and open it again.
+        Click Cancel
+    Press Enter
+    Choose Kind: Change of basis
+    Next
+        Click Amounts
+        Press Ctrl+Home Right
+        Write 100
+        Press Enter
+        Somebody else: INSERT INTO BRIXChangeOfBasis (lTaxFormID, lClientID, nYear, nColumn, amtRow3) SELECT lID, 2, 2018, 1, 50000 FROM BRIXTaxForm WHERE lClientID = 2 AND nYear = 2018
+        Answer Yes
+        Click OK
+        Message ...
+        Message Another user has changed this schedule. Please close it and open it again.
+        Click Cancel
+    Click New...
+Stored BRIXNewInterestPayment: amtNet
+    7.00
+Stored BRIXChangeOfBasis: nColumn, amtRow0, amtRow3
+    1|-|5.00
