@@ -79,6 +79,7 @@ private:
     {
         std::array<CAmt, 4> amounts;
         m_grid.Get(amounts[0], amounts[1], amounts[2], amounts[3], column);
+        m_grid.Set(amounts[0], amounts[1], amounts[2], amounts[3], column); // with which it compares from now on
         bool isBlank = true;
         for (const CAmt& amount : amounts)
             isBlank = isBlank && amount.IsNull();
@@ -106,7 +107,7 @@ private:
 
     Basis& m_rows;
     const ScheduleOwner& m_owner;
-    CChangeOfBasisGrid m_grid;
+    AppliedGrid<CChangeOfBasisGrid> m_grid;
     Kiln::CAmtEdit m_before, m_result;
 };
 

@@ -88,7 +88,7 @@ private:
     Income& m_income;
     const ScheduleOwner& m_owner;
     Split m_splits;
-    CEntitySplitGrid m_grid{kShares};
+    AppliedGrid<CEntitySplitGrid> m_grid{kShares};
 };
 
 BEGIN_MESSAGE_MAP(CInvestmentPage, CRecordPage)

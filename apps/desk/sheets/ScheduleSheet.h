@@ -81,6 +81,21 @@ void PutIntoReturn(Record& record, const ScheduleOwner& owner, NextOrdering next
 
 bool TellGone();
 
+/// A grid on a page, which has something to apply once a cell has changed.
+template<class Grid>
+class AppliedGrid : public Grid
+{
+public:
+    using Grid::Grid;
+
+protected:
+    void OnGridCellEndEdit(int row, int column) override
+    {
+        Grid::OnGridCellEndEdit(row, column);
+        static_cast<CPropertyPage&>(*this->GetParent()).SetModified();
+    }
+};
+
 template<class Record>
 bool StandOn(Record& record, const ScheduleOwner& owner, long id)
 {

@@ -174,8 +174,10 @@ In C0002
         Click OK
         Message The amounts of the change of basis are others than before.\n\nDo you want to keep them?
         Answer Yes
-        Click OK
+        Click Apply
         Message The amounts of the change of basis are others than before.\n\nDo you want to keep them?
+        # which is not asked again
+        Click OK
     Click New...
     Rows Schedules
         Change of basis | Change of basis |  | 80.00 |
@@ -201,6 +203,7 @@ In P0001
         Press Ctrl+Home Down Right
         Write 62.5
         Press Enter
+        Enabled Apply
         Click OK
     Press Enter
 # an override that was there stays
