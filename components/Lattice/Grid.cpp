@@ -218,6 +218,14 @@ void CGrid::SetCellError(int row, int column)
     SetCell(row, column, cell);
 }
 
+void CGrid::SetCellResult(int row, int column, const Kiln::CAmt& amount)
+{
+    if (amount.IsValid() || amount.IsNull())
+        SetCellAmount(row, column, amount);
+    else
+        SetCellError(row, column);
+}
+
 void CGrid::SetCellFormat(int row, int column, Format format)
 {
     Cell cell = GetCell(row, column);

@@ -64,6 +64,8 @@ class LATTICE_API CGrid : public CWnd
     void SetCellAmount(int row, int column, const Kiln::CAmt& amount) { SetCellValue(row, column, amount); }
     void SetCellNumber(int row, int column, double number) { SetCellValue(row, column, number); }
     void SetCellError(int row, int column);
+    /// What was worked out of others: an amount, nothing, or an error when it is none.
+    void SetCellResult(int row, int column, const Kiln::CAmt& amount);
     void EmptyCell(int row, int column) { SetCellValue(row, column, {}); }
     void SetCellFormat(int row, int column, Format format);
     void SetCellReadOnly(int row, int column, bool readOnly = true);

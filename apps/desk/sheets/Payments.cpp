@@ -41,7 +41,7 @@ CAmt CPaymentsPage::CPaymentGrid::Amount(int row, int column) const
 
 void CPaymentsPage::CPaymentGrid::OnCalcRow(int row)
 {
-    SetCellAmount(row, kGross, GrossOf(Amount(row, kNet), Amount(row, kTax)));
+    SetCellResult(row, kGross, GrossOf(Amount(row, kNet), Amount(row, kTax)));
     SetCellReadOnly(row, kGross);
 }
 
@@ -152,7 +152,7 @@ void CPaymentsPage::ShowTotals()
         amounts.reserve(static_cast<std::size_t>(m_grid.GetRowCount()));
         for (int row = 0; row < m_grid.GetRowCount(); ++row)
             amounts.push_back(m_grid.Amount(row, column));
-        m_totals.SetCellAmount(0, column, ShownTotal(SumOf(amounts)));
+        m_totals.SetCellResult(0, column, ShownTotal(SumOf(amounts)));
     }
 }
 

@@ -77,6 +77,11 @@ In C0002
     Next
         Press Ctrl+Tab
         Click Payments
+        Press Ctrl+Home Right
+        # a sum that no amount can hold is not passed over
+        Enter 922,337,203,685,477 | 922,337,203,685,477
+        Rows Totals
+            Total|Error|922,337,203,685,477.00|Error
         Press Ctrl+Home
         Write x
         Click Cancel

@@ -220,11 +220,7 @@ void CEntitySplitGrid::ShowLeft()
         SetCellNumber(row, kShare, PercentShare{PercentShare::Kind::Percent, PercentRemainder(percents)}.Percent());
         return;
     }
-    const CAmt left = ShownRemainder(m_netAmount, m_amounts);
-    if (left.IsValid() || left.IsNull())
-        SetCellAmount(row, kShare, left);
-    else
-        SetCellError(row, kShare);
+    SetCellResult(row, kShare, ShownRemainder(m_netAmount, m_amounts));
 }
 
 void CEntitySplitGrid::UpdateNetAmount(const CAmt& amount)

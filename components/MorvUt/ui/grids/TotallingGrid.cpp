@@ -159,11 +159,7 @@ void CTotallingGrid::SetTotal(int row, int column, const Kiln::CAmt& total, bool
 {
     if (!redraw)
         SetRedraw(false);
-    const Kiln::CAmt shown = ShownTotal(total);
-    if (shown.IsValid() || shown.IsNull())
-        SetCellAmount(row, column, shown);
-    else
-        SetCellError(row, column);
+    SetCellResult(row, column, ShownTotal(total));
     if (!redraw)
         SetRedraw(true);
 }
