@@ -2,6 +2,7 @@
 
 #include "Afx/windows/ComboBox.h"
 #include "Afx/windows/MessageBox.h"
+#include "Kiln/controls/DateEdit.h"
 #include "Kiln/controls/HelpPages.h"
 #include "layouts/ClientYear.h"
 #include "MorvUt/context/BusyPractice.h"
@@ -22,8 +23,6 @@ namespace
 
 /// A partnership has other pages.
 const char* SheetName(const ClientView& client) { return client.IsPartnership() ? "PartnershipYear" : "ClientYear"; }
-
-CString DateText(const Kiln::CDate& date) { return date.IsValid() ? date.Format("%d/%m/%Y") : CString(); }
 
 } // namespace
 
@@ -159,8 +158,8 @@ void CYearEnquiriesPage::Fill()
 {
     std::vector<std::vector<CString>> rows;
     for (const EnquiryLine& line : m_sheet.Shown().enquiries)
-        rows.push_back(
-            {TextOf(line.status), DateText(line.start), line.description, DateText(line.due), TextOf(line.task.state)});
+        rows.push_back({TextOf(line.status), Kiln::FormatDateShown(line.start), line.description,
+                        Kiln::FormatDateShown(line.due), TextOf(line.task.state)});
     ShowRows(rows);
 }
 
@@ -186,7 +185,7 @@ void CYearTrackerPage::Fill()
 {
     std::vector<std::vector<CString>> rows;
     for (const TrackerLine& line : m_sheet.Shown().tracker)
-        rows.push_back({line.source, line.task, DateText(line.due), line.assignedTo, TextOf(line.state)});
+        rows.push_back({line.source, line.task, Kiln::FormatDateShown(line.due), line.assignedTo, TextOf(line.state)});
     ShowRows(rows);
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Afx/windows/MessageBox.h"
+#include "Kiln/controls/DateEdit.h"
 #include "MorvUt/context/BusyPractice.h"
 #include "MorvUt/hmrc/schedules/ReturnYear.h"
 #include "MorvUt/hmrc/schedules/StagedWords.h"
@@ -80,8 +81,8 @@ void ListOfPartnership(std::vector<ScheduleLine>& lines, const ScheduleOwner& ow
         for (income.Open({{Income::kBTaxAccountingPeriodID, periods.GetID()}}); !income.IsEOL(); income.MoveNext())
             lines.push_back({ScheduleKind::InvestmentIncome,
                              income.GetID(),
-                             "Untaxed income, " + periods.GetStart().Format("%d/%m/%Y") + " to " +
-                                 periods.GetEnd().Format("%d/%m/%Y"),
+                             "Untaxed income, " + Kiln::FormatDateShown(periods.GetStart()) + " to " +
+                                 Kiln::FormatDateShown(periods.GetEnd()),
                              {},
                              income.GetAmount(),
                              {}});

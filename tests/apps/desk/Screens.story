@@ -120,3 +120,8 @@ In C0008
     Count Sources and their tasks: 10
     Rows Sources and their tasks
         Tax Return | ...
+# dates in the order of the practice, as the fields have them
+Sql UPDATE BRIXOptions SET nDateFormat = 1
+In C0008
+    Rows Sources and their tasks
+        ...Submitted to HMRC | 01/31/2019 | ...
