@@ -32,9 +32,12 @@ int main(int argc, char** argv)
     app.add_option("practice", options.practice, "The practice");
     app.add_option("--base", options.base, "Ask a server on this machine instead of HMRC");
     app.add_option("--help-folder", options.helpFolder, "Where the pages of the help are");
-    CLI11_PARSE(app, argc, argv);
-
-    constexpr int kNoDisplay = 3;
+    constexpr int kUsage = 2, kNoDisplay = 3; // as the command line has them
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : kUsage;
+    }
     const int result = AfxWx::RunApplication(
         "morv-desk",
         [&options] {
