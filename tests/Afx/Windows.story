@@ -43,6 +43,10 @@ The person is
 == Dialog keeps others waiting
 Person
     Another person
+        # past one that is disabled
+        The program disables Age
+        Press Tab
+        Focus Tick
         The first person's dialog takes nothing
         Cannot be opened again
         # nor is it ended by the key of a button that is disabled
@@ -59,6 +63,9 @@ Person
     The list of kinds grows while it drops
     Press Down Escape
     Text #104: green
+    The list of kinds grows while it drops
+    Press Down Enter
+    Text #104: blue
     No kind is chosen
     The list of kinds grows while it drops
     Press Down Escape
@@ -66,6 +73,25 @@ Person
     Press Enter
 The person is
     Ann, 7, tick 0, kind -1
+
+== Text is cut and replaced by whole characters
+Person
+    Write é1
+    Press Home Delete
+    Text Name: 1
+    Press Ctrl+A Ctrl+X
+    Copied 1
+    Text Name:
+    # there is room for as much as is replaced
+    Clipboard "x"*32767
+    Press Ctrl+V Ctrl+A Ctrl+V
+    Type Name: Bob
+    # a page of choices goes as far as there are any
+    Press Tab Tab Tab PageDown
+    Text #104: blue
+    Press Enter
+The person is
+    Bob, 7, tick 0, kind 2
 
 == Sheet is accepted by all pages or stays open
 Sheet 1

@@ -68,6 +68,8 @@ Sheet
     Type Amount: 12.5
     Press Tab
     Text Amount: 12.50
+    Click Amount
+    All selected
 
 == Letters run from right to left and combine
 Sheet

@@ -57,11 +57,31 @@ Dialog
     Editing
     Press Tab
     Focus After
+    # automatic is not blank
+    The program goes to Grid
+    Go to 1, Amount
+    Write auto
+    Press Enter
+    Cell 1, Amount: A
+    Go to 1, Amount
+    Press Delete
+    Cell 1, Amount:
     Undo all
     Rows Grid
         |||||
         |||||
         |||||
+    Press Escape
+
+== Takes back the last hundred changes
+Dialog
+    Go to 0, Ticked
+    Write " "*101
+    Undo
+    Cell 0, Ticked: no
+    # the first one is forgotten
+    Undo all
+    Cell 0, Ticked: yes
     Press Escape
 
 == Stands whatever the program does meanwhile
@@ -85,6 +105,14 @@ Dialog
     Press Enter
     The program inserts row 0
     Nothing to undo
+    # the row with the focus moves up, and what was typed stands elsewhere
+    Go to 1, Amount
+    Write 7
+    Press Enter
+    Go to 1, Amount
+    The program deletes row 0
+    Row is 0
+    Nothing to undo
     Press Escape
 
 == Pastes all of a block or nothing
@@ -96,6 +124,9 @@ Dialog
         a|1.00||||
         b|2.00||||
         |3.00||||
+    Go to 1, Amount
+    Press Ctrl+A Ctrl+C
+    Copied a\t1.00...b\t2.00...\t3.00...
     # one undo
     Undo
     Rows Grid

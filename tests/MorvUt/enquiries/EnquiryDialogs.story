@@ -116,8 +116,9 @@ The list
 == Delete many after asking and refuse without the right
 The list
     Disabled Delete
-    Choose Enquiries: ...P60
-    Press Shift+Down
+    # from the row with the focus, which need not be a selected one
+    Choose Enquiries: ...Answered
+    Press Ctrl+Home Shift+Down
     Disabled Edit...
     The client is read-only
     Press Delete

@@ -70,6 +70,11 @@ Lists
         Zeta
     Chosen bank 1
     Text Bank: zeta
+    # as it was typed, when a choice is taken back
+    Press Alt+Down Up
+    Text Bank: Abbey
+    Press Escape
+    Text Bank: zeta
     # nothing is read for the type that it has
     The program empties Bank
     Societies

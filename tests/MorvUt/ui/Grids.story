@@ -67,6 +67,15 @@ Payments, three at most
     Undo all
     Rows Grid
         ||A||
+    # undoing may make a row one that can be deleted
+    Go to 0, Net
+    Write 5
+    Press Enter
+    The first row cannot be changed
+    Go to 0, Paid
+    Disabled Delete row
+    Undo
+    Enabled Delete row
     The first row cannot be changed
     Go to 0, Paid
     Disabled Delete row
@@ -139,10 +148,15 @@ Shares of 100.01 among three
     Message Please enter a percentage, as 33.33.
     Press Escape
     By amount
+    Nothing to undo
     Shares 100.01, 40.00, 25.00, -, 35.01
     The amount becomes 0
     Shares 0.00, 40.00, 25.00, -, Error
     By per cent
+    Shares 0.00, Error, Error, -, 100.00000000
+    # an error is not copied
+    Go to 2, Share
+    Press Ctrl+D
     Shares 0.00, Error, Error, -, 100.00000000
     # one that cannot be held counts
     Go to 3, Share
@@ -181,6 +195,11 @@ A third each
     Rows Left to allocate
         ...|0.00000000
     Press Right
+    # what is pasted counts as it is shown
+    Clipboard 33.333333326\n33.333333326
+    Press Ctrl+V
+    Rows Left to allocate
+        ...|0.00000000
     Write 33.33
     Press Enter
     Rows Left to allocate

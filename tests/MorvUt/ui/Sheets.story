@@ -73,6 +73,11 @@ Stored BRIXNewInterest: strName, strNotesAudit
 == Check the share of a spouse
 Sheet
     Text Partnership: Ann & Bob
+    # which is only shown
+    Click Partnership
+    Press Ctrl+A Ctrl+X
+    Copied Ann & Bob
+    Text Partnership: Ann & Bob
     Disabled Client's share (%)
     Click Joint with spouse
     Type Client's share (%): -0.01
@@ -95,6 +100,9 @@ Sheet
     The share is taken 0
     Type Client's share (%): 100
     The share is taken 100
+    Type Client's share (%): 12.50 %
+    Press Tab
+    Text Client's share (%): 12.5
     Choose View: Spouse's share
     The sheet was told
         joint share ...view...
@@ -133,6 +141,17 @@ Sheet
 Stored BRIXNewInterest: strNotesAudit, strNotesReturn, strSchemeReference, nSchemeYear
     one
     two|-|12345678|2019
+
+== Keep no year of a scheme without an advantage in one
+Sheet
+    Next
+        Press Ctrl+Tab Ctrl+Tab Ctrl+Tab
+        Type Scheme reference number: 12345678
+        Click OK
+    Click Notes...
+    Click OK
+Stored BRIXNewInterest: strSchemeReference, nSchemeYear
+    12345678|0
 
 == Open the notes at the kind which was clicked
 Sheet

@@ -128,6 +128,10 @@ In C0002
     Choose Kind: Foreign dividend
     Next
         Type Company: Brantwick Mining Inc
+        # past what is only shown
+        Click Foreign tax
+        Press Ctrl+.
+        Focus Paid on
         Choose Country: France
         Type Paid on: 15/1/2018
         Type Net dividend: 75
