@@ -112,6 +112,7 @@ Stories::Stories()
     On("Write", [this](const std::string& text) { Here().Write(Meant(text)); });
     On("Answer", [this](const std::string& text) { Here().Answer(kButtons.at(text)); });
     Is("Message", [this] { return Here().TakeMessage(); });
+    Is("Answer by default", [] { return Windows().Messages().back().style & MB_DEFBUTTON2 ? "No" : "Yes"; });
     On("All selected", [] {
         const auto* const edit = dynamic_cast<const CEdit*>(CWnd::GetFocus());
         ASSERT_NE(edit, nullptr);

@@ -13,6 +13,7 @@
 //         Answer No                        to the next message box that offers more than OK
 //         Click Notes...
 //         Message Please fill in: Pay      the next message is this one
+//         Answer by default No             the button of the last message that Enter presses
 //         Next                             what is done in the dialog that opens next: written before what opens it
 //             Click OK
 //         Focus Pay                        also: All selected, Enabled Pay, Disabled Pay, Gone Pay

@@ -53,6 +53,7 @@ Payments, three at most
     Answer Yes
     Press Ctrl+Delete
     Message Delete this row?
+    Answer by default No
     Count Grid: 3
     Enabled Delete row
     # as the derived grid keeps what was chosen
