@@ -333,9 +333,11 @@ bool CGrid::BeginEdit(bool keepText)
 void CGrid::FillEditor(const Cell& cell, bool keepText)
 {
     if (auto* const combo = dynamic_cast<CComboBox*>(m_editor)) {
-        if (combo->GetCount() == 0)
-            for (const CString& choice : m_cells.GetColumn(m_column)->choices)
-                combo->AddString(choice);
+        const Choices& choices = m_cells.GetColumn(m_column)->choices;
+        if (!choices.empty())
+            combo->ResetContent(); // one that is lent may hold those of before
+        for (const CString& choice : choices)
+            combo->AddString(choice);
         const auto* const index = std::get_if<int>(&cell.value);
         combo->SetCurSel(index ? *index : CComboBox::kNone);
     } else {

@@ -156,8 +156,6 @@ CWnd* CInsertableGrid::LendEditor(int row, int column)
     const int id = GetColumnId(column);
     switch (GetCell(row, column).format) {
     case Format::Combo:
-        if (!GetColumn(column)->choices.empty())
-            GetCombo(id).ResetContent(); // it is filled with those of now
         return &GetCombo(id);
     case Format::Number:
     case Format::Percent:
