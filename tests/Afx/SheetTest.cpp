@@ -96,7 +96,6 @@ protected:
             EXPECT_FALSE(Afx::UserActs::Click(*m_person.GetDlgItem(IDOK)));
             EXPECT_FALSE(m_person.DeliverCommand(IDOK));
         });
-        On("Cannot be opened again", [this] { EXPECT_EQ(dynamic_cast<CDialog&>(Here().Window()).DoModal(), -1); });
         On("The program disables", [this](const std::string& name) { Control(name).EnableWindow(false); });
         On("The program hides", [this](const std::string& name) { Control(name).ShowWindow(false); });
         On("No kind is chosen", [this] { Control<CComboBox>("#104").SetCurSel(CComboBox::kNone); });
@@ -116,7 +115,6 @@ protected:
         });
         On("The program goes to page", [this](const std::string& page) { m_sheet.SetActivePage(std::stoi(page)); });
         Is("On page", [this] { return m_sheet.GetActiveIndex(); });
-        On("The page has changed", [this] { m_sheet.GetActivePage()->SetModified(); });
         On("The page has not changed", [this] { m_sheet.GetActivePage()->SetModified(false); });
         On("The program removes the first page", [this] { m_sheet.RemovePage(&m_first); });
         On("Not accepted", [this] { EXPECT_FALSE(m_sheet.WasAccepted()); });

@@ -7,6 +7,7 @@
 
 #include "Afx/windows/Edit.h"
 #include "Afx/windows/ListCtrl.h"
+#include "Afx/windows/PropertySheet.h"
 #include "Afx/windows/Static.h"
 #include "support/Table.h"
 
@@ -154,6 +155,9 @@ Stories::Stories()
         EXPECT_NE(row, rows.end());
         TheTouch().Choose(Control(name), static_cast<int>(row - rows.begin()));
     });
+    On("The page has changed",
+       [this] { dynamic_cast<CPropertySheet&>(Here().Window()).GetActivePage()->SetModified(); });
+    On("Cannot be opened again", [this] { EXPECT_EQ(dynamic_cast<CDialog&>(Here().Window()).DoModal(), -1); });
     Around("Next", InNext);
 }
 

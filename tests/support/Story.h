@@ -24,6 +24,7 @@
 //         Count Schedules: 1
 //         Clipboard a\tb                   put there by another program; Copied: what is there
 //         Help desk.md#12                  the topic that was asked for last
+//         The page has changed             as the program tells a sheet; also: Cannot be opened again
 //
 // A control is called as a screen reader calls it: by the label before it, or by its own text, which "..." may
 // cut short; "Reminder (2)" is the second of that name, "#12" is called by its number. A line that begins with # is a

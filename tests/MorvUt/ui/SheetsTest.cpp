@@ -129,8 +129,6 @@ protected:
             list.SetName(name);
             list.Update();
         });
-        On("The page has changed", [this] { m_sheet->GetActivePage()->SetModified(); });
-        On("Cannot be opened again", [this] { EXPECT_EQ(dynamic_cast<CDialog&>(Here().Window()).DoModal(), -1); });
         Is("Others see",
            [] { return std::string(Open()->Queryf("SELECT strName FROM BRIXNewInterest").rows.at(0).at(0).View()); });
         On("Sql", Script);
